@@ -1,0 +1,34 @@
+# JUCE's modules, compiled once into one static library that every target shares.
+
+find_package (JUCE CONFIG REQUIRED)
+find_package (PkgConfig REQUIRED)
+pkg_check_modules (JUCE_CODECS REQUIRED IMPORTED_TARGET libpng libjpeg flac vorbis vorbisfile vorbisenc ogg zlib)
+
+add_library (juce_shared STATIC)
+target_link_libraries (juce_shared
+    PRIVATE
+        juce::juce_audio_utils
+        juce::juce_gui_extra
+    PUBLIC
+        PkgConfig::JUCE_CODECS)
+target_compile_definitions (juce_shared
+    PUBLIC
+        JUCE_WEB_BROWSER=0
+        JUCE_USE_CURL=0
+        JUCE_VST3_CAN_REPLACE_VST2=0
+        JUCE_PLUGINHOST_VST=1
+        JUCE_JACK=1
+        JUCE_ALSA=1
+        JUCE_MODAL_LOOPS_PERMITTED=1
+        JUCE_DISPLAY_SPLASH_SCREEN=0
+        JUCE_REPORT_APP_USAGE=0
+        JUCE_STRICT_REFCOUNTEDPOINTER=1
+    INTERFACE
+        $<TARGET_PROPERTY:juce_shared,COMPILE_DEFINITIONS>)
+target_include_directories (juce_shared SYSTEM
+    INTERFACE $<TARGET_PROPERTY:juce_shared,INCLUDE_DIRECTORIES>)
+target_compile_options (juce_shared PRIVATE -w)
+if (NOT PX_SANITIZE)
+    # The toolkit's own code is not what a debugging session steps through.
+    target_compile_options (juce_shared PRIVATE -O2)
+endif ()

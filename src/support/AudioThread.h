@@ -1,0 +1,29 @@
+#pragma once
+
+/** Marks a function that the audio thread may run: it never allocates, never waits, never touches a file, and calls
+    only functions marked likewise. Compilers that can check this are told to. */
+#if defined(__clang__) && defined(__has_cpp_attribute)
+    #if __has_cpp_attribute(clang::nonblocking)
+        #define PX_AUDIO_THREAD [[clang::nonblocking]]
+    #endif
+#endif
+#ifndef PX_AUDIO_THREAD
+    #define PX_AUDIO_THREAD
+#endif
+
+/** Lives on the stack while the calling thread processes an audio block. */
+class AudioThreadScope
+{
+public:
+    AudioThreadScope() noexcept;
+    ~AudioThreadScope();
+    AudioThreadScope (const AudioThreadScope&) = delete;
+    AudioThreadScope& operator= (const AudioThreadScope&) = delete;
+
+    /** True while the calling thread is inside an audio block. */
+    static bool isActive() noexcept;
+};
+
+/** Called at the top of every helper of ours that may block; aborts a debug build that enters it on the audio
+    thread, and costs nothing in release. */
+void assertMayBlock() noexcept;

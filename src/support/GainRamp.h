@@ -1,0 +1,42 @@
+#pragma once
+
+#include "support/AudioThread.h"
+
+/** A gain that moves linearly to each new target over 64 samples. Audio thread. */
+class GainRamp
+{
+public:
+    static constexpr int steps = 64;
+
+    explicit GainRamp (double initial = 1.0) noexcept : target (initial), current (initial) {}
+
+    PX_AUDIO_THREAD void setTarget (double next) noexcept
+    {
+        if (next == target)
+            return;
+        target = next;
+        step = (target - current) / steps;
+        remaining = steps;
+    }
+
+    /** The gain of the next sample. */
+    PX_AUDIO_THREAD double next() noexcept
+    {
+        if (remaining > 0)
+        {
+            --remaining;
+            current = remaining == 0 ? target : current + step;
+        }
+        return current;
+    }
+
+    void reset (double value) noexcept
+    {
+        target = current = value;
+        remaining = 0;
+    }
+
+private:
+    double target, current, step = 0.0;
+    int remaining = 0;
+};
