@@ -22,26 +22,28 @@ struct DeckSetup
     /** @param deck   0 to 3, gives the defaults of the input pair and the crossfader side */
     explicit DeckSetup (int deck = 0) noexcept;
 
-    Relaxed<int8_t> sync{ 0 };
-    Relaxed<int8_t> snap{ 0 };
-    Relaxed<int8_t> quantise{ 0 };
-    Relaxed<int8_t> timecodeOn{ 0 };
-    std::array<uint8_t, 4> reserved4{};
-    Relaxed<double> timecodeCalibration{ 1.0 }; ///< 0 to 4, factor on the nominal speed of the control signal
-    Relaxed<double> lineGain{ 1.0 };            ///< 0 to 4, linear, of the line-through input
-    Relaxed<float> timecodeThreshold{ 0.32f };  ///< 0 to 1; times -100 it is the tracker's level in dB
-    Relaxed<float> timecodeLeadIn{ 2.0f };      ///< seconds
-    Relaxed<int8_t> timecodeType{ 0 };          ///< 0 none, 1 to 8 the kind of record
-    Relaxed<int8_t> timecodeAbsolute{ 0 };
-    Relaxed<int8_t> timecodeInvert{ 0 };
-    Relaxed<int8_t> inputPair{ 0 }; ///< 0 to 3
-    Relaxed<int8_t> lineThrough{ 0 };
-    Relaxed<int8_t> pfl{ 0 };
+    Relaxed<int8_t> sync { 0 };
+    Relaxed<int8_t> snap { 0 };
+    Relaxed<int8_t> quantise { 0 };
+    Relaxed<int8_t> timecodeOn { 0 };
+    std::array<uint8_t, 4> reserved4 {};
+    Relaxed<double> timecodeCalibration {
+        1.0
+    };                                          ///< 0 to 4, factor on the nominal speed of the control signal
+    Relaxed<double> lineGain { 1.0 };           ///< 0 to 4, linear, of the line-through input
+    Relaxed<float> timecodeThreshold { 0.32f }; ///< 0 to 1; times -100 it is the tracker's level in dB
+    Relaxed<float> timecodeLeadIn { 2.0f };     ///< seconds
+    Relaxed<int8_t> timecodeType { 0 };         ///< 0 none, 1 to 8 the kind of record
+    Relaxed<int8_t> timecodeAbsolute { 0 };
+    Relaxed<int8_t> timecodeInvert { 0 };
+    Relaxed<int8_t> inputPair { 0 }; ///< 0 to 3
+    Relaxed<int8_t> lineThrough { 0 };
+    Relaxed<int8_t> pfl { 0 };
     uint8_t reserved38 = 1;
-    Relaxed<int8_t> crossfaderSide{ 0 }; ///< 0 left, 1 right
-    std::array<uint8_t, 8> reserved40{ 0, 7, 7, 7, 6, 7, 7, 7 };
-    Relaxed<int8_t> vstOnMaster{ 0 };
-    std::array<uint8_t, 7> reserved49{};
+    Relaxed<int8_t> crossfaderSide { 0 }; ///< 0 left, 1 right
+    std::array<uint8_t, 8> reserved40 { 0, 7, 7, 7, 6, 7, 7, 7 };
+    Relaxed<int8_t> vstOnMaster { 0 };
+    std::array<uint8_t, 7> reserved49 {};
 };
 
 /** The named ones of the editor's preference bytes, by their index. */
@@ -71,7 +73,7 @@ struct EditorPreferences
         return bytes[static_cast<size_t> (which)];
     }
 
-    std::array<Relaxed<int8_t>, 21> bytes{ 0, 0, 0, 0, 0, 7, 0, 0, 1, 16, 0, 1, 0, 1, 1, 0, 0, 1, 1, 1, 1 };
+    std::array<Relaxed<int8_t>, 21> bytes { 0, 0, 0, 0, 0, 7, 0, 0, 1, 16, 0, 1, 0, 1, 1, 0, 0, 1, 1, 1, 1 };
 };
 
 /** All preferences of the application, and at the same time live state of the engine.
@@ -91,39 +93,39 @@ struct EngineSettings
     SettingsText itunesLibrary;
     SettingsText controlCdFile;
 
-    Relaxed<double> masterVolume{ 1.0 }; ///< above 0, to 1
-    Relaxed<int8_t> masterDeck{ 0 };     ///< 0 to 3; anything else means that no deck is master
-    std::array<uint8_t, 7> reserved2c09{};
-    Relaxed<double> crossfader{ 0.5 };      ///< 0 left, 1 right
-    Relaxed<double> crossfaderCurve{ 0.5 }; ///< 0 to 1
-    Relaxed<double> monitorMix{ 0.0 };      ///< 0 PFL, 1 master
-    Relaxed<double> monitorVolume{ 1.0 };   ///< 0 to 1
-    Relaxed<int8_t> automixFadeSeconds{ 15 };
-    Relaxed<int8_t> crossfaderMode{ 1 }; ///< 0 smooth, 1 linear
-    Relaxed<int8_t> crossfaderReverse{ 0 };
-    Relaxed<int8_t> automixOn{ 0 };
+    Relaxed<double> masterVolume { 1.0 }; ///< above 0, to 1
+    Relaxed<int8_t> masterDeck { 0 };     ///< 0 to 3; anything else means that no deck is master
+    std::array<uint8_t, 7> reserved2c09 {};
+    Relaxed<double> crossfader { 0.5 };      ///< 0 left, 1 right
+    Relaxed<double> crossfaderCurve { 0.5 }; ///< 0 to 1
+    Relaxed<double> monitorMix { 0.0 };      ///< 0 PFL, 1 master
+    Relaxed<double> monitorVolume { 1.0 };   ///< 0 to 1
+    Relaxed<int8_t> automixFadeSeconds { 15 };
+    Relaxed<int8_t> crossfaderMode { 1 }; ///< 0 smooth, 1 linear
+    Relaxed<int8_t> crossfaderReverse { 0 };
+    Relaxed<int8_t> automixOn { 0 };
     uint8_t reserved2c34 = 0;
-    Relaxed<int8_t> automixSync{ 0 };
-    Relaxed<int8_t> automixBassSwap{ 0 };
-    Relaxed<int8_t> autoFadeState{ 2 }; ///< 0 fading to left, 1 to right, 2 idle
-    std::array<uint8_t, 2> flags2c38{};
-    Relaxed<int8_t> monitorSplit{ 0 };
-    Relaxed<int8_t> monitorOverdrive{ 0 };
+    Relaxed<int8_t> automixSync { 0 };
+    Relaxed<int8_t> automixBassSwap { 0 };
+    Relaxed<int8_t> autoFadeState { 2 }; ///< 0 fading to left, 1 to right, 2 idle
+    std::array<uint8_t, 2> flags2c38 {};
+    Relaxed<int8_t> monitorSplit { 0 };
+    Relaxed<int8_t> monitorOverdrive { 0 };
     EditorPreferences editor;
-    Relaxed<int8_t> tempoRangeIndex{ 0 }; ///< a tracked tempo below 60 + 20 * index BPM is doubled
+    Relaxed<int8_t> tempoRangeIndex { 0 }; ///< a tracked tempo below 60 + 20 * index BPM is doubled
     uint8_t reserved2c52 = 0;
-    Relaxed<int8_t> pitchRangeIndex{ 7 };
-    Relaxed<int8_t> controllerPreset{ 0 }; ///< 0 to 49, the model of the controller
-    std::array<uint8_t, 2> flags2c55{};
-    Relaxed<int8_t> lowPriorityAnalysis{ 0 };
-    Relaxed<int8_t> lockLoadedDecks{ 0 };
-    Relaxed<int8_t> bypassStretcher{ 0 };
-    std::array<uint8_t, 6> reserved2c5a{};
-    std::array<Relaxed<double>, 17> samplerLevels{
+    Relaxed<int8_t> pitchRangeIndex { 7 };
+    Relaxed<int8_t> controllerPreset { 0 }; ///< 0 to 49, the model of the controller
+    std::array<uint8_t, 2> flags2c55 {};
+    Relaxed<int8_t> lowPriorityAnalysis { 0 };
+    Relaxed<int8_t> lockLoadedDecks { 0 };
+    Relaxed<int8_t> bypassStretcher { 0 };
+    std::array<uint8_t, 6> reserved2c5a {};
+    std::array<Relaxed<double>, 17> samplerLevels {
         1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0
     }; ///< 16 pads, preview
-    std::array<uint8_t, 32> reserved2ce8{};
-    std::array<DeckSetup, 4> deckSetup{ DeckSetup (0), DeckSetup (1), DeckSetup (2), DeckSetup (3) };
+    std::array<uint8_t, 32> reserved2ce8 {};
+    std::array<DeckSetup, 4> deckSetup { DeckSetup (0), DeckSetup (1), DeckSetup (2), DeckSetup (3) };
 };
 
 #pragma GCC diagnostic pop

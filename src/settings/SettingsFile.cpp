@@ -34,7 +34,7 @@ void keepFinite (Relaxed<T>& value, T otherwise)
     if (!std::isfinite (value.get()))
         value = otherwise;
     else if (std::fpclassify (value.get()) == FP_SUBNORMAL)
-        value = T{ 0 };
+        value = T { 0 };
 }
 
 void repair (DeckSetup& setup, const DeckSetup& defaults)

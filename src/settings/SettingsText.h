@@ -25,7 +25,7 @@ public:
     void set (const juce::String&);
 
 private:
-    std::array<char, maxBytes + 1> bytes{};
+    std::array<char, maxBytes + 1> bytes {};
 };
 
 static_assert (sizeof (SettingsText) == 1024);

@@ -13,13 +13,13 @@ TEST (Folders, RootHoldsThePluginFileOrItsBundle)
         const char* root;
     };
     for (const auto& [plugin, root] : {
-             Case{ "dj/platterdex.so", "dj" },
-             Case{ "dj/platterdex", "dj" },
-             Case{ ".vst/platterdex.so", ".vst" },
-             Case{ ".lv2/Platterdex.lv2/Platterdex.so", ".lv2" },
-             Case{ ".vst3/Platterdex.vst3/Contents/x86_64-linux/Platterdex.so", ".vst3" },
-             Case{ ".vst3/maker/Platterdex.vst3/Contents/x86_64-linux/Platterdex.so", ".vst3/maker" },
-             Case{ "my.vst3.backup/platterdex.so", "my.vst3.backup" },
+             Case { "dj/platterdex.so", "dj" },
+             Case { "dj/platterdex", "dj" },
+             Case { ".vst/platterdex.so", ".vst" },
+             Case { ".lv2/Platterdex.lv2/Platterdex.so", ".lv2" },
+             Case { ".vst3/Platterdex.vst3/Contents/x86_64-linux/Platterdex.so", ".vst3" },
+             Case { ".vst3/maker/Platterdex.vst3/Contents/x86_64-linux/Platterdex.so", ".vst3/maker" },
+             Case { "my.vst3.backup/platterdex.so", "my.vst3.backup" },
          })
     {
         home.file (plugin).create();
@@ -45,7 +45,7 @@ TEST (Folders, RootFallsBackToTheUsersDataWhereNothingCanBeWritten)
 TEST (Folders, CreateAllMakesEveryFolderAndIsHarmlessTwice)
 {
     const TemporaryFolder home;
-    const Folders folders{ home.file ("new/root") };
+    const Folders folders { home.file ("new/root") };
     EXPECT_TRUE (folders.createAll());
     EXPECT_TRUE (folders.createAll());
     juce::StringArray names;
@@ -61,15 +61,15 @@ TEST (Folders, CreateAllSaysWhenItCannot)
 {
     const TemporaryFolder home;
     home.file ("setup").create();
-    EXPECT_FALSE (Folders{ home }.createAll());
-    EXPECT_TRUE (Folders{ home }.controlCd().isDirectory()) << "one failure must not cost the other folders";
-    EXPECT_FALSE (Folders{ juce::File ("/proc/platterdex") }.createAll());
+    EXPECT_FALSE (Folders { home }.createAll());
+    EXPECT_TRUE (Folders { home }.controlCd().isDirectory()) << "one failure must not cost the other folders";
+    EXPECT_FALSE (Folders { juce::File ("/proc/platterdex") }.createAll());
 }
 
 TEST (Folders, ItunesLibraryLiesInTheMusicFolderIfThereIsOne)
 {
     const TemporaryFolder home;
-    Folders folders{ home.file ("root"), home };
+    Folders folders { home.file ("root"), home };
     EXPECT_EQ (folders.itunesLibrary(), home.file ("iTunes/iTunes Music Library.xml"));
     folders.music = home.file ("none");
     EXPECT_EQ (folders.itunesLibrary(), home.file ("root/iTunes Music Library.xml"));

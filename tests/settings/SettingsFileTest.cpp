@@ -58,7 +58,7 @@ protected:
     juce::File file() const { return folders.setup().getChildFile ("platterdex.set"); }
 
     TemporaryFolder root;
-    Folders folders{ root };
+    Folders folders { root };
     EngineSettings settings;
 };
 }
@@ -135,11 +135,11 @@ TEST_F (SettingsFile, AShortFileLeavesTheRestAsDefaultsAtEveryLength)
         readSettings (std::span (full).first (length), settings);
         const auto result = writeSettings (settings);
         // A field that the end cuts in two may be repaired as a whole.
-        const auto whole = std::min (fileBytes, std::max (length, size_t{ 4 }) + 8);
+        const auto whole = std::min (fileBytes, std::max (length, size_t { 4 }) + 8);
         ASSERT_TRUE (std::equal (result.begin() + static_cast<std::ptrdiff_t> (whole), result.end(),
                                  defaults.begin() + static_cast<std::ptrdiff_t> (whole)))
             << length;
-        const auto texts = std::min (length, size_t{ 4 + 0x2c00 });
+        const auto texts = std::min (length, size_t { 4 + 0x2c00 });
         if (length >= 4)
             ASSERT_EQ (std::memcmp (result.data(), full.data(), texts), 0) << length;
         else
@@ -170,7 +170,7 @@ TEST_F (SettingsFile, NumbersOutsideTheirRangeComeBackAsDefaults)
     {
         return s.masterVolume;
     };
-    for (const auto& [inFile, read] : { Repair{ 0.0, 1.0 },
+    for (const auto& [inFile, read] : { Repair { 0.0, 1.0 },
                                         { 2.0, 1.0 },
                                         { -0.5, 1.0 },
                                         { notANumber, 1.0 },
@@ -185,7 +185,7 @@ TEST_F (SettingsFile, NumbersOutsideTheirRangeComeBackAsDefaults)
         return s.editor[EditorPreference::listFontSize];
     };
     for (const auto& [inFile, read] :
-         { Repair<int8_t>{ 11, 16 }, { 12, 12 }, { 22, 22 }, { 23, 16 }, { -1, 16 } })
+         { Repair<int8_t> { 11, 16 }, { 12, 12 }, { 22, 22 }, { 23, 16 }, { -1, 16 } })
         EXPECT_EQ (readBack (inFile, fontSize), read);
 
     const auto calibration = [](EngineSettings & s) -> auto&
@@ -196,7 +196,7 @@ TEST_F (SettingsFile, NumbersOutsideTheirRangeComeBackAsDefaults)
     {
         return s.deckSetup[1].lineGain;
     };
-    for (const auto& [inFile, read] : { Repair{ -0.01, 1.0 },
+    for (const auto& [inFile, read] : { Repair { -0.01, 1.0 },
                                         { 0.0, 0.0 },
                                         { 4.0, 4.0 },
                                         { 4.01, 1.0 },
@@ -211,7 +211,7 @@ TEST_F (SettingsFile, NumbersOutsideTheirRangeComeBackAsDefaults)
     {
         return s.deckSetup[0].timecodeThreshold;
     };
-    for (const auto& [inFile, read] : { Repair{ -0.1f, 0.32f },
+    for (const auto& [inFile, read] : { Repair { -0.1f, 0.32f },
                                         { 0.0f, 0.0f },
                                         { 1.0f, 1.0f },
                                         { 1.1f, 0.32f },
@@ -222,13 +222,13 @@ TEST_F (SettingsFile, NumbersOutsideTheirRangeComeBackAsDefaults)
     {
         return s.deckSetup[2].timecodeType;
     };
-    for (const auto& [inFile, read] : { Repair<int8_t>{ -1, 0 }, { 8, 8 }, { 9, 0 } })
+    for (const auto& [inFile, read] : { Repair<int8_t> { -1, 0 }, { 8, 8 }, { 9, 0 } })
         EXPECT_EQ (readBack (inFile, type), read);
     const auto inputPair = [](EngineSettings & s) -> auto&
     {
         return s.deckSetup[2].inputPair;
     };
-    for (const auto& [inFile, read] : { Repair<int8_t>{ -1, 2 }, { 0, 0 }, { 3, 3 }, { 4, 2 }, { 127, 2 } })
+    for (const auto& [inFile, read] : { Repair<int8_t> { -1, 2 }, { 0, 0 }, { 3, 3 }, { 4, 2 }, { 127, 2 } })
         EXPECT_EQ (readBack (inFile, inputPair), read);
 
     const auto masterDeck = [](EngineSettings & s) -> auto&
@@ -250,8 +250,8 @@ TEST_F (SettingsFile, WhateverAFileHoldsTheAudioNumbersAreUsable)
                 std::memcpy (&bytes[at], &bad[random() % std::size (bad)], 8);
         readSettings (bytes, settings);
 
-        std::vector<double> numbers{ settings.masterVolume, settings.crossfader, settings.crossfaderCurve,
-                                     settings.monitorMix, settings.monitorVolume };
+        std::vector<double> numbers { settings.masterVolume, settings.crossfader, settings.crossfaderCurve,
+                                      settings.monitorMix, settings.monitorVolume };
         numbers.insert (numbers.end(), settings.samplerLevels.begin(), settings.samplerLevels.end());
         for (const auto& deck : settings.deckSetup)
         {

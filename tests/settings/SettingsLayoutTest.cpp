@@ -52,9 +52,9 @@ struct Row
     Bytes expected;
 };
 
-const Folders folders{ juce::File ("/opt/dj"), juce::File ("/nowhere/music") };
+const Folders folders { juce::File ("/opt/dj"), juce::File ("/nowhere/music") };
 
-const std::vector<Row> blockRows{
+const std::vector<Row> blockRows {
     { 0x0000, 1024, textField ("/opt/dj/audio") },
     { 0x0400, 1024, textField ("/opt/dj/samples") },
     { 0x0800, 1024, textField ("/opt/dj/midi_files") },
@@ -118,7 +118,7 @@ Bytes expectedFile()
     place (blockRows, 0);
     for (int deck = 0; deck < 4; ++deck)
         place (deckRows (deck), 0x2d08 + static_cast<size_t> (deck) * 56);
-    return raw (int32_t{ 2250 }) + block;
+    return raw (int32_t { 2250 }) + block;
 }
 }
 
@@ -146,7 +146,7 @@ TEST (SettingsLayout, NamesReachTheDocumentedBytes)
         return static_cast<size_t> (at - written.begin()) - 4;
     };
     using enum EditorPreference;
-    for (const auto& [which, offset] : { std::pair{ spectralWaveform, 0x2c44 },
+    for (const auto& [which, offset] : { std::pair { spectralWaveform, 0x2c44 },
                                          { listFontSize, 0x2c45 },
                                          { showTooltips, 0x2c47 },
                                          { showCoverArt, 0x2c49 },

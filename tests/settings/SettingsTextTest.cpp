@@ -27,8 +27,8 @@ TEST (SettingsText, CutsAt1023BytesAndNeverInsideACharacter)
         const char* character;
         size_t bytes;
     };
-    for (const auto& [character, bytes] :
-         { Case{ "a", 1 }, Case{ "\xc3\xa9", 2 }, Case{ "\xe2\x82\xac", 3 }, Case{ "\xf0\x9d\x84\x9e", 4 } })
+    for (const auto& [character, bytes] : { Case { "a", 1 }, Case { "\xc3\xa9", 2 },
+                                            Case { "\xe2\x82\xac", 3 }, Case { "\xf0\x9d\x84\x9e", 4 } })
         for (int lead = 0; lead < 4; ++lead)
         {
             const auto start = juce::String::repeatedString ("x", lead);
