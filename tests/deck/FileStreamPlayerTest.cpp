@@ -232,7 +232,7 @@ TEST_F (Preview, ResamplesToTheOutputRateIfThatIsKnown)
         EXPECT_NEAR (crossingsOfOneSecond (rate), 1000, 2) << rate;
 }
 
-TEST_F (Preview, DamagedFilesAreRefusedOrPlayFiniteSound)
+TEST_F (Preview, DamagedFilesAreRefusedOrPlayNothingLouder)
 {
     auto sound = counting (4000);
     sound[0][1000] = std::numeric_limits<float>::quiet_NaN();
@@ -257,7 +257,7 @@ TEST_F (Preview, DamagedFilesAreRefusedOrPlayFiniteSound)
         player.play();
         for (const auto& channel : hear (5000))
             for (const auto sample : channel)
-                ASSERT_TRUE (std::isfinite (sample)) << "round " << round;
+                ASSERT_LE (std::abs (sample), 4.0f) << "round " << round; // false for a NaN, too
     }
 }
 
