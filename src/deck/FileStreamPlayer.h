@@ -66,17 +66,17 @@ private:
 
     const Pacing::Mode mode;
     juce::AudioFormatManager formatManager;
-    juce::TimeSliceThread thread { "FileStreamPlayer" };
-    Relaxed<double> outputRate { 0.0 };
-    std::atomic<bool> playing { false };
+    juce::TimeSliceThread thread{ "FileStreamPlayer" };
+    Relaxed<double> outputRate{ 0.0 };
+    std::atomic<bool> playing{ false };
 
-    juce::CriticalSection
-        commandLock; ///< one command at a time, guards `current`; never taken by the audio thread
+    /** One command at a time; guards `current`. Never taken by the audio thread. */
+    juce::CriticalSection commandLock;
     Track current;
 
     /** Held elsewhere for the change of a pointer only. The audio thread tries it, and is silent if it can't have it. */
     juce::SpinLock streamLock;
     std::unique_ptr<Stream> stream;
-    GainRamp fade { 0.0 };
+    GainRamp fade{ 0.0 };
     int fadeFrames = 0; ///< frames that are left to fade once playing ends
 };
