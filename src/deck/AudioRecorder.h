@@ -48,10 +48,10 @@ public:
     PX_AUDIO_THREAD void write (const float* const* channels, int frames) noexcept;
 
     /** Frames of this recording so far, those of dropped blocks included. 32 bits would be full after 13 hours. */
-    Relaxed<int64_t> recordedFrames{ 0 };
+    Relaxed<int64_t> recordedFrames { 0 };
 
     /** Frames of this recording that were lost because the disk was too slow. */
-    Relaxed<int64_t> droppedFrames{ 0 };
+    Relaxed<int64_t> droppedFrames { 0 };
 
     /** `recordFile` with the local time in its name: "mix.wav" becomes "mix_2024-12-31_(23h59m07s).wav". */
     static juce::File stamped (const juce::File& recordFile, juce::Time);
@@ -60,11 +60,11 @@ private:
     using ThreadedWriter = juce::AudioFormatWriter::ThreadedWriter;
 
     const Pacing::Mode mode;
-    juce::TimeSliceThread thread{ "Audio Recorder Thread" };
+    juce::TimeSliceThread thread { "Audio Recorder Thread" };
 
     juce::CriticalSection commandLock; ///< one command at a time; never taken by the audio thread
     std::unique_ptr<ThreadedWriter> writerHolder;
 
     juce::CriticalSection writerLock; ///< held for a pointer's change, or for one block into the ring
-    std::atomic<ThreadedWriter*> activeWriter{ nullptr };
+    std::atomic<ThreadedWriter*> activeWriter { nullptr };
 };

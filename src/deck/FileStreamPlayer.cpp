@@ -122,11 +122,11 @@ private:
                 sample = std::isfinite (sample) ? std::clamp (sample, -loudest, loudest) : 0.0f;
     }
 
-    juce::AbstractFifo fifo{ readAheadFrames + 1 };
-    juce::AudioBuffer<float> ring{ 2, readAheadFrames + 1 };
+    juce::AbstractFifo fifo { readAheadFrames + 1 };
+    juce::AudioBuffer<float> ring { 2, readAheadFrames + 1 };
     juce::AudioFormatReaderSource source;
     juce::AudioTransportSource transport;
-    std::atomic<bool> ended{ false }; ///< set after the last frames were written
+    std::atomic<bool> ended { false }; ///< set after the last frames were written
 };
 
 FileStreamPlayer::FileStreamPlayer (Pacing::Mode m) : mode (m)

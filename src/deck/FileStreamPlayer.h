@@ -66,9 +66,9 @@ private:
 
     const Pacing::Mode mode;
     juce::AudioFormatManager formatManager;
-    juce::TimeSliceThread thread{ "FileStreamPlayer" };
-    Relaxed<double> outputRate{ 0.0 };
-    std::atomic<bool> playing{ false };
+    juce::TimeSliceThread thread { "FileStreamPlayer" };
+    Relaxed<double> outputRate { 0.0 };
+    std::atomic<bool> playing { false };
 
     /** One command at a time; guards `current`. Never taken by the audio thread. */
     juce::CriticalSection commandLock;
@@ -77,6 +77,6 @@ private:
     /** Held elsewhere for the change of a pointer only. The audio thread tries it, and is silent if it can't have it. */
     juce::SpinLock streamLock;
     std::unique_ptr<Stream> stream;
-    GainRamp fade{ 0.0 };
+    GainRamp fade { 0.0 };
     int fadeFrames = 0; ///< frames that are left to fade once playing ends
 };

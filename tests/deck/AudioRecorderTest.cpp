@@ -203,7 +203,7 @@ TEST (AudioRecorder, CommandsOfSeveralThreadsMeetAudioUnharmed)
 {
     const TemporaryFolder folder;
     AudioRecorder recorder;
-    std::atomic<bool> done{ false };
+    std::atomic<bool> done { false };
     std::thread audio (
         [&]
         {

@@ -90,7 +90,7 @@ protected:
 
     static constexpr size_t fade = GainRamp::steps;
     TemporaryFolder folder;
-    FileStreamPlayer player{ Pacing::Mode::offline };
+    FileStreamPlayer player { Pacing::Mode::offline };
 };
 }
 
@@ -178,7 +178,7 @@ TEST_F (Preview, LoadReplacesAndAnEmptyPathUnloads)
 
 TEST_F (Preview, KeepsTagsForDisplay)
 {
-    Sound sound{ counting (22050), 44100.0, {} };
+    Sound sound { counting (22050), 44100.0, {} };
     player.load (wav (sound, "untagged.wav"));
     EXPECT_EQ (player.track().title, "untagged");
 
@@ -192,7 +192,7 @@ TEST_F (Preview, KeepsTagsForDisplay)
 
 TEST_F (Preview, ReadsTheFormatsOfTheToolkit)
 {
-    const Sound sound{ counting (30000), 44100.0, {} };
+    const Sound sound { counting (30000), 44100.0, {} };
     const std::unique_ptr<juce::AudioFormat> formats[] = { std::make_unique<juce::AiffAudioFormat>(),
                                                            std::make_unique<juce::FlacAudioFormat>(),
                                                            std::make_unique<juce::OggVorbisAudioFormat>() };
@@ -212,7 +212,7 @@ TEST_F (Preview, ResamplesToTheOutputRateIfThatIsKnown)
 {
     const auto crossingsOfOneSecond = [&] (double fileRate)
     {
-        Sound sound{ Channels (2), fileRate, {} };
+        Sound sound { Channels (2), fileRate, {} };
         for (int i = 0; i < 2 * static_cast<int> (fileRate); ++i)
             for (auto& channel : sound.channels)
                 channel.push_back (0.5f
@@ -288,7 +288,7 @@ TEST_F (Preview, CommandsMeetAudioUnharmed)
     const auto first = wav ({ counting (3000) }, "first.wav");
     const auto second = wav ({ counting (90000) }, "second.wav");
     FileStreamPlayer live;
-    std::atomic<bool> done{ false };
+    std::atomic<bool> done { false };
     std::thread audio (
         [&]
         {
