@@ -33,6 +33,10 @@ private:
     Step receive();
     bool keepsFormat() const;
 
+    /** How much of the first decoded frame and its followers lies before the stream's time 0, where nothing is to be
+        heard; libavcodec doesn't cut that. */
+    int64_t framesBeforeZero() const;
+
     AdecFile* file = nullptr;
     int32_t streamIndex = -1;
     adec::AvPointer<AVCodecContext> codec;
