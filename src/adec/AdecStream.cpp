@@ -47,8 +47,9 @@ bool AdecStream::send (const uint8_t* data, int32_t dataSize)
 {
     // What a caller didn't fetch of the packet before is lost with it.
     pendingAt = pendingEnd = 0;
-    while (avcodec_receive_frame (codec.get(), frame.get()) >= 0)
+    while (!isDrained && avcodec_receive_frame (codec.get(), frame.get()) >= 0)
         position += frame->nb_samples;
+    isDrained = false;
 
     if (file->isFlush (data))
         return avcodec_send_packet (codec.get(), nullptr) >= 0;
@@ -79,7 +80,8 @@ int64_t AdecStream::framesBeforeZero() const
 AdecStream::Step AdecStream::receive()
 {
     const auto error = avcodec_receive_frame (codec.get(), frame.get());
-    if (error == AVERROR (EAGAIN) || error == AVERROR_EOF)
+    isDrained = error == AVERROR (EAGAIN) || error == AVERROR_EOF;
+    if (isDrained)
         return Step::empty;
     if (error < 0)
         return Step::damaged;

@@ -49,7 +49,8 @@ private:
     int32_t frameBytes = 0;
 
     AdecFile::Cut cut;
-    int64_t position = 0; /**< frames that the decoder has given so far */
+    int64_t position = 0;  /**< frames that the decoder has given so far */
+    bool isDrained = true; /**< the decoder has given all of the packet sent last */
 
     // The part of `frame` that is still to be handed out, and where the caller goes on with the packet.
     int pendingAt = 0;
