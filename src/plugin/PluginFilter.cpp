@@ -10,7 +10,7 @@ thread_local CPlatterdex* newestEngine = nullptr;
 juce::File pluginFile()
 {
     const auto binary = juce::File::getSpecialLocation (juce::File::currentExecutableFile);
-    for (auto folder = binary.getParentDirectory(); ! folder.isRoot(); folder = folder.getParentDirectory())
+    for (auto folder = binary.getParentDirectory(); !folder.isRoot(); folder = folder.getParentDirectory())
         if (folder.hasFileExtension ("vst3;lv2"))
             return folder;
     return binary;
@@ -22,7 +22,8 @@ EngineWorld worldOfPlugin()
 {
     EngineWorld world;
     world.root = pluginFile().getParentDirectory();
-    world.decoder = juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
+    world.decoder =
+        juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
     return world;
 }
 }

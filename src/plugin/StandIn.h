@@ -27,9 +27,9 @@ public:
             standalone = true;
         if (number < 1 || number > 465)
             return;
-        auto& state = states[(size_t) number];
+        auto& state = states[(size_t)number];
         const auto isToggle = (number >= 41 && number <= 44) || number == 465;
-        if (! isToggle)
+        if (!isToggle)
             state = value;
         else if (value > 0.0f)
             state = 1.0f - state;
@@ -39,23 +39,29 @@ public:
     {
         if (number == 9)
             return standalone ? 1.0f : 0.0f;
-        return number >= 1 && number <= 465 ? states[(size_t) number] : 0.0f;
+        return number >= 1 && number <= 465 ? states[(size_t)number] : 0.0f;
     }
 
     const juce::String getParameterName (int number) override
     {
-        static const std::map<int, const char*> names{ { 1, "Play/Pause A" }, { 9, "Set Master A" },
+        static const std::map<int, const char*> names{ { 1, "Play/Pause A" },
+                                                       { 9, "Set Master A" },
                                                        { 29, "Pitch Bend Nudge (-4.00%) A" },
-                                                       { 41, "Key Lock A" }, { 277, "Crossfader" },
+                                                       { 41, "Key Lock A" },
+                                                       { 277, "Crossfader" },
                                                        { 445, "VST Set Insert/Send Signal Routing Slot A" },
-                                                       { 464, "Cue/Play D" }, { 465, "Disk Recorder" } };
+                                                       { 464, "Cue/Play D" },
+                                                       { 465, "Disk Recorder" } };
         if (number < 1 || number > 465)
             return {};
         const auto found = names.find (number);
         return found != names.end() ? juce::String (found->second) : "Command " + juce::String (number);
     }
 
-    const juce::String getParameterText (int number) override { return juce::String (getParameter (number), 2); }
+    const juce::String getParameterText (int number) override
+    {
+        return juce::String (getParameter (number), 2);
+    }
 
     const juce::String getName() const override { return "Platterdex"; }
     void prepareToPlay (double, int) override {}
@@ -64,7 +70,8 @@ public:
     void processBlockBypassed (juce::AudioBuffer<float>&, juce::MidiBuffer&) override {}
     bool isBusesLayoutSupported (const BusesLayout& wanted) const override
     {
-        const auto isStereo = [] (const juce::AudioChannelSet& set) { return set == juce::AudioChannelSet::stereo(); };
+        const auto isStereo = [] (const juce::AudioChannelSet& set)
+        { return set == juce::AudioChannelSet::stereo(); };
         return wanted.inputBuses.size() == 5 && wanted.outputBuses.size() == 7
                && std::all_of (wanted.inputBuses.begin(), wanted.inputBuses.end(), isStereo)
                && std::all_of (wanted.outputBuses.begin(), wanted.outputBuses.end(), isStereo);
@@ -72,7 +79,10 @@ public:
     bool acceptsMidi() const override { return false; }
     bool producesMidi() const override { return false; }
     double getTailLengthSeconds() const override { return 0.0; }
-    juce::AudioProcessorEditor* createEditor() override { return new juce::GenericAudioProcessorEditor (*this); }
+    juce::AudioProcessorEditor* createEditor() override
+    {
+        return new juce::GenericAudioProcessorEditor (*this);
+    }
     bool hasEditor() const override { return true; }
     int getNumPrograms() override { return 1; }
     int getCurrentProgram() override { return 0; }
@@ -83,19 +93,31 @@ public:
     void setStateInformation (const void*, int) override {}
 
 private:
-    struct Parameter : juce::AudioProcessorParameter
+    /** A host writes buttons as presses and releases, and its wrappers drop what equals the value read: so a button
+        reads as it was last written, and every press and every release arrives once. */
+    struct Parameter : juce::AudioProcessorParameterWithID
     {
-        Parameter (CPlatterdex& e, int n) : engine (e), number (n) {}
-        float getValue() const override { return engine.getParameter (number); }
-        void setValue (float value) override { engine.setParameter (number, value); }
+        Parameter (CPlatterdex& e, int n)
+            : juce::AudioProcessorParameterWithID (juce::ParameterID ("command" + juce::String (n), 1),
+                                                   e.getParameterName (n)),
+              engine (e),
+              number (n)
+        {
+        }
+        float getValue() const override { return isButton() ? written.load() : engine.getParameter (number); }
+        void setValue (float value) override
+        {
+            written = value;
+            engine.setParameter (number, value);
+        }
         float getDefaultValue() const override { return 0.0f; }
-        juce::String getName (int length) const override { return engine.getParameterName (number).substring (0, length); }
-        juce::String getLabel() const override { return {}; }
         juce::String getText (float value, int) const override { return juce::String (value, 2); }
         float getValueForText (const juce::String& text) const override { return text.getFloatValue(); }
+        bool isButton() const { return number < 21 || (number >= 41 && number <= 44) || number > 460; }
 
         CPlatterdex& engine;
         const int number;
+        std::atomic<float> written{ 0.0f };
     };
 
     static BusesProperties buses()

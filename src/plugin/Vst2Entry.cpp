@@ -21,7 +21,7 @@ Vst2::AEffect* createEffect (Vst2::audioMasterCallback host)
     if (effect == nullptr)
         return nullptr;
 
-    if (engine == nullptr || ! Vst2Instance::add (effect, { engine, effect->dispatcher, host }))
+    if (engine == nullptr || !Vst2Instance::add (effect, { engine, effect->dispatcher, host }))
     {
         effect->dispatcher (effect, Vst2::effClose, 0, 0, nullptr, 0.0f);
         return nullptr;
@@ -41,7 +41,7 @@ PX_EXPORT Vst2::AEffect* VSTPluginMain (Vst2::audioMasterCallback host)
 }
 
 /** Old hosts look for this name only. A function called main is the language's own, hence the label. */
-PX_EXPORT Vst2::AEffect* olderPluginMain (Vst2::audioMasterCallback) asm ("main");
+PX_EXPORT Vst2::AEffect* olderPluginMain (Vst2::audioMasterCallback) asm("main");
 PX_EXPORT Vst2::AEffect* olderPluginMain (Vst2::audioMasterCallback host)
 {
     return createEffect (host);

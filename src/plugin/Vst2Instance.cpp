@@ -7,7 +7,9 @@ namespace
 struct Row
 {
     std::atomic<bool> taken{ false };
-    std::atomic<const Vst2::AEffect*> record{ nullptr }; // set last and cleared first: the row is whole while it is set
+    std::atomic<const Vst2::AEffect*> record{
+        nullptr
+    }; // set last and cleared first: the row is whole while it is set
     Vst2Instance instance;
 };
 

@@ -14,7 +14,8 @@ namespace
 constexpr size_t textBytes = 64;
 constexpr int firstCommand = 1;
 constexpr int lastCommand = 465;
-constexpr Vst2::VstIntPtr formattedValue = 0xbeef; // what hosts with this extension expect of a value that was written
+constexpr Vst2::VstIntPtr formattedValue =
+    0xbeef; // what hosts with this extension expect of a value that was written
 
 thread_local Vst2::audioMasterCallback hostOfThisThread = nullptr;
 
@@ -100,18 +101,30 @@ Vst2::VstIntPtr dispatch (Vst2::AEffect* effect, int opcode, int index, Vst2::Vs
 
     switch (opcode)
     {
-    case Vst2::effGetParamLabel: write ({}, data); return 0;
-    case Vst2::effGetParamDisplay: write (engine.getParameterText (index), data); return 0;
-    case Vst2::effGetParamName: write (engine.getParameterName (index), data); return 0;
-    case Vst2::effCanBeAutomated: return 1;
-    case Vst2::effString2Parameter: return setFromText (engine, index, static_cast<const char*> (data));
-    case Vst2::effGetProductString: write ("Platterdex2", data); return 1;
+    case Vst2::effGetParamLabel:
+        write ({}, data);
+        return 0;
+    case Vst2::effGetParamDisplay:
+        write (engine.getParameterText (index), data);
+        return 0;
+    case Vst2::effGetParamName:
+        write (engine.getParameterName (index), data);
+        return 0;
+    case Vst2::effCanBeAutomated:
+        return 1;
+    case Vst2::effString2Parameter:
+        return setFromText (engine, index, static_cast<const char*> (data));
+    case Vst2::effGetProductString:
+        write ("Platterdex2", data);
+        return 1;
     case Vst2::effVendorSpecific:
         if (index == Vst2::effGetParamDisplay)
             return formatValue (value, option, data);
         break;
-    case Vst2::effClose: return close (effect, value, data, option);
-    default: break;
+    case Vst2::effClose:
+        return close (effect, value, data, option);
+    default:
+        break;
     }
     return instance->wrapped (effect, opcode, index, value, data, option);
 }

@@ -18,11 +18,13 @@ float get (Vst2::AEffect*, int number);
 
 /** Answers the opcodes about parameters and the product's name, and hands the rest to the wrapper's dispatcher.
     Closing ends the record. Texts take at most 64 bytes of the host's memory, with their terminator. */
-Vst2::VstIntPtr dispatch (Vst2::AEffect*, int opcode, int index, Vst2::VstIntPtr value, void* data, float option);
+Vst2::VstIntPtr dispatch (Vst2::AEffect*, int opcode, int index, Vst2::VstIntPtr value, void* data,
+                          float option);
 
 /** Stands between the wrapper and the host: parameter numbers of the wrapper become command numbers on their way out;
     the last command, which the host's count leaves no room for, is not reported. */
-Vst2::VstIntPtr callHost (Vst2::AEffect*, int opcode, int index, Vst2::VstIntPtr value, void* data, float option);
+Vst2::VstIntPtr callHost (Vst2::AEffect*, int opcode, int index, Vst2::VstIntPtr value, void* data,
+                          float option);
 
 /** Lives while a record is being made or closed on this thread, and says who its host is when it is not, or no
     longer, in the table. */

@@ -40,7 +40,7 @@ expect()
 {
     grep -Eq -- "$1" "$2" || {
         echo "FAILED: nothing in the host's output matches: $1"
-        sed 's/^/  | /' "$2"
+        head -n 60 "$2" | sed 's/^/  | /'
         exit 1
     }
 }

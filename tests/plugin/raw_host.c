@@ -1,5 +1,6 @@
 /* A host of the plainest kind: it loads the plug-in, looks only at the VST 2 record and says what it sees.
-   Usage: raw_host PLUGIN. Prints one line a fact and one line a failure; ends with 1 if there was a failure. */
+   Usage: raw_host [--names] PLUGIN. Prints one line a fact and one line a failure; ends with 1 if there was a failure.
+   With --names it prints the names of the parameters, one a line, and looks at nothing else. */
 
 #include <pluginterfaces/vst2.x/aeffectx.h>
 
@@ -20,41 +21,46 @@ typedef AEffect* (*Entry) (audioMasterCallback);
 static int failures = 0;
 static int changesReported = 0;
 
-#define CHECK(condition, ...)                                                                                         \
-    do                                                                                                                \
-    {                                                                                                                 \
-        if (! (condition))                                                                                            \
-        {                                                                                                             \
-            printf ("FAILED line %d: %s: ", __LINE__, #condition);                                                    \
-            printf (__VA_ARGS__);                                                                                     \
-            printf ("\n");                                                                                            \
-            ++failures;                                                                                               \
-        }                                                                                                             \
+#define CHECK(condition, ...)                                                                                \
+    do                                                                                                       \
+    {                                                                                                        \
+        if (!(condition))                                                                                    \
+        {                                                                                                    \
+            printf ("FAILED line %d: %s: ", __LINE__, #condition);                                           \
+            printf (__VA_ARGS__);                                                                            \
+            printf ("\n");                                                                                   \
+            ++failures;                                                                                      \
+        }                                                                                                    \
     } while (0)
 
-static t_fstPtrInt host (AEffect* effect, int opcode, int index, t_fstPtrInt value, void* const data, float option)
+static t_fstPtrInt host (AEffect* effect, int opcode, int index, t_fstPtrInt value, void* const data,
+                         float option)
 {
     static t_fstTimeInfo time;
-    (void) effect;
-    (void) value;
-    (void) data;
-    (void) option;
+    (void)effect;
+    (void)value;
+    (void)data;
+    (void)option;
     switch (opcode)
     {
     case audioMasterAutomate:
         ++changesReported;
         CHECK (index >= 0 && index < PARAMETERS, "the plug-in reported parameter %d", index);
         return 0;
-    case audioMasterVersion: return kVstVersion;
-    case audioMasterGetSampleRate: return 48000;
-    case audioMasterGetBlockSize: return BLOCK;
+    case audioMasterVersion:
+        return kVstVersion;
+    case audioMasterGetSampleRate:
+        return 48000;
+    case audioMasterGetBlockSize:
+        return BLOCK;
     case audioMasterGetTime:
         time.sampleRate = 48000.0;
         time.tempo = 125.0;
         time.timeSigNumerator = time.timeSigDenominator = 4;
         time.flags = kVstTempoValid | kVstTimeSigValid | kVstPpqPosValid;
-        return (t_fstPtrInt) &time;
-    default: return 0;
+        return (t_fstPtrInt)&time;
+    default:
+        return 0;
     }
 }
 
@@ -80,7 +86,8 @@ static const char* text (AEffect* effect, int opcode, int index)
 static void expectText (AEffect* effect, int opcode, int index, const char* expected)
 {
     const char* found = text (effect, opcode, index);
-    CHECK (strcmp (found, expected) == 0, "opcode %d, index %d says \"%s\" and not \"%s\"", opcode, index, found, expected);
+    CHECK (strcmp (found, expected) == 0, "opcode %d, index %d says \"%s\" and not \"%s\"", opcode, index,
+           found, expected);
 }
 
 static void start (AEffect* effect)
@@ -106,13 +113,13 @@ static double process (AEffect* effect, int frames)
     double largest = 0.0;
     for (int c = 0; c < INPUTS; ++c)
     {
-        in[c] = malloc (sizeof (float) * (size_t) (frames + 1));
+        in[c] = malloc (sizeof (float) * (size_t)(frames + 1));
         for (int i = 0; i < frames; ++i)
-            in[c][i] = 0.5f * sinf ((float) i * 0.05f);
+            in[c][i] = 0.5f * sinf ((float)i * 0.05f);
     }
     for (int c = 0; c < OUTPUTS; ++c)
     {
-        out[c] = malloc (sizeof (float) * (size_t) (frames + 1));
+        out[c] = malloc (sizeof (float) * (size_t)(frames + 1));
         for (int i = 0; i <= frames; ++i)
             out[c][i] = 7.0f;
     }
@@ -131,24 +138,25 @@ static double process (AEffect* effect, int frames)
 
 static void checkIdentity (AEffect* effect)
 {
-    CHECK (effect->magic == kEffectMagic, "magic %x", (unsigned) effect->magic);
+    CHECK (effect->magic == kEffectMagic, "magic %x", (unsigned)effect->magic);
     CHECK (effect->numInputs == INPUTS, "%d inputs", effect->numInputs);
     CHECK (effect->numOutputs == OUTPUTS, "%d outputs", effect->numOutputs);
     CHECK (effect->numParams == PARAMETERS, "%d parameters", effect->numParams);
     CHECK (effect->numPrograms == 1, "%d programs", effect->numPrograms);
-    CHECK ((effect->flags & effFlagsCanReplacing) != 0, "flags %lx", (long) effect->flags);
-    CHECK ((effect->flags & effFlagsHasEditor) != 0, "flags %lx", (long) effect->flags);
-    CHECK ((effect->flags & effFlagsIsSynth) == 0, "flags %lx", (long) effect->flags);
+    CHECK ((effect->flags & effFlagsCanReplacing) != 0, "flags %lx", (long)effect->flags);
+    CHECK ((effect->flags & effFlagsHasEditor) != 0, "flags %lx", (long)effect->flags);
+    CHECK ((effect->flags & effFlagsIsSynth) == 0, "flags %lx", (long)effect->flags);
     expectText (effect, effGetEffectName, 0, "Platterdex");
     expectText (effect, effGetVendorString, 0, "Tonal-Yard");
     expectText (effect, effGetProductString, 0, "Platterdex2");
     expectText (effect, effGetProgramName, 0, "");
     CHECK (tell (effect, effGetProgram, 0, 0, NULL, 0.0f) == 0, "another program than the first");
     CHECK (tell (effect, effGetVstVersion, 0, 0, NULL, 0.0f) == 2400, "another version of the format");
-    CHECK (tell (effect, effCanDo, 0, 0, (void*) "receiveVstMidiEvent", 0.0f) <= 0, "it takes MIDI of the host");
-    CHECK (tell (effect, effCanDo, 0, 0, (void*) "sendVstMidiEvent", 0.0f) <= 0, "it sends MIDI to the host");
-    printf ("channels %d %d, parameters %d, programs %d\n", effect->numInputs, effect->numOutputs, effect->numParams,
-            effect->numPrograms);
+    CHECK (tell (effect, effCanDo, 0, 0, (void*)"receiveVstMidiEvent", 0.0f) <= 0,
+           "it takes MIDI of the host");
+    CHECK (tell (effect, effCanDo, 0, 0, (void*)"sendVstMidiEvent", 0.0f) <= 0, "it sends MIDI to the host");
+    printf ("channels %d %d, parameters %d, programs %d\n", effect->numInputs, effect->numOutputs,
+            effect->numParams, effect->numPrograms);
 }
 
 static void checkPins (AEffect* effect, int opcode, const char* const* buses, int channels)
@@ -169,9 +177,11 @@ static void checkPins (AEffect* effect, int opcode, const char* const* buses, in
         if (i == channels)
             break;
         snprintf (expected, sizeof (expected), "%s %c", buses[i / 2], i % 2 == 0 ? 'L' : 'R');
-        CHECK (strcmp (memory.pin.label, expected) == 0, "pin %d is \"%s\" and not \"%s\"", i, memory.pin.label, expected);
+        CHECK (strcmp (memory.pin.label, expected) == 0, "pin %d is \"%s\" and not \"%s\"", i,
+               memory.pin.label, expected);
         CHECK ((memory.pin.flags & 1) != 0, "pin %d is not active", i);
-        CHECK (((memory.pin.flags & 2) != 0) == (i % 2 == 0), "pin %d: a pair starts at every left channel", i);
+        CHECK (((memory.pin.flags & 2) != 0) == (i % 2 == 0), "pin %d: a pair starts at every left channel",
+               i);
     }
 }
 
@@ -200,8 +210,10 @@ static void checkNames (AEffect* effect)
     {
         CHECK (*text (effect, effGetParamName, index) != 0, "parameter %d has no name", index);
         expectText (effect, effGetParamLabel, index, "");
-        CHECK (strchr (text (effect, effGetParamDisplay, index), '.') != NULL, "parameter %d has no decimals", index);
-        CHECK (tell (effect, effCanBeAutomated, index, 0, NULL, 0.0f) == 1, "parameter %d is not automatable", index);
+        CHECK (strchr (text (effect, effGetParamDisplay, index), '.') != NULL, "parameter %d has no decimals",
+               index);
+        CHECK (tell (effect, effCanBeAutomated, index, 0, NULL, 0.0f) == 1, "parameter %d is not automatable",
+               index);
     }
     tell (effect, effGetParamName, 1, 0, NULL, 0.0f);
 }
@@ -214,7 +226,8 @@ static void checkTriggers (AEffect* effect, int index)
     {
         effect->setParameter (effect, index, 1.0f);
         const float now = effect->getParameter (effect, index);
-        CHECK (now == (i % 2 == 1 ? 1.0f - before : before), "write %d to %d reads %g", i, index, (double) now);
+        CHECK (now == (i % 2 == 1 ? 1.0f - before : before), "write %d to %d reads %g", i, index,
+               (double)now);
         effect->setParameter (effect, index, 0.0f);
         CHECK (effect->getParameter (effect, index) == now, "a release of %d acts", index);
     }
@@ -228,17 +241,20 @@ static void checkValues (AEffect* effect)
     char shown[TEXT_BYTES];
 
     effect->setParameter (effect, 277, 0.25f);
-    CHECK (effect->getParameter (effect, 277) == 0.25f, "crossfader %g", (double) effect->getParameter (effect, 277));
+    CHECK (effect->getParameter (effect, 277) == 0.25f, "crossfader %g",
+           (double)effect->getParameter (effect, 277));
     expectText (effect, effGetParamDisplay, 277, "0.25");
-    CHECK (tell (effect, effString2Parameter, 277, 0, (void*) " 0.75", 0.0f) == 1, "a number as text is refused");
+    CHECK (tell (effect, effString2Parameter, 277, 0, (void*)" 0.75", 0.0f) == 1,
+           "a number as text is refused");
     expectText (effect, effGetParamDisplay, 277, "0.75");
     CHECK (tell (effect, effString2Parameter, 277, 0, NULL, 0.0f) == 1, "texts are taken");
-    CHECK (tell (effect, effString2Parameter, 277, 0, (void*) "left", 0.0f) == 0, "a word is no value");
-    CHECK (tell (effect, effString2Parameter, 0, 0, (void*) "1", 0.0f) == 0, "index 0 takes no text");
+    CHECK (tell (effect, effString2Parameter, 277, 0, (void*)"left", 0.0f) == 0, "a word is no value");
+    CHECK (tell (effect, effString2Parameter, 0, 0, (void*)"1", 0.0f) == 0, "index 0 takes no text");
     effect->setParameter (effect, 277, NAN);
     effect->setParameter (effect, 277, INFINITY);
     expectText (effect, effGetParamDisplay, 277, "0.75");
-    CHECK (tell (effect, effVendorSpecific, effGetParamDisplay, 277, shown, 0.125f) == 0xbeef, "no text for a value");
+    CHECK (tell (effect, effVendorSpecific, effGetParamDisplay, 277, shown, 0.125f) == 0xbeef,
+           "no text for a value");
     CHECK (strlen (shown) == 4, "a value is shown as \"%s\"", shown);
     effect->setParameter (effect, 277, 0.5f);
 
@@ -307,16 +323,24 @@ static AEffect* create (Entry entry)
 int main (int argc, char** argv)
 {
     static const char* const inputs[] = { "Deck1", "Deck2", "Deck3", "Deck4", "Mic" };
-    static const char* const outputs[] = { "Master", "Monitor", "Deck1", "Deck2", "Deck3", "Deck4", "Sampler" };
+    static const char* const outputs[] = {
+        "Master", "Monitor", "Deck1", "Deck2", "Deck3", "Deck4", "Sampler"
+    };
 
-    void* library = argc == 2 ? dlopen (argv[1], RTLD_NOW | RTLD_LOCAL) : NULL;
-    if (library == NULL)
+    const int onlyNames = argc == 3 && strcmp (argv[1], "--names") == 0;
+    if (argc != 2 && !onlyNames)
     {
-        printf ("FAILED: %s\n", argc == 2 ? dlerror() : "usage: raw_host PLUGIN");
+        printf ("usage: raw_host [--names] PLUGIN\n");
         return 1;
     }
-    const Entry entry = (Entry) dlsym (library, "VSTPluginMain");
-    const Entry olderEntry = (Entry) dlsym (library, "main");
+    void* library = dlopen (argv[argc - 1], RTLD_NOW | RTLD_LOCAL);
+    if (library == NULL)
+    {
+        printf ("FAILED: %s\n", dlerror());
+        return 1;
+    }
+    const Entry entry = (Entry)dlsym (library, "VSTPluginMain");
+    const Entry olderEntry = (Entry)dlsym (library, "main");
     CHECK (entry != NULL, "no VSTPluginMain");
     CHECK (olderEntry != NULL, "no main");
     CHECK (dlsym (library, "wrappedVstPluginMain") == NULL, "the toolkit's entry shows");
@@ -324,6 +348,13 @@ int main (int argc, char** argv)
         return 1;
 
     AEffect* effect = create (entry);
+    if (onlyNames)
+    {
+        for (int index = 1; index <= PARAMETERS; ++index)
+            printf ("%s\n", text (effect, effGetParamName, index));
+        stop (effect);
+        return 0;
+    }
     checkIdentity (effect);
     checkPins (effect, effGetInputProperties, inputs, INPUTS);
     checkPins (effect, effGetOutputProperties, outputs, OUTPUTS);
