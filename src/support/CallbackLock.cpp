@@ -6,8 +6,8 @@
 
 namespace
 {
-Relaxed<int64_t> longestNanoseconds{ 0 };
-Relaxed<const char*> longestReason{ "" };
+Relaxed<int64_t> longestNanoseconds { 0 };
+Relaxed<const char*> longestReason { "" };
 
 int64_t now() noexcept
 {

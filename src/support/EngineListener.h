@@ -12,6 +12,7 @@ enum class EngineEvent
     loadFailed,      ///< index: the deck
     browserCommand,  ///< index: the number of a command that moves or loads in a browser
     recorderChanged, ///< index: 1 recording, 0 idle
+    askStopAutomix,  ///< index: the deck whose Play was pressed while automix runs
 };
 
 /** Hears what the engine says. Called on the message thread, or on whichever thread pumps an engine that has no

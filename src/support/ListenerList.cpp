@@ -4,12 +4,6 @@
 
 #include <algorithm>
 
-ListenerList::ListenerList() noexcept
-{
-    for (uint32_t i = 0; i < capacity; ++i)
-        slots[i].turn.store (i, std::memory_order_relaxed);
-}
-
 void ListenerList::add (EngineListener& listener)
 {
     const juce::ScopedLock sl (listenerLock);
@@ -24,53 +18,19 @@ void ListenerList::remove (EngineListener& listener)
 
 void ListenerList::post (EngineEvent event, int index) noexcept
 {
-    push ({ event, nullptr, index });
+    queue.push ({ event, nullptr, index });
 }
 
 void ListenerList::postMessage (const char* text, int deck) noexcept
 {
-    push ({ {}, text, deck });
-}
-
-void ListenerList::push (const Entry& entry) noexcept
-{
-    auto turn = writeTurn.load (std::memory_order_relaxed);
-    for (;;)
-    {
-        auto& slot = slots[turn % capacity];
-        const auto ahead = static_cast<int32_t> (slot.turn.load (std::memory_order_acquire) - turn);
-        if (ahead < 0)
-            return; // full
-        if (ahead > 0)
-        {
-            turn = writeTurn.load (std::memory_order_relaxed);
-            continue;
-        }
-        if (writeTurn.compare_exchange_weak (turn, turn + 1, std::memory_order_relaxed))
-        {
-            slot.entry = entry;
-            slot.turn.store (turn + 1, std::memory_order_release);
-            return;
-        }
-    }
-}
-
-bool ListenerList::pop (Entry& entry) noexcept
-{
-    auto& slot = slots[readTurn % capacity];
-    if (slot.turn.load (std::memory_order_acquire) != readTurn + 1)
-        return false;
-    entry = slot.entry;
-    slot.turn.store (readTurn + capacity, std::memory_order_release);
-    ++readTurn;
-    return true;
+    queue.push ({ {}, text, deck });
 }
 
 void ListenerList::deliver()
 {
     assertMayBlock();
     Entry entry;
-    while (pop (entry))
+    while (queue.pop (entry))
     {
         // A listener may leave while it is called: work on a copy and look each one up again.
         std::vector<EngineListener*> called;

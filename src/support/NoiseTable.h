@@ -20,6 +20,6 @@ public:
     PX_AUDIO_THREAD double next() noexcept { return values[index++]; }
 
 private:
-    std::array<double, 256> values{};
+    std::array<double, 256> values {};
     uint8_t index = 0;
 };

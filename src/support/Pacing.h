@@ -36,5 +36,5 @@ public:
 
 private:
     const Mode mode;
-    Relaxed<double> pausedMilliseconds{ 0.0 };
+    Relaxed<double> pausedMilliseconds { 0.0 };
 };

@@ -42,7 +42,7 @@ public:
     T operator*= (T factor) noexcept { return *this = static_cast<T> (get() * factor); }
 
 private:
-    alignas (sizeof (T)) T value{};
+    alignas (sizeof (T)) T value {};
 };
 
 static_assert (sizeof (Relaxed<double>) == 8 && sizeof (Relaxed<signed char>) == 1);
@@ -68,6 +68,6 @@ public:
     T get() const noexcept { return value.load (std::memory_order_acquire); }
 
 private:
-    std::atomic<T> value{};
+    std::atomic<T> value {};
     static_assert (std::atomic<T>::is_always_lock_free);
 };

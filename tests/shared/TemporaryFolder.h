@@ -15,6 +15,6 @@ public:
     operator const juce::File&() const { return folder; }
 
 private:
-    juce::File folder{ juce::File::getSpecialLocation (juce::File::tempDirectory)
-                           .getNonexistentChildFile ("platterdex-test-" + juce::Uuid().toString(), {}) };
+    juce::File folder { juce::File::getSpecialLocation (juce::File::tempDirectory)
+                            .getNonexistentChildFile ("platterdex-test-" + juce::Uuid().toString(), {}) };
 };

@@ -23,7 +23,7 @@ TEST (RandGeneratorLCG, ReachesTheTenThousandthStateOfTheMinimalStandard)
 TEST (RandGeneratorLCG, NeverSticksWhateverTheSeed)
 {
     for (const int64_t seed :
-         { int64_t{ 0 }, int64_t{ -1 }, int64_t{ 0x7fffffff }, std::numeric_limits<int64_t>::min() })
+         { int64_t { 0 }, int64_t { -1 }, int64_t { 0x7fffffff }, std::numeric_limits<int64_t>::min() })
     {
         RandGeneratorLCG random;
         random.seed (seed);

@@ -1,0 +1,123 @@
+#include "adec/AdecStream.h"
+
+#include "adec/Interleave.h"
+
+#include <algorithm>
+
+std::unique_ptr<AdecStream> AdecStream::open (AdecFile& file, const AVStream& source)
+{
+    auto stream = std::make_unique<AdecStream>();
+    if (stream->frame == nullptr)
+        return nullptr;
+
+    const auto& parameters = *source.codecpar;
+    const auto* const decoder = avcodec_find_decoder (parameters.codec_id);
+    stream->codec.reset (avcodec_alloc_context3 (decoder));
+    auto* const codec = stream->codec.get();
+    if (codec == nullptr || avcodec_parameters_to_context (codec, &parameters) < 0)
+        return nullptr;
+
+    codec->pkt_timebase = source.time_base;
+    codec->thread_count = 1; // four decks decode at once, beside a thread that must not wait for them
+    if (const auto cut = file.cutOf (source))
+    {
+        stream->cut = *cut;
+        codec->flags2 |= AV_CODEC_FLAG2_SKIP_MANUAL;
+    }
+    if (avcodec_open2 (codec, decoder, nullptr) < 0)
+        return nullptr;
+
+    stream->packedFormat = av_get_packed_sample_fmt (static_cast<AVSampleFormat> (parameters.format));
+    stream->sampleRate = parameters.sample_rate;
+    stream->channels = parameters.ch_layout.nb_channels;
+    stream->frameBytes = stream->channels * av_get_bytes_per_sample (stream->packedFormat);
+    stream->streamIndex = source.index;
+    stream->file = &file;
+    file.attach (*stream);
+    return stream;
+}
+
+AdecStream::~AdecStream()
+{
+    if (file != nullptr)
+        file->detach (*this);
+}
+
+bool AdecStream::send (const uint8_t* data, int32_t dataSize)
+{
+    // What a caller didn't fetch of the packet before is lost with it.
+    pendingAt = pendingEnd = 0;
+    while (avcodec_receive_frame (codec.get(), frame.get()) >= 0)
+        position += frame->nb_samples;
+
+    if (file->isFlush (data))
+        return avcodec_send_packet (codec.get(), nullptr) >= 0;
+
+    const auto& packet = file->currentPacket();
+    return data == packet.data && dataSize == packet.size && packet.stream_index == streamIndex
+           && avcodec_send_packet (codec.get(), &packet) >= 0;
+}
+
+bool AdecStream::keepsFormat() const
+{
+    return av_get_packed_sample_fmt (static_cast<AVSampleFormat> (frame->format)) == packedFormat
+           && frame->sample_rate == sampleRate && frame->ch_layout.nb_channels == channels;
+}
+
+AdecStream::Step AdecStream::receive()
+{
+    const auto error = avcodec_receive_frame (codec.get(), frame.get());
+    if (error == AVERROR (EAGAIN) || error == AVERROR_EOF)
+        return Step::empty;
+    if (error < 0)
+        return Step::damaged;
+
+    const int64_t count = frame->nb_samples;
+    pendingAt = static_cast<int> (std::clamp<int64_t> (cut.start - position, 0, count));
+    pendingEnd = static_cast<int> (std::clamp<int64_t> (cut.end - position, pendingAt, count));
+    position += count;
+    if (keepsFormat())
+        return Step::frame;
+    pendingAt = pendingEnd = 0;
+    return Step::damaged;
+}
+
+int32_t AdecStream::decode (const uint8_t* data, int32_t dataSize, uint8_t* output, int32_t& outputSize)
+{
+    const auto room = outputSize;
+    outputSize = 0;
+    if (file == nullptr)
+        return -1;
+
+    const bool isContinued =
+        data == continueAt && dataSize == continueSize && file->packetNumber() == continueNumber;
+    continueAt = nullptr;
+    if (!isContinued && !send (data, dataSize))
+        return -1;
+
+    for (;;)
+    {
+        const auto count = std::min (pendingEnd - pendingAt, (room - outputSize) / frameBytes);
+        if (count > 0)
+            adec::interleave (*frame, pendingAt, count, output + outputSize);
+        pendingAt += count;
+        outputSize += count * frameBytes;
+
+        if (pendingAt < pendingEnd)
+        {
+            if (outputSize == 0)
+                return -1;
+            const int32_t used = dataSize > 1 ? 1 : 0;
+            continueAt = data + used;
+            continueSize = dataSize - used;
+            continueNumber = file->packetNumber();
+            return used;
+        }
+
+        const auto step = receive();
+        if (step == Step::empty || (step == Step::damaged && outputSize > 0))
+            return dataSize;
+        if (step == Step::damaged)
+            return -1;
+    }
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+/** One entry of a beat table. The layout is that of the stored form: 32 bits of position, 32 of padding, a double. */
+struct BeatMark
+{
+    int32_t pos = 0;  ///< frames of the file
+    double bpm = 0.0; ///< local tempo
+};
+
+static_assert (sizeof (BeatMark) == 16);
+
+/** Where the beats of a track lie. Entries stand half a beat apart, so the full beats are every second entry, counted
+    from the downbeat's. Either the table tells them (a tracked grid), or tempo and downbeat alone do (a fixed grid).
+    A value: made by the caller from the deck's fields under the callback lock, or on the audio thread. */
+struct BeatGrid
+{
+    const BeatMark* beats = nullptr;
+    int32_t numBeats = 0;
+    int32_t downbeatIndex = 0;
+    int32_t downbeatPosition = 0; ///< frames of the file
+    bool fixedGrid = false;
+    double sampleRate = 44100.0; ///< of the file
+    double bpm = 120.0;
+    int32_t loadedFrames = 0;
+
+    /** Half a beat in frames; 0 if there is no tempo. */
+    double period() const noexcept { return bpm > 0.0 ? sampleRate * 30.0 / bpm : 0.0; }
+
+    int32_t beatCount() const noexcept;
+    int32_t downbeatEntry() const noexcept;
+
+    /** Position of an entry in frames; 0 past the end of a table. */
+    double beatAt (int32_t index) const noexcept;
+
+    /** The even beat nearest to a position: of the entries an even number away from the downbeat's.
+        @param frame   position in frames of the file
+        @returns its position, or nothing when none lies within 100,000 frames. Ties keep the earlier beat. */
+    std::optional<double> nearestEvenBeat (double frame) const noexcept;
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+/** The decks A to D by index. */
+inline constexpr int deckCount = 4;
+
+/** Cue slots of a deck; the first eight are the hot cues. A slot that holds -1 or less is empty. */
+inline constexpr int cueSlotCount = 16;
+inline constexpr int hotCueCount = 8;
+inline constexpr double emptyCue = -1.0;
+
+/** Output frames of a deck's time stretcher per call. */
+inline constexpr int stretcherBlock = 128;
+
+/** Frames per entry of the waveform data. */
+inline constexpr int framesPerOverviewEntry = 512;
+
+/** How far the pitch fader reaches: the play speed is 1 + (pitch - 0.5) * range.
+    @param index   of the setting; any other than 0 to 12 means 0.16 */
+constexpr double pitchRangeOf (int index) noexcept
+{
+    constexpr std::array ranges { 0.04, 0.08, 0.12, 0.16, 0.2, 0.24, 0.28, 0.32, 0.36, 0.4, 0.5, 0.7, 1.0 };
+    return index >= 0 && index < static_cast<int> (ranges.size()) ? ranges[static_cast<size_t> (index)]
+                                                                  : 0.16;
+}

@@ -1,0 +1,93 @@
+#include "deck/DeckPlayer.h"
+
+#include "deck/DeckWorld.h"
+#include "deck/FileImportThread.h"
+
+DeckPlayer::DeckPlayer (DeckWorld& owner, int deckIndex) : world (owner), index (deckIndex)
+{
+    cues.fill (emptyCue);
+    scratchBuffer.clear();
+}
+
+DeckPlayer::~DeckPlayer() = default;
+
+void DeckPlayer::resetTrack()
+{
+    playState = 0;
+    cueHold = 0;
+    cuePlayArmed = false;
+    loadedFrames = 0;
+    decodedCount = 0;
+    analysisProgress = 0;
+    loadedOk = 0;
+    isTrackLoaded = 0;
+
+    position = 0.0;
+    elapsedFrames = 0.0;
+    linearPosition = 0.0;
+    elapsedOutput = 0;
+    cues.fill (emptyCue);
+    currentCue = 0;
+    rate = 0.0;
+    nudgeAccel = 0.0;
+    startPoint = 0.0;
+    startPointOn = 0;
+    rollPosition = 0.0;
+    sampleRate = 44100.0;
+    declickPosition = 0.0;
+    declickGain = 0.0;
+    peak = 0.0;
+    lastLeft = lastRight = 0.0;
+
+    bpm = world.hostBpm;
+    bpmAverage = world.hostBpm;
+    bend = 0.0;
+    jogValue = 0.0;
+    autogain = 1.0;
+    reverse = 0;
+    nudge = 0;
+    scratchOn = scratchEnded = scratchArmed = scratchKeep = jogTouched = 0;
+
+    loopMode = rollingLoop = 0;
+    loopStart = loopIn = loopOut = 0.0;
+    loopInSet = loopOutSet = 0;
+    world.setup (*this).sync = 0;
+    resyncRequest = oneShotSync = 0;
+
+    numBeats = downbeatIndex = downbeatPosition = 0;
+    fixedGrid = 0;
+
+    if (keepRingsOnReset == 0)
+        emptyRings();
+}
+
+void DeckPlayer::emptyRings() noexcept
+{
+    ringLeft.clear();
+    ringRight.clear();
+    if (stretcher != nullptr)
+        stretcher->reset();
+}
+
+void DeckPlayer::setPositionLimited (double frame) noexcept
+{
+    position = juce::jlimit (0.0, static_cast<double> (loadedFrames), frame);
+}
+
+BeatGrid DeckPlayer::grid() const noexcept
+{
+    return { beats.data(),   numBeats,   downbeatIndex, downbeatPosition,
+             fixedGrid != 0, sampleRate, bpm,           loadedFrames };
+}
+
+DeckPlayer::Texts DeckPlayer::texts() const
+{
+    const juce::ScopedLock sl (textLock);
+    return trackTexts;
+}
+
+void DeckPlayer::setTexts (const Texts& next)
+{
+    const juce::ScopedLock sl (textLock);
+    trackTexts = next;
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "deck/DeckWorld.h"
+
+/** Constants of a deck's running block. */
+struct ReaderBlock
+{
+    double speedRatio = 1.0;   ///< rate of the file over rate of the engine
+    double playFactor = 1.0;   ///< further factor of the play speed: the tempo when no stretcher makes it
+    double smoothing5ms = 0.0; ///< coefficient of the rate
+    double decay100ms = 0.0;   ///< coefficient of jog and bend
+    double leftGain = 1.0, rightGain = 1.0;
+};
+
+/** Reads `frames` output frames from the deck's track at its varying rate and moves its position on: four-point cubic
+    interpolation, declick of jumps, dulling of slow speeds. Audio thread. */
+PX_AUDIO_THREAD void readDeck (DeckPlayer&, const ReaderBlock&, NoiseTable&, float* left, float* right,
+                               int frames) noexcept;

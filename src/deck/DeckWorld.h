@@ -1,0 +1,60 @@
+#pragma once
+
+#include "deck/DeckPlayer.h"
+#include "settings/EngineSettings.h"
+#include "support/CallbackLock.h"
+#include "support/Clock.h"
+#include "support/ListenerList.h"
+#include "support/NoiseTable.h"
+#include "support/Pacing.h"
+
+#include <array>
+#include <memory>
+
+/** What the four decks share with each other and with the engine that owns them. */
+struct DeckWorld
+{
+    DeckWorld (const juce::CriticalSection& callback, EngineSettings& s, ListenerList& l, Pacing& p,
+               MillisecondClock c)
+        : callbackLock (callback),
+          settings (s),
+          listeners (l),
+          pacing (p),
+          clock (std::move (c))
+    {
+    }
+
+    const juce::CriticalSection& callbackLock; ///< the host's, around each audio block
+    EngineSettings& settings;
+    ListenerList& listeners;
+    Pacing& pacing;
+    const MillisecondClock clock;
+
+    std::array<std::unique_ptr<DeckPlayer>, deckCount> decks;
+
+    Relaxed<double> engineRate { 44100.0 }; ///< Hz
+    Relaxed<double> hostBpm { 120.0 };
+    Relaxed<double> pitchRange { 0.16 };
+    Relaxed<int8_t> isStandalone; ///< sync follows the master deck (1) or the host (0)
+
+    /** Constants of the running block: exp(-1/x) with x the time in samples. */
+    double smoothing5ms = 0.0, decay100ms = 0.0;
+
+    NoiseTable noise;
+
+    /** The reader's output before the stretcher, and the stretcher's. */
+    juce::AudioSampleBuffer stretcherInput { 2, 16384 }, stretcherOutput { 2, 1024 };
+
+    /** The deck, or null for an index outside 0 to 3. */
+    DeckPlayer* deck (int index) noexcept
+    {
+        return index >= 0 && index < deckCount ? decks[static_cast<size_t> (index)].get() : nullptr;
+    }
+
+    DeckSetup& setup (const DeckPlayer& deck) noexcept
+    {
+        return settings.deckSetup[static_cast<size_t> (deck.index)];
+    }
+
+    void setPitchRange (int index) noexcept { pitchRange = pitchRangeOf (index); }
+};

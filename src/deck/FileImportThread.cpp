@@ -1,0 +1,133 @@
+#include "deck/FileImportThread.h"
+
+#include "deck/TrackDecoder.h"
+#include "deck/Transport.h"
+#include "support/AudioFileTypes.h"
+
+namespace
+{
+constexpr const char* loadError = "*** Load Error ***|File not found|or DRM protected";
+constexpr const char* deckLocked = "*** Deck Locked ***|Stop the deck to|load new track";
+}
+
+FileImportThread::FileImportThread (DeckWorld& w, DeckPlayer& d, const juce::File& decoderLibrary)
+    : Thread ("FileImportThread"),
+      world (w),
+      deck (d),
+      decoder (decoderLibrary)
+{
+    startThread();
+}
+
+FileImportThread::~FileImportThread()
+{
+    deck.cancelLoad = 1;
+    signalThreadShouldExit();
+    wake.signal();
+    while (isThreadRunning())
+        sleep (1);
+}
+
+void FileImportThread::waitUntilIdle() const
+{
+    assertMayBlock();
+    while (busy)
+        sleep (1);
+}
+
+void FileImportThread::request (const juce::File& file)
+{
+    assertMayBlock();
+    const std::lock_guard guard (requestLock);
+    // A job that is cut short leaves its rings to the fade-out; the next one starts on them.
+    deck.keepRingsOnReset = busy ? 1 : 0;
+    deck.cancelLoad = 1;
+    waitUntilIdle();
+    deck.cancelLoad = 0;
+    requested = file;
+    busy = true;
+    wake.signal();
+}
+
+void FileImportThread::run()
+{
+    for (;;)
+    {
+        wake.wait();
+        if (threadShouldExit())
+            break;
+        runJob (requested);
+        deck.decodedCount = 0;
+        deck.analysisProgress = 0;
+        busy = false;
+    }
+    busy = false;
+}
+
+void FileImportThread::prepareDeck (const juce::File& file)
+{
+    {
+        const CallbackLock lock (world.callbackLock, "reset of a load");
+        deck.resetTrack();
+    }
+    deck.overview->clear();
+    deck.setTexts ({ file.getFullPathName(), file.getFileNameWithoutExtension(), {}, {} });
+}
+
+void FileImportThread::runJob (const juce::File& file)
+{
+    world.listeners.post (EngineEvent::trackLeft, deck.index);
+    prepareDeck (file);
+
+    decodeTrack (file, decoder, deck, world);
+
+    const auto cancelled = deck.cancelLoad != 0;
+    if (deck.loadedFrames < 1)
+    {
+        if (!cancelled)
+        {
+            deck.setTexts ({});
+            deck.cancelLoad = 1;
+            if (world.settings.automixOn != 0 && deck.index < 2)
+                deck.loadNext = 1;
+            world.listeners.postMessage (loadError, deck.index);
+            world.listeners.post (EngineEvent::loadFailed, deck.index);
+        }
+        return;
+    }
+    if (!cancelled)
+    {
+        deck.loadedOk = 1;
+        deck.isTrackLoaded = 1;
+        world.listeners.post (EngineEvent::trackLoaded, deck.index);
+    }
+}
+
+void loadTrack (DeckWorld& world, const juce::File& file, int deckIndex)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr || deck->importThread == nullptr || !AudioFileTypes::matches (file))
+        return;
+    if (!file.existsAsFile())
+    {
+        // Nothing was asked of the deck yet: it keeps its track.
+        world.listeners.postMessage (loadError, deckIndex);
+        world.listeners.post (EngineEvent::loadFailed, deckIndex);
+        return;
+    }
+
+    const auto automix = world.settings.automixOn != 0;
+    if (world.settings.lockLoadedDecks != 0 && !automix && deck->playState != 0
+        && deck->position < deck->loadedFrames)
+        return world.listeners.postMessage (deckLocked, deckIndex);
+
+    if (!automix && deck->playState != 0)
+    {
+        const CallbackLock lock (world.callbackLock, "stop for a load");
+        deck->playState = 0;
+        deck->cueHold = 0;
+        Transport::chooseMaster (world, *deck);
+    }
+    deck->importThread->request (file);
+    world.listeners.post (EngineEvent::loadBegan, deckIndex);
+}

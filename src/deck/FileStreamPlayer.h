@@ -1,0 +1,82 @@
+#pragma once
+
+#include "support/AudioThread.h"
+#include "support/GainRamp.h"
+#include "support/Pacing.h"
+#include "support/Relaxed.h"
+
+#include <juce_audio_devices/juce_audio_devices.h>
+#include <juce_audio_formats/juce_audio_formats.h>
+
+#include <atomic>
+#include <memory>
+
+/** The preview: streams one audio file from disk into the monitor bus.
+
+    A thread of the player reads ahead into a ring of 32768 frames, and the audio thread reads nothing but that ring.
+    It never waits for the disk: what is not there in time is silence, and the file goes on where it was. */
+class FileStreamPlayer
+{
+public:
+    /** What is shown of the loaded file. */
+    struct Track
+    {
+        juce::String path;  ///< empty if nothing is loaded
+        juce::String title; ///< the file's name if it has no tags
+        juce::String artist;
+        juce::String album;
+        double seconds = 0.0;
+    };
+
+    /** Offline the ring is filled by addToMonitor() itself, so that two runs sound the same. */
+    explicit FileStreamPlayer (Pacing::Mode mode = Pacing::Mode::live);
+    ~FileStreamPlayer();
+
+    /** Replaces the file, stopped at its start. An empty path, or a file that can't be read, leaves nothing loaded.
+        @returns whether a file is loaded. Any thread but the audio thread, also while audio runs. */
+    bool load (const juce::String& path);
+
+    /** Plays on from where it was stopped, or anew from the start of a file that has ended. Any thread but the audio
+        thread. */
+    void play();
+
+    /** Stops with a short fade and keeps the position. Any thread. */
+    void stop() noexcept { playing = false; }
+
+    /** False once the file has ended. Any thread. */
+    bool isPlaying() const noexcept { return playing; }
+
+    /** Any thread but the audio thread. */
+    Track track() const;
+
+    /** The rate that the audio runs at, in Hz; files that are loaded from then on are resampled to it. 0, which it is
+        at first, plays each file's frames as they are. Any thread. */
+    void setOutputRate (double rate) noexcept { outputRate = rate; }
+
+    /** Adds `frames` frames to both channels. Nothing happens if one is null. Audio thread. */
+    PX_AUDIO_THREAD void addToMonitor (float* left, float* right, int frames) noexcept;
+
+    /** The formats that load() can read; more can be registered before the first load(). */
+    juce::AudioFormatManager& formats() noexcept { return formatManager; }
+
+private:
+    class Stream;
+
+    void unload();
+
+    const Pacing::Mode mode;
+    juce::AudioFormatManager formatManager;
+    juce::TimeSliceThread thread { "FileStreamPlayer" };
+    Relaxed<double> outputRate { 0.0 };
+    std::atomic<bool> playing { false };
+
+    juce::CriticalSection
+        commandLock; ///< one command at a time, guards `current`; never taken by the audio thread
+    Track current;
+
+    /** Held elsewhere for the change of a pointer only. The audio thread tries it, and is silent if it can't have it. */
+    juce::SpinLock streamLock;
+    std::unique_ptr<Stream> stream;
+    GainRamp fade { 0.0 };
+    int fadeFrames = 0; ///< frames that are left to fade once playing ends
+};

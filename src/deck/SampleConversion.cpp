@@ -1,0 +1,93 @@
+#include "deck/SampleConversion.h"
+
+#include <cstring>
+#include <type_traits>
+
+namespace
+{
+int16_t to16Bit (uint8_t value) noexcept
+{
+    return static_cast<int16_t> ((value - 128) * 256);
+}
+
+int16_t to16Bit (int16_t value) noexcept
+{
+    return value;
+}
+
+int16_t to16Bit (int32_t value) noexcept
+{
+    return static_cast<int16_t> (value >> 16);
+}
+
+template <typename Float>
+requires std::is_floating_point_v<Float> int16_t to16Bit (Float value)
+noexcept
+{
+    // Written so that it becomes a few vector instructions: every comparison with NaN is false.
+    constexpr Float limit = 32767;
+    value = value == value ? value * limit : Float {};
+    value = value < limit ? value : limit;
+    value = value > -limit ? value : -limit;
+    return static_cast<int16_t> (static_cast<int32_t> (value + (value < 0 ? Float (-0.5) : Float (0.5))));
+}
+
+template <typename Sample>
+int convert (std::span<const std::byte> data, int channels, int16_t* left, int16_t* right) noexcept
+{
+    const auto frames = static_cast<int> (data.size() / (sizeof (Sample) * static_cast<size_t> (channels)));
+    // The decoder aligns its buffer for vectors, so this cast meets every format's alignment.
+    const auto* samples = reinterpret_cast<const Sample*> (data.data());
+    if (channels == 1)
+    {
+        for (int i = 0; i < frames; ++i)
+            left[i] = to16Bit (samples[i]);
+        std::memcpy (right, left, static_cast<size_t> (frames) * sizeof (int16_t));
+        return frames;
+    }
+    for (int i = 0; i < frames; ++i)
+    {
+        left[i] = to16Bit (samples[2 * i]);
+        right[i] = to16Bit (samples[2 * i + 1]);
+    }
+    return frames;
+}
+}
+
+int bytesPerSample (int format) noexcept
+{
+    switch (static_cast<SampleFormat> (format))
+    {
+    case SampleFormat::unsigned8:
+        return 1;
+    case SampleFormat::signed16:
+        return 2;
+    case SampleFormat::signed32:
+    case SampleFormat::float32:
+        return 4;
+    case SampleFormat::float64:
+        return 8;
+    }
+    return 0;
+}
+
+int convertTo16Bit (std::span<const std::byte> data, int format, int channels, int16_t* left,
+                    int16_t* right) noexcept
+{
+    if (channels != 1 && channels != 2)
+        return 0;
+    switch (static_cast<SampleFormat> (format))
+    {
+    case SampleFormat::unsigned8:
+        return convert<uint8_t> (data, channels, left, right);
+    case SampleFormat::signed16:
+        return convert<int16_t> (data, channels, left, right);
+    case SampleFormat::signed32:
+        return convert<int32_t> (data, channels, left, right);
+    case SampleFormat::float32:
+        return convert<float> (data, channels, left, right);
+    case SampleFormat::float64:
+        return convert<double> (data, channels, left, right);
+    }
+    return 0;
+}

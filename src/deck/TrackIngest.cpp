@@ -1,0 +1,146 @@
+#include "deck/TrackIngest.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace
+{
+constexpr int levelSpan = 511;
+constexpr double levelScale = 0.001953125; // 1 / 512
+constexpr int overviewShift = 10;
+
+// Bins of the 512-point transform: 0 to 3 low, 4 to 24 mid, 25 to 255 high.
+constexpr int firstMidBin = 4, firstHighBin = 25, binCount = framesPerOverviewEntry / 2;
+
+double smoothStep (double x)
+{
+    return x * x * (3.0 - 2.0 * x);
+}
+
+int smoothed (int old, double target)
+{
+    return static_cast<int> (old + (target - old) * 0.5);
+}
+
+uint8_t toByte (int value)
+{
+    return static_cast<uint8_t> (std::clamp (value, 0, 255));
+}
+}
+
+TrackIngest::TrackIngest (DeckPlayer& target) : deck (target), written (target.loadedFrames)
+{
+    createFFT (fft, framesPerOverviewEntry);
+}
+
+int TrackIngest::append (const int16_t* left, const int16_t* right, int frames)
+{
+    frames = std::min (frames, PXAudioSampleBuffer::maxFrames - written);
+    if (frames <= 0)
+        return 0;
+
+    std::memcpy (deck.audioMemory.left() + written, left, static_cast<size_t> (frames) * sizeof (int16_t));
+    std::memcpy (deck.audioMemory.right() + written, right, static_cast<size_t> (frames) * sizeof (int16_t));
+
+    for (int done = 0; done < frames;)
+    {
+        const auto run =
+            std::min ({ frames - done, framesPerOverviewEntry - entryFrames, levelSpan - levelFrames });
+        accumulate (left + done, right + done, run);
+        done += run;
+        written += run;
+        if (levelFrames == levelSpan)
+            closeLevel();
+        if (entryFrames == framesPerOverviewEntry)
+            closeEntry();
+    }
+
+    deck.decodedCount = written;
+    deck.loadedFrames = written;
+    return frames;
+}
+
+void TrackIngest::accumulate (const int16_t* left, const int16_t* right, int frames)
+{
+    // Separate plain loops: each of them vectorises.
+    int16_t high = INT16_MIN, low = INT16_MAX;
+    for (int i = 0; i < frames; ++i)
+    {
+        high = std::max (high, std::max (left[i], right[i]));
+        low = std::min (low, std::min (left[i], right[i]));
+    }
+
+    int32_t sum = 0; // at most 511 * 32 * 32
+    for (int i = 0; i < frames; ++i)
+    {
+        const auto larger = std::max (left[i], right[i]) >> overviewShift;
+        sum += larger * larger;
+    }
+
+    auto* window = mono.data() + entryFrames;
+    for (int i = 0; i < frames; ++i)
+        window[i] = static_cast<float> (left[i] + right[i]) * (0.5f * 3.0517578125e-5f);
+
+    const auto entry = static_cast<size_t> (written / framesPerOverviewEntry);
+    greatest = std::max (greatest, high >> overviewShift);
+    smallest = std::min (smallest, low >> overviewShift);
+    deck.overview->overviewMax[entry] = static_cast<int8_t> (greatest);
+    deck.overview->overviewMin[entry] = static_cast<int8_t> (smallest);
+    levelSum += sum;
+    levelFrames += frames;
+    entryFrames += frames;
+}
+
+void TrackIngest::closeLevel()
+{
+    const auto entry = static_cast<size_t> ((written - 1) / framesPerOverviewEntry);
+    deck.overview->overviewLevel[entry] =
+        toByte (static_cast<int> (std::sqrt (static_cast<double> (levelSum) * levelScale)));
+    levelFrames = 0;
+    levelSum = 0;
+}
+
+void TrackIngest::closeEntry()
+{
+    const auto entry = static_cast<size_t> ((written - 1) / framesPerOverviewEntry);
+    entryFrames = 0;
+    greatest = smallest = 0;
+    if (fft == nullptr)
+        return;
+
+    fft->forward (spectrum.data(), mono.data());
+
+    // Squares first, in place over the real parts: the greatest and smallest magnitudes are those of the squares.
+    spectrum[0] *= spectrum[0];
+    for (int k = 1; k < binCount; ++k)
+    {
+        const auto real = spectrum[static_cast<size_t> (k)];
+        const auto imaginary = spectrum[static_cast<size_t> (framesPerOverviewEntry - k)];
+        spectrum[static_cast<size_t> (k)] = real * real + imaginary * imaginary;
+    }
+    const auto greatestOf = [this] (int first, int last)
+    {
+        float most = 0.0f;
+        for (int k = first; k < last; ++k)
+            most = std::max (most, spectrum[static_cast<size_t> (k)]);
+        return std::sqrt (static_cast<double> (most));
+    };
+    const auto low = greatestOf (0, firstMidBin);
+    const auto mid = greatestOf (firstMidBin, firstHighBin);
+    const auto high = greatestOf (firstHighBin, binCount);
+    auto leastSquare = 255.0f * 255.0f;
+    for (int k = 0; k < binCount; ++k)
+        leastSquare = std::min (leastSquare, spectrum[static_cast<size_t> (k)]);
+    const auto least = std::sqrt (static_cast<double> (leastSquare));
+
+    auto range = std::max (low, high) - least;
+    if (range == 0.0)
+        range = 1.0;
+    colours.low = smoothed (colours.low, smoothStep ((low - least) / range) * 150.0);
+    colours.mid = smoothed (colours.mid, (mid - least) / range * 160.0);
+    colours.high = smoothed (colours.high, smoothStep ((high - least) / range) * 170.0);
+    deck.overview->overviewLow[entry] = toByte (colours.low);
+    deck.overview->overviewMid[entry] = toByte (colours.mid);
+    deck.overview->overviewHigh[entry] = toByte (colours.high);
+}

@@ -1,0 +1,402 @@
+#include "deck/Transport.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+constexpr double cueReachFrames = 588.0;
+constexpr uint32_t tapPauseMs = 3000;
+constexpr const char* playLocked = "*** Play Locked ***|Turn off Automix|for direct use";
+
+bool isSlot (int slot) noexcept
+{
+    return slot >= 0 && slot < cueSlotCount;
+}
+
+double cueAt (const DeckPlayer& deck, int slot) noexcept
+{
+    return deck.cues[static_cast<size_t> (slot)];
+}
+
+int currentSlot (DeckPlayer& deck) noexcept
+{
+    deck.currentCue = static_cast<int8_t> (std::clamp<int> (deck.currentCue, 0, cueSlotCount - 1));
+    return deck.currentCue;
+}
+
+bool isRunning (const DeckPlayer& deck) noexcept
+{
+    return deck.playState != 0 && deck.loadedFrames > 0 && deck.position < deck.loadedFrames;
+}
+}
+
+void Transport::chooseMaster (DeckWorld& world, const DeckPlayer& changed) noexcept
+{
+    if (world.isStandalone == 0)
+        return;
+
+    const DeckPlayer* otherRunning = nullptr;
+    for (const auto& deck : world.decks)
+        if (deck != nullptr && deck.get() != &changed && isRunning (*deck) && otherRunning == nullptr)
+            otherRunning = deck.get();
+
+    if (changed.playState == 0)
+    {
+        if (otherRunning != nullptr)
+            world.settings.masterDeck = static_cast<int8_t> (otherRunning->index);
+    }
+    else if (otherRunning == nullptr && changed.loadedFrames > 0)
+    {
+        world.settings.masterDeck = static_cast<int8_t> (changed.index);
+    }
+}
+
+void Transport::playOrStop (DeckWorld& world, DeckPlayer& deck) noexcept
+{
+    if (deck.playState == 0)
+    {
+        deck.playState = 1;
+        deck.resyncRequest = 1;
+    }
+    else if (deck.cueHold != 0)
+    {
+        deck.cueHold = 0;
+    }
+    else
+    {
+        deck.playState = 0;
+    }
+
+    if (deck.playState != 0 && deck.position >= deck.loadedFrames)
+        deck.position = 0.0;
+    chooseMaster (world, deck);
+}
+
+void Transport::playPause (int deckIndex)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+    if (world.settings.automixOn != 0)
+        return world.listeners.post (EngineEvent::askStopAutomix, deckIndex);
+
+    const CallbackLock lock (world.callbackLock, "playPause");
+    playOrStop (world, *deck);
+}
+
+void Transport::playSynchronized (int deckIndex)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+    if (world.settings.automixOn != 0)
+        return world.listeners.postMessage (playLocked, deckIndex);
+
+    const CallbackLock lock (world.callbackLock, "playSynchronized");
+    if (deck->playState != 0)
+        return;
+    world.setup (*deck).sync = 1;
+    deck->oneShotSync = 1;
+    playOrStop (world, *deck);
+}
+
+void Transport::storeCue (DeckPlayer& deck, int slot) noexcept
+{
+    deck.cues[static_cast<size_t> (slot)] =
+        juce::jlimit (0.0, static_cast<double> (deck.loadedFrames), deck.position.get());
+}
+
+void Transport::returnToCue (DeckPlayer& deck) noexcept
+{
+    deck.declick();
+    deck.cueHold = 0;
+    deck.playState = 0;
+    deck.rate = 0.0;
+    deck.setPositionLimited (std::max (0.0, cueAt (deck, currentSlot (deck))));
+    deck.emptyRings();
+}
+
+bool Transport::isStoppedAtCue (const DeckPlayer& deck) noexcept
+{
+    return deck.playState == 0
+           && std::any_of (deck.cues.begin(), deck.cues.end(),
+                           [&] (double cue)
+                           { return cue > emptyCue && std::abs (cue - deck.position) < cueReachFrames; });
+}
+
+void Transport::cue (int deckIndex, bool pressed)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+    if (world.settings.automixOn != 0)
+        return world.listeners.postMessage (playLocked, deckIndex);
+
+    const CallbackLock lock (world.callbackLock, "cue");
+    const auto slot = currentSlot (*deck);
+
+    if (deck->playState != 0)
+    {
+        if (pressed || deck->cueHold != 0)
+            returnToCue (*deck);
+    }
+    else if (!pressed)
+    {
+        returnToCue (*deck);
+    }
+    else if (isStoppedAtCue (*deck))
+    {
+        deck->playState = 1;
+        deck->cueHold = 1;
+        deck->resyncRequest = 1;
+    }
+    else
+    {
+        storeCue (*deck, slot);
+    }
+    chooseMaster (world, *deck);
+}
+
+bool Transport::keepPhase (DeckWorld& world, DeckPlayer& deck, double& target) noexcept
+{
+    if (deck.playState == 0 || world.setup (deck).sync == 0)
+        return true;
+
+    const auto grid = deck.grid();
+    const auto beatHere = grid.nearestEvenBeat (deck.position);
+    const auto beatThere = grid.nearestEvenBeat (target);
+    const auto beat = deck.beatFrames();
+    if (!beatHere.has_value() || !beatThere.has_value() || !(beat > 0.0))
+        return false;
+
+    const auto offset = deck.position - *beatHere;
+    if (std::abs (offset) > beat)
+        return false;
+    target = *beatThere + offset;
+    if (target < 0.0)
+        target += beat * std::ceil (-target / beat);
+    return true;
+}
+
+void Transport::jumpToCue (int deckIndex, int slot)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr || !isSlot (slot))
+        return;
+
+    const CallbackLock lock (world.callbackLock, "jumpToCue");
+    deck->currentCue = static_cast<int8_t> (slot);
+    auto target = cueAt (*deck, slot);
+    if (target <= emptyCue)
+        return storeCue (*deck, slot);
+
+    deck->loopMode = deck->rollingLoop = 0;
+    if (!keepPhase (world, *deck, target))
+        return;
+    deck->resyncRequest = 1;
+    deck->jumpTo (target);
+    if (deck->playState == 0)
+        deck->emptyRings();
+}
+
+void Transport::setCue (int deckIndex, int slot)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr || !isSlot (slot))
+        return;
+    const CallbackLock lock (world.callbackLock, "setCue");
+    storeCue (*deck, slot);
+}
+
+void Transport::deleteCue (int deckIndex, int slot)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr || !isSlot (slot))
+        return;
+    const CallbackLock lock (world.callbackLock, "deleteCue");
+    deck->cues[static_cast<size_t> (slot)] = emptyCue;
+}
+
+void Transport::cuePlay (int deckIndex, bool pressed)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+
+    if (pressed)
+    {
+        const CallbackLock lock (world.callbackLock, "cuePlay");
+        const auto slot = currentSlot (*deck);
+        if (deck->playState == 0)
+        {
+            storeCue (*deck, slot);
+            deck->cuePlayArmed = true;
+            return;
+        }
+        if (cueAt (*deck, slot) > emptyCue)
+            jumpToCue (deckIndex, slot);
+        deck->cueHold = 0;
+    }
+    else if (!std::exchange (deck->cuePlayArmed, false))
+    {
+        return;
+    }
+    playPause (deckIndex);
+}
+
+void Transport::seekLocked (DeckPlayer& deck, double frames) noexcept
+{
+    auto target = juce::jlimit (0.0, static_cast<double> (deck.loadedFrames), frames);
+    if (!keepPhase (world, deck, target))
+        return;
+    world.setup (deck).timecodeAbsolute = 0;
+    deck.resyncRequest = 1;
+    deck.jumpTo (target);
+    if (deck.playState == 0)
+        deck.emptyRings();
+}
+
+void Transport::seekFrames (int deckIndex, double frames)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr || !std::isfinite (frames))
+        return;
+    const CallbackLock lock (world.callbackLock, "seekFrames");
+    seekLocked (*deck, frames);
+}
+
+void Transport::seekNormalised (int deckIndex, double value)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr || !std::isfinite (value))
+        return;
+    const CallbackLock lock (world.callbackLock, "seekNormalised");
+    seekLocked (*deck, value * deck->loadedFrames);
+}
+
+void Transport::rewind (int deckIndex)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+    const CallbackLock lock (world.callbackLock, "rewind");
+    if (deck->loadedFrames < 1)
+        return;
+    deck->jumpTo (0.0);
+    if (deck->playState == 0)
+        deck->emptyRings();
+}
+
+void Transport::bendJog (int deckIndex, double value, double bendScale, double scratchScale)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr || !std::isfinite (value * bendScale) || !std::isfinite (value * scratchScale))
+        return;
+    const CallbackLock lock (world.callbackLock, "bendJog");
+    if (deck->playState != 0 && deck->scratchOn == 0)
+        deck->bend += value * bendScale;
+    else
+        deck->jogValue += value * scratchScale;
+    deck->lastJogTime = world.clock();
+}
+
+void Transport::setScratch (int deckIndex, bool on, bool touched)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+    const CallbackLock lock (world.callbackLock, "setScratch");
+    if (touched)
+    {
+        deck->jogTouched = 1;
+        deck->lastJogTime = world.clock();
+    }
+    if (on)
+    {
+        if (deck->scratchArmed != 0)
+            deck->scratchKeep = 1;
+    }
+    else if (deck->scratchOn != 0)
+    {
+        deck->scratchKeep = 0;
+        deck->scratchEnded = 1;
+    }
+    deck->scratchOn = on ? 1 : 0;
+}
+
+void Transport::setNudge (int deckIndex, int direction)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+    const CallbackLock lock (world.callbackLock, "setNudge");
+    deck->nudge = static_cast<int8_t> (std::clamp (direction, -1, 1));
+    if (direction == 0)
+        deck->nudgeAccel = 0.0;
+}
+
+void Transport::setPitch (int deckIndex, double value)
+{
+    if (auto* deck = world.deck (deckIndex); deck != nullptr && std::isfinite (value))
+        deck->pitch = juce::jlimit (0.0, 1.0, value);
+}
+
+void Transport::setKeyTuning (int deckIndex, double semitones)
+{
+    if (auto* deck = world.deck (deckIndex); deck != nullptr && std::isfinite (semitones))
+        deck->keyTuning = juce::jlimit (-12.0, 12.0, semitones);
+}
+
+void Transport::setKeyLock (int deckIndex, bool on)
+{
+    if (auto* deck = world.deck (deckIndex))
+        deck->keyLock = on ? 1 : 0;
+}
+
+void Transport::tapTempo (int deckIndex)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+    const auto now = world.clock();
+    const CallbackLock lock (world.callbackLock, "tapTempo");
+    auto& tap = deck->tap;
+    if (tap.taps == 0 || millisecondsBetween (tap.last, now) > tapPauseMs)
+    {
+        tap = { 1, now, now };
+        return;
+    }
+    tap.last = now;
+    if (const auto elapsed = millisecondsBetween (tap.first, now); elapsed > 0)
+    {
+        // After n taps n - 1 beats have gone by; `taps` still counts without this one.
+        const auto bpm = juce::jlimit (30.0, 250.0, tap.taps * 60000.0 / elapsed);
+        deck->bpm = bpm;
+        deck->bpmAverage = bpm;
+    }
+    ++tap.taps;
+}
+
+void Transport::toggleSync (int deckIndex, bool oneShot)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+    const CallbackLock lock (world.callbackLock, "toggleSync");
+    if (world.isStandalone != 0 && world.settings.masterDeck == deckIndex)
+        return;
+    auto& sync = world.setup (*deck).sync;
+    sync = sync == 0 ? 1 : 0;
+    if (sync != 0)
+    {
+        deck->resyncRequest = 1;
+        deck->oneShotSync = oneShot ? 1 : 0;
+    }
+}
+
+void Transport::setMaster (int deckIndex)
+{
+    if (world.deck (deckIndex) != nullptr)
+        world.settings.masterDeck = static_cast<int8_t> (deckIndex);
+}

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "deck/DeckWorld.h"
+
+/** The transport commands of the decks. Each takes the callback lock for the duration of its field writes, so it falls
+    between two audio blocks; each does nothing for an index that is no deck. Any thread, the audio thread included. */
+class Transport
+{
+public:
+    explicit Transport (DeckWorld& w) noexcept : world (w) {}
+
+    void playPause (int deck);
+
+    /** Starts a stopped deck in tempo and phase with its reference. */
+    void playSynchronized (int deck);
+
+    /** Press and release of Cue: stopped away from a cue it stores the current slot, stopped at one it plays while held;
+        playing it returns to the current slot and stops. */
+    void cue (int deck, bool pressed);
+
+    /** Sets an empty slot at the position, or jumps to a full one. A playing deck with Sync on keeps its phase.
+        @param slot   0 to 15; others do nothing */
+    void jumpToCue (int deck, int slot);
+
+    /** Stores the position in a slot. @param slot   0 to 15; others do nothing */
+    void setCue (int deck, int slot);
+    void deleteCue (int deck, int slot);
+
+    /** The single-pad cue: on a playing deck a press returns to the current cue and stops; on a stopped deck a press
+        stores the position in the current slot and the release starts the deck. */
+    void cuePlay (int deck, bool pressed);
+
+    /** @param frames   of the file; limited to the track. Keeps the phase of a playing deck with Sync on. */
+    void seekFrames (int deck, double frames);
+
+    /** @param value   0 to 1 of what is loaded */
+    void seekNormalised (int deck, double value);
+
+    /** To the start of a loaded track. */
+    void rewind (int deck);
+
+    /** A step of the jog wheel: bends a playing deck, else moves it.
+        @param bendScale      ratio per step, taken off the tempo
+        @param scratchScale   speed per step */
+    void bendJog (int deck, double value, double bendScale, double scratchScale);
+
+    /** @param touched   the hand is on the wheel: the mark ages and clears by itself after 2 s */
+    void setScratch (int deck, bool on, bool touched);
+
+    /** @param direction   -1, 0 or 1 */
+    void setNudge (int deck, int direction);
+
+    /** @param value   0 to 1 */
+    void setPitch (int deck, double value);
+
+    /** @param semitones   limited to -12 to 12 */
+    void setKeyTuning (int deck, double semitones);
+    void setKeyLock (int deck, bool on);
+
+    /** Counts taps; from the second on they set the tempo, 30 to 250 BPM. A pause of 3 s begins anew. */
+    void tapTempo (int deck);
+
+    /** Toggles Sync; turning it on asks for phase. @param oneShot   Sync clears itself after its first match */
+    void toggleSync (int deck, bool oneShot);
+
+    void setMaster (int deck);
+
+    /** True if the deck is stopped within 588 frames of any of its cues. Any thread, no lock. */
+    static bool isStoppedAtCue (const DeckPlayer&) noexcept;
+
+    /** Chooses the master deck anew after a deck has started or stopped; inside a host the host leads and nothing
+        changes. The caller holds the callback lock or is the audio thread. */
+    PX_AUDIO_THREAD static void chooseMaster (DeckWorld&, const DeckPlayer& changed) noexcept;
+
+private:
+    /** A seek or cue jump of the position to a target; `false` if phase must be kept and can't be. */
+    static bool keepPhase (DeckWorld&, DeckPlayer&, double& target) noexcept;
+    static void returnToCue (DeckPlayer&) noexcept;
+    static void storeCue (DeckPlayer&, int slot) noexcept;
+    static void playOrStop (DeckWorld&, DeckPlayer&) noexcept;
+    void seekLocked (DeckPlayer&, double frames) noexcept;
+
+    DeckWorld& world;
+};

@@ -1,0 +1,211 @@
+#include "engine/CPlatterdex.h"
+
+#include "deck/FileImportThread.h"
+#include "engine/CommandParameter.h"
+#include "engine/CommandTable.h"
+#include "settings/SettingsFile.h"
+
+#include <array>
+#include <cmath>
+
+namespace
+{
+constexpr std::array inputNames { "Deck1", "Deck2", "Deck3", "Deck4", "Mic" };
+constexpr std::array outputNames { "Master", "Monitor", "Deck1", "Deck2", "Deck3", "Deck4", "Sampler" };
+static_assert (inputNames.size() * 2 == CPlatterdex::inputChannels);
+static_assert (outputNames.size() * 2 == CPlatterdex::outputChannels);
+
+template <size_t count>
+juce::String channelName (const std::array<const char*, count>& pairs, int channel)
+{
+    if (channel < 0 || channel >= static_cast<int> (2 * count))
+        return {};
+    return juce::String (pairs[static_cast<size_t> (channel / 2)]) + (channel % 2 == 0 ? " L" : " R");
+}
+
+/** The numbers above the commands that can only be read. */
+namespace Meter
+{
+constexpr int firstDeck = 1001, lastDeck = 1004;
+}
+
+constexpr int messageIntervalMs = 20;
+}
+
+juce::AudioProcessor::BusesProperties CPlatterdex::buses()
+{
+    BusesProperties all;
+    for (const auto* name : inputNames)
+        all.addBus (true, name, juce::AudioChannelSet::stereo());
+    for (const auto* name : outputNames)
+        all.addBus (false, name, juce::AudioChannelSet::stereo());
+    return all;
+}
+
+CPlatterdex::CPlatterdex (EngineWorld world)
+    : AudioProcessor (buses()),
+      environment (std::move (world)),
+      pacing (environment.pacing),
+      preview (environment.pacing),
+      recorder (environment.pacing),
+      decks (getCallbackLock(), settings, listeners, pacing, environment.clock),
+      transport (decks)
+{
+    random.seed (environment.seed.value_or (juce::Time::currentTimeMillis()));
+    decks.noise.fill (random);
+
+    juce::ignoreUnused (
+        environment.folders.createAll()); // a part that lacks its folder says so when it needs it
+    isFirstRun = loadSettings (settings, environment.folders.setup(), environment.folders);
+    settings.automixOn = 0;
+    if (decks.deck (settings.masterDeck) == nullptr)
+        settings.masterDeck = juce::jlimit<int8_t> (0, deckCount - 1, settings.masterDeck);
+
+    for (int d = 0; d < deckCount; ++d)
+    {
+        auto deck = std::make_unique<DeckPlayer> (decks, d);
+        deck->importThread = std::make_unique<FileImportThread> (decks, *deck, environment.decoderLibrary);
+        decks.decks[static_cast<size_t> (d)] = std::move (deck);
+    }
+    decks.setPitchRange (settings.pitchRangeIndex);
+
+    for (int number = 1; number <= CommandTable::commandCount; ++number)
+        addParameter (new CommandParameter (*this, number));
+
+    listeners.add (*this);
+    if (environment.hasMessageLoop)
+        startTimer (messageIntervalMs);
+}
+
+CPlatterdex::~CPlatterdex()
+{
+    stopTimer();
+    preview.load ({});
+    recorder.stopRecording();
+    settings.automixOn = 0;
+    juce::ignoreUnused (saveSettings (settings, environment.folders.setup())); // nobody is left to be told
+    for (auto& deck : decks.decks)
+        deck->importThread.reset();
+    listeners.remove (*this);
+}
+
+void CPlatterdex::setParameter (int number, float value)
+{
+    dispatch (number, value, 1.0f, 1.0f);
+}
+
+void CPlatterdex::dispatch (int number, float value, float arg1, float arg2)
+{
+    if (number == standaloneCall)
+    {
+        if (value == standaloneValue)
+        {
+            const CallbackLock lock (getCallbackLock(), "standalone");
+            decks.isStandalone = 1;
+        }
+        return;
+    }
+
+    const auto command = CommandTable::find (number);
+    if (command.family == nullptr || command.family->write == nullptr || !std::isfinite (value))
+        return;
+    if (command.family->kind == CommandKind::trigger && !(value > 0.0f))
+        return;
+    if (command.family->deckCount > 1 && decks.deck (command.deck) == nullptr)
+        return;
+    command.family->write (*this, { command.deck, command.which, value, arg1, arg2 });
+}
+
+float CPlatterdex::getParameter (int number)
+{
+    if (number >= Meter::firstDeck && number <= Meter::lastDeck)
+    {
+        const auto* deck = decks.deck (number - Meter::firstDeck);
+        return deck == nullptr
+                   ? 0.0f
+                   : static_cast<float> (std::min (
+                       1.0, std::max (std::abs (deck->lastLeft.get()), std::abs (deck->lastRight.get()))));
+    }
+
+    const auto command = CommandTable::find (number);
+    if (command.family == nullptr)
+        return 0.0f;
+    if (command.family->read == nullptr
+        || (command.family->deckCount > 1 && decks.deck (command.deck) == nullptr))
+        return static_cast<float> (command.family->neutral);
+    return static_cast<float> (command.family->read (*this, command.deck, command.which));
+}
+
+const juce::String CPlatterdex::getParameterName (int number)
+{
+    return CommandTable::name (number);
+}
+
+const juce::String CPlatterdex::getParameterText (int number)
+{
+    return juce::String::formatted ("%.2f", static_cast<double> (getParameter (number)));
+}
+
+int CPlatterdex::getNumParameters()
+{
+    return CommandTable::commandCount;
+}
+
+void CPlatterdex::loadTrack (const juce::File& file, int deck)
+{
+    ::loadTrack (decks, file, deck);
+}
+
+void CPlatterdex::toggleRecorder()
+{
+    recorder.toggle (settings.recordFile.get(), decks.engineRate, environment.wallClock());
+    listeners.post (EngineEvent::recorderChanged, recorder.isRecording() ? 1 : 0);
+}
+
+bool CPlatterdex::isBusesLayoutSupported (const BusesLayout& layout) const
+{
+    const auto allStereo = [] (const juce::Array<juce::AudioChannelSet>& sets, size_t count)
+    {
+        return sets.size() == static_cast<int> (count)
+               && std::all_of (sets.begin(), sets.end(),
+                               [] (const auto& set) { return set == juce::AudioChannelSet::stereo(); });
+    };
+    return allStereo (layout.inputBuses, inputNames.size())
+           && allStereo (layout.outputBuses, outputNames.size());
+}
+
+const juce::String CPlatterdex::getInputChannelName (int channel) const
+{
+    return channelName (inputNames, channel);
+}
+
+const juce::String CPlatterdex::getOutputChannelName (int channel) const
+{
+    return channelName (outputNames, channel);
+}
+
+juce::AudioProcessorEditor* CPlatterdex::createEditor()
+{
+    return environment.createEditor != nullptr ? environment.createEditor (*this) : nullptr;
+}
+
+void CPlatterdex::handleIncomingMidiMessage (juce::MidiInput*, const juce::MidiMessage& message)
+{
+    if (message.getRawDataSize() != 3)
+        return;
+    const auto* bytes = message.getRawData();
+    midiInput.push (static_cast<uint32_t> (bytes[0]) | static_cast<uint32_t> (bytes[1]) << 8
+                    | static_cast<uint32_t> (bytes[2]) << 16);
+}
+
+void CPlatterdex::engineEvent (EngineEvent event, int)
+{
+    if (event != EngineEvent::askStopAutomix || environment.prompts == nullptr)
+        return;
+    environment.prompts->askYesNo ("Play Locked, automix is active!", "Do you want to stop Automix?",
+                                   [this] (bool yes)
+                                   {
+                                       if (yes)
+                                           settings.automixOn = 0;
+                                   });
+}

@@ -1,0 +1,125 @@
+#pragma once
+
+#include "deck/AudioRecorder.h"
+#include "deck/DeckWorld.h"
+#include "deck/FileStreamPlayer.h"
+#include "deck/Transport.h"
+#include "engine/EngineWorld.h"
+#include "engine/HostTransport.h"
+#include "settings/EngineSettings.h"
+#include "support/ListenerList.h"
+#include "support/RandGeneratorLCG.h"
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+/** The engine: an audio processor that owns every part and hands the host's calls on.
+
+    Every control is a numbered command, 1 to 465 (CommandTable.h); the host's parameters, the mapping, scripts and the
+    editor all go through setParameter and getParameter. What happens in a block stands in ProcessBlock.cpp. The
+    processor's callback lock, which a host holds around processBlock, is the one lock of deck and mixer state. */
+class CPlatterdex : public juce::AudioProcessor,
+                    public juce::MidiInputCallback,
+                    private EngineListener,
+                    private juce::Timer
+{
+public:
+    static constexpr int inputChannels = 10, outputChannels = 14;
+
+    /** The command number and value that make the engine the master of its own tempo, in place of a host. */
+    static constexpr int standaloneCall = 3180;
+    static constexpr float standaloneValue = 3180.0f;
+
+    explicit CPlatterdex (EngineWorld);
+    ~CPlatterdex() override;
+
+    //==================================================================================================================
+    // Commands. Any thread.
+
+    /** Carries a command out. Numbers outside the table do nothing. */
+    void setParameter (int number, float value) override;
+
+    /** The same with the two further arguments that some commands take: bend and scratch scale of the jog. */
+    void dispatch (int number, float value, float arg1, float arg2);
+
+    /** Reads a command's state; also the meters, 1001 to 1006. Unknown numbers read 0. Takes no lock. */
+    float getParameter (int number) override;
+
+    const juce::String getParameterName (int number) override;
+    const juce::String getParameterText (int number) override;
+    int getNumParameters() override;
+
+    /** Loads a track into a deck, 0 to 3. Returns when the load has begun. Not on the audio thread. */
+    void loadTrack (const juce::File&, int deck);
+
+    /** Starts a recording into the settings' file, or ends the one that runs. Not on the audio thread. */
+    void toggleRecorder();
+
+    /** Hands what the engine has to say to its listeners; for engines without a message loop. */
+    void deliverMessages() { listeners.deliver(); }
+
+    //==================================================================================================================
+    // The host's side
+
+    const juce::String getName() const override { return "Platterdex"; }
+    void prepareToPlay (double, int maximumBlock) override { hostBlockSize = maximumBlock; }
+    void releaseResources() override {}
+    void processBlock (juce::AudioBuffer<float>&, juce::MidiBuffer&) override;
+    void processBlockBypassed (juce::AudioBuffer<float>&, juce::MidiBuffer&) override {}
+    using AudioProcessor::processBlock;
+    using AudioProcessor::processBlockBypassed;
+
+    bool isBusesLayoutSupported (const BusesLayout&) const override;
+    const juce::String getInputChannelName (int) const override;
+    const juce::String getOutputChannelName (int) const override;
+    bool isInputChannelStereoPair (int) const override { return true; }
+    bool isOutputChannelStereoPair (int) const override { return true; }
+    bool silenceInProducesSilenceOut() const override { return false; }
+    bool acceptsMidi() const override { return false; }
+    bool producesMidi() const override { return false; }
+    double getTailLengthSeconds() const override { return 0.0; }
+
+    juce::AudioProcessorEditor* createEditor() override;
+    bool hasEditor() const override { return true; }
+
+    bool isParameterAutomatable (int) const override { return true; }
+    bool isMetaParameter (int) const override { return false; }
+    int getNumPrograms() override { return 1; }
+    int getCurrentProgram() override { return 0; }
+    void setCurrentProgram (int) override {}
+    const juce::String getProgramName (int) override { return {}; }
+    void changeProgramName (int, const juce::String&) override {}
+
+    // The host saves nothing: all state lives in the system's own files.
+    void getStateInformation (juce::MemoryBlock&) override {}
+    void getCurrentProgramStateInformation (juce::MemoryBlock&) override {}
+    void setStateInformation (const void*, int) override {}
+    void setCurrentProgramStateInformation (const void*, int) override {}
+
+    /** Takes messages of 3 bytes, packed into one word as status, data, value from the low byte up. */
+    void handleIncomingMidiMessage (juce::MidiInput*, const juce::MidiMessage&) override;
+
+    //==================================================================================================================
+    // The parts, in order of construction. Public for the command table, the block's stages and the views' polling.
+
+    const EngineWorld environment;
+    ListenerList listeners;
+    Pacing pacing;
+    FileStreamPlayer preview;
+    EngineSettings settings;
+    RandGeneratorLCG random;
+    AudioRecorder recorder;
+    DeckWorld decks;
+    Transport transport;
+    HostTransport host;
+    PostQueue<uint32_t, 512> midiInput;
+    Relaxed<int> hostBlockSize { 256 }; ///< what a hosted plug-in is told
+
+    /** True if no settings were found when this engine was made. */
+    bool isFirstRun = false;
+
+private:
+    static BusesProperties buses();
+    void engineEvent (EngineEvent, int index) override;
+    void engineMessage (const juce::String&, int) override {}
+    void timerCallback() override { deliverMessages(); }
+};

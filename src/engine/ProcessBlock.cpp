@@ -1,0 +1,201 @@
+#include "deck/DeckBlock.h"
+#include "engine/CPlatterdex.h"
+
+#include <cmath>
+
+// One block of audio, from the host's buffer to the recorder. The stages run in the order of processBlock() at the end
+// of this file; each has the name and the place that the whole system gives it.
+
+namespace
+{
+/** From this size on a block brings the decks no input. */
+constexpr int tooLongForInput = 16384;
+
+/** Channels of the host's buffer. */
+enum Channel
+{
+    masterLeft,
+    masterRight,
+    monitorLeft,
+    monitorRight,
+    firstDeckLeft,
+    samplerLeft = 12
+};
+
+struct Block
+{
+    CPlatterdex& engine;
+    juce::AudioBuffer<float>& buffer;
+    const int frames;
+    const double sampleRate;
+
+    float* channel (int index) const noexcept { return buffer.getWritePointer (index); }
+    float* deckLeft (const DeckPlayer& deck) const noexcept
+    {
+        return channel (firstDeckLeft + 2 * deck.index);
+    }
+    float* deckRight (const DeckPlayer& deck) const noexcept
+    {
+        return channel (firstDeckLeft + 1 + 2 * deck.index);
+    }
+};
+
+PX_AUDIO_THREAD void takeSampleRate (Block& block)
+{
+    if (block.engine.decks.engineRate != block.sampleRate)
+    {
+        block.engine.decks.engineRate = block.sampleRate;
+        block.engine.preview.setOutputRate (block.sampleRate);
+    }
+}
+
+PX_AUDIO_THREAD void askHostForPosition (Block& block)
+{
+    block.engine.host.update (block.engine.getPlayHead());
+    block.engine.decks.hostBpm = block.engine.host.bpm;
+}
+
+PX_AUDIO_THREAD void computeCoefficients (Block& block)
+{
+    const auto coefficient = [&block] (double seconds)
+    { return std::exp (-1.0 / (seconds * block.sampleRate)); };
+    block.engine.decks.smoothing5ms = coefficient (0.005);
+    block.engine.decks.decay100ms = coefficient (0.1);
+}
+
+PX_AUDIO_THREAD void advanceCrossfaderAndAutomix (Block&) {}
+
+PX_AUDIO_THREAD void takeDeckInputs (Block& block)
+{
+    for (auto& deck : block.engine.decks.decks)
+    {
+        deck->scratchFrames = 0;
+        if (block.frames >= tooLongForInput)
+            continue;
+        const auto pair = juce::jlimit (0, 3, static_cast<int> (block.engine.decks.setup (*deck).inputPair));
+        for (int side = 0; side < 2; ++side)
+            deck->scratchBuffer.copyFrom (side, 0, block.buffer, 2 * pair + side, 0, block.frames);
+        deck->scratchFrames = block.frames;
+    }
+}
+
+PX_AUDIO_THREAD void clearOutputs (Block& block)
+{
+    block.buffer.clear();
+}
+
+PX_AUDIO_THREAD void releaseScratches (Block& block)
+{
+    for (auto& deck : block.engine.decks.decks)
+        DeckBlock::releaseScratch (*deck);
+}
+
+PX_AUDIO_THREAD void alignPhases (Block&) {}
+
+PX_AUDIO_THREAD void addLineThrough (Block& block, DeckPlayer& deck)
+{
+    const auto& setup = block.engine.decks.setup (deck);
+    if (setup.lineThrough == 0)
+        return;
+    const auto gain = static_cast<float> (setup.lineGain.get());
+    const auto add = [&] (float* target, int side)
+    {
+        juce::FloatVectorOperations::addWithMultiply (target, deck.scratchBuffer.getReadPointer (side), gain,
+                                                      deck.scratchFrames);
+    };
+    add (block.deckLeft (deck), 0);
+    add (block.deckRight (deck), 1);
+}
+
+PX_AUDIO_THREAD void equalise (Block&, DeckPlayer&) {}
+
+PX_AUDIO_THREAD void runEffects (Block&, DeckPlayer&) {}
+
+PX_AUDIO_THREAD void tapPfl (Block&, DeckPlayer&) {}
+
+PX_AUDIO_THREAD void applyFader (Block&, DeckPlayer&) {}
+
+PX_AUDIO_THREAD void renderDecks (Block& block)
+{
+    auto& world = block.engine.decks;
+    if (world.deck (world.settings.masterDeck) == nullptr)
+        return;
+    for (auto& deck : world.decks)
+    {
+        DeckBlock::render (world, *deck, block.deckLeft (*deck), block.deckRight (*deck), block.frames);
+        addLineThrough (block, *deck);
+        equalise (block, *deck);
+        runEffects (block, *deck);
+        tapPfl (block, *deck);
+        applyFader (block, *deck);
+        DeckBlock::checkTimeOuts (world, *deck);
+    }
+}
+
+PX_AUDIO_THREAD void clearResyncRequests (Block& block)
+{
+    for (auto& deck : block.engine.decks.decks)
+        deck->resyncRequest = 0;
+}
+
+PX_AUDIO_THREAD void runSampler (Block&) {}
+
+PX_AUDIO_THREAD void runDeckInserts (Block&) {}
+
+PX_AUDIO_THREAD void addPreview (Block& block)
+{
+    block.engine.preview.addToMonitor (block.channel (monitorLeft), block.channel (monitorRight),
+                                       block.frames);
+}
+
+PX_AUDIO_THREAD void sumMaster (Block& block)
+{
+    for (int source = firstDeckLeft; source <= samplerLeft; source += 2)
+        for (int side = 0; side < 2; ++side)
+            juce::FloatVectorOperations::add (block.channel (masterLeft + side),
+                                              block.channel (source + side), block.frames);
+}
+
+PX_AUDIO_THREAD void runMasterInserts (Block&) {}
+
+PX_AUDIO_THREAD void limitMaster (Block&) {}
+
+PX_AUDIO_THREAD void mixMonitor (Block&) {}
+
+PX_AUDIO_THREAD void record (Block& block)
+{
+    block.engine.recorder.write (block.buffer.getArrayOfReadPointers(), block.frames);
+}
+}
+
+void CPlatterdex::processBlock (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&)
+{
+    if (buffer.getNumChannels() < outputChannels || !(getSampleRate() > 0.0))
+    {
+        buffer.clear();
+        return;
+    }
+
+    const AudioThreadScope audioThread;
+    const juce::ScopedNoDenormals noDenormals;
+    Block block { *this, buffer, buffer.getNumSamples(), getSampleRate() };
+
+    takeSampleRate (block);
+    askHostForPosition (block);
+    computeCoefficients (block);
+    advanceCrossfaderAndAutomix (block);
+    takeDeckInputs (block);
+    clearOutputs (block);
+    releaseScratches (block);
+    alignPhases (block);
+    renderDecks (block);
+    clearResyncRequests (block);
+    runSampler (block);
+    runDeckInserts (block);
+    addPreview (block);
+    sumMaster (block);
+    runMasterInserts (block);
+    limitMaster (block);
+    mixMonitor (block);
+    record (block);
+}

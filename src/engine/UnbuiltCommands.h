@@ -1,0 +1,85 @@
+#pragma once
+
+#include "engine/CommandTable.h"
+
+/** The commands whose part of the system does not exist yet: their writes do nothing and their reads give the neutral
+    value. Numbers, names and kinds are final. A family moves from here to CommandTable.cpp with its part; this list is
+    empty when the system is complete. */
+namespace CommandTable
+{
+using K = CommandKind;
+using S = MappingShape;
+
+// clang-format off
+inline constexpr CommandFamily unbuiltFamilies[] {
+    { 113, 1, 0, 4, 1, "Loop {d}", "LOOP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "beat loop on or off", "1 in a beat loop that does not roll" },
+    { 117, 1, 0, 4, 1, "Leap {d}", "LEAP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "rolling beat loop on or off", "1 while rolling" },
+    { 121, 1, 0, 4, 1, "Loop Move Backward {d}", "LOOP_MOVE_BACKWARD_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "moves back by the loop move size", "0" },
+    { 125, 1, 0, 4, 1, "Loop Move Forward {d}", "LOOP_MOVE_FORWARD_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "moves on by the loop move size", "0" },
+    { 129, 1, 0, 4, 1, "Loop Half {d}", "LOOP_HALF_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "halves the loop", "0" },
+    { 133, 1, 0, 4, 1, "Loop Double {d}", "LOOP_DOUBLE_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "doubles the loop", "0" },
+    { 137, 1, 0, 4, 1, "Loop Size {d}", "LOOP_SIZE_{d}", K::relative, S::stepped, nullptr, nullptr, 7, "steps the loop size, 0 to 10", "the size" },
+    { 141, 1, 0, 4, 1, "Loop In {d}", "LOOP_IN_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "stores the loop's start", "0" },
+    { 145, 1, 0, 4, 1, "Loop Out {d}", "LOOP_OUT_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "stores the loop's end and starts it, or leaves a loop", "0" },
+    { 149, 1, 0, 4, 1, "Reloop {d}", "RELOOP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "takes up the manual loop again", "0" },
+    { 153, 1, 0, 4, 1, "DVS Absolute Mode {d}", "DVS_ABSOLUTE_MODE_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "timecode on, absolute", "1 if so" },
+    { 157, 1, 0, 4, 1, "DVS Relative Mode {d}", "DVS_RELATIVE_MODE_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "timecode on, relative", "1 if so" },
+    { 161, 1, 0, 4, 1, "DVS Internal Mode {d}", "DVS_INTERNAL_MODE_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "timecode off, pitch to its centre", "1 if so" },
+    { 165, 1, 0, 4, 1, "Downbeat {d}", "DOWNBEAT_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "the nearest beat becomes the downbeat", "0" },
+    { 169, 1, 0, 4, 1, "Start Point {d}", "START_POINT_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "start point on or off", "1 if on" },
+    { 173, 2, 1, 4, 2, "Smartknob #{n} {d}", "SMARTKNOB_{n}_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the knob, 0 to 1", "the value" },
+    { 181, 2, 1, 4, 2, "Smartknob #{n} On {d}", "SMARTKNOB_{n}_ON_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 213, 1, 0, 4, 1, "Gain {d}", "GAIN_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the gain, 0 to 1, 0.5 unity", "the value" },
+    { 217, 1, 0, 4, 1, "Gain Reset {d}", "GAIN_RESET_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "gain to 0.5", "the gain" },
+    { 221, 1, 0, 4, 1, "EQ High {d}", "EQ_HIGH_{d}", K::value, S::continuous, nullptr, nullptr, 0.5, "the band, 0 to 1, 0.5 flat", "the value" },
+    { 225, 1, 0, 4, 1, "EQ High Reset {d}", "EQ_HIGH_RESET_{d}", K::trigger, S::trigger, nullptr, nullptr, 0.5, "the band to 0.5", "the value" },
+    { 229, 1, 0, 4, 1, "EQ High Kill {d}", "EQ_HIGH_KILL_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 233, 1, 0, 4, 1, "EQ Mid {d}", "EQ_MID_{d}", K::value, S::continuous, nullptr, nullptr, 0.5, "the band, 0 to 1, 0.5 flat", "the value" },
+    { 237, 1, 0, 4, 1, "EQ Mid Reset {d}", "EQ_MID_RESET_{d}", K::trigger, S::trigger, nullptr, nullptr, 0.5, "the band to 0.5", "the value" },
+    { 241, 1, 0, 4, 1, "EQ Mid Kill {d}", "EQ_MID_KILL_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 245, 1, 0, 4, 1, "EQ Low {d}", "EQ_LOW_{d}", K::value, S::continuous, nullptr, nullptr, 0.5, "the band, 0 to 1, 0.5 flat", "the value" },
+    { 249, 1, 0, 4, 1, "EQ Low Reset {d}", "EQ_LOW_RESET_{d}", K::trigger, S::trigger, nullptr, nullptr, 0.5, "the band to 0.5", "the value" },
+    { 253, 1, 0, 4, 1, "EQ Low Kill {d}", "EQ_LOW_KILL_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 257, 1, 0, 4, 1, "Filter {d}", "FILTER_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the deck's filter, 0 to 1, 0.5 open", "the value" },
+    { 261, 1, 0, 4, 1, "Volume {d}", "VOLUME_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the fader, 0 to 1", "the value" },
+    { 265, 1, 0, 4, 1, "PFL {d}", "PFL_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 269, 1, 0, 4, 1, "Crossfader Assign Left {d}", "CROSSFADER_ASSIGN_LEFT_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "the deck to the left side", "1 if left" },
+    { 273, 1, 0, 4, 1, "Crossfader Assign Right {d}", "CROSSFADER_ASSIGN_RIGHT_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "the deck to the right side", "1 if right" },
+    { 277, 1, 0, 1, 0, "Crossfader", "CROSSFADER", K::value, S::continuous, nullptr, nullptr, 0.5, "the position, 0 left to 1 right; stops an automatic fade", "the position" },
+    { 278, 1, 0, 1, 0, "Crossfader Curve", "CROSSFADER_CURVE", K::value, S::continuous, nullptr, nullptr, 0.5, "the curve, 0 to 1", "the curve" },
+    { 279, 1, 0, 1, 0, "Auto Crossfader Left", "AUTO_CROSSFADER_LEFT", K::trigger, S::trigger, nullptr, nullptr, 0, "starts the fade to the left", "1 during it" },
+    { 280, 1, 0, 1, 0, "Auto Crossfader Right", "AUTO_CROSSFADER_RIGHT", K::trigger, S::trigger, nullptr, nullptr, 0, "starts the fade to the right", "1 during it" },
+    { 281, 1, 0, 1, 0, "Monitor Volume", "MONITOR_VOLUME", K::value, S::continuous, nullptr, nullptr, 0, "the volume, 0 to 1", "the value" },
+    { 282, 1, 0, 1, 0, "Monitor Mix", "MONITOR_MIX", K::value, S::continuous, nullptr, nullptr, 0, "0 cue to 1 master", "the value" },
+    { 283, 1, 0, 1, 0, "Monitor Phone Split", "MONITOR_PHONE_SPLIT", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 284, 1, 0, 1, 0, "Monitor Overdrive", "MONITOR_OVERDRIVE", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 289, 1, 0, 4, 1, "Punch {d}", "PUNCH_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "full level past the crossfader, or back", "1 if so" },
+    { 293, 1, 0, 4, 1, "Cut {d}", "CUT_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "cut past the crossfader, or back", "1 if so" },
+    { 297, 1, 0, 1, 0, "Master Volume", "MASTER_VOLUME", K::value, S::continuous, nullptr, nullptr, 0, "the volume, 0 to 1", "the value" },
+    { 298, 1, 0, 4, 1, "FX Dry/Wet Group {d}", "FX_DRY_WET_GROUP_{d}", K::value, S::continuous, nullptr, nullptr, 0, "dry 0 to wet 1", "the value" },
+    { 302, 1, 0, 4, 1, "FX High Band Group {d}", "FX_HIGH_BAND_GROUP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 306, 1, 0, 4, 1, "FX Mid Band Group {d}", "FX_MID_BAND_GROUP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 310, 1, 0, 4, 1, "FX Low Band Group {d}", "FX_LOW_BAND_GROUP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 314, 3, 1, 4, 9, "Effect Param {n} Group {d}", "EFFECT_PARAM_{n}_GROUP_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the parameter, 0 to 1", "the value" },
+    { 317, 3, 1, 4, 9, "Effect On {n} Group {d}", "EFFECT_ON_{n}_GROUP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 320, 3, 1, 4, 9, "Effect Select {n} Group {d}", "EFFECT_SELECT_{n}_GROUP_{d}", K::value, S::continuous, nullptr, nullptr, 0, "chooses the effect, 0 to 1", "the value" },
+    { 350, 1, 0, 4, 1, "FX Dry/Wet Reset Group {d}", "FX_DRY_WET_RESET_GROUP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "dry", "the dry/wet value" },
+    { 354, 1, 0, 1, 0, "Sampler Master Volume", "SAMPLER_MASTER_VOLUME", K::value, S::continuous, nullptr, nullptr, 0.5, "the volume, 0 to 1", "the value" },
+    { 355, 1, 0, 1, 0, "Sampler Master Volume Reset", "SAMPLER_MASTER_VOLUME_RESET", K::trigger, S::trigger, nullptr, nullptr, 0.5, "the volume to 0.5", "the value" },
+    { 356, 1, 0, 1, 0, "Sampler PFL", "SAMPLER_PFL", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 357, 1, 0, 1, 0, "Sampler Preview Play/Stop", "SAMPLER_PREVIEW_PLAY_STOP", K::trigger, S::trigger, nullptr, nullptr, 0, "plays or stops the preview voice", "1 while it plays" },
+    { 358, 1, 0, 1, 0, "Sampler Record Loop", "SAMPLER_RECORD_LOOP", K::trigger, S::trigger, nullptr, nullptr, 0, "records a loop", "1 while it records" },
+    { 359, 1, 0, 1, 0, "Sampler Loop Size", "SAMPLER_LOOP_SIZE", K::relative, S::stepped, nullptr, nullptr, 0, "steps the size", "the size" },
+    { 360, 1, 0, 1, 0, "Sampler Sync", "SAMPLER_SYNC", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 361, 16, 1, 1, 0, "Sampler Play Pad #{n}", "SAMPLER_PLAY_PAD_{n}", K::state, S::held, nullptr, nullptr, 0, "plays while held", "1 while playing" },
+    { 377, 8, 1, 4, 8, "Slicegate Pad {d}.{n}", "SLICEGATE_PAD_{d}_{n}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles the pad", "1 if active" },
+    { 437, 1, 0, 4, 1, "VST Dry/Wet Slot {d}", "VST_DRY_WET_SLOT_{d}", K::value, S::continuous, nullptr, nullptr, 0, "dry 0 to wet 1", "the value" },
+    { 441, 1, 0, 4, 1, "VST On Slot {d}", "VST_ON_SLOT_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 445, 1, 0, 4, 1, "VST Set Insert/Send Signal Routing Slot {d}", "VST_INSERT_SEND_SIGNAL_ROUTING_SLOT_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+    { 449, 1, 0, 4, 1, "VST Param 1 Slot {d}", "VST_PARAM_1_SLOT_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the parameter, 0 to 1", "the value" },
+    { 453, 1, 0, 4, 1, "VST Param 2 Slot {d}", "VST_PARAM_2_SLOT_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the parameter, 0 to 1", "the value" },
+    { 457, 1, 0, 4, 1, "Loop Move Size {d}", "LOOP_MOVE_SIZE_{d}", K::relative, S::stepped, nullptr, nullptr, 5, "steps the size, 0 to 10", "the size" },
+    { 435, 1, 0, 1, 0, "Automix On/Off", "AUTOMIX_ON_OFF", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
+};
+// clang-format on
+}

@@ -1,0 +1,128 @@
+#include "settings/SettingsFile.h"
+
+#include "support/AudioThread.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstring>
+
+// The block is copied as it lies in memory.
+static_assert (std::endian::native == std::endian::little);
+
+namespace
+{
+constexpr size_t versionBytes = sizeof (int32_t);
+constexpr size_t fileBytes = versionBytes + sizeof (EngineSettings);
+
+juce::File settingsFile (const juce::File& setupFolder)
+{
+    return setupFolder.getChildFile ("platterdex.set");
+}
+
+template <typename T>
+void keepWithin (Relaxed<T>& value, T low, T high, T otherwise)
+{
+    // Written so that a NaN is outside.
+    if (!(value.get() >= low && value.get() <= high))
+        value = otherwise;
+}
+
+template <typename T>
+void keepFinite (Relaxed<T>& value, T otherwise)
+{
+    if (!std::isfinite (value.get()))
+        value = otherwise;
+    else if (std::fpclassify (value.get()) == FP_SUBNORMAL)
+        value = T { 0 };
+}
+
+void repair (DeckSetup& setup, const DeckSetup& defaults)
+{
+    for (auto* value : { &setup.timecodeCalibration, &setup.lineGain })
+    {
+        keepFinite (*value, 1.0);
+        keepWithin (*value, 0.0, 4.0, 1.0);
+    }
+    keepFinite (setup.timecodeThreshold, defaults.timecodeThreshold.get());
+    keepWithin (setup.timecodeThreshold, 0.0f, 1.0f, defaults.timecodeThreshold.get());
+    keepFinite (setup.timecodeLeadIn, defaults.timecodeLeadIn.get());
+    keepWithin<int8_t> (setup.timecodeType, 0, 8, defaults.timecodeType);
+    keepWithin<int8_t> (setup.inputPair, 0, 3, defaults.inputPair);
+}
+
+void repair (EngineSettings& settings)
+{
+    const EngineSettings defaults;
+    keepFinite (settings.masterVolume, 1.0);
+    if (!(settings.masterVolume > 0.0 && settings.masterVolume <= 1.0))
+        settings.masterVolume = 1.0;
+    keepFinite (settings.crossfader, defaults.crossfader.get());
+    keepFinite (settings.crossfaderCurve, defaults.crossfaderCurve.get());
+    keepFinite (settings.monitorMix, defaults.monitorMix.get());
+    keepFinite (settings.monitorVolume, defaults.monitorVolume.get());
+    keepWithin<int8_t> (settings.editor[EditorPreference::listFontSize], 12, 22, 16);
+    for (auto& level : settings.samplerLevels)
+        keepFinite (level, 1.0);
+    for (size_t deck = 0; deck < settings.deckSetup.size(); ++deck)
+        repair (settings.deckSetup[deck], defaults.deckSetup[deck]);
+}
+}
+
+void readSettings (std::span<const std::byte> file, EngineSettings& settings)
+{
+    int32_t version = 0;
+    if (file.size() < versionBytes)
+        return;
+    std::memcpy (&version, file.data(), versionBytes);
+    if (version != settingsVersion)
+        return;
+
+    const auto block = file.subspan (versionBytes, std::min (file.size(), fileBytes) - versionBytes);
+    std::memcpy (static_cast<void*> (&settings), block.data(), block.size());
+    repair (settings);
+}
+
+std::vector<std::byte> writeSettings (const EngineSettings& settings)
+{
+    std::vector<std::byte> file (fileBytes);
+    std::memcpy (file.data(), &settingsVersion, versionBytes);
+    std::memcpy (file.data() + versionBytes, static_cast<const void*> (&settings), sizeof settings);
+    return file;
+}
+
+bool loadSettings (EngineSettings& settings, const juce::File& setupFolder, const Folders& folders)
+{
+    assertMayBlock();
+    settings = defaultSettings (folders);
+    juce::FileInputStream stream (settingsFile (setupFolder));
+    if (stream.failedToOpen())
+        return true;
+
+    std::vector<std::byte> file (fileBytes);
+    const auto got = stream.read (file.data(), static_cast<int> (file.size()));
+    file.resize (static_cast<size_t> (std::max (got, 0)));
+    readSettings (file, settings);
+    return false;
+}
+
+bool saveSettings (const EngineSettings& settings, const juce::File& setupFolder)
+{
+    assertMayBlock();
+    if (setupFolder.createDirectory().failed())
+        return false;
+
+    // Written beside the old file and renamed over it: a full disk or a power cut in the middle of the write must not
+    // cost the user's settings.
+    const juce::TemporaryFile temporary (settingsFile (setupFolder), juce::TemporaryFile::useHiddenFile);
+    const auto bytes = writeSettings (settings);
+    {
+        juce::FileOutputStream stream (temporary.getFile());
+        if (stream.failedToOpen() || !stream.write (bytes.data(), bytes.size()))
+            return false;
+        stream.flush();
+        if (stream.getStatus().failed())
+            return false;
+    }
+    return temporary.overwriteTargetFileWithTemporary();
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "settings/EngineSettings.h"
+#include "settings/Folders.h"
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+/** The version that a settings file must have to be read. */
+inline constexpr int32_t settingsVersion = 2250;
+
+/** Lays the bytes of a settings file over `settings`, which holds defaults before.
+
+    The bytes are the version as a little-endian int32 and the block. Another version changes nothing, bytes that are
+    missing at the end leave the rest as it is, bytes beyond the block are ignored. What the engine could not use comes
+    back as its default: values outside the ranges of the master volume, the list's font size and the decks' set-up,
+    and every number that is not finite. Never fails. */
+void readSettings (std::span<const std::byte> file, EngineSettings& settings);
+
+/** The bytes of a settings file. */
+std::vector<std::byte> writeSettings (const EngineSettings&);
+
+/** Fills the settings with the defaults for `folders`, then with "platterdex.set" of the set-up folder.
+    Only while no audio runs. @returns true on a first run, that is if the file could not be opened. */
+bool loadSettings (EngineSettings&, const juce::File& setupFolder, const Folders&);
+
+/** Replaces "platterdex.set" in the set-up folder. Only while no audio runs.
+    @returns false if that failed, which leaves the old file as it was; nobody needs to be told. */
+bool saveSettings (const EngineSettings&, const juce::File& setupFolder);
