@@ -6,24 +6,16 @@ namespace
 {
 thread_local CPlatterdex* newestEngine = nullptr;
 
-/** The plug-in as its user sees it: the file, or the bundle that the file lies in. */
-juce::File pluginFile()
-{
-    const auto binary = juce::File::getSpecialLocation (juce::File::currentExecutableFile);
-    for (auto folder = binary.getParentDirectory(); !folder.isRoot(); folder = folder.getParentDirectory())
-        if (folder.hasFileExtension ("vst3;lv2"))
-            return folder;
-    return binary;
-}
-
-/** The system's own folders lie beside the plug-in, so that all formats in one folder share them; the decoder lies
-    beside the binary, because a bundle is moved as a whole. */
+/** The decoder lies beside the binary, inside a bundle too, so that a bundle is moved as a whole. */
 EngineWorld worldOfPlugin()
 {
     EngineWorld world;
-    world.root = pluginFile().getParentDirectory();
-    world.decoder =
+    world.folders = Folders::ofPlugin();
+    world.decoderLibrary =
         juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
+    world.hasMessageLoop = true;
+    // The toolkit's list of parameters. A host that is promised an editor must get one: some crash on none.
+    world.createEditor = [] (CPlatterdex& engine) { return new juce::GenericAudioProcessorEditor (engine); };
     return world;
 }
 }

@@ -6,8 +6,8 @@ namespace
 {
 struct Row
 {
-    std::atomic<bool> taken{ false };
-    std::atomic<const Vst2::AEffect*> record{
+    std::atomic<bool> taken { false };
+    std::atomic<const Vst2::AEffect*> record {
         nullptr
     }; // set last and cleared first: the row is whole while it is set
     Vst2Instance instance;

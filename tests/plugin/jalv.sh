@@ -37,13 +37,13 @@ has_ports() { [ "$(ports in)" -eq 10 ] && [ "$(ports out)" -eq 14 ]; }
 until_true has_ports
 
 echo "controls" >&3
-until_true grep -q 'command465 = ' "$work/output"
+until_true grep -q '_c465 = ' "$work/output"
 echo "$(ports in) inputs, $(ports out) outputs"
 
 exec 3>&-
 kill -INT "$host"
 wait "$host"
 expect 'Plugin: *urn:tonal-yard:platterdex2' "$work/output"
-controls=$(grep -c 'command[0-9]* = ' "$work/output")
+controls=$(grep -c '_c[0-9]* = ' "$work/output")
 echo "$controls controls, closed"
 [ "$controls" -eq 465 ]

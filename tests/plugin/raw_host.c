@@ -16,6 +16,9 @@
 #define TEXT_BYTES 64
 #define BLOCK 512
 
+/* "Key Tuning A": it holds any value from 0 to 1, and these checks only write eighths, which come back exactly. */
+static const int keyTuning = 37;
+
 typedef AEffect* (*Entry) (audioMasterCallback);
 
 static int failures = 0;
@@ -240,23 +243,23 @@ static void checkValues (AEffect* effect)
     static const int outside[] = { -1, 0, 466, 1007, 100000, -2147483647 - 1, 2147483647 };
     char shown[TEXT_BYTES];
 
-    effect->setParameter (effect, 277, 0.25f);
-    CHECK (effect->getParameter (effect, 277) == 0.25f, "crossfader %g",
-           (double)effect->getParameter (effect, 277));
-    expectText (effect, effGetParamDisplay, 277, "0.25");
-    CHECK (tell (effect, effString2Parameter, 277, 0, (void*)" 0.75", 0.0f) == 1,
+    effect->setParameter (effect, keyTuning, 0.25f);
+    CHECK (effect->getParameter (effect, keyTuning) == 0.25f, "key tuning %g",
+           (double)effect->getParameter (effect, keyTuning));
+    expectText (effect, effGetParamDisplay, keyTuning, "0.25");
+    CHECK (tell (effect, effString2Parameter, keyTuning, 0, (void*)" 0.75", 0.0f) == 1,
            "a number as text is refused");
-    expectText (effect, effGetParamDisplay, 277, "0.75");
-    CHECK (tell (effect, effString2Parameter, 277, 0, NULL, 0.0f) == 1, "texts are taken");
-    CHECK (tell (effect, effString2Parameter, 277, 0, (void*)"left", 0.0f) == 0, "a word is no value");
+    expectText (effect, effGetParamDisplay, keyTuning, "0.75");
+    CHECK (tell (effect, effString2Parameter, keyTuning, 0, NULL, 0.0f) == 1, "texts are taken");
+    CHECK (tell (effect, effString2Parameter, keyTuning, 0, (void*)"left", 0.0f) == 0, "a word is no value");
     CHECK (tell (effect, effString2Parameter, 0, 0, (void*)"1", 0.0f) == 0, "index 0 takes no text");
-    effect->setParameter (effect, 277, NAN);
-    effect->setParameter (effect, 277, INFINITY);
-    expectText (effect, effGetParamDisplay, 277, "0.75");
-    CHECK (tell (effect, effVendorSpecific, effGetParamDisplay, 277, shown, 0.125f) == 0xbeef,
+    effect->setParameter (effect, keyTuning, NAN);
+    effect->setParameter (effect, keyTuning, INFINITY);
+    expectText (effect, effGetParamDisplay, keyTuning, "0.75");
+    CHECK (tell (effect, effVendorSpecific, effGetParamDisplay, keyTuning, shown, 0.125f) == 0xbeef,
            "no text for a value");
     CHECK (strlen (shown) == 4, "a value is shown as \"%s\"", shown);
-    effect->setParameter (effect, 277, 0.5f);
+    effect->setParameter (effect, keyTuning, 0.5f);
 
     for (size_t i = 0; i < sizeof (outside) / sizeof (outside[0]); ++i)
     {
@@ -291,11 +294,11 @@ static void checkState (AEffect* effect)
     {
         void* chunk = junk;
         CHECK (tell (effect, effGetChunk, program, 0, &chunk, 0.0f) == 0, "there is state to save");
-        effect->setParameter (effect, 277, 0.125f);
+        effect->setParameter (effect, keyTuning, 0.125f);
         tell (effect, effSetChunk, program, sizeof (junk), junk, 0.0f);
-        CHECK (effect->getParameter (effect, 277) == 0.125f, "restoring changed a value");
+        CHECK (effect->getParameter (effect, keyTuning) == 0.125f, "restoring changed a value");
     }
-    effect->setParameter (effect, 277, 0.5f);
+    effect->setParameter (effect, keyTuning, 0.5f);
 }
 
 static void checkBlocks (AEffect* effect)
@@ -368,10 +371,11 @@ int main (int argc, char** argv)
 
     /* Two instances keep apart, and the death of one leaves the other whole. */
     AEffect* other = create (olderEntry);
-    other->setParameter (other, 277, 0.25f);
-    CHECK (effect->getParameter (effect, 277) == 0.5f, "two instances share a parameter");
+    other->setParameter (other, keyTuning, 0.25f);
+    CHECK (effect->getParameter (effect, keyTuning) == 0.5f, "two instances share a parameter");
     stop (effect);
-    CHECK (other->getParameter (other, 277) == 0.25f, "the second instance lost its value with the first");
+    CHECK (other->getParameter (other, keyTuning) == 0.25f,
+           "the second instance lost its value with the first");
     CHECK (process (other, BLOCK) == 0.0, "the second instance does not run");
     stop (other);
 
