@@ -311,6 +311,20 @@ static void checkBlocks (AEffect* effect)
     }
 }
 
+/* Under the sanitizer the decoder stays loaded: what its foreign libraries leave behind at each unloading is known. */
+static void keepDecoder (const char* plugin)
+{
+#ifdef __SANITIZE_ADDRESS__
+    char path[4096];
+    const char* slash = strrchr (plugin, '/');
+    snprintf (path, sizeof (path), "%.*s/adec.so", slash == NULL ? 1 : (int)(slash - plugin),
+              slash == NULL ? "." : plugin);
+    CHECK (dlopen (path, RTLD_NOW | RTLD_LOCAL) != NULL, "%s", dlerror());
+#else
+    (void)plugin;
+#endif
+}
+
 static AEffect* create (Entry entry)
 {
     AEffect* effect = entry (host);
@@ -342,6 +356,7 @@ int main (int argc, char** argv)
         printf ("FAILED: %s\n", dlerror());
         return 1;
     }
+    keepDecoder (argv[argc - 1]);
     const Entry entry = (Entry)dlsym (library, "VSTPluginMain");
     const Entry olderEntry = (Entry)dlsym (library, "main");
     CHECK (entry != NULL, "no VSTPluginMain");
@@ -388,7 +403,9 @@ int main (int argc, char** argv)
     }
     printf ("opened and closed %d times, %d changes reported\n", opened, changesReported);
 
+#ifndef __SANITIZE_ADDRESS__ /* a report of leaks has names only as long as the plug-in is there */
     dlclose (library);
+#endif
     printf (failures == 0 ? "all held\n" : "%d failures\n", failures);
     return failures == 0 ? 0 : 1;
 }
