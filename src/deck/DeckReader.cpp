@@ -174,7 +174,8 @@ void readDeck (DeckPlayer& deck, const ReaderBlock& block, NoiseTable& noise, fl
         reader.bend = decayed (reader.bend, block.decay100ms, bendFloor);
 
         reader.rate = target + (reader.rate - target) * block.smoothing5ms;
-        if (std::abs (reader.rate) < rateFloor)
+        // Only a deck that comes to rest is cut off: at high engine rates the first steps of a start are below the floor.
+        if (std::abs (reader.rate) < rateFloor && std::abs (target) < rateFloor)
             reader.rate = 0.0;
 
         reader.position = std::clamp (reader.position + reader.rate, 0.0, end);

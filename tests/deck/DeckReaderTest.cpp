@@ -309,6 +309,24 @@ TEST (DeckReader, TheStartPointHolds)
     EXPECT_EQ (deck.position, 5000.0);
 }
 
+TEST (DeckReader, StartsAndStopsAtAnyRateOfFileAndEngine)
+{
+    for (const double engineRate : { 8000.0, 44'100.0, 96'000.0, 192'000.0 })
+        for (const double trackRate : { 8000.0, 44'100.0, 192'000.0 })
+        {
+            DeckFixture decks;
+            decks.world.engineRate = engineRate;
+            decks.world.smoothing5ms = std::exp (-1.0 / (0.005 * engineRate));
+            decks.putTrack (static_cast<int> (trackRate), sineTrack (440.0, trackRate), 0, trackRate);
+            decks.transport.playPause (0);
+            decks.render (static_cast<int> (engineRate / 2.0));
+            EXPECT_NEAR (decks.deck().position, trackRate * 0.495, trackRate * 0.001) << engineRate << ' ' << trackRate;
+            decks.transport.playPause (0);
+            decks.render (static_cast<int> (engineRate / 5.0));
+            EXPECT_EQ (decks.deck().rate, 0.0) << engineRate << ' ' << trackRate;
+        }
+}
+
 TEST (DeckReader, AnyBlockSizeGivesTheSameSound)
 {
     std::vector<float> reference;

@@ -311,20 +311,6 @@ static void checkBlocks (AEffect* effect)
     }
 }
 
-/* Under the sanitizer the decoder stays loaded: what its foreign libraries leave behind at each unloading is known. */
-static void keepDecoder (const char* plugin)
-{
-#ifdef __SANITIZE_ADDRESS__
-    char path[4096];
-    const char* slash = strrchr (plugin, '/');
-    snprintf (path, sizeof (path), "%.*s/adec.so", slash == NULL ? 1 : (int)(slash - plugin),
-              slash == NULL ? "." : plugin);
-    CHECK (dlopen (path, RTLD_NOW | RTLD_LOCAL) != NULL, "%s", dlerror());
-#else
-    (void)plugin;
-#endif
-}
-
 static AEffect* create (Entry entry)
 {
     AEffect* effect = entry (host);
@@ -356,7 +342,6 @@ int main (int argc, char** argv)
         printf ("FAILED: %s\n", dlerror());
         return 1;
     }
-    keepDecoder (argv[argc - 1]);
     const Entry entry = (Entry)dlsym (library, "VSTPluginMain");
     const Entry olderEntry = (Entry)dlsym (library, "main");
     CHECK (entry != NULL, "no VSTPluginMain");
