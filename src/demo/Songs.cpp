@@ -172,7 +172,7 @@ constexpr SongSection cornerForm[] {
 // ---- Tide Runner: drum and bass; two-step, ghost notes, detuned bass, soft chords.
 constexpr Chord tideChords[] { { E, minor9 }, { C, major9 }, { A, minor9 }, { B, minor7 } };
 constexpr DrumLine tideDrums[] {
-    { 'K', kickTight, Bus::kick, 0.0, 0.0,    "X.........X....." "X.........X..x.." },
+    { 'K', kickTight, Bus::kick, 1.5, 0.0,    "X.........X....." "X.........X..x.." },
     { 'S', snareCrack, Bus::hits, -4.5, 0.0,  "....X.......X..." },
     { 'S', snareDry,  Bus::hits, -13.0, 0.1,  ".......o.o.....o" ".......o.o....oo" },
     { 'H', hatClosed, Bus::hats, -11.0, -0.2, "x.xox.x.x.xox.xo" },
@@ -184,11 +184,11 @@ constexpr DrumLine tideDrums[] {
     { 'F', snareCrack, Bus::hits, -6.0, 0.0,  "......x..x....xX" },
 };
 constexpr ToneLine tideTones[] {
-    { 'B', bassReese, Bus::bass, -4.5, 0.0, 28,    "1-----..1-.5-.1-" "1--------.3-4-.." },
-    { 'C', epiano,    Bus::chords, -13.0, 0.0, 57,  "x-----x---..x---" "..x-----x---x---" },
-    { 'D', sawPad,    Bus::chords, -16.5, 0.0, 54, "x---------------" },
-    { 'A', pluck,     Bus::lead, -13.0, -0.1, 64,  "1..3..5.3..6..5." "1..3..5.7..6..3." },
-    { 'L', bell,      Bus::lead, -13.0, 0.15, 64,  "e-------c---d---" "e---------g-f-e-" "d-------c---b---" "b---c---d-----b-" },
+    { 'B', bassReese, Bus::bass, -1.0, 0.0, 28,    "1-----..1-.5-.1-" "1--------.3-4-.." },
+    { 'C', epiano,    Bus::chords, -14.5, 0.0, 57,  "x-----x---..x---" "..x-----x---x---" },
+    { 'D', sawPad,    Bus::chords, -18.5, 0.0, 54, "x---------------" },
+    { 'A', pluck,     Bus::lead, -16.0, -0.1, 64,  "1..3..5.3..6..5." "1..3..5.7..6..3." },
+    { 'L', bell,      Bus::lead, -16.0, 0.15, 64,  "e-------c---d---" "e---------g-f-e-" "d-------c---b---" "b---c---d-----b-" },
 };
 constexpr SongSection tideForm[] {
     { intro, 16,    "KSHF",     12000.0, 0.0, 0, true },
