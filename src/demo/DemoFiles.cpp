@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <vector>
 
 namespace
@@ -25,9 +24,10 @@ public:
     int process (float sample) noexcept
     {
         const auto draw = random.nextDouble();
-        const auto level = std::floor (static_cast<double> (sample) * 32767.0 + draw - last + 0.5);
+        // Shifted into the positive numbers, where cutting the fraction off rounds down.
+        const auto shifted = static_cast<double> (sample) * 32767.0 + draw - last + 32768.5;
         last = draw;
-        return static_cast<int> (std::clamp (level, -32768.0, 32767.0)) * 65536;
+        return (static_cast<int> (std::clamp (shifted, 0.0, 65535.0)) - 32768) * 65536;
     }
 
 private:

@@ -24,6 +24,8 @@ struct StereoBlock
 
     void add (const StereoBlock& other, float gain) noexcept
     {
+        if (gain == 0.0f)
+            return;
         for (size_t i = 0; i < blockFrames; ++i)
         {
             left[i] += gain * other.left[i];
