@@ -35,7 +35,7 @@ struct DemoSection
     enum class Kind
     {
         intro,     ///< drums only
-        build,     ///< drums with what is about to come
+        build,     ///< drums and a riser; in the longer forms with some of what is about to come
         mainPart,  ///< everything
         breakdown, ///< no drums
         outro      ///< drums only
