@@ -62,7 +62,8 @@ void expectSound (const std::string& text)
         const auto* load = std::get_if<SetScript::Load> (&event.action);
         EXPECT_TRUE (load == nullptr || (load->deck >= 0 && load->deck < 4 && !load->path.empty()));
         const auto* command = std::get_if<SetScript::Command> (&event.action);
-        EXPECT_TRUE (command == nullptr || (command->number >= 1 && command->number <= 465 && std::isfinite (command->value)));
+        EXPECT_TRUE (command == nullptr
+                     || (command->number >= 1 && command->number <= 465 && std::isfinite (command->value)));
     }
 }
 }
@@ -107,7 +108,11 @@ TEST (SetScript, TakesPathsWithAndWithoutQuotes)
              Case { "0 load A nowait now.wav", "nowait now.wav", true },
              Case { "0 load A \"nowait\"", "nowait", true },
              Case { "0 load b 12\" mix.wav", "12\" mix.wav", true },
-             Case { "0 load d \xc3\x9c" "bung.flac", "\xc3\x9c" "bung.flac", true },
+             Case { "0 load d \xc3\x9c"
+                    "bung.flac",
+                    "\xc3\x9c"
+                    "bung.flac",
+                    true },
          })
     {
         const auto script = scriptOf (text);
@@ -186,14 +191,18 @@ TEST (SetScript, TakesAnEmptyTextAndAByteOrderMark)
 {
     for (const auto* text : { "", "\n\n", "# nothing", " \t ", "\xef\xbb\xbf" })
         EXPECT_TRUE (scriptOf (text).events.empty());
-    EXPECT_EQ (scriptOf ("\xef\xbb\xbf" "0 end").events.size(), 1u);
+    EXPECT_EQ (scriptOf ("\xef\xbb\xbf"
+                         "0 end")
+                   .events.size(),
+               1u);
 }
 
 TEST (SetScript, ComesThroughMutationsAndGarbage)
 {
     RandGeneratorLCG random (1);
     const auto below = [&random] (size_t limit) { return static_cast<size_t> (random.nextInt()) % limit; };
-    const std::string_view dictionary[] { "\"", "#", "\n", "nowait", "-", "1e999", "load A ", "end", "host bpm ", "\xc3" };
+    const std::string_view dictionary[] { "\"",    "#",       "\n",  "nowait",    "-",
+                                          "1e999", "load A ", "end", "host bpm ", "\xc3" };
 
     for (int round = 0; round < 4000; ++round)
     {
