@@ -208,3 +208,51 @@ TEST_F (PerformVerb, ReportsWhatDidNotLoadAndSucceeds)
     EXPECT_THAT (run.err[1].toStdString(), StartsWith ("0.250000 deck B: nothing was loaded: "));
     EXPECT_EQ (Wav (folder.file ("m.wav")).audio.getNumSamples(), 44100);
 }
+
+TEST_F (PerformVerb, RealFilesOfEveryFormatPlayAndTheRecordingIsTheMaster)
+{
+    const auto music = EncodedFiles::writeWav (EncodedFiles::makeNoise (2, 10 * 44100, 44100.0), 44100.0,
+                                               folder.file ("music.wav"));
+    const juce::StringArray names { "a.mp3", "b.m4a", "c.flac", "d.ogg", "e.wma", "f.aiff", "g.wav" };
+    for (const auto& name : names)
+        EncodedFiles::encode (music, folder.file (name));
+
+    // Four decks at a time: played, scratched, reversed, jumped; then the other three.
+    juce::String set ("0 set DISK_RECORDER 1\n");
+    for (int i = 0; i < names.size(); ++i)
+    {
+        const auto deck = juce::String::charToString ('A' + i % 4);
+        const auto start = i < 4 ? 0 : 3;
+        if (i == 4)
+            for (const auto* line :
+                 { "1 set JOG_SCRATCH_ON_A 1", "1.1 set JOG_A 1 0.01 -2", "1.3 set JOG_A 1 0.01 3",
+                   "1.5 set JOG_SCRATCH_ON_A 0", "1.6 reverse B on", "2 set HOT_CUE_1_C 1",
+                   "2.1 reverse B off", "2.2 set SEEK_D 0.7", "2.4 set HOT_CUE_1_C 1" })
+                set << line << "\n";
+        set << start << " load " << deck << " " << names[i] << "\n"
+            << start << " set PLAY_PAUSE_" << deck << " 1\n";
+    }
+    for (const auto* deck : { "A", "B", "C", "D" })
+        set << "5 print PLAY_PAUSE_" << deck << "\n";
+    write ("set.txt", set + "5 set DISK_RECORDER 1\n5 end\n");
+
+    const auto run = perform ({ "set.txt", "--out", "m.wav", "--all-out", "all.wav", "--root", "root" });
+    ASSERT_EQ (run.exitCode, 0) << run.errorLine();
+    EXPECT_TRUE (run.err.isEmpty()) << run.errorLine();
+    for (const auto& line : run.out)
+        EXPECT_TRUE (line.endsWith (" 1.000000")) << line;
+
+    const Wav master (folder.file ("m.wav")), all (folder.file ("all.wav"));
+    for (int channel = 4; channel < 12; ++channel)
+        EXPECT_GT (all.rms (channel), 0.02f) << channel;
+    const auto recordings =
+        folder.file ("root/disk_recorder").findChildFiles (juce::File::findFiles, false, "*.wav");
+    ASSERT_EQ (recordings.size(), 1);
+    const Wav recorded (recordings[0]);
+    ASSERT_EQ (recorded.audio.getNumSamples(), master.audio.getNumSamples());
+    for (int side = 0; side < 2; ++side)
+        for (int i = 0; i < master.audio.getNumSamples(); ++i)
+            ASSERT_NEAR (recorded.audio.getSample (side, i),
+                         juce::jlimit (-1.0f, 1.0f, master.audio.getSample (side, i)), 1.01f / 32768.0f)
+                << i;
+}
