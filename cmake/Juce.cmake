@@ -23,6 +23,7 @@ target_compile_definitions (juce_shared
         JUCE_DISPLAY_SPLASH_SCREEN=0
         JUCE_REPORT_APP_USAGE=0
         JUCE_STRICT_REFCOUNTEDPOINTER=1
+        JUCE_USE_MP3AUDIOFORMAT=1
     INTERFACE
         $<TARGET_PROPERTY:juce_shared,COMPILE_DEFINITIONS>)
 target_include_directories (juce_shared SYSTEM

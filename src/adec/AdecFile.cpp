@@ -90,7 +90,10 @@ std::optional<AdecFile::Cut> AdecFile::cutOf (const AVStream& stream) const
         return Cut{};
 
     const auto frames = [&] (int64_t ticks)
-    { return av_rescale (ticks, stream.codecpar->sample_rate, timing->timescale); };
+    {
+        const auto rescaled = av_rescale (ticks, stream.codecpar->sample_rate, timing->timescale);
+        return rescaled >= 0 ? rescaled : INT64_MAX; // negative where it doesn't fit
+    };
     const Cut tables{ frames (timing->start), frames (timing->end) };
 
     const auto* const entry = av_dict_get (format->metadata, "iTunSMPB", nullptr, 0);

@@ -32,8 +32,8 @@ std::unique_ptr<AdecStream> AdecStream::open (AdecFile& file, const AVStream& so
     stream->channels = parameters.ch_layout.nb_channels;
     stream->frameBytes = stream->channels * av_get_bytes_per_sample (stream->packedFormat);
     stream->streamIndex = source.index;
-    stream->file = &file;
     file.attach (*stream);
+    stream->file = &file;
     return stream;
 }
 
@@ -47,8 +47,9 @@ bool AdecStream::send (const uint8_t* data, int32_t dataSize)
 {
     // What a caller didn't fetch of the packet before is lost with it.
     pendingAt = pendingEnd = 0;
-    while (avcodec_receive_frame (codec.get(), frame.get()) >= 0)
+    while (!isDrained && avcodec_receive_frame (codec.get(), frame.get()) >= 0)
         position += frame->nb_samples;
+    isDrained = false;
 
     if (file->isFlush (data))
         return avcodec_send_packet (codec.get(), nullptr) >= 0;
@@ -64,13 +65,29 @@ bool AdecStream::keepsFormat() const
            && frame->sample_rate == sampleRate && frame->ch_layout.nb_channels == channels;
 }
 
+int64_t AdecStream::framesBeforeZero() const
+{
+    if (frame->pts == AV_NOPTS_VALUE || frame->pts >= 0)
+        return 0;
+    // An Ogg stream that was cut out of another one starts within a page; more than that is damage.
+    constexpr int mostSeconds = 5;
+    const auto inFrames = av_make_q (1, sampleRate);
+    const auto early =
+        av_rescale_q (-std::max<int64_t> (frame->pts, -INT64_MAX), codec->pkt_timebase, inFrames);
+    return early > 0 && early <= int64_t{ mostSeconds } * sampleRate ? early : 0;
+}
+
 AdecStream::Step AdecStream::receive()
 {
     const auto error = avcodec_receive_frame (codec.get(), frame.get());
-    if (error == AVERROR (EAGAIN) || error == AVERROR_EOF)
+    isDrained = error == AVERROR (EAGAIN) || error == AVERROR_EOF;
+    if (isDrained)
         return Step::empty;
     if (error < 0)
         return Step::damaged;
+
+    if (position == 0 && (codec->flags2 & AV_CODEC_FLAG2_SKIP_MANUAL) == 0)
+        cut.start = framesBeforeZero();
 
     const int64_t count = frame->nb_samples;
     pendingAt = static_cast<int> (std::clamp<int64_t> (cut.start - position, 0, count));

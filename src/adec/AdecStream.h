@@ -33,6 +33,10 @@ private:
     Step receive();
     bool keepsFormat() const;
 
+    /** How much of the first decoded frame and its followers lies before the stream's time 0, where nothing is to be
+        heard; libavcodec doesn't cut that. */
+    int64_t framesBeforeZero() const;
+
     AdecFile* file = nullptr;
     int32_t streamIndex = -1;
     adec::AvPointer<AVCodecContext> codec;
@@ -45,7 +49,8 @@ private:
     int32_t frameBytes = 0;
 
     AdecFile::Cut cut;
-    int64_t position = 0; /**< frames that the decoder has given so far */
+    int64_t position = 0;  /**< frames that the decoder has given so far */
+    bool isDrained = true; /**< the decoder has given all of the packet sent last */
 
     // The part of `frame` that is still to be handed out, and where the caller goes on with the packet.
     int pendingAt = 0;

@@ -68,7 +68,6 @@ int64_t timescale (Bytes header)
 /** The ticks of all samples of a "stts" box; 0 if it doesn't say. */
 int64_t totalDuration (Bytes table)
 {
-    constexpr uint64_t longest = uint64_t{ 1 } << 48;
     const auto entries = number (table, 4, 4);
     if (table.size() < 8 || entries > (table.size() - 8) / 8)
         return 0;
@@ -77,7 +76,7 @@ int64_t totalDuration (Bytes table)
     for (size_t i = 0; i < entries; ++i)
     {
         total += number (table, 8 + 8 * i, 4) * number (table, 12 + 8 * i, 4);
-        if (total > longest)
+        if (total > static_cast<uint64_t> (Mp4Timing::unknownLength))
             return 0;
     }
     return static_cast<int64_t> (total);
@@ -105,6 +104,8 @@ bool applyEdits (Bytes list, int64_t movieTimescale, Mp4Timing& timing)
         isCut = true;
         timing.start = mediaTime;
 
+        if (timing.length == Mp4Timing::unknownLength)
+            continue; // the list was written before its end was known
         const auto ticks = static_cast<double> (number (list, at, fieldBytes));
         const auto ticksToEnd = static_cast<double> (timing.length - mediaTime)
                                 * static_cast<double> (movieTimescale)
@@ -126,7 +127,7 @@ bool isSound (Bytes track)
     return handler.size() >= 12 && isType (handler.data() + 8, "soun");
 }
 
-std::optional<Mp4Timing> readTrack (Bytes track, int64_t movieTimescale)
+std::optional<Mp4Timing> readTrack (Bytes track, int64_t movieTimescale, bool isFragmented)
 {
     const auto header = findBox (track, "tkhd");
     const auto media = findBox (track, "mdia");
@@ -135,7 +136,7 @@ std::optional<Mp4Timing> readTrack (Bytes track, int64_t movieTimescale)
     Mp4Timing timing;
     timing.trackId = static_cast<int32_t> (number (header, number (header, 0, 1) == 1 ? 20 : 12, 4));
     timing.timescale = timescale (findBox (media, "mdhd"));
-    timing.length = timing.end = totalDuration (table);
+    timing.length = timing.end = isFragmented ? Mp4Timing::unknownLength : totalDuration (table);
     if (timing.timescale <= 0 || timing.length <= 0)
         return std::nullopt;
 
@@ -151,7 +152,7 @@ std::vector<Mp4Timing> readMp4Timing (std::span<const uint8_t> movie)
     std::vector<Mp4Timing> tracks;
     const auto movieTimescale = timescale (findBox (movie, "mvhd"));
     const bool isFragmented = !findBox (movie, "mvex").empty();
-    if (movieTimescale <= 0 || isFragmented)
+    if (movieTimescale <= 0)
         return tracks;
 
     bool isWhole = true;
@@ -160,7 +161,7 @@ std::vector<Mp4Timing> readMp4Timing (std::span<const uint8_t> movie)
                 {
                     if (!isType (name, "trak") || !isSound (content))
                         return;
-                    const auto timing = readTrack (content, movieTimescale);
+                    const auto timing = readTrack (content, movieTimescale, isFragmented);
                     isWhole = isWhole && timing.has_value();
                     tracks.push_back (timing.value_or (Mp4Timing{}));
                 });

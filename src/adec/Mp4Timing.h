@@ -14,6 +14,9 @@ namespace adec
     movie's clock, which are often milliseconds. The sample table is exact to the frame. */
 struct Mp4Timing
 {
+    /** The length of a track whose packets stand in fragments behind the tables. */
+    static constexpr int64_t unknownLength = int64_t{ 1 } << 48;
+
     int32_t trackId = 0;
     int64_t timescale = 0; /**< ticks of the track's clock per second, above 0 */
     int64_t length = 0;    /**< ticks of all encoded audio, above 0 */

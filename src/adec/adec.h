@@ -12,7 +12,8 @@
     The order of calls: open a file, look at its streams, open one or more of them, then read packets and decode each
     with the stream it belongs to until reading fails; close the streams and the file.
 
-        AdecPacketRecord packet = { .recordSize = sizeof (AdecPacketRecord) };
+        AdecPacketRecord packet = {};
+        packet.recordSize = sizeof packet;
         while (adec_read (file, &packet) == 0)
         {
             const uint8_t* data = packet.data;
@@ -66,7 +67,8 @@ extern "C"
         adecSampleDouble = 4 /**< 64-bit float, full scale is 1 */
     };
 
-#pragma pack(push, 1)
+/* Four bytes: the packet record's pointer follows its numbers without a gap. */
+#pragma pack(push, 4)
 
     /** What a file holds. The caller writes `recordSize` before the call. */
     typedef struct AdecFileRecord

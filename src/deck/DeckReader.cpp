@@ -14,6 +14,12 @@ constexpr double dullingSpeed = 10.0;
 struct Frame
 {
     double left = 0.0, right = 0.0;
+
+    void add (const Frame& other, double weight, double noise = 0.0) noexcept
+    {
+        left += other.left * weight + noise;
+        right += other.right * weight + noise;
+    }
 };
 
 /** The cubic through four samples around b, of which c is the next: Catmull-Rom's. */
@@ -63,28 +69,24 @@ struct Reader
         deck.declickGain = declickGain;
     }
 
-    /** The samples at a position, on their 16-bit scale; silence where the cubic has no four samples. */
-    Frame sampleAt (double frame) const noexcept
+    /** Adds the interpolated samples at a position, times `weight`; nothing where the cubic has no four samples. */
+    void addSampleAt (double where, double weight, double noise, Frame& frame) const noexcept
     {
-        const auto index = static_cast<int32_t> (frame);
+        const auto index = static_cast<int32_t> (where);
         if (index < 1 || index >= loadedFrames - 2)
-            return {};
-        const auto t = frame - index;
-        return { cubic (leftSamples + index, t), cubic (rightSamples + index, t) };
+            return;
+        const auto t = where - index;
+        frame.add ({ cubic (leftSamples + index, t), cubic (rightSamples + index, t) }, weight * sampleScale,
+                   noise);
     }
 
     Frame nextFrame (double noise) noexcept
     {
-        auto frame = sampleAt (position);
-        const auto weight = (1.0 - declickGain) * sampleScale;
-        frame.left = frame.left * weight + noise;
-        frame.right = frame.right * weight + noise;
-
+        Frame frame;
+        addSampleAt (position, 1.0 - declickGain, noise, frame);
         if (declickGain > declickFloor)
         {
-            const auto old = sampleAt (declickPosition);
-            frame.left += old.left * declickGain * sampleScale;
-            frame.right += old.right * declickGain * sampleScale;
+            addSampleAt (declickPosition, declickGain, 0.0, frame);
             declickPosition = std::clamp (declickPosition + rate, 0.0, static_cast<double> (loadedFrames));
             declickGain *= declickFade;
         }
@@ -172,7 +174,8 @@ void readDeck (DeckPlayer& deck, const ReaderBlock& block, NoiseTable& noise, fl
         reader.bend = decayed (reader.bend, block.decay100ms, bendFloor);
 
         reader.rate = target + (reader.rate - target) * block.smoothing5ms;
-        if (std::abs (reader.rate) < rateFloor)
+        // Only a deck that comes to rest is cut off: at high engine rates the first steps of a start are below the floor.
+        if (std::abs (reader.rate) < rateFloor && std::abs (target) < rateFloor)
             reader.rate = 0.0;
 
         reader.position = std::clamp (reader.position + reader.rate, 0.0, end);

@@ -16,6 +16,9 @@ constexpr int prefillFrames = 8192;
 /** Rates outside are those of a damaged file; they would ask the resampler for absurd amounts of memory. */
 constexpr double lowestRate = 1000.0, highestRate = 768000.0;
 
+/** 12 dB above full scale: no real file goes beyond, a damaged one of floats does, and it is for headphones. */
+constexpr float loudest = 4.0f;
+
 bool isRate (double rate) noexcept
 {
     return rate >= lowestRate && rate <= highestRate;
@@ -110,12 +113,13 @@ private:
     {
         if (frames <= 0)
             return;
+        // A reader leaves alone what it can't make sense of.
+        ring.clear (start, frames);
         transport.getNextAudioBlock ({ &ring, start, frames });
         for (int channel = 0; channel < 2; ++channel)
             for (auto& sample :
                  std::span (ring.getWritePointer (channel, start), static_cast<size_t> (frames)))
-                if (!std::isfinite (sample))
-                    sample = 0.0f;
+                sample = std::isfinite (sample) ? std::clamp (sample, -loudest, loudest) : 0.0f;
     }
 
     juce::AbstractFifo fifo { readAheadFrames + 1 };

@@ -70,8 +70,8 @@ private:
     Relaxed<double> outputRate { 0.0 };
     std::atomic<bool> playing { false };
 
-    juce::CriticalSection
-        commandLock; ///< one command at a time, guards `current`; never taken by the audio thread
+    /** One command at a time; guards `current`. Never taken by the audio thread. */
+    juce::CriticalSection commandLock;
     Track current;
 
     /** Held elsewhere for the change of a pointer only. The audio thread tries it, and is silent if it can't have it. */

@@ -1,0 +1,230 @@
+#include "deck/AudioRecorder.h"
+
+#include "shared/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+#include <thread>
+
+namespace
+{
+using Channel = std::vector<float>;
+
+struct Wav
+{
+    juce::AudioBuffer<float> audio;
+    double rate = 0.0;
+    int bits = 0;
+
+    explicit Wav (const juce::File& file)
+    {
+        juce::WavAudioFormat format;
+        const std::unique_ptr<juce::AudioFormatReader> reader (
+            format.createReaderFor (file.createInputStream().release(), true));
+        if (reader == nullptr)
+            return;
+        rate = reader->sampleRate;
+        bits = static_cast<int> (reader->bitsPerSample);
+        audio.setSize (static_cast<int> (reader->numChannels), static_cast<int> (reader->lengthInSamples));
+        reader->read (&audio, 0, audio.getNumSamples(), 0, true, true);
+    }
+
+    int frames() const { return audio.getNumSamples(); }
+};
+
+Channel noise (size_t frames, uint32_t seed, float level)
+{
+    std::mt19937 random (seed);
+    std::uniform_real_distribution<float> values (-level, level);
+    Channel channel (frames);
+    for (auto& value : channel)
+        value = values (random);
+    return channel;
+}
+
+void write (AudioRecorder& recorder, const Channel& left, const Channel& right, size_t start, size_t frames)
+{
+    const float* const channels[] = { left.data() + start, right.data() + start };
+    recorder.write (channels, static_cast<int> (frames));
+}
+
+/** The largest distance of a recording from the first frames of what was played, limited to what 16 bits can hold. */
+float largestError (const Wav& wav, const Channel& left, const Channel& right)
+{
+    float largest = 0.0f;
+    for (int i = 0; i < wav.frames(); ++i)
+        for (int channel = 0; channel < 2; ++channel)
+        {
+            const auto played = (channel == 0 ? left : right)[static_cast<size_t> (i)];
+            const auto expected = std::clamp (played, -1.0f, 32767.0f / 32768.0f);
+            largest = std::max (largest, std::abs (wav.audio.getSample (channel, i) - expected));
+        }
+    return largest;
+}
+
+constexpr float oneStep = 1.0f / 32768.0f;
+constexpr auto recordable = static_cast<size_t> (AudioRecorder::ringFrames);
+const juce::Time newYear (2024, 0, 1, 23, 5, 9);
+}
+
+TEST (AudioRecorder, RecordingIsTheMasterWithinOneStepOf16Bits)
+{
+    const TemporaryFolder folder;
+    const auto left = noise (50000, 1, 1.0f),
+               right = noise (50000, 2, 1.6f); // the right one goes beyond full scale
+    AudioRecorder recorder;
+    ASSERT_TRUE (recorder.startRecording (folder.file ("take.wav"), 48000.0));
+    size_t written = 0;
+    for (size_t block = 0; written < left.size(); block = block * 3 % 4099 + 1)
+    {
+        const auto frames = std::min (block, left.size() - written);
+        write (recorder, left, right, written, frames);
+        written += frames;
+    }
+    EXPECT_EQ (recorder.recordedFrames, 50000);
+    recorder.stopRecording();
+
+    const Wav wav (folder.file ("take.wav"));
+    EXPECT_EQ (wav.rate, 48000.0);
+    EXPECT_EQ (wav.bits, 16);
+    EXPECT_EQ (wav.audio.getNumChannels(), 2);
+    ASSERT_EQ (wav.frames(), 50000);
+    EXPECT_LE (largestError (wav, left, right), oneStep);
+}
+
+TEST (AudioRecorder, ToggleStampsTheNameAndTurnsOff)
+{
+    const TemporaryFolder folder;
+    AudioRecorder recorder;
+    const auto recordFile = folder.file ("new folder/my.mix.wav").getFullPathName();
+    recorder.toggle (recordFile, 44100.0, newYear);
+    EXPECT_TRUE (recorder.isRecording());
+    recorder.toggle (recordFile, 44100.0, newYear);
+    EXPECT_FALSE (recorder.isRecording());
+    EXPECT_EQ (Wav (folder.file ("new folder/my.mix_2024-01-01_(23h05m09s).wav")).rate, 44100.0);
+
+    EXPECT_EQ (AudioRecorder::stamped (folder.file ("set.aif"), newYear),
+               folder.file ("set_2024-01-01_(23h05m09s).wav"));
+}
+
+TEST (AudioRecorder, ARecordingOfTheSameSecondReplacesTheOlder)
+{
+    const TemporaryFolder folder;
+    AudioRecorder recorder;
+    const Channel silence (1000, 0.0f);
+    for (const size_t frames : { 1000, 10 })
+    {
+        recorder.toggle (folder.file ("mix.wav").getFullPathName(), 44100.0, newYear);
+        write (recorder, silence, silence, 0, frames);
+        EXPECT_EQ (recorder.recordedFrames, static_cast<int64_t> (frames)) << "restarts with each recording";
+        recorder.toggle (folder.file ("mix.wav").getFullPathName(), 44100.0, newYear);
+    }
+    EXPECT_EQ (Wav (folder.file ("mix_2024-01-01_(23h05m09s).wav")).frames(), 10);
+}
+
+TEST (AudioRecorder, StaysIdleWhereItCannotRecord)
+{
+    const TemporaryFolder folder;
+    folder.file ("file").create();
+    folder.file ("folder.wav").createDirectory();
+    AudioRecorder recorder;
+    const Channel silence (64, 0.0f);
+
+    for (const auto rate :
+         { 0.0, -44100.0, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity() })
+        EXPECT_FALSE (recorder.startRecording (folder.file ("rate.wav"), rate)) << rate;
+    EXPECT_FALSE (folder.file ("rate.wav").exists());
+    EXPECT_FALSE (recorder.startRecording (folder.file ("file/take.wav"), 44100.0));
+    EXPECT_FALSE (recorder.startRecording (juce::File ("/proc/take.wav"), 44100.0));
+    EXPECT_FALSE (recorder.startRecording (folder.file ("folder.wav"), 44100.0));
+    EXPECT_TRUE (folder.file ("folder.wav").isDirectory());
+    for (const auto* path : { "", "record.wav", "./record.wav" })
+        recorder.toggle (path, 44100.0, newYear);
+
+    EXPECT_FALSE (recorder.isRecording());
+    write (recorder, silence, silence, 0, 64);
+    EXPECT_EQ (recorder.recordedFrames, 0);
+
+    // A failed start ends the recording that ran.
+    ASSERT_TRUE (recorder.startRecording (folder.file ("take.wav"), 44100.0));
+    EXPECT_FALSE (recorder.startRecording (folder.file ("take2.wav"), 0.0));
+    EXPECT_FALSE (recorder.isRecording());
+}
+
+TEST (AudioRecorder, LiveABlockThatDoesNotFitIsDroppedAndCounted)
+{
+    const TemporaryFolder folder;
+    const Channel silence (recordable + 1, 0.0f);
+    AudioRecorder recorder;
+    recorder.startRecording (folder.file ("take.wav"), 44100.0);
+    write (recorder, silence, silence, 0, silence.size());
+    EXPECT_EQ (recorder.droppedFrames, static_cast<int64_t> (silence.size()));
+    write (recorder, silence, silence, 0, 100);
+    recorder.stopRecording();
+    EXPECT_EQ (Wav (folder.file ("take.wav")).frames(), 100);
+}
+
+TEST (AudioRecorder, OfflineNothingIsLostHoweverFastItComes)
+{
+    const TemporaryFolder folder;
+    const auto left = noise (3 * recordable, 5, 0.9f), right = noise (3 * recordable, 6, 0.9f);
+    AudioRecorder recorder (Pacing::Mode::offline);
+    recorder.startRecording (folder.file ("take.wav"), 44100.0);
+    write (recorder, left, right, 0, 2 * recordable); // one block, larger than the ring
+    for (auto at = 2 * recordable; at < left.size(); at += 512)
+        write (recorder, left, right, at, 512);
+    recorder.stopRecording();
+
+    EXPECT_EQ (recorder.droppedFrames, 0);
+    const Wav wav (folder.file ("take.wav"));
+    ASSERT_EQ (wav.frames(), static_cast<int> (left.size()));
+    EXPECT_LE (largestError (wav, left, right), oneStep);
+}
+
+TEST (AudioRecorder, TheFileCanBePlayedWhileItGrows)
+{
+    const TemporaryFolder folder;
+    const auto left = noise (3 * recordable, 7, 0.9f), right = noise (3 * recordable, 8, 0.9f);
+    AudioRecorder recorder (Pacing::Mode::offline);
+    recorder.startRecording (folder.file ("take.wav"), 8000.0);
+    write (recorder, left, right, 0, left.size());
+
+    // Whatever the ring no longer holds is in the file, but for the piece that the thread is writing.
+    ASSERT_TRUE (folder.file ("take.wav").copyFileTo (folder.file ("killed.wav")));
+    const Wav wav (folder.file ("killed.wav"));
+    EXPECT_GE (wav.frames(), static_cast<int> (2 * recordable - recordable / 4));
+    EXPECT_LE (largestError (wav, left, right), oneStep);
+}
+
+TEST (AudioRecorder, CommandsOfSeveralThreadsMeetAudioUnharmed)
+{
+    const TemporaryFolder folder;
+    AudioRecorder recorder;
+    std::atomic<bool> done { false };
+    std::thread audio (
+        [&]
+        {
+            const Channel block (64, 0.5f);
+            while (!done)
+            {
+                write (recorder, block, block, 0, block.size());
+                std::this_thread::yield();
+            }
+        });
+    const auto press = [&] (const juce::String& name)
+    {
+        for (int i = 0; i < 100; ++i)
+            recorder.toggle (folder.file (name).getFullPathName(), 44100.0, newYear);
+    };
+    std::thread other (press, "midi.wav");
+    press ("message.wav");
+    other.join();
+    EXPECT_FALSE (recorder.isRecording()) << "an even number of presses";
+    done = true;
+    audio.join();
+    for (const auto& file : folder.file ("").findChildFiles (juce::File::findFiles, false))
+        EXPECT_EQ (Wav (file).rate, 44100.0) << file.getFileName();
+}

@@ -1,0 +1,217 @@
+#include "EngineFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+TEST (CommandTable, NamesAndConstantsStandAtTheirNumbers)
+{
+    struct Case
+    {
+        int number;
+        const char *name, *constant;
+    };
+    const Case cases[] {
+        { 1, "Play/Pause A", "PLAY_PAUSE_A" },
+        { 8, "Play Synchronized D", "PLAY_SYNCHRONIZED_D" },
+        { 12, "Set Master D", "MASTER_D" },
+        { 29, "Pitch Bend Nudge (-4.00%) A", "PITCH_BEND_NUDGE_MINUS_A" },
+        { 49, "Set Hot Cue #1 A", "HOT_CUE_1_A" },
+        { 52, "Set Hot Cue #1 D", "HOT_CUE_1_D" },
+        { 53, "Set Hot Cue #2 A", "HOT_CUE_2_A" },
+        { 112, "Delete Hot Cue #8 D", "DELETE_HOT_CUE_8_D" },
+        { 173, "Smartknob #1 A", "SMARTKNOB_1_A" },
+        { 174, "Smartknob #2 A", "SMARTKNOB_2_A" },
+        { 188, "Smartknob #2 On D", "SMARTKNOB_2_ON_D" },
+        { 229, "EQ High Kill A", "EQ_HIGH_KILL_A" },
+        { 256, "EQ Low Kill D", "EQ_LOW_KILL_D" },
+        { 277, "Crossfader", "CROSSFADER" },
+        { 314, "Effect Param 1 Group A", "EFFECT_PARAM_1_GROUP_A" },
+        { 322, "Effect Select 3 Group A", "EFFECT_SELECT_3_GROUP_A" },
+        { 323, "Effect Param 1 Group B", "EFFECT_PARAM_1_GROUP_B" },
+        { 349, "Effect Select 3 Group D", "EFFECT_SELECT_3_GROUP_D" },
+        { 376, "Sampler Play Pad #16", "SAMPLER_PLAY_PAD_16" },
+        { 377, "Slicegate Pad A.1", "SLICEGATE_PAD_A_1" },
+        { 408, "Slicegate Pad D.8", "SLICEGATE_PAD_D_8" },
+        { 413, "Playlist Select", "PLAYLIST_SELECT" },
+        { 445, "VST Set Insert/Send Signal Routing Slot A", "VST_INSERT_SEND_SIGNAL_ROUTING_SLOT_A" },
+        { 453, "VST Param 2 Slot A", "VST_PARAM_2_SLOT_A" },
+        { 464, "Cue/Play D", "CUE_PLAY_D" },
+        { 465, "Disk Recorder", "DISK_RECORDER" },
+    };
+    for (const auto& c : cases)
+    {
+        EXPECT_EQ (CommandTable::name (c.number), c.name);
+        EXPECT_EQ (CommandTable::constant (c.number), c.constant);
+        EXPECT_EQ (CommandTable::numberOf (c.constant), c.number);
+    }
+    for (const int none : { -1, 0, 466, 3180, INT_MAX, INT_MIN })
+    {
+        EXPECT_EQ (CommandTable::name (none), "");
+        EXPECT_EQ (CommandTable::find (none).family, nullptr);
+    }
+    EXPECT_EQ (CommandTable::numberOf ("PLAY_PAUSE_E"), 0);
+    EXPECT_EQ (CommandTable::numberOf (""), 0);
+}
+
+TEST (CommandTable, NamesAndConstantsAreAllDifferentAndTheShapesAddUp)
+{
+    std::set<std::string> names, constants;
+    std::map<MappingShape, int> shapes;
+    for (int number = 1; number <= CommandTable::commandCount; ++number)
+    {
+        EXPECT_TRUE (names.insert (CommandTable::name (number)).second) << number;
+        EXPECT_TRUE (constants.insert (CommandTable::constant (number)).second) << number;
+        EXPECT_EQ (CommandTable::name (number).find ('{'), std::string::npos);
+        EXPECT_EQ (CommandTable::constant (number).find ('{'), std::string::npos);
+        ++shapes[CommandTable::find (number).family->shape];
+    }
+    EXPECT_EQ (shapes[MappingShape::trigger], 315);
+    EXPECT_EQ (shapes[MappingShape::held], 36);
+    EXPECT_EQ (shapes[MappingShape::continuous], 86);
+    EXPECT_EQ (shapes[MappingShape::stepped], 12);
+    for (const auto shape :
+         { MappingShape::pitch, MappingShape::resetToCentre, MappingShape::jog, MappingShape::seek })
+        EXPECT_EQ (shapes[shape], 4);
+}
+
+TEST (Commands, TogglesFireAboveZeroOnly)
+{
+    EngineFixture fixture;
+    for (const auto* constant : { "KEY_LOCK_A", "SNAP", "SYNC_LOCK_B", "PLAY_PAUSE_C" })
+    {
+        fixture.loadNoise (2, 1.0);
+        const auto before = fixture.get (constant);
+        for (const float none : { 0.0f, -1.0f, std::numeric_limits<float>::quiet_NaN() })
+            fixture.set (constant, none);
+        EXPECT_EQ (fixture.get (constant), before) << constant;
+        fixture.set (constant, 0.01f);
+        EXPECT_EQ (fixture.get (constant), 1.0f - before) << constant;
+        fixture.set (constant, 127.0f);
+        EXPECT_EQ (fixture.get (constant), before) << constant;
+    }
+}
+
+TEST (Commands, ValuesGoInAndComeBackAsTheirTableSays)
+{
+    EngineFixture fixture;
+    fixture.loadNoise (0);
+    auto& engine = *fixture.engine;
+
+    engine.setParameter (21, 1.0f);
+    EXPECT_EQ (engine.getParameter (21), 0.0f); // the fader reads from high to low
+    engine.setParameter (21, 0.25f);
+    EXPECT_EQ (engine.getParameter (21), 0.75f);
+    fixture.set ("PITCH_RESET_A");
+    EXPECT_EQ (fixture.get ("PITCH_A"), 0.5f);
+
+    fixture.set ("KEY_TUNING_A", 1.0f);
+    EXPECT_EQ (fixture.get ("KEY_TUNING_A"), 1.0f);
+    EXPECT_EQ (fixture.get ("KEY_RESET_A"), 12.0f);
+    fixture.set ("KEY_TUNING_A", 400.0f);
+    EXPECT_EQ (fixture.deck().keyTuning, 12.0);
+    fixture.set ("KEY_RESET_A");
+    EXPECT_EQ (fixture.get ("KEY_TUNING_A"), 0.5f);
+
+    fixture.set ("PITCH_BEND_NUDGE_MINUS_A", 1.0f);
+    EXPECT_EQ (fixture.get ("PITCH_BEND_NUDGE_MINUS_A"), 1.0f);
+    EXPECT_EQ (fixture.get ("PITCH_BEND_NUDGE_PLUS_A"), 0.0f);
+    fixture.set ("PITCH_BEND_NUDGE_PLUS_A", 1.0f);
+    EXPECT_EQ (fixture.get ("PITCH_BEND_NUDGE_PLUS_A"), 1.0f);
+    fixture.set ("PITCH_BEND_NUDGE_PLUS_A", 0.0f);
+    EXPECT_EQ (fixture.deck().nudge, 0);
+
+    fixture.set ("SEEK_A", 0.5f);
+    EXPECT_NEAR (fixture.get ("SEEK_A"), 0.5f, 1e-4f);
+    fixture.set ("HOT_CUE_3_A");
+    EXPECT_EQ (fixture.get ("HOT_CUE_3_A"), 1.0f);
+    EXPECT_EQ (fixture.get ("DELETE_HOT_CUE_3_A"), 0.0f);
+    EXPECT_EQ (fixture.get ("CUE_A"), 1.0f);
+    fixture.set ("REWIND_A");
+    EXPECT_EQ (fixture.get ("SEEK_A"), 0.0f);
+    EXPECT_EQ (fixture.get ("CUE_A"), 0.0f);
+    fixture.set ("HOT_CUE_3_A");
+    EXPECT_NEAR (fixture.get ("SEEK_A"), 0.5f, 1e-4f);
+    fixture.set ("DELETE_HOT_CUE_3_A");
+    EXPECT_EQ (fixture.get ("HOT_CUE_3_A"), 0.0f);
+    EXPECT_EQ (fixture.get ("DELETE_HOT_CUE_3_A"), 1.0f);
+
+    fixture.set ("JOG_SCRATCH_ON_A");
+    EXPECT_EQ (fixture.get ("JOG_SCRATCH_ON_A"), 1.0f);
+    engine.dispatch (CommandTable::numberOf ("JOG_A"), 5.0f, -0.01f, 0.5f);
+    EXPECT_EQ (fixture.deck().jogValue, 2.5);
+    fixture.set ("BALANCE_A", 7.0f);
+    EXPECT_EQ (fixture.get ("BALANCE_A"), 1.0f);
+
+    fixture.set ("SNAP");
+    for (const auto& setup : engine.settings.deckSetup)
+        EXPECT_TRUE (setup.snap != 0 && setup.quantise != 0);
+    EXPECT_EQ (engine.getParameterText (21), "0.50");
+    EXPECT_EQ (engine.getParameterName (21), "Pitch A");
+}
+
+TEST (Commands, SetMasterCountsStandaloneOnly)
+{
+    EngineFixture fixture;
+    fixture.set ("MASTER_C");
+    EXPECT_EQ (fixture.get ("MASTER_C"), 1.0f);
+    EXPECT_EQ (fixture.get ("MASTER_A"), 0.0f);
+    fixture.makeEngine (false);
+    fixture.set ("MASTER_C");
+    EXPECT_EQ (fixture.get ("MASTER_C"), 0.0f);
+    for (const auto& [number, value] : { std::pair { 3180, 1.0f }, { 3181, 3180.0f } })
+        fixture.engine->setParameter (number, value);
+    EXPECT_EQ (fixture.engine->decks.isStandalone, 0);
+    fixture.engine->setParameter (3180, 3180.0f);
+    EXPECT_EQ (fixture.get ("MASTER_C"), 1.0f);
+}
+
+TEST (Commands, WhatABrowserAnswersIsPosted)
+{
+    struct Heard : EngineListener
+    {
+        void engineEvent (EngineEvent event, int index) override
+        {
+            if (event == EngineEvent::browserCommand)
+                numbers.push_back (index);
+        }
+        void engineMessage (const juce::String&, int) override {}
+        std::vector<int> numbers;
+    };
+    EngineFixture fixture;
+    Heard heard;
+    fixture.engine->listeners.add (heard);
+    fixture.set ("PLAYLIST_UP");
+    fixture.set ("PLAYLIST_SELECT", 64.0f);
+    fixture.set ("PLAYLIST_SELECT", 63.0f);
+    fixture.set ("FILE_BROWSER_LOAD_C");
+    fixture.set ("DIRECTORY_SELECT", 1.0f);
+    EXPECT_TRUE (heard.numbers.empty());
+    fixture.engine->deliverMessages();
+    EXPECT_EQ (heard.numbers, (std::vector { 409, 410, 409, 432, 420 }));
+    fixture.engine->listeners.remove (heard);
+}
+
+TEST (Commands, EveryNumberTakesEveryValueOnEmptyAndLoadedDecks)
+{
+    EngineFixture fixture;
+    fixture.engine->settings.recordFile.set (fixture.folder.file ("r.wav").getFullPathName());
+    for (int round = 0; round < 2; ++round)
+    {
+        for (int number = -2; number < 1010; ++number)
+            for (const float value :
+                 { 0.0f, 1.0f, 64.0f, -1.0f, 1e30f, std::numeric_limits<float>::infinity() })
+            {
+                fixture.engine->dispatch (number, value, 1.0f, 1.0f);
+                ASSERT_TRUE (std::isfinite (fixture.engine->getParameter (number))) << number;
+            }
+        const auto out = fixture.render (4096);
+        for (int c = 0; c < out.getNumChannels(); ++c)
+            for (const auto sample : EngineFixture::channel (out, c))
+                ASSERT_TRUE (std::isfinite (sample));
+        if (round == 0)
+            for (int d = 0; d < deckCount; ++d)
+                fixture.loadNoise (d, 1.0);
+    }
+}

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "deck/FileImportThread.h"
+#include "engine/CPlatterdex.h"
+#include "engine/CommandTable.h"
+#include "shared/EncodedFiles.h"
+#include "shared/TemporaryFolder.h"
+
+#include <memory>
+#include <span>
+
+/** A whole engine in a temporary folder, without a message loop; time is the audio that was rendered. */
+struct EngineFixture
+{
+    static constexpr double rate = 44100.0;
+
+    EngineFixture() { makeEngine(); }
+
+    void makeEngine (bool standalone = true)
+    {
+        engine.reset();
+        EngineWorld world;
+        world.folders.root = folder;
+        world.folders.music = folder.file ("no music");
+        world.decoderLibrary = juce::File (PX_ADEC_PATH);
+        world.clock = [this] { return static_cast<uint32_t> (renderedFrames * 1000 / 44100); };
+        world.wallClock = [] { return juce::Time (2024, 11, 31, 23, 59, 7); };
+        world.pacing = Pacing::Mode::offline;
+        world.seed = 1;
+        engine = std::make_unique<CPlatterdex> (std::move (world));
+        engine->setPlayConfigDetails (CPlatterdex::inputChannels, CPlatterdex::outputChannels, rate, 512);
+        if (standalone)
+            engine->setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
+    }
+
+    /** One block; `buffer` holds the inputs before and the outputs after it. */
+    void process (juce::AudioBuffer<float>& buffer)
+    {
+        juce::MidiBuffer noMidi;
+        const juce::ScopedLock sl (engine->getCallbackLock());
+        engine->processBlock (buffer, noMidi);
+        renderedFrames += buffer.getNumSamples();
+    }
+
+    /** Renders in blocks without input. */
+    juce::AudioBuffer<float> render (int frames, int block = 512)
+    {
+        juce::AudioBuffer<float> out (CPlatterdex::outputChannels, frames);
+        out.clear();
+        for (int done = 0; done < frames; done += block)
+        {
+            juce::AudioBuffer<float> piece (out.getArrayOfWritePointers(), CPlatterdex::outputChannels, done,
+                                            std::min (block, frames - done));
+            process (piece);
+        }
+        return out;
+    }
+
+    static std::span<const float> channel (const juce::AudioBuffer<float>& audio, int index)
+    {
+        return { audio.getReadPointer (index), static_cast<size_t> (audio.getNumSamples()) };
+    }
+
+    void set (const char* constant, float value = 1.0f)
+    {
+        const auto number = CommandTable::numberOf (constant);
+        jassert (number != 0);
+        engine->setParameter (number, value);
+    }
+
+    float get (const char* constant) { return engine->getParameter (CommandTable::numberOf (constant)); }
+
+    DeckPlayer& deck (int index = 0) { return *engine->decks.deck (index); }
+
+    void load (const juce::File& file, int index)
+    {
+        engine->loadTrack (file, index);
+        deck (index).importThread->waitUntilIdle();
+        engine->deliverMessages();
+    }
+
+    /** Loads noise of some seconds into a deck. */
+    void loadNoise (int index, double seconds = 5.0)
+    {
+        const auto file = folder.file ("noise" + juce::String (seconds) + ".wav");
+        if (!file.existsAsFile())
+            EncodedFiles::writeWav (EncodedFiles::makeNoise (2, static_cast<int> (seconds * rate), rate),
+                                    rate, file);
+        load (file, index);
+    }
+
+    const TemporaryFolder folder;
+    int64_t renderedFrames = 0;
+    std::unique_ptr<CPlatterdex> engine;
+};

@@ -1,0 +1,172 @@
+#include "EngineFixture.h"
+
+#include "settings/SettingsFile.h"
+
+#include <gtest/gtest.h>
+
+TEST (Lifecycle, TheHostSeesWhatWasAgreed)
+{
+    EngineFixture fixture;
+    auto& engine = *fixture.engine;
+    EXPECT_EQ (engine.getName(), "Platterdex");
+    EXPECT_EQ (engine.getTotalNumInputChannels(), 10);
+    EXPECT_EQ (engine.getTotalNumOutputChannels(), 14);
+    EXPECT_EQ (engine.getNumParameters(), 465);
+    EXPECT_EQ (engine.getParameters().size(), 465);
+    EXPECT_EQ (engine.getParameters()[0]->getName (64), "Play/Pause A");
+    EXPECT_EQ (engine.getParameters()[464]->getName (64), "Disk Recorder");
+
+    const char* const inputs[] { "Deck1 L", "Deck1 R", "Deck2 L", "Deck2 R", "Deck3 L",
+                                 "Deck3 R", "Deck4 L", "Deck4 R", "Mic L",   "Mic R" };
+    const char* const outputs[] { "Master L", "Master R", "Monitor L", "Monitor R", "Deck1 L",
+                                  "Deck1 R",  "Deck2 L",  "Deck2 R",   "Deck3 L",   "Deck3 R",
+                                  "Deck4 L",  "Deck4 R",  "Sampler L", "Sampler R" };
+    for (int c = 0; c < 10; ++c)
+        EXPECT_EQ (engine.getInputChannelName (c), inputs[c]);
+    for (int c = 0; c < 14; ++c)
+        EXPECT_EQ (engine.getOutputChannelName (c), outputs[c]);
+    for (const int none : { -1, 14, 99 })
+        EXPECT_TRUE (engine.getInputChannelName (none).isEmpty()
+                     && engine.getOutputChannelName (none).isEmpty());
+    EXPECT_TRUE (engine.getInputChannelName (10).isEmpty());
+
+    EXPECT_EQ (engine.getNumPrograms(), 1);
+    juce::MemoryBlock state;
+    engine.getStateInformation (state);
+    EXPECT_EQ (state.getSize(), 0u);
+    EXPECT_FALSE (engine.acceptsMidi() || engine.producesMidi());
+
+    auto layout = engine.getBusesLayout();
+    EXPECT_TRUE (engine.checkBusesLayoutSupported (layout));
+    layout.outputBuses.getReference (0) = juce::AudioChannelSet::mono();
+    EXPECT_FALSE (engine.checkBusesLayoutSupported (layout));
+}
+
+TEST (Lifecycle, ParametersOfOtherHostsReachTheirCommands)
+{
+    EngineFixture fixture;
+    const auto& parameters = fixture.engine->getParameters();
+    parameters[40]->setValue (1.0f); // Key Lock A: every write of a trigger arrives, and it reads 0
+    EXPECT_EQ (fixture.get ("KEY_LOCK_A"), 0.0f);
+    EXPECT_EQ (parameters[40]->getValue(), 0.0f);
+    parameters[40]->setValue (1.0f);
+    EXPECT_EQ (fixture.get ("KEY_LOCK_A"), 1.0f);
+    parameters[284]->setValue (0.25f); // Balance A
+    EXPECT_EQ (parameters[284]->getValue(), 0.25f);
+    for (const auto* parameter : parameters)
+    {
+        EXPECT_GE (parameter->getValue(), 0.0f);
+        EXPECT_LE (parameter->getValue(), 1.0f);
+        EXPECT_TRUE (parameter->isAutomatable());
+    }
+}
+
+TEST (Lifecycle, SettingsSurviveAndAutomixIsNeverOnAfterAStart)
+{
+    EngineFixture fixture;
+    EXPECT_TRUE (fixture.engine->isFirstRun);
+    EXPECT_TRUE (fixture.folder.file ("beatmarks").isDirectory());
+    fixture.set ("SNAP");
+    fixture.engine->settings.automixOn = 1;
+    fixture.engine->settings.pitchRangeIndex = 12;
+    fixture.makeEngine();
+    EXPECT_FALSE (fixture.engine->isFirstRun);
+    EXPECT_EQ (fixture.get ("SNAP"), 1.0f);
+    EXPECT_EQ (fixture.engine->settings.automixOn, 0);
+    EXPECT_EQ (fixture.engine->decks.pitchRange, 1.0);
+
+    // A file in which automix was left on by other means.
+    fixture.engine.reset();
+    EngineSettings settings = defaultSettings ({ fixture.folder });
+    settings.automixOn = 1;
+    ASSERT_TRUE (saveSettings (settings, fixture.folder.file ("setup")));
+    fixture.makeEngine();
+    EXPECT_EQ (fixture.engine->settings.automixOn, 0);
+}
+
+TEST (Lifecycle, PlayUnderAutomixAsksAndAYesEndsIt)
+{
+    struct Answers : Prompts
+    {
+        void askYesNo (const juce::String& title, const juce::String& question,
+                       std::function<void (bool)> answer) override
+        {
+            EXPECT_EQ (title, "Play Locked, automix is active!");
+            EXPECT_EQ (question, "Do you want to stop Automix?");
+            answer (yes);
+        }
+        bool yes = false;
+    };
+    const TemporaryFolder folder;
+    const auto answers = std::make_shared<Answers>();
+    EngineWorld world;
+    world.folders.root = folder;
+    world.prompts = answers;
+    CPlatterdex engine (std::move (world));
+    engine.settings.automixOn = 1;
+    engine.setParameter (1, 1.0f);
+    engine.deliverMessages();
+    EXPECT_EQ (engine.settings.automixOn, 1);
+    answers->yes = true;
+    engine.setParameter (1, 1.0f);
+    EXPECT_EQ (engine.settings.automixOn, 1); // not before the message thread has its turn
+    engine.deliverMessages();
+    EXPECT_EQ (engine.settings.automixOn, 0);
+    EXPECT_EQ (engine.getParameter (1), 0.0f);
+}
+
+TEST (Lifecycle, ThreeByteMidiIsPackedAndTheRestDropped)
+{
+    EngineFixture fixture;
+    fixture.engine->handleIncomingMidiMessage (nullptr, juce::MidiMessage (0x93, 0x45, 0x7f));
+    fixture.engine->handleIncomingMidiMessage (nullptr, juce::MidiMessage::programChange (1, 5));
+    fixture.engine->handleIncomingMidiMessage (nullptr, juce::MidiMessage::createSysExMessage ("abcdef", 6));
+    uint32_t word = 0;
+    ASSERT_TRUE (fixture.engine->midiInput.pop (word));
+    EXPECT_EQ (word, 0x7f4593u);
+    EXPECT_FALSE (fixture.engine->midiInput.pop (word));
+}
+
+TEST (Lifecycle, TwoEnginesWithOneSeedSoundTheSameToTheBit)
+{
+    std::vector<std::vector<float>> heard;
+    for (int run = 0; run < 2; ++run)
+    {
+        EngineFixture fixture;
+        fixture.loadNoise (0);
+        fixture.set ("PLAY_PAUSE_A");
+        const auto out = fixture.render (50'000);
+        const auto master = EngineFixture::channel (out, 0);
+        heard.emplace_back (master.begin(), master.end());
+    }
+    EXPECT_TRUE (std::memcmp (heard[0].data(), heard[1].data(), heard[0].size() * sizeof (float)) == 0);
+}
+
+TEST (Lifecycle, AnEngineEndsInTheMiddleOfEverything)
+{
+    for (int round = 0; round < 10; ++round)
+    {
+        EngineFixture fixture;
+        fixture.engine->settings.recordFile.set (fixture.folder.file ("r.wav").getFullPathName());
+        fixture.loadNoise (0, 20.0);
+        fixture.set ("PLAY_PAUSE_A");
+        fixture.set ("DISK_RECORDER");
+        fixture.render (2000);
+        for (int d = 0; d < deckCount; ++d)
+            fixture.engine->loadTrack (fixture.folder.file ("noise20.wav"), d);
+    }
+}
+
+TEST (Lifecycle, ARootThatCannotBeWrittenStillGivesAWorkingSession)
+{
+    const TemporaryFolder folder;
+    const auto blocked = folder.file ("a file");
+    blocked.create();
+    EngineWorld world;
+    world.folders.root = blocked.getChildFile ("root");
+    CPlatterdex engine (std::move (world));
+    engine.setParameter (41, 1.0f);
+    EXPECT_EQ (engine.getParameter (41), 0.0f);
+    engine.setParameter (465, 1.0f); // the recorder stays idle, and says so
+    EXPECT_EQ (engine.getParameter (465), 0.0f);
+}

@@ -1,0 +1,206 @@
+#include "EngineFixture.h"
+#include "shared/Signals.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+struct FixedPlayHead : juce::AudioPlayHead
+{
+    juce::Optional<PositionInfo> getPosition() const override { return position; }
+    juce::Optional<PositionInfo> position;
+};
+
+/** Bit for bit, so that two kinds of zero or NaN would show. */
+bool same (std::span<const float> a, std::span<const float> b)
+{
+    return a.size() == b.size() && std::memcmp (a.data(), b.data(), a.size_bytes()) == 0;
+}
+}
+
+TEST (ProcessBlock, WithoutTracksAllOutputsAreExactSilence)
+{
+    EngineFixture fixture;
+    juce::AudioBuffer<float> buffer (14, 512);
+    for (int c = 0; c < 14; ++c)
+        juce::FloatVectorOperations::fill (buffer.getWritePointer (c), 0.7f, 512);
+    for (int block = 0; block < 4; ++block)
+    {
+        fixture.process (buffer);
+        EXPECT_EQ (buffer.getMagnitude (0, 512), 0.0f);
+    }
+}
+
+TEST (ProcessBlock, DecksSoundOnTheirPairsAndTheMasterIsTheirSum)
+{
+    EngineFixture fixture;
+    for (int d = 0; d < deckCount; ++d)
+    {
+        fixture.loadNoise (d, 2.0 + d);
+        fixture.deck (d).position = 1000.0 * d;
+        fixture.engine->setParameter (1 + d, 1.0f);
+    }
+    const auto out = fixture.render (20'000);
+    for (int side = 0; side < 2; ++side)
+    {
+        std::vector<float> sum (20'000);
+        for (int d = 0; d < deckCount; ++d)
+        {
+            EXPECT_GT (Signals::rms (EngineFixture::channel (out, 4 + 2 * d + side)), 0.01) << d;
+            for (size_t i = 0; i < sum.size(); ++i)
+                sum[i] += out.getSample (4 + 2 * d + side, static_cast<int> (i));
+        }
+        for (size_t i = 0; i < sum.size(); ++i)
+            ASSERT_NEAR (out.getSample (side, static_cast<int> (i)), sum[i], 1e-5);
+        EXPECT_EQ (Signals::peak (EngineFixture::channel (out, 2 + side)), 0.0); // nothing on Monitor
+        EXPECT_EQ (Signals::peak (EngineFixture::channel (out, 12 + side)), 0.0);
+    }
+    EXPECT_GT (fixture.engine->getParameter (1001), 0.0f);
+    EXPECT_LE (fixture.engine->getParameter (1004), 1.0f);
+}
+
+TEST (ProcessBlock, LineThroughAddsTheChosenInputPair)
+{
+    EngineFixture fixture;
+    auto& setup = fixture.engine->settings.deckSetup[2];
+    setup.lineThrough = 1;
+    setup.lineGain = 0.5;
+    setup.inputPair = 1;
+    for (const int frames : { 256, 16'383, 16'384 })
+    {
+        juce::AudioBuffer<float> buffer (14, frames);
+        for (int c = 0; c < 14; ++c)
+            juce::FloatVectorOperations::fill (buffer.getWritePointer (c), 0.1f * static_cast<float> (c + 1),
+                                               frames);
+        fixture.process (buffer);
+        // A block of 16384 or more brings no input.
+        const auto heard = frames < 16'384 ? 1.0f : 0.0f;
+        EXPECT_FLOAT_EQ (buffer.getSample (8, frames - 1), heard * 0.15f);
+        EXPECT_FLOAT_EQ (buffer.getSample (9, frames - 1), heard * 0.2f);
+        EXPECT_FLOAT_EQ (buffer.getSample (0, 0), heard * 0.15f);
+        EXPECT_EQ (buffer.getSample (4, 0), 0.0f);
+    }
+}
+
+TEST (ProcessBlock, BlocksOfAnySizeRun)
+{
+    EngineFixture fixture;
+    fixture.loadNoise (0);
+    fixture.set ("PLAY_PAUSE_A");
+    for (const int frames : { 0, 1, 63, 16'383, 16'384, 40'000, 0 })
+    {
+        juce::AudioBuffer<float> buffer (14, frames);
+        buffer.clear();
+        const double before = fixture.deck().position;
+        fixture.process (buffer);
+        EXPECT_TRUE (frames == 0 ? fixture.deck().position == before : fixture.deck().position > before);
+    }
+    juce::AudioBuffer<float> stereo (2, 64); // not our layout: silence, and no reach beyond it
+    stereo.clear();
+    fixture.process (stereo);
+    EXPECT_EQ (stereo.getMagnitude (0, 64), 0.0f);
+}
+
+TEST (ProcessBlock, TheBlockSizeDoesNotChangeTheSound)
+{
+    std::vector<float> reference;
+    for (const int block : { 128, 64, 1000 })
+    {
+        EngineFixture fixture;
+        fixture.loadNoise (0);
+        fixture.set ("PITCH_A", 0.2f);
+        fixture.set ("PLAY_PAUSE_A");
+        const auto out = fixture.render (30'000, block);
+        const auto master = EngineFixture::channel (out, 0);
+        if (reference.empty())
+            reference.assign (master.begin(), master.end());
+        EXPECT_TRUE (same (master, reference)) << block;
+    }
+}
+
+TEST (ProcessBlock, ARateChangeIsTakenUpAtTheNextBlock)
+{
+    EngineFixture fixture;
+    fixture.loadNoise (0);
+    fixture.set ("PLAY_PAUSE_A");
+    fixture.render (10'240);
+    fixture.engine->setRateAndBufferSizeDetails (88'200.0, 512);
+    fixture.render (10'240);
+    EXPECT_NEAR (fixture.deck().rate, 0.5, 1e-6);
+}
+
+TEST (ProcessBlock, TheHostsPositionIsTakenOrFallsBack)
+{
+    EngineFixture fixture;
+    FixedPlayHead head;
+    fixture.engine->setPlayHead (&head);
+    const auto& host = fixture.engine->host;
+
+    juce::AudioPlayHead::PositionInfo position;
+    position.setBpm (97.5);
+    position.setIsPlaying (true);
+    position.setTimeInSeconds (3.0);
+    position.setTimeSignature (juce::AudioPlayHead::TimeSignature { 7, 8 });
+    head.position = position;
+    fixture.render (64);
+    EXPECT_EQ (host.bpm, 97.5);
+    EXPECT_TRUE (host.hasRestarted);
+    EXPECT_EQ (host.timeSigNumerator, 7);
+    fixture.render (64);
+    EXPECT_FALSE (host.hasRestarted);
+
+    for (const double bad :
+         { 0.0, -5.0, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity() })
+    {
+        position.setBpm (bad);
+        head.position = position;
+        fixture.render (64);
+        EXPECT_EQ (host.bpm, 120.0);
+    }
+    head.position = juce::nullopt;
+    fixture.render (64);
+    EXPECT_EQ (host.bpm, 120.0);
+    EXPECT_FALSE (host.isPlaying);
+    EXPECT_EQ (host.timeSigNumerator, 4);
+    EXPECT_EQ (fixture.engine->decks.hostBpm, 120.0);
+    fixture.engine->setPlayHead (nullptr);
+}
+
+TEST (ProcessBlock, TheRecordingIsTheMaster)
+{
+    EngineFixture fixture;
+    fixture.engine->settings.recordFile.set (fixture.folder.file ("sets/mix.wav").getFullPathName());
+    fixture.loadNoise (0);
+    fixture.set ("PLAY_PAUSE_A");
+    fixture.set ("DISK_RECORDER");
+    EXPECT_EQ (fixture.get ("DISK_RECORDER"), 1.0f);
+    const auto out = fixture.render (100'000);
+    fixture.set ("DISK_RECORDER");
+    EXPECT_EQ (fixture.get ("DISK_RECORDER"), 0.0f);
+    EXPECT_EQ (fixture.engine->recorder.recordedFrames, 100'000);
+
+    juce::WavAudioFormat wav;
+    const auto file = fixture.folder.file ("sets/mix_2024-12-31_(23h59m07s).wav");
+    const std::unique_ptr<juce::AudioFormatReader> reader (
+        wav.createReaderFor (file.createInputStream().release(), true));
+    ASSERT_NE (reader, nullptr);
+    ASSERT_EQ (reader->lengthInSamples, 100'000);
+    juce::AudioBuffer<float> recorded (2, 100'000);
+    reader->read (&recorded, 0, 100'000, 0, true, true);
+    for (int side = 0; side < 2; ++side)
+        for (int i = 0; i < 100'000; ++i)
+            ASSERT_NEAR (recorded.getSample (side, i), juce::jlimit (-1.0f, 1.0f, out.getSample (side, i)),
+                         1.01f / 32768.0f);
+}
+
+TEST (ProcessBlock, AnEngineWithoutAValidMasterIsRepairedAtItsStart)
+{
+    EngineFixture fixture;
+    fixture.engine->settings.masterDeck = 9;
+    fixture.makeEngine();
+    EXPECT_EQ (fixture.engine->settings.masterDeck, 3);
+    fixture.loadNoise (0);
+    fixture.set ("PLAY_PAUSE_A");
+    EXPECT_GT (fixture.render (10'000).getMagnitude (0, 10'000), 0.1f);
+    EXPECT_EQ (fixture.engine->settings.masterDeck, 0);
+}
