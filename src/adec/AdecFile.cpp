@@ -87,16 +87,16 @@ std::optional<AdecFile::Cut> AdecFile::cutOf (const AVStream& stream) const
     const auto timing = std::find_if (timings.begin(), timings.end(),
                                       [&] (const auto& candidate) { return candidate.trackId == stream.id; });
     if (timing == timings.end())
-        return Cut{};
+        return Cut {};
 
     const auto frames = [&] (int64_t ticks)
     { return av_rescale (ticks, stream.codecpar->sample_rate, timing->timescale); };
-    const Cut tables{ frames (timing->start), frames (timing->end) };
+    const Cut tables { frames (timing->start), frames (timing->end) };
 
     const auto* const entry = av_dict_get (format->metadata, "iTunSMPB", nullptr, 0);
     const auto tag = adec::parseGaplessTag (entry != nullptr ? entry->value : nullptr);
     if (tag && tag->priming + tag->frames <= frames (timing->length))
-        return Cut{ tag->priming, tag->priming + tag->frames };
+        return Cut { tag->priming, tag->priming + tag->frames };
     return tables;
 }
 

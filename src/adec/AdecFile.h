@@ -62,7 +62,7 @@ private:
     static constexpr uint8_t flushBytes[16] = {};
 
     adec::AvPointer<AVFormatContext> format;
-    adec::AvPointer<AVPacket> packet{ av_packet_alloc() };
+    adec::AvPointer<AVPacket> packet { av_packet_alloc() };
     std::vector<adec::Mp4Timing> timings;
     std::vector<AdecStream*> streams;
     size_t flushed = 0;

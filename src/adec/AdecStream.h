@@ -36,7 +36,7 @@ private:
     AdecFile* file = nullptr;
     int32_t streamIndex = -1;
     adec::AvPointer<AVCodecContext> codec;
-    adec::AvPointer<AVFrame> frame{ av_frame_alloc() };
+    adec::AvPointer<AVFrame> frame { av_frame_alloc() };
 
     // What the stream record promised.
     AVSampleFormat packedFormat = AV_SAMPLE_FMT_NONE;
