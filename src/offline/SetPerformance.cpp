@@ -1,0 +1,112 @@
+#include "offline/SetPerformance.h"
+
+#include "engine/CommandTable.h"
+#include "support/AudioFileTypes.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace
+{
+/** With six decimals, whatever the locale. */
+juce::String fixed (double value)
+{
+    std::array<char, 400> text;
+    const auto [end, error] =
+        std::to_chars (text.data(), text.data() + text.size(), value, std::chars_format::fixed, 6);
+    juce::ignoreUnused (error); // the longest double fits
+    return juce::String (text.data(), static_cast<size_t> (end - text.data()));
+}
+
+/** Carries the lines of a set out, and the engine's messages over to the report. */
+class Performer : private EngineListener
+{
+public:
+    Performer (OfflineHost& h, const SetPerformance& p) : host (h), performance (p)
+    {
+        host.engine().listeners.add (*this);
+    }
+
+    ~Performer() override { host.engine().listeners.remove (*this); }
+
+    void operator() (const SetScript::Load& load)
+    {
+        const auto file = performance.folder.getChildFile (juce::String (load.path));
+        if (!AudioFileTypes::matches (file))
+            return report (load.deck, "nothing was loaded: " + file.getFullPathName()
+                                          + " has no extension of an audio file");
+        host.load (file, load.deck, load.waits);
+    }
+
+    void operator() (const SetScript::Command& command)
+    {
+        host.engine().dispatch (command.number, command.value, command.arg1, command.arg2);
+        host.engine().deliverMessages();
+    }
+
+    void operator() (const SetScript::Host& line)
+    {
+        auto& transport = host.transport();
+        switch (line.action)
+        {
+        case SetScript::Host::Action::play:
+            return transport.play();
+        case SetScript::Host::Action::stop:
+            return transport.stop();
+        case SetScript::Host::Action::bpm:
+            return transport.setBpm (line.value);
+        case SetScript::Host::Action::seek:
+            return transport.seek (line.value);
+        }
+    }
+
+    void operator() (const SetScript::Print& line)
+    {
+        if (performance.print == nullptr)
+            return;
+        const auto constant = CommandTable::constant (line.number);
+        performance.print (now() + " "
+                           + (constant.empty() ? juce::String (line.number) : juce::String (constant)) + " "
+                           + fixed (static_cast<double> (host.engine().getParameter (line.number))));
+    }
+
+    void operator() (const SetScript::End&) {}
+
+private:
+    void engineEvent (EngineEvent, int) override {}
+
+    void engineMessage (const juce::String& text, int deck) override
+    {
+        report (deck, text.replaceCharacter ('|', ' '));
+    }
+
+    void report (int deck, const juce::String& sentence)
+    {
+        if (performance.report != nullptr)
+            performance.report (now() + " deck " + juce::String::charToString ('A' + deck) + ": " + sentence);
+    }
+
+    juce::String now() const
+    {
+        return fixed (static_cast<double> (host.position()) / host.engine().getSampleRate());
+    }
+
+    OfflineHost& host;
+    const SetPerformance& performance;
+};
+}
+
+bool performSet (const SetScript& script, OfflineHost& host, const SetPerformance& performance)
+{
+    Performer performer (host, performance);
+    for (const auto& event : script.events)
+    {
+        const int64_t frame = std::llround (event.seconds * host.engine().getSampleRate());
+        if (!host.render (frame - host.position()))
+            return false;
+        std::visit (performer, event.action);
+    }
+    host.waitForLoads(); // a refusal is worth its line, however late
+    return true;
+}

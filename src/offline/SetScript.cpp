@@ -1,0 +1,316 @@
+#include "offline/SetScript.h"
+
+#include "engine/CommandTable.h"
+
+#include <juce_core/juce_core.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <optional>
+
+namespace
+{
+constexpr double slowestHost = 1.0, fastestHost = 1000.0;
+constexpr int firstMeter = 1001, lastMeter = 1006;
+constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
+
+bool isBlank (char c) noexcept
+{
+    return c == ' ' || c == '\t';
+}
+
+/** A piece of the user's text for a message, cut short between two characters. */
+std::string quoted (std::string_view text)
+{
+    constexpr size_t longest = 40;
+    auto end = std::min (text.size(), longest);
+    while (end < text.size() && end > 0 && (static_cast<unsigned char> (text[end]) & 0xc0u) == 0x80u)
+        --end;
+    return "\"" + std::string (text.substr (0, end)) + (end < text.size() ? "..." : "") + "\"";
+}
+
+std::optional<double> toNumber (std::string_view word)
+{
+    if (word.starts_with ('+'))
+        word.remove_prefix (1);
+    double value = 0.0;
+    const auto* end = word.data() + word.size();
+    const auto [stopped, error] = std::from_chars (word.data(), end, value);
+    if (error != std::errc {} || stopped != end || !std::isfinite (value))
+        return {};
+    return value;
+}
+
+/** One line, taken apart word by word. The first failure is the line's; what is read after it is of no account. */
+class Line
+{
+public:
+    explicit Line (std::string_view text) : rest (text) { skipBlanks(); }
+
+    /** Nothing but blanks or a comment is left. */
+    bool isAtEnd() const noexcept { return rest.empty() || rest.front() == '#'; }
+
+    /** The next word, or an empty one at the line's end. */
+    std::string_view word()
+    {
+        if (isAtEnd())
+            return {};
+        const auto end = std::find_if (rest.begin(), rest.end(), isBlank);
+        const auto found = rest.substr (0, static_cast<size_t> (end - rest.begin()));
+        rest.remove_prefix (found.size());
+        skipBlanks();
+        return found;
+    }
+
+    /** A path in quotes, or without them everything up to a comment or a last word "nowait". */
+    std::string_view path()
+    {
+        if (isAtEnd())
+            return fail ("A load needs the path of a file.");
+        return rest.front() == '"' ? quotedPath() : barePath();
+    }
+
+    /** @param what   begins the sentence of a word that is missing or no number */
+    double number (const char* what)
+    {
+        const auto text = word();
+        if (text.empty())
+            return fail (std::string (what) + " is missing."), 0.0;
+        if (const auto value = toNumber (text))
+            return *value;
+        return fail (std::string (what) + " is not a number: " + quoted (text) + "."), 0.0;
+    }
+
+    float singleNumber (const char* what)
+    {
+        const auto value = number (what);
+        if (std::abs (value) > std::numeric_limits<float>::max())
+            return fail (std::string (what) + " is too large."), 0.0f;
+        return static_cast<float> (value);
+    }
+
+    void expectEnd()
+    {
+        if (!isAtEnd())
+            fail ("There is more on the line than its action takes: " + quoted (rest) + ".");
+    }
+
+    std::string_view fail (std::string sentence)
+    {
+        if (failure.empty())
+            failure = std::move (sentence);
+        return {};
+    }
+
+    const std::string& error() const noexcept { return failure; }
+
+private:
+    void skipBlanks()
+    {
+        while (!rest.empty() && isBlank (rest.front()))
+            rest.remove_prefix (1);
+    }
+
+    std::string_view quotedPath()
+    {
+        const auto close = rest.find ('"', 1);
+        if (close == std::string_view::npos)
+            return fail ("The path has no closing quote.");
+        const auto found = rest.substr (1, close - 1);
+        rest.remove_prefix (close + 1);
+        skipBlanks();
+        return found.empty() ? fail ("The path is empty.") : found;
+    }
+
+    std::string_view barePath()
+    {
+        size_t end = 0;
+        auto ahead = *this;
+        while (!ahead.isAtEnd())
+        {
+            const auto next = ahead.word();
+            if (next == "nowait" && ahead.isAtEnd())
+                break;
+            end = static_cast<size_t> (next.data() + next.size() - rest.data());
+        }
+        if (end == 0)
+            return fail ("A load needs the path of a file.");
+        const auto found = rest.substr (0, end);
+        rest.remove_prefix (end);
+        skipBlanks();
+        return found;
+    }
+
+    std::string_view rest;
+    std::string failure;
+};
+
+int readCommand (Line& line, bool metersToo)
+{
+    const auto text = line.word();
+    if (text.empty())
+        return line.fail ("The command is missing."), 0;
+
+    int number = 0;
+    const auto* end = text.data() + text.size();
+    if (const auto [stopped, error] = std::from_chars (text.data(), end, number);
+        error == std::errc {} && stopped == end)
+    {
+        const auto isMeter = number >= firstMeter && number <= lastMeter;
+        if (CommandTable::find (number).family == nullptr && !(metersToo && isMeter))
+            return line.fail ("There is no command of the number " + quoted (text) + "."), 0;
+        return number;
+    }
+    number = CommandTable::numberOf (text);
+    if (number == 0)
+        line.fail ("There is no command " + quoted (text) + ".");
+    return number;
+}
+
+SetScript::Load readLoad (Line& line)
+{
+    SetScript::Load load;
+    const auto deck = line.word();
+    if (deck.empty())
+        return line.fail ("A load needs a deck, A to D."), load;
+    constexpr std::string_view names = "ABCDabcd0123";
+    const auto found = names.find (deck.front());
+    if (deck.size() != 1 || found == std::string_view::npos)
+        return line.fail ("There is no deck " + quoted (deck) + ", only A to D."), load;
+    load.deck = static_cast<int> (found % 4);
+
+    load.path = line.path();
+    if (const auto mode = line.word(); mode == "nowait")
+        load.waits = false;
+    else if (!mode.empty())
+        line.fail ("After the path only \"nowait\" may follow, not " + quoted (mode) + ".");
+    line.expectEnd();
+    return load;
+}
+
+SetScript::Command readSet (Line& line)
+{
+    SetScript::Command command;
+    command.number = readCommand (line, false);
+    command.value = line.singleNumber ("The command's value");
+    if (!line.isAtEnd())
+    {
+        command.arg1 = line.singleNumber ("The first argument");
+        command.arg2 = line.singleNumber ("The second argument");
+    }
+    line.expectEnd();
+    return command;
+}
+
+SetScript::Host readHost (Line& line)
+{
+    using Action = SetScript::Host::Action;
+    SetScript::Host host;
+    const auto action = line.word();
+    if (action.empty())
+    {
+        line.fail ("The host needs an action: play, stop, bpm or seek.");
+    }
+    else if (action == "play" || action == "stop")
+    {
+        host.action = action == "play" ? Action::play : Action::stop;
+    }
+    else if (action == "bpm")
+    {
+        host = { Action::bpm, line.number ("The host's tempo") };
+        if (!(host.value >= slowestHost && host.value <= fastestHost))
+            line.fail ("The host's tempo must lie between 1 and 1000 BPM.");
+    }
+    else if (action == "seek")
+    {
+        host = { Action::seek, line.number ("The host's position") };
+        if (!(host.value >= 0.0 && host.value <= SetScript::latestSeconds))
+            line.fail ("The host's position must lie between 0 and 1000000 seconds.");
+    }
+    else
+    {
+        line.fail ("The host does not know " + quoted (action) + ", only play, stop, bpm and seek.");
+    }
+    line.expectEnd();
+    return host;
+}
+
+SetScript::Event readEvent (Line& line, int lineNumber)
+{
+    SetScript::Event event;
+    event.line = lineNumber;
+    event.seconds = line.number ("The time at the start of the line");
+    if (event.seconds < 0.0)
+        line.fail ("A time can't be negative.");
+    else if (event.seconds > SetScript::latestSeconds)
+        line.fail ("A time can't be later than 1000000 seconds.");
+
+    const auto action = line.word();
+    if (action == "load")
+        event.action = readLoad (line);
+    else if (action == "set")
+        event.action = readSet (line);
+    else if (action == "host")
+        event.action = readHost (line);
+    else if (action == "print")
+        event.action = SetScript::Print { readCommand (line, true) };
+    else if (action == "end")
+        event.action = SetScript::End {};
+    else if (action.empty())
+        line.fail ("After the time an action is missing: load, set, host, print or end.");
+    else
+        line.fail ("There is no action " + quoted (action) + ", only load, set, host, print and end.");
+    line.expectEnd();
+    return event;
+}
+
+/** Why the bytes of a line are no text, or nothing. */
+const char* faultOfText (std::string_view line)
+{
+    if (!juce::CharPointer_UTF8::isValidString (line.data(), static_cast<int> (line.size())))
+        return "The line is not UTF-8 text.";
+    const auto isControl = [] (char c) { return (c >= 0 && c < ' ' && c != '\t') || c == 0x7f; };
+    return std::any_of (line.begin(), line.end(), isControl) ? "The line holds control characters." : nullptr;
+}
+}
+
+bool SetScript::hasHost() const noexcept
+{
+    return std::any_of (events.begin(), events.end(),
+                        [] (const Event& event) { return std::holds_alternative<Host> (event.action); });
+}
+
+std::variant<SetScript, SetScriptError> parseSetScript (std::string_view text)
+{
+    SetScript script;
+    if (text.starts_with (byteOrderMark))
+        text.remove_prefix (byteOrderMark.size());
+
+    bool hasEnded = false;
+    for (int number = 1; !text.empty(); ++number)
+    {
+        auto content = text.substr (0, text.find ('\n'));
+        text.remove_prefix (std::min (text.size(), content.size() + 1));
+        if (content.ends_with ('\r'))
+            content.remove_suffix (1);
+        if (const auto* fault = faultOfText (content))
+            return SetScriptError { number, fault };
+
+        Line line (content);
+        if (line.isAtEnd())
+            continue;
+        auto event = readEvent (line, number);
+        if (line.error().empty() && hasEnded)
+            line.fail ("Nothing may follow the end of the set.");
+        if (line.error().empty() && !script.events.empty() && event.seconds < script.events.back().seconds)
+            line.fail ("The time goes back behind that of line " + std::to_string (script.events.back().line)
+                       + ".");
+        if (!line.error().empty())
+            return SetScriptError { number, line.error() };
+        hasEnded = std::holds_alternative<SetScript::End> (event.action);
+        script.events.push_back (std::move (event));
+    }
+    return script;
+}

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+/** A performance as text: one timed line after the other, each an action on the engine or its host.
+
+        # seconds  action
+        0     load A "First Light.flac"
+        0     set PLAY_PAUSE_A 1
+        7.5   set CROSSFADER 0.25
+        60    end
+
+    Pure data without files or engine. */
+struct SetScript
+{
+    /** The largest time of a line, in seconds: eleven days. */
+    static constexpr double latestSeconds = 1'000'000.0;
+
+    struct Load
+    {
+        int deck = 0;     ///< 0 to 3
+        std::string path; ///< UTF-8, not empty, as it stands in the text
+        bool waits = true;
+    };
+
+    struct Command
+    {
+        int number = 0; ///< 1 to 465
+        float value = 0.0f;
+        float arg1 = 1.0f, arg2 = 1.0f;
+    };
+
+    struct Host
+    {
+        enum class Action
+        {
+            play,
+            stop,
+            bpm, ///< value: 1 to 1000
+            seek ///< value: seconds, 0 to latestSeconds
+        };
+
+        Action action {};
+        double value = 0.0;
+    };
+
+    struct Print
+    {
+        int number = 0; ///< 1 to 465, or a meter, 1001 to 1006
+    };
+
+    struct End
+    {
+    };
+
+    struct Event
+    {
+        int line = 0; ///< from 1
+        double seconds = 0.0;
+        std::variant<End, Load, Command, Host, Print> action;
+    };
+
+    std::vector<Event> events; ///< times never go back
+
+    /** True if the set drives a host's transport; otherwise it is played by the application on its own. */
+    bool hasHost() const noexcept;
+};
+
+/** Why a text is no set. */
+struct SetScriptError
+{
+    int line = 0; ///< from 1
+    std::string sentence;
+};
+
+/** Reads a set: UTF-8 text, lines ended by LF or CRLF. Takes any bytes; the first fault ends the reading. */
+std::variant<SetScript, SetScriptError> parseSetScript (std::string_view text);

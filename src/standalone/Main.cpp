@@ -1,0 +1,53 @@
+#include "standalone/Application.h"
+#include "standalone/CommandsVerb.h"
+#include "standalone/PerformVerb.h"
+#include "standalone/Verb.h"
+
+#include <algorithm>
+#include <array>
+
+namespace
+{
+constexpr std::array verbs {
+    Verb { "perform", "plays a set of timed lines into WAV files, faster than real time", runPerform },
+    Verb { "commands", "prints the table of commands", runCommands },
+};
+
+int printUsage()
+{
+    printLine ("Usage: platterdex                  the application with its window\n"
+               "       platterdex VERB ...         one of the following, without a window\n"
+               "       platterdex VERB --help      what a verb takes\n"
+               "       platterdex --version\n\n"
+               "Verbs:");
+    for (const auto& verb : verbs)
+        printLine ("  " + juce::String (verb.name).paddedRight (' ', 12) + verb.summary);
+    return ExitCode::success;
+}
+}
+
+int main (int argc, char** argv)
+{
+    juce::StringArray arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.add (juce::String::fromUTF8 (argv[i]));
+
+    const auto first = arguments[0];
+    if (first == "--help" || first == "-h")
+        return printUsage();
+    if (first == "--version")
+    {
+        printLine ("Platterdex " PX_VERSION);
+        return ExitCode::success;
+    }
+    // What begins with a dash is the application's, which knows its own options.
+    if (arguments.isEmpty() || first.startsWithChar ('-'))
+        return runApplication (arguments);
+
+    const auto verb =
+        std::find_if (verbs.begin(), verbs.end(), [&first] (const Verb& v) { return first == v.name; });
+    if (verb == verbs.end())
+        return failWith ("There is no verb " + first.quoted() + "; see platterdex --help.");
+    arguments.remove (0);
+    return verb->run (arguments);
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+/** What the program does for a first argument, without a window. */
+struct Verb
+{
+    const char* name;
+    const char* summary; ///< one line
+
+    /** @param arguments   those after the verb
+        @returns the exit code of the process */
+    int (*run) (const juce::StringArray& arguments);
+};
+
+namespace ExitCode
+{
+inline constexpr int success = 0, badInput = 2;
+}
+
+/** Writes "platterdex: " and the sentence to the standard error output, as one line.
+    @returns ExitCode::badInput */
+int failWith (const juce::String& sentence);
+
+/** Writes a line to the standard output, in UTF-8. */
+void printLine (const juce::String&);
+
+/** Writes a line to the standard error output, in UTF-8. */
+void reportLine (const juce::String&);

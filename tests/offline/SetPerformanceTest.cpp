@@ -1,0 +1,167 @@
+#include "OfflineRun.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+namespace
+{
+using namespace testing;
+
+/** Far below what is heard, far above the noise that keeps signals from decaying into subnormals. */
+constexpr float nothing = 1e-6f;
+
+float largestDifference (const std::vector<float>& a, size_t fromA, const std::vector<float>& b, size_t fromB)
+{
+    float largest = 0.0f;
+    for (; fromA < a.size() && fromB < b.size(); ++fromA, ++fromB)
+        largest = std::max (largest, std::abs (a[fromA] - b[fromB]));
+    return largest;
+}
+
+std::string secondsOf (int frame)
+{
+    return std::to_string (static_cast<double> (frame) / runRate);
+}
+}
+
+TEST (SetPerformance, LinesTakeEffectAtTheirFrame)
+{
+    // Without the stretcher, which hands its sound out in pieces of its own.
+    const auto playedAt = [] (int frame)
+    {
+        OfflineRun run;
+        run.host->engine().settings.bypassStretcher = 1;
+        run.play ("0 load A sweep.wav\n0 set SEEK_A 0.5\n" + secondsOf (frame) + " set PLAY_PAUSE_A 1\n"
+                  + secondsOf (frame + 4000) + " end\n");
+        EXPECT_EQ (run.master.size(), static_cast<size_t> (frame + 4000));
+        return run.master;
+    };
+
+    constexpr int first = 6000;
+    const auto reference = playedAt (first);
+    EXPECT_GT (*std::max_element (reference.begin(), reference.end()), 0.1f);
+    for (const int shift : { 1, 63, 500, 1024 })
+    {
+        const auto shifted = playedAt (first + shift);
+        EXPECT_TRUE (std::all_of (shifted.begin(), shifted.begin() + first + shift,
+                                  [] (float sample) { return sample == 0.0f; }));
+        EXPECT_LT (largestDifference (reference, first, shifted, static_cast<size_t> (first + shift)), nothing);
+        EXPECT_GT (std::abs (shifted[static_cast<size_t> (first + shift + 1)]), nothing) << "too late";
+    }
+}
+
+TEST (SetPerformance, BlockSizeChangesNothing)
+{
+    constexpr const char* set = "0 load A sweep.wav\n"
+                                "0 load B sweep.wav\n"
+                                "0.1 set PLAY_PAUSE_A 1\n"
+                                "0.333 set PITCH_A 0.2\n"
+                                "0.35 set PLAY_PAUSE_B 1\n"
+                                "0.5 set HOT_CUE_3_A 1\n"
+                                "0.6 set PITCH_BEND_NUDGE_PLUS_B 1\n"
+                                "0.8 set PITCH_BEND_NUDGE_PLUS_B 0\n"
+                                "0.9 set JOG_SCRATCH_ON_B 1\n"
+                                "0.95 set JOG_B 1 0.01 -0.8\n"
+                                "1 set JOG_SCRATCH_ON_B 0\n"
+                                "1.1 set HOT_CUE_3_A 1\n"
+                                "1.2 print SEEK_A\n"
+                                "1.2 print SEEK_B\n"
+                                "1.5 end\n";
+    OfflineRun reference (512);
+    reference.play (set);
+    ASSERT_EQ (reference.master.size(), static_cast<size_t> (1.5 * runRate));
+    EXPECT_GT (*std::max_element (reference.master.begin(), reference.master.end()), 0.5f);
+    for (const int blockFrames : { 64, 128, 1000 })
+    {
+        OfflineRun run (blockFrames);
+        run.play (set);
+        EXPECT_LT (largestDifference (reference.master, 0, run.master, 0), nothing) << blockFrames;
+        EXPECT_EQ (run.printed, reference.printed) << blockFrames;
+    }
+
+    OfflineRun again (512);
+    EXPECT_EQ (again.play (set).master, reference.master) << "two runs must give the same samples, bit for bit";
+}
+
+TEST (SetPerformance, PrintsInOneFormat)
+{
+    OfflineRun run;
+    run.play ("0 print CROSSFADER\n"
+              "0.5 print 41\n"
+              "0.5 set KEY_LOCK_A 1\n"
+              "0.5 print KEY_LOCK_A\n"
+              "0.5 set BALANCE_D 0.125\n"
+              "123.4567891 print 288\n"
+              "123.5 print 1002\n");
+    EXPECT_THAT (run.printed,
+                 ElementsAre ("0.000000 CROSSFADER 0.500000", "0.500000 KEY_LOCK_A 1.000000",
+                              "0.500000 KEY_LOCK_A 0.000000", "123.456780 BALANCE_D 0.125000",
+                              "123.500000 1002 0.000000"));
+    EXPECT_TRUE (run.reported.empty());
+}
+
+TEST (SetPerformance, ReportsWhatDidNotLoadAndGoesOn)
+{
+    OfflineRun run;
+    run.folder.file ("broken.wav").replaceWithText ("this is no audio");
+    run.play ("0 load A gone.wav\n"
+              "1 load B broken.wav\n"
+              "2 load C notes.txt\n"
+              "2 load D broken.wav nowait\n");
+    const std::string refused = ": *** Load Error *** File not found or DRM protected";
+    ASSERT_EQ (run.reported.size(), 4u);
+    EXPECT_EQ (run.reported[0], "0.000000 deck A" + refused);
+    EXPECT_EQ (run.reported[1], "1.000000 deck B" + refused);
+    EXPECT_THAT (run.reported[2], StartsWith ("2.000000 deck C: nothing was loaded: /"));
+    EXPECT_EQ (run.reported[3], "2.000000 deck D" + refused);
+    EXPECT_TRUE (run.finished);
+}
+
+TEST (SetPerformance, HostLinesDriveTheTransport)
+{
+    struct Seen
+    {
+        int64_t frame;
+        double bpm, seconds;
+        bool isPlaying, hasRestarted;
+    };
+    OfflineRun run (300, true);
+    std::vector<Seen> seen;
+    auto& engine = run.host->engine();
+    run.host->sink = [&] (auto, int frames)
+    {
+        const auto& host = engine.host;
+        seen.push_back (
+            { run.host->position() - frames, host.bpm, host.timeInSeconds, host.isPlaying, host.hasRestarted });
+        return true;
+    };
+    run.play ("0 host bpm 126\n"
+              "0.1 host play\n"
+              "0.2 host seek 60\n"
+              "0.3 host bpm 90.5\n"
+              "0.4 host stop\n"
+              "0.5 end\n");
+    EXPECT_EQ (engine.decks.isStandalone, 0);
+
+    constexpr int64_t tenth = runRate / 10;
+    for (const auto& block : seen)
+    {
+        const auto part = block.frame / tenth;
+        EXPECT_EQ (block.isPlaying, part >= 1 && part < 4);
+        EXPECT_EQ (block.hasRestarted, block.frame == tenth);
+        EXPECT_EQ (block.bpm, part < 3 ? 126.0 : 90.5);
+        const auto played = static_cast<double> (std::min (block.frame, 4 * tenth)) / runRate;
+        const auto expected = part < 1 ? 0.0 : part < 2 ? played - 0.1 : 60.0 + played - 0.2;
+        EXPECT_NEAR (block.seconds, expected, 1e-9);
+    }
+    EXPECT_THAT (seen, Contains (Field (&Seen::frame, 4 * tenth)));
+}
+
+TEST (SetPerformance, WithoutHostLinesTheEngineIsItsOwnMaster)
+{
+    OfflineRun run;
+    run.play ("0 load B sweep.wav\n0 set PLAY_PAUSE_B 1\n0 print MASTER_B\n");
+    EXPECT_EQ (run.host->engine().decks.isStandalone, 1);
+    EXPECT_EQ (run.printed[0], "0.000000 MASTER_B 1.000000");
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+/** What the program said and how it ended. */
+struct ProgramRun
+{
+    int exitCode = -1;
+    juce::StringArray out, err; ///< lines
+
+    /** The only line of the error output, or everything. */
+    juce::String errorLine() const { return err.joinIntoString ("\n"); }
+};
+
+inline juce::StringArray linesOf (const juce::String& text)
+{
+    auto lines = juce::StringArray::fromLines (text);
+    lines.removeEmptyStrings();
+    return lines;
+}
+
+/** Runs the program to its end through the shell of the system, which parts its two outputs. */
+inline ProgramRun runProgram (const juce::StringArray& arguments, const juce::File& workFolder)
+{
+    const auto quoted = [] (const juce::String& word) { return "'" + word.replace ("'", "'\\''") + "'"; };
+    const auto outFile = workFolder.getChildFile ("out.txt"), errFile = workFolder.getChildFile ("err.txt");
+    auto line = "cd " + quoted (workFolder.getFullPathName()) + " && TMPDIR=. DISPLAY= " + quoted (PX_PROGRAM);
+    for (const auto& argument : arguments)
+        line << " " << quoted (argument);
+    line << " >out.txt 2>err.txt </dev/null";
+
+    ProgramRun run;
+    juce::ChildProcess process;
+    if (process.start (juce::StringArray { "/bin/sh", "-c", line }, 0) && process.waitForProcessToFinish (-1))
+        run.exitCode = static_cast<int> (process.getExitCode());
+    run.out = linesOf (outFile.loadFileAsString());
+    run.err = linesOf (errFile.loadFileAsString());
+    outFile.deleteFile();
+    errFile.deleteFile();
+    return run;
+}
