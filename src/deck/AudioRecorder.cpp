@@ -93,7 +93,9 @@ void AudioRecorder::write (const float* const* channels, int frames) noexcept
     if (activeWriter.load() == nullptr || frames <= 0)
         return;
 
-    // The lock inherits priority and is only ever held elsewhere for the change of a pointer.
+    // The lock inherits priority and is only ever held elsewhere for the change of a pointer; handing a block over
+    // wakes the writing thread, which takes that thread's own event lock for the length of a flag's change.
+    const AllowedLockScope recorderLock;
     const juce::ScopedLock sl (writerLock);
     auto* writer = activeWriter.load();
     if (writer == nullptr)

@@ -3,6 +3,10 @@
 #include <cstdio>
 #include <cstdlib>
 
+// The real-time sanitizer's run time, where a program is linked with it.
+extern "C" __attribute__ ((weak)) void __rtsan_disable();
+extern "C" __attribute__ ((weak)) void __rtsan_enable();
+
 namespace
 {
 thread_local int audioBlockDepth = 0;
@@ -21,6 +25,18 @@ AudioThreadScope::~AudioThreadScope()
 bool AudioThreadScope::isActive() noexcept
 {
     return audioBlockDepth > 0;
+}
+
+AllowedLockScope::AllowedLockScope() noexcept
+{
+    if (__rtsan_disable != nullptr)
+        __rtsan_disable();
+}
+
+AllowedLockScope::~AllowedLockScope()
+{
+    if (__rtsan_enable != nullptr)
+        __rtsan_enable();
 }
 
 void assertMayBlock() noexcept

@@ -81,7 +81,7 @@ TEST (Commands, TogglesFireAboveZeroOnly)
     EngineFixture fixture;
     for (const auto* constant : { "KEY_LOCK_A", "SNAP", "SYNC_LOCK_B", "PLAY_PAUSE_C" })
     {
-        fixture.loadNoise (2, 1.0);
+        fixture.loadNoise (2, 1);
         const auto before = fixture.get (constant);
         for (const float none : { 0.0f, -1.0f, std::numeric_limits<float>::quiet_NaN() })
             fixture.set (constant, none);
@@ -212,6 +212,6 @@ TEST (Commands, EveryNumberTakesEveryValueOnEmptyAndLoadedDecks)
                 ASSERT_TRUE (std::isfinite (sample));
         if (round == 0)
             for (int d = 0; d < deckCount; ++d)
-                fixture.loadNoise (d, 1.0);
+                fixture.loadNoise (d, 1);
     }
 }

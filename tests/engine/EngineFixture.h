@@ -6,6 +6,7 @@
 #include "shared/EncodedFiles.h"
 #include "shared/TemporaryFolder.h"
 
+#include <atomic>
 #include <memory>
 #include <span>
 
@@ -14,7 +15,8 @@ struct EngineFixture
 {
     static constexpr double rate = 44100.0;
 
-    EngineFixture() { makeEngine(); }
+    /** Live, as on stage, the preview and the recorder have threads of their own; offline they serve the block. */
+    explicit EngineFixture (Pacing::Mode mode = Pacing::Mode::offline) : pacing (mode) { makeEngine(); }
 
     void makeEngine (bool standalone = true)
     {
@@ -25,7 +27,7 @@ struct EngineFixture
         world.decoderLibrary = juce::File (PX_ADEC_PATH);
         world.clock = [this] { return static_cast<uint32_t> (renderedFrames * 1000 / 44100); };
         world.wallClock = [] { return juce::Time (2024, 11, 31, 23, 59, 7); };
-        world.pacing = Pacing::Mode::offline;
+        world.pacing = pacing;
         world.seed = 1;
         engine = std::make_unique<CPlatterdex> (std::move (world));
         engine->setPlayConfigDetails (CPlatterdex::inputChannels, CPlatterdex::outputChannels, rate, 512);
@@ -80,16 +82,18 @@ struct EngineFixture
     }
 
     /** Loads noise of some seconds into a deck. */
-    void loadNoise (int index, double seconds = 5.0)
+    void loadNoise (int index, int seconds = 5) { load (noiseFile (seconds), index); }
+
+    juce::File noiseFile (int seconds)
     {
         const auto file = folder.file ("noise" + juce::String (seconds) + ".wav");
         if (!file.existsAsFile())
-            EncodedFiles::writeWav (EncodedFiles::makeNoise (2, static_cast<int> (seconds * rate), rate),
-                                    rate, file);
-        load (file, index);
+            EncodedFiles::writeWav (EncodedFiles::makeNoise (2, static_cast<int> (seconds * rate), rate), rate, file);
+        return file;
     }
 
+    const Pacing::Mode pacing;
     const TemporaryFolder folder;
-    int64_t renderedFrames = 0;
+    std::atomic<int64_t> renderedFrames { 0 };
     std::unique_ptr<CPlatterdex> engine;
 };

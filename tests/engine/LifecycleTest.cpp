@@ -148,12 +148,12 @@ TEST (Lifecycle, AnEngineEndsInTheMiddleOfEverything)
     {
         EngineFixture fixture;
         fixture.engine->settings.recordFile.set (fixture.folder.file ("r.wav").getFullPathName());
-        fixture.loadNoise (0, 20.0);
+        fixture.loadNoise (0, 20);
         fixture.set ("PLAY_PAUSE_A");
         fixture.set ("DISK_RECORDER");
         fixture.render (2000);
         for (int d = 0; d < deckCount; ++d)
-            fixture.engine->loadTrack (fixture.folder.file ("noise20.wav"), d);
+            fixture.engine->loadTrack (fixture.noiseFile (20), d);
     }
 }
 

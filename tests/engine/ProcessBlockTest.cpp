@@ -36,7 +36,7 @@ TEST (ProcessBlock, DecksSoundOnTheirPairsAndTheMasterIsTheirSum)
     EngineFixture fixture;
     for (int d = 0; d < deckCount; ++d)
     {
-        fixture.loadNoise (d, 2.0 + d);
+        fixture.loadNoise (d, 2 + d);
         fixture.deck (d).position = 1000.0 * d;
         fixture.engine->setParameter (1 + d, 1.0f);
     }

@@ -1,0 +1,34 @@
+#include "plugin/PluginFilter.h"
+
+#include <utility>
+
+namespace
+{
+thread_local CPlatterdex* newestEngine = nullptr;
+
+/** The decoder lies beside the binary, inside a bundle too, so that a bundle is moved as a whole. */
+EngineWorld worldOfPlugin()
+{
+    EngineWorld world;
+    world.folders = Folders::ofPlugin();
+    world.decoderLibrary =
+        juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
+    world.hasMessageLoop = true;
+    // The toolkit's list of parameters. A host that is promised an editor must get one: some crash on none.
+    world.createEditor = [] (CPlatterdex& engine) { return new juce::GenericAudioProcessorEditor (engine); };
+    return world;
+}
+}
+
+CPlatterdex* takeNewestEngine() noexcept
+{
+    return std::exchange (newestEngine, nullptr);
+}
+
+/** What every format's shell calls to get its processor. */
+juce::AudioProcessor* JUCE_CALLTYPE createPluginFilter();
+juce::AudioProcessor* JUCE_CALLTYPE createPluginFilter()
+{
+    newestEngine = new CPlatterdex (worldOfPlugin());
+    return newestEngine;
+}
