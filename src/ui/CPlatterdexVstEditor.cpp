@@ -81,6 +81,8 @@ void CPlatterdexVstEditor::showParameters (bool shown)
     for (auto& row : rows)
         row->setVisible (!shown);
     header.setParametersShown (shown);
+    if (!shown && isShowing())
+        grabKeyboardFocus();
 }
 
 bool CPlatterdexVstEditor::keyStateChanged (bool)

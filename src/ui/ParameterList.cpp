@@ -17,6 +17,11 @@ ParameterList::ParameterList (CPlatterdex& e) : engine (e), list ({}, this)
     searchField.setFont (Look::font (Look::valueSize));
     searchField.setJustification (juce::Justification::centredLeft);
     searchField.setTextToShowWhenEmpty ("Search", Look::label);
+    searchField.onEscapeKey = searchField.onReturnKey = [this]
+    {
+        if (auto* parent = getParentComponent())
+            parent->grabKeyboardFocus();
+    };
     searchField.onTextChange = [this] { search (searchField.getText()); };
     list.setRowHeight (rowHeight);
     addAndMakeVisible (searchField);
