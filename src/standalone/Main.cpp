@@ -1,7 +1,9 @@
 #include "standalone/Application.h"
 #include "standalone/CommandsVerb.h"
+#include "standalone/DemoTracksVerb.h"
 #include "standalone/PerformVerb.h"
 #include "standalone/Verb.h"
+#include "support/AudioFileTypes.h"
 
 #include <algorithm>
 #include <array>
@@ -11,11 +13,12 @@ namespace
 constexpr std::array verbs {
     Verb { "perform", "plays a set of timed lines into WAV files, faster than real time", runPerform },
     Verb { "commands", "prints the table of commands", runCommands },
+    Verb { "demo-tracks", "writes the demo tracks into a folder", runDemoTracks },
 };
 
 int printUsage()
 {
-    printLine ("Usage: platterdex                  the application with its window\n"
+    printLine ("Usage: platterdex [TRACK...]       the application with its window, tracks on its decks\n"
                "       platterdex VERB ...         one of the following, without a window\n"
                "       platterdex VERB --help      what a verb takes\n"
                "       platterdex --version\n\n"
@@ -40,8 +43,9 @@ int main (int argc, char** argv)
         printLine ("Platterdex " PX_VERSION);
         return ExitCode::success;
     }
-    // What begins with a dash is the application's, which knows its own options.
-    if (arguments.isEmpty() || first.startsWithChar ('-'))
+    // What begins with a dash is the application's, which knows its own options; so are tracks.
+    if (arguments.isEmpty() || first.startsWithChar ('-')
+        || AudioFileTypes::matches (juce::File::getCurrentWorkingDirectory().getChildFile (first)))
         return runApplication (arguments);
 
     const auto verb =

@@ -1,0 +1,39 @@
+#!/usr/bin/env bash
+# Builds the application and starts it. Where there is no display and nothing else is asked for, it performs the demo
+# set into demo.wav instead.
+# usage: ./run.sh [ARGUMENT...]    what the program takes; see ./run.sh --help
+set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
+build=$here/build/run
+program=$build/bin/platterdex
+root=${PLATTERDEX_ROOT:-$HOME/.config/Platterdex2}
+
+"$here/scripts/install-packages.sh" build >&2
+mkdir -p "$build"
+echo "Building..." >&2
+if ! { cmake -S "$here" --preset release -B "$build" -DPX_BUILD_TESTS=OFF -DPX_BUILD_BENCH=OFF &&
+    cmake --build "$build" --target platterdex; } >"$build/build.log" 2>&1; then
+    tail -n 30 "$build/build.log" >&2
+    echo "The build failed; all of it is in $build/build.log." >&2
+    exit 1
+fi
+
+case ${1:-} in
+perform | commands | demo-tracks | --help | -h | --version) exec "$program" "$@" ;;
+esac
+root_option=(--root "$root")
+for argument in "$@"; do
+    case $argument in --root | --root=*) root_option=() ;; esac
+done
+
+status=0
+"$program" "$@" "${root_option[@]}" || status=$?
+[ $status -eq 3 ] && [ $# -eq 0 ] || exit $status
+
+echo "There is no display: performing the demo set instead." >&2
+tracks=$build/demo-tracks
+out=$here/demo.wav
+"$program" demo-tracks "$tracks" >/dev/null
+cp "$here/docs/sets/demo.txt" "$tracks/demo.txt"
+"$program" perform "$tracks/demo.txt" --out "$out"
+echo "The performance is in $out."

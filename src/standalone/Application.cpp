@@ -1,0 +1,90 @@
+#include "standalone/Application.h"
+
+#include "standalone/ApplicationDisplay.h"
+#include "standalone/ApplicationSession.h"
+#include "standalone/Verb.h"
+#include "standalone/VerbOptions.h"
+
+#include <array>
+
+namespace
+{
+constexpr int exitNoDisplay = 3;
+constexpr int longestRun = 1'000'000;
+
+constexpr std::array options {
+    VerbOption { "--root", "DIR", "the folder of settings, tracks and recordings (beside the program)" },
+    VerbOption { "--quit-after", "SECONDS", "ends by itself" },
+    VerbOption { "--help", nullptr, "this text" },
+};
+
+/** What the toolkit wants to know about the program that it runs in. */
+class Identity : public juce::JUCEApplicationBase
+{
+public:
+    const juce::String getApplicationName() override { return "Platterdex"; }
+    const juce::String getApplicationVersion() override { return PX_VERSION; }
+    bool moreThanOneInstanceAllowed() override { return true; }
+    void initialise (const juce::String&) override {}
+    void shutdown() override {}
+    void anotherInstanceStarted (const juce::String&) override {}
+    void systemRequestedQuit() override { quit(); }
+    void suspended() override {}
+    void resumed() override {}
+    void unhandledException (const std::exception*, const juce::String&, int) override {}
+};
+
+/** @returns the folders, or nothing after a report */
+std::optional<Folders> findFolders (const VerbOptions& given)
+{
+    if (!given.has ("--root"))
+        return Folders::ofPlugin();
+    Folders folders;
+    folders.root = given.fileOf ("--root");
+    if (folders.root.createDirectory().wasOk() && folders.root.hasWriteAccess())
+        return folders;
+    failWith ("The folder " + folders.root.getFullPathName() + " can't be made or written.");
+    return {};
+}
+}
+
+int runApplication (const juce::StringArray& arguments)
+{
+    VerbOptions given (options, arguments);
+    const auto seconds = given.wholeNumber ("--quit-after", 0, 0, longestRun);
+    if (given.error().isNotEmpty())
+        return failWith (given.error());
+    if (given.has ("--help"))
+    {
+        printLine (helpText ("[TRACK...] [--root DIR] [--quit-after SECONDS]",
+                             "Opens the window, with up to four tracks on the decks A to D.", options));
+        return ExitCode::success;
+    }
+    if (given.positional.size() > deckCount)
+        return failWith ("There are four decks: give at most four tracks.");
+
+    if (!isDisplayReachable())
+    {
+        reportLine (
+            "platterdex: No display can be opened for the window; see platterdex --help for what works "
+            "without one.");
+        return exitNoDisplay;
+    }
+    const auto folders = findFolders (given);
+    if (!folders)
+        return ExitCode::badInput;
+
+    juce::Array<juce::File> tracks;
+    for (const auto& path : given.positional)
+        tracks.add (juce::File::getCurrentWorkingDirectory().getChildFile (path));
+
+    juce::JUCEApplicationBase::createInstance = []() -> juce::JUCEApplicationBase* { return new Identity(); };
+    const juce::ScopedJuceInitialiser_GUI toolkit;
+    const std::unique_ptr<juce::JUCEApplicationBase> identity (juce::JUCEApplicationBase::createInstance());
+    ApplicationSession session (*folders, tracks);
+    if (*seconds > 0)
+        juce::Timer::callAfterDelay (static_cast<int> (*seconds) * 1000,
+                                     [] { juce::JUCEApplicationBase::quit(); });
+    juce::MessageManager::getInstance()->runDispatchLoop();
+    return ExitCode::success;
+}

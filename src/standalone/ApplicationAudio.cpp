@@ -1,0 +1,156 @@
+#include "standalone/ApplicationAudio.h"
+
+#include "engine/CPlatterdex.h"
+#include "standalone/SilentDevice.h"
+#include "standalone/Verb.h"
+#include "ui/Look.h"
+
+#include <alsa/asoundlib.h>
+
+#include <cstdio>
+
+namespace
+{
+constexpr int watchMs = 1000;
+constexpr int mostStalledTurns = 3;
+
+void ignoreAlsaError (const char*, int, const char*, int, const char*, ...) {}
+
+/** Both libraries report each device that isn't there on the standard error output; it is said once, in our line. */
+void quietLibraries (juce::DynamicLibrary& jack)
+{
+    snd_lib_error_set_handler (ignoreAlsaError);
+    if (!jack.open ("libjack.so.0"))
+        return;
+    using Setter = void (*) (void (*) (const char*));
+    for (const auto* function : { "jack_set_error_function", "jack_set_info_function" })
+        if (const auto set = reinterpret_cast<Setter> (jack.getFunction (function)))
+            set ([] (const char*) {});
+}
+
+class SettingsDialog : public juce::DialogWindow
+{
+public:
+    SettingsDialog() : DialogWindow ("Audio settings", Look::panel, true) {}
+
+private:
+    void closeButtonPressed() override { setVisible (false); }
+};
+}
+
+void ApplicationAudio::Devices::createAudioDeviceTypes (juce::OwnedArray<juce::AudioIODeviceType>& types)
+{
+    for (auto* type : { juce::AudioIODeviceType::createAudioIODeviceType_JACK(),
+                        juce::AudioIODeviceType::createAudioIODeviceType_ALSA() })
+        if (type != nullptr)
+            types.add (type);
+    types.add (new SilentDeviceType());
+}
+
+ApplicationAudio::ApplicationAudio (juce::AudioProcessor& engine, const juce::File& file)
+    : choiceFile (file),
+      player (engine)
+{
+    quietLibraries (jack);
+    const auto choice = juce::parseXML (choiceFile);
+    devices.addAudioCallback (&player);
+    devices.initialise (CPlatterdex::inputChannels, CPlatterdex::outputChannels, choice.get(), true);
+    if (!isRunning())
+        openFirstThatRuns();
+    announce();
+    devices.addChangeListener (this);
+    startTimer (watchMs);
+}
+
+ApplicationAudio::~ApplicationAudio()
+{
+    stopTimer();
+    dialog.reset();
+    devices.removeChangeListener (this);
+    saveChoice();
+    devices.removeAudioCallback (&player);
+    devices.closeAudioDevice();
+}
+
+bool ApplicationAudio::isRunning() const
+{
+    auto* device = devices.getCurrentAudioDevice();
+    return device != nullptr && device->isOpen() && device->isPlaying();
+}
+
+void ApplicationAudio::openFirstThatRuns()
+{
+    for (const auto* type : devices.getAvailableDeviceTypes())
+    {
+        devices.closeAudioDevice();
+        devices.setCurrentAudioDeviceType (type->getTypeName(), false);
+        if (!isRunning())
+            devices.initialise (CPlatterdex::inputChannels, CPlatterdex::outputChannels, nullptr, false);
+        if (isRunning() && devices.getCurrentAudioDeviceType() == type->getTypeName())
+            return;
+    }
+}
+
+void ApplicationAudio::timerCallback()
+{
+    const uint32_t blocks = player.blocksPlayed;
+    stalledTurns = blocks == blocksSeen ? stalledTurns + 1 : 0;
+    blocksSeen = blocks;
+    if (isRunning() && stalledTurns < mostStalledTurns)
+        return;
+    stalledTurns = 0;
+    printLine ("The audio device has stopped.");
+    openFirstThatRuns();
+    announce();
+}
+
+void ApplicationAudio::changeListenerCallback (juce::ChangeBroadcaster*)
+{
+    announce();
+    saveChoice();
+}
+
+void ApplicationAudio::announce()
+{
+    auto* device = devices.getCurrentAudioDevice();
+    if (device == nullptr)
+        return;
+    juce::String line;
+    if (device->getTypeName() == SilentDevice::name)
+        line = "No audio device found: running silently.";
+    else
+        line << "Audio device: " << device->getTypeName() << ", " << device->getName() << ", "
+             << device->getActiveInputChannels().countNumberOfSetBits() << " in, "
+             << device->getActiveOutputChannels().countNumberOfSetBits() << " out, "
+             << juce::roundToInt (device->getCurrentSampleRate()) << " Hz, blocks of "
+             << device->getCurrentBufferSizeSamples() << ".";
+    if (line != announced)
+    {
+        printLine (line);
+        std::fflush (stdout);
+    }
+    announced = line;
+}
+
+void ApplicationAudio::saveChoice() const
+{
+    if (const auto choice = devices.createStateXml())
+        choice->writeTo (choiceFile);
+}
+
+void ApplicationAudio::showSettings (juce::Component& centredOn)
+{
+    if (dialog == nullptr)
+    {
+        auto selector = std::make_unique<juce::AudioDeviceSelectorComponent> (
+            devices, 0, CPlatterdex::inputChannels, 0, CPlatterdex::outputChannels, false, false, true,
+            false);
+        selector->setSize (560, 520);
+        dialog = std::make_unique<SettingsDialog>();
+        dialog->setUsingNativeTitleBar (true);
+        dialog->setContentOwned (selector.release(), true);
+        dialog->centreAroundComponent (&centredOn, dialog->getWidth(), dialog->getHeight());
+    }
+    dialog->setVisible (true);
+    dialog->toFront (true);
+}

@@ -1,0 +1,74 @@
+#include "standalone/ApplicationSession.h"
+
+ApplicationSession::ApplicationSession (const Folders& folders, const juce::Array<juce::File>& tracks)
+    : engine (world (folders)),
+      audio (engine, folders.setup().getChildFile ("audio_device.xml")),
+      signals ([] { juce::JUCEApplicationBase::quit(); })
+{
+    engine.setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
+
+    std::unique_ptr<juce::AudioProcessorEditor> content (engine.createEditorIfNeeded());
+    window = std::make_unique<MainWindow> (
+        std::move (content),
+        juce::Point (CPlatterdexVstEditor::minimumWidth, CPlatterdexVstEditor::minimumHeight),
+        folders.setup().getChildFile ("window.txt"), [this] { askToQuit(); });
+
+    for (int deck = 0; deck < tracks.size(); ++deck)
+        engine.loadTrack (tracks[deck], deck);
+    offerDemoTracks();
+}
+
+ApplicationSession::~ApplicationSession()
+{
+    demoTracks.reset();
+    window.reset();
+}
+
+EngineWorld ApplicationSession::world (const Folders& folders)
+{
+    EngineWorld made;
+    made.folders = folders;
+    made.decoderLibrary =
+        juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
+    made.prompts = prompts;
+    made.hasMessageLoop = true;
+    made.createEditor = [this] (CPlatterdex& e) -> juce::AudioProcessorEditor*
+    {
+        editor = new CPlatterdexVstEditor (e, [this] { audio.showSettings (*window); });
+        return editor;
+    };
+    return made;
+}
+
+bool ApplicationSession::isPerforming() const
+{
+    return engine.recorder.isRecording()
+           || std::any_of (engine.decks.decks.begin(), engine.decks.decks.end(),
+                           [] (const auto& deck) { return deck->playState != 0; });
+}
+
+void ApplicationSession::askToQuit()
+{
+    if (!isPerforming())
+        return juce::JUCEApplicationBase::quit();
+    prompts->askYesNo ("Platterdex is playing", "Do you want to stop the music and quit?",
+                       [] (bool yes)
+                       {
+                           if (yes)
+                               juce::JUCEApplicationBase::quit();
+                       });
+}
+
+void ApplicationSession::offerDemoTracks()
+{
+    const juce::File folder (engine.settings.audioFolder.get());
+    if (!engine.isFirstRun || !ApplicationDemoTracks::isWanted (folder))
+        return;
+    editor->setStatus ("Writing demo tracks into the audio folder...");
+    demoTracks = std::make_unique<ApplicationDemoTracks> (folder,
+                                                          [this] (const juce::String& sentence)
+                                                          {
+                                                              if (editor != nullptr)
+                                                                  editor->setStatus (sentence);
+                                                          });
+}

@@ -1,0 +1,131 @@
+#include "ui/ParameterRow.h"
+
+#include "engine/CPlatterdex.h"
+#include "engine/CommandTable.h"
+#include "ui/CommandButton.h"
+#include "ui/Look.h"
+
+namespace
+{
+constexpr int gap = 4, margin = 8, buttonWidth = 72;
+}
+
+ParameterRow::Layout::Layout (juce::Rectangle<int> row)
+{
+    row.reduce (margin, 2);
+    number = row.removeFromLeft (40);
+    row.removeFromLeft (margin);
+    control = row.removeFromRight (juce::jmin (320, row.getWidth() / 3));
+    row.removeFromRight (margin);
+    value = row.removeFromRight (80);
+    row.removeFromRight (margin);
+    name = row;
+}
+
+ParameterRow::ParameterRow (CPlatterdex& e) : PollingView (Pace::calm), engine (e) {}
+
+ParameterRow::~ParameterRow() = default;
+
+void ParameterRow::show (int number)
+{
+    if (number == command)
+        return;
+    command = number;
+    controls.clear();
+    slider = nullptr;
+    makeControls();
+    resized();
+    refresh();
+    repaint();
+}
+
+void ParameterRow::makeControls()
+{
+    const auto found = CommandTable::find (command);
+    if (found.family == nullptr || CommandTable::isUnbuilt (command))
+        return;
+
+    switch (found.family->kind)
+    {
+    case CommandKind::trigger:
+        controls.push_back (std::make_unique<CommandButton> (engine, command, "Press"));
+        break;
+    case CommandKind::state:
+        controls.push_back (std::make_unique<CommandButton> (engine, command, "Hold"));
+        break;
+    case CommandKind::relative:
+        addStepButton ("-", 1.0f);
+        addStepButton ("+", 127.0f);
+        break;
+    case CommandKind::value:
+        if (found.family->shape == MappingShape::jog)
+        {
+            addStepButton ("-", -1.0f);
+            addStepButton ("+", 1.0f);
+            break;
+        }
+        auto made = std::make_unique<juce::Slider> (juce::Slider::LinearHorizontal, juce::Slider::NoTextBox);
+        slider = made.get();
+        slider->setRange (0.0, 1.0);
+        slider->setWantsKeyboardFocus (false);
+        slider->setScrollWheelEnabled (false); // the wheel scrolls the list
+        slider->onValueChange = [this]
+        { engine.setParameter (command, static_cast<float> (slider->getValue())); };
+        controls.push_back (std::move (made));
+        break;
+    }
+    for (auto& control : controls)
+        addAndMakeVisible (*control);
+}
+
+void ParameterRow::addStepButton (const juce::String& text, float step)
+{
+    auto button = std::make_unique<juce::TextButton> (text);
+    button->setWantsKeyboardFocus (false);
+    button->onClick = [this, step] { engine.setParameter (command, step); };
+    controls.push_back (std::move (button));
+}
+
+void ParameterRow::resized()
+{
+    auto area = Layout (getLocalBounds()).control;
+    if (slider != nullptr)
+        return slider->setBounds (area);
+    for (auto& control : controls)
+    {
+        control->setBounds (area.removeFromLeft (buttonWidth));
+        area.removeFromLeft (gap);
+    }
+}
+
+void ParameterRow::pollCalm()
+{
+    if (command == 0)
+        return;
+    const auto next =
+        CommandTable::isUnbuilt (command) ? juce::String ("-") : engine.getParameterText (command);
+    if (next != value)
+    {
+        value = next;
+        repaint (Layout (getLocalBounds()).value);
+    }
+    if (slider != nullptr && !slider->isMouseButtonDown())
+    {
+        // The pitch is written from high to low but read as it stands.
+        const auto read = static_cast<double> (engine.getParameter (command));
+        const auto turned = CommandTable::find (command).family->shape == MappingShape::pitch;
+        slider->setValue (turned ? 1.0 - read : read, juce::dontSendNotification);
+    }
+}
+
+void ParameterRow::paint (juce::Graphics& g)
+{
+    const Layout layout (getLocalBounds());
+    const auto built = !CommandTable::isUnbuilt (command);
+    g.setFont (Look::font (Look::valueSize));
+    g.setColour (Look::label);
+    g.drawText (juce::String (command), layout.number, juce::Justification::centredRight, false);
+    g.setColour (built ? Look::value : Look::label);
+    g.drawText (CommandTable::name (command), layout.name, juce::Justification::centredLeft, true);
+    g.drawText (value, layout.value, juce::Justification::centredRight, false);
+}

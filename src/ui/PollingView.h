@@ -1,0 +1,51 @@
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <vector>
+
+/** A view that polls the engine while it can be seen.
+
+    The timer runs while the view and all its parents are visible, and rests with them, so a panel that is folded away
+    costs nothing. What a poll finds changed is repainted; the view owns no engine state. Message thread. */
+class PollingView : public juce::Component, private juce::Timer, private juce::ComponentListener
+{
+public:
+    static constexpr int movingMs = 40; ///< between two calls of pollMoving()
+    static constexpr int calmMs = 200;  ///< between two calls of pollCalm()
+
+    enum class Pace
+    {
+        moving, ///< has parts that move with the sound
+        calm    ///< pollMoving() is never called
+    };
+
+    explicit PollingView (Pace);
+    ~PollingView() override;
+
+    /** Does both polls at once. */
+    void refresh();
+
+    bool isPolling() const noexcept { return isTimerRunning(); }
+
+protected:
+    /** Looks at what moves with the sound. */
+    virtual void pollMoving() {}
+
+    /** Looks at all else. */
+    virtual void pollCalm() {}
+
+    void visibilityChanged() override { followVisibility(); }
+    void parentHierarchyChanged() override;
+
+private:
+    void timerCallback() override;
+    void componentVisibilityChanged (juce::Component&) override { followVisibility(); }
+    void componentBeingDeleted (juce::Component&) override;
+    void followVisibility();
+    void leaveParents();
+
+    const Pace pace;
+    int turn = 0;
+    std::vector<juce::Component*> watchedParents;
+};

@@ -1,0 +1,120 @@
+#include "UiBench.h"
+
+#include "deck/FileImportThread.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+EngineWorld world (const juce::File& root)
+{
+    EngineWorld w;
+    w.folders.root = root;
+    w.decoderLibrary = juce::File (PX_ADEC_PATH);
+    w.pacing = Pacing::Mode::offline;
+    w.seed = 1;
+    return w;
+}
+}
+
+UiBench::UiBench() : engine (world (folder)), editor (std::make_unique<CPlatterdexVstEditor> (engine))
+{
+    engine.setRateAndBufferSizeDetails (48000.0, 512);
+    editor->setVisible (true);
+}
+
+juce::File UiBench::halfLoudTrack (double seconds) const
+{
+    const auto file = folder.file ("Half Loud.wav");
+    const auto frames = juce::roundToInt (seconds * 44100.0);
+    juce::AudioBuffer<float> tone (2, frames);
+    tone.clear();
+    for (int i = 0; i < frames / 2; ++i)
+        for (int side = 0; side < 2; ++side)
+            tone.setSample (side, i, 0.8f * std::sin (0.03f * static_cast<float> (i)));
+    juce::WavAudioFormat format;
+    const std::unique_ptr<juce::AudioFormatWriter> writer (
+        format.createWriterFor (new juce::FileOutputStream (file), 44100.0, 2, 16, {}, 0));
+    writer->writeFromAudioSampleBuffer (tone, 0, frames);
+    return file;
+}
+
+void UiBench::load (const juce::File& file, int deck)
+{
+    engine.loadTrack (file, deck);
+    engine.decks.deck (deck)->importThread->waitUntilIdle();
+    engine.deliverMessages();
+    refresh();
+}
+
+void UiBench::render (int frames)
+{
+    juce::AudioBuffer<float> buffer (CPlatterdex::outputChannels, frames);
+    juce::MidiBuffer midi;
+    buffer.clear();
+    const juce::ScopedLock lock (engine.getCallbackLock());
+    engine.processBlock (buffer, midi);
+}
+
+void UiBench::refresh()
+{
+    for (auto* component : descendants (*editor))
+        if (auto* view = dynamic_cast<PollingView*> (component))
+            view->refresh();
+}
+
+juce::Image UiBench::picture (juce::Component& component, const juce::String& name)
+{
+    const auto image = component.createComponentSnapshot (component.getLocalBounds());
+    if (const auto path = juce::SystemStats::getEnvironmentVariable ("PX_PICTURES", {}); path.isNotEmpty())
+    {
+        const auto file = juce::File (path).getChildFile (name + ".png");
+        file.deleteFile();
+        juce::FileOutputStream stream (file);
+        juce::PNGImageFormat().writeImageToStream (image, stream);
+    }
+    return image;
+}
+
+CommandButton& UiBench::button (int deck, const juce::String& text)
+{
+    for (auto* component : descendants (editor->deckRow (deck)))
+        if (auto* found = dynamic_cast<CommandButton*> (component);
+            found != nullptr && found->getButtonText() == text)
+            return *found;
+    ADD_FAILURE() << "no button " << text;
+    std::abort();
+}
+
+std::vector<juce::Component*> descendants (juce::Component& parent)
+{
+    std::vector<juce::Component*> all;
+    for (auto* child : parent.getChildren())
+    {
+        all.push_back (child);
+        for (auto* below : descendants (*child))
+            all.push_back (below);
+    }
+    return all;
+}
+
+juce::MouseEvent mouseAt (juce::Component& component, juce::Point<float> position,
+                          juce::ModifierKeys modifiers, int clicks)
+{
+    const auto now = juce::Time::getCurrentTime();
+    return { juce::Desktop::getInstance().getMainMouseSource(),
+             position,
+             modifiers,
+             juce::MouseInputSource::defaultPressure,
+             juce::MouseInputSource::defaultOrientation,
+             juce::MouseInputSource::defaultRotation,
+             juce::MouseInputSource::defaultTiltX,
+             juce::MouseInputSource::defaultTiltY,
+             &component,
+             &component,
+             now,
+             position,
+             now,
+             clicks,
+             false };
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "engine/CPlatterdex.h"
+#include "shared/TemporaryFolder.h"
+#include "ui/CPlatterdexVstEditor.h"
+
+/** A whole engine in a temporary folder with its editor, without a display and without an audio device. */
+class UiBench
+{
+public:
+    UiBench();
+
+    /** A stereo WAV at 44.1 kHz: a loud tone for the first half, nothing for the second. */
+    juce::File halfLoudTrack (double seconds = 4.0) const;
+
+    /** Loads a file and waits until the job is done and the editor has heard of it. */
+    void load (const juce::File&, int deck);
+
+    /** Runs the engine for one block. */
+    void render (int frames = 512);
+
+    /** Lets every view of the editor poll once. */
+    void refresh();
+
+    /** The component as it would stand on the screen. Written as "<name>.png" into the folder of the environment's
+        PX_PICTURES, if there is one. */
+    static juce::Image picture (juce::Component&, const juce::String& name);
+
+    CommandButton& button (int deck, const juce::String& text);
+
+    TemporaryFolder folder;
+    CPlatterdex engine;
+    std::unique_ptr<CPlatterdexVstEditor> editor;
+};
+
+/** Every component below another one, in any depth. */
+std::vector<juce::Component*> descendants (juce::Component&);
+
+/** Presses, and releases, the left button (or another) of a mouse in the middle of a component. */
+juce::MouseEvent mouseAt (juce::Component&, juce::Point<float>,
+                          juce::ModifierKeys = juce::ModifierKeys::leftButtonModifier, int clicks = 1);
