@@ -83,9 +83,8 @@ int main (int argc, char** argv)
 {
     const juce::ScopedJuceInitialiser_GUI toolkit;
     const juce::ArgumentList arguments (argc, argv);
-    const auto seconds = arguments.containsOption ("--seconds")
-                             ? arguments.getValueForOption ("--seconds").getDoubleValue()
-                             : 30.0;
+    const auto asked = arguments.getValueForOption ("--seconds").getDoubleValue();
+    const auto seconds = asked > 0.0 ? asked : 30.0;
     const std::array files { MusicLike::encoded ("mp3", juce::File (PX_BENCH_TRACKS)),
                              MusicLike::encoded ("flac", juce::File (PX_BENCH_TRACKS)) };
     Machine::print();

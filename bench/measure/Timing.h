@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
@@ -13,6 +15,28 @@ inline int64_t nanoseconds() noexcept
     return std::chrono::duration_cast<std::chrono::nanoseconds> (
                std::chrono::steady_clock::now().time_since_epoch())
         .count();
+}
+
+/** Processor time in nanoseconds: of the calling thread, or of all others of the process together. Where the machine has
+    other work too, a ratio of processor times says more than one of clock times. */
+enum class Threads
+{
+    own,
+    others
+};
+
+inline int64_t processorNanoseconds (Threads which) noexcept
+{
+    const auto used = [] (int who)
+    {
+        rusage usage {};
+        getrusage (who, &usage);
+        const auto of = [] (const timeval& time)
+        { return (time.tv_sec * int64_t { 1'000'000 } + time.tv_usec) * 1000; };
+        return of (usage.ru_utime) + of (usage.ru_stime);
+    };
+    const auto own = used (RUSAGE_THREAD);
+    return which == Threads::own ? own : used (RUSAGE_SELF) - own;
 }
 
 /** Measurements in nanoseconds. */
