@@ -2,7 +2,6 @@
 
 #include <sys/mman.h>
 
-#include <initializer_list>
 #include <new>
 
 namespace
@@ -20,13 +19,6 @@ PXAudioSampleBuffer::PXAudioSampleBuffer()
     if (memory == MAP_FAILED)
         throw std::bad_alloc();
     samples = static_cast<int16_t*> (memory);
-
-    // A track is thousands of small pages, each of them an interruption of the loader when it is first written, so large
-    // ones where the system has them. Each side begins on small pages: a large one takes too long to clear for the first
-    // frames to wait for it. A refusal changes nothing but the time.
-    constexpr size_t beginning = 1u << 20;
-    for (auto* side : { left(), right() })
-        madvise (side + beginning, (channelStride - beginning) * sizeof (int16_t), MADV_HUGEPAGE);
 }
 
 PXAudioSampleBuffer::~PXAudioSampleBuffer()
