@@ -7,7 +7,6 @@
 #include <bit>
 #include <cstring>
 #include <mutex>
-#include <vector>
 
 namespace
 {
@@ -29,45 +28,77 @@ struct PlanDeleter
 
 using Plan = std::unique_ptr<fftwf_plan_s, PlanDeleter>;
 
+struct ArrayDeleter
+{
+    void operator() (float* array) const { fftwf_free (array); }
+};
+
+/** Aligned for the widest vector instructions that the library uses. */
+using Array = std::unique_ptr<float[], ArrayDeleter>;
+
+Array makeArray (int floats)
+{
+    return Array (fftwf_alloc_real (static_cast<size_t> (floats)));
+}
+
+/** Over the library's real-to-complex transform between arrays of its own: on these it is three times as fast as its
+    half-complex one on any array, and repacking costs little of that. */
 class CzplfFFTFftw : public CzplfFFT_If
 {
 public:
     explicit CzplfFFTFftw (int transformSize)
         : size (transformSize),
-          scratch (static_cast<size_t> (transformSize))
+          real (makeArray (transformSize)),
+          complex (makeArray (transformSize + 2))
     {
         // Planned by estimate, not by measurement: the same plan in each run, so the same bits in each rendering.
-        // Unaligned, so that any array of the caller's will do.
-        std::vector<float> target (scratch.size());
         const std::lock_guard guard (plannerLock());
-        const auto plan = [&] (fftw_r2r_kind kind, unsigned flags)
-        {
-            return Plan (fftwf_plan_r2r_1d (size, scratch.data(), target.data(), kind,
-                                            FFTW_ESTIMATE | FFTW_UNALIGNED | flags));
-        };
-        forwardPlan = plan (FFTW_R2HC, FFTW_PRESERVE_INPUT);
-        inversePlan = plan (FFTW_HC2R, FFTW_DESTROY_INPUT);
+        forwardPlan.reset (fftwf_plan_dft_r2c_1d (size, real.get(), bins(), FFTW_ESTIMATE));
+        inversePlan.reset (fftwf_plan_dft_c2r_1d (size, bins(), real.get(), FFTW_ESTIMATE));
     }
 
     bool isPlanned() const { return forwardPlan != nullptr && inversePlan != nullptr; }
 
     void forward (float* out, const float* in) override
     {
-        // The plan preserves its input; the library's signature merely does not say so.
-        fftwf_execute_r2r (forwardPlan.get(), const_cast<float*> (in), out);
+        std::memcpy (real.get(), in, bytes());
+        fftwf_execute (forwardPlan.get());
+        out[0] = complex[0];
+        for (int k = 1; 2 * k < size; ++k)
+        {
+            out[k] = complex[static_cast<size_t> (2 * k)];
+            out[size - k] = complex[static_cast<size_t> (2 * k + 1)];
+        }
+        if (size > 1)
+            out[size / 2] = complex[static_cast<size_t> (size)];
     }
 
     void inverse (float* out, const float* in) override
     {
-        std::memcpy (scratch.data(), in, scratch.size() * sizeof (float));
-        fftwf_execute_r2r (inversePlan.get(), scratch.data(), out);
+        complex[0] = in[0];
+        complex[1] = 0.0f;
+        for (int k = 1; 2 * k < size; ++k)
+        {
+            complex[static_cast<size_t> (2 * k)] = in[k];
+            complex[static_cast<size_t> (2 * k + 1)] = in[size - k];
+        }
+        if (size > 1)
+        {
+            complex[static_cast<size_t> (size)] = in[size / 2];
+            complex[static_cast<size_t> (size + 1)] = 0.0f;
+        }
+        fftwf_execute (inversePlan.get());
+        std::memcpy (out, real.get(), bytes());
     }
 
     int getSize() const override { return size; }
 
 private:
+    size_t bytes() const { return static_cast<size_t> (size) * sizeof (float); }
+    fftwf_complex* bins() { return reinterpret_cast<fftwf_complex*> (complex.get()); }
+
     const int size;
-    std::vector<float> scratch;
+    Array real, complex;
     Plan forwardPlan, inversePlan;
 };
 }
