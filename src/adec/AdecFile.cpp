@@ -1,7 +1,5 @@
 #include "adec/AdecFile.h"
 
-#include "adec/AdecStream.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <string>
@@ -61,8 +59,8 @@ std::unique_ptr<AdecFile> AdecFile::open (const char* utf8Path)
 
 AdecFile::~AdecFile()
 {
-    for (auto* stream : streams)
-        stream->forgetFile();
+    for (auto* link : links)
+        link->file = nullptr;
 }
 
 AVStream* AdecFile::stream (int32_t index) const
@@ -87,42 +85,43 @@ std::optional<AdecFile::Cut> AdecFile::cutOf (const AVStream& stream) const
     const auto timing = std::find_if (timings.begin(), timings.end(),
                                       [&] (const auto& candidate) { return candidate.trackId == stream.id; });
     if (timing == timings.end())
-        return Cut{};
+        return Cut {};
 
     const auto frames = [&] (int64_t ticks)
     {
         const auto rescaled = av_rescale (ticks, stream.codecpar->sample_rate, timing->timescale);
         return rescaled >= 0 ? rescaled : INT64_MAX; // negative where it doesn't fit
     };
-    const Cut tables{ frames (timing->start), frames (timing->end) };
+    const Cut tables { frames (timing->start), frames (timing->end) };
 
     const auto* const entry = av_dict_get (format->metadata, "iTunSMPB", nullptr, 0);
     const auto tag = adec::parseGaplessTag (entry != nullptr ? entry->value : nullptr);
     if (tag && tag->priming + tag->frames <= frames (timing->length))
-        return Cut{ tag->priming, tag->priming + tag->frames };
+        return Cut { tag->priming, tag->priming + tag->frames };
     return tables;
 }
 
-void AdecFile::attach (AdecStream& stream)
+void AdecFile::attach (Link& link)
 {
-    streams.push_back (&stream);
-    format->streams[stream.index()]->discard = AVDISCARD_DEFAULT;
+    link.file = this;
+    links.push_back (&link);
+    format->streams[link.streamIndex]->discard = AVDISCARD_DEFAULT;
 }
 
-void AdecFile::detach (AdecStream& stream)
+void AdecFile::detach (Link& link)
 {
-    const auto found = std::find (streams.begin(), streams.end(), &stream);
-    if (static_cast<size_t> (found - streams.begin()) < flushed)
+    const auto found = std::find (links.begin(), links.end(), &link);
+    if (static_cast<size_t> (found - links.begin()) < flushed)
         --flushed;
-    streams.erase (found);
-    format->streams[stream.index()]->discard = AVDISCARD_ALL;
+    links.erase (found);
+    format->streams[link.streamIndex]->discard = AVDISCARD_ALL;
+    link.file = nullptr;
 }
 
-AdecStream* AdecFile::attached (int32_t index) const
+bool AdecFile::isAttached (int32_t index) const
 {
-    const auto found = std::find_if (streams.begin(), streams.end(),
-                                     [&] (const auto* stream) { return stream->index() == index; });
-    return found != streams.end() ? *found : nullptr;
+    return std::any_of (links.begin(), links.end(),
+                        [=] (const auto* link) { return link->streamIndex == index; });
 }
 
 bool AdecFile::readPacket()
@@ -145,9 +144,9 @@ bool AdecFile::readPacket()
 
 bool AdecFile::readFlush (AdecPacketRecord& record)
 {
-    if (flushed >= streams.size())
+    if (flushed >= links.size())
         return false;
-    record.streamIndex = streams[flushed++]->index();
+    record.streamIndex = links[flushed++]->streamIndex;
     record.data = flushBytes;
     record.dataSize = sizeof (flushBytes);
     return true;
@@ -156,7 +155,7 @@ bool AdecFile::readFlush (AdecPacketRecord& record)
 bool AdecFile::read (AdecPacketRecord& record)
 {
     ++packetCount;
-    if (!isAtEnd && !streams.empty() && readPacket())
+    if (!isAtEnd && !links.empty() && readPacket())
     {
         record.streamIndex = packet->stream_index;
         record.data = packet->data;
@@ -164,6 +163,6 @@ bool AdecFile::read (AdecPacketRecord& record)
         return true;
     }
     av_packet_unref (packet.get());
-    isAtEnd = isAtEnd || !streams.empty();
+    isAtEnd = isAtEnd || !links.empty();
     return readFlush (record);
 }

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-/** An open file: its demuxer, the packet read last and the streams being decoded. */
+/** An open file: its demuxer, the packet read last and the ties to the streams being decoded. */
 struct AdecFile
 {
     /** The part of a stream's decoded audio that is to be heard, in frames; `end` is behind the last one. */
@@ -36,10 +36,17 @@ struct AdecFile
     /** The cut that the file's tables state for a stream and the demuxer leaves to us; nothing if it leaves none. */
     std::optional<Cut> cutOf (const AVStream&) const;
 
-    /** Starts and stops handing out the packets of a stream. */
-    void attach (AdecStream&);
-    void detach (AdecStream&);
-    bool isAttached (int32_t index) const { return attached (index) != nullptr; }
+    /** What ties a decoded stream to its file. The file cuts it when it closes. */
+    struct Link
+    {
+        AdecFile* file = nullptr;
+        int32_t streamIndex = -1;
+    };
+
+    /** Starts handing out the packets of a stream, and stops. */
+    void attach (Link&);
+    void detach (Link&);
+    bool isAttached (int32_t index) const;
 
     /** Reads the next packet of an attached stream, then one flush packet for each.
         @returns false at the end. */
@@ -55,16 +62,15 @@ struct AdecFile
     bool isFlush (const uint8_t* data) const { return isAtEnd && data == flushBytes; }
 
 private:
-    AdecStream* attached (int32_t index) const;
     bool readPacket();
     bool readFlush (AdecPacketRecord&);
 
     static constexpr uint8_t flushBytes[16] = {};
 
     adec::AvPointer<AVFormatContext> format;
-    adec::AvPointer<AVPacket> packet{ av_packet_alloc() };
+    adec::AvPointer<AVPacket> packet { av_packet_alloc() };
     std::vector<adec::Mp4Timing> timings;
-    std::vector<AdecStream*> streams;
+    std::vector<Link*> links;
     size_t flushed = 0;
     int64_t packetCount = 0;
     bool isAtEnd = false;

@@ -31,16 +31,15 @@ std::unique_ptr<AdecStream> AdecStream::open (AdecFile& file, const AVStream& so
     stream->sampleRate = parameters.sample_rate;
     stream->channels = parameters.ch_layout.nb_channels;
     stream->frameBytes = stream->channels * av_get_bytes_per_sample (stream->packedFormat);
-    stream->streamIndex = source.index;
-    file.attach (*stream);
-    stream->file = &file;
+    stream->link.streamIndex = source.index;
+    file.attach (stream->link);
     return stream;
 }
 
 AdecStream::~AdecStream()
 {
-    if (file != nullptr)
-        file->detach (*this);
+    if (link.file != nullptr)
+        link.file->detach (link);
 }
 
 bool AdecStream::send (const uint8_t* data, int32_t dataSize)
@@ -51,11 +50,11 @@ bool AdecStream::send (const uint8_t* data, int32_t dataSize)
         position += frame->nb_samples;
     isDrained = false;
 
-    if (file->isFlush (data))
+    if (link.file->isFlush (data))
         return avcodec_send_packet (codec.get(), nullptr) >= 0;
 
-    const auto& packet = file->currentPacket();
-    return data == packet.data && dataSize == packet.size && packet.stream_index == streamIndex
+    const auto& packet = link.file->currentPacket();
+    return data == packet.data && dataSize == packet.size && packet.stream_index == link.streamIndex
            && avcodec_send_packet (codec.get(), &packet) >= 0;
 }
 
@@ -74,7 +73,7 @@ int64_t AdecStream::framesBeforeZero() const
     const auto inFrames = av_make_q (1, sampleRate);
     const auto early =
         av_rescale_q (-std::max<int64_t> (frame->pts, -INT64_MAX), codec->pkt_timebase, inFrames);
-    return early > 0 && early <= int64_t{ mostSeconds } * sampleRate ? early : 0;
+    return early > 0 && early <= int64_t { mostSeconds } * sampleRate ? early : 0;
 }
 
 AdecStream::Step AdecStream::receive()
@@ -103,11 +102,11 @@ int32_t AdecStream::decode (const uint8_t* data, int32_t dataSize, uint8_t* outp
 {
     const auto room = outputSize;
     outputSize = 0;
-    if (file == nullptr)
+    if (link.file == nullptr)
         return -1;
 
     const bool isContinued =
-        data == continueAt && dataSize == continueSize && file->packetNumber() == continueNumber;
+        data == continueAt && dataSize == continueSize && link.file->packetNumber() == continueNumber;
     continueAt = nullptr;
     if (!isContinued && !send (data, dataSize))
         return -1;
@@ -127,7 +126,7 @@ int32_t AdecStream::decode (const uint8_t* data, int32_t dataSize, uint8_t* outp
             const int32_t used = dataSize > 1 ? 1 : 0;
             continueAt = data + used;
             continueSize = dataSize - used;
-            continueNumber = file->packetNumber();
+            continueNumber = link.file->packetNumber();
             return used;
         }
 

@@ -16,11 +16,6 @@ struct AdecStream
     /** See adec_decode_audio. */
     int32_t decode (const uint8_t* data, int32_t dataSize, uint8_t* output, int32_t& outputSize);
 
-    /** The file is about to close: no packet can be decoded any more. */
-    void forgetFile() { file = nullptr; }
-
-    int32_t index() const { return streamIndex; }
-
 private:
     enum class Step
     {
@@ -37,10 +32,9 @@ private:
         heard; libavcodec doesn't cut that. */
     int64_t framesBeforeZero() const;
 
-    AdecFile* file = nullptr;
-    int32_t streamIndex = -1;
+    AdecFile::Link link; ///< its file is null once that has closed: no packet can be decoded any more
     adec::AvPointer<AVCodecContext> codec;
-    adec::AvPointer<AVFrame> frame{ av_frame_alloc() };
+    adec::AvPointer<AVFrame> frame { av_frame_alloc() };
 
     // What the stream record promised.
     AVSampleFormat packedFormat = AV_SAMPLE_FMT_NONE;

@@ -163,7 +163,7 @@ std::vector<Mp4Timing> readMp4Timing (std::span<const uint8_t> movie)
                         return;
                     const auto timing = readTrack (content, movieTimescale, isFragmented);
                     isWhole = isWhole && timing.has_value();
-                    tracks.push_back (timing.value_or (Mp4Timing{}));
+                    tracks.push_back (timing.value_or (Mp4Timing {}));
                 });
     if (!isWhole)
         tracks.clear();
@@ -181,7 +181,7 @@ std::vector<uint8_t> readMp4Movie (const std::string& path)
     constexpr int mostBoxes = 1000;
     for (int i = 0; i < mostBoxes; ++i)
     {
-        std::array<uint8_t, 16> header{};
+        std::array<uint8_t, 16> header {};
         if (std::fread (header.data(), 1, 8, file.get()) != 8)
             return {};
         if (i == 0 && !isType (header.data() + 4, "ftyp"))
@@ -227,12 +227,12 @@ std::vector<uint8_t> readMp4Movie (const std::string& path)
 
 std::optional<GaplessTag> parseGaplessTag (const char* text)
 {
-    constexpr uint64_t longestPriming = 1 << 20, longestTrack = uint64_t{ 1 } << 40;
+    constexpr uint64_t longestPriming = 1 << 20, longestTrack = uint64_t { 1 } << 40;
     std::istringstream fields (text != nullptr ? text : "");
     uint64_t first = 0, priming = 0, padding = 0, frames = 0;
     fields >> std::hex >> first >> priming >> padding >> frames;
     if (fields.fail() || priming > longestPriming || frames == 0 || frames > longestTrack)
         return std::nullopt;
-    return GaplessTag{ static_cast<int64_t> (priming), static_cast<int64_t> (frames) };
+    return GaplessTag { static_cast<int64_t> (priming), static_cast<int64_t> (frames) };
 }
 }

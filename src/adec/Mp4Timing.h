@@ -15,7 +15,7 @@ namespace adec
 struct Mp4Timing
 {
     /** The length of a track whose packets stand in fragments behind the tables. */
-    static constexpr int64_t unknownLength = int64_t{ 1 } << 48;
+    static constexpr int64_t unknownLength = int64_t { 1 } << 48;
 
     int32_t trackId = 0;
     int64_t timescale = 0; /**< ticks of the track's clock per second, above 0 */

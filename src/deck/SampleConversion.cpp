@@ -1,6 +1,8 @@
 #include "deck/SampleConversion.h"
 
+#include <bit>
 #include <cstring>
+#include <limits>
 #include <type_traits>
 
 namespace
@@ -20,16 +22,40 @@ int16_t to16Bit (int32_t value) noexcept
     return static_cast<int16_t> (value >> 16);
 }
 
+/** A float's bits as an integer, and the sum that leaves its nearest whole number in their lower end. */
+template <typename Float>
+struct Bits;
+
+template <>
+struct Bits<float>
+{
+    using Integer = int32_t;
+    static constexpr float roundingSum = 12582912.0f; // 1.5 * 2^23
+};
+
+template <>
+struct Bits<double>
+{
+    using Integer = int64_t;
+    static constexpr double roundingSum = 6755399441055744.0; // 1.5 * 2^52
+};
+
 template <typename Float>
 requires std::is_floating_point_v<Float> int16_t to16Bit (Float value)
 noexcept
 {
-    // Written so that it becomes a few vector instructions: every comparison with NaN is false.
-    constexpr Float limit = 32767;
-    value = value == value ? value * limit : Float {};
-    value = value < limit ? value : limit;
-    value = value > -limit ? value : -limit;
-    return static_cast<int16_t> (static_cast<int32_t> (value + (value < 0 ? Float (-0.5) : Float (0.5))));
+    // Limited by the bits of its magnitude, which order as it does and lie above infinity's for NaN: comparisons of
+    // floats may trap, so the compiler would keep them as branches, sample by sample.
+    using Integer = typename Bits<Float>::Integer;
+    constexpr auto sign = std::numeric_limits<Integer>::min();
+    constexpr auto infinity = std::bit_cast<Integer> (std::numeric_limits<Float>::infinity());
+    constexpr auto limit = std::bit_cast<Integer> (Float { 32767 });
+    const auto bits = std::bit_cast<Integer> (value * 32767);
+    auto magnitude = bits & ~sign;
+    magnitude = magnitude > infinity ? 0 : magnitude;
+    magnitude = magnitude < limit ? magnitude : limit;
+    const auto limited = std::bit_cast<Float> (magnitude | (bits & sign));
+    return static_cast<int16_t> (std::bit_cast<Integer> (limited + Bits<Float>::roundingSum));
 }
 
 template <typename Sample>

@@ -325,6 +325,12 @@ void Transport::setScratch (int deckIndex, bool on, bool touched)
     deck->scratchOn = on ? 1 : 0;
 }
 
+void Transport::setReverse (int deckIndex, bool on)
+{
+    if (auto* deck = world.deck (deckIndex))
+        deck->reverse = on ? 1 : 0;
+}
+
 void Transport::setNudge (int deckIndex, int direction)
 {
     auto* deck = world.deck (deckIndex);

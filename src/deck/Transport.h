@@ -47,6 +47,9 @@ public:
     /** @param touched   the hand is on the wheel: the mark ages and clears by itself after 2 s */
     void setScratch (int deck, bool on, bool touched);
 
+    /** Plays the deck backwards, or forwards again; the rate turns round within its 5 ms. */
+    void setReverse (int deck, bool on);
+
     /** @param direction   -1, 0 or 1 */
     void setNudge (int deck, int direction);
 

@@ -79,10 +79,10 @@ juce::MemoryBlock encodeDemoTrack (const juce::AudioBuffer<float>& audio)
             return {};
         stream.release();
 
-        std::array dithers{ Dither (16), Dither (61) };
-        std::array<std::vector<int>, 2> words{ std::vector<int> (blockFrames),
-                                               std::vector<int> (blockFrames) };
-        const std::array<const int*, 3> channels{ words[0].data(), words[1].data(), nullptr };
+        std::array dithers { Dither (16), Dither (61) };
+        std::array<std::vector<int>, 2> words { std::vector<int> (blockFrames),
+                                                std::vector<int> (blockFrames) };
+        const std::array<const int*, 3> channels { words[0].data(), words[1].data(), nullptr };
         for (int start = 0; start < audio.getNumSamples(); start += blockFrames)
         {
             const auto count = std::min (blockFrames, audio.getNumSamples() - start);

@@ -1,6 +1,6 @@
 #include "demo/Drums.h"
 
-#include "demo/DemoTracks.h"
+#include "demo/DemoTrack.h"
 #include "demo/Filter.h"
 #include "support/RandGeneratorLCG.h"
 
@@ -31,7 +31,7 @@ class Metal
 public:
     explicit Metal (double hz) noexcept
     {
-        static constexpr std::array ratios{ 1.0, 1.3420, 1.5183, 1.8261, 2.6353, 2.7346 };
+        static constexpr std::array ratios { 1.0, 1.3420, 1.5183, 1.8261, 2.6353, 2.7346 };
         for (size_t i = 0; i < ratios.size(); ++i)
             steps[i] = hz * ratios[i] / rate;
     }
@@ -50,7 +50,7 @@ public:
     }
 
 private:
-    std::array<double, 6> steps{}, phases{};
+    std::array<double, 6> steps {}, phases {};
 };
 
 void addBody (const DrumPatch& patch, std::vector<float>& out)
@@ -160,41 +160,41 @@ Shot renderRiser (double seconds, int32_t seed)
 
 Shot renderCrash (double seconds, int32_t seed)
 {
-    const DrumPatch cymbal{ .seconds = seconds,
-                            .bodyGain = 0.0,
-                            .bodyHz = 0.0,
-                            .sweepHz = 0.0,
-                            .sweepSeconds = 1.0,
-                            .bodySeconds = 1.0,
-                            .clickGain = 0.3,
-                            .noiseGain = 0.8,
-                            .noiseLowHz = 2600.0,
-                            .noiseHighHz = 13000.0,
-                            .noiseSeconds = 0.55,
-                            .bursts = 0,
-                            .metalGain = 0.35,
-                            .metalHz = 420.0,
-                            .metalSeconds = 0.7,
-                            .drive = 1.0 };
+    const DrumPatch cymbal { .seconds = seconds,
+                             .bodyGain = 0.0,
+                             .bodyHz = 0.0,
+                             .sweepHz = 0.0,
+                             .sweepSeconds = 1.0,
+                             .bodySeconds = 1.0,
+                             .clickGain = 0.3,
+                             .noiseGain = 0.8,
+                             .noiseLowHz = 2600.0,
+                             .noiseHighHz = 13000.0,
+                             .noiseSeconds = 0.55,
+                             .bursts = 0,
+                             .metalGain = 0.35,
+                             .metalHz = 420.0,
+                             .metalSeconds = 0.7,
+                             .drive = 1.0 };
     auto shot = renderDrum (cymbal, seed);
     shot.right = renderDrum (cymbal, seed + 1).left;
 
-    const DrumPatch fall{ .seconds = std::min (seconds, 1.2),
-                          .bodyGain = 0.5,
-                          .bodyHz = 32.0,
-                          .sweepHz = 50.0,
-                          .sweepSeconds = 0.25,
-                          .bodySeconds = 0.3,
-                          .clickGain = 0.0,
-                          .noiseGain = 0.0,
-                          .noiseLowHz = 0.0,
-                          .noiseHighHz = 0.0,
-                          .noiseSeconds = 1.0,
-                          .bursts = 0,
-                          .metalGain = 0.0,
-                          .metalHz = 0.0,
-                          .metalSeconds = 1.0,
-                          .drive = 1.0 };
+    const DrumPatch fall { .seconds = std::min (seconds, 1.2),
+                           .bodyGain = 0.5,
+                           .bodyHz = 32.0,
+                           .sweepHz = 50.0,
+                           .sweepSeconds = 0.25,
+                           .bodySeconds = 0.3,
+                           .clickGain = 0.0,
+                           .noiseGain = 0.0,
+                           .noiseLowHz = 0.0,
+                           .noiseHighHz = 0.0,
+                           .noiseSeconds = 1.0,
+                           .bursts = 0,
+                           .metalGain = 0.0,
+                           .metalHz = 0.0,
+                           .metalSeconds = 1.0,
+                           .drive = 1.0 };
     const auto sub = renderDrum (fall, seed);
     for (size_t i = 0; i < sub.frames(); ++i)
     {

@@ -70,7 +70,7 @@ void master (juce::AudioBuffer<float>& mix, int64_t firstFrame)
 {
     const auto from = static_cast<int> (firstFrame);
     const auto frames = mix.getNumSamples() - from;
-    const std::array channels{ mix.getWritePointer (0) + from, mix.getWritePointer (1) + from };
+    const std::array channels { mix.getWritePointer (0) + from, mix.getWritePointer (1) + from };
 
     cutRumble (channels[0], channels[1], frames);
     const auto drive =

@@ -14,7 +14,7 @@ using Block = std::array<float, blockFrames>;
 
 struct StereoBlock
 {
-    Block left{}, right{};
+    Block left {}, right {};
 
     void clear() noexcept
     {

@@ -148,7 +148,7 @@ const Shot& Score::drumShot (const DrumLine& line)
 {
     // A few different strokes of each drum keep fast hats from sounding like a machine gun.
     const auto variation = line.bus == Bus::kick ? 0 : random.nextInt() % 3;
-    const auto key = std::tuple{ static_cast<const void*> (&line.patch), variation, 0 };
+    const auto key = std::tuple { static_cast<const void*> (&line.patch), variation, 0 };
     if (const auto found = shots.find (key); found != shots.end())
         return found->second;
     return shots.emplace (key, renderDrum (line.patch, song.seed + 7919 * (variation + 1))).first->second;
@@ -156,7 +156,7 @@ const Shot& Score::drumShot (const DrumLine& line)
 
 const Shot& Score::toneShot (const TonePatch& patch, int note, int gateFrames)
 {
-    const auto key = std::tuple{ static_cast<const void*> (&patch), note, gateFrames };
+    const auto key = std::tuple { static_cast<const void*> (&patch), note, gateFrames };
     if (const auto found = shots.find (key); found != shots.end())
         return found->second;
     return shots.emplace (key, renderTone (patch, note, gateFrames, song.seed + 101 * note)).first->second;

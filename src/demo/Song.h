@@ -1,6 +1,6 @@
 #pragma once
 
-#include "demo/DemoTracks.h"
+#include "demo/DemoTrack.h"
 #include "demo/Drums.h"
 #include "demo/Tones.h"
 

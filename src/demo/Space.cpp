@@ -11,7 +11,7 @@ Echo::Echo (int delayFrames, double sampleRate)
 StereoSample Echo::process (StereoSample in) noexcept
 {
     constexpr double feedback = 0.52;
-    const StereoSample out{ left[position], right[position] };
+    const StereoSample out { left[position], right[position] };
     left[position] =
         static_cast<float> (leftTone.lowPass (0.5 * (in.left + in.right) + feedback * out.right));
     right[position] = static_cast<float> (rightTone.lowPass (out.left));
@@ -23,7 +23,7 @@ StereoSample Echo::process (StereoSample in) noexcept
 Room::Room (double seconds, double sampleRate)
 {
     // Mutually prime lengths, 21 to 53 ms, so that the echoes of the lines never coincide.
-    static constexpr std::array lengths{ 929, 1097, 1289, 1433, 1637, 1861, 2099, 2339 };
+    static constexpr std::array lengths { 929, 1097, 1289, 1433, 1637, 1861, 2099, 2339 };
     for (size_t i = 0; i < lines.size(); ++i)
     {
         lines[i].memory.resize (static_cast<size_t> (lengths[i]));
@@ -36,7 +36,7 @@ Room::Room (double seconds, double sampleRate)
 StereoSample Room::process (StereoSample in) noexcept
 {
     constexpr double brightness = 0.55;
-    const StereoSample fed{ leftCut.highPass (in.left), rightCut.highPass (in.right) };
+    const StereoSample fed { leftCut.highPass (in.left), rightCut.highPass (in.right) };
 
     std::array<double, 8> heard;
     double sum = 0.0;

@@ -1,6 +1,6 @@
 #include "demo/Tones.h"
 
-#include "demo/DemoTracks.h"
+#include "demo/DemoTrack.h"
 #include "demo/Filter.h"
 #include "support/RandGeneratorLCG.h"
 

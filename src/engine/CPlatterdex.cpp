@@ -82,10 +82,10 @@ CPlatterdex::~CPlatterdex()
     stopTimer();
     preview.load ({});
     recorder.stopRecording();
+    for (auto& deck : decks.decks)
+        deck->importThread.reset(); // a load that still runs changes settings
     settings.automixOn = 0;
     juce::ignoreUnused (saveSettings (settings, environment.folders.setup())); // nobody is left to be told
-    for (auto& deck : decks.decks)
-        deck->importThread.reset();
     listeners.remove (*this);
 }
 

@@ -64,7 +64,13 @@ public:
     void prepareToPlay (double, int maximumBlock) override { hostBlockSize = maximumBlock; }
     void releaseResources() override {}
     void processBlock (juce::AudioBuffer<float>&, juce::MidiBuffer&) override;
-    void processBlockBypassed (juce::AudioBuffer<float>&, juce::MidiBuffer&) override {}
+
+    /** Silence: the inputs, which stand in the same channels, are control signals that must not reach the master. */
+    void processBlockBypassed (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&) override
+    {
+        buffer.clear();
+    }
+
     using AudioProcessor::processBlock;
     using AudioProcessor::processBlockBypassed;
 

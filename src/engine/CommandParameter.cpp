@@ -22,12 +22,12 @@ CommandParameter::CommandParameter (CPlatterdex& owner, int commandNumber)
 
 float CommandParameter::getValue() const
 {
-    return kindOf (number) == CommandKind::trigger ? 0.0f
-                                                   : juce::jlimit (0.0f, 1.0f, engine.getParameter (number));
+    return isDiscrete() ? written.get() : juce::jlimit (0.0f, 1.0f, engine.getParameter (number));
 }
 
 void CommandParameter::setValue (float value)
 {
+    written = value;
     engine.setParameter (number, value);
 }
 

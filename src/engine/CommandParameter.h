@@ -1,13 +1,16 @@
 #pragma once
 
+#include "support/Relaxed.h"
+
 #include <juce_audio_processors/juce_audio_processors.h>
 
 class CPlatterdex;
 
 /** One command as a parameter of hosts that go by parameter objects: parameter i is command i + 1.
 
-    Such hosts drop a write that equals what they read. So a trigger always reads 0, and each of its writes arrives;
-    other commands read their state, limited to 0 to 1. */
+    Such hosts drop a write that equals what they read, and some carry one press by two ways, of which the second must
+    be dropped. So a button, pressed and released, reads as it was last written: every press and every release arrives
+    once. Other commands read their state, limited to 0 to 1. */
 class CommandParameter : public juce::AudioProcessorParameterWithID
 {
 public:
@@ -26,4 +29,5 @@ private:
     CPlatterdex& engine;
     const int number;
     float defaultValue = 0.0f;
+    Relaxed<float> written { 0.0f };
 };

@@ -170,36 +170,45 @@ constexpr CommandFamily builtFamilies[] {
 };
 // clang-format on
 
-using Table = std::array<Command, commandCount + 1>;
+constexpr int builtCount = std::size (builtFamilies), familyCount = builtCount + std::size (unbuiltFamilies);
 
-constexpr bool place (Table& table, const CommandFamily& family)
+constexpr const CommandFamily& familyAt (int index)
 {
-    for (int deck = 0; deck < family.deckCount; ++deck)
-        for (int which = 0; which < family.whichCount; ++which)
-        {
-            const auto number = family.first + which * family.whichStride + deck * family.deckStride;
-            if (number < 1 || number > commandCount || table[static_cast<size_t> (number)].family != nullptr)
-                return false;
-            table[static_cast<size_t> (number)] = { &family, deck, which };
-        }
-    return true;
+    return index < builtCount ? builtFamilies[index] : unbuiltFamilies[index - builtCount];
 }
 
-struct CheckedTable
+/** Where a command stands: the index of its family, or none, and its place in it. */
+struct Entry
 {
-    Table commands {};
+    int family = -1, deck = 0, which = 0;
+};
+
+struct Table
+{
+    std::array<Entry, commandCount + 1> entries {};
     bool complete = true;
 };
 
-constexpr CheckedTable makeTable()
+constexpr Table makeTable()
 {
-    CheckedTable made;
-    for (const auto& family : builtFamilies)
-        made.complete = made.complete && place (made.commands, family);
-    for (const auto& family : unbuiltFamilies)
-        made.complete = made.complete && place (made.commands, family);
-    for (size_t number = 1; number <= commandCount; ++number)
-        made.complete = made.complete && made.commands[number].family != nullptr;
+    Table made;
+    int placed = 0;
+    for (int index = 0; index < familyCount; ++index)
+    {
+        const auto& family = familyAt (index);
+        for (int deck = 0; deck < family.deckCount; ++deck)
+            for (int which = 0; which < family.whichCount; ++which)
+            {
+                const auto number = family.first + which * family.whichStride + deck * family.deckStride;
+                if (number < 1 || number > commandCount
+                    || made.entries[static_cast<size_t> (number)].family >= 0)
+                    made.complete = false;
+                else
+                    made.entries[static_cast<size_t> (number)] = { index, deck, which };
+                ++placed;
+            }
+    }
+    made.complete = made.complete && placed == commandCount;
     return made;
 }
 
@@ -222,7 +231,10 @@ std::string fillIn (const char* pattern, const Command& command)
 
 Command find (int number) noexcept
 {
-    return number >= 1 && number <= commandCount ? table.commands[static_cast<size_t> (number)] : Command {};
+    if (number < 1 || number > commandCount)
+        return {};
+    const auto& entry = table.entries[static_cast<size_t> (number)];
+    return { &familyAt (entry.family), entry.deck, entry.which };
 }
 
 std::string name (int number)

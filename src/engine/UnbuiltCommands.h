@@ -11,7 +11,7 @@ using K = CommandKind;
 using S = MappingShape;
 
 // clang-format off
-inline constexpr CommandFamily unbuiltFamilies[] {
+constexpr CommandFamily unbuiltFamilies[] {
     { 113, 1, 0, 4, 1, "Loop {d}", "LOOP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "beat loop on or off", "1 in a beat loop that does not roll" },
     { 117, 1, 0, 4, 1, "Leap {d}", "LEAP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "rolling beat loop on or off", "1 while rolling" },
     { 121, 1, 0, 4, 1, "Loop Move Backward {d}", "LOOP_MOVE_BACKWARD_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "moves back by the loop move size", "0" },

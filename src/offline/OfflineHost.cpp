@@ -21,7 +21,8 @@ EngineWorld OfflineHost::makeWorld (const Options& options) const
     world.folders.root = options.root;
     world.folders.music = options.root.getChildFile ("music");
     world.decoderLibrary = options.decoderLibrary;
-    world.clock = [this] { return static_cast<uint32_t> (static_cast<int64_t> (renderedFrames * 1000.0 / sampleRate)); };
+    world.clock = [this]
+    { return static_cast<uint32_t> (static_cast<int64_t> (renderedFrames * 1000.0 / sampleRate)); };
     world.wallClock = [this] { return timeAfter (static_cast<double> (renderedFrames) / sampleRate); };
     world.pacing = Pacing::Mode::offline;
     world.seed = options.seed;

@@ -45,6 +45,11 @@ public:
         host.engine().deliverMessages();
     }
 
+    void operator() (const SetScript::Reverse& line)
+    {
+        host.engine().transport.setReverse (line.deck, line.on);
+    }
+
     void operator() (const SetScript::Host& line)
     {
         auto& transport = host.transport();

@@ -169,18 +169,25 @@ int readCommand (Line& line, bool metersToo)
     return number;
 }
 
-SetScript::Load readLoad (Line& line)
+/** @param whose   "A load", for the sentence */
+int readDeck (Line& line, const std::string& whose)
 {
-    SetScript::Load load;
     const auto deck = line.word();
     if (deck.empty())
-        return line.fail ("A load needs a deck, A to D."), load;
+        return line.fail (whose + " needs a deck, A to D."), 0;
     constexpr std::string_view names = "ABCDabcd0123";
     const auto found = names.find (deck.front());
     if (deck.size() != 1 || found == std::string_view::npos)
-        return line.fail ("There is no deck " + quoted (deck) + ", only A to D."), load;
-    load.deck = static_cast<int> (found % 4);
+        return line.fail ("There is no deck " + quoted (deck) + ", only A to D."), 0;
+    return static_cast<int> (found % 4);
+}
 
+SetScript::Load readLoad (Line& line)
+{
+    SetScript::Load load;
+    load.deck = readDeck (line, "A load");
+    if (!line.error().empty())
+        return load;
     load.path = line.path();
     if (const auto mode = line.word(); mode == "nowait")
         load.waits = false;
@@ -202,6 +209,18 @@ SetScript::Command readSet (Line& line)
     }
     line.expectEnd();
     return command;
+}
+
+SetScript::Reverse readReverse (Line& line)
+{
+    SetScript::Reverse reverse;
+    reverse.deck = readDeck (line, "A reverse");
+    const auto mode = line.word();
+    if (mode != "on" && mode != "off")
+        line.fail ("A reverse is on or off, not " + quoted (mode) + ".");
+    reverse.on = mode == "on";
+    line.expectEnd();
+    return reverse;
 }
 
 SetScript::Host readHost (Line& line)
@@ -252,6 +271,8 @@ SetScript::Event readEvent (Line& line, int lineNumber)
         event.action = readLoad (line);
     else if (action == "set")
         event.action = readSet (line);
+    else if (action == "reverse")
+        event.action = readReverse (line);
     else if (action == "host")
         event.action = readHost (line);
     else if (action == "print")
@@ -259,9 +280,10 @@ SetScript::Event readEvent (Line& line, int lineNumber)
     else if (action == "end")
         event.action = SetScript::End {};
     else if (action.empty())
-        line.fail ("After the time an action is missing: load, set, host, print or end.");
+        line.fail ("After the time an action is missing: load, set, reverse, host, print or end.");
     else
-        line.fail ("There is no action " + quoted (action) + ", only load, set, host, print and end.");
+        line.fail ("There is no action " + quoted (action)
+                   + ", only load, set, reverse, host, print and end.");
     line.expectEnd();
     return event;
 }

@@ -33,6 +33,12 @@ struct SetScript
         float arg1 = 1.0f, arg2 = 1.0f;
     };
 
+    struct Reverse
+    {
+        int deck = 0; ///< 0 to 3
+        bool on = false;
+    };
+
     struct Host
     {
         enum class Action
@@ -60,7 +66,7 @@ struct SetScript
     {
         int line = 0; ///< from 1
         double seconds = 0.0;
-        std::variant<End, Load, Command, Host, Print> action;
+        std::variant<End, Load, Command, Reverse, Host, Print> action;
     };
 
     std::vector<Event> events; ///< times never go back

@@ -67,10 +67,11 @@ int runCommands (const juce::StringArray& arguments)
         return failWith (given.error());
     if (given.has ("--help"))
     {
-        printLine (helpText ("commands [--tsv]",
-                             "Prints the commands that sets, scripts and hosts use: number, kind, constant, name,\n"
-                             "what a write does, what a read gives, and whether the command does anything yet.",
-                             options));
+        printLine (
+            helpText ("commands [--tsv]",
+                      "Prints the commands that sets, scripts and hosts use: number, kind, constant, name,\n"
+                      "what a write does, what a read gives, and whether the command does anything yet.",
+                      options));
         return ExitCode::success;
     }
     if (!given.positional.isEmpty())

@@ -44,7 +44,8 @@ int main (int argc, char** argv)
         return ExitCode::success;
     }
     // What begins with a dash is the application's, which knows its own options; so are tracks.
-    if (arguments.isEmpty() || first.startsWithChar ('-') || AudioFileTypes::matches (juce::File::getCurrentWorkingDirectory().getChildFile (first)))
+    if (arguments.isEmpty() || first.startsWithChar ('-')
+        || AudioFileTypes::matches (juce::File::getCurrentWorkingDirectory().getChildFile (first)))
         return runApplication (arguments);
 
     const auto verb =

@@ -19,7 +19,8 @@ constexpr std::array options {
     VerbOption { "--in", "FILE", "a WAV file of up to 10 channels for the inputs" },
     VerbOption { "--rate", "HZ", "8000 to 192000 (44100)" },
     VerbOption { "--block", "FRAMES", "frames in a block, 1 to 65536 (512)" },
-    VerbOption { "--root", "DIR", "where the engine keeps settings and recordings (a folder removed at the end)" },
+    VerbOption { "--root", "DIR",
+                 "where the engine keeps settings and recordings (a folder removed at the end)" },
     VerbOption { "--seed", "NUMBER", "another course of everything random" },
     VerbOption { "--help", nullptr, "this text" },
 };
@@ -93,8 +94,9 @@ public:
     {
         if (isTemporary
             && Folders { folder }.diskRecorder().getNumberOfChildFiles (juce::File::findFiles) > 0)
-            reportLine ("platterdex: The set made a recording that is removed with the run's temporary folder; "
-                        "--root DIR keeps it.");
+            reportLine (
+                "platterdex: The set made a recording that is removed with the run's temporary folder; "
+                "--root DIR keeps it.");
     }
 
     const bool isTemporary;
@@ -138,9 +140,9 @@ int perform (VerbOptions& given)
 {
     const auto rate = given.wholeNumber ("--rate", 44100, 8000, 192000);
     const auto block = given.wholeNumber ("--block", 512, 1, 65536);
-    const auto seed = given.wholeNumber ("--seed", RandGeneratorLCG::defaultSeed,
-                                         std::numeric_limits<juce::int64>::min(),
-                                         std::numeric_limits<juce::int64>::max());
+    const auto seed =
+        given.wholeNumber ("--seed", RandGeneratorLCG::defaultSeed, std::numeric_limits<juce::int64>::min(),
+                           std::numeric_limits<juce::int64>::max());
     if (!rate || !block || !seed)
         return failWith (given.error());
     if (given.positional.size() != 1)
@@ -191,8 +193,7 @@ int perform (VerbOptions& given)
 
         if (input)
             host.input = [&input] (auto& inputs, int64_t first) { input->read (inputs, first); };
-        host.sink = [&] (const float* const* channels, int frames)
-        {
+        host.sink = [&] (const float* const* channels, int frames) {
             return interrupted == 0 && master.write (channels, frames)
                    && (!all || all->write (channels, frames));
         };

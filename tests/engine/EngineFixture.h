@@ -88,7 +88,8 @@ struct EngineFixture
     {
         const auto file = folder.file ("noise" + juce::String (seconds) + ".wav");
         if (!file.existsAsFile())
-            EncodedFiles::writeWav (EncodedFiles::makeNoise (2, static_cast<int> (seconds * rate), rate), rate, file);
+            EncodedFiles::writeWav (EncodedFiles::makeNoise (2, static_cast<int> (seconds * rate), rate),
+                                    rate, file);
         return file;
     }
 

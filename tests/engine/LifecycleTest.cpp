@@ -46,11 +46,16 @@ TEST (Lifecycle, ParametersOfOtherHostsReachTheirCommands)
 {
     EngineFixture fixture;
     const auto& parameters = fixture.engine->getParameters();
-    parameters[40]->setValue (1.0f); // Key Lock A: every write of a trigger arrives, and it reads 0
-    EXPECT_EQ (fixture.get ("KEY_LOCK_A"), 0.0f);
-    EXPECT_EQ (parameters[40]->getValue(), 0.0f);
-    parameters[40]->setValue (1.0f);
-    EXPECT_EQ (fixture.get ("KEY_LOCK_A"), 1.0f);
+    // A button reads as it was written, so that a host that drops equal writes passes each press and release on once.
+    for (const auto expected : { 0.0f, 1.0f })
+    {
+        parameters[40]->setValue (1.0f); // Key Lock A
+        EXPECT_EQ (fixture.get ("KEY_LOCK_A"), expected);
+        EXPECT_EQ (parameters[40]->getValue(), 1.0f);
+        parameters[40]->setValue (0.0f);
+        EXPECT_EQ (fixture.get ("KEY_LOCK_A"), expected);
+        EXPECT_EQ (parameters[40]->getValue(), 0.0f);
+    }
     parameters[284]->setValue (0.25f); // Balance A
     EXPECT_EQ (parameters[284]->getValue(), 0.25f);
     for (const auto* parameter : parameters)

@@ -35,8 +35,9 @@ TEST (OfflineHost, InputsReachTheirDecks)
         ASSERT_EQ (inputs.getNumChannels(), CPlatterdex::inputChannels);
         for (int channel = 0; channel < 8; ++channel)
             for (int i = 0; i < inputs.getNumSamples(); ++i)
-                inputs.setSample (channel, i, static_cast<float> (channel + 1) / 16.0f
-                                                  + static_cast<float> (first + i) / 65536.0f);
+                inputs.setSample (channel, i,
+                                  static_cast<float> (channel + 1) / 16.0f
+                                      + static_cast<float> (first + i) / 65536.0f);
     };
     int64_t frame = 0;
     run.host->sink = [&frame] (const float* const* channels, int frames)

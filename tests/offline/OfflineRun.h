@@ -1,6 +1,7 @@
 #pragma once
 
 #include "offline/SetPerformance.h"
+#include "shared/EncodedFiles.h"
 #include "shared/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -22,10 +23,7 @@ inline juce::File writeSweep (const juce::File& file)
         audio.setSample (0, i, static_cast<float> (0.5 * std::sin (t * (1000.0 + 300.0 * t))));
         audio.setSample (1, i, static_cast<float> (0.4 * std::cos (t * (2500.0 - 70.0 * t))));
     }
-    const std::unique_ptr<juce::AudioFormatWriter> writer (juce::WavAudioFormat().createWriterFor (
-        file.createOutputStream().release(), runRate, 2, 16, {}, 0));
-    EXPECT_TRUE (writer->writeFromAudioSampleBuffer (audio, 0, frames));
-    return file;
+    return EncodedFiles::writeWav (audio, runRate, file);
 }
 
 /** One set that is played in a fresh engine, and what came of it. */
@@ -54,10 +52,10 @@ struct OfflineRun
         if (const auto* error = std::get_if<SetScriptError> (&parsed))
             ADD_FAILURE() << error->line << ": " << error->sentence;
         else
-            finished = performSet (
-                std::get<SetScript> (parsed), *host,
-                { folder, [this] (const auto& line) { printed.push_back (line.toStdString()); },
-                  [this] (const auto& line) { reported.push_back (line.toStdString()); } });
+            finished =
+                performSet (std::get<SetScript> (parsed), *host,
+                            { folder, [this] (const auto& line) { printed.push_back (line.toStdString()); },
+                              [this] (const auto& line) { reported.push_back (line.toStdString()); } });
         return *this;
     }
 

@@ -46,7 +46,8 @@ TEST (SetPerformance, LinesTakeEffectAtTheirFrame)
         const auto shifted = playedAt (first + shift);
         EXPECT_TRUE (std::all_of (shifted.begin(), shifted.begin() + first + shift,
                                   [] (float sample) { return sample == 0.0f; }));
-        EXPECT_LT (largestDifference (reference, first, shifted, static_cast<size_t> (first + shift)), nothing);
+        EXPECT_LT (largestDifference (reference, first, shifted, static_cast<size_t> (first + shift)),
+                   nothing);
         EXPECT_GT (std::abs (shifted[static_cast<size_t> (first + shift + 1)]), nothing) << "too late";
     }
 }
@@ -81,7 +82,8 @@ TEST (SetPerformance, BlockSizeChangesNothing)
     }
 
     OfflineRun again (512);
-    EXPECT_EQ (again.play (set).master, reference.master) << "two runs must give the same samples, bit for bit";
+    EXPECT_EQ (again.play (set).master, reference.master)
+        << "two runs must give the same samples, bit for bit";
 }
 
 TEST (SetPerformance, PrintsInOneFormat)
@@ -94,10 +96,9 @@ TEST (SetPerformance, PrintsInOneFormat)
               "0.5 set BALANCE_D 0.125\n"
               "123.4567891 print 288\n"
               "123.5 print 1002\n");
-    EXPECT_THAT (run.printed,
-                 ElementsAre ("0.000000 CROSSFADER 0.500000", "0.500000 KEY_LOCK_A 1.000000",
-                              "0.500000 KEY_LOCK_A 0.000000", "123.456780 BALANCE_D 0.125000",
-                              "123.500000 1002 0.000000"));
+    EXPECT_THAT (run.printed, ElementsAre ("0.000000 CROSSFADER 0.500000", "0.500000 KEY_LOCK_A 1.000000",
+                                           "0.500000 KEY_LOCK_A 0.000000", "123.456780 BALANCE_D 0.125000",
+                                           "123.500000 1002 0.000000"));
     EXPECT_TRUE (run.reported.empty());
 }
 
@@ -132,8 +133,8 @@ TEST (SetPerformance, HostLinesDriveTheTransport)
     run.host->sink = [&] (auto, int frames)
     {
         const auto& host = engine.host;
-        seen.push_back (
-            { run.host->position() - frames, host.bpm, host.timeInSeconds, host.isPlaying, host.hasRestarted });
+        seen.push_back ({ run.host->position() - frames, host.bpm, host.timeInSeconds, host.isPlaying,
+                          host.hasRestarted });
         return true;
     };
     run.play ("0 host bpm 126\n"

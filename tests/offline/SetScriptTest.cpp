@@ -62,7 +62,8 @@ void expectSound (const std::string& text)
         const auto* load = std::get_if<SetScript::Load> (&event.action);
         EXPECT_TRUE (load == nullptr || (load->deck >= 0 && load->deck < 4 && !load->path.empty()));
         const auto* command = std::get_if<SetScript::Command> (&event.action);
-        EXPECT_TRUE (command == nullptr || (command->number >= 1 && command->number <= 465 && std::isfinite (command->value)));
+        EXPECT_TRUE (command == nullptr
+                     || (command->number >= 1 && command->number <= 465 && std::isfinite (command->value)));
     }
 }
 }
@@ -107,7 +108,11 @@ TEST (SetScript, TakesPathsWithAndWithoutQuotes)
              Case { "0 load A nowait now.wav", "nowait now.wav", true },
              Case { "0 load A \"nowait\"", "nowait", true },
              Case { "0 load b 12\" mix.wav", "12\" mix.wav", true },
-             Case { "0 load d \xc3\x9c" "bung.flac", "\xc3\x9c" "bung.flac", true },
+             Case { "0 load d \xc3\x9c"
+                    "bung.flac",
+                    "\xc3\x9c"
+                    "bung.flac",
+                    true },
          })
     {
         const auto script = scriptOf (text);
@@ -136,6 +141,10 @@ TEST (SetScript, RefusesEachFaultWithItsLineAndSentence)
         { "1 jump A", 1, "There is no action \"jump\"" },
         { "0 load", 1, "needs a deck" },
         { "0 load E x.wav", 1, "There is no deck \"E\"" },
+        { "0 reverse E on", 1, "There is no deck \"E\"" },
+        { "0 reverse", 1, "A reverse needs a deck, A to D." },
+        { "0 reverse A backwards", 1, "A reverse is on or off, not \"backwards\"." },
+        { "0 reverse A on now", 1, "now" },
         { "0 load AB x.wav", 1, "There is no deck \"AB\"" },
         { "0 load A", 1, "needs the path" },
         { "0 load A nowait", 1, "needs the path" },
@@ -186,14 +195,18 @@ TEST (SetScript, TakesAnEmptyTextAndAByteOrderMark)
 {
     for (const auto* text : { "", "\n\n", "# nothing", " \t ", "\xef\xbb\xbf" })
         EXPECT_TRUE (scriptOf (text).events.empty());
-    EXPECT_EQ (scriptOf ("\xef\xbb\xbf" "0 end").events.size(), 1u);
+    EXPECT_EQ (scriptOf ("\xef\xbb\xbf"
+                         "0 end")
+                   .events.size(),
+               1u);
 }
 
 TEST (SetScript, ComesThroughMutationsAndGarbage)
 {
     RandGeneratorLCG random (1);
     const auto below = [&random] (size_t limit) { return static_cast<size_t> (random.nextInt()) % limit; };
-    const std::string_view dictionary[] { "\"", "#", "\n", "nowait", "-", "1e999", "load A ", "end", "host bpm ", "\xc3" };
+    const std::string_view dictionary[] { "\"",    "#",       "\n",  "nowait",    "-",
+                                          "1e999", "load A ", "end", "host bpm ", "\xc3" };
 
     for (int round = 0; round < 4000; ++round)
     {

@@ -1,6 +1,7 @@
-#include "settings/SettingsFile.h"
-#include "shared/TemporaryFolder.h"
 #include "Program.h"
+#include "settings/SettingsFile.h"
+#include "shared/EncodedFiles.h"
+#include "shared/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <juce_audio_formats/juce_audio_formats.h>
@@ -18,9 +19,7 @@ void writeWav (const juce::File& file, int channels, double rate, int frames)
     for (int channel = 0; channel < channels; ++channel)
         for (int i = 0; i < frames; ++i)
             audio.setSample (channel, i, 0.1f * static_cast<float> ((channel + 1) * std::sin (i * 0.05)));
-    const std::unique_ptr<juce::AudioFormatWriter> writer (juce::WavAudioFormat().createWriterFor (
-        file.createOutputStream().release(), rate, static_cast<unsigned int> (channels), 16, {}, 0));
-    ASSERT_TRUE (writer != nullptr && writer->writeFromAudioSampleBuffer (audio, 0, frames));
+    EncodedFiles::writeWav (audio, rate, file);
 }
 
 struct Wav
@@ -67,7 +66,10 @@ protected:
         write ("set.txt", shortSet);
     }
 
-    void write (const char* name, const juce::String& text) { folder.file (name).replaceWithText (text, false, false, "\n"); }
+    void write (const char* name, const juce::String& text)
+    {
+        folder.file (name).replaceWithText (text, false, false, "\n");
+    }
     ProgramRun perform (juce::StringArray arguments)
     {
         arguments.insert (0, "perform");
@@ -103,7 +105,8 @@ TEST_F (PerformVerb, WritesMasterAndAllChannels)
     const auto run = perform ({ "set.txt", "--out", "m.wav", "--all-out=all.wav", "--rate", "48000" });
     EXPECT_EQ (run.exitCode, 0) << run.errorLine();
     EXPECT_EQ (run.out.joinIntoString ("\n"), "0.500000 PLAY_PAUSE_A 1.000000");
-    EXPECT_THAT (run.errorLine().toStdString(), HasSubstr ("--root")) << "a recording goes with the temporary folder";
+    EXPECT_THAT (run.errorLine().toStdString(), HasSubstr ("--root"))
+        << "a recording goes with the temporary folder";
 
     const Wav master (folder.file ("m.wav")), all (folder.file ("all.wav"));
     EXPECT_TRUE (master.isFloat && all.isFloat);
@@ -123,7 +126,8 @@ TEST_F (PerformVerb, WritesMasterAndAllChannels)
 TEST_F (PerformVerb, EqualRunsGiveEqualBytes)
 {
     for (const auto* name : { "1", "2" })
-        EXPECT_EQ (perform ({ "set.txt", "--out", name + juce::String (".wav"), "--root", name }).exitCode, 0);
+        EXPECT_EQ (perform ({ "set.txt", "--out", name + juce::String (".wav"), "--root", name }).exitCode,
+                   0);
     EXPECT_EQ (bytesOf (folder.file ("1.wav")), bytesOf (folder.file ("2.wav")));
 
     const auto* recording = "disk_recorder/record_2000-01-01_(00h00m00s).wav";
@@ -142,7 +146,8 @@ TEST_F (PerformVerb, FeedsTheInputs)
     writeWav (folder.file ("in.wav"), 4, 44100.0, 22050);
     write ("set.txt", "1 end");
 
-    const auto run = perform ({ "set.txt", "--out", "m.wav", "--all-out", "all.wav", "--in", "in.wav", "--root", "root" });
+    const auto run =
+        perform ({ "set.txt", "--out", "m.wav", "--all-out", "all.wav", "--in", "in.wav", "--root", "root" });
     EXPECT_EQ (run.exitCode, 0) << run.errorLine();
     const Wav input (folder.file ("in.wav")), all (folder.file ("all.wav"));
     ASSERT_EQ (all.audio.getNumSamples(), 44100);
@@ -156,7 +161,10 @@ TEST_F (PerformVerb, FeedsTheInputs)
 TEST_F (PerformVerb, RefusesBadInputInOneLine)
 {
     write ("bad.txt", "0 print 1\n\n0 set CROSSFADDER 1\n");
-    folder.file ("garbage.txt").replaceWithData ("\x7f" "ELF\x02\x01\0\0\xff\xfe", 10);
+    folder.file ("garbage.txt")
+        .replaceWithData ("\x7f"
+                          "ELF\x02\x01\0\0\xff\xfe",
+                          10);
     writeWav (folder.file ("wide.wav"), 11, 44100.0, 100);
     writeWav (folder.file ("slow.wav"), 2, 32000.0, 100);
     write ("text.wav", "no audio");
@@ -172,18 +180,22 @@ TEST_F (PerformVerb, RefusesBadInputInOneLine)
     expectRefusal ({ "set.txt" }, "needs --out");
     expectRefusal ({ "set.txt", "--out", "dir" }, "dir can't be written: it is a folder.");
     expectRefusal ({ "set.txt", "--out", "gone/m.wav" }, "its folder does not exist.");
-    expectRefusal ({ "set.txt", "--out", "/dev/null" }, "/dev/null can't be written: it is not a plain file.");
+    expectRefusal ({ "set.txt", "--out", "/dev/null" },
+                   "/dev/null can't be written: it is not a plain file.");
     expectRefusal ({ "set.txt", "--out", "m.wav", "--all-out", "./m.wav" }, "name the same file");
     expectRefusal ({ "set.txt", "--out", "m.wav", "--all-out", "dir" }, "dir can't be written");
     expectRefusal ({ "set.txt", "--out", "m.wav", "--root", "set.txt" }, "can't be made or written.");
     expectRefusal ({ "set.txt", "--out", "m.wav", "--in", "gone.wav" }, "gone.wav does not exist.");
     expectRefusal ({ "set.txt", "--out", "m.wav", "--in", "text.wav" }, "text.wav is not a WAV file.");
-    expectRefusal ({ "set.txt", "--out", "m.wav", "--in", "wide.wav" }, "has 11 channels, more than the 10 inputs.");
-    expectRefusal ({ "set.txt", "--out", "m.wav", "--in", "slow.wav" }, "has a rate of 32000 Hz, the run has 44100 Hz.");
+    expectRefusal ({ "set.txt", "--out", "m.wav", "--in", "wide.wav" },
+                   "has 11 channels, more than the 10 inputs.");
+    expectRefusal ({ "set.txt", "--out", "m.wav", "--in", "slow.wav" },
+                   "has a rate of 32000 Hz, the run has 44100 Hz.");
     for (const auto* rate : { "7999", "192001", "44.1k", "-44100", "" })
         expectRefusal ({ "set.txt", "--out", "m.wav", "--rate=" + juce::String (rate) }, "--rate");
     for (const auto* block : { "0", "65537", "1e3" })
-        expectRefusal ({ "set.txt", "--out", "m.wav", "--block", block }, "--block takes a whole number from 1 to 65536");
+        expectRefusal ({ "set.txt", "--out", "m.wav", "--block", block },
+                       "--block takes a whole number from 1 to 65536");
 }
 
 TEST_F (PerformVerb, ReportsWhatDidNotLoadAndSucceeds)
@@ -191,8 +203,56 @@ TEST_F (PerformVerb, ReportsWhatDidNotLoadAndSucceeds)
     write ("set.txt", "0 load A gone.wav\n0.25 load B notes.txt\n1 end\n");
     const auto run = perform ({ "set.txt", "--out", "m.wav" });
     EXPECT_EQ (run.exitCode, 0);
-    ASSERT_EQ (run.err.size(), 2);
+    ASSERT_EQ (run.err.size(), 2) << run.errorLine();
     EXPECT_EQ (run.err[0], "0.000000 deck A: *** Load Error *** File not found or DRM protected");
     EXPECT_THAT (run.err[1].toStdString(), StartsWith ("0.250000 deck B: nothing was loaded: "));
     EXPECT_EQ (Wav (folder.file ("m.wav")).audio.getNumSamples(), 44100);
+}
+
+TEST_F (PerformVerb, RealFilesOfEveryFormatPlayAndTheRecordingIsTheMaster)
+{
+    const auto music = EncodedFiles::writeWav (EncodedFiles::makeNoise (2, 10 * 44100, 44100.0), 44100.0,
+                                               folder.file ("music.wav"));
+    const juce::StringArray names { "a.mp3", "b.m4a", "c.flac", "d.ogg", "e.wma", "f.aiff", "g.wav" };
+    for (const auto& name : names)
+        EncodedFiles::encode (music, folder.file (name));
+
+    // Four decks at a time: played, scratched, reversed, jumped; then the other three.
+    juce::String set ("0 set DISK_RECORDER 1\n");
+    for (int i = 0; i < names.size(); ++i)
+    {
+        const auto deck = juce::String::charToString ('A' + i % 4);
+        const auto start = i < 4 ? 0 : 3;
+        if (i == 4)
+            for (const auto* line :
+                 { "1 set JOG_SCRATCH_ON_A 1", "1.1 set JOG_A 1 0.01 -2", "1.3 set JOG_A 1 0.01 3",
+                   "1.5 set JOG_SCRATCH_ON_A 0", "1.6 reverse B on", "2 set HOT_CUE_1_C 1",
+                   "2.1 reverse B off", "2.2 set SEEK_D 0.7", "2.4 set HOT_CUE_1_C 1" })
+                set << line << "\n";
+        set << start << " load " << deck << " " << names[i] << "\n"
+            << start << " set PLAY_PAUSE_" << deck << " 1\n";
+    }
+    for (const auto* deck : { "A", "B", "C", "D" })
+        set << "5 print PLAY_PAUSE_" << deck << "\n";
+    write ("set.txt", set + "5 set DISK_RECORDER 1\n5 end\n");
+
+    const auto run = perform ({ "set.txt", "--out", "m.wav", "--all-out", "all.wav", "--root", "root" });
+    ASSERT_EQ (run.exitCode, 0) << run.errorLine();
+    EXPECT_TRUE (run.err.isEmpty()) << run.errorLine();
+    for (const auto& line : run.out)
+        EXPECT_TRUE (line.endsWith (" 1.000000")) << line;
+
+    const Wav master (folder.file ("m.wav")), all (folder.file ("all.wav"));
+    for (int channel = 4; channel < 12; ++channel)
+        EXPECT_GT (all.rms (channel), 0.02f) << channel;
+    const auto recordings =
+        folder.file ("root/disk_recorder").findChildFiles (juce::File::findFiles, false, "*.wav");
+    ASSERT_EQ (recordings.size(), 1);
+    const Wav recorded (recordings[0]);
+    ASSERT_EQ (recorded.audio.getNumSamples(), master.audio.getNumSamples());
+    for (int side = 0; side < 2; ++side)
+        for (int i = 0; i < master.audio.getNumSamples(); ++i)
+            ASSERT_NEAR (recorded.audio.getSample (side, i),
+                         juce::jlimit (-1.0f, 1.0f, master.audio.getSample (side, i)), 1.01f / 32768.0f)
+                << i;
 }

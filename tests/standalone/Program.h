@@ -24,7 +24,8 @@ inline ProgramRun runProgram (const juce::StringArray& arguments, const juce::Fi
 {
     const auto quoted = [] (const juce::String& word) { return "'" + word.replace ("'", "'\\''") + "'"; };
     const auto outFile = workFolder.getChildFile ("out.txt"), errFile = workFolder.getChildFile ("err.txt");
-    auto line = "cd " + quoted (workFolder.getFullPathName()) + " && TMPDIR=. DISPLAY= " + quoted (PX_PROGRAM);
+    const auto here = quoted (workFolder.getFullPathName());
+    auto line = "cd " + here + " && TMPDIR=" + here + " DISPLAY= " + quoted (PX_PROGRAM);
     for (const auto& argument : arguments)
         line << " " << quoted (argument);
     line << " >out.txt 2>err.txt </dev/null";
@@ -35,6 +36,8 @@ inline ProgramRun runProgram (const juce::StringArray& arguments, const juce::Fi
         run.exitCode = static_cast<int> (process.getExitCode());
     run.out = linesOf (outFile.loadFileAsString());
     run.err = linesOf (errFile.loadFileAsString());
+    if (run.err[0].startsWith ("JUCE v")) // the toolkit's greeting in debug builds
+        run.err.remove (0);
     outFile.deleteFile();
     errFile.deleteFile();
     return run;

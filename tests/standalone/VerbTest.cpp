@@ -1,6 +1,6 @@
+#include "Program.h"
 #include "engine/CommandTable.h"
 #include "shared/TemporaryFolder.h"
-#include "Program.h"
 
 #include <gmock/gmock.h>
 
