@@ -66,9 +66,13 @@ MainWindow::~MainWindow()
 
 void MainWindow::restorePlace()
 {
+    // A window manager that is still starting may tell of no screen, or of an empty one.
     const auto* display = juce::Desktop::getInstance().getDisplays().getPrimaryDisplay();
-    const auto room = display != nullptr ? display->userArea : juce::Rectangle<int> (startWidth, startHeight);
-    centreWithSize (std::min (startWidth, room.getWidth()), std::min (startHeight, room.getHeight()));
+    const auto room = display != nullptr && !display->userArea.isEmpty()
+                          ? display->userArea
+                          : juce::Rectangle<int> (startWidth, startHeight);
+    setBounds (room.withSizeKeepingCentre (std::min (startWidth, room.getWidth()),
+                                           std::min (startHeight, room.getHeight())));
     if (const auto place = placeFile.loadFileAsString(); place.isNotEmpty())
         restoreWindowStateFromString (place);
 }
