@@ -47,6 +47,8 @@ void FileImportThread::request (const juce::File& file)
     deck.cancelLoad = 0;
     requested = file;
     busy = true;
+    // Before the job can say anything: a listener takes what follows for this load's.
+    world.listeners.post (EngineEvent::loadBegan, deck.index);
     wake.signal();
 }
 
@@ -130,5 +132,4 @@ void loadTrack (DeckWorld& world, const juce::File& file, int deckIndex)
         Transport::chooseMaster (world, *deck);
     }
     deck->importThread->request (file);
-    world.listeners.post (EngineEvent::loadBegan, deckIndex);
 }

@@ -131,6 +131,7 @@ TEST (Loading, WhatIsNoTrackGivesOneMessage)
         EXPECT_EQ (decks.deck().loadedFrames > 0, c.keepsTheTrack) << c.name;
         EXPECT_EQ (decks.deck().texts().title.isNotEmpty(), c.keepsTheTrack) << c.name;
         EXPECT_EQ (decks.deck().importThread->isBusy(), false);
+        EXPECT_EQ (decks.events.back().first, EngineEvent::loadFailed) << c.name;
     }
 
     // What its name does not say plays all the same; what is no audio file by its name is not looked at.
