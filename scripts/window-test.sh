@@ -90,7 +90,7 @@ run() {
     [ $((SECONDS - before)) -le 10 ] || fail "$name: SIGTERM took $((SECONDS - before)) seconds"
     [ -s "$root/setup/platterdex.set" ] || fail "$name: no settings were saved"
     grep -Eq "$device" "$work/$name.log" || fail "$name: not the expected audio device, $device"
-    echo "$name: $(head -1 "$work/$name.log")"
+    echo "$name: $(grep -E "$device" "$work/$name.log")"
 }
 
 export JACK_NO_AUDIO_RESERVATION=1
