@@ -6,7 +6,8 @@ set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 build=$here/build/run
 program=$build/bin/platterdex
-root=${PLATTERDEX_ROOT:-$HOME/.config/Platterdex2}
+# Tracks, settings and recordings outlive a cleaned build folder.
+export PLATTERDEX_ROOT=${PLATTERDEX_ROOT:-$HOME/.config/Platterdex2}
 
 "$here/scripts/install-packages.sh" build >&2
 mkdir -p "$build"
@@ -18,17 +19,11 @@ if ! { cmake -S "$here" --preset release -B "$build" -DPX_BUILD_TESTS=OFF -DPX_B
     exit 1
 fi
 
-case ${1:-} in
-perform | commands | demo-tracks | --help | -h | --version) exec "$program" "$@" ;;
-esac
-root_option=(--root "$root")
-for argument in "$@"; do
-    case $argument in --root | --root=*) root_option=() ;; esac
-done
-
 status=0
-"$program" "$@" "${root_option[@]}" || status=$?
-[ $status -eq 3 ] && [ $# -eq 0 ] || exit $status
+"$program" "$@" || status=$?
+if [ $status -ne 3 ] || [ $# -ne 0 ]; then
+    exit $status
+fi
 
 echo "There is no display: performing the demo set instead." >&2
 tracks=$build/demo-tracks

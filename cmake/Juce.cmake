@@ -18,6 +18,7 @@ target_compile_definitions (juce_shared
         JUCE_VST3_CAN_REPLACE_VST2=0
         JUCE_PLUGINHOST_VST=1
         JUCE_JACK=1
+        JUCE_JACK_CLIENT_NAME="Platterdex"
         JUCE_ALSA=1
         JUCE_MODAL_LOOPS_PERMITTED=1
         JUCE_DISPLAY_SPLASH_SCREEN=0

@@ -3,6 +3,7 @@
 # usage: scripts/lint.sh [FILE.cpp...]     needs a configured build/release (./test.sh makes it)
 set -euo pipefail
 cd "$(dirname "$0")/.."
+scripts/install-packages.sh develop
 scripts/format.sh --check
 files=("$@")
 [ ${#files[@]} -gt 0 ] || mapfile -t files < <(git ls-files -- 'src/*.cpp')

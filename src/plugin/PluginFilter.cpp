@@ -1,5 +1,7 @@
 #include "plugin/PluginFilter.h"
 
+#include "ui/CPlatterdexVstEditor.h"
+
 #include <utility>
 
 namespace
@@ -14,8 +16,8 @@ EngineWorld worldOfPlugin()
     world.decoderLibrary =
         juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
     world.hasMessageLoop = true;
-    // The toolkit's list of parameters. A host that is promised an editor must get one: some crash on none.
-    world.createEditor = [] (CPlatterdex& engine) { return new juce::GenericAudioProcessorEditor (engine); };
+    // A host that is promised an editor must get one: some crash on none.
+    world.createEditor = [] (CPlatterdex& engine) { return new CPlatterdexVstEditor (engine); };
     return world;
 }
 }

@@ -13,7 +13,8 @@ constexpr int exitNoDisplay = 3;
 constexpr int longestRun = 1'000'000;
 
 constexpr std::array options {
-    VerbOption { "--root", "DIR", "the folder of settings, tracks and recordings (beside the program)" },
+    VerbOption { "--root", "DIR",
+                 "the folder of settings, tracks and recordings (PLATTERDEX_ROOT, or beside the program)" },
     VerbOption { "--quit-after", "SECONDS", "ends by itself" },
     VerbOption { "--help", nullptr, "this text" },
 };
@@ -37,10 +38,13 @@ public:
 /** @returns the folders, or nothing after a report */
 std::optional<Folders> findFolders (const VerbOptions& given)
 {
-    if (!given.has ("--root"))
+    const auto ofEnvironment = juce::SystemStats::getEnvironmentVariable ("PLATTERDEX_ROOT", {});
+    if (!given.has ("--root") && ofEnvironment.isEmpty())
         return Folders::ofPlugin();
     Folders folders;
-    folders.root = given.fileOf ("--root");
+    folders.root = given.has ("--root")
+                       ? given.fileOf ("--root")
+                       : juce::File::getCurrentWorkingDirectory().getChildFile (ofEnvironment);
     if (folders.root.createDirectory().wasOk() && folders.root.hasWriteAccess())
         return folders;
     failWith ("The folder " + folders.root.getFullPathName() + " can't be made or written.");

@@ -26,13 +26,13 @@ float toFloat (const uint8_t* at, int32_t format)
     case adecSampleU8:
         return (static_cast<float> (*at) - 128.0f) / 128.0f;
     case adecSampleS16:
-        return static_cast<float> (as (int16_t{})) / 32768.0f;
+        return static_cast<float> (as (int16_t {})) / 32768.0f;
     case adecSampleS32:
-        return static_cast<float> (as (int32_t{})) / 2147483648.0f;
+        return static_cast<float> (as (int32_t {})) / 2147483648.0f;
     case adecSampleFloat:
-        return as (float{});
+        return as (float {});
     default:
-        return static_cast<float> (as (double{}));
+        return static_cast<float> (as (double {}));
     }
 }
 }

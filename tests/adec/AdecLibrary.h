@@ -10,7 +10,7 @@
 template <typename Record>
 Record emptyRecord()
 {
-    Record record{};
+    Record record {};
     record.recordSize = sizeof (Record);
     return record;
 }
@@ -34,7 +34,7 @@ public:
         int streamCount = 0;
         bool hasAudio = false;   /**< a stream record of an audio stream was filled, see `record` */
         bool isDecoding = false; /**< the stream was opened */
-        AdecStreamRecord record{};
+        AdecStreamRecord record {};
         int lostPackets = 0;
         std::vector<uint8_t> samples;
 
@@ -48,23 +48,23 @@ public:
         @param bufferBytes  the room that each call is given; 0 for what the library asks for */
     Decoded decode (const juce::File&, int32_t bufferBytes = 0) const;
 
-    AdecGetVersion getVersion{};
-    AdecGetFfmpegRevision getFfmpegRevision{};
-    AdecGetAudioBufferSize getAudioBufferSize{};
-    AdecInit init{};
-    AdecOpenFilename openFilename{};
-    AdecCloseFile closeFile{};
-    AdecFileInfo fileInfo{};
-    AdecStreamInfo streamInfo{};
-    AdecOpenStream openStream{};
-    AdecCloseStream closeStream{};
-    AdecRead read{};
-    AdecDecodeAudio decodeAudio{};
-    AvMalloc avMalloc{};
-    AvMallocz avMallocz{};
-    AvFree avFree{};
-    AvFreep avFreep{};
-    AvFastRealloc avFastRealloc{};
+    AdecGetVersion getVersion {};
+    AdecGetFfmpegRevision getFfmpegRevision {};
+    AdecGetAudioBufferSize getAudioBufferSize {};
+    AdecInit init {};
+    AdecOpenFilename openFilename {};
+    AdecCloseFile closeFile {};
+    AdecFileInfo fileInfo {};
+    AdecStreamInfo streamInfo {};
+    AdecOpenStream openStream {};
+    AdecCloseStream closeStream {};
+    AdecRead read {};
+    AdecDecodeAudio decodeAudio {};
+    AvMalloc avMalloc {};
+    AvMallocz avMallocz {};
+    AvFree avFree {};
+    AvFreep avFreep {};
+    AvFastRealloc avFastRealloc {};
 
 private:
     void* handle;

@@ -23,7 +23,7 @@ protected:
     juce::File encodeAs (const juce::String& extension, int channels = 2)
     {
         // Short pages, so that an Ogg file is more than one of them.
-        const juce::StringArray options{ "-page_duration", "100000" };
+        const juce::StringArray options { "-page_duration", "100000" };
         return EncodedFiles::encode (noise (channels), folder.file ("encoded" + extension),
                                      extension == ".ogg" ? options : juce::StringArray());
     }
@@ -37,9 +37,9 @@ const auto extensions = { ".mp3", ".m4a", ".wav", ".aif", ".aiff", ".wma", ".fla
 
 TEST_F (BadInput, WhatIsNoAudioFileGivesNoFrame)
 {
-    juce::Array<juce::File> files{ folder.file ("missing.mp3"), folder, folder.file ("x/y/z.mp3"),
-                                   folder.file (juce::String::repeatedString ("a", 4000) + ".mp3"),
-                                   folder.file (juce::String::repeatedString ("a/", 2000) + "b.mp3") };
+    juce::Array<juce::File> files { folder.file ("missing.mp3"), folder, folder.file ("x/y/z.mp3"),
+                                    folder.file (juce::String::repeatedString ("a", 4000) + ".mp3"),
+                                    folder.file (juce::String::repeatedString ("a/", 2000) + "b.mp3") };
     for (const auto* extension : extensions)
     {
         files.add (folder.file (juce::String ("empty") + extension));
@@ -157,7 +157,7 @@ TEST_F (BadInput, AnotherExtensionDoesNotHideTheContent)
 
 TEST_F (BadInput, APartOfAnotherFormatIsLeftOut)
 {
-    const juce::StringArray bare{ "-c:a", "libmp3lame", "-write_xing", "0", "-id3v2_version", "0" };
+    const juce::StringArray bare { "-c:a", "libmp3lame", "-write_xing", "0", "-id3v2_version", "0" };
     juce::StringArray other (bare);
     other.addArray ({ "-ar", "48000", "-ac", "1" });
     // Longer than what is looked at to find out the format.

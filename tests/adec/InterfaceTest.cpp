@@ -73,12 +73,12 @@ TEST_F (Interface, RecordsThatAreTooSmallStayUntouched)
     };
     for (const int32_t size : { 0, -1, 31, INT32_MIN })
     {
-        refuses (AdecStreamRecord{}, size,
+        refuses (AdecStreamRecord {}, size,
                  [&] (auto* record) { return library.streamInfo (file, 0, record); });
-        refuses (AdecPacketRecord{}, size, [&] (auto* record) { return library.read (file, record); });
-        refuses (AdecFileRecord{}, size, [&] (auto* record) { return library.fileInfo (file, record); });
+        refuses (AdecPacketRecord {}, size, [&] (auto* record) { return library.read (file, record); });
+        refuses (AdecFileRecord {}, size, [&] (auto* record) { return library.fileInfo (file, record); });
     }
-    refuses (AdecFileRecord{}, 2623, [&] (auto* record) { return library.fileInfo (file, record); });
+    refuses (AdecFileRecord {}, 2623, [&] (auto* record) { return library.fileInfo (file, record); });
     library.closeStream (stream);
     library.closeFile (file);
 }
@@ -86,7 +86,7 @@ TEST_F (Interface, RecordsThatAreTooSmallStayUntouched)
 TEST_F (Interface, NothingIsWrittenBehindARecord)
 {
     auto* const file = open (encoded ("a.flac"));
-    std::array<AdecStreamRecord, 2> records{};
+    std::array<AdecStreamRecord, 2> records {};
     std::memset (records.data(), 0x55, sizeof (records));
     const auto second = records[1];
     records[0].recordSize = sizeof (records); // a caller with a longer record of its own
@@ -122,7 +122,7 @@ TEST_F (Interface, NullAndOutOfRangeAreRefused)
     auto* const stream = library.openStream (file, 0);
     EXPECT_EQ (library.openStream (file, 0), nullptr) << "it is open already";
     ASSERT_EQ (library.read (file, &packet), 0);
-    std::array<float, 64> output{};
+    std::array<float, 64> output {};
     int32_t bytes = sizeof (output);
     EXPECT_LT (library.decodeAudio (nullptr, packet.data, packet.dataSize, output.data(), &bytes), 0);
     EXPECT_EQ (bytes, 0);
@@ -134,7 +134,7 @@ TEST_F (Interface, NullAndOutOfRangeAreRefused)
 
     library.closeFile (file); // before its stream
     bytes = sizeof (output);
-    const uint8_t other[4]{};
+    const uint8_t other[4] {};
     EXPECT_LT (library.decodeAudio (stream, other, sizeof (other), output.data(), &bytes), 0);
     library.closeStream (stream);
 }

@@ -66,7 +66,7 @@ void addGaplessTag (Bytes& file, const juce::String& value)
     const Bytes zeros (4), version (4);
     const auto item = box ("----", box ("mean", version + text ("com.apple.iTunes"))
                                        + box ("name", version + text ("iTunSMPB"))
-                                       + box ("data", Bytes{ 0, 0, 0, 1 } + zeros + text (value)));
+                                       + box ("data", Bytes { 0, 0, 0, 1 } + zeros + text (value)));
     const auto handler = box ("hdlr", Bytes (8) + text ("mdirappl") + Bytes (9));
     const auto added = box ("udta", box ("meta", version + handler + box ("ilst", item)));
     const auto movie = positionOf (file, "moov") - 4;

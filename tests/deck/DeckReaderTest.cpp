@@ -320,7 +320,8 @@ TEST (DeckReader, StartsAndStopsAtAnyRateOfFileAndEngine)
             decks.putTrack (static_cast<int> (trackRate), sineTrack (440.0, trackRate), 0, trackRate);
             decks.transport.playPause (0);
             decks.render (static_cast<int> (engineRate / 2.0));
-            EXPECT_NEAR (decks.deck().position, trackRate * 0.495, trackRate * 0.001) << engineRate << ' ' << trackRate;
+            EXPECT_NEAR (decks.deck().position, trackRate * 0.495, trackRate * 0.001)
+                << engineRate << ' ' << trackRate;
             decks.transport.playPause (0);
             decks.render (static_cast<int> (engineRate / 5.0));
             EXPECT_EQ (decks.deck().rate, 0.0) << engineRate << ' ' << trackRate;

@@ -31,8 +31,8 @@ TEST (SampleConversion, EveryFormatHasItsScaleItsLimitsAndItsRounding)
     EXPECT_EQ (converted<int16_t> ({ -32768, 5, 32767 }, 1, 1), (Out { -32768, 5, 32767 }));
     EXPECT_EQ (converted<int32_t> ({ INT32_MIN, 65'536, 65'535, -1, INT32_MAX }, 2, 1),
                (Out { -32768, 1, 0, -1, 32767 }));
-    EXPECT_EQ (converted<float> ({ -1.0f, -2.0f, 0.0f, 1.0f, 1.5f, notANumber, infinity, -infinity, 1.4f / 32767,
-                                   1.6f / 32767, -1.4f / 32767, -1.6f / 32767 },
+    EXPECT_EQ (converted<float> ({ -1.0f, -2.0f, 0.0f, 1.0f, 1.5f, notANumber, infinity, -infinity,
+                                   1.4f / 32767, 1.6f / 32767, -1.4f / 32767, -1.6f / 32767 },
                                  3, 1),
                (Out { -32767, -32767, 0, 32767, 32767, 0, 32767, -32767, 1, 2, -1, -2 }));
     EXPECT_EQ (converted<double> ({ -1.0, 0.5, 9.0, static_cast<double> (notANumber) }, 4, 1),

@@ -55,7 +55,7 @@ juce::File writeWav (const juce::AudioBuffer<float>& audio, double sampleRate, c
 juce::File encode (const juce::File& sourceWav, const juce::File& target,
                    const juce::StringArray& ffmpegOptions)
 {
-    juce::StringArray arguments{ "-i", sourceWav.getFullPathName() };
+    juce::StringArray arguments { "-i", sourceWav.getFullPathName() };
     arguments.addArray (ffmpegOptions);
     arguments.add (target.getFullPathName());
     return runFfmpeg (arguments);
@@ -64,7 +64,7 @@ juce::File encode (const juce::File& sourceWav, const juce::File& target,
 juce::File runFfmpeg (const juce::StringArray& arguments)
 {
     // Nothing that differs from run to run goes into the file, and nobody is asked.
-    juce::StringArray line{ "ffmpeg", "-nostdin", "-v", "error", "-y" };
+    juce::StringArray line { "ffmpeg", "-nostdin", "-v", "error", "-y" };
     line.addArray (arguments);
     line.insert (line.size() - 1, "-bitexact");
 
