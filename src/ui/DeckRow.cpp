@@ -67,7 +67,6 @@ DeckRowLayout::DeckRowLayout (juce::Rectangle<int> row)
     nudgeMinus = place (44, gap);
     nudgePlus = place (44, group);
     sync = place (72, gap);
-    keyLock = place (88, gap);
 }
 
 DeckRow::DeckRow (CPlatterdex& e, int deck)
@@ -79,7 +78,6 @@ DeckRow::DeckRow (CPlatterdex& e, int deck)
       play (e, commands.play, "Play"),
       cue (e, commands.cue, "Cue"),
       sync (e, commands.sync, "Sync"),
-      keyLock (e, commands.keyLock, "Key lock"),
       nudgeMinus (e, commands.nudgeMinus, "-"),
       nudgePlus (e, commands.nudgePlus, "+"),
       pitch (e, deck)
@@ -103,7 +101,7 @@ DeckRow::DeckRow (CPlatterdex& e, int deck)
          { &play, &cue, hotCues[0].get(), hotCues[1].get(), hotCues[2].get(), hotCues[3].get() })
         button->setLitColour (Look::deckHue (deck));
     for (auto* child : std::initializer_list<juce::Component*> { &overview, &load, &cue, &play, &nudgeMinus,
-                                                                 &nudgePlus, &sync, &keyLock, &pitch })
+                                                                 &nudgePlus, &sync, &pitch })
         addAndMakeVisible (child);
     for (auto& hotCue : hotCues)
         addAndMakeVisible (*hotCue);
@@ -119,7 +117,6 @@ void DeckRow::resized()
     play.setBounds (layout.play);
     cue.setBounds (layout.cue);
     sync.setBounds (layout.sync);
-    keyLock.setBounds (layout.keyLock);
     nudgeMinus.setBounds (layout.nudgeMinus);
     nudgePlus.setBounds (layout.nudgePlus);
     pitch.setBounds (layout.pitch);
@@ -129,7 +126,7 @@ void DeckRow::resized()
 
 void DeckRow::pollMoving()
 {
-    for (auto* button : { &play, &cue, &sync, &keyLock, &nudgeMinus, &nudgePlus })
+    for (auto* button : { &play, &cue, &sync, &nudgeMinus, &nudgePlus })
         button->poll();
     for (auto& hotCue : hotCues)
         hotCue->poll();

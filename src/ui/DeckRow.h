@@ -19,7 +19,7 @@ struct DeckRowLayout
     explicit DeckRowLayout (juce::Rectangle<int> row);
 
     juce::Rectangle<int> stripe, letter, load, title, state, tempo, position, length, waveform, play, cue,
-        sync, keyLock, nudgeMinus, nudgePlus, pitch, pitchText;
+        sync, nudgeMinus, nudgePlus, pitch, pitchText;
     std::array<juce::Rectangle<int>, DeckCommands::hotCueButtons> hotCues;
 };
 
@@ -72,7 +72,7 @@ private:
 
     OverviewWaveform overview;
     juce::TextButton load { "Load" };
-    CommandButton play, cue, sync, keyLock, nudgeMinus, nudgePlus;
+    CommandButton play, cue, sync, nudgeMinus, nudgePlus;
     std::array<std::unique_ptr<CommandButton>, DeckCommands::hotCueButtons> hotCues;
     PitchFader pitch;
     std::unique_ptr<juce::FileChooser> chooser;

@@ -29,10 +29,10 @@ void expectTidy (juce::Component& parent)
 
 std::vector<juce::Rectangle<int>> parts (const DeckRowLayout& layout)
 {
-    std::vector all { layout.stripe, layout.letter,   layout.load,    layout.title,      layout.state,
-                      layout.tempo,  layout.position, layout.length,  layout.waveform,   layout.play,
-                      layout.cue,    layout.sync,     layout.keyLock, layout.nudgeMinus, layout.nudgePlus,
-                      layout.pitch,  layout.pitchText };
+    std::vector all { layout.stripe,     layout.letter,    layout.load,     layout.title,
+                      layout.state,      layout.tempo,     layout.position, layout.length,
+                      layout.waveform,   layout.play,      layout.cue,      layout.sync,
+                      layout.nudgeMinus, layout.nudgePlus, layout.pitch,    layout.pitchText };
     all.insert (all.end(), layout.hotCues.begin(), layout.hotCues.end());
     return all;
 }
