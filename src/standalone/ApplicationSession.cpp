@@ -1,7 +1,7 @@
 #include "standalone/ApplicationSession.h"
 
 ApplicationSession::ApplicationSession (const Folders& folders, const juce::Array<juce::File>& tracks)
-    : engine (world (folders)),
+    : engine (makeWorld (folders)),
       audio (engine, folders.setup().getChildFile ("audio_device.xml")),
       signals ([] { juce::JUCEApplicationBase::quit(); })
 {
@@ -24,7 +24,7 @@ ApplicationSession::~ApplicationSession()
     window.reset();
 }
 
-EngineWorld ApplicationSession::world (const Folders& folders)
+EngineWorld ApplicationSession::makeWorld (const Folders& folders)
 {
     EngineWorld made;
     made.folders = folders;

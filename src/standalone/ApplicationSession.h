@@ -17,7 +17,7 @@ public:
     ~ApplicationSession();
 
 private:
-    EngineWorld world (const Folders&);
+    EngineWorld makeWorld (const Folders&);
     void askToQuit();
     bool isPerforming() const;
     void offerDemoTracks();

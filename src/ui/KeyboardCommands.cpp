@@ -77,17 +77,17 @@ void KeyboardCommands::keyStateChanged()
 {
     for (size_t i = 0; i < std::size (bindings); ++i)
         if (down[i] && !isKeyDown (bindings[i].keyCode))
-            release (i);
+            keyReleased (i);
 }
 
 void KeyboardCommands::releaseAll()
 {
     for (size_t i = 0; i < std::size (bindings); ++i)
         if (down[i])
-            release (i);
+            keyReleased (i);
 }
 
-void KeyboardCommands::release (size_t binding)
+void KeyboardCommands::keyReleased (size_t binding)
 {
     down[binding] = false;
     if (CommandTable::find (commands[binding]).family->kind == CommandKind::state)

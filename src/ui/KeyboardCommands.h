@@ -44,7 +44,7 @@ public:
 private:
     static constexpr size_t maxBindings = 64;
 
-    void release (size_t binding);
+    void keyReleased (size_t binding);
 
     CPlatterdex& engine;
     const std::function<bool (int)> isKeyDown;
