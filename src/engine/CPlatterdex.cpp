@@ -53,6 +53,7 @@ CPlatterdex::CPlatterdex (EngineWorld world)
 {
     random.seed (environment.seed.value_or (juce::Time::currentTimeMillis()));
     decks.noise.fill (random);
+    preview.setOutputRate (decks.engineRate);
 
     juce::ignoreUnused (
         environment.folders.createAll()); // a part that lacks its folder says so when it needs it

@@ -129,6 +129,25 @@ TEST (ProcessBlock, ARateChangeIsTakenUpAtTheNextBlock)
     EXPECT_NEAR (fixture.deck().rate, 0.5, 1e-6);
 }
 
+TEST (ProcessBlock, ThePreviewSoundsOnTheMonitorAloneAndAtItsOwnPitch)
+{
+    EngineFixture fixture;
+    const auto tone = Signals::sine (1000.0, 48000.0, 96'000);
+    juce::AudioBuffer<float> audio (2, 96'000);
+    for (int side = 0; side < 2; ++side)
+        audio.copyFrom (side, 0, tone.data(), 96'000);
+    const auto file = EncodedFiles::writeWav (audio, 48000.0, fixture.folder.file ("tone.wav"));
+    ASSERT_TRUE (fixture.engine->preview.load (file.getFullPathName()));
+    fixture.engine->preview.play();
+
+    fixture.render (4096);
+    const auto out = fixture.render (44'100);
+    const auto heard = Signals::fitSine (EngineFixture::channel (out, 2), EngineFixture::rate, 1000.0);
+    EXPECT_NEAR (heard.frequency, 1000.0, 0.1);
+    EXPECT_NEAR (heard.amplitude, 0.5, 0.01);
+    EXPECT_EQ (Signals::peak (EngineFixture::channel (out, 0)), 0.0);
+}
+
 TEST (ProcessBlock, TheHostsPositionIsTakenOrFallsBack)
 {
     EngineFixture fixture;
