@@ -2,6 +2,7 @@
 # Opens the application on a display of its own, once with a JACK server and once without: plays a track by a click,
 # looks whether the deck lights up, and ends it as the system would.
 # usage: scripts/window-test.sh PROGRAM [FOLDER]    pictures of the window are left in FOLDER
+# WINDOW_TEST_JACK=no leaves the run with JACK out.
 set -euo pipefail
 program=$(realpath "$1")
 work=$(mktemp -d)
@@ -96,7 +97,9 @@ run() {
 export JACK_NO_AUDIO_RESERVATION=1
 JACK_DEFAULT_SERVER=platterdex-none-$$ run without-jack '^(No audio device found: running silently\.|Audio device: ALSA,)'
 
-if command -v jackd jack_lsp >/dev/null; then
+if [ "${WINDOW_TEST_JACK:-yes}" != yes ]; then
+    echo "with-jack: left out"
+elif command -v jackd jack_lsp >/dev/null; then
     export JACK_DEFAULT_SERVER=platterdex-test-$$
     jackd -n "$JACK_DEFAULT_SERVER" -r -d dummy -r 48000 -p 256 -C 10 -P 14 >"$work/jackd.log" 2>&1 &
     started+=($!)
