@@ -44,6 +44,8 @@ read -r number <"$work/display"
 export DISPLAY=:$number
 openbox --sm-disable >"$work/openbox.log" 2>&1 &
 started+=($!)
+# A window that opens before its manager is there is moved when that comes.
+until_true "the window manager does not start" xdotool get_num_desktops
 
 "$program" demo-tracks "$work/tracks" >"$work/tracks.log" || fail "the demo tracks can't be written"
 track=$(find "$work/tracks" -name '*.flac' | sort | head -1)
@@ -56,8 +58,12 @@ run() {
     started+=($process)
 
     until_true "$name: no window" xdotool search --onlyvisible --name '^Platterdex$'
-    local window
+    local window last=none
     window=$(xdotool search --onlyvisible --name '^Platterdex$' | tail -1)
+    until [ "$last" = "$(xdotool getwindowgeometry "$window")" ]; do # it may still be on its way to its place
+        last=$(xdotool getwindowgeometry "$window")
+        sleep 0.5
+    done
     eval "$(xdotool getwindowgeometry --shell "$window")"
     local height=$HEIGHT right=$((WIDTH - 70))
     # The window's place as the pointer finds it; its geometry counts the frame twice.

@@ -27,7 +27,7 @@ bool isRate (double rate) noexcept
 juce::String firstOf (const juce::StringPairArray& tags, std::initializer_list<const char*> keys)
 {
     for (const auto* key : keys)
-        if (const auto text = tags[key].trim(); text.isNotEmpty())
+        if (auto text = tags[key].trim(); text.isNotEmpty())
             return text;
     return {};
 }

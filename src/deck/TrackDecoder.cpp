@@ -92,7 +92,8 @@ public:
 
     void decode (JobProgress& job)
     {
-        const auto frameBytes = static_cast<size_t> (bytesPerSample (chosen.sampleFormat) * chosen.channels);
+        const auto frameBytes = static_cast<size_t> (bytesPerSample (chosen.sampleFormat))
+                                * static_cast<size_t> (chosen.channels);
         left.resize (static_cast<size_t> (bufferSize) / frameBytes);
         right.resize (left.size());
 

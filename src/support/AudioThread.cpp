@@ -4,8 +4,10 @@
 #include <cstdlib>
 
 // The real-time sanitizer's run time, where a program is linked with it.
+// NOLINTBEGIN(bugprone-reserved-identifier): its names
 extern "C" __attribute__ ((weak)) void __rtsan_disable();
 extern "C" __attribute__ ((weak)) void __rtsan_enable();
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace
 {
