@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -113,9 +114,8 @@ bool applyEdits (Bytes list, int64_t movieTimescale, Mp4Timing& timing)
         // An end within a tick of the movie's clock is the end of the samples: the clock can't say it better.
         if (ticks > 0 && ticks <= ticksToEnd - 1)
             timing.end = mediaTime
-                         + static_cast<int64_t> (ticks * static_cast<double> (timing.timescale)
-                                                     / static_cast<double> (movieTimescale)
-                                                 + 0.5);
+                         + std::llround (ticks * static_cast<double> (timing.timescale)
+                                         / static_cast<double> (movieTimescale));
     }
     timing.end = std::min (timing.end, timing.length);
     return timing.start < timing.end;
