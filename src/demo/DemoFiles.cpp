@@ -47,7 +47,7 @@ juce::String writeWhole (const juce::MemoryBlock& bytes, const juce::File& targe
         stream.flush();
         if (stream.getStatus().failed())
         {
-            const auto reason = stream.getStatus().getErrorMessage();
+            auto reason = stream.getStatus().getErrorMessage();
             part.deleteFile();
             return reason;
         }
@@ -77,7 +77,7 @@ juce::MemoryBlock encodeDemoTrack (const juce::AudioBuffer<float>& audio)
             format.createWriterFor (stream.get(), DemoTrack::sampleRate, 2, 16, {}, quality));
         if (writer == nullptr)
             return {};
-        stream.release();
+        juce::ignoreUnused (stream.release()); // the writer's now
 
         std::array dithers { Dither (16), Dither (61) };
         std::array<std::vector<int>, 2> words { std::vector<int> (blockFrames),

@@ -173,5 +173,7 @@ void Score::add (int64_t frame, const Shot& shot, Bus bus, double gain, double p
 int64_t Score::stepFrame (int bar, int step) const noexcept
 {
     const auto steps = bar * stepsPerBar + step + (step % 2 == 1 ? song.swing : 0.0);
+    // No function of the library, whose last bit may differ between machines; steps are never negative.
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings)
     return song.track.firstBeatFrames + static_cast<int64_t> (steps * song.track.beatFrames() / 4.0 + 0.5);
 }

@@ -63,29 +63,31 @@ public:
     {
         std::memcpy (real.get(), in, bytes());
         fftwf_execute (forwardPlan.get());
-        out[0] = complex[0];
+        const auto* packed = complex.get(); // real and imaginary parts in turn
+        out[0] = packed[0];
         for (int k = 1; 2 * k < size; ++k)
         {
-            out[k] = complex[static_cast<size_t> (2 * k)];
-            out[size - k] = complex[static_cast<size_t> (2 * k + 1)];
+            out[k] = packed[2 * k];
+            out[size - k] = packed[2 * k + 1];
         }
         if (size > 1)
-            out[size / 2] = complex[static_cast<size_t> (size)];
+            out[size / 2] = packed[size];
     }
 
     void inverse (float* out, const float* in) override
     {
-        complex[0] = in[0];
-        complex[1] = 0.0f;
+        auto* packed = complex.get();
+        packed[0] = in[0];
+        packed[1] = 0.0f;
         for (int k = 1; 2 * k < size; ++k)
         {
-            complex[static_cast<size_t> (2 * k)] = in[k];
-            complex[static_cast<size_t> (2 * k + 1)] = in[size - k];
+            packed[2 * k] = in[k];
+            packed[2 * k + 1] = in[size - k];
         }
         if (size > 1)
         {
-            complex[static_cast<size_t> (size)] = in[size / 2];
-            complex[static_cast<size_t> (size + 1)] = 0.0f;
+            packed[size] = in[size / 2];
+            packed[size + 1] = 0.0f;
         }
         fftwf_execute (inversePlan.get());
         std::memcpy (out, real.get(), bytes());
