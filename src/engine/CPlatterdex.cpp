@@ -204,9 +204,9 @@ void CPlatterdex::engineEvent (EngineEvent event, int)
     if (event != EngineEvent::askStopAutomix || environment.prompts == nullptr)
         return;
     environment.prompts->askYesNo ("Play Locked, automix is active!", "Do you want to stop Automix?",
-                                   [this] (bool yes)
+                                   [this, stillHere = std::weak_ptr<const int> (lifetime)] (bool yes)
                                    {
-                                       if (yes)
+                                       if (yes && !stillHere.expired())
                                            settings.automixOn = 0;
                                    });
 }

@@ -128,4 +128,7 @@ private:
     void engineEvent (EngineEvent, int index) override;
     void engineMessage (const juce::String&, int) override {}
     void timerCallback() override { deliverMessages(); }
+
+    /** An answer to a prompt may come when the engine has gone: it looks here whether it has. */
+    const std::shared_ptr<const int> lifetime = std::make_shared<const int> (0);
 };

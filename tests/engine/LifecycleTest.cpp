@@ -98,16 +98,19 @@ TEST (Lifecycle, PlayUnderAutomixAsksAndAYesEndsIt)
         {
             EXPECT_EQ (title, "Play Locked, automix is active!");
             EXPECT_EQ (question, "Do you want to stop Automix?");
+            last = answer;
             answer (yes);
         }
         bool yes = false;
+        std::function<void (bool)> last;
     };
     const TemporaryFolder folder;
     const auto answers = std::make_shared<Answers>();
     EngineWorld world;
     world.folders.root = folder;
     world.prompts = answers;
-    CPlatterdex engine (std::move (world));
+    auto owned = std::make_unique<CPlatterdex> (std::move (world));
+    auto& engine = *owned;
     engine.settings.automixOn = 1;
     engine.setParameter (1, 1.0f);
     engine.deliverMessages();
@@ -118,6 +121,9 @@ TEST (Lifecycle, PlayUnderAutomixAsksAndAYesEndsIt)
     engine.deliverMessages();
     EXPECT_EQ (engine.settings.automixOn, 0);
     EXPECT_EQ (engine.getParameter (1), 0.0f);
+
+    owned.reset();
+    answers->last (true); // the box was left open: its answer finds nobody, and says so to nobody
 }
 
 TEST (Lifecycle, ThreeByteMidiIsPackedAndTheRestDropped)
