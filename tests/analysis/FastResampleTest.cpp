@@ -35,7 +35,8 @@ Output run (CFastResample& resampler, const std::vector<float>& left, const std:
             const std::function<double (size_t)>& ratioOf)
 {
     Output all;
-    std::vector<float> out[2] = { std::vector<float> (block * 16 + 16), std::vector<float> (block * 16 + 16) };
+    std::vector<float> out[2] = { std::vector<float> (block * 16 + 16),
+                                  std::vector<float> (block * 16 + 16) };
     float* const outs[] = { out[0].data(), out[1].data() };
     std::mt19937 random (1);
     double next = 0.0;
@@ -80,7 +81,7 @@ TEST (FastResample, UnityIsTheInputDelayedBitForBit)
 TEST (FastResample, SinesKeepTheirLevelAndBringNothingElse)
 {
     for (const auto ratio : { 0.25, 0.5, 0.94, 0.9701, 0.9999, 1.0003, 1.06, 1.4983, 2.0, 3.3, 4.0 })
-        for (const auto frequency : { 40.0, 997.0, 5011.0, 10007.0, 15013.0, 17500.0 })
+        for (const auto frequency : { 40.0, 997.0, 5011.0, 10007.0, 15013.0, 18500.0 })
         {
             if (frequency * ratio > 0.45 * rate)
                 continue;
@@ -91,7 +92,7 @@ TEST (FastResample, SinesKeepTheirLevelAndBringNothingElse)
             const auto fit = Signals::fitSine (settled, rate, frequency * ratio);
             ASSERT_NEAR (fit.frequency, frequency * ratio, 0.01) << ratio << ' ' << frequency;
             ASSERT_LT (std::abs (decibels (fit.amplitude / 0.5)), 0.01) << ratio << ' ' << frequency;
-            ASSERT_LT (decibels (fit.residualRms / Signals::rms (settled)), -78.0)
+            ASSERT_LT (decibels (fit.residualRms / Signals::rms (settled)), -80.0)
                 << ratio << ' ' << frequency;
         }
 }
@@ -124,7 +125,7 @@ TEST (FastResample, ChangingRatiosFollowTheirPositionsWithoutAStep)
 
 TEST (FastResample, FrameCountsAreToldBeforehandOverTenMillionFrames)
 {
-    const auto resampler = make (1, 0);
+    const auto resampler = make (1, 1);
     const std::vector<float> in (block);
     std::vector<float> out (block * 17);
     const float* const ins[] = { in.data() };
@@ -157,7 +158,7 @@ TEST (FastResample, WhatItCannotTakeIsRefusedOrLimited)
 {
     std::unique_ptr<CFastResample> none;
     EXPECT_EQ (CFastResample::create (none, 0, 3, 64), AnalysisError::badChannelCount);
-    for (const auto& [order, largest] : { std::pair (-1, 64), { 8, 64 }, { 3, 0 }, { 3, -5 } })
+    for (const auto& [order, largest] : { std::pair (-1, 64), { 0, 64 }, { 5, 64 }, { 3, 0 }, { 3, -5 } })
         EXPECT_EQ (CFastResample::create (none, 1, order, largest), AnalysisError::badArgument);
     EXPECT_EQ (none, nullptr);
 

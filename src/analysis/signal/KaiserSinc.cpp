@@ -11,8 +11,9 @@ double KaiserSinc::shape (double attenuationDb)
 double KaiserSinc::window (double place, double shape)
 {
     const auto inside = 1.0 - place * place;
-    return inside < 0.0 ? 0.0
-                        : std::cyl_bessel_i (0.0, shape * std::sqrt (inside)) / std::cyl_bessel_i (0.0, shape);
+    return inside < 0.0
+               ? 0.0
+               : std::cyl_bessel_i (0.0, shape * std::sqrt (inside)) / std::cyl_bessel_i (0.0, shape);
 }
 
 double KaiserSinc::sinc (double x, double cutoff)

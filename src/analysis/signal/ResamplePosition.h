@@ -46,5 +46,6 @@ public:
     PX_AUDIO_THREAD void reset() noexcept { carried = 0.0; }
 
 private:
-    double carried = 0.0; ///< where the next output frame lies, in frames after the input so far; never negative
+    double carried =
+        0.0; ///< where the next output frame lies, in frames after the input so far; never negative
 };
