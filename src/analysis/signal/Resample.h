@@ -43,7 +43,8 @@ protected:
 
 private:
     const int largestBlock;
-    std::vector<std::vector<float>> history; ///< per channel: the frames that a kernel reaches back, then the call's
+    std::vector<std::vector<float>>
+        history; ///< per channel: the frames that a kernel reaches back, then the call's
     ResamplePosition position;
     SincKernel kernel;
 };
