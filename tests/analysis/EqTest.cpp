@@ -24,13 +24,16 @@ double prototypeGain (BandType type, double frequency, double centre, double db,
     const auto a = std::pow (10.0, db / 40.0), root = std::sqrt (a) / q;
     switch (type)
     {
-    case BandType::peak: return std::abs ((s * s + s * (a / q) + 1.0) / (s * s + s / (a * q) + 1.0));
+    case BandType::peak:
+        return std::abs ((s * s + s * (a / q) + 1.0) / (s * s + s / (a * q) + 1.0));
     case BandType::lowShelf:
         return std::abs (a * (s * s + root * s + a) / (a * s * s + root * s + 1.0));
     case BandType::highShelf:
         return std::abs (a * (a * s * s + root * s + 1.0) / (s * s + root * s + a));
-    case BandType::lowPass: return std::abs (1.0 / (s * s + s / q + 1.0));
-    case BandType::highPass: return std::abs (s * s / (s * s + s / q + 1.0));
+    case BandType::lowPass:
+        return std::abs (1.0 / (s * s + s / q + 1.0));
+    case BandType::highPass:
+        return std::abs (s * s / (s * s + s / q + 1.0));
     }
     return 0.0;
 }
@@ -48,8 +51,8 @@ double measuredGain (const std::vector<float>& response, double frequency)
 
 TEST (Eq, ResponsesFollowTheFormulaAloneAndInSeries)
 {
-    for (const auto type : { BandType::peak, BandType::lowShelf, BandType::highShelf, BandType::lowPass,
-                             BandType::highPass })
+    for (const auto type :
+         { BandType::peak, BandType::lowShelf, BandType::highShelf, BandType::lowPass, BandType::highPass })
         for (const auto centre : { 200.0, 1000.0, 10000.0 })
             for (const auto db : { -30.0, 0.0, 10.0 })
                 for (const auto q : { 0.5, 1.5, 4.0 })

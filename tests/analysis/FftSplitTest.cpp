@@ -51,7 +51,8 @@ TEST (FftSplit, EachSineGoesToItsSideAndBothTogetherAreTheInputDelayed)
                 const auto [low, high] = split (*splitter, in);
                 const auto settled = static_cast<size_t> (2 * size);
                 const auto& quiet = side < 0.0 ? high : low;
-                EXPECT_LT (20.0 * std::log10 (Signals::rms (std::span (quiet).subspan (settled)) / 0.35), -79.0)
+                EXPECT_LT (20.0 * std::log10 (Signals::rms (std::span (quiet).subspan (settled)) / 0.35),
+                           -79.0)
                     << size << ' ' << crossover << ' ' << side;
                 const auto delay = static_cast<size_t> (splitter->latency());
                 for (size_t i = delay; i < in.size(); ++i)
@@ -67,8 +68,7 @@ TEST (FftSplit, AMovingCrossoverMakesNoStep)
     const auto bands = split (*splitter, in, 400.0, 300.0);
     EXPECT_GT (Signals::rms (std::span (bands.low).last (5000)), 0.35);
     for (const auto* band : { &bands.low, &bands.high })
-        EXPECT_LT (Signals::largestStep (std::span (*band).subspan (2000)),
-                   1.01 * Signals::largestStep (in));
+        EXPECT_LT (Signals::largestStep (std::span (*band).subspan (2000)), 1.01 * Signals::largestStep (in));
 }
 
 TEST (FftSplit, BadArgumentsAreRefusedAndResetForgets)

@@ -129,9 +129,9 @@ CFastResample::CFastResample (int channelCount, int order, int block)
             sum += kernel.back();
         }
         // Each row passes a constant as it is: what the window leaves of ripple would sound at the rows' pace.
-        for (int tap = 0; tap < taps; ++tap)
-            table[static_cast<size_t> (row * taps + tap)] =
-                static_cast<float> (kernel[static_cast<size_t> (tap)] / sum);
+        auto* coefficients = table.data() + row * taps;
+        for (const auto each : kernel)
+            *coefficients++ = static_cast<float> (each / sum);
     }
 }
 

@@ -67,8 +67,8 @@ void CFFT::eachBin (float* data, OfBin ofBin) const
 
 void CFFT::magnitude (float* data) const
 {
-    eachBin (data, [] (float real, float imaginary)
-             { return std::sqrt (real * real + imaginary * imaginary); });
+    eachBin (data,
+             [] (float real, float imaginary) { return std::sqrt (real * real + imaginary * imaginary); });
 }
 
 void CFFT::power (float* data) const

@@ -88,11 +88,11 @@ void CFFTSplit::splitBlock() noexcept
     isChanging = false;
     filter (next);
     // Only the middle half is sound and used: there the fade runs.
-    for (int i = size / 4; i < size * 3 / 4; ++i)
-    {
-        const auto faded = static_cast<float> (i - size / 4) / static_cast<float> (size / 2);
-        low[static_cast<size_t> (i)] += faded * (next[static_cast<size_t> (i)] - low[static_cast<size_t> (i)]);
-    }
+    auto* used = low.data() + size / 4;
+    const auto* to = next.data() + size / 4;
+    const auto half = size / 2;
+    for (int i = 0; i < half; ++i)
+        used[i] += static_cast<float> (i) / static_cast<float> (half) * (to[i] - used[i]);
 }
 
 void CFFTSplit::process (const float* in, int frames, float* lowOut, float* highOut) noexcept
@@ -101,15 +101,17 @@ void CFFTSplit::process (const float* in, int frames, float* lowOut, float* high
     for (int done = 0; done < frames;)
     {
         const auto count = std::min (frames - done, half - filled);
-        for (int i = done; i < done + count; ++i, ++filled)
+        const auto* below = low.data() + size / 4 + filled;
+        const auto* whole = delayed.data() + filled;
+        auto* taken = signal.data() + half + filled;
+        for (int i = 0; i < count; ++i)
         {
             // Read first: an output may be the input.
-            const auto taken = in[i];
-            const auto below = low[static_cast<size_t> (size / 4 + filled)];
-            highOut[i] = delayed[static_cast<size_t> (filled)] - below;
-            lowOut[i] = below;
-            signal[static_cast<size_t> (half + filled)] = taken;
+            taken[i] = in[done + i];
+            lowOut[done + i] = below[i];
+            highOut[done + i] = whole[i] - below[i];
         }
+        filled += count;
         done += count;
         if (filled < half)
             continue;

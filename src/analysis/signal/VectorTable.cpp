@@ -36,7 +36,8 @@ int askProcessor() noexcept
 float* allocate (int n)
 {
     const auto bytes = static_cast<size_t> (std::max (n, 1)) * sizeof (float);
-    return static_cast<float*> (std::aligned_alloc (alignment, (bytes + alignment - 1) / alignment * alignment));
+    return static_cast<float*> (
+        std::aligned_alloc (alignment, (bytes + alignment - 1) / alignment * alignment));
 }
 
 size_t bytesOf (int n) noexcept
