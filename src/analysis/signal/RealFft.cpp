@@ -51,13 +51,19 @@ public:
           real (makeArray (transformSize)),
           complex (makeArray (transformSize + 2))
     {
+    }
+
+    int init() override
+    {
+        if (real == nullptr || complex == nullptr)
+            return AnalysisError::noMemory;
         // Planned by estimate, not by measurement: the same plan in each run, so the same bits in each rendering.
         const std::lock_guard guard (plannerLock());
         forwardPlan.reset (fftwf_plan_dft_r2c_1d (size, real.get(), bins(), FFTW_ESTIMATE));
         inversePlan.reset (fftwf_plan_dft_c2r_1d (size, bins(), real.get(), FFTW_ESTIMATE));
+        return forwardPlan != nullptr && inversePlan != nullptr ? AnalysisError::none
+                                                                : AnalysisError::noMemory;
     }
-
-    bool isPlanned() const { return forwardPlan != nullptr && inversePlan != nullptr; }
 
     void forward (float* out, const float* in) override
     {
@@ -110,8 +116,8 @@ int createFFT (std::unique_ptr<CzplfFFT_If>& out, int size)
     if (size <= 0 || !std::has_single_bit (static_cast<unsigned> (size)))
         return AnalysisError::badArgument;
     auto made = std::make_unique<CzplfFFTFftw> (size);
-    if (!made->isPlanned())
-        return AnalysisError::noMemory;
-    out = std::move (made);
-    return AnalysisError::none;
+    const auto error = made->init();
+    if (error == AnalysisError::none)
+        out = std::move (made);
+    return error;
 }

@@ -16,9 +16,12 @@ public:
     virtual void forward (float* out, const float* in) = 0;
     virtual void inverse (float* out, const float* in) = 0;
 
+    /** Plans the transform; done by whoever makes one. @returns AnalysisError::none or noMemory */
+    virtual int init() = 0;
+
     virtual int getSize() const = 0;
 };
 
-/** Makes a transform. Any thread, but never the audio thread: planning takes a lock and allocates.
+/** Makes the fastest transform there is for this processor. Any thread, but never the audio thread: planning takes a lock and allocates.
     @returns AnalysisError::none, badArgument unless the size is a positive power of two, or noMemory */
 int createFFT (std::unique_ptr<CzplfFFT_If>& out, int size);
