@@ -1,6 +1,7 @@
 #include "mixer/ChannelStrip.h"
 
 #include "mixer/FaderLaws.h"
+#include "mixer/Peak.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,13 +19,6 @@ void multiply (float* samples, int frames, double gain) noexcept
         samples[i] = static_cast<float> (samples[i] * gain);
 }
 
-double magnitude (const float* samples, int frames) noexcept
-{
-    auto largest = 0.0f;
-    for (int i = 0; i < frames; ++i)
-        largest = std::max (largest, std::abs (samples[i]));
-    return largest;
-}
 }
 
 void ChannelStrip::equalise (const DeckPlayer& deck, Equaliser& equaliser, const Pair& pair,
@@ -53,8 +47,8 @@ void ChannelStrip::tapPfl (const DeckSetup& setup, DeckPlayer& deck, const Pair&
     const auto gain = static_cast<float> (deck.gain * 2.0);
     juce::FloatVectorOperations::addWithMultiply (monitor.left, pair.left, gain, pair.frames);
     juce::FloatVectorOperations::addWithMultiply (monitor.right, pair.right, gain, pair.frames);
-    deck.peak = std::max ({ deck.peak.get(), gain * magnitude (pair.left, pair.frames),
-                            gain * magnitude (pair.right, pair.frames) });
+    const auto peak = gain * std::max (peakOf (pair.left, pair.frames), peakOf (pair.right, pair.frames));
+    deck.peak = std::max (deck.peak.get(), static_cast<double> (peak));
 }
 
 double ChannelStrip::targetGain (const EngineSettings& settings, const DeckPlayer& deck) noexcept

@@ -74,8 +74,9 @@ void Equaliser::glide (double furthestDb) noexcept
     for (const auto band : { low, mid, high })
         if (const auto way = targets[band] - computedFor[band]; std::abs (way) >= gainStepDb)
         {
-            computedFor[band] =
-                std::abs (way) <= furthestDb ? targets[band] : computedFor[band] + std::copysign (furthestDb, way);
+            computedFor[band] = std::abs (way) <= furthestDb
+                                    ? targets[band]
+                                    : computedFor[band] + std::copysign (furthestDb, way);
             filters[band] = design (band, computedFor[band], rate);
         }
 }

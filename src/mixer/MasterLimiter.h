@@ -13,8 +13,7 @@ public:
     PX_AUDIO_THREAD void setRate (double sampleRate) noexcept;
 
     /** In place. @param volume   0 to 1 */
-    PX_AUDIO_THREAD void process (float* left, float* right, int frames, double volume,
-                                  NoiseTable&) noexcept;
+    PX_AUDIO_THREAD void process (float* left, float* right, int frames, double volume, NoiseTable&) noexcept;
 
     PX_AUDIO_THREAD double envelope() const noexcept { return limiterEnvelope; }
 

@@ -1,7 +1,8 @@
 #include "mixer/Meters.h"
 
+#include "mixer/Peak.h"
+
 #include <algorithm>
-#include <cmath>
 
 void Meters::update (const float* left, const float* right, int frames) noexcept
 {
@@ -10,10 +11,7 @@ void Meters::update (const float* left, const float* right, int frames) noexcept
     const float* const channels[] { left, right };
     for (size_t side = 0; side < levels.size(); ++side)
     {
-        auto peak = 0.0f;
-        for (int i = 0; i < frames; ++i)
-            peak = std::max (peak, std::abs (channels[side][i]));
-        const auto next = std::max (levels[side] - fall, std::min (peak, 1.0f));
+        const auto next = std::max (levels[side] - fall, std::min (peakOf (channels[side], frames), 1.0f));
         levels[side] = next < smallest ? 0.0f : next;
     }
 }
