@@ -68,8 +68,8 @@ TEST (MixerCommands, KnobsAreLimitedAndResetToTheirCentre)
             fixture.set (reset.c_str());
             EXPECT_EQ (fixture.get ((knob + deck).c_str()), 0.5f) << reset;
         }
-    for (const auto* fader : { "VOLUME_B", "CROSSFADER", "CROSSFADER_CURVE", "MONITOR_VOLUME", "MONITOR_MIX",
-                               "MASTER_VOLUME" })
+    for (const auto* fader :
+         { "VOLUME_B", "CROSSFADER", "CROSSFADER_CURVE", "MONITOR_VOLUME", "MONITOR_MIX", "MASTER_VOLUME" })
         expectKnob (fader);
     EXPECT_EQ (fixture.get ("GAIN_B"), 0.5f); // the neighbour's knobs stayed where they were
     EXPECT_EQ (fixture.get ("VOLUME_A"), 1.0f);
@@ -82,7 +82,8 @@ TEST (MixerCommands, ButtonsReachTheirFlagAndNoOther)
     auto& settings = fixture.engine->settings;
     const auto flags = [&]
     {
-        return std::vector<int> { deck.killHigh, deck.killMid, deck.killLow, settings.deckSetup[2].pfl,
+        return std::vector<int> { deck.killHigh,         deck.killMid,
+                                  deck.killLow,          settings.deckSetup[2].pfl,
                                   settings.monitorSplit, settings.monitorOverdrive };
     };
     const char* const buttons[] { "EQ_HIGH_KILL_C", "EQ_MID_KILL_C",       "EQ_LOW_KILL_C",
@@ -197,7 +198,8 @@ TEST (Mixer, MetersAndMonitorTakeTheMasterAfterTheLimiter)
     auto out = desk.hold (0.75f, 8192, { 0, 1, 2 });
     EXPECT_NEAR (tail (out, 0).back(), 1.0, 1e-4);
     EXPECT_NEAR (tail (out, 2).back(), 0.25, 1e-4);
-    EXPECT_EQ (desk.engine->getParameter (1005), std::min (1.0f, static_cast<float> (Signals::peak (tail (out, 0, 256)))));
+    EXPECT_EQ (desk.engine->getParameter (1005),
+               std::min (1.0f, static_cast<float> (Signals::peak (tail (out, 0, 256)))));
     EXPECT_NEAR (desk.engine->getParameter (1001), 0.75, 1e-4);
 
     // The cue of three decks at full level may go beyond 1, the overdrive holds it.

@@ -77,8 +77,8 @@ TEST (ChannelStrip, EveryJumpOfTheGainTakesFiveMilliseconds)
 {
     using Jump = void (*) (Strip&);
     const Jump jumps[] {
-        [] (Strip& s) { s.deck().volume = 0.0; },      [] (Strip& s) { s.deck().mute = 1; },
-        [] (Strip& s) { s.deck().mixOverride = 2; },   [] (Strip& s) { s.settings.crossfader = 1.0; },
+        [] (Strip& s) { s.deck().volume = 0.0; },    [] (Strip& s) { s.deck().mute = 1; },
+        [] (Strip& s) { s.deck().mixOverride = 2; }, [] (Strip& s) { s.settings.crossfader = 1.0; },
         [] (Strip& s) { s.deck().gain = 0.0; },
     };
     constexpr int half = 22050, timeConstant = 220; // 5 ms

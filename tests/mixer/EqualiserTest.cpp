@@ -73,7 +73,8 @@ TEST (Equaliser, RespondsAsTheCookbooksPrototypes)
     for (const double rate : { 44100.0, 96000.0 })
         for (const auto& gains : cases)
         {
-            SCOPED_TRACE (testing::Message() << gains[0] << " " << gains[1] << " " << gains[2] << " " << rate);
+            SCOPED_TRACE (testing::Message()
+                          << gains[0] << " " << gains[1] << " " << gains[2] << " " << rate);
             Equaliser equaliser;
             equaliser.setGains (gains, rate);
             Stereo impulse { std::vector<float> (32768), std::vector<float> (32768) };
@@ -163,7 +164,8 @@ TEST (Equaliser, DiesAwayToExactSilenceAndOutlivesBadNumbers)
 TEST (Equaliser, ABandThatIsKilledOrComesBackDoesNotThump)
 {
     constexpr int half = 11025;
-    for (const auto& gains : { Equaliser::Gains { -78.0, 0.0, 0.0 }, { 0.0, -78.0, 0.0 }, { 0.0, 0.0, -78.0 } })
+    for (const auto& gains :
+         { Equaliser::Gains { -78.0, 0.0, 0.0 }, { 0.0, -78.0, 0.0 }, { 0.0, 0.0, -78.0 } })
         for (const bool back : { false, true })
             for (double frequency = 20.0; frequency < 15000.0; frequency *= 1.3)
             {
@@ -173,7 +175,8 @@ TEST (Equaliser, ABandThatIsKilledOrComesBackDoesNotThump)
                 equaliser.process (sound.data(), sound.data(), half);
                 equaliser.setGains (back ? Equaliser::Gains {} : gains, 44100.0);
                 equaliser.process (sound.data() + half, sound.data() + half, half);
-                EXPECT_LT (Signals::peak (sound), 1.3) << frequency << " " << back; // 0.5, and the shelves' hump
+                EXPECT_LT (Signals::peak (sound), 1.3)
+                    << frequency << " " << back; // 0.5, and the shelves' hump
             }
 }
 

@@ -1,5 +1,5 @@
-#include "mixer/AutoCrossfader.h"
 #include "mixer/FaderLaws.h"
+#include "mixer/AutoCrossfader.h"
 
 #include <gtest/gtest.h>
 
@@ -13,18 +13,13 @@ TEST (FaderLaws, CrossfaderFollowsItsLaws)
         double left, right;
     };
     const Case cases[] {
-        { { 0.0, 0.5, false, false }, 1.0, 0.0 },
-        { { 0.25, 0.5, false, false }, 1.0, 0.5 },
-        { { 0.5, 0.0, false, false }, 1.0, 1.0 },
-        { { 0.9, 1.0, false, false }, 0.2, 1.0 },
-        { { 0.9, 1.0, false, true }, 1.0, 0.2 },
-        { { 0.0, 0.5, false, true }, 0.0, 1.0 },
+        { { 0.0, 0.5, false, false }, 1.0, 0.0 },     { { 0.25, 0.5, false, false }, 1.0, 0.5 },
+        { { 0.5, 0.0, false, false }, 1.0, 1.0 },     { { 0.9, 1.0, false, false }, 0.2, 1.0 },
+        { { 0.9, 1.0, false, true }, 1.0, 0.2 },      { { 0.0, 0.5, false, true }, 0.0, 1.0 },
         { { 0.5, 0.5, true, false }, 0.777, 0.777 }, // the dip belongs to the curve
-        { { 1.0, 0.5, true, false }, 0.0, 0.9839 },
-        { { 1.0, 0.5, true, true }, 0.9839, 0.0 },
+        { { 1.0, 0.5, true, false }, 0.0, 0.9839 },   { { 1.0, 0.5, true, true }, 0.9839, 0.0 },
         { { 0.25, 0.0, true, false }, 1.0, 1.0 }, // beyond the fraction's reach
-        { { 0.002, 0.0, true, false }, 1.0, 0.9841 },
-        { { 0.5, 1.0, true, false }, 0.4654, 0.4654 },
+        { { 0.002, 0.0, true, false }, 1.0, 0.9841 }, { { 0.5, 1.0, true, false }, 0.4654, 0.4654 },
     };
     for (const auto& [fader, left, right] : cases)
     {
