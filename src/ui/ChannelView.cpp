@@ -59,9 +59,9 @@ ChannelView::ChannelView (CPlatterdex& engine, int deck)
                                                     CommandSlider::Shape::knob, 0.5);
         upperButtons[i] = button (column.upper, column.upperText);
         lowerButtons[i] = button (column.lower, column.lowerText);
-        for (auto* child :
-             std::initializer_list<juce::Component*> { knobs[i].get(), upperButtons[i].get(), lowerButtons[i].get() })
-            addAndMakeVisible (child);
+        addAndMakeVisible (*knobs[i]);
+        addAndMakeVisible (*upperButtons[i]);
+        addAndMakeVisible (*lowerButtons[i]);
     }
     addAndMakeVisible (fader);
     addAndMakeVisible (meter);

@@ -68,13 +68,15 @@ MixerBar::MixerBar (CPlatterdex& engine)
         const auto& control = table[i];
         const auto number = CommandTable::numberOf (control.constant);
         if (control.kind == Kind::button)
-            addAndMakeVisible (*(buttons[i] = std::make_unique<CommandButton> (engine, number, control.text)));
-        else
-            addAndMakeVisible (*(sliders[i] = std::make_unique<CommandSlider> (
-                                     engine, number,
-                                     control.kind == Kind::knob ? CommandSlider::Shape::knob
-                                                                : CommandSlider::Shape::level,
-                                     control.rest)));
+        {
+            buttons[i] = std::make_unique<CommandButton> (engine, number, control.text);
+            addAndMakeVisible (*buttons[i]);
+            continue;
+        }
+        const auto shape =
+            control.kind == Kind::knob ? CommandSlider::Shape::knob : CommandSlider::Shape::level;
+        sliders[i] = std::make_unique<CommandSlider> (engine, number, shape, control.rest);
+        addAndMakeVisible (*sliders[i]);
     }
     addAndMakeVisible (meter);
 }

@@ -24,7 +24,8 @@ private:
     struct Layout
     {
         explicit Layout (juce::Rectangle<int> bar);
-        std::array<juce::Rectangle<int>, controlCount> labels, controls; ///< a control without a label has none
+        std::array<juce::Rectangle<int>, controlCount> labels,
+            controls; ///< a control without a label has none
         juce::Rectangle<int> meter;
     };
 

@@ -40,7 +40,8 @@ TEST (MixerViews, EveryKnobAndFaderDrivesItsOwnCommandAndFollowsIt)
     for (auto* slider : sliders)
     {
         EXPECT_EQ (slider->getValue(), 0.75);
-        slider->mouseDoubleClick (mouseAt (*slider, { 4.0f, 4.0f }, juce::ModifierKeys::leftButtonModifier, 2));
+        slider->mouseDoubleClick (
+            mouseAt (*slider, { 4.0f, 4.0f }, juce::ModifierKeys::leftButtonModifier, 2));
         EXPECT_EQ (bench.engine.getParameter (slider->commandNumber()),
                    static_cast<float> (slider->getDoubleClickReturnValue()));
     }
