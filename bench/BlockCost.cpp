@@ -21,7 +21,10 @@ enum Command
     pitchFader = 21,
     jog = 201,
     jogScratch = 205,
-    seek = 209
+    seek = 209,
+    eqHigh = 221,
+    eqMid = 233,
+    eqLow = 245
 };
 
 struct Row
@@ -30,6 +33,12 @@ struct Row
     int frames, decks;
     double fileRate = engineRate;
     bool scratching = false;
+    enum
+    {
+        flat,
+        set,    ///< each band off its centre
+        turning ///< every band of every deck jumps in every block, so that coefficients are computed in each
+    } equaliser = flat;
 
     int blocks() const { return frames >= 1024 ? 30'000 : 100'000; }
 };
@@ -57,8 +66,12 @@ public:
     void move()
     {
         time += row.frames / engineRate;
+        ++moves;
         for (int deck = 0; deck < row.decks; ++deck)
         {
+            if (row.equaliser == Row::turning || (row.equaliser == Row::set && moves == 1))
+                for (const auto band : { eqHigh, eqMid, eqLow })
+                    engine->setParameter (band + deck, moves % 2 == 0 ? 0.3f : 0.8f);
             if (row.scratching)
             {
                 // To and fro three times a second, with the play speed as its middle.
@@ -85,6 +98,7 @@ private:
     BenchEngine& engine;
     const Row row;
     double time = 0.0;
+    int64_t moves = 0;
 };
 
 bool measure (const Row& row)
@@ -128,6 +142,12 @@ int main()
     for (const auto frames : { 64, 128, 256, 1024 })
         for (int decks = 0; decks <= deckCount; ++decks)
             valid = measure ({ "playing", frames, decks }) && valid;
+    for (const auto frames : { 64, 128 })
+    {
+        valid = measure ({ "equalisers set", frames, deckCount, engineRate, false, Row::set }) && valid;
+        valid =
+            measure ({ "equalisers turning", frames, deckCount, engineRate, false, Row::turning }) && valid;
+    }
     for (const auto frames : { 128, 1024 })
     {
         valid = measure ({ "scratching", frames, deckCount, engineRate, true }) && valid;

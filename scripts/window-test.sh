@@ -70,7 +70,7 @@ run() {
     eval "$(xdotool mousemove --window "$window" 0 0 getmouselocation --shell)"
     local left=$X top=$Y
     # In the first row: the corner of the deck's letter, the middle of the waveform, and Play.
-    local row=$(((height - 40 - 8 - 12) / 4))
+    local row=$(((height - 40 - 48 - 8 - 12) / 4))
     local letter_x=$((left + 24)) letter_y=$((top + 56))
     local wave_x=$((left + 300)) wave_y=$((top + 44 + 40 + (row - 84) / 2 + 6))
     local play_x=$((left + 208)) play_y=$((top + 44 + row - 24))

@@ -138,11 +138,6 @@ void DeckBlock::render (DeckWorld& world, DeckPlayer& deck, float* left, float* 
         done += piece;
     }
 
-    if (frames > 0)
-    {
-        deck.lastLeft = left[frames - 1];
-        deck.lastRight = right[frames - 1];
-    }
     if (deck.playState != 0 && deck.scratchOn == 0)
         deck.elapsedOutput += frames;
     if (deck.playState != 0 && deck.position > 0.0 && deck.position >= deck.loadedFrames)

@@ -38,6 +38,7 @@ void DeckPlayer::resetTrack()
     declickGain = 0.0;
     peak = 0.0;
     lastLeft = lastRight = 0.0;
+    gainRamp = 0.0;
 
     bpm = world.hostBpm;
     bpmAverage = world.hostBpm;

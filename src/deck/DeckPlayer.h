@@ -88,13 +88,14 @@ struct DeckPlayer
     Published<double> sampleRate { 44100.0 }; ///< of the file
 
     // Levels
-    Relaxed<double> lastLeft, lastRight, peak;
+    Relaxed<double> lastLeft, lastRight; ///< the last samples after the fader
+    Relaxed<double> peak;                ///< of the cue signal; whoever shows it sets it back to 0
 
     // Tempo
     Relaxed<double> bpm { 120.0 }, bpmAverage { 120.0 };
     Relaxed<double> tempo { 1.0 }; ///< speed factor of the last block, out of fader, sync, bend and nudge
     Relaxed<double> bend;          ///< from the jog while playing, in ratio
-    Relaxed<double> gainRamp;
+    Relaxed<double> gainRamp;      ///< the gain of fader and crossfader as it stands on its way
     Relaxed<double> balance { 0.5 };
     Relaxed<double> pitch { 0.5 };
     Relaxed<double> keyTuning; ///< semitones, -12 to 12

@@ -26,7 +26,7 @@ juce::String channelName (const std::array<const char*, count>& pairs, int chann
 /** The numbers above the commands that can only be read. */
 namespace Meter
 {
-constexpr int firstDeck = 1001, lastDeck = 1004;
+constexpr int firstDeck = 1001, lastDeck = 1004, masterLeft = 1005, masterRight = 1006;
 }
 
 constexpr int messageIntervalMs = 20;
@@ -127,6 +127,9 @@ float CPlatterdex::getParameter (int number)
                    : static_cast<float> (std::min (
                        1.0, std::max (std::abs (deck->lastLeft.get()), std::abs (deck->lastRight.get()))));
     }
+
+    if (number == Meter::masterLeft || number == Meter::masterRight)
+        return masterMeters.level (number - Meter::masterLeft);
 
     const auto command = CommandTable::find (number);
     if (command.family == nullptr)

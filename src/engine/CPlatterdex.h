@@ -6,11 +6,16 @@
 #include "deck/Transport.h"
 #include "engine/EngineWorld.h"
 #include "engine/HostTransport.h"
+#include "mixer/Equaliser.h"
+#include "mixer/MasterLimiter.h"
+#include "mixer/Meters.h"
 #include "settings/EngineSettings.h"
 #include "support/ListenerList.h"
 #include "support/RandGeneratorLCG.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
+
+#include <array>
 
 /** The engine: an audio processor that owns every part and hands the host's calls on.
 
@@ -114,6 +119,9 @@ public:
     EngineSettings settings;
     RandGeneratorLCG random;
     AudioRecorder recorder;
+    std::array<Equaliser, deckCount> equalisers;
+    MasterLimiter limiter;
+    Meters masterMeters;
     DeckWorld decks;
     Transport transport;
     HostTransport host;

@@ -1,5 +1,8 @@
 #include "deck/DeckBlock.h"
 #include "engine/CPlatterdex.h"
+#include "mixer/AutoCrossfader.h"
+#include "mixer/ChannelStrip.h"
+#include "mixer/Monitor.h"
 
 #include <cmath>
 
@@ -30,13 +33,13 @@ struct Block
     const double sampleRate;
 
     float* channel (int index) const noexcept { return buffer.getWritePointer (index); }
-    float* deckLeft (const DeckPlayer& deck) const noexcept
+    ChannelStrip::Pair pair (int left) const noexcept
     {
-        return channel (firstDeckLeft + 2 * deck.index);
+        return { channel (left), channel (left + 1), frames };
     }
-    float* deckRight (const DeckPlayer& deck) const noexcept
+    ChannelStrip::Pair pair (const DeckPlayer& deck) const noexcept
     {
-        return channel (firstDeckLeft + 1 + 2 * deck.index);
+        return pair (firstDeckLeft + 2 * deck.index);
     }
 };
 
@@ -61,9 +64,14 @@ PX_AUDIO_THREAD void computeCoefficients (Block& block)
     { return std::exp (-1.0 / (seconds * block.sampleRate)); };
     block.engine.decks.smoothing5ms = coefficient (0.005);
     block.engine.decks.decay100ms = coefficient (0.1);
+    block.engine.limiter.setRate (block.sampleRate);
+    block.engine.masterMeters.setRate (block.sampleRate);
 }
 
-PX_AUDIO_THREAD void advanceCrossfaderAndAutomix (Block&) {}
+PX_AUDIO_THREAD void advanceCrossfaderAndAutomix (Block& block)
+{
+    AutoCrossfader::advance (block.engine.settings, block.frames * 1000.0 / block.sampleRate);
+}
 
 PX_AUDIO_THREAD void takeDeckInputs (Block& block)
 {
@@ -103,17 +111,28 @@ PX_AUDIO_THREAD void addLineThrough (Block& block, DeckPlayer& deck)
         juce::FloatVectorOperations::addWithMultiply (target, deck.scratchBuffer.getReadPointer (side), gain,
                                                       deck.scratchFrames);
     };
-    add (block.deckLeft (deck), 0);
-    add (block.deckRight (deck), 1);
+    add (block.pair (deck).left, 0);
+    add (block.pair (deck).right, 1);
 }
 
-PX_AUDIO_THREAD void equalise (Block&, DeckPlayer&) {}
+PX_AUDIO_THREAD void equalise (Block& block, DeckPlayer& deck)
+{
+    ChannelStrip::equalise (deck, block.engine.equalisers[static_cast<size_t> (deck.index)],
+                            block.pair (deck), block.sampleRate);
+}
 
 PX_AUDIO_THREAD void runEffects (Block&, DeckPlayer&) {}
 
-PX_AUDIO_THREAD void tapPfl (Block&, DeckPlayer&) {}
+PX_AUDIO_THREAD void tapPfl (Block& block, DeckPlayer& deck)
+{
+    ChannelStrip::tapPfl (block.engine.decks.setup (deck), deck, block.pair (deck), block.pair (monitorLeft));
+}
 
-PX_AUDIO_THREAD void applyFader (Block&, DeckPlayer&) {}
+PX_AUDIO_THREAD void applyFader (Block& block, DeckPlayer& deck)
+{
+    ChannelStrip::applyFader (deck, block.pair (deck), ChannelStrip::targetGain (block.engine.settings, deck),
+                              block.engine.decks.smoothing5ms);
+}
 
 PX_AUDIO_THREAD void renderDecks (Block& block)
 {
@@ -122,7 +141,7 @@ PX_AUDIO_THREAD void renderDecks (Block& block)
         return;
     for (auto& deck : world.decks)
     {
-        DeckBlock::render (world, *deck, block.deckLeft (*deck), block.deckRight (*deck), block.frames);
+        DeckBlock::render (world, *deck, block.pair (*deck).left, block.pair (*deck).right, block.frames);
         addLineThrough (block, *deck);
         equalise (block, *deck);
         runEffects (block, *deck);
@@ -158,9 +177,23 @@ PX_AUDIO_THREAD void sumMaster (Block& block)
 
 PX_AUDIO_THREAD void runMasterInserts (Block&) {}
 
-PX_AUDIO_THREAD void limitMaster (Block&) {}
+PX_AUDIO_THREAD void limitMaster (Block& block)
+{
+    auto& engine = block.engine;
+    const auto [left, right, frames] = block.pair (masterLeft);
+    engine.limiter.process (left, right, frames, engine.settings.masterVolume, engine.decks.noise);
+    engine.masterMeters.update (left, right, frames);
+}
 
-PX_AUDIO_THREAD void mixMonitor (Block&) {}
+PX_AUDIO_THREAD void mixMonitor (Block& block)
+{
+    const auto& settings = block.engine.settings;
+    float* const monitor[] { block.channel (monitorLeft), block.channel (monitorRight) };
+    const float* const master[] { block.channel (masterLeft), block.channel (masterRight) };
+    Monitor::process ({ settings.monitorMix, settings.monitorVolume, settings.monitorSplit != 0,
+                        settings.monitorOverdrive != 0 },
+                      monitor, master, block.frames);
+}
 
 PX_AUDIO_THREAD void record (Block& block)
 {

@@ -12,7 +12,8 @@ CPlatterdexVstEditor::Layout::Layout (juce::Rectangle<int> window)
 {
     header = window.removeFromTop (HeaderBar::height);
     desk = window;
-    auto area = desk.reduced (margin, gap);
+    mixer = window.removeFromBottom (MixerBar::height);
+    auto area = window.reduced (margin, gap);
     for (int deck = 0; deck < deckCount; ++deck)
     {
         const auto left = deckCount - deck;
@@ -25,12 +26,14 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, std::function<void()
     : AudioProcessorEditor (e),
       engine (e),
       header (e, std::move (audioSettings)),
+      mixer (e),
       keyboard (e)
 {
     setOpaque (true);
     setWantsKeyboardFocus (true);
     header.onShowParameters = [this] (bool shown) { showParameters (shown); };
     addAndMakeVisible (header);
+    addAndMakeVisible (mixer);
     for (int deck = 0; deck < deckCount; ++deck)
     {
         auto& row = rows[static_cast<size_t> (deck)];
@@ -61,6 +64,7 @@ void CPlatterdexVstEditor::resized()
 {
     const Layout layout (getLocalBounds());
     header.setBounds (layout.header);
+    mixer.setBounds (layout.mixer);
     for (size_t deck = 0; deck < rows.size(); ++deck)
         if (rows[deck] != nullptr)
             rows[deck]->setBounds (layout.rows[deck]);
@@ -80,6 +84,7 @@ void CPlatterdexVstEditor::showParameters (bool shown)
         parameters->setVisible (shown);
     for (auto& row : rows)
         row->setVisible (!shown);
+    mixer.setVisible (!shown);
     header.setParametersShown (shown);
     if (!shown && isShowing())
         grabKeyboardFocus();

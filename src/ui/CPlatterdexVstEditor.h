@@ -6,6 +6,7 @@
 #include "ui/HeaderBar.h"
 #include "ui/KeyboardCommands.h"
 #include "ui/Look.h"
+#include "ui/MixerBar.h"
 #include "ui/ParameterList.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
@@ -44,7 +45,7 @@ private:
     struct Layout
     {
         explicit Layout (juce::Rectangle<int> window);
-        juce::Rectangle<int> header, desk;
+        juce::Rectangle<int> header, desk, mixer;
         std::array<juce::Rectangle<int>, deckCount> rows;
     };
 
@@ -63,6 +64,7 @@ private:
     CPlatterdex& engine;
     Dressed dressed { *this };
     HeaderBar header;
+    MixerBar mixer;
     std::array<std::unique_ptr<DeckRow>, deckCount> rows;
     std::unique_ptr<ParameterList> parameters;
     std::unique_ptr<juce::TooltipWindow> tooltips;

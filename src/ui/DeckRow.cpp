@@ -32,6 +32,8 @@ DeckRowLayout::DeckRowLayout (juce::Rectangle<int> row)
     pitchText = right.removeFromBottom (16);
     right.removeFromBottom (gap);
     pitch = right.withSizeKeepingCentre (28, right.getHeight());
+    channel = row.removeFromRight (ChannelView::width);
+    row.removeFromRight (group);
 
     auto left = row.removeFromLeft (64);
     row.removeFromLeft (group);
@@ -40,12 +42,12 @@ DeckRowLayout::DeckRowLayout (juce::Rectangle<int> row)
     letter = left;
 
     auto head = row.removeFromTop (headHeight);
-    length = head.removeFromRight (72);
-    position = head.removeFromRight (108);
-    head.removeFromRight (group);
-    tempo = head.removeFromRight (108);
-    head.removeFromRight (group);
-    state = head.removeFromRight (84);
+    length = head.removeFromRight (64);
+    position = head.removeFromRight (96);
+    head.removeFromRight (gap);
+    tempo = head.removeFromRight (100);
+    head.removeFromRight (gap);
+    state = head.removeFromRight (76);
     head.removeFromRight (group);
     title = head;
 
@@ -80,7 +82,8 @@ DeckRow::DeckRow (CPlatterdex& e, int deck)
       sync (e, commands.sync, "Sync"),
       nudgeMinus (e, commands.nudgeMinus, "-"),
       nudgePlus (e, commands.nudgePlus, "+"),
-      pitch (e, deck)
+      pitch (e, deck),
+      channel (e, deck)
 {
     setOpaque (true);
     setTitle ("Deck " + letterOf (deck));
@@ -101,7 +104,7 @@ DeckRow::DeckRow (CPlatterdex& e, int deck)
          { &play, &cue, hotCues[0].get(), hotCues[1].get(), hotCues[2].get(), hotCues[3].get() })
         button->setLitColour (Look::deckHue (deck));
     for (auto* child : std::initializer_list<juce::Component*> { &overview, &load, &cue, &play, &nudgeMinus,
-                                                                 &nudgePlus, &sync, &pitch })
+                                                                 &nudgePlus, &sync, &pitch, &channel })
         addAndMakeVisible (child);
     for (auto& hotCue : hotCues)
         addAndMakeVisible (*hotCue);
@@ -120,6 +123,7 @@ void DeckRow::resized()
     nudgeMinus.setBounds (layout.nudgeMinus);
     nudgePlus.setBounds (layout.nudgePlus);
     pitch.setBounds (layout.pitch);
+    channel.setBounds (layout.channel);
     for (size_t slot = 0; slot < hotCues.size(); ++slot)
         hotCues[slot]->setBounds (layout.hotCues[slot]);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/ChannelView.h"
 #include "ui/CommandButton.h"
 #include "ui/DeckCommands.h"
 #include "ui/OverviewWaveform.h"
@@ -14,12 +15,12 @@ class CPlatterdex;
 /** Where the parts of a deck's row lie. */
 struct DeckRowLayout
 {
-    static constexpr int minimumWidth = 880, minimumHeight = 124;
+    static constexpr int minimumWidth = 1000, minimumHeight = 124;
 
     explicit DeckRowLayout (juce::Rectangle<int> row);
 
     juce::Rectangle<int> stripe, letter, load, title, state, tempo, position, length, waveform, play, cue,
-        sync, nudgeMinus, nudgePlus, pitch, pitchText;
+        sync, nudgeMinus, nudgePlus, pitch, pitchText, channel;
     std::array<juce::Rectangle<int>, DeckCommands::hotCueButtons> hotCues;
 };
 
@@ -75,6 +76,7 @@ private:
     CommandButton play, cue, sync, nudgeMinus, nudgePlus;
     std::array<std::unique_ptr<CommandButton>, DeckCommands::hotCueButtons> hotCues;
     PitchFader pitch;
+    ChannelView channel;
     std::unique_ptr<juce::FileChooser> chooser;
 
     Texts shown;

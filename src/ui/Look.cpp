@@ -157,3 +157,33 @@ void Look::drawLinearSlider (juce::Graphics& g, int x, int y, int width, int hei
     g.setColour (held ? focus : slider.findColour (juce::Slider::trackColourId).withMultipliedAlpha (alpha));
     g.fillRect (upright ? cap.withSizeKeepingCentre (across, 2) : cap.withSizeKeepingCentre (2, across));
 }
+
+void Look::drawRotarySlider (juce::Graphics& g, int x, int y, int width, int height, float sliderPos,
+                             float startAngle, float endAngle, juce::Slider& slider)
+{
+    const auto size = static_cast<float> (juce::jmin (width, height)) - 2.0f;
+    const auto area = juce::Rectangle<int> (x, y, width, height).toFloat().withSizeKeepingCentre (size, size);
+    const auto centre = area.getCentre();
+    const auto radius = 0.5f * size;
+    const auto angleOf = [=] (double part)
+    { return startAngle + static_cast<float> (part) * (endAngle - startAngle); };
+    const auto arc = [&] (float from, float to, juce::Colour colour)
+    {
+        juce::Path path;
+        path.addCentredArc (centre.x, centre.y, radius - 2.0f, radius - 2.0f, 0.0f, from, to, true);
+        g.setColour (colour);
+        g.strokePath (path, juce::PathStrokeType (knobRing));
+    };
+
+    const auto held = slider.isMouseButtonDown();
+    const auto angle = angleOf (sliderPos);
+    arc (startAngle, endAngle, line);
+    arc (angleOf (slider.valueToProportionOfLength (slider.getDoubleClickReturnValue())), angle,
+         held ? focus : label);
+    g.setColour (line.brighter (held ? 0.5f : (slider.isMouseOver (true) ? 0.35f : 0.2f)));
+    g.fillEllipse (area.reduced (knobRing + 3.0f));
+    g.setColour (held ? focus : value);
+    g.drawLine ({ centre.getPointOnCircumference (0.3f * radius, angle),
+                  centre.getPointOnCircumference (radius - knobRing - 3.0f, angle) },
+                2.0f);
+}

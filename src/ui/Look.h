@@ -45,8 +45,11 @@ public:
     void drawLinearSlider (juce::Graphics&, int x, int y, int width, int height, float sliderPos,
                            float minSliderPos, float maxSliderPos, juce::Slider::SliderStyle,
                            juce::Slider&) override;
+    void drawRotarySlider (juce::Graphics&, int x, int y, int width, int height, float sliderPos,
+                           float startAngle, float endAngle, juce::Slider&) override;
     int getSliderThumbRadius (juce::Slider&) override { return capLength / 2; }
 
 private:
     static constexpr int capLength = 12, capWidth = 28, trackWidth = 4;
+    static constexpr float knobRing = 3.0f;
 };

@@ -29,6 +29,7 @@ TEST (OfflineHost, InputsReachTheirDecks)
     auto& engine = run.host->engine();
     for (auto& setup : engine.settings.deckSetup)
         setup.lineThrough = 1;
+    EXPECT_TRUE (run.host->render (runRate)); // the faders open
 
     run.host->input = [] (juce::AudioBuffer<float>& inputs, int64_t first)
     {
@@ -39,7 +40,7 @@ TEST (OfflineHost, InputsReachTheirDecks)
                                   static_cast<float> (channel + 1) / 16.0f
                                       + static_cast<float> (first + i) / 65536.0f);
     };
-    int64_t frame = 0;
+    int64_t frame = runRate;
     run.host->sink = [&frame] (const float* const* channels, int frames)
     {
         for (int i = 0; i < frames; ++i, ++frame)
@@ -49,7 +50,7 @@ TEST (OfflineHost, InputsReachTheirDecks)
         return true;
     };
     EXPECT_TRUE (run.host->render (1234));
-    EXPECT_EQ (frame, 1234);
+    EXPECT_EQ (frame, runRate + 1234);
 }
 
 TEST (OfflineHost, SinkEndsTheRendering)
