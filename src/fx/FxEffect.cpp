@@ -1,0 +1,1 @@
+#include "fx/FxEffect.h"
