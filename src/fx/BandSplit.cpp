@@ -1,0 +1,94 @@
+#include "fx/BandSplit.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace
+{
+/** The damping of a Butterworth section: two of them in a row are one side of the crossover. */
+constexpr double damping = std::numbers::sqrt2;
+
+/** Far below anything audible and far above subnormal numbers, of which a tail must not consist. */
+constexpr double silence = 1e-15;
+}
+
+BandSplit::Section BandSplit::sectionAt (double hz, double rate) noexcept
+{
+    const auto g = std::tan (std::numbers::pi * std::min (hz / rate, 0.45));
+    const auto a1 = 1.0 / (1.0 + g * (g + damping));
+    return { a1, g * a1, g * g * a1 };
+}
+
+void BandSplit::setSampleRate (double rate) noexcept
+{
+    lower = sectionAt (lowerHz, rate);
+    upper = sectionAt (upperHz, rate);
+    reset();
+}
+
+void BandSplit::reset() noexcept
+{
+    states = {};
+    for (auto& gain : gains)
+        gain.settle();
+}
+
+inline Stereo BandSplit::allPass (const Section& section, Integrators& state, Stereo in,
+                                  Stereo& lowPass) noexcept
+{
+    const auto rest = in - state.second;
+    const auto band = section.a1 * state.first + section.a2 * rest;
+    lowPass = state.second + section.a2 * state.first + section.a3 * rest;
+    state.first = 2.0 * band - state.first;
+    state.second = 2.0 * lowPass - state.second;
+    return in - 2.0 * damping * band;
+}
+
+inline BandSplit::Sides BandSplit::crossover (const Section& section, Integrators& both, Integrators& second,
+                                              Stereo in) noexcept
+{
+    // Both sides of such a crossover add up to its first section's all-pass, so the high side is what remains of that.
+    Stereo once, twice;
+    const auto sum = allPass (section, both, in, once);
+    allPass (section, second, once, twice);
+    return { twice, sum - twice };
+}
+
+inline Stereo BandSplit::bandsOf (Stereo in, std::array<Stereo, bandCount>& bands) noexcept
+{
+    const auto [bass, above] = crossover (lower, states[0], states[1], in);
+    const auto [middle, treble] = crossover (upper, states[2], states[3], above);
+    Stereo unused;
+    bands = { allPass (upper, states[4], bass, unused), middle, treble };
+    return bands[low] + bands[mid] + bands[high];
+}
+
+bool BandSplit::process (float* left, float* right, float* sideLeft, float* sideRight, int frames) noexcept
+{
+    using namespace StereoMath;
+    const auto allOn =
+        std::all_of (gains.begin(), gains.end(),
+                     [] (const auto& gain) { return !gain.isMoving() && gain.value() == 1.0; });
+    std::array<Stereo, bandCount> bands;
+    if (allOn)
+    {
+        for (int i = 0; i < frames; ++i)
+            store (bandsOf (load (left, right, i), bands), left, right, i);
+    }
+    else
+    {
+        for (int i = 0; i < frames; ++i)
+        {
+            const auto sum = bandsOf (load (left, right, i), bands);
+            const auto working = bands[low] * gains[low].next() + bands[mid] * gains[mid].next()
+                                 + bands[high] * gains[high].next();
+            store (working, left, right, i);
+            store (sum - working, sideLeft, sideRight, i);
+        }
+    }
+
+    for (auto& state : states)
+        state = { flushed (state.first, silence), flushed (state.second, silence) };
+    return !allOn;
+}
