@@ -64,6 +64,14 @@ inline Stereo BandSplit::bandsOf (Stereo in, std::array<Stereo, bandCount>& band
     return bands[low] + bands[mid] + bands[high];
 }
 
+bool BandSplit::isAtRest() const noexcept
+{
+    const auto isZero = [] (Stereo value) { return value[0] == 0.0 && value[1] == 0.0; };
+    return std::all_of (states.begin(), states.end(),
+                        [&] (const auto& state) { return isZero (state.first) && isZero (state.second); })
+           && std::none_of (gains.begin(), gains.end(), [] (const auto& gain) { return gain.isMoving(); });
+}
+
 bool BandSplit::process (float* left, float* right, float* sideLeft, float* sideRight, int frames) noexcept
 {
     using namespace StereoMath;

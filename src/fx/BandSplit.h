@@ -37,6 +37,9 @@ public:
     PX_AUDIO_THREAD bool process (float* left, float* right, float* sideLeft, float* sideRight,
                                   int frames) noexcept;
 
+    /** True if nothing rings in it: silence goes in and out alike. */
+    PX_AUDIO_THREAD bool isAtRest() const noexcept;
+
     PX_AUDIO_THREAD void reset() noexcept;
 
 private:

@@ -3,6 +3,7 @@
 #include "fx/EffectMix.h"
 #include "fx/FxEffect.h"
 #include "fx/MFXTapeDelay.h"
+#include "support/Relaxed.h"
 
 #include <array>
 
@@ -22,6 +23,6 @@ public:
 private:
     std::array<fx_dsp::MFXTapeDelay, 2> lines;
     EffectMix mix;
-    double dryWet = 0.5, centred = 0.5, feedback, stepValue; ///< as the knobs stand
+    Relaxed<double> dryWet { 0.5 }, centred { 0.5 }, feedback, stepValue; ///< as the knobs stand
     double beats = 0.5;
 };

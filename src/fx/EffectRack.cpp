@@ -1,7 +1,9 @@
 #include "fx/EffectRack.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 
 namespace
 {
@@ -14,6 +16,14 @@ void silenceNonsense (float* samples, int frames) noexcept
 {
     for (int i = 0; i < frames; ++i)
         samples[i] = samples[i] <= loudest && samples[i] >= -loudest ? samples[i] : 0.0f;
+}
+
+bool isSilent (const float* samples, int frames) noexcept
+{
+    auto bits = 0u;
+    for (int i = 0; i < frames; ++i)
+        bits |= std::bit_cast<uint32_t> (samples[i]);
+    return (bits & 0x7fffffffu) == 0;
 }
 
 bool isNumber (double value) noexcept
@@ -94,7 +104,8 @@ void EffectRack::processPiece (float* left, float* right, int frames, double bpm
     filter.process (left, right, frames, bpm);
 
     std::array<float, longestPiece> sideLeft, sideRight;
-    const auto hasSide = split.process (left, right, sideLeft.data(), sideRight.data(), frames);
+    const auto nothing = split.isAtRest() && isSilent (left, frames) && isSilent (right, frames);
+    const auto hasSide = !nothing && split.process (left, right, sideLeft.data(), sideRight.data(), frames);
     for (auto& each : slots)
         each.process (left, right, frames, bpm);
     if (!hasSide)

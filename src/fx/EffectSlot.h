@@ -53,6 +53,7 @@ public:
     double parameter (FxParameter) const noexcept;
     double selector() const noexcept { return selectorValue; }
     int selected() const noexcept { return wanted; }
+    bool isOn() const noexcept { return bypass < 0.5; }
 
     /** Empty for what the selected effect does not know. Not on the audio thread. */
     std::string parameterText (FxParameter) const;

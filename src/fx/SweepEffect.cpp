@@ -143,7 +143,7 @@ template <typename Kernel>
 void SweepEffect::run (float* left, float* right, int frames, Kernel&& kernel) noexcept
 {
     using namespace StereoMath;
-    const auto wetNow = wetTarget, fadeNow = bypass ? 0.0 : 1.0;
+    const auto wetNow = wetTarget.get(), fadeNow = bypass ? 0.0 : 1.0;
     auto w = wet, f = fade, phase = lfoPhase;
     for (int i = 0; i < frames; ++i)
     {

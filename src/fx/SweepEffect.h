@@ -3,6 +3,7 @@
 #include "fx/FxEffect.h"
 #include "fx/Lfo.h"
 #include "fx/SweepBiquad.h"
+#include "support/Relaxed.h"
 
 #include <array>
 #include <vector>
@@ -53,8 +54,9 @@ private:
 
     bool bypass = true;
     bool isSilent = true; ///< nothing sounds in it since the last reset
-    double wetTarget = 0.5, wet = 0.5, fade = 0.0;
-    double stepValue; ///< the knob behind lfoBeats
+    Relaxed<double> wetTarget { 0.5 };
+    double wet = 0.5, fade = 0.0;
+    Relaxed<double> stepValue; ///< the knob behind lfoBeats
     double lfoPhase = 0.0, phaseStep = 0.0;
 
     std::array<SweepBiquad, 2> sections;
