@@ -11,7 +11,10 @@ modulation_effect::modulation_effect()
         value = static_cast<float> (1e-14 * random.next());
 }
 
-void modulation_effect::setFeedback (double depth, double sign) noexcept { feedback.setTarget (depth * sign); }
+void modulation_effect::setFeedback (double depth, double sign) noexcept
+{
+    feedback.setTarget (depth * sign);
+}
 
 void modulation_effect::takeIn (const float* samples, int count, Piece& in) const noexcept
 {
@@ -30,13 +33,17 @@ void modulation_effect::takeFeedback (int count, Piece& factors) noexcept
 
 void modulation_effect::mix (float* samples, const Piece& wetSamples, int count) noexcept
 {
-    const auto moving = gains.isMoving();
-    auto gain = gains.next();
-    for (size_t i = 0; i < static_cast<size_t> (count); ++i)
+    if (gains.isMoving())
     {
-        samples[i] = samples[i] * gain.dry + wetSamples[i] * gain.wet;
-        if (moving)
-            gain = gains.next();
+        for (size_t i = 0; i < static_cast<size_t> (count); ++i)
+        {
+            const auto gain = gains.next();
+            samples[i] = samples[i] * gain.dry + wetSamples[i] * gain.wet;
+        }
+        return;
     }
+    const auto gain = gains.next();
+    for (size_t i = 0; i < static_cast<size_t> (count); ++i)
+        samples[i] = samples[i] * gain.dry + wetSamples[i] * gain.wet;
 }
 }

@@ -4,7 +4,6 @@
 #include "fx/modulation/ChorusBase.h"
 #include "fx/modulation/RandGenerator.h"
 
-
 #include <array>
 
 namespace fx_dsp

@@ -14,7 +14,11 @@ template <class Channel>
 class ModulationFx final : public FxEffect
 {
 public:
-    ModulationFx() { setDepth(); }
+    ModulationFx()
+    {
+        setDepth();
+        reset();
+    }
 
     PX_AUDIO_THREAD void setSampleRate (double rate) noexcept override
     {

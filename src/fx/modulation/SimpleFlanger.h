@@ -64,7 +64,8 @@ private:
     static_assert (Frames <= pieceFrames);
 
     // Delays are fixed-point numbers of samples with 16 fractional bits. Interpolation reads one sample further back.
-    static constexpr int32_t fixedOne = 1 << 16, shortestFixed = fixedOne, longestFixed = (lineFrames - 2) * fixedOne;
+    static constexpr int32_t fixedOne = 1 << 16, shortestFixed = fixedOne,
+                             longestFixed = (lineFrames - 2) * fixedOne;
     static constexpr uint32_t lineMask = lineFrames - 1;
 
     int32_t toFixed (double seconds) const noexcept
@@ -107,7 +108,8 @@ private:
                 delay = std::clamp (delay + blendAt (blendLeft--), shortestFixed, longestFixed);
             const auto read = position - static_cast<uint32_t> (delay >> 16);
             const auto near = line[read & lineMask], far = line[(read - 1) & lineMask];
-            const auto delayed = near + (far - near) * (static_cast<float> (delay & 0xffff) * (1.0f / fixedOne));
+            const auto delayed =
+                near + (far - near) * (static_cast<float> (delay & 0xffff) * (1.0f / fixedOne));
             line[position++ & lineMask] = in[i] + delayed * gains[i];
             out[i] = delayed;
         }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "fx/reverb/Flushed.h"
+
 #include "support/AudioThread.h"
 
 #include <algorithm>
@@ -29,12 +31,10 @@ public:
 private:
     static void run (float* __restrict line, float* __restrict samples, size_t count) noexcept
     {
-        // Far below hearing and far above the subnormal numbers: what is added and taken away again to flush them.
-        constexpr auto grain = 1e-8f;
         for (size_t i = 0; i < count; ++i)
         {
             const auto stored = line[i];
-            line[i] = samples[i] + stored * 0.5f + grain - grain;
+            line[i] = flushed (samples[i] + stored * 0.5f);
             samples[i] = stored - samples[i];
         }
     }

@@ -1,15 +1,8 @@
 #include "fx/reverb/CombBank.h"
 
-#include <algorithm>
+#include "fx/reverb/Flushed.h"
 
-namespace
-{
-// Rounds to the grid of a float near 1, so that a tail ends in zeros and not in subnormal numbers.
-inline float flushed (float value) noexcept
-{
-    return value + 1.0f - 1.0f;
-}
-}
+#include <algorithm>
 
 void CombBank::setLines (const std::array<std::span<float>, combs>& buffers) noexcept
 {

@@ -142,18 +142,20 @@ void Reverb::processPiece (float* left, float* right, int count) noexcept
     for (auto& allPass : allPasses[1])
         allPass.process (rightSum.data(), count);
 
-    const auto moving = bypass.isMoving() || wet.isMoving();
-    auto off = static_cast<float> (bypass.value()), level = static_cast<float> (wet.value());
-    for (size_t i = 0; i < frames; ++i)
+    const auto mix = [&] (size_t i, float off, float level)
     {
-        if (moving)
-        {
-            off = static_cast<float> (bypass.next());
-            level = static_cast<float> (wet.next());
-        }
         const auto outLeft = (leftSum[i] * own + rightSum[i] * other) * level + left[i] * dry2;
         const auto outRight = (rightSum[i] * own + leftSum[i] * other) * level + right[i] * dry2;
         left[i] = outLeft * (1.0f - off) + left[i] * off;
         right[i] = outRight * (1.0f - off) + right[i] * off;
+    };
+    if (bypass.isMoving() || wet.isMoving())
+    {
+        for (size_t i = 0; i < frames; ++i)
+            mix (i, static_cast<float> (bypass.next()), static_cast<float> (wet.next()));
+        return;
     }
+    const auto off = static_cast<float> (bypass.value()), level = static_cast<float> (wet.value());
+    for (size_t i = 0; i < frames; ++i)
+        mix (i, off, level);
 }

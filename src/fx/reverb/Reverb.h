@@ -24,6 +24,8 @@ public:
     };
 
     Reverb();
+    Reverb (const Reverb&) = delete; // the lines lie in its memory, which a move takes along
+    Reverb (Reverb&&) = default;
 
     /** In Hz, limited to the range above. Where it changes a line's length all tails end. */
     PX_AUDIO_THREAD void setSampleRate (double hertz) noexcept;

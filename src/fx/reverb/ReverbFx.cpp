@@ -2,7 +2,10 @@
 
 #include "fx/BeatSteps.h"
 
-void ReverbFx::setSampleRate (double rate) noexcept { reverb.setSampleRate (rate); }
+void ReverbFx::setSampleRate (double rate) noexcept
+{
+    reverb.setSampleRate (rate);
+}
 
 void ReverbFx::setFxParameter (FxParameter parameter, double value) noexcept
 {
@@ -30,4 +33,7 @@ void ReverbFx::process (float* left, float* right, int frames, double) noexcept
     reverb.process (left, right, frames);
 }
 
-void ReverbFx::reset() noexcept { reverb.reset(); }
+void ReverbFx::reset() noexcept
+{
+    reverb.reset();
+}
