@@ -23,6 +23,6 @@ public:
 private:
     std::array<fx_dsp::MFXTapeDelay, 2> lines;
     EffectMix mix;
-    Relaxed<double> dryWet { 0.5 }, centred { 0.5 }, feedback, stepValue; ///< as the knobs stand
     double beats = 0.5;
+    Relaxed<double> dryWet { 0.5 }, centred { 0.5 }, feedback, stepValue; ///< as the knobs stand
 };
