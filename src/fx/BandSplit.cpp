@@ -15,9 +15,7 @@ constexpr double silence = 1e-15;
 
 BandSplit::Section BandSplit::sectionAt (double hz, double rate) noexcept
 {
-    const auto g = std::tan (std::numbers::pi * std::min (hz / rate, 0.45));
-    const auto a1 = 1.0 / (1.0 + g * (g + damping));
-    return { a1, g * a1, g * g * a1 };
+    return StateVariable::coefficients (std::tan (std::numbers::pi * std::min (hz / rate, 0.45)), damping);
 }
 
 void BandSplit::setSampleRate (double rate) noexcept
@@ -29,46 +27,32 @@ void BandSplit::setSampleRate (double rate) noexcept
 
 void BandSplit::reset() noexcept
 {
-    states = {};
+    for (auto& state : states)
+        state.reset();
     for (auto& gain : gains)
         gain.settle();
 }
 
-inline Stereo BandSplit::allPass (const Section& section, Integrators& state, Stereo in,
-                                  Stereo& lowPass) noexcept
-{
-    const auto rest = in - state.second;
-    const auto band = section.a1 * state.first + section.a2 * rest;
-    lowPass = state.second + section.a2 * state.first + section.a3 * rest;
-    state.first = 2.0 * band - state.first;
-    state.second = 2.0 * lowPass - state.second;
-    return in - 2.0 * damping * band;
-}
-
-inline BandSplit::Sides BandSplit::crossover (const Section& section, Integrators& both, Integrators& second,
-                                              Stereo in) noexcept
+inline BandSplit::Sides BandSplit::crossover (const Section& section, StateVariable& both,
+                                              StateVariable& second, Stereo in) noexcept
 {
     // Both sides of such a crossover add up to its first section's all-pass, so the high side is what remains of that.
-    Stereo once, twice;
-    const auto sum = allPass (section, both, in, once);
-    allPass (section, second, once, twice);
-    return { twice, sum - twice };
+    const auto once = both.next (section, in);
+    const auto twice = second.next (section, once.low).low;
+    return { twice, in - 2.0 * damping * once.band - twice };
 }
 
 inline Stereo BandSplit::bandsOf (Stereo in, std::array<Stereo, bandCount>& bands) noexcept
 {
     const auto [bass, above] = crossover (lower, states[0], states[1], in);
     const auto [middle, treble] = crossover (upper, states[2], states[3], above);
-    Stereo unused;
-    bands = { allPass (upper, states[4], bass, unused), middle, treble };
+    bands = { bass - 2.0 * damping * states[4].next (upper, bass).band, middle, treble };
     return bands[low] + bands[mid] + bands[high];
 }
 
 bool BandSplit::isAtRest() const noexcept
 {
-    const auto isZero = [] (Stereo value) { return value[0] == 0.0 && value[1] == 0.0; };
-    return std::all_of (states.begin(), states.end(),
-                        [&] (const auto& state) { return isZero (state.first) && isZero (state.second); })
+    return std::all_of (states.begin(), states.end(), [] (const auto& state) { return state.isAtRest(); })
            && std::none_of (gains.begin(), gains.end(), [] (const auto& gain) { return gain.isMoving(); });
 }
 
@@ -97,6 +81,6 @@ bool BandSplit::process (float* left, float* right, float* sideLeft, float* side
     }
 
     for (auto& state : states)
-        state = { flushed (state.first, silence), flushed (state.second, silence) };
+        state.flush (silence);
     return !allOn;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fx/Stereo.h"
+#include "fx/StateVariable.h"
 #include "support/GainRamp.h"
 
 #include <array>
@@ -43,17 +43,7 @@ public:
     PX_AUDIO_THREAD void reset() noexcept;
 
 private:
-    /** The coefficients of a second-order Butterworth section as a state-variable filter (trapezoidal integrators). */
-    struct Section
-    {
-        double a1 = 0.0, a2 = 0.0, a3 = 0.0;
-    };
-
-    /** The state of such a section. */
-    struct Integrators
-    {
-        Stereo first {}, second {};
-    };
+    using Section = StateVariable::Coefficients;
 
     struct Sides
     {
@@ -61,11 +51,10 @@ private:
     };
 
     static Section sectionAt (double hz, double rate) noexcept;
-    static Stereo allPass (const Section&, Integrators&, Stereo in, Stereo& lowPass) noexcept;
-    static Sides crossover (const Section&, Integrators& both, Integrators& second, Stereo in) noexcept;
+    static Sides crossover (const Section&, StateVariable& both, StateVariable& second, Stereo in) noexcept;
     Stereo bandsOf (Stereo in, std::array<Stereo, bandCount>& bands) noexcept;
 
     Section lower, upper;
-    std::array<Integrators, 5> states {};
+    std::array<StateVariable, 5> states;
     std::array<GainRamp, bandCount> gains;
 };

@@ -1,9 +1,12 @@
 #pragma once
 
-#include "fx/Stereo.h"
+#include "fx/StateVariable.h"
 
-/** The second-order section of the sweep effects for a stereo pair: direct form, with its own gain of (1 + s/Q) over
-    (1 + s/2Q) in the pass band, s the sine of the corner's angle. */
+/** The second-order section of the sweep effects for a stereo pair: with s and c the sine and cosine of the corner's angle,
+    the biquad of b0 = (1 -+ c) / (s/Q + 2) times (1 +- z)^2, a1 = -2 Q c / (s + Q), a2 = (Q - s) / (s + Q).
+
+    It is worked as a state-variable filter, for which these say: tan (angle / 2), damping 2 / Q, and a gain. In a direct
+    form a corner that jumps from block to block would turn a steep wave into a burst of many times its height. */
 class SweepBiquad
 {
 public:
@@ -15,29 +18,26 @@ public:
 
     struct Coefficients
     {
-        double b0 = 1.0, a1 = 0.0, a2 = 0.0;
+        StateVariable::Coefficients section;
+        double gain = 1.0; ///< in the pass band
     };
 
     /** The corner is limited to what the rate can carry. Not for every sample. @param q   1 to 3; peaks like half of it */
-    PX_AUDIO_THREAD static Coefficients coefficients (Side, double hz, double q, double rate) noexcept;
+    PX_AUDIO_THREAD static Coefficients coefficients (double hz, double q, double rate) noexcept;
 
-    /** @tparam side   the one that the coefficients were made for */
     template <Side side>
     PX_AUDIO_THREAD Stereo next (const Coefficients& c, Stereo in) noexcept
     {
         const auto x = StereoMath::flushed (in, silence);
-        const auto middle = side == Side::lowPass ? x1 + x1 : -(x1 + x1);
-        const auto y = StereoMath::flushed ((x + middle + x2) * c.b0 - c.a1 * y1 - c.a2 * y2, silence);
-        x2 = x1;
-        x1 = x;
-        y2 = y1;
-        y1 = y;
-        return y;
+        const auto [low, band] = state.next (c.section, x);
+        state.flush (silence);
+        const auto out = side == Side::lowPass ? low : x - c.section.damping * band - low;
+        return StereoMath::flushed (out * c.gain, silence);
     }
 
-    PX_AUDIO_THREAD void reset() noexcept { x1 = x2 = y1 = y2 = Stereo {}; }
+    PX_AUDIO_THREAD void reset() noexcept { state.reset(); }
 
 private:
     static constexpr double silence = 1e-9;
-    Stereo x1 {}, x2 {}, y1 {}, y2 {};
+    StateVariable state;
 };

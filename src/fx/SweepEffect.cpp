@@ -173,7 +173,7 @@ void SweepEffect::filter (float* left, float* right, int frames) noexcept
     const auto q = 2.0 * amount * amount + 1.0;
     const auto through = [&]<Side side> (double hz)
     {
-        const auto coefficients = SweepBiquad::coefficients (side, hz, q, sampleRate);
+        const auto coefficients = SweepBiquad::coefficients (hz, q, sampleRate);
         run (left, right, frames,
              [this, coefficients] (Stereo in, double)
              { return sections[1].next<side> (coefficients, sections[0].next<side> (coefficients, in)); });
@@ -189,8 +189,8 @@ void SweepEffect::distort (float* left, float* right, int frames) noexcept
     using Side = SweepBiquad::Side;
     const auto c = limitedSweep (lfoPhase);
     const auto drive = c * c * c * c * 1024.0, level = 0.5 * drive + 0.5;
-    const auto coefficients = SweepBiquad::coefficients (
-        Side::lowPass, std::exp2 ((1.0 - amount) * 4.28 + 10.0), distortionQ, sampleRate);
+    const auto coefficients =
+        SweepBiquad::coefficients (std::exp2 ((1.0 - amount) * 4.28 + 10.0), distortionQ, sampleRate);
     run (left, right, frames,
          [this, coefficients, drive, level] (Stereo in, double)
          {
