@@ -174,9 +174,11 @@ void SweepEffect::filter (float* left, float* right, int frames) noexcept
     const auto through = [&]<Side side> (double hz)
     {
         const auto coefficients = SweepBiquad::coefficients (hz, q, sampleRate);
+        auto cascade = sections; // a copy lives in registers
         run (left, right, frames,
-             [this, coefficients] (Stereo in, double)
-             { return sections[1].next<side> (coefficients, sections[0].next<side> (coefficients, in)); });
+             [&cascade, coefficients] (Stereo in, double)
+             { return cascade[1].next<side> (coefficients, cascade[0].next<side> (coefficients, in)); });
+        sections = cascade;
     };
     if (mode == Mode::lowPass)
         through.operator()<Side::lowPass> (std::exp2 (c * 8.28 + 6.0));

@@ -82,6 +82,39 @@ TEST (ProcessBlock, LineThroughAddsTheChosenInputPair)
     }
 }
 
+TEST (ProcessBlock, EffectsKeepTheirDecksTempoAtAnyRate)
+{
+    EngineFixture fixture;
+    fixture.loadNoise (1, 1);
+    fixture.set ("EFFECT_ON_3_GROUP_B"); // the delay, half a beat
+    fixture.set ("FX_DRY_WET_GROUP_B", 1.0f);
+    auto& setup = fixture.engine->settings.deckSetup[1];
+    setup.lineThrough = 1;
+    setup.lineGain = 1.0;
+    setup.inputPair = 0;
+    for (const auto& [rate, bpm] : { std::pair { 44100.0, 128.0 }, { 96000.0, 100.0 }, { 44100.0, 100.0 } })
+    {
+        fixture.engine->setPlayConfigDetails (10, 14, rate, 512);
+        fixture.deck (1).bpm = bpm;
+        juce::AudioBuffer<float> out (14, 512);
+        int64_t loudest = 0, frame = -51'200;
+        for (float level = 0.0f; frame < 51'200; frame += 512)
+        {
+            out.clear();
+            out.setSample (0, 0, frame == 0 ? 1.0f : 0.0f);
+            fixture.process (out);
+            for (int i = 0; i < 512; ++i)
+                if (frame >= 0 && std::abs (out.getSample (6, i)) > level)
+                {
+                    level = std::abs (out.getSample (6, i));
+                    loudest = frame + i;
+                }
+        }
+        // The band split spreads the pulse a little.
+        EXPECT_NEAR (static_cast<double> (loudest), 30.0 / bpm * rate, 3e-4 * rate) << rate << " " << bpm;
+    }
+}
+
 TEST (ProcessBlock, BlocksOfAnySizeRun)
 {
     EngineFixture fixture;

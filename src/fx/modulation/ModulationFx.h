@@ -4,6 +4,7 @@
 #include "fx/FxEffect.h"
 #include "fx/modulation/SimpleFlanger.h"
 #include "fx/modulation/SimplePhaser.h"
+#include "support/Relaxed.h"
 
 #include <cmath>
 
@@ -116,8 +117,9 @@ private:
     }
 
     Channel left, right;
-    double wet = 0.5, depth = (Channel::defaultDepth - 0.2) / 0.6, sign = 1.0, stereoTurns = 0.0;
-    double rate = BeatSteps::valueOf (BeatSteps::modulation, 8.0);
+    Relaxed<double> wet { 0.5 }, depth { (Channel::defaultDepth - 0.2) / 0.6 }, stereoTurns { 0.0 };
+    Relaxed<double> rate { BeatSteps::valueOf (BeatSteps::modulation, 8.0) };
+    double sign = 1.0;
     bool isEmpty = true;
 };
 

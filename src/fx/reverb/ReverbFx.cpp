@@ -11,9 +11,9 @@ void ReverbFx::setFxParameter (FxParameter parameter, double value) noexcept
 {
     auto settings = reverb.settings();
     if (parameter == FxParameter::dryWet)
-        settings.wet = static_cast<float> (value);
+        settings.wet = wet = static_cast<float> (value);
     else if (parameter == FxParameter::step)
-        settings.roomSize = static_cast<float> (value);
+        settings.roomSize = roomSize = static_cast<float> (value);
     else if (parameter == FxParameter::bypass)
         reverb.setBypass (value >= 0.5);
     reverb.setSettings (settings);
@@ -22,9 +22,9 @@ void ReverbFx::setFxParameter (FxParameter parameter, double value) noexcept
 std::string ReverbFx::parameterText (FxParameter parameter) const
 {
     if (parameter == FxParameter::dryWet)
-        return FxText::percent (reverb.settings().wet);
+        return FxText::percent (wet);
     if (parameter == FxParameter::step)
-        return FxText::percent (reverb.settings().roomSize);
+        return FxText::percent (roomSize);
     return {};
 }
 

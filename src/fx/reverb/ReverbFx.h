@@ -2,6 +2,7 @@
 
 #include "fx/FxEffect.h"
 #include "fx/reverb/Reverb.h"
+#include "support/Relaxed.h"
 
 /** The Reverb as an effect of a slot: wet level, room size and bypass. */
 class ReverbFx final : public FxEffect
@@ -15,4 +16,5 @@ public:
 
 private:
     Reverb reverb;
+    Relaxed<float> wet { Reverb::Settings().wet }, roomSize { Reverb::Settings().roomSize };
 };
