@@ -30,10 +30,12 @@ public:
     {
         const auto x = StereoMath::flushed (in, silence);
         const auto [low, band] = state.next (c.section, x);
-        state.flush (silence);
         const auto out = side == Side::lowPass ? low : x - c.section.damping * band - low;
         return StereoMath::flushed (out * c.gain, silence);
     }
+
+    /** After each block: what rings on below hearing ends. */
+    PX_AUDIO_THREAD void flush() noexcept { state.flush (silence); }
 
     PX_AUDIO_THREAD void reset() noexcept { state.reset(); }
 

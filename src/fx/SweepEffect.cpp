@@ -133,6 +133,8 @@ void SweepEffect::process (float* left, float* right, int frames, double bpm) no
         gate (left, right, frames);
         break;
     }
+    for (auto& section : sections)
+        section.flush();
     arrive (wet, wetTarget);
     arrive (fade, bypass ? 0.0 : 1.0);
     arrive (gateLevel, 0.0);
@@ -193,13 +195,15 @@ void SweepEffect::distort (float* left, float* right, int frames) noexcept
     const auto drive = c * c * c * c * 1024.0, level = 0.5 * drive + 0.5;
     const auto coefficients =
         SweepBiquad::coefficients (std::exp2 ((1.0 - amount) * 4.28 + 10.0), distortionQ, sampleRate);
+    auto section = sections[0]; // a copy lives in registers
     run (left, right, frames,
-         [this, coefficients, drive, level] (Stereo in, double)
+         [&section, coefficients, drive, level] (Stereo in, double)
          {
-             const auto y = sections[0].next<Side::lowPass> (coefficients, in);
+             const auto y = section.next<Side::lowPass> (coefficients, in);
              const auto magnitude = y < 0.0 ? -y : y;
              return y / (magnitude * drive + 1.0) * level;
          });
+    sections[0] = section;
 }
 
 void SweepEffect::crush (float* left, float* right, int frames) noexcept
