@@ -57,7 +57,7 @@ double levelAt (const std::vector<float>& response, double hertz, double rate)
     std::complex<double> sum;
     for (size_t i = 0; i < response.size(); ++i)
         sum += static_cast<double> (response[i])
-             * std::polar (1.0, -2.0 * pi * hertz * static_cast<double> (i) / rate);
+               * std::polar (1.0, -2.0 * pi * hertz * static_cast<double> (i) / rate);
     return std::abs (sum);
 }
 
@@ -97,10 +97,11 @@ TEST (Phaser, ThreeNotchesStandAroundTheFrequencyThatTheOscillatorPointsAt)
             // Where six stages turn the phase by one, three and five half turns, and where by two and four.
             const auto at = [&] (double halfTurns) {
                 return rate / pi
-                     * std::atan (std::tan (halfTurns * pi / 12.0) * std::tan (pi * middle / rate));
+                       * std::atan (std::tan (halfTurns * pi / 12.0) * std::tan (pi * middle / rate));
             };
             for (const auto notch : { 1.0, 3.0, 5.0 })
-                EXPECT_LT (levelAt (response, at (notch), rate), 0.01) << rate << " " << turns << " " << notch;
+                EXPECT_LT (levelAt (response, at (notch), rate), 0.01)
+                    << rate << " " << turns << " " << notch;
             for (const auto peak : { 2.0, 4.0 })
                 EXPECT_NEAR (levelAt (response, at (peak), rate), 1.0, 0.01) << rate << " " << turns;
         }
