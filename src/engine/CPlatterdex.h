@@ -6,6 +6,7 @@
 #include "deck/Transport.h"
 #include "engine/EngineWorld.h"
 #include "engine/HostTransport.h"
+#include "fx/EffectRack.h"
 #include "settings/EngineSettings.h"
 #include "support/ListenerList.h"
 #include "support/RandGeneratorLCG.h"
@@ -116,6 +117,7 @@ public:
     AudioRecorder recorder;
     DeckWorld decks;
     Transport transport;
+    std::array<EffectRack, deckCount> effectRacks;
     HostTransport host;
     PostQueue<uint32_t, 512> midiInput;
     Relaxed<int> hostBlockSize { 256 }; ///< what a hosted plug-in is told

@@ -31,6 +31,7 @@ public:
     }
 
     PX_AUDIO_THREAD bool isMoving() const noexcept { return remaining > 0; }
+    PX_AUDIO_THREAD int samplesLeft() const noexcept { return remaining; }
 
     /** The gain of the last sample. */
     PX_AUDIO_THREAD double value() const noexcept { return current; }

@@ -1,1 +1,0 @@
-#include "fx/FxEffect.h"
