@@ -23,7 +23,8 @@ int main()
         for (int i = 0; i < 5; ++i)
         {
             const auto before = Timing::processorNanoseconds (Timing::Threads::own);
-            if (!Autogain::measure (music.getReadPointer (0), music.getReadPointer (1), frames, rate, pacing, cancel))
+            if (!Autogain::measure (music.getReadPointer (0), music.getReadPointer (1), frames, rate, pacing,
+                                    cancel))
                 return 1;
             durations.add (Timing::processorNanoseconds (Timing::Threads::own) - before);
         }

@@ -38,7 +38,8 @@ std::vector<float> pinkBand (double rate)
     std::vector<float> samples (static_cast<size_t> (rate * 3.0));
     for (double hertz = 200.0; hertz < 3600.0; hertz *= 1.061)
         for (double i = 0.0, start = phase (random); auto& sample : samples)
-            sample += 0.02f * static_cast<float> (std::sin (start + 2.0 * std::numbers::pi * hertz * i++ / rate));
+            sample +=
+                0.02f * static_cast<float> (std::sin (start + 2.0 * std::numbers::pi * hertz * i++ / rate));
     return samples;
 }
 }
@@ -74,38 +75,6 @@ TEST (Loudness, IsLinearInDecibelsDownToTheLimit)
         EXPECT_NEAR (gainOf (sineOf (1000.0, levelDb, 48000.0), 48000.0), full - levelDb, 0.015) << levelDb;
     EXPECT_EQ (gainOf (sineOf (1000.0, -60.0, 48000.0), 48000.0), 24.0);
     EXPECT_EQ (gainOf (sineOf (3700.0, 24.0, 48000.0), 48000.0), -24.0);
-}
-
-TEST (Loudness, ReferencePinkNoiseAsksForTheSixDecibelsTo89)
-{
-    // Noise 20 dB below a full-scale sine is the proposal's 83 dB. Where its noise ends at the bottom is not published:
-    // every octave below hearing counts in its level and not in its loudness, so that 20 Hz gives 5 dB and 1 Hz nearly 7.
-    constexpr struct
-    {
-        double pole, gain;
-    } poles[] = { { 0.99886, 0.0555179 }, { 0.99332, 0.0750759 }, { 0.969, 0.153852 },
-                  { 0.8665, 0.3104856 },  { 0.55, 0.5329522 },    { -0.7616, -0.016898 } };
-    std::vector<float> sides[2];
-    for (unsigned seed = 1; auto& samples : sides)
-    {
-        samples = Signals::noise (44100 * 20, seed++, 1.0);
-        double states[6] = {}, last = 0.0;
-        for (auto& sample : samples)
-        {
-            const double white = sample;
-            auto sum = white * 0.5362 + last;
-            for (size_t i = 0; i < 6; ++i)
-                sum += states[i] = states[i] * poles[i].pole + white * poles[i].gain;
-            last = white * 0.115926;
-            sample = static_cast<float> (sum);
-        }
-        const auto scale = 0.1 / std::numbers::sqrt2 / Signals::rms (samples);
-        for (auto& sample : samples)
-            sample = static_cast<float> (sample * scale);
-    }
-    LoudnessMeter meter (44100.0);
-    meter.add (sides[0].data(), sides[1].data(), 44100 * 20);
-    EXPECT_NEAR (meter.gainDb().value(), 6.0, 1.0);
 }
 
 TEST (Loudness, RatesAgreeOnTheSameSound)
@@ -161,7 +130,8 @@ TEST (Loudness, NothingIsSaidOfWhatCannotBeMeasured)
 {
     const auto tone = sineOf (1000.0, -6.0, 48000.0);
     EXPECT_TRUE (std::isnan (gainOf (std::vector<float> (48000), 48000.0))) << "silence";
-    EXPECT_TRUE (std::isnan (gainOf (std::vector<float> (tone.begin(), tone.begin() + 2399), 48000.0))) << "too short";
+    EXPECT_TRUE (std::isnan (gainOf (std::vector<float> (tone.begin(), tone.begin() + 2399), 48000.0)))
+        << "too short";
     EXPECT_FALSE (std::isnan (gainOf (std::vector<float> (tone.begin(), tone.begin() + 2400), 48000.0)));
     for (const auto rate : { 0.0, -44100.0, 50000.0, 768000.0, std::numeric_limits<double>::quiet_NaN(),
                              std::numeric_limits<double>::infinity() })
@@ -183,8 +153,10 @@ TEST (Autogain, IsTheGainRaisedBySixDecibelsAndStopsWhenCancelled)
     Pacing pacing (Pacing::Mode::offline);
     Relaxed<int32_t> cancel { 0 };
     const auto tone = sineOf (1000.0, -6.0, 44100.0);
-    const auto measure = [&] {
-        return Autogain::measure (tone.data(), tone.data(), static_cast<int> (tone.size()), 44100.0, pacing, cancel);
+    const auto measure = [&]
+    {
+        return Autogain::measure (tone.data(), tone.data(), static_cast<int> (tone.size()), 44100.0, pacing,
+                                  cancel);
     };
     EXPECT_DOUBLE_EQ (measure().value(), Autogain::factorFor (gainOf (tone, 44100.0)));
     cancel = 1;

@@ -32,8 +32,8 @@ double factorFor (double gainDb) noexcept
     return std::pow (10.0, (std::min (gainDb, LoudnessMeter::limitDb) + raiseDb) * 0.05);
 }
 
-std::optional<double> measure (const int16_t* left, const int16_t* right, int frames, double rate, Pacing& pacing,
-                               const Relaxed<int32_t>& cancel)
+std::optional<double> measure (const int16_t* left, const int16_t* right, int frames, double rate,
+                               Pacing& pacing, const Relaxed<int32_t>& cancel)
 {
     return measureSamples (left, right, frames, rate, pacing, cancel);
 }
