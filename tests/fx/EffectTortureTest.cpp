@@ -55,7 +55,7 @@ using Effects = testing::Types<FlangerFx, PhaserFx, ReverbFx, DelayEffect, Sweep
                                Sweep<Mode::bitCrusher>, Sweep<Mode::distortion>>;
 TYPED_TEST_SUITE (EveryEffect, Effects);
 
-/** Those that do not leave it to the rack to keep out what is no sound. */
+/** Those that do not leave it to the rack to keep out what is no sound, and to forget old sound. */
 template <class Effect>
 class EffectWithABorder : public testing::Test
 {
@@ -131,6 +131,28 @@ TYPED_TEST (EffectWithABorder, WhatIsNoSoundDoesNotStayInTheLines)
         ASSERT_LT (std::max (Signals::peak (left), Signals::peak (right)), 1.0) << block;
     }
     EXPECT_TRUE (std::isfinite (left.back() + right.back()));
+}
+
+TYPED_TEST (EffectWithABorder, BypassedItLeavesTheAudioAndForgetsItsTail)
+{
+    TypeParam effect;
+    effect.setSampleRate (44100.0);
+    effect.setFxParameter (FxParameter::step, 1.0);
+    effect.setFxParameter (FxParameter::bypass, 0.49);
+    auto left = Signals::noise (44100, 1), right = Signals::noise (44100, 2);
+    effect.process (left.data(), right.data(), 44100, 120.0);
+    effect.setFxParameter (FxParameter::bypass, 0.5);
+    effect.process (left.data(), right.data(), 64, 120.0); // the ramp's length
+    const auto before = std::pair { left, right };
+    for (int done = 0; done < 44100; done += 100)
+        effect.process (left.data() + done, right.data() + done, 100, 120.0);
+    EXPECT_EQ (std::pair (left, right), before);
+
+    effect.setFxParameter (FxParameter::bypass, 0.49);
+    std::ranges::fill (left, 0.0f);
+    std::ranges::fill (right, 0.0f);
+    effect.process (left.data(), right.data(), 44100, 120.0);
+    EXPECT_LT (std::max (Signals::peak (left), Signals::peak (right)), 1e-12);
 }
 
 TYPED_TEST (EveryEffectOfSamples, SameSamplesInWhateverBlocksTheyCome)
