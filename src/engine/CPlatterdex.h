@@ -9,6 +9,7 @@
 #include "mixer/Equaliser.h"
 #include "mixer/MasterLimiter.h"
 #include "mixer/Meters.h"
+#include "fx/EffectRack.h"
 #include "settings/EngineSettings.h"
 #include "support/ListenerList.h"
 #include "support/RandGeneratorLCG.h"
@@ -124,6 +125,7 @@ public:
     Meters masterMeters;
     DeckWorld decks;
     Transport transport;
+    std::array<EffectRack, deckCount> effectRacks;
     HostTransport host;
     PostQueue<uint32_t, 512> midiInput;
     Relaxed<int> hostBlockSize { 256 }; ///< what a hosted plug-in is told

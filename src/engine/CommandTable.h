@@ -43,6 +43,7 @@ struct CommandCall
 
 using CommandWrite = void (*) (CPlatterdex&, const CommandCall&);
 using CommandRead = double (*) (CPlatterdex&, int deck, int which);
+using CommandText = std::string (*) (CPlatterdex&, int deck, int which);
 
 /** Commands that differ only in their deck (group, slot) and number: one row of the table of commands.
 
@@ -62,6 +63,8 @@ struct CommandFamily
     double neutral; ///< what a read gives without a deck
     const char* writeMeaning;
     const char* readMeaning;
+    CommandText text =
+        nullptr; ///< what a display shows in place of the value with two decimals; may be empty
 };
 
 /** The vocabulary of the whole system: commands 1 to 465. */

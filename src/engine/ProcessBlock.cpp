@@ -49,6 +49,8 @@ PX_AUDIO_THREAD void takeSampleRate (Block& block)
     {
         block.engine.decks.engineRate = block.sampleRate;
         block.engine.preview.setOutputRate (block.sampleRate);
+        for (auto& rack : block.engine.effectRacks)
+            rack.setSampleRate (block.sampleRate);
     }
 }
 
@@ -121,7 +123,11 @@ PX_AUDIO_THREAD void equalise (Block& block, DeckPlayer& deck)
                             block.pair (deck), block.sampleRate);
 }
 
-PX_AUDIO_THREAD void runEffects (Block&, DeckPlayer&) {}
+PX_AUDIO_THREAD void runEffects (Block& block, DeckPlayer& deck)
+{
+    auto& rack = block.engine.effectRacks[static_cast<size_t> (deck.index)];
+    rack.process (block.deckLeft (deck), block.deckRight (deck), block.frames, deck.bpm * deck.tempo);
+}
 
 PX_AUDIO_THREAD void tapPfl (Block& block, DeckPlayer& deck)
 {

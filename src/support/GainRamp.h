@@ -30,7 +30,16 @@ public:
         return current;
     }
 
-    void reset (double value) noexcept
+    PX_AUDIO_THREAD bool isMoving() const noexcept { return remaining > 0; }
+    PX_AUDIO_THREAD int samplesLeft() const noexcept { return remaining; }
+
+    /** The gain of the last sample. */
+    PX_AUDIO_THREAD double value() const noexcept { return current; }
+
+    /** Jumps to where it was going. */
+    PX_AUDIO_THREAD void settle() noexcept { reset (target); }
+
+    PX_AUDIO_THREAD void reset (double value) noexcept
     {
         target = current = value;
         remaining = 0;

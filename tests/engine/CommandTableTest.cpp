@@ -151,6 +151,45 @@ TEST (Commands, ValuesGoInAndComeBackAsTheirTableSays)
     EXPECT_EQ (engine.getParameterName (21), "Pitch A");
 }
 
+TEST (Commands, EffectsAreChosenSwitchedAndTurned)
+{
+    EngineFixture fixture;
+    const auto text = [&] (const char* constant)
+    { return fixture.engine->getParameterText (CommandTable::numberOf (constant)); };
+    EXPECT_EQ (text ("EFFECT_SELECT_1_GROUP_D"), "Flanger");
+    EXPECT_EQ (text ("EFFECT_SELECT_2_GROUP_D"), "Phaser");
+    EXPECT_EQ (text ("EFFECT_SELECT_3_GROUP_D"), "Delay");
+    EXPECT_EQ (text ("EFFECT_PARAM_3_GROUP_D"), "1/8");
+    EXPECT_EQ (text ("FX_DRY_WET_GROUP_D"), "50%");
+    EXPECT_EQ (fixture.get ("FILTER_D"), 0.5f);
+
+    fixture.set ("EFFECT_SELECT_3_GROUP_D", 0.95f);
+    EXPECT_EQ (fixture.get ("EFFECT_SELECT_3_GROUP_D"), 0.95f);
+    EXPECT_EQ (text ("EFFECT_SELECT_3_GROUP_D"), "Reverb");
+    fixture.set ("EFFECT_PARAM_3_GROUP_D", 0.25f);
+    EXPECT_EQ (text ("EFFECT_PARAM_3_GROUP_D"), "25%");
+    EXPECT_EQ (fixture.get ("EFFECT_PARAM_3_GROUP_D"), 0.25f);
+    fixture.set ("FX_DRY_WET_GROUP_D", 3.0f);
+    EXPECT_EQ (text ("FX_DRY_WET_GROUP_D"), "100%");
+    fixture.set ("FX_DRY_WET_RESET_GROUP_D");
+    EXPECT_EQ (fixture.get ("FX_DRY_WET_GROUP_D"), 0.0f);
+    fixture.set ("FILTER_D", -1.0f);
+    EXPECT_EQ (fixture.get ("FILTER_D"), 0.0f);
+
+    for (const auto& [constant, before] : { std::pair { "EFFECT_ON_2_GROUP_D", 0.0f },
+                                            { "FX_HIGH_BAND_GROUP_D", 1.0f },
+                                            { "FX_MID_BAND_GROUP_D", 1.0f },
+                                            { "FX_LOW_BAND_GROUP_D", 1.0f } })
+    {
+        EXPECT_EQ (fixture.get (constant), before) << constant;
+        fixture.set (constant);
+        EXPECT_EQ (fixture.get (constant), 1.0f - before) << constant;
+    }
+    EXPECT_EQ (fixture.get ("EFFECT_ON_1_GROUP_D"), 0.0f);
+    EXPECT_EQ (fixture.get ("EFFECT_ON_2_GROUP_C"), 0.0f);
+    EXPECT_EQ (text ("EFFECT_SELECT_3_GROUP_A"), "Delay");
+}
+
 TEST (Commands, SetMasterCountsStandaloneOnly)
 {
     EngineFixture fixture;

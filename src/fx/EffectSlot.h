@@ -1,0 +1,81 @@
+#pragma once
+
+#include "fx/FxEffect.h"
+#include "support/GainRamp.h"
+#include "support/Relaxed.h"
+
+#include <array>
+#include <memory>
+
+/** The kinds of effect in the order of the selector. */
+namespace FxType
+{
+enum Index
+{
+    delay,
+    flanger,
+    phaser,
+    lowPass,
+    highPass,
+    autoPan,
+    trans,
+    bitCrusher,
+    distortion,
+    reverb
+};
+inline constexpr int count = reverb + 1;
+
+/** The name of a kind, 0 to 9. */
+const char* name (int index) noexcept;
+
+/** The selector's value in the middle of a kind's step. */
+double selectorValue (int index) noexcept;
+}
+
+/** One slot of a rack: an instance of every kind of effect, and a selector that says which is heard.
+
+    Dry/wet, frequency and bypass belong to the slot and reach all its effects; feedback, step and sign belong to the effect
+    that is selected when they come. Setters run under the callback lock or on the audio thread; readers on any thread. */
+class EffectSlot
+{
+public:
+    /** @param initial   the selected kind, 0 to 9 */
+    explicit EffectSlot (int initial);
+
+    PX_AUDIO_THREAD void setSampleRate (double rate) noexcept;
+
+    /** @param value   limited to 0 to 1 */
+    PX_AUDIO_THREAD void setFxParameter (FxParameter, double value) noexcept;
+
+    /** From the next block on, by a cross-fade of 64 samples. @param value   0 to 1, in ten steps */
+    PX_AUDIO_THREAD void selectFx (double value) noexcept;
+
+    double parameter (FxParameter) const noexcept;
+    double selector() const noexcept { return selectorValue; }
+    int selected() const noexcept { return wanted; }
+    bool isOn() const noexcept { return bypass < 0.5; }
+
+    /** Empty for what the selected effect does not know. Not on the audio thread. */
+    std::string parameterText (FxParameter) const;
+
+    PX_AUDIO_THREAD void process (float* left, float* right, int frames, double bpm) noexcept;
+
+private:
+    /** What the knobs of one kind of effect stand at. */
+    struct Knobs
+    {
+        Relaxed<double> feedback { 0.0 }, step { 0.0 }, sign { 1.0 };
+    };
+
+    Relaxed<double>& knob (FxParameter) noexcept;
+    FxEffect& effect (int index) noexcept { return *effects[static_cast<size_t> (index)]; }
+    void crossfade (float* left, float* right, int frames, double bpm) noexcept;
+
+    std::array<std::unique_ptr<FxEffect>, FxType::count> effects;
+    std::array<Knobs, FxType::count> knobs;
+    Relaxed<double> dryWet { 0.5 }, frequency { 0.5 }, bypass { 1.0 };
+    Relaxed<double> selectorValue;
+    Relaxed<int> wanted;
+    int current, former;
+    GainRamp arrival { 1.0 }; ///< of the current effect, over the former
+};
