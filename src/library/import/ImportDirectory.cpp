@@ -1,0 +1,14 @@
+#include "library/import/ImportDirectory.h"
+
+ImportDirectory::ImportDirectory (SongDatabase* d, const juce::File& f) : database (d), folder (f)
+{
+}
+
+ImportResult ImportDirectory::run (ImportProgress& progress)
+{
+    if (database == nullptr || !folder.isDirectory())
+        return {};
+    ImportRun import (*database, progress);
+    import.importFolder (folder);
+    return import.result;
+}

@@ -1,0 +1,41 @@
+#include "library/import/ImportRun.h"
+
+#include "library/database/SongDatabase.h"
+#include "library/import/FolderWalk.h"
+#include "library/import/ImportSong.h"
+#include "support/AudioFileTypes.h"
+
+ImportRun::ImportRun (SongDatabase& d, ImportProgress& p)
+    : database (d), progress (p), filter (AudioFileTypes::wildcard, {}, {})
+{
+    database.beginTransaction();
+}
+
+ImportRun::~ImportRun()
+{
+    database.endTransaction();
+}
+
+bool ImportRun::importFile (const juce::String& path, double part)
+{
+    if (progress.shouldExit())
+    {
+        result.isCancelled = true;
+        return false;
+    }
+    if (filter.isFileSuitable (juce::File::createFileWithoutCheckingPath (path)))
+    {
+        progress.setStatusText (path);
+        result.added += importSong (database, path) ? 1 : 0;
+        ++result.accepted;
+        onAccepted (path);
+    }
+    progress.setProgress (part);
+    return true;
+}
+
+bool ImportRun::importFolder (const juce::File& folder)
+{
+    return FolderWalk::visitFiles (folder, [this] (const juce::String& path, double estimate)
+                                   { return importFile (path, estimate); });
+}
