@@ -33,7 +33,8 @@ std::vector<Child> childrenOf (const fs::path& folder)
                                                       static_cast<int> (child.name.size())))
             children.push_back (std::move (child));
     }
-    std::sort (children.begin(), children.end(), [] (const Child& a, const Child& b)
+    std::sort (children.begin(), children.end(),
+               [] (const Child& a, const Child& b)
                { return strverscmp (a.name.c_str(), b.name.c_str()) < 0; });
     return children;
 }

@@ -1,8 +1,6 @@
 #include "library/import/ImportDirectory.h"
 
-ImportDirectory::ImportDirectory (SongDatabase* d, const juce::File& f) : database (d), folder (f)
-{
-}
+ImportDirectory::ImportDirectory (SongDatabase* d, const juce::File& f) : database (d), folder (f) {}
 
 ImportResult ImportDirectory::run (ImportProgress& progress)
 {

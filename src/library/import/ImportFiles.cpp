@@ -3,7 +3,9 @@
 #include "library/database/SongDatabase.h"
 
 ImportFiles::ImportFiles (SongDatabase* d, const juce::StringArray& p, const Target& t)
-    : database (d), paths (p), target (t)
+    : database (d),
+      paths (p),
+      target (t)
 {
 }
 
@@ -16,24 +18,25 @@ ImportResult ImportFiles::run (ImportProgress& progress)
     ImportResult result;
     {
         ImportRun import (*database, progress);
-        import.onAccepted = [&accepted] (const juce::String& path) { accepted.add (path); };
-        for (int i = 0; i < paths.size(); ++i)
-        {
-            const auto file = juce::File::createFileWithoutCheckingPath (paths[i]);
-            if (!(file.isDirectory() ? import.importFolder (file)
-                                     : import.importFile (paths[i], static_cast<double> (i) / paths.size())))
-                break;
-        }
-        result = import.result;
+        import.onAccepted = [&accepted](const juce::String& path) { accepted.add (path);
+    };
+    for (int i = 0; i < paths.size(); ++i)
+    {
+        const auto file = juce::File::createFileWithoutCheckingPath (paths[i]);
+        if (!(file.isDirectory() ? import.importFolder (file)
+                                 : import.importFile (paths[i], static_cast<double> (i) / paths.size())))
+            break;
     }
+    result = import.result;
+}
 
-    if (target.list != nullptr)
-        putIntoList (accepted);
-    else if (target.playlistId >= 0)
-        database->addFilesToPlaylist (target.playlistId, accepted);
-    else if (target.isAutomix)
-        database->addFilesToAutomix (accepted);
-    return result;
+if (target.list != nullptr)
+    putIntoList (accepted);
+else if (target.playlistId >= 0)
+    database->addFilesToPlaylist (target.playlistId, accepted);
+else if (target.isAutomix)
+    database->addFilesToAutomix (accepted);
+return result;
 }
 
 void ImportFiles::putIntoList (const juce::StringArray& accepted)

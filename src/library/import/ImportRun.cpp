@@ -6,7 +6,9 @@
 #include "support/AudioFileTypes.h"
 
 ImportRun::ImportRun (SongDatabase& d, ImportProgress& p)
-    : database (d), progress (p), filter (AudioFileTypes::wildcard, {}, {})
+    : database (d),
+      progress (p),
+      filter (AudioFileTypes::wildcard, {}, {})
 {
     database.beginTransaction();
 }

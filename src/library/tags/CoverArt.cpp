@@ -1,6 +1,6 @@
 #include "library/tags/CoverArt.h"
 
-#include "library/tags/PictureSize.h"
+#include "library/tags/Picture.h"
 #include "library/tags/TagFile.h"
 
 #include <asffile.h>
@@ -12,8 +12,6 @@
 
 namespace
 {
-constexpr uint64_t mostPixels = 64'000'000;
-
 TagLib::ByteVector pictureOf (const TagFile& file)
 {
     if (auto* mpeg = file.as<TagLib::MPEG::File>(); mpeg != nullptr && mpeg->ID3v2Tag() != nullptr)
@@ -52,11 +50,7 @@ juce::Image readCoverArt (const juce::String& path)
         if (!file.isUsable())
             return {};
         const auto bytes = pictureOf (file);
-        const std::span picture (reinterpret_cast<const uint8_t*> (bytes.data()), bytes.size());
-        const auto pixels = statedPixels (picture);
-        if (pixels == 0 || pixels > mostPixels)
-            return {};
-        return juce::ImageFileFormat::loadFrom (picture.data(), picture.size());
+        return decodePicture ({ reinterpret_cast<const uint8_t*> (bytes.data()), bytes.size() });
     }
     catch (const std::exception&)
     {

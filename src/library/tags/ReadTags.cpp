@@ -27,8 +27,7 @@ void readId3v2 (const TagLib::ID3v2::Tag& tag, SongRecord& record)
     if (const auto& tempos = tag.frameList ("TBPM"); !tempos.isEmpty())
         setTempo (record, toText (tempos.front()->toString()));
     if (const auto& ratings = tag.frameList ("POPM"); !ratings.isEmpty())
-        if (const auto* rating =
-                dynamic_cast<const TagLib::ID3v2::PopularimeterFrame*> (ratings.front()))
+        if (const auto* rating = dynamic_cast<const TagLib::ID3v2::PopularimeterFrame*> (ratings.front()))
             record[SongColumn::rating] = juce::String (starsOfPopm (rating->rating()));
 }
 

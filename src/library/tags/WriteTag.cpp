@@ -22,9 +22,9 @@ class WorkingCopy
 {
 public:
     explicit WorkingCopy (const fs::path& file)
-        : original (file), copy (file.parent_path()
-                                 / (".platterdex-" + juce::Uuid().toString().toStdString()
-                                    + file.extension().string()))
+        : original (file),
+          copy (file.parent_path()
+                / (".platterdex-" + juce::Uuid().toString().toStdString() + file.extension().string()))
     {
         std::error_code error;
         isMade = fs::copy_file (original, copy, error) && !error;
@@ -59,8 +59,9 @@ unsigned int wholeNumber (const juce::String& text)
     return static_cast<unsigned int> (juce::jmax (0, text.getIntValue()));
 }
 
-constexpr std::array fieldsOfTags { SongField::artist, SongField::album, SongField::year, SongField::genre,
-                                    SongField::title, SongField::trackNumber, SongField::comment };
+constexpr std::array fieldsOfTags { SongField::artist, SongField::album, SongField::year,
+                                    SongField::genre,  SongField::title, SongField::trackNumber,
+                                    SongField::comment };
 
 void setField (TagLib::Tag& tag, SongField field, const juce::String& text)
 {

@@ -157,9 +157,9 @@ const juce::File& masterOf (const juce::String& extension)
         const auto wav = folder.file ("source.wav");
         if (!wav.exists())
             EncodedFiles::writeWav (EncodedFiles::makeNoise (2, 2 * 44100, 44100.0), 44100.0, wav);
-        master = extension == ".wav"
-                     ? wav
-                     : EncodedFiles::encode (wav, folder.file ("master" + extension), { "-map_metadata", "-1" });
+        master = extension == ".wav" ? wav
+                                     : EncodedFiles::encode (wav, folder.file ("master" + extension),
+                                                             { "-map_metadata", "-1" });
     }
     return master;
 }
