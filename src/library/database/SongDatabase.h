@@ -7,10 +7,13 @@
 #include "library/database/SourceItem.h"
 #include "library/database/SqlConnection.h"
 
+#include <atomic>
 #include <functional>
 #include <span>
 #include <string>
 #include <vector>
+
+struct LinkTable;
 
 /** The library: one SQLite file, and the only class that speaks SQL.
 
@@ -57,6 +60,9 @@ public:
     /** Transactions don't nest: what begins a second one has no effect, and the first end ends it. */
     int beginTransaction();
     int endTransaction();
+
+    /** Begun and not yet ended. */
+    int transactionCount() const { return transactions; }
 
     /** Writes a whole copy of the library as it stands to a file, replacing it. */
     int copyTo (const juce::File&);
@@ -218,33 +224,34 @@ public:
     int loadSelection (const SongList*, juce::String& selectionXml);
 
 private:
-    struct ListTable;
-
+    int openStorage (const juce::File&, Storage);
     void createSchema();
-    bool createTable (const std::string& create, const std::vector<std::string>& whenNew);
-
-    int run (const std::string& sql);
     int runAll (std::span<const std::string> statements);
     int readText (const std::string& sql, juce::String& text);
     int count (const std::string& sql);
 
-    int readSongFrom (const char* table, int32_t id, SongRecord&);
+    int readSongFrom (bool foreign, int32_t id, SongRecord&);
     int readFieldFrom (const char* table, SongField, int32_t id, juce::String& text);
     int insertInto (const char* table, const SongRecord&);
+    int setField (SongField, int32_t id, const std::string& value);
 
-    int fill (SongList*, const std::string& sql);
-    int fillLinked (const ListTable&, SongList*, int32_t id, const std::string& condition, SongField sort,
+    int fill (SongList*, const std::string& sql, bool linked = false);
+    int fillSorted (SongList*, const std::string& sql, SongField sort, bool ascending);
+    int fillLinked (const LinkTable&, SongList*, int32_t id, const std::string& condition, SongField sort,
                     bool ascending);
-    int searchLinked (const ListTable&, SongList*, int32_t id, SearchFields, const juce::String& term,
+    int searchLinked (const LinkTable&, SongList*, int32_t id, SearchFields, const juce::String& term,
                       SongField sort, bool ascending);
 
-    int createListIn (const ListTable&, const char* playlists, const juce::String& name, const SongList*,
+    int insertRow (const std::string& sql, int32_t* newId);
+    int createListIn (const LinkTable&, const char* playlists, const juce::String& name, const SongList*,
                       int32_t sortOrder, int32_t* newId);
-    int addSongs (const ListTable&, int32_t id, const SongList&);
-    int addFiles (const ListTable&, int32_t id, const juce::StringArray& paths);
-    int replaceEntries (const ListTable&, const SongList&);
+    int addList (const LinkTable&, int32_t id, const SongList*);
+    int addSongs (const LinkTable&, int32_t id, const SongList&);
+    int addFiles (const LinkTable&, int32_t id, const juce::StringArray& paths);
+    int replaceEntries (const std::string& deleteOld, const LinkTable&, const SongList&);
+    int readLayout (const SongList*, const char* what, juce::String& xml);
     int listSources (const char* table, SongListKind, std::vector<SourceItem>&);
 
     SqlConnection connection;
-    int transactions = 0;
+    std::atomic<int> transactions = 0;
 };

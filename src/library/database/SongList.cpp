@@ -46,6 +46,13 @@ void SongList::clear()
     bytes = 0.0;
 }
 
+std::vector<int32_t> SongList::songIds() const
+{
+    std::vector<int32_t> ids (rows.size());
+    std::transform (rows.begin(), rows.end(), ids.begin(), [] (const auto& row) { return row.songId; });
+    return ids;
+}
+
 void SongList::setDatabase (SongDatabase* database)
 {
     for (auto& row : rows)

@@ -32,6 +32,9 @@ public:
     const SongListEntry& operator[] (int index) const { return rows[static_cast<size_t> (index)]; }
     std::span<const SongListEntry> entries() const { return rows; }
 
+    /** The numbers of all songs, in the list's order. */
+    std::vector<int32_t> songIds() const;
+
     /** Seconds. */
     uint32_t totalDuration() const { return seconds; }
 

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -38,42 +39,62 @@ public:
     SqlConnection (const SqlConnection&) = delete;
     SqlConnection& operator= (const SqlConnection&) = delete;
 
-    /** Opens for reading and writing. @param path   UTF-8, ":memory:" for none */
-    int open (const juce::String& path, bool createIfMissing);
+    /** Opens for reading and writing; a file that is missing is made. @param path   ":memory:" for no file */
+    int open (const juce::String& path);
 
-    /** Opens for reading only, and believes that nobody writes: a folder that can't be written to is no obstacle. */
-    int openUnchanging (const juce::String& path);
+    /** Opens a file that must be there for reading only. */
+    int openForReading (const juce::String& path);
+
+    /** Commits what is open and closes. */
     void close();
     bool isOpen() const;
 
     /** Runs a statement and drops what it gives. What follows its end is not run. */
     int run (const std::string& sql);
 
-    /** Runs one statement that does not write, and hands over its rows. */
+    /** Runs an INSERT. @param newId   where the row's id goes */
+    int insert (const std::string& sql, int64_t& newId);
+
+    /** Runs one statement that does not write, and hands over its rows under the lock. */
     int query (const std::string& sql, const RowFunction&);
 
     /** As query() for a statement with one "?" in it, which is kept ready for the next call with the same text. */
     int queryKept (const std::string& sql, int32_t value, const RowFunction&);
 
-    /** The id of the row that was inserted last. */
-    int64_t lastRowId() const;
-
     bool isInTransaction() const;
 
-    /** Copies everything of this database over everything of another. */
-    int copyTo (SqlConnection&);
+    /** Copies everything over the content of another database, under this one's lock. */
+    int copyTo (SqlConnection& other);
 
 private:
     struct Kept
     {
         std::string sql;
-        sqlite3_stmt* statement = nullptr;
+        sqlite3_stmt* statement;
     };
 
-    sqlite3_stmt* keptStatement (const std::string& sql, int& code);
     int openWith (const juce::String& path, int flags);
+    int prepare (const std::string& sql, unsigned flags, sqlite3_stmt*&) const;
+    int keptStatement (const std::string& sql, sqlite3_stmt*&);
 
     juce::CriticalSection lock;
     sqlite3* handle = nullptr;
     std::vector<Kept> kept;
+};
+
+/** One transaction for a whole loop. Where one is open already, perhaps of another thread, the loop becomes a part of it. */
+class SqlTransaction
+{
+public:
+    explicit SqlTransaction (SqlConnection&);
+    ~SqlTransaction();
+    SqlTransaction (const SqlTransaction&) = delete;
+    SqlTransaction& operator= (const SqlTransaction&) = delete;
+
+    /** Takes back what was done, if this began it. */
+    void rollBack();
+
+private:
+    SqlConnection& connection;
+    bool open;
 };

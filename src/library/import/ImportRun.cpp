@@ -28,8 +28,10 @@ bool ImportRun::importFile (const juce::String& path, double part)
     if (filter.isFileSuitable (juce::File::createFileWithoutCheckingPath (path)))
     {
         progress.setStatusText (path);
-        result.added += importSong (database, path) ? 1 : 0;
+        const auto outcome = tryImportSong (database, path);
         ++result.accepted;
+        result.added += outcome == SongImport::added ? 1 : 0;
+        result.refused += outcome == SongImport::refused ? 1 : 0;
         onAccepted (path);
     }
     progress.setProgress (part);

@@ -4,6 +4,8 @@
 
 #include <juce_core/juce_core.h>
 
+#include <functional>
+
 class SongDatabase;
 
 /** How an import ended. */
@@ -11,6 +13,7 @@ struct ImportResult
 {
     int accepted = 0; ///< audio files that were met
     int added = 0;    ///< of these, those that are new in the library
+    int refused = 0;  ///< of these, those that the database did not take
     bool isCancelled = false;
 };
 

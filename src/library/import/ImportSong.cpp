@@ -4,18 +4,23 @@
 #include "library/tags/ReadTags.h"
 #include "support/AudioThread.h"
 
-bool importSong (SongDatabase& database, const juce::String& path)
+SongImport tryImportSong (SongDatabase& database, const juce::String& path)
 {
     assertMayBlock();
     if (database.countFilename (path) > 0)
-        return false;
+        return SongImport::known;
     SongRecord record;
     readTags (path, record);
-    return database.insertSong (record) == 0;
+    return database.insertSong (record) == LibraryCode::ok ? SongImport::added : SongImport::refused;
+}
+
+bool importSong (SongDatabase& database, const juce::String& path)
+{
+    return tryImportSong (database, path) == SongImport::added;
 }
 
 bool markStarted (SongDatabase& database, const juce::String& path)
 {
     const auto id = database.idOfFilename (path);
-    return id >= 0 && database.markPlayed (id) == 0;
+    return id >= 0 && database.markPlayed (id) == LibraryCode::ok;
 }

@@ -85,7 +85,8 @@ public:
         jpeg_start_decompress (&info);
         while (info.output_scanline < info.output_height)
         {
-            auto* row = pixels + static_cast<size_t> (info.output_scanline) * static_cast<size_t> (lineStride);
+            auto* row =
+                pixels + static_cast<size_t> (info.output_scanline) * static_cast<size_t> (lineStride);
             jpeg_read_scanlines (&info, &row, 1);
         }
         return true;
