@@ -1,5 +1,8 @@
 #include "library/formats/Location.h"
 
+#include "library/formats/Utf8.h"
+#include "library/formats/XmlCharacters.h"
+
 #include <string>
 
 namespace
@@ -14,12 +17,15 @@ bool hasDrive (const juce::String& path)
 /** The bytes as text; what is not UTF-8 is Latin-1. */
 juce::String textOf (const std::string& bytes)
 {
-    if (juce::CharPointer_UTF8::isValidString (bytes.data(), static_cast<int> (bytes.size())))
-        return juce::String::fromUTF8 (bytes.data(), static_cast<int> (bytes.size()));
-    juce::String text;
-    for (const auto byte : bytes)
-        text += static_cast<juce::juce_wchar> (static_cast<unsigned char> (byte));
-    return text;
+    std::string text;
+    for (size_t i = 0; i < bytes.size();)
+    {
+        const auto* rest = reinterpret_cast<const unsigned char*> (bytes.data()) + i;
+        const auto [character, length] = utf8At (rest, bytes.size() - i);
+        XmlCharacters::append (text, character);
+        i += length;
+    }
+    return juce::String::fromUTF8 (text.data(), static_cast<int> (text.size()));
 }
 }
 

@@ -1,6 +1,7 @@
 #include "library/formats/TextReader.h"
 
-#include <algorithm>
+#include "library/formats/Utf8.h"
+
 #include <cstring>
 
 namespace
@@ -76,33 +77,10 @@ void TextReader::consume (size_t bytes)
 
 char32_t TextReader::decodeUtf8()
 {
-    const auto lead = byteAt (0);
-    const size_t length = lead < 0x80   ? 1
-                          : lead < 0xc2 ? 0
-                          : lead < 0xe0 ? 2
-                          : lead < 0xf0 ? 3
-                          : lead < 0xf5 ? 4
-                                        : 0;
-    if (length > 1 && available (length) >= length)
-    {
-        auto character = static_cast<char32_t> (lead & (0x7fu >> length));
-        auto isWellFormed = true;
-        for (size_t i = 1; i < length; ++i)
-        {
-            isWellFormed = isWellFormed && (byteAt (i) & 0xc0) == 0x80;
-            character = character << 6 | (byteAt (i) & 0x3f);
-        }
-        // The shortest form only, no halves of pairs, nothing beyond the last plane.
-        constexpr char32_t least[] { 0, 0, 0x80, 0x800, 0x10000 };
-        if (isWellFormed && character >= least[length] && character < 0x110000
-            && !(character >= 0xd800 && character < 0xe000))
-        {
-            consume (length);
-            return character;
-        }
-    }
-    consume (1);
-    return lead;
+    const auto bytes = byteAt (0) < 0x80 ? 1 : available (maxUtf8Bytes);
+    const auto [character, length] = utf8At (buffer.data() + begin, bytes);
+    consume (length);
+    return character;
 }
 
 char32_t TextReader::decodeUtf16()

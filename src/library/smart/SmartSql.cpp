@@ -19,7 +19,7 @@ int64_t saturated (__int128 value)
 /** The number at the text's start, 0 if there is none; beyond 64 bits the nearest. */
 int64_t integerOf (const juce::String& text)
 {
-    auto c = text.trimStart().getCharPointer();
+    auto c = text.getCharPointer().findEndOfWhitespace();
     const auto isNegative = *c == '-';
     if (isNegative)
         ++c;
