@@ -1,5 +1,6 @@
 #include "library/database/SongDatabase.h"
 
+#include "library/database/DatabaseFile.h"
 #include "library/database/Schema.h"
 
 #include <algorithm>
@@ -133,15 +134,5 @@ int SongDatabase::count (const std::string& sql)
 
 int SongDatabase::copyTo (const juce::File& target)
 {
-    if (!isOpen())
-        return LibraryCode::notOpen;
-    const juce::TemporaryFile temporary (target);
-    SqlConnection copy;
-    auto code = copy.open (temporary.getFile().getFullPathName());
-    if (code == LibraryCode::ok)
-        code = connection.copyTo (copy);
-    copy.close();
-    if (code == LibraryCode::ok && !temporary.overwriteTargetFileWithTemporary())
-        return LibraryCode::failed;
-    return code;
+    return isOpen() ? DatabaseFile::copy (connection, target) : LibraryCode::notOpen;
 }

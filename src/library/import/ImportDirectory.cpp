@@ -6,7 +6,7 @@ ImportResult ImportDirectory::run (ImportProgress& progress)
 {
     if (database == nullptr || !folder.isDirectory())
         return {};
-    ImportRun import (*database, progress);
-    import.importFolder (folder);
-    return import.result;
+    ImportRun importRun (*database, progress);
+    importRun.importFolder (folder);
+    return importRun.result;
 }

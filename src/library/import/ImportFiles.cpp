@@ -17,26 +17,28 @@ ImportResult ImportFiles::run (ImportProgress& progress)
     juce::StringArray accepted;
     ImportResult result;
     {
-        ImportRun import (*database, progress);
-        import.onAccepted = [&accepted](const juce::String& path) { accepted.add (path);
-    };
-    for (int i = 0; i < paths.size(); ++i)
-    {
-        const auto file = juce::File::createFileWithoutCheckingPath (paths[i]);
-        if (!(file.isDirectory() ? import.importFolder (file)
-                                 : import.importFile (paths[i], static_cast<double> (i) / paths.size())))
-            break;
+        ImportRun importRun (*database, progress);
+        importRun.onAccepted = [&accepted] (const juce::String& path) { accepted.add (path); };
+        for (int i = 0; i < paths.size(); ++i)
+        {
+            const auto file = juce::File::createFileWithoutCheckingPath (paths[i]);
+            const auto part = static_cast<double> (i) / paths.size();
+            const auto isGoingOn = file.isDirectory()
+                                       ? importRun.importFolder (file, part, part + 1.0 / paths.size())
+                                       : importRun.importFile (paths[i], part);
+            if (!isGoingOn)
+                break;
+        }
+        result = importRun.result;
     }
-    result = import.result;
-}
 
-if (target.list != nullptr)
-    putIntoList (accepted);
-else if (target.playlistId >= 0)
-    database->addFilesToPlaylist (target.playlistId, accepted);
-else if (target.isAutomix)
-    database->addFilesToAutomix (accepted);
-return result;
+    if (target.list != nullptr)
+        putIntoList (accepted);
+    else if (target.playlistId >= 0)
+        database->addFilesToPlaylist (target.playlistId, accepted);
+    else if (target.isAutomix)
+        database->addFilesToAutomix (accepted);
+    return result;
 }
 
 void ImportFiles::putIntoList (const juce::StringArray& accepted)

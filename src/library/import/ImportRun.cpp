@@ -38,8 +38,8 @@ bool ImportRun::importFile (const juce::String& path, double part)
     return true;
 }
 
-bool ImportRun::importFolder (const juce::File& folder)
+bool ImportRun::importFolder (const juce::File& folder, double from, double to)
 {
-    return FolderWalk::visitFiles (folder, [this] (const juce::String& path, double estimate)
-                                   { return importFile (path, estimate); });
+    return FolderWalk::visitFiles (folder, [this, from, to] (const juce::String& path, double estimate)
+                                   { return importFile (path, from + (to - from) * estimate); });
 }

@@ -31,8 +31,9 @@ public:
         @returns false once the import is cancelled */
     bool importFile (const juce::String& path, double part);
 
-    /** The same with every file below a folder, the walk's estimate being the part. */
-    bool importFolder (const juce::File&);
+    /** The same with every file below a folder.
+        @param from, to   what the folder is of the whole; the walk's estimate goes from one to the other */
+    bool importFolder (const juce::File&, double from = 0.0, double to = 1.0);
 
     /** Called for each accepted path, known or new. */
     std::function<void (const juce::String& path)> onAccepted = [] (const juce::String&) {};

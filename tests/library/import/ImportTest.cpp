@@ -48,9 +48,10 @@ protected:
         makeUntagged (add ("sub/9.wav"));
         add ("cover.jpg");
         add ("mp3");
-        EXPECT_TRUE (music.createSymbolicLink (add ("sub/up"), true));
-        EXPECT_TRUE (music.getChildFile ("sub").createSymbolicLink (add ("again"), true));
-        EXPECT_TRUE (folder.file ("gone.mp3").createSymbolicLink (add ("broken.mp3"), true));
+        add ("round/text.txt");
+        EXPECT_TRUE (music.createSymbolicLink (music.getChildFile ("round/up"), true));
+        EXPECT_TRUE (music.getChildFile ("sub").createSymbolicLink (music.getChildFile ("again"), true));
+        EXPECT_TRUE (folder.file ("gone.mp3").createSymbolicLink (music.getChildFile ("broken.mp3"), true));
         ASSERT_EQ (database.open (folder.file ("library.sqlite")), LibraryCode::ok);
     }
 
@@ -103,7 +104,8 @@ TEST_F (Import, FolderComesInOnceAndInOrder)
     EXPECT_EQ (result.accepted, 3);
     EXPECT_EQ (result.added, 3);
     EXPECT_EQ (result.refused, 0);
-    EXPECT_EQ (first.texts, (juce::StringArray { path ("B side.MP3"), path ("sub/9.wav"), path ("sub/10.wav") }));
+    EXPECT_EQ (first.texts,
+               (juce::StringArray { path ("B side.MP3"), path ("sub/9.wav"), path ("sub/10.wav") }));
     EXPECT_GT (first.last, 0.7);
 
     SongRecord song;
@@ -164,7 +166,8 @@ TEST_F (Import, FilesGoWhereTheyWereDropped)
         target.place = 1;
         Watch intoList;
         ImportFiles (&database, { path ("sub") }, target).run (intoList);
-        EXPECT_EQ (namesIn (*each), (juce::StringArray { "9.wav", "9.wav", "10.wav", "10.wav", "B side.MP3" }));
+        EXPECT_EQ (namesIn (*each),
+                   (juce::StringArray { "9.wav", "9.wav", "10.wav", "10.wav", "B side.MP3" }));
         EXPECT_EQ (each->totalDuration(), seconds + 4);
     }
     EXPECT_EQ (playlistNames (playlist), namesIn (list));
@@ -187,7 +190,8 @@ TEST_F (Import, UnreadableFileComesInByItsName)
 {
     EXPECT_TRUE (importSong (database, add ("Nobody's noise.flac").getFullPathName()));
     SongRecord song;
-    EXPECT_EQ (database.readSong (database.idOfFilename (path ("Nobody's noise.flac")), song), LibraryCode::ok);
+    EXPECT_EQ (database.readSong (database.idOfFilename (path ("Nobody's noise.flac")), song),
+               LibraryCode::ok);
     EXPECT_EQ (song[SongColumn::title], "Nobody's noise");
     EXPECT_EQ (song[SongColumn::format], ".flac");
 }
