@@ -1,7 +1,10 @@
 #include "standalone/Application.h"
 #include "standalone/CommandsVerb.h"
 #include "standalone/DemoTracksVerb.h"
+#include "standalone/ImportVerb.h"
+#include "standalone/ListVerb.h"
 #include "standalone/PerformVerb.h"
+#include "standalone/PlaylistVerb.h"
 #include "standalone/Verb.h"
 #include "support/AudioFileTypes.h"
 
@@ -12,6 +15,9 @@ namespace
 {
 constexpr std::array verbs {
     Verb { "perform", "plays a set of timed lines into WAV files, faster than real time", runPerform },
+    Verb { "import", "brings files and folders into the library", runImport },
+    Verb { "list", "prints songs of the library", runList },
+    Verb { "playlist", "makes, fills and shows playlists", runPlaylist },
     Verb { "commands", "prints the table of commands", runCommands },
     Verb { "demo-tracks", "writes the demo tracks into a folder", runDemoTracks },
 };
