@@ -157,7 +157,9 @@ LibraryFile::Session LibraryFile::prepare()
         }
     }
 
-    if (!file().existsAsFile() && file().create().failed())
+    if (!file().exists())
+        juce::ignoreUnused (file().create());
+    if (!file().existsAsFile())
         return inMemory();
     opened = true;
     return session;

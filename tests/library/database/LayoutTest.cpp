@@ -9,9 +9,9 @@ TEST_F (Layouts, EveryKindKeepsItsOwn)
     int32_t playlist = -1, foreign = -1, smart = -1;
     for (int i = 0; i < 2; ++i)
     {
-        ASSERT_EQ (database.createPlaylist ("p", nullptr, 1, &playlist), 0);
-        ASSERT_EQ (database.createForeignPlaylist ("f", nullptr, 1, &foreign), 0);
-        ASSERT_EQ (database.createSmartPlaylist ("s", "1", "", 1, &smart), 0);
+        ok ({ database.createPlaylist ("p", nullptr, 1, &playlist),
+              database.createForeignPlaylist ("f", nullptr, 1, &foreign),
+              database.createSmartPlaylist ("s", "1", "", 1, &smart) });
     }
 
     // Kinds with the same place are in one group; -1 stores nothing.
@@ -26,9 +26,8 @@ TEST_F (Layouts, EveryKindKeepsItsOwn)
         EXPECT_EQ (database.loadLayout (&list, layout), 0);
         EXPECT_EQ (layout, last[group]) << kind;
         last[group] = group < 0 ? juce::String() : "<TABLELAYOUT it='s " + juce::String (kind) + "'/>";
-        EXPECT_EQ (database.saveLayout (&list, last[group], "<SEL/>" + last[group]), 0);
-        EXPECT_EQ (database.loadLayout (&list, layout), 0);
-        EXPECT_EQ (database.loadSelection (&list, selection), 0);
+        ok ({ database.saveLayout (&list, last[group], "<SEL/>" + last[group]),
+              database.loadLayout (&list, layout), database.loadSelection (&list, selection) });
         EXPECT_EQ (layout, last[group]) << kind;
         EXPECT_EQ (selection, group < 0 ? juce::String() : "<SEL/>" + last[group]) << kind;
     }

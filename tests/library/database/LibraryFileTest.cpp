@@ -116,7 +116,7 @@ TEST_F (LibraryFiles, DamageIsMovedAsideAndTheNewestGoodCopyTakesItsPlace)
         EXPECT_TRUE (backup (i).replaceWithText (i == 2 ? "" : "rubbish"));
     EXPECT_TRUE (library.file().replaceWithText ("rubbish"));
     EXPECT_EQ (session ("/new"), "The library file was damaged and is kept as "
-                                 "px_music_library_damaged_2026-01-04_(12h00m00s) (2).sqlite; "
+                                 "px_music_library_damaged_2026-01-04_(12h00m00s)(2).sqlite; "
                                  "there is no good backup of it, so an empty library has taken its place.");
     EXPECT_EQ (held, "/new");
     EXPECT_EQ (namesIn (songManager, "*damaged*").size(), 2);

@@ -27,6 +27,9 @@ struct LibraryFixture : testing::Test
         return song;
     }
 
+    /** Expects that operations, run in this order, all gave 0. */
+    static void ok (std::initializer_list<int> codes) { EXPECT_THAT (codes, testing::Each (0)); }
+
     /** @returns the song's number */
     int32_t add (const juce::String& path, const Values& values = {})
     {

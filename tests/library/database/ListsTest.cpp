@@ -52,8 +52,7 @@ TEST_F (Lists, KeepOrderAndTheSameSongTwice)
     const int32_t second[] { list[2].entryId };
     EXPECT_EQ (database.removeEntries (other, second), 0);
     EXPECT_EQ (idsOf (id).size(), 4u) << "an entry goes only from its own list";
-    EXPECT_EQ (database.removeEntries (id, second), 0);
-    EXPECT_EQ (database.removeEntries (id, {}), 0);
+    ok ({ database.removeEntries (id, second), database.removeEntries (id, {}) });
     list = stored (SongListKind::playlist, id);
     EXPECT_EQ (list.songIds(), (Ids { 3, 1, 2 }));
 
@@ -76,8 +75,7 @@ TEST_F (Lists, TakeFilesAndListsThatTheLibraryKnows)
     EXPECT_EQ (database.addListToPlaylist (id, &list), 0);
     EXPECT_EQ (idsOf (id), (Ids { 1, 3, 3, 1, 3, 3 }));
 
-    EXPECT_EQ (database.addListToAutomix (&list), 0);
-    EXPECT_EQ (database.addFilesToAutomix ({ "/2.mp3", "/unknown.mp3" }), 0);
+    ok ({ database.addListToAutomix (&list), database.addFilesToAutomix ({ "/2.mp3", "/unknown.mp3" }) });
     EXPECT_EQ (automix(), (Ids { 1, 3, 3, 2 }));
     EXPECT_EQ (database.countAutomix(), 4);
     auto mix = stored (SongListKind::automix);
@@ -100,9 +98,8 @@ TEST_F (Lists, DeletingSongsAndPlaylistsTouchesWhatItShould)
 {
     const auto first = playlist ({ 1, 2, 1 }), second = playlist ({ 2, 3 });
     const auto all = stored (SongListKind::playlist, first);
-    EXPECT_EQ (database.addListToAutomix (&all), 0);
-    EXPECT_EQ (database.addListToRecommendation (&all), 0);
-    EXPECT_EQ (database.deleteSong (1), 0);
+    ok ({ database.addListToAutomix (&all), database.addListToRecommendation (&all),
+          database.deleteSong (1) });
     EXPECT_EQ (ask ("SELECT song_id FROM playlists_songs"), "2|2|3");
     EXPECT_EQ (ask ("SELECT song_id FROM automix_songs"), "2");
     EXPECT_EQ (stored (SongListKind::recommendation).songIds(), Ids { 2 })
@@ -190,8 +187,7 @@ TEST_F (Lists, SourcesComeByTheirPlace)
     EXPECT_EQ (place (SongListKind::playlist, first, 9), 0);
     EXPECT_EQ (place (SongListKind::smartPlaylist, 1, 8), 0);
     EXPECT_EQ (place (SongListKind::library, second, 77), 0);
-    EXPECT_EQ (database.renamePlaylist (second, "it's"), 0);
-    EXPECT_EQ (database.renameSmartPlaylist (2, "new ''"), 0);
+    ok ({ database.renamePlaylist (second, "it's"), database.renameSmartPlaylist (2, "new ''") });
 
     std::vector<SourceItem> items;
     EXPECT_EQ (database.listPlaylists (items), 0);
@@ -204,8 +200,7 @@ TEST_F (Lists, SourcesComeByTheirPlace)
     ASSERT_EQ (items.size(), 4u);
     EXPECT_EQ (items[0].name, "new ''");
     EXPECT_EQ (items[3].name, "Recently Played");
-    EXPECT_EQ (database.createForeignPlaylist ("f", nullptr, 3), 0);
-    EXPECT_EQ (database.listForeignPlaylists (items), 0);
+    ok ({ database.createForeignPlaylist ("f", nullptr, 3), database.listForeignPlaylists (items) });
     ASSERT_EQ (items.size(), 1u);
     EXPECT_EQ (items[0].kind, SongListKind::foreignPlaylist);
 }

@@ -67,11 +67,9 @@ TEST_F (Schema, FirstRowsAreWrittenOnceForAll)
 
     add ("/a.mp3");
     const auto list = listOf (SongListKind::playlist, 1, { 1 });
-    EXPECT_EQ (database.createPlaylist ("gone", &list, 1), 0);
-    EXPECT_EQ (database.addListToAutomix (&list), 0);
-    EXPECT_EQ (database.createSmartPlaylist ("gone", "1", "", 5), 0);
-    EXPECT_EQ (database.deleteSmartPlaylist (1), 0);
-    EXPECT_EQ (database.clearLibrary(), 0);
+    ok ({ database.createPlaylist ("gone", &list, 1), database.addListToAutomix (&list),
+          database.createSmartPlaylist ("gone", "1", "", 5), database.deleteSmartPlaylist (1),
+          database.clearLibrary() });
     check();
     EXPECT_EQ (
         ask ("SELECT (SELECT COUNT(*) FROM songs) + (SELECT COUNT(*) FROM playlists) + (SELECT COUNT(*) "
@@ -79,8 +77,7 @@ TEST_F (Schema, FirstRowsAreWrittenOnceForAll)
         "0");
 
     // A user who deleted a default list doesn't get it back.
-    EXPECT_EQ (database.deleteSmartPlaylist (2), 0);
-    EXPECT_EQ (database.open (file), 0);
+    ok ({ database.deleteSmartPlaylist (2), database.open (file) });
     EXPECT_EQ (ask ("SELECT COUNT(*) FROM smart_playlists"), "3");
 }
 
@@ -99,8 +96,7 @@ TEST_F (Schema, ForeignTablesAndRecommendationsLiveWithTheConnection)
                "0");
 
     SongList list;
-    EXPECT_EQ (database.open (file), 0);
-    EXPECT_EQ (database.fillRecommendation (&list, SongField::listOrder, true), 0);
+    ok ({ database.open (file), database.fillRecommendation (&list, SongField::listOrder, true) });
     EXPECT_EQ (list.size() + database.countPlaylistEntries (foreign.playlistId), 0);
 }
 

@@ -30,11 +30,10 @@ struct Searching : LibraryFixture
         }
         const auto own = listOf (SongListKind::library, -1, { 4, 3, 2, 1, 1 });
         const auto others = listOf (SongListKind::foreignPlaylist, -1, { 14, 13, 12, 11, 11 });
-        EXPECT_EQ (database.createPlaylist ("p", &own, 1, &playlist), 0);
-        EXPECT_EQ (database.createForeignPlaylist ("f", &others, 1, &foreign), 0);
-        EXPECT_EQ (database.addListToAutomix (&own), 0);
-        EXPECT_EQ (database.addListToRecommendation (&own), 0);
-        EXPECT_EQ (database.createSmartPlaylist ("s", " (genre LIKE 'wave'); ", "", 9), 0);
+        ok ({ database.createPlaylist ("p", &own, 1, &playlist),
+              database.createForeignPlaylist ("f", &others, 1, &foreign), database.addListToAutomix (&own),
+              database.addListToRecommendation (&own),
+              database.createSmartPlaylist ("s", " (genre LIKE 'wave'); ", "", 9) });
     }
 
     using Search = std::function<int (SongList*, SongDatabase::SearchFields, const juce::String&)>;

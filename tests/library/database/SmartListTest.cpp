@@ -58,10 +58,8 @@ TEST_F (SmartLists, AQueryOfTheFileCanOnlyRead)
     {
         int32_t id = -1;
         juce::String rules;
-        EXPECT_EQ (database.createSmartPlaylist ("x", "0", "r", 9, &id), 0);
-        EXPECT_EQ (database.setSmartSql (id, sql), 0);
-        EXPECT_EQ (database.setSmartRules (id, "it's"), 0);
-        EXPECT_EQ (database.getSmartRules (id, rules), 0);
+        ok ({ database.createSmartPlaylist ("x", "0", "r", 9, &id), database.setSmartSql (id, sql),
+              database.setSmartRules (id, "it's"), database.getSmartRules (id, rules) });
         EXPECT_EQ (rules, "it's");
         const auto code = database.fillSmartPlaylist (&list, id, SongField::listOrder, true);
         EXPECT_TRUE (code == 0 || list.isEmpty()) << sql;
