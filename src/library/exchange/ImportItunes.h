@@ -24,7 +24,8 @@ public:
     /** @param database   none ends the import at once */
     ImportItunes (SongDatabase* database, const juce::File& library);
 
-    /** Any thread but the audio thread. Takes the same memory for a file of any size. */
+    /** Any thread but the audio thread. The file takes the same memory whatever its size; the foreign tables,
+        which are in memory, take about what they hold. */
     Result run (ImportProgress&);
 
 private:

@@ -8,6 +8,7 @@
 #include "support/AudioThread.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace
 {

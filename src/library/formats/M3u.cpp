@@ -4,6 +4,9 @@
 #include "library/formats/TextReader.h"
 #include "library/formats/XmlCharacters.h"
 
+#include <algorithm>
+#include <string>
+
 namespace
 {
 bool isLineEnd (char32_t c)
@@ -63,11 +66,11 @@ juce::String M3u::findFile (const juce::String& line, const juce::File& folder)
     if (line.startsWithIgnoreCase ("http://") || line.startsWithIgnoreCase ("rtp://"))
         return {};
     if (juce::File::isAbsolutePath (line))
-        if (const auto path = existing (juce::File (line)); path.isNotEmpty())
+        if (auto path = existing (juce::File (line)); path.isNotEmpty())
             return path;
 
     for (const auto& name : { line, line.replaceCharacter ('\\', juce::File::getSeparatorChar()) })
-        if (const auto path = existing (folder.getChildFile (name)); path.isNotEmpty())
+        if (auto path = existing (folder.getChildFile (name)); path.isNotEmpty())
             return path;
     return {};
 }
