@@ -190,9 +190,9 @@ int LibraryVerb::importPaths (SongDatabase& database, const juce::StringArray& p
 
 int LibraryVerb::ended (int code)
 {
-    return code == LibraryCode::ok
-               ? ExitCode::success
-               : failWith ("The library refused the change (code " + juce::String (code) + ").");
+    return code == LibraryCode::ok ? ExitCode::success
+                                   : failWith ("The library refused the change (code " + juce::String (code)
+                                               + "); another program may be writing to it.");
 }
 
 int LibraryVerb::unreadable (int code)
