@@ -2,6 +2,7 @@
 
 #include "library/database/LibraryFile.h"
 #include "standalone/LibrarySource.h"
+#include "standalone/SongTable.h"
 #include "standalone/TerminalProgress.h"
 #include "standalone/Verb.h"
 #include "support/AudioFileTypes.h"
@@ -139,6 +140,17 @@ int LibraryVerb::printPlaylists (SongDatabase& database, SongListKind kind)
     return ExitCode::success;
 }
 
+int LibraryVerb::showPlaylist (SongDatabase& database, SongListKind kind, VerbOptions& given)
+{
+    const auto table = SongTable::withColumns (given);
+    const auto item = table ? findPlaylist (database, kind, given.positional[0]) : std::nullopt;
+    if (!item)
+        return ExitCode::badInput;
+    SongList songs;
+    const auto code = LibrarySource { kind, item->name, item->id }.fill (database, songs, {});
+    return code == LibraryCode::ok ? table->print (database, songs) : unreadable (code);
+}
+
 std::optional<juce::StringArray> LibraryVerb::importablePaths (const juce::StringArray& arguments)
 {
     juce::StringArray paths;
@@ -181,4 +193,9 @@ int LibraryVerb::ended (int code)
     return code == LibraryCode::ok
                ? ExitCode::success
                : failWith ("The library refused the change (code " + juce::String (code) + ").");
+}
+
+int LibraryVerb::unreadable (int code)
+{
+    return failWith ("The list can't be read (code " + juce::String (code) + ").");
 }

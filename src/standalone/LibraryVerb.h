@@ -55,6 +55,9 @@ int32_t lastPlace (SongDatabase&, SongListKind);
 /** All lists of the kind, each with its number of songs. */
 int printPlaylists (SongDatabase&, SongListKind);
 
+/** The songs of the list that the first argument names. */
+int showPlaylist (SongDatabase&, SongListKind, VerbOptions& given);
+
 /** Files and folders, seen from the current folder, that can be imported. @returns their full paths */
 std::optional<juce::StringArray> importablePaths (const juce::StringArray& arguments);
 
@@ -63,4 +66,7 @@ int importPaths (SongDatabase&, const juce::StringArray& paths, const ImportFile
 
 /** Ends with success, or with a report if the operation gave a code other than 0. */
 int ended (int code);
+
+/** Reports that a list can't be read. */
+int unreadable (int code);
 }

@@ -1,9 +1,10 @@
 #include "standalone/PlaylistVerb.h"
 
+#include "library/exchange/ImportPlaylist.h"
 #include "library/import/ImportFiles.h"
-#include "standalone/LibrarySource.h"
 #include "standalone/LibraryVerb.h"
 #include "standalone/SongTable.h"
+#include "standalone/TerminalProgress.h"
 #include "standalone/Verb.h"
 
 #include <array>
@@ -31,15 +32,7 @@ int list (SongDatabase& database, VerbOptions&)
 
 int show (SongDatabase& database, VerbOptions& given)
 {
-    const auto table = SongTable::withColumns (given);
-    if (!table)
-        return ExitCode::badInput;
-    const auto source = LibrarySource::find (database, "playlist", given.positional);
-    if (!source)
-        return ExitCode::badInput;
-    SongList songs;
-    const auto code = source->fill (database, songs, {});
-    return code == LibraryCode::ok ? table->print (database, songs) : LibraryVerb::ended (code);
+    return LibraryVerb::showPlaylist (database, kind, given);
 }
 
 int create (SongDatabase& database, VerbOptions& given)
@@ -71,7 +64,7 @@ int remove (SongDatabase& database, VerbOptions& given)
     SongList songs (kind, item->id);
     if (const auto code = database.fillPlaylist (&songs, item->id, SongField::listOrder, true);
         code != LibraryCode::ok)
-        return LibraryVerb::ended (code);
+        return LibraryVerb::unreadable (code);
 
     std::vector<int32_t> entries;
     for (const auto& place : given.positional)
@@ -83,6 +76,26 @@ int remove (SongDatabase& database, VerbOptions& given)
         entries.push_back (songs[static_cast<int> (number) - 1].entryId);
     }
     return LibraryVerb::ended (database.removeEntries (item->id, entries));
+}
+
+/** Reads a playlist file of another program. */
+int importFile (SongDatabase& database, VerbOptions& given)
+{
+    const auto file = juce::File::getCurrentWorkingDirectory().getChildFile (given.positional[0]);
+    const auto name = given.positional.size() > 1 ? given.positional[1] : file.getFileNameWithoutExtension();
+    if (!LibraryVerb::isNameFree (database, kind, name))
+        return ExitCode::badInput;
+    ImportPlaylist::Result result;
+    {
+        TerminalProgress progress;
+        result = ImportPlaylist (&database, file, -1, name).run (progress);
+    }
+    if (result.playlistId >= 0)
+        printLine (juce::String (result.songs) + (result.songs == 1 ? " song, " : " songs, ")
+                   + juce::String (result.added) + " new in the library.");
+    if (!result.isRead)
+        return failWith (file.getFullPathName() + " can't be read to its end as a playlist (.m3u or .xml).");
+    return ExitCode::success;
 }
 
 int rename (SongDatabase& database, VerbOptions& given)
@@ -107,7 +120,9 @@ constexpr std::array actions {
              LibraryVerb::anyNumber, Use::read, add },
     Action { "remove", "NAME PLACE...", "takes out songs by their lines in show, from 1", 2,
              LibraryVerb::anyNumber, Use::read, remove },
-    Action { "rename", "NAME NEWNAME", "", 2, 2, Use::read, rename },
+    Action { "import", "FILE.m3u|FILE.xml [NAME]", "a new one from another program's file", 1, 2, Use::write,
+             importFile },
+    Action { "rename", "NAME NEWNAME", "gives it another name", 2, 2, Use::read, rename },
     Action { "delete", "NAME", "its songs stay in the library", 1, 1, Use::read, deleteOne },
 };
 

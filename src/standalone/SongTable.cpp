@@ -57,7 +57,7 @@ int SongTable::print (SongDatabase& database, const SongList& list) const
     {
         songs.clear();
         if (const auto code = database.readSongs (&list, first, first + rowsAtOnce, songs); code != 0)
-            return LibraryVerb::ended (code);
+            return LibraryVerb::unreadable (code);
         for (const auto& song : songs)
         {
             cells.clearQuick();

@@ -151,7 +151,11 @@ int SongDatabase::findByFilename (const juce::String& path, SongListEntry& entry
 
 int SongDatabase::countFilename (const juce::String& path)
 {
-    return count (" SELECT COUNT(*)  FROM songs WHERE filename = " + StoredText::quoted (path));
+    auto found = 0;
+    const auto value = path.toStdString();
+    const auto code = connection.runKept (" SELECT COUNT(*)  FROM songs WHERE filename = ?", { &value, 1 },
+                                          [&] (const SqlRow& row) { found = row.int32 (0); });
+    return code == LibraryCode::ok ? found : code < 0 ? code : LibraryCode::failed;
 }
 
 int32_t SongDatabase::idOfFilename (const juce::String& path)

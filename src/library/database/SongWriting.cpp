@@ -14,7 +14,8 @@ constexpr std::array<SongColumn, 8> beginningAtZero {
     SongColumn::totalplayedtime, SongColumn::usereserved,
 };
 
-std::string sqlOf (SongColumn column, const juce::String& text)
+/** The value as bytes to bind: a column of numbers makes a number of them again. */
+std::string bytesOf (SongColumn column, const juce::String& text)
 {
     switch (infoOf (column).type)
     {
@@ -25,7 +26,12 @@ std::string sqlOf (SongColumn column, const juce::String& text)
     case SongColumnType::text:
         break;
     }
-    return StoredText::quoted (text);
+    return text.toStdString();
+}
+
+std::string sqlOf (SongColumn column, const juce::String& text)
+{
+    return infoOf (column).type == SongColumnType::text ? StoredText::quoted (text) : bytesOf (column, text);
 }
 
 /** Fills in what the record leaves open and the file system knows. */
@@ -55,20 +61,25 @@ int SongDatabase::insertInto (const char* table, const SongRecord& source)
     auto record = source;
     completeFrom (FileFacts::of (record[SongColumn::filename]), record);
 
-    auto sql = std::string (" INSERT INTO ") + table + " VALUES ("
-               + (record.id == -1 ? "NULL" : std::to_string (record.id));
+    // An import inserts thousands: the statement is compiled once, and the values are bound to it.
+    auto sql = std::string (" INSERT INTO ") + table + (record.id == -1 ? " VALUES (NULL" : " VALUES (?");
+    std::vector<std::string> values;
+    if (record.id != -1)
+        values.push_back (std::to_string (record.id));
     for (int i = 0; i < songColumnCount; ++i)
     {
         const auto column = static_cast<SongColumn> (i);
-        sql += ", ";
         if (column == SongColumn::dateadded)
-            sql += "strftime('%s','now')";
+            sql += ", strftime('%s','now')";
         else if (std::find (beginningAtZero.begin(), beginningAtZero.end(), column) != beginningAtZero.end())
-            sql += "0";
+            sql += ", 0";
         else
-            sql += sqlOf (column, record[column]);
+        {
+            sql += ", ?";
+            values.push_back (bytesOf (column, record[column]));
+        }
     }
-    return connection.run (sql + ")");
+    return connection.runKept (sql + ")", values);
 }
 
 int SongDatabase::insertSong (const SongRecord& record)

@@ -171,6 +171,25 @@ int SqlConnection::queryKept (const std::string& sql, int32_t value, const RowFu
     return code;
 }
 
+int SqlConnection::runKept (const std::string& sql, std::span<const std::string> values,
+                            const RowFunction& row)
+{
+    assertMayBlock();
+    const juce::ScopedLock scope (lock);
+    if (handle == nullptr)
+        return LibraryCode::notOpen;
+    sqlite3_stmt* statement = nullptr;
+    if (const auto code = keptStatement (sql, statement); code != SQLITE_OK)
+        return code;
+    for (size_t i = 0; i < values.size(); ++i)
+        sqlite3_bind_text (statement, static_cast<int> (i + 1), values[i].data(),
+                           static_cast<int> (values[i].size()), SQLITE_STATIC);
+    const auto code = stepThrough (statement, row);
+    sqlite3_reset (statement);
+    sqlite3_clear_bindings (statement);
+    return code;
+}
+
 bool SqlConnection::isInTransaction() const
 {
     const juce::ScopedLock scope (lock);

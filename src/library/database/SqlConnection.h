@@ -3,6 +3,7 @@
 #include <juce_core/juce_core.h>
 
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -60,6 +61,10 @@ public:
 
     /** As query() for a statement with one "?" in it, which is kept ready for the next call with the same text. */
     int queryKept (const std::string& sql, int32_t value, const RowFunction&);
+
+    /** Runs a statement with "?" in it, which is kept ready for the next call with the same text.
+        @param values   bytes in the order of the "?"; a column of numbers makes numbers of them */
+    int runKept (const std::string& sql, std::span<const std::string> values, const RowFunction& = {});
 
     bool isInTransaction() const;
 

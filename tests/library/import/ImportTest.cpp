@@ -186,16 +186,6 @@ TEST_F (Import, NothingToDoEndsAtOnce)
     EXPECT_EQ (ImportDirectory (&closed, music).run (watch).refused, 3);
 }
 
-TEST_F (Import, UnreadableFileComesInByItsName)
-{
-    EXPECT_TRUE (importSong (database, add ("Nobody's noise.flac").getFullPathName()));
-    SongRecord song;
-    EXPECT_EQ (database.readSong (database.idOfFilename (path ("Nobody's noise.flac")), song),
-               LibraryCode::ok);
-    EXPECT_EQ (song[SongColumn::title], "Nobody's noise");
-    EXPECT_EQ (song[SongColumn::format], ".flac");
-}
-
 TEST_F (Import, StartedSongCountsAsPlayed)
 {
     const auto file = path ("sub/9.wav");
