@@ -4,9 +4,10 @@
 
 void SongList::add (const SongListEntry& entry)
 {
-    rows.push_back (entry);
+    // Before the row: the entry may lie in this list, which then moves.
     seconds += entry.duration;
     bytes += entry.filesize;
+    rows.push_back (entry);
 }
 
 void SongList::insert (int index, const SongListEntry& entry)
