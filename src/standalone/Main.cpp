@@ -1,7 +1,12 @@
 #include "standalone/Application.h"
 #include "standalone/CommandsVerb.h"
 #include "standalone/DemoTracksVerb.h"
+#include "standalone/ExportVerb.h"
+#include "standalone/ImportVerb.h"
+#include "standalone/ListVerb.h"
 #include "standalone/PerformVerb.h"
+#include "standalone/PlaylistVerb.h"
+#include "standalone/SmartVerb.h"
 #include "standalone/Verb.h"
 #include "support/AudioFileTypes.h"
 
@@ -12,6 +17,11 @@ namespace
 {
 constexpr std::array verbs {
     Verb { "perform", "plays a set of timed lines into WAV files, faster than real time", runPerform },
+    Verb { "import", "brings files and folders into the library", runImport },
+    Verb { "list", "prints songs of the library", runList },
+    Verb { "playlist", "makes, fills and shows playlists", runPlaylist },
+    Verb { "smart", "makes and shows smart playlists", runSmart },
+    Verb { "export", "writes a list as M3U or as a web page", runExport },
     Verb { "commands", "prints the table of commands", runCommands },
     Verb { "demo-tracks", "writes the demo tracks into a folder", runDemoTracks },
 };

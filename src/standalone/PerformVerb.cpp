@@ -1,6 +1,7 @@
 #include "standalone/PerformVerb.h"
 
 #include "offline/SetPerformance.h"
+#include "standalone/Interruption.h"
 #include "standalone/Verb.h"
 #include "standalone/VerbOptions.h"
 #include "standalone/WavInput.h"
@@ -9,7 +10,6 @@
 #include <juce_events/juce_events.h>
 
 #include <array>
-#include <csignal>
 
 namespace
 {
@@ -40,33 +40,6 @@ constexpr const char* description =
     "  # a comment";
 
 constexpr size_t largestSet = size_t { 64 } << 20;
-
-volatile std::sig_atomic_t interrupted = 0;
-
-/** Lets a run that the user breaks off remove its temporary files first. */
-class InterruptionGuard
-{
-public:
-    InterruptionGuard()
-    {
-        interrupted = 0;
-        for (size_t i = 0; i < signals.size(); ++i)
-            former[i] = std::signal (signals[i], [] (int) { interrupted = 1; });
-    }
-
-    ~InterruptionGuard()
-    {
-        for (size_t i = 0; i < signals.size(); ++i)
-            std::signal (signals[i], former[i]);
-    }
-
-    InterruptionGuard (const InterruptionGuard&) = delete;
-    InterruptionGuard& operator= (const InterruptionGuard&) = delete;
-
-private:
-    static constexpr std::array signals { SIGINT, SIGTERM };
-    std::array<void (*) (int), signals.size()> former {};
-};
 
 /** The engine's folder: the user's own, or one that goes with the run. */
 class RunRoot
@@ -178,7 +151,7 @@ int perform (VerbOptions& given)
     if (root.fault.isNotEmpty())
         return failWith (root.fault);
 
-    const InterruptionGuard interruption;
+    const Interruption interruption;
     {
         const juce::ScopedJuceInitialiser_GUI toolkit;
         OfflineHost::Options hosting;
@@ -193,13 +166,14 @@ int perform (VerbOptions& given)
 
         if (input)
             host.input = [&input] (auto& inputs, int64_t first) { input->read (inputs, first); };
-        host.sink = [&] (const float* const* channels, int frames) {
-            return interrupted == 0 && master.write (channels, frames)
+        host.sink = [&] (const float* const* channels, int frames)
+        {
+            return !interruption.isInterrupted() && master.write (channels, frames)
                    && (!all || all->write (channels, frames));
         };
         performSet (*script, host, { setFile.getParentDirectory(), printLine, reportLine });
     }
-    if (interrupted != 0)
+    if (interruption.isInterrupted())
         return failWith ("The run was interrupted; nothing was written.");
     root.warnOfLostRecordings();
 

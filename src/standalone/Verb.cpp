@@ -27,3 +27,18 @@ void reportLine (const juce::String& line)
 {
     writeLine (stderr, line);
 }
+
+juce::String oneLine (const juce::String& text)
+{
+    const auto isControl = [] (juce::juce_wchar c) { return c < 32 || (c >= 127 && c < 160); };
+    auto at = text.getCharPointer();
+    while (!at.isEmpty() && !isControl (*at))
+        ++at;
+    if (at.isEmpty())
+        return text;
+
+    juce::String clean;
+    for (auto c : text)
+        clean << (isControl (c) ? juce::juce_wchar (' ') : c);
+    return clean;
+}

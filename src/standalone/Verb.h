@@ -27,3 +27,7 @@ void printLine (const juce::String&);
 
 /** Writes a line to the standard error output, in UTF-8. */
 void reportLine (const juce::String&);
+
+/** The text with blanks for its control characters: a tab or a line's end in a tag breaks no table, and a file's name
+    sends nothing to the terminal. */
+juce::String oneLine (const juce::String&);

@@ -1,0 +1,40 @@
+#include "library/database/DatabaseFile.h"
+
+#include "library/database/LibraryCode.h"
+
+#include <sqlite3.h>
+
+DatabaseFile::Health DatabaseFile::check (const juce::File& file)
+{
+    if (!file.existsAsFile())
+        return Health::unknown;
+    SqlConnection connection;
+    juce::String answer;
+    auto code = connection.open (file.getFullPathName());
+    if (code == SQLITE_OK)
+        code = connection.query ("PRAGMA quick_check(1)", [&] (const SqlRow& row) { answer = row.text (0); });
+    if (code == SQLITE_OK)
+        // Nothing at all passes the check too.
+        return answer == "ok" && file.getSize() > 0 ? Health::sound : Health::damaged;
+    return code == SQLITE_CORRUPT || code == SQLITE_NOTADB ? Health::damaged : Health::unknown;
+}
+
+int DatabaseFile::copy (SqlConnection& from, const juce::File& to)
+{
+    const juce::TemporaryFile temporary (to);
+    SqlConnection target;
+    auto code = target.open (temporary.getFile().getFullPathName());
+    if (code == SQLITE_OK)
+        code = from.copyTo (target);
+    target.close();
+    if (code == SQLITE_OK && !temporary.overwriteTargetFileWithTemporary())
+        return LibraryCode::failed;
+    return code;
+}
+
+int DatabaseFile::copy (const juce::File& from, const juce::File& to)
+{
+    SqlConnection source;
+    const auto code = source.openForReading (from.getFullPathName());
+    return code == SQLITE_OK ? copy (source, to) : code;
+}

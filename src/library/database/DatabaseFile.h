@@ -1,0 +1,25 @@
+#pragma once
+
+#include "library/database/SqlConnection.h"
+
+/** What can be asked of and done with a whole database file. Codes are SQLite's. */
+namespace DatabaseFile
+{
+enum class Health
+{
+    sound,
+
+    /** Not a database, or one whose pages contradict each other. */
+    damaged,
+
+    /** Another program holds it, it may not be read, or reading fails: nothing is known. */
+    unknown
+};
+
+/** Reads the whole file with "PRAGMA quick_check", after taking back what a killed program had begun. */
+Health check (const juce::File&);
+
+/** Copies a database as it stands, with others writing to it; the target is replaced as a whole or not at all. */
+int copy (SqlConnection& from, const juce::File& to);
+int copy (const juce::File& from, const juce::File& to);
+}

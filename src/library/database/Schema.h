@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/** The statements that make the library's tables. The schema is fixed: other programs read the file. */
+namespace Schema
+{
+/** A table, and what is written when it was made and did not exist before. */
+struct Table
+{
+    std::string create;
+    std::vector<std::string> whenNew;
+
+    /** Run at every open; they fail where they exist. */
+    std::vector<std::string> indexes;
+};
+
+/** What a connection is set to, in this order, each at best effort. */
+const std::vector<std::string>& pragmas();
+
+/** All tables, in the order in which they are made. */
+const std::vector<Table>& tables();
+
+/** The rows of the four smart playlists that a new library has. */
+const std::vector<std::string>& defaultSmartPlaylists();
+}

@@ -1,0 +1,257 @@
+#pragma once
+
+#include "library/database/LibraryCode.h"
+#include "library/database/SongField.h"
+#include "library/database/SongList.h"
+#include "library/database/SongRecord.h"
+#include "library/database/SourceItem.h"
+#include "library/database/SqlConnection.h"
+
+#include <atomic>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+struct LinkTable;
+
+/** The library: one SQLite file, and the only class that speaks SQL.
+
+    Operations give 0 for success, a code of LibraryCode or SQLite's own code; where one gives a count or an id, that is
+    0 or more, or a code below 0. None throws, none tries again. Every one may be called on any thread but the audio
+    thread: each statement takes one lock, which is not held across a transaction, so that statements of other threads can
+    fall inside one. Lists and records are the caller's own. A null list gives -8 everywhere.
+
+    Every operation that fills a list empties it first, and leaves its kind, its name and its playlist's id alone. */
+class SongDatabase
+{
+public:
+    /** Where the rows of a session go. */
+    enum class Storage
+    {
+        file,
+
+        /** In memory, beginning with what the file holds, if it can be read. Nothing is stored. */
+        memory
+    };
+
+    /** Says one sentence to the user. Called on the thread that opens. */
+    using Notice = std::function<void (const juce::String&)>;
+
+    /** The names that views show and those of the columns, by the number of a SongField. */
+    static const std::array<const char*, songFieldCount> displayNames, columnNames;
+
+    /** Closed. */
+    SongDatabase();
+
+    /** Opens the file, which is created if it is missing. */
+    explicit SongDatabase (const juce::File&, Storage = Storage::file, Notice = {});
+
+    ~SongDatabase();
+    SongDatabase (const SongDatabase&) = delete;
+    SongDatabase& operator= (const SongDatabase&) = delete;
+
+    /** @name Connection */
+    /** Opens, after closing what was open, and makes what is missing of the schema. */
+    int open (const juce::File&, Storage = Storage::file, const Notice& = {});
+    void close();
+    bool isOpen() const;
+
+    /** Transactions don't nest: what begins a second one has no effect, and the first end ends it. */
+    int beginTransaction();
+    int endTransaction();
+
+    /** Begun and not yet ended. */
+    int transactionCount() const { return transactions; }
+
+    /** Writes a whole copy of the library as it stands to a file, replacing it. */
+    int copyTo (const juce::File&);
+
+    /** @name Reading songs */
+    /** Reads one song and looks whether its file is there. A song that does not exist gives 0 and an empty record with
+        id -1. */
+    int readSong (int32_t id, SongRecord&);
+    int readForeignSong (int32_t id, SongRecord&);
+
+    /** Reads the songs of the entries `first` to `last` - 1, clipped to the list, inside one transaction.
+        @param records   as many as entries that are left, in their order */
+    int readSongs (const SongList*, int first, int last, std::vector<SongRecord>& records);
+
+    /** The stored text of one field. bpm comes as SQLite prints it. */
+    int readField (SongField, int32_t id, juce::String& text);
+    int readForeignField (SongField, int32_t id, juce::String& text);
+
+    int countSongs();
+    int countAutomix();
+    int countDistinct (SongField);
+    int countWhere (SongField, const juce::String& value);
+
+    /** Entries of a foreign playlist. */
+    int countPlaylistEntries (int32_t playlistId);
+
+    /** All values that a field has, once each, by their lower case. */
+    int listDistinct (SongField, juce::StringArray& values);
+
+    /** Finds the song with exactly this path. Where there is none, the entry's song id is -1. */
+    int findByFilename (const juce::String& path, SongListEntry&);
+    int countFilename (const juce::String& path);
+
+    /** @returns -1 if no song has this path. */
+    int32_t idOfFilename (const juce::String& path);
+
+    /** A value that is as long as the longest one that the list's songs have, for the width of a column. */
+    int longestValue (SongField, const SongList*, juce::String& value);
+
+    /** What a view shows of a field: sizes and times as people write them, dates by the local time zone, nothing for an
+        unknown number. Field 24 gives nothing. */
+    static juce::String fieldText (const SongRecord&, SongField);
+
+    /** @name Filling a list */
+    int fillLibrary (SongList*, SongField sort, bool ascending);
+    int fillPlaylist (SongList*, int32_t id, SongField sort, bool ascending);
+    int fillForeignPlaylist (SongList*, int32_t id, SongField sort, bool ascending);
+    int fillAutomix (SongList*, SongField sort, bool ascending);
+    int fillRecommendation (SongList*, SongField sort, bool ascending);
+
+    /** Runs the stored query. Where that has an order of its own, the sort comes second. */
+    int fillSmartPlaylist (SongList*, int32_t id, SongField sort, bool ascending);
+    int fillByField (const juce::String& value, SongField, SongList*, SongField sort, bool ascending);
+
+    /** Puts what a list holds in a new order, by the list's kind, and notes in kinds 7, 12, 14 and 16 whether that is
+        away from the stored one. */
+    int sortList (SongList*, SongField, bool ascending);
+
+    /** @name Searching
+        A song is found if any of the fields has the term in it, in any letter case of A to Z; "%" stands for any text
+        and "_" for any character. No fields find nothing. */
+    using SearchFields = std::span<const SongField>;
+
+    int searchLibrary (SongList*, SearchFields, const juce::String& term, SongField sort, bool ascending);
+    int searchPlaylist (SongList*, int32_t id, SearchFields, const juce::String& term, SongField sort,
+                        bool ascending);
+    int searchForeignPlaylist (SongList*, int32_t id, SearchFields, const juce::String& term, SongField sort,
+                               bool ascending);
+    int searchAutomix (SongList*, SearchFields, const juce::String& term, SongField sort, bool ascending);
+    int searchRecommendation (SongList*, SearchFields, const juce::String& term, SongField sort,
+                              bool ascending);
+    int searchSmartPlaylist (SongList*, int32_t id, SearchFields, const juce::String& term, SongField sort,
+                             bool ascending);
+
+    /** Among the songs where `field` equals `value`: one album, artist or genre. */
+    int searchWithinField (SongList*, SongField field, const juce::String& value, SearchFields,
+                           const juce::String& term, SongField sort, bool ascending);
+    int searchAmongIds (SongList*, std::span<const int32_t> ids, SearchFields, const juce::String& term,
+                        SongField sort, bool ascending);
+
+    /** @name Writing songs */
+    /** Adds a song, under the record's id or, where that is -1, a new one. What the record does not say of size, times,
+        drive and volume is asked of the file. The columns that begin at 0 are written as 0, whatever the record holds. */
+    int insertSong (const SongRecord&);
+    int insertForeignSong (const SongRecord&);
+
+    /** Writes all columns. An id of -1 gives -8. */
+    int updateSong (const SongRecord&);
+    int setRating (int32_t id, int rating);
+    int setIntField (SongField, int32_t id, int64_t value);
+    int setTextField (SongField, int32_t id, const juce::String& value);
+    int setBpm (int32_t id, double bpm);
+
+    /** Last played is now, and one play more. */
+    int markPlayed (int32_t id);
+
+    /** Never played, for all songs of the list. Ends at the first failure. */
+    int clearPlayed (const SongList*);
+
+    /** Takes a song out of the library, the playlists and the automix list, not out of the recommendations. */
+    int deleteSong (int32_t id);
+    int deleteSongs (const SongList*);
+
+    /** Empties everything and brings the default smart playlists back. */
+    int clearLibrary();
+
+    /** Empties the foreign library. */
+    int clearForeign();
+
+    /** @name Playlists and the automix list */
+    /** @param list   songs to begin with, or null
+        @param newId   where the new playlist's id goes, or null */
+    int createPlaylist (const juce::String& name, const SongList* list, int32_t sortOrder,
+                        int32_t* newId = nullptr);
+    int createForeignPlaylist (const juce::String& name, const SongList* list, int32_t sortOrder,
+                               int32_t* newId = nullptr);
+
+    /** Paths that are not in the library are left out. No paths give -6. */
+    int addFilesToPlaylist (int32_t id, const juce::StringArray& paths);
+    int addListToPlaylist (int32_t id, const SongList*);
+    int addFilesToAutomix (const juce::StringArray& paths);
+    int addListToAutomix (const SongList*);
+    int addListToRecommendation (const SongList*);
+
+    /** Makes the stored list what this one holds. The rows get new entry ids, in the file and not in the list. */
+    int replacePlaylistEntries (const SongList*);
+    int replaceAutomixEntries (const SongList*);
+
+    int removeEntries (int32_t playlistId, std::span<const int32_t> entryIds);
+    int removeAutomixEntries (std::span<const int32_t> entryIds);
+    int clearAutomix();
+    int clearRecommendation();
+    int renamePlaylist (int32_t id, const juce::String& name);
+    int deletePlaylist (int32_t id);
+
+    /** By sort order; the order among equals is open. */
+    int listPlaylists (std::vector<SourceItem>&);
+    int listSmartPlaylists (std::vector<SourceItem>&);
+    int listForeignPlaylists (std::vector<SourceItem>&);
+
+    /** Stores the place of a playlist or smart playlist among its kind. Other kinds do nothing. */
+    int setSortOrder (const SourceItem&);
+
+    /** @name Smart playlists */
+    /** @param sql   the query from its condition on
+        @param rules   the editor's document */
+    int createSmartPlaylist (const juce::String& name, const juce::String& sql, const juce::String& rules,
+                             int32_t sortOrder, int32_t* newId = nullptr);
+    int setSmartSql (int32_t id, const juce::String& sql);
+    int setSmartRules (int32_t id, const juce::String& xml);
+    int getSmartRules (int32_t id, juce::String& xml);
+    int renameSmartPlaylist (int32_t id, const juce::String& name);
+    int deleteSmartPlaylist (int32_t id);
+
+    /** @name Layouts
+        Texts that a view stores for the list's kind or playlist; opaque here. */
+    int saveLayout (const SongList*, const juce::String& layoutXml, const juce::String& selectionXml);
+    int loadLayout (const SongList*, juce::String& layoutXml);
+    int loadSelection (const SongList*, juce::String& selectionXml);
+
+private:
+    int openStorage (const juce::File&, Storage);
+    void createSchema();
+    int runAll (std::span<const std::string> statements);
+    int readText (const std::string& sql, juce::String& text);
+    int count (const std::string& sql);
+
+    int readSongFrom (bool foreign, int32_t id, SongRecord&);
+    int readFieldFrom (const char* table, SongField, int32_t id, juce::String& text);
+    int insertInto (const char* table, const SongRecord&);
+    int setField (SongField, int32_t id, const std::string& value);
+
+    int fill (SongList*, const std::string& sql, bool linked = false);
+    int fillSorted (SongList*, const std::string& sql, SongField sort, bool ascending);
+    int fillLinked (const LinkTable&, SongList*, int32_t id, const std::string& condition, SongField sort,
+                    bool ascending);
+    int searchLinked (const LinkTable&, SongList*, int32_t id, SearchFields, const juce::String& term,
+                      SongField sort, bool ascending);
+
+    int insertRow (const std::string& sql, int32_t* newId);
+    int createListIn (const LinkTable&, const char* playlists, const juce::String& name, const SongList*,
+                      int32_t sortOrder, int32_t* newId);
+    int addList (const LinkTable&, int32_t id, const SongList*);
+    int addSongs (const LinkTable&, int32_t id, const SongList&);
+    int addFiles (const LinkTable&, int32_t id, const juce::StringArray& paths);
+    int replaceEntries (const std::string& deleteOld, const LinkTable&, const SongList&);
+    int readLayout (const SongList*, const char* what, juce::String& xml);
+    int listSources (const char* table, SongListKind, std::vector<SourceItem>&);
+
+    SqlConnection connection;
+    std::atomic<int> transactions = 0;
+};

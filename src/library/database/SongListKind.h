@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+
+/** What a list of songs shows, and so where its rows come from. */
+enum class SongListKind : int32_t
+{
+    none = -1,
+    root = 0,
+    library,
+    album,
+    albums,
+    artist,
+    artists,
+    genre,
+    playlist,
+    smartPlaylist,
+    searchLibrary,
+    searchPlaylist,
+    searchSmartPlaylist,
+    automix,
+    searchAutomix,
+    foreignPlaylist,
+    searchForeignPlaylist,
+    recommendation,
+    searchRecommendation
+};
+
+/** True where the songs are those of a foreign library: they can be searched and sorted, never edited. */
+constexpr bool isForeign (SongListKind kind)
+{
+    return kind == SongListKind::foreignPlaylist || kind == SongListKind::searchForeignPlaylist;
+}

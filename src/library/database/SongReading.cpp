@@ -1,0 +1,184 @@
+#include "library/database/FileFacts.h"
+#include "library/database/SongDatabase.h"
+#include "library/database/SongLimits.h"
+#include "library/database/StoredText.h"
+
+#include <algorithm>
+
+namespace
+{
+std::string selectSong (const char* table)
+{
+    std::string sql (" SELECT ");
+    for (const auto& column : songColumns)
+        sql += std::string (&column == songColumns.data() ? "" : ",") + column.name;
+    return sql + " FROM " + table + " WHERE id = ?";
+}
+
+/** The text is the same for every id, so that it is compiled once. */
+const std::string& selectSongOf (bool foreign)
+{
+    static const auto own = selectSong ("songs"), itunes = selectSong ("itunes_songs");
+    return foreign ? itunes : own;
+}
+
+void readColumns (const SqlRow& row, SongRecord& record)
+{
+    for (int i = 0; i < songColumnCount; ++i)
+    {
+        const auto column = static_cast<SongColumn> (i);
+        record[column] = infoOf (column).type == SongColumnType::real
+                             ? StoredText::withTwoDecimals (row.real (i))
+                             : row.text (i);
+    }
+}
+}
+
+int SongDatabase::readSongFrom (bool foreign, int32_t id, SongRecord& record)
+{
+    record.id = -1;
+    record.database = this;
+    const auto code = connection.queryKept (selectSongOf (foreign), id,
+                                            [&] (const SqlRow& row)
+                                            {
+                                                record.id = id;
+                                                readColumns (row, record);
+                                            });
+    if (record.id < 0)
+        record.columns.fill ({});
+    record.present = FileFacts::isPresent (record[SongColumn::filename]);
+    return code;
+}
+
+int SongDatabase::readSong (int32_t id, SongRecord& record)
+{
+    return readSongFrom (false, id, record);
+}
+
+int SongDatabase::readForeignSong (int32_t id, SongRecord& record)
+{
+    return readSongFrom (true, id, record);
+}
+
+int SongDatabase::readSongs (const SongList* list, int first, int last, std::vector<SongRecord>& records)
+{
+    if (list == nullptr)
+        return LibraryCode::badArgument;
+    first = std::clamp (first, 0, list->size());
+    last = std::clamp (last, first, list->size());
+    records.resize (static_cast<size_t> (last - first));
+
+    const SqlTransaction transaction (connection);
+    for (auto i = first; i < last; ++i)
+        if (const auto code = readSongFrom (isForeign (list->kind), (*list)[i].songId,
+                                            records[static_cast<size_t> (i - first)]);
+            code != LibraryCode::ok)
+            return code;
+    return LibraryCode::ok;
+}
+
+int SongDatabase::readFieldFrom (const char* table, SongField field, int32_t id, juce::String& text)
+{
+    if (!hasColumn (field))
+        return LibraryCode::badField;
+    return readText (std::string (" SELECT ") + nameOf (columnOf (field)) + " FROM " + table
+                         + " WHERE id = " + std::to_string (id),
+                     text);
+}
+
+int SongDatabase::readField (SongField field, int32_t id, juce::String& text)
+{
+    return readFieldFrom ("songs", field, id, text);
+}
+
+int SongDatabase::readForeignField (SongField field, int32_t id, juce::String& text)
+{
+    return readFieldFrom ("itunes_songs", field, id, text);
+}
+
+int SongDatabase::countSongs()
+{
+    return count ("SELECT COUNT(*) FROM songs");
+}
+
+int SongDatabase::countAutomix()
+{
+    return count ("SELECT COUNT(*) FROM automix_songs");
+}
+
+int SongDatabase::countDistinct (SongField field)
+{
+    if (!hasColumn (field))
+        return LibraryCode::badField;
+    return count (std::string ("SELECT COUNT(*) FROM (SELECT DISTINCT ") + nameOf (columnOf (field))
+                  + " FROM songs)");
+}
+
+int SongDatabase::countWhere (SongField field, const juce::String& value)
+{
+    if (!hasColumn (field))
+        return LibraryCode::badField;
+    return count (std::string ("SELECT COUNT(*) FROM songs WHERE ") + nameOf (columnOf (field)) + " = "
+                  + StoredText::quoted (value));
+}
+
+int SongDatabase::countPlaylistEntries (int32_t playlistId)
+{
+    return count (" SELECT COUNT(*) FROM itunes_playlists_songs WHERE playlist_id = "
+                  + std::to_string (playlistId) + "; ");
+}
+
+int SongDatabase::listDistinct (SongField field, juce::StringArray& values)
+{
+    values.clear();
+    if (!hasColumn (field))
+        return LibraryCode::badField;
+    const std::string column (nameOf (columnOf (field)));
+    return connection.query (" SELECT DISTINCT " + column + " FROM songs GROUP BY " + column
+                                 + " ORDER BY LOWER(" + column + ") ASC; ",
+                             [&] (const SqlRow& row) { values.add (row.text (0)); });
+}
+
+int SongDatabase::findByFilename (const juce::String& path, SongListEntry& entry)
+{
+    entry = {};
+    return connection.query (
+        " SELECT id,duration,filesize FROM songs WHERE filename = " + StoredText::quoted (path),
+        [&] (const SqlRow& row) {
+            entry = { asUnsigned32 (row.int64 (1)), asUnsigned32 (row.int64 (2)), row.int32 (0), -1, this };
+        });
+}
+
+int SongDatabase::countFilename (const juce::String& path)
+{
+    auto found = 0;
+    const auto value = path.toStdString();
+    const auto code = connection.runKept (" SELECT COUNT(*)  FROM songs WHERE filename = ?", { &value, 1 },
+                                          [&] (const SqlRow& row) { found = row.int32 (0); });
+    return code == LibraryCode::ok ? found : code < 0 ? code : LibraryCode::failed;
+}
+
+int32_t SongDatabase::idOfFilename (const juce::String& path)
+{
+    auto id = -1;
+    const auto code = connection.query (" SELECT id FROM songs WHERE filename = " + StoredText::quoted (path),
+                                        [&] (const SqlRow& row) { id = row.int32 (0); });
+    return code < 0 ? code : id;
+}
+
+int SongDatabase::longestValue (SongField field, const SongList* list, juce::String& value)
+{
+    value.clear();
+    if (list == nullptr)
+        return LibraryCode::badArgument;
+    if (!hasColumn (field))
+        return LibraryCode::badField;
+    if (list->isEmpty())
+        return LibraryCode::emptyList;
+    const std::string column (nameOf (columnOf (field))),
+        table (isForeign (list->kind) ? "itunes_songs" : "songs");
+    return readText ("SELECT " + column + " FROM " + table + " WHERE LENGTH(" + column
+                         + ") = (SELECT MAX(LENGTH(" + column + ")) FROM " + table + " WHERE id IN ("
+                         + StoredText::joined (list->songIds()) + ")) LIMIT 1;",
+                     value);
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+struct SongRecord;
+
+/** A playlist as a web page. Texts are escaped; the markup is fixed to the letter, with the closing tags of its headings as
+    readers of older pages know them. */
+namespace PlaylistPage
+{
+juce::String header (const juce::String& name, const juce::String& summary);
+
+/** @param number   of the row, from 1 */
+juce::String row (int number, const SongRecord&);
+
+juce::String footer();
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+/** Whoever watches a task of the library: a window, a terminal, a test. Called on the task's thread only. */
+class ImportProgress
+{
+public:
+    virtual ~ImportProgress() = default;
+
+    /** @param part   done so far, 0 to 1 */
+    virtual void setProgress (double part) = 0;
+
+    /** What the task is at, such as a path. */
+    virtual void setStatusText (const juce::String&) = 0;
+
+    /** True once the user has cancelled: the task ends after the song at hand and keeps what it did. */
+    virtual bool shouldExit() const = 0;
+};
+
+/** What the window of an import shows. */
+namespace ImportTexts
+{
+inline constexpr const char* windowTitle = "Importing Music Files";
+inline constexpr const char* cancelButton = "Cancel";
+inline constexpr const char* folderChooserTitle = "Please select a song directory...";
+}

@@ -1,0 +1,26 @@
+#include "library/import/ImportSong.h"
+
+#include "library/database/SongDatabase.h"
+#include "library/tags/ReadTags.h"
+#include "support/AudioThread.h"
+
+SongImport tryImportSong (SongDatabase& database, const juce::String& path)
+{
+    assertMayBlock();
+    if (database.countFilename (path) > 0)
+        return SongImport::known;
+    SongRecord record;
+    readTags (path, record);
+    return database.insertSong (record) == LibraryCode::ok ? SongImport::added : SongImport::refused;
+}
+
+bool importSong (SongDatabase& database, const juce::String& path)
+{
+    return tryImportSong (database, path) == SongImport::added;
+}
+
+bool markStarted (SongDatabase& database, const juce::String& path)
+{
+    const auto id = database.idOfFilename (path);
+    return id >= 0 && database.markPlayed (id) == LibraryCode::ok;
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+/** By what a limited smart playlist selects, as the editor offers it. */
+struct SmartOrder
+{
+    const char* text;
+    const char* column;
+    bool ascending;
+};
+
+inline constexpr const char* randomOrder = "RANDOM()";
+
+/** By the index in the editor's box. */
+inline constexpr std::array<SmartOrder, 9> smartOrders { {
+    { "random", randomOrder, true },
+    { "highest rating", "rating", false },
+    { "lowest rating", "rating", true },
+    { "most recently played", "lastplayed", false },
+    { "least recently played", "lastplayed", true },
+    { "most often played", "playcount", false },
+    { "least often played", "playcount", true },
+    { "most recently added", "dateadded", false },
+    { "least recently added", "dateadded", true },
+} };
+
+/** The index of an order, 0 for an unknown one. */
+constexpr size_t orderIndexOf (std::string_view column, bool ascending)
+{
+    for (size_t i = 0; i < smartOrders.size(); ++i)
+        if (column == smartOrders[i].column && ascending == smartOrders[i].ascending)
+            return i;
+    return 0;
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "library/database/SongDatabase.h"
+#include "standalone/VerbOptions.h"
+
+#include <optional>
+#include <vector>
+
+/** Prints songs as lines with tabs between the columns, below a line with the columns' names. Numbers stand as they are
+    stored: durations in seconds, sizes in bytes, dates in seconds since 1970. */
+class SongTable
+{
+public:
+    inline static constexpr VerbOption columnsOption { "--columns", "NAMES",
+                                                       "column names with commas between, or all" };
+
+    /** @returns nothing, after a report, for a column that there isn't */
+    static std::optional<SongTable> withColumns (const VerbOptions&);
+
+    /** @returns the exit code */
+    int print (SongDatabase&, const SongList&) const;
+
+private:
+    std::vector<SongColumn> columns;
+};

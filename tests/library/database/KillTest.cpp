@@ -1,0 +1,100 @@
+#include "LibraryFixture.h"
+#include "LibraryWriter.h"
+
+#include <sys/wait.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <unistd.h>
+
+namespace
+{
+/** Lets the writer commit `units` units and kills it at once, in the middle of what it does next.
+    @returns how many it said to have committed, which is more than that */
+int writeUntilKilled (const juce::File& file, int first, int units)
+{
+    int ends[2];
+    EXPECT_EQ (::pipe (ends), 0);
+    const auto path = file.getFullPathName().toStdString(), number = std::to_string (first);
+    const auto child = ::fork();
+    if (child == 0)
+    {
+        ::dup2 (ends[1], STDOUT_FILENO);
+        ::close (ends[0]);
+        ::execl (PX_LIBRARY_WRITER, PX_LIBRARY_WRITER, path.c_str(), number.c_str(), nullptr);
+        ::_exit (3);
+    }
+    ::close (ends[1]);
+    auto committed = 0;
+    char said[256];
+    const auto read = [&]
+    {
+        const auto got = ::read (ends[0], said, sizeof said);
+        committed += got > 0 ? static_cast<int> (got) : 0;
+        return got > 0;
+    };
+    while (committed < units && read())
+    {
+    }
+    ::kill (child, SIGKILL);
+    while (read())
+    {
+    }
+    ::close (ends[0]);
+    auto status = 0;
+    EXPECT_EQ (::waitpid (child, &status, 0), child);
+    EXPECT_TRUE (WIFSIGNALED (status)) << "it ended by itself";
+    return committed;
+}
+
+/** How often a killed library is looked at; more by scripts/kill-library.sh. */
+int rounds()
+{
+    const auto* wanted = std::getenv ("PX_KILL_ROUNDS");
+    return wanted != nullptr ? std::atoi (wanted) : 25;
+}
+
+using KilledLibrary = LibraryFixture;
+}
+
+TEST_F (KilledLibrary, LosesOnlyTheTransactionInFlight)
+{
+    const auto song = listOf (SongListKind::library, -1, { add ("/first") });
+    ASSERT_EQ (database.createPlaylist ("p", &song, 1), 0);
+    juce::Random random (2026);
+    auto unit = 4, lastPlaylist = 0, lastComment = 0;
+    for (int round = 0; round < rounds(); ++round)
+    {
+        database.close();
+        const auto first = unit;
+        const auto last = first + writeUntilKilled (file, first, 1 + random.nextInt (60)) - 1;
+        ASSERT_GE (last, first);
+        ASSERT_EQ (database.open (file), 0);
+        ASSERT_EQ (ask ("PRAGMA integrity_check"), "ok");
+
+        // The one after the last that was reported may be there or not, but not in part.
+        for (unit = first; unit <= last + 1; ++unit)
+        {
+            const auto kind = WriterUnits::kindOf (unit);
+            if (kind == WriterUnits::Kind::playlist && unit <= last)
+                lastPlaylist = unit;
+            if (kind == WriterUnits::Kind::comment && unit <= last)
+                lastComment = unit;
+            if (kind != WriterUnits::Kind::oneSong && kind != WriterUnits::Kind::manySongs)
+                continue;
+            const auto whole = kind == WriterUnits::Kind::oneSong ? 1 : WriterUnits::songsOfMany;
+            auto there = 0;
+            for (int i = 0; i < whole; ++i)
+                there += database.countFilename (juce::String (WriterUnits::pathOf (unit, i)));
+            ASSERT_TRUE (there == whole || (unit > last && there == 0)) << there << " songs of unit " << unit;
+        }
+        const auto entries = ask ("SELECT COUNT(*) FROM playlists_songs"),
+                   comment = ask ("SELECT comment FROM songs WHERE id = 1");
+        EXPECT_TRUE (lastPlaylist == 0 || entries == std::to_string (WriterUnits::entriesOf (lastPlaylist))
+                     || entries == std::to_string (WriterUnits::entriesOf (last + 1)))
+            << entries;
+        EXPECT_TRUE (lastComment == 0 || comment == std::to_string (lastComment)
+                     || comment == std::to_string (last + 1))
+            << comment;
+    }
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "library/import/ImportProgress.h"
+
+#include <gtest/gtest.h>
+
+/** Checks that progress rises, and cancels after so many steps. */
+class Watching : public ImportProgress
+{
+public:
+    explicit Watching (int steps = 1 << 30) : left (steps) {}
+
+    void setProgress (double part) override
+    {
+        EXPECT_GE (part, last);
+        EXPECT_LE (part, 1.0);
+        last = part;
+        --left;
+    }
+
+    void setStatusText (const juce::String& text) override { texts.add (text); }
+    bool shouldExit() const override { return left <= 0; }
+
+    juce::StringArray texts;
+
+private:
+    double last = 0.0;
+    int left;
+};
