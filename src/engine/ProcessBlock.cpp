@@ -126,7 +126,8 @@ PX_AUDIO_THREAD void equalise (Block& block, DeckPlayer& deck)
 PX_AUDIO_THREAD void runEffects (Block& block, DeckPlayer& deck)
 {
     auto& rack = block.engine.effectRacks[static_cast<size_t> (deck.index)];
-    rack.process (block.deckLeft (deck), block.deckRight (deck), block.frames, deck.bpm * deck.tempo);
+    const auto pair = block.pair (deck);
+    rack.process (pair.left, pair.right, block.frames, deck.bpm * deck.tempo);
 }
 
 PX_AUDIO_THREAD void tapPfl (Block& block, DeckPlayer& deck)

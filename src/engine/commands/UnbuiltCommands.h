@@ -1,15 +1,12 @@
 #pragma once
 
-#include "engine/CommandTable.h"
+#include "engine/commands/CommandHelpers.h"
 
 /** The commands whose part of the system does not exist yet: their writes do nothing and their reads give the neutral
-    value. Numbers, names and kinds are final. A family moves from here to CommandTable.cpp with its part; this list is
+    value. Numbers, names and kinds are final. A family moves from here to a table of its part; this list is
     empty when the system is complete. */
 namespace CommandTable
 {
-using K = CommandKind;
-using S = MappingShape;
-
 // clang-format off
 constexpr CommandFamily unbuiltFamilies[] {
     { 113, 1, 0, 4, 1, "Loop {d}", "LOOP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "beat loop on or off", "1 in a beat loop that does not roll" },
