@@ -147,11 +147,16 @@ const juce::String CPlatterdex::getParameterName (int number)
 
 const juce::String CPlatterdex::getParameterText (int number)
 {
+    return juce::String::formatted ("%.2f", static_cast<double> (getParameter (number)));
+}
+
+juce::String CPlatterdex::displayText (int number)
+{
     const auto command = CommandTable::find (number);
     if (command.family != nullptr && command.family->text != nullptr)
         if (const auto text = command.family->text (*this, command.deck, command.which); !text.empty())
             return text;
-    return juce::String::formatted ("%.2f", static_cast<double> (getParameter (number)));
+    return getParameterText (number);
 }
 
 int CPlatterdex::getNumParameters()

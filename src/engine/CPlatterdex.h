@@ -52,6 +52,10 @@ public:
 
     const juce::String getParameterName (int number) override;
     const juce::String getParameterText (int number) override;
+
+    /** What a view shows of a command: the effect's own text where it has one, such as "1/8" or "Reverb", else as
+        getParameterText(). */
+    juce::String displayText (int number);
     int getNumParameters() override;
 
     /** Loads a track into a deck, 0 to 3. Returns when the load has begun. Not on the audio thread. */

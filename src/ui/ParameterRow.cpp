@@ -102,8 +102,7 @@ void ParameterRow::pollCalm()
 {
     if (command == 0)
         return;
-    const auto next =
-        CommandTable::isUnbuilt (command) ? juce::String ("-") : engine.getParameterText (command);
+    const auto next = CommandTable::isUnbuilt (command) ? juce::String ("-") : engine.displayText (command);
     if (next != value)
     {
         value = next;

@@ -155,7 +155,7 @@ TEST (Commands, EffectsAreChosenSwitchedAndTurned)
 {
     EngineFixture fixture;
     const auto text = [&] (const char* constant)
-    { return fixture.engine->getParameterText (CommandTable::numberOf (constant)); };
+    { return fixture.engine->displayText (CommandTable::numberOf (constant)); };
     EXPECT_EQ (text ("EFFECT_SELECT_1_GROUP_D"), "Flanger");
     EXPECT_EQ (text ("EFFECT_SELECT_2_GROUP_D"), "Phaser");
     EXPECT_EQ (text ("EFFECT_SELECT_3_GROUP_D"), "Delay");

@@ -183,9 +183,9 @@ TEST (Mixer, TheCueIsHeardBeforeTheFaderAndAfterTheEqualiser)
     EXPECT_EQ (desk.engine->getParameter (1002), 0.0f);
     for (const auto* kill : { "EQ_LOW_KILL_B", "EQ_MID_KILL_B", "EQ_HIGH_KILL_B" })
         desk.set (kill);
-    out = desk.hold (0.5f, 512, { 1 });
+    out = desk.hold (0.5f, 8192, { 1 }); // the band split rings out
     for (const int channel : { 2, 3, 6, 7 })
-        EXPECT_EQ (Signals::peak (EngineFixture::channel (out, channel)), 0.0);
+        EXPECT_EQ (Signals::peak (tail (out, channel)), 0.0);
 }
 
 TEST (Mixer, MetersAndMonitorTakeTheMasterAfterTheLimiter)
