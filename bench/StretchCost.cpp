@@ -46,10 +46,11 @@ void print (const char* what, double stretch, double pitch, Timing::Durations& d
 {
     const auto calls = static_cast<double> (durations.count());
     const auto mean = static_cast<double> (processor) / calls;
-    std::printf ("%-16s %5.2f %5.2f %7.0f x %8.2f us %8.2f us %8.2f us %9.2f us %9.2f us %6.1f\n", what, stretch, pitch,
-                 blockSize * 1e9 / rate / mean, mean / 1000.0, durations.quantile (0.5) / 1000.0,
-                 durations.quantile (0.99) / 1000.0, durations.quantile (0.9999) / 1000.0,
-                 durations.quantile (1.0) / 1000.0, durations.quantile (0.99) / mean);
+    std::printf ("%-16s %5.2f %5.2f %7.0f x %8.2f us %8.2f us %8.2f us %9.2f us %9.2f us %6.1f\n", what,
+                 stretch, pitch, blockSize * 1e9 / rate / mean, mean / 1000.0,
+                 durations.quantile (0.5) / 1000.0, durations.quantile (0.99) / 1000.0,
+                 durations.quantile (0.9999) / 1000.0, durations.quantile (1.0) / 1000.0,
+                 durations.quantile (0.99) / mean);
     std::fflush (stdout);
 }
 
@@ -106,7 +107,8 @@ void measureLibrary (const juce::AudioBuffer<float>& music, double stretch, doub
         while (stretcher.available() < blockSize)
         {
             const auto count = static_cast<int> (stretcher.getSamplesRequired());
-            stretcher.process (source.next (std::max (1, count)), static_cast<size_t> (std::max (1, count)), false);
+            stretcher.process (source.next (std::max (1, count)), static_cast<size_t> (std::max (1, count)),
+                               false);
         }
         stretcher.retrieve (out, blockSize);
         const auto end = Timing::nanoseconds();
@@ -123,10 +125,11 @@ int main (int argc, char** argv)
 {
     const auto isShort = argc > 1 && std::string_view (argv[1]) == "--ours";
     Machine::print();
-    std::printf ("Calls for %d output frames of stereo at %d Hz, the reading of music not counted.\n", blockSize, rate);
+    std::printf ("Calls for %d output frames of stereo at %d Hz, the reading of music not counted.\n",
+                 blockSize, rate);
     std::printf ("Real time and mean by the processor's time, the rest by the clock.\n");
-    std::printf ("%-16s %5s %5s %9s %11s %11s %11s %12s %12s %s\n", "", "length", "pitch", "real time", "mean", "median",
-                 "99 %", "99.99 %", "maximum", "99 % / mean");
+    std::printf ("%-16s %5s %5s %9s %11s %11s %11s %12s %12s %s\n", "", "length", "pitch", "real time",
+                 "mean", "median", "99 %", "99.99 %", "maximum", "99 % / mean");
     const auto music = MusicLike::make (20.0, rate);
     for (const auto& [stretch, pitch] : { std::pair { 0.94, 1.0 },
                                           { 1.0, 1.0 },

@@ -24,6 +24,10 @@ std::span<const float> leadersOf (int channels, int stereoMode)
     return { leaders[stereoMode], channels == 2 ? 2u : 1u };
 }
 
+/** What the kinds of stages cost in relation to each other, measured: analysis, power, phases, synthesis, overlap. */
+constexpr double stageCosts[] = { 8.0, 1.0, 4.0, 7.0, 3.0 };
+constexpr double totalCost = 23.0;
+
 constexpr int64_t nothingYet = std::numeric_limits<int64_t>::min() / 2;
 constexpr float leastWindowSum = 1.0e-3f;
 
@@ -64,7 +68,7 @@ CElastiqueMC::CElastiqueMC (int blockSize, int channelCount, float rate)
                     StretchSpectra (workChannels, frameLength) },
       turners { PhaseTurner (frameLength, leadersOf (channels, 0)),
                 PhaseTurner (frameLength, leadersOf (channels, 1)) },
-      input (workChannels, 16 * frameLength),
+      input (workChannels, std::max (16 * frameLength, 65'536)),
       vocoded (workChannels + 1, 4 * frameLength),
       detector (frameLength / OnsetDetector::blocksPerFrame),
       timeline (frameLength),
@@ -265,8 +269,7 @@ int CElastiqueMC::process (const float* const* in, int frames, float* const* out
         const auto newest = timeline.newestFrame();
         const auto from = timeline.frame (std::max<int64_t> (0, newest - 2)).out;
         const auto span = static_cast<double> (vocoderEnd() - from) - taken;
-        const auto share = span > 0.0 ? static_cast<double> (end - from) / span : 1.0;
-        runStages (static_cast<int> (std::ceil (stages() * std::min (1.0, share))));
+        runStages (stagesFor (span > 0.0 ? static_cast<double> (end - from) / span : 1.0));
 
         for (int done = 0; done < outputBlock; done += piece)
             produce (out, done, std::min (piece, outputBlock - done), pitch);
@@ -378,6 +381,19 @@ void CElastiqueMC::detectUpTo (int64_t end) noexcept
 
 //==============================================================================
 // The stages of a frame: the newest one is analysed, the one before it turned and laid down
+
+int CElastiqueMC::stagesFor (double share) const noexcept
+{
+    auto kind = 0;
+    for (auto wanted = share * totalCost; kind < 5 && wanted > 0.0; ++kind)
+    {
+        if (wanted < stageCosts[kind])
+            return kind * workChannels
+                   + static_cast<int> (std::ceil (wanted / stageCosts[kind] * workChannels));
+        wanted -= stageCosts[kind];
+    }
+    return kind * workChannels;
+}
 
 void CElastiqueMC::runStages (int upTo) noexcept
 {

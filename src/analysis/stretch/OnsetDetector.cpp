@@ -6,7 +6,7 @@ namespace
 {
 constexpr float leastRise = 2.5f;   ///< of energy
 constexpr float silence = 1.0e-9f;  ///< mean energy of a sample below which nothing sets on
-constexpr float attackShare = 0.2f; ///< of the greatest block's energy, from which on the attack has begun
+constexpr float attackShare = 0.4f; ///< of the greatest block's energy, from which on the attack has begun
 constexpr int refractory = 12;      ///< blocks after an onset in which none counts
 }
 

@@ -11,52 +11,104 @@ constexpr float leastPeak = 1.0e-7f; ///< magnitude in the transform, which does
 /** A Hamming window's side lobes d bins away lie below 0.055 / d of the peak's magnitude. */
 constexpr float leakage = 0.055f * 0.055f;
 
-constexpr float risenBy = 4.0f; ///< in power, from the frame before an onset to the frame after
+constexpr float risenBy = 2.0f; ///< in power, from the frame before an onset to the frame after
 constexpr float relaxStep = 0.03f, relaxed = 1.0e-5f;
 
 /** Remembers the strongest peak and the one that masks its surroundings most, walking through a spectrum. */
 struct Masker
 {
-    int farBin = 0, nearBin = 0;
-    float farPower = 0.0f, nearPower = 0.0f;
-
-    static float mask (float power, int distance) noexcept
-    {
-        return power * leakage / static_cast<float> (distance * distance);
-    }
+    float farBin = 0.0f, nearBin = 0.0f;
+    float farLeak = 0.0f, nearLeak = 0.0f; ///< times the distance's inverse square: the power that may leak
 
     /** @returns true if a peak is more than leakage of those before it */
-    bool passes (int bin, float power) noexcept
+    bool passes (int index, float power) noexcept
     {
-        constexpr int ahead = 4;
-        const auto farDistance = std::abs (bin - farBin), nearDistance = std::abs (bin - nearBin);
-        if (power < mask (farPower, std::max (1, farDistance))
-            || power < mask (nearPower, std::max (1, nearDistance)))
+        constexpr float ahead = 4.0f;
+        const auto bin = static_cast<float> (index);
+        const auto farDistance = bin - farBin, nearDistance = bin - nearBin;
+        if (power * farDistance * farDistance < farLeak || power * nearDistance * nearDistance < nearLeak)
             return false;
-        if (mask (power, ahead) >= mask (nearPower, nearDistance + ahead))
+        const auto leak = power * leakage, later = std::abs (nearDistance) + ahead;
+        if (leak * later * later >= nearLeak * ahead * ahead)
         {
             nearBin = bin;
-            nearPower = power;
+            nearLeak = leak;
         }
-        if (power >= farPower)
+        if (leak >= farLeak)
         {
             farBin = bin;
-            farPower = power;
+            farLeak = leak;
         }
         return true;
     }
 };
+
+using Lanes [[gnu::vector_size (16)]] = float;
+using WholeLanes [[gnu::vector_size (16)]] = int;
+using LanesAnywhere [[gnu::vector_size (16), gnu::aligned (4), gnu::may_alias]] = float;
+constexpr int lanes = 4;
+constexpr auto pi = std::numbers::pi_v<float>;
+
+Lanes rounded (Lanes x) noexcept
+{
+    return __builtin_convertvector(
+        __builtin_convertvector(x + (x < 0.0f ? -0.5f : 0.5f + Lanes {}), WholeLanes), Lanes);
+}
+
+Lanes magnitude (Lanes x) noexcept
+{
+    return x < 0.0f ? -x : x;
+}
+
+/** The angle of a point, within 0.00001; 0 for the origin. A minimax polynomial of the arc's tangent up to 1. */
+Lanes angleOf (Lanes real, Lanes imaginary) noexcept
+{
+    const auto x = magnitude (real), y = magnitude (imaginary);
+    const auto isSteep = y > x;
+    const auto larger = isSteep ? y : x;
+    const auto t = (isSteep ? x : y) / (larger > 0.0f ? larger : 1.0f + Lanes {}), s = t * t;
+    auto angle = t
+                 * (0.99997726f
+                    + s
+                          * (-0.33262347f
+                             + s * (0.19354346f + s * (-0.11643287f + s * (0.05265332f - s * 0.01172120f)))));
+    angle = isSteep ? 0.5f * pi - angle : angle;
+    angle = real < 0.0f ? pi - angle : angle;
+    return imaginary < 0.0f ? -angle : angle;
+}
+
+/** Cosine and sine within 0.000001, by the series of the half angle. */
+void pointAt (Lanes angle, Lanes& cosine, Lanes& sine) noexcept
+{
+    const auto half = 0.5f * (angle - 2.0f * pi * rounded (angle / (2.0f * pi))), s = half * half;
+    const auto c =
+        1.0f
+        - s * (0.5f - s * (4.1666668e-2f - s * (1.3888889e-3f - s * (2.4801587e-5f - s * 2.755732e-7f))));
+    const auto n =
+        half * (1.0f - s * (1.6666667e-1f - s * (8.3333338e-3f - s * (1.9841270e-4f - s * 2.7557319e-6f))));
+    cosine = c * c - n * n;
+    sine = 2.0f * c * n;
+}
+
+LanesAnywhere& lanesAt (std::vector<float>& values, int index) noexcept
+{
+    return *reinterpret_cast<LanesAnywhere*> (values.data() + index);
+}
 }
 
 PhaseTurner::PhaseTurner (int frameLength, std::span<const float> leaders)
     : length (frameLength),
       half (frameLength / 2),
       weights (leaders.begin(), leaders.end()),
-      cosine (static_cast<size_t> (half + 1)),
-      sine (static_cast<size_t> (half + 1)),
-      peaks (static_cast<size_t> (half + 1)),
-      turnCosine (static_cast<size_t> (half + 1)),
-      turnSine (static_cast<size_t> (half + 1))
+      cosine (static_cast<size_t> (half + 1 + lanes)),
+      sine (static_cast<size_t> (half + 1 + lanes)),
+      peaks (static_cast<size_t> (half + 1 + lanes)),
+      turnCosine (static_cast<size_t> (half + lanes)),
+      turnSine (static_cast<size_t> (half + lanes)),
+      real (static_cast<size_t> (half + lanes)),
+      imaginary (static_cast<size_t> (half + lanes)),
+      expected (static_cast<size_t> (half + lanes)),
+      surplus (static_cast<size_t> (half + lanes))
 {
     reset();
 }
@@ -86,12 +138,34 @@ void PhaseTurner::addPower (StretchSpectra& frame, int channel) const noexcept
 void PhaseTurner::findPeaks (const StretchSpectra& frame) noexcept
 {
     const auto* const power = frame.power.data();
+    auto* const bins = peaks.data();
+    const auto floor = leastPeak * leastPeak + Lanes {};
+    auto at = [power] (int k) -> Lanes { return *reinterpret_cast<const LanesAnywhere*> (power + k); };
+
+    // Without a branch for each bin, which noise would make the processor guess wrong.
+    int maxima = 0;
+    for (int k = 2; k < half - 1; k += lanes)
+    {
+        const auto here = at (k);
+        const WholeLanes isPeak = (here > at (k - 1)) & (here >= at (k + 1)) & (here > at (k - 2))
+                                  & (here >= at (k + 2)) & (here > floor);
+        for (int lane = 0; lane < lanes; ++lane)
+        {
+            bins[maxima] = k + lane;
+            maxima -= isPeak[lane];
+        }
+    }
+    while (maxima > 0 && bins[maxima - 1] >= half)
+        --maxima;
+
     int candidates = 0;
     Masker upward;
-    for (int k = 1; k < half; ++k)
-        if (power[k] > power[k - 1] && power[k] >= power[k + 1] && power[k] > leastPeak * leastPeak
-            && upward.passes (k, power[k]))
-            peaks[static_cast<size_t> (candidates++)] = k;
+    for (int i = 0; i < maxima; ++i)
+    {
+        const auto bin = bins[i];
+        bins[candidates] = bin;
+        candidates += upward.passes (bin, power[bin]) ? 1 : 0;
+    }
 
     // The same downward; what passes is moved to the end, then back to the start.
     Masker downward;
@@ -109,7 +183,6 @@ void PhaseTurner::propagate (const StretchSpectra& frame, const StretchSpectra& 
     if (hopOut == hopIn || peakCount == 0)
         return;
 
-    constexpr auto pi = std::numbers::pi_v<float>;
     const auto step = 2.0f * pi / static_cast<float> (length);
     const auto difference = hopOut - hopIn;
     const auto share = static_cast<float> (difference) / static_cast<float> (hopIn);
@@ -117,25 +190,38 @@ void PhaseTurner::propagate (const StretchSpectra& frame, const StretchSpectra& 
 
     for (int i = 0; i < peakCount; ++i)
     {
-        const auto k = static_cast<size_t> (peaks[static_cast<size_t> (i)]);
+        const auto index = static_cast<size_t> (i);
+        const auto k = static_cast<size_t> (peaks[index]);
         const auto mirrored = static_cast<size_t> (length) - k;
-        float real = 0.0f, imaginary = 0.0f;
+        float realSum = 0.0f, imaginarySum = 0.0f;
         for (size_t c = 0; c < weights.size(); ++c)
         {
             const auto *now = frame.bins[c].data(), *then = before.bins[c].data();
-            real += weights[c] * (now[k] * then[k] + now[mirrored] * then[mirrored]);
-            imaginary += weights[c] * (now[mirrored] * then[k] - now[k] * then[mirrored]);
+            realSum += weights[c] * (now[k] * then[k] + now[mirrored] * then[mirrored]);
+            imaginarySum += weights[c] * (now[mirrored] * then[k] - now[k] * then[mirrored]);
         }
+        real[index] = realSum;
+        imaginary[index] = imaginarySum;
         // Whole turns are taken off in whole numbers, so that high bins are as exact as low ones.
-        const auto bin = static_cast<int> (k);
-        auto deviation = std::atan2 (imaginary, real) - step * static_cast<float> ((bin * hopIn) & mask);
-        deviation -= 2.0f * pi * std::round (deviation / (2.0f * pi));
-        const auto angle = step * static_cast<float> ((bin * difference) & mask) + share * deviation;
-        const auto c = std::cos (angle), s = std::sin (angle);
-        const auto oldCosine = cosine[k], oldSine = sine[k];
+        expected[index] = step * static_cast<float> ((peaks[index] * hopIn) & mask);
+        surplus[index] = step * static_cast<float> ((peaks[index] * difference) & mask);
+        turnCosine[index] = cosine[k];
+        turnSine[index] = sine[k];
+    }
+    for (int i = 0; i < peakCount; i += lanes)
+    {
+        auto deviation = angleOf (lanesAt (real, i), lanesAt (imaginary, i)) - lanesAt (expected, i);
+        deviation -= 2.0f * pi * rounded (deviation / (2.0f * pi));
+        Lanes c, s;
+        pointAt (lanesAt (surplus, i) + share * deviation, c, s);
+        const Lanes oldCosine = lanesAt (turnCosine, i), oldSine = lanesAt (turnSine, i);
         const auto unit = 1.5f - 0.5f * (oldCosine * oldCosine + oldSine * oldSine);
-        turnCosine[static_cast<size_t> (i)] = unit * (oldCosine * c - oldSine * s);
-        turnSine[static_cast<size_t> (i)] = unit * (oldCosine * s + oldSine * c);
+        const auto newCosine = unit * (oldCosine * c - oldSine * s),
+                   newSine = unit * (oldCosine * s + oldSine * c);
+        // What is no number, out of an input that is none, must not stay.
+        const auto isNumber = magnitude (newCosine) + magnitude (newSine) < 2.0f;
+        lanesAt (turnCosine, i) = isNumber ? newCosine : 1.0f + Lanes {};
+        lanesAt (turnSine, i) = isNumber ? newSine : Lanes {};
     }
 
     int from = 0;
@@ -143,8 +229,13 @@ void PhaseTurner::propagate (const StretchSpectra& frame, const StretchSpectra& 
     {
         const auto index = static_cast<size_t> (i);
         const auto to = i + 1 < peakCount ? (peaks[index] + peaks[index + 1] + 1) / 2 : half + 1;
-        std::fill (cosine.begin() + from, cosine.begin() + to, turnCosine[index]);
-        std::fill (sine.begin() + from, sine.begin() + to, turnSine[index]);
+        // In whole lanes: what goes over the end of a region is overwritten by the next one.
+        const auto c = turnCosine[index] + Lanes {}, sn = turnSine[index] + Lanes {};
+        for (int k = from; k < to; k += lanes)
+        {
+            lanesAt (cosine, k) = c;
+            lanesAt (sine, k) = sn;
+        }
         from = to;
     }
     isNone = false;
@@ -170,7 +261,7 @@ void PhaseTurner::relax() noexcept
     if (isNone)
         return;
     auto farthest = 0.0f;
-    for (size_t k = 0; k < cosine.size(); ++k)
+    for (size_t k = 0; k <= static_cast<size_t> (half); ++k)
     {
         // A bin that is turned half round has no nearer side; the sine's sign gives it one.
         const auto c = cosine[k] + relaxStep,

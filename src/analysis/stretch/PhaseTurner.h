@@ -10,12 +10,12 @@ struct StretchSpectra
 {
     StretchSpectra (int channels, int frameLength)
         : bins (static_cast<size_t> (channels), std::vector<float> (static_cast<size_t> (frameLength))),
-          power (static_cast<size_t> (frameLength / 2 + 1))
+          power (static_cast<size_t> (frameLength / 2 + 1 + 8))
     {
     }
 
     std::vector<std::vector<float>> bins; ///< per work channel
-    std::vector<float> power;             ///< of the channels that lead
+    std::vector<float> power;             ///< of the channels that lead; a few zeros behind it
 };
 
 /** The angles by which the bins of a stretched sound are turned against its analysis.
@@ -59,6 +59,9 @@ private:
     std::vector<float> cosine, sine; ///< the turn of each bin
     std::vector<int> peaks;
     std::vector<float> turnCosine, turnSine; ///< of each peak
+    std::vector<float> real, imaginary;      ///< of each peak: its advance since the frame before
+    std::vector<float> expected,
+        surplus; ///< angles by which the bin's middle goes on: in the hop, in the difference
     int peakCount = 0;
     bool isNone = true; ///< no bin is turned
 };

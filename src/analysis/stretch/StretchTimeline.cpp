@@ -6,14 +6,18 @@
 namespace
 {
 /** Ratios between which onsets are kept whole. Beyond, too little is left between them to make it up. */
-constexpr double leastElastic = 0.6, greatestElastic = 1.7;
+constexpr double leastElastic = 0.6, greatestElastic = 2.2;
+
+/** Above this pitch a block takes so many frames that the doubt of their hops would pile up input. */
+constexpr double greatestElasticPitch = 4.0;
 
 /** Shares of the ratio's hop between which one hop may lie, and of the frame that it never exceeds. */
-constexpr double shortestHop = 0.6, longestHop = 1.4, longestShare = 0.45;
+constexpr double shortestHop = 0.3, longestHop = 2.0, longestShare = 0.6;
 
-bool isElastic (double ratio) noexcept
+bool isElastic (const StretchFactors& factors) noexcept
 {
-    return ratio >= leastElastic && ratio <= greatestElastic;
+    return factors.ratio >= leastElastic && factors.ratio <= greatestElastic
+           && factors.pitch <= greatestElasticPitch;
 }
 
 int even (double value) noexcept
@@ -28,7 +32,7 @@ struct HopLimits
     explicit HopLimits (const StretchFactors& factors, int frameLength) noexcept
     {
         const auto wanted = factors.hopIn * factors.ratio;
-        if (isElastic (factors.ratio))
+        if (isElastic (factors))
         {
             least = shortestHop * wanted;
             greatest = std::max (wanted + 4.0, std::min (longestHop * wanted, longestShare * frameLength));
@@ -98,11 +102,11 @@ int StretchTimeline::hopFor (const StretchFactors& factors, int64_t in, std::opt
     const auto& before = frame (newest);
     const auto wanted = target - static_cast<double> (before.out + middle);
     const auto stray = wanted - factors.hopIn; // of the frame's middle, after a hop as in the input
-    const auto whole = isElastic (factors.ratio) && holds (before.in, lastOnset) && holds (in, lastOnset);
+    const auto whole = isElastic (factors) && holds (before.in, lastOnset) && holds (in, lastOnset);
     const HopLimits limits (factors, frameLength);
     auto limited = [&] (double hop) { return even (std::clamp (hop, limits.least, limits.greatest)); };
 
-    if (onset && isElastic (factors.ratio))
+    if (onset && isElastic (factors))
     {
         const auto shift = (factors.ratio - 1.0) * static_cast<double> (*onset - in - middle);
         const auto tolerance = frameLength / 32;
@@ -117,7 +121,7 @@ int StretchTimeline::leastHop (const StretchFactors& factors, int64_t in) const 
     if (isBeginning (in))
         return factors.hopIn;
     const auto least = even (HopLimits (factors, frameLength).least);
-    return isElastic (factors.ratio) ? std::min (least, factors.hopIn) : least;
+    return isElastic (factors) ? std::min (least, factors.hopIn) : least;
 }
 
 int64_t StretchTimeline::frameBehind (double vocoderPosition) const noexcept

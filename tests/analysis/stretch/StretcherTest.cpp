@@ -3,9 +3,17 @@
 #include "StretcherDriver.h"
 
 #include "analysis/AnalysisError.h"
+#include "analysis/stretch/StretchFactors.h"
 
 #include <cmath>
 #include <random>
+
+extern "C"
+{
+    __attribute__ ((weak)) void __rtsan_ensure_initialized();
+    __attribute__ ((weak)) void __rtsan_realtime_enter();
+    __attribute__ ((weak)) void __rtsan_realtime_exit();
+}
 
 TEST (Stretcher, CreationAnswersWithTheFamilysNumbers)
 {
@@ -149,6 +157,26 @@ TEST (Stretcher, ThePlaceThatIsHeardIsExactAfterTwentyMinutes)
     }
 }
 
+TEST (Stretcher, AKeyChangeLeavesTheTempo)
+{
+    StretcherDriver driver;
+    const auto noise = Signals::noise (400'000, 1, 0.1);
+    auto heard = 0.0;
+    driver.render ({ noise, noise }, 300'000,
+                   [&] (int made)
+                   {
+                       const auto semitones = made / 20'000 * 5 % 7 - 3; // from -3 to 3, by 5 up or 2 down
+                       driver.set (1.0 / 1.04, std::exp2 (semitones / 12.0));
+                       const auto now = driver->getInputPositionOfOutput();
+                       if (made > 20'000)
+                       {
+                           EXPECT_NEAR (now, made * 1.04, 130.0) << made; // 3 ms
+                           EXPECT_NEAR ((now - heard) / 128.0, 1.04, 0.35) << made;
+                       }
+                       heard = now;
+                   });
+}
+
 TEST (Stretcher, FlushPlaysOutWhatIsInside)
 {
     for (const double stretch : { 1.0, 0.8 })
@@ -165,4 +193,77 @@ TEST (Stretcher, FlushPlaysOutWhatIsInside)
         EXPECT_NEAR (static_cast<double> (driver.out[0].size()) + rest, driver.taken * stretch, 130.0);
         EXPECT_EQ (driver->flush (out), -1);
     }
+}
+
+TEST (Stretcher, FramesAndHopsFollowTheirTables)
+{
+    for (const auto& [rate, length] : { std::pair { 8000.0, 2048 },
+                                        { 31'999.0, 2048 },
+                                        { 32'000.0, 4096 },
+                                        { 44'100.0, 4096 },
+                                        { 64'000.0, 8192 },
+                                        { 128'000.0, 16'384 },
+                                        { 256'000.0, 32'768 } })
+        EXPECT_EQ (stretchFrameLength (rate), length);
+    struct Case
+    {
+        float stretch, pitch;
+        int hopIn, hopInFine, hopOut;
+    };
+    for (const auto& c : { Case { 1.0f, 1.0f, 1024, 512, 1024 }, Case { 1.5f, 1.0f, 1024, 512, 1536 },
+                           Case { 0.1f, 1.0f, 1024, 512, 102 }, Case { 2.2f, 1.0f, 512, 512, 1126 },
+                           Case { 4.0f, 0.8f, 256, 256, 818 }, Case { 4.2f, 1.0f, 128, 128, 536 },
+                           Case { 5.0f, 2.0f, 64, 64, 640 }, Case { 1.06f, 1.0f / 1.06f, 1024, 512, 1024 } })
+    {
+        const auto plain = StretchFactors::of (c.stretch, c.pitch, 4096),
+                   fine = StretchFactors::of (c.stretch, c.pitch, 4096, true);
+        EXPECT_EQ (plain->hopIn, c.hopIn) << c.stretch;
+        EXPECT_EQ (fine->hopIn, c.hopInFine) << c.stretch;
+        EXPECT_EQ (plain->hopOut, c.hopOut) << c.stretch;
+    }
+}
+
+TEST (Stretcher, NoNumbersPassThroughAndLeaveNothingBehind)
+{
+    StretcherDriver driver;
+    driver.set (1.06, 1.0);
+    auto noise = Signals::noise (60'000, 1);
+    noise[20'000] = NAN;
+    noise[20'500] = INFINITY;
+    noise[21'000] = 3.0e38f;
+    driver.render ({ noise, noise }, 60'000);
+    for (size_t i = 35'000; i < 55'000; ++i)
+        ASSERT_LT (std::abs (driver.out[0][i]), 2.0f) << i;
+}
+
+// In the program that is linked with the real-time sanitizer this proves that no call allocates, waits or calls the system.
+TEST (StretcherRealTime, CallsOnlyCompute)
+{
+    const auto guarded = __rtsan_ensure_initialized != nullptr;
+    if (guarded)
+        __rtsan_ensure_initialized();
+    StretcherDriver driver;
+    const auto noise = Signals::noise (1 << 17, 1);
+    float output[2][1024];
+    const float* in[] { noise.data(), noise.data() };
+    float* const out[] { output[0], output[1] };
+    if (guarded)
+        __rtsan_realtime_enter();
+    auto full = 0;
+    for (int i = 0; i < 2'000; ++i)
+    {
+        auto pitch = 0.5f + static_cast<float> (i % 40) / 20.0f;
+        driver->setStretchAndPitch (0.6f + static_cast<float> (i % 70) / 50.0f, &pitch, 0);
+        full += driver->process (in, driver->setOutputBlockSize (1 + i * 37 % 1024), out) == 0 ? 1 : 0;
+        if (i % 100 == 99)
+        {
+            driver->flush (out);
+            driver->getInputPositionOfOutput();
+            driver->setStereoMode (i % 200 == 99 ? 1 : 0);
+            driver->reset();
+        }
+    }
+    if (guarded)
+        __rtsan_realtime_exit();
+    EXPECT_EQ (full, 2'000);
 }
