@@ -354,9 +354,28 @@ void CElastiqueMC::beginFrame (Input& given) noexcept
     detectUpTo (end);
     auto onset = detector.find();
     if (onset)
-        *onset *= frameLength / OnsetDetector::blocksPerFrame;
+        onset = steepestAfter (*onset * (frameLength / OnsetDetector::blocksPerFrame));
     timeline.add (factors, onset);
     stage = 0;
+}
+
+int64_t CElastiqueMC::steepestAfter (int64_t position) noexcept
+{
+    auto steepest = 0.0f, before = 0.0f;
+    auto found = position;
+    for (auto at = position - 1; at < position + frameLength / OnsetDetector::blocksPerFrame; ++at)
+    {
+        auto sample = 0.0f;
+        input.forPieces (0, at, 1, [&] (const float* x, int, int) { sample = *x; });
+        const auto step = std::abs (sample - before);
+        if (at >= position && step > steepest)
+        {
+            steepest = step;
+            found = at;
+        }
+        before = sample;
+    }
+    return found;
 }
 
 void CElastiqueMC::detectUpTo (int64_t end) noexcept

@@ -56,6 +56,7 @@ private:
     PX_AUDIO_THREAD void take (Input&, int frames) noexcept;
     PX_AUDIO_THREAD void beginFrame (Input&) noexcept;
     PX_AUDIO_THREAD void detectUpTo (int64_t end) noexcept;
+    PX_AUDIO_THREAD int64_t steepestAfter (int64_t position) noexcept;
     PX_AUDIO_THREAD int stagesFor (double share) const noexcept;
     PX_AUDIO_THREAD void runStages (int upTo) noexcept;
     PX_AUDIO_THREAD void analyse (int channel) noexcept;

@@ -62,9 +62,10 @@ int64_t StretchTimeline::nextIn (const StretchFactors& factors) const noexcept
 
 bool StretchTimeline::holds (int64_t in, int64_t sample) const noexcept
 {
-    // At its very edges the windows leave nothing of a frame.
-    const auto edge = frameLength / 16;
-    return sample >= in + edge && sample <= in + frameLength - edge;
+    // At its very edges the windows leave nothing of a frame. An onset is found when the blocks over which it must hold
+    // are in, so the frame that it is found in holds it anywhere in the block before them.
+    const auto edge = frameLength / 16, block = frameLength / 64;
+    return sample >= in + edge && sample < in + frameLength - edge + block;
 }
 
 void StretchTimeline::add (const StretchFactors& factors, std::optional<int64_t> onset) noexcept

@@ -131,29 +131,27 @@ TEST (Stretcher, TooLittleInputGivesNothingAndIsKept)
 
 TEST (Stretcher, ThePlaceThatIsHeardIsExactAfterTwentyMinutes)
 {
-    for (const auto& [stretch, pitch] : { std::pair { 1.0 / 1.04, 1.0 }, std::pair { 1.0 / 1.04, 1.04 },
-                                          std::pair { 1.0 / 0.93, std::exp2 (3.0 / 12.0) } })
+    for (const auto& [stretch, pitch, rate] : { std::tuple { 1.0 / 1.04, 1.0, 44'100 },
+                                                { 1.0 / 1.04, 1.04, 8'000 },
+                                                { 1.0 / 0.93, std::exp2 (3.0 / 12.0), 8'000 } })
     {
-        StretcherDriver driver (1, 1024, 8000.0f); // frames of 2048, so a fourth of the work for as many hops
+        StretcherDriver driver (1, 1024, static_cast<float> (rate));
         driver.set (stretch, pitch);
         const auto inForce = static_cast<double> (static_cast<float> (stretch));
         float output[1024];
         float* const out[] { output };
         const std::vector<float> silence (16'384);
         const float* in[] { silence.data() };
-        int64_t frames = 0, taken = 0;
         auto farthest = 0.0;
-        for (; frames < 20ll * 60 * 44'100; frames += 1024)
+        for (int frames = 0; frames < 20 * 60 * rate;)
         {
-            const auto count = driver->getFramesNeeded();
-            ASSERT_EQ (driver->process (in, count, out), 0);
-            taken += count;
-            const auto due = static_cast<double> (frames + 1024) / inForce;
+            ASSERT_EQ (driver->process (in, driver->getFramesNeeded(), out), 0);
+            frames += 1024;
             if (frames > 20'000) // the beginning comes out as it is, whatever the tempo
-                farthest = std::max (farthest, std::abs (driver->getInputPositionOfOutput() - due));
+                farthest =
+                    std::max (farthest, std::abs (driver->getInputPositionOfOutput() - frames / inForce));
         }
         EXPECT_LT (farthest, 2.0) << stretch << ' ' << pitch;
-        EXPECT_LT (static_cast<double> (taken) - static_cast<double> (frames) / inForce, 9'000.0);
     }
 }
 
