@@ -26,7 +26,9 @@ struct Masker
         constexpr float ahead = 4.0f;
         const auto bin = static_cast<float> (index);
         const auto farDistance = bin - farBin, nearDistance = bin - nearBin;
-        if (power * farDistance * farDistance < farLeak || power * nearDistance * nearDistance < nearLeak)
+        const auto isBelowFar = power * farDistance * farDistance < farLeak;
+        const auto isBelowNear = power * nearDistance * nearDistance < nearLeak;
+        if (isBelowFar | isBelowNear) // one guess for the processor, not two
             return false;
         const auto leak = power * leakage, later = std::abs (nearDistance) + ahead;
         if (leak * later * later >= nearLeak * ahead * ahead)
@@ -80,7 +82,7 @@ Lanes angleOf (Lanes real, Lanes imaginary) noexcept
 /** Cosine and sine within 0.000001, by the series of the half angle. */
 void pointAt (Lanes angle, Lanes& cosine, Lanes& sine) noexcept
 {
-    const auto half = 0.5f * (angle - 2.0f * pi * rounded (angle / (2.0f * pi))), s = half * half;
+    const auto half = 0.5f * (angle - 2.0f * pi * rounded (angle * (0.5f / pi))), s = half * half;
     const auto c =
         1.0f
         - s * (0.5f - s * (4.1666668e-2f - s * (1.3888889e-3f - s * (2.4801587e-5f - s * 2.755732e-7f))));
@@ -100,8 +102,8 @@ PhaseTurner::PhaseTurner (int frameLength, std::span<const float> leaders)
     : length (frameLength),
       half (frameLength / 2),
       weights (leaders.begin(), leaders.end()),
-      cosine (static_cast<size_t> (half + 1 + lanes)),
-      sine (static_cast<size_t> (half + 1 + lanes)),
+      cosine (static_cast<size_t> (half + 1 + 2 * lanes)),
+      sine (static_cast<size_t> (half + 1 + 2 * lanes)),
       peaks (static_cast<size_t> (half + 1 + lanes)),
       turnCosine (static_cast<size_t> (half + lanes)),
       turnSine (static_cast<size_t> (half + lanes)),
@@ -211,7 +213,7 @@ void PhaseTurner::propagate (const StretchSpectra& frame, const StretchSpectra& 
     for (int i = 0; i < peakCount; i += lanes)
     {
         auto deviation = angleOf (lanesAt (real, i), lanesAt (imaginary, i)) - lanesAt (expected, i);
-        deviation -= 2.0f * pi * rounded (deviation / (2.0f * pi));
+        deviation -= 2.0f * pi * rounded (deviation * (0.5f / pi));
         Lanes c, s;
         pointAt (lanesAt (surplus, i) + share * deviation, c, s);
         const Lanes oldCosine = lanesAt (turnCosine, i), oldSine = lanesAt (turnSine, i);
@@ -229,9 +231,11 @@ void PhaseTurner::propagate (const StretchSpectra& frame, const StretchSpectra& 
     {
         const auto index = static_cast<size_t> (i);
         const auto to = i + 1 < peakCount ? (peaks[index] + peaks[index + 1] + 1) / 2 : half + 1;
-        // In whole lanes: what goes over the end of a region is overwritten by the next one.
+        // In whole lanes: what goes over the end of a region is overwritten by the next one. Most are not longer than two.
         const auto c = turnCosine[index] + Lanes {}, sn = turnSine[index] + Lanes {};
-        for (int k = from; k < to; k += lanes)
+        lanesAt (cosine, from) = lanesAt (cosine, from + lanes) = c;
+        lanesAt (sine, from) = lanesAt (sine, from + lanes) = sn;
+        for (int k = from + 2 * lanes; k < to; k += lanes)
         {
             lanesAt (cosine, k) = c;
             lanesAt (sine, k) = sn;
@@ -245,14 +249,15 @@ void PhaseTurner::resetRisen (const StretchSpectra& before, const StretchSpectra
 {
     if (isNone)
         return;
-    const auto *then = before.power.data(), *now = after.power.data();
-    for (int k = 1; k < half; ++k)
+    auto at = [] (const StretchSpectra& of, int k) -> Lanes
+    { return *reinterpret_cast<const LanesAnywhere*> (of.power.data() + k); };
+    auto larger = [] (Lanes a, Lanes b) { return a > b ? a : b; };
+    for (int k = 1; k < half; k += lanes)
     {
-        if (now[k] > risenBy * std::max (then[k], std::max (then[k - 1], then[k + 1])))
-        {
-            cosine[static_cast<size_t> (k)] = 1.0f;
-            sine[static_cast<size_t> (k)] = 0.0f;
-        }
+        const auto then = larger (at (before, k), larger (at (before, k - 1), at (before, k + 1)));
+        const auto hasRisen = at (after, k) > risenBy * then;
+        lanesAt (cosine, k) = hasRisen ? 1.0f + Lanes {} : Lanes (lanesAt (cosine, k));
+        lanesAt (sine, k) = hasRisen ? Lanes {} : Lanes (lanesAt (sine, k));
     }
 }
 

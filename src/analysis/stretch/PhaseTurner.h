@@ -29,6 +29,8 @@ public:
     /** @param leaders   weight in power of each channel that peaks and their phases are taken from */
     PhaseTurner (int frameLength, std::span<const float> leaders);
 
+    std::span<const float> leaders() const noexcept { return weights; }
+
     /** Turns nothing from now on. */
     PX_AUDIO_THREAD void reset() noexcept;
 
