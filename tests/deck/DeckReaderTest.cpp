@@ -367,6 +367,16 @@ struct DelayStretcher : CElastiqueProIf
         return 0;
     }
     void reset() override { ++resets; }
+    int setOutputBlockSize (int) override { return stretcherBlock; }
+    int getFramesNeededFor (float, float) override { return stretcherBlock; }
+    int setStretchPitch (float*, float, int) override { return 0; }
+    int flush (float* const*) override { return -1; }
+    int getPreFramesNeeded() override { return stretcherBlock; }
+    int setStereoMode (int) override { return 0; }
+    int setEnvelopeFactor (float) override { return 0; }
+    int setEnvelopeOrder (int) override { return 0; }
+    double getLatency() override { return stretcherBlock; }
+    double getInputPositionOfOutput() override { return 0.0; }
 
     std::array<std::array<float, stretcherBlock>, 2> held {};
     float stretch = 0.0f, pitch = 0.0f;

@@ -1,0 +1,274 @@
+#include "analysis/stretch/CElastiqueMC.h"
+
+#include "analysis/AnalysisError.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+namespace
+{
+constexpr float leftShare = 0.6f, rightShare = 0.4f; // of the middle and the side
+
+/** The side's weight in power that makes the pair's sum the one of left and right. */
+constexpr float sideWeight = (leftShare / rightShare) * (leftShare / rightShare);
+
+constexpr float leaders[][2] = { { 1.0f, sideWeight }, { 1.0f, 1.0f } };
+
+std::span<const float> leadersOf (int channels, int stereoMode)
+{
+    // Above two channels it is the sum that leads.
+    return { leaders[stereoMode], channels == 2 ? 2u : 1u };
+}
+
+constexpr int64_t nothingYet = std::numeric_limits<int64_t>::min() / 2;
+
+std::vector<std::vector<float>> buffers (int count, int frames)
+{
+    return std::vector<std::vector<float>> (static_cast<size_t> (count),
+                                            std::vector<float> (static_cast<size_t> (frames)));
+}
+
+}
+
+CElastiqueMC::CElastiqueMC (int blockSize, int channelCount, float rate)
+    : channels (channelCount),
+      workChannels (channelCount > 2 ? channelCount + 1 : channelCount),
+      sampleRate (rate),
+      frameLength (stretchFrameLength (rate)),
+      outputBlock (blockSize),
+      factors (*StretchFactors::of (1.0f, 1.0f, frameLength)),
+      analysisWindow (static_cast<size_t> (frameLength)),
+      synthesisWindow (static_cast<size_t> (frameLength)),
+      product (static_cast<size_t> (frameLength)),
+      time (static_cast<size_t> (frameLength)),
+      frequency (static_cast<size_t> (frameLength)),
+      synthesised (buffers (workChannels, frameLength)),
+      spectraRing { StretchSpectra (workChannels, frameLength), StretchSpectra (workChannels, frameLength),
+                    StretchSpectra (workChannels, frameLength) },
+      turners { PhaseTurner (frameLength, leadersOf (channels, 0)),
+                PhaseTurner (frameLength, leadersOf (channels, 1)) },
+      input (workChannels, std::max (16 * frameLength, 65'536)),
+      vocoded (workChannels + 1, 4 * frameLength),
+      detector (frameLength / OnsetDetector::blocksPerFrame),
+      timeline (frameLength),
+      fetched (buffers (channels, history + 16 * piece + 64)),
+      resampled (buffers (channels, piece + 64 + history))
+{
+    for (int n = 0; n < frameLength; ++n)
+    {
+        const auto i = static_cast<size_t> (n);
+        const auto turn = std::cos (2.0 * std::numbers::pi * n / frameLength);
+        const auto hamming = 0.53836 - 0.46164 * turn, hann = 0.5 - 0.5 * turn;
+        analysisWindow[i] = static_cast<float> (hamming);
+        synthesisWindow[i] = static_cast<float> (hann / frameLength); // the transform back does not scale
+        product[i] = static_cast<float> (hamming * hann);
+    }
+}
+
+int CElastiqueMC::create (std::unique_ptr<CElastiqueMC>& out, int blockSize, int channels, float sampleRate)
+{
+    std::unique_ptr<CElastiqueMC> made (new CElastiqueMC (blockSize, channels, sampleRate));
+    if (const auto error = createFFT (made->transform, made->frameLength))
+        return error;
+    if (const auto error = CFastResample::create (made->resampler, channels, resampleOrder, 16 * piece + 64))
+        return error;
+    made->reset();
+    out = std::move (made);
+    return AnalysisError::none;
+}
+
+void CElastiqueMC::reset() noexcept
+{
+    // Only what has been written since the last reset: the whole rings would take longer than a block may.
+    if (!timeline.isEmpty())
+    {
+        const auto from = fetchedEnd == 0 ? timeline.frame (0).out : fetchedEnd;
+        const auto to = timeline.frame (timeline.newestFrame()).out + frameLength;
+        vocoded.clear (from, static_cast<int> (to - from));
+    }
+    input.clear (-frameLength, frameLength);
+    for (auto& buffer : fetched)
+        std::fill (buffer.begin(), buffer.end(), 0.0f);
+    stereoMode = nextStereoMode;
+    for (auto& turner : turners)
+        turner.reset();
+    timeline.reset();
+    detector.reset();
+    resampler->reset();
+    factors = *StretchFactors::of (1.0f, 1.0f, frameLength);
+    inputEnd = signalEnd = detectedEnd = 0;
+    stage = stages();
+    fetchedEnd = 0;
+    lastFetch = 0;
+    ready = 0;
+    readyStep = 1.0;
+    readPosition = 0.0;
+    resampling = false;
+}
+
+int CElastiqueMC::setOutputBlockSize (int frames) noexcept
+{
+    outputBlock = std::clamp (frames, 1, 1024);
+    return getFramesNeeded();
+}
+
+int CElastiqueMC::setStretchPitch (float* stretch, float pitch, int) noexcept
+{
+    const auto wanted = StretchFactors::of (*stretch, pitch, frameLength);
+    if (!wanted)
+        return AnalysisError::badArgument;
+    factors = *wanted;
+    *stretch = static_cast<float> (factors.roundedRatio() / factors.pitch);
+    return AnalysisError::none;
+}
+
+int CElastiqueMC::setStretchAndPitch (float stretch, float* pitch, int) noexcept
+{
+    const auto wanted = StretchFactors::of (stretch, *pitch, frameLength);
+    if (!wanted)
+        return AnalysisError::badArgument;
+    factors = *wanted;
+    *pitch = static_cast<float> (factors.roundedRatio() / factors.stretch);
+    return AnalysisError::none;
+}
+
+int CElastiqueMC::setStereoMode (int mode) noexcept
+{
+    if (channels != 2)
+        return AnalysisError::wrongState;
+    if (mode != 0 && mode != 1)
+        return AnalysisError::badArgument;
+    nextStereoMode = mode;
+    if (timeline.isEmpty())
+        stereoMode = mode;
+    return AnalysisError::none;
+}
+
+//==============================================================================
+// What a block takes
+
+int64_t CElastiqueMC::vocoderEnd() const noexcept
+{
+    const auto newest = timeline.newestFrame();
+    // Frame n is laid down while frame n + 1 is analysed; all before its successor's place is then complete.
+    const auto complete = stage == stages() ? newest : newest - 1;
+    return complete < 0 ? nothingYet : timeline.frame (complete).out;
+}
+
+double CElastiqueMC::readingPitch (const StretchFactors& wanted) const noexcept
+{
+    if (timeline.isEmpty())
+        return wanted.pitch;
+    // Sound that was stretched for other factors is still played with those, so that neither the tempo nor the key
+    // strays while it lasts.
+    const auto& maker = timeline.makerOf (readPosition);
+    return std::abs (maker.ratio - wanted.ratio) < 1.0e-6 * wanted.ratio ? wanted.pitch : maker.pitch;
+}
+
+int64_t CElastiqueMC::vocoderEndFor (int frames, double pitch) const noexcept
+{
+    const auto missing = frames - ready;
+    if (missing <= 0)
+        return fetchedEnd;
+    const auto delay = fetchedEnd == 0 ? resampler->latency() : 0;
+    return fetchedEnd + delay + resampler->framesNeeded (missing, pitch);
+}
+
+int CElastiqueMC::framesNeeded (const StretchFactors& wanted) const noexcept
+{
+    const auto end = vocoderEndFor (outputBlock, readingPitch (wanted));
+    auto complete = vocoderEnd();
+    auto done = stage == stages();
+    auto in = timeline.nextIn (wanted) - wanted.hopIn;
+    auto out = timeline.isEmpty() ? nothingYet : timeline.frame (timeline.newestFrame()).out;
+
+    // The steps of process(), with the shortest hops that may come.
+    for (;;)
+    {
+        if (done)
+        {
+            complete = out;
+            in += wanted.hopIn;
+            out = out == nothingYet ? in : out + timeline.leastHop (wanted, in);
+        }
+        if (complete >= end)
+            break;
+        done = true;
+    }
+    return static_cast<int> (std::max<int64_t> (0, in + frameLength - inputEnd));
+}
+
+int CElastiqueMC::getFramesNeeded() const noexcept
+{
+    return framesNeeded (factors);
+}
+
+int CElastiqueMC::getFramesNeededFor (float stretch, float pitch) const noexcept
+{
+    const auto wanted = StretchFactors::of (stretch, pitch, frameLength);
+    return wanted ? framesNeeded (*wanted) : 0;
+}
+
+int CElastiqueMC::getPreFramesNeeded() const noexcept
+{
+    // As framesNeeded() of an empty stretcher: frames begin where the first of them ends with its hop.
+    const auto end = resampler->latency() + static_cast<int> (outputBlock * factors.pitch) + 1;
+    auto in = static_cast<int64_t> (factors.hopIn - frameLength), out = in, complete = nothingYet;
+    while (complete < end)
+    {
+        in += factors.hopIn;
+        complete = out;
+        out += timeline.leastHop (factors, in);
+    }
+    return static_cast<int> (in + frameLength);
+}
+
+//==============================================================================
+// A block
+
+int CElastiqueMC::process (const float* const* in, int frames, float* const* out) noexcept
+{
+    Input given { in, std::max (0, frames), 0 };
+    const auto isEnough = given.frames >= getFramesNeeded();
+    if (isEnough)
+    {
+        const auto pitch = readingPitch (factors);
+        const auto end = vocoderEndFor (outputBlock, pitch);
+        const auto taken = static_cast<double> (end - fetchedEnd);
+        for (;;)
+        {
+            if (stage == stages())
+                beginFrame (given);
+            if (vocoderEnd() >= end)
+                break;
+            runStages (stages());
+        }
+
+        // The newest frame's work is done when the sound that was complete before it has been read, in even parts.
+        const auto newest = timeline.newestFrame();
+        const auto from = timeline.frame (std::max<int64_t> (0, newest - 2)).out;
+        const auto span = static_cast<double> (vocoderEnd() - from) - taken;
+        runStages (stagesFor (span > 0.0 ? static_cast<double> (end - from) / span : 1.0));
+
+        for (int done = 0; done < outputBlock; done += piece)
+            produce (out, done, std::min (piece, outputBlock - done), pitch);
+    }
+    take (given, given.frames - given.taken);
+    return isEnough ? 0 : -1;
+}
+
+int CElastiqueMC::flush (float* const* out) noexcept
+{
+    const auto left = static_cast<double> (signalEnd) - getInputPositionOfOutput();
+    if (left <= 0.0)
+        return -1;
+    process (nullptr, getFramesNeeded(), out);
+    return static_cast<int> (std::min<double> (outputBlock, std::ceil (left * factors.stretch)));
+}
+
+double CElastiqueMC::getInputPositionOfOutput() const noexcept
+{
+    return timeline.inputAt (readPosition - ready * readyStep);
+}

@@ -1,0 +1,156 @@
+#include "analysis/stretch/StretchTimeline.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+/** Ratios between which onsets are kept whole. Beyond, too little is left between them to make it up. */
+constexpr double leastElastic = 0.6, greatestElastic = 2.2;
+
+/** Above this pitch a block takes so many frames that the doubt of their hops would pile up input. */
+constexpr double greatestElasticPitch = 4.0;
+
+/** Shares of the ratio's hop between which one hop may lie, and of the frame that it never exceeds. */
+constexpr double shortestHop = 0.3, longestHop = 2.0, longestShare = 0.6;
+
+bool isElastic (const StretchFactors& factors) noexcept
+{
+    return factors.ratio >= leastElastic && factors.ratio <= greatestElastic
+           && factors.pitch <= greatestElasticPitch;
+}
+
+int even (double value) noexcept
+{
+    return 2 * static_cast<int> (std::lround (value / 2.0));
+}
+
+struct HopLimits
+{
+    double least, greatest;
+
+    explicit HopLimits (const StretchFactors& factors, int frameLength) noexcept
+    {
+        const auto wanted = factors.hopIn * factors.ratio;
+        if (isElastic (factors))
+        {
+            least = shortestHop * wanted;
+            greatest = std::max (wanted + 4.0, std::min (longestHop * wanted, longestShare * frameLength));
+        }
+        else
+        {
+            const auto play = std::max (4.0, 0.05 * wanted);
+            least = std::max (2.0, wanted - play);
+            greatest = wanted + play;
+        }
+    }
+};
+}
+
+void StretchTimeline::reset() noexcept
+{
+    newest = -1;
+    lastOnset = 0;
+    target = 0.0;
+    history[0] = {};
+}
+
+int64_t StretchTimeline::nextIn (const StretchFactors& factors) const noexcept
+{
+    return newest < 0 ? factors.hopIn - frameLength : frame (newest).in + factors.hopIn;
+}
+
+bool StretchTimeline::holds (int64_t in, int64_t sample) const noexcept
+{
+    // At its very edges the windows leave nothing of a frame. An onset is found when the blocks over which it must hold
+    // are in, so the frame that it is found in holds it anywhere in the block before them.
+    const auto edge = frameLength / 16, block = frameLength / 64;
+    return sample >= in + edge && sample < in + frameLength - edge + block;
+}
+
+void StretchTimeline::add (const StretchFactors& factors, std::optional<int64_t> onset) noexcept
+{
+    const auto in = nextIn (factors);
+    Frame next { in, in, factors.pitch, factors.ratio, onset.has_value() };
+    if (newest < 0)
+    {
+        // The signal begins at 0 in both times, whatever the ratio.
+        target = factors.ratio * (static_cast<double> (in) + frameLength / 2);
+    }
+    else
+    {
+        target += factors.ratio * factors.hopIn;
+        next.out = frame (newest).out + hopFor (factors, in, onset);
+    }
+    if (onset)
+        lastOnset = *onset;
+    ++newest;
+    history[static_cast<size_t> (newest & (size - 1))] = next;
+}
+
+bool StretchTimeline::isBeginning (int64_t in) const noexcept
+{
+    return in < 0 && holds (in, 0);
+}
+
+int StretchTimeline::hopFor (const StretchFactors& factors, int64_t in, std::optional<int64_t> onset) noexcept
+{
+    // However the factors change while it is taken in, the signal's beginning comes out whole and at once.
+    if (isBeginning (in))
+        return factors.hopIn;
+
+    const auto middle = frameLength / 2;
+    const auto& before = frame (newest);
+    const auto wanted = target - static_cast<double> (before.out + middle);
+    const auto stray = wanted - factors.hopIn; // of the frame's middle, after a hop as in the input
+    const auto whole = isElastic (factors) && holds (before.in, lastOnset) && holds (in, lastOnset);
+    const HopLimits limits (factors, frameLength);
+    auto limited = [&] (double hop) { return even (std::clamp (hop, limits.least, limits.greatest)); };
+
+    if (onset && isElastic (factors))
+    {
+        const auto shift = (factors.ratio - 1.0) * static_cast<double> (*onset - in - middle);
+        const auto tolerance = frameLength / 32;
+        return whole && std::abs (stray + shift) <= tolerance ? factors.hopIn : limited (wanted + shift);
+    }
+    const auto farthest = std::abs (factors.ratio - 1.0) * 0.75 * frameLength + frameLength / 32;
+    return whole && std::abs (stray) <= farthest ? factors.hopIn : limited (wanted);
+}
+
+int StretchTimeline::leastHop (const StretchFactors& factors, int64_t in) const noexcept
+{
+    if (isBeginning (in))
+        return factors.hopIn;
+    const auto least = even (HopLimits (factors, frameLength).least);
+    return isElastic (factors) ? std::min (least, factors.hopIn) : least;
+}
+
+int64_t StretchTimeline::frameBehind (double vocoderPosition) const noexcept
+{
+    const auto oldest = std::max<int64_t> (0, newest - size + 1);
+    auto index = newest;
+    while (index > oldest && static_cast<double> (frame (index).out + frameLength / 2) > vocoderPosition)
+        --index;
+    return index;
+}
+
+double StretchTimeline::inputAt (double vocoderPosition) const noexcept
+{
+    if (newest < 0)
+        return vocoderPosition;
+    const auto index = frameBehind (vocoderPosition);
+    const auto& from = frame (index);
+    const auto offset = vocoderPosition - static_cast<double> (from.out + frameLength / 2);
+    auto slope = 1.0;
+    if (index < newest && offset > 0.0)
+    {
+        const auto& to = frame (index + 1);
+        slope = static_cast<double> (to.in - from.in) / static_cast<double> (to.out - from.out);
+    }
+    return static_cast<double> (from.in + frameLength / 2) + slope * offset;
+}
+
+const StretchTimeline::Frame& StretchTimeline::makerOf (double vocoderPosition) const noexcept
+{
+    return frame (std::min (newest, frameBehind (vocoderPosition) + 1));
+}

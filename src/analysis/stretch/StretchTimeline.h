@@ -1,0 +1,65 @@
+#pragma once
+
+#include "analysis/stretch/StretchFactors.h"
+#include "support/AudioThread.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+/** Where each analysis frame comes to lie in the vocoder's output, and so which input is heard where.
+
+    Frames are set apart by the ratio on average, exactly: what rounding and onsets take from a hop is made up by the next
+    ones. Frames that hold the same onset lie as far apart as in the input, so that its samples meet again as they were,
+    and the first of them lies so that the onset itself comes where the ratio puts it. */
+class StretchTimeline
+{
+public:
+    struct Frame
+    {
+        int64_t in = 0, out = 0; ///< first sample, in the input and in the vocoder's output
+        double pitch = 1.0, ratio = 1.0;
+        bool onset = false; ///< a sound sets on in it that the frame before does not hold
+    };
+
+    explicit StretchTimeline (int length) noexcept : frameLength (length) {}
+
+    PX_AUDIO_THREAD void reset() noexcept;
+
+    PX_AUDIO_THREAD bool isEmpty() const noexcept { return newest < 0; }
+
+    /** The number of the newest frame, from 0; -1 without one. */
+    PX_AUDIO_THREAD int64_t newestFrame() const noexcept { return newest; }
+
+    PX_AUDIO_THREAD const Frame& frame (int64_t index) const noexcept { return history[index & (size - 1)]; }
+
+    /** First input sample of the next frame. */
+    PX_AUDIO_THREAD int64_t nextIn (const StretchFactors&) const noexcept;
+
+    /** Places the next frame.
+        @param onset   input sample at which a sound sets on that no frame before has held */
+    PX_AUDIO_THREAD void add (const StretchFactors&, std::optional<int64_t> onset) noexcept;
+
+    /** The least hop in the output that add() can give to a frame at `in` with these factors. */
+    PX_AUDIO_THREAD int leastHop (const StretchFactors&, int64_t in) const noexcept;
+
+    /** The input sample, with a fraction, that is heard at a place of the vocoder's output. */
+    PX_AUDIO_THREAD double inputAt (double vocoderPosition) const noexcept;
+
+    /** The frame whose factors made the sound at a place of the vocoder's output. */
+    PX_AUDIO_THREAD const Frame& makerOf (double vocoderPosition) const noexcept;
+
+private:
+    static constexpr int size = 1024;
+
+    PX_AUDIO_THREAD bool holds (int64_t in, int64_t sample) const noexcept;
+    PX_AUDIO_THREAD bool isBeginning (int64_t in) const noexcept;
+    PX_AUDIO_THREAD int64_t frameBehind (double vocoderPosition) const noexcept;
+    PX_AUDIO_THREAD int hopFor (const StretchFactors&, int64_t in, std::optional<int64_t> onset) noexcept;
+
+    const int frameLength;
+    std::array<Frame, size> history {};
+    int64_t newest = -1;
+    int64_t lastOnset = 0;
+    double target = 0.0; ///< where the newest frame's middle should lie
+};
