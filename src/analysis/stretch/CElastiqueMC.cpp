@@ -272,3 +272,8 @@ double CElastiqueMC::getInputPositionOfOutput() const noexcept
 {
     return timeline.inputAt (readPosition - ready * readyStep);
 }
+
+double CElastiqueMC::getIdealInputPositionOfOutput() const noexcept
+{
+    return timeline.idealInputAt (readPosition - ready * readyStep);
+}

@@ -34,6 +34,7 @@ public:
     PX_AUDIO_THREAD int setStereoMode (int mode) noexcept;
     PX_AUDIO_THREAD double getLatency() const noexcept { return 0.0; }
     PX_AUDIO_THREAD double getInputPositionOfOutput() const noexcept;
+    PX_AUDIO_THREAD double getIdealInputPositionOfOutput() const noexcept;
 
 private:
     CElastiqueMC (int blockSize, int channels, float sampleRate);

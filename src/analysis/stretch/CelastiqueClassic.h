@@ -35,6 +35,7 @@ public:
     int setEnvelopeOrder (int) override { return 0; }
     double getLatency() override { return engine->getLatency(); }
     double getInputPositionOfOutput() override { return engine->getInputPositionOfOutput(); }
+    double getIdealInputPositionOfOutput() override { return engine->getIdealInputPositionOfOutput(); }
 
 private:
     const std::unique_ptr<CElastiqueMC> engine;

@@ -71,7 +71,7 @@ bool StretchTimeline::holds (int64_t in, int64_t sample) const noexcept
 void StretchTimeline::add (const StretchFactors& factors, std::optional<int64_t> onset) noexcept
 {
     const auto in = nextIn (factors);
-    Frame next { in, in, factors.pitch, factors.ratio, onset.has_value() };
+    Frame next { in, in, 0.0, factors.pitch, factors.ratio, onset.has_value() };
     if (newest < 0)
     {
         // The signal begins at 0 in both times, whatever the ratio.
@@ -84,6 +84,7 @@ void StretchTimeline::add (const StretchFactors& factors, std::optional<int64_t>
     }
     if (onset)
         lastOnset = *onset;
+    next.target = target;
     ++newest;
     history[static_cast<size_t> (newest & (size - 1))] = next;
 }
@@ -125,32 +126,45 @@ int StretchTimeline::leastHop (const StretchFactors& factors, int64_t in) const 
     return isElastic (factors) ? std::min (least, factors.hopIn) : least;
 }
 
-int64_t StretchTimeline::frameBehind (double vocoderPosition) const noexcept
+template <typename MiddleOf>
+int64_t StretchTimeline::frameBehind (double vocoderPosition, MiddleOf&& middleOf) const noexcept
 {
     const auto oldest = std::max<int64_t> (0, newest - size + 1);
     auto index = newest;
-    while (index > oldest && static_cast<double> (frame (index).out + frameLength / 2) > vocoderPosition)
+    while (index > oldest && middleOf (frame (index)) > vocoderPosition)
         --index;
     return index;
 }
 
-double StretchTimeline::inputAt (double vocoderPosition) const noexcept
+template <typename MiddleOf>
+double StretchTimeline::inputAt (double vocoderPosition, MiddleOf&& middleOf) const noexcept
 {
     if (newest < 0)
         return vocoderPosition;
-    const auto index = frameBehind (vocoderPosition);
+    const auto index = frameBehind (vocoderPosition, middleOf);
     const auto& from = frame (index);
-    const auto offset = vocoderPosition - static_cast<double> (from.out + frameLength / 2);
+    const auto offset = vocoderPosition - middleOf (from);
     auto slope = 1.0;
     if (index < newest && offset > 0.0)
     {
         const auto& to = frame (index + 1);
-        slope = static_cast<double> (to.in - from.in) / static_cast<double> (to.out - from.out);
+        slope = static_cast<double> (to.in - from.in) / (middleOf (to) - middleOf (from));
     }
     return static_cast<double> (from.in + frameLength / 2) + slope * offset;
 }
 
+double StretchTimeline::inputAt (double vocoderPosition) const noexcept
+{
+    return inputAt (vocoderPosition, [this] (const Frame& f) { return placedMiddle (f); });
+}
+
+double StretchTimeline::idealInputAt (double vocoderPosition) const noexcept
+{
+    return inputAt (vocoderPosition, [] (const Frame& f) { return f.target; });
+}
+
 const StretchTimeline::Frame& StretchTimeline::makerOf (double vocoderPosition) const noexcept
 {
-    return frame (std::min (newest, frameBehind (vocoderPosition) + 1));
+    const auto behind = frameBehind (vocoderPosition, [this] (const Frame& f) { return placedMiddle (f); });
+    return frame (std::min (newest, behind + 1));
 }

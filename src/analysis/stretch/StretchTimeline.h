@@ -18,6 +18,7 @@ public:
     struct Frame
     {
         int64_t in = 0, out = 0; ///< first sample, in the input and in the vocoder's output
+        double target = 0.0;     ///< where its middle would lie in the output by the ratio alone
         double pitch = 1.0, ratio = 1.0;
         bool onset = false; ///< a sound sets on in it that the frame before does not hold
     };
@@ -46,6 +47,9 @@ public:
     /** The input sample, with a fraction, that is heard at a place of the vocoder's output. */
     PX_AUDIO_THREAD double inputAt (double vocoderPosition) const noexcept;
 
+    /** As inputAt(), but as if all frames lay where the ratio puts them. */
+    PX_AUDIO_THREAD double idealInputAt (double vocoderPosition) const noexcept;
+
     /** The frame whose factors made the sound at a place of the vocoder's output. */
     PX_AUDIO_THREAD const Frame& makerOf (double vocoderPosition) const noexcept;
 
@@ -54,7 +58,15 @@ private:
 
     PX_AUDIO_THREAD bool holds (int64_t in, int64_t sample) const noexcept;
     PX_AUDIO_THREAD bool isBeginning (int64_t in) const noexcept;
-    PX_AUDIO_THREAD int64_t frameBehind (double vocoderPosition) const noexcept;
+    PX_AUDIO_THREAD double placedMiddle (const Frame& f) const noexcept
+    {
+        return static_cast<double> (f.out + frameLength / 2);
+    }
+
+    template <typename MiddleOf>
+    PX_AUDIO_THREAD int64_t frameBehind (double vocoderPosition, MiddleOf&&) const noexcept;
+    template <typename MiddleOf>
+    PX_AUDIO_THREAD double inputAt (double vocoderPosition, MiddleOf&&) const noexcept;
     PX_AUDIO_THREAD int hopFor (const StretchFactors&, int64_t in, std::optional<int64_t> onset) noexcept;
 
     const int frameLength;

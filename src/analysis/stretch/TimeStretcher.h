@@ -77,4 +77,7 @@ public:
     /** Which input frame, counted from the last reset, is heard in the first frame of the next output block. The frames
         given so far less this one is what the stretcher holds inside. Onsets come out where this says within 0.1 ms. */
     PX_AUDIO_THREAD virtual double getInputPositionOfOutput() = 0;
+
+    /** The same as the factors alone would have it, without what onsets shift and the next hops make up. */
+    PX_AUDIO_THREAD virtual double getIdealInputPositionOfOutput() = 0;
 };
