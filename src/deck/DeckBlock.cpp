@@ -8,12 +8,8 @@
 
 namespace
 {
-// Rings hold 8192 frames, so a larger block of the host is rendered in pieces.
-constexpr int largestPiece = 4096;
-
 constexpr uint32_t scratchTimeOutMs = 26, touchTimeOutMs = 2000;
 constexpr double nudgeUp = 1.04, nudgeDown = 0.96;
-constexpr double slowestStretch = 0.5, fastestStretch = 1.5;
 
 /** The speed factor of the fader, or of the reference while Sync is on. */
 double followedTempo (DeckWorld& world, DeckPlayer& deck) noexcept
@@ -50,46 +46,6 @@ void updateTempo (DeckWorld& world, DeckPlayer& deck) noexcept
     deck.tempo = tempo;
 }
 
-void setStretcher (DeckPlayer& deck) noexcept
-{
-    const auto stretch = 1.0 / std::clamp (deck.tempo.get(), slowestStretch, fastestStretch);
-    auto pitch = static_cast<float> (deck.keyLock != 0 ? std::exp2 (deck.keyTuning / 12.0) : 1.0 / stretch);
-    deck.stretcher->setStretchAndPitch (static_cast<float> (stretch), &pitch, 0);
-}
-
-/** Renders until the rings hold `frames` frames. */
-void fillRings (DeckWorld& world, DeckPlayer& deck, const ReaderBlock& block, bool stretching,
-                int frames) noexcept
-{
-    auto* const* in = world.stretcherInput.getArrayOfWritePointers();
-    auto* const* out = world.stretcherOutput.getArrayOfWritePointers();
-
-    while (deck.ringLeft.available() < frames)
-    {
-        if (!stretching)
-        {
-            const auto count = frames - deck.ringLeft.available();
-            readDeck (deck, block, world.noise, in[0], in[1], count);
-            deck.ringLeft.write (in[0], count);
-            deck.ringRight.write (in[1], count);
-            continue;
-        }
-
-        const auto count =
-            std::clamp (deck.stretcher->getFramesNeeded(), 0, world.stretcherInput.getNumSamples());
-        readDeck (deck, block, world.noise, in[0], in[1], count);
-        const float* const inputs[] { in[0], in[1] };
-        float* const outputs[] { out[0], out[1] };
-        if (deck.stretcher->process (inputs, count, outputs) != 0)
-        {
-            std::fill_n (out[0], stretcherBlock, 0.0f);
-            std::fill_n (out[1], stretcherBlock, 0.0f);
-        }
-        deck.ringLeft.write (out[0], stretcherBlock);
-        deck.ringRight.write (out[1], stretcherBlock);
-    }
-}
-
 void stop (DeckWorld& world, DeckPlayer& deck) noexcept
 {
     deck.playState = 0;
@@ -117,30 +73,20 @@ void DeckBlock::render (DeckWorld& world, DeckPlayer& deck, float* left, float* 
     }
 
     updateTempo (world, deck);
-    const auto stretching = deck.stretcher != nullptr && world.settings.bypassStretcher == 0;
-    if (stretching)
-        setStretcher (deck);
-
     ReaderBlock block;
     block.speedRatio = deck.sampleRate / world.engineRate;
-    block.playFactor = stretching ? 1.0 : deck.tempo.get();
     block.smoothing5ms = world.smoothing5ms;
     block.decay100ms = world.decay100ms;
     block.leftGain = std::clamp (2.0 * (1.0 - deck.balance), 0.0, 1.0);
     block.rightGain = std::clamp (2.0 * deck.balance, 0.0, 1.0);
 
-    for (int done = 0; done < frames;)
-    {
-        const auto piece = std::min (frames - done, largestPiece);
-        fillRings (world, deck, block, stretching, piece);
-        deck.ringLeft.read (left + done, piece);
-        deck.ringRight.read (right + done, piece);
-        done += piece;
-    }
+    deck.voice.render (world, deck, block, left, right, frames);
+    deck.publishHeard();
 
     if (deck.playState != 0 && deck.scratchOn == 0)
         deck.elapsedOutput += frames;
-    if (deck.playState != 0 && deck.position > 0.0 && deck.position >= deck.loadedFrames)
+    const auto heard = deck.heardPosition();
+    if (deck.playState != 0 && heard > 0.0 && heard >= deck.loadedFrames)
         stop (world, deck);
 }
 

@@ -62,12 +62,42 @@ void DeckPlayer::resetTrack()
         emptyRings();
 }
 
+void DeckPlayer::makeStretcher (double engineRate)
+{
+    const auto rate = static_cast<float> (engineRate);
+    if (stretcher != nullptr && rate == stretcherRate)
+        return;
+
+    CElastiqueProIf* made = nullptr;
+    CElastiqueProIf::CreateInstance (made, stretcherBlock, 2, rate, 2);
+    std::unique_ptr<CElastiqueProIf> next (made);
+
+    const CallbackLock lock (world.callbackLock, "makeStretcher");
+    voice.silence (*this);
+    readsAhead = 0;
+    stretcher.swap (next);
+    stretcherRate = rate;
+}
+
 void DeckPlayer::emptyRings() noexcept
 {
-    ringLeft.clear();
-    ringRight.clear();
-    if (stretcher != nullptr)
-        stretcher->reset();
+    voice.restart();
+    readsAhead = 0;
+}
+
+void DeckPlayer::publishHeard() noexcept
+{
+    heard = voice.heardPosition (*this);
+    readsAhead = voice.isStretching() ? 1 : 0;
+}
+
+void DeckPlayer::jumpTo (double frame) noexcept
+{
+    if (voice.isStretching())
+        emptyRings();
+    else
+        declick();
+    setPositionLimited (frame);
 }
 
 void DeckPlayer::setPositionLimited (double frame) noexcept

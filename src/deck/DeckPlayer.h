@@ -3,6 +3,7 @@
 #include "analysis/stretch/TimeStretcher.h"
 #include "deck/BeatGrid.h"
 #include "deck/DeckNumbers.h"
+#include "deck/DeckVoice.h"
 #include "deck/PXAudioSampleBuffer.h"
 #include "deck/TrackOverview.h"
 #include "support/Relaxed.h"
@@ -36,6 +37,13 @@ struct DeckPlayer
         callback lock or is the audio thread. */
     PX_AUDIO_THREAD void emptyRings() noexcept;
 
+    /** The place in the track that is heard now, in frames of the file, exact to 1 ms: the position, less what a
+        playing deck has read ahead for its stretcher. Any thread. */
+    double heardPosition() const noexcept { return readsAhead != 0 ? heard.get() : position.get(); }
+
+    /** Audio thread, after each block. */
+    PX_AUDIO_THREAD void publishHeard() noexcept;
+
     /** Lets the audio of the present position fade out while the deck goes on elsewhere. */
     PX_AUDIO_THREAD void declick() noexcept
     {
@@ -43,12 +51,12 @@ struct DeckPlayer
         declickGain = 1.0;
     }
 
-    /** Moves to a position with a declick, limited to the track. */
-    PX_AUDIO_THREAD void jumpTo (double frame) noexcept
-    {
-        declick();
-        setPositionLimited (frame);
-    }
+    /** Makes the stretcher for an engine that runs at a rate in Hz. Without memory, or at a rate that no stretcher works
+        at, tempo and key move together. Any thread that may block, without the callback lock. */
+    void makeStretcher (double engineRate);
+
+    /** Moves to a position, limited to the track, which is heard from the next block on; the old sound fades out. */
+    PX_AUDIO_THREAD void jumpTo (double frame) noexcept;
 
     PX_AUDIO_THREAD void setPositionLimited (double frame) noexcept;
 
@@ -108,6 +116,9 @@ struct DeckPlayer
     float stretcherRate = 44100.0f;
     std::unique_ptr<CElastiqueProIf> stretcher;
     RingBuffer ringLeft, ringRight;
+    DeckVoice voice;
+    Relaxed<int8_t> readsAhead; ///< the position leads what is heard
+    Relaxed<double> heard;      ///< as of the last block, while readsAhead
 
     // Transport
     Relaxed<int8_t> playState, reverse, nudge, cueHold, currentCue, startPointOn;

@@ -42,8 +42,9 @@ struct DeckWorld
 
     NoiseTable noise;
 
-    /** The reader's output before the stretcher, and the stretcher's. */
-    juce::AudioSampleBuffer stretcherInput { 2, 16384 }, stretcherOutput { 2, 1024 };
+    /** The reader's output before the stretcher, and the stretcher's. At the highest rates a stretcher that begins asks
+        for more than 16384 frames at once. */
+    juce::AudioSampleBuffer stretcherInput { 2, 65536 }, stretcherOutput { 2, 1024 };
 
     /** The deck, or null for an index outside 0 to 3. */
     DeckPlayer* deck (int index) noexcept

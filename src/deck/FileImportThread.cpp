@@ -121,7 +121,7 @@ void loadTrack (DeckWorld& world, const juce::File& file, int deckIndex)
 
     const auto automix = world.settings.automixOn != 0;
     if (world.settings.lockLoadedDecks != 0 && !automix && deck->playState != 0
-        && deck->position < deck->loadedFrames)
+        && deck->heardPosition() < deck->loadedFrames)
         return world.listeners.postMessage (deckLocked, deckIndex);
 
     if (!automix && deck->playState != 0)

@@ -27,7 +27,7 @@ int currentSlot (DeckPlayer& deck) noexcept
 
 bool isRunning (const DeckPlayer& deck) noexcept
 {
-    return deck.playState != 0 && deck.loadedFrames > 0 && deck.position < deck.loadedFrames;
+    return deck.playState != 0 && deck.loadedFrames > 0 && deck.heardPosition() < deck.loadedFrames;
 }
 }
 
@@ -104,7 +104,7 @@ void Transport::playSynchronized (int deckIndex)
 void Transport::storeCue (DeckPlayer& deck, int slot) noexcept
 {
     deck.cues[static_cast<size_t> (slot)] =
-        juce::jlimit (0.0, static_cast<double> (deck.loadedFrames), deck.position.get());
+        juce::jlimit (0.0, static_cast<double> (deck.loadedFrames), deck.heardPosition());
 }
 
 void Transport::returnToCue (DeckPlayer& deck) noexcept
@@ -164,13 +164,13 @@ bool Transport::keepPhase (DeckWorld& world, DeckPlayer& deck, double& target) n
         return true;
 
     const auto grid = deck.grid();
-    const auto beatHere = grid.nearestEvenBeat (deck.position);
+    const auto beatHere = grid.nearestEvenBeat (deck.heardPosition());
     const auto beatThere = grid.nearestEvenBeat (target);
     const auto beat = deck.beatFrames();
     if (!beatHere.has_value() || !beatThere.has_value() || !(beat > 0.0))
         return false;
 
-    const auto offset = deck.position - *beatHere;
+    const auto offset = deck.heardPosition() - *beatHere;
     if (std::abs (offset) > beat)
         return false;
     target = *beatThere + offset;

@@ -65,6 +65,7 @@ CPlatterdex::CPlatterdex (EngineWorld world)
     for (int d = 0; d < deckCount; ++d)
     {
         auto deck = std::make_unique<DeckPlayer> (decks, d);
+        deck->makeStretcher (deck->stretcherRate);
         deck->importThread = std::make_unique<FileImportThread> (decks, *deck, environment.decoderLibrary);
         decks.decks[static_cast<size_t> (d)] = std::move (deck);
     }
@@ -88,6 +89,13 @@ CPlatterdex::~CPlatterdex()
     settings.automixOn = 0;
     juce::ignoreUnused (saveSettings (settings, environment.folders.setup())); // nobody is left to be told
     listeners.remove (*this);
+}
+
+void CPlatterdex::prepareToPlay (double sampleRate, int maximumBlock)
+{
+    hostBlockSize = maximumBlock;
+    for (auto& deck : decks.decks)
+        deck->makeStretcher (sampleRate);
 }
 
 void CPlatterdex::setParameter (int number, float value)

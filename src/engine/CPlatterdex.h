@@ -71,7 +71,7 @@ public:
     // The host's side
 
     const juce::String getName() const override { return "Platterdex"; }
-    void prepareToPlay (double, int maximumBlock) override { hostBlockSize = maximumBlock; }
+    void prepareToPlay (double sampleRate, int maximumBlock) override;
     void releaseResources() override {}
     void processBlock (juce::AudioBuffer<float>&, juce::MidiBuffer&) override;
 

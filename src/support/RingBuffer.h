@@ -6,13 +6,15 @@
 #include <cstring>
 #include <memory>
 
-/** A ring of 8192 floats for one writer and one reader on the same thread, or under one lock.
+/** A ring of floats for one writer and one reader on the same thread, or under one lock.
 
-    Both indexes run over twice the size, so that a full ring and an empty one differ. */
-class RingBuffer
+    Both indexes run over twice the size, so that a full ring and an empty one differ.
+    @tparam Size   of the ring, a power of two */
+template <int32_t Size>
+class BasicRingBuffer
 {
 public:
-    static constexpr int32_t bufferSize = 8192;
+    static constexpr int32_t bufferSize = Size;
 
     /** Frames that can be read, 0 to bufferSize. */
     int32_t available() const noexcept { return (writeIndex - readIndex) & bigMask; }
@@ -65,3 +67,6 @@ private:
     int32_t readIndex = 0;
     std::unique_ptr<float[]> buffer = std::make_unique<float[]> (bufferSize);
 };
+
+/** The ring between a deck's reader or stretcher and its channel. */
+using RingBuffer = BasicRingBuffer<8192>;

@@ -143,7 +143,7 @@ void DeckRow::pollMoving()
 
     auto next = shown;
     next.playing = deck.playState != 0;
-    next.position = timeText (loaded ? deck.position / rate : unknown);
+    next.position = timeText (loaded ? deck.heardPosition() / rate : unknown);
     next.length = timeText (loaded ? deck.loadedFrames / rate : unknown);
     next.pitch = percentText (1.0 + (deck.pitch - 0.5) * engine.decks.pitchRange);
     // Without a grid nobody knows how fast the music is.

@@ -62,7 +62,7 @@ int OverviewWaveform::xOf (double frame) const
 
 void OverviewWaveform::pollMoving()
 {
-    const auto next = xOf (engine.decks.deck (deckIndex)->position);
+    const auto next = xOf (engine.decks.deck (deckIndex)->heardPosition());
     if (next == playheadX)
         return;
     const auto [from, to] = std::minmax (next, playheadX);

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "support/AudioThread.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+
+/** What a deck has read ahead of what is heard: for each piece of frames that went towards the stretcher, where in the
+    track it was read and when it is due at the output.
+
+    Both are straight lines within a piece. Places are frames of the file, frames and times count from the last restart.
+    Audio thread, or a command under the callback lock. */
+class PlaceLog
+{
+public:
+    struct Piece
+    {
+        int64_t firstFrame = 0;
+        double position = 0.0, step = 0.0; ///< frames of the file, and per frame read
+        double due = 0.0, dueStep = 1.0;   ///< output frames, and per frame read: the stretch
+
+        double positionAt (double frame) const noexcept
+        {
+            return position + (frame - static_cast<double> (firstFrame)) * step;
+        }
+        double dueAt (double frame) const noexcept
+        {
+            return due + (frame - static_cast<double> (firstFrame)) * dueStep;
+        }
+        double frameDueAt (double time) const noexcept
+        {
+            return static_cast<double> (firstFrame) + (time - due) / dueStep;
+        }
+    };
+
+    PX_AUDIO_THREAD void clear() noexcept { count = 0; }
+    bool isEmpty() const noexcept { return count == 0; }
+
+    PX_AUDIO_THREAD void add (const Piece& piece) noexcept
+    {
+        pieces[static_cast<size_t> (count++ & mask)] = piece;
+    }
+
+    /** The piece that holds a frame read; the oldest or newest one for a frame beyond them. Not on an empty log. */
+    PX_AUDIO_THREAD const Piece& holding (double frame) const noexcept
+    {
+        return find ([frame] (const Piece& p) { return static_cast<double> (p.firstFrame) <= frame; });
+    }
+
+    /** The piece that is due at an output time. */
+    PX_AUDIO_THREAD const Piece& dueAt (double time) const noexcept
+    {
+        return find ([time] (const Piece& p) { return p.due <= time; });
+    }
+
+private:
+    static constexpr int64_t size = 2048, mask = size - 1;
+
+    const Piece& at (int64_t index) const noexcept { return pieces[static_cast<size_t> (index & mask)]; }
+
+    /** The newest piece that has begun, by a condition that holds for the older ones. */
+    template <typename Begun>
+    const Piece& find (Begun&& hasBegun) const noexcept
+    {
+        auto oldest = std::max<int64_t> (0, count - size), beyond = count;
+        while (beyond - oldest > 1)
+        {
+            const auto middle = oldest + (beyond - oldest) / 2;
+            (hasBegun (at (middle)) ? oldest : beyond) = middle;
+        }
+        return at (oldest);
+    }
+
+    std::array<Piece, size> pieces {};
+    int64_t count = 0;
+};
