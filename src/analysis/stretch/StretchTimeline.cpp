@@ -75,7 +75,7 @@ void StretchTimeline::add (const StretchFactors& factors, std::optional<int64_t>
     if (newest < 0)
     {
         // The signal begins at 0 in both times, whatever the ratio.
-        target = factors.ratio * (static_cast<double> (in) + frameLength / 2);
+        target = factors.ratio * (static_cast<double> (in) + middle);
     }
     else
     {
@@ -99,7 +99,6 @@ int StretchTimeline::hopFor (const StretchFactors& factors, int64_t in, std::opt
     if (isBeginning (in))
         return factors.hopIn;
 
-    const auto middle = frameLength / 2;
     const auto& before = frame (newest);
     const auto wanted = target - static_cast<double> (before.out + middle);
     const auto stray = wanted - factors.hopIn; // of the frame's middle, after a hop as in the input
@@ -129,7 +128,7 @@ int64_t StretchTimeline::frameBehind (double vocoderPosition) const noexcept
 {
     const auto oldest = std::max<int64_t> (0, newest - size + 1);
     auto index = newest;
-    while (index > oldest && static_cast<double> (frame (index).out + frameLength / 2) > vocoderPosition)
+    while (index > oldest && static_cast<double> (frame (index).out + middle) > vocoderPosition)
         --index;
     return index;
 }
@@ -140,14 +139,14 @@ double StretchTimeline::inputAt (double vocoderPosition) const noexcept
         return vocoderPosition;
     const auto index = frameBehind (vocoderPosition);
     const auto& from = frame (index);
-    const auto offset = vocoderPosition - static_cast<double> (from.out + frameLength / 2);
+    const auto offset = vocoderPosition - static_cast<double> (from.out + middle);
     auto slope = 1.0;
     if (index < newest && offset > 0.0)
     {
         const auto& to = frame (index + 1);
         slope = static_cast<double> (to.in - from.in) / static_cast<double> (to.out - from.out);
     }
-    return static_cast<double> (from.in + frameLength / 2) + slope * offset;
+    return static_cast<double> (from.in + middle) + slope * offset;
 }
 
 const StretchTimeline::Frame& StretchTimeline::makerOf (double vocoderPosition) const noexcept

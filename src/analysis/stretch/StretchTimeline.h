@@ -22,7 +22,7 @@ public:
         bool onset = false; ///< a sound sets on in it that the frame before does not hold
     };
 
-    explicit StretchTimeline (int length) noexcept : frameLength (length) {}
+    explicit StretchTimeline (int length) noexcept : frameLength (length), middle (length / 2) {}
 
     PX_AUDIO_THREAD void reset() noexcept;
 
@@ -57,7 +57,7 @@ private:
     PX_AUDIO_THREAD int64_t frameBehind (double vocoderPosition) const noexcept;
     PX_AUDIO_THREAD int hopFor (const StretchFactors&, int64_t in, std::optional<int64_t> onset) noexcept;
 
-    const int frameLength;
+    const int frameLength, middle;
     std::array<Frame, size> history {};
     int64_t newest = -1;
     int64_t lastOnset = 0;
