@@ -157,11 +157,10 @@ void CElastiqueMC::fetch (int frames) noexcept
         auto& to = fetched[static_cast<size_t> (c)];
         std::copy (to.begin() + lastFetch, to.begin() + lastFetch + history, to.begin());
         vocoded.forPieces (workChannels - channels + c, fetchedEnd, frames,
-                           [&] (const float* x, int offset, int count)
+                           [fresh = to.data() + history, inverse] (const float* x, int offset, int count)
                            {
                                for (int i = 0; i < count; ++i)
-                                   to[static_cast<size_t> (history + offset + i)] =
-                                       x[i] * inverse[offset + i];
+                                   fresh[offset + i] = x[i] * inverse[offset + i];
                            });
     }
     if (channels == 2 && stereoMode == 0)

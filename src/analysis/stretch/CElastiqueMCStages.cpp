@@ -58,13 +58,13 @@ void CElastiqueMC::runStages (int upTo) noexcept
 void CElastiqueMC::analyse (int channel) noexcept
 {
     const auto newest = timeline.newestFrame();
-    input.forPieces (channel, timeline.frame (newest).in, frameLength,
-                     [&] (const float* x, int offset, int count)
-                     {
-                         for (int i = 0; i < count; ++i)
-                             time[static_cast<size_t> (offset + i)] =
-                                 x[i] * analysisWindow[static_cast<size_t> (offset + i)];
-                     });
+    input.forPieces (
+        channel, timeline.frame (newest).in, frameLength,
+        [to = time.data(), window = analysisWindow.data()] (const float* x, int offset, int count)
+        {
+            for (int i = 0; i < count; ++i)
+                to[offset + i] = x[i] * window[offset + i];
+        });
     transform->forward (spectra (newest).bins[static_cast<size_t> (channel)].data(), time.data());
 }
 
@@ -131,6 +131,6 @@ void CElastiqueMC::overlapAdd (int channel) noexcept
                            [&] (float* sum, int offset, int count)
                            {
                                for (int i = 0; i < count; ++i)
-                                   sum[i] += product[static_cast<size_t> (offset + i)];
+                                   sum[i] += product.data()[offset + i];
                            });
 }

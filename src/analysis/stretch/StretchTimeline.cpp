@@ -75,7 +75,7 @@ void StretchTimeline::add (const StretchFactors& factors, std::optional<int64_t>
     if (newest < 0)
     {
         // The signal begins at 0 in both times, whatever the ratio.
-        target = factors.ratio * (static_cast<double> (in) + frameLength / 2);
+        target = factors.ratio * (static_cast<double> (in) + middle);
     }
     else
     {
@@ -100,7 +100,6 @@ int StretchTimeline::hopFor (const StretchFactors& factors, int64_t in, std::opt
     if (isBeginning (in))
         return factors.hopIn;
 
-    const auto middle = frameLength / 2;
     const auto& before = frame (newest);
     const auto wanted = target - static_cast<double> (before.out + middle);
     const auto stray = wanted - factors.hopIn; // of the frame's middle, after a hop as in the input
@@ -150,7 +149,7 @@ double StretchTimeline::inputAt (double vocoderPosition, MiddleOf&& middleOf) co
         const auto& to = frame (index + 1);
         slope = static_cast<double> (to.in - from.in) / (middleOf (to) - middleOf (from));
     }
-    return static_cast<double> (from.in + frameLength / 2) + slope * offset;
+    return static_cast<double> (from.in + middle) + slope * offset;
 }
 
 double StretchTimeline::inputAt (double vocoderPosition) const noexcept

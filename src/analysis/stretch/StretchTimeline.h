@@ -23,7 +23,7 @@ public:
         bool onset = false; ///< a sound sets on in it that the frame before does not hold
     };
 
-    explicit StretchTimeline (int length) noexcept : frameLength (length) {}
+    explicit StretchTimeline (int length) noexcept : frameLength (length), middle (length / 2) {}
 
     PX_AUDIO_THREAD void reset() noexcept;
 
@@ -60,7 +60,7 @@ private:
     PX_AUDIO_THREAD bool isBeginning (int64_t in) const noexcept;
     PX_AUDIO_THREAD double placedMiddle (const Frame& f) const noexcept
     {
-        return static_cast<double> (f.out + frameLength / 2);
+        return static_cast<double> (f.out + middle);
     }
 
     template <typename MiddleOf>
@@ -69,7 +69,7 @@ private:
     PX_AUDIO_THREAD double inputAt (double vocoderPosition, MiddleOf&&) const noexcept;
     PX_AUDIO_THREAD int hopFor (const StretchFactors&, int64_t in, std::optional<int64_t> onset) noexcept;
 
-    const int frameLength;
+    const int frameLength, middle;
     std::array<Frame, size> history {};
     int64_t newest = -1;
     int64_t lastOnset = 0;
