@@ -1,5 +1,7 @@
 #include "deck/FileImportThread.h"
 
+#include "analysis/loudness/Autogain.h"
+
 #include "deck/TrackDecoder.h"
 #include "deck/Transport.h"
 #include "support/AudioFileTypes.h"
@@ -98,12 +100,15 @@ void FileImportThread::runJob (const juce::File& file)
         }
         return;
     }
-    if (!cancelled)
-    {
-        deck.loadedOk = 1;
-        deck.isTrackLoaded = 1;
-        world.listeners.post (EngineEvent::trackLoaded, deck.index);
-    }
+    if (cancelled)
+        return;
+    deck.loadedOk = 1;
+    deck.isTrackLoaded = 1;
+    if (const auto factor =
+            Autogain::measure (deck.audioMemory.left(), deck.audioMemory.right(), deck.loadedFrames,
+                               deck.sampleRate, world.pacing, deck.cancelLoad))
+        deck.autogain = *factor;
+    world.listeners.post (EngineEvent::trackLoaded, deck.index);
 }
 
 void loadTrack (DeckWorld& world, const juce::File& file, int deckIndex)

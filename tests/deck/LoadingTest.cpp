@@ -314,3 +314,25 @@ TEST (Loading, AFailedLoadUnderAutomixAsksForTheNextTrack)
         EXPECT_EQ (decks.deck (d).loadNext, d < 2 ? 1 : 0);
     }
 }
+
+TEST (Loading, TracksOfAnyLevelComeToOneLoudness)
+{
+    const TemporaryFolder folder;
+    LoadingDecks decks;
+    std::vector<double> loudness;
+    for (const float level : { 1.0f, 0.25f })
+    {
+        auto audio = music (3.0);
+        audio.applyGain (level);
+        decks.loadAndWait (
+            EncodedFiles::writeWav (audio, rate, folder.file ("t.wav"), EncodedFiles::WavSamples::float32));
+        loudness.push_back (decks.deck().autogain * level);
+        EXPECT_NE (decks.deck().autogain, 1.0);
+    }
+    EXPECT_NEAR (loudness[1] / loudness[0], 1.0, 0.005);
+
+    juce::AudioBuffer<float> silence (2, 44'100);
+    silence.clear();
+    decks.loadAndWait (EncodedFiles::writeWav (silence, rate, folder.file ("s.wav")));
+    EXPECT_EQ (decks.deck().autogain, 1.0);
+}

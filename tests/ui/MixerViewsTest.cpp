@@ -67,6 +67,7 @@ TEST (MixerViews, MetersShowTheLevelsOfWhatPlays)
 {
     UiBench bench;
     bench.load (bench.halfLoudTrack(), 1);
+    bench.engine.decks.deck (1)->autogain = 1.0;
     bench.engine.transport.playPause (1);
     for (int i = 0; i < 40; ++i)
         bench.render();
