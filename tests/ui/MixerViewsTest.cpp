@@ -94,6 +94,7 @@ TEST (EffectViews, EachSlotChoosesSwitchesAndNamesItsOwnEffect)
         }
 
     bench.editor->setSize (CPlatterdexVstEditor::minimumWidth, CPlatterdexVstEditor::minimumHeight);
+    bench.load (bench.folder.file ("missing.wav"), 3);
     UiBench::picture (*bench.editor, "effects");
 
     rows[1]->choose (0, FxType::delay);
