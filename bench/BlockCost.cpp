@@ -5,8 +5,10 @@
 
 #include <juce_events/juce_events.h>
 
+#include <array>
 #include <cmath>
 #include <cstdio>
+#include <string_view>
 
 // bench_block: what an audio block costs, as a share of its own duration on one core.
 
@@ -24,13 +26,18 @@ enum Command
     seek = 209,
     eqHigh = 221,
     eqMid = 233,
-    eqLow = 245
+    eqLow = 245,
+    filter = 257,
+    effectParam = 314,
+    effectOn = 317,
+    effectSelect = 320
 };
+constexpr int slotsPerDeck = 3, rackStride = 9;
 
 struct Row
 {
     const char* what;
-    int frames, decks;
+    int frames = 0, decks = deckCount;
     double fileRate = engineRate;
     bool scratching = false;
     enum
@@ -39,6 +46,9 @@ struct Row
         set,    ///< each band off its centre
         turning ///< every band of every deck jumps in every block, so that coefficients are computed in each
     } equaliser = flat;
+    bool keyLocked = false; ///< through the stretcher, every deck at the file's tempo times `tempo`
+    double tempo = 1.0;
+    bool effects = false; ///< filter set, three effects of each deck on
 
     int blocks() const { return frames >= 1024 ? 30'000 : 100'000; }
 };
@@ -50,15 +60,20 @@ public:
     Hand (BenchEngine& e, const Row& r) : engine (e), row (r)
     {
         const auto music = MusicLike::make (trackSeconds, row.fileRate);
-        engine->settings.bypassStretcher = 1;
+        engine->settings.bypassStretcher = row.keyLocked ? 0 : 1;
         for (int deck = 0; deck < row.decks; ++deck)
         {
             engine.putTrack (deck, music, row.fileRate);
             // Each another fader, so that no position falls on a frame of the file for long.
-            engine->setParameter (pitchFader + deck, 0.35f + 0.07f * static_cast<float> (deck));
+            if (!row.keyLocked)
+                engine->setParameter (pitchFader + deck, 0.35f + 0.07f * static_cast<float> (deck));
+            else
+                engine->transport.setPitch (deck, 0.5 + (row.tempo - 1.0) / engine->decks.pitchRange);
             engine->setParameter (playPause + deck, 1.0f);
             if (row.scratching)
                 engine->setParameter (jogScratch + deck, 1.0f);
+            if (row.effects)
+                turnEffectsOn (deck);
         }
     }
 
@@ -95,6 +110,22 @@ public:
     }
 
 private:
+    /** The three kinds of effect that cost most, behind the filter. */
+    void turnEffectsOn (int deck)
+    {
+        engine->setParameter (filter + deck, 0.3f);
+        static constexpr std::array kinds { FxType::lowPass, FxType::distortion, FxType::reverb };
+        static_assert (kinds.size() == slotsPerDeck);
+        for (int slot = 0; slot < slotsPerDeck; ++slot)
+        {
+            const auto member = slot + rackStride * deck;
+            const auto kind = kinds[static_cast<size_t> (slot)];
+            engine->setParameter (effectSelect + member, static_cast<float> (FxType::selectorValue (kind)));
+            engine->setParameter (effectParam + member, 0.4f);
+            engine->setParameter (effectOn + member, 1.0f);
+        }
+    }
+
     BenchEngine& engine;
     const Row row;
     double time = 0.0;
@@ -130,8 +161,11 @@ bool measure (const Row& row)
 }
 }
 
-int main()
+int main (int argc, char** argv)
 {
+    constexpr std::string_view option = "--only=";
+    const std::string_view argument (argc > 1 ? argv[1] : "");
+    const auto wanted = argument.substr (0, option.size()) == option ? argument.substr (option.size()) : "";
     const juce::ScopedJuceInitialiser_GUI toolkit;
     Machine::print();
     std::printf ("Cost of a block, callback lock included; shares of the block's duration on one core.\n");
@@ -139,19 +173,33 @@ int main()
                  "99.99 %", "maximum");
 
     auto valid = true;
+    const auto run = [&] (const Row& row) {
+        valid =
+            (std::string_view (row.what).find (wanted) == std::string_view::npos || measure (row)) && valid;
+    };
+    const auto runAt = [&] (std::initializer_list<int> blockSizes, Row row)
+    {
+        for (const auto frames : blockSizes)
+        {
+            row.frames = frames;
+            run (row);
+        }
+    };
     for (const auto frames : { 64, 128, 256, 1024 })
         for (int decks = 0; decks <= deckCount; ++decks)
-            valid = measure ({ "playing", frames, decks }) && valid;
-    for (const auto frames : { 64, 128 })
-    {
-        valid = measure ({ "equalisers set", frames, deckCount, engineRate, false, Row::set }) && valid;
-        valid =
-            measure ({ "equalisers turning", frames, deckCount, engineRate, false, Row::turning }) && valid;
-    }
-    for (const auto frames : { 128, 1024 })
-    {
-        valid = measure ({ "scratching", frames, deckCount, engineRate, true }) && valid;
-        valid = measure ({ "playing 96 kHz files", frames, deckCount, 96000.0 }) && valid;
-    }
+            run ({ .what = "playing", .frames = frames, .decks = decks });
+    const auto stage = { 64, 128 }, wheels = { 128, 1024 };
+    runAt (stage, { .what = "equalisers set", .equaliser = Row::set });
+    runAt (stage, { .what = "equalisers turning", .equaliser = Row::turning });
+    runAt (stage, { .what = "key lock at unity", .keyLocked = true });
+    runAt (stage, { .what = "key lock at +4 %", .keyLocked = true, .tempo = 1.04 });
+    runAt (stage, { .what = "eq, filter, 3 effects", .equaliser = Row::set, .effects = true });
+    runAt (stage, { .what = "all that at +4 %",
+                    .equaliser = Row::set,
+                    .keyLocked = true,
+                    .tempo = 1.04,
+                    .effects = true });
+    runAt (wheels, { .what = "scratching", .scratching = true });
+    runAt (wheels, { .what = "playing 96 kHz files", .fileRate = 96000.0 });
     return valid ? 0 : 1;
 }

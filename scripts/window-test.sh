@@ -72,8 +72,8 @@ run() {
     # In the first row: the corner of the deck's letter, the middle of the waveform, and Play.
     local row=$(((height - 40 - 48 - 8 - 12) / 4))
     local letter_x=$((left + 24)) letter_y=$((top + 56))
-    local wave_x=$((left + 300)) wave_y=$((top + 44 + 40 + (row - 84) / 2 + 6))
-    local play_x=$((left + 208)) play_y=$((top + 44 + row - 24))
+    local wave_x=$((left + 300)) wave_y=$((top + 44 + 40 + (row - 112) / 2 + 8))
+    local play_x=$((left + 190)) play_y=$((top + 44 + row - 52))
 
     until_true "$name: the waveform does not appear" lacks_colour "$wave_x" "$wave_y" 16181a
     has_colour "$letter_x" "$letter_y" 2b2e32 || fail "$name: the deck is lit before it plays"

@@ -7,6 +7,8 @@
 // NOLINTBEGIN(bugprone-reserved-identifier): its names
 extern "C" __attribute__ ((weak)) void __rtsan_disable();
 extern "C" __attribute__ ((weak)) void __rtsan_enable();
+extern "C" __attribute__ ((weak)) void __rtsan_realtime_enter();
+extern "C" __attribute__ ((weak)) void __rtsan_realtime_exit();
 // NOLINTEND(bugprone-reserved-identifier)
 
 namespace
@@ -17,10 +19,14 @@ thread_local int audioBlockDepth = 0;
 AudioThreadScope::AudioThreadScope() noexcept
 {
     ++audioBlockDepth;
+    if (__rtsan_realtime_enter != nullptr)
+        __rtsan_realtime_enter();
 }
 
 AudioThreadScope::~AudioThreadScope()
 {
+    if (__rtsan_realtime_exit != nullptr)
+        __rtsan_realtime_exit();
     --audioBlockDepth;
 }
 

@@ -11,7 +11,8 @@
     #define PX_AUDIO_THREAD
 #endif
 
-/** Lives on the stack while the calling thread processes an audio block. */
+/** Lives on the stack while the calling thread processes an audio block. In a program that is linked with the real-time
+    sanitizer's run time, whatever allocates, waits or calls the system meanwhile ends the program with a report. */
 class AudioThreadScope
 {
 public:

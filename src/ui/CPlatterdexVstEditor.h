@@ -21,7 +21,7 @@ class CPlatterdex;
 class CPlatterdexVstEditor : public juce::AudioProcessorEditor, private EngineListener
 {
 public:
-    static constexpr int minimumWidth = 1024, minimumHeight = 640;
+    static constexpr int minimumWidth = 1100, minimumHeight = 680;
 
     /** @param audioSettings   opens the dialog of the audio device; empty inside a host, which has its own */
     explicit CPlatterdexVstEditor (CPlatterdex&, std::function<void()> audioSettings = {});

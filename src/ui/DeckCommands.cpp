@@ -13,6 +13,8 @@ DeckCommands::DeckCommands (int deck)
     : play (commandOfDeck ("PLAY_PAUSE_", deck)),
       cue (commandOfDeck ("CUE_STUTTER_", deck)),
       sync (commandOfDeck ("SYNC_LOCK_", deck)),
+      keyLock (commandOfDeck ("KEY_LOCK_", deck)),
+      keyTuning (commandOfDeck ("KEY_TUNING_", deck)),
       nudgeMinus (commandOfDeck ("PITCH_BEND_NUDGE_MINUS_", deck)),
       nudgePlus (commandOfDeck ("PITCH_BEND_NUDGE_PLUS_", deck)),
       pitch (commandOfDeck ("PITCH_", deck)),

@@ -11,7 +11,7 @@ struct DeckCommands
 
     static constexpr size_t hotCueButtons = 4;
 
-    int play, cue, sync, nudgeMinus, nudgePlus, pitch, pitchReset, seek;
+    int play, cue, sync, keyLock, keyTuning, nudgeMinus, nudgePlus, pitch, pitchReset, seek;
     std::array<int, hotCueButtons> hotCues, deleteHotCues;
 };
 

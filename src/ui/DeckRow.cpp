@@ -11,8 +11,8 @@
 
 namespace
 {
-constexpr int margin = 8, gap = 4, group = 12;
-constexpr int buttonHeight = 32, headHeight = 28;
+constexpr int margin = 8, gap = 4, group = 12, lineGap = 6;
+constexpr int buttonHeight = 28, headHeight = 28;
 constexpr int messageSeconds = 5;
 constexpr const char* dash = "-";
 
@@ -35,10 +35,13 @@ DeckRowLayout::DeckRowLayout (juce::Rectangle<int> row)
     channel = row.removeFromRight (ChannelView::width);
     row.removeFromRight (group);
 
+    effects = row.removeFromBottom (EffectRow::height);
+    row.removeFromBottom (lineGap);
+
     auto left = row.removeFromLeft (64);
     row.removeFromLeft (group);
     load = left.removeFromBottom (buttonHeight);
-    left.removeFromBottom (margin);
+    left.removeFromBottom (lineGap);
     letter = left;
 
     auto head = row.removeFromTop (headHeight);
@@ -52,7 +55,7 @@ DeckRowLayout::DeckRowLayout (juce::Rectangle<int> row)
     title = head;
 
     auto buttons = row.removeFromBottom (buttonHeight);
-    row.removeFromBottom (margin);
+    row.removeFromBottom (lineGap);
     row.removeFromTop (gap);
     waveform = row;
 
@@ -62,13 +65,16 @@ DeckRowLayout::DeckRowLayout (juce::Rectangle<int> row)
         buttons.removeFromLeft (space);
         return area;
     };
-    cue = place (72, gap);
-    play = place (72, group);
+    cue = place (60, gap);
+    play = place (60, group);
     for (auto& slot : hotCues)
-        slot = place (44, &slot == &hotCues.back() ? group : gap);
-    nudgeMinus = place (44, gap);
-    nudgePlus = place (44, group);
-    sync = place (72, gap);
+        slot = place (36, &slot == &hotCues.back() ? group : gap);
+    nudgeMinus = place (32, gap);
+    nudgePlus = place (32, group);
+    sync = place (56, gap);
+    keyLock = place (76, group);
+    keyLabel = place (26, 0);
+    keyTuning = place (buttonHeight, 0);
 }
 
 DeckRow::DeckRow (CPlatterdex& e, int deck)
@@ -80,10 +86,13 @@ DeckRow::DeckRow (CPlatterdex& e, int deck)
       play (e, commands.play, "Play"),
       cue (e, commands.cue, "Cue"),
       sync (e, commands.sync, "Sync"),
+      keyLock (e, commands.keyLock, "Key lock"),
       nudgeMinus (e, commands.nudgeMinus, "-"),
       nudgePlus (e, commands.nudgePlus, "+"),
+      keyTuning (e, commands.keyTuning, CommandSlider::Shape::knob, 0.5),
       pitch (e, deck),
-      channel (e, deck)
+      channel (e, deck),
+      effects (e, deck)
 {
     setOpaque (true);
     setTitle ("Deck " + letterOf (deck));
@@ -103,8 +112,9 @@ DeckRow::DeckRow (CPlatterdex& e, int deck)
     for (auto* button :
          { &play, &cue, hotCues[0].get(), hotCues[1].get(), hotCues[2].get(), hotCues[3].get() })
         button->setLitColour (Look::deckHue (deck));
-    for (auto* child : std::initializer_list<juce::Component*> { &overview, &load, &cue, &play, &nudgeMinus,
-                                                                 &nudgePlus, &sync, &pitch, &channel })
+    for (auto* child :
+         std::initializer_list<juce::Component*> { &overview, &load, &cue, &play, &nudgeMinus, &nudgePlus,
+                                                   &sync, &keyLock, &keyTuning, &pitch, &channel, &effects })
         addAndMakeVisible (child);
     for (auto& hotCue : hotCues)
         addAndMakeVisible (*hotCue);
@@ -120,6 +130,9 @@ void DeckRow::resized()
     play.setBounds (layout.play);
     cue.setBounds (layout.cue);
     sync.setBounds (layout.sync);
+    keyLock.setBounds (layout.keyLock);
+    keyTuning.setBounds (layout.keyTuning);
+    effects.setBounds (layout.effects);
     nudgeMinus.setBounds (layout.nudgeMinus);
     nudgePlus.setBounds (layout.nudgePlus);
     pitch.setBounds (layout.pitch);
@@ -130,10 +143,11 @@ void DeckRow::resized()
 
 void DeckRow::pollMoving()
 {
-    for (auto* button : { &play, &cue, &sync, &nudgeMinus, &nudgePlus })
+    for (auto* button : { &play, &cue, &sync, &keyLock, &nudgeMinus, &nudgePlus })
         button->poll();
     for (auto& hotCue : hotCues)
         hotCue->poll();
+    keyTuning.poll();
     pitch.poll();
 
     const auto& deck = *engine.decks.deck (deckIndex);
@@ -245,6 +259,7 @@ void DeckRow::paint (juce::Graphics& g)
     g.drawText (shown.tempo, tempo, juce::Justification::centredRight, false);
     g.setColour (Look::label);
     g.setFont (Look::labelFont());
+    g.drawText ("KEY", layout.keyLabel, juce::Justification::centredLeft, false);
     g.drawText ("BPM", unit.translated (0, 3), juce::Justification::centredRight, false);
     g.setFont (Look::font (Look::valueSize));
     g.drawText (shown.length, layout.length.translated (0, 3), juce::Justification::centredRight, false);

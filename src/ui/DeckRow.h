@@ -3,6 +3,7 @@
 #include "ui/ChannelView.h"
 #include "ui/CommandButton.h"
 #include "ui/DeckCommands.h"
+#include "ui/EffectRow.h"
 #include "ui/OverviewWaveform.h"
 #include "ui/PitchFader.h"
 #include "ui/PollingView.h"
@@ -15,12 +16,12 @@ class CPlatterdex;
 /** Where the parts of a deck's row lie. */
 struct DeckRowLayout
 {
-    static constexpr int minimumWidth = 1000, minimumHeight = 124;
+    static constexpr int minimumWidth = 1080, minimumHeight = 140;
 
     explicit DeckRowLayout (juce::Rectangle<int> row);
 
     juce::Rectangle<int> stripe, letter, load, title, state, tempo, position, length, waveform, play, cue,
-        sync, nudgeMinus, nudgePlus, pitch, pitchText, channel;
+        sync, keyLock, keyLabel, keyTuning, nudgeMinus, nudgePlus, effects, pitch, pitchText, channel;
     std::array<juce::Rectangle<int>, DeckCommands::hotCueButtons> hotCues;
 };
 
@@ -73,10 +74,12 @@ private:
 
     OverviewWaveform overview;
     juce::TextButton load { "Load" };
-    CommandButton play, cue, sync, nudgeMinus, nudgePlus;
+    CommandButton play, cue, sync, keyLock, nudgeMinus, nudgePlus;
     std::array<std::unique_ptr<CommandButton>, DeckCommands::hotCueButtons> hotCues;
+    CommandSlider keyTuning;
     PitchFader pitch;
     ChannelView channel;
+    EffectRow effects;
     std::unique_ptr<juce::FileChooser> chooser;
 
     Texts shown;

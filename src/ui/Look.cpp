@@ -165,6 +165,8 @@ void Look::drawRotarySlider (juce::Graphics& g, int x, int y, int width, int hei
     const auto area = juce::Rectangle<int> (x, y, width, height).toFloat().withSizeKeepingCentre (size, size);
     const auto centre = area.getCentre();
     const auto radius = 0.5f * size;
+    const auto small = size < smallKnob;
+    const auto ring = small ? 2.0f : 3.0f, inset = small ? 3.0f : 6.0f;
     const auto angleOf = [=] (double part)
     { return startAngle + static_cast<float> (part) * (endAngle - startAngle); };
     const auto arc = [&] (float from, float to, juce::Colour colour)
@@ -172,7 +174,7 @@ void Look::drawRotarySlider (juce::Graphics& g, int x, int y, int width, int hei
         juce::Path path;
         path.addCentredArc (centre.x, centre.y, radius - 2.0f, radius - 2.0f, 0.0f, from, to, true);
         g.setColour (colour);
-        g.strokePath (path, juce::PathStrokeType (knobRing));
+        g.strokePath (path, juce::PathStrokeType (ring));
     };
 
     const auto held = slider.isMouseButtonDown();
@@ -181,9 +183,9 @@ void Look::drawRotarySlider (juce::Graphics& g, int x, int y, int width, int hei
     arc (angleOf (slider.valueToProportionOfLength (slider.getDoubleClickReturnValue())), angle,
          held ? focus : label);
     g.setColour (line.brighter (held ? 0.5f : (slider.isMouseOver (true) ? 0.35f : 0.2f)));
-    g.fillEllipse (area.reduced (knobRing + 3.0f));
+    g.fillEllipse (area.reduced (inset));
     g.setColour (held ? focus : value);
     g.drawLine ({ centre.getPointOnCircumference (0.3f * radius, angle),
-                  centre.getPointOnCircumference (radius - knobRing - 3.0f, angle) },
+                  centre.getPointOnCircumference (radius - inset, angle) },
                 2.0f);
 }

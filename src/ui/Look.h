@@ -51,5 +51,5 @@ public:
 
 private:
     static constexpr int capLength = 12, capWidth = 28, trackWidth = 4;
-    static constexpr float knobRing = 3.0f;
+    static constexpr float smallKnob = 30.0f; ///< in pixels; below it ring and gap are thinner
 };

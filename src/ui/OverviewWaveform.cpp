@@ -185,15 +185,18 @@ void OverviewWaveform::paintNotice (juce::Graphics& g) const
 {
     if (shownNotice.isEmpty())
         return;
-    constexpr int lineHeight = 18;
-    auto box = getLocalBounds().withSizeKeepingCentre (
-        std::min (getWidth(), 320), std::min (getHeight(), lineHeight * shownNotice.size() + 4));
+    constexpr int lineHeight = 18, widest = 320;
+    auto lines = shownNotice;
+    if (lineHeight * lines.size() > getHeight()) // in a low window one line is all there is
+        lines = juce::StringArray (lines.joinIntoString (" "));
+    auto box = getLocalBounds().withSizeKeepingCentre (std::min (getWidth(), widest),
+                                                       std::min (getHeight(), lineHeight * lines.size() + 4));
     g.setColour (Look::panel.withAlpha (0.92f));
     g.fillRect (box);
     g.setColour (quietNotice ? Look::label : Look::value);
     g.setFont (Look::font (Look::valueSize));
     box.reduce (0, 2);
-    const auto step = box.getHeight() / shownNotice.size();
-    for (const auto& line : shownNotice)
+    const auto step = box.getHeight() / lines.size();
+    for (const auto& line : lines)
         g.drawFittedText (line, box.removeFromTop (step), juce::Justification::centred, 1);
 }

@@ -11,8 +11,6 @@
 extern "C"
 {
     void __rtsan_ensure_initialized();
-    void __rtsan_realtime_enter();
-    void __rtsan_realtime_exit();
 }
 
 namespace
@@ -21,9 +19,8 @@ template <typename Act>
 void inRealTime (Act act)
 {
     __rtsan_ensure_initialized();
-    __rtsan_realtime_enter();
+    const AudioThreadScope audioThread;
     act();
-    __rtsan_realtime_exit();
 }
 }
 

@@ -13,27 +13,10 @@
 extern "C"
 {
     __attribute__ ((weak)) void __rtsan_ensure_initialized();
-    __attribute__ ((weak)) void __rtsan_realtime_enter();
-    __attribute__ ((weak)) void __rtsan_realtime_exit();
 }
 
 namespace
 {
-/** Marks the calling thread as the audio thread to the sanitizer, if there is one. */
-struct RealTime
-{
-    RealTime()
-    {
-        if (__rtsan_realtime_enter != nullptr)
-            __rtsan_realtime_enter();
-    }
-    ~RealTime()
-    {
-        if (__rtsan_realtime_exit != nullptr)
-            __rtsan_realtime_exit();
-    }
-};
-
 /** Some value of each sort that a command may be sent. */
 float randomValue (std::mt19937& random)
 {
@@ -103,7 +86,6 @@ TEST (Stress, BlocksCommandsLoadsAndReadsTogether)
         const int before = commands;
         {
             const juce::ScopedLock sl (engine.getCallbackLock());
-            const RealTime realTime;
             engine.processBlock (piece, noMidi);
         }
         fixture.renderedFrames += piece.getNumSamples();

@@ -34,7 +34,8 @@ std::vector<juce::Rectangle<int>> parts (const DeckRowLayout& layout)
     std::vector all { layout.stripe,    layout.letter,   layout.load,       layout.title,     layout.state,
                       layout.tempo,     layout.position, layout.length,     layout.waveform,  layout.play,
                       layout.cue,       layout.sync,     layout.nudgeMinus, layout.nudgePlus, layout.pitch,
-                      layout.pitchText, layout.channel };
+                      layout.pitchText, layout.channel,  layout.effects,    layout.keyLock,   layout.keyLabel,
+                      layout.keyTuning };
     all.insert (all.end(), layout.hotCues.begin(), layout.hotCues.end());
     return all;
 }
@@ -43,7 +44,10 @@ std::vector<juce::Rectangle<int>> parts (const DeckRowLayout& layout)
 TEST (Editor, NothingOverlapsOrLeavesTheWindowAtAnySize)
 {
     UiBench bench;
-    for (const auto& [width, height] : { std::pair { 1024, 640 }, { 1280, 800 }, { 2560, 1440 } })
+    for (const auto& [width, height] :
+         { std::pair { CPlatterdexVstEditor::minimumWidth, CPlatterdexVstEditor::minimumHeight },
+           { 1280, 800 },
+           { 2560, 1440 } })
     {
         SCOPED_TRACE (width);
         bench.editor->setSize (width, height);
@@ -58,7 +62,7 @@ TEST (Editor, NothingOverlapsOrLeavesTheWindowAtAnySize)
 TEST (Editor, PartsOfARowStandApart)
 {
     for (const auto& row : { juce::Rectangle<int> (DeckRowLayout::minimumWidth, DeckRowLayout::minimumHeight),
-                             juce::Rectangle<int> (1008, 144), juce::Rectangle<int> (3000, 500) })
+                             juce::Rectangle<int> (1084, 143), juce::Rectangle<int> (3000, 500) })
     {
         const auto all = parts (DeckRowLayout (row));
         for (size_t i = 0; i < all.size(); ++i)
@@ -85,7 +89,7 @@ TEST (Editor, CanBePaintedInEveryState)
     bench.render (48000);
     bench.editor->setStatus ("Writing the demo tracks...");
     bench.refresh();
-    bench.editor->setSize (1024, 640);
+    bench.editor->setSize (CPlatterdexVstEditor::minimumWidth, CPlatterdexVstEditor::minimumHeight);
     const auto image = UiBench::picture (*bench.editor, "playing");
     EXPECT_EQ (image.getPixelAt (20, HeaderBar::height + 200), Look::deckHue (1))
         << "the playing deck's letter";

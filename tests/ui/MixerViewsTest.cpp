@@ -9,13 +9,19 @@
 namespace
 {
 template <typename View>
-std::vector<View*> all (UiBench& bench)
+std::vector<View*> all (juce::Component& parent)
 {
     std::vector<View*> found;
-    for (auto* component : descendants (*bench.editor))
+    for (auto* component : descendants (parent))
         if (auto* view = dynamic_cast<View*> (component))
             found.push_back (view);
     return found;
+}
+
+template <typename View>
+std::vector<View*> all (UiBench& bench)
+{
+    return all<View> (*bench.editor);
 }
 }
 
@@ -23,11 +29,11 @@ TEST (MixerViews, EveryKnobAndFaderDrivesItsOwnCommandAndFollowsIt)
 {
     UiBench bench;
     const auto sliders = all<CommandSlider> (bench);
-    EXPECT_EQ (sliders.size(), 4u * 5u + 4u);
+    EXPECT_EQ (sliders.size(), 4u * (5u + 5u + 1u) + 4u);
     std::map<int, float> written;
     for (size_t i = 0; i < sliders.size(); ++i)
     {
-        const auto value = 0.1f + 0.03f * static_cast<float> (i);
+        const auto value = 0.1f + 0.015f * static_cast<float> (i);
         sliders[i]->setValue (value, juce::sendNotificationSync);
         EXPECT_TRUE (written.emplace (sliders[i]->commandNumber(), value).second);
     }
@@ -61,6 +67,44 @@ TEST (MixerViews, ButtonsOfAStripPlayTheirDeck)
     EXPECT_TRUE (row.getToggleState());
     EXPECT_TRUE (bench.button (1, "X R").getToggleState());
     EXPECT_FALSE (bench.button (1, "X L").getToggleState());
+}
+
+TEST (EffectViews, EachSlotChoosesSwitchesAndNamesItsOwnEffect)
+{
+    UiBench bench;
+    auto rows = all<EffectRow> (bench);
+    ASSERT_EQ (rows.size(), 4u);
+    int kind = 0;
+    for (size_t deck = 0; deck < rows.size(); ++deck)
+        for (size_t slot = 0; slot < EffectRow::slotCount; ++slot, kind = (kind + 3) % FxType::count)
+        {
+            const auto& state = bench.engine.effectRacks[deck].slot (static_cast<int> (slot));
+            rows[deck]->choose (slot, kind);
+            EXPECT_EQ (state.selected(), kind);
+            auto& on = *all<CommandButton> (*rows[deck])[slot];
+            EXPECT_EQ (on.getButtonText(), FxType::name (kind));
+            for (const auto expected : { true, false })
+            {
+                on.mouseDown (mouseAt (on, { 4.0f, 4.0f }));
+                on.mouseUp (mouseAt (on, { 4.0f, 4.0f }));
+                bench.refresh();
+                EXPECT_EQ (state.isOn(), expected);
+                EXPECT_EQ (on.getToggleState(), expected);
+            }
+        }
+
+    bench.editor->setSize (CPlatterdexVstEditor::minimumWidth, CPlatterdexVstEditor::minimumHeight);
+    bench.load (bench.folder.file ("missing.wav"), 3);
+    UiBench::picture (*bench.editor, "effects");
+
+    rows[1]->choose (0, FxType::delay);
+    bench.engine.setParameter (CommandTable::numberOf ("EFFECT_PARAM_1_GROUP_B"), 0.0f);
+    bench.refresh();
+    const auto before = rows[1]->parameterText (0);
+    bench.engine.setParameter (CommandTable::numberOf ("EFFECT_PARAM_1_GROUP_B"), 1.0f);
+    bench.refresh();
+    EXPECT_NE (rows[1]->parameterText (0), before);
+    EXPECT_TRUE (before.isNotEmpty() && rows[1]->parameterText (0).isNotEmpty());
 }
 
 TEST (MixerViews, MetersShowTheLevelsOfWhatPlays)
