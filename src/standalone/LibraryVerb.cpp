@@ -155,10 +155,11 @@ int LibraryVerb::importPaths (SongDatabase& database, const juce::StringArray& p
     }
     const auto count = [] (int files)
     { return juce::String (files) + (files == 1 ? " audio file" : " audio files"); };
+    if (result.isLocked)
+        return failWith ("The import ended: another program is writing to the library.");
     printLine (count (result.accepted) + ", " + juce::String (result.added) + " new in the library.");
     if (result.refused > 0)
-        return failWith ("The library refused " + count (result.refused)
-                         + "; another program may be writing to it.");
+        return failWith ("The library refused " + count (result.refused) + ".");
     if (result.isCancelled)
         return failWith ("The import was interrupted; what was done is kept.");
     return ExitCode::success;

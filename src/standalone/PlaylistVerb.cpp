@@ -90,12 +90,14 @@ int importFile (SongDatabase& database, VerbOptions& given)
         TerminalProgress progress;
         result = ImportPlaylist (&database, file, -1, name).run (progress);
     }
+    if (result.isLocked)
+        return failWith ("The import ended: another program is writing to the library.");
     if (result.playlistId >= 0)
         printLine (juce::String (result.songs) + (result.songs == 1 ? " song, " : " songs, ")
                    + juce::String (result.added) + " new in the library.");
     if (!result.isRead)
         return failWith (file.getFullPathName() + " can't be read to its end as a playlist (.m3u or .xml).");
-    return ExitCode::success;
+    return result.playlistId >= 0 ? ExitCode::success : LibraryVerb::ended (LibraryCode::failed);
 }
 
 int rename (SongDatabase& database, VerbOptions& given)
