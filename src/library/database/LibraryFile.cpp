@@ -26,13 +26,13 @@ constexpr size_t probeBytes = 64 * 1024;
 bool canWriteIn (const juce::File& folder)
 {
     const juce::TemporaryFile probe (folder.getChildFile ("probe"));
-    juce::FileOutputStream stream (probe.getFile());
-    if (stream.failedToOpen())
-        return false;
-    stream.writeRepeatedByte (0, probeBytes);
-    stream.flush();
+    {
+        juce::FileOutputStream stream (probe.getFile());
+        if (stream.openedOk())
+            stream.writeRepeatedByte (0, probeBytes);
+    }
     // The toolkit's ways to write a whole file don't tell of a full disk.
-    return stream.getStatus().wasOk() && probe.getFile().getSize() == static_cast<juce::int64> (probeBytes);
+    return probe.getFile().getSize() == static_cast<juce::int64> (probeBytes);
 }
 
 /** Size and time of the last change, to the nanosecond: what tells one state of a file from another. */
