@@ -12,7 +12,7 @@ namespace
 {
 constexpr std::array options {
     VerbOption { "--kind", "KIND", "what to write (playlist)" },
-    LibraryVerb::libraryOption,
+    LibrarySession::option,
     VerbOption { "--help", nullptr, "this text" },
 };
 
@@ -62,7 +62,7 @@ int runExport (const juce::StringArray& arguments)
         return failWith (given.error());
     if (given.positional.isEmpty())
         return failWith ("export needs a playlist and a file to write to; see platterdex export --help.");
-    SongDatabase database;
-    return LibraryVerb::open (database, given, LibraryVerb::Use::read) ? exportSongs (database, given)
-                                                                       : ExitCode::badInput;
+    LibrarySession library;
+    return library.open (given, LibrarySession::Use::read) ? exportSongs (library.database, given)
+                                                           : ExitCode::badInput;
 }

@@ -12,7 +12,7 @@ namespace
 constexpr std::array options {
     VerbOption { "--playlist", "NAME", "appends the songs to a playlist too, known ones included" },
     VerbOption { "--automix", nullptr, "appends them to the automix list" },
-    LibraryVerb::libraryOption,
+    LibrarySession::option,
     VerbOption { "--help", nullptr, "this text" },
 };
 }
@@ -36,19 +36,19 @@ int runImport (const juce::StringArray& arguments)
     if (given.has ("--playlist") && given.has ("--automix"))
         return failWith ("--playlist and --automix don't go together.");
     const auto paths = LibraryVerb::importablePaths (given.positional);
-    SongDatabase database;
-    if (!paths || !LibraryVerb::open (database, given, LibraryVerb::Use::write))
+    LibrarySession library;
+    if (!paths || !library.open (given, LibrarySession::Use::write))
         return ExitCode::badInput;
 
     ImportFiles::Target target;
     target.isAutomix = given.has ("--automix");
     if (given.has ("--playlist"))
     {
-        const auto item =
-            LibraryVerb::findPlaylist (database, SongListKind::playlist, given.valueOf ("--playlist"));
+        const auto item = LibraryVerb::findPlaylist (library.database, SongListKind::playlist,
+                                                     given.valueOf ("--playlist"));
         if (!item)
             return ExitCode::badInput;
         target.playlistId = item->id;
     }
-    return LibraryVerb::importPaths (database, *paths, target);
+    return LibraryVerb::importPaths (library.database, *paths, target);
 }

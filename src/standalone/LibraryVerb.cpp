@@ -1,6 +1,5 @@
 #include "standalone/LibraryVerb.h"
 
-#include "library/database/LibraryFile.h"
 #include "standalone/LibrarySource.h"
 #include "standalone/SongTable.h"
 #include "standalone/TerminalProgress.h"
@@ -41,29 +40,6 @@ juce::String actionHelp (const char* verb, const char* description,
 }
 }
 
-juce::File LibraryVerb::usersLibrary()
-{
-    const auto userData = juce::File::getSpecialLocation (juce::File::userApplicationDataDirectory);
-    return LibraryFile (userData.getChildFile ("SongManager")).file();
-}
-
-bool LibraryVerb::open (SongDatabase& database, const VerbOptions& given, Use use)
-{
-    const auto file = given.has ("--library") ? given.fileOf ("--library") : usersLibrary();
-    const auto path = file.getFullPathName();
-    if (use == Use::read && !file.existsAsFile())
-        failWith ("There is no library " + path + "; platterdex import makes one.");
-    else if (file.isDirectory())
-        failWith (path + " is a folder, not a library.");
-    else if (file.getParentDirectory().createDirectory().failed())
-        failWith ("The folder " + file.getParentDirectory().getFullPathName() + " can't be made.");
-    else if (database.open (file) != LibraryCode::ok || database.countSongs() < 0)
-        failWith (path + " can't be opened as a library.");
-    else
-        return true;
-    return false;
-}
-
 int LibraryVerb::runAction (const char* verb, const char* description, std::span<const Action> actions,
                             std::span<const VerbOption> options, const juce::StringArray& arguments)
 {
@@ -89,8 +65,8 @@ int LibraryVerb::runAction (const char* verb, const char* description, std::span
         return failWith (juce::String (verb) + " " + name + " takes "
                          + (action->most == 0 ? "no argument." : juce::String (action->arguments) + "."));
 
-    SongDatabase database;
-    return open (database, given, action->use) ? action->run (database, given) : ExitCode::badInput;
+    LibrarySession library;
+    return library.open (given, action->use) ? action->run (library.database, given) : ExitCode::badInput;
 }
 
 std::optional<SourceItem> LibraryVerb::findPlaylist (SongDatabase& database, SongListKind kind,
@@ -179,10 +155,11 @@ int LibraryVerb::importPaths (SongDatabase& database, const juce::StringArray& p
     }
     const auto count = [] (int files)
     { return juce::String (files) + (files == 1 ? " audio file" : " audio files"); };
+    if (result.isLocked)
+        return failWith ("The import ended: another program is writing to the library.");
     printLine (count (result.accepted) + ", " + juce::String (result.added) + " new in the library.");
     if (result.refused > 0)
-        return failWith ("The library refused " + count (result.refused)
-                         + "; another program may be writing to it.");
+        return failWith ("The library refused " + count (result.refused) + ".");
     if (result.isCancelled)
         return failWith ("The import was interrupted; what was done is kept.");
     return ExitCode::success;

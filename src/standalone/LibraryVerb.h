@@ -2,7 +2,7 @@
 
 #include "library/database/SongDatabase.h"
 #include "library/import/ImportFiles.h"
-#include "standalone/VerbOptions.h"
+#include "standalone/LibrarySession.h"
 
 #include <limits>
 #include <optional>
@@ -12,17 +12,7 @@
     the verb ends with ExitCode::badInput. */
 namespace LibraryVerb
 {
-inline constexpr VerbOption libraryOption { "--library", "FILE", "the library's file (the user's library)" };
-
-juce::File usersLibrary();
-
-enum class Use
-{
-    read, ///< the library has to be there
-    write ///< it is made if it is missing
-};
-
-bool open (SongDatabase&, const VerbOptions&, Use);
+using Use = LibrarySession::Use;
 
 /** One thing that a verb of several can do: "playlist add NAME PATH...". */
 struct Action

@@ -16,7 +16,7 @@ constexpr std::array options {
     VerbOption { "--search", "TEXT", "only songs that have the text" },
     VerbOption { "--in", "COLUMNS", "where --search looks, with commas between (artist,title,album)" },
     SongTable::columnsOption,
-    LibraryVerb::libraryOption,
+    LibrarySession::option,
     VerbOption { "--help", nullptr, "this text" },
 };
 
@@ -118,7 +118,7 @@ int runList (const juce::StringArray& arguments)
     }
     if (given.error().isNotEmpty())
         return failWith (given.error());
-    SongDatabase database;
-    return LibraryVerb::open (database, given, LibraryVerb::Use::read) ? list (database, given)
-                                                                       : ExitCode::badInput;
+    LibrarySession library;
+    return library.open (given, LibrarySession::Use::read) ? list (library.database, given)
+                                                           : ExitCode::badInput;
 }

@@ -90,12 +90,14 @@ int importFile (SongDatabase& database, VerbOptions& given)
         TerminalProgress progress;
         result = ImportPlaylist (&database, file, -1, name).run (progress);
     }
+    if (result.isLocked)
+        return failWith ("The import ended: another program is writing to the library.");
     if (result.playlistId >= 0)
         printLine (juce::String (result.songs) + (result.songs == 1 ? " song, " : " songs, ")
                    + juce::String (result.added) + " new in the library.");
     if (!result.isRead)
         return failWith (file.getFullPathName() + " can't be read to its end as a playlist (.m3u or .xml).");
-    return ExitCode::success;
+    return result.playlistId >= 0 ? ExitCode::success : LibraryVerb::ended (LibraryCode::failed);
 }
 
 int rename (SongDatabase& database, VerbOptions& given)
@@ -117,18 +119,18 @@ constexpr std::array actions {
     Action { "show", "NAME", "its songs in order", 1, 1, Use::read, show },
     Action { "create", "NAME [PATH...]", "a new playlist", 1, LibraryVerb::anyNumber, Use::write, create },
     Action { "add", "NAME PATH...", "appends files and folders, which are imported if need be", 2,
-             LibraryVerb::anyNumber, Use::read, add },
+             LibraryVerb::anyNumber, Use::change, add },
     Action { "remove", "NAME PLACE...", "takes out songs by their lines in show, from 1", 2,
-             LibraryVerb::anyNumber, Use::read, remove },
+             LibraryVerb::anyNumber, Use::change, remove },
     Action { "import", "FILE.m3u|FILE.xml [NAME]", "a new one from another program's file", 1, 2, Use::write,
              importFile },
-    Action { "rename", "NAME NEWNAME", "gives it another name", 2, 2, Use::read, rename },
-    Action { "delete", "NAME", "its songs stay in the library", 1, 1, Use::read, deleteOne },
+    Action { "rename", "NAME NEWNAME", "gives it another name", 2, 2, Use::change, rename },
+    Action { "delete", "NAME", "its songs stay in the library", 1, 1, Use::change, deleteOne },
 };
 
 constexpr std::array options {
     SongTable::columnsOption,
-    LibraryVerb::libraryOption,
+    LibrarySession::option,
     VerbOption { "--help", nullptr, "this text" },
 };
 }

@@ -92,14 +92,14 @@ constexpr std::array actions {
     Action { "show", "NAME", "the songs that fit now", 1, 1, Use::read, show },
     Action { "rules", "NAME", "its rules as XML", 1, 1, Use::read, printRules },
     Action { "create", "NAME --rules FILE.xml", "a new one", 1, 1, Use::write, create },
-    Action { "rename", "NAME NEWNAME", "gives it another name", 2, 2, Use::read, rename },
-    Action { "delete", "NAME", "its songs stay in the library", 1, 1, Use::read, deleteOne },
+    Action { "rename", "NAME NEWNAME", "gives it another name", 2, 2, Use::change, rename },
+    Action { "delete", "NAME", "its songs stay in the library", 1, 1, Use::change, deleteOne },
 };
 
 constexpr std::array options {
     VerbOption { "--rules", "FILE", "rules as smart rules prints them" },
     SongTable::columnsOption,
-    LibraryVerb::libraryOption,
+    LibrarySession::option,
     VerbOption { "--help", nullptr, "this text" },
 };
 }

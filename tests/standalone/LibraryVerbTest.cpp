@@ -1,4 +1,5 @@
 #include "Program.h"
+#include "library/database/SqlConnection.h"
 #include "shared/EncodedFiles.h"
 #include "shared/TemporaryFolder.h"
 
@@ -23,7 +24,7 @@ protected:
 
     ProgramRun run (juce::StringArray words)
     {
-        words.addArray ({ "--library", "new/folder/l.sqlite" });
+        words.addArray ({ "--library", library.getFullPathName() });
         return runProgram (words, folder);
     }
 
@@ -37,7 +38,32 @@ protected:
 
     const TemporaryFolder folder;
     const juce::File music = folder.file ("music");
+    juce::File library = folder.file ("new/folder/l.sqlite");
+
+    /** The names of the library's files that begin so, with blanks between. */
+    juce::String filesLike (const juce::String& pattern)
+    {
+        juce::StringArray names;
+        for (const auto& file :
+             library.getParentDirectory().findChildFiles (juce::File::findFiles, true, pattern))
+            names.add (file.getFileName());
+        names.sort (false);
+        return names.joinIntoString (" ");
+    }
+
+    /** Writes over the library's rows and leaves its first page. */
+    void damage()
+    {
+        juce::MemoryBlock content;
+        ASSERT_TRUE (library.loadFileAsData (content));
+        for (size_t i = 4096; i < content.getSize(); ++i)
+            content[i] = static_cast<char> (i * 31);
+        ASSERT_TRUE (library.replaceWithData (content.getData(), content.getSize()));
+    }
 };
+
+const juce::StringArray titles { "list", "--columns", "title", "--sort", "title" };
+constexpr const char* allTitles = "title|Alpha|Bravo|It's a \"test\"";
 }
 
 TEST_F (LibraryVerbs, BuildAndShowALibrary)
@@ -155,4 +181,144 @@ TEST_F (LibraryVerbs, RefuseInOneSentence)
         EXPECT_THAT (done.errorLine().toStdString(), AllOf (StartsWith ("platterdex: "), HasSubstr (part)));
     }
     EXPECT_EQ (outOf ({ "playlist", "list" }), "name\tsongs|Set\t0");
+}
+
+TEST_F (LibraryVerbs, CopyTheLibraryOnceADayAndPutTheCopyInADamagedOnesPlace)
+{
+    outOf ({ "import", "music" });
+    const auto backups = library.getSiblingFile ("backups");
+    for (int day = 1; day <= 8; ++day)
+        ASSERT_TRUE (
+            library.copyFileTo (backups.getChildFile ("l_2001-01-0" + juce::String (day) + ".sqlite")));
+    // Another library's.
+    ASSERT_TRUE (library.copyFileTo (backups.getChildFile ("l_b_2001-01-01.sqlite")));
+    outOf (titles);
+    EXPECT_FALSE (filesLike ("l_*.sqlite").contains ("l_20" + juce::Time::getCurrentTime().formatted ("%y")));
+    outOf ({ "playlist", "create", "Set" });
+    outOf ({ "playlist", "create", "Later" });
+    const auto kept = filesLike ("l_2*.sqlite");
+    EXPECT_TRUE (kept.startsWith ("l_2001-01-03.sqlite l_2001-01-04.sqlite")) << kept;
+    EXPECT_EQ (juce::StringArray::fromTokens (kept, false).size(), 7) << kept;
+    EXPECT_EQ (filesLike ("l_b*"), "l_b_2001-01-01.sqlite");
+
+    for (const auto isThere : { true, false })
+    {
+        if (isThere)
+            damage();
+        else
+            ASSERT_TRUE (library.deleteFile());
+        const auto done = run (titles);
+        EXPECT_EQ (done.exitCode, 0);
+        EXPECT_EQ (done.out.joinIntoString ("|"), allTitles);
+        EXPECT_EQ (done.err.size(), 1);
+        EXPECT_THAT (
+            done.errorLine().toStdString(),
+            AllOf (StartsWith (isThere ? "platterdex: The library file was damaged and is kept as l_damaged_"
+                                       : "platterdex: The library file was missing"),
+                   EndsWith (".sqlite has taken its place.")));
+        EXPECT_EQ (outOf (titles), allTitles);
+        EXPECT_EQ (juce::StringArray::fromTokens (filesLike ("l_damaged_*"), false).size(), 1);
+    }
+}
+
+TEST_F (LibraryVerbs, LeaveALibraryAloneThatAnotherProgramHasLocked)
+{
+    outOf ({ "import", "music" });
+    outOf ({ "playlist", "create", "Set" });
+    struct Case
+    {
+        bool isDamaged;
+        const char* lock;
+        int readCode;
+        const char* read;
+        const char* written;
+    };
+    for (const auto& [isDamaged, lock, readCode, read, written] : {
+             Case { false, "BEGIN EXCLUSIVE", 2, "written to by another program",
+                    "written to by another program" },
+             Case { false, "BEGIN IMMEDIATE", 0, "", "another program may be writing to it" },
+             Case { true, "BEGIN IMMEDIATE", 2, "", "another program" },
+         })
+    {
+        // Every session looks at the file.
+        ASSERT_TRUE (library.getSiblingFile ("backups/l.sqlite.closed").deleteFile());
+        if (isDamaged)
+            damage();
+        SqlConnection other;
+        ASSERT_EQ (other.open (library.getFullPathName()), 0);
+        ASSERT_EQ (other.run (lock), 0);
+        const auto listed = run (titles), changed = run ({ "playlist", "create", "More" });
+        EXPECT_EQ (listed.exitCode, readCode) << lock;
+        EXPECT_THAT (listed.errorLine().toStdString(), HasSubstr (read));
+        EXPECT_EQ (changed.exitCode, 2) << lock;
+        EXPECT_THAT (changed.errorLine().toStdString(), HasSubstr (written));
+        EXPECT_EQ (filesLike ("l_damaged*"), "") << lock;
+        other.close();
+        const auto later = run (titles);
+        EXPECT_EQ (later.out.joinIntoString ("|"), allTitles) << lock;
+        EXPECT_EQ (later.err.size(), isDamaged ? 1 : 0);
+        EXPECT_EQ (outOf ({ "playlist", "list" }).contains ("More"), false);
+    }
+}
+
+TEST_F (LibraryVerbs, TakeBackWhatAKilledProgramHadBegun)
+{
+    outOf ({ "import", "music" });
+    const auto whole = library;
+    for (const auto& words : { titles, juce::StringArray { "playlist", "create", "Set" } })
+    {
+        SqlConnection other;
+        ASSERT_EQ (other.open (whole.getFullPathName()), 0);
+        for (const auto* sql :
+             { "PRAGMA cache_size=1", "PRAGMA synchronous=OFF", "BEGIN", "DELETE FROM songs",
+               "WITH n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) "
+               "INSERT INTO songs (filename) SELECT '/' || i FROM n" })
+            ASSERT_EQ (other.run (sql), 0) << sql;
+        // What lies on the disk now is what a kill would leave.
+        library = folder.file ("killed " + words[0] + "/l.sqlite");
+        ASSERT_TRUE (library.getParentDirectory().createDirectory().wasOk());
+        for (const auto* ending : { "", "-journal" })
+            ASSERT_TRUE (juce::File (whole.getFullPathName() + ending)
+                             .copyFileTo (juce::File (library.getFullPathName() + ending)));
+        ASSERT_GT (library.getSize(), 2 * 4096 * 20);
+        ASSERT_EQ (other.run ("ROLLBACK"), 0);
+        outOf (words);
+        EXPECT_EQ (outOf (titles), allTitles);
+        EXPECT_EQ (filesLike ("l_damaged*"), "");
+    }
+}
+
+TEST_F (LibraryVerbs, LeaveANamedFileThatIsNoLibraryAsItIs)
+{
+    library = folder.file ("notes.txt");
+    for (const auto& words : { titles, juce::StringArray { "import", "music" } })
+    {
+        const auto done = run (words);
+        EXPECT_EQ (done.exitCode, 2);
+        EXPECT_EQ (done.err.size(), 1);
+        EXPECT_THAT (done.errorLine().toStdString(), HasSubstr ("can't be opened as a library"));
+    }
+    EXPECT_EQ (library.loadFileAsString(), "no music");
+    EXPECT_EQ (filesLike ("notes*.txt"), "notes.txt");
+    EXPECT_FALSE (folder.file ("backups").exists());
+}
+
+TEST_F (LibraryVerbs, ReadWhereNothingCanBeStored)
+{
+    outOf ({ "import", "music" });
+    for (const auto& words : { titles, juce::StringArray { "playlist", "create", "Set" } })
+    {
+        // As on a full disk, for the administrator too.
+        juce::ChildProcess process;
+        ASSERT_TRUE (process.start (juce::StringArray {
+            "/bin/sh", "-c",
+            "(trap '' XFSZ; ulimit -f 0; DISPLAY= '" PX_PROGRAM "' " + words.joinIntoString (" ")
+                + " --library '" + library.getFullPathName() + "' 2>&1; echo $?) | cat" }));
+        const auto said = linesOf (process.readAllProcessOutput()).joinIntoString ("|");
+        const auto isRead = words == titles;
+        EXPECT_THAT (said.toStdString(),
+                     AllOf (HasSubstr ("Problem creating database file."), EndsWith (isRead ? "|0" : "|2")));
+        EXPECT_EQ (said.contains (allTitles), isRead) << said;
+    }
+    EXPECT_EQ (outOf ({ "playlist", "list" }), "name\tsongs");
 }

@@ -4,6 +4,16 @@
 
 #include <sqlite3.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace
+{
+/** Where SQLite's file format has its locks: the pending byte, the reserved byte and 510 for those who read. */
+constexpr off_t lockBytes = 0x40000000;
+constexpr off_t lockByteCount = 512;
+}
+
 DatabaseFile::Health DatabaseFile::check (const juce::File& file)
 {
     if (!file.existsAsFile())
@@ -17,6 +27,23 @@ DatabaseFile::Health DatabaseFile::check (const juce::File& file)
         // Nothing at all passes the check too.
         return answer == "ok" && file.getSize() > 0 ? Health::sound : Health::damaged;
     return code == SQLITE_CORRUPT || code == SQLITE_NOTADB ? Health::damaged : Health::unknown;
+}
+
+bool DatabaseFile::isLocked (const juce::File& file)
+{
+    const auto descriptor = ::open (file.getFullPathName().toRawUTF8(), O_RDWR | O_CLOEXEC);
+    if (descriptor < 0)
+        return true;
+    struct flock lock
+    {
+    };
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = lockBytes;
+    lock.l_len = lockByteCount;
+    const auto isTold = ::fcntl (descriptor, F_GETLK, &lock) == 0;
+    ::close (descriptor);
+    return !isTold || lock.l_type != F_UNLCK;
 }
 
 int DatabaseFile::copy (SqlConnection& from, const juce::File& to)

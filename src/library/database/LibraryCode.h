@@ -5,6 +5,9 @@ namespace LibraryCode
 {
 inline constexpr int ok = 0;
 
+/** SQLite's: another program writes to the file, and was waited for. */
+inline constexpr int busy = 5;
+
 /** A statement failed on which a later step depended. */
 inline constexpr int failed = -1;
 inline constexpr int notOpen = -4;

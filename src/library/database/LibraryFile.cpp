@@ -10,7 +10,14 @@
 namespace
 {
 constexpr int backupsKept = 7;
-const juce::String baseName ("px_music_library");
+constexpr int dateLength = 10;
+
+/** Behind the library's name, beside its backups. */
+constexpr const char* closedNote = ".closed";
+constexpr const char* sessions = ".sessions";
+
+constexpr const char* withoutBackup =
+    "The library file is damaged, and there is no good backup of it; it stays as it is.";
 
 /** What a new file needs before there is a song in it, and about what a write of a few rows needs. */
 constexpr size_t probeBytes = 64 * 1024;
@@ -19,8 +26,13 @@ constexpr size_t probeBytes = 64 * 1024;
 bool canWriteIn (const juce::File& folder)
 {
     const juce::TemporaryFile probe (folder.getChildFile ("probe"));
-    const juce::MemoryBlock bytes (probeBytes, true);
-    return probe.getFile().replaceWithData (bytes.getData(), bytes.getSize());
+    {
+        juce::FileOutputStream stream (probe.getFile());
+        if (stream.openedOk())
+            stream.writeRepeatedByte (0, probeBytes);
+    }
+    // The toolkit's ways to write a whole file don't tell of a full disk.
+    return probe.getFile().getSize() == static_cast<juce::int64> (probeBytes);
 }
 
 /** Size and time of the last change, to the nanosecond: what tells one state of a file from another. */
@@ -43,74 +55,112 @@ juce::File journalOf (const juce::File& file)
 }
 }
 
-LibraryFile::LibraryFile (const juce::File& songManager, WallClock clock)
-    : folder (songManager),
+LibraryFile::LibraryFile (const juce::File& folder, WallClock clock)
+    : LibraryFile (folder.getChildFile ("px_music_library.sqlite"), false, std::move (clock))
+{
+}
+
+LibraryFile::LibraryFile (const juce::File& file, bool any, WallClock clock)
+    : library (file),
+      isAnyFile (any),
       now (std::move (clock))
 {
 }
 
+LibraryFile LibraryFile::named (const juce::File& file, WallClock clock)
+{
+    return LibraryFile (file.getLinkedTarget(), true, std::move (clock));
+}
+
+juce::Time LibraryFile::systemClock()
+{
+    return juce::Time::getCurrentTime();
+}
+
 juce::File LibraryFile::file() const
 {
-    return folder.getChildFile (baseName + ".sqlite");
+    return library;
 }
 
 juce::File LibraryFile::backupFolder() const
 {
-    return folder.getChildFile ("backups");
+    return library.getSiblingFile ("backups");
 }
 
 juce::File LibraryFile::todaysBackup() const
 {
-    return backupFolder().getChildFile (baseName + "_" + now().formatted ("%Y-%m-%d") + ".sqlite");
+    return backupFolder().getChildFile (library.getFileNameWithoutExtension() + "_"
+                                        + now().formatted ("%Y-%m-%d") + library.getFileExtension());
 }
 
-juce::File LibraryFile::closedNote() const
+juce::File LibraryFile::besideBackups (const char* ending) const
 {
-    return backupFolder().getChildFile ("closed");
+    return backupFolder().getChildFile (library.getFileName() + ending);
 }
 
 bool LibraryFile::isAsItWasClosed() const
 {
-    return !journalOf (file()).exists() && closedNote().existsAsFile()
-           && closedNote().loadFileAsString() == stateOf (file());
+    const auto note = besideBackups (closedNote);
+    return !journalOf (library).exists() && note.existsAsFile()
+           && note.loadFileAsString() == stateOf (library);
 }
 
 juce::Array<juce::File> LibraryFile::backupsNewestFirst() const
 {
-    auto backups = backupFolder().findChildFiles (juce::File::findFiles, false, baseName + "_*.sqlite");
-    // Their names begin alike and end with the date.
+    // Other libraries may have theirs in the same folder: only the date can be different.
+    const auto today = todaysBackup().getFileName();
+    const auto begin = library.getFileNameWithoutExtension() + "_";
+    juce::Array<juce::File> backups;
+    for (const auto& file : backupFolder().findChildFiles (juce::File::findFiles, false))
+    {
+        const auto name = file.getFileName();
+        if (name.length() == today.length() && name.startsWith (begin)
+            && name.endsWith (library.getFileExtension())
+            && name.substring (begin.length(), begin.length() + dateLength).containsOnly ("0123456789-"))
+            backups.add (file);
+    }
     std::sort (backups.begin(), backups.end(),
                [] (const auto& a, const auto& b) { return a.getFileName() > b.getFileName(); });
     return backups;
 }
 
+bool LibraryFile::hasBackup() const
+{
+    return !backupsNewestFirst().isEmpty();
+}
+
+juce::File LibraryFile::newestGoodBackup() const
+{
+    for (const auto& backup : backupsNewestFirst())
+        if (DatabaseFile::check (backup) == DatabaseFile::Health::sound)
+            return backup;
+    return {};
+}
+
 juce::File LibraryFile::moveAside() const
 {
-    if (!file().exists())
-        return {};
     const auto aside =
-        folder.getChildFile (baseName + "_damaged_" + now().formatted ("%Y-%m-%d_(%Hh%Mm%Ss)") + ".sqlite")
+        library
+            .getSiblingFile (library.getFileNameWithoutExtension() + "_damaged_"
+                             + now().formatted ("%Y-%m-%d_(%Hh%Mm%Ss)") + library.getFileExtension())
             .getNonexistentSibling();
-    if (!file().moveFileTo (aside))
+    if (!library.moveFileTo (aside))
         return {};
     // Left behind, it would be played into the file that takes the place.
-    juce::ignoreUnused (journalOf (file()).moveFileTo (journalOf (aside)));
+    juce::ignoreUnused (journalOf (library).moveFileTo (journalOf (aside)));
     return aside;
 }
 
-juce::String LibraryFile::replaceLost (const juce::String& whatHappened) const
+juce::String LibraryFile::replaceLost (const juce::String& whatHappened, const juce::File& backup) const
 {
-    for (const auto& backup : backupsNewestFirst())
-        if (DatabaseFile::check (backup) == DatabaseFile::Health::sound
-            && DatabaseFile::copy (backup, file()) == LibraryCode::ok)
-            return whatHappened + "; the backup " + backup.getFileName() + " has taken its place.";
+    if (backup != juce::File() && DatabaseFile::copy (backup, library) == LibraryCode::ok)
+        return whatHappened + "; the backup " + backup.getFileName() + " has taken its place.";
     return whatHappened + "; there is no good backup of it, so an empty library has taken its place.";
 }
 
 void LibraryFile::backUp() const
 {
-    if (backupFolder().createDirectory().failed()
-        || DatabaseFile::copy (file(), todaysBackup()) != LibraryCode::ok)
+    if (DatabaseFile::copy (library, todaysBackup()) != LibraryCode::ok)
         return;
     const auto backups = backupsNewestFirst();
     for (int i = backupsKept; i < backups.size(); ++i)
@@ -120,54 +170,99 @@ void LibraryFile::backUp() const
 LibraryFile::Session LibraryFile::inMemory() const
 {
     return {
-        file(), SongDatabase::Storage::memory,
+        library, SongDatabase::Storage::memory,
         "Problem creating database file. You need write permission to not only the database file, but also "
         "the containing directory of this file."
     };
 }
 
-LibraryFile::Session LibraryFile::prepare()
+void LibraryFile::repair (bool isAlone, Session& session)
+{
+    const auto backup = newestGoodBackup();
+    if (!isAlone || DatabaseFile::isLocked (library))
+        session.message = "The library file is damaged, and another program has it open; it stays as it is.";
+    else if (isAnyFile && backup == juce::File())
+        session.message =
+            "The library file is damaged, and there is no good backup of it; it stays as it is.";
+    else if (const auto aside = moveAside(); aside == juce::File())
+        session = inMemory();
+    else
+    {
+        session.message =
+            replaceLost ("The library file was damaged and is kept as " + aside.getFileName(), backup);
+        isSound = true;
+    }
+}
+
+void LibraryFile::lookAfter (Purpose purpose, bool isAlone, Session& session)
+{
+    // The file of every library that was ever opened has tables in it, unless another program is just making them.
+    const auto isEmpty = library.existsAsFile() && library.getSize() == 0;
+    if (isEmpty && (!isAlone || DatabaseFile::isLocked (library)))
+        return;
+    if (isEmpty || !library.exists())
+    {
+        if (hasBackup())
+            session.message = replaceLost ("The library file was missing or empty", newestGoodBackup());
+        isSound = true;
+        return;
+    }
+    const auto wantsBackup = purpose == Purpose::writing && !todaysBackup().existsAsFile();
+    isSound = isAsItWasClosed();
+    if (isSound && !wantsBackup)
+        return;
+    const auto health = DatabaseFile::check (library);
+    isSound = health == DatabaseFile::Health::sound;
+    if (isSound && wantsBackup)
+        backUp();
+    if (health == DatabaseFile::Health::damaged)
+        repair (isAlone, session);
+}
+
+LibraryFile::Session LibraryFile::prepare (Purpose purpose)
 {
     assertMayBlock();
-    opened = false;
-    if (folder.createDirectory().failed() || !canWriteIn (folder)
-        || (file().exists() && !file().hasWriteAccess()))
+    isSound = false;
+    lock.release();
+    if (library.getParentDirectory().createDirectory().failed() || !canWriteIn (library.getParentDirectory())
+        || (library.exists() && !library.hasWriteAccess()))
         return inMemory();
 
     Session session;
-    session.file = file();
-    if (!file().exists() || (file().existsAsFile() && file().getSize() == 0))
+    session.file = library;
+    if (purpose == Purpose::reading && isAsItWasClosed())
     {
-        // The file of every library that was ever opened has tables in it.
-        if (!backupsNewestFirst().isEmpty())
-            session.message = replaceLost ("The library file was missing or empty");
+        isSound = true;
+        return session;
     }
-    else if (!isAsItWasClosed() || !todaysBackup().existsAsFile())
+    if (isAnyFile && !backupFolder().exists() && library.getSize() > 0
+        && DatabaseFile::check (library) == DatabaseFile::Health::damaged)
     {
-        const auto health = DatabaseFile::check (file());
-        if (health == DatabaseFile::Health::sound && !todaysBackup().existsAsFile())
-            backUp();
-        if (health == DatabaseFile::Health::damaged)
-        {
-            const auto aside = moveAside();
-            if (aside == juce::File())
-                return inMemory();
-            session.message =
-                replaceLost ("The library file was damaged and is kept as " + aside.getFileName());
-        }
+        // No folder beside what is no library.
+        session.message = withoutBackup;
+        return session;
     }
-
-    if (!file().exists())
-        juce::ignoreUnused (file().create());
-    if (!file().existsAsFile())
+    if (backupFolder().createDirectory().failed())
         return inMemory();
-    opened = true;
+    const auto isAlone = lock.takeAlone (besideBackups (sessions));
+    if (!isAlone)
+        lock.share();
+    lookAfter (purpose, isAlone, session);
+    if (session.storage == SongDatabase::Storage::file && !library.exists())
+        juce::ignoreUnused (library.create());
+    if (isAlone)
+        lock.share();
+    if (!library.existsAsFile())
+        session = inMemory();
+    isSound = isSound && session.storage == SongDatabase::Storage::file;
     return session;
 }
 
-void LibraryFile::noteClosed() const
+void LibraryFile::noteClosed()
 {
     assertMayBlock();
-    if (opened && backupFolder().createDirectory().wasOk())
-        juce::ignoreUnused (closedNote().replaceWithText (stateOf (file())));
+    if (isSound && !isAsItWasClosed())
+        juce::ignoreUnused (besideBackups (closedNote).replaceWithText (stateOf (library)));
+    isSound = false;
+    lock.release();
 }

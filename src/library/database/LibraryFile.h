@@ -1,17 +1,24 @@
 #pragma once
 
+#include "library/database/SessionLock.h"
 #include "library/database/SongDatabase.h"
 
 #include <functional>
 
 /** The library's file before it is opened: made if it is missing, checked, put back from a backup if it is damaged, and
-    copied once a day. Whatever it takes away or puts in place, it says.
+    copied once a day. Whatever it takes away or puts in place, it says. What another program has in use stays as it is.
 
     Not thread-safe; may block for a second or two with a million songs, see docs/library.md. */
 class LibraryFile
 {
 public:
     using WallClock = std::function<juce::Time()>;
+
+    enum class Purpose
+    {
+        reading, ///< a file that is as it was closed is neither read nor copied
+        writing
+    };
 
     /** What a session is to open. */
     struct Session
@@ -25,31 +32,45 @@ public:
         juce::String message;
     };
 
-    /** @param folder   "SongManager", which need not exist */
-    explicit LibraryFile (
-        const juce::File& folder, WallClock = [] { return juce::Time::getCurrentTime(); });
+    /** The user's library.
+        @param folder   "SongManager", which need not exist */
+    explicit LibraryFile (const juce::File& folder, WallClock = systemClock);
+
+    /** A library that the user names. It may be any file, so it is never taken away without a backup to take its place.
+        Behind a link, its folder is the one that the link leads to. */
+    static LibraryFile named (const juce::File&, WallClock = systemClock);
 
     juce::File file() const;
     juce::File backupFolder() const;
+    bool hasBackup() const;
 
-    /** Makes the file fit to be opened for writing. */
-    Session prepare();
+    /** Makes the file fit to be opened, and begins a session that ends with noteClosed() or with this object. Only while
+        this program has the file not open. */
+    Session prepare (Purpose = Purpose::writing);
 
     /** Notes that the file was closed in good order, so that the next start need not read all of it. Only after the
-        database was closed; does nothing after a session in memory. */
-    void noteClosed() const;
+        database was closed; does nothing after a session in memory or on a file that could not be checked. */
+    void noteClosed();
 
 private:
+    static juce::Time systemClock();
+    LibraryFile (const juce::File&, bool isAnyFile, WallClock);
+
     bool isAsItWasClosed() const;
     Session inMemory() const;
     juce::File todaysBackup() const;
-    juce::File closedNote() const;
+    juce::File besideBackups (const char* ending) const;
     juce::Array<juce::File> backupsNewestFirst() const;
-    juce::String replaceLost (const juce::String& whatHappened) const;
+    juce::File newestGoodBackup() const;
+    juce::String replaceLost (const juce::String& whatHappened, const juce::File& backup) const;
     juce::File moveAside() const;
     void backUp() const;
+    void lookAfter (Purpose, bool isAlone, Session&);
+    void repair (bool isAlone, Session&);
 
-    juce::File folder;
+    const juce::File library;
+    const bool isAnyFile;
     WallClock now;
-    bool opened = false;
+    SessionLock lock;
+    bool isSound = false;
 };

@@ -101,6 +101,8 @@ int SongDatabase::beginTransaction()
 int SongDatabase::endTransaction()
 {
     const auto code = connection.run ("END TRANSACTION;");
+    if (code == LibraryCode::busy)
+        return code;
     auto count = transactions.load();
     while (count > 0 && !transactions.compare_exchange_weak (count, count - 1))
     {

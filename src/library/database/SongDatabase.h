@@ -57,7 +57,8 @@ public:
     void close();
     bool isOpen() const;
 
-    /** Transactions don't nest: what begins a second one has no effect, and the first end ends it. */
+    /** Transactions don't nest: what begins a second one has no effect, and the first end ends it.
+        One that ends with LibraryCode::busy is still there and can be ended again. */
     int beginTransaction();
     int endTransaction();
 

@@ -4,6 +4,7 @@
 #include "library/formats/Location.h"
 #include "library/formats/M3u.h"
 #include "library/formats/PropertyList.h"
+#include "library/import/ImportRun.h"
 #include "library/import/ImportSong.h"
 #include "support/AudioThread.h"
 
@@ -24,14 +25,18 @@ public:
         database.beginTransaction();
     }
 
-    ~Gathering() { database.endTransaction(); }
+    ~Gathering() { result.isLocked |= endPatiently (database) == LibraryCode::busy; }
 
     bool take (const juce::String& song, double part)
     {
         if (song.isNotEmpty())
         {
             progress.setStatusText (song);
-            result.added += importSong (database, song) ? 1 : 0;
+            const auto outcome = tryImportSong (database, song);
+            result.isLocked = outcome == SongImport::locked;
+            if (result.isLocked)
+                return false;
+            result.added += outcome == SongImport::added ? 1 : 0;
             SongListEntry entry;
             if (database.findByFilename (song, entry) == LibraryCode::ok && entry.songId >= 0)
                 list.add (entry);
@@ -112,7 +117,7 @@ ImportPlaylist::Result ImportPlaylist::run (ImportProgress& progress)
         list = std::move (gathering.list);
     }
     // A property list that is none at all makes no playlist.
-    if (!result.isRead && list.isEmpty())
+    if (result.isLocked || (!result.isRead && list.isEmpty()))
         return result;
 
     if (playlistId < 0)

@@ -21,6 +21,8 @@ public:
         int added = 0;           ///< of these, those that are new in the library
         bool isRead = false;     ///< false if the file is missing, of another kind, or breaks off
         bool isCancelled = false;
+        bool isLocked =
+            false; ///< another program writes to the library: the import ended, and there is no playlist
     };
 
     /** @param database     none ends the import at once

@@ -8,5 +8,5 @@ ImportResult ImportDirectory::run (ImportProgress& progress)
         return {};
     ImportRun importRun (*database, progress);
     importRun.importFolder (folder);
-    return importRun.result;
+    return importRun.end();
 }

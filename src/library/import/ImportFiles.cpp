@@ -29,9 +29,12 @@ ImportResult ImportFiles::run (ImportProgress& progress)
             if (!isGoingOn)
                 break;
         }
-        result = importRun.result;
+        result = importRun.end();
     }
 
+    // Each would wait again.
+    if (result.isLocked)
+        return result;
     if (target.list != nullptr)
         putIntoList (accepted);
     else if (target.playlistId >= 0)

@@ -5,6 +5,22 @@
 #include "library/import/ImportSong.h"
 #include "support/AudioFileTypes.h"
 
+#include <utility>
+
+namespace
+{
+/** Each waits for a tenth of a second. */
+constexpr int triesToStore = 20;
+}
+
+int endPatiently (SongDatabase& database)
+{
+    auto code = database.endTransaction();
+    for (int i = 0; i < triesToStore && code == LibraryCode::busy; ++i)
+        code = database.endTransaction();
+    return code;
+}
+
 ImportRun::ImportRun (SongDatabase& d, ImportProgress& p)
     : database (d),
       progress (p),
@@ -15,7 +31,19 @@ ImportRun::ImportRun (SongDatabase& d, ImportProgress& p)
 
 ImportRun::~ImportRun()
 {
-    database.endTransaction();
+    if (!hasEnded)
+        juce::ignoreUnused (end());
+}
+
+ImportResult ImportRun::end()
+{
+    hasEnded = true;
+    if (endPatiently (database) == LibraryCode::busy)
+    {
+        result.isLocked = true;
+        result.refused += std::exchange (result.added, 0);
+    }
+    return result;
 }
 
 bool ImportRun::importFile (const juce::String& path, double part)
@@ -31,7 +59,10 @@ bool ImportRun::importFile (const juce::String& path, double part)
         const auto outcome = tryImportSong (database, path);
         ++result.accepted;
         result.added += outcome == SongImport::added ? 1 : 0;
-        result.refused += outcome == SongImport::refused ? 1 : 0;
+        result.refused += outcome == SongImport::refused || outcome == SongImport::locked ? 1 : 0;
+        result.isLocked = outcome == SongImport::locked;
+        if (result.isLocked)
+            return false;
         onAccepted (path);
     }
     progress.setProgress (part);

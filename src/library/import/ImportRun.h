@@ -15,7 +15,14 @@ struct ImportResult
     int added = 0;    ///< of these, those that are new in the library
     int refused = 0;  ///< of these, those that the database did not take
     bool isCancelled = false;
+
+    /** Another program writes to the library: the import ended at the first song for which that was waited in vain. */
+    bool isLocked = false;
 };
+
+/** Ends a transaction, if need be after waiting two seconds for other programs that read. Any thread but the audio
+    thread. @returns a code as the database gives it */
+int endPatiently (SongDatabase&);
 
 /** One import while it goes: the file filter, the transaction around everything, and what came of it. */
 class ImportRun
@@ -28,7 +35,7 @@ public:
 
     /** Imports a file if it is one of AudioFileTypes.
         @param part   that is done with it, 0 to 1
-        @returns false once the import is cancelled */
+        @returns false once the import is cancelled or the library locked */
     bool importFile (const juce::String& path, double part);
 
     /** The same with every file below a folder.
@@ -38,10 +45,13 @@ public:
     /** Called for each accepted path, known or new. */
     std::function<void (const juce::String& path)> onAccepted = [] (const juce::String&) {};
 
-    ImportResult result;
+    /** Stores what was imported. */
+    ImportResult end();
 
 private:
     SongDatabase& database;
     ImportProgress& progress;
     const juce::WildcardFileFilter filter;
+    ImportResult result;
+    bool hasEnded = false;
 };

@@ -11,7 +11,15 @@ SongImport tryImportSong (SongDatabase& database, const juce::String& path)
         return SongImport::known;
     SongRecord record;
     readTags (path, record);
-    return database.insertSong (record) == LibraryCode::ok ? SongImport::added : SongImport::refused;
+    switch (database.insertSong (record))
+    {
+    case LibraryCode::ok:
+        return SongImport::added;
+    case LibraryCode::busy:
+        return SongImport::locked;
+    default:
+        return SongImport::refused;
+    }
 }
 
 bool importSong (SongDatabase& database, const juce::String& path)

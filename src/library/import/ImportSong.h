@@ -7,8 +7,9 @@ class SongDatabase;
 enum class SongImport
 {
     added,
-    known,  ///< the path is in the library
-    refused ///< by the database
+    known,   ///< the path is in the library
+    refused, ///< by the database
+    locked   ///< refused, because another program writes to the database
 };
 
 /** Brings one file into the library, with what its tags tell. The full path is what a song is known by, letter for

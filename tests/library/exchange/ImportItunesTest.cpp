@@ -1,9 +1,8 @@
-#include "Watching.h"
-
-#include "library/database/SongDatabase.h"
 #include "library/exchange/ImportItunes.h"
+#include "library/database/SongDatabase.h"
 #include "library/exchange/ImportPlaylist.h"
 #include "shared/TemporaryFolder.h"
+#include "shared/Watching.h"
 
 namespace
 {

@@ -1,16 +1,15 @@
-#include "Watching.h"
-
 #include "library/database/SongDatabase.h"
 #include "library/exchange/ExportPlaylist.h"
 #include "library/exchange/ImportPlaylist.h"
 #include "shared/TemporaryFolder.h"
+#include "shared/Watching.h"
 
 namespace
 {
 class PlaylistFiles : public testing::Test
 {
 protected:
-    void SetUp() override { ASSERT_EQ (database.open ({}, SongDatabase::Storage::memory), LibraryCode::ok); }
+    void SetUp() override { ASSERT_EQ (database.open (library), LibraryCode::ok); }
 
     juce::File song (const juce::String& name, const juce::String& title, const juce::String& artist,
                      int seconds)
@@ -67,6 +66,7 @@ protected:
     }
 
     TemporaryFolder folder;
+    juce::File library = folder.file ("library.sqlite");
     SongDatabase database;
 };
 }
@@ -116,6 +116,12 @@ TEST_F (PlaylistFiles, EntriesAreFoundHoweverTheyAreWritten)
     const auto newOne = folder.file ("new.wav");
     newOne.create();
     folder.file ("more.M3U").replaceWithText ("new.wav\nnew.wav\n" + b.getFullPathName());
+    SqlConnection other;
+    ASSERT_EQ (other.open (library.getFullPathName()), 0);
+    ASSERT_EQ (other.run ("BEGIN IMMEDIATE"), 0);
+    Watching locked;
+    EXPECT_TRUE (ImportPlaylist (&database, folder.file ("more.M3U"), playlists[0].id).run (locked).isLocked);
+    other.close();
     Watching cancels (2);
     const auto result = ImportPlaylist (&database, folder.file ("more.M3U"), playlists[0].id).run (cancels);
     EXPECT_TRUE (result.isCancelled);

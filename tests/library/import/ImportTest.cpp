@@ -3,40 +3,13 @@
 #include "library/import/ImportFiles.h"
 #include "library/import/ImportSong.h"
 #include "shared/TemporaryFolder.h"
+#include "shared/Watching.h"
 #include "tags/TaggedFiles.h"
 
 #include <gtest/gtest.h>
 
 namespace
 {
-/** Checks that progress rises, and cancels after so many songs. */
-class Watch : public ImportProgress
-{
-public:
-    explicit Watch (int songs = std::numeric_limits<int>::max()) : left (songs) {}
-
-    void setProgress (double part) override
-    {
-        EXPECT_GE (part, last);
-        EXPECT_LE (part, 1.0);
-        last = part;
-    }
-
-    void setStatusText (const juce::String& text) override
-    {
-        texts.add (text);
-        --left;
-    }
-
-    bool shouldExit() const override { return left <= 0; }
-
-    juce::StringArray texts;
-    double last = 0.0;
-
-private:
-    int left;
-};
-
 class Import : public testing::Test
 {
 protected:
@@ -99,7 +72,7 @@ protected:
 
 TEST_F (Import, FolderComesInOnceAndInOrder)
 {
-    Watch first, second;
+    Watching first, second;
     const auto result = ImportDirectory (&database, music).run (first);
     EXPECT_EQ (result.accepted, 3);
     EXPECT_EQ (result.added, 3);
@@ -125,13 +98,13 @@ TEST_F (Import, FolderComesInOnceAndInOrder)
 
 TEST_F (Import, CancelKeepsWhatWasDone)
 {
-    Watch afterTwo (2);
-    const auto result = ImportFiles (&database, { music.getFullPathName() }, {}).run (afterTwo);
+    Watching afterOne (1);
+    const auto result = ImportFiles (&database, { music.getFullPathName() }, {}).run (afterOne);
     EXPECT_TRUE (result.isCancelled);
-    EXPECT_EQ (result.added, 2);
+    EXPECT_EQ (result.added, 1);
 
     SongDatabase reopened (folder.file ("library.sqlite"));
-    EXPECT_EQ (reopened.countSongs(), 2);
+    EXPECT_EQ (reopened.countSongs(), 1);
 }
 
 TEST_F (Import, FilesGoWhereTheyWereDropped)
@@ -144,13 +117,13 @@ TEST_F (Import, FilesGoWhereTheyWereDropped)
 
     ImportFiles::Target target;
     target.playlistId = playlist;
-    Watch watch;
+    Watching watch;
     EXPECT_EQ (ImportFiles (&database, dropped, target).run (watch).added, 2);
     EXPECT_EQ (playlistNames (playlist), names);
 
     target = {};
     target.isAutomix = true;
-    Watch toAutomix;
+    Watching toAutomix;
     EXPECT_EQ (ImportFiles (&database, dropped, target).run (toAutomix).added, 0);
     SongList automix (SongListKind::automix);
     EXPECT_EQ (database.fillAutomix (&automix, SongField::listOrder, true), LibraryCode::ok);
@@ -164,7 +137,7 @@ TEST_F (Import, FilesGoWhereTheyWereDropped)
         target = {};
         target.list = each;
         target.place = 1;
-        Watch intoList;
+        Watching intoList;
         ImportFiles (&database, { path ("sub") }, target).run (intoList);
         EXPECT_EQ (namesIn (*each),
                    (juce::StringArray { "9.wav", "9.wav", "10.wav", "10.wav", "B side.MP3" }));
@@ -177,13 +150,42 @@ TEST_F (Import, FilesGoWhereTheyWereDropped)
 
 TEST_F (Import, NothingToDoEndsAtOnce)
 {
-    Watch watch;
+    Watching watch;
     EXPECT_EQ (ImportDirectory (nullptr, music).run (watch).accepted, 0);
     EXPECT_EQ (ImportDirectory (&database, folder.file ("missing")).run (watch).accepted, 0);
     EXPECT_EQ (ImportFiles (nullptr, { path ("sub") }, {}).run (watch).accepted, 0);
     EXPECT_EQ (ImportFiles (&database, {}, {}).run (watch).accepted, 0);
     SongDatabase closed;
     EXPECT_EQ (ImportDirectory (&closed, music).run (watch).refused, 3);
+}
+
+TEST_F (Import, EndsAtTheFirstSongThatALockedLibraryRefuses)
+{
+    SqlConnection other;
+    ASSERT_EQ (other.open (folder.file ("library.sqlite").getFullPathName()), 0);
+    ASSERT_EQ (other.run ("BEGIN IMMEDIATE"), 0);
+    Watching watch, afterwards;
+    const auto result = ImportFiles (&database, { music.getFullPathName(), path ("sub") }, {}).run (watch);
+    EXPECT_TRUE (result.isLocked);
+    EXPECT_EQ (watch.texts.size(), 1);
+    EXPECT_EQ (result.refused, 1);
+    ASSERT_EQ (other.run ("ROLLBACK"), 0);
+    const auto free = ImportDirectory (&database, music).run (afterwards);
+    EXPECT_FALSE (free.isLocked);
+    EXPECT_EQ (free.added, 3);
+}
+
+TEST_F (Import, SaysThatNothingIsStoredWhileAnotherProgramGoesOnReading)
+{
+    SqlConnection other;
+    ASSERT_EQ (other.open (folder.file ("library.sqlite").getFullPathName()), 0);
+    ASSERT_EQ (other.run ("BEGIN"), 0);
+    ASSERT_EQ (other.query ("SELECT COUNT(*) FROM songs", nullptr), 0);
+    Watching watch;
+    const auto result = ImportDirectory (&database, music).run (watch);
+    EXPECT_TRUE (result.isLocked);
+    EXPECT_EQ (result.added, 0);
+    EXPECT_EQ (result.refused, 3);
 }
 
 TEST_F (Import, StartedSongCountsAsPlayed)

@@ -159,11 +159,6 @@ TEST (SmartPlaylist, TheDefaultsComeOutOfTheBuilderToTheCharacter)
     EXPECT_EQ (buildSql (defaults[1].second),
                " (dateadded BETWEEN strftime('%s','now') - 5184000 AND strftime('%s','now')); ");
     EXPECT_EQ (buildSql (defaults[3].second), " (playcount > 0) ORDER BY playcount DESC LIMIT 25; ");
-    EXPECT_EQ (
-        buildXml (defaults[2].second),
-        "<?xml version=\"1.0\" encoding=\"UTF-8\"?> <smartplaylist><match>all</match><rule field=\"rating\" "
-        "operator=\"is greater than\" value1=\"3\" value2=\"5\"/><limit>25</limit><order apply=\"yes\" "
-        "direction=\"descending\">rating</order></smartplaylist>");
 }
 
 TEST (SmartPlaylist, DocumentsOfAnyKindAreReadOrLeftAlone)

@@ -123,17 +123,8 @@ TEST (Tags, UnreadableFilesKeepWhatIsKnown)
 
 TEST (Tags, RatingBytesBecomeStars)
 {
-    for (const auto& [byte, stars] : std::initializer_list<std::pair<int, int>> { { 0, 0 },
-                                                                                  { 1, 1 },
-                                                                                  { 63, 1 },
-                                                                                  { 64, 2 },
-                                                                                  { 127, 2 },
-                                                                                  { 128, 3 },
-                                                                                  { 191, 3 },
-                                                                                  { 192, 4 },
-                                                                                  { 229, 4 },
-                                                                                  { 230, 5 },
-                                                                                  { 255, 5 } })
+    const int lasts[] { 0, 63, 127, 191, 229, 255 };
+    for (int byte = 0, stars = 0; byte < 256; stars += byte++ == lasts[stars] ? 1 : 0)
         EXPECT_EQ (starsOfPopm (byte), stars) << byte;
 }
 

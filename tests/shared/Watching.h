@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-/** Checks that progress rises, and cancels after so many steps. */
+/** Checks that the progress of an import or export rises, and cancels after so many steps. */
 class Watching : public ImportProgress
 {
 public:
@@ -22,8 +22,8 @@ public:
     bool shouldExit() const override { return left <= 0; }
 
     juce::StringArray texts;
+    double last = 0.0;
 
 private:
-    double last = 0.0;
     int left;
 };
