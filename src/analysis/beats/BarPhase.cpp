@@ -1,0 +1,140 @@
+#include "analysis/beats/BarPhase.h"
+
+#include "analysis/beats/BeatFold.h"
+#include "analysis/beats/Periodicity.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace
+{
+constexpr int maxCandidates = 4;
+
+/** A change that is no larger than this, in the units of HarmonicChange, tells nothing. */
+constexpr double changeFloor = 4.0;
+constexpr double changeWeight = 2.0, drumWeight = 0.1;
+
+/** A bar of three has to be this much more like its neighbours than one of four. */
+constexpr double ternaryMargin = 0.1;
+
+struct Candidate
+{
+    double offset = 0.0, height = 0.0;
+};
+
+std::vector<Candidate> peaksOf (const BeatFold& fold)
+{
+    std::vector<Candidate> peaks;
+    for (size_t b = 0; b < BeatFold::numBins; ++b)
+    {
+        const auto before = fold.at (b + BeatFold::numBins - 1), here = fold.at (b), after = fold.at (b + 1);
+        if (!(here > before && here >= after))
+            continue;
+        const auto curve = before - 2.0 * here + after; // a parabola's vertex through the three
+        const auto shift = curve < 0.0 ? std::clamp (0.5 * (before - after) / curve, -0.5, 0.5) : 0.0;
+        peaks.push_back ({ (static_cast<double> (b) + shift) / BeatFold::numBins, here });
+    }
+    std::stable_sort (peaks.begin(), peaks.end(), [] (auto& a, auto& b) { return a.height > b.height; });
+    if (peaks.size() > maxCandidates)
+        peaks.resize (maxCandidates);
+    return peaks;
+}
+
+/** What the beats of a candidate are like, by their place in a bar. */
+struct BarProfile
+{
+    std::vector<double> change, bassRise;
+    std::vector<OnsetFunction::Bands> onset;
+};
+
+BarProfile profileOf (const OnsetFunction& onsets, const HarmonicChange& harmony, const BarPhase::Bass& bass,
+                      const Pulse& pulse, double offset, int beatsPerBar)
+{
+    const auto bar = static_cast<size_t> (beatsPerBar);
+    BarProfile made { std::vector<double> (bar, 0.0), std::vector<double> (bar, 0.0),
+                      std::vector<OnsetFunction::Bands> (bar) };
+    std::vector<double> beats (bar, 0.0);
+    const auto first = static_cast<int> (std::ceil (pulse.beatAt (onsets.positionOf (0)) - offset));
+    const auto last =
+        static_cast<int> (std::floor (pulse.beatAt (onsets.positionOf (onsets.size() - 1)) - offset));
+    for (int k = first; k <= last; ++k)
+    {
+        const auto position = pulse.at (k + offset);
+        const auto index = static_cast<int> (std::lround (onsets.indexOf (position)));
+        if (index < 2 || index + 2 >= onsets.size())
+            continue;
+        const auto place = static_cast<size_t> (((k % beatsPerBar) + beatsPerBar) % beatsPerBar);
+        beats[place] += 1.0;
+        made.change[place] += harmony.at (position, pulse.periodAt (k + offset));
+        made.bassRise[place] += bass.intensity.riseAt (position / bass.factor);
+        for (size_t b = 0; b < made.onset[place].size(); ++b)
+        {
+            auto most = onsets.bands[static_cast<size_t> (index - 2)][b];
+            for (int i = index - 1; i <= index + 2; ++i)
+                most = std::max (most, onsets.bands[static_cast<size_t> (i)][b]);
+            made.onset[place][b] += most;
+        }
+    }
+    for (size_t i = 0; i < bar; ++i)
+    {
+        made.change[i] /= beats[i] + 1e-9;
+        made.bassRise[i] /= beats[i] + 1e-9;
+        for (auto& b : made.onset[i])
+            b /= static_cast<float> (beats[i] + 1e-9);
+    }
+    return made;
+}
+
+/** How well drums fit a bar of four that begins at a beat: bass on the odd beats, snare on the even ones. Bounded, since
+    a strong drum is no better evidence than a plain one. */
+double drumEvidence (const BarProfile& profile, size_t downbeat)
+{
+    auto bass = 0.0, snare = 0.0;
+    for (size_t i = 0; i < 4; ++i)
+    {
+        const auto& onset = profile.onset[(downbeat + i) % 4];
+        const auto sign = i % 2 == 0 ? 1.0 : -1.0;
+        bass += sign * profile.bassRise[(downbeat + i) % 4];
+        snare -= sign * (onset[2] + onset[3]);
+    }
+    return std::tanh (bass / 12) + std::tanh (snare / 4);
+}
+
+bool isTernary (const OnsetFunction& onsets, const Pulse& pulse)
+{
+    const auto beat = pulse.periodAt (pulse.beatAt (onsets.positionOf (onsets.size() / 2)));
+    const auto seconds = beat / COnsetTrackingIntern::hop / onsets.frameRate;
+    const Periodicity self (onsets.sum, onsets.frameRate, 9 * seconds);
+    return self.at (3 * seconds) + self.at (6 * seconds)
+           > self.at (4 * seconds) + self.at (8 * seconds) + ternaryMargin;
+}
+}
+
+BarPhase BarPhase::find (const OnsetFunction& onsets, const HarmonicChange& harmony, const Bass& bass,
+                         const Pulse& pulse)
+{
+    BarPhase best;
+    best.beatsPerBar = isTernary (onsets, pulse) ? 3 : 4;
+    auto bestScore = -1e9;
+    for (const auto& candidate : peaksOf (BeatFold (onsets, pulse)))
+    {
+        const auto profile = profileOf (onsets, harmony, bass, pulse, candidate.offset, best.beatsPerBar);
+        // What changes at each of its beats alike is the sound of a drum, not the notes.
+        const auto least = *std::min_element (profile.change.begin(), profile.change.end());
+        for (size_t d = 0; d < profile.change.size(); ++d)
+        {
+            auto score = std::log (candidate.height + 1e-6)
+                         + changeWeight * std::log (profile.change[d] - least + changeFloor);
+            if (best.beatsPerBar == 4)
+                score += drumWeight * drumEvidence (profile, d);
+            if (score > bestScore)
+            {
+                bestScore = score;
+                best.beatOffset = candidate.offset;
+                best.downbeat = static_cast<int> (d);
+            }
+        }
+    }
+    return best;
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "analysis/beats/BeatMarks.h"
+#include "analysis/beats/Downbeat.h"
+#include "analysis/beats/OnsetFunction.h"
+#include "analysis/beats/OnsetTracking.h"
+
+/** Lays beats over a whole signal. Made when all of it has gone through the stages, which have to outlive it. */
+class CBeatTrack
+{
+public:
+    /** What a result tells as the number of its hypotheses: fixed, whatever the search does. */
+    static constexpr int numHypotheses = 7;
+
+    CBeatTrack (const COnsetTracking&, const CDownbeat&, int sampleRate, double lengthFrames);
+
+    /** Finds the exact tempo near a given one and the phase of beat and bar, and lays the marks.
+
+        Marks stand half a beat apart, as a deck's beat table wants them; their kind is 0 on the beat. A tempo that
+        keeps still gets an even grid; one that moves, and is plain enough to tell, gets marks that follow it.
+        @param bpm            the tempo to follow, within 3 percent
+        @param startSeconds   no mark stands before it */
+    void track (double bpm, double startSeconds);
+
+    const CBeatMarks& marks() const { return beats; }
+
+    /** Bar and first downbeat of the marks. */
+    const CDownbeat::Result& bar() const { return result; }
+
+private:
+    const COnsetTracking& stage;
+    const CDownbeat& downbeat;
+    const int rate;
+    const double length;
+    const OnsetFunction onsets;
+    CBeatMarks beats;
+    CDownbeat::Result result;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "analysis/beats/TaktEngine.h"
+
+/** The simpler engine, for clips of less than 30 seconds. It takes the tempo from the last 24 seconds at once. */
+class CaufTAKT : public TaktEngine
+{
+public:
+    int init (int sampleRate, int channels) override;
+
+protected:
+    void take (std::span<const float> mono) override;
+    void concludeTempo() override;
+
+private:
+    /** The tempo that most marks stand for, in hundredths of a BPM; 0 if there is none. */
+    double tempoOfMarks() const;
+
+    std::vector<float> ring; ///< the last 24 seconds
+    size_t ringAt = 0;
+    int64_t framesTaken = 0;
+    int meter = 0; ///< 0 for beats in twos and fours, 1 and 2 when the clip's tempo counts them otherwise
+};

@@ -1,0 +1,63 @@
+#include "analysis/beats/Chroma.h"
+
+#include "analysis/AnalysisError.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace
+{
+/** Of a place in cents above C0, where A4, 57 semitones up, is 440 Hz. */
+double frequency (double cents)
+{
+    return 440.0 * std::exp2 ((cents - 5700.0) / 1200.0);
+}
+}
+
+int CChroma::init (double rateOfInput)
+{
+    if (const auto error = createFFT (transform, length); error != AnalysisError::none)
+        return error;
+    window.resize (length);
+    for (size_t i = 0; i < length; ++i)
+        window[i] = static_cast<float> (
+            0.5 - 0.5 * std::cos (2.0 * std::numbers::pi * static_cast<double> (i) / length));
+    frame.assign (length, 0.0f);
+    spectrum.assign (length, 0.0f);
+    for (int p = 0; p <= numPitches; ++p)
+    {
+        const auto edge = frequency (lowestCents + 100.0 * p - 50.0);
+        firstBin[static_cast<size_t> (p)] =
+            std::min (length / 2, static_cast<int> (std::ceil (edge * length / rateOfInput)));
+    }
+    return AnalysisError::none;
+}
+
+void CChroma::process (std::span<const float> in)
+{
+    pending.insert (pending.end(), in.begin(), in.end());
+    size_t start = 0;
+    for (; pending.size() - start >= length; start += hop)
+        takeFrame (pending.data() + start);
+    pending.erase (pending.begin(), pending.begin() + static_cast<std::ptrdiff_t> (start));
+}
+
+void CChroma::takeFrame (const float* in)
+{
+    for (size_t i = 0; i < length; ++i)
+        frame[i] = in[i] * window[i];
+    transform->forward (spectrum.data(), frame.data());
+    auto& profile = made.emplace_back();
+    for (size_t p = 0; p < numPitches; ++p)
+    {
+        auto power = 0.0f;
+        for (int k = std::max (1, firstBin[p]); k < firstBin[p + 1]; ++k)
+        {
+            const auto re = spectrum[static_cast<size_t> (k)],
+                       im = spectrum[static_cast<size_t> (length - k)];
+            power += re * re + im * im;
+        }
+        profile[p] = std::sqrt (power);
+    }
+}

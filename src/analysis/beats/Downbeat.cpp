@@ -1,0 +1,86 @@
+#include "analysis/beats/Downbeat.h"
+
+#include "analysis/AnalysisError.h"
+#include "analysis/beats/BarPhase.h"
+#include "analysis/beats/OnsetFunction.h"
+#include "analysis/beats/Periodicity.h"
+#include "analysis/beats/TempoComb.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace
+{
+/** Eight beats of the slowest tempo twice over. */
+constexpr double longestLagSeconds = 16.0;
+
+/** Below this the function is like itself by chance only. */
+constexpr double leastConfidence = 0.02;
+}
+
+int CDownbeat::init (int sampleRate, int channels)
+{
+    if (sampleRate < COnsetTrackingIntern::lowestRate)
+        return AnalysisError::badSampleRate;
+    if (channels < 1)
+        return AnalysisError::badChannelCount;
+    rate = sampleRate;
+    decimator.prepare (sampleRate);
+    const auto lowRate = static_cast<double> (sampleRate) / decimator.factor();
+    bass.prepare (lowRate);
+    return chroma.init (lowRate);
+}
+
+void CDownbeat::process (std::span<const float> mono)
+{
+    const auto low = decimator.process (mono);
+    chroma.process (low);
+    bass.process (low);
+}
+
+void CDownbeat::flush()
+{
+    const std::vector<float> silence (static_cast<size_t> (CChroma::length * decimator.factor()), 0.0f);
+    process (silence);
+}
+
+HarmonicChange CDownbeat::harmony (double firstFrame, double endFrame) const
+{
+    const auto step = static_cast<double> (CChroma::hop * decimator.factor());
+    const auto centre = 0.5 * CChroma::length * decimator.factor();
+    const auto size = static_cast<double> (chroma.profiles().size());
+    const auto first = std::clamp (std::floor ((firstFrame - centre) / step), 0.0, size);
+    const auto end = std::clamp (std::ceil ((endFrame - centre) / step), first, size);
+    return HarmonicChange (
+        chroma.profiles().subspan (static_cast<size_t> (first), static_cast<size_t> (end - first)),
+        centre + first * step, step);
+}
+
+BarPhase CDownbeat::barPhase (const OnsetFunction& onsets, const Pulse& pulse) const
+{
+    return BarPhase::find (onsets, harmony (0.0, 1e18), { bass, decimator.factor() }, pulse);
+}
+
+CDownbeat::Result CDownbeat::evaluate (const COnsetTrackingIntern& stage, double firstFrame,
+                                       double endFrame) const
+{
+    constexpr auto hop = COnsetTrackingIntern::hop;
+    const auto first = std::clamp (static_cast<int> (firstFrame / hop), 0, stage.numFrames());
+    const auto end = std::clamp (static_cast<int> (endFrame / hop), first, stage.numFrames());
+    const auto onsets = OnsetFunction::make (stage, first, end);
+    const auto tempo = Periodicity (onsets.sum, onsets.frameRate, longestLagSeconds).tempo();
+    Result result;
+    if (tempo.bpm <= 0.0 || tempo.confidence < leastConfidence)
+        return result;
+    const auto bpm = TempoComb (onsets.positive, onsets.frameRate, tempo.bpm).best();
+    const auto period = 60.0 * rate / bpm;
+    const Pulse pulse (onsets.origin, period);
+    const auto bar =
+        BarPhase::find (onsets, harmony (firstFrame, endFrame), { bass, decimator.factor() }, pulse);
+    result.beatsPerPeriod = bar.beatsPerBar;
+    result.beatPeriod = period * bar.beatsPerBar;
+    result.confidence = tempo.confidence;
+    result.startPosition = pulse.at (bar.beatOffset + bar.downbeat);
+    return result;
+}

@@ -1,0 +1,135 @@
+#include "analysis/beats/OnsetTracking.h"
+
+#include "analysis/AnalysisError.h"
+#include "analysis/beats/FastLog.h"
+#include "analysis/beats/FirFilter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace
+{
+constexpr std::array<double, COnsetTrackingIntern::numBands + 1> edgesHz { 0, 200, 800, 2200, 4000, 15000 };
+constexpr int ringExtra = 32768;
+}
+
+int COnsetTrackingIntern::init (int sampleRate, int channels)
+{
+    if (sampleRate < lowestRate)
+        return AnalysisError::badSampleRate;
+    if (channels < 1)
+        return AnalysisError::badChannelCount;
+    rate = sampleRate;
+    spanFrames = sampleRate * spanMs / 1000;
+    length = sampleRate <= 48000 ? 2048 : 4096;
+    if (const auto error = createFFT (transform, length); error != AnalysisError::none)
+        return error;
+    const auto floats = static_cast<size_t> (length);
+    ring.assign (floats + ringExtra, 0.0f);
+    frame.assign (floats, 0.0f);
+    spectrum.assign (floats, 0.0f);
+    levels.assign (floats / 2, 0.0f);
+    levelsBefore.assign (floats / 2, 0.0f);
+    window.resize (floats);
+    for (size_t i = 0; i < floats; ++i)
+        window[i] = static_cast<float> (
+            0.5 - 0.5 * std::cos (2.0 * std::numbers::pi * static_cast<double> (i) / length));
+    const auto binHz = static_cast<double> (sampleRate) / length;
+    for (size_t b = 0; b < numBands; ++b)
+        bands.emplace_back (edgesHz[b], edgesHz[b + 1], binHz, length / 2);
+    return AnalysisError::none;
+}
+
+void COnsetTrackingIntern::process (std::span<const float> mono)
+{
+    while (!mono.empty())
+    {
+        const auto room = std::min (mono.size(), ring.size() - static_cast<size_t> (ringFilled));
+        std::copy_n (mono.begin(), room, ring.begin() + ringFilled);
+        ringFilled += static_cast<int> (room);
+        mono = mono.subspan (room);
+        int start = 0;
+        for (; ringFilled - start >= length; start += hop)
+            takeFrame (ring.data() + start);
+        std::copy (ring.begin() + start, ring.begin() + ringFilled, ring.begin());
+        ringFilled -= start;
+    }
+}
+
+void COnsetTrackingIntern::takeFrame (const float* in)
+{
+    auto sum = 0.0f;
+    for (int i = 0; i < length; ++i)
+        sum += in[i];
+    const auto mean = sum / static_cast<float> (length);
+    for (int i = 0; i < length; ++i)
+        frame[static_cast<size_t> (i)] = (in[i] - mean) * window[static_cast<size_t> (i)];
+    transform->forward (spectrum.data(), frame.data());
+
+    std::swap (levels, levelsBefore);
+    const auto used = bands.back().endBin();
+    const auto* real = spectrum.data();
+    auto* out = levels.data();
+    // The imaginary parts run backwards; turned once, the level loop becomes vector code.
+    std::reverse_copy (spectrum.begin() + length - used + 1, spectrum.end(), frame.begin() + 1);
+    frame[0] = 0.0f;
+    const auto* imaginary = frame.data();
+    for (int k = 0; k < used; ++k)
+        out[k] = FastLog::decibels (std::sqrt (real[k] * real[k] + imaginary[k] * imaginary[k]) + 0.01f);
+
+    const auto isFirst = bandFlux[0].empty();
+    for (size_t b = 0; b < numBands; ++b)
+        bandFlux[b].push_back (isFirst ? 0.0f : bands[b].flux (levels, levelsBefore));
+}
+
+void COnsetTrackingIntern::flush()
+{
+    const std::vector<float> silence (static_cast<size_t> (length), 0.0f);
+    process (silence);
+    findOnsets();
+}
+
+void COnsetTrackingIntern::findOnsets()
+{
+    // What the sum over the bands must rise above its recent mean, in decibels; how slowly that mean moves; and how
+    // many frames on each side an onset must tower over.
+    constexpr auto leastRise = 0.5f, memory = 0.8f;
+    constexpr int neighbours = 4;
+    const auto size = numFrames();
+    std::vector<float> sum (static_cast<size_t> (size), 0.0f);
+    for (const auto& band : bandFlux)
+        for (size_t i = 0; i < sum.size(); ++i)
+            sum[i] += band[i];
+    const auto smooth = zplOnsetTracking::CFIRFilter::smoother (3).process (sum);
+    auto mean = 0.0f;
+    auto last = -spanFrames;
+    for (int i = 0; i < size; ++i)
+    {
+        const auto here = smooth[static_cast<size_t> (i)];
+        const auto left = smooth.begin() + std::max (0, i - neighbours);
+        const auto right = smooth.begin() + std::min (size, i + neighbours + 1);
+        const auto position = i * hop + length * 5 / 8;
+        if (here > mean + leastRise && here >= *std::max_element (left, right)
+            && position - last >= spanFrames)
+        {
+            onsets.add ({ position, 0, 0.0f, here });
+            last = position;
+        }
+        mean = memory * mean + (1.0f - memory) * here;
+    }
+}
+
+int COnsetTracking::init (int sampleRate, int channels)
+{
+    if (const auto error = stage.init (sampleRate, channels); error != AnalysisError::none)
+        return error;
+    curve.prepare (sampleRate <= 48000 ? 64 : 128);
+    return AnalysisError::none;
+}
+
+void COnsetTracking::process (std::span<const float> mono)
+{
+    stage.process (mono);
+    curve.process (mono);
+}

@@ -1,0 +1,153 @@
+#include "analysis/beats/TempoFollower.h"
+
+#include "analysis/beats/FirFilter.h"
+#include "analysis/beats/Periodicity.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace
+{
+constexpr double windowSeconds = 10.0, stepSeconds = 2.0;
+
+/** Tempos that are looked at: an octave around the known one, in steps of half a percent. */
+constexpr int halfRange = 100;
+constexpr int numTempos = 2 * halfRange + 1;
+constexpr double octavesPerTempo = 0.5 / halfRange;
+
+/** The price of a change of tempo from one stretch to the next, per octave, in units of the correlation. A jump costs
+    no more than its limit: music may go on at another tempo. */
+constexpr double pricePerOctave = 3.0, highestPrice = 0.6;
+
+/** The price of a beat that comes early or late, in units of the onset function's spread. */
+constexpr double tightness = 100.0;
+
+double tempoAt (int index, double bpm)
+{
+    return bpm * std::exp2 ((index - halfRange) * octavesPerTempo);
+}
+
+struct Path
+{
+    std::vector<double> bpm; ///< of each stretch
+    double agreement = 0.0;
+};
+
+/** The path of the best sum of periodicities, less what its changes cost. */
+Path tempoPath (const OnsetFunction& onsets, double bpm)
+{
+    const auto window = static_cast<int> (windowSeconds * onsets.frameRate);
+    const auto step = static_cast<int> (stepSeconds * onsets.frameRate);
+    std::vector<std::array<double, numTempos>> own, best;
+    std::vector<std::array<int, numTempos>> from;
+    for (int centre = 0; centre < onsets.size(); centre += step)
+    {
+        const auto start = std::clamp (centre - window / 2, 0, std::max (0, onsets.size() - window));
+        const auto length = static_cast<size_t> (std::min (window, onsets.size() - start));
+        const Periodicity self (std::span (onsets.sum).subspan (static_cast<size_t> (start), length),
+                                onsets.frameRate, windowSeconds);
+        auto& mine = own.emplace_back();
+        auto& now = best.emplace_back();
+        auto& back = from.emplace_back();
+        for (int t = 0; t < numTempos; ++t)
+        {
+            const auto beat = 60.0 / tempoAt (t, bpm);
+            const auto index = static_cast<size_t> (t);
+            now[index] =
+                (0.5 * self.at (0.5 * beat) + self.at (beat) + self.at (2 * beat) + self.at (4 * beat)) / 3.5;
+            back[index] = t;
+            mine[index] = now[index];
+            if (best.size() == 1)
+                continue;
+            const auto& before = best[best.size() - 2];
+            auto most = -1e9;
+            for (int s = 0; s < numTempos; ++s)
+            {
+                const auto price =
+                    std::min (highestPrice, pricePerOctave * octavesPerTempo * std::abs (s - t));
+                if (const auto sum = before[static_cast<size_t> (s)] - price; sum > most)
+                {
+                    most = sum;
+                    back[index] = s;
+                }
+            }
+            now[index] += most;
+        }
+    }
+    Path path { std::vector<double> (best.size()), 0.0 };
+    auto t =
+        static_cast<int> (std::max_element (best.back().begin(), best.back().end()) - best.back().begin());
+    for (auto i = best.size(); i-- > 0;)
+    {
+        path.bpm[i] = tempoAt (t, bpm);
+        path.agreement += own[i][static_cast<size_t> (t)] / static_cast<double> (best.size());
+        t = from[i][static_cast<size_t> (t)];
+    }
+    return path;
+}
+
+/** The beats: each value's best sum of onsets along a chain of beats that ends in it, traced back from the end. */
+std::vector<int> beatsAlong (const OnsetFunction& onsets, const std::vector<double>& path)
+{
+    const auto size = onsets.size();
+    const auto smooth = zplOnsetTracking::CFIRFilter::smoother (5).process (onsets.positive);
+    const auto step = stepSeconds * onsets.frameRate;
+    std::vector<double> best (static_cast<size_t> (size));
+    std::vector<int> from (static_cast<size_t> (size), -1);
+    std::vector<double> logOf (static_cast<size_t> (onsets.frameRate * 60.0 / 10.0), 0.0);
+    for (size_t lag = 1; lag < logOf.size(); ++lag)
+        logOf[lag] = std::log (static_cast<double> (lag));
+    auto period = 0.0;
+    for (int i = 0; i < size; ++i)
+    {
+        const auto place = std::min (i / step, static_cast<double> (path.size() - 1));
+        const auto left = static_cast<size_t> (place), right = std::min (left + 1, path.size() - 1);
+        const auto part = place - static_cast<double> (left);
+        period = 60.0 * onsets.frameRate / ((1.0 - part) * path[left] + part * path[right]);
+        const auto logPeriod = std::log (period);
+        auto most = -1e9;
+        for (int lag = static_cast<int> (0.75 * period);
+             lag <= static_cast<int> (std::ceil (1.3 * period)) && lag <= i; ++lag)
+        {
+            const auto late = logOf[static_cast<size_t> (lag)] - logPeriod;
+            if (const auto sum = best[static_cast<size_t> (i - lag)] - tightness * late * late; sum > most)
+            {
+                most = sum;
+                from[static_cast<size_t> (i)] = i - lag;
+            }
+        }
+        best[static_cast<size_t> (i)] = smooth[static_cast<size_t> (i)] + std::max (0.0, most);
+    }
+    const auto tail = std::max (0, size - static_cast<int> (period) - 1);
+    auto i = static_cast<int> (std::max_element (best.begin() + tail, best.end()) - best.begin());
+    std::vector<int> beats;
+    for (; i >= 0; i = from[static_cast<size_t> (i)])
+        beats.push_back (i);
+    std::reverse (beats.begin(), beats.end());
+    return beats;
+}
+}
+
+std::optional<TempoFollower::Result> TempoFollower::follow (const OnsetFunction& onsets, double bpm)
+{
+    if (onsets.size() < 2 * windowSeconds * onsets.frameRate)
+        return {};
+    const auto path = tempoPath (onsets, bpm);
+    const auto beats = beatsAlong (onsets, path.bpm);
+    if (beats.size() < 8)
+        return {};
+    // A line through a beat and its neighbours takes out what single onsets are early or late.
+    constexpr int around = 2;
+    const auto count = static_cast<int> (beats.size());
+    std::vector<double> positions;
+    for (int k = 0; k < count; ++k)
+    {
+        const auto reach = std::min ({ around, k, count - 1 - k });
+        auto sum = 0.0;
+        for (int j = k - reach; j <= k + reach; ++j)
+            sum += onsets.positionOf (beats[static_cast<size_t> (j)]);
+        positions.push_back (sum / (2 * reach + 1));
+    }
+    return Result { Pulse (std::move (positions)), path.agreement };
+}
