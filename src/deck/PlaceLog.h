@@ -64,7 +64,14 @@ private:
     template <typename Begun>
     const Piece& find (Begun&& hasBegun) const noexcept
     {
-        auto oldest = std::max<int64_t> (0, count - size), beyond = count;
+        // What is asked for is seldom far back: steps that double from the newest piece on stay in the cache.
+        const auto limit = std::max<int64_t> (0, count - size);
+        auto beyond = count, oldest = std::max (limit, count - 1);
+        for (int64_t step = 1; oldest > limit && !hasBegun (at (oldest)); step *= 2)
+        {
+            beyond = oldest;
+            oldest = std::max (limit, oldest - step);
+        }
         while (beyond - oldest > 1)
         {
             const auto middle = oldest + (beyond - oldest) / 2;

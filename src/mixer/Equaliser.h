@@ -55,6 +55,7 @@ private:
 
     bool mustGlide() const noexcept;
     void glide (double furthestDb) noexcept;
+    bool isFlat() const noexcept;
     void run (float* left, float* right, int frames) noexcept;
     void settle() noexcept;
 
