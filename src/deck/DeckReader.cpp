@@ -34,39 +34,19 @@ double cubic (const int16_t* b, double t) noexcept
            + here;
 }
 
-/** The part of a deck that the loop over samples works on, kept out of memory that other threads see. */
-struct Reader
+/** The part of a deck that the loop over samples works on. */
+struct Reader : ReaderState
 {
     const int16_t *leftSamples, *rightSamples;
     int32_t loadedFrames;
-    double position, rate, jog, bend, nudgeAccel, linear, declickPosition, declickGain;
     double dullingRate = 0.0, dulling = 0.0; ///< the factor of a rate, kept while the rate holds
 
     explicit Reader (const DeckPlayer& deck) noexcept
-        : leftSamples (deck.audioMemory.left()),
+        : ReaderState (deck),
+          leftSamples (deck.audioMemory.left()),
           rightSamples (deck.audioMemory.right()),
-          loadedFrames (deck.loadedFrames),
-          position (deck.position),
-          rate (deck.rate),
-          jog (deck.jogValue),
-          bend (deck.bend),
-          nudgeAccel (deck.nudgeAccel),
-          linear (deck.linearPosition),
-          declickPosition (deck.declickPosition),
-          declickGain (deck.declickGain)
+          loadedFrames (deck.loadedFrames)
     {
-    }
-
-    void storeTo (DeckPlayer& deck) const noexcept
-    {
-        deck.position = position;
-        deck.rate = rate;
-        deck.jogValue = jog;
-        deck.bend = bend;
-        deck.nudgeAccel = nudgeAccel;
-        deck.linearPosition = linear;
-        deck.declickPosition = declickPosition;
-        deck.declickGain = declickGain;
     }
 
     /** Adds the interpolated samples at a position, times `weight`; nothing where the cubic has no four samples. */
@@ -140,6 +120,30 @@ double decayed (double value, double coefficient, double floor) noexcept
     value *= coefficient;
     return std::abs (value) < floor ? 0.0 : value;
 }
+}
+
+ReaderState::ReaderState (const DeckPlayer& deck) noexcept
+    : position (deck.position),
+      rate (deck.rate),
+      jog (deck.jogValue),
+      bend (deck.bend),
+      nudgeAccel (deck.nudgeAccel),
+      linear (deck.linearPosition),
+      declickPosition (deck.declickPosition),
+      declickGain (deck.declickGain)
+{
+}
+
+void ReaderState::storeTo (DeckPlayer& deck) const noexcept
+{
+    deck.position = position;
+    deck.rate = rate;
+    deck.jogValue = jog;
+    deck.bend = bend;
+    deck.nudgeAccel = nudgeAccel;
+    deck.linearPosition = linear;
+    deck.declickPosition = declickPosition;
+    deck.declickGain = declickGain;
 }
 
 void readDeck (DeckPlayer& deck, const ReaderBlock& block, NoiseTable& noise, float* left, float* right,

@@ -27,36 +27,6 @@ double stretchOf (const DeckPlayer& deck) noexcept
 {
     return 1.0 / std::clamp (deck.tempo.get(), slowestStretch, fastestStretch);
 }
-
-/** The reader's state that a look ahead must not change. */
-struct ReaderState
-{
-    explicit ReaderState (const DeckPlayer& deck) noexcept
-        : position (deck.position),
-          rate (deck.rate),
-          jog (deck.jogValue),
-          bend (deck.bend),
-          linear (deck.linearPosition),
-          nudgeAccel (deck.nudgeAccel),
-          declickPosition (deck.declickPosition),
-          declickGain (deck.declickGain)
-    {
-    }
-
-    void restore (DeckPlayer& deck) const noexcept
-    {
-        deck.position = position;
-        deck.rate = rate;
-        deck.jogValue = jog;
-        deck.bend = bend;
-        deck.linearPosition = linear;
-        deck.nudgeAccel = nudgeAccel;
-        deck.declickPosition = declickPosition;
-        deck.declickGain = declickGain;
-    }
-
-    double position, rate, jog, bend, linear, nudgeAccel, declickPosition, declickGain;
-};
 }
 
 bool DeckVoice::shouldStretch (const DeckWorld& world, const DeckPlayer& deck) const noexcept
@@ -90,7 +60,7 @@ void DeckVoice::keepTail (DeckWorld& world, DeckPlayer& deck, const ReaderBlock&
     {
         const ReaderState before (deck);
         readDeck (deck, block, world.noise, tail.left.data(), tail.right.data(), tailLength);
-        before.restore (deck);
+        before.storeTo (deck);
     }
     else
     {

@@ -3,6 +3,7 @@
 #include "library/exchange/ExportPlaylist.h"
 #include "standalone/LibrarySource.h"
 #include "standalone/LibraryVerb.h"
+#include "standalone/SongTable.h"
 #include "standalone/TerminalProgress.h"
 #include "standalone/Verb.h"
 
@@ -31,7 +32,7 @@ int exportSongs (SongDatabase& database, const VerbOptions& given)
 
     SongList songs;
     if (const auto code = source->fill (database, songs, {}); code != LibraryCode::ok)
-        return LibraryVerb::unreadable (code);
+        return SongTable::unreadable (code);
     if (songs.name.isEmpty())
         songs.name = given.valueOf ("--kind");
     ExportPlaylist::Result result;

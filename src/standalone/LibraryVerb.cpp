@@ -124,7 +124,7 @@ int LibraryVerb::showPlaylist (SongDatabase& database, SongListKind kind, VerbOp
         return ExitCode::badInput;
     SongList songs;
     const auto code = LibrarySource { kind, item->name, item->id }.fill (database, songs, {});
-    return code == LibraryCode::ok ? table->print (database, songs) : unreadable (code);
+    return code == LibraryCode::ok ? table->print (database, songs) : SongTable::unreadable (code);
 }
 
 std::optional<juce::StringArray> LibraryVerb::importablePaths (const juce::StringArray& arguments)
@@ -170,9 +170,4 @@ int LibraryVerb::ended (int code)
     return code == LibraryCode::ok ? ExitCode::success
                                    : failWith ("The library refused the change (code " + juce::String (code)
                                                + "); another program may be writing to it.");
-}
-
-int LibraryVerb::unreadable (int code)
-{
-    return failWith ("The list can't be read (code " + juce::String (code) + ").");
 }

@@ -56,7 +56,4 @@ int importPaths (SongDatabase&, const juce::StringArray& paths, const ImportFile
 
 /** Ends with success, or with a report if the operation gave a code other than 0. */
 int ended (int code);
-
-/** Reports that a list can't be read. */
-int unreadable (int code);
 }

@@ -65,7 +65,7 @@ int printValues (SongDatabase& database, SongField field)
 {
     juce::StringArray values;
     if (const auto code = database.listDistinct (field, values); code != LibraryCode::ok)
-        return LibraryVerb::unreadable (code);
+        return SongTable::unreadable (code);
     printLine ("name\tsongs");
     for (const auto& value : values)
         printLine (oneLine (value) + "\t" + juce::String (database.countWhere (field, value)));
@@ -94,7 +94,7 @@ int list (SongDatabase& database, const VerbOptions& given)
 
     SongList songs;
     if (const auto code = source->fill (database, songs, *order); code != LibraryCode::ok)
-        return LibraryVerb::unreadable (code);
+        return SongTable::unreadable (code);
     return table->print (database, songs);
 }
 }

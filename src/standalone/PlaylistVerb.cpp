@@ -64,7 +64,7 @@ int remove (SongDatabase& database, VerbOptions& given)
     SongList songs (kind, item->id);
     if (const auto code = database.fillPlaylist (&songs, item->id, SongField::listOrder, true);
         code != LibraryCode::ok)
-        return LibraryVerb::unreadable (code);
+        return SongTable::unreadable (code);
 
     std::vector<int32_t> entries;
     for (const auto& place : given.positional)

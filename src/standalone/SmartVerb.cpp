@@ -33,7 +33,7 @@ int printRules (SongDatabase& database, VerbOptions& given)
         return ExitCode::badInput;
     juce::String xml;
     if (const auto code = database.getSmartRules (item->id, xml); code != LibraryCode::ok)
-        return LibraryVerb::unreadable (code);
+        return SongTable::unreadable (code);
     printLine (xml);
     return ExitCode::success;
 }

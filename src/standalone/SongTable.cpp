@@ -1,6 +1,5 @@
 #include "standalone/SongTable.h"
 
-#include "standalone/LibraryVerb.h"
 #include "standalone/Verb.h"
 
 #include <algorithm>
@@ -45,6 +44,11 @@ std::optional<SongTable> SongTable::withColumns (const VerbOptions& given)
     return table;
 }
 
+int SongTable::unreadable (int code)
+{
+    return failWith ("The list can't be read (code " + juce::String (code) + ").");
+}
+
 int SongTable::print (SongDatabase& database, const SongList& list) const
 {
     juce::StringArray cells;
@@ -57,7 +61,7 @@ int SongTable::print (SongDatabase& database, const SongList& list) const
     {
         songs.clear();
         if (const auto code = database.readSongs (&list, first, first + rowsAtOnce, songs); code != 0)
-            return LibraryVerb::unreadable (code);
+            return unreadable (code);
         for (const auto& song : songs)
         {
             cells.clearQuick();

@@ -17,6 +17,9 @@ public:
     /** @returns nothing, after a report, for a column that there isn't */
     static std::optional<SongTable> withColumns (const VerbOptions&);
 
+    /** Reports that a list can't be read. @returns the exit code */
+    static int unreadable (int code);
+
     /** @returns the exit code */
     int print (SongDatabase&, const SongList&) const;
 
