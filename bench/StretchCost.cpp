@@ -135,7 +135,7 @@ void measureLibrary (const juce::AudioBuffer<float>& music, double stretch, doub
 
 int main (int argc, char** argv)
 {
-    const auto isShort = argc > 1 && std::string_view (argv[1]) == "--ours";
+    [[maybe_unused]] const auto isShort = argc > 1 && std::string_view (argv[1]) == "--ours";
     Machine::print();
     std::printf ("Calls for %d output frames of stereo at %d Hz, the reading of music not counted.\n",
                  blockSize, rate);
