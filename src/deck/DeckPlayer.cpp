@@ -58,8 +58,8 @@ void DeckPlayer::resetTrack()
     numBeats = downbeatIndex = downbeatPosition = 0;
     fixedGrid = 0;
 
-    if (keepRingsOnReset == 0)
-        emptyRings();
+    // What was read of the old track is no place in the new one; its sound fades out.
+    emptyRings();
 }
 
 void DeckPlayer::makeStretcher (double engineRate)

@@ -80,7 +80,6 @@ struct DeckPlayer
     // Loading: written by the loader.
     Relaxed<int32_t> decodedCount;     ///< next frame to write
     Relaxed<int32_t> analysisProgress; ///< frames analysed
-    int32_t keepRingsOnReset = 0;      ///< a reset leaves rings and stretcher alone
     Relaxed<int32_t> cancelLoad;       ///< asks decoder and analysis to stop
     Relaxed<int32_t> loadedOk;         ///< the file gave samples
 

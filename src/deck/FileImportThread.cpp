@@ -41,11 +41,8 @@ void FileImportThread::request (const juce::File& file)
 {
     assertMayBlock();
     const std::lock_guard guard (requestLock);
-    const bool cutsShort = busy;
     deck.cancelLoad = 1;
     waitUntilIdle();
-    // A job that is cut short leaves its rings to the fade-out; the next one starts on them.
-    deck.keepRingsOnReset = cutsShort ? 1 : 0;
     deck.cancelLoad = 0;
     requested = file;
     busy = true;

@@ -295,3 +295,18 @@ TEST (DeckVoice, TheStretcherHoldsTheTempoThatBypassedIsPitch)
         EXPECT_NEAR (decks.deck().heardPosition() - before, speed * 30'000.0, millisecond) << tempo;
     }
 }
+
+TEST (DeckVoice, ANewTrackDoesNotTakeUpThePlaceOfTheOldOne)
+{
+    StretchedDecks decks;
+    auto& deck = decks.deck();
+    decks.putTrack (400'000, sineTrack (300.0));
+    decks.transport.playPause (0);
+    decks.render (50'000);
+    EXPECT_GT (deck.heardPosition(), 40'000.0);
+    decks.putTrack (400'000, sineTrack (500.0));
+    EXPECT_EQ (deck.heardPosition(), 0.0);
+    decks.render (1280);
+    EXPECT_EQ (deck.position, 0.0);
+    EXPECT_EQ (Signals::peak (decks.render (256).left), 0.0);
+}
