@@ -53,7 +53,7 @@ private:
     DeckWorld& world;
     DeckPlayer& deck;
     std::mutex requestLock;
-    int holds = 0; ///< under requestLock
+    int holds = 0;       ///< under requestLock
     float seed = 120.0f; ///< written while nothing is measured
     std::atomic<bool> measuring { false }, saving { false }, stopping { false }, busy { false };
     juce::WaitableEvent wake;

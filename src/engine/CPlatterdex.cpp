@@ -51,7 +51,8 @@ CPlatterdex::CPlatterdex (EngineWorld world)
       preview (environment.pacing),
       recorder (environment.pacing),
       decks (getCallbackLock(), settings, listeners, pacing, environment.clock),
-      transport (decks)
+      transport (decks),
+      batchAnalysis (decks, environment.decoderLibrary)
 {
     random.seed (environment.seed.value_or (juce::Time::currentTimeMillis()));
     decks.noise.fill (random);
@@ -86,6 +87,7 @@ CPlatterdex::CPlatterdex (EngineWorld world)
 CPlatterdex::~CPlatterdex()
 {
     stopTimer();
+    batchAnalysis.stop();
     for (auto& deck : decks.decks)
     {
         deck->importThread.reset(); // a load that still runs changes settings

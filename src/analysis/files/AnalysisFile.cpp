@@ -69,13 +69,13 @@ bool write (const juce::File& file, const TrackAnalysis& analysis)
     return writeLocked (file, analysis);
 }
 
-TrackAnalysis writeFresh (const juce::File& file, const TrackAnalysis& fresh)
+TrackAnalysis writeFresh (const juce::File& file, TrackAnalysis fresh, bool& isWritten)
 {
     assertMayBlock();
     const std::lock_guard guard (writing);
     const auto old = read (file);
-    const auto merged = old ? mergeFresh (*old, fresh) : fresh;
-    writeLocked (file, merged);
+    auto merged = old ? mergeFresh (*old, std::move (fresh)) : std::move (fresh);
+    isWritten = writeLocked (file, merged);
     return merged;
 }
 }

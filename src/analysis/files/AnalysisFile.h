@@ -21,6 +21,7 @@ std::optional<TrackAnalysis> read (const juce::File&);
 bool write (const juce::File&, const TrackAnalysis&);
 
 /** Writes a new analysis of a track over an older one, of which the hand-made work stays (mergeFresh).
-    @returns what the file holds now, written or not */
-TrackAnalysis writeFresh (const juce::File&, const TrackAnalysis& fresh);
+    @param isWritten   false afterwards if the file could not be written
+    @returns both as one */
+TrackAnalysis writeFresh (const juce::File&, TrackAnalysis fresh, bool& isWritten);
 }

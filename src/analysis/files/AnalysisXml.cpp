@@ -81,20 +81,20 @@ public:
         for (;;)
             switch (parser.next())
             {
-                case XmlPullParser::Event::start:
-                    if (!enter())
-                        return std::nullopt;
-                    break;
-                case XmlPullParser::Event::end:
-                    if (static_cast<size_t> (parser.depth()) < holders.size())
-                        holders.pop_back();
-                    break;
-                case XmlPullParser::Event::text:
-                    break;
-                case XmlPullParser::Event::finished:
-                    return hasTempo ? std::optional (finish()) : std::nullopt;
-                case XmlPullParser::Event::failed:
+            case XmlPullParser::Event::start:
+                if (!enter())
                     return std::nullopt;
+                break;
+            case XmlPullParser::Event::end:
+                if (static_cast<size_t> (parser.depth()) < holders.size())
+                    holders.pop_back();
+                break;
+            case XmlPullParser::Event::text:
+                break;
+            case XmlPullParser::Event::finished:
+                return hasTempo ? std::optional (finish()) : std::nullopt;
+            case XmlPullParser::Event::failed:
+                return std::nullopt;
             }
     }
 
@@ -162,30 +162,30 @@ private:
     {
         switch (holder)
         {
-            case Holder::tempo:
-                take<double> ("tempo_tracker", value.tempoTracker);
-                take<double> ("tempo_average", value.tempoAverage);
-                take<int32_t> ("num_beats", markCount);
-                take<int32_t> ("downbeat_id", value.downbeatId);
-                take<int32_t> ("downbeat_pos", value.downbeatPos);
-                take<int32_t> ("grid_mode", value.gridMode);
-                break;
-            case Holder::grid:
-                takeMark();
-                break;
-            case Holder::cueList:
-                takeCue();
-                break;
-            case Holder::cues:
-                take<double> ("phase_sta", value.cues->phaseStart);
-                takeByte ("transport_cue_sel", value.cues->transportCueSel);
-                takeByte ("transport_sta", value.cues->transportStart);
-                break;
-            case Holder::gain:
-                take<double> ("autogain", value.autogain);
-                break;
-            case Holder::other:
-                break;
+        case Holder::tempo:
+            take<double> ("tempo_tracker", value.tempoTracker);
+            take<double> ("tempo_average", value.tempoAverage);
+            take<int32_t> ("num_beats", markCount);
+            take<int32_t> ("downbeat_id", value.downbeatId);
+            take<int32_t> ("downbeat_pos", value.downbeatPos);
+            take<int32_t> ("grid_mode", value.gridMode);
+            break;
+        case Holder::grid:
+            takeMark();
+            break;
+        case Holder::cueList:
+            takeCue();
+            break;
+        case Holder::cues:
+            take<double> ("phase_sta", value.cues->phaseStart);
+            takeByte ("transport_cue_sel", value.cues->transportCueSel);
+            takeByte ("transport_sta", value.cues->transportStart);
+            break;
+        case Holder::gain:
+            take<double> ("autogain", value.autogain);
+            break;
+        case Holder::other:
+            break;
         }
     }
 

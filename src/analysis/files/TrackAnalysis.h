@@ -21,8 +21,8 @@ struct TrackAnalysis
         Cues() { cuePos.fill (unsetCue); }
         bool operator== (const Cues&) const = default;
 
-        std::array<double, cueCount> cuePos; ///< frames of the file
-        double phaseStart = 0.0;             ///< start point in frames of the file
+        std::array<double, cueCount> cuePos;   ///< frames of the file
+        double phaseStart = 0.0;               ///< start point in frames of the file
         std::optional<int8_t> transportCueSel; ///< the selected slot, 0 to 15
         std::optional<int8_t> transportStart;  ///< 1 while the start point is on
     };
@@ -36,8 +36,8 @@ struct TrackAnalysis
         the track is then still to be analysed. */
     std::optional<std::vector<BeatMark>> beatMarks;
 
-    int32_t downbeatId = 0;  ///< index of the mark that is the downbeat
-    int32_t downbeatPos = 0; ///< its position, or where a hand has moved it to, in frames of the file
+    int32_t downbeatId = 0;          ///< index of the mark that is the downbeat
+    int32_t downbeatPos = 0;         ///< its position, or where a hand has moved it to, in frames of the file
     std::optional<int32_t> gridMode; ///< other than 0: tempo and downbeat tell the grid, not the marks
     std::optional<Cues> cues;
     std::optional<double> autogain; ///< linear factor

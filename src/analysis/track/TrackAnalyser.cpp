@@ -62,8 +62,7 @@ void TrackAnalyser::finish (int tempoRangeIndex, TrackAnalysis& target)
     }
     if (marks.empty())
         return;
-    const auto downbeat =
-        std::clamp (tracker->getDownbeatIndex (CaufTAKT_If::beatList, 0), 0, count - 1);
+    const auto downbeat = std::clamp (tracker->getDownbeatIndex (CaufTAKT_If::beatList, 0), 0, count - 1);
     target.downbeatId = downbeat;
     target.downbeatPos = marks[static_cast<size_t> (downbeat)].pos;
     target.tempoTracker = target.tempoAverage =
