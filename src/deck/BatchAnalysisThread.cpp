@@ -53,7 +53,8 @@ void BatchAnalysisThread::waitUntilIdle() const
 BatchAnalysisThread::Progress BatchAnalysisThread::progress() const
 {
     const std::lock_guard guard (listLock);
-    return { isRunning, static_cast<int> (done), static_cast<int> (list.size()), currentSeconds, currentName };
+    return { isRunning, static_cast<int> (done), static_cast<int> (list.size()), currentSeconds,
+             currentName };
 }
 
 juce::String BatchAnalysisThread::Progress::text() const

@@ -152,8 +152,8 @@ FileAnalysis::Result FileAnalysis::run (const Request& request, const AdecShared
     }
     if (!track.isPlayable())
     {
-        result.fault = track.channels() > 2 ? "The file has more than two channels."
-                                            : faultOf (request.track, decoder);
+        result.fault =
+            track.channels() > 2 ? "The file has more than two channels." : faultOf (request.track, decoder);
         return result;
     }
 
@@ -162,8 +162,8 @@ FileAnalysis::Result FileAnalysis::run (const Request& request, const AdecShared
     track.decode (
         [&] (std::span<const std::byte> samples)
         {
-            const auto frames = convertToFloat (samples, track.sampleFormat(), track.channels(), left.data(),
-                                                right.data());
+            const auto frames =
+                convertToFloat (samples, track.sampleFormat(), track.channels(), left.data(), right.data());
             return listening.add (left.data(), right.data(), frames);
         });
     result.seconds = listening.seconds();
