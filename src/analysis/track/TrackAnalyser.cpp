@@ -47,8 +47,8 @@ void TrackAnalyser::finish (int tempoRangeIndex, TrackAnalysis& target)
     if (!canAnalyse())
         return;
     tracker->flush (true);
-    if (const auto tempo = tracker->getTempoEstimate();
-        tempo > 0.0f && static_cast<double> (tempo) < lowestOf (tempoRangeIndex))
+    const auto tempo = tracker->getTempoEstimate();
+    if (isTooSlow (static_cast<double> (tempo), tempoRangeIndex))
         tracker->setTempo (2.0f * tempo);
     tracker->trackBeats (0.0f, 0, 0, 0);
 

@@ -45,8 +45,11 @@ public:
     /** Ends the audio and gives the exact tempo near a known one, in BPM; 0 if there is none. */
     double finishNear (double seedBpm);
 
-    /** The lowest tempo that is not doubled. */
-    static constexpr double lowestOf (int tempoRangeIndex) noexcept { return 60.0 + 20.0 * tempoRangeIndex; }
+    /** Whether a tempo above 0 is doubled: it is below 60 + 20 * index BPM. */
+    static constexpr bool isTooSlow (double bpm, int tempoRangeIndex) noexcept
+    {
+        return bpm > 0.0 && bpm < 60.0 + 20.0 * tempoRangeIndex;
+    }
 
     /** A measured tempo as it is kept: to hundredths, of which 0.49 are cut and more go up, from 30 to 250 BPM. */
     static double storedTempo (double bpm) noexcept;
