@@ -74,7 +74,7 @@ void printRow (const juce::File& file, const juce::File& folder)
     FileAnalysis::Result result;
     const auto both = processorSeconds ([&] { result = run (file, folder, Pacing::Mode::offline); });
     if (result.fault.isNotEmpty())
-        return (void) std::printf ("%s: %s\n", file.getFileName().toRawUTF8(), result.fault.toRawUTF8());
+        return (void)std::printf ("%s: %s\n", file.getFileName().toRawUTF8(), result.fault.toRawUTF8());
     const auto times = [&result] (double seconds) { return seconds > 0.0 ? result.seconds / seconds : 0.0; };
     const auto alone = whole.frames() > 0 ? times (analysed (whole)) : 0.0;
     const auto decoding = times (decoded (file));
@@ -115,14 +115,14 @@ int main (int argc, char** argv)
     for (int i = 1; i < argc; ++i)
         files.push_back (
             juce::File::getCurrentWorkingDirectory().getChildFile (juce::CharPointer_UTF8 (argv[i])));
-    const auto make = [&folder] (const char* name, double minutes)
-    {
+    const auto make = [&folder] (const char* name, double minutes) {
         return EncodedFiles::writeWav (MusicLike::make (60.0 * minutes, 44100.0), 44100.0,
                                        folder.file (name));
     };
     const auto shortTrack = make ("3 minutes.wav", 3.0);
     if (files.empty())
-        files = { shortTrack, EncodedFiles::encode (shortTrack, folder.file ("3 minutes.mp3"), { "-b:a", "256k" }),
+        files = { shortTrack,
+                  EncodedFiles::encode (shortTrack, folder.file ("3 minutes.mp3"), { "-b:a", "256k" }),
                   EncodedFiles::encode (shortTrack, folder.file ("3 minutes.flac")) };
 
     std::printf ("%8s %12s %12s %12s %12s  x real time\n", "seconds", "alone", "decoding", "both, stored",

@@ -14,7 +14,8 @@ inline void checkAnalysis (const TrackAnalysis& analysis, size_t bytes)
     const auto marks = analysis.beatMarks.value_or (std::vector<BeatMark>());
     FUZZ_CHECK (marks.size() <= bytes);
     for (size_t i = 0; i < marks.size(); ++i)
-        FUZZ_CHECK (isTempo (marks[i].bpm) && marks[i].pos >= 0 && (i == 0 || marks[i].pos > marks[i - 1].pos));
+        FUZZ_CHECK (isTempo (marks[i].bpm) && marks[i].pos >= 0
+                    && (i == 0 || marks[i].pos > marks[i - 1].pos));
     FUZZ_CHECK (analysis.downbeatId >= 0 && analysis.downbeatPos >= 0);
     FUZZ_CHECK (analysis.downbeatId == 0 || static_cast<size_t> (analysis.downbeatId) < marks.size());
     FUZZ_CHECK (!analysis.autogain || (*analysis.autogain > 0.0 && *analysis.autogain < 100.0));

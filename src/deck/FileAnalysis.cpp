@@ -27,6 +27,8 @@ public:
     {
         if (isStereo)
             loudness.emplace (rate);
+        heldLeft.reserve (clipFrames + TrackAnalyser::blockFrames);
+        heldRight.reserve (clipFrames + TrackAnalyser::blockFrames);
     }
 
     /** @returns false if nothing more is wanted */

@@ -1,8 +1,8 @@
+#include "deck/DeckAnalysis.h"
 #include "DeckFixture.h"
 #include "DrumFile.h"
 #include "analysis/files/AnalysisFile.h"
 #include "deck/AnalysisThread.h"
-#include "deck/DeckAnalysis.h"
 #include "shared/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

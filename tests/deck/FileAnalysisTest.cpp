@@ -1,8 +1,8 @@
+#include "deck/FileAnalysis.h"
 #include "DeckFixture.h"
 #include "DrumFile.h"
 #include "analysis/files/AnalysisFile.h"
 #include "deck/BatchAnalysisThread.h"
-#include "deck/FileAnalysis.h"
 #include "shared/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -76,8 +76,10 @@ TEST (AnalyseVerb, PrintsInTheOrderOfTheNamesAndKeepsWhatItFinds)
 TEST (AnalyseVerb, WrongArgumentsAreOneSentence)
 {
     const TemporaryFolder folder;
-    for (const auto& words : { juce::StringArray { "analyse" }, { "analyse", "x", "--jobs", "0" },
-                               { "analyse", "x", "--jobs", "65" }, { "analyse", "x", "--what" } })
+    for (const auto& words : { juce::StringArray { "analyse" },
+                               { "analyse", "x", "--jobs", "0" },
+                               { "analyse", "x", "--jobs", "65" },
+                               { "analyse", "x", "--what" } })
     {
         const auto run = runProgram (words, folder);
         EXPECT_EQ (run.exitCode, 2);

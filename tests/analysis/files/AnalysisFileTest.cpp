@@ -74,8 +74,8 @@ TEST (AnalysisFile, ANewAnalysisKeepsWhatAHandHasMade)
         bool keepsGrid;
     };
     std::vector<Case> cases {
-        { "no deck wrote it", ofGrid (4), false }, { "a deck wrote it", ofDeck (ofGrid (4)), false },
-        { "fixed grid", ofDeck (ofGrid (4)), true }, { "downbeat moved", ofDeck (ofGrid (4)), true },
+        { "no deck wrote it", ofGrid (4), false },     { "a deck wrote it", ofDeck (ofGrid (4)), false },
+        { "fixed grid", ofDeck (ofGrid (4)), true },   { "downbeat moved", ofDeck (ofGrid (4)), true },
         { "tempo halved", ofDeck (ofGrid (4)), true }, { "tempo tapped", ofDeck (ofGrid (4)), true }
     };
     cases[2].old.gridMode = 1;
@@ -123,7 +123,8 @@ TEST (AnalysisFile, TheEndOfTheProcessLeavesTheOldFileOrTheNewOne)
         const auto child = fork();
         if (child == 0)
             for (char count = 0;; ++count)
-                if (!AnalysisFile::write (file, count % 2 == 0 ? other : one) || write (ends[1], &count, 1) != 1)
+                if (!AnalysisFile::write (file, count % 2 == 0 ? other : one)
+                    || write (ends[1], &count, 1) != 1)
                     _exit (1);
         close (ends[1]);
         char count = 0;

@@ -41,7 +41,8 @@ std::string document (const std::string& tempo, const std::string& grid, const s
            + "</cue_list></cues></audioAnalysis>";
 }
 
-const std::string twoMarks = "<value id=\"0\" pos=\"10\" bpm=\"120\"/><value id=\"1\" pos=\"20\" bpm=\"121\"/>";
+const std::string twoMarks =
+    "<value id=\"0\" pos=\"10\" bpm=\"120\"/><value id=\"1\" pos=\"20\" bpm=\"121\"/>";
 
 /** The older form, field by field. */
 struct OldForm
@@ -69,7 +70,10 @@ struct OldForm
         return form;
     }
 
-    std::optional<TrackAnalysis> read() const { return AnalysisBinary::read (std::as_bytes (std::span (bytes))); }
+    std::optional<TrackAnalysis> read() const
+    {
+        return AnalysisBinary::read (std::as_bytes (std::span (bytes)));
+    }
 };
 }
 
@@ -140,9 +144,10 @@ TEST (AnalysisForms, WhatIsWrittenReadsBackTheSame)
 
 TEST (AnalysisForms, WhatIsNoAnalysisIsRefused)
 {
-    for (const char* text : { "", "text", "<audioAnalysis>", "<audioAnalysis/>", "<other><bpm/></other>",
-                              "<audioAnalysis><agg/></audioAnalysis>", "<audioAnalysis><agg><bpm/></agg></audioAnalysis>",
-                              "<audioAnalysis><bpm></audioAnalysis>" })
+    for (const char* text :
+         { "", "text", "<audioAnalysis>", "<audioAnalysis/>", "<other><bpm/></other>",
+           "<audioAnalysis><agg/></audioAnalysis>", "<audioAnalysis><agg><bpm/></agg></audioAnalysis>",
+           "<audioAnalysis><bpm></audioAnalysis>" })
         EXPECT_FALSE (readXml (text)) << text;
 }
 
@@ -153,8 +158,9 @@ TEST (AnalysisForms, DamagedValuesLeaveWhatIsUsable)
         std::string count, grid;
         int marks; ///< -1: no grid
     };
-    const auto mark = [] (int id, int64_t pos)
-    { return "<value id=\"" + std::to_string (id) + "\" pos=\"" + std::to_string (pos) + "\" bpm=\"120\"/>"; };
+    const auto mark = [] (int id, int64_t pos) {
+        return "<value id=\"" + std::to_string (id) + "\" pos=\"" + std::to_string (pos) + "\" bpm=\"120\"/>";
+    };
     for (const auto& [count, grid, marks] :
          { Case { "2", twoMarks, 2 }, Case { "1", twoMarks, 1 }, Case { "0", twoMarks, -1 },
            Case { "0", "", 0 }, Case { "7", "", -1 }, Case { "2147483647", twoMarks, 2 },
@@ -181,9 +187,11 @@ TEST (AnalysisForms, DamagedValuesLeaveWhatIsUsable)
     {
         const auto tempo = "<value tempo_tracker=\"" + std::string (bad) + "\"/><value num_beats=\"1\"/>"
                            + "<value downbeat_id=\"9\"/><value downbeat_pos=\"-4\"/>";
-        auto text = document (tempo, "<value id=\"0\" pos=\"3\" bpm=\"" + std::string (bad) + "\"/>",
-                              "<value id=\"0\" pos=\"" + std::string (bad) + "\"/><value id=\"16\" pos=\"5\"/>"
-                              "<value id=\"-1\" pos=\"5\"/><value pos=\"5\"/><value id=\"1\" pos=\"5\"/>");
+        auto text =
+            document (tempo, "<value id=\"0\" pos=\"3\" bpm=\"" + std::string (bad) + "\"/>",
+                      "<value id=\"0\" pos=\"" + std::string (bad)
+                          + "\"/><value id=\"16\" pos=\"5\"/>"
+                            "<value id=\"-1\" pos=\"5\"/><value pos=\"5\"/><value id=\"1\" pos=\"5\"/>");
         text.insert (text.find ("</audioAnalysis>"),
                      "<agg><value autogain=\"" + std::string (bad) + "\"/></agg>");
         const auto read = readXml (text);
