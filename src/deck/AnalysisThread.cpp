@@ -25,16 +25,16 @@ void AnalysisThread::requestAnalysis (float seedBpm)
         return;
     stop();
     seed = seedBpm;
-    busy = true;
     measuring = true;
+    busy = true;
     wake.signal();
 }
 
 void AnalysisThread::requestSave()
 {
     assertMayBlock();
-    busy = true;
     saving = true;
+    busy = true;
     wake.signal();
 }
 
@@ -67,7 +67,7 @@ void AnalysisThread::run()
         }
         if (saving.exchange (false))
             saveAnalysis (world, deck);
-        // Who asks meanwhile has set his flag after this, and signals.
+        // Who asks sets his own flag first, so that none of both ways round leaves work behind an idle thread.
         busy = false;
         if (measuring || saving)
         {

@@ -79,8 +79,24 @@ TrackAnalysis analysisOf (DeckWorld& world, DeckPlayer& deck)
     return analysis;
 }
 
+namespace
+{
+void setStored (DeckPlayer& deck, std::optional<TrackAnalysis> analysis)
+{
+    const std::lock_guard guard (deck.beatsLock);
+    deck.storedAnalysis.swap (analysis);
+}
+
+bool isStored (DeckPlayer& deck, const TrackAnalysis& analysis)
+{
+    const std::lock_guard guard (deck.beatsLock);
+    return deck.storedAnalysis == analysis;
+}
+}
+
 bool loadAnalysis (DeckWorld& world, DeckPlayer& deck)
 {
+    setStored (deck, std::nullopt);
     auto analysis = AnalysisFile::read (deck.texts().analysisPath);
     if (!analysis)
         return false;
@@ -93,6 +109,8 @@ bool loadAnalysis (DeckWorld& world, DeckPlayer& deck)
         analysis->autogain.reset();
     }
     applyAnalysis (world, deck, std::move (*analysis));
+    if (hasGrid)
+        setStored (deck, analysisOf (world, deck));
     return hasGrid;
 }
 
@@ -103,6 +121,9 @@ bool saveAnalysis (DeckWorld& world, DeckPlayer& deck)
     if (path.isEmpty() || deck.loadedFrames < 1 || numberOfBeats (deck) <= 0.0)
         return true;
     auto analysis = analysisOf (world, deck);
+    if (isStored (deck, analysis))
+        return true;
+    const auto ofDeck = analysis;
     if (deck.texts().analysisPath != path)
         return true; // a loader was quicker, and has saved the old track itself
     if (!analysis.beatMarks)
@@ -116,7 +137,10 @@ bool saveAnalysis (DeckWorld& world, DeckPlayer& deck)
             analysis = std::move (*stored);
         }
     }
-    return AnalysisFile::write (path, analysis);
+    if (!AnalysisFile::write (path, analysis))
+        return false;
+    setStored (deck, ofDeck);
+    return true;
 }
 
 void requestSaveAnalysis (DeckWorld& world, DeckPlayer& deck) noexcept

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/files/TrackAnalysis.h"
 #include "analysis/stretch/TimeStretcher.h"
 #include "deck/BeatGrid.h"
 #include "deck/DeckNumbers.h"
@@ -14,6 +15,7 @@
 #include <array>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 class AnalysisThread;
@@ -154,6 +156,10 @@ struct DeckPlayer
 
     /** Held to replace the table, before the callback lock, and to read it on a thread that does not hold that one. */
     std::mutex beatsLock;
+
+    /** What the track's file was last known to hold, under beatsLock: a deck that has changed nothing writes nothing, so
+        that of two decks with one track the idle one takes nothing from the other. */
+    std::optional<TrackAnalysis> storedAnalysis;
 
     /** The deck's own input of the running block, 2 channels of 16384 frames: control signal and line. */
     juce::AudioSampleBuffer scratchBuffer { 2, 16384 };

@@ -213,10 +213,12 @@ TEST (DeckAnalysis, TheTempoIsMeasuredAnewNearTheSeedAndTheGridStays)
     const double before = deck.bpm;
     deck.analysisThread->requestAnalysis (110.0f);
     deck.analysisThread->stop();
-    EXPECT_TRUE (deck.bpm == before || decks.tempos.size() == count);
+    decks.listeners.deliver();
+    // It may have been done already: then all of it.
+    EXPECT_EQ (decks.tempos.size(), count + (deck.bpm == before ? 0 : 1));
     deck.analysisThread->requestAnalysis (56.0f);
     decks.load (writeDrums (decks.folder.file ("b.wav"), 4.0, 140.0));
-    EXPECT_FALSE (deck.analysisThread->isBusy());
+    deck.analysisThread->waitUntilIdle();
     EXPECT_NEAR (deck.bpm, 140.0, 0.5);
     const AnalysisThread::Hold held (deck.analysisThread.get());
     measureNear (70.0f);
