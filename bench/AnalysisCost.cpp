@@ -85,7 +85,7 @@ void printRow (const juce::File& file, const juce::File& folder)
                  paced, file.getFileName().toRawUTF8());
 }
 
-/** Analyses in a process of its own state: the greatest resident memory above what was there before, in MB. */
+/** The greatest resident memory while a file is analysed, above what was there before, in MB. */
 double peakMegabytes (const juce::File& file, const juce::File& folder)
 {
     const auto before = Machine::residentMegabytes();
