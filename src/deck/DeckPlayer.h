@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/files/TrackAnalysis.h"
 #include "analysis/stretch/TimeStretcher.h"
 #include "deck/BeatGrid.h"
 #include "deck/DeckNumbers.h"
@@ -13,8 +14,11 @@
 
 #include <array>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <vector>
 
+class AnalysisThread;
 class FileImportThread;
 struct DeckWorld;
 
@@ -68,6 +72,7 @@ struct DeckPlayer
     struct Texts
     {
         juce::String filePath, title, artist, album;
+        juce::String analysisPath {}; ///< where the track's analysis is kept; empty if nowhere
     };
 
     /** Any thread but the audio thread. */
@@ -147,6 +152,14 @@ struct DeckPlayer
     std::vector<BeatMark> beats;
     Relaxed<int32_t> numBeats, downbeatIndex, downbeatPosition;
     Relaxed<int8_t> fixedGrid;
+    Relaxed<int8_t> isAnalysed; ///< the grid is that of the track, even if it is empty
+
+    /** Held to replace the table, before the callback lock, and to read it on a thread that does not hold that one. */
+    std::mutex beatsLock;
+
+    /** What the track's file was last known to hold, under beatsLock: a deck that has changed nothing writes nothing, so
+        that of two decks with one track the idle one takes nothing from the other. */
+    std::optional<TrackAnalysis> storedAnalysis;
 
     /** The deck's own input of the running block, 2 channels of 16384 frames: control signal and line. */
     juce::AudioSampleBuffer scratchBuffer { 2, 16384 };
@@ -168,6 +181,8 @@ private:
     Texts trackTexts;
 
 public:
+    std::unique_ptr<AnalysisThread> analysisThread;
+
     /** Last, so that it has gone before what it writes to. */
     std::unique_ptr<FileImportThread> importThread;
 };

@@ -1,8 +1,34 @@
 #include "EngineFixture.h"
+#include "analysis/files/AnalysisFile.h"
+#include "deck/AnalysisThread.h"
+#include "deck/DeckAnalysis.h"
 
 #include "settings/SettingsFile.h"
 
 #include <gtest/gtest.h>
+
+TEST (Lifecycle, CuesAreSavedOnRequestAndAtTheEndAndTheNextEngineFindsAllOfIt)
+{
+    EngineFixture engine;
+    engine.loadNoise (0, 4);
+    const auto track = engine.noiseFile (4);
+    const auto stored = [&]
+    { return AnalysisFile::read (AnalysisFile::forTrack (engine.folder.file ("beatmarks"), track)); };
+    ASSERT_TRUE (stored());
+    engine.deck().cues[2] = 300.0;
+    requestSaveAnalysis (engine.engine->decks, engine.deck());
+    engine.engine->deliverMessages();
+    engine.deck().analysisThread->waitUntilIdle();
+    EXPECT_EQ (stored()->cues->cuePos[2], 300.0);
+
+    engine.deck().cues[3] = 400.0;
+    const auto atTheEnd = analysisOf (engine.engine->decks, engine.deck());
+    engine.engine->loadTrack (track, 1); // the end does not wait for it
+    engine.makeEngine();
+    EXPECT_EQ (stored(), std::optional (atTheEnd));
+    engine.loadNoise (0, 4);
+    EXPECT_EQ (analysisOf (engine.engine->decks, engine.deck()), atTheEnd);
+}
 
 TEST (Lifecycle, TheHostSeesWhatWasAgreed)
 {

@@ -19,5 +19,4 @@ private:
     std::vector<float> ring; ///< the last 24 seconds
     size_t ringAt = 0;
     int64_t framesTaken = 0;
-    int meter = 0; ///< 0 for beats in twos and fours, 1 and 2 when the clip's tempo counts them otherwise
 };

@@ -1,0 +1,139 @@
+#include "measure/DecodedFile.h"
+#include "measure/Machine.h"
+#include "measure/MusicLike.h"
+#include "measure/Timing.h"
+
+#include "analysis/track/TrackAnalyser.h"
+#include "deck/AdecTrack.h"
+#include "deck/FileAnalysis.h"
+#include "shared/EncodedFiles.h"
+#include "shared/TemporaryFolder.h"
+
+#include <cstdio>
+#include <thread>
+
+// bench_analysis [FILE...]: how much faster than real time tracks are analysed on one core, by processor time but for the
+// row with pauses; and the memory that the analysis of a short and a long track takes. Without files it makes music up.
+
+namespace
+{
+const AdecSharedLibrary& decoder()
+{
+    static const AdecSharedLibrary library { juce::File (PX_ADEC_PATH) };
+    return library;
+}
+
+template <typename Work>
+double processorSeconds (Work work)
+{
+    const auto begin = Timing::processorNanoseconds (Timing::Threads::own);
+    work();
+    return 1e-9 * static_cast<double> (Timing::processorNanoseconds (Timing::Threads::own) - begin);
+}
+
+/** Tracker and grid on audio that stands in memory. */
+double analysed (const DecodedFile& file)
+{
+    return processorSeconds (
+        [&file]
+        {
+            const auto& right = file.channels.back();
+            TrackAnalyser analyser (file.sampleRate, TrackAnalyser::isClip (file.frames(), file.sampleRate));
+            for (int at = 0; at < file.frames(); at += TrackAnalyser::blockFrames)
+                analyser.add (file.channels.front().data() + at, right.data() + at,
+                              std::min (TrackAnalyser::blockFrames, file.frames() - at));
+            TrackAnalysis found;
+            analyser.finish (0, found);
+        });
+}
+
+double decoded (const juce::File& file)
+{
+    return processorSeconds (
+        [&file]
+        {
+            AdecTrack track (decoder(), file);
+            if (track.isPlayable())
+                track.decode ([] (std::span<const std::byte>) { return true; });
+        });
+}
+
+FileAnalysis::Result run (const juce::File& file, const juce::File& folder, Pacing::Mode mode)
+{
+    Pacing pacing (mode);
+    FileAnalysis::Request request;
+    request.track = file;
+    request.folder = folder;
+    request.isAgain = true;
+    return FileAnalysis::run (request, decoder(), pacing);
+}
+
+void printRow (const juce::File& file, const juce::File& folder)
+{
+    const auto whole = DecodedFile::read (file);
+    FileAnalysis::Result result;
+    const auto both = processorSeconds ([&] { result = run (file, folder, Pacing::Mode::offline); });
+    if (result.fault.isNotEmpty())
+        return (void)std::printf ("%s: %s\n", file.getFileName().toRawUTF8(), result.fault.toRawUTF8());
+    const auto times = [&result] (double seconds) { return seconds > 0.0 ? result.seconds / seconds : 0.0; };
+    const auto alone = whole.frames() > 0 ? times (analysed (whole)) : 0.0;
+    const auto decoding = times (decoded (file));
+    const auto begin = juce::Time::getMillisecondCounterHiRes();
+    run (file, folder, Pacing::Mode::live);
+    const auto paced = times ((juce::Time::getMillisecondCounterHiRes() - begin) / 1000.0);
+    std::printf ("%8.0f %12.0f %12.0f %12.0f %12.0f  %s\n", result.seconds, alone, decoding, times (both),
+                 paced, file.getFileName().toRawUTF8());
+}
+
+/** The greatest resident memory while a file is analysed, above what was there before, in MB. */
+double peakMegabytes (const juce::File& file, const juce::File& folder)
+{
+    const auto before = Machine::residentMegabytes();
+    std::atomic<bool> done { false };
+    auto peak = before;
+    std::thread work (
+        [&]
+        {
+            run (file, folder, Pacing::Mode::offline);
+            done = true;
+        });
+    while (!done)
+    {
+        peak = std::max (peak, Machine::residentMegabytes());
+        juce::Thread::sleep (2);
+    }
+    work.join();
+    return peak - before;
+}
+}
+
+int main (int argc, char** argv)
+{
+    Machine::print();
+    const TemporaryFolder folder;
+    std::vector<juce::File> files;
+    for (int i = 1; i < argc; ++i)
+        files.push_back (
+            juce::File::getCurrentWorkingDirectory().getChildFile (juce::CharPointer_UTF8 (argv[i])));
+    const auto make = [&folder] (const char* name, double minutes) {
+        return EncodedFiles::writeWav (MusicLike::make (60.0 * minutes, 44100.0), 44100.0,
+                                       folder.file (name));
+    };
+    const auto shortTrack = make ("3 minutes.wav", 3.0);
+    if (files.empty())
+        files = { shortTrack,
+                  EncodedFiles::encode (shortTrack, folder.file ("3 minutes.mp3"), { "-b:a", "256k" }),
+                  EncodedFiles::encode (shortTrack, folder.file ("3 minutes.flac")) };
+
+    std::printf ("%8s %12s %12s %12s %12s  x real time\n", "seconds", "alone", "decoding", "both, stored",
+                 "with pauses");
+    for (const auto& file : files)
+        printRow (file, folder.file ("marks"));
+
+    // The long one first: what it leaves to the allocator would hide what it took.
+    const auto hour = EncodedFiles::encode (shortTrack, folder.file ("60 minutes.mp3"),
+                                            { "-filter_complex", "aloop=loop=19:size=8000000" });
+    const auto ofHour = peakMegabytes (hour, folder.file ("marks"));
+    std::printf ("memory: %.0f MB for 60 minutes, then %.0f MB more for 3 minutes\n", ofHour,
+                 peakMegabytes (shortTrack, folder.file ("marks")));
+}

@@ -1,0 +1,251 @@
+#include "deck/DeckAnalysis.h"
+#include "DeckFixture.h"
+#include "DrumFile.h"
+#include "analysis/files/AnalysisFile.h"
+#include "deck/AnalysisThread.h"
+#include "shared/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+/** Decks that store what they find. */
+struct StoringDecks : DeckFixture, EngineListener
+{
+    StoringDecks() : DeckFixture (juce::File (PX_ADEC_PATH))
+    {
+        world.beatmarks = folder.file ("beatmarks");
+        for (auto& each : world.decks)
+            each->analysisThread = std::make_unique<AnalysisThread> (world, *each);
+        listeners.add (*this);
+    }
+
+    ~StoringDecks() override
+    {
+        listeners.remove (*this);
+        for (auto& each : world.decks)
+            each->importThread.reset();
+    }
+
+    void engineEvent (EngineEvent, int) override {}
+    void engineMessage (const juce::String&, int) override {}
+    void tempoFound (const juce::String& path, double bpm) override { tempos.emplace_back (path, bpm); }
+
+    void load (const juce::File& file, int index = 0)
+    {
+        loadTrack (world, file, index);
+        deck (index).importThread->waitUntilIdle();
+        listeners.deliver();
+    }
+
+    /** Begins a load and returns when the first frames of that track are there. */
+    void beginLoad (const juce::File& file)
+    {
+        loadTrack (world, file, 0);
+        while (deck().texts().filePath != file.getFullPathName() || deck().loadedFrames < 1)
+            juce::Thread::yield();
+    }
+
+    juce::File storedFor (const juce::File& track) const
+    {
+        return AnalysisFile::forTrack (world.beatmarks, track);
+    }
+
+    std::optional<TrackAnalysis> stored (const juce::File& track) const
+    {
+        return AnalysisFile::read (storedFor (track));
+    }
+
+    const TemporaryFolder folder;
+    std::vector<std::pair<juce::String, double>> tempos;
+};
+
+using Tempos = std::vector<std::pair<juce::String, double>>;
+}
+
+TEST (DeckAnalysis, ATrackIsAnalysedOnceAndReadFromThenOn)
+{
+    StoringDecks decks;
+    const auto track = writeDrums (decks.folder.file ("drums.wav"), 35.0, 125.0);
+    decks.load (track);
+    auto& deck = decks.deck();
+    EXPECT_NEAR (deck.bpm, 125.0, 0.05);
+    EXPECT_EQ (deck.bpmAverage, deck.bpm);
+    EXPECT_NEAR (deck.numBeats, 2 * 35 * 125 / 60, 4);
+    EXPECT_NE (deck.autogain, 1.0);
+    EXPECT_EQ (decks.tempos, (Tempos { { track.getFullPathName(), deck.bpm } }));
+    EXPECT_EQ (decks.stored (track), std::optional (analysisOf (decks.world, deck)));
+    // Full beats are every second mark, on the strong noises.
+    const auto beat = deck.grid().nearestEvenBeat (441'000.0);
+    ASSERT_TRUE (beat);
+    const auto phase = *beat / 44100.0 * 125.0 / 60.0;
+    EXPECT_NEAR (phase, std::round (phase), 0.03);
+
+    // What stands in the file is taken, to the last bit, by any deck and after a move.
+    auto told = *decks.stored (track);
+    told.tempoTracker = 99.125;
+    told.gridMode = 1;
+    told.cues->cuePos[3] = 1234.5;
+    told.cues->transportCueSel = 3;
+    told.cues->phaseStart = 77.0;
+    told.cues->transportStart = 1;
+    ASSERT_TRUE (AnalysisFile::write (decks.storedFor (track), told));
+    const auto moved = decks.folder.file ("moved");
+    moved.createDirectory();
+    const auto elsewhere = moved.getChildFile (track.getFileName());
+    ASSERT_TRUE (track.copyFileTo (elsewhere));
+    decks.load (elsewhere, 1);
+    EXPECT_EQ (decks.deck (1).bpm, 99.125);
+    EXPECT_EQ (decks.deck (1).fixedGrid, 1);
+    EXPECT_EQ (decks.deck (1).cues[3], 1234.5);
+    EXPECT_EQ (decks.deck (1).currentCue, 3);
+    EXPECT_EQ (decks.deck (1).startPoint, 77.0);
+    EXPECT_EQ (decks.deck (1).startPointOn, 1);
+    EXPECT_EQ (decks.deck (1).beats, *told.beatMarks);
+    EXPECT_EQ (analysisOf (decks.world, decks.deck (1)), told);
+    EXPECT_EQ (decks.tempos.back().second, 99.125);
+}
+
+TEST (DeckAnalysis, WhatAHandHasSetIsSavedWhenTheTrackLeaves)
+{
+    StoringDecks decks;
+    const auto track = writeDrums (decks.folder.file ("a.wav"), 5.0, 120.0);
+    const auto other = writeDrums (decks.folder.file ("b.wav"), 5.0, 100.0);
+    decks.load (track);
+    EXPECT_EQ (decks.stored (track)->cues->cuePos, TrackAnalysis::Cues().cuePos); // all sixteen unset
+    decks.deck().cues[15] = 5000.0;
+    decks.deck().downbeatPosition = 512;
+    decks.load (other);
+    EXPECT_EQ (decks.stored (track)->cues->cuePos[15], 5000.0);
+    EXPECT_EQ (decks.stored (track)->downbeatPos, 512);
+    EXPECT_EQ (decks.deck().cues[15], emptyCue);
+
+    // Also when the disk with the track has gone, and nothing is written over a track.
+    decks.deck().cues[0] = 44.0;
+    const auto bytes = decks.storedFor (other);
+    other.deleteFile();
+    decks.load (track);
+    EXPECT_EQ (AnalysisFile::read (bytes)->cues->cuePos[0], 44.0);
+    EXPECT_FALSE (other.exists());
+
+    // Or on request, on the deck's own thread.
+    decks.deck().cues[1] = 55.0;
+    decks.deck().analysisThread->requestSave();
+    decks.deck().analysisThread->waitUntilIdle();
+    EXPECT_EQ (decks.stored (track)->cues->cuePos[1], 55.0);
+}
+
+TEST (DeckAnalysis, AFileWithoutAGridIsMadeWholeAndItsCuesStay)
+{
+    StoringDecks decks;
+    const auto track = writeDrums (decks.folder.file ("a.wav"), 5.0, 120.0);
+    const auto file = decks.storedFor (track);
+    TrackAnalysis gridless;
+    gridless.cues.emplace().cuePos[4] = 900.0;
+    ASSERT_TRUE (AnalysisFile::write (file, gridless));
+    decks.load (track);
+    EXPECT_GT (decks.deck().numBeats, 10);
+    EXPECT_EQ (decks.deck().cues[4], 900.0);
+    ASSERT_TRUE (decks.stored (track) && decks.stored (track)->beatMarks);
+    EXPECT_EQ (decks.stored (track)->cues->cuePos[4], 900.0);
+
+    for (const char* text : { "no xml at all", "<audioAnalysis><agg/></audioAnalysis>", "" })
+    {
+        ASSERT_TRUE (file.replaceWithText (text));
+        decks.deck().loadedFrames = 0; // nothing to save
+        decks.load (track);
+        ASSERT_TRUE (decks.stored (track)) << text;
+        EXPECT_GT (decks.stored (track)->beatMarks->size(), 10u) << text;
+    }
+}
+
+TEST (DeckAnalysis, ALoadThatIsBrokenOffWritesNoHalfAnalysis)
+{
+    StoringDecks decks;
+    const auto track = writeDrums (decks.folder.file ("long.wav"), 100.0, 120.0);
+    const auto next = writeDrums (decks.folder.file ("short.wav"), 3.0, 120.0);
+    for (int round = 0; round < 4; ++round)
+    {
+        // While it is decoded, and while it is analysed.
+        decks.beginLoad (track);
+        while (round % 2 == 1 && decks.deck().analysisProgress < 1 && decks.deck().importThread->isBusy())
+            juce::Thread::yield();
+        decks.load (next);
+        const auto found = decks.stored (track);
+        EXPECT_TRUE (!found || found->beatMarks->size() > 300);
+        EXPECT_NEAR (decks.deck().bpm, 120.0, 0.5);
+    }
+
+    // Cues of a track that was not analysed yet are kept all the same.
+    const auto fresh = writeDrums (decks.folder.file ("fresh.wav"), 100.0, 120.0);
+    decks.beginLoad (fresh);
+    decks.deck().cues[7] = 1000.0;
+    decks.load (next);
+    ASSERT_TRUE (decks.stored (fresh));
+    EXPECT_EQ (decks.stored (fresh)->cues->cuePos[7], 1000.0);
+    decks.load (fresh);
+    EXPECT_EQ (decks.deck().cues[7], 1000.0);
+    EXPECT_GT (decks.deck().numBeats, 300);
+}
+
+TEST (DeckAnalysis, TheTempoIsMeasuredAnewNearTheSeedAndTheGridStays)
+{
+    StoringDecks decks;
+    const auto track = writeDrums (decks.folder.file ("a.wav"), 40.0, 110.0);
+    decks.load (track);
+    auto& deck = decks.deck();
+    const auto marks = deck.beats;
+    const auto measureNear = [&] (float seed)
+    {
+        deck.analysisThread->requestAnalysis (seed);
+        deck.analysisThread->waitUntilIdle();
+        decks.listeners.deliver();
+    };
+    measureNear (56.0f);
+    EXPECT_NEAR (deck.bpm, 55.0, 0.1);
+    EXPECT_EQ (deck.bpmAverage, deck.bpm);
+    EXPECT_EQ (decks.tempos.back().second, deck.bpm);
+    EXPECT_EQ (deck.beats, marks);
+    EXPECT_EQ (deck.analysisProgress, 0);
+
+    // Stopped, or cut off by a load, it changes nothing and says nothing.
+    const auto count = decks.tempos.size();
+    const double before = deck.bpm;
+    deck.analysisThread->requestAnalysis (110.0f);
+    deck.analysisThread->stop();
+    decks.listeners.deliver();
+    // It may have been done already: then all of it.
+    EXPECT_EQ (decks.tempos.size(), count + (deck.bpm == before ? 0 : 1));
+    deck.analysisThread->requestAnalysis (56.0f);
+    decks.load (writeDrums (decks.folder.file ("b.wav"), 4.0, 140.0));
+    deck.analysisThread->waitUntilIdle();
+    EXPECT_NEAR (deck.bpm, 140.0, 0.5);
+    const AnalysisThread::Hold held (deck.analysisThread.get());
+    measureNear (70.0f);
+    EXPECT_NEAR (deck.bpm, 140.0, 0.5);
+}
+
+TEST (DeckAnalysis, TheGridOfAPlayingDeckAppearsAsAWhole)
+{
+    StoringDecks decks;
+    const auto track = writeDrums (decks.folder.file ("long.wav"), 60.0, 120.0);
+    loadTrack (decks.world, track, 0);
+    auto& deck = decks.deck();
+    auto sawNone = false;
+    while (deck.importThread->isBusy())
+    {
+        const CallbackLock lock (decks.callbackLock, "block");
+        deck.playState = deck.loadedFrames > 44'100 ? 1 : 0;
+        decks.render (512);
+        const auto grid = deck.grid();
+        sawNone = sawNone || grid.numBeats == 0;
+        if (grid.numBeats > 0)
+        {
+            ASSERT_NEAR (grid.numBeats, 240, 3);
+            ASSERT_NEAR (grid.beatAt (grid.numBeats - 1), 60 * 44100, 44100);
+            ASSERT_EQ (grid.beatAt (grid.downbeatIndex), grid.downbeatPosition);
+        }
+    }
+    EXPECT_TRUE (sawNone);
+    EXPECT_GT (deck.numBeats, 0);
+}

@@ -1,0 +1,121 @@
+#include "deck/FileAnalysis.h"
+#include "DeckFixture.h"
+#include "DrumFile.h"
+#include "analysis/files/AnalysisFile.h"
+#include "deck/BatchAnalysisThread.h"
+#include "shared/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+FileAnalysis::Result analyse (const juce::File& track, const juce::File& folder, bool isAgain = false)
+{
+    static const AdecSharedLibrary decoder { juce::File (PX_ADEC_PATH) };
+    Pacing pacing (Pacing::Mode::offline);
+    FileAnalysis::Request request;
+    request.track = track;
+    request.folder = folder;
+    request.isAgain = isAgain;
+    return FileAnalysis::run (request, decoder, pacing);
+}
+}
+
+TEST (FileAnalysis, AgreesWithWhatADeckFinds)
+{
+    const TemporaryFolder folder;
+    DeckFixture decks { juce::File (PX_ADEC_PATH) };
+    for (const double seconds : { 8.0, 29.5, 31.0 }) // clips, and a track
+    {
+        const auto track = writeDrums (folder.file ("a.wav"), seconds, 128.0);
+        const auto result = analyse (track, folder.file (juce::String (seconds)));
+        loadTrack (decks.world, track, 0);
+        decks.deck().importThread->waitUntilIdle();
+        EXPECT_EQ (result.fault, "");
+        EXPECT_EQ (result.seconds, seconds);
+        EXPECT_TRUE (result.isWritten && !result.wasStored);
+        EXPECT_EQ (*result.analysis.beatMarks, decks.deck().beats) << seconds;
+        EXPECT_EQ (result.analysis.tempoTracker, decks.deck().bpm) << seconds;
+        EXPECT_EQ (result.analysis.downbeatId, decks.deck().downbeatIndex) << seconds;
+        EXPECT_NEAR (*result.analysis.autogain, decks.deck().autogain, 0.002) << seconds;
+        EXPECT_FALSE (result.analysis.cues);
+    }
+}
+
+TEST (FileAnalysis, ReadsWhatIsKeptAndOnlyForcedKeepsHandsWork)
+{
+    const TemporaryFolder folder;
+    const auto track = writeDrums (folder.file ("a.wav"), 6.0, 128.0), marks = folder.file ("marks");
+    auto told = analyse (track, marks).analysis;
+    told.tempoTracker = told.tempoAverage = 128.5;
+    told.cues.emplace().cuePos[9] = 99.0;
+    const auto file = AnalysisFile::forTrack (marks, track);
+    ASSERT_TRUE (AnalysisFile::write (file, told));
+
+    const auto read = analyse (track, marks);
+    EXPECT_TRUE (read.wasStored);
+    EXPECT_EQ (read.sampleRate, 44100.0);
+    EXPECT_EQ (read.analysis.tempoTracker, 128.5);
+    const auto again = analyse (track, marks, true);
+    EXPECT_FALSE (again.wasStored);
+    EXPECT_NEAR (again.analysis.tempoTracker, 128.0, 0.3);
+    EXPECT_EQ (AnalysisFile::read (file)->cues->cuePos[9], 99.0);
+
+    folder.file ("text.wav").replaceWithText ("words");
+    EncodedFiles::writeWav (EncodedFiles::makeNoise (6, 4410, 44100.0), 44100.0, folder.file ("six.wav"));
+    for (const auto* name : { "text.wav", "six.wav", "missing.wav", "marks" })
+        EXPECT_TRUE (analyse (folder.file (name), marks).fault.endsWith (".")) << name;
+}
+
+TEST (FileAnalysis, ABatchGoesThroughItsListAndTellsTempos)
+{
+    struct Hearing : DeckFixture, EngineListener
+    {
+        void engineEvent (EngineEvent, int) override {}
+        void engineMessage (const juce::String&, int) override {}
+        void tempoFound (const juce::String& path, double bpm) override
+        {
+            heard << juce::File (path).getFileNameWithoutExtension() << " " << juce::roundToInt (bpm) << ",";
+        }
+        juce::String heard;
+    } decks;
+    const TemporaryFolder folder;
+    decks.world.beatmarks = folder.file ("beatmarks");
+    decks.listeners.add (decks);
+    juce::StringArray paths;
+    folder.file ("b.wav").replaceWithText ("no audio");
+    for (const auto& track : { writeDrums (folder.file ("a.wav"), 6.0, 120.0), folder.file ("b.wav"),
+                               writeDrums (folder.file ("c.wav"), 6.0, 110.0, 1) })
+        paths.add (track.getFullPathName());
+
+    BatchAnalysisThread batch (decks.world, juce::File (PX_ADEC_PATH));
+    EXPECT_EQ (batch.progress().text(), "");
+    batch.addFiles (paths);
+    for (auto at = batch.progress(); at.isRunning; at = batch.progress())
+    {
+        if (at.name.isEmpty())
+            continue;
+        ASSERT_EQ (at.text(), "Analyzing [" + juce::String (at.done) + "/3] : " + at.name);
+    }
+    decks.listeners.deliver();
+    EXPECT_EQ (decks.heard, "a 120,c 110,");
+
+    // Of a mono file the tempo is found, and no loudness.
+    const auto mono = AnalysisFile::read (AnalysisFile::forTrack (decks.world.beatmarks, paths[2]));
+    ASSERT_TRUE (mono);
+    EXPECT_FALSE (mono->autogain);
+    EXPECT_FALSE (mono->cues);
+
+    const auto longTrack = writeDrums (folder.file ("long.wav"), 300.0, 120.0).getFullPathName();
+    for (int i = 0; i < 50; ++i)
+        batch.addFiles ({ longTrack });
+    batch.stop();
+    EXPECT_FALSE (batch.progress().isRunning);
+    EXPECT_FALSE (AnalysisFile::read (AnalysisFile::forTrack (decks.world.beatmarks, longTrack)));
+    batch.addFiles (paths);
+    batch.waitUntilIdle();
+    decks.listeners.deliver();
+    EXPECT_EQ (decks.heard, "a 120,c 110,a 120,c 110,");
+    batch.addFiles ({ longTrack }); // runs when everything ends
+    decks.listeners.remove (decks);
+}
