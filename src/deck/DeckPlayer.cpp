@@ -1,5 +1,6 @@
 #include "deck/DeckPlayer.h"
 
+#include "deck/AnalysisThread.h"
 #include "deck/DeckWorld.h"
 #include "deck/FileImportThread.h"
 
@@ -62,6 +63,7 @@ void DeckPlayer::resetTrack()
     fixedGrid = 0;
     framesSinceBar = framesOfBar = 0;
     edits.forget();
+    isAnalysed = 0;
 }
 
 void DeckPlayer::makeStretcher (double engineRate)

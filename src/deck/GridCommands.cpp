@@ -1,5 +1,7 @@
 #include "deck/GridCommands.h"
 
+#include "deck/AnalysisThread.h"
+#include "deck/DeckAnalysis.h"
 #include "deck/EditHistory.h"
 
 #include <cmath>
@@ -26,7 +28,7 @@ void GridCommands::setDownbeat (int deckIndex)
         deck->downbeatIndex = *entry;
         deck->downbeatPosition = static_cast<int32_t> (std::lround (grid.beatAt (*entry)));
     }
-    world.listeners.post (EngineEvent::downbeatSet, deckIndex);
+    requestSaveAnalysis (world, *deck);
 }
 
 void GridCommands::scaleTempo (int deckIndex, double factor)
@@ -96,6 +98,12 @@ void GridCommands::tapTempo (int deckIndex)
         deck->bpmAverage = bpm;
     }
     ++tap.taps;
+}
+
+void GridCommands::analyseAgain (int deckIndex)
+{
+    if (auto* deck = world.deck (deckIndex); deck != nullptr && deck->analysisThread != nullptr)
+        deck->analysisThread->requestAnalysis (static_cast<float> (deck->bpm));
 }
 
 bool GridCommands::undo (int deckIndex)

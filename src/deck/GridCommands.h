@@ -12,8 +12,8 @@ class GridCommands
 public:
     explicit GridCommands (DeckWorld& w) noexcept : world (w) {}
 
-    /** Makes the entry nearest to the place that is heard the downbeat, unless none lies within 100,000 frames. Posts
-        EngineEvent::downbeatSet, after which the track's marks are to be saved. */
+    /** Makes the entry nearest to the place that is heard the downbeat, unless none lies within 100,000 frames, and
+        has the track's analysis saved soon. */
     void setDownbeat (int deck);
 
     /** A tempo moves within 30 to 250 BPM and no further than an octave from that of the analysis, or not at all. */
@@ -31,6 +31,9 @@ public:
 
     /** Counts taps; from the second on they set the tempo, 30 to 250 BPM. A pause of 3 s begins anew. */
     void tapTempo (int deck);
+
+    /** Measures the track's tempo again, near the one it has; the grid stays. Any thread that may block. */
+    void analyseAgain (int deck);
 
     /** @returns false if there is no edit to take back, or to do again */
     bool undo (int deck);

@@ -1,5 +1,7 @@
 #include "engine/CPlatterdex.h"
 
+#include "deck/AnalysisThread.h"
+#include "deck/DeckAnalysis.h"
 #include "deck/FileImportThread.h"
 #include "engine/CommandParameter.h"
 #include "engine/CommandTable.h"
@@ -49,7 +51,8 @@ CPlatterdex::CPlatterdex (EngineWorld world)
       preview (environment.pacing),
       recorder (environment.pacing),
       decks (getCallbackLock(), settings, listeners, pacing, environment.clock),
-      transport (decks)
+      transport (decks),
+      batchAnalysis (decks, environment.decoderLibrary)
 {
     random.seed (environment.seed.value_or (juce::Time::currentTimeMillis()));
     decks.noise.fill (random);
@@ -62,10 +65,12 @@ CPlatterdex::CPlatterdex (EngineWorld world)
     if (decks.deck (settings.masterDeck) == nullptr)
         settings.masterDeck = juce::jlimit<int8_t> (0, deckCount - 1, settings.masterDeck);
 
+    decks.beatmarks = environment.folders.beatmarks();
     for (int d = 0; d < deckCount; ++d)
     {
         auto deck = std::make_unique<DeckPlayer> (decks, d);
         deck->makeStretcher (deck->stretcherRate);
+        deck->analysisThread = std::make_unique<AnalysisThread> (decks, *deck);
         deck->importThread = std::make_unique<FileImportThread> (decks, *deck, environment.decoderLibrary);
         decks.decks[static_cast<size_t> (d)] = std::move (deck);
     }
@@ -82,10 +87,15 @@ CPlatterdex::CPlatterdex (EngineWorld world)
 CPlatterdex::~CPlatterdex()
 {
     stopTimer();
+    batchAnalysis.stop();
+    for (auto& deck : decks.decks)
+    {
+        deck->importThread.reset(); // a load that still runs changes settings
+        deck->analysisThread.reset();
+        saveAnalysis (decks, *deck);
+    }
     preview.load ({});
     recorder.stopRecording();
-    for (auto& deck : decks.decks)
-        deck->importThread.reset(); // a load that still runs changes settings
     settings.automixOn = 0;
     juce::ignoreUnused (saveSettings (settings, environment.folders.setup())); // nobody is left to be told
     listeners.remove (*this);
@@ -219,8 +229,10 @@ void CPlatterdex::handleIncomingMidiMessage (juce::MidiInput*, const juce::MidiM
                     | static_cast<uint32_t> (bytes[2]) << 16);
 }
 
-void CPlatterdex::engineEvent (EngineEvent event, int)
+void CPlatterdex::engineEvent (EngineEvent event, int index)
 {
+    if (auto* deck = decks.deck (index); event == EngineEvent::analysisChanged && deck != nullptr)
+        deck->analysisThread->requestSave();
     if (event != EngineEvent::askStopAutomix || environment.prompts == nullptr)
         return;
     environment.prompts->askYesNo ("Play Locked, automix is active!", "Do you want to stop Automix?",

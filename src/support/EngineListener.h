@@ -13,7 +13,7 @@ enum class EngineEvent
     browserCommand,  ///< index: the number of a command that moves or loads in a browser
     recorderChanged, ///< index: 1 recording, 0 idle
     askStopAutomix,  ///< index: the deck whose Play was pressed while automix runs
-    downbeatSet,     ///< index: the deck whose marks are to be saved
+    analysisChanged, ///< index: the deck whose cues or grid a hand has changed; the engine writes its file
 };
 
 /** Hears what the engine says. Called on the message thread, or on whichever thread pumps an engine that has no
@@ -28,4 +28,9 @@ public:
     /** A text of the form "*** Title ***|Line 1|Line 2", to be shown on a deck.
         @param deck   0 to 3 */
     virtual void engineMessage (const juce::String& text, int deck) = 0;
+
+    /** The tempo of a track became known: it was loaded or analysed, in a deck or without one.
+        @param path   of the track
+        @param bpm    30 to 250 if it was measured; what a hand has made of it may be beyond */
+    virtual void tempoFound (const juce::String& path, double bpm) { juce::ignoreUnused (path, bpm); }
 };
