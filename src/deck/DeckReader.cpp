@@ -116,10 +116,7 @@ struct Reader : ReaderState
         position = std::max (position, course.floor);
         const auto jumped = std::abs (position - from) > inaudibleJump + std::abs (rate);
         if (jumped)
-        {
-            declickPosition = from;
-            declickGain = 1.0;
-        }
+            fadeFrom (from);
         return jumped;
     }
 
