@@ -14,6 +14,9 @@ DeckPlayer::~DeckPlayer() = default;
 
 void DeckPlayer::resetTrack()
 {
+    // What was read of the old track is no place in the new one; its sound fades out.
+    emptyRings();
+
     playState = 0;
     cueHold = 0;
     cuePlayArmed = false;
@@ -58,10 +61,9 @@ void DeckPlayer::resetTrack()
 
     numBeats = downbeatIndex = downbeatPosition = 0;
     fixedGrid = 0;
+    framesSinceBar = framesOfBar = 0;
+    edits.forget();
     isAnalysed = 0;
-
-    // What was read of the old track is no place in the new one; its sound fades out.
-    emptyRings();
 }
 
 void DeckPlayer::makeStretcher (double engineRate)
@@ -83,7 +85,7 @@ void DeckPlayer::makeStretcher (double engineRate)
 
 void DeckPlayer::emptyRings() noexcept
 {
-    voice.restart();
+    voice.restart (*this);
     readsAhead = 0;
 }
 

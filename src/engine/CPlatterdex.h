@@ -4,6 +4,8 @@
 #include "deck/BatchAnalysisThread.h"
 #include "deck/DeckWorld.h"
 #include "deck/FileStreamPlayer.h"
+#include "deck/GridCommands.h"
+#include "deck/LoopCommands.h"
 #include "deck/Transport.h"
 #include "engine/EngineWorld.h"
 #include "engine/HostTransport.h"
@@ -134,6 +136,8 @@ public:
     Meters masterMeters;
     DeckWorld decks;
     Transport transport;
+    LoopCommands loops { decks };
+    GridCommands grids { decks };
     BatchAnalysisThread batchAnalysis;
     std::array<EffectRack, deckCount> effectRacks;
     HostTransport host;

@@ -190,6 +190,48 @@ TEST (Commands, EffectsAreChosenSwitchedAndTurned)
     EXPECT_EQ (text ("EFFECT_SELECT_3_GROUP_A"), "Delay");
 }
 
+TEST (Commands, LoopsAreSwitchedSizedAndRead)
+{
+    EngineFixture fixture;
+    fixture.loadNoise (1, 10);
+    const auto expect = [&] (float loop, float leap, float size, float moveSize, float startPoint)
+    {
+        EXPECT_EQ (fixture.get ("LOOP_B"), loop);
+        EXPECT_EQ (fixture.get ("LEAP_B"), leap);
+        EXPECT_EQ (fixture.get ("LOOP_SIZE_B"), size);
+        EXPECT_EQ (fixture.get ("LOOP_MOVE_SIZE_B"), moveSize);
+        EXPECT_EQ (fixture.get ("START_POINT_B"), startPoint);
+    };
+    expect (0, 0, 7, 5, 0);
+    fixture.set ("LOOP_B");
+    fixture.set ("LOOP_HALF_B");
+    fixture.set ("LOOP_MOVE_SIZE_B", 64.0f);
+    expect (1, 0, 6, 6, 0);
+    fixture.set ("LOOP_B");
+    fixture.set ("LEAP_B");
+    fixture.set ("LOOP_DOUBLE_B");
+    fixture.set ("LOOP_SIZE_B", 127.0f);
+    fixture.set ("START_POINT_B");
+    expect (0, 1, 8, 6, 1);
+    fixture.set ("LOOP_SIZE_B", 1.0f); // from a host any step is one down
+    fixture.set ("LOOP_MOVE_SIZE_B", 0.0f);
+    fixture.set ("LEAP_B", 0.0f);
+    fixture.set ("START_POINT_B");
+    expect (0, 1, 7, 5, 0);
+    fixture.set ("LEAP_B");
+    fixture.set ("LOOP_MOVE_FORWARD_B"); // by a beat
+    fixture.set ("LOOP_IN_B");
+    fixture.set ("LOOP_MOVE_FORWARD_B");
+    fixture.set ("LOOP_OUT_B");
+    EXPECT_EQ (fixture.deck (1).loopMode, manualLoop);
+    EXPECT_NEAR (fixture.deck (1).loopOut - fixture.deck (1).loopIn, fixture.deck (1).beatFrames(), 1.0e-6);
+    fixture.set ("LOOP_MOVE_BACKWARD_B");
+    EXPECT_EQ (fixture.deck (1).loopIn, 0.0);
+    fixture.set ("RELOOP_B");
+    EXPECT_EQ (fixture.deck (1).position, 0.0);
+    expect (0, 0, 7, 5, 0);
+}
+
 TEST (Commands, SetMasterCountsStandaloneOnly)
 {
     EngineFixture fixture;

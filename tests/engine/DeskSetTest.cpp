@@ -1,7 +1,8 @@
-// The long set of docs/sets turns every knob of mixer and effect racks. It is played here from start to end, with the
-// real-time sanitizer's run time around each block where the program is linked with it.
+// The long sets of docs/sets turn every knob of mixer and effect racks, and of the loops. They are played here from start
+// to end, with the real-time sanitizer's run time around each block where the program is linked with it.
 
 #include "engine/commands/EffectCommands.h"
+#include "engine/commands/LoopGridCommands.h"
 #include "engine/commands/MixerCommands.h"
 #include "offline/SetPerformance.h"
 #include "shared/EncodedFiles.h"
@@ -21,41 +22,36 @@ namespace
 {
 constexpr double rate = 44100.0;
 
-SetScript deskSet()
+SetScript readSet (const char* name)
 {
-    const auto text = juce::File (PX_SETS).getChildFile ("desk.txt").loadFileAsString().toStdString();
+    const auto text = juce::File (PX_SETS).getChildFile (name).loadFileAsString().toStdString();
     const auto parsed = parseSetScript (text);
     if (const auto* error = std::get_if<SetScriptError> (&parsed))
         ADD_FAILURE() << error->line << ": " << error->sentence;
     return std::holds_alternative<SetScript> (parsed) ? std::get<SetScript> (parsed) : SetScript();
 }
-}
 
-TEST (DeskSet, TurnsEveryKnobOfTheMixerAndTheRacks)
+std::set<int> commandsOf (const SetScript& script)
 {
     std::set<int> turned;
-    for (const auto& event : deskSet().events)
+    for (const auto& event : script.events)
         if (const auto* command = std::get_if<SetScript::Command> (&event.action))
             turned.insert (command->number);
-
-    const auto expectTurned = [&turned] (const CommandFamily& family)
-    {
-        for (int deck = 0; deck < family.deckCount; ++deck)
-            for (int which = 0; which < family.whichCount; ++which)
-            {
-                const auto number = family.first + which * family.whichStride + deck * family.deckStride;
-                EXPECT_TRUE (turned.contains (number)) << CommandTable::constant (number);
-            }
-    };
-    for (const auto& family : CommandTable::mixerFamilies)
-        expectTurned (family);
-    for (const auto& family : CommandTable::effectFamilies)
-        expectTurned (family);
-    for (const auto* constant : { "KEY_LOCK_A", "KEY_TUNING_A", "KEY_RESET_A", "PITCH_A", "PITCH_RESET_A" })
-        expectTurned (*CommandTable::find (CommandTable::numberOf (constant)).family);
+    return turned;
 }
 
-TEST (DeskSet, SoundsFiniteAndBoundedWithoutAllocating)
+void expectAllTurned (const std::set<int>& turned, const CommandFamily& family, int decks)
+{
+    for (int deck = 0; deck < decks; ++deck)
+        for (int which = 0; which < family.whichCount; ++which)
+        {
+            const auto number = family.first + which * family.whichStride + deck * family.deckStride;
+            EXPECT_TRUE (turned.contains (number)) << CommandTable::constant (number);
+        }
+}
+
+/** Noise is heard for most of the time, finite, and within what the limiter leaves. */
+void expectFiniteAndBounded (SetScript script)
 {
     if (__rtsan_ensure_initialized != nullptr)
         __rtsan_ensure_initialized();
@@ -64,7 +60,6 @@ TEST (DeskSet, SoundsFiniteAndBoundedWithoutAllocating)
         EncodedFiles::makeNoise (2, static_cast<int> (80.0 * rate), rate), rate, folder.file ("noise.wav"));
 
     // Noise stands in for the tracks: it hits every band at every moment.
-    auto script = deskSet();
     for (auto& event : script.events)
         if (auto* load = std::get_if<SetScript::Load> (&event.action))
             load->path = noise.getFileName().toStdString();
@@ -109,4 +104,32 @@ TEST (DeskSet, SoundsFiniteAndBoundedWithoutAllocating)
     // The limiter does not look ahead: what passes above full scale is the first samples of a rise.
     EXPECT_LT (loudest, 2.0);
     EXPECT_LT (above, frames / 100);
+}
+}
+
+TEST (DeskSet, TurnsEveryKnobOfTheMixerAndTheRacks)
+{
+    const auto turned = commandsOf (readSet ("desk.txt"));
+    const auto expectTurned = [&turned] (const CommandFamily& family)
+    { expectAllTurned (turned, family, family.deckCount); };
+    for (const auto& family : CommandTable::mixerFamilies)
+        expectTurned (family);
+    for (const auto& family : CommandTable::effectFamilies)
+        expectTurned (family);
+    for (const auto* constant : { "KEY_LOCK_A", "KEY_TUNING_A", "KEY_RESET_A", "PITCH_A", "PITCH_RESET_A" })
+        expectTurned (*CommandTable::find (CommandTable::numberOf (constant)).family);
+}
+
+TEST (DeskSet, SoundsFiniteAndBoundedWithoutAllocating)
+{
+    expectFiniteAndBounded (readSet ("desk.txt"));
+}
+
+TEST (LoopSet, GoesThroughEveryLoopCommandWithoutAllocating)
+{
+    const auto script = readSet ("loops.txt");
+    const auto turned = commandsOf (script);
+    for (const auto& family : CommandTable::loopGridFamilies)
+        expectAllTurned (turned, family, 2);
+    expectFiniteAndBounded (script);
 }
