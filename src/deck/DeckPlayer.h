@@ -5,6 +5,7 @@
 #include "deck/DeckNumbers.h"
 #include "deck/DeckVoice.h"
 #include "deck/PXAudioSampleBuffer.h"
+#include "deck/PhaseHold.h"
 #include "deck/TrackOverview.h"
 #include "support/Relaxed.h"
 #include "support/RingBuffer.h"
@@ -125,6 +126,7 @@ struct DeckPlayer
     Relaxed<int8_t> loopMode, rollingLoop, loadNext;
     Relaxed<int8_t> keyLock { 1 };
     Relaxed<int8_t> resyncRequest, oneShotSync;
+    PhaseHold phaseHold;
     Relaxed<double> loopStart, loopIn, loopOut;
     Relaxed<int8_t> loopInSet, loopOutSet;
     bool cuePlayArmed = false; ///< a press of Cue/Play on the stopped deck waits for its release

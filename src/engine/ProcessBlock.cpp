@@ -1,4 +1,5 @@
 #include "deck/DeckBlock.h"
+#include "deck/PhaseAlignment.h"
 #include "engine/CPlatterdex.h"
 #include "mixer/AutoCrossfader.h"
 #include "mixer/ChannelStrip.h"
@@ -56,7 +57,7 @@ PX_AUDIO_THREAD void takeSampleRate (Block& block)
 
 PX_AUDIO_THREAD void askHostForPosition (Block& block)
 {
-    block.engine.host.update (block.engine.getPlayHead());
+    block.engine.host.update (block.engine.getPlayHead(), block.frames / block.sampleRate);
     block.engine.decks.hostBpm = block.engine.host.bpm;
 }
 
@@ -100,7 +101,10 @@ PX_AUDIO_THREAD void releaseScratches (Block& block)
         DeckBlock::releaseScratch (*deck);
 }
 
-PX_AUDIO_THREAD void alignPhases (Block&) {}
+PX_AUDIO_THREAD void alignPhases (Block& block)
+{
+    PhaseAlignment::run (block.engine.decks, block.engine.host);
+}
 
 PX_AUDIO_THREAD void addLineThrough (Block& block, DeckPlayer& deck)
 {
