@@ -126,6 +126,7 @@ struct DeckPlayer
     Relaxed<int8_t> loopMode, rollingLoop, loadNext;
     Relaxed<int8_t> keyLock { 1 };
     Relaxed<int8_t> resyncRequest, oneShotSync;
+    static constexpr int8_t resyncBesideGrid = 2; ///< a request that continues the grid where it has no beats
     PhaseHold phaseHold;
     Relaxed<double> loopStart, loopIn, loopOut;
     Relaxed<int8_t> loopInSet, loopOutSet;

@@ -70,30 +70,46 @@ bool runsFreely (const DeckPlayer& deck) noexcept
            && deck.jogValue == 0.0 && deck.nudge == 0 && deck.reverse == 0 && deck.loopMode == 0;
 }
 
-/** Where a deck goes so that `wanted` beats after its even beat are heard now. @param wanted   at most one beat in size */
+/** Where a deck goes so that `wanted` beats after its even beat are heard now. */
 std::optional<double> placeNear (const DeckPlayer& deck, double wanted) noexcept
 {
     const auto heard = deck.heardPosition();
     const auto beat = deck.grid().nearestEvenBeat (heard);
-    const auto length = deck.beatFrames();
-    if (!beat.has_value() || !(std::abs (heard - *beat) <= length) || !(std::abs (wanted) <= 1.0))
+    if (!beat.has_value() || !(std::abs (wanted) <= 1.0))
         return {};
-    return *beat + wanted * length;
+
+    const auto length = deck.beatFrames();
+    const auto beatsOff = (heard - *beat) / length;
+    if (std::abs (beatsOff) <= 1.0)
+        return *beat + wanted * length;
+    if (deck.resyncRequest == DeckPlayer::resyncBesideGrid)
+        return *beat + (wanted + std::round (beatsOff)) * length;
+    return {};
+}
+
+/** What the tempos around two places ask of a deck beyond the tempos of the tracks. */
+double localFactor (double length, double usualLength, const Beats& theirs) noexcept
+{
+    return std::clamp (length / usualLength * theirs.usualLength / theirs.length, 1.0 / greatestLocalTempo,
+                       greatestLocalTempo);
 }
 
 /** Jumps there, finely adjusted so that the deck will be in phase where it has read up to the reference's time. */
 void jumpToPhase (DeckWorld& world, DeckPlayer& deck, const Beats& reference, double target) noexcept
 {
     const auto stretched = deck.voice.front (world, deck).stretched;
-    const auto meeting = target + reference.time * TempoSync::speed (world, deck, stretched);
-    auto length = deck.beatFrames();
-    if (const auto there = BeatPhase::at (deck.grid(), meeting))
+    const auto usual = deck.beatFrames();
+    const auto thereFrom = [&] (double place)
     {
-        target += BeatPhase::wrapped (reference.phase - there->phase) * there->length;
-        length = there->length;
-    }
+        const auto meeting = place + reference.time * TempoSync::speed (world, deck, stretched);
+        return BeatPhase::at (deck.grid(), meeting).value_or (BeatPhase { reference.phase, usual });
+    };
+    deck.phaseHold.factor = 1.0;
+    deck.phaseHold.factor = localFactor (thereFrom (target).length, usual, reference);
+    const auto there = thereFrom (target);
+    target += BeatPhase::wrapped (reference.phase - there.phase) * there.length;
     if (target < 0.0)
-        target += length * std::ceil (-target / length);
+        target += there.length * std::ceil (-target / there.length);
 
     const auto isClose =
         std::abs (Reading (world, deck).heardNow() - target) < closeSeconds * deck.sampleRate;
@@ -125,70 +141,76 @@ void hold (DeckWorld& world, DeckPlayer& deck, int reference, const std::optiona
         held = {};
         return;
     }
-    held.factor = std::clamp (ours->length / ours->usualLength * theirs->usualLength / theirs->length,
-                              1.0 / greatestLocalTempo, greatestLocalTempo);
+    held.factor = localFactor (ours->length, ours->usualLength, *theirs);
 
-    const auto distance = BeatPhase::wrapped (theirs->phaseNow() - (ours->phase - ours->time * theirs->perFrame));
-    const auto seconds = BeatPhase::wrapped (distance - held.distance) / (theirs->perFrame * world.engineRate);
+    const auto distance =
+        BeatPhase::wrapped (theirs->phaseNow() - (ours->phase - ours->time * theirs->perFrame));
+    const auto seconds =
+        BeatPhase::wrapped (distance - held.distance) / (theirs->perFrame * world.engineRate);
     if (held.reference != reference || !(std::abs (seconds) <= greatestErrorSeconds))
         return holdFrom (deck, reference, distance);
 
     held.correcting = std::abs (seconds) > (held.correcting ? correctToSeconds : correctFromSeconds);
     if (held.correcting)
-        held.factor *= 1.0 + std::clamp (seconds / correctionSeconds, -greatestCorrection, greatestCorrection);
+        held.factor *=
+            1.0 + std::clamp (seconds / correctionSeconds, -greatestCorrection, greatestCorrection);
 }
 
 void followMaster (DeckWorld& world, DeckPlayer& deck) noexcept
 {
     const auto* master = world.deck (world.settings.masterDeck);
     if (master == nullptr || master == &deck)
+    {
+        deck.phaseHold = {};
         return;
-    if (deck.resyncRequest != 0 || master->resyncRequest != 0)
-        PhaseAlignment::alignToMaster (world, deck);
+    }
+    if ((deck.resyncRequest != 0 || master->resyncRequest != 0)
+        && PhaseAlignment::alignToMaster (world, deck))
+        return;
     hold (world, deck, master->index, runsFreely (*master) ? beatsOf (world, *master) : std::nullopt);
 }
 
 void followHost (DeckWorld& world, DeckPlayer& deck, const SongPosition& host) noexcept
 {
-    if (deck.resyncRequest != 0 || host.hasRestarted)
-        PhaseAlignment::alignToHost (world, deck, host);
+    if ((deck.resyncRequest != 0 || host.hasRestarted) && PhaseAlignment::alignToHost (world, deck, host))
+        return;
     hold (world, deck, PhaseHold::hostReference, beatsOf (world, host));
 }
 }
 
-void PhaseAlignment::alignToMaster (DeckWorld& world, DeckPlayer& deck) noexcept
+bool PhaseAlignment::alignToMaster (DeckWorld& world, DeckPlayer& deck) noexcept
 {
     const auto* master = world.deck (world.settings.masterDeck);
     if (master == nullptr || !isPlaying (deck) || !isPlaying (*master)
         || !(master->position <= master->loadedFrames))
-        return;
+        return false;
 
-    deck.phaseHold.factor = 1.0;
     const auto beats = beatsOf (world, *master);
     const auto heard = Reading (world, *master).heardNow();
     const auto beat = master->grid().nearestEvenBeat (heard);
     if (!beats.has_value() || !beat.has_value())
-        return;
-    if (const auto target = placeNear (deck, (heard - *beat) / master->beatFrames()))
-    {
-        jumpToPhase (world, deck, *beats, *target);
-        holdFrom (deck, master->index, 0.0);
-    }
+        return false;
+    const auto target = placeNear (deck, (heard - *beat) / master->beatFrames());
+    if (!target.has_value())
+        return false;
+    jumpToPhase (world, deck, *beats, *target);
+    holdFrom (deck, master->index, 0.0);
+    return true;
 }
 
-void PhaseAlignment::alignToHost (DeckWorld& world, DeckPlayer& deck, const SongPosition& host) noexcept
+bool PhaseAlignment::alignToHost (DeckWorld& world, DeckPlayer& deck, const SongPosition& host) noexcept
 {
     if (!isPlaying (deck) || !host.isPlaying || !(host.bpm > 0.0))
-        return;
+        return false;
 
-    deck.phaseHold.factor = 1.0;
     const auto phase = BeatPhase::wrapped (host.timeInSeconds * host.bpm / 60.0);
-    if (const auto target = placeNear (deck, phase))
-    {
-        jumpToPhase (world, deck, { phase, 0.0, host.bpm / (60.0 * world.engineRate) }, *target);
-        holdFrom (deck, PhaseHold::hostReference,
-                  host.beats.has_value() ? BeatPhase::wrapped (*host.beats - phase) : 0.0);
-    }
+    const auto target = placeNear (deck, phase);
+    if (!target.has_value())
+        return false;
+    jumpToPhase (world, deck, { phase, 0.0, host.bpm / (60.0 * world.engineRate) }, *target);
+    holdFrom (deck, PhaseHold::hostReference,
+              host.beats.has_value() ? BeatPhase::wrapped (*host.beats - phase) : 0.0);
+    return true;
 }
 
 void PhaseAlignment::run (DeckWorld& world, const SongPosition& host) noexcept

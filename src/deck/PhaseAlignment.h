@@ -14,10 +14,10 @@ namespace PhaseAlignment
 PX_AUDIO_THREAD void run (DeckWorld&, const SongPosition& host) noexcept;
 
 /** Jumps to the master's phase, near to where the deck is heard. Needs both decks playing and a beat of each grid
-    within one beat's length, and does nothing otherwise. */
-PX_AUDIO_THREAD void alignToMaster (DeckWorld&, DeckPlayer&) noexcept;
+    within one beat's length. @returns false if that fails and nothing was done */
+PX_AUDIO_THREAD bool alignToMaster (DeckWorld&, DeckPlayer&) noexcept;
 
 /** Jumps to the phase of the host's beats, which are counted from time 0 at the present tempo. Needs deck and host
-    playing and a beat within one beat's length, and does nothing otherwise. */
-PX_AUDIO_THREAD void alignToHost (DeckWorld&, DeckPlayer&, const SongPosition&) noexcept;
+    playing and a beat within one beat's length. @returns false if that fails and nothing was done */
+PX_AUDIO_THREAD bool alignToHost (DeckWorld&, DeckPlayer&, const SongPosition&) noexcept;
 }

@@ -4,6 +4,7 @@
 #include "engine/CommandParameter.h"
 #include "engine/CommandTable.h"
 #include "settings/SettingsFile.h"
+#include "support/AudioFileTypes.h"
 
 #include <array>
 #include <cmath>
@@ -49,7 +50,8 @@ CPlatterdex::CPlatterdex (EngineWorld world)
       preview (environment.pacing),
       recorder (environment.pacing),
       decks (getCallbackLock(), settings, listeners, pacing, environment.clock),
-      transport (decks)
+      transport (decks),
+      automix (decks)
 {
     random.seed (environment.seed.value_or (juce::Time::currentTimeMillis()));
     decks.noise.fill (random);
@@ -219,14 +221,47 @@ void CPlatterdex::handleIncomingMidiMessage (juce::MidiInput*, const juce::MidiM
                     | static_cast<uint32_t> (bytes[2]) << 16);
 }
 
-void CPlatterdex::engineEvent (EngineEvent event, int)
+void CPlatterdex::askToStopAutomix()
 {
-    if (event != EngineEvent::askStopAutomix || environment.prompts == nullptr)
+    if (environment.prompts == nullptr)
         return;
     environment.prompts->askYesNo ("Play Locked, automix is active!", "Do you want to stop Automix?",
                                    [this, stillHere = std::weak_ptr<const int> (lifetime)] (bool yes)
                                    {
                                        if (yes && !stillHere.expired())
-                                           settings.automixOn = 0;
+                                           automix.stop();
                                    });
+}
+
+void CPlatterdex::loadNextTrack (int deck)
+{
+    auto* player = decks.deck (deck);
+    if (player == nullptr || player->importThread->isBusy() || player->playState != 0
+        || settings.automixOn == 0)
+        return; // meanwhile somebody else has found something to do for it
+
+    auto file = juce::File();
+    if (environment.automixSource != nullptr)
+        do
+            file = environment.automixSource->nextTrack();
+        while (file != juce::File() && !AudioFileTypes::matches (file));
+    if (file == juce::File())
+        unloadTrack (decks, deck);
+    else
+        loadTrack (file, deck);
+}
+
+void CPlatterdex::engineEvent (EngineEvent event, int index)
+{
+    switch (event)
+    {
+    case EngineEvent::askStopAutomix:
+        return askToStopAutomix();
+    case EngineEvent::toggleAutomix:
+        return settings.automixOn != 0 ? automix.stop() : automix.start();
+    case EngineEvent::loadNextTrack:
+        return loadNextTrack (index);
+    default:
+        return;
+    }
 }

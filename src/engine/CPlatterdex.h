@@ -4,6 +4,7 @@
 #include "deck/DeckWorld.h"
 #include "deck/FileStreamPlayer.h"
 #include "deck/Transport.h"
+#include "engine/Automix.h"
 #include "engine/EngineWorld.h"
 #include "engine/HostTransport.h"
 #include "fx/EffectRack.h"
@@ -129,6 +130,7 @@ public:
     Meters masterMeters;
     DeckWorld decks;
     Transport transport;
+    Automix automix;
     std::array<EffectRack, deckCount> effectRacks;
     HostTransport host;
     PostQueue<uint32_t, 512> midiInput;
@@ -140,6 +142,8 @@ public:
 private:
     static BusesProperties buses();
     void engineEvent (EngineEvent, int index) override;
+    void askToStopAutomix();
+    void loadNextTrack (int deck);
     void engineMessage (const juce::String&, int) override {}
     void timerCallback() override { deliverMessages(); }
 

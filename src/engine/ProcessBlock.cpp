@@ -1,7 +1,6 @@
 #include "deck/DeckBlock.h"
 #include "deck/PhaseAlignment.h"
 #include "engine/CPlatterdex.h"
-#include "mixer/AutoCrossfader.h"
 #include "mixer/ChannelStrip.h"
 #include "mixer/Monitor.h"
 
@@ -73,7 +72,7 @@ PX_AUDIO_THREAD void computeCoefficients (Block& block)
 
 PX_AUDIO_THREAD void advanceCrossfaderAndAutomix (Block& block)
 {
-    AutoCrossfader::advance (block.engine.settings, block.frames * 1000.0 / block.sampleRate);
+    block.engine.automix.advance (block.frames * 1000.0 / block.sampleRate);
 }
 
 PX_AUDIO_THREAD void takeDeckInputs (Block& block)
@@ -166,6 +165,7 @@ PX_AUDIO_THREAD void clearResyncRequests (Block& block)
 {
     for (auto& deck : block.engine.decks.decks)
         deck->resyncRequest = 0;
+    block.engine.automix.handOverNearEnd();
 }
 
 PX_AUDIO_THREAD void runSampler (Block&) {}

@@ -41,7 +41,6 @@ constexpr CommandFamily unbuiltFamilies[] {
     { 449, 1, 0, 4, 1, "VST Param 1 Slot {d}", "VST_PARAM_1_SLOT_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the parameter, 0 to 1", "the value" },
     { 453, 1, 0, 4, 1, "VST Param 2 Slot {d}", "VST_PARAM_2_SLOT_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the parameter, 0 to 1", "the value" },
     { 457, 1, 0, 4, 1, "Loop Move Size {d}", "LOOP_MOVE_SIZE_{d}", K::relative, S::stepped, nullptr, nullptr, 5, "steps the size, 0 to 10", "the size" },
-    { 435, 1, 0, 1, 0, "Automix On/Off", "AUTOMIX_ON_OFF", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
 };
 // clang-format on
 }
