@@ -1,8 +1,8 @@
 #include "Check.h"
 
 #include "library/formats/Location.h"
-#include "library/formats/Utf8.h"
-#include "library/formats/XmlCharacters.h"
+#include "support/xml/Utf8.h"
+#include "support/xml/XmlCharacters.h"
 
 namespace
 {

@@ -1,7 +1,7 @@
 #include "Check.h"
 
 #include "library/formats/PropertyList.h"
-#include "library/formats/XmlPullParser.h"
+#include "support/xml/XmlPullParser.h"
 
 namespace
 {

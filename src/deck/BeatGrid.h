@@ -1,17 +1,10 @@
 #pragma once
 
+#include "analysis/files/BeatMark.h"
+
 #include <cstdint>
 #include <optional>
 #include <vector>
-
-/** One entry of a beat table. The layout is that of the stored form: 32 bits of position, 32 of padding, a double. */
-struct BeatMark
-{
-    int32_t pos = 0;  ///< frames of the file
-    double bpm = 0.0; ///< local tempo
-};
-
-static_assert (sizeof (BeatMark) == 16);
 
 /** Where the beats of a track lie. Entries stand half a beat apart, so the full beats are every second entry, counted
     from the downbeat's. Either the table tells them (a tracked grid), or tempo and downbeat alone do (a fixed grid).

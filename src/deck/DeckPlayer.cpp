@@ -1,5 +1,6 @@
 #include "deck/DeckPlayer.h"
 
+#include "deck/AnalysisThread.h"
 #include "deck/DeckWorld.h"
 #include "deck/FileImportThread.h"
 
@@ -58,6 +59,7 @@ void DeckPlayer::resetTrack()
 
     numBeats = downbeatIndex = downbeatPosition = 0;
     fixedGrid = 0;
+    isAnalysed = 0;
 
     // What was read of the old track is no place in the new one; its sound fades out.
     emptyRings();

@@ -14,8 +14,10 @@
 
 #include <array>
 #include <memory>
+#include <mutex>
 #include <vector>
 
+class AnalysisThread;
 class FileImportThread;
 struct DeckWorld;
 
@@ -69,6 +71,7 @@ struct DeckPlayer
     struct Texts
     {
         juce::String filePath, title, artist, album;
+        juce::String analysisPath {}; ///< where the track's analysis is kept; empty if nowhere
     };
 
     /** Any thread but the audio thread. */
@@ -150,6 +153,10 @@ struct DeckPlayer
     std::vector<BeatMark> beats;
     Relaxed<int32_t> numBeats, downbeatIndex, downbeatPosition;
     Relaxed<int8_t> fixedGrid;
+    Relaxed<int8_t> isAnalysed; ///< the grid is that of the track, even if it is empty
+
+    /** Held to replace the table, before the callback lock, and to read it on a thread that does not hold that one. */
+    std::mutex beatsLock;
 
     /** The deck's own input of the running block, 2 channels of 16384 frames: control signal and line. */
     juce::AudioSampleBuffer scratchBuffer { 2, 16384 };
@@ -171,6 +178,8 @@ private:
     Texts trackTexts;
 
 public:
+    std::unique_ptr<AnalysisThread> analysisThread;
+
     /** Last, so that it has gone before what it writes to. */
     std::unique_ptr<FileImportThread> importThread;
 };

@@ -30,6 +30,9 @@ struct DeckWorld
     Pacing& pacing;
     const MillisecondClock clock;
 
+    /** The folder of the analysis files; without one nothing is stored. Set before the first load. */
+    juce::File beatmarks;
+
     std::array<std::unique_ptr<DeckPlayer>, deckCount> decks;
 
     Relaxed<double> engineRate { 44100.0 }; ///< Hz

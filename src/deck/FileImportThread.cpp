@@ -1,7 +1,10 @@
 #include "deck/FileImportThread.h"
 
+#include "analysis/files/AnalysisFile.h"
 #include "analysis/loudness/Autogain.h"
-
+#include "analysis/track/TrackAnalyser.h"
+#include "deck/AnalysisThread.h"
+#include "deck/DeckAnalysis.h"
 #include "deck/TrackDecoder.h"
 #include "deck/Transport.h"
 #include "support/AudioFileTypes.h"
@@ -73,39 +76,81 @@ void FileImportThread::prepareDeck (const juce::File& file)
         deck.resetTrack();
     }
     deck.overview->clear();
-    deck.setTexts ({ file.getFullPathName(), file.getFileNameWithoutExtension(), {}, {} });
+    const auto stored =
+        world.beatmarks == juce::File() ? file : AnalysisFile::forTrack (world.beatmarks, file);
+    deck.setTexts ({ file.getFullPathName(),
+                     file.getFileNameWithoutExtension(),
+                     {},
+                     {},
+                     stored == file ? juce::String() : stored.getFullPathName() });
+}
+
+void FileImportThread::dropTrack()
+{
+    {
+        const CallbackLock lock (world.callbackLock, "reset of a load");
+        deck.resetTrack();
+    }
+    deck.setTexts ({});
+    deck.cancelLoad = 1;
+    if (world.settings.automixOn != 0 && deck.index < 2)
+        deck.loadNext = 1;
+    world.listeners.postMessage (loadError, deck.index);
+    world.listeners.post (EngineEvent::loadFailed, deck.index);
+}
+
+void FileImportThread::analyse()
+{
+    const int frames = deck.loadedFrames;
+    const double rate = deck.sampleRate;
+    const auto *left = deck.audioMemory.left(), *right = deck.audioMemory.right();
+    TrackAnalyser analyser (rate, TrackAnalyser::isClip (frames, rate));
+    for (int done = 0; done < frames; done += TrackAnalyser::blockFrames)
+    {
+        if (deck.cancelLoad != 0)
+            return;
+        analyser.add (left + done, right + done, std::min (TrackAnalyser::blockFrames, frames - done));
+        deck.analysisProgress = done;
+        if (world.settings.lowPriorityAnalysis != 0)
+            world.pacing.pause();
+    }
+    TrackAnalysis found;
+    found.tempoTracker = deck.bpm;
+    found.tempoAverage = deck.bpmAverage;
+    analyser.finish (world.settings.tempoRangeIndex, found);
+    if (deck.cancelLoad != 0)
+        return;
+    applyAnalysis (world, deck, std::move (found));
+    if (const auto factor = Autogain::measure (left, right, frames, rate, world.pacing, deck.cancelLoad))
+        deck.autogain = *factor;
 }
 
 void FileImportThread::runJob (const juce::File& file)
 {
+    const AnalysisThread::Hold noMeasurement (deck.analysisThread.get());
+    saveAnalysis (world, deck);
     world.listeners.post (EngineEvent::trackLeft, deck.index);
     prepareDeck (file);
+    const auto isStored = loadAnalysis (world, deck);
 
     decodeTrack (file, decoder, deck, world);
 
     const auto cancelled = deck.cancelLoad != 0;
-    if (deck.loadedFrames < 1)
-    {
-        if (!cancelled)
-        {
-            deck.setTexts ({});
-            deck.cancelLoad = 1;
-            if (world.settings.automixOn != 0 && deck.index < 2)
-                deck.loadNext = 1;
-            world.listeners.postMessage (loadError, deck.index);
-            world.listeners.post (EngineEvent::loadFailed, deck.index);
-        }
-        return;
-    }
-    if (cancelled)
+    if (deck.loadedFrames < 1 && !cancelled)
+        dropTrack();
+    if (deck.loadedFrames < 1 || cancelled)
         return;
     deck.loadedOk = 1;
     deck.isTrackLoaded = 1;
-    if (const auto factor =
-            Autogain::measure (deck.audioMemory.left(), deck.audioMemory.right(), deck.loadedFrames,
-                               deck.sampleRate, world.pacing, deck.cancelLoad))
-        deck.autogain = *factor;
     world.listeners.post (EngineEvent::trackLoaded, deck.index);
+    if (!isStored)
+        analyse();
+    if (deck.cancelLoad != 0)
+        return;
+    if (deck.numBeats > 0)
+        world.listeners.postTempo (file.getFullPathName(), deck.bpm);
+    if (!isStored)
+        saveAnalysis (world, deck);
 }
 
 void loadTrack (DeckWorld& world, const juce::File& file, int deckIndex)
@@ -143,6 +188,8 @@ void unloadTrack (DeckWorld& world, int deckIndex)
     auto* deck = world.deck (deckIndex);
     if (deck == nullptr || deck->loadedFrames < 1 || deck->importThread->isBusy())
         return;
+    const AnalysisThread::Hold noMeasurement (deck->analysisThread.get());
+    saveAnalysis (world, *deck);
     {
         const CallbackLock lock (world.callbackLock, "unload");
         deck->resetTrack();

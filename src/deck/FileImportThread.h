@@ -6,9 +6,10 @@
 #include <atomic>
 #include <mutex>
 
-/** Decodes one file after the other into its deck's memory. One per deck, started with it.
+/** Decodes one file after the other into its deck's memory, and analyses those of which no analysis is stored. One per
+    deck, started with it.
 
-    The audio thread may play what has arrived while the rest is still decoded. */
+    The audio thread may play what has arrived while the rest is still decoded and analysed. */
 class FileImportThread : private juce::Thread
 {
 public:
@@ -32,6 +33,8 @@ private:
     void run() override;
     void runJob (const juce::File&);
     void prepareDeck (const juce::File&);
+    void dropTrack();
+    void analyse();
 
     DeckWorld& world;
     DeckPlayer& deck;

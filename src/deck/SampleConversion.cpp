@@ -58,8 +58,26 @@ noexcept
     return static_cast<int16_t> (std::bit_cast<Integer> (limited + Bits<Float>::roundingSum));
 }
 
-template <typename Sample>
-int convert (std::span<const std::byte> data, int channels, int16_t* left, int16_t* right) noexcept
+struct To16Bit
+{
+    template <typename Sample>
+    int16_t operator() (Sample value) const noexcept
+    {
+        return to16Bit (value);
+    }
+};
+
+struct ToFloat
+{
+    float operator() (uint8_t value) const noexcept { return static_cast<float> (value - 128) * 0x1p-7f; }
+    float operator() (int16_t value) const noexcept { return static_cast<float> (value) * 0x1p-15f; }
+    float operator() (int32_t value) const noexcept { return static_cast<float> (value) * 0x1p-31f; }
+    float operator() (float value) const noexcept { return value; }
+    float operator() (double value) const noexcept { return static_cast<float> (value); }
+};
+
+template <typename Sample, typename Convert, typename Out>
+int convert (std::span<const std::byte> data, int channels, Convert one, Out* left, Out* right) noexcept
 {
     const auto frames = static_cast<int> (data.size() / (sizeof (Sample) * static_cast<size_t> (channels)));
     // The decoder aligns its buffer for vectors, so this cast meets every format's alignment.
@@ -67,16 +85,38 @@ int convert (std::span<const std::byte> data, int channels, int16_t* left, int16
     if (channels == 1)
     {
         for (int i = 0; i < frames; ++i)
-            left[i] = to16Bit (samples[i]);
-        std::memcpy (right, left, static_cast<size_t> (frames) * sizeof (int16_t));
+            left[i] = one (samples[i]);
+        std::memcpy (right, left, static_cast<size_t> (frames) * sizeof (Out));
         return frames;
     }
     for (int i = 0; i < frames; ++i)
     {
-        left[i] = to16Bit (samples[2 * i]);
-        right[i] = to16Bit (samples[2 * i + 1]);
+        left[i] = one (samples[2 * i]);
+        right[i] = one (samples[2 * i + 1]);
     }
     return frames;
+}
+
+template <typename Convert, typename Out>
+int convertFormat (std::span<const std::byte> data, int format, int channels, Convert one, Out* left,
+                   Out* right) noexcept
+{
+    if (channels != 1 && channels != 2)
+        return 0;
+    switch (static_cast<SampleFormat> (format))
+    {
+    case SampleFormat::unsigned8:
+        return convert<uint8_t> (data, channels, one, left, right);
+    case SampleFormat::signed16:
+        return convert<int16_t> (data, channels, one, left, right);
+    case SampleFormat::signed32:
+        return convert<int32_t> (data, channels, one, left, right);
+    case SampleFormat::float32:
+        return convert<float> (data, channels, one, left, right);
+    case SampleFormat::float64:
+        return convert<double> (data, channels, one, left, right);
+    }
+    return 0;
 }
 }
 
@@ -100,20 +140,11 @@ int bytesPerSample (int format) noexcept
 int convertTo16Bit (std::span<const std::byte> data, int format, int channels, int16_t* left,
                     int16_t* right) noexcept
 {
-    if (channels != 1 && channels != 2)
-        return 0;
-    switch (static_cast<SampleFormat> (format))
-    {
-    case SampleFormat::unsigned8:
-        return convert<uint8_t> (data, channels, left, right);
-    case SampleFormat::signed16:
-        return convert<int16_t> (data, channels, left, right);
-    case SampleFormat::signed32:
-        return convert<int32_t> (data, channels, left, right);
-    case SampleFormat::float32:
-        return convert<float> (data, channels, left, right);
-    case SampleFormat::float64:
-        return convert<double> (data, channels, left, right);
-    }
-    return 0;
+    return convertFormat (data, format, channels, To16Bit {}, left, right);
+}
+
+int convertToFloat (std::span<const std::byte> data, int format, int channels, float* left,
+                    float* right) noexcept
+{
+    return convertFormat (data, format, channels, ToFloat {}, left, right);
 }

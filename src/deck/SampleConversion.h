@@ -25,3 +25,7 @@ int bytesPerSample (int format) noexcept;
     @returns frames written; 0 for another format or channel count */
 int convertTo16Bit (std::span<const std::byte> data, int format, int channels, int16_t* left,
                     int16_t* right) noexcept;
+
+/** The same to floats, full scale 1: integers are divided by their greatest magnitude, floats stay what they are. */
+int convertToFloat (std::span<const std::byte> data, int format, int channels, float* left,
+                    float* right) noexcept;

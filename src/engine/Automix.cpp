@@ -149,9 +149,14 @@ void Automix::handOverNearEnd() noexcept
     if (isEmpty (onAir) || isLoading (onAir) || isEmpty (other) || fade < wholeSecondsLeft (onAir))
         return;
 
+    // A track that still loads may be a longer one, and its tempo isn't known yet.
+    const auto waits = isLoading (other) && (world.settings.automixSync != 0 || wholeSecondsLeft (other) <= fade)
+                       && !isPlayedOut (onAir);
+    if (waits)
+        return;
     if (wholeSecondsLeft (other) > fade)
         putOnAir (other);
-    else if (isLoading (other) || other.playState != 0)
+    else if (other.playState != 0)
         return;
     else if (other.position != 0.0)
         other.jumpTo (0.0);

@@ -1,5 +1,7 @@
 #include "engine/CPlatterdex.h"
 
+#include "deck/AnalysisThread.h"
+#include "deck/DeckAnalysis.h"
 #include "deck/FileImportThread.h"
 #include "engine/CommandParameter.h"
 #include "engine/CommandTable.h"
@@ -51,7 +53,8 @@ CPlatterdex::CPlatterdex (EngineWorld world)
       recorder (environment.pacing),
       decks (getCallbackLock(), settings, listeners, pacing, environment.clock),
       transport (decks),
-      automix (decks)
+      automix (decks),
+      batchAnalysis (decks, environment.decoderLibrary)
 {
     random.seed (environment.seed.value_or (juce::Time::currentTimeMillis()));
     decks.noise.fill (random);
@@ -64,10 +67,12 @@ CPlatterdex::CPlatterdex (EngineWorld world)
     if (decks.deck (settings.masterDeck) == nullptr)
         settings.masterDeck = juce::jlimit<int8_t> (0, deckCount - 1, settings.masterDeck);
 
+    decks.beatmarks = environment.folders.beatmarks();
     for (int d = 0; d < deckCount; ++d)
     {
         auto deck = std::make_unique<DeckPlayer> (decks, d);
         deck->makeStretcher (deck->stretcherRate);
+        deck->analysisThread = std::make_unique<AnalysisThread> (decks, *deck);
         deck->importThread = std::make_unique<FileImportThread> (decks, *deck, environment.decoderLibrary);
         decks.decks[static_cast<size_t> (d)] = std::move (deck);
     }
@@ -84,10 +89,15 @@ CPlatterdex::CPlatterdex (EngineWorld world)
 CPlatterdex::~CPlatterdex()
 {
     stopTimer();
+    batchAnalysis.stop();
+    for (auto& deck : decks.decks)
+    {
+        deck->importThread.reset(); // a load that still runs changes settings
+        deck->analysisThread.reset();
+        saveAnalysis (decks, *deck);
+    }
     preview.load ({});
     recorder.stopRecording();
-    for (auto& deck : decks.decks)
-        deck->importThread.reset(); // a load that still runs changes settings
     settings.automixOn = 0;
     juce::ignoreUnused (saveSettings (settings, environment.folders.setup())); // nobody is left to be told
     listeners.remove (*this);
@@ -261,6 +271,10 @@ void CPlatterdex::engineEvent (EngineEvent event, int index)
         return settings.automixOn != 0 ? automix.stop() : automix.start();
     case EngineEvent::loadNextTrack:
         return loadNextTrack (index);
+    case EngineEvent::analysisChanged:
+        if (auto* deck = decks.deck (index))
+            deck->analysisThread->requestSave();
+        return;
     default:
         return;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "deck/AudioRecorder.h"
+#include "deck/BatchAnalysisThread.h"
 #include "deck/DeckWorld.h"
 #include "deck/FileStreamPlayer.h"
 #include "deck/Transport.h"
@@ -61,6 +62,10 @@ public:
 
     /** Loads a track into a deck, 0 to 3. Returns when the load has begun. Not on the audio thread. */
     void loadTrack (const juce::File&, int deck);
+
+    /** Those who hear the engine's events, messages and the tempo of each track that is loaded or analysed. Any thread that may block. */
+    void addAnalysisListener (EngineListener& listener) { listeners.add (listener); }
+    void removeAnalysisListener (EngineListener& listener) { listeners.remove (listener); }
 
     /** Starts a recording into the settings' file, or ends the one that runs. Not on the audio thread. */
     void toggleRecorder();
@@ -131,6 +136,7 @@ public:
     DeckWorld decks;
     Transport transport;
     Automix automix;
+    BatchAnalysisThread batchAnalysis;
     std::array<EffectRack, deckCount> effectRacks;
     HostTransport host;
     PostQueue<uint32_t, 512> midiInput;

@@ -1,5 +1,6 @@
 #include "offline/OfflineHost.h"
 
+#include "deck/AnalysisThread.h"
 #include "deck/FileImportThread.h"
 
 #include <algorithm>
@@ -7,6 +8,12 @@
 
 namespace
 {
+void waitFor (const DeckPlayer& deck)
+{
+    deck.importThread->waitUntilIdle();
+    deck.analysisThread->waitUntilIdle();
+}
+
 juce::Time timeAfter (double seconds)
 {
     // Local, so that the names of recordings are the same everywhere.
@@ -26,6 +33,7 @@ EngineWorld OfflineHost::makeWorld (const Options& options) const
     world.wallClock = [this] { return timeAfter (static_cast<double> (renderedFrames) / sampleRate); };
     world.pacing = Pacing::Mode::offline;
     world.seed = options.seed;
+    world.automixSource = options.automixSource;
     return world;
 }
 
@@ -91,13 +99,13 @@ void OfflineHost::load (const juce::File& file, int deck, bool waits)
 {
     processor->loadTrack (file, deck);
     if (auto* player = processor->decks.deck (deck); waits && player != nullptr)
-        player->importThread->waitUntilIdle();
+        waitFor (*player);
     processor->deliverMessages();
 }
 
 void OfflineHost::waitForLoads()
 {
     for (const auto& deck : processor->decks.decks)
-        deck->importThread->waitUntilIdle();
+        waitFor (*deck);
     processor->deliverMessages();
 }

@@ -1,6 +1,7 @@
 #include "settings/SettingsFile.h"
 
 #include "support/AudioThread.h"
+#include "support/ReplaceFile.h"
 
 #include <algorithm>
 #include <bit>
@@ -112,17 +113,6 @@ bool saveSettings (const EngineSettings& settings, const juce::File& setupFolder
     if (setupFolder.createDirectory().failed())
         return false;
 
-    // Written beside the old file and renamed over it: a full disk or a power cut in the middle of the write must not
-    // cost the user's settings.
-    const juce::TemporaryFile temporary (settingsFile (setupFolder), juce::TemporaryFile::useHiddenFile);
     const auto bytes = writeSettings (settings);
-    {
-        juce::FileOutputStream stream (temporary.getFile());
-        if (stream.failedToOpen() || !stream.write (bytes.data(), bytes.size()))
-            return false;
-        stream.flush();
-        if (stream.getStatus().failed())
-            return false;
-    }
-    return temporary.overwriteTargetFileWithTemporary();
+    return replaceFile (settingsFile (setupFolder), bytes.data(), bytes.size());
 }

@@ -2,6 +2,7 @@
 
 #include "standalone/ApplicationDisplay.h"
 #include "standalone/ApplicationSession.h"
+#include "standalone/RootFolder.h"
 #include "standalone/Verb.h"
 #include "standalone/VerbOptions.h"
 
@@ -13,8 +14,7 @@ constexpr int exitNoDisplay = 3;
 constexpr int longestRun = 1'000'000;
 
 constexpr std::array options {
-    VerbOption { "--root", "DIR",
-                 "the folder of settings, tracks and recordings (PLATTERDEX_ROOT, or beside the program)" },
+    RootFolder::option,
     VerbOption { "--quit-after", "SECONDS", "ends by itself" },
     VerbOption { "--help", nullptr, "this text" },
 };
@@ -34,22 +34,6 @@ public:
     void resumed() override {}
     void unhandledException (const std::exception*, const juce::String&, int) override {}
 };
-
-/** @returns the folders, or nothing after a report */
-std::optional<Folders> findFolders (const VerbOptions& given)
-{
-    const auto ofEnvironment = juce::SystemStats::getEnvironmentVariable ("PLATTERDEX_ROOT", {});
-    if (!given.has ("--root") && ofEnvironment.isEmpty())
-        return Folders::ofPlugin();
-    Folders folders;
-    folders.root = given.has ("--root")
-                       ? given.fileOf ("--root")
-                       : juce::File::getCurrentWorkingDirectory().getChildFile (ofEnvironment);
-    if (folders.root.createDirectory().wasOk() && folders.root.hasWriteAccess())
-        return folders;
-    failWith ("The folder " + folders.root.getFullPathName() + " can't be made or written.");
-    return {};
-}
 }
 
 int runApplication (const juce::StringArray& arguments)
@@ -74,7 +58,7 @@ int runApplication (const juce::StringArray& arguments)
             "without one.");
         return exitNoDisplay;
     }
-    const auto folders = findFolders (given);
+    const auto folders = RootFolder::find (given);
     if (!folders)
         return ExitCode::badInput;
 

@@ -1,3 +1,4 @@
+#include "standalone/AnalyseVerb.h"
 #include "standalone/Application.h"
 #include "standalone/CommandsVerb.h"
 #include "standalone/DemoTracksVerb.h"
@@ -17,6 +18,7 @@ namespace
 {
 constexpr std::array verbs {
     Verb { "perform", "plays a set of timed lines into WAV files, faster than real time", runPerform },
+    Verb { "analyse", "finds tempo, beats and loudness of files and folders, and keeps them", runAnalyse },
     Verb { "import", "brings files and folders into the library", runImport },
     Verb { "list", "prints songs of the library", runList },
     Verb { "playlist", "makes, fills and shows playlists", runPlaylist },

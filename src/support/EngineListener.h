@@ -16,6 +16,7 @@ enum class EngineEvent
     toggleAutomix,   ///< someone pressed its button
     automixChanged,  ///< index: 1 on, 0 off
     loadNextTrack,   ///< index: the deck, 0 or 1, that automix wants a track on
+    analysisChanged, ///< index: the deck whose cues or grid a hand has changed; the engine writes its file
 };
 
 /** Hears what the engine says. Called on the message thread, or on whichever thread pumps an engine that has no
@@ -30,4 +31,9 @@ public:
     /** A text of the form "*** Title ***|Line 1|Line 2", to be shown on a deck.
         @param deck   0 to 3 */
     virtual void engineMessage (const juce::String& text, int deck) = 0;
+
+    /** The tempo of a track became known: it was loaded or analysed, in a deck or without one.
+        @param path   of the track
+        @param bpm    30 to 250 if it was measured; what a hand has made of it may be beyond */
+    virtual void tempoFound (const juce::String& path, double bpm) { juce::ignoreUnused (path, bpm); }
 };

@@ -3,6 +3,7 @@
 #include "support/EngineListener.h"
 #include "support/PostQueue.h"
 
+#include <functional>
 #include <vector>
 
 /** Carries events and messages from any thread to the engine's listeners.
@@ -21,6 +22,9 @@ public:
     /** The same for a fixed message. @param text   a string literal */
     void postMessage (const char* text, int deck) noexcept;
 
+    /** Tells the tempo of a track. Any thread that may block; nothing is dropped. */
+    void postTempo (const juce::String& path, double bpm);
+
     /** Hands everything posted so far to the listeners. One thread at a time, the message thread if there is one. */
     void deliver();
 
@@ -32,7 +36,17 @@ private:
         int index = 0;
     };
 
+    struct Tempo
+    {
+        juce::String path;
+        double bpm = 0.0;
+    };
+
+    void call (const std::function<void (EngineListener&)>&);
+
     PostQueue<Entry, 1024> queue;
+    juce::CriticalSection tempoLock;
+    std::vector<Tempo> tempos;
     juce::CriticalSection listenerLock;
     std::vector<EngineListener*> listeners;
 };

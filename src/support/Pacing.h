@@ -20,6 +20,8 @@ public:
 
     explicit Pacing (Mode m) noexcept : mode (m) {}
 
+    bool isLive() const noexcept { return mode == Mode::live; }
+
     /** Rests for 1 ms, or not at all offline. */
     void pause() noexcept
     {
@@ -29,6 +31,12 @@ public:
         const auto before = juce::Time::getMillisecondCounterHiRes();
         juce::Thread::sleep (1);
         pausedMilliseconds += juce::Time::getMillisecondCounterHiRes() - before;
+    }
+
+    /** The priority of threads whose work nobody waits for: on stage it is done with what time is left over. */
+    juce::Thread::Priority workerPriority() const noexcept
+    {
+        return mode == Mode::live ? juce::Thread::Priority::background : juce::Thread::Priority::normal;
     }
 
     /** The time spent in pause() so far, in ms, over all workers (approximate while several pause at once). */

@@ -1,8 +1,8 @@
 #include "library/formats/M3u.h"
 
 #include "library/formats/Location.h"
-#include "library/formats/TextReader.h"
-#include "library/formats/XmlCharacters.h"
+#include "support/xml/TextReader.h"
+#include "support/xml/XmlCharacters.h"
 
 #include <algorithm>
 #include <string>

@@ -1,6 +1,6 @@
 #include "library/formats/PropertyList.h"
 
-#include "library/formats/XmlPullParser.h"
+#include "support/xml/XmlPullParser.h"
 
 #include <array>
 #include <limits>

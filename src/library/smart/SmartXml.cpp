@@ -1,7 +1,7 @@
-#include "library/formats/XmlCharacters.h"
-#include "library/formats/XmlPullParser.h"
 #include "library/smart/SmartField.h"
 #include "library/smart/SmartPlaylist.h"
+#include "support/xml/XmlCharacters.h"
+#include "support/xml/XmlPullParser.h"
 
 #include <limits>
 

@@ -1,4 +1,4 @@
-#include "library/formats/XmlCharacters.h"
+#include "support/xml/XmlCharacters.h"
 
 #include <array>
 #include <charconv>

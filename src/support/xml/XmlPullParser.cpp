@@ -1,6 +1,6 @@
-#include "library/formats/XmlPullParser.h"
+#include "support/xml/XmlPullParser.h"
 
-#include "library/formats/XmlCharacters.h"
+#include "support/xml/XmlCharacters.h"
 
 #include <algorithm>
 

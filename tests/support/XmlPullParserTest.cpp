@@ -1,4 +1,4 @@
-#include "library/formats/XmlPullParser.h"
+#include "support/xml/XmlPullParser.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "library/formats/TextReader.h"
-#include "library/formats/XmlFault.h"
+#include "support/xml/TextReader.h"
+#include "support/xml/XmlFault.h"
 
 #include <memory>
 #include <optional>

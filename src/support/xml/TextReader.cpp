@@ -1,6 +1,6 @@
-#include "library/formats/TextReader.h"
+#include "support/xml/TextReader.h"
 
-#include "library/formats/Utf8.h"
+#include "support/xml/Utf8.h"
 
 #include <cstring>
 

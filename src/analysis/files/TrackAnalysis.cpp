@@ -1,0 +1,129 @@
+#include "analysis/files/TrackAnalysis.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+// Far wider than what decks and tracker make, and still nothing that a grid or an ear suffers from.
+constexpr double lowestTempo = 1.0, highestTempo = 1000.0, highestGain = 64.0;
+constexpr double lastFrame = INT32_MAX;
+
+/** Marks follow tempo changes within a track; a hand's halving and doubling is far beyond that. */
+constexpr double tempoTolerance = 0.02;
+
+bool isTempo (double bpm)
+{
+    return bpm >= lowestTempo && bpm <= highestTempo;
+}
+
+double tempoOr (double bpm, double otherwise)
+{
+    return isTempo (bpm) ? bpm : otherwise;
+}
+
+bool isFrame (double frame)
+{
+    return frame >= 0.0 && frame <= lastFrame;
+}
+
+void repair (TrackAnalysis::Cues& cues)
+{
+    for (auto& cue : cues.cuePos)
+        if (!isFrame (cue))
+            cue = TrackAnalysis::unsetCue;
+    if (!isFrame (cues.phaseStart))
+        cues.phaseStart = 0.0;
+    if (const auto slot = cues.transportCueSel.value_or (0);
+        slot < 0 || slot >= static_cast<int> (TrackAnalysis::cueCount))
+        cues.transportCueSel.reset();
+    if (cues.transportStart)
+        cues.transportStart = *cues.transportStart != 0 ? 1 : 0;
+}
+
+double middleTempo (const std::vector<BeatMark>& marks)
+{
+    std::vector<double> tempos;
+    tempos.reserve (marks.size());
+    for (const auto& mark : marks)
+        tempos.push_back (mark.bpm);
+    const auto middle = tempos.begin() + static_cast<std::ptrdiff_t> (tempos.size() / 2);
+    std::nth_element (tempos.begin(), middle, tempos.end());
+    return *middle;
+}
+}
+
+void repair (TrackAnalysis& analysis)
+{
+    analysis.tempoTracker = tempoOr (analysis.tempoTracker, TrackAnalysis::defaultTempo);
+    analysis.tempoAverage = tempoOr (analysis.tempoAverage, TrackAnalysis::defaultTempo);
+    if (analysis.beatMarks && !analysis.beatMarks->empty())
+    {
+        auto& marks = *analysis.beatMarks;
+        int64_t before = -1;
+        const auto end = std::find_if (marks.begin(), marks.end(),
+                                       [&before] (const BeatMark& mark)
+                                       {
+                                           const auto ascends = mark.pos > before;
+                                           before = mark.pos;
+                                           return !ascends;
+                                       });
+        marks.erase (end, marks.end());
+        for (auto& mark : marks)
+            mark.bpm = tempoOr (mark.bpm, analysis.tempoTracker);
+        if (marks.empty())
+            analysis.beatMarks.reset();
+    }
+
+    const auto count = analysis.beatMarks ? static_cast<int32_t> (analysis.beatMarks->size()) : 0;
+    if (analysis.downbeatId < 0 || analysis.downbeatId >= count)
+        analysis.downbeatId = 0;
+    analysis.downbeatPos = std::max (analysis.downbeatPos, 0);
+    if (analysis.cues)
+        repair (*analysis.cues);
+    if (const auto gain = analysis.autogain.value_or (1.0); !(gain > 0.0 && gain <= highestGain))
+        analysis.autogain.reset();
+}
+
+bool isHandMoved (const TrackAnalysis& analysis)
+{
+    if (!analysis.cues || !analysis.beatMarks)
+        return false;
+    if (analysis.gridMode.value_or (0) != 0 || analysis.tempoTracker != analysis.tempoAverage)
+        return true;
+    const auto& marks = *analysis.beatMarks;
+    if (marks.empty())
+        return false;
+    const auto downbeat = static_cast<size_t> (analysis.downbeatId);
+    return (downbeat < marks.size() && marks[downbeat].pos != analysis.downbeatPos)
+           || std::abs (analysis.tempoTracker / middleTempo (marks) - 1.0) > tempoTolerance;
+}
+
+TrackAnalysis mergeFresh (const TrackAnalysis& old, TrackAnalysis fresh)
+{
+    if (!old.cues)
+        return fresh;
+    fresh.cues = old.cues;
+    const auto hasFreshGrid = fresh.beatMarks && !fresh.beatMarks->empty();
+    if (isHandMoved (old) || (old.beatMarks && !hasFreshGrid))
+    {
+        const auto autogain = fresh.autogain;
+        fresh = old;
+        if (autogain)
+            fresh.autogain = autogain;
+        return fresh;
+    }
+    fresh.gridMode = old.gridMode;
+    if (!old.beatMarks || old.beatMarks->empty() || !hasFreshGrid)
+        return fresh;
+
+    const auto& marks = *fresh.beatMarks;
+    const auto distance = [&old] (const BeatMark& mark)
+    { return std::abs (static_cast<int64_t> (mark.pos) - old.downbeatPos); };
+    const auto nearest =
+        std::min_element (marks.begin(), marks.end(),
+                          [&] (const auto& a, const auto& b) { return distance (a) < distance (b); });
+    fresh.downbeatId = static_cast<int32_t> (nearest - marks.begin());
+    fresh.downbeatPos = nearest->pos;
+    return fresh;
+}

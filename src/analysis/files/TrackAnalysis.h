@@ -1,0 +1,57 @@
+#pragma once
+
+#include "analysis/files/BeatMark.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+/** What is known of a track and kept beside the library: its tempo, grid, cue points and gain. A value.
+
+    What is empty stands in no file, and a deck leaves its own field as it is. */
+struct TrackAnalysis
+{
+    static constexpr size_t cueCount = 16;
+    static constexpr double unsetCue = -1.0, defaultTempo = 120.0;
+
+    /** What a hand has set. A file that no deck has written yet has none. */
+    struct Cues
+    {
+        Cues() { cuePos.fill (unsetCue); }
+        bool operator== (const Cues&) const = default;
+
+        std::array<double, cueCount> cuePos;   ///< frames of the file
+        double phaseStart = 0.0;               ///< start point in frames of the file
+        std::optional<int8_t> transportCueSel; ///< the selected slot, 0 to 15
+        std::optional<int8_t> transportStart;  ///< 1 while the start point is on
+    };
+
+    bool operator== (const TrackAnalysis&) const = default;
+
+    double tempoTracker = defaultTempo; ///< BPM that the deck works with
+    double tempoAverage = defaultTempo; ///< BPM of the analysis
+
+    /** The grid, in ascending order; empty for a track without beats. Nothing if the beats have not been looked for:
+        the track is then still to be analysed. */
+    std::optional<std::vector<BeatMark>> beatMarks;
+
+    int32_t downbeatId = 0;          ///< index of the mark that is the downbeat
+    int32_t downbeatPos = 0;         ///< its position, or where a hand has moved it to, in frames of the file
+    std::optional<int32_t> gridMode; ///< other than 0: tempo and downbeat tell the grid, not the marks
+    std::optional<Cues> cues;
+    std::optional<double> autogain; ///< linear factor
+};
+
+/** Makes a value usable that was read from bytes: numbers that are none or far beyond any track take their defaults; of
+    the marks those stay that begin a table in ascending order. A table that begins with no usable mark counts as none. */
+void repair (TrackAnalysis&);
+
+/** Whether a hand has moved the grid of a file that a deck has written: it follows tempo and downbeat only, its downbeat
+    stands off its mark, or its tempo is not that of its marks. */
+bool isHandMoved (const TrackAnalysis&);
+
+/** What a new analysis of a track leaves of the old one. Cues stay, and a grid that a hand has moved stays with its
+    tempo; under a new grid the downbeat stays at the mark that is nearest to where it was, if a deck wrote the old
+    value. */
+TrackAnalysis mergeFresh (const TrackAnalysis& old, TrackAnalysis fresh);

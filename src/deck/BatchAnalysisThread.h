@@ -1,0 +1,68 @@
+#pragma once
+
+#include "deck/AdecSharedLibrary.h"
+#include "deck/DeckWorld.h"
+
+#include <atomic>
+#include <mutex>
+#include <vector>
+
+/** Analyses a list of files without any deck, one after the other, and writes their analysis files. One per engine, at
+    idle priority while something sounds; it rests after every 1024 frames. */
+class BatchAnalysisThread : private juce::Thread
+{
+public:
+    /** @param decoderLibrary   where the decoder's shared library lies */
+    BatchAnalysisThread (DeckWorld&, const juce::File& decoderLibrary);
+
+    /** Stops and ends the thread. */
+    ~BatchAnalysisThread() override;
+
+    /** Appends files to the list. The listeners are told the tempo of each; one that can't be decoded is passed over.
+        Any thread that may block.
+        @param isAgain   also files whose analysis is stored, of which only hand-made work stays; others are only read */
+    void addFiles (const juce::StringArray& paths, bool isAgain = false);
+
+    /** Empties the list, ends the running job at its next block and waits for that. Any thread that may block. */
+    void stop();
+
+    /** Waits for the end of the list. Any thread that may block. */
+    void waitUntilIdle() const;
+
+    /** Where the list is. Any thread that may block. */
+    struct Progress
+    {
+        bool isRunning = false;
+        int done = 0, total = 0; ///< files of the list, which begins anew when it was empty
+        double seconds = 0.0;    ///< of the file at hand that are done
+        juce::String name;       ///< of the file at hand
+
+        /** The status line: "Analyzing [2/9] : name"; empty while nothing runs. */
+        juce::String text() const;
+    };
+    Progress progress() const;
+
+private:
+    struct Job
+    {
+        juce::File file;
+        bool isAgain = false;
+    };
+
+    void run() override;
+    void analyse (const Job&);
+    bool takeNext (Job&);
+
+    DeckWorld& world;
+    AdecSharedLibrary decoder;
+
+    mutable std::mutex listLock;
+    std::vector<Job> list; ///< those before `done` are done
+    size_t done = 0;
+    juce::String currentName;
+    bool isRunning = false; ///< from addFiles() to the end of the list
+
+    Relaxed<double> currentSeconds;
+    std::atomic<bool> stopping { false };
+    juce::WaitableEvent wake;
+};

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "analysis/files/TrackAnalysis.h"
+
+#include <juce_core/juce_core.h>
+
+struct DeckPlayer;
+struct DeckWorld;
+
+/** Lays the stored analysis of the deck's track, if there is one, over the deck's fields. On the deck's loader thread.
+    @returns true if the deck has an analysis now. False also where cues were found without a grid: the track is still to
+             be analysed, and the cues are in the deck. */
+bool loadAnalysis (DeckWorld&, DeckPlayer&);
+
+/** Writes the deck's tempo, grid, cues and gain beside the library: before its track is replaced, at the end of the engine,
+    and whenever a hand has changed them. Writes nothing without samples, without a path, or where neither an analysis
+    nor a hand has made anything worth keeping. Any thread that may block, without the callback lock.
+    @returns false if the file could not be written */
+bool saveAnalysis (DeckWorld&, DeckPlayer&);
+
+/** Asks the engine to save the deck's analysis soon. Any thread, including the audio thread. */
+void requestSaveAnalysis (DeckWorld&, DeckPlayer&) noexcept;
+
+/** The values of an analysis that are a deck's; its marks replace the deck's table as a whole. Any thread that may block,
+    without the callback lock: the audio thread sees the old grid or the new one. */
+void applyAnalysis (DeckWorld&, DeckPlayer&, TrackAnalysis);
+
+/** What applyAnalysis() takes, as it stands in the deck. */
+TrackAnalysis analysisOf (DeckWorld&, DeckPlayer&);
