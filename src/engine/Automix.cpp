@@ -150,7 +150,8 @@ void Automix::handOverNearEnd() noexcept
         return;
 
     // A track that still loads may be a longer one, and its tempo isn't known yet.
-    const auto waits = isLoading (other) && (world.settings.automixSync != 0 || wholeSecondsLeft (other) <= fade)
+    const auto waits = isLoading (other)
+                       && (world.settings.automixSync != 0 || wholeSecondsLeft (other) <= fade)
                        && !isPlayedOut (onAir);
     if (waits)
         return;

@@ -26,7 +26,8 @@ struct Beginning
     int8_t fade;
 };
 
-constexpr auto toLeft = AutoCrossfader::toLeft, toRight = AutoCrossfader::toRight, idle = AutoCrossfader::idle;
+constexpr auto toLeft = AutoCrossfader::toLeft, toRight = AutoCrossfader::toRight,
+               idle = AutoCrossfader::idle;
 
 // clang-format off
 constexpr std::array beginnings {

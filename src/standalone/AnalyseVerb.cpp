@@ -27,7 +27,8 @@ constexpr std::array options {
 };
 
 constexpr const char* description =
-    "Finds tempo, beats and loudness of audio files, and of those below folders, and keeps them for the decks.\n"
+    "Finds tempo, beats and loudness of audio files, and of those below folders, and keeps them for the "
+    "decks.\n"
     "What is kept already is only read. Prints comma-separated values in the order of the names:\n"
     "\n"
     "  path,seconds,tempo,beats,downbeat,autogain,speed\n"
@@ -100,15 +101,14 @@ void print (const juce::String& path, const Finding& finding, bool withBeats)
     const auto rate = finding.result.sampleRate > 0.0 ? finding.result.sampleRate : 44100.0;
     const auto first = static_cast<size_t> (analysis.downbeatId & 1);
     const auto beats = marks.size() > first ? (marks.size() - first + 1) / 2 : 0;
-    printLine (field (path) + "," + decimals (finding.seconds, 1) + ","
-               + (marks.empty() ? juce::String() : decimals (analysis.tempoTracker, 2)) + ","
-               + juce::String (beats) + ","
-               + (marks.empty() ? juce::String() : decimals (analysis.downbeatPos / rate, 6)) + ","
-               + (analysis.autogain ? decimals (20.0 * std::log10 (*analysis.autogain), 2) : juce::String())
-               + ","
-               + (finding.result.wasStored || finding.spentSeconds <= 0.0
-                      ? juce::String()
-                      : juce::String (std::lround (finding.seconds / finding.spentSeconds))));
+    printLine (
+        field (path) + "," + decimals (finding.seconds, 1) + ","
+        + (marks.empty() ? juce::String() : decimals (analysis.tempoTracker, 2)) + "," + juce::String (beats)
+        + "," + (marks.empty() ? juce::String() : decimals (analysis.downbeatPos / rate, 6)) + ","
+        + (analysis.autogain ? decimals (20.0 * std::log10 (*analysis.autogain), 2) : juce::String()) + ","
+        + (finding.result.wasStored || finding.spentSeconds <= 0.0
+               ? juce::String()
+               : juce::String (std::lround (finding.seconds / finding.spentSeconds))));
     for (size_t i = 0; withBeats && i < marks.size(); ++i)
     {
         const auto* kind = static_cast<int32_t> (i) == analysis.downbeatId ? "downbeat"
@@ -177,8 +177,8 @@ int runAnalyse (const juce::StringArray& arguments)
     const auto jobs = given.wholeNumber ("--jobs", 1, 1, 64);
     if (given.has ("--help"))
     {
-        printLine (helpText ("analyse PATH... [--beats] [--jobs N] [--force] [--root DIR]", description,
-                             options));
+        printLine (
+            helpText ("analyse PATH... [--beats] [--jobs N] [--force] [--root DIR]", description, options));
         return ExitCode::success;
     }
     if (given.error().isNotEmpty())
