@@ -94,9 +94,11 @@ void Automix::setSync() noexcept
 void Automix::keepOnAir() noexcept
 {
     auto& onAir = deck (automixDeck);
-    if (onAir.playState != 0 || isPlayedOut (onAir))
-        return;
-    putOnAir (onAir);
+    auto& other = deck (1 - automixDeck);
+    if (onAir.playState == 0 && !isPlayedOut (onAir))
+        putOnAir (onAir);
+    else if (isEmpty (onAir) && !isLoading (onAir) && !isPlayedOut (other))
+        putOnAir (other);
 }
 
 void Automix::putOnAir (DeckPlayer& next) noexcept
@@ -146,7 +148,7 @@ void Automix::handOverNearEnd() noexcept
     const auto& onAir = deck (automixDeck);
     auto& other = deck (1 - automixDeck);
     const auto fade = world.settings.automixFadeSeconds.get();
-    if (isEmpty (onAir) || isLoading (onAir) || isEmpty (other) || fade < wholeSecondsLeft (onAir))
+    if (isEmpty (onAir) || isLoading (onAir) || isPlayedOut (other) || fade < wholeSecondsLeft (onAir))
         return;
 
     // A track that still loads may be a longer one, and its tempo isn't known yet.

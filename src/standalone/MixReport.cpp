@@ -25,7 +25,8 @@ void MixReport::look (double seconds)
         if (plays && !onDeck[d])
         {
             onDeck[d] = played.size();
-            played.push_back ({ deck.texts().filePath, seconds, seconds, deck.numBeats > 0 ? deck.bpm.get() : 0.0, {} });
+            played.push_back (
+                { deck.texts().filePath, seconds, seconds, deck.numBeats > 0 ? deck.bpm.get() : 0.0, {} });
         }
         if (onDeck[d])
             played[*onDeck[d]].end = seconds;
@@ -53,8 +54,9 @@ juce::String MixReport::csv() const
 {
     juce::String text ("track,start,end,tempo,offset_ms\n");
     for (const auto& row : played)
-        text << oneLine (row.path).replace ("\"", "\"\"").quoted() << "," << juce::String (row.start, 3) << ","
-             << juce::String (row.end, 3) << "," << (row.tempo > 0.0 ? juce::String (row.tempo, 2) : juce::String())
-             << "," << (row.offsets.empty() ? juce::String() : juce::String (median (row.offsets), 3)) << "\n";
+        text << oneLine (row.path).replace ("\"", "\"\"").quoted() << "," << juce::String (row.start, 3)
+             << "," << juce::String (row.end, 3) << ","
+             << (row.tempo > 0.0 ? juce::String (row.tempo, 2) : juce::String()) << ","
+             << (row.offsets.empty() ? juce::String() : juce::String (median (row.offsets), 3)) << "\n";
     return text;
 }

@@ -14,7 +14,7 @@ public:
     {
         juce::String path;
         double start = 0.0, end = 0.0;
-        double tempo = 0.0;             ///< BPM of the track
+        double tempo = 0.0; ///< BPM of the track
 
         /** How late its beats were against those of the track before, in ms, block by block while both were heard; none if
             one of them has no grid. The stretcher places attacks, and what lies between them wanders a little. */

@@ -27,12 +27,15 @@ constexpr std::array options {
     VerbOption { "--help", nullptr, "this text" },
 };
 
-constexpr const char* usage = "mix PATH|LIST.m3u|DIR ... --out FILE [--fade SECONDS] [--no-sync] [--bass-swap]\n"
-                              "                      [--order given|tempo] [--report FILE] [--rate HZ] [--root DIR]";
+constexpr const char* usage =
+    "mix PATH|LIST.m3u|DIR ... --out FILE [--fade SECONDS] [--no-sync] [--bass-swap]\n"
+    "                      [--order given|tempo] [--report FILE] [--rate HZ] [--root DIR]";
 
 constexpr const char* description =
-    "Mixes tracks by automix, faster than real time: one after the other, in tempo and phase, until the last has\n"
-    "ended. What has no analysis yet is analysed first, and the analysis is kept below the root. A file that\n"
+    "Mixes tracks by automix, faster than real time: one after the other, in tempo and phase, until the last "
+    "has\n"
+    "ended. What has no analysis yet is analysed first, and the analysis is kept below the root. A file "
+    "that\n"
     "can't be played is one line on the error output.\n"
     "\n"
     "The report has a line for each track: track,start,end,tempo,offset_ms, with times in seconds and the\n"
@@ -60,7 +63,8 @@ struct Wishes
 };
 
 /** Puts the tracks into a library of this run and into its automix list. The user's own automix list stays. */
-void fillAutomixList (SongDatabase& database, const std::vector<MixTracks::Track>& tracks, ImportProgress& progress)
+void fillAutomixList (SongDatabase& database, const std::vector<MixTracks::Track>& tracks,
+                      ImportProgress& progress)
 {
     juce::StringArray paths;
     for (const auto& track : tracks)
@@ -114,7 +118,8 @@ juce::String render (OfflineHost& host, const LibraryAutomix& list, const juce::
         host.waitForLoads();
         if (begin >= 0)
             report.look (static_cast<double> (host.position() - begin) / engine.getSampleRate());
-        progress.setProgress (static_cast<double> (report.rows().size()) / static_cast<double> (trackCount + 1));
+        progress.setProgress (static_cast<double> (report.rows().size())
+                              / static_cast<double> (trackCount + 1));
     }
     engine.recorder.stopRecording();
     return begin < 0 ? juce::String ("None of the tracks can be played.") : juce::String();
