@@ -119,7 +119,7 @@ void Automix::askForTracks (double milliseconds) noexcept
         auto& each = deck (d);
         auto& waited = sinceAsked[static_cast<size_t> (d)];
         waited += milliseconds;
-        if (isLoading (each) || each.playState != 0)
+        if (isLoading (each) || (each.playState != 0 && !isEmpty (each)))
             continue;
         const auto wants = isEmpty (each) || (isAtEnd (each) && d != automixDeck);
         if (each.loadNext == 0 && !(wants && waited >= askAgainMs))
