@@ -1,5 +1,6 @@
 #include "engine/CommandTable.h"
 
+#include "engine/commands/AutomixCommands.h"
 #include "engine/commands/EffectCommands.h"
 #include "engine/commands/MixerCommands.h"
 #include "engine/commands/TransportCommands.h"
@@ -12,8 +13,9 @@ namespace CommandTable
 {
 namespace
 {
-constexpr std::array<std::span<const CommandFamily>, 4> parts { transportFamilies, mixerFamilies,
-                                                                effectFamilies, unbuiltFamilies };
+constexpr std::array<std::span<const CommandFamily>, 5> parts { transportFamilies, mixerFamilies,
+                                                                effectFamilies, automixFamilies,
+                                                                unbuiltFamilies };
 
 struct Table
 {

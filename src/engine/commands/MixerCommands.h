@@ -142,8 +142,6 @@ constexpr CommandFamily mixerFamilies[] {
     { 285, 1, 0, 4, 1, "Balance {d}", "BALANCE_{d}", K::value, S::continuous, setLevel<&DeckPlayer::balance>, readField<&DeckPlayer::balance>, 0, "0 left to 1 right", "the value" },
     { 289, 1, 0, 4, 1, "Punch {d}", "PUNCH_{d}", K::trigger, S::trigger, overrideMix<ChannelStrip::punch>, readOverride<ChannelStrip::punch>, 0, "full level past the crossfader, or back", "1 if so" },
     { 293, 1, 0, 4, 1, "Cut {d}", "CUT_{d}", K::trigger, S::trigger, overrideMix<ChannelStrip::cut>, readOverride<ChannelStrip::cut>, 0, "cut past the crossfader, or back", "1 if so" },
-    { 435, 1, 0, 1, 0, "Automix On/Off", "AUTOMIX_ON_OFF", K::trigger, S::trigger,
-      [] (CPlatterdex& e, const CommandCall&) { e.listeners.post (EngineEvent::toggleAutomix, 0); }, readFlag<&EngineSettings::automixOn>, 0, "toggles", "the flag" },
     { 297, 1, 0, 1, 0, "Master Volume", "MASTER_VOLUME", K::value, S::continuous, setLevel<&EngineSettings::masterVolume>, readField<&EngineSettings::masterVolume>, 0, "the volume, 0 to 1", "the value" },
 };
 // clang-format on
