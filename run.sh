@@ -2,6 +2,7 @@
 # Builds the application and starts it. Where there is no display and nothing else is asked for, it performs the demo
 # set into demo.wav instead.
 # usage: ./run.sh [ARGUMENT...]    what the program takes; see ./run.sh --help
+#        ./run.sh --mix [DIR] [OPTION...]    mixes a folder, or the demo tracks, into mix.wav
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 build=$here/build/run
@@ -19,6 +20,18 @@ if ! { cmake -S "$here" --preset release -B "$build" -DPX_BUILD_TESTS=OFF -DPX_B
     exit 1
 fi
 
+tracks=$build/demo-tracks
+if [ "${1:-}" = --mix ]; then
+    shift
+    if [ $# -eq 0 ] || [ "${1#-}" != "$1" ]; then
+        "$program" demo-tracks "$tracks" >/dev/null
+        set -- "$tracks" "$@"
+    fi
+    "$program" mix --out "$here/mix.wav" --report "$here/mix.csv" "$@"
+    echo "The mix is in $here/mix.wav, what was played when in $here/mix.csv."
+    exit
+fi
+
 status=0
 "$program" "$@" || status=$?
 if [ $status -ne 3 ] || [ $# -ne 0 ]; then
@@ -26,7 +39,6 @@ if [ $status -ne 3 ] || [ $# -ne 0 ]; then
 fi
 
 echo "There is no display: performing the demo set instead." >&2
-tracks=$build/demo-tracks
 out=$here/demo.wav
 "$program" demo-tracks "$tracks" >/dev/null
 cp "$here/docs/sets/demo.txt" "$tracks/demo.txt"

@@ -1,6 +1,7 @@
 #include "deck/DeckBlock.h"
 
 #include "deck/DeckReader.h"
+#include "deck/TempoSync.h"
 #include "deck/Transport.h"
 
 #include <algorithm>
@@ -9,41 +10,19 @@
 namespace
 {
 constexpr uint32_t scratchTimeOutMs = 26, touchTimeOutMs = 2000;
-constexpr double nudgeUp = 1.04, nudgeDown = 0.96;
-
-/** The speed factor of the fader, or of the reference while Sync is on. */
-double followedTempo (DeckWorld& world, DeckPlayer& deck) noexcept
-{
-    const double range = world.pitchRange;
-    auto fromFader = [range] (double pitch) { return 1.0 + (pitch - 0.5) * range; };
-
-    auto& sync = world.setup (deck).sync;
-    if (sync == 0)
-        return fromFader (deck.pitch);
-
-    auto tempo = fromFader (deck.pitch);
-    if (deck.bpm > 0.0)
-    {
-        if (world.isStandalone == 0)
-            tempo = world.hostBpm / deck.bpm;
-        else if (const auto* master = world.deck (world.settings.masterDeck);
-                 master != nullptr && master != &deck)
-            tempo = master->bpm / deck.bpm * fromFader (master->pitch);
-    }
-    if (deck.oneShotSync != 0)
-        sync = deck.oneShotSync = 0;
-    deck.pitch = (tempo - 1.0) / range + 0.5;
-    return tempo;
-}
 
 void updateTempo (DeckWorld& world, DeckPlayer& deck) noexcept
 {
     if (deck.scratchOn != 0)
         return;
-    auto tempo = followedTempo (world, deck) - deck.bend;
-    if (deck.nudge != 0)
-        tempo *= deck.nudge > 0 ? nudgeUp : nudgeDown;
-    deck.tempo = tempo;
+    const auto tempo = TempoSync::followed (world, deck);
+    if (auto& sync = world.setup (deck).sync; sync != 0)
+    {
+        if (deck.oneShotSync != 0)
+            sync = deck.oneShotSync = 0;
+        deck.pitch = (tempo - 1.0) / world.pitchRange + 0.5;
+    }
+    deck.tempo = TempoSync::withHand (deck, tempo);
 }
 
 void stop (DeckWorld& world, DeckPlayer& deck) noexcept

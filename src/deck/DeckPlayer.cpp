@@ -58,6 +58,7 @@ void DeckPlayer::resetTrack()
     loopInSet = loopOutSet = 0;
     world.setup (*this).sync = 0;
     resyncRequest = oneShotSync = 0;
+    loadNext = 0;
 
     numBeats = downbeatIndex = downbeatPosition = 0;
     fixedGrid = 0;

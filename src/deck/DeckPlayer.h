@@ -7,6 +7,7 @@
 #include "deck/DeckVoice.h"
 #include "deck/EditHistory.h"
 #include "deck/PXAudioSampleBuffer.h"
+#include "deck/PhaseHold.h"
 #include "deck/TrackOverview.h"
 #include "support/Relaxed.h"
 #include "support/RingBuffer.h"
@@ -140,6 +141,8 @@ struct DeckPlayer
     Relaxed<int8_t> loopMode, rollingLoop, loadNext;
     Relaxed<int8_t> keyLock { 1 };
     Relaxed<int8_t> resyncRequest, oneShotSync;
+    static constexpr int8_t resyncBesideGrid = 2; ///< a request that continues the grid where it has no beats
+    PhaseHold phaseHold;
     Relaxed<double> loopStart, loopIn, loopOut;
     Relaxed<int8_t> loopInSet, loopOutSet;
     bool cuePlayArmed = false; ///< a press of Cue/Play on the stopped deck waits for its release

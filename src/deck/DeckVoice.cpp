@@ -16,8 +16,6 @@ int pieceAt (double engineRate) noexcept
 
 constexpr double tailFade = 0.984; // of the declick of jumps, for each frame
 
-constexpr double slowestStretch = 0.5, fastestStretch = 1.5;
-
 // What stepwise changes of the tempo leave between the place that is heard and the one that is due is taken out within
 // half a second: by tempo alone, and by so little that nobody hears it.
 constexpr double correctionSeconds = 0.5, greatestCorrection = 0.005;
@@ -25,7 +23,7 @@ constexpr double correctFrom = 0.5, correctTo = 0.05; // frames
 
 double stretchOf (const DeckPlayer& deck) noexcept
 {
-    return 1.0 / std::clamp (deck.tempo.get(), slowestStretch, fastestStretch);
+    return 1.0 / std::clamp (deck.tempo.get(), DeckVoice::slowestStretch, DeckVoice::fastestStretch);
 }
 }
 
@@ -121,6 +119,16 @@ double DeckVoice::heardPosition (const DeckPlayer& deck) const noexcept
     const auto frame = heardFrame (deck);
     return juce::jlimit (0.0, static_cast<double> (deck.loadedFrames),
                          places.holding (frame).positionAt (frame));
+}
+
+DeckVoice::Front DeckVoice::front (const DeckWorld& world, const DeckPlayer& deck) const noexcept
+{
+    const auto stretched = shouldStretch (world, deck);
+    if (!isStretching())
+        return { deck.position, 0.0, stretched };
+    if (!stretched)
+        return { heardPosition (deck), 0.0, false };
+    return { deck.position, dueOfNext - static_cast<double> (framesMade - deck.ringLeft.available()), true };
 }
 
 void DeckVoice::keepTail (DeckWorld& world, DeckPlayer& deck, const ReaderBlock& block) noexcept

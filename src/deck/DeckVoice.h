@@ -42,6 +42,18 @@ public:
     /** Whether the sound comes through the stretcher, so that reading leads it. */
     bool isStretching() const noexcept { return stretching && !restartPending; }
 
+    /** The place from which the deck reads on in this block, and when it is heard. */
+    struct Front
+    {
+        double position = 0.0;         ///< frames of the file
+        double framesUntilHeard = 0.0; ///< output frames from the begin of the block on
+        bool stretched = false;        ///< the block's sound comes through the stretcher
+    };
+    PX_AUDIO_THREAD Front front (const DeckWorld&, const DeckPlayer&) const noexcept;
+
+    /** The tempos that the stretcher makes; what lies beyond plays at the nearest of them. */
+    static constexpr double slowestStretch = 0.5, fastestStretch = 1.5;
+
     /** Seconds by which a playing deck reads ahead of what is heard. A tempo below 0.83 or a key below -1 semitone needs
         more, up to twice as much. */
     static constexpr double readAheadSeconds = 0.14;

@@ -161,6 +161,8 @@ void loadTrack (DeckWorld& world, const juce::File& file, int deckIndex)
     if (!file.existsAsFile())
     {
         // Nothing was asked of the deck yet: it keeps its track.
+        if (world.settings.automixOn != 0 && deckIndex < 2)
+            deck->loadNext = 1;
         world.listeners.postMessage (loadError, deckIndex);
         world.listeners.post (EngineEvent::loadFailed, deckIndex);
         return;
@@ -179,4 +181,21 @@ void loadTrack (DeckWorld& world, const juce::File& file, int deckIndex)
         Transport::chooseMaster (world, *deck);
     }
     deck->importThread->request (file);
+}
+
+void unloadTrack (DeckWorld& world, int deckIndex)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr || deck->loadedFrames < 1 || deck->importThread->isBusy())
+        return;
+    const AnalysisThread::Hold noMeasurement (deck->analysisThread.get());
+    saveAnalysis (world, *deck);
+    {
+        const CallbackLock lock (world.callbackLock, "unload");
+        deck->resetTrack();
+        Transport::chooseMaster (world, *deck);
+    }
+    deck->overview->clear();
+    deck->setTexts ({});
+    world.listeners.post (EngineEvent::trackLeft, deckIndex);
 }

@@ -49,3 +49,6 @@ private:
     file; tells the listeners when the file does not exist, when the deck is locked, and when a load begins. A playing
     deck is stopped. Any thread but the audio thread. */
 void loadTrack (DeckWorld&, const juce::File&, int deckIndex);
+
+/** Takes the track off a deck whose thread is idle. Any thread but the audio thread. */
+void unloadTrack (DeckWorld&, int deckIndex);

@@ -6,6 +6,7 @@
 #include "engine/CommandParameter.h"
 #include "engine/CommandTable.h"
 #include "settings/SettingsFile.h"
+#include "support/AudioFileTypes.h"
 
 #include <array>
 #include <cmath>
@@ -52,6 +53,7 @@ CPlatterdex::CPlatterdex (EngineWorld world)
       recorder (environment.pacing),
       decks (getCallbackLock(), settings, listeners, pacing, environment.clock),
       transport (decks),
+      automix (decks),
       batchAnalysis (decks, environment.decoderLibrary)
 {
     random.seed (environment.seed.value_or (juce::Time::currentTimeMillis()));
@@ -229,16 +231,51 @@ void CPlatterdex::handleIncomingMidiMessage (juce::MidiInput*, const juce::MidiM
                     | static_cast<uint32_t> (bytes[2]) << 16);
 }
 
-void CPlatterdex::engineEvent (EngineEvent event, int index)
+void CPlatterdex::askToStopAutomix()
 {
-    if (auto* deck = decks.deck (index); event == EngineEvent::analysisChanged && deck != nullptr)
-        deck->analysisThread->requestSave();
-    if (event != EngineEvent::askStopAutomix || environment.prompts == nullptr)
+    if (environment.prompts == nullptr)
         return;
     environment.prompts->askYesNo ("Play Locked, automix is active!", "Do you want to stop Automix?",
                                    [this, stillHere = std::weak_ptr<const int> (lifetime)] (bool yes)
                                    {
                                        if (yes && !stillHere.expired())
-                                           settings.automixOn = 0;
+                                           automix.stop();
                                    });
+}
+
+void CPlatterdex::loadNextTrack (int deck)
+{
+    auto* player = decks.deck (deck);
+    if (player == nullptr || player->importThread->isBusy()
+        || (player->playState != 0 && player->loadedFrames > 0) || settings.automixOn == 0)
+        return; // meanwhile somebody else has found something to do for it
+
+    auto file = juce::File();
+    if (environment.automixSource != nullptr)
+        do
+            file = environment.automixSource->nextTrack();
+        while (file != juce::File() && !AudioFileTypes::matches (file));
+    if (file == juce::File())
+        unloadTrack (decks, deck);
+    else
+        loadTrack (file, deck);
+}
+
+void CPlatterdex::engineEvent (EngineEvent event, int index)
+{
+    switch (event)
+    {
+    case EngineEvent::askStopAutomix:
+        return askToStopAutomix();
+    case EngineEvent::toggleAutomix:
+        return settings.automixOn != 0 ? automix.stop() : automix.start();
+    case EngineEvent::loadNextTrack:
+        return loadNextTrack (index);
+    case EngineEvent::analysisChanged:
+        if (auto* deck = decks.deck (index))
+            deck->analysisThread->requestSave();
+        return;
+    default:
+        return;
+    }
 }

@@ -7,6 +7,7 @@
 #include "deck/GridCommands.h"
 #include "deck/LoopCommands.h"
 #include "deck/Transport.h"
+#include "engine/Automix.h"
 #include "engine/EngineWorld.h"
 #include "engine/HostTransport.h"
 #include "fx/EffectRack.h"
@@ -138,6 +139,7 @@ public:
     Transport transport;
     LoopCommands loops { decks };
     GridCommands grids { decks };
+    Automix automix;
     BatchAnalysisThread batchAnalysis;
     std::array<EffectRack, deckCount> effectRacks;
     HostTransport host;
@@ -150,6 +152,8 @@ public:
 private:
     static BusesProperties buses();
     void engineEvent (EngineEvent, int index) override;
+    void askToStopAutomix();
+    void loadNextTrack (int deck);
     void engineMessage (const juce::String&, int) override {}
     void timerCallback() override { deliverMessages(); }
 

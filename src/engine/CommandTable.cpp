@@ -1,5 +1,6 @@
 #include "engine/CommandTable.h"
 
+#include "engine/commands/AutomixCommands.h"
 #include "engine/commands/EffectCommands.h"
 #include "engine/commands/LoopGridCommands.h"
 #include "engine/commands/MixerCommands.h"
@@ -13,9 +14,9 @@ namespace CommandTable
 {
 namespace
 {
-constexpr std::array<std::span<const CommandFamily>, 5> parts { transportFamilies, loopGridFamilies,
-                                                                mixerFamilies, effectFamilies,
-                                                                unbuiltFamilies };
+constexpr std::array<std::span<const CommandFamily>, 6> parts { transportFamilies, loopGridFamilies,
+                                                                mixerFamilies,     effectFamilies,
+                                                                automixFamilies,   unbuiltFamilies };
 
 struct Table
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/AutomixSource.h"
 #include "settings/Folders.h"
 #include "support/Clock.h"
 #include "support/Pacing.h"
@@ -38,6 +39,9 @@ struct EngineWorld
 
     /** Without them nobody is asked, and every answer is no. */
     std::shared_ptr<Prompts> prompts;
+
+    /** Where automix gets its tracks from; without one it plays what the decks hold. */
+    std::shared_ptr<AutomixSource> automixSource;
 
     /** True where a message loop runs: the engine then delivers to its listeners by itself. Otherwise whoever drives
         the engine calls CPlatterdex::deliverMessages(). */

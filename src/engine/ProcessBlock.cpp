@@ -1,6 +1,6 @@
 #include "deck/DeckBlock.h"
+#include "deck/PhaseAlignment.h"
 #include "engine/CPlatterdex.h"
-#include "mixer/AutoCrossfader.h"
 #include "mixer/ChannelStrip.h"
 #include "mixer/Monitor.h"
 
@@ -56,7 +56,7 @@ PX_AUDIO_THREAD void takeSampleRate (Block& block)
 
 PX_AUDIO_THREAD void askHostForPosition (Block& block)
 {
-    block.engine.host.update (block.engine.getPlayHead());
+    block.engine.host.update (block.engine.getPlayHead(), block.frames / block.sampleRate);
     block.engine.decks.hostBpm = block.engine.host.bpm;
 }
 
@@ -72,7 +72,7 @@ PX_AUDIO_THREAD void computeCoefficients (Block& block)
 
 PX_AUDIO_THREAD void advanceCrossfaderAndAutomix (Block& block)
 {
-    AutoCrossfader::advance (block.engine.settings, block.frames * 1000.0 / block.sampleRate);
+    block.engine.automix.advance (block.frames * 1000.0 / block.sampleRate);
 }
 
 PX_AUDIO_THREAD void takeDeckInputs (Block& block)
@@ -100,7 +100,10 @@ PX_AUDIO_THREAD void releaseScratches (Block& block)
         DeckBlock::releaseScratch (*deck);
 }
 
-PX_AUDIO_THREAD void alignPhases (Block&) {}
+PX_AUDIO_THREAD void alignPhases (Block& block)
+{
+    PhaseAlignment::run (block.engine.decks, block.engine.host);
+}
 
 PX_AUDIO_THREAD void addLineThrough (Block& block, DeckPlayer& deck)
 {
@@ -162,6 +165,7 @@ PX_AUDIO_THREAD void clearResyncRequests (Block& block)
 {
     for (auto& deck : block.engine.decks.decks)
         deck->resyncRequest = 0;
+    block.engine.automix.handOverNearEnd();
 }
 
 PX_AUDIO_THREAD void runSampler (Block&) {}

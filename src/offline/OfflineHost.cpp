@@ -33,6 +33,7 @@ EngineWorld OfflineHost::makeWorld (const Options& options) const
     world.wallClock = [this] { return timeAfter (static_cast<double> (renderedFrames) / sampleRate); };
     world.pacing = Pacing::Mode::offline;
     world.seed = options.seed;
+    world.automixSource = options.automixSource;
     return world;
 }
 

@@ -15,11 +15,12 @@ class OfflineHost
 public:
     struct Options
     {
-        juce::File root;             ///< the engine's folders are made in here
-        juce::File decoderLibrary;   ///< the decoder's shared library
-        double sampleRate = 44100.0; ///< Hz
-        int blockFrames = 512;       ///< the largest block, 1 or more
-        bool hasTransport = false;   ///< true: inside a host; false: the application on its own
+        juce::File root;                                 ///< the engine's folders are made in here
+        juce::File decoderLibrary;                       ///< the decoder's shared library
+        double sampleRate = 44100.0;                     ///< Hz
+        int blockFrames = 512;                           ///< the largest block, 1 or more
+        std::shared_ptr<AutomixSource> automixSource {}; ///< may be null
+        bool hasTransport = false; ///< true: inside a host; false: the application on its own
         int64_t seed = RandGeneratorLCG::defaultSeed; ///< of everything random
     };
 

@@ -1,5 +1,8 @@
 #include "standalone/ApplicationSession.h"
 
+#include "standalone/LibraryAutomix.h"
+#include "standalone/LibrarySession.h"
+
 ApplicationSession::ApplicationSession (const Folders& folders, const juce::Array<juce::File>& tracks)
     : engine (makeWorld (folders)),
       audio (engine, folders.setup().getChildFile ("audio_device.xml")),
@@ -32,6 +35,13 @@ EngineWorld ApplicationSession::makeWorld (const Folders& folders)
         juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
     made.prompts = prompts;
     made.hasMessageLoop = true;
+    made.automixSource = std::make_shared<LibraryAutomix> (
+        [library = std::make_shared<LibrarySession>(), isTried = false]() mutable -> SongDatabase*
+        {
+            if (!std::exchange (isTried, true))
+                juce::ignoreUnused (library->open (VerbOptions ({}, {}), LibrarySession::Use::read));
+            return library->database.isOpen() ? &library->database : nullptr;
+        });
     made.createEditor = [this] (CPlatterdex& e) -> juce::AudioProcessorEditor*
     {
         editor = new CPlatterdexVstEditor (e, [this] { audio.showSettings (*window); });

@@ -5,6 +5,7 @@
 #include "standalone/ExportVerb.h"
 #include "standalone/ImportVerb.h"
 #include "standalone/ListVerb.h"
+#include "standalone/MixVerb.h"
 #include "standalone/PerformVerb.h"
 #include "standalone/PlaylistVerb.h"
 #include "standalone/SmartVerb.h"
@@ -19,6 +20,7 @@ namespace
 constexpr std::array verbs {
     Verb { "perform", "plays a set of timed lines into WAV files, faster than real time", runPerform },
     Verb { "analyse", "finds tempo, beats and loudness of files and folders, and keeps them", runAnalyse },
+    Verb { "mix", "mixes tracks into a WAV file, faster than real time", runMix },
     Verb { "import", "brings files and folders into the library", runImport },
     Verb { "list", "prints songs of the library", runList },
     Verb { "playlist", "makes, fills and shows playlists", runPlaylist },

@@ -13,6 +13,9 @@ enum class EngineEvent
     browserCommand,  ///< index: the number of a command that moves or loads in a browser
     recorderChanged, ///< index: 1 recording, 0 idle
     askStopAutomix,  ///< index: the deck whose Play was pressed while automix runs
+    toggleAutomix,   ///< someone pressed its button
+    automixChanged,  ///< index: 1 on, 0 off
+    loadNextTrack,   ///< index: the deck, 0 or 1, that automix wants a track on
     analysisChanged, ///< index: the deck whose cues or grid a hand has changed; the engine writes its file
 };
 

@@ -88,7 +88,10 @@ inline void moveCrossfader (CPlatterdex& engine, const CommandCall& call)
 template <AutoCrossfader::State side>
 void startFade (CPlatterdex& engine, const CommandCall&)
 {
+    const CallbackLock lock (engine.getCallbackLock(), "fade");
     engine.settings.autoFadeState = side;
+    if (engine.settings.automixOn != 0)
+        engine.automix.automixDeck = side == AutoCrossfader::toLeft ? 0 : 1;
 }
 
 template <AutoCrossfader::State side>

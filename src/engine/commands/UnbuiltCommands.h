@@ -28,7 +28,6 @@ constexpr CommandFamily unbuiltFamilies[] {
     { 445, 1, 0, 4, 1, "VST Set Insert/Send Signal Routing Slot {d}", "VST_INSERT_SEND_SIGNAL_ROUTING_SLOT_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
     { 449, 1, 0, 4, 1, "VST Param 1 Slot {d}", "VST_PARAM_1_SLOT_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the parameter, 0 to 1", "the value" },
     { 453, 1, 0, 4, 1, "VST Param 2 Slot {d}", "VST_PARAM_2_SLOT_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the parameter, 0 to 1", "the value" },
-    { 435, 1, 0, 1, 0, "Automix On/Off", "AUTOMIX_ON_OFF", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
 };
 // clang-format on
 }

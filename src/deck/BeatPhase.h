@@ -1,0 +1,19 @@
+#pragma once
+
+#include "deck/BeatGrid.h"
+#include "support/AudioThread.h"
+
+/** A place in a track as its beats see it. */
+struct BeatPhase
+{
+    double phase = 0.0;  ///< beats since the nearest even beat, -0.5 to 0.5 where the grid is regular
+    double length = 0.0; ///< of the beat that holds the place, in frames of the file
+
+    /** @param frame   position in frames of the file
+        @returns nothing where the grid has no beat near or no tempo. A beat whose length is more than 6 % off that of
+                 the track's tempo is taken for a gap of the table and has the tempo's length. */
+    PX_AUDIO_THREAD static std::optional<BeatPhase> at (const BeatGrid&, double frame) noexcept;
+
+    /** The part of a distance in beats that matters to phase, -0.5 to 0.5. */
+    static double wrapped (double beats) noexcept;
+};

@@ -1,0 +1,230 @@
+#include "deck/PhaseAlignment.h"
+
+#include "deck/BeatPhase.h"
+#include "deck/TempoSync.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+/** A deck this close to its place stays: a jump would be heard, the distance is not. */
+constexpr double closeSeconds = 0.0005;
+
+// What the tempo alone leaves, such as the rounding of a table's beats to frames, is taken out within half a second.
+constexpr double correctionSeconds = 0.5, greatestCorrection = 0.005;
+constexpr double correctFromSeconds = 0.0001, correctToSeconds = 0.00001;
+
+/** A distance that changes by more than this from one block to the next is a jump: the new distance is held. */
+constexpr double greatestErrorSeconds = 0.025;
+
+constexpr double greatestLocalTempo = 1.08;
+
+/** Beats at a time to come, and how fast they pass. */
+struct Beats
+{
+    double phase = 0.0;
+    double time = 0.0; ///< output frames from the begin of this block on
+    double perFrame = 0.0;
+    double length = 1.0, usualLength = 1.0; ///< of one, in any unit
+
+    double phaseNow() const noexcept { return phase - time * perFrame; }
+};
+
+/** What a deck has read last. */
+struct Reading
+{
+    double position = 0.0; ///< frames of the file, as if the rate had been reached already
+    double time = 0.0;     ///< output frames until it is heard
+    double speed = 0.0;    ///< frames of the file per output frame, of this block
+
+    Reading (DeckWorld& world, const DeckPlayer& deck) noexcept
+    {
+        const auto front = deck.voice.front (world, deck);
+        position = front.position - TempoSync::lagOfRate (world, deck, front.stretched);
+        time = front.framesUntilHeard;
+        speed = TempoSync::speed (world, deck, front.stretched);
+    }
+
+    double heardNow() const noexcept { return position - time * speed; }
+};
+
+std::optional<Beats> beatsOf (DeckWorld& world, const DeckPlayer& deck) noexcept
+{
+    const Reading reading (world, deck);
+    const auto here = BeatPhase::at (deck.grid(), reading.position);
+    if (!here.has_value())
+        return {};
+    return Beats { here->phase, reading.time, reading.speed / here->length, here->length, deck.beatFrames() };
+}
+
+bool isPlaying (const DeckPlayer& deck) noexcept
+{
+    return deck.playState != 0 && deck.loadedFrames > 0;
+}
+
+/** Nothing but its tempo moves the deck. */
+bool runsFreely (const DeckPlayer& deck) noexcept
+{
+    return isPlaying (deck) && deck.scratchOn == 0 && deck.scratchEnded == 0 && deck.bend == 0.0
+           && deck.jogValue == 0.0 && deck.nudge == 0 && deck.reverse == 0 && deck.loopMode == 0;
+}
+
+/** Where a deck goes so that `wanted` beats after its even beat are heard now. */
+std::optional<double> placeNear (const DeckPlayer& deck, double wanted) noexcept
+{
+    const auto heard = deck.heardPosition();
+    const auto beat = deck.grid().nearestEvenBeat (heard);
+    if (!beat.has_value() || !(std::abs (wanted) <= 1.0))
+        return {};
+
+    const auto length = deck.beatFrames();
+    const auto beatsOff = (heard - *beat) / length;
+    if (std::abs (beatsOff) <= 1.0)
+        return *beat + wanted * length;
+    if (deck.resyncRequest == DeckPlayer::resyncBesideGrid)
+        return *beat + (wanted + std::round (beatsOff)) * length;
+    return {};
+}
+
+/** What the tempos around two places ask of a deck beyond the tempos of the tracks. */
+double localFactor (double length, double usualLength, const Beats& theirs) noexcept
+{
+    return std::clamp (length / usualLength * theirs.usualLength / theirs.length, 1.0 / greatestLocalTempo,
+                       greatestLocalTempo);
+}
+
+/** Jumps there, finely adjusted so that the deck will be in phase where it has read up to the reference's time. */
+void jumpToPhase (DeckWorld& world, DeckPlayer& deck, const Beats& reference, double target) noexcept
+{
+    const auto stretched = deck.voice.front (world, deck).stretched;
+    const auto usual = deck.beatFrames();
+    const auto thereFrom = [&] (double place)
+    {
+        const auto meeting = place + reference.time * TempoSync::speed (world, deck, stretched);
+        return BeatPhase::at (deck.grid(), meeting).value_or (BeatPhase { reference.phase, usual });
+    };
+    deck.phaseHold.factor = 1.0;
+    deck.phaseHold.factor = localFactor (thereFrom (target).length, usual, reference);
+    const auto there = thereFrom (target);
+    target += BeatPhase::wrapped (reference.phase - there.phase) * there.length;
+    if (target < 0.0)
+        target += there.length * std::ceil (-target / there.length);
+
+    const auto isClose =
+        std::abs (Reading (world, deck).heardNow() - target) < closeSeconds * deck.sampleRate;
+    if (!isClose || deck.rate == 0.0)
+        deck.jumpTo (target + TempoSync::lagOfRate (world, deck, stretched));
+}
+
+void holdFrom (DeckPlayer& deck, int reference, double distance) noexcept
+{
+    deck.phaseHold.reference = reference;
+    deck.phaseHold.distance = distance;
+    deck.phaseHold.correcting = false;
+}
+
+std::optional<Beats> beatsOf (const DeckWorld& world, const SongPosition& host) noexcept
+{
+    if (!host.isPlaying || !host.beats.has_value())
+        return {};
+    return Beats { *host.beats, 0.0, host.bpm / (60.0 * world.engineRate) };
+}
+
+void hold (DeckWorld& world, DeckPlayer& deck, int reference, const std::optional<Beats>& theirs) noexcept
+{
+    auto& held = deck.phaseHold;
+    const auto isHeld = theirs.has_value() && deck.oneShotSync == 0 && runsFreely (deck);
+    const auto ours = isHeld ? beatsOf (world, deck) : std::nullopt;
+    if (!ours.has_value())
+    {
+        held = {};
+        return;
+    }
+    held.factor = localFactor (ours->length, ours->usualLength, *theirs);
+
+    const auto distance =
+        BeatPhase::wrapped (theirs->phaseNow() - (ours->phase - ours->time * theirs->perFrame));
+    const auto seconds =
+        BeatPhase::wrapped (distance - held.distance) / (theirs->perFrame * world.engineRate);
+    if (held.reference != reference || !(std::abs (seconds) <= greatestErrorSeconds))
+        return holdFrom (deck, reference, distance);
+
+    held.correcting = std::abs (seconds) > (held.correcting ? correctToSeconds : correctFromSeconds);
+    if (held.correcting)
+        held.factor *=
+            1.0 + std::clamp (seconds / correctionSeconds, -greatestCorrection, greatestCorrection);
+}
+
+void followMaster (DeckWorld& world, DeckPlayer& deck) noexcept
+{
+    const auto* master = world.deck (world.settings.masterDeck);
+    if (master == nullptr || master == &deck)
+    {
+        deck.phaseHold = {};
+        return;
+    }
+    if ((deck.resyncRequest != 0 || master->resyncRequest != 0)
+        && PhaseAlignment::alignToMaster (world, deck))
+        return;
+    hold (world, deck, master->index, runsFreely (*master) ? beatsOf (world, *master) : std::nullopt);
+}
+
+void followHost (DeckWorld& world, DeckPlayer& deck, const SongPosition& host) noexcept
+{
+    if ((deck.resyncRequest != 0 || host.hasRestarted) && PhaseAlignment::alignToHost (world, deck, host))
+        return;
+    hold (world, deck, PhaseHold::hostReference, beatsOf (world, host));
+}
+}
+
+bool PhaseAlignment::alignToMaster (DeckWorld& world, DeckPlayer& deck) noexcept
+{
+    const auto* master = world.deck (world.settings.masterDeck);
+    if (master == nullptr || !isPlaying (deck) || !isPlaying (*master)
+        || !(master->position <= master->loadedFrames))
+        return false;
+
+    const auto beats = beatsOf (world, *master);
+    const auto heard = Reading (world, *master).heardNow();
+    const auto beat = master->grid().nearestEvenBeat (heard);
+    if (!beats.has_value() || !beat.has_value())
+        return false;
+    const auto target = placeNear (deck, (heard - *beat) / master->beatFrames());
+    if (!target.has_value())
+        return false;
+    jumpToPhase (world, deck, *beats, *target);
+    holdFrom (deck, master->index, 0.0);
+    return true;
+}
+
+bool PhaseAlignment::alignToHost (DeckWorld& world, DeckPlayer& deck, const SongPosition& host) noexcept
+{
+    if (!isPlaying (deck) || !host.isPlaying || !(host.bpm > 0.0))
+        return false;
+
+    const auto phase = BeatPhase::wrapped (host.timeInSeconds * host.bpm / 60.0);
+    const auto target = placeNear (deck, phase);
+    if (!target.has_value())
+        return false;
+    jumpToPhase (world, deck, { phase, 0.0, host.bpm / (60.0 * world.engineRate) }, *target);
+    holdFrom (deck, PhaseHold::hostReference,
+              host.beats.has_value() ? BeatPhase::wrapped (*host.beats - phase) : 0.0);
+    return true;
+}
+
+void PhaseAlignment::run (DeckWorld& world, const SongPosition& host) noexcept
+{
+    for (auto& deck : world.decks)
+    {
+        if (world.setup (*deck).sync == 0)
+        {
+            deck->phaseHold = {};
+            continue;
+        }
+        if (world.isStandalone == 0)
+            followHost (world, *deck, host);
+        else
+            followMaster (world, *deck);
+    }
+}

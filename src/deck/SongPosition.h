@@ -1,0 +1,16 @@
+#pragma once
+
+#include <optional>
+
+/** Where the song of a host stands at the begin of a block. */
+struct SongPosition
+{
+    static constexpr double defaultBpm = 120.0;
+
+    double bpm = defaultBpm;
+    double timeInSeconds = 0.0;
+    std::optional<double>
+        beats; ///< counted over all changes of tempo, in quarter notes; not every host tells them
+    bool isPlaying = false;
+    bool hasRestarted = false; ///< since the last block it began to play, or went on at another place
+};

@@ -1,0 +1,48 @@
+#include "deck/TempoSync.h"
+
+#include <algorithm>
+
+namespace
+{
+constexpr double nudgeUp = 1.04, nudgeDown = 0.96;
+
+double fromFader (const DeckWorld& world, const DeckPlayer& deck) noexcept
+{
+    return 1.0 + (deck.pitch - 0.5) * world.pitchRange;
+}
+
+double signedRatio (const DeckWorld& world, const DeckPlayer& deck) noexcept
+{
+    return deck.sampleRate / world.engineRate * (deck.reverse != 0 ? -1.0 : 1.0);
+}
+}
+
+double TempoSync::followed (DeckWorld& world, const DeckPlayer& deck) noexcept
+{
+    if (world.setup (deck).sync == 0 || !(deck.bpm > 0.0))
+        return fromFader (world, deck);
+    if (world.isStandalone == 0)
+        return world.hostBpm / deck.bpm;
+    const auto* master = world.deck (world.settings.masterDeck);
+    return master != nullptr && master != &deck ? master->bpm / deck.bpm * fromFader (world, *master)
+                                                : fromFader (world, deck);
+}
+
+double TempoSync::withHand (const DeckPlayer& deck, double followedTempo) noexcept
+{
+    const auto tempo = followedTempo * deck.phaseHold.factor - deck.bend;
+    return deck.nudge == 0 ? tempo : tempo * (deck.nudge > 0 ? nudgeUp : nudgeDown);
+}
+
+double TempoSync::speed (DeckWorld& world, const DeckPlayer& deck, bool stretched) noexcept
+{
+    const auto tempo = withHand (deck, followed (world, deck));
+    return signedRatio (world, deck)
+           * (stretched ? std::clamp (tempo, DeckVoice::slowestStretch, DeckVoice::fastestStretch) : tempo);
+}
+
+double TempoSync::lagOfRate (DeckWorld& world, const DeckPlayer& deck, bool stretched) noexcept
+{
+    const auto target = stretched ? signedRatio (world, deck) : speed (world, deck, false);
+    return (target - deck.rate) * world.smoothing5ms / (1.0 - world.smoothing5ms);
+}

@@ -1,0 +1,168 @@
+#include "engine/Automix.h"
+
+#include "deck/FileImportThread.h"
+#include "deck/Transport.h"
+#include "mixer/AutoCrossfader.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+/** A fade from a deck that has nothing more to play takes this long at most. */
+constexpr double emptyFadeSeconds = 0.5;
+
+/** A deck that got no track asks again. */
+constexpr double askAgainMs = 1000.0;
+
+bool isEmpty (const DeckPlayer& deck) noexcept
+{
+    return deck.loadedFrames < 1;
+}
+
+bool isAtEnd (const DeckPlayer& deck) noexcept
+{
+    return !isEmpty (deck) && deck.heardPosition() >= deck.loadedFrames;
+}
+
+bool isPlayedOut (const DeckPlayer& deck) noexcept
+{
+    return deck.playState == 0 && (isEmpty (deck) || isAtEnd (deck));
+}
+
+bool isLoading (const DeckPlayer& deck) noexcept
+{
+    return deck.importThread != nullptr && deck.importThread->isBusy();
+}
+
+/** Whole seconds of music, of a playing deck those until it ends. */
+double wholeSecondsLeft (const DeckPlayer& deck) noexcept
+{
+    const auto frames = deck.loadedFrames - deck.heardPosition();
+    const auto speed = deck.sampleRate * (deck.playState != 0 && deck.tempo > 0.0 ? deck.tempo.get() : 1.0);
+    return std::floor (std::max (0.0, frames / speed));
+}
+
+int8_t fadeTowards (int deck) noexcept
+{
+    return deck == 0 ? AutoCrossfader::toLeft : AutoCrossfader::toRight;
+}
+}
+
+void Automix::moveFade (double milliseconds) noexcept
+{
+    auto& settings = world.settings;
+    const auto leavesRight = settings.autoFadeState == AutoCrossfader::toLeft;
+    auto& left = deck (leavesRight ? 1 : 0);
+    auto& entered = deck (leavesRight ? 0 : 1);
+
+    const auto hurries = isOn() && isPlayedOut (left) && entered.playState != 0;
+    const auto factor = hurries ? std::max (1.0, settings.automixFadeSeconds / emptyFadeSeconds) : 1.0;
+    if (AutoCrossfader::advance (settings, milliseconds * factor) == AutoCrossfader::idle || !isOn()
+        || left.playState == 0)
+        return;
+    left.playState = 0;
+    left.cueHold = 0;
+    left.loadNext = 1;
+    settings.masterDeck = static_cast<int8_t> (entered.index);
+}
+
+void Automix::swapBass() noexcept
+{
+    if (world.settings.automixBassSwap == 0)
+        return;
+    deck (0).eqLow = 0.5 - world.settings.crossfader * 0.5;
+    deck (1).eqLow = world.settings.crossfader * 0.5;
+}
+
+void Automix::setSync() noexcept
+{
+    const auto wanted = static_cast<int8_t> (world.settings.automixSync != 0);
+    for (int d : { 0, 1 })
+    {
+        world.setup (deck (d)).sync = wanted;
+        if (wanted != 0)
+            deck (d).keyLock = 1;
+    }
+
+    // A leader that stands still, on whatever deck, leads nobody.
+    const auto* master = world.deck (world.settings.masterDeck);
+    if (wanted != 0 && master != nullptr && master->playState == 0 && deck (automixDeck).playState != 0)
+        world.settings.masterDeck = static_cast<int8_t> (automixDeck);
+}
+
+void Automix::keepOnAir() noexcept
+{
+    auto& onAir = deck (automixDeck);
+    auto& other = deck (1 - automixDeck);
+    if (onAir.playState == 0 && !isPlayedOut (onAir))
+        putOnAir (onAir);
+    else if (isEmpty (onAir) && !isLoading (onAir) && !isPlayedOut (other))
+        putOnAir (other);
+}
+
+void Automix::putOnAir (DeckPlayer& next) noexcept
+{
+    next.playState = 1;
+    next.cueHold = 0;
+    if (world.settings.automixSync != 0)
+        next.resyncRequest = DeckPlayer::resyncBesideGrid;
+    world.settings.autoFadeState = fadeTowards (next.index);
+    automixDeck = next.index;
+    Transport::chooseMaster (world, next);
+}
+
+void Automix::askForTracks (double milliseconds) noexcept
+{
+    for (int d : { 0, 1 })
+    {
+        auto& each = deck (d);
+        auto& waited = sinceAsked[static_cast<size_t> (d)];
+        waited += milliseconds;
+        if (isLoading (each) || (each.playState != 0 && !isEmpty (each)))
+            continue;
+        const auto wants = isEmpty (each) || (isAtEnd (each) && d != automixDeck);
+        if (each.loadNext == 0 && !(wants && waited >= askAgainMs))
+            continue;
+        each.loadNext = 0;
+        waited = 0.0;
+        world.listeners.post (EngineEvent::loadNextTrack, d);
+    }
+}
+
+void Automix::advance (double milliseconds) noexcept
+{
+    moveFade (milliseconds);
+    swapBass();
+    if (!isOn())
+        return;
+    setSync();
+    keepOnAir();
+    askForTracks (milliseconds);
+}
+
+void Automix::handOverNearEnd() noexcept
+{
+    if (!isOn())
+        return;
+    const auto& onAir = deck (automixDeck);
+    auto& other = deck (1 - automixDeck);
+    const auto fade = world.settings.automixFadeSeconds.get();
+    if (isEmpty (onAir) || isLoading (onAir) || isPlayedOut (other) || fade < wholeSecondsLeft (onAir))
+        return;
+
+    // A track that still loads may be a longer one, and its tempo isn't known yet.
+    const auto waits = isLoading (other)
+                       && (world.settings.automixSync != 0 || wholeSecondsLeft (other) <= fade)
+                       && !isPlayedOut (onAir);
+    if (waits)
+        return;
+    if (wholeSecondsLeft (other) > fade)
+        putOnAir (other);
+    else if (other.playState != 0)
+        return;
+    else if (other.position != 0.0)
+        other.jumpTo (0.0);
+    else
+        putOnAir (other);
+}
