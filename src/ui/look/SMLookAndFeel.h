@@ -30,7 +30,8 @@ public:
     static void fillRaised (juce::Graphics&, juce::Rectangle<int>, juce::Colour);
 
     /** A row of a list or table. @param learning   while a mapping is being learnt, the selected row is lime */
-    static void fillRow (juce::Graphics&, juce::Rectangle<int>, int row, bool selected, bool learning = false);
+    static void fillRow (juce::Graphics&, juce::Rectangle<int>, int row, bool selected,
+                         bool learning = false);
 
     /** A small triangle that points down, as menus and boxes have it. */
     static void drawArrow (juce::Graphics&, juce::Rectangle<int> area, juce::Colour);

@@ -41,7 +41,7 @@ public:
     void step (int direction) const;
 
     /** Where a double click takes the widget. */
-    double restValue() const noexcept;
+    double restValue() const;
 
     /** "Gain A". */
     juce::String name() const;

@@ -18,6 +18,7 @@ public:
     void paintButton (juce::Graphics&, bool over, bool down) override;
 
 protected:
+    void clicked() override;
     juce::Rectangle<int> textArea() const override;
 
 private:

@@ -34,7 +34,7 @@ public:
                     const SkinPicture& normalOn, const SkinPicture& overOn, const SkinPicture& downOn);
 
     /** The six from one strip's frames, in the order of setImages(). A strip of three looks the same on and off. */
-    void setStrip (const char* stripName);
+    void setStrip (const SkinPicture&);
 
     void setToggleState (bool);
     bool getToggleState() const noexcept { return isOn; }
@@ -75,11 +75,16 @@ protected:
 private:
     void setDown (bool);
     void setOver (bool);
-    void followWindow();
 
-    std::array<SkinPicture, 6> pictures;
+    struct Shown
+    {
+        SkinPicture picture;
+        int frame = 0;
+    };
+
+    std::array<Shown, 6> pictures;
     juce::ListenerList<PXImageButtonListener> listeners;
     CommandPress press;
     CommandBinding alternative;
-    bool pressedRight = false;
+    int painted = -1;
 };

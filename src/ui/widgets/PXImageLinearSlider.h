@@ -10,20 +10,27 @@ public:
     /** @param style   LinearVertical, whose maximum is above, or LinearHorizontal */
     explicit PXImageLinearSlider (const juce::String& name = {}, SliderStyle style = LinearVertical);
 
-    /** @param background   may be empty; stands in the middle
-        @param thumb        of up to three frames: as it is, under the mouse, while it is moved */
-    void setImages (const SkinPicture& background, const SkinPicture& thumb);
+    enum class Track
+    {
+        asItIs,   ///< the background stands in the middle, and the thumb travels along it
+        stretched ///< the background's middle is repeated to the slider's length
+    };
 
-    /** The same by the names of strips. */
-    void setStrips (const char* background, const char* thumb);
+    /** @param background   may be empty: then the thumb travels along the whole slider
+        @param thumb        of up to three frames: as it is, under the mouse, while it is moved */
+    void setImages (const SkinPicture& background, const SkinPicture& thumb, Track = Track::asItIs);
 
     juce::Rectangle<int> thumbBounds() const;
 
     void paint (juce::Graphics&) override;
 
 protected:
-    int travel() const override;
+    double proportionOf (juce::Point<float> moved) const override;
+    double proportionAt (juce::Point<float>) const override;
 
 private:
+    juce::Rectangle<int> trackBounds() const;
+
+    Track trackKind = Track::asItIs;
     SkinPicture background, thumb;
 };

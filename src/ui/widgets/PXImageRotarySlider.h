@@ -12,9 +12,11 @@ public:
     /** @param frameHeight   of each of the frames, from the minimum's above to the maximum's below */
     void setFilmStrip (juce::Image, int frames, int frameHeight);
 
-    /** The same by the names of strips of equal size.
-        @param changing   shown while the value is being changed; null for none */
-    void setFilmStrip (const char* strip, const char* changing = nullptr);
+    /** The same from the skin. @param changing   of equal size, shown while the value is being changed; may be empty */
+    void setFilmStrip (const SkinPicture&, const SkinPicture& changing = {});
+
+    /** A knob of the skin: 28 or 40 pixels, grown from its minimum or its middle, in a deck's hue or none. */
+    void setKnob (int size, bool centred, int deck = -1);
 
     /** The frame of a position. @param proportion   0 to 1, is limited to that */
     static int frameOf (double proportion, int frames) noexcept;
@@ -26,10 +28,12 @@ public:
     void paint (juce::Graphics&) override;
 
 protected:
-    int travel() const override { return dragTravel; }
+    double proportionOf (juce::Point<float> moved) const override;
 
     /** Where the knob itself stands. */
     virtual juce::Rectangle<int> knobBounds() const;
+
+    int knobHeight() const noexcept { return film.height(); }
 
 private:
     SkinPicture film, changing;

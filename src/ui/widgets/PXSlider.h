@@ -43,16 +43,20 @@ public:
     void mouseUp (const juce::MouseEvent&) override;
     void mouseDoubleClick (const juce::MouseEvent&) override;
     void mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails&) override;
-    void mouseEnter (const juce::MouseEvent&) override;
-    void mouseExit (const juce::MouseEvent&) override;
+
+    /** Takes what the user types: a number in the slider's own terms, or a share of its range with "%". */
+    double getValueFromText (const juce::String&) override;
 
 protected:
     void bound() override;
     void valueChanged() override;
     void enablementChanged() override;
 
-    /** The travel of the mouse, in pixels, from minimum to maximum. */
-    virtual int travel() const = 0;
+    /** How far along its range a movement of the mouse takes the value. @param moved   in pixels */
+    virtual double proportionOf (juce::Point<float> moved) const = 0;
+
+    /** Where on its range a place lies, for a slider that snaps to the mouse; else never asked. */
+    virtual double proportionAt (juce::Point<float>) const { return proportion(); }
 
     /** Which picture fits: 0 as it is, 1 under the mouse, 2 while it is being changed. */
     int handState() const;
@@ -61,7 +65,6 @@ protected:
     double proportion() const;
 
 private:
-    class ValueEntry;
     class Moment : public juce::Timer
     {
     public:
@@ -74,9 +77,10 @@ private:
 
     void moveTo (double newProportion);
     void showMenu();
+    void takeEntry();
 
     std::unique_ptr<ScopedDragNotification> dragging;
-    std::unique_ptr<ValueEntry> entry;
+    std::unique_ptr<juce::TextEditor> entry;
     Moment wheelMoment { *this };
     juce::Point<float> lastDrag;
     double dragProportion = 0.0;

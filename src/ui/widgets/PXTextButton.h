@@ -1,8 +1,11 @@
 #pragma once
 
+#include "skin/SkinTable.h"
 #include "ui/widgets/CommandPress.h"
 #include "ui/widgets/CommandWidget.h"
 #include "ui/widgets/SkinPicture.h"
+
+#include <functional>
 
 /** A text on a picture of any width. Lit, it is filled and its text turns dark.
 
@@ -13,12 +16,14 @@ public:
     explicit PXTextButton (const juce::String& text = {});
     ~PXTextButton() override;
 
-    /** A strip of six frames: off, over, down, and the same lit. The default is the skin's plain one of the button's
-        height. */
-    void setPicture (const SkinPicture&);
+    /** The colour it is filled with while lit; the accent if nothing is said. */
+    void setHue (skin::Hue);
 
-    /** The hue it is filled with while lit, such as its deck's. */
-    void setLitColour (juce::Colour);
+    /** The same in a deck's hue. @param deck   0 to 3 */
+    void setDeckHue (int deck);
+
+    /** Six frames of its own in place of the skin's: off, over, down, and the same lit. */
+    void setPicture (const SkinPicture&);
 
     /** The command that the right mouse button carries out. */
     void setAlternative (CPlatterdex&, int number);
@@ -34,17 +39,22 @@ public:
     void mouseDown (const juce::MouseEvent&) override;
     void mouseDrag (const juce::MouseEvent&) override;
     void mouseUp (const juce::MouseEvent&) override;
+    void resized() override;
 
 protected:
     void bound() override;
-    void buttonStateChanged() override;
+    void clicked() override;
+    void enablementChanged() override;
 
     /** Where the text goes. */
     virtual juce::Rectangle<int> textArea() const;
 
 private:
+    void choosePicture();
+
     SkinPicture picture;
-    juce::Colour litColour;
+    bool hasOwnPicture = false;
+    skin::Hue hue = skin::Hue::accent;
     CommandPress press;
     CommandBinding alternative;
 };

@@ -4,8 +4,8 @@
 
 #include <functional>
 
-/** The tooltip: shown after the mouse has rested, it follows it until the mouse finds something else, a button is
-    pressed or a wheel turned.
+/** The tooltip: shown after the mouse has rested, it follows it until the mouse finds something else or a button is
+    pressed.
 
     It is a child of the editor's, never a window, so it stands in a host's window as well. Texts are translated. */
 class PXTooltipComponent : public juce::Component, private juce::Timer
@@ -29,17 +29,17 @@ public:
     void paint (juce::Graphics&) override;
 
 private:
-    static constexpr int periodMs = 40;
+    static constexpr int shownMs = 40, waitingMs = 120; ///< between two looks at the mouse
+    static constexpr int quickMove = 12;                ///< pixels between two looks
 
     void timerCallback() override;
     void show (const juce::String&, juce::Point<int> position);
     void hide();
-    void place (juce::Point<int> position);
 
     juce::Component& parent;
     const std::function<bool()> isWanted;
     juce::String shown, resting; ///< on the screen; under the mouse, waiting
     juce::uint32 restingSince = 0;
+    juce::Point<int> lastPosition;
     bool spent = false; ///< a press has put the tooltip away
-    juce::TextLayout layout;
 };
