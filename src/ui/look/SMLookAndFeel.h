@@ -26,6 +26,9 @@ public:
     /** The same in labels' dress: 11 px with a little tracking. */
     static juce::Font labelFont();
 
+    /** What a button of a height says its text in. */
+    static juce::Font buttonFont (int height);
+
     /** Fills an area and lays the light from above on it: a lighter line on top, a darker one below. */
     static void fillRaised (juce::Graphics&, juce::Rectangle<int>, juce::Colour);
 
@@ -33,8 +36,10 @@ public:
     static void fillRow (juce::Graphics&, juce::Rectangle<int>, int row, bool selected,
                          bool learning = false);
 
-    /** A small triangle that points down, as menus and boxes have it. */
-    static void drawArrow (juce::Graphics&, juce::Rectangle<int> area, juce::Colour);
+    /** A small triangle, as menus and boxes have it. @param turned   clockwise from pointing down, in radians */
+    static void drawArrow (juce::Graphics&, juce::Rectangle<int> area, juce::Colour, float turned = 0.0f);
+
+    juce::Typeface::Ptr getTypefaceForFont (const juce::Font&) override;
 
     //==================================================================================================================
     // Buttons and values
@@ -55,7 +60,7 @@ public:
                            juce::Slider&) override;
     void drawRotarySlider (juce::Graphics&, int x, int y, int width, int height, float sliderPos,
                            float startAngle, float endAngle, juce::Slider&) override;
-    int getSliderThumbRadius (juce::Slider&) override { return capLength / 2; }
+    int getSliderThumbRadius (juce::Slider&) override { return 14; }
     void drawProgressBar (juce::Graphics&, juce::ProgressBar&, int width, int height, double progress,
                           const juce::String& text) override;
     void drawGroupComponentOutline (juce::Graphics&, int width, int height, const juce::String& text,
@@ -137,5 +142,7 @@ public:
     static juce::TextLayout tooltipLayout (const juce::String& text);
 
 private:
-    static constexpr int capLength = 12, capWidth = 28, trackWidth = 4;
+    void setControlColours();
+    void setListColours();
+    void setWindowColours();
 };

@@ -21,13 +21,12 @@ void MenuButton::openMenu()
     juce::PopupMenu menu;
     menu.setLookAndFeel (&getLookAndFeel());
     onFillMenu (menu);
-    menu.showMenuAsync (
-        juce::PopupMenu::Options().withTargetComponent (this).withMinimumWidth (getWidth()),
-        [self = SafePointer<MenuButton> (this)] (int chosen)
-        {
-            if (self != nullptr && chosen != 0 && self->onMenuChoice)
-                self->onMenuChoice (chosen);
-        });
+    menu.showMenuAsync (juce::PopupMenu::Options().withTargetComponent (this).withMinimumWidth (getWidth()),
+                        [self = SafePointer<MenuButton> (this)] (int chosen)
+                        {
+                            if (self != nullptr && chosen != 0 && self->onMenuChoice)
+                                self->onMenuChoice (chosen);
+                        });
 }
 
 juce::Rectangle<int> MenuButton::textArea() const

@@ -1,6 +1,7 @@
 #include "ui/widgets/PXImageButton.h"
 
 #include "skin/Palette.h"
+#include "ui/widgets/ButtonSkin.h"
 
 namespace
 {
@@ -65,10 +66,7 @@ void PXImageButton::poll()
 
 int PXImageButton::shownPicture() const
 {
-    const auto set = isOn ? skin::normalOn : skin::normalOff;
-    if (!isEnabled() || !isInActiveWindow (*this))
-        return set;
-    return set + (isDown() ? 2 : (isOver ? 1 : 0));
+    return buttonFrame (isOn, isOver, isDown(), isEnabled() && isInActiveWindow (*this));
 }
 
 juce::Rectangle<int> PXImageButton::pictureBounds() const

@@ -55,8 +55,8 @@ void PXImageLevelMeter::setLevels (float left, float right)
     {
         if (next[bar] == shown[bar])
             continue;
-        repaint (
-            span (bar, std::min (next[bar], shown[bar]), std::max (next[bar], shown[bar])) + pictureOrigin());
+        repaint (span (bar, std::min (next[bar], shown[bar]), std::max (next[bar], shown[bar]))
+                 + pictureOrigin());
         shown[bar] = next[bar];
     }
 }

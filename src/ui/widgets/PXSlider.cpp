@@ -4,7 +4,8 @@
 
 namespace
 {
-constexpr float wheelClick = 0.2f; ///< what a wheel without clicks has turned when another's would have clicked
+constexpr float wheelClick =
+    0.2f; ///< what a wheel without clicks has turned when another's would have clicked
 constexpr int entryWidth = 64, entryHeight = 22;
 
 enum MenuItem : int

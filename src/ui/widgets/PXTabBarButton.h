@@ -1,16 +1,10 @@
 #pragma once
 
-#include "ui/widgets/SkinPicture.h"
+#include <juce_gui_basics/juce_gui_basics.h>
 
-/** A tab of the block between the decks. */
+/** A tab of the block between the decks: it comes to the front as the mouse goes down, and is drawn by the look. */
 class PXTabBarButton : public juce::TabBarButton
 {
 public:
     PXTabBarButton (const juce::String& name, juce::TabbedButtonBar&);
-
-    void paintButton (juce::Graphics&, bool over, bool down) override;
-    int getBestTabLength (int depth) override;
-
-private:
-    SkinPicture picture;
 };

@@ -2,44 +2,7 @@
 
 #include "skin/Palette.h"
 #include "ui/look/SMLookAndFeel.h"
-
-namespace
-{
-juce::Colour colourOf (skin::Hue hue)
-{
-    switch (hue)
-    {
-    case skin::Hue::neutral:
-        return palette::label;
-    case skin::Hue::lime:
-        return palette::selected;
-    case skin::Hue::red:
-        return palette::danger;
-    case skin::Hue::accent:
-        return palette::accent;
-    default:
-        return palette::decks[static_cast<size_t> (hue) - static_cast<size_t> (skin::Hue::deckA)];
-    }
-}
-
-/** The heights of the skin's plain buttons, from the highest down. */
-constexpr int heights[] { 32, 24, 20 };
-
-std::string pictureName (int height, skin::Hue hue)
-{
-    auto fitting = heights[std::size (heights) - 1];
-    for (const auto h : heights)
-        if (h <= height)
-        {
-            fitting = h;
-            break;
-        }
-    auto name = "button_" + std::to_string (fitting);
-    if (hue != skin::Hue::accent && hue != skin::Hue::neutral)
-        name += skin::hueSuffixes[static_cast<size_t> (hue)];
-    return name;
-}
-}
+#include "ui/widgets/ButtonSkin.h"
 
 PXTextButton::PXTextButton (const juce::String& text) : TextButton (text)
 {
@@ -59,7 +22,7 @@ void PXTextButton::setHue (skin::Hue h)
 
 void PXTextButton::setDeckHue (int deck)
 {
-    setHue (static_cast<skin::Hue> (static_cast<int> (skin::Hue::deckA) + juce::jlimit (0, 3, deck)));
+    setHue (deckHue (deck));
 }
 
 void PXTextButton::setPicture (const SkinPicture& own)
@@ -73,7 +36,7 @@ void PXTextButton::choosePicture()
 {
     if (hasOwnPicture)
         return;
-    picture = pictureName (getHeight(), hue);
+    picture = buttonPicture (getHeight(), hue);
     repaint();
 }
 
@@ -103,10 +66,7 @@ void PXTextButton::poll()
 
 int PXTextButton::shownFrame() const
 {
-    const auto lit = getToggleState() ? skin::normalOn : skin::normalOff;
-    if (!isEnabled())
-        return lit;
-    return lit + (isDown() || press.isDown() ? 2 : (isOver() ? 1 : 0));
+    return buttonFrame (getToggleState(), isOver(), isDown() || press.isDown(), isEnabled());
 }
 
 juce::Rectangle<int> PXTextButton::textArea() const
@@ -118,9 +78,8 @@ void PXTextButton::paintButton (juce::Graphics& g, bool, bool)
 {
     const auto alpha = isEnabled() ? 1.0f : palette::disabledAlpha;
     picture.drawWide (g, getLocalBounds(), shownFrame(), alpha);
-    g.setColour ((getToggleState() ? palette::textOn (colourOf (hue)) : palette::value).withAlpha (alpha));
-    g.setFont (SMLookAndFeel::font (getHeight() < heights[1] ? SMLookAndFeel::labelSize
-                                                             : SMLookAndFeel::valueSize));
+    g.setColour ((getToggleState() ? palette::textOn (hueColour (hue)) : palette::value).withAlpha (alpha));
+    g.setFont (SMLookAndFeel::buttonFont (getHeight()));
     g.drawFittedText (juce::translate (getButtonText()), textArea(), juce::Justification::centred, 1, 0.8f);
 }
 

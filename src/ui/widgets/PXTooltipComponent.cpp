@@ -35,8 +35,7 @@ void PXTooltipComponent::timerCallback()
     if (under != nullptr && !parent.isParentOf (under))
         under = nullptr;
     follow (under, parent.getLocalPoint (nullptr, mouse.getScreenPosition()).roundToInt(),
-            juce::ModifierKeys::currentModifiers.isAnyMouseButtonDown(),
-            juce::Time::getMillisecondCounter());
+            juce::ModifierKeys::currentModifiers.isAnyMouseButtonDown(), juce::Time::getMillisecondCounter());
 }
 
 void PXTooltipComponent::follow (juce::Component* under, juce::Point<int> position, bool pressed,

@@ -51,7 +51,8 @@ void ResizableScrollBar::paint (juce::Graphics& g)
             else
                 g.fillRect (thumb.reduced (0, 3).withX (line).withWidth (1));
     };
-    const auto hand = held != Part::none ? held : (isMouseOver() ? partAt (getMouseXYRelative()) : Part::none);
+    const auto hand =
+        held != Part::none ? held : (isMouseOver() ? partAt (getMouseXYRelative()) : Part::none);
     grip (first + endLength / 2, hand == Part::start);
     grip (first + length - endLength / 2 - 1, hand == Part::end);
 }
