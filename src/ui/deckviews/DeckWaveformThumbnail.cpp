@@ -1,0 +1,200 @@
+#include "ui/deckviews/DeckWaveformThumbnail.h"
+
+#include "engine/CPlatterdex.h"
+#include "ui/Look.h"
+#include "ui/deckviews/ThumbnailColumns.h"
+
+namespace
+{
+constexpr float fullScale = 32.0f; ///< of the waveform data, 6 bits with sign
+constexpr float playedAlpha = 0.5f;
+constexpr int playheadWidth = 2, flagSize = 5;
+constexpr int minuteTick = 4, minuteTextWidth = 16, minuteTextHeight = 11;
+constexpr float leastMinuteWidth = 24.0f; ///< below it the minutes are ticks without numbers
+}
+
+DeckWaveformThumbnail::DeckWaveformThumbnail (CPlatterdex& e, int deck)
+    : PollingView (Pace::moving),
+      engine (e),
+      deckIndex (deck)
+{
+    setOpaque (true);
+    setRepaintsOnMouseActivity (false);
+    engine.listeners.add (*this);
+}
+
+DeckWaveformThumbnail::~DeckWaveformThumbnail()
+{
+    engine.listeners.remove (*this);
+}
+
+const DeckPlayer& DeckWaveformThumbnail::player() const
+{
+    return *engine.decks.deck (deckIndex);
+}
+
+void DeckWaveformThumbnail::rebuildLater()
+{
+    stale = true;
+    repaint();
+}
+
+void DeckWaveformThumbnail::resized()
+{
+    rebuildLater();
+    refresh();
+}
+
+void DeckWaveformThumbnail::engineEvent (EngineEvent event, int index)
+{
+    using enum EngineEvent;
+    if (index == deckIndex && (event == trackLeft || event == trackLoaded || event == loadFailed))
+        rebuildLater();
+}
+
+float DeckWaveformThumbnail::xOf (double frame) const
+{
+    return loadedFrames > 0 ? static_cast<float> (frame / loadedFrames * getWidth()) : 0.0f;
+}
+
+int DeckWaveformThumbnail::playheadAt() const
+{
+    return loadedFrames > 0 ? juce::jlimit (0, getWidth(), static_cast<int> (xOf (player().heardPosition())))
+                            : -1;
+}
+
+void DeckWaveformThumbnail::pollMoving()
+{
+    const auto next = playheadAt();
+    if (next == playheadX)
+        return;
+    const auto [from, to] = std::minmax (next, playheadX);
+    playheadX = next;
+    repaint (from - playheadWidth, 0, to - from + 2 * playheadWidth, getHeight());
+}
+
+void DeckWaveformThumbnail::pollCalm()
+{
+    if (const int32_t loaded = player().loadedFrames; loaded != loadedFrames)
+    {
+        loadedFrames = loaded;
+        playheadX = playheadAt();
+        rebuildLater();
+    }
+    if (const auto next = TrackPlaces::of (player()); next != places)
+    {
+        places = next;
+        repaint();
+    }
+}
+
+void DeckWaveformThumbnail::mouseDown (const juce::MouseEvent& event)
+{
+    soughtX = -1.0f;
+    mouseDrag (event);
+}
+
+void DeckWaveformThumbnail::mouseDrag (const juce::MouseEvent& event)
+{
+    if (event.mods.isLeftButtonDown())
+        seekTo (juce::jlimit (0.0f, static_cast<float> (getWidth()), event.position.x));
+}
+
+void DeckWaveformThumbnail::seekTo (float x)
+{
+    if (x == soughtX || getWidth() < 1)
+        return;
+    soughtX = x;
+    engine.transport.seekNormalised (deckIndex, static_cast<double> (x) / getWidth());
+    pollMoving();
+}
+
+void DeckWaveformThumbnail::build (double scale)
+{
+    const auto width = std::max (1, juce::roundToInt (getWidth() * scale));
+    const auto height = std::max (1, juce::roundToInt (getHeight() * scale));
+    picture = juce::Image (juce::Image::RGB, width, height, false, juce::SoftwareImageType());
+    pictureScale = scale;
+    stale = false;
+    ++buildCount;
+
+    juce::Graphics g (picture);
+    g.fillAll (Look::ground);
+    g.setColour (Look::deckHue (deckIndex));
+    const auto columns = ThumbnailColumns::of (*player().overview, loadedFrames, width);
+    const auto middle = 0.5f * static_cast<float> (height);
+    juce::RectangleList<float> lines;
+    for (int x = 0; x < width && loadedFrames > 0; ++x)
+    {
+        const auto top = middle * (1.0f - columns.most[static_cast<size_t> (x)] / fullScale);
+        const auto bottom = middle * (1.0f - columns.least[static_cast<size_t> (x)] / fullScale);
+        lines.addWithoutMerging ({ static_cast<float> (x), top, 1.0f, std::max (1.0f, bottom - top) });
+    }
+    g.fillRectList (lines);
+}
+
+void DeckWaveformThumbnail::paint (juce::Graphics& g)
+{
+    const auto scale = static_cast<double> (g.getInternalContext().getPhysicalPixelScaleFactor());
+    if (stale || scale != pictureScale)
+        build (scale);
+    {
+        const juce::Graphics::ScopedSaveState state (g);
+        g.setImageResamplingQuality (juce::Graphics::lowResamplingQuality);
+        g.drawImageTransformed (picture, juce::AffineTransform::scale (static_cast<float> (1.0 / scale)));
+    }
+    if (loadedFrames < 1)
+        return;
+    g.setColour (Look::ground.withAlpha (playedAlpha));
+    g.fillRect (0, 0, playheadX, getHeight());
+    paintMinutes (g);
+    paintPlaces (g);
+    g.setColour (Look::dark);
+    g.fillRect (playheadX - playheadWidth / 2 - 1, 0, playheadWidth + 2, getHeight());
+    g.setColour (Look::deckHue (deckIndex).brighter (0.6f));
+    g.fillRect (playheadX - playheadWidth / 2, 0, playheadWidth, getHeight());
+}
+
+void DeckWaveformThumbnail::paintMinutes (juce::Graphics& g) const
+{
+    const auto step = xOf (player().sampleRate * 60.0);
+    if (!(step > 2.0f))
+        return;
+    g.setFont (Look::font (Look::labelSize));
+    for (int minute = 1; static_cast<float> (minute) * step < static_cast<float> (getWidth()); ++minute)
+    {
+        const auto x = juce::roundToInt (static_cast<float> (minute) * step);
+        g.setColour (Look::value.withAlpha (0.7f));
+        g.fillRect (x, getHeight() - minuteTick, 1, minuteTick);
+        if (step < leastMinuteWidth || getHeight() < 2 * minuteTextHeight)
+            continue;
+        g.setColour (Look::label);
+        g.drawText (juce::String (minute), x + 2, getHeight() - minuteTextHeight, minuteTextWidth,
+                    minuteTextHeight, juce::Justification::centredLeft, false);
+    }
+}
+
+void DeckWaveformThumbnail::paintPlaces (juce::Graphics& g) const
+{
+    const auto hue = Look::deckHue (deckIndex);
+    if (places.loop.has_value())
+    {
+        const auto from = xOf (places.loop->in), to = xOf (places.loop->out);
+        g.setColour ((places.loop->running ? hue.brighter (0.8f) : Look::value).withAlpha (0.35f));
+        g.fillRect (from, 0.0f, std::max (1.0f, to - from), static_cast<float> (getHeight()));
+    }
+    const auto mark = [&] (double frame, juce::Colour colour)
+    {
+        const auto x = juce::roundToInt (xOf (frame));
+        g.setColour (colour);
+        g.fillRect (x, 0, 1, getHeight());
+        g.fillRect (x - flagSize + 1, 0, flagSize, flagSize);
+    };
+    if (places.startPoint.has_value())
+        mark (*places.startPoint, Look::label);
+    for (int slot = 0; slot < hotCueCount; ++slot)
+        if (slot != places.currentCue && places.hasCue (slot))
+            mark (places.cues[static_cast<size_t> (slot)], Look::value);
+    if (const auto slot = places.currentCue; slot >= 0 && slot < cueSlotCount && places.hasCue (slot))
+        mark (places.cues[static_cast<size_t> (slot)], hue.brighter (0.6f));
+}
