@@ -63,12 +63,13 @@ void UiBench::refresh()
             view->refresh();
 }
 
-juce::Image UiBench::picture (juce::Component& component, const juce::String& name)
+juce::Image UiBench::picture (juce::Component& component, const juce::String& name, float scale)
 {
-    const auto image = component.createComponentSnapshot (component.getLocalBounds());
+    const auto image = component.createComponentSnapshot (component.getLocalBounds(), true, scale);
     if (const auto path = juce::SystemStats::getEnvironmentVariable ("PX_PICTURES", {}); path.isNotEmpty())
     {
-        const auto file = juce::File (path).getChildFile (name + ".png");
+        const auto file =
+            juce::File (path).getChildFile (name + (scale > 1.0f ? "@" + juce::String (scale) : "") + ".png");
         file.deleteFile();
         juce::FileOutputStream stream (file);
         juce::PNGImageFormat().writeImageToStream (image, stream);

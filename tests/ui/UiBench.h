@@ -22,9 +22,9 @@ public:
     /** Lets every view of the editor poll once. */
     void refresh();
 
-    /** The component as it would stand on the screen. Written as "<name>.png" into the folder of the environment's
+    /** The component as it would stand on the screen. Written as "<name>@<scale>.png", at scale 1 "<name>.png", into the folder of the environment's
         PX_PICTURES, if there is one. */
-    static juce::Image picture (juce::Component&, const juce::String& name);
+    static juce::Image picture (juce::Component&, const juce::String& name, float scale = 1.0f);
 
     CommandButton& button (int deck, const juce::String& text);
 

@@ -2,6 +2,7 @@
 
 #include "skin/Palette.h"
 #include "skin/Skin.h"
+#include "text/ZRRendererFontManager.h"
 
 namespace
 {
@@ -24,7 +25,9 @@ SMLookAndFeel::SMLookAndFeel()
     setControlColours();
     setListColours();
     setWindowColours();
-    setDefaultSansSerifTypefaceName (skin::typefaceName);
+    const auto file = skin::fontData();
+    ZRRendererFontManager::getInstance().addFont (skin::typefaceName, file.data(), file.size());
+    setDefaultFontName (skin::typefaceName);
 }
 
 void SMLookAndFeel::setControlColours()
@@ -131,14 +134,6 @@ juce::Font SMLookAndFeel::buttonFont (int height)
 {
     constexpr int roomForValues = 24;
     return height < roomForValues ? labelFont() : font (valueSize);
-}
-
-juce::Typeface::Ptr SMLookAndFeel::getTypefaceForFont (const juce::Font& f)
-{
-    const auto name = f.getTypefaceName();
-    if (name == skin::typefaceName || name == juce::Font::getDefaultSansSerifFontName())
-        return skin::typeface();
-    return LookBase::getTypefaceForFont (f);
 }
 
 void SMLookAndFeel::fillRaised (juce::Graphics& g, juce::Rectangle<int> area, juce::Colour colour)

@@ -1,16 +1,13 @@
 #pragma once
 
-#include <juce_gui_basics/juce_gui_basics.h>
-
-/** The look that the system's own widgets and the toolkit's stand on. */
-using LookBase = juce::LookAndFeel_V4;
+#include "text/ZRRendererLookAndFeel.h"
 
 /** The dark skin of everything that is the toolkit's: buttons, boxes, menus, bars, trees, tables, tabs, dialogs and window
     frames, and the program's own type.
 
     Made the default look while the editor lives. A combo box named `_ghostComboBox` shows nothing but its arrow, so that
     the picture behind it is seen. Message thread. */
-class SMLookAndFeel : public LookBase
+class SMLookAndFeel : public ZRRendererLookAndFeel
 {
 public:
     SMLookAndFeel();
@@ -38,8 +35,6 @@ public:
 
     /** A small triangle, as menus and boxes have it. @param turned   clockwise from pointing down, in radians */
     static void drawArrow (juce::Graphics&, juce::Rectangle<int> area, juce::Colour, float turned = 0.0f);
-
-    juce::Typeface::Ptr getTypefaceForFont (const juce::Font&) override;
 
     //==================================================================================================================
     // Buttons and values

@@ -50,8 +50,7 @@ void SMLookAndFeel::drawToggleButton (juce::Graphics& g, juce::ToggleButton& but
     const auto box = area.removeFromLeft (tickWidth).toFloat();
     drawTickBox (g, button, box.getX(), box.getY(), box.getWidth(), box.getHeight(), button.getToggleState(),
                  button.isEnabled(), over, down);
-    g.setColour (
-        button.findColour (juce::ToggleButton::textColourId).withMultipliedAlpha (alphaOf (button)));
+    g.setColour (button.findColour (juce::ToggleButton::textColourId).withMultipliedAlpha (alphaOf (button)));
     g.setFont (font (valueSize));
     g.drawFittedText (button.getButtonText(), area.withTrimmedLeft (gap), juce::Justification::centredLeft,
                       2);

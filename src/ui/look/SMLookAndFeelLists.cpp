@@ -111,8 +111,7 @@ void SMLookAndFeel::drawFileBrowserRow (juce::Graphics& g, int width, int height
                            sign.getHeight() - 4,
                            juce::RectanglePlacement::centred | juce::RectanglePlacement::onlyReduceInSize);
     else if (isFolder)
-        drawArrow (g, sign.withTrimmedRight (margin), palette::label,
-                   -0.5f * juce::MathConstants<float>::pi);
+        drawArrow (g, sign.withTrimmedRight (margin), palette::label, -0.5f * juce::MathConstants<float>::pi);
 
     g.setFont (font (valueSize));
     g.setColour (palette::label);

@@ -32,10 +32,9 @@ void SMLookAndFeel::drawComboBox (juce::Graphics& g, int width, int height, bool
             g.drawRect (area);
         }
     }
-    drawArrow (
-        g, area.withTrimmedLeft (width - arrowArea),
-        (box.isMouseOver (true) ? palette::value : box.findColour (juce::ComboBox::arrowColourId))
-            .withMultipliedAlpha (alpha));
+    drawArrow (g, area.withTrimmedLeft (width - arrowArea),
+               (box.isMouseOver (true) ? palette::value : box.findColour (juce::ComboBox::arrowColourId))
+                   .withMultipliedAlpha (alpha));
 }
 
 juce::Font SMLookAndFeel::getComboBoxFont (juce::ComboBox& box)
@@ -137,6 +136,5 @@ void SMLookAndFeel::getIdealPopupMenuItemSize (const juce::String& text, bool se
                                                int& width, int& height)
 {
     height = separator ? separatorHeight : juce::jmax (rowHeight, standardHeight);
-    width =
-        separator ? 50 : getPopupMenuFont().getStringWidth (text) + 2 * margin + 2 * markColumn;
+    width = separator ? 50 : getPopupMenuFont().getStringWidth (text) + 2 * margin + 2 * markColumn;
 }

@@ -174,6 +174,7 @@ void PXSlider::enterValue()
                            .withSizeKeepingCentre (entryWidth, entryHeight)
                            .constrainedWithin (window->getLocalBounds());
     entry = std::make_unique<juce::TextEditor> ("_valueEntry");
+    entry->setComponentID ("_valueEntry");
     entry->setJustification (juce::Justification::centred);
     entry->setBounds (place);
     entry->setText (getTextFromValue (getValue()), false);
