@@ -28,7 +28,8 @@ TEST (WidgetSheet, EveryStateOfAButtonDiffersFromTheOthers)
     const auto image = UiBench::picture (sheet, "widgets");
     std::vector<juce::Component*> buttons;
     for (auto* widget : sheet.touched())
-        if (dynamic_cast<PXImageButton*> (widget) != nullptr || dynamic_cast<PXTextButton*> (widget) != nullptr)
+        if (dynamic_cast<PXImageButton*> (widget) != nullptr
+            || dynamic_cast<PXTextButton*> (widget) != nullptr)
             buttons.push_back (widget);
     ASSERT_EQ (buttons.size() % 7, 0u);
     for (size_t first = 0; first < buttons.size(); first += 7)

@@ -76,8 +76,9 @@ void WidgetSheet::addTextButtons (int y)
         const char* text;
         int width, height, deck;
     };
-    for (const auto& row : { Row { "KILL", 60, 22, -1 }, Row { "Loop", 66, 24, 0 }, Row { "HOT CUE 1", 70, 32, 1 },
-                             Row { "Editor...", 70, 24, 2 }, Row { "7", 26, 24, 3 } })
+    for (const auto& row :
+         { Row { "KILL", 60, 22, -1 }, Row { "Loop", 66, 24, 0 }, Row { "HOT CUE 1", 70, 32, 1 },
+           Row { "Editor...", 70, 24, 2 }, Row { "7", 26, 24, 3 } })
     {
         for (int state = 0; state < columns; ++state)
         {
@@ -136,8 +137,8 @@ void WidgetSheet::addFaders (int x, int y)
     pitch.setValue (0.5, juce::dontSendNotification);
     for (int i = 0; i < 2; ++i)
     {
-        auto& cross = add<PXImageLinearSlider> ({ x, y + 180 + 28 * i, 200, 22 }, juce::String ("_crossfader"),
-                                                juce::Slider::LinearHorizontal);
+        auto& cross = add<PXImageLinearSlider> ({ x, y + 180 + 28 * i, 200, 22 },
+                                                juce::String ("_crossfader"), juce::Slider::LinearHorizontal);
         if (i == 0)
             cross.setImages ("crossfader_200", "crossfader_cap");
         else
@@ -171,7 +172,8 @@ void WidgetSheet::addToolkit (int x, int y)
 {
     for (int i = 0; i < 2; ++i)
     {
-        auto& box = add<juce::ComboBox> ({ x + 140 * i, y, 130, 24 }, i == 0 ? "_box" : SMLookAndFeel::ghostName);
+        auto& box =
+            add<juce::ComboBox> ({ x + 140 * i, y, 130, 24 }, i == 0 ? "_box" : SMLookAndFeel::ghostName);
         box.addItem ("Smooth", 1);
         box.setSelectedId (1, juce::dontSendNotification);
         auto& toggle = add<juce::ToggleButton> ({ x + 140 * i, y + 32, 130, 22 }, "Show tooltips");
@@ -188,7 +190,8 @@ void WidgetSheet::addToolkit (int x, int y)
     auto& bar = add<juce::TabbedButtonBar> ({ x, y + 158, 270, 24 }, juce::TabbedButtonBar::TabsAtTop);
     for (const auto* tab : { "MIXER", "FX", "SAMPLER", "WAV" })
         bar.addTab (tab, palette::ground, -1);
-    auto& group = add<juce::GroupComponent> ({ x, y + 190, 130, 40 }, juce::String(), juce::String ("Layout"));
+    auto& group =
+        add<juce::GroupComponent> ({ x, y + 190, 130, 40 }, juce::String(), juce::String ("Layout"));
     group.setEnabled (true);
     auto& header = add<juce::TableHeaderComponent> ({ x + 140, y + 190, 260, 22 });
     for (int i = 1; i < 4; ++i)
@@ -198,7 +201,10 @@ void WidgetSheet::addToolkit (int x, int y)
     auto& window = add<juce::DocumentWindow> ({ x + 290, y, 120, 60 }, juce::String ("Editor"),
                                               juce::Colours::black, juce::DocumentWindow::allButtons, false);
     window.setTitleBarHeight (24);
-    auto& alert = add<juce::AlertWindow> ({ x + 290, y + 70, 120, 110 }, juce::String ("Title"),
-                                          juce::String ("What it says."), juce::MessageBoxIconType::WarningIcon);
+    if (juce::Desktop::getInstance().getDisplays().displays.isEmpty())
+        return; // a dialog measures the screen
+    auto& alert =
+        add<juce::AlertWindow> ({ 0, 0, 1, 1 }, juce::String ("Title"), juce::String ("What it says."),
+                                juce::MessageBoxIconType::WarningIcon);
     alert.setBounds (x + 280, y + 70, 130, 110);
 }
