@@ -5,7 +5,7 @@
 
 namespace
 {
-/** The middle of a widget, and how far it is from another's, 0 to 255. */
+/** How far a widget's picture is from another's, in the mean of its pixels, 0 to 255. */
 double difference (const juce::Image& sheet, const juce::Component& one, const juce::Component& other)
 {
     double sum = 0.0;

@@ -29,7 +29,7 @@ void show (juce::Button& button, int state)
 
 WidgetSheet::WidgetSheet()
 {
-    setSize (860, 620);
+    setSize (860, 800);
     addImageButtons (8);
     addTextButtons (8);
     addKnobs (256);
@@ -41,6 +41,41 @@ WidgetSheet::WidgetSheet()
 void WidgetSheet::paint (juce::Graphics& g)
 {
     g.fillAll (palette::panel);
+    paintMenu (g, { 440, 596, 190, 190 });
+
+    const juce::String tip ("An independent monitor fader that blends between Main and PFL on the phones. "
+                            "Double click to reset.");
+    auto& look = getLookAndFeel();
+    const auto place = look.getTooltipBounds (tip, { 8, 620 }, getLocalBounds());
+    g.setOrigin (place.getPosition());
+    look.drawTooltip (g, tip, place.getWidth(), place.getHeight());
+}
+
+void WidgetSheet::paintMenu (juce::Graphics& graphics, juce::Rectangle<int> area) const
+{
+    const juce::Graphics::ScopedSaveState saved (graphics);
+    graphics.setOrigin (area.getPosition());
+    auto& look = getLookAndFeel();
+    look.drawPopupMenuBackground (graphics, area.getWidth(), area.getHeight());
+    auto rest = area.withZeroOrigin().reduced (0, 4);
+    look.drawPopupMenuSectionHeader (graphics, rest.removeFromTop (20), "Play mode");
+    struct Item
+    {
+        const char* text;
+        bool active, highlighted, ticked, hasSubMenu;
+        const char* shortcut;
+    };
+    for (const auto& item :
+         { Item { "One Shot", true, false, true, false, "" },
+           Item { "Trigger", true, true, false, false, "T" },
+           Item { "ReTrigger", false, false, false, false, "" }, Item { "", false, false, false, false, "" },
+           Item { "User Banks", true, false, false, true, "" } })
+    {
+        const auto separator = *item.text == 0;
+        look.drawPopupMenuItem (graphics, rest.removeFromTop (separator ? 9 : 24), separator, item.active,
+                                item.highlighted, item.ticked, item.hasSubMenu, item.text, item.shortcut,
+                                nullptr, nullptr);
+    }
 }
 
 std::vector<juce::Component*> WidgetSheet::touched() const
@@ -206,5 +241,5 @@ void WidgetSheet::addToolkit (int x, int y)
     auto& alert =
         add<juce::AlertWindow> ({ 0, 0, 1, 1 }, juce::String ("Title"), juce::String ("What it says."),
                                 juce::MessageBoxIconType::WarningIcon);
-    alert.setBounds (x + 280, y + 70, 130, 110);
+    alert.setTopLeftPosition (330, 240);
 }

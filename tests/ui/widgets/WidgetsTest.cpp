@@ -82,6 +82,17 @@ TEST (SkinPicture, IsSharpAtEveryScale)
     }
 }
 
+TEST (SkinPicture, HasNoSeamsWhereItIsDrawnWideAndSeenThrough)
+{
+    const SkinPicture button ("button_24");
+    juce::Image image (juce::Image::ARGB, 200, 24, true);
+    juce::Graphics g (image);
+    button.drawWide (g, image.getBounds(), skin::normalOn, 0.4f);
+    for (int x = 9; x < 191; ++x)
+        ASSERT_EQ (image.getPixelAt (x, 12), image.getPixelAt (8, 12)) << x;
+    EXPECT_NEAR (image.getPixelAt (8, 12).getFloatAlpha(), 0.4f, 0.02f);
+}
+
 TEST (CommandBinding, StepsGoEachWayAndThePitchIsTurnedRound)
 {
     UiBench bench;
