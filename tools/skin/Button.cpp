@@ -7,14 +7,19 @@ constexpr float radius = 3;
 void drawBody (const Pen& pen, juce::Rectangle<float> area, const ButtonLook& look)
 {
     drawSurface (pen, area, radius, look.surface);
-    if (!look.ring.isTransparent())
+    auto ring = [&] (juce::Colour colour, float inset)
     {
-        juce::Path ring;
-        ring.addRoundedRectangle (area, radius);
-        ring.addRoundedRectangle (area.reduced (pen.hair()), radius - pen.hair());
-        ring.setUsingNonZeroWinding (false);
-        pen.fill (look.ring, ring);
-    }
+        const auto outside = area.reduced (inset * pen.hair());
+        juce::Path path;
+        path.addRoundedRectangle (outside, radius - inset * pen.hair());
+        path.addRoundedRectangle (outside.reduced (pen.hair()), radius - (inset + 1) * pen.hair());
+        path.setUsingNonZeroWinding (false);
+        pen.fill (colour, path);
+    };
+    if (!look.ring.isTransparent())
+        ring (look.ring, 0);
+    if (!look.innerRing.isTransparent())
+        ring (look.innerRing, 1);
 }
 
 /** The square that a sign fills on a button. */
@@ -27,22 +32,25 @@ juce::Rectangle<float> signSquare (const Pen& pen)
 
 ButtonLook lookOf (skin::Hue hue, int frame)
 {
-    const auto colour = colourOf (hue);
-    const auto ink = palette::textOn (colour);
+    const auto lit = colourOf (hue);
+    const auto sign = palette::textOn (lit);
+    // A light hue may become lighter under the pointer; under a white sign it may not.
+    const float lift = sign == palette::ink ? 0.25f : 0.06f;
     switch (frame)
     {
     case skin::overOff:
-        return { lying (palette::line), palette::value, palette::label };
+        return { lying (palette::line), palette::value, palette::label, {} };
     case skin::downOff:
-        return { sunk (palette::label.withMultipliedBrightness (0.65f)), juce::Colours::white, {} };
+        return { sunk (palette::label.withMultipliedBrightness (0.65f)), juce::Colours::white, {}, {} };
     case skin::normalOn:
-        return { lying (colour), ink, {} };
+        return { lying (lit), sign, {}, {} };
     case skin::overOn:
-        return { lying (colour.interpolatedWith (juce::Colours::white, 0.25f)), ink, juce::Colours::white };
+        return { lying (lit.interpolatedWith (juce::Colours::white, lift)), sign, juce::Colours::white,
+                 palette::ink };
     case skin::downOn:
-        return { sunk (colour.interpolatedWith (juce::Colours::black, 0.25f)), ink, {} };
+        return { sunk (lit.interpolatedWith (juce::Colours::black, 0.25f)), sign, {}, {} };
     default:
-        return { lying (palette::well), palette::label.brighter (0.25f), {} };
+        return { lying (palette::well), palette::label.brighter (0.25f), {}, {} };
     }
 }
 
@@ -55,7 +63,6 @@ void paintSignButton (const Pen& pen, const skin::Row& row, int frame)
 {
     const auto look = lookOf (row.hue, frame);
     drawBody (pen, pen.all(), look);
-    const bool recordAtRest = row.sign == skin::Sign::record && frame < skin::normalOn;
     const bool wide = pen.width > pen.height + 8;
     if (row.sign == skin::Sign::cue || (row.sign == skin::Sign::sync && wide))
     {
@@ -67,7 +74,6 @@ void paintSignButton (const Pen& pen, const skin::Row& row, int frame)
         pen.fill (look.sign, word);
         return;
     }
-    juce::ignoreUnused (recordAtRest);
     pen.fill (look.sign, signPath (row.sign, signSquare (pen), frame >= skin::normalOn));
 }
 

@@ -11,7 +11,7 @@ struct Measures
 
 Measures measuresOf (float diameter)
 {
-    return diameter < 32 ? Measures { 3.0f, 1.5f, 0.28f, 2.5f } : Measures { 4.0f, 2.0f, 0.36f, 3.0f };
+    return diameter < 32 ? Measures { 3.0f, 1.5f, 0.12f, 2.5f } : Measures { 4.0f, 2.0f, 0.25f, 3.0f };
 }
 }
 
