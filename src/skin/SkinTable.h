@@ -99,7 +99,7 @@ enum class Hue : std::uint8_t
 constexpr std::size_t hueCount = 8;
 
 /** What is added to a picture's name for its hue; the first hue of a family adds nothing. */
-constexpr std::array<std::string_view, hueCount> hueSuffixes { "_neutral", "_accent", "_a", "_b",
+constexpr std::array<std::string_view, hueCount> hueSuffixes { "_neutral", "_accent", "_a",    "_b",
                                                                "_c",       "_d",      "_lime", "_red" };
 
 /** The frames of a button, in the order of PXImageButton::setImages. Caps and window buttons have the first three. */
@@ -154,7 +154,7 @@ constexpr Family families[] {
     // Faders: a track to any length in three pieces, or one with its ticks at a fixed length. A cap's middle travels
     // from 14 pixels inside one end to 14 inside the other, and the ticks stand where its line can.
     { "fader_track", 20, 64, 1, Material::uprightTrack },
-    { "fader_96", 20, 96, 1, Material::uprightScale },
+    { "fader_108", 20, 108, 1, Material::uprightScale },
     { "fader_128", 20, 128, 1, Material::uprightScale },
     { "pitch_132", 28, 132, 1, Material::uprightScale },
     { "pitch_164", 28, 164, 1, Material::uprightScale },
@@ -162,7 +162,7 @@ constexpr Family families[] {
     { "crossfader_track", 64, 20, 1, Material::levelTrack },
     { "crossfader_96", 96, 20, 1, Material::levelScale },
     { "crossfader_128", 128, 20, 1, Material::levelScale },
-    { "crossfader_200", 200, 20, 1, Material::levelScale },
+    { "crossfader_188", 188, 20, 1, Material::levelScale },
     { "crossfader_cap", 28, 12, 3, Material::levelCap },
 
     // Buttons for text: 8 pixels, a tile of 48, 8 pixels.
@@ -302,7 +302,7 @@ constexpr auto table = []
             auto& row = rows[next++];
             for (const char c : family.name)
                 row.text[row.length++] = c;
-            if (! first || decksOnly)
+            if (!first || decksOnly)
                 for (const char c : hueSuffixes[hue])
                     row.text[row.length++] = c;
             first = false;

@@ -7,14 +7,19 @@ constexpr float radius = 3;
 void drawBody (const Pen& pen, juce::Rectangle<float> area, const ButtonLook& look)
 {
     drawSurface (pen, area, radius, look.surface);
-    if (! look.ring.isTransparent())
+    auto ring = [&] (juce::Colour colour, float inset)
     {
-        juce::Path ring;
-        ring.addRoundedRectangle (area, radius);
-        ring.addRoundedRectangle (area.reduced (pen.hair()), radius - pen.hair());
-        ring.setUsingNonZeroWinding (false);
-        pen.fill (look.ring, ring);
-    }
+        const auto outside = area.reduced (inset * pen.hair());
+        juce::Path path;
+        path.addRoundedRectangle (outside, radius - inset * pen.hair());
+        path.addRoundedRectangle (outside.reduced (pen.hair()), radius - (inset + 1) * pen.hair());
+        path.setUsingNonZeroWinding (false);
+        pen.fill (colour, path);
+    };
+    if (!look.ring.isTransparent())
+        ring (look.ring, 0);
+    if (!look.innerRing.isTransparent())
+        ring (look.innerRing, 1);
 }
 
 /** The square that a sign fills on a button. */
@@ -27,16 +32,25 @@ juce::Rectangle<float> signSquare (const Pen& pen)
 
 ButtonLook lookOf (skin::Hue hue, int frame)
 {
-    const auto colour = colourOf (hue);
-    const auto ink = palette::textOn (colour);
+    const auto lit = colourOf (hue);
+    const auto sign = palette::textOn (lit);
+    // A light hue may become lighter under the pointer; under a white sign it may not.
+    const float lift = sign == palette::ink ? 0.25f : 0.06f;
     switch (frame)
     {
-        case skin::overOff: return { lying (palette::line), palette::value, palette::label };
-        case skin::downOff: return { sunk (palette::label.withMultipliedBrightness (0.65f)), juce::Colours::white, {} };
-        case skin::normalOn: return { lying (colour), ink, {} };
-        case skin::overOn: return { lying (colour.interpolatedWith (juce::Colours::white, 0.25f)), ink, juce::Colours::white };
-        case skin::downOn: return { sunk (colour.interpolatedWith (juce::Colours::black, 0.25f)), ink, {} };
-        default: return { lying (palette::well), palette::label.brighter (0.25f), {} };
+    case skin::overOff:
+        return { lying (palette::line), palette::value, palette::label, {} };
+    case skin::downOff:
+        return { sunk (palette::label.withMultipliedBrightness (0.65f)), juce::Colours::white, {}, {} };
+    case skin::normalOn:
+        return { lying (lit), sign, {}, {} };
+    case skin::overOn:
+        return { lying (lit.interpolatedWith (juce::Colours::white, lift)), sign, juce::Colours::white,
+                 palette::ink };
+    case skin::downOn:
+        return { sunk (lit.interpolatedWith (juce::Colours::black, 0.25f)), sign, {}, {} };
+    default:
+        return { lying (palette::well), palette::label.brighter (0.25f), {}, {} };
     }
 }
 
@@ -49,18 +63,17 @@ void paintSignButton (const Pen& pen, const skin::Row& row, int frame)
 {
     const auto look = lookOf (row.hue, frame);
     drawBody (pen, pen.all(), look);
-    const bool recordAtRest = row.sign == skin::Sign::record && frame < skin::normalOn;
     const bool wide = pen.width > pen.height + 8;
     if (row.sign == skin::Sign::cue || (row.sign == skin::Sign::sync && wide))
     {
-        auto word = wordPath (row.sign == skin::Sign::cue ? "CUE" : "SYNC", pen.height < 28 ? 8.0f : 9.0f, 0.03f);
+        auto word =
+            wordPath (row.sign == skin::Sign::cue ? "CUE" : "SYNC", pen.height < 28 ? 8.0f : 9.0f, 0.03f);
         const auto place = word.getBounds();
         word.applyTransform (juce::AffineTransform::translation (
             pen.snap (pen.width / 2 - place.getCentreX()), pen.snap (pen.height / 2 - place.getCentreY())));
         pen.fill (look.sign, word);
         return;
     }
-    juce::ignoreUnused (recordAtRest);
     pen.fill (look.sign, signPath (row.sign, signSquare (pen), frame >= skin::normalOn));
 }
 
@@ -86,8 +99,9 @@ void paintWindowButton (const Pen& pen, const skin::Row& row, int frame)
     {
         const bool closes = row.sign == skin::Sign::close;
         const auto body = closes ? palette::danger : palette::line.brighter (0.2f);
-        drawSurface (pen, pen.all().reduced (2), radius,
-                     lying (frame == skin::overOff ? body : body.interpolatedWith (juce::Colours::black, 0.3f)));
+        drawSurface (
+            pen, pen.all().reduced (2), radius,
+            lying (frame == skin::overOff ? body : body.interpolatedWith (juce::Colours::black, 0.3f)));
     }
     pen.fill (frame == skin::normalOff ? palette::label : juce::Colours::white,
               signPath (row.sign, juce::Rectangle<float> (12, 12).withCentre (pen.all().getCentre()), false));
@@ -101,7 +115,7 @@ void paintTab (const Pen& pen, const skin::Row& row, int frame)
                       : frame == skin::downOff ? palette::line
                                                : palette::ground;
     drawSurface (pen, pen.all(), radius, { body, body, body }, { true, true, true });
-    if (! on)
+    if (!on)
         return;
     const auto hue = colourOf (row.hue);
     const auto bar = frame == skin::downOn ? hue.interpolatedWith (juce::Colours::black, 0.35f) : hue;

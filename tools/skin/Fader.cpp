@@ -4,7 +4,15 @@ namespace
 {
 constexpr float trackWide = 4;
 constexpr float travelInset = 14; ///< half a cap: the ticks stand where its line can
-constexpr int ticks = 10;         ///< the parts of a fader's travel
+
+/** The parts of a travel of so many pixels: ten, or another even number if that gives whole pixels. */
+int ticksFor (int travel)
+{
+    for (const int parts : { 10, 8, 4 })
+        if (travel % parts == 0)
+            return parts;
+    return 10;
+}
 
 bool isUpright (skin::Material material)
 {
@@ -24,7 +32,7 @@ void drawGroove (const Pen& pen, bool upright)
 {
     const float length = upright ? pen.height : pen.width, breadth = upright ? pen.width : pen.height;
     const auto groove = pen.snap (placed (upright, 2, (breadth - trackWide) / 2, length - 4, trackWide));
-    drawSurface (pen, groove, trackWide / 2, sunk (palette::edgeDark));
+    drawSurface (pen, groove, trackWide / 2, { palette::well, palette::edgeDark, palette::line });
 }
 }
 
@@ -38,10 +46,12 @@ void paintScale (const Pen& pen, const skin::Row& row, int)
     const bool upright = isUpright (row.material);
     const float length = upright ? pen.height : pen.width, breadth = upright ? pen.width : pen.height;
     const float side = (breadth - 12) / 2; // what a cap leaves free beside itself
+    const float travel = length - 2 * travelInset;
+    const int ticks = ticksFor (juce::roundToInt (travel));
     for (int tick = 0; tick <= ticks; ++tick)
     {
         const bool strong = tick % (ticks / 2) == 0;
-        const float along = travelInset + (length - 2 * travelInset) * static_cast<float> (tick) / ticks;
+        const float along = travelInset + travel * static_cast<float> (tick) / static_cast<float> (ticks);
         const float hair = pen.hair(), from = pen.snap (along - hair / 2);
         const float reach = pen.snap (strong ? side - 1 : (side - 1) * 0.6f);
         const auto colour = strong ? palette::label : palette::line.brighter (0.25f);
@@ -55,7 +65,7 @@ void paintCap (const Pen& pen, const skin::Row& row, int frame)
 {
     const bool upright = isUpright (row.material);
     const float length = upright ? pen.height : pen.width, breadth = upright ? pen.width : pen.height;
-    const auto body = frame == skin::downOff  ? palette::line.brighter (0.55f)
+    const auto body = frame == skin::downOff   ? palette::line.brighter (0.55f)
                       : frame == skin::overOff ? palette::line.brighter (0.35f)
                                                : palette::line.brighter (0.12f);
     // A rim of the ground's colour keeps the cap apart from track and ticks.

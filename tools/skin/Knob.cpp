@@ -11,7 +11,7 @@ struct Measures
 
 Measures measuresOf (float diameter)
 {
-    return diameter < 32 ? Measures { 3.0f, 1.5f, 0.28f, 2.5f } : Measures { 4.0f, 2.0f, 0.36f, 3.0f };
+    return diameter < 32 ? Measures { 3.0f, 1.5f, 0.12f, 2.5f } : Measures { 4.0f, 2.0f, 0.25f, 3.0f };
 }
 }
 
@@ -29,8 +29,8 @@ void paintKnob (const Pen& pen, const skin::Row& row, int frame)
         juce::Path line;
         line.addCentredArc (centre.x, centre.y, middle, middle, 0, start, end, true);
         pen.g.setColour (colour);
-        pen.g.strokePath (line, juce::PathStrokeType (thickness, juce::PathStrokeType::curved,
-                                                      juce::PathStrokeType::butt));
+        pen.g.strokePath (
+            line, juce::PathStrokeType (thickness, juce::PathStrokeType::curved, juce::PathStrokeType::butt));
     };
 
     arc (-skin::knobSweep, skin::knobSweep, palette::line.withMultipliedBrightness (0.82f), m.ring);

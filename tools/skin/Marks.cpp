@@ -12,10 +12,6 @@ juce::Colour flagColour (const skin::Row& row, int frame)
         return colourOf (row.hue);
     return frame == 0 ? palette::label : palette::selected; // a loop's: waiting, then turning
 }
-
-/** The digits 1 to 8 on a grid of 3 by 5: at this size a drawn shape is clearer than a font's. */
-constexpr const char* digits[] { ".X.XX..X..X.XXX", "XX...X.X.X..XXX", "XX...X.X...XXX.", "X.XX.XXXX..X..X",
-                                 "XXXX..XX...XXX.", ".XXX..XX.X.XXX.", "XXX..X.X..X..X.", "XXXX.XXXXX.XXXX" };
 }
 
 void paintMark (const Pen& pen, const skin::Row& row, int frame)
@@ -30,7 +26,9 @@ void paintMark (const Pen& pen, const skin::Row& row, int frame)
 void paintBeatLine (const Pen& pen, const skin::Row& row, int frame)
 {
     const bool anchor = frame == 1, phrase = row.frames == 2;
-    const auto colour = anchor ? palette::anchorNumber : phrase ? palette::label : palette::label.darker (0.25f);
+    const auto colour = anchor   ? palette::anchorNumber
+                        : phrase ? palette::label
+                                 : palette::label.darker (0.25f);
     pen.fill (colour.withAlpha (anchor ? 0.95f : phrase ? 0.75f : 0.55f), pen.all());
 }
 
@@ -45,14 +43,11 @@ void paintFlag (const Pen& pen, const skin::Row& row, int frame)
         return;
     }
     pen.fill (colour, pen.all());
-    const char* digit = digits[frame];
-    for (int y = 0; y < 5; ++y)
-        for (int x = 0; x < 3; ++x)
-            if (digit[y * 3 + x] == 'X')
-            {
-                const auto left = static_cast<float> (x + 2), top = static_cast<float> (y + 3);
-                pen.fill (palette::ink, pen.snap ({ left, top, 1, 1 }));
-            }
+    auto number = wordPath (juce::String (frame + 1), 7);
+    const auto place = number.getBounds();
+    number.applyTransform (
+        juce::AffineTransform::translation (pen.width / 2 - place.getCentreX(), pen.snap (9)));
+    pen.fill (palette::ink, number);
 }
 
 void paintFlagLine (const Pen& pen, const skin::Row& row, int frame)

@@ -34,7 +34,7 @@ struct ButtonLook
 {
     Surface surface;
     juce::Colour sign;
-    juce::Colour ring; ///< around it under the pointer; transparent for none
+    juce::Colour ring, innerRing; ///< around it under the pointer; transparent for none
 };
 ButtonLook lookOf (skin::Hue, int frame);
 void paintButton (const Pen&, const skin::Row&, int frame);

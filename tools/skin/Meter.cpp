@@ -13,11 +13,11 @@ void paintMeter (const Pen& pen, const skin::Row& row, int frame)
 {
     const bool upright = row.material == skin::Material::uprightMeter;
     const float length = upright ? pen.height : pen.width;
-    const auto hue = colourOf (row.hue);
+    const auto hue = row.hue == skin::Hue::neutral ? palette::anchorNumber : colourOf (row.hue);
     for (float end = length; end > 1; end -= cell)
     {
         const bool last = end > length - cell / 2;
-        const auto lit = last ? juce::Colour (palette::danger).brighter (0.15f)
+        const auto lit = last         ? juce::Colour (palette::danger).brighter (0.15f)
                          : end > loud ? hue.interpolatedWith (juce::Colours::white, 0.5f)
                                       : hue;
         const auto colour = frame == 1 ? lit : last ? palette::line : palette::well;

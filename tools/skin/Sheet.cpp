@@ -1,6 +1,9 @@
 #include "Materials.h"
 #include "Writer.h"
 
+#include <algorithm>
+#include <vector>
+
 namespace
 {
 constexpr int sheetWide = 1280, margin = 16, gap = 8, caption = 12;
@@ -16,15 +19,27 @@ std::vector<int> shownFrames (const skin::Row& row)
     return frames;
 }
 
+/** The strips as the sheet shows them: from low ones to high ones, so that its shelves are full. */
+std::vector<const skin::Row*> sorted()
+{
+    std::vector<const skin::Row*> rows;
+    for (const auto& row : skin::table)
+        rows.push_back (&row);
+    std::ranges::stable_sort (rows, {}, &skin::Row::height);
+    return rows;
+}
+
 /** Runs over the places of all strips. @returns the height that they take */
 template <typename Each>
 int layOut (Each&& each)
 {
     int x = margin, y = margin, rowHigh = 0;
-    for (const auto& row : skin::table)
+    for (const auto* const shown : sorted())
     {
+        const auto& row = *shown;
         const int count = static_cast<int> (shownFrames (row).size());
-        const int wide = juce::jmax (count * (row.width + 4), 9 * static_cast<int> (row.name().size()) * 2 / 3);
+        const int wide =
+            juce::jmax (count * (row.width + 4), 9 * static_cast<int> (row.name().size()) * 2 / 3);
         if (x + wide > sheetWide - margin)
         {
             x = margin;
@@ -45,21 +60,22 @@ juce::String writeSheet (const juce::File& png, float scale)
     juce::Image sheet (juce::Image::RGB, skin::scaled (sheetWide, scale), skin::scaled (high, scale), false,
                        juce::SoftwareImageType());
     juce::Graphics g (sheet);
-    g.fillAll (palette::panel);
+    g.fillAll (palette::ground);
     layOut (
         [&] (const skin::Row& row, int x, int y)
         {
             const auto strip = drawStrip (row, scale);
             auto name = wordPath (juce::String (row.name().data(), row.name().size()), 6.5f);
-            name.applyTransform (juce::AffineTransform::translation (static_cast<float> (x), static_cast<float> (y + 8))
-                                     .scaled (scale));
+            name.applyTransform (
+                juce::AffineTransform::translation (static_cast<float> (x), static_cast<float> (y + 8))
+                    .scaled (scale));
             g.setColour (palette::label);
             g.fillPath (name);
             const int width = strip.getWidth(), height = strip.getHeight() / row.frames;
             for (const int frame : shownFrames (row))
             {
-                g.drawImageAt (strip.getClippedImage ({ 0, frame * height, width, height }), skin::scaled (x, scale),
-                               skin::scaled (y + caption, scale));
+                g.drawImageAt (strip.getClippedImage ({ 0, frame * height, width, height }),
+                               skin::scaled (x, scale), skin::scaled (y + caption, scale));
                 x += row.width + 4;
             }
         });

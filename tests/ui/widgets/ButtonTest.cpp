@@ -47,10 +47,9 @@ TEST (PXImageButton, EachStateShowsItsPicture)
 {
     const auto colours = six();
     PXImageButton button;
-    button.setImages (
-        colourStrip ({ colours[0] }, 30, 30), colourStrip ({ colours[1] }, 30, 30),
-        colourStrip ({ colours[2] }, 30, 30), colourStrip ({ colours[3] }, 30, 30),
-        colourStrip ({ colours[4] }, 30, 30), colourStrip ({ colours[5] }, 30, 30));
+    button.setImages (colourStrip ({ colours[0] }, 30, 30), colourStrip ({ colours[1] }, 30, 30),
+                      colourStrip ({ colours[2] }, 30, 30), colourStrip ({ colours[3] }, 30, 30),
+                      colourStrip ({ colours[4] }, 30, 30), colourStrip ({ colours[5] }, 30, 30));
     button.setBounds (0, 0, 40, 40);
 
     PXImageButton ofStrip;
@@ -139,6 +138,7 @@ TEST (PXImageButton, APollRepaintsOnlyForAnotherPicture)
     PXImageButton button;
     button.setStrip (SkinPicture (colourStrip (six(), 30, 30), 6));
     button.setBounds (0, 0, 30, 30);
+    button.setVisible (true);
     paintedAt (button, 1.0f);
     auto& repaints = RepaintCount::of (button);
 
@@ -163,6 +163,7 @@ TYPED_TEST (CommandButtons, TriggersActAsTheMouseGoesDownAndTheirStateIsFollowed
     if constexpr (std::is_same_v<TypeParam, PXImageButton>)
         play.setStrip ("play_40_a");
     play.setBounds (0, 0, 40, 32);
+    play.setVisible (true);
     play.bind (bench.engine, command ("PLAY_PAUSE_A"));
     EXPECT_EQ (play.getTooltip(), "Play/Pause A");
     const auto& deck = *bench.engine.decks.deck (0);
@@ -188,6 +189,7 @@ TYPED_TEST (CommandButtons, HeldCommandsAreReleasedByWhateverEndsThePress)
     if constexpr (std::is_same_v<TypeParam, PXImageButton>)
         nudge->setStrip ("plus_24");
     nudge->setBounds (0, 0, 24, 24);
+    nudge->setVisible (true);
     nudge->bind (bench.engine, command ("PITCH_BEND_NUDGE_PLUS_B"));
     const auto press = [&] { nudge->mouseDown (mouse (*nudge, { 12, 12 }, { 12, 12 })); };
 
@@ -219,6 +221,7 @@ TYPED_TEST (CommandButtons, TheRightButtonHasACommandOfItsOwn)
     if constexpr (std::is_same_v<TypeParam, PXImageButton>)
         hotCue.setStrip ("plus_24");
     hotCue.setBounds (0, 0, 24, 24);
+    hotCue.setVisible (true);
     hotCue.bind (bench.engine, command ("HOT_CUE_3_C"));
     hotCue.setAlternative (bench.engine, command ("DELETE_HOT_CUE_3_C"));
 

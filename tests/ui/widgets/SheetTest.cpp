@@ -5,7 +5,7 @@
 
 namespace
 {
-/** The middle of a widget, and how far it is from another's, 0 to 255. */
+/** How far a widget's picture is from another's, in the mean of its pixels, 0 to 255. */
 double difference (const juce::Image& sheet, const juce::Component& one, const juce::Component& other)
 {
     double sum = 0.0;
@@ -28,7 +28,8 @@ TEST (WidgetSheet, EveryStateOfAButtonDiffersFromTheOthers)
     const auto image = UiBench::picture (sheet, "widgets");
     std::vector<juce::Component*> buttons;
     for (auto* widget : sheet.touched())
-        if (dynamic_cast<PXImageButton*> (widget) != nullptr || dynamic_cast<PXTextButton*> (widget) != nullptr)
+        if (dynamic_cast<PXImageButton*> (widget) != nullptr
+            || dynamic_cast<PXTextButton*> (widget) != nullptr)
             buttons.push_back (widget);
     ASSERT_EQ (buttons.size() % 7, 0u);
     for (size_t first = 0; first < buttons.size(); first += 7)

@@ -3,7 +3,8 @@
 RepaintCount& RepaintCount::of (juce::Component& component)
 {
     auto* counter = new RepaintCount (component);
-    component.setCachedComponentImage (counter);
+    component.setCachedComponentImage (counter); // which repaints
+    counter->take();
     return *counter;
 }
 

@@ -29,7 +29,7 @@ void show (juce::Button& button, int state)
 
 WidgetSheet::WidgetSheet()
 {
-    setSize (860, 620);
+    setSize (860, 800);
     addImageButtons (8);
     addTextButtons (8);
     addKnobs (256);
@@ -41,6 +41,41 @@ WidgetSheet::WidgetSheet()
 void WidgetSheet::paint (juce::Graphics& g)
 {
     g.fillAll (palette::panel);
+    paintMenu (g, { 440, 596, 190, 190 });
+
+    const juce::String tip ("An independent monitor fader that blends between Main and PFL on the phones. "
+                            "Double click to reset.");
+    auto& look = getLookAndFeel();
+    const auto place = look.getTooltipBounds (tip, { 8, 620 }, getLocalBounds());
+    g.setOrigin (place.getPosition());
+    look.drawTooltip (g, tip, place.getWidth(), place.getHeight());
+}
+
+void WidgetSheet::paintMenu (juce::Graphics& graphics, juce::Rectangle<int> area) const
+{
+    const juce::Graphics::ScopedSaveState saved (graphics);
+    graphics.setOrigin (area.getPosition());
+    auto& look = getLookAndFeel();
+    look.drawPopupMenuBackground (graphics, area.getWidth(), area.getHeight());
+    auto rest = area.withZeroOrigin().reduced (0, 4);
+    look.drawPopupMenuSectionHeader (graphics, rest.removeFromTop (20), "Play mode");
+    struct Item
+    {
+        const char* text;
+        bool active, highlighted, ticked, hasSubMenu;
+        const char* shortcut;
+    };
+    for (const auto& item :
+         { Item { "One Shot", true, false, true, false, "" },
+           Item { "Trigger", true, true, false, false, "T" },
+           Item { "ReTrigger", false, false, false, false, "" }, Item { "", false, false, false, false, "" },
+           Item { "User Banks", true, false, false, true, "" } })
+    {
+        const auto separator = *item.text == 0;
+        look.drawPopupMenuItem (graphics, rest.removeFromTop (separator ? 9 : 24), separator, item.active,
+                                item.highlighted, item.ticked, item.hasSubMenu, item.text, item.shortcut,
+                                nullptr, nullptr);
+    }
 }
 
 std::vector<juce::Component*> WidgetSheet::touched() const
@@ -76,8 +111,9 @@ void WidgetSheet::addTextButtons (int y)
         const char* text;
         int width, height, deck;
     };
-    for (const auto& row : { Row { "KILL", 60, 22, -1 }, Row { "Loop", 66, 24, 0 }, Row { "HOT CUE 1", 70, 32, 1 },
-                             Row { "Editor...", 70, 24, 2 }, Row { "7", 26, 24, 3 } })
+    for (const auto& row :
+         { Row { "KILL", 60, 22, -1 }, Row { "Loop", 66, 24, 0 }, Row { "HOT CUE 1", 70, 32, 1 },
+           Row { "Editor...", 70, 24, 2 }, Row { "7", 26, 24, 3 } })
     {
         for (int state = 0; state < columns; ++state)
         {
@@ -136,8 +172,8 @@ void WidgetSheet::addFaders (int x, int y)
     pitch.setValue (0.5, juce::dontSendNotification);
     for (int i = 0; i < 2; ++i)
     {
-        auto& cross = add<PXImageLinearSlider> ({ x, y + 180 + 28 * i, 200, 22 }, juce::String ("_crossfader"),
-                                                juce::Slider::LinearHorizontal);
+        auto& cross = add<PXImageLinearSlider> ({ x, y + 180 + 28 * i, 200, 22 },
+                                                juce::String ("_crossfader"), juce::Slider::LinearHorizontal);
         if (i == 0)
             cross.setImages ("crossfader_200", "crossfader_cap");
         else
@@ -171,7 +207,8 @@ void WidgetSheet::addToolkit (int x, int y)
 {
     for (int i = 0; i < 2; ++i)
     {
-        auto& box = add<juce::ComboBox> ({ x + 140 * i, y, 130, 24 }, i == 0 ? "_box" : SMLookAndFeel::ghostName);
+        auto& box =
+            add<juce::ComboBox> ({ x + 140 * i, y, 130, 24 }, i == 0 ? "_box" : SMLookAndFeel::ghostName);
         box.addItem ("Smooth", 1);
         box.setSelectedId (1, juce::dontSendNotification);
         auto& toggle = add<juce::ToggleButton> ({ x + 140 * i, y + 32, 130, 22 }, "Show tooltips");
@@ -188,7 +225,8 @@ void WidgetSheet::addToolkit (int x, int y)
     auto& bar = add<juce::TabbedButtonBar> ({ x, y + 158, 270, 24 }, juce::TabbedButtonBar::TabsAtTop);
     for (const auto* tab : { "MIXER", "FX", "SAMPLER", "WAV" })
         bar.addTab (tab, palette::ground, -1);
-    auto& group = add<juce::GroupComponent> ({ x, y + 190, 130, 40 }, juce::String(), juce::String ("Layout"));
+    auto& group =
+        add<juce::GroupComponent> ({ x, y + 190, 130, 40 }, juce::String(), juce::String ("Layout"));
     group.setEnabled (true);
     auto& header = add<juce::TableHeaderComponent> ({ x + 140, y + 190, 260, 22 });
     for (int i = 1; i < 4; ++i)
@@ -198,7 +236,10 @@ void WidgetSheet::addToolkit (int x, int y)
     auto& window = add<juce::DocumentWindow> ({ x + 290, y, 120, 60 }, juce::String ("Editor"),
                                               juce::Colours::black, juce::DocumentWindow::allButtons, false);
     window.setTitleBarHeight (24);
-    auto& alert = add<juce::AlertWindow> ({ x + 290, y + 70, 120, 110 }, juce::String ("Title"),
-                                          juce::String ("What it says."), juce::MessageBoxIconType::WarningIcon);
-    alert.setBounds (x + 280, y + 70, 130, 110);
+    if (juce::Desktop::getInstance().getDisplays().displays.isEmpty())
+        return; // a dialog measures the screen
+    auto& alert =
+        add<juce::AlertWindow> ({ 0, 0, 1, 1 }, juce::String ("Title"), juce::String ("What it says."),
+                                juce::MessageBoxIconType::WarningIcon);
+    alert.setTopLeftPosition (330, 240);
 }

@@ -43,5 +43,7 @@ private:
     void addMeters (int x, int y);
     void addToolkit (int x, int y);
 
+    void paintMenu (juce::Graphics&, juce::Rectangle<int>) const;
+
     std::vector<std::unique_ptr<juce::Component>> widgets;
 };

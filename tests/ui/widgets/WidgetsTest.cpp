@@ -45,9 +45,10 @@ TEST (LevelMeter, PaintsLitPixelsToEachBarsLengthAndRepaintsOnlyWhatChanged)
         int along, across;
         Colour colour;
     };
-    for (const auto& c : { Case { 0, 0, Colours::red }, Case { 42, 6, Colours::red }, Case { 43, 0, Colours::blue },
-                           Case { 0, 7, Colours::blue }, Case { 0, 8, Colours::blue }, Case { 85, 9, Colours::red },
-                           Case { 85, 15, Colours::red }, Case { 85, 6, Colours::blue } })
+    for (const auto& c :
+         { Case { 0, 0, Colours::red }, Case { 42, 6, Colours::red }, Case { 43, 0, Colours::blue },
+           Case { 0, 7, Colours::blue }, Case { 0, 8, Colours::blue }, Case { 85, 9, Colours::red },
+           Case { 85, 15, Colours::red }, Case { 85, 6, Colours::blue } })
     {
         EXPECT_EQ (a.getPixelAt (2 + c.along, 2 + c.across), c.colour) << c.along << " " << c.across;
         EXPECT_EQ (b.getPixelAt (2 + c.across, 2 + 85 - c.along), c.colour) << c.along << " " << c.across;
@@ -79,6 +80,17 @@ TEST (SkinPicture, IsSharpAtEveryScale)
                 ASSERT_EQ (painted.getPixelAt (x, y), expected.getPixelAt (x, y))
                     << "at " << x << " " << y << " scale " << scale;
     }
+}
+
+TEST (SkinPicture, HasNoSeamsWhereItIsDrawnWideAndSeenThrough)
+{
+    const SkinPicture button ("button_24");
+    juce::Image image (juce::Image::ARGB, 200, 24, true);
+    juce::Graphics g (image);
+    button.drawWide (g, image.getBounds(), skin::normalOn, 0.4f);
+    for (int x = 9; x < 191; ++x)
+        ASSERT_EQ (image.getPixelAt (x, 12), image.getPixelAt (8, 12)) << x;
+    EXPECT_NEAR (image.getPixelAt (8, 12).getFloatAlpha(), 0.4f, 0.02f);
 }
 
 TEST (CommandBinding, StepsGoEachWayAndThePitchIsTurnedRound)
@@ -130,7 +142,8 @@ TEST (PXTooltipComponent, ComesAfterARestFollowsTheMouseAndGoesWithAPress)
     };
     const juce::uint32 t = 5000;
     for (const auto& s :
-         { Step { t, &play, { 10, 10 }, false, true, "" }, Step { t + 600, &play, { 12, 10 }, false, true, "" },
+         { Step { t, &play, { 10, 10 }, false, true, "" },
+           Step { t + 600, &play, { 12, 10 }, false, true, "" },
            Step { t + 700, &play, { 12, 10 }, false, true, "Play" },
            Step { t + 740, &cue, { 60, 10 }, false, true, "Cue" },
            Step { t + 780, &plain, { 90, 10 }, false, true, "" },
@@ -139,7 +152,8 @@ TEST (PXTooltipComponent, ComesAfterARestFollowsTheMouseAndGoesWithAPress)
            Step { t + 2000, &play, { 60, 10 }, false, true, "" },
            Step { t + 2100, &play, { 60, 10 }, false, true, "Play" },
            Step { t + 2140, &play, { 60, 10 }, true, true, "" },
-           Step { t + 9000, &play, { 60, 10 }, false, true, "" }, // put away until the mouse has been elsewhere
+           Step {
+               t + 9000, &play, { 60, 10 }, false, true, "" }, // put away until the mouse has been elsewhere
            Step { t + 9100, &plain, { 60, 10 }, false, true, "" },
            Step { t + 9200, &play, { 60, 10 }, false, true, "" },
            Step { t + 9900, &play, { 60, 10 }, false, true, "Play" },
@@ -178,10 +192,11 @@ TEST (ResizableScrollBar, ItsEndsZoomWithinTheLimits)
     };
     // 400 pixels stand for 0 to 100; the thumb lies from 100 to 300.
     for (const auto vertical : { false, true })
-        for (const auto& c : { Case { vertical, 104, 144, { 35, 75 } }, Case { vertical, 296, 256, { 25, 65 } },
-                               Case { vertical, 104, 4, { 0, 75 } }, Case { vertical, 104, -96, { 0, 75 } },
-                               Case { vertical, 296, 900, { 25, 100 } }, Case { vertical, 296, 0, { 25, 35 } },
-                               Case { vertical, 104, 400, { 65, 75 } } })
+        for (const auto& c :
+             { Case { vertical, 104, 144, { 35, 75 } }, Case { vertical, 296, 256, { 25, 65 } },
+               Case { vertical, 104, 4, { 0, 75 } }, Case { vertical, 104, -96, { 0, 75 } },
+               Case { vertical, 296, 900, { 25, 100 } }, Case { vertical, 296, 0, { 25, 35 } },
+               Case { vertical, 104, 400, { 65, 75 } } })
         {
             ResizableScrollBar bar (vertical);
             bar.setBounds (0, 0, vertical ? 12 : 400, vertical ? 400 : 12);
