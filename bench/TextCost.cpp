@@ -41,23 +41,38 @@ std::vector<juce::GlyphArrangement> makePage (const juce::Font& font)
     return page;
 }
 
-double pageCost (const std::vector<juce::GlyphArrangement>& page, float scale, MakeContext make)
+/** Processor time of ten pages, in nanoseconds. */
+double tenPagesCost (const std::vector<juce::GlyphArrangement>& page, float scale, MakeContext make)
 {
-    juce::Image image (juce::Image::RGB, juce::roundToInt (width * scale), juce::roundToInt (height * scale),
+    // As a window's image is on Linux.
+    juce::Image image (juce::Image::ARGB, juce::roundToInt (width * scale), juce::roundToInt (height * scale),
                        true);
-    Timing::Durations durations (30);
-    for (int run = 0; run < 30; ++run)
-    {
-        const auto context = make (image);
-        juce::Graphics g (*context);
-        g.addTransform (juce::AffineTransform::scale (scale));
-        g.setColour (juce::Colour (0xffe4e6e8));
-        const auto before = Timing::processorNanoseconds (Timing::Threads::own);
+    const auto context = make (image);
+    juce::Graphics g (*context);
+    g.addTransform (juce::AffineTransform::scale (scale));
+    g.setColour (juce::Colour (0xffe4e6e8));
+    const auto before = Timing::processorNanoseconds (Timing::Threads::own);
+    for (int i = 0; i < 10; ++i)
         for (const auto& line : page)
             line.draw (g);
-        durations.add (Timing::processorNanoseconds (Timing::Threads::own) - before);
+    return static_cast<double> (Timing::processorNanoseconds (Timing::Threads::own) - before);
+}
+
+void printRow (const juce::Font& ours, const juce::Font& toolkits, float scale)
+{
+    const auto ourPage = makePage (ours), theirPage = makePage (toolkits);
+    tenPagesCost (ourPage, scale, sharp); // renders the glyphs
+    tenPagesCost (theirPage, scale, plain);
+    auto ourCost = 0.0, theirCost = 0.0;
+    constexpr int rounds = 12; // in turns, so that the machine's other work falls on both
+    for (int i = 0; i < rounds; ++i)
+    {
+        ourCost += tenPagesCost (ourPage, scale, sharp);
+        theirCost += tenPagesCost (theirPage, scale, plain);
     }
-    return durations.quantile (0.5);
+    std::printf ("%8.0f %8.0f %14.2f %14.2f %8.2f\n", static_cast<double> (ours.getHeight()),
+                 static_cast<double> (scale), ourCost * 0.1e-6 / rounds, theirCost * 0.1e-6 / rounds,
+                 ourCost / theirCost);
 }
 
 int writeSample (const juce::File& file, float scale, GlyphBlend::Pixels pixels)
@@ -111,12 +126,7 @@ int main (int count, char** arguments)
         const juce::Font toolkits (juce::Typeface::createSystemTypefaceFor (font.getData(), font.getSize()));
         for (const auto size : { 11.0f, 13.0f, 22.0f })
             for (const auto scale : { 1.0f, 2.0f })
-            {
-                const auto ours = pageCost (makePage ({ fontName, size, juce::Font::plain }), scale, sharp);
-                const auto theirs = pageCost (makePage (toolkits.withHeight (size)), scale, plain);
-                std::printf ("%8.0f %8.0f %14.2f %14.2f %8.2f\n", size, scale, ours * 1e-6, theirs * 1e-6,
-                             ours / theirs);
-            }
+                printRow ({ fontName, size, juce::Font::plain }, toolkits.withHeight (size), scale);
     }
     juce::LookAndFeel::setDefaultLookAndFeel (nullptr);
     return result;

@@ -18,8 +18,8 @@ public:
     CachedFace (juce::String name, const void* data, size_t size, int32_t pixelHeight, bool hinted,
                 double embolden, double slant);
 
-    /** The glyph of a code point, rendered on first use. Codes below 32 count as 32; one that the file lacks has the file's
-        shape for missing glyphs. */
+    /** The glyph of a code point, rendered on first use. Codes below 32 count as 32; one that the file
+        lacks has the file's shape for missing glyphs. */
     const CachedGlyph& getGlyph (uint32_t code);
 
     /** From a glyph's place to the next one's, in pixels, embolden included. Renders nothing. */

@@ -12,9 +12,9 @@ namespace
 constexpr int leadPixels = 2; ///< empty columns that the filter reads into
 constexpr int leadSamples = leadPixels * CachedGlyph::stripes;
 
-/** Spreads the light of a sample over its neighbours, so that an edge has no colour of its own: the sum over any three
-    neighbouring stripes is the same wherever an edge falls, but for its outermost taps. Sums to 256. The taps lie ahead of the sample
-    that they give, so the picture moves left by two samples, which are four sixths of a pixel: the 4 in `placeAt`. */
+/** Spreads a sample's light over its neighbours almost evenly, so that an edge has hardly a colour. Sums to 256.
+    The taps lie ahead of the sample that they give, so the picture moves left by two samples, which are four
+    sixths of a pixel: the 4 in `placeAt`. */
 constexpr std::array<int, 5> filterTaps { 0x08, 0x4d, 0x56, 0x4d, 0x08 };
 constexpr int filterReach = static_cast<int> (filterTaps.size()) - 1;
 

@@ -16,8 +16,8 @@ public:
 
     JUCE_DECLARE_SINGLETON (FaceFontCache, false)
 
-    /** A font at one size and style; see CachedFace for the parameters. A new one beyond the thirtieth takes the place of
-        the oldest, which lives on for those who hold it.
+    /** A font at one size and style; see CachedFace for the parameters. A new one beyond the thirtieth takes
+        the place of the oldest, which lives on for those who hold it.
         @returns never null */
     std::shared_ptr<CachedFace> getFace (const juce::String& name, const void* data, size_t size,
                                          int32_t pixelHeight, bool hinted, double embolden, double slant);

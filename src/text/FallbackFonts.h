@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
-/** The fonts that the machine has, for the characters that ours lacks: names in Japanese, symbols. Files are looked at only
-    when one is missing; bold sans ones first. One object for the program. Any thread. */
+/** The fonts that the machine has, for the characters that ours lacks: names in Japanese, symbols. Files are
+    looked at only when one is missing; bold sans ones first. One object for the program. Any thread. */
 class FallbackFonts
 {
 public:

@@ -10,10 +10,11 @@
 class ZRRendererLookAndFeel : public juce::LookAndFeel_V4
 {
 public:
-    /** The registered font that stands for the toolkit's default one; until it is registered, the toolkit's own does. */
+    /** The registered font that stands for the toolkit's default one; until it is registered, that one stays. */
     void setDefaultFontName (const juce::String& registeredName);
 
-    /** For screens without coloured stripes, or with others. The default is `lcd`. Windows follow on their next paint. */
+    /** For screens without coloured stripes, or with others. The default is `lcd`. Windows follow on
+        their next paint. */
     void setTextPixels (GlyphBlend::Pixels toUse) { textPixels = toUse; }
 
     /** Sharp text for images in memory; the toolkit's context for others. */

@@ -6,9 +6,9 @@
 
 #include <unordered_map>
 
-/** A registered font as the toolkit asks for it: measures for a line 1.0 high, glyph numbers that are code points. Widths
-    are the font's own, unrounded, so a string is as wide at every scale as it is drawn. Any thread, but for the outlines, which are the
-    message thread's. */
+/** A registered font as the toolkit asks for it: measures for a line 1.0 high, glyph numbers that are code points.
+    Widths are the font's own, unrounded, so a string is as wide at every scale as it is drawn. Any thread, but for
+    the outlines, which are the message thread's. */
 class ZRTypeface : public juce::CustomTypeface
 {
 public:
