@@ -35,35 +35,47 @@ double BeatGrid::beatAt (int32_t index) const noexcept
     return std::clamp (frame, 0.0, static_cast<double> (loadedFrames));
 }
 
-std::optional<double> BeatGrid::nearestEvenBeat (double frame) const noexcept
+int32_t BeatGrid::countUpTo (double frame, int32_t first, int32_t stride) const noexcept
 {
-    const auto count = beatCount();
-    const auto first = downbeatEntry() & 1;
-
-    // Entries ascend, so the nearest even one is the last at or before the position, or the one after it.
-    int32_t low = 0, high = (count - first + 1) / 2; // the k-th even entry is first + 2 * k
+    int32_t low = 0, high = (beatCount() - first + stride - 1) / stride;
     while (low < high)
     {
         const auto middle = low + (high - low) / 2;
-        if (beatAt (first + 2 * middle) <= frame)
+        if (beatAt (first + stride * middle) <= frame)
             low = middle + 1;
         else
             high = middle;
     }
+    return low;
+}
 
-    std::optional<double> nearest;
+std::optional<int32_t> BeatGrid::nearestOf (double frame, int32_t first, int32_t stride) const noexcept
+{
+    // Entries ascend, so the nearest one is the last at or before the position, or the one after it.
+    const auto after = countUpTo (frame, first, stride);
+    std::optional<int32_t> nearest;
     auto distance = reachFrames;
-    for (const auto k : { low - 1, low })
+    for (const auto k : { after - 1, after })
     {
-        const auto entry = first + 2 * k;
-        if (k < 0 || entry >= count)
+        const auto entry = first + stride * k;
+        if (k < 0 || entry >= beatCount())
             continue;
-        const auto beat = beatAt (entry);
-        if (std::abs (beat - frame) < distance)
+        if (const auto away = std::abs (beatAt (entry) - frame); away < distance)
         {
-            distance = std::abs (beat - frame);
-            nearest = beat;
+            distance = away;
+            nearest = entry;
         }
     }
     return nearest;
+}
+
+std::optional<double> BeatGrid::nearestEvenBeat (double frame) const noexcept
+{
+    const auto entry = nearestOf (frame, downbeatEntry() & 1, 2);
+    return entry ? std::optional (beatAt (*entry)) : std::nullopt;
+}
+
+std::optional<int32_t> BeatGrid::nearestEntry (double frame) const noexcept
+{
+    return nearestOf (frame, 0, 1);
 }

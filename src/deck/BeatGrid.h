@@ -40,4 +40,16 @@ struct BeatGrid
         @param frame   position in frames of the file
         @returns its position, or nothing when none lies within 100,000 frames. Ties keep the earlier beat. */
     std::optional<double> nearestEvenBeat (double frame) const noexcept;
+
+    /** The entry nearest to a position, full beat or half.
+        @returns its index, or nothing when none lies within 100,000 frames. Ties keep the earlier one. */
+    std::optional<int32_t> nearestEntry (double frame) const noexcept;
+
+    /** Index of the first entry beyond a position; beatCount() if there is none. */
+    int32_t firstEntryBeyond (double frame) const noexcept { return countUpTo (frame, 0, 1); }
+
+private:
+    /** How many of the entries first, first + stride and so on lie at or before a position. */
+    int32_t countUpTo (double frame, int32_t first, int32_t stride) const noexcept;
+    std::optional<int32_t> nearestOf (double frame, int32_t first, int32_t stride) const noexcept;
 };

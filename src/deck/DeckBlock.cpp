@@ -80,6 +80,9 @@ void DeckBlock::render (DeckWorld& world, DeckPlayer& deck, float* left, float* 
     block.leftGain = std::clamp (2.0 * (1.0 - deck.balance), 0.0, 1.0);
     block.rightGain = std::clamp (2.0 * deck.balance, 0.0, 1.0);
 
+    block.course = Course (deck);
+    findNextBeat (deck);
+
     deck.voice.render (world, deck, block, left, right, frames);
     deck.publishHeard();
 

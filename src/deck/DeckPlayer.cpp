@@ -13,6 +13,9 @@ DeckPlayer::~DeckPlayer() = default;
 
 void DeckPlayer::resetTrack()
 {
+    // What was read of the old track is no place in the new one; its sound fades out.
+    emptyRings();
+
     playState = 0;
     cueHold = 0;
     cuePlayArmed = false;
@@ -57,9 +60,8 @@ void DeckPlayer::resetTrack()
 
     numBeats = downbeatIndex = downbeatPosition = 0;
     fixedGrid = 0;
-
-    // What was read of the old track is no place in the new one; its sound fades out.
-    emptyRings();
+    framesSinceBar = framesOfBar = 0;
+    edits.forget();
 }
 
 void DeckPlayer::makeStretcher (double engineRate)
@@ -81,7 +83,7 @@ void DeckPlayer::makeStretcher (double engineRate)
 
 void DeckPlayer::emptyRings() noexcept
 {
-    voice.restart();
+    voice.restart (*this);
     readsAhead = 0;
 }
 

@@ -4,6 +4,7 @@
 #include "deck/BeatGrid.h"
 #include "deck/DeckNumbers.h"
 #include "deck/DeckVoice.h"
+#include "deck/EditHistory.h"
 #include "deck/PXAudioSampleBuffer.h"
 #include "deck/TrackOverview.h"
 #include "support/Relaxed.h"
@@ -41,6 +42,12 @@ struct DeckPlayer
         playing deck has read ahead for its stretcher. Any thread. */
     double heardPosition() const noexcept { return readsAhead != 0 ? heard.get() : position.get(); }
 
+    /** Frames of the file by which what is read leads what is heard, over all turns of a loop. Under the callback lock. */
+    double readLead() const noexcept { return voice.readLead (*this); }
+
+    /** Where the track would be heard now if it had not gone round in a rolling loop. Under the callback lock. */
+    double heardRollPosition() const noexcept { return rollPosition - readLead(); }
+
     /** Audio thread, after each block. */
     PX_AUDIO_THREAD void publishHeard() noexcept;
 
@@ -64,6 +71,9 @@ struct DeckPlayer
 
     /** A beat in frames of the file. */
     double beatFrames() const noexcept { return sampleRate * 60.0 / bpm; }
+
+    /** The length of a beat loop in frames of the file. */
+    double beatLoopFrames() const noexcept { return beatFrames() * loopBeats (loopSize); }
 
     struct Texts
     {
@@ -91,7 +101,7 @@ struct DeckPlayer
     Relaxed<double> rate;       ///< frames of the file per output sample, signed
     double nudgeAccel = 0.0;    ///< rate added per sample while nudging at a stop
     Relaxed<double> startPoint; ///< play never goes below it while startPointOn
-    double rollPosition = 0.0;
+    double rollPosition = 0.0;  ///< the place that would be read now if a rolling loop did not turn
     Published<double> sampleRate { 44100.0 }; ///< of the file
 
     // Levels
@@ -147,6 +157,14 @@ struct DeckPlayer
     std::vector<BeatMark> beats;
     Relaxed<int32_t> numBeats, downbeatIndex, downbeatPosition;
     Relaxed<int8_t> fixedGrid;
+
+    // The walk of the reading along the grid
+    int32_t nextBeat = 0;       ///< the entry that it comes to next
+    double nextBeatFrame = 0.0; ///< its place; infinite past the last one. Found anew in each block
+    int32_t framesSinceBar = 0; ///< output frames since the last even beat
+    int32_t framesOfBar = 0;    ///< output frames between the two even beats before
+
+    EditHistory edits; ///< of cues, start point and grid
 
     /** The deck's own input of the running block, 2 channels of 16384 frames: control signal and line. */
     juce::AudioSampleBuffer scratchBuffer { 2, 16384 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace
 {
@@ -10,6 +11,8 @@ constexpr double declickFloor = 0.001, declickFade = 0.984;
 constexpr double nudgeStep = 2.5e-7;
 constexpr double jogFloor = 0.01, bendFloor = 0.001, rateFloor = 0.001;
 constexpr double dullingSpeed = 10.0;
+constexpr double inaudibleJump = 2.0;         // frames
+constexpr int32_t longestBar = 1'000'000'000; // frames; a deck may go round a loop without beats all night
 
 struct Frame
 {
@@ -32,6 +35,18 @@ double cubic (const int16_t* b, double t) noexcept
             + (next - before) * 0.5)
                * t
            + here;
+}
+
+struct NextBeat
+{
+    int32_t entry;
+    double frame;
+};
+
+NextBeat placeOf (const BeatGrid& grid, int32_t entry) noexcept
+{
+    return { entry,
+             entry < grid.beatCount() ? grid.beatAt (entry) : std::numeric_limits<double>::infinity() };
 }
 
 /** The part of a deck that the loop over samples works on. */
@@ -85,6 +100,45 @@ struct Reader : ReaderState
         frame.right *= dulling;
         return frame;
     }
+
+    void fadeFrom (double where) noexcept
+    {
+        declickPosition = where;
+        declickGain = 1.0;
+    }
+
+    /** Leads a position that has left the course back to it. @returns true if it goes on elsewhere */
+    bool keepTo (const Course& course) noexcept
+    {
+        const auto from = position;
+        if (course.isTurnedAt (position))
+            position = course.turned (position, rate);
+        position = std::max (position, course.floor);
+        const auto jumped = std::abs (position - from) > inaudibleJump + std::abs (rate);
+        if (jumped)
+        {
+            declickPosition = from;
+            declickGain = 1.0;
+        }
+        return jumped;
+    }
+
+    /** @param frame   of this reading */
+    void passBeat (const BeatGrid& grid, int frame) noexcept
+    {
+        if ((nextBeat - grid.downbeatEntry()) % 2 == 0)
+        {
+            framesOfBar = framesSinceBar + frame;
+            framesSinceBar = -frame;
+        }
+        comeTo (placeOf (grid, nextBeat + 1));
+    }
+
+    void comeTo (const NextBeat& next) noexcept
+    {
+        nextBeat = next.entry;
+        nextBeatFrame = next.frame;
+    }
 };
 
 /** What a block holds fixed of the transport: commands fall between blocks. */
@@ -92,7 +146,6 @@ struct Drive
 {
     double playPart; ///< speed of the playing track; 0 when stopped or in scratch
     double playFactor, direction, nudgePush;
-    double startPoint;
     bool playing, nudging;
 
     Drive (const DeckPlayer& deck, const ReaderBlock& block) noexcept
@@ -103,7 +156,6 @@ struct Drive
         direction = deck.reverse != 0 ? -1.0 : 1.0;
         nudging = !playing && deck.nudge != 0;
         nudgePush = deck.nudge * nudgeStep;
-        startPoint = deck.startPointOn != 0 ? deck.startPoint.get() : 0.0;
     }
 
     double target (double jog) const noexcept
@@ -129,8 +181,13 @@ ReaderState::ReaderState (const DeckPlayer& deck) noexcept
       bend (deck.bend),
       nudgeAccel (deck.nudgeAccel),
       linear (deck.linearPosition),
+      roll (deck.rollPosition),
       declickPosition (deck.declickPosition),
-      declickGain (deck.declickGain)
+      declickGain (deck.declickGain),
+      nextBeatFrame (deck.nextBeatFrame),
+      nextBeat (deck.nextBeat),
+      framesSinceBar (deck.framesSinceBar),
+      framesOfBar (deck.framesOfBar)
 {
 }
 
@@ -142,12 +199,32 @@ void ReaderState::storeTo (DeckPlayer& deck) const noexcept
     deck.bend = bend;
     deck.nudgeAccel = nudgeAccel;
     deck.linearPosition = linear;
+    deck.rollPosition = roll;
     deck.declickPosition = declickPosition;
     deck.declickGain = declickGain;
+    deck.nextBeatFrame = nextBeatFrame;
+    deck.nextBeat = nextBeat;
+    deck.framesSinceBar = framesSinceBar;
+    deck.framesOfBar = framesOfBar;
+}
+
+void findNextBeat (DeckPlayer& deck) noexcept
+{
+    const auto grid = deck.grid();
+    const auto next = placeOf (grid, grid.firstEntryBeyond (deck.position));
+    deck.nextBeat = next.entry;
+    deck.nextBeatFrame = next.frame;
 }
 
 void readDeck (DeckPlayer& deck, const ReaderBlock& block, NoiseTable& noise, float* left, float* right,
                int frames) noexcept
+{
+    for (int done = 0; done < frames;)
+        done += readToJump (deck, block, noise, left + done, right + done, frames - done).frames;
+}
+
+Reading readToJump (DeckPlayer& deck, const ReaderBlock& block, NoiseTable& noise, float* left, float* right,
+                    int frames) noexcept
 {
     Reader reader (deck);
     const Drive drive (deck, block);
@@ -158,15 +235,19 @@ void readDeck (DeckPlayer& deck, const ReaderBlock& block, NoiseTable& noise, fl
     {
         std::fill_n (left, frames, 0.0f);
         std::fill_n (right, frames, 0.0f);
-        return;
+        return { frames, false, false };
     }
 
     const auto end = static_cast<double> (reader.loadedFrames);
-    for (int i = 0; i < frames; ++i)
+    const auto linearBefore = reader.linear;
+    const auto course = block.course;
+    Reading reading;
+    auto& done = reading.frames;
+    while (done < frames && !reading.jumped)
     {
         const auto frame = reader.nextFrame (noise.next());
-        left[i] = static_cast<float> (frame.left * block.leftGain);
-        right[i] = static_cast<float> (frame.right * block.rightGain);
+        left[done] = static_cast<float> (frame.left * block.leftGain);
+        right[done++] = static_cast<float> (frame.right * block.rightGain);
 
         const auto target = drive.target (reader.jog);
         if (drive.nudging)
@@ -184,7 +265,20 @@ void readDeck (DeckPlayer& deck, const ReaderBlock& block, NoiseTable& noise, fl
 
         reader.position = std::clamp (reader.position + reader.rate, 0.0, end);
         reader.linear += reader.rate;
-        reader.position = std::max (reader.position, drive.startPoint);
+        if (course.isLeftAt (reader.position))
+        {
+            reading.led = true;
+            reading.jumped = reader.keepTo (course);
+            // A beat that it lands on counts as passed, so that a loop ticks once a round.
+            const auto grid = deck.grid();
+            reader.comeTo (placeOf (grid, grid.firstEntryBeyond (reader.position - std::abs (reader.rate))));
+        }
+        if (reader.position >= reader.nextBeatFrame)
+            reader.passBeat (deck.grid(), done);
     }
+    reader.framesSinceBar = std::min (reader.framesSinceBar, longestBar) + done;
+    if (deck.rollingLoop != 0)
+        reader.roll = std::clamp (reader.roll + (reader.linear - linearBefore), 0.0, end);
     reader.storeTo (deck);
+    return reading;
 }

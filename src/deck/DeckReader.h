@@ -1,5 +1,6 @@
 #pragma once
 
+#include "deck/Course.h"
 #include "deck/DeckWorld.h"
 
 /** Constants of a deck's running block. */
@@ -10,6 +11,7 @@ struct ReaderBlock
     double smoothing5ms = 0.0; ///< coefficient of the rate
     double decay100ms = 0.0;   ///< coefficient of jog and bend
     double leftGain = 1.0, rightGain = 1.0;
+    Course course;
 };
 
 /** What a reading changes of a deck, but for the sound: to work on apart from memory that other threads see, and to take a
@@ -19,10 +21,27 @@ struct ReaderState
     explicit ReaderState (const DeckPlayer&) noexcept;
     void storeTo (DeckPlayer&) const noexcept;
 
-    double position, rate, jog, bend, nudgeAccel, linear, declickPosition, declickGain;
+    double position, rate, jog, bend, nudgeAccel, linear, roll, declickPosition, declickGain;
+    double nextBeatFrame;
+    int32_t nextBeat, framesSinceBar, framesOfBar;
 };
 
+/** What a reading came to. */
+struct Reading
+{
+    int frames = 0;   ///< that were read
+    bool led = false; ///< the course has led it off the straight way: round a loop, or along the start point
+    bool jumped = false; ///< with its last frame it went on elsewhere
+};
+
+/** Finds the beat that the reading comes to next. Once a block: the walk itself costs one comparison a frame. */
+PX_AUDIO_THREAD void findNextBeat (DeckPlayer&) noexcept;
+
 /** Reads `frames` output frames from the deck's track at its varying rate and moves its position on: four-point cubic
-    interpolation, declick of jumps, dulling of slow speeds. Audio thread. */
+    interpolation, declick of jumps, dulling of slow speeds, turns of loops. Audio thread. */
 PX_AUDIO_THREAD void readDeck (DeckPlayer&, const ReaderBlock&, NoiseTable&, float* left, float* right,
                                int frames) noexcept;
+
+/** The same, but ends after a frame with which the reading goes on elsewhere. */
+PX_AUDIO_THREAD Reading readToJump (DeckPlayer&, const ReaderBlock&, NoiseTable&, float* left, float* right,
+                                    int frames) noexcept;

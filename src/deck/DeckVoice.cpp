@@ -44,12 +44,81 @@ void DeckVoice::silence (DeckPlayer& deck) noexcept
     restartPending = true;
 }
 
+void DeckVoice::restart (DeckPlayer& deck) noexcept
+{
+    // The deck goes on elsewhere, but what counts the way it has come counts what was heard.
+    const auto lead = readLead (deck);
+    deck.linearPosition -= lead;
+    deck.rollPosition -= lead;
+    restartPending = true;
+}
+
+double DeckVoice::heardFrame (const DeckPlayer& deck) const noexcept
+{
+    const auto next = deck.stretcher->getInputPositionOfOutput();
+    return next - deck.ringLeft.available() / places.holding (next).dueStep;
+}
+
+double DeckVoice::readLead (const DeckPlayer& deck) const noexcept
+{
+    if (!hasReadAhead())
+        return 0.0;
+    const auto frame = heardFrame (deck);
+    return deck.linearPosition - places.holding (frame).linearAt (frame);
+}
+
+void DeckVoice::setBackTo (DeckPlayer& deck, double frame) const noexcept
+{
+    const auto& piece = places.holding (frame);
+    const auto linear = piece.linearAt (frame);
+    deck.rollPosition -= deck.linearPosition - linear;
+    deck.linearPosition = linear;
+    deck.setPositionLimited (piece.positionAt (frame));
+    deck.rate = piece.rate;
+    deck.declickPosition = piece.declickPosition;
+    deck.declickGain = piece.declickGain;
+    deck.framesSinceBar =
+        piece.framesSinceBar + static_cast<int32_t> (frame - static_cast<double> (piece.firstFrame));
+    deck.framesOfBar = piece.framesOfBar;
+    findNextBeat (deck);
+}
+
+void DeckVoice::follow (DeckPlayer& deck, const Course& next) noexcept
+{
+    const auto changed = next != course;
+    course = next;
+    if (!changed || !hasReadAhead())
+        return;
+
+    const auto heard = heardFrame (deck);
+    const auto* other =
+        places.firstFrom (heard, [&next] (const auto& piece)
+                          { return piece.led || next.changes (piece.position, piece.end()); });
+    if (other == nullptr)
+        return;
+
+    const auto frame = other->firstFrame;
+    if (frame < framesGiven)
+    {
+        setBackTo (deck, heard);
+        restartPending = true;
+        return;
+    }
+    // The stretcher has not seen it yet: nobody hears that it is read anew.
+    setBackTo (deck, static_cast<double> (frame));
+    dueOfNext = other->due;
+    const auto count = static_cast<int32_t> (framesRead - frame);
+    inputLeft.takeBack (count);
+    inputRight.takeBack (count);
+    framesRead = frame;
+    places.forgetFrom (frame);
+}
+
 double DeckVoice::heardPosition (const DeckPlayer& deck) const noexcept
 {
-    if (!isStretching() || places.isEmpty())
+    if (!hasReadAhead())
         return deck.position;
-    const auto next = deck.stretcher->getInputPositionOfOutput();
-    const auto frame = next - deck.ringLeft.available() / places.holding (next).dueStep;
+    const auto frame = heardFrame (deck);
     return juce::jlimit (0.0, static_cast<double> (deck.loadedFrames),
                          places.holding (frame).positionAt (frame));
 }
@@ -65,7 +134,7 @@ void DeckVoice::keepTail (DeckWorld& world, DeckPlayer& deck, const ReaderBlock&
     else
     {
         while (deck.ringLeft.available() < tailLength)
-            stretchBlock (world, deck, block, Reading::ended);
+            stretchBlock (world, deck, block, Input::ended);
         deck.ringLeft.read (tail.left.data(), tailLength);
         deck.ringRight.read (tail.right.data(), tailLength);
     }
@@ -89,13 +158,12 @@ void DeckVoice::begin (DeckWorld& world, DeckPlayer& deck, const ReaderBlock& bl
     const auto moves = deck.rate != 0.0;
     if (stretching || (moves && !jumped))
     {
-        const auto heard = heardPosition (deck);
-        keepTail (world, deck, block);
         if (stretching && !jumped)
         {
-            deck.position = heard;
+            setBackTo (deck, heardFrame (deck));
             deck.rate = deck.rate / stretchOf (deck);
         }
+        keepTail (world, deck, block);
         deck.declickGain = 0.0;
     }
     else if (!moves)
@@ -126,17 +194,29 @@ void DeckVoice::readAhead (DeckWorld& world, DeckPlayer& deck, const ReaderBlock
     const auto stretch = stretchOf (deck);
     while ((dueOfNext < dueTime || inputLeft.available() < leastFrames) && inputLeft.space() >= piece)
     {
-        const auto before = deck.position.get();
-        readDeck (deck, block, world.noise, in[0], in[1], piece);
-        inputLeft.write (in[0], piece);
-        inputRight.write (in[1], piece);
+        const ReaderState before (deck);
+        const auto reading = readToJump (deck, block, world.noise, in[0], in[1], piece);
+        const auto count = reading.frames;
+        inputLeft.write (in[0], count);
+        inputRight.write (in[1], count);
 
-        auto step = (deck.position - before) / piece;
-        if (std::abs (step - deck.rate) > 1.0) // a loop came round
-            step = deck.rate;
-        places.add ({ framesRead, before, step, dueOfNext, stretch });
-        framesRead += piece;
-        dueOfNext += stretch * piece;
+        const auto linearStep = (deck.linearPosition - before.linear) / count;
+        places.add ({ .firstFrame = framesRead,
+                      .frames = count,
+                      .position = before.position,
+                      .step = reading.jumped ? linearStep : (deck.position - before.position) / count,
+                      .due = dueOfNext,
+                      .dueStep = stretch,
+                      .linear = before.linear,
+                      .linearStep = linearStep,
+                      .rate = before.rate,
+                      .declickPosition = before.declickPosition,
+                      .declickGain = before.declickGain,
+                      .framesSinceBar = before.framesSinceBar,
+                      .framesOfBar = before.framesOfBar,
+                      .led = reading.led });
+        framesRead += count;
+        dueOfNext += stretch * count;
     }
 }
 
@@ -178,19 +258,19 @@ void DeckVoice::setFactors (DeckPlayer& deck, double engineRate) noexcept
 }
 
 void DeckVoice::stretchBlock (DeckWorld& world, DeckPlayer& deck, const ReaderBlock& block,
-                              Reading reading) noexcept
+                              Input input) noexcept
 {
     auto* const* in = world.stretcherInput.getArrayOfWritePointers();
     auto* const* out = world.stretcherOutput.getArrayOfWritePointers();
 
     const auto ahead = readAheadSeconds * world.engineRate;
-    if (reading == Reading::goesOn)
+    if (input == Input::goesOn)
         readAhead (world, deck, block, static_cast<double> (framesMade + stretcherBlock) + ahead, 0);
     setFactors (deck, world.engineRate);
 
     const auto count =
         std::clamp (deck.stretcher->getFramesNeeded(), 0, world.stretcherInput.getNumSamples());
-    if (reading == Reading::goesOn)
+    if (input == Input::goesOn)
         readAhead (world, deck, block, 0.0, count);
 
     // Only the end of a sound that is being left can find too little here.
@@ -217,7 +297,7 @@ void DeckVoice::fillRings (DeckWorld& world, DeckPlayer& deck, const ReaderBlock
     if (stretching)
     {
         while (deck.ringLeft.available() < frames)
-            stretchBlock (world, deck, block, Reading::goesOn);
+            stretchBlock (world, deck, block, Input::goesOn);
         return;
     }
     auto* const* in = world.stretcherInput.getArrayOfWritePointers();
@@ -235,6 +315,10 @@ void DeckVoice::render (DeckWorld& world, DeckPlayer& deck, const ReaderBlock& c
     auto block = constants;
     const auto tempo = deck.tempo.get();
     const auto stretched = shouldStretch (world, deck);
+    if (stretched == stretching)
+        follow (deck, block.course);
+    else
+        course = block.course;
     if (restartPending || stretched != stretching)
     {
         block.playFactor = stretching ? 1.0 : tempo;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "deck/Course.h"
 #include "deck/PlaceLog.h"
 #include "support/RingBuffer.h"
 
@@ -14,7 +15,8 @@ struct ReaderBlock;
     A playing deck reads ahead and goes through its time stretcher. The reading leads the output by one constant time for
     all decks, so that decks whose reading is in phase are heard in phase, whatever their tempo and key. A deck that
     stands still, is scratched, or has no stretcher is heard straight from the reader, without delay. Each change between
-    the two, and each jump, is heard at once: the old sound fades out over the new one.
+    the two, and each jump, is heard at once: the old sound fades out over the new one. So is a change of the course, as of
+    a loop that is switched off: what has been read on another way than the new course's is taken back, and read anew.
 
     Audio thread under the callback lock, or a command that holds it. */
 class DeckVoice
@@ -25,7 +27,7 @@ public:
                                  int frames) noexcept;
 
     /** From the next block on the deck is heard from its position, whatever was read ahead. */
-    PX_AUDIO_THREAD void restart() noexcept { restartPending = true; }
+    PX_AUDIO_THREAD void restart (DeckPlayer&) noexcept;
 
     /** Forgets all sound, that of before a restart too. */
     PX_AUDIO_THREAD void silence (DeckPlayer&) noexcept;
@@ -33,6 +35,9 @@ public:
     /** The place in the track that is heard at the begin of the next block, in frames of the file; exact to 1 ms. It is
         the deck's position less what rings and stretcher hold. */
     PX_AUDIO_THREAD double heardPosition (const DeckPlayer&) const noexcept;
+
+    /** By how many frames of the file what is read leads what is heard, over all turns. */
+    PX_AUDIO_THREAD double readLead (const DeckPlayer&) const noexcept;
 
     /** Whether the sound comes through the stretcher, so that reading leads it. */
     bool isStretching() const noexcept { return stretching && !restartPending; }
@@ -56,13 +61,23 @@ private:
     PX_AUDIO_THREAD void keepTail (DeckWorld&, DeckPlayer&, const ReaderBlock&) noexcept;
     PX_AUDIO_THREAD void fadeTail (float* left, float* right, int frames) noexcept;
 
+    /** Takes up the course of a block. */
+    PX_AUDIO_THREAD void follow (DeckPlayer&, const Course&) noexcept;
+
+    /** Sets the deck back to a frame that it has read, as it was then. */
+    PX_AUDIO_THREAD void setBackTo (DeckPlayer&, double frame) const noexcept;
+
+    /** The frame read that is heard next. */
+    PX_AUDIO_THREAD double heardFrame (const DeckPlayer&) const noexcept;
+    bool hasReadAhead() const noexcept { return isStretching() && !places.isEmpty(); }
+
     PX_AUDIO_THREAD void fillRings (DeckWorld&, DeckPlayer&, const ReaderBlock&, int frames) noexcept;
-    enum class Reading
+    enum class Input
     {
         goesOn,
         ended ///< what has been read is played out
     };
-    PX_AUDIO_THREAD void stretchBlock (DeckWorld&, DeckPlayer&, const ReaderBlock&, Reading) noexcept;
+    PX_AUDIO_THREAD void stretchBlock (DeckWorld&, DeckPlayer&, const ReaderBlock&, Input) noexcept;
     PX_AUDIO_THREAD void readAhead (DeckWorld&, DeckPlayer&, const ReaderBlock&, double dueTime,
                                     int leastFrames) noexcept;
     PX_AUDIO_THREAD void setFactors (DeckPlayer&, double engineRate) noexcept;
@@ -70,6 +85,7 @@ private:
     bool stretching = false, restartPending = true;
     Tail tail;
 
+    Course course; ///< that is read on
     PlaceLog places;
     BasicRingBuffer<65536> inputLeft, inputRight; ///< read, not yet given to the stretcher
     int64_t framesRead = 0, framesGiven = 0, framesMade = 0;

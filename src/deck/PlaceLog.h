@@ -18,12 +18,24 @@ public:
     struct Piece
     {
         int64_t firstFrame = 0;
-        double position = 0.0, step = 0.0; ///< frames of the file, and per frame read
-        double due = 0.0, dueStep = 1.0;   ///< output frames, and per frame read: the stretch
+        int frames = 0;
+        double position = 0.0, step = 0.0;     ///< frames of the file, and per frame read
+        double due = 0.0, dueStep = 1.0;       ///< output frames, and per frame read: the stretch
+        double linear = 0.0, linearStep = 0.0; ///< the same as the position, but never led round a loop
+
+        // What else it takes to read the piece anew
+        double rate = 0.0, declickPosition = 0.0, declickGain = 0.0;
+        int32_t framesSinceBar = 0, framesOfBar = 0;
+        bool led = false; ///< the course that it was read on has led it, or led it away at its end
 
         double positionAt (double frame) const noexcept
         {
             return position + (frame - static_cast<double> (firstFrame)) * step;
+        }
+        double end() const noexcept { return position + frames * step; }
+        double linearAt (double frame) const noexcept
+        {
+            return linear + (frame - static_cast<double> (firstFrame)) * linearStep;
         }
         double dueAt (double frame) const noexcept
         {
@@ -35,12 +47,33 @@ public:
         }
     };
 
-    PX_AUDIO_THREAD void clear() noexcept { count = 0; }
+    PX_AUDIO_THREAD void clear() noexcept { count = oldestKept = 0; }
     bool isEmpty() const noexcept { return count == 0; }
 
     PX_AUDIO_THREAD void add (const Piece& piece) noexcept
     {
         pieces[static_cast<size_t> (count++ & mask)] = piece;
+        oldestKept = std::max (oldestKept, count - size);
+    }
+
+    /** The oldest piece with a property, from the one on that holds a frame; or null. Not on an empty log. */
+    template <typename Property>
+    PX_AUDIO_THREAD const Piece* firstFrom (double frame, Property&& has) const noexcept
+    {
+        auto index = count - 1;
+        while (index > oldestKept && static_cast<double> (at (index).firstFrame) > frame)
+            --index;
+        for (; index < count; ++index)
+            if (has (at (index)))
+                return &at (index);
+        return nullptr;
+    }
+
+    /** Forgets the pieces from a frame on. */
+    PX_AUDIO_THREAD void forgetFrom (int64_t frame) noexcept
+    {
+        while (count > oldestKept && at (count - 1).firstFrame >= frame)
+            --count;
     }
 
     /** The piece that holds a frame read; the oldest or newest one for a frame beyond them. Not on an empty log. */
@@ -65,7 +98,7 @@ private:
     const Piece& find (Begun&& hasBegun) const noexcept
     {
         // What is asked for is seldom far back: steps that double from the newest piece on stay in the cache.
-        const auto limit = std::max<int64_t> (0, count - size);
+        const auto limit = oldestKept;
         auto beyond = count, oldest = std::max (limit, count - 1);
         for (int64_t step = 1; oldest > limit && !hasBegun (at (oldest)); step *= 2)
         {
@@ -81,5 +114,5 @@ private:
     }
 
     std::array<Piece, size> pieces {};
-    int64_t count = 0;
+    int64_t count = 0, oldestKept = 0;
 };

@@ -1,12 +1,14 @@
 #include "deck/Transport.h"
 
+#include "deck/EditHistory.h"
+#include "deck/Snap.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace
 {
 constexpr double cueReachFrames = 588.0;
-constexpr uint32_t tapPauseMs = 3000;
 constexpr const char* playLocked = "*** Play Locked ***|Turn off Automix|for direct use";
 
 bool isSlot (int slot) noexcept
@@ -101,10 +103,11 @@ void Transport::playSynchronized (int deckIndex)
     playOrStop (world, *deck);
 }
 
-void Transport::storeCue (DeckPlayer& deck, int slot) noexcept
+void Transport::storeCue (DeckWorld& world, DeckPlayer& deck, int slot) noexcept
 {
-    deck.cues[static_cast<size_t> (slot)] =
-        juce::jlimit (0.0, static_cast<double> (deck.loadedFrames), deck.heardPosition());
+    const MarkEdit edit (deck);
+    if (const auto place = Snap::heardPlace (world, deck))
+        deck.cues[static_cast<size_t> (slot)] = *place;
 }
 
 void Transport::returnToCue (DeckPlayer& deck) noexcept
@@ -153,7 +156,7 @@ void Transport::cue (int deckIndex, bool pressed)
     }
     else
     {
-        storeCue (*deck, slot);
+        storeCue (world, *deck, slot);
     }
     chooseMaster (world, *deck);
 }
@@ -189,9 +192,10 @@ void Transport::jumpToCue (int deckIndex, int slot)
     deck->currentCue = static_cast<int8_t> (slot);
     auto target = cueAt (*deck, slot);
     if (target <= emptyCue)
-        return storeCue (*deck, slot);
+        return storeCue (world, *deck, slot);
 
-    deck->loopMode = deck->rollingLoop = 0;
+    deck->loopMode = noLoop;
+    deck->rollingLoop = 0;
     if (!keepPhase (world, *deck, target))
         return;
     deck->resyncRequest = 1;
@@ -206,7 +210,7 @@ void Transport::setCue (int deckIndex, int slot)
     if (deck == nullptr || !isSlot (slot))
         return;
     const CallbackLock lock (world.callbackLock, "setCue");
-    storeCue (*deck, slot);
+    storeCue (world, *deck, slot);
 }
 
 void Transport::deleteCue (int deckIndex, int slot)
@@ -215,6 +219,7 @@ void Transport::deleteCue (int deckIndex, int slot)
     if (deck == nullptr || !isSlot (slot))
         return;
     const CallbackLock lock (world.callbackLock, "deleteCue");
+    const MarkEdit edit (*deck);
     deck->cues[static_cast<size_t> (slot)] = emptyCue;
 }
 
@@ -230,7 +235,7 @@ void Transport::cuePlay (int deckIndex, bool pressed)
         const auto slot = currentSlot (*deck);
         if (deck->playState == 0)
         {
-            storeCue (*deck, slot);
+            storeCue (world, *deck, slot);
             deck->cuePlayArmed = true;
             return;
         }
@@ -367,30 +372,6 @@ void Transport::setKeyLock (int deckIndex, bool on)
 {
     if (auto* deck = world.deck (deckIndex))
         deck->keyLock = on ? 1 : 0;
-}
-
-void Transport::tapTempo (int deckIndex)
-{
-    auto* deck = world.deck (deckIndex);
-    if (deck == nullptr)
-        return;
-    const auto now = world.clock();
-    const CallbackLock lock (world.callbackLock, "tapTempo");
-    auto& tap = deck->tap;
-    if (tap.taps == 0 || millisecondsBetween (tap.last, now) > tapPauseMs)
-    {
-        tap = { 1, now, now };
-        return;
-    }
-    tap.last = now;
-    if (const auto elapsed = millisecondsBetween (tap.first, now); elapsed > 0)
-    {
-        // After n taps n - 1 beats have gone by; `taps` still counts without this one.
-        const auto bpm = juce::jlimit (30.0, 250.0, tap.taps * 60000.0 / elapsed);
-        deck->bpm = bpm;
-        deck->bpmAverage = bpm;
-    }
-    ++tap.taps;
 }
 
 void Transport::toggleSync (int deckIndex, bool oneShot)

@@ -22,7 +22,7 @@ public:
         @param slot   0 to 15; others do nothing */
     void jumpToCue (int deck, int slot);
 
-    /** Stores the position in a slot. @param slot   0 to 15; others do nothing */
+    /** Stores the place that is heard in a slot, snapped as Snap says; the slot stays as it is where that fails. @param slot   0 to 15; others do nothing */
     void setCue (int deck, int slot);
     void deleteCue (int deck, int slot);
 
@@ -66,9 +66,6 @@ public:
     void setKeyTuning (int deck, double semitones);
     void setKeyLock (int deck, bool on);
 
-    /** Counts taps; from the second on they set the tempo, 30 to 250 BPM. A pause of 3 s begins anew. */
-    void tapTempo (int deck);
-
     /** Toggles Sync; turning it on asks for phase. @param oneShot   Sync clears itself after its first match */
     void toggleSync (int deck, bool oneShot);
 
@@ -85,7 +82,7 @@ private:
     /** A seek or cue jump of the position to a target; `false` if phase must be kept and can't be. */
     static bool keepPhase (DeckWorld&, DeckPlayer&, double& target) noexcept;
     static void returnToCue (DeckPlayer&) noexcept;
-    static void storeCue (DeckPlayer&, int slot) noexcept;
+    static void storeCue (DeckWorld&, DeckPlayer&, int slot) noexcept;
     static void playOrStop (DeckWorld&, DeckPlayer&) noexcept;
     void seekLocked (DeckPlayer&, double frames) noexcept;
 

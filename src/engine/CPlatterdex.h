@@ -3,6 +3,8 @@
 #include "deck/AudioRecorder.h"
 #include "deck/DeckWorld.h"
 #include "deck/FileStreamPlayer.h"
+#include "deck/GridCommands.h"
+#include "deck/LoopCommands.h"
 #include "deck/Transport.h"
 #include "engine/EngineWorld.h"
 #include "engine/HostTransport.h"
@@ -129,6 +131,8 @@ public:
     Meters masterMeters;
     DeckWorld decks;
     Transport transport;
+    LoopCommands loops { decks };
+    GridCommands grids { decks };
     std::array<EffectRack, deckCount> effectRacks;
     HostTransport host;
     PostQueue<uint32_t, 512> midiInput;

@@ -1,6 +1,7 @@
 #include "engine/CommandTable.h"
 
 #include "engine/commands/EffectCommands.h"
+#include "engine/commands/LoopGridCommands.h"
 #include "engine/commands/MixerCommands.h"
 #include "engine/commands/TransportCommands.h"
 #include "engine/commands/UnbuiltCommands.h"
@@ -12,8 +13,9 @@ namespace CommandTable
 {
 namespace
 {
-constexpr std::array<std::span<const CommandFamily>, 4> parts { transportFamilies, mixerFamilies,
-                                                                effectFamilies, unbuiltFamilies };
+constexpr std::array<std::span<const CommandFamily>, 5> parts { transportFamilies, loopGridFamilies,
+                                                                mixerFamilies, effectFamilies,
+                                                                unbuiltFamilies };
 
 struct Table
 {

@@ -13,6 +13,7 @@ enum class EngineEvent
     browserCommand,  ///< index: the number of a command that moves or loads in a browser
     recorderChanged, ///< index: 1 recording, 0 idle
     askStopAutomix,  ///< index: the deck whose Play was pressed while automix runs
+    downbeatSet,     ///< index: the deck whose marks are to be saved
 };
 
 /** Hears what the engine says. Called on the message thread, or on whichever thread pumps an engine that has no

@@ -44,6 +44,12 @@ public:
         return count;
     }
 
+    /** Takes back up to `count` of the frames that were written last and not read yet. */
+    void takeBack (int32_t count) noexcept
+    {
+        writeIndex = (writeIndex - std::clamp (count, 0, available())) & bigMask;
+    }
+
     void clear() noexcept { writeIndex = readIndex = 0; }
 
 private:

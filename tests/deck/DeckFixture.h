@@ -3,6 +3,8 @@
 #include "deck/DeckBlock.h"
 #include "deck/DeckWorld.h"
 #include "deck/FileImportThread.h"
+#include "deck/GridCommands.h"
+#include "deck/LoopCommands.h"
 #include "deck/TrackIngest.h"
 #include "deck/Transport.h"
 
@@ -87,4 +89,6 @@ struct DeckFixture
     Pacing pacing { Pacing::Mode::offline };
     DeckWorld world { callbackLock, settings, listeners, pacing, [this] { return now; } };
     Transport transport { world };
+    LoopCommands loops { world };
+    GridCommands grids { world };
 };

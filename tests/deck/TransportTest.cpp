@@ -297,23 +297,23 @@ TEST (Transport, TapsSetTheTempoFromTheSecondOn)
     LoadedDeck decks;
     auto& deck = decks.deck();
     const double before = deck.bpm;
-    decks.transport.tapTempo (0);
+    decks.grids.tapTempo (0);
     EXPECT_EQ (deck.bpm, before);
     for (int tap = 0; tap < 8; ++tap)
     {
         decks.now += tap % 2 == 0 ? 490 : 510; // unsteady, 500 ms on the whole
-        decks.transport.tapTempo (0);
+        decks.grids.tapTempo (0);
     }
     EXPECT_DOUBLE_EQ (deck.bpm, 120.0);
     EXPECT_DOUBLE_EQ (deck.bpmAverage, 120.0);
 
     decks.now += 3001; // a new count
-    decks.transport.tapTempo (0);
+    decks.grids.tapTempo (0);
     decks.now += 100;
-    decks.transport.tapTempo (0);
+    decks.grids.tapTempo (0);
     EXPECT_EQ (deck.bpm, 250.0);
 
-    decks.transport.tapTempo (0); // within the same millisecond
+    decks.grids.tapTempo (0); // within the same millisecond
     EXPECT_LE (deck.bpm, 250.0);
 }
 

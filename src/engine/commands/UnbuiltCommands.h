@@ -9,21 +9,9 @@ namespace CommandTable
 {
 // clang-format off
 constexpr CommandFamily unbuiltFamilies[] {
-    { 113, 1, 0, 4, 1, "Loop {d}", "LOOP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "beat loop on or off", "1 in a beat loop that does not roll" },
-    { 117, 1, 0, 4, 1, "Leap {d}", "LEAP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "rolling beat loop on or off", "1 while rolling" },
-    { 121, 1, 0, 4, 1, "Loop Move Backward {d}", "LOOP_MOVE_BACKWARD_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "moves back by the loop move size", "0" },
-    { 125, 1, 0, 4, 1, "Loop Move Forward {d}", "LOOP_MOVE_FORWARD_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "moves on by the loop move size", "0" },
-    { 129, 1, 0, 4, 1, "Loop Half {d}", "LOOP_HALF_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "halves the loop", "0" },
-    { 133, 1, 0, 4, 1, "Loop Double {d}", "LOOP_DOUBLE_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "doubles the loop", "0" },
-    { 137, 1, 0, 4, 1, "Loop Size {d}", "LOOP_SIZE_{d}", K::relative, S::stepped, nullptr, nullptr, 7, "steps the loop size, 0 to 10", "the size" },
-    { 141, 1, 0, 4, 1, "Loop In {d}", "LOOP_IN_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "stores the loop's start", "0" },
-    { 145, 1, 0, 4, 1, "Loop Out {d}", "LOOP_OUT_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "stores the loop's end and starts it, or leaves a loop", "0" },
-    { 149, 1, 0, 4, 1, "Reloop {d}", "RELOOP_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "takes up the manual loop again", "0" },
     { 153, 1, 0, 4, 1, "DVS Absolute Mode {d}", "DVS_ABSOLUTE_MODE_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "timecode on, absolute", "1 if so" },
     { 157, 1, 0, 4, 1, "DVS Relative Mode {d}", "DVS_RELATIVE_MODE_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "timecode on, relative", "1 if so" },
     { 161, 1, 0, 4, 1, "DVS Internal Mode {d}", "DVS_INTERNAL_MODE_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "timecode off, pitch to its centre", "1 if so" },
-    { 165, 1, 0, 4, 1, "Downbeat {d}", "DOWNBEAT_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "the nearest beat becomes the downbeat", "0" },
-    { 169, 1, 0, 4, 1, "Start Point {d}", "START_POINT_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "start point on or off", "1 if on" },
     { 173, 2, 1, 4, 2, "Smartknob #{n} {d}", "SMARTKNOB_{n}_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the knob, 0 to 1", "the value" },
     { 181, 2, 1, 4, 2, "Smartknob #{n} On {d}", "SMARTKNOB_{n}_ON_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
     { 354, 1, 0, 1, 0, "Sampler Master Volume", "SAMPLER_MASTER_VOLUME", K::value, S::continuous, nullptr, nullptr, 0.5, "the volume, 0 to 1", "the value" },
@@ -40,7 +28,6 @@ constexpr CommandFamily unbuiltFamilies[] {
     { 445, 1, 0, 4, 1, "VST Set Insert/Send Signal Routing Slot {d}", "VST_INSERT_SEND_SIGNAL_ROUTING_SLOT_{d}", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
     { 449, 1, 0, 4, 1, "VST Param 1 Slot {d}", "VST_PARAM_1_SLOT_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the parameter, 0 to 1", "the value" },
     { 453, 1, 0, 4, 1, "VST Param 2 Slot {d}", "VST_PARAM_2_SLOT_{d}", K::value, S::continuous, nullptr, nullptr, 0, "the parameter, 0 to 1", "the value" },
-    { 457, 1, 0, 4, 1, "Loop Move Size {d}", "LOOP_MOVE_SIZE_{d}", K::relative, S::stepped, nullptr, nullptr, 5, "steps the size, 0 to 10", "the size" },
     { 435, 1, 0, 1, 0, "Automix On/Off", "AUTOMIX_ON_OFF", K::trigger, S::trigger, nullptr, nullptr, 0, "toggles", "the flag" },
 };
 // clang-format on

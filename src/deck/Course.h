@@ -1,0 +1,46 @@
+#pragma once
+
+#include "support/AudioThread.h"
+
+#include <limits>
+
+struct DeckPlayer;
+
+/** Where the reading of a deck leaves its straight way: the ends of the loop that runs, and the start point.
+
+    A value, made once a block. Two courses that are equal lead the same reading to the same places. Places are frames of
+    the file. A deck in no loop has ends at infinity, so that a sample costs the same two comparisons as in a loop. */
+struct Course
+{
+    /** A loop of fewer frames than this is passed over: it would hold the deck in one place. */
+    static constexpr double shortestLoop = 16.0;
+
+    Course() noexcept = default;
+
+    /** Audio thread, or a command under the callback lock. */
+    PX_AUDIO_THREAD explicit Course (const DeckPlayer&) noexcept;
+
+    bool operator== (const Course&) const noexcept = default;
+
+    bool isTurnedAt (double position) const noexcept { return position >= end || position <= begin; }
+
+    /** True where a reading can't stay. */
+    bool isLeftAt (double position) const noexcept { return isTurnedAt (position) || position < floor; }
+
+    /** Where a reading that has come to an end of the loop goes on. What it has gone past the end is kept, so that a
+        thousand rounds last a thousand times the loop; from further outside a manual loop it goes to the loop's very end.
+        @param rate   frames of the last step */
+    PX_AUDIO_THREAD double turned (double position, double rate) const noexcept;
+
+    /** True if a reading that goes straight from one place to another would not do so on this course. */
+    bool changes (double from, double to) const noexcept { return isLeftAt (from) || isLeftAt (to); }
+
+    double end = std::numeric_limits<double>::infinity(); ///< at or past it the loop begins anew
+    double begin =
+        -std::numeric_limits<double>::infinity(); ///< in reverse, at or below it the loop ends anew
+    double floor = 0.0;                           ///< the start point: nothing is read before it
+
+private:
+    double loopStart = 0.0, length = 0.0;
+    bool keepsBeat = false; ///< a beat loop: from anywhere outside, whole rounds lead back in
+};

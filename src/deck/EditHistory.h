@@ -1,0 +1,92 @@
+#pragma once
+
+#include "deck/DeckNumbers.h"
+#include "support/Relaxed.h"
+
+#include <array>
+#include <cstdint>
+
+struct DeckPlayer;
+
+/** What a hand sets on a track and can take back: cue slots, start point, tempo and grid. */
+struct TrackMarks
+{
+    TrackMarks() = default;
+    explicit TrackMarks (const DeckPlayer&) noexcept;
+    bool operator== (const TrackMarks&) const noexcept = default;
+
+    /** Gives the deck the marks in which this differs from `other`, and leaves it the rest. */
+    void applyWhereNot (const TrackMarks& other, DeckPlayer&) const noexcept;
+
+    std::array<double, cueSlotCount> cues {};
+    double startPoint = 0.0, bpm = 0.0, bpmAverage = 0.0;
+    int32_t downbeatIndex = 0, downbeatPosition = 0;
+    int8_t startPointOn = 0, fixedGrid = 0;
+};
+
+/** The last edits of a track's marks, to be taken back and done again. Of a full history the oldest edit is forgotten.
+    Fixed memory; under the callback lock, but for the two counts. */
+class EditHistory
+{
+public:
+    static constexpr int capacity = 32;
+
+    /** Edits that come as a run of small moves count as one edit for as long as each follows the last soon enough. */
+    enum class Kind : int8_t
+    {
+        single,
+        gridMove, ///< within a second
+        tap       ///< within the pause that begins taps anew
+    };
+
+    /** Takes up an edit that has been made. It ends what could have been done again.
+        @param now   ms of the engine's clock */
+    void record (Kind, const TrackMarks& before, const TrackMarks& after, uint32_t now) noexcept;
+
+    /** @returns false if there is nothing to take back */
+    bool undo (DeckPlayer&) noexcept;
+
+    /** @returns false if nothing was taken back since the last edit */
+    bool redo (DeckPlayer&) noexcept;
+
+    void forget() noexcept;
+
+    /** How many edits can be taken back, and done again. Any thread. */
+    int undoCount() const noexcept { return done; }
+    int redoCount() const noexcept { return undone; }
+
+private:
+    struct Edit
+    {
+        Kind kind = Kind::single;
+        uint32_t time = 0;
+        TrackMarks before, after;
+    };
+
+    /** The edit `back` places before the one that is done next. */
+    Edit& edit (int back) noexcept
+    {
+        return edits[static_cast<size_t> ((next - back + capacity) % capacity)];
+    }
+
+    std::array<Edit, capacity> edits;
+    int next = 0; ///< where the next edit goes
+    bool runEnded = true;
+    Relaxed<int> done, undone;
+};
+
+/** Makes what happens to a deck's marks in its scope an edit of the deck's history, if anything changes. Under the
+    callback lock. */
+class MarkEdit
+{
+public:
+    explicit MarkEdit (DeckPlayer&, EditHistory::Kind = EditHistory::Kind::single) noexcept;
+    ~MarkEdit();
+    MarkEdit (const MarkEdit&) = delete;
+    MarkEdit& operator= (const MarkEdit&) = delete;
+
+private:
+    DeckPlayer& deck;
+    const EditHistory::Kind kind;
+    const TrackMarks before;
+};

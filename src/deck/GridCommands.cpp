@@ -1,0 +1,117 @@
+#include "deck/GridCommands.h"
+
+#include "deck/EditHistory.h"
+
+#include <cmath>
+
+namespace
+{
+constexpr double slowestBpm = 30.0, fastestBpm = 250.0;
+constexpr double slowestByNumber = 32.0, fastestByNumber = 256.0;
+constexpr int gridStep = 512;
+}
+
+void GridCommands::setDownbeat (int deckIndex)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+    {
+        const CallbackLock lock (world.callbackLock, "setDownbeat");
+        const auto grid = deck->grid();
+        const auto entry = grid.nearestEntry (deck->heardPosition());
+        if (!entry)
+            return;
+        const MarkEdit edit (*deck);
+        deck->downbeatIndex = *entry;
+        deck->downbeatPosition = static_cast<int32_t> (std::lround (grid.beatAt (*entry)));
+    }
+    world.listeners.post (EngineEvent::downbeatSet, deckIndex);
+}
+
+void GridCommands::scaleTempo (int deckIndex, double factor)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+    const CallbackLock lock (world.callbackLock, "scaleTempo");
+    const auto bpm = deck->bpm * factor;
+    if (bpm < slowestBpm || bpm > fastestBpm || bpm < deck->bpmAverage * 0.5 || bpm > deck->bpmAverage * 2.0)
+        return;
+    const MarkEdit edit (*deck);
+    deck->bpm = bpm;
+}
+
+void GridCommands::setTempo (int deckIndex, double bpm)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr || !std::isfinite (bpm))
+        return;
+    const CallbackLock lock (world.callbackLock, "setTempo");
+    const MarkEdit edit (*deck);
+    deck->bpm = juce::jlimit (slowestByNumber, fastestByNumber, bpm);
+}
+
+void GridCommands::moveGrid (int deckIndex, int direction)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+    const CallbackLock lock (world.callbackLock, "moveGrid");
+    const MarkEdit edit (*deck, EditHistory::Kind::gridMove);
+    const auto moved = deck->downbeatPosition + (direction > 0 ? gridStep : -gridStep);
+    deck->downbeatPosition = juce::jlimit (0, deck->loadedFrames.get(), moved);
+}
+
+void GridCommands::toggleGridMode (int deckIndex)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+    const CallbackLock lock (world.callbackLock, "toggleGridMode");
+    const MarkEdit edit (*deck);
+    deck->fixedGrid = deck->fixedGrid == 0 ? 1 : 0;
+}
+
+void GridCommands::tapTempo (int deckIndex)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return;
+    const auto now = world.clock();
+    const CallbackLock lock (world.callbackLock, "tapTempo");
+    auto& tap = deck->tap;
+    if (tap.taps == 0 || millisecondsBetween (tap.last, now) > tapPauseMs)
+    {
+        tap = { 1, now, now };
+        return;
+    }
+    tap.last = now;
+    if (const auto elapsed = millisecondsBetween (tap.first, now); elapsed > 0)
+    {
+        const MarkEdit edit (*deck, EditHistory::Kind::tap);
+        // After n taps n - 1 beats have gone by; `taps` still counts without this one.
+        const auto bpm = juce::jlimit (slowestBpm, fastestBpm, tap.taps * 60000.0 / elapsed);
+        deck->bpm = bpm;
+        deck->bpmAverage = bpm;
+    }
+    ++tap.taps;
+}
+
+bool GridCommands::undo (int deckIndex)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return false;
+    const CallbackLock lock (world.callbackLock, "undo");
+    return deck->edits.undo (*deck);
+}
+
+bool GridCommands::redo (int deckIndex)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return false;
+    const CallbackLock lock (world.callbackLock, "redo");
+    return deck->edits.redo (*deck);
+}

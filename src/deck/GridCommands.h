@@ -1,0 +1,43 @@
+#pragma once
+
+#include "deck/DeckWorld.h"
+
+/** What a hand does to a track's tempo and beat grid, and the way back: the last 32 edits of cues, start point, tempo and
+    grid can be taken back and done again.
+
+    Each takes the callback lock for a handful of field writes and does nothing for an index that is no deck. Any thread,
+    the audio thread included. */
+class GridCommands
+{
+public:
+    explicit GridCommands (DeckWorld& w) noexcept : world (w) {}
+
+    /** Makes the entry nearest to the place that is heard the downbeat, unless none lies within 100,000 frames. Posts
+        EngineEvent::downbeatSet, after which the track's marks are to be saved. */
+    void setDownbeat (int deck);
+
+    /** A tempo moves within 30 to 250 BPM and no further than an octave from that of the analysis, or not at all. */
+    void halveTempo (int deck) { scaleTempo (deck, 0.5); }
+    void doubleTempo (int deck) { scaleTempo (deck, 2.0); }
+
+    /** @param bpm   limited to 32 to 256 */
+    void setTempo (int deck, double bpm);
+
+    /** Moves a fixed grid by 512 frames of the file: back (-1) or on (+1). */
+    void moveGrid (int deck, int direction);
+
+    /** Between the table of a tracked grid and a grid of tempo and downbeat alone. */
+    void toggleGridMode (int deck);
+
+    /** Counts taps; from the second on they set the tempo, 30 to 250 BPM. A pause of 3 s begins anew. */
+    void tapTempo (int deck);
+
+    /** @returns false if there is no edit to take back, or to do again */
+    bool undo (int deck);
+    bool redo (int deck);
+
+private:
+    void scaleTempo (int deck, double factor);
+
+    DeckWorld& world;
+};
