@@ -3,7 +3,7 @@
 #include "measure/Timing.h"
 
 #include "demo/DemoTracks.h"
-#include "ui/Look.h"
+#include "skin/Palette.h"
 #include "ui/deckviews/DeckPeakScope.h"
 #include "ui/deckviews/DeckWaveform.h"
 #include "ui/deckviews/DeckWaveformThumbnail.h"
@@ -55,7 +55,7 @@ public:
         return { &of.waveform, &of.thumbnail, &of.scope };
     }
 
-    void paint (juce::Graphics& g) override { g.fillAll (Look::panel); }
+    void paint (juce::Graphics& g) override { g.fillAll (palette::panel); }
 
     void resized() override
     {

@@ -8,10 +8,8 @@ ApplicationSession::ApplicationSession (const Folders& folders, const juce::Arra
     engine.setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
 
     std::unique_ptr<juce::AudioProcessorEditor> content (engine.createEditorIfNeeded());
-    window = std::make_unique<MainWindow> (
-        std::move (content),
-        juce::Point (CPlatterdexVstEditor::minimumWidth, CPlatterdexVstEditor::minimumHeight),
-        folders.setup().getChildFile ("window.txt"), [this] { askToQuit(); });
+    window = std::make_unique<MainWindow> (std::move (content), folders.setup().getChildFile ("window.txt"),
+                                           [this] { askToQuit(); });
 
     for (int deck = 0; deck < tracks.size(); ++deck)
         engine.loadTrack (tracks[deck], deck);

@@ -1,7 +1,7 @@
 #include "ui/deckviews/DeckPeakScope.h"
 
 #include "engine/CPlatterdex.h"
-#include "ui/Look.h"
+#include "skin/Palette.h"
 #include "ui/deckviews/PeakColumns.h"
 
 #include <bit>
@@ -149,11 +149,11 @@ void DeckPeakScope::paint (juce::Graphics& g)
     image.moveTo (PeakColumns { zoom / scale }.columnAt (static_cast<double> (shownPixel * zoom)) - centre,
                   [this] (auto& bitmap, int64_t first) { paintColumns (bitmap, first); });
 
-    g.fillAll (Look::ground);
+    g.fillAll (palette::ground);
     g.addTransform (juce::AffineTransform::scale (static_cast<float> (1.0 / scale)));
     g.setImageResamplingQuality (juce::Graphics::lowResamplingQuality);
     const auto line = std::max (1, juce::roundToInt (scale));
-    g.setColour (Look::line);
+    g.setColour (palette::line);
     g.fillRect (0, height / 2, width, line);
     g.setOpacity (1.0f);
     g.drawImageAt (image.image(), 0, 0);

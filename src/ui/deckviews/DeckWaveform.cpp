@@ -2,10 +2,11 @@
 
 #include "deck/FileImportThread.h"
 #include "engine/CPlatterdex.h"
-#include "ui/Look.h"
+#include "skin/Palette.h"
 #include "ui/TimeText.h"
 #include "ui/deckviews/ColumnPainter.h"
 #include "ui/deckviews/FigureText.h"
+#include "ui/look/SMLookAndFeel.h"
 
 #include <limits>
 
@@ -228,8 +229,8 @@ juce::Image DeckWaveform::pictureOfStripAt (juce::Point<int> place)
 
 void DeckWaveform::paint (juce::Graphics& g)
 {
-    g.setColour (shown.loadedFrames > 0 ? Look::value : Look::label);
-    g.setFont (Look::font (Look::figureSize));
+    g.setColour (shown.loadedFrames > 0 ? palette::value : palette::label);
+    g.setFont (SMLookAndFeel::font (SMLookAndFeel::figureSize));
     drawFigures (g, shown.time, timeArea (getWidth()));
 
     const auto now = TrackScale::ofScreen (g.getInternalContext().getPhysicalPixelScaleFactor());
@@ -238,13 +239,13 @@ void DeckWaveform::paint (juce::Graphics& g)
     const auto width = track.length (getWidth()), centre = track.length (getWidth() / 2);
     const auto left = track.columnOf (shown.entry) - centre;
     const ColumnPainter columns { *player().overview, shown.loadedFrames, shown.spectral,
-                                  Look::deckHue (deckIndex), track };
+                                  palette::decks[static_cast<size_t> (deckIndex)], track };
     image.setSize (width, track.length (ColumnPainter::imageHeight));
     lastColumnsDrawn =
         image.moveTo (left, [&columns] (auto& bitmap, int64_t first) { columns.paint (bitmap, first); });
 
     const auto layout = MarkLayout::of (beats.beats(), shown.places, track, left, width);
-    marks.prepare (track, Look::deckHue (deckIndex));
+    marks.prepare (track, palette::decks[static_cast<size_t> (deckIndex)]);
     {
         // From here on in the screen's own pixels, so that nothing is blurred.
         const juce::Graphics::ScopedSaveState state (g);
@@ -269,9 +270,9 @@ void DeckWaveform::paintNotice (juce::Graphics& g) const
     constexpr int lineHeight = 20, boxWidth = 240, centreRow = imageTop + ColumnPainter::centreLine;
     auto box = juce::Rectangle<int> (std::min (boxWidth, getWidth()), lineHeight * shown.notice.size() + 8)
                    .withCentre ({ getWidth() / 2, centreRow });
-    Look::fillRaised (g, box, Look::well);
-    g.setColour (Look::value);
-    g.setFont (Look::font (Look::valueSize));
+    SMLookAndFeel::fillRaised (g, box, palette::well);
+    g.setColour (palette::value);
+    g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
     box.reduce (8, 4);
     for (const auto& line : shown.notice)
         g.drawFittedText (line, box.removeFromTop (lineHeight), juce::Justification::centred, 1);

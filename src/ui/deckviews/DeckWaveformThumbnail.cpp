@@ -1,8 +1,9 @@
 #include "ui/deckviews/DeckWaveformThumbnail.h"
 
 #include "engine/CPlatterdex.h"
-#include "ui/Look.h"
+#include "skin/Palette.h"
 #include "ui/deckviews/ThumbnailColumns.h"
+#include "ui/look/SMLookAndFeel.h"
 
 namespace
 {
@@ -119,8 +120,8 @@ void DeckWaveformThumbnail::build (double scale)
     ++buildCount;
 
     juce::Graphics g (picture);
-    g.fillAll (Look::ground);
-    g.setColour (Look::deckHue (deckIndex));
+    g.fillAll (palette::ground);
+    g.setColour (palette::decks[static_cast<size_t> (deckIndex)]);
     const auto columns = ThumbnailColumns::of (*player().overview, loadedFrames, width);
     const auto middle = 0.5f * static_cast<float> (height);
     juce::RectangleList<float> lines;
@@ -145,13 +146,13 @@ void DeckWaveformThumbnail::paint (juce::Graphics& g)
     }
     if (loadedFrames < 1)
         return;
-    g.setColour (Look::ground.withAlpha (playedAlpha));
+    g.setColour (palette::ground.withAlpha (playedAlpha));
     g.fillRect (0, 0, playheadX, getHeight());
     paintMinutes (g);
     paintPlaces (g);
-    g.setColour (Look::dark);
+    g.setColour (palette::ink);
     g.fillRect (playheadX - playheadWidth / 2 - 1, 0, playheadWidth + 2, getHeight());
-    g.setColour (Look::deckHue (deckIndex).brighter (0.6f));
+    g.setColour (palette::decks[static_cast<size_t> (deckIndex)].brighter (0.6f));
     g.fillRect (playheadX - playheadWidth / 2, 0, playheadWidth, getHeight());
 }
 
@@ -160,15 +161,15 @@ void DeckWaveformThumbnail::paintMinutes (juce::Graphics& g) const
     const auto step = xOf (player().sampleRate * 60.0);
     if (!(step > 2.0f))
         return;
-    g.setFont (Look::font (Look::labelSize));
+    g.setFont (SMLookAndFeel::font (SMLookAndFeel::labelSize));
     for (int minute = 1; static_cast<float> (minute) * step < static_cast<float> (getWidth()); ++minute)
     {
         const auto x = juce::roundToInt (static_cast<float> (minute) * step);
-        g.setColour (Look::value.withAlpha (0.7f));
+        g.setColour (palette::value.withAlpha (0.7f));
         g.fillRect (x, getHeight() - minuteTick, 1, minuteTick);
         if (step < leastMinuteWidth || getHeight() < 2 * minuteTextHeight)
             continue;
-        g.setColour (Look::label);
+        g.setColour (palette::label);
         g.drawText (juce::String (minute), x + 2, getHeight() - minuteTextHeight, minuteTextWidth,
                     minuteTextHeight, juce::Justification::centredLeft, false);
     }
@@ -176,11 +177,11 @@ void DeckWaveformThumbnail::paintMinutes (juce::Graphics& g) const
 
 void DeckWaveformThumbnail::paintPlaces (juce::Graphics& g) const
 {
-    const auto hue = Look::deckHue (deckIndex);
+    const auto hue = palette::decks[static_cast<size_t> (deckIndex)];
     if (places.loop.has_value())
     {
         const auto from = xOf (places.loop->in), to = xOf (places.loop->out);
-        g.setColour ((places.loop->running ? hue.brighter (0.8f) : Look::value).withAlpha (0.35f));
+        g.setColour ((places.loop->running ? hue.brighter (0.8f) : palette::value).withAlpha (0.35f));
         g.fillRect (from, 0.0f, std::max (1.0f, to - from), static_cast<float> (getHeight()));
     }
     const auto mark = [&] (double frame, juce::Colour colour)
@@ -191,10 +192,10 @@ void DeckWaveformThumbnail::paintPlaces (juce::Graphics& g) const
         g.fillRect (x - flagSize + 1, 0, flagSize, flagSize);
     };
     if (places.startPoint.has_value())
-        mark (*places.startPoint, Look::label);
+        mark (*places.startPoint, palette::label);
     for (int slot = 0; slot < hotCueCount; ++slot)
         if (slot != places.currentCue && places.hasCue (slot))
-            mark (places.cues[static_cast<size_t> (slot)], Look::value);
+            mark (places.cues[static_cast<size_t> (slot)], palette::value);
     if (const auto slot = places.currentCue; slot >= 0 && slot < cueSlotCount && places.hasCue (slot))
         mark (places.cues[static_cast<size_t> (slot)], hue.brighter (0.6f));
 }

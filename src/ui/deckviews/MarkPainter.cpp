@@ -1,6 +1,6 @@
 #include "ui/deckviews/MarkPainter.h"
-
-#include "ui/Look.h"
+#include "skin/Palette.h"
+#include "ui/look/SMLookAndFeel.h"
 
 namespace
 {
@@ -25,9 +25,9 @@ void MarkPainter::paintLoop (juce::Graphics& g, const MarkLayout::Region& loop, 
 {
     const auto area =
         juce::Rectangle<int>::leftTopRightBottom (loop.left, rows.getStart(), loop.right, rows.getEnd());
-    g.setColour ((loop.running ? hue : Look::label).withAlpha (loop.running ? 0.24f : 0.12f));
+    g.setColour ((loop.running ? hue : palette::label).withAlpha (loop.running ? 0.24f : 0.12f));
     g.fillRect (area);
-    g.setColour ((loop.running ? hue : Look::label).withAlpha (loop.running ? 0.7f : 0.3f));
+    g.setColour ((loop.running ? hue : palette::label).withAlpha (loop.running ? 0.7f : 0.3f));
     const auto edge = std::max (1, track.length (1));
     g.fillRect (area.withHeight (edge));
     g.fillRect (area.withTop (area.getBottom() - edge));
@@ -60,7 +60,7 @@ void MarkPainter::paintBeat (juce::Graphics& g, const Mark& mark) const
     blit (g, isBar ? Sprite::line : Sprite::bigLine, frame, mark.x, top + head.getHeight());
 
     g.setColour (frame == 1 ? anchorNumberColour : numberColour);
-    g.setFont (Look::font (static_cast<float> (Look::labelSize * track.scale)));
+    g.setFont (SMLookAndFeel::font (static_cast<float> (SMLookAndFeel::labelSize * track.scale)));
     g.drawText (juce::String (mark.number), mark.x + y (numberOffset), y (numberTop), y (40),
                 y (numberHeight), juce::Justification::centredLeft, false);
     g.setOpacity (1.0f);

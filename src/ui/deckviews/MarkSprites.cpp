@@ -1,6 +1,6 @@
 #include "ui/deckviews/MarkSprites.h"
-
-#include "ui/Look.h"
+#include "skin/Palette.h"
+#include "ui/look/SMLookAndFeel.h"
 
 namespace
 {
@@ -62,8 +62,8 @@ void drawFlag (juce::Graphics& g, juce::Colour colour, int number)
 {
     g.setColour (colour);
     g.fillRect (0, 0, flagWidth, flagHeight);
-    g.setColour (Look::dark);
-    g.setFont (Look::font (number < 10 ? 11.0f : 8.0f));
+    g.setColour (palette::ink);
+    g.setFont (SMLookAndFeel::font (number < 10 ? 11.0f : 8.0f));
     g.drawText (juce::String (number), -2, 0, flagWidth + 4, flagHeight, juce::Justification::centred, false);
 }
 
@@ -84,19 +84,19 @@ void draw (juce::Graphics& g, Sprite sprite, int frame, juce::Colour hue)
     {
     case Sprite::bigBeat:
     case Sprite::beat:
-        g.setColour (frame == 1 ? anchorColour : Look::label.brighter (0.2f));
+        g.setColour (frame == 1 ? anchorColour : palette::label.brighter (0.2f));
         g.fillEllipse (all.toFloat());
         break;
     case Sprite::bigLine:
-        g.setColour (frame == 1 ? anchorColour.withAlpha (0.8f) : Look::value.withAlpha (0.6f));
+        g.setColour (frame == 1 ? anchorColour.withAlpha (0.8f) : palette::value.withAlpha (0.6f));
         g.fillRect (all);
         break;
     case Sprite::line:
-        g.setColour (Look::value.withAlpha (0.42f));
+        g.setColour (palette::value.withAlpha (0.42f));
         g.fillRect (all);
         break;
     case Sprite::thinLine:
-        g.setColour (Look::value.withAlpha (0.8f));
+        g.setColour (palette::value.withAlpha (0.8f));
         g.fillRect (all);
         break;
     case Sprite::hotCue:
@@ -114,7 +114,7 @@ void draw (juce::Graphics& g, Sprite sprite, int frame, juce::Colour hue)
         g.fillRect (all);
         break;
     case Sprite::startPoint:
-        g.setColour (Look::value);
+        g.setColour (palette::value);
         g.fillRect (0, 0, 2, flagHeight);
         drawTriangle (g, 3.0f, flagWidth);
         break;
@@ -131,7 +131,7 @@ void draw (juce::Graphics& g, Sprite sprite, int frame, juce::Colour hue)
         g.fillRect (all);
         break;
     case Sprite::playhead:
-        g.setColour (Look::dark);
+        g.setColour (palette::ink);
         g.fillRect (all);
         g.setColour (hue);
         g.fillRect (all.reduced (1, 0));

@@ -2,8 +2,8 @@
 
 #include "engine/CommandTable.h"
 #include "skin/Palette.h"
-#include "ui/DeckCommands.h"
 #include "ui/look/SMLookAndFeel.h"
+#include "ui/panel/CommandNumbers.h"
 
 namespace
 {
@@ -11,7 +11,7 @@ constexpr int lineHeight = 14;
 
 int commandOfSlot (const char* family, int group, int slot)
 {
-    return commandOfDeck (std::string (family) + "_" + std::to_string (slot + 1) + "_GROUP_", group);
+    return commandNumberOf (std::string (family) + "_" + std::to_string (slot + 1) + "_GROUP_", group);
 }
 }
 

@@ -1,6 +1,5 @@
 #include "ViewBench.h"
 
-#include "ui/Look.h"
 #include "ui/deckviews/ColumnPainter.h"
 #include "ui/deckviews/DeckWaveform.h"
 
