@@ -32,15 +32,33 @@ TEST (EditHistory, TakesBackAndDoesAgainTheLast32Edits)
         deck.position = random() % 500'000;
         switch (random() % 9)
         {
-            case 0: decks.transport.setCue (0, static_cast<int> (random() % 16)); break;
-            case 1: decks.transport.deleteCue (0, static_cast<int> (random() % 16)); break;
-            case 2: decks.loops.toggleStartPoint (0); break;
-            case 3: decks.grids.setDownbeat (0); break;
-            case 4: decks.grids.halveTempo (0); break;
-            case 5: decks.grids.doubleTempo (0); break;
-            case 6: decks.grids.setTempo (0, 60.0 + random() % 120); break;
-            case 7: decks.grids.moveGrid (0, random() % 2 == 0 ? 1 : -1); break;
-            default: decks.grids.toggleGridMode (0); break;
+        case 0:
+            decks.transport.setCue (0, static_cast<int> (random() % 16));
+            break;
+        case 1:
+            decks.transport.deleteCue (0, static_cast<int> (random() % 16));
+            break;
+        case 2:
+            decks.loops.toggleStartPoint (0);
+            break;
+        case 3:
+            decks.grids.setDownbeat (0);
+            break;
+        case 4:
+            decks.grids.halveTempo (0);
+            break;
+        case 5:
+            decks.grids.doubleTempo (0);
+            break;
+        case 6:
+            decks.grids.setTempo (0, 60.0 + random() % 120);
+            break;
+        case 7:
+            decks.grids.moveGrid (0, random() % 2 == 0 ? 1 : -1);
+            break;
+        default:
+            decks.grids.toggleGridMode (0);
+            break;
         }
         if (const auto now = decks.marks(); now != states.back()) // what changes nothing is no edit
             states.push_back (now);
@@ -122,7 +140,7 @@ TEST (GridCommands, KeepTempoDownbeatAndGridWithinTheirLimits)
         Turn turn;
         double expected;
     } cases[] {
-        { 120.0, 120.0, halve, 60.0 }, { 60.0, 120.0, halve, 60.0 },   { 60.0, 120.0, twice, 120.0 },
+        { 120.0, 120.0, halve, 60.0 },  { 60.0, 120.0, halve, 60.0 },   { 60.0, 120.0, twice, 120.0 },
         { 120.0, 120.0, twice, 240.0 }, { 240.0, 120.0, twice, 240.0 }, { 130.0, 130.0, twice, 130.0 },
         { 59.0, 59.0, halve, 59.0 },    { 60.0, 60.0, halve, 30.0 },    { 125.0, 125.0, twice, 250.0 },
     };

@@ -14,7 +14,8 @@ constexpr int trackFrames = 3'000'000;
 /** Deck A plays its stretcher unless it is bypassed; the pitch fader reaches far. */
 struct LoopDeck : DeckFixture
 {
-    explicit LoopDeck (const std::function<double (int)>& value = [] (int) { return 0.0; }, double bpm = 120.0)
+    explicit LoopDeck (
+        const std::function<double (int)>& value = [] (int) { return 0.0; }, double bpm = 120.0)
     {
         world.pitchRange = 1.0;
         deck().makeStretcher (rate);
@@ -68,7 +69,8 @@ TEST (Loop, OfEverySizeAndTempoTurnsAtTheExactSample)
         for (int8_t size = 0; size < loopSizeCount; ++size)
             for (const bool reverse : { false, true })
             {
-                SCOPED_TRACE (testing::Message() << bpm << " BPM, size " << int (size) << (reverse ? " back" : ""));
+                SCOPED_TRACE (testing::Message()
+                              << bpm << " BPM, size " << int (size) << (reverse ? " back" : ""));
                 const auto length = DeckFixture::rate * 1.875 / bpm * (1 << size);
                 const auto start = 700'000.25, end = start + length;
                 const auto before = reverse ? start + 300.5 : end - 300.5; // the turn
@@ -120,8 +122,9 @@ TEST (Loop, ComesRoundInTimeThroughTheStretcherForHundredsOfTurns)
             [=] (int frame)
             {
                 const auto since = frame - (start + 1500.0);
-                return since < 0.0 || since > 400.0 ? 0.0
-                                                    : 0.8 * std::exp (-since / 80.0) * std::cos (since * 0.4274);
+                return since < 0.0 || since > 400.0
+                           ? 0.0
+                           : 0.8 * std::exp (-since / 80.0) * std::cos (since * 0.4274);
             });
         decks.setTempo (tempo);
         decks.deck().keyLock = static_cast<int8_t> (keyLock);
@@ -146,7 +149,8 @@ TEST (Loop, ComesRoundInTimeThroughTheStretcherForHundredsOfTurns)
         ASSERT_NEAR (static_cast<double> (onsets.size()), turns, 2.0);
         EXPECT_NEAR (onsets[0], (start + 1500.0 - loopStart) / tempo, millisecond);
         for (size_t i = 0; i < onsets.size(); ++i)
-            ASSERT_NEAR (onsets[i], onsets[0] + static_cast<double> (i) * round / tempo, 0.1 * millisecond) << i;
+            ASSERT_NEAR (onsets[i], onsets[0] + static_cast<double> (i) * round / tempo, 0.1 * millisecond)
+                << i;
     }
 }
 
@@ -175,14 +179,32 @@ TEST (Loop, IsSwitchedSizedAndMovedFromWhatIsHeard)
         auto mayMove = false;
         switch (random() % 8)
         {
-            case 0: decks.loops.toggleLoop (0); break;
-            case 1: mayMove = deck.rollingLoop != 0; decks.loops.toggleLeap (0); break;
-            case 2: decks.loops.changeSize (0, -1); break;
-            case 3: decks.loops.changeSize (0, 1); break;
-            case 4: mayMove = true; decks.loops.moveLoop (0, random() % 2 == 0 ? 1 : -1); break;
-            case 5: deck.loopMoveSize = static_cast<int8_t> (random() % 9); break;
-            case 6: decks.grids.halveTempo (0); break;
-            default: decks.grids.doubleTempo (0); break;
+        case 0:
+            decks.loops.toggleLoop (0);
+            break;
+        case 1:
+            mayMove = deck.rollingLoop != 0;
+            decks.loops.toggleLeap (0);
+            break;
+        case 2:
+            decks.loops.changeSize (0, -1);
+            break;
+        case 3:
+            decks.loops.changeSize (0, 1);
+            break;
+        case 4:
+            mayMove = true;
+            decks.loops.moveLoop (0, random() % 2 == 0 ? 1 : -1);
+            break;
+        case 5:
+            deck.loopMoveSize = static_cast<int8_t> (random() % 9);
+            break;
+        case 6:
+            decks.grids.halveTempo (0);
+            break;
+        default:
+            decks.grids.doubleTempo (0);
+            break;
         }
         if (!mayMove)
         {
@@ -200,7 +222,8 @@ TEST (Loop, IsSwitchedSizedAndMovedFromWhatIsHeard)
 
     // Against the sine that fits its first half second.
     double in = 0.0, quadrature = 0.0;
-    const auto angle = [&] (size_t i) { return static_cast<double> (i) * frequency * 2.0 * M_PI / DeckFixture::rate; };
+    const auto angle = [&] (size_t i)
+    { return static_cast<double> (i) * frequency * 2.0 * M_PI / DeckFixture::rate; };
     for (size_t i = 0; i < 22'050; ++i)
     {
         in += heard[i] * std::sin (angle (i)) / 11'025.0;
@@ -208,7 +231,8 @@ TEST (Loop, IsSwitchedSizedAndMovedFromWhatIsHeard)
     }
     double worst = 0.0;
     for (size_t i = 0; i < heard.size(); ++i)
-        worst = std::max (worst, std::abs (heard[i] - in * std::sin (angle (i)) - quadrature * std::cos (angle (i))));
+        worst = std::max (
+            worst, std::abs (heard[i] - in * std::sin (angle (i)) - quadrature * std::cos (angle (i))));
     EXPECT_NEAR (std::hypot (in, quadrature), amplitude, 0.01);
     EXPECT_LT (worst, 0.1 * amplitude); // 1 ms would be 4 radians
 }
@@ -227,16 +251,25 @@ TEST (Loop, WhatIsPressedActsOnThePlaceThatIsHeard)
     static constexpr double start = 441'000.0, beat = 22'050.0;
     const auto straightOn = [] (double straight) { return straight; };
     const Case cases[] {
-        { "off just before the end", 5, start + beat - 30.0, 0.5, [] (LoopDeck& d) { d.loops.toggleLoop (0); }, straightOn },
-        { "off 0.12 s before the end", 5, start + beat - 5500.0, 0.5, [] (LoopDeck& d) { d.loops.toggleLoop (0); }, straightOn },
-        { "off by Loop Out", 5, start + beat - 300.0, 0.5, [] (LoopDeck& d) { d.loops.loopOut (0); }, straightOn },
+        { "off just before the end", 5, start + beat - 30.0, 0.5,
+          [] (LoopDeck& d) { d.loops.toggleLoop (0); }, straightOn },
+        { "off 0.12 s before the end", 5, start + beat - 5500.0, 0.5,
+          [] (LoopDeck& d) { d.loops.toggleLoop (0); }, straightOn },
+        { "off by Loop Out", 5, start + beat - 300.0, 0.5, [] (LoopDeck& d) { d.loops.loopOut (0); },
+          straightOn },
         { "doubled", 5, start + beat - 300.0, 0.7, [] (LoopDeck& d) { d.loops.changeSize (0, 1); },
           [] (double straight) { return start + std::fmod (straight - start, 2.0 * beat); } },
-        { "halved in its second half", 5, start + 15'000.0, 0.7, [] (LoopDeck& d) { d.loops.changeSize (0, -1); },
+        { "halved in its second half", 5, start + 15'000.0, 0.7,
+          [] (LoopDeck& d) { d.loops.changeSize (0, -1); },
           [] (double straight) { return start + std::fmod (straight - start, 0.5 * beat); } },
         { "moved on", 5, start + beat - 300.0, 0.7, [] (LoopDeck& d) { d.loops.moveLoop (0, 1); },
           [] (double straight) { return start + beat + std::fmod (straight - start, beat); } },
-        { "cut to 1/32", 5, start + 3000.0, 0.3, [] (LoopDeck& d) { for (int i = 0; i < 5; ++i) d.loops.changeSize (0, -1); },
+        { "cut to 1/32", 5, start + 3000.0, 0.3,
+          [] (LoopDeck& d)
+          {
+              for (int i = 0; i < 5; ++i)
+                  d.loops.changeSize (0, -1);
+          },
           [] (double straight) { return start + std::fmod (straight - start, beat / 32.0); } },
         { "out of a leap", 2, start + 2000.0, 0.4,
           [] (LoopDeck& d)
@@ -478,30 +511,78 @@ TEST (Loop, TenThousandRandomCommandsLeaveADeckInOrder)
         decks.now += random() % 900;
         switch (random() % 24)
         {
-            case 0: decks.loops.toggleLoop (0); break;
-            case 1: decks.loops.toggleLeap (0); break;
-            case 2: decks.loops.changeSize (0, chance() ? 1 : -1); break;
-            case 3: decks.loops.changeMoveSize (0, chance() ? 1 : -1); break;
-            case 4: decks.loops.moveLoop (0, chance() ? 1 : -1); break;
-            case 5: decks.loops.loopIn (0); break;
-            case 6: decks.loops.loopOut (0); break;
-            case 7: decks.loops.reloop (0); break;
-            case 8: decks.loops.toggleStartPoint (0); break;
-            case 9: decks.grids.setDownbeat (0); break;
-            case 10: chance() ? decks.grids.halveTempo (0) : decks.grids.doubleTempo (0); break;
-            case 11: decks.grids.moveGrid (0, chance() ? 1 : -1); break;
-            case 12: decks.grids.toggleGridMode (0); break;
-            case 13: decks.grids.setTempo (0, random() % 400); break;
-            case 14: decks.grids.tapTempo (0); break;
-            case 15: chance() ? decks.grids.undo (0) : decks.grids.redo (0); break;
-            case 16: decks.transport.jumpToCue (0, static_cast<int> (random() % 16)); break;
-            case 17: decks.transport.deleteCue (0, static_cast<int> (random() % 16)); break;
-            case 18: decks.transport.cue (0, chance()); break;
-            case 19: decks.transport.seekNormalised (0, (random() % 1200) / 1000.0 - 0.1); break;
-            case 20: decks.settings.deckSetup[0].snap = chance(); break;
-            case 21: decks.setTempo (0.7 + (random() % 700) / 1000.0); break;
-            case 22: decks.transport.setReverse (0, random() % 3 == 0); break;
-            default: decks.settings.bypassStretcher = random() % 4 == 0; break;
+        case 0:
+            decks.loops.toggleLoop (0);
+            break;
+        case 1:
+            decks.loops.toggleLeap (0);
+            break;
+        case 2:
+            decks.loops.changeSize (0, chance() ? 1 : -1);
+            break;
+        case 3:
+            decks.loops.changeMoveSize (0, chance() ? 1 : -1);
+            break;
+        case 4:
+            decks.loops.moveLoop (0, chance() ? 1 : -1);
+            break;
+        case 5:
+            decks.loops.loopIn (0);
+            break;
+        case 6:
+            decks.loops.loopOut (0);
+            break;
+        case 7:
+            decks.loops.reloop (0);
+            break;
+        case 8:
+            decks.loops.toggleStartPoint (0);
+            break;
+        case 9:
+            decks.grids.setDownbeat (0);
+            break;
+        case 10:
+            chance() ? decks.grids.halveTempo (0) : decks.grids.doubleTempo (0);
+            break;
+        case 11:
+            decks.grids.moveGrid (0, chance() ? 1 : -1);
+            break;
+        case 12:
+            decks.grids.toggleGridMode (0);
+            break;
+        case 13:
+            decks.grids.setTempo (0, random() % 400);
+            break;
+        case 14:
+            decks.grids.tapTempo (0);
+            break;
+        case 15:
+            chance() ? decks.grids.undo (0) : decks.grids.redo (0);
+            break;
+        case 16:
+            decks.transport.jumpToCue (0, static_cast<int> (random() % 16));
+            break;
+        case 17:
+            decks.transport.deleteCue (0, static_cast<int> (random() % 16));
+            break;
+        case 18:
+            decks.transport.cue (0, chance());
+            break;
+        case 19:
+            decks.transport.seekNormalised (0, (random() % 1200) / 1000.0 - 0.1);
+            break;
+        case 20:
+            decks.settings.deckSetup[0].snap = chance();
+            break;
+        case 21:
+            decks.setTempo (0.7 + (random() % 700) / 1000.0);
+            break;
+        case 22:
+            decks.transport.setReverse (0, random() % 3 == 0);
+            break;
+        default:
+            decks.settings.bypassStretcher = random() % 4 == 0;
+            break;
         }
         if (deck.playState == 0 && random() % 3 == 0)
             decks.transport.playPause (0);
@@ -509,9 +590,9 @@ TEST (Loop, TenThousandRandomCommandsLeaveADeckInOrder)
             continue; // commands also fall on one another
         const auto out = decks.render (static_cast<int> (1 + random() % 1500), 0, 100);
         ASSERT_LT (Signals::peak (out.left), 1.8) << i;
-        for (const double place : { deck.position.get(), deck.heardPosition(), deck.loopStart.get(),
-                                    deck.loopIn.get(), deck.loopOut.get(), deck.startPoint.get(),
-                                    static_cast<double> (deck.downbeatPosition) })
+        for (const double place :
+             { deck.position.get(), deck.heardPosition(), deck.loopStart.get(), deck.loopIn.get(),
+               deck.loopOut.get(), deck.startPoint.get(), static_cast<double> (deck.downbeatPosition) })
             ASSERT_TRUE (place >= 0.0 && place <= trackFrames) << i << " " << place;
         for (const double cue : deck.cues)
             ASSERT_TRUE (cue == emptyCue || (cue >= 0.0 && cue <= trackFrames)) << i;
