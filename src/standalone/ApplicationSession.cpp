@@ -1,5 +1,7 @@
 #include "standalone/ApplicationSession.h"
 
+#include "demo/DemoTracks.h"
+
 ApplicationSession::ApplicationSession (const Folders& folders, const juce::Array<juce::File>& tracks)
     : engine (makeWorld (folders)),
       audio (engine, folders.setup().getChildFile ("audio_device.xml")),
@@ -62,11 +64,23 @@ void ApplicationSession::offerDemoTracks()
     const juce::File folder (engine.settings.audioFolder.get());
     if (!engine.isFirstRun || !ApplicationDemoTracks::isWanted (folder))
         return;
-    editor->setStatus ("Writing demo tracks into the audio folder...");
+    editor->setStatus ("Writing demo tracks...");
     demoTracks = std::make_unique<ApplicationDemoTracks> (folder,
                                                           [this] (const juce::String& sentence)
                                                           {
                                                               if (editor != nullptr)
                                                                   editor->setStatus (sentence);
+                                                              loadDemoTracks();
                                                           });
+}
+
+void ApplicationSession::loadDemoTracks()
+{
+    const juce::File folder (engine.settings.audioFolder.get());
+    for (int deck = 0; deck < 2; ++deck)
+    {
+        const auto track = folder.getChildFile (::demoTracks()[static_cast<size_t> (deck)].fileName);
+        if (track.existsAsFile() && engine.decks.deck (deck)->loadedFrames == 0)
+            engine.loadTrack (track, deck);
+    }
 }

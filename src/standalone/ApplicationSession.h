@@ -23,6 +23,9 @@ private:
     bool isPerforming() const;
     void offerDemoTracks();
 
+    /** The first two onto decks A and B, as far as these are empty. */
+    void loadDemoTracks();
+
     const juce::SharedResourcePointer<DefaultLook> look; ///< also of the windows that aren't the editor's
     const std::shared_ptr<Prompts> prompts = std::make_shared<ApplicationPrompts>();
     CPlatterdex engine;

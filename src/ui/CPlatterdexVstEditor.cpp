@@ -187,14 +187,15 @@ void CPlatterdexVstEditor::limitSize()
 
 void CPlatterdexVstEditor::setScale (int percent)
 {
-    const auto before = scale.percent();
+    const auto before = scale.percent(), width = getWidth(), height = getHeight();
     scale.set (percent);
     limitSize();
-    auto wanted = juce::Point<int> (scaled (getWidth(), 100 * scale.percent() / before),
-                                    scaled (getHeight(), 100 * scale.percent() / before));
+    auto wanted =
+        juce::Point<int> (juce::roundToInt (width * scale.percent() / static_cast<double> (before)),
+                          juce::roundToInt (height * scale.percent() / static_cast<double> (before)));
     if (const auto* display =
             juce::Desktop::getInstance().getDisplays().getDisplayForRect (getScreenBounds());
-        display != nullptr && isOnDesktop())
+        display != nullptr && isShowing())
         wanted = { std::min (wanted.x, display->userArea.getWidth()),
                    std::min (wanted.y, display->userArea.getHeight()) };
     if (isFullScreen() || (wanted.x == getWidth() && wanted.y == getHeight()))

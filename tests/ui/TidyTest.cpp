@@ -31,9 +31,25 @@ bool mayOverlap (const juce::Component& one, const juce::Component& other)
                    || is (static_cast<GhostMixerComponent*> (nullptr))));
 }
 
+/** Every tab stands beside the others; what the toolkit puts behind the front one does not count. */
+void expectTabsTidy (juce::Component& bar)
+{
+    int right = 0;
+    auto& tabs = dynamic_cast<juce::TabbedButtonBar&> (bar);
+    for (int i = 0; i < tabs.getNumTabs(); ++i)
+    {
+        const auto* tab = tabs.getTabButton (i);
+        EXPECT_TRUE (tab->isVisible() && tab->getX() >= right && tab->getRight() <= bar.getWidth())
+            << nameOf (*tab);
+        right = tab->getRight();
+    }
+}
+
 /** No visible child lies outside its parent or over one of its siblings, and a hand can hit every control. */
 void expectTidy (juce::Component& parent)
 {
+    if (dynamic_cast<juce::TabbedButtonBar*> (&parent) != nullptr)
+        return expectTabsTidy (parent);
     for (auto* child : parent.getChildren())
     {
         if (!child->isVisible())

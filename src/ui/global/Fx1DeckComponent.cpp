@@ -15,8 +15,8 @@ constexpr ControlSpec table[] {
     { Kind::text, "_fxHighButton",   "FX_HIGH_BAND_GROUP_", "H",       {  32, 8, 24, 24 }, "The effects hear the high band" },
     { Kind::text, "_fxMidButton",    "FX_MID_BAND_GROUP_",  "M",       {  60, 8, 24, 24 }, "The effects hear the mid band" },
     { Kind::text, "_fxLowButton",    "FX_LOW_BAND_GROUP_",  "L",       {  88, 8, 24, 24 }, "The effects hear the low band" },
-    { Kind::knob, "_fxFilterSlider", "FILTER_",             "FILTER",  { 132, 0, 28, 40 }, "Filter: low-pass to the left, high-pass to the right", Lit::plain, "", true },
-    { Kind::knob, "_fxDryWetSlider", "FX_DRY_WET_GROUP_",   "DRY/WET", { 180, 0, 28, 40 }, "Dry to wet" },
+    { Kind::knob, "_fxFilterSlider", "FILTER_",             "FILTER",  { 124, 0, 28, 40 }, "Filter: low-pass to the left, high-pass to the right", Lit::plain, "", true },
+    { Kind::knob, "_fxDryWetSlider", "FX_DRY_WET_GROUP_",   "DRY/WET", { 172, 0, 28, 40 }, "Dry to wet" },
 };
 // clang-format on
 

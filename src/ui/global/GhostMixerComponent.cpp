@@ -11,7 +11,7 @@ using Kind = ControlSpec::Kind;
 using Lit = ControlSpec::Lit;
 
 constexpr int gap = 4, badgeSize = 20, knobWidth = 28, knobHeight = 40;
-constexpr int pflWidth = 24, buttonHeight = 24, leastFader = 56, mostFader = 160;
+constexpr int pflWidth = 24, buttonHeight = 24, leastFader = 50, knobGap = 2, mostFader = 160;
 
 // clang-format off
 constexpr ControlSpec knobTable[] {
@@ -48,7 +48,7 @@ void GhostChannel::resized()
     pfl->setBounds (centred (area.removeFromRight (pflWidth), buttonHeight));
     area.removeFromRight (gap);
 
-    const auto each = knobWidth + gap;
+    const auto each = knobWidth + knobGap;
     const auto room =
         juce::jlimit (0, static_cast<int> (knobs.size()), (area.getWidth() - leastFader - gap) / each);
     const auto faderWidth = juce::jlimit (0, mostFader, area.getWidth() - room * each - gap);
@@ -63,7 +63,7 @@ void GhostChannel::resized()
         if (!shown)
             continue;
         auto place = area.removeFromLeft (knobWidth).withTrimmedTop (1);
-        area.removeFromLeft (gap);
+        area.removeFromLeft (knobGap);
         knobs[i]->setBounds (place.removeFromTop (knobWidth));
         addLabel (knobTable[i].face, place.removeFromTop (12).expanded (2, 0));
     }
