@@ -33,8 +33,8 @@ std::vector<juce::GlyphArrangement> makePage (const juce::Font& font)
     std::vector<juce::GlyphArrangement> page (500);
     for (int i = 0; i < 500; ++i)
     {
-        const auto text = juce::String (100 + i) + "  Midnight Express (Extended Mix)  "
-                          + juce::String (120 + i % 16) + ".25";
+        const auto text = juce::String (100 + i) + "  Midnight Express (Extended Mix)  " + juce::String (120 + i % 16)
+                          + ".25";
         page[static_cast<size_t> (i)].addLineOfText (font, text, static_cast<float> (10 + 290 * (i % 4)),
                                                      static_cast<float> (15 + 7 * (i / 4)));
     }
@@ -43,8 +43,7 @@ std::vector<juce::GlyphArrangement> makePage (const juce::Font& font)
 
 double pageCost (const std::vector<juce::GlyphArrangement>& page, float scale, MakeContext make)
 {
-    juce::Image image (juce::Image::RGB, juce::roundToInt (width * scale), juce::roundToInt (height * scale),
-                       true);
+    juce::Image image (juce::Image::RGB, juce::roundToInt (width * scale), juce::roundToInt (height * scale), true);
     Timing::Durations durations (30);
     for (int run = 0; run < 30; ++run)
     {
@@ -62,8 +61,7 @@ double pageCost (const std::vector<juce::GlyphArrangement>& page, float scale, M
 
 int writeSample (const juce::File& file, float scale, GlyphBlend::Pixels pixels)
 {
-    juce::Image image (juce::Image::RGB, juce::roundToInt (420 * scale), juce::roundToInt (150 * scale),
-                       true);
+    juce::Image image (juce::Image::RGB, juce::roundToInt (420 * scale), juce::roundToInt (150 * scale), true);
     const auto context = createTextContext (image, {}, image.getBounds(), pixels);
     juce::Graphics g (*context);
     g.fillAll (juce::Colour (0xff16181a));
@@ -73,11 +71,9 @@ int writeSample (const juce::File& file, float scale, GlyphBlend::Pixels pixels)
     {
         const auto capitals = juce::approximatelyEqual (size, 11.0f);
         g.setColour (juce::Colour (capitals ? 0xffa0a1a3 : 0xffe4e6e8));
-        g.setFont (
-            juce::Font (fontName, size, juce::Font::plain).withExtraKerningFactor (capitals ? 0.04f : 0.0f));
-        for (const auto* text :
-             { "GAIN HIGH MID LOW FILTER CUE SYNC KEY LOOP WAVE j",
-               "Illicit Waltz 128.00 -01:23.4 \xc3\x84pfel \xe2\x99\xab \xf0\x9d\x9f\xa6 \xe3\x82\xab" })
+        g.setFont (juce::Font (fontName, size, juce::Font::plain).withExtraKerningFactor (capitals ? 0.04f : 0.0f));
+        for (const auto* text : { "GAIN HIGH MID LOW FILTER CUE SYNC KEY LOOP WAVE j",
+                                  "Illicit Waltz 128.00 -01:23.4 \xc3\x84pfel \xe2\x99\xab \xf0\x9d\x9f\xa6 \xe3\x82\xab" })
         {
             g.drawSingleLineText (juce::String::fromUTF8 (text), 8, juce::roundToInt (y + 0.8f * size));
             y += size + 3.0f;

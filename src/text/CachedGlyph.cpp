@@ -9,7 +9,7 @@
 
 namespace
 {
-constexpr int leadPixels = 2; ///< empty columns that the filter reads into
+constexpr int leadPixels = 2;                               ///< empty columns that the filter reads into
 constexpr int leadSamples = leadPixels * CachedGlyph::stripes;
 
 /** Spreads the light of a sample over its neighbours, so that an edge has no colour of its own: the sum over any three
