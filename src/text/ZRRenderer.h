@@ -23,8 +23,7 @@ private:
     bool bindFace();
     void drawClipped (const CachedGlyph&, int phase, juce::Point<int> origin);
 
-    using ClipRegions =
-        juce::RenderingHelpers::ClipRegions<juce::RenderingHelpers::SoftwareRendererSavedState>;
+    using ClipRegions = juce::RenderingHelpers::ClipRegions<juce::RenderingHelpers::SoftwareRendererSavedState>;
 
     const GlyphBlend::Pixels pixels;
 

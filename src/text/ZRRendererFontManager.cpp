@@ -19,8 +19,7 @@ bool ZRRendererFontManager::addFont (const juce::String& name, const void* data,
     return true;
 }
 
-std::optional<ZRRendererFontManager::FontFile>
-ZRRendererFontManager::findFont (const juce::String& name) const
+std::optional<ZRRendererFontManager::FontFile> ZRRendererFontManager::findFont (const juce::String& name) const
 {
     const juce::ScopedLock hold (lock);
     for (const auto& font : fonts)

@@ -15,6 +15,39 @@ enum MenuItem : int
 };
 }
 
+/** The field for a typed value. It goes with any press outside, since nothing here would take the keyboard from it. */
+class PXSlider::ValueEntry : public juce::TextEditor
+{
+public:
+    ValueEntry()
+    {
+        setComponentID ("_valueEntry");
+        setJustification (juce::Justification::centred);
+        onEscapeKey = onFocusLost = [this] { setVisible (false); };
+        juce::Desktop::getInstance().addGlobalMouseListener (&presses);
+    }
+
+    ~ValueEntry() override { juce::Desktop::getInstance().removeGlobalMouseListener (&presses); }
+
+private:
+    class Presses : public juce::MouseListener
+    {
+    public:
+        explicit Presses (ValueEntry& e) : entry (e) {}
+
+        void mouseDown (const juce::MouseEvent& event) override
+        {
+            if (event.eventComponent != &entry && !entry.isParentOf (event.eventComponent))
+                entry.setVisible (false);
+        }
+
+    private:
+        ValueEntry& entry;
+    };
+
+    Presses presses { *this };
+};
+
 PXSlider::PXSlider (const juce::String& name, SliderStyle style) : Slider (style, NoTextBox)
 {
     setName (name);
@@ -173,14 +206,12 @@ void PXSlider::enterValue()
     const auto place = window->getLocalArea (this, getLocalBounds())
                            .withSizeKeepingCentre (entryWidth, entryHeight)
                            .constrainedWithin (window->getLocalBounds());
-    entry = std::make_unique<juce::TextEditor> ("_valueEntry");
-    entry->setComponentID ("_valueEntry");
-    entry->setJustification (juce::Justification::centred);
+    entry = std::make_unique<ValueEntry>();
     entry->setBounds (place);
-    entry->setText (getTextFromValue (getValue()), false);
+    entry->setText (isTypedAsShare ({}) ? juce::String (100.0 * proportion(), 1) + "%"
+                                        : getTextFromValue (getValue()),
+                    false);
     entry->onReturnKey = [this] { takeEntry(); };
-    entry->onEscapeKey = [this] { entry->setVisible (false); };
-    entry->onFocusLost = [this] { entry->setVisible (false); };
     window->addAndMakeVisible (*entry);
     entry->selectAll();
     entry->grabKeyboardFocus();
@@ -196,9 +227,15 @@ void PXSlider::takeEntry()
     setValue (getValueFromText (text), juce::sendNotificationSync);
 }
 
-double PXSlider::getValueFromText (const juce::String& text)
+bool PXSlider::isTypedAsShare (const juce::String& text) const
 {
-    if (valueFromTextFunction == nullptr && text.trimEnd().endsWithChar ('%'))
+    return valueFromTextFunction == nullptr && (command().isBound() || text.trimEnd().endsWithChar ('%'));
+}
+
+double PXSlider::getValueFromText (const juce::String& typed)
+{
+    const auto text = typed.replaceCharacter (',', '.');
+    if (isTypedAsShare (text))
         return proportionOfLengthToValue (juce::jlimit (0.0, 1.0, 0.01 * text.getDoubleValue()));
     return Slider::getValueFromText (text);
 }

@@ -23,7 +23,8 @@ public:
     void setDefault (double value) { setDoubleClickReturnValue (true, value); }
     void resetToDefault();
 
-    /** Lets the user type a value into a small field over the slider. */
+    /** Lets the user type a value into a small field over the slider. Return takes it; escape, or a click anywhere
+        else, puts the field away. */
     void enterValue();
 
     /** Adds to the right button's menu; ids from 100 on. */
@@ -44,7 +45,8 @@ public:
     void mouseDoubleClick (const juce::MouseEvent&) override;
     void mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails&) override;
 
-    /** Takes what the user types: a number in the slider's own terms, or a share of its range with "%". */
+    /** Takes what the user types: a share of the range with "%"; without it a number of the slider's range, or for a
+        command, whose words are no numbers, a share as well. valueFromTextFunction comes before both. */
     double getValueFromText (const juce::String&) override;
 
 protected:
@@ -65,6 +67,7 @@ protected:
     double proportion() const;
 
 private:
+    class ValueEntry;
     class Moment : public juce::Timer
     {
     public:
@@ -78,9 +81,10 @@ private:
     void moveTo (double newProportion);
     void showMenu();
     void takeEntry();
+    bool isTypedAsShare (const juce::String&) const;
 
     std::unique_ptr<ScopedDragNotification> dragging;
-    std::unique_ptr<juce::TextEditor> entry;
+    std::unique_ptr<ValueEntry> entry;
     Moment wheelMoment { *this };
     juce::Point<float> lastDrag;
     double dragProportion = 0.0;

@@ -217,7 +217,7 @@ TEST (PXSlider, TakesTypedValues)
         double expected;
     };
     for (const auto& c :
-         { Case { "3.5", 3.5 }, Case { "-2 st", -2.0 }, Case { "75%", 6.0 }, Case { "900 %", 12.0 },
+         { Case { "3,5", 3.5 }, Case { "-2 st", -2.0 }, Case { "75%", 6.0 }, Case { "900 %", 12.0 },
            Case { "-99", -12.0 }, Case { "none", 1.0 }, Case { "", 1.0 } })
     {
         knob.setValue (1.0);
@@ -230,6 +230,18 @@ TEST (PXSlider, TakesTypedValues)
         EXPECT_NEAR (knob.getValue(), c.expected, 1.0e-9) << c.text;
         EXPECT_FALSE (field->isVisible());
     }
+
+    UiBench bench;
+    knob.setRange (0.0, 1.0);
+    knob.bind (bench.engine, command ("GAIN_A"));
+    knob.enterValue();
+    auto* field = dynamic_cast<juce::TextEditor*> (window.findChildWithID ("_valueEntry"));
+    ASSERT_NE (field, nullptr);
+    EXPECT_EQ (field->getText(), "50.0%");
+    field->setText ("75", false);
+    field->onReturnKey();
+    EXPECT_EQ (bench.engine.getParameter (knob.commandNumber()), 0.75f)
+        << "a command's value is typed in percent";
 }
 
 TEST (PXFxSlider, SaysWhatTheSlotsEffectSays)
