@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
 
 /** The pictures that the interface is drawn from, and its typeface. Message thread. */
