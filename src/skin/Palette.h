@@ -2,7 +2,9 @@
 
 #include <juce_graphics/juce_graphics.h>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 /** Every colour of the desk. What is seen takes its colours from here, the pictures of the skin as well. */
 namespace palette

@@ -60,6 +60,19 @@ void alongPieces (int target, int frame, int end, Each&& each)
     each (0, 0, end);
     each (target - end, frame - end, end);
 }
+
+/** Draws pieces that overlap: what is seen through is put together first. */
+template <typename Draw>
+void inOneLayer (juce::Graphics& g, juce::Rectangle<int> area, float alpha, Draw&& draw)
+{
+    if (alpha >= 1)
+        return draw();
+    const juce::Graphics::ScopedSaveState state (g);
+    g.reduceClipRegion (area);
+    g.beginTransparencyLayer (alpha);
+    draw();
+    g.endTransparencyLayer();
+}
 }
 
 namespace skin
@@ -96,33 +109,35 @@ void Strip::drawPart (juce::Graphics& g, juce::Point<int> at, juce::Rectangle<in
 void Strip::drawWide (juce::Graphics& g, juce::Rectangle<int> target, int frame, int end, float alpha) const
 {
     const int y = target.getCentreY() - height / 2;
-    alongPieces (target.getWidth(), width, end,
-                 [&] (int to, int from, int length) {
-                     drawPart (g, { target.getX() + to, y }, { from, 0, length, height }, frame, alpha);
-                 });
+    auto piece = [&] (int to, int from, int length) {
+        drawPart (g, { target.getX() + to, y }, { from, 0, length, height }, frame);
+    };
+    inOneLayer (g, target.withY (y).withHeight (height), alpha,
+                [&] { alongPieces (target.getWidth(), width, end, piece); });
 }
 
 void Strip::drawTall (juce::Graphics& g, juce::Rectangle<int> target, int frame, int end, float alpha) const
 {
     const int x = target.getCentreX() - width / 2;
-    alongPieces (target.getHeight(), height, end,
-                 [&] (int to, int from, int length) {
-                     drawPart (g, { x, target.getY() + to }, { 0, from, width, length }, frame, alpha);
-                 });
+    auto piece = [&] (int to, int from, int length) {
+        drawPart (g, { x, target.getY() + to }, { 0, from, width, length }, frame);
+    };
+    inOneLayer (g, target.withX (x).withWidth (width), alpha,
+                [&] { alongPieces (target.getHeight(), height, end, piece); });
 }
 
 void Strip::drawArea (juce::Graphics& g, juce::Rectangle<int> target, int frame, int corner,
                       float alpha) const
 {
-    alongPieces (target.getHeight(), height, corner,
-                 [&] (int toY, int fromY, int high)
-                 {
-                     alongPieces (target.getWidth(), width, corner,
-                                  [&] (int toX, int fromX, int wide) {
-                                      drawPart (g, target.getPosition().translated (toX, toY),
-                                                { fromX, fromY, wide, high }, frame, alpha);
-                                  });
-                 });
+    auto shelf = [&] (int toY, int fromY, int high)
+    {
+        alongPieces (
+            target.getWidth(), width, corner,
+            [&] (int toX, int fromX, int wide) {
+                drawPart (g, target.getPosition().translated (toX, toY), { fromX, fromY, wide, high }, frame);
+            });
+    };
+    inOneLayer (g, target, alpha, [&] { alongPieces (target.getHeight(), height, corner, shelf); });
 }
 
 Strip strip (std::string_view name, float scale)

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
 
 /** The pictures that the interface is drawn from, and its typeface. Message thread. */
@@ -26,6 +27,7 @@ struct Strip
     juce::Rectangle<int> pixels (int frame) const { return pixels (frame, { width, height }); }
 
     /** Draws a frame in the middle of the target. Where the graphics has the strip's own scale this copies pixels.
+        All that draw leave the graphics with the opacity of alpha, and nothing else changed.
         @param frame   is held between the first and the last
         @param alpha   0 to 1; palette::disabledAlpha for what is disabled */
     void draw (juce::Graphics&, juce::Rectangle<int> target, int frame, float alpha = 1) const;

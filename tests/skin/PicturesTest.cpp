@@ -193,6 +193,21 @@ TEST (SkinStrip, PiecesFillAnyTargetWithoutSeams)
         }
 }
 
+TEST (SkinStrip, WhatIsSeenThroughShowsNoPieces)
+{
+    for (const float scale : skin::scales)
+    {
+        juce::Image canvas (juce::Image::ARGB, 500, 100, true, juce::SoftwareImageType());
+        juce::Graphics g (canvas);
+        g.addTransform (juce::AffineTransform::scale (scale));
+        skin::strip ("button_24", g)
+            .drawWide (g, { 3, 4, 200, 24 }, skin::normalOn, 8, palette::disabledAlpha);
+        for (int x = skin::scaled (3, scale); x < skin::scaled (203, scale); ++x)
+            EXPECT_NEAR (canvas.getPixelAt (x, skin::scaled (16, scale)).getAlpha(), 102, 1)
+                << scale << " " << x;
+    }
+}
+
 TEST (SkinPalette, TextStandsOutOnItsGround)
 {
     using namespace palette;

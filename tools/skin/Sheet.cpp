@@ -12,19 +12,18 @@ constexpr int knobsShown = 9; ///< of a film strip, from first to last
 /** The frames of a strip that the sheet shows. */
 std::vector<int> shownFrames (const skin::Row& row)
 {
-    std::vector<int> frames;
     const int shown = row.frames > 16 ? knobsShown : row.frames;
-    for (int index = 0; index < shown; ++index)
-        frames.push_back (shown == 1 ? 0 : index * (row.frames - 1) / (shown - 1));
+    std::vector<int> frames (static_cast<size_t> (shown));
+    for (int index = 1; index < shown; ++index)
+        frames[static_cast<size_t> (index)] = index * (row.frames - 1) / (shown - 1);
     return frames;
 }
 
 /** The strips as the sheet shows them: from low ones to high ones, so that its shelves are full. */
 std::vector<const skin::Row*> sorted()
 {
-    std::vector<const skin::Row*> rows;
-    for (const auto& row : skin::table)
-        rows.push_back (&row);
+    std::vector<const skin::Row*> rows (skin::table.size());
+    std::ranges::transform (skin::table, rows.begin(), [] (const skin::Row& row) { return &row; });
     std::ranges::stable_sort (rows, {}, &skin::Row::height);
     return rows;
 }

@@ -20,7 +20,8 @@ void paintDeckStrip (const Pen& pen, const skin::Row&, int)
     const float left = hair, wide = pen.width - 2 * hair;
     pen.fill (palette::raised, { left, 4, wide, head - 4 });
     pen.fill (palette::raised, { 4, hair, pen.width - 8, 4 - hair });
-    pen.fill (palette::edgeDark, { 0, head, pen.width, foot - head });
+    pen.fill (palette::ground, { 0, head, pen.width, foot - head });
+    pen.fill (palette::edgeDark, { 0, head, pen.width, hair });
     pen.fill (palette::edgeLight, { 0, foot, pen.width, hair });
 }
 
