@@ -13,7 +13,7 @@ public:
     const juce::Image& image (size_t row, size_t scaleIndex)
     {
         auto& decoded = images[row * skin::scales.size() + scaleIndex];
-        if (! decoded.isValid())
+        if (!decoded.isValid())
         {
             const auto png = skin::pngOf (row, scaleIndex);
             decoded = juce::ImageFileFormat::loadFrom (png.data(), png.size());
@@ -68,7 +68,8 @@ juce::Rectangle<int> Strip::pixels (int frame, juce::Rectangle<int> part) const
 {
     const int left = scaled (part.getX(), scale), top = scaled (part.getY(), scale);
     const int first = juce::jlimit (0, frames - 1, frame) * scaled (height, scale);
-    return { left, first + top, scaled (part.getRight(), scale) - left, scaled (part.getBottom(), scale) - top };
+    return { left, first + top, scaled (part.getRight(), scale) - left,
+             scaled (part.getBottom(), scale) - top };
 }
 
 void Strip::draw (juce::Graphics& g, juce::Rectangle<int> target, int frame, float alpha) const
@@ -80,7 +81,7 @@ void Strip::draw (juce::Graphics& g, juce::Rectangle<int> target, int frame, flo
 void Strip::drawPart (juce::Graphics& g, juce::Point<int> at, juce::Rectangle<int> part, int frame,
                       float alpha) const
 {
-    if (! isValid() || part.isEmpty())
+    if (!isValid() || part.isEmpty())
         return;
     // The renderer copies pixels if all that is left of the transform is a move, and it may round that move.
     const bool copies = std::abs (scaleOf (g) / scale - 1.0f) < sameScale;
@@ -96,16 +97,18 @@ void Strip::drawWide (juce::Graphics& g, juce::Rectangle<int> target, int frame,
 {
     const int y = target.getCentreY() - height / 2;
     alongPieces (target.getWidth(), width, end,
-                 [&] (int to, int from, int length)
-                 { drawPart (g, { target.getX() + to, y }, { from, 0, length, height }, frame, alpha); });
+                 [&] (int to, int from, int length) {
+                     drawPart (g, { target.getX() + to, y }, { from, 0, length, height }, frame, alpha);
+                 });
 }
 
 void Strip::drawTall (juce::Graphics& g, juce::Rectangle<int> target, int frame, int end, float alpha) const
 {
     const int x = target.getCentreX() - width / 2;
     alongPieces (target.getHeight(), height, end,
-                 [&] (int to, int from, int length)
-                 { drawPart (g, { x, target.getY() + to }, { 0, from, width, length }, frame, alpha); });
+                 [&] (int to, int from, int length) {
+                     drawPart (g, { x, target.getY() + to }, { 0, from, width, length }, frame, alpha);
+                 });
 }
 
 void Strip::drawArea (juce::Graphics& g, juce::Rectangle<int> target, int frame, int corner,
@@ -115,8 +118,7 @@ void Strip::drawArea (juce::Graphics& g, juce::Rectangle<int> target, int frame,
                  [&] (int toY, int fromY, int high)
                  {
                      alongPieces (target.getWidth(), width, corner,
-                                  [&] (int toX, int fromX, int wide)
-                                  {
+                                  [&] (int toX, int fromX, int wide) {
                                       drawPart (g, target.getPosition().translated (toX, toY),
                                                 { fromX, fromY, wide, high }, frame, alpha);
                                   });
@@ -143,7 +145,8 @@ float scaleOf (juce::Graphics& g)
 
 std::string deckName (std::string_view family, int deck)
 {
-    return std::string (family).append (hueSuffixes[static_cast<size_t> (Hue::deckA) + static_cast<size_t> (deck)]);
+    return std::string (family).append (
+        hueSuffixes[static_cast<size_t> (Hue::deckA) + static_cast<size_t> (deck)]);
 }
 
 juce::Typeface::Ptr typeface()

@@ -4,10 +4,10 @@
 // from the first, with the end of the last.
 extern "C"
 {
-extern const std::byte px_skin_files[];
-extern const std::uint32_t px_skin_places[];
-extern const std::byte px_skin_font[];
-extern const std::uint32_t px_skin_font_size;
+    extern const std::byte px_skin_files[];
+    extern const std::uint32_t px_skin_places[];
+    extern const std::byte px_skin_font[];
+    extern const std::uint32_t px_skin_font_size;
 }
 
 namespace skin

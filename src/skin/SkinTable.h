@@ -99,7 +99,7 @@ enum class Hue : std::uint8_t
 constexpr std::size_t hueCount = 8;
 
 /** What is added to a picture's name for its hue; the first hue of a family adds nothing. */
-constexpr std::array<std::string_view, hueCount> hueSuffixes { "_neutral", "_accent", "_a", "_b",
+constexpr std::array<std::string_view, hueCount> hueSuffixes { "_neutral", "_accent", "_a",    "_b",
                                                                "_c",       "_d",      "_lime", "_red" };
 
 /** The frames of a button, in the order of PXImageButton::setImages. Caps and window buttons have the first three. */
@@ -302,7 +302,7 @@ constexpr auto table = []
             auto& row = rows[next++];
             for (const char c : family.name)
                 row.text[row.length++] = c;
-            if (! first || decksOnly)
+            if (!first || decksOnly)
                 for (const char c : hueSuffixes[hue])
                     row.text[row.length++] = c;
             first = false;

@@ -27,7 +27,8 @@ double distance (const juce::Image& first, const juce::Image& second)
                 continue;
             auto seen = [] (juce::Colour colour) { return palette::panel.overlaidWith (colour); };
             const auto a = seen (one), b = seen (two);
-            sum += (std::abs (a.getFloatRed() - b.getFloatRed()) + std::abs (a.getFloatGreen() - b.getFloatGreen())
+            sum += (std::abs (a.getFloatRed() - b.getFloatRed())
+                    + std::abs (a.getFloatGreen() - b.getFloatGreen())
                     + std::abs (a.getFloatBlue() - b.getFloatBlue()))
                    / 3;
             ++count;
@@ -87,8 +88,9 @@ TEST (SkinPictures, StatesOfAControlDifferAtArmsLength)
     {
         using skin::Material;
         const bool hasStates = row.frames == skin::buttonFrames || row.material == Material::uprightCap
-                               || row.material == Material::levelCap || row.material == Material::windowButton;
-        if (! hasStates)
+                               || row.material == Material::levelCap
+                               || row.material == Material::windowButton;
+        if (!hasStates)
             continue;
         const auto strip = skin::strip (row.name(), 1);
         for (int one = 0; one < row.frames; ++one)
@@ -108,12 +110,13 @@ TEST (SkinPictures, AKnobsArcGrowsFromItsNeutralPointToFull)
     for (const auto& row : table)
     {
         const bool centred = row.material == skin::Material::centredKnob;
-        if ((row.material != skin::Material::knob && ! centred) || row.hue == skin::Hue::neutral)
+        if ((row.material != skin::Material::knob && !centred) || row.hue == skin::Hue::neutral)
             continue; // a neutral arc has its pointer's colour
         const auto strip = skin::strip (row.name(), 2);
-        const auto hue = row.hue == skin::Hue::accent
-                             ? palette::accent
-                             : palette::decks[static_cast<size_t> (row.hue) - static_cast<size_t> (skin::Hue::deckA)];
+        const auto hue =
+            row.hue == skin::Hue::accent
+                ? palette::accent
+                : palette::decks[static_cast<size_t> (row.hue) - static_cast<size_t> (skin::Hue::deckA)];
         std::vector<int> lit;
         for (int frame = 0; frame < row.frames; ++frame)
             lit.push_back (pixelsOf (frameOf (strip, frame), hue));
@@ -122,9 +125,11 @@ TEST (SkinPictures, AKnobsArcGrowsFromItsNeutralPointToFull)
         EXPECT_LE (lit[static_cast<size_t> (neutral)], full / 50) << row.name();
         EXPECT_GT (full, row.width * row.width / (centred ? 8 : 4)) << row.name();
         for (int frame = neutral; frame < last; ++frame)
-            EXPECT_GE (lit[static_cast<size_t> (frame + 1)], lit[static_cast<size_t> (frame)] - 3) << row.name() << frame;
+            EXPECT_GE (lit[static_cast<size_t> (frame + 1)], lit[static_cast<size_t> (frame)] - 3)
+                << row.name() << frame;
         for (int frame = 0; frame < neutral; ++frame)
-            EXPECT_LE (lit[static_cast<size_t> (frame + 1)], lit[static_cast<size_t> (frame)] + 3) << row.name() << frame;
+            EXPECT_LE (lit[static_cast<size_t> (frame + 1)], lit[static_cast<size_t> (frame)] + 3)
+                << row.name() << frame;
         if (centred)
         {
             EXPECT_NEAR (lit.front(), full, full / 20) << row.name();
@@ -144,14 +149,17 @@ TEST (SkinStrip, CopiesPixelsAtAMatchingScaleWhereverItStands)
             ASSERT_EQ (strip.scale, scale);
             strip.draw (g, { at.x, at.y, 40, 40 }, 60);
             const auto frame = frameOf (strip, 60);
-            const auto place = frame.getBounds().withPosition (skin::scaled (at.x, scale), skin::scaled (at.y, scale));
-            EXPECT_TRUE (samePixels (canvas.getClippedImage (place), frame)) << scale << " at " << at.toString();
+            const auto place =
+                frame.getBounds().withPosition (skin::scaled (at.x, scale), skin::scaled (at.y, scale));
+            EXPECT_TRUE (samePixels (canvas.getClippedImage (place), frame))
+                << scale << " at " << at.toString();
         }
 }
 
 TEST (SkinStrip, AnotherScaleTakesTheNextLargerSet)
 {
-    for (const auto& [asked, given] : { std::pair (0.5f, 1.0f), { 1.1f, 1.25f }, { 1.3f, 1.5f }, { 1.75f, 2.0f }, { 3.0f, 2.0f } })
+    for (const auto& [asked, given] :
+         { std::pair (0.5f, 1.0f), { 1.1f, 1.25f }, { 1.3f, 1.5f }, { 1.75f, 2.0f }, { 3.0f, 2.0f } })
     {
         EXPECT_EQ (skin::strip ("fader_cap", asked).scale, given);
         juce::Image canvas (juce::Image::ARGB, 200, 200, true, juce::SoftwareImageType());
@@ -177,8 +185,10 @@ TEST (SkinStrip, PiecesFillAnyTargetWithoutSeams)
             skin::strip ("deck_strip", g).drawWide (g, { 0, 260, width, 239 }, 0, 50);
             for (int x = skin::scaled (3, scale); x < skin::scaled (3 + width, scale) && x < 800; ++x)
             {
-                EXPECT_EQ (canvas.getPixelAt (x, skin::scaled (16, scale)), palette::accent) << scale << " " << x;
-                EXPECT_EQ (canvas.getPixelAt (x, skin::scaled (141, scale)), palette::panel) << scale << " " << x;
+                EXPECT_EQ (canvas.getPixelAt (x, skin::scaled (16, scale)), palette::accent)
+                    << scale << " " << x;
+                EXPECT_EQ (canvas.getPixelAt (x, skin::scaled (141, scale)), palette::panel)
+                    << scale << " " << x;
             }
         }
 }
@@ -186,9 +196,10 @@ TEST (SkinStrip, PiecesFillAnyTargetWithoutSeams)
 TEST (SkinPalette, TextStandsOutOnItsGround)
 {
     using namespace palette;
-    std::vector<std::pair<juce::Colour, juce::Colour>> pairs { { value, line }, { label, raised }, { label, well },
-                                                               { accent, ground }, { tableText, raised },
-                                                               { anchorNumber, ground }, { selected, ground } };
+    std::vector<std::pair<juce::Colour, juce::Colour>> pairs {
+        { value, line },       { label, raised },        { label, well },     { accent, ground },
+        { tableText, raised }, { anchorNumber, ground }, { selected, ground }
+    };
     for (const auto filled : { accent, selected, danger })
         pairs.emplace_back (textOn (filled), filled);
     for (const auto& hue : decks)
@@ -208,6 +219,7 @@ TEST (SkinFont, FiguresHaveOneWidth)
     ASSERT_GT (skin::fontData().size(), 10000u);
     EXPECT_NE (skin::typeface()->getName(), juce::Font::getDefaultSansSerifFontName());
     for (const char figure : { '1', '2', '3', '4', '5', '6', '7', '8', '9' })
-        EXPECT_FLOAT_EQ (font.getStringWidthFloat (juce::String::charToString (static_cast<juce::juce_wchar> (figure))),
-                         font.getStringWidthFloat ("0"));
+        EXPECT_FLOAT_EQ (
+            font.getStringWidthFloat (juce::String::charToString (static_cast<juce::juce_wchar> (figure))),
+            font.getStringWidthFloat ("0"));
 }

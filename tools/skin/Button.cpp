@@ -7,7 +7,7 @@ constexpr float radius = 3;
 void drawBody (const Pen& pen, juce::Rectangle<float> area, const ButtonLook& look)
 {
     drawSurface (pen, area, radius, look.surface);
-    if (! look.ring.isTransparent())
+    if (!look.ring.isTransparent())
     {
         juce::Path ring;
         ring.addRoundedRectangle (area, radius);
@@ -31,12 +31,18 @@ ButtonLook lookOf (skin::Hue hue, int frame)
     const auto ink = palette::textOn (colour);
     switch (frame)
     {
-        case skin::overOff: return { lying (palette::line), palette::value, palette::label };
-        case skin::downOff: return { sunk (palette::label.withMultipliedBrightness (0.65f)), juce::Colours::white, {} };
-        case skin::normalOn: return { lying (colour), ink, {} };
-        case skin::overOn: return { lying (colour.interpolatedWith (juce::Colours::white, 0.25f)), ink, juce::Colours::white };
-        case skin::downOn: return { sunk (colour.interpolatedWith (juce::Colours::black, 0.25f)), ink, {} };
-        default: return { lying (palette::well), palette::label.brighter (0.25f), {} };
+    case skin::overOff:
+        return { lying (palette::line), palette::value, palette::label };
+    case skin::downOff:
+        return { sunk (palette::label.withMultipliedBrightness (0.65f)), juce::Colours::white, {} };
+    case skin::normalOn:
+        return { lying (colour), ink, {} };
+    case skin::overOn:
+        return { lying (colour.interpolatedWith (juce::Colours::white, 0.25f)), ink, juce::Colours::white };
+    case skin::downOn:
+        return { sunk (colour.interpolatedWith (juce::Colours::black, 0.25f)), ink, {} };
+    default:
+        return { lying (palette::well), palette::label.brighter (0.25f), {} };
     }
 }
 
@@ -53,7 +59,8 @@ void paintSignButton (const Pen& pen, const skin::Row& row, int frame)
     const bool wide = pen.width > pen.height + 8;
     if (row.sign == skin::Sign::cue || (row.sign == skin::Sign::sync && wide))
     {
-        auto word = wordPath (row.sign == skin::Sign::cue ? "CUE" : "SYNC", pen.height < 28 ? 8.0f : 9.0f, 0.03f);
+        auto word =
+            wordPath (row.sign == skin::Sign::cue ? "CUE" : "SYNC", pen.height < 28 ? 8.0f : 9.0f, 0.03f);
         const auto place = word.getBounds();
         word.applyTransform (juce::AffineTransform::translation (
             pen.snap (pen.width / 2 - place.getCentreX()), pen.snap (pen.height / 2 - place.getCentreY())));
@@ -86,8 +93,9 @@ void paintWindowButton (const Pen& pen, const skin::Row& row, int frame)
     {
         const bool closes = row.sign == skin::Sign::close;
         const auto body = closes ? palette::danger : palette::line.brighter (0.2f);
-        drawSurface (pen, pen.all().reduced (2), radius,
-                     lying (frame == skin::overOff ? body : body.interpolatedWith (juce::Colours::black, 0.3f)));
+        drawSurface (
+            pen, pen.all().reduced (2), radius,
+            lying (frame == skin::overOff ? body : body.interpolatedWith (juce::Colours::black, 0.3f)));
     }
     pen.fill (frame == skin::normalOff ? palette::label : juce::Colours::white,
               signPath (row.sign, juce::Rectangle<float> (12, 12).withCentre (pen.all().getCentre()), false));
@@ -101,7 +109,7 @@ void paintTab (const Pen& pen, const skin::Row& row, int frame)
                       : frame == skin::downOff ? palette::line
                                                : palette::ground;
     drawSurface (pen, pen.all(), radius, { body, body, body }, { true, true, true });
-    if (! on)
+    if (!on)
         return;
     const auto hue = colourOf (row.hue);
     const auto bar = frame == skin::downOn ? hue.interpolatedWith (juce::Colours::black, 0.35f) : hue;

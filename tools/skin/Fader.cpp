@@ -55,7 +55,7 @@ void paintCap (const Pen& pen, const skin::Row& row, int frame)
 {
     const bool upright = isUpright (row.material);
     const float length = upright ? pen.height : pen.width, breadth = upright ? pen.width : pen.height;
-    const auto body = frame == skin::downOff  ? palette::line.brighter (0.55f)
+    const auto body = frame == skin::downOff   ? palette::line.brighter (0.55f)
                       : frame == skin::overOff ? palette::line.brighter (0.35f)
                                                : palette::line.brighter (0.12f);
     // A rim of the ground's colour keeps the cap apart from track and ticks.

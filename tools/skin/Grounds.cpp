@@ -7,8 +7,9 @@ void paintArea (const Pen& pen, const skin::Row&, int)
 
 void paintSunken (const Pen& pen, const skin::Row&, int)
 {
-    drawSurface (pen, pen.all(), 3, { palette::edgeDark.interpolatedWith (palette::ground, 0.5f),
-                                      palette::edgeDark, palette::edgeLight });
+    drawSurface (pen, pen.all(), 3,
+                 { palette::edgeDark.interpolatedWith (palette::ground, 0.5f), palette::edgeDark,
+                   palette::edgeLight });
 }
 
 void paintCorner (const Pen& pen, const skin::Row&, int frame)

@@ -29,8 +29,8 @@ void paintKnob (const Pen& pen, const skin::Row& row, int frame)
         juce::Path line;
         line.addCentredArc (centre.x, centre.y, middle, middle, 0, start, end, true);
         pen.g.setColour (colour);
-        pen.g.strokePath (line, juce::PathStrokeType (thickness, juce::PathStrokeType::curved,
-                                                      juce::PathStrokeType::butt));
+        pen.g.strokePath (
+            line, juce::PathStrokeType (thickness, juce::PathStrokeType::curved, juce::PathStrokeType::butt));
     };
 
     arc (-skin::knobSweep, skin::knobSweep, palette::line.withMultipliedBrightness (0.82f), m.ring);

@@ -26,15 +26,16 @@ Surface sunk (juce::Colour body)
              body.interpolatedWith (juce::Colours::white, 0.08f) };
 }
 
-void drawSurface (const Pen& pen, juce::Rectangle<float> area, float radius, const Surface& surface, Corners corners)
+void drawSurface (const Pen& pen, juce::Rectangle<float> area, float radius, const Surface& surface,
+                  Corners corners)
 {
     juce::Path shape;
     shape.addRoundedRectangle (area.getX(), area.getY(), area.getWidth(), area.getHeight(), radius, radius,
-                               corners.left, corners.right, corners.left && ! corners.onlyTop,
-                               corners.right && ! corners.onlyTop);
+                               corners.left, corners.right, corners.left && !corners.onlyTop,
+                               corners.right && !corners.onlyTop);
     const auto middle = juce::Rectangle<float>::leftTopRightBottom (
-        area.getX() + (corners.left ? radius : 0), area.getY(), area.getRight() - (corners.right ? radius : 0),
-        area.getBottom());
+        area.getX() + (corners.left ? radius : 0), area.getY(),
+        area.getRight() - (corners.right ? radius : 0), area.getBottom());
     const auto top = area.withHeight (pen.hair()), bottom = area.withTop (area.getBottom() - pen.hair());
 
     // A path's straight sides come out a trace short of opaque; rectangles are exact.

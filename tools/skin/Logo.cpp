@@ -24,7 +24,7 @@ void paintLogo (const Pen& pen, const skin::Row&, int)
 
     auto name = wordPath ("PLATTERDEX", 11, 0.06f);
     const auto bounds = name.getBounds();
-    name.applyTransform (juce::AffineTransform::translation (34 - bounds.getX(),
-                                                             pen.snap (pen.height / 2 + 5.5f)));
+    name.applyTransform (
+        juce::AffineTransform::translation (34 - bounds.getX(), pen.snap (pen.height / 2 + 5.5f)));
     pen.fill (palette::value, name);
 }

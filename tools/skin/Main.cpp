@@ -7,14 +7,15 @@
 
 namespace
 {
-constexpr const char* usage = "px_skin_maker FOLDER --font=FILE         draws the skin's pictures\n"
-                              "px_skin_maker --sheet=FILE.png --font=FILE [--scale=S]   paints them on one sheet\n";
+constexpr const char* usage =
+    "px_skin_maker FOLDER --font=FILE         draws the skin's pictures\n"
+    "px_skin_maker --sheet=FILE.png --font=FILE [--scale=S]   paints them on one sheet\n";
 
 int run (const juce::ArgumentList& arguments)
 {
     const auto fontFile = arguments.getFileForOption ("--font");
     juce::MemoryBlock font;
-    if (! fontFile.loadFileAsData (font))
+    if (!fontFile.loadFileAsData (font))
     {
         std::cerr << usage << "Can't read the font " << fontFile.getFullPathName() << ".\n";
         return 1;
@@ -24,8 +25,10 @@ int run (const juce::ArgumentList& arguments)
     juce::String error;
     if (arguments.containsOption ("--sheet"))
     {
-        const auto scale = arguments.containsOption ("--scale") ? arguments.getValueForOption ("--scale") : "1";
-        error = writeSheet (arguments.getFileForOption ("--sheet"), juce::jlimit (0.5f, 8.0f, scale.getFloatValue()));
+        const auto scale =
+            arguments.containsOption ("--scale") ? arguments.getValueForOption ("--scale") : "1";
+        error = writeSheet (arguments.getFileForOption ("--sheet"),
+                            juce::jlimit (0.5f, 8.0f, scale.getFloatValue()));
     }
     else
         error = writeSkin (arguments[0].resolveAsFile(), fontFile);

@@ -30,7 +30,9 @@ void paintMark (const Pen& pen, const skin::Row& row, int frame)
 void paintBeatLine (const Pen& pen, const skin::Row& row, int frame)
 {
     const bool anchor = frame == 1, phrase = row.frames == 2;
-    const auto colour = anchor ? palette::anchorNumber : phrase ? palette::label : palette::label.darker (0.25f);
+    const auto colour = anchor   ? palette::anchorNumber
+                        : phrase ? palette::label
+                                 : palette::label.darker (0.25f);
     pen.fill (colour.withAlpha (anchor ? 0.95f : phrase ? 0.75f : 0.55f), pen.all());
 }
 

@@ -66,15 +66,19 @@ juce::Colour colourOf (skin::Hue hue)
 {
     switch (hue)
     {
-        case skin::Hue::accent: return palette::accent;
-        case skin::Hue::lime: return palette::selected;
-        case skin::Hue::red: return palette::danger;
-        case skin::Hue::deckA:
-        case skin::Hue::deckB:
-        case skin::Hue::deckC:
-        case skin::Hue::deckD:
-            return palette::decks[static_cast<size_t> (hue) - static_cast<size_t> (skin::Hue::deckA)];
-        case skin::Hue::neutral: break;
+    case skin::Hue::accent:
+        return palette::accent;
+    case skin::Hue::lime:
+        return palette::selected;
+    case skin::Hue::red:
+        return palette::danger;
+    case skin::Hue::deckA:
+    case skin::Hue::deckB:
+    case skin::Hue::deckC:
+    case skin::Hue::deckD:
+        return palette::decks[static_cast<size_t> (hue) - static_cast<size_t> (skin::Hue::deckA)];
+    case skin::Hue::neutral:
+        break;
     }
     return palette::value;
 }
@@ -88,7 +92,8 @@ juce::Path wordPath (const juce::String& word, float capHeight, float tracking)
 {
     juce::Path path;
     juce::GlyphArrangement glyphs;
-    glyphs.addLineOfText (juce::Font (face).withHeight (100.0f).withExtraKerningFactor (tracking), word, 0, 0);
+    glyphs.addLineOfText (juce::Font (face).withHeight (100.0f).withExtraKerningFactor (tracking), word, 0,
+                          0);
     glyphs.createPath (path);
     juce::Path capital;
     juce::GlyphArrangement one;

@@ -17,7 +17,7 @@ void paintMeter (const Pen& pen, const skin::Row& row, int frame)
     for (float end = length; end > 1; end -= cell)
     {
         const bool last = end > length - cell / 2;
-        const auto lit = last ? juce::Colour (palette::danger).brighter (0.15f)
+        const auto lit = last         ? juce::Colour (palette::danger).brighter (0.15f)
                          : end > loud ? hue.interpolatedWith (juce::Colours::white, 0.5f)
                                       : hue;
         const auto colour = frame == 1 ? lit : last ? palette::line : palette::well;

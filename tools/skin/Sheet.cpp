@@ -24,7 +24,8 @@ int layOut (Each&& each)
     for (const auto& row : skin::table)
     {
         const int count = static_cast<int> (shownFrames (row).size());
-        const int wide = juce::jmax (count * (row.width + 4), 9 * static_cast<int> (row.name().size()) * 2 / 3);
+        const int wide =
+            juce::jmax (count * (row.width + 4), 9 * static_cast<int> (row.name().size()) * 2 / 3);
         if (x + wide > sheetWide - margin)
         {
             x = margin;
@@ -51,15 +52,16 @@ juce::String writeSheet (const juce::File& png, float scale)
         {
             const auto strip = drawStrip (row, scale);
             auto name = wordPath (juce::String (row.name().data(), row.name().size()), 6.5f);
-            name.applyTransform (juce::AffineTransform::translation (static_cast<float> (x), static_cast<float> (y + 8))
-                                     .scaled (scale));
+            name.applyTransform (
+                juce::AffineTransform::translation (static_cast<float> (x), static_cast<float> (y + 8))
+                    .scaled (scale));
             g.setColour (palette::label);
             g.fillPath (name);
             const int width = strip.getWidth(), height = strip.getHeight() / row.frames;
             for (const int frame : shownFrames (row))
             {
-                g.drawImageAt (strip.getClippedImage ({ 0, frame * height, width, height }), skin::scaled (x, scale),
-                               skin::scaled (y + caption, scale));
+                g.drawImageAt (strip.getClippedImage ({ 0, frame * height, width, height }),
+                               skin::scaled (x, scale), skin::scaled (y + caption, scale));
                 x += row.width + 4;
             }
         });

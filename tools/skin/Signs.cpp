@@ -220,33 +220,61 @@ Path drawn (Sign sign, bool on)
     Path path;
     switch (sign)
     {
-        case Sign::playPause: return playPause();
-        case Sign::sync: return sync();
-        case Sign::padlock: return padlock();
-        case Sign::headphones: return headphones();
-        case Sign::record: path.addEllipse (2.5f, 2.5f, 11, 11); return path;
-        case Sign::snap: return magnet();
-        case Sign::decks: return decks (on);
-        case Sign::gear: return gear();
-        case Sign::fullScreen: return fullScreen (on);
-        case Sign::power: return power();
-        case Sign::minus: return plus (false);
-        case Sign::plus: return plus (true);
-        case Sign::right: return arrow (0);
-        case Sign::down: return arrow (90);
-        case Sign::left: return arrow (180);
-        case Sign::up: return arrow (270);
-        case Sign::load: return load();
-        case Sign::eject: return eject();
-        case Sign::loop: return loop();
-        case Sign::reset: return reset();
-        case Sign::search: return search();
-        case Sign::close: return close();
-        case Sign::minimise: return bars ({ 11 });
-        case Sign::maximise: path.addRectangle (3, 3, 10, 10); return stroked (path, 2);
-        case Sign::menu: return bars ({ 2.2f, 6.8f, 11.4f });
-        case Sign::cue:
-        case Sign::none: break;
+    case Sign::playPause:
+        return playPause();
+    case Sign::sync:
+        return sync();
+    case Sign::padlock:
+        return padlock();
+    case Sign::headphones:
+        return headphones();
+    case Sign::record:
+        path.addEllipse (2.5f, 2.5f, 11, 11);
+        return path;
+    case Sign::snap:
+        return magnet();
+    case Sign::decks:
+        return decks (on);
+    case Sign::gear:
+        return gear();
+    case Sign::fullScreen:
+        return fullScreen (on);
+    case Sign::power:
+        return power();
+    case Sign::minus:
+        return plus (false);
+    case Sign::plus:
+        return plus (true);
+    case Sign::right:
+        return arrow (0);
+    case Sign::down:
+        return arrow (90);
+    case Sign::left:
+        return arrow (180);
+    case Sign::up:
+        return arrow (270);
+    case Sign::load:
+        return load();
+    case Sign::eject:
+        return eject();
+    case Sign::loop:
+        return loop();
+    case Sign::reset:
+        return reset();
+    case Sign::search:
+        return search();
+    case Sign::close:
+        return close();
+    case Sign::minimise:
+        return bars ({ 11 });
+    case Sign::maximise:
+        path.addRectangle (3, 3, 10, 10);
+        return stroked (path, 2);
+    case Sign::menu:
+        return bars ({ 2.2f, 6.8f, 11.4f });
+    case Sign::cue:
+    case Sign::none:
+        break;
     }
     return path;
 }
@@ -255,8 +283,8 @@ Path drawn (Sign sign, bool on)
 juce::Path signPath (skin::Sign sign, juce::Rectangle<float> square, bool on)
 {
     auto path = drawn (sign, on);
-    path.applyTransform (juce::AffineTransform::scale (square.getWidth() / 16)
-                             .translated (square.getX(), square.getY()));
+    path.applyTransform (
+        juce::AffineTransform::scale (square.getWidth() / 16).translated (square.getX(), square.getY()));
     return path;
 }
 

@@ -1,15 +1,17 @@
 #include "ui/deckviews/DeckWaveformThumbnail.h"
 
 #include "engine/CPlatterdex.h"
+#include "skin/Palette.h"
 #include "ui/Look.h"
 #include "ui/deckviews/ThumbnailColumns.h"
 
 namespace
 {
 constexpr float fullScale = 32.0f; ///< of the waveform data, 6 bits with sign
-constexpr float playedAlpha = 0.5f;
+constexpr float playedAlpha = 0.5f, loopAlpha = 0.35f;
 constexpr int playheadWidth = 2, flagSize = 5;
-constexpr int minuteTick = 4, minuteTextWidth = 16, minuteTextHeight = 11;
+constexpr int minuteTick = 4, minuteTextHeight = 11;
+constexpr float chipAlpha = 0.75f;
 constexpr float leastMinuteWidth = 24.0f; ///< below it the minutes are ticks without numbers
 }
 
@@ -160,27 +162,31 @@ void DeckWaveformThumbnail::paintMinutes (juce::Graphics& g) const
     const auto step = xOf (player().sampleRate * 60.0);
     if (!(step > 2.0f))
         return;
+    const auto withNumbers = step >= leastMinuteWidth && getHeight() >= 2 * minuteTextHeight;
     g.setFont (Look::font (Look::labelSize));
     for (int minute = 1; static_cast<float> (minute) * step < static_cast<float> (getWidth()); ++minute)
     {
         const auto x = juce::roundToInt (static_cast<float> (minute) * step);
-        g.setColour (Look::value.withAlpha (0.7f));
+        g.setColour (palette::value);
         g.fillRect (x, getHeight() - minuteTick, 1, minuteTick);
-        if (step < leastMinuteWidth || getHeight() < 2 * minuteTextHeight)
+        if (!withNumbers)
             continue;
-        g.setColour (Look::label);
-        g.drawText (juce::String (minute), x + 2, getHeight() - minuteTextHeight, minuteTextWidth,
-                    minuteTextHeight, juce::Justification::centredLeft, false);
+        const juce::String text (minute);
+        const juce::Rectangle<int> chip (x + 1, getHeight() - minuteTextHeight,
+                                         g.getCurrentFont().getStringWidth (text) + 4, minuteTextHeight);
+        g.setColour (palette::ground.withAlpha (chipAlpha));
+        g.fillRect (chip);
+        g.setColour (palette::value);
+        g.drawText (text, chip, juce::Justification::centred, false);
     }
 }
 
 void DeckWaveformThumbnail::paintPlaces (juce::Graphics& g) const
 {
-    const auto hue = Look::deckHue (deckIndex);
     if (places.loop.has_value())
     {
         const auto from = xOf (places.loop->in), to = xOf (places.loop->out);
-        g.setColour ((places.loop->running ? hue.brighter (0.8f) : Look::value).withAlpha (0.35f));
+        g.setColour ((places.loop->running ? palette::selected : palette::value).withAlpha (loopAlpha));
         g.fillRect (from, 0.0f, std::max (1.0f, to - from), static_cast<float> (getHeight()));
     }
     const auto mark = [&] (double frame, juce::Colour colour)
@@ -191,10 +197,15 @@ void DeckWaveformThumbnail::paintPlaces (juce::Graphics& g) const
         g.fillRect (x - flagSize + 1, 0, flagSize, flagSize);
     };
     if (places.startPoint.has_value())
-        mark (*places.startPoint, Look::label);
+        mark (*places.startPoint, palette::label);
     for (int slot = 0; slot < hotCueCount; ++slot)
-        if (slot != places.currentCue && places.hasCue (slot))
-            mark (places.cues[static_cast<size_t> (slot)], Look::value);
+        if (places.hasCue (slot))
+            mark (places.cues[static_cast<size_t> (slot)], palette::cues[static_cast<size_t> (slot)]);
+    // The cue point's flag stands at the foot.
     if (const auto slot = places.currentCue; slot >= 0 && slot < cueSlotCount && places.hasCue (slot))
-        mark (places.cues[static_cast<size_t> (slot)], hue.brighter (0.6f));
+    {
+        g.setColour (palette::value);
+        const auto x = juce::roundToInt (xOf (places.cues[static_cast<size_t> (slot)]));
+        g.fillRect (x, getHeight() - flagSize, flagSize, flagSize);
+    }
 }
