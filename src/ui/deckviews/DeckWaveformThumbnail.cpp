@@ -7,7 +7,7 @@
 
 namespace
 {
-constexpr float fullScale = 32.0f; ///< of the waveform data, 6 bits with sign
+constexpr int fullScale = 32; ///< of the waveform data, 6 bits with sign
 constexpr float playedAlpha = 0.5f, loopAlpha = 0.35f;
 constexpr int playheadWidth = 2, flagSize = 5;
 constexpr int minuteTick = 4, minuteTextHeight = 11;
@@ -120,19 +120,20 @@ void DeckWaveformThumbnail::build (double scale)
     stale = false;
     ++buildCount;
 
-    juce::Graphics g (picture);
-    g.fillAll (Look::ground);
-    g.setColour (Look::deckHue (deckIndex));
+    picture.clear (picture.getBounds(), palette::ground);
+    if (loadedFrames < 1)
+        return;
     const auto columns = ThumbnailColumns::of (*player().overview, loadedFrames, width);
-    const auto middle = 0.5f * static_cast<float> (height);
-    juce::RectangleList<float> lines;
-    for (int x = 0; x < width && loadedFrames > 0; ++x)
+    juce::Image::BitmapData bitmap (picture, juce::Image::BitmapData::readWrite);
+    const auto hue = Look::deckHue (deckIndex);
+    const auto rowOf = [height] (int sample) { return (fullScale - sample) * height / (2 * fullScale); };
+    for (int x = 0; x < width; ++x)
     {
-        const auto top = middle * (1.0f - columns.most[static_cast<size_t> (x)] / fullScale);
-        const auto bottom = middle * (1.0f - columns.least[static_cast<size_t> (x)] / fullScale);
-        lines.addWithoutMerging ({ static_cast<float> (x), top, 1.0f, std::max (1.0f, bottom - top) });
+        const auto top = rowOf (columns.most[static_cast<size_t> (x)]);
+        const auto bottom = rowOf (columns.least[static_cast<size_t> (x)]);
+        for (int y = std::min (top, height - 1); y < std::max (bottom, top + 1) && y < height; ++y)
+            bitmap.setPixelColour (x, y, hue);
     }
-    g.fillRectList (lines);
 }
 
 void DeckWaveformThumbnail::paint (juce::Graphics& g)
