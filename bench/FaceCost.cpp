@@ -121,9 +121,9 @@ void measure (BenchEngine& engine, int tab, double scale)
         screen.paint (*editor, dirt->areas);
         tick.add (Timing::nanoseconds() - before);
     }
-    std::printf ("%-8s %5.2fx %9.2f ms %9.2f ms %9.2f ms %9.1f ms\n", GlobalComponent::names[static_cast<size_t> (tab)],
-                 scale, tick.quantile (0.5) / 1e6, tick.quantile (0.99) / 1e6, whole.quantile (0.5) / 1e6,
-                 opening.quantile (0.5) / 1e6);
+    std::printf ("%-8s %5.2fx %9.2f ms %9.2f ms %9.2f ms %9.1f ms\n",
+                 GlobalComponent::names[static_cast<size_t> (tab)], scale, tick.quantile (0.5) / 1e6,
+                 tick.quantile (0.99) / 1e6, whole.quantile (0.5) / 1e6, opening.quantile (0.5) / 1e6);
 }
 }
 

@@ -8,9 +8,15 @@ constexpr uint32_t firstPrintable = 32;
 }
 
 CachedFace::CachedFace (juce::String nameToUse, const void* data, size_t size, int32_t height, bool hint,
-                        double emboldenBy, double slantBy) :
-    name (std::move (nameToUse)), pixelHeight (std::max (1, height)), hinted (hint), embolden (emboldenBy),
-    slant (slantBy), fontData (data), fontDataSize (size), file (data, size)
+                        double emboldenBy, double slantBy)
+    : name (std::move (nameToUse)),
+      pixelHeight (std::max (1, height)),
+      hinted (hint),
+      embolden (emboldenBy),
+      slant (slantBy),
+      fontData (data),
+      fontDataSize (size),
+      file (data, size)
 {
     file.setHeight (pixelHeight);
 }

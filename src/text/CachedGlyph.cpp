@@ -9,7 +9,7 @@
 
 namespace
 {
-constexpr int leadPixels = 2;                               ///< empty columns that the filter reads into
+constexpr int leadPixels = 2; ///< empty columns that the filter reads into
 constexpr int leadSamples = leadPixels * CachedGlyph::stripes;
 
 /** Spreads a sample's light over its neighbours almost evenly, so that an edge has hardly a colour. Sums to 256.

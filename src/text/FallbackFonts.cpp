@@ -14,8 +14,8 @@ juce::StringArray fontFolders()
     const auto home = juce::File::getSpecialLocation (juce::File::userHomeDirectory);
 
     juce::StringArray folders { home.getChildFile (".fonts").getFullPathName() };
-    auto roots = juce::StringArray::fromTokens (
-        variable ("XDG_DATA_DIRS", "/usr/local/share:/usr/share"), ":", "");
+    auto roots =
+        juce::StringArray::fromTokens (variable ("XDG_DATA_DIRS", "/usr/local/share:/usr/share"), ":", "");
     roots.insert (0, variable ("XDG_DATA_HOME", home.getChildFile (".local/share").getFullPathName()));
     for (const auto& root : roots)
         if (juce::File::isAbsolutePath (root))
@@ -38,7 +38,8 @@ std::vector<juce::File> listFonts()
 {
     std::vector<juce::File> files;
     for (const auto& folder : fontFolders())
-        for (const auto& entry : juce::RangedDirectoryIterator (juce::File (folder), true, "*.ttf;*.otf;*.ttc"))
+        for (const auto& entry :
+             juce::RangedDirectoryIterator (juce::File (folder), true, "*.ttf;*.otf;*.ttc"))
             files.push_back (entry.getFile());
     std::sort (files.begin(), files.end(),
                [] (const auto& a, const auto& b)
@@ -53,9 +54,10 @@ std::vector<juce::File> listFonts()
 
 struct FallbackFonts::Opened
 {
-    explicit Opened (const juce::File& path) :
-        map (path, juce::MemoryMappedFile::readOnly), face (map.getData(), map.getSize()),
-        file { path.getFullPathName(), map.getData(), map.getSize(), face.getHeightPerEm() }
+    explicit Opened (const juce::File& path)
+        : map (path, juce::MemoryMappedFile::readOnly),
+          face (map.getData(), map.getSize()),
+          file { path.getFullPathName(), map.getData(), map.getSize(), face.getHeightPerEm() }
     {
     }
 

@@ -96,15 +96,16 @@ bool FreeTypeFace::isBold() const noexcept
 
 double FreeTypeFace::getAscent() const noexcept
 {
-    return face == nullptr ? 1.0
-                           : juce::jlimit (0.0, 1.0,
-                                           static_cast<double> (face->ascender)
-                                               / (face->ascender - face->descender));
+    return face == nullptr
+               ? 1.0
+               : juce::jlimit (0.0, 1.0,
+                               static_cast<double> (face->ascender) / (face->ascender - face->descender));
 }
 
 double FreeTypeFace::getHeightPerEm() const noexcept
 {
-    return face == nullptr ? 1.0 : static_cast<double> (face->ascender - face->descender) / face->units_per_EM;
+    return face == nullptr ? 1.0
+                           : static_cast<double> (face->ascender - face->descender) / face->units_per_EM;
 }
 
 bool FreeTypeFace::hasGlyph (uint32_t code) const noexcept

@@ -33,8 +33,9 @@ bool isOne (float scale)
 }
 
 ZRRenderer::ZRRenderer (const juce::Image& image, juce::Point<int> origin,
-                        const juce::RectangleList<int>& initialClip, GlyphBlend::Pixels pixelsToUse) :
-    LowLevelGraphicsSoftwareRenderer (image, origin, initialClip), pixels (pixelsToUse)
+                        const juce::RectangleList<int>& initialClip, GlyphBlend::Pixels pixelsToUse)
+    : LowLevelGraphicsSoftwareRenderer (image, origin, initialClip),
+      pixels (pixelsToUse)
 {
 }
 
@@ -67,7 +68,8 @@ bool ZRRenderer::drawCached (uint32_t code, const juce::AffineTransform& transfo
 {
     const auto& place = stack->transform;
     if (!transform.isOnlyTranslation() || !stack->fillType.isColour()
-        || !isOne (stack->font.getHorizontalScale()) || stack->image.getFormat() == juce::Image::SingleChannel)
+        || !isOne (stack->font.getHorizontalScale())
+        || stack->image.getFormat() == juce::Image::SingleChannel)
         return false;
     juce::Point<double> pen (transform.getTranslationX(), transform.getTranslationY());
     if (place.isOnlyTranslated)
@@ -121,7 +123,8 @@ void ZRRenderer::drawClipped (const CachedGlyph& glyph, int phase, juce::Point<i
     }
 }
 
-std::unique_ptr<juce::LowLevelGraphicsContext> createTextContext (const juce::Image& image, juce::Point<int> origin,
+std::unique_ptr<juce::LowLevelGraphicsContext> createTextContext (const juce::Image& image,
+                                                                  juce::Point<int> origin,
                                                                   const juce::RectangleList<int>& clip,
                                                                   GlyphBlend::Pixels pixels)
 {

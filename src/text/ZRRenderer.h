@@ -23,7 +23,8 @@ private:
     bool bindFace();
     void drawClipped (const CachedGlyph&, int phase, juce::Point<int> origin);
 
-    using ClipRegions = juce::RenderingHelpers::ClipRegions<juce::RenderingHelpers::SoftwareRendererSavedState>;
+    using ClipRegions =
+        juce::RenderingHelpers::ClipRegions<juce::RenderingHelpers::SoftwareRendererSavedState>;
 
     const GlyphBlend::Pixels pixels;
 

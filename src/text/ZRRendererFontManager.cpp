@@ -19,7 +19,8 @@ bool ZRRendererFontManager::addFont (const juce::String& name, const void* data,
     return true;
 }
 
-std::optional<ZRRendererFontManager::FontFile> ZRRendererFontManager::findFont (const juce::String& name) const
+std::optional<ZRRendererFontManager::FontFile>
+ZRRendererFontManager::findFont (const juce::String& name) const
 {
     const juce::ScopedLock hold (lock);
     for (const auto& font : fonts)

@@ -12,10 +12,12 @@ bool fileIsBold (const ZRRendererFontManager::FontFile& file)
 }
 }
 
-ZRTypeface::ZRTypeface (const ZRRendererFontManager::FontFile& fontFile, const juce::String& styleName, bool bold,
-                        bool italic) :
-    file (fontFile), embolden (bold && !fileIsBold (fontFile) ? 0.8 : 0.0), slant (italic ? 0.4 : 0.0),
-    measures (file.name, file.data, file.size, measuringHeight, false, embolden, slant)
+ZRTypeface::ZRTypeface (const ZRRendererFontManager::FontFile& fontFile, const juce::String& styleName,
+                        bool bold, bool italic)
+    : file (fontFile),
+      embolden (bold && !fileIsBold (fontFile) ? 0.8 : 0.0),
+      slant (italic ? 0.4 : 0.0),
+      measures (file.name, file.data, file.size, measuringHeight, false, embolden, slant)
 {
     setCharacteristics (file.name, styleName, static_cast<float> (measures.getAscent()), ' ');
 }
@@ -31,9 +33,9 @@ bool ZRTypeface::isIgnorable (uint32_t code) noexcept
     {
         uint32_t first, last;
     };
-    static constexpr std::array ranges { Range { 0xad, 0xad },     Range { 0x200b, 0x200f },
-                                         Range { 0x202a, 0x202e }, Range { 0x2060, 0x206f },
-                                         Range { 0xfe00, 0xfe0f }, Range { 0xfeff, 0xfeff },
+    static constexpr std::array ranges { Range { 0xad, 0xad },      Range { 0x200b, 0x200f },
+                                         Range { 0x202a, 0x202e },  Range { 0x2060, 0x206f },
+                                         Range { 0xfe00, 0xfe0f },  Range { 0xfeff, 0xfeff },
                                          Range { 0xe0000, 0xe0fff } };
     for (const auto& range : ranges)
         if (code >= range.first && code <= range.last)
@@ -48,8 +50,8 @@ double ZRTypeface::fallbackRatio (const FallbackFonts::File& other) const noexce
 
 std::shared_ptr<CachedFace> ZRTypeface::getFace (int pixelHeight) const
 {
-    return FaceFontCache::getInstance()->getFace (file.name, file.data, file.size, pixelHeight, true, embolden,
-                                                  slant);
+    return FaceFontCache::getInstance()->getFace (file.name, file.data, file.size, pixelHeight, true,
+                                                  embolden, slant);
 }
 
 std::shared_ptr<CachedFace> ZRTypeface::openFallback (const FallbackFonts::File& other, int pixelHeight) const
@@ -96,7 +98,8 @@ float ZRTypeface::getStringWidth (const juce::String& text)
     return static_cast<float> (width);
 }
 
-void ZRTypeface::getGlyphPositions (const juce::String& text, juce::Array<int>& glyphs, juce::Array<float>& offsets)
+void ZRTypeface::getGlyphPositions (const juce::String& text, juce::Array<int>& glyphs,
+                                    juce::Array<float>& offsets)
 {
     auto x = 0.0;
     offsets.add (0.0f);

@@ -18,7 +18,8 @@ public:
 
     float getHeightToPointsFactor() const override;
     float getStringWidth (const juce::String&) override;
-    void getGlyphPositions (const juce::String&, juce::Array<int>& glyphs, juce::Array<float>& offsets) override;
+    void getGlyphPositions (const juce::String&, juce::Array<int>& glyphs,
+                            juce::Array<float>& offsets) override;
 
     /** The face of the cache that this typeface is drawn with. @param pixelHeight   on the screen */
     std::shared_ptr<CachedFace> getFace (int pixelHeight) const;

@@ -34,10 +34,14 @@ TEST (SnapshotVerb, PaintsTheSamePictureTwiceAtTheSizeItIsAskedFor)
     const auto picture = pictureOf (folder.file ("one.png"));
     EXPECT_EQ (picture.getBounds(), juce::Rectangle<int> (1024, 728));
 
-    EXPECT_EQ (runProgram ({ "snapshot", "--out", "header.png", "--view", "header", "--scale", "2" }, folder).exitCode, 0);
+    EXPECT_EQ (runProgram ({ "snapshot", "--out", "header.png", "--view", "header", "--scale", "2" }, folder)
+                   .exitCode,
+               0);
     EXPECT_EQ (pictureOf (folder.file ("header.png")).getBounds(), juce::Rectangle<int> (2540, 96));
 
-    EXPECT_EQ (runProgram ({ "snapshot", "--out", "plain.png", "--size", "1024x728", "--four" }, folder).exitCode, 0);
+    EXPECT_EQ (
+        runProgram ({ "snapshot", "--out", "plain.png", "--size", "1024x728", "--four" }, folder).exitCode,
+        0);
     folder.file ("plain.png").loadFileAsData (two);
     EXPECT_FALSE (one == two) << "the set must be seen";
 }

@@ -37,8 +37,9 @@ TEST (CachedGlyph, ThePhaseFollowsTheSixthOfThePixel)
         double x;
         int phase, column;
     };
-    for (const auto& row : { Row { 10.0, 4, 10 }, Row { 10.17, 5, 10 }, Row { 10.34, 0, 11 }, Row { 10.5, 1, 11 },
-                             Row { 10.99, 3, 11 }, Row { -0.5, 1, 0 }, Row { -1.0, 4, -1 } })
+    for (const auto& row :
+         { Row { 10.0, 4, 10 }, Row { 10.17, 5, 10 }, Row { 10.34, 0, 11 }, Row { 10.5, 1, 11 },
+           Row { 10.99, 3, 11 }, Row { -0.5, 1, 0 }, Row { -1.0, 4, -1 } })
     {
         const auto place = CachedGlyph::placeAt (row.x);
         EXPECT_EQ (place.phase, row.phase) << row.x;
@@ -55,9 +56,10 @@ TEST (ZRRenderer, TheInkFollowsThePenBySixthsOfAPixel)
         EXPECT_NEAR (Drawn ('l', x).centroid() - atWhole, sixths / 6.0, 0.02) << sixths;
     }
     // The middle of the letter's ink is where its outline has it.
-    const auto outline = CachedFace ("x", TestFont::data().getData(), TestFont::data().getSize(), 96, false, 0, 0)
-                             .getOutline ('l')
-                             .getBounds();
+    const auto outline =
+        CachedFace ("x", TestFont::data().getData(), TestFont::data().getSize(), 96, false, 0, 0)
+            .getOutline ('l')
+            .getBounds();
     EXPECT_NEAR (atWhole, 10.0 + 16.0 * outline.getCentreX(), 0.05);
 }
 
@@ -208,7 +210,8 @@ TEST (ZRRenderer, AScaleDrawsTheLargerGlyphsItself)
 
 TEST (ZRRenderer, TurnedSqueezedAndHugeTextIsDrawnByTheToolkit)
 {
-    const auto check = [] (const char* what, const juce::AffineTransform& transform, float squeeze, float height)
+    const auto check =
+        [] (const char* what, const juce::AffineTransform& transform, float squeeze, float height)
     {
         Canvas canvas (200, 200);
         canvas.g.addTransform (transform);

@@ -145,5 +145,6 @@ TEST (ZRRendererLookAndFeel, GivesOurTypefaceToItsNamesAndTheToolkitsToOthers)
     EXPECT_TRUE (isOurs (juce::Font::getDefaultSansSerifFontName()));
     EXPECT_FALSE (isOurs (juce::Font::getDefaultSerifFontName()));
     const juce::Image image (juce::Image::RGB, 8, 8, true);
-    EXPECT_NE (dynamic_cast<ZRRenderer*> (look.createGraphicsContext (image, {}, image.getBounds()).get()), nullptr);
+    EXPECT_NE (dynamic_cast<ZRRenderer*> (look.createGraphicsContext (image, {}, image.getBounds()).get()),
+               nullptr);
 }

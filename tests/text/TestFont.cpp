@@ -22,9 +22,10 @@ juce::Font TestFont::withHeight (float height)
     return juce::Font (typeface).withHeight (height);
 }
 
-Canvas::Canvas (int width, int height, juce::Image::PixelFormat format, GlyphBlend::Pixels pixels) :
-    image (format, width, height, true), context (createTextContext (image, {}, image.getBounds(), pixels)),
-    g (*context)
+Canvas::Canvas (int width, int height, juce::Image::PixelFormat format, GlyphBlend::Pixels pixels)
+    : image (format, width, height, true),
+      context (createTextContext (image, {}, image.getBounds(), pixels)),
+      g (*context)
 {
     g.setColour (juce::Colours::white);
 }

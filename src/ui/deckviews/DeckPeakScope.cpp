@@ -123,10 +123,12 @@ void DeckPeakScope::paintColumns (juce::Image::BitmapData& bitmap, int64_t first
     const PeakColumns columns { zoom / scale };
     const auto pixel = waveColour.getPixelARGB();
     const auto middle = bitmap.height / 2;
+    const auto frames =
+        std::min (loadedFrames, player().loadedFrames.get()); // another track may just have begun
     for (int x = 0; x < bitmap.width; ++x)
     {
         auto inTrack = false;
-        const auto peaks = columns.of (player().audioMemory, loadedFrames, first + x, inTrack);
+        const auto peaks = columns.of (player().audioMemory, frames, first + x, inTrack);
         if (!inTrack)
             continue;
         // 16 bits fill the height: shifted by 11 bits they would fill 32 rows.

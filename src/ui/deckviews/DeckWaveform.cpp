@@ -245,7 +245,7 @@ void DeckWaveform::paint (juce::Graphics& g)
         image.moveTo (left, [&columns] (auto& bitmap, int64_t first) { columns.paint (bitmap, first); });
 
     const auto layout = MarkLayout::of (beats.beats(), shown.places, track, left, width);
-    marks.prepare (track, palette::decks[static_cast<size_t> (deckIndex)]);
+    marks.prepare (track, deckIndex);
     {
         // From here on in the screen's own pixels, so that nothing is blurred.
         const juce::Graphics::ScopedSaveState state (g);
@@ -254,8 +254,11 @@ void DeckWaveform::paint (juce::Graphics& g)
         g.setOpacity (1.0f);
         const auto top = track.length (imageTop);
         g.drawImageAt (image.image(), 0, top);
+        const juce::Range<int> rows (top, top + image.image().getHeight());
+        if (layout.unreachable > 0)
+            marks.paintUnreachable (g, layout.unreachable, rows);
         if (layout.loop.has_value())
-            marks.paintLoop (g, *layout.loop, { top, top + image.image().getHeight() });
+            marks.paintLoop (g, *layout.loop, rows);
         marks.paintMarks (g, layout);
         if (shown.loadedFrames > 0)
             marks.paintPlayhead (g, centre);

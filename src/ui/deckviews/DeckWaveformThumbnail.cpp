@@ -7,10 +7,11 @@
 
 namespace
 {
-constexpr float fullScale = 32.0f; ///< of the waveform data, 6 bits with sign
-constexpr float playedAlpha = 0.5f;
+constexpr int fullScale = 32; ///< of the waveform data, 6 bits with sign
+constexpr float playedAlpha = 0.5f, loopAlpha = 0.35f;
 constexpr int playheadWidth = 2, flagSize = 5;
-constexpr int minuteTick = 4, minuteTextWidth = 16, minuteTextHeight = 11;
+constexpr int minuteTick = 4, minuteTextHeight = 11;
+constexpr float chipAlpha = 0.75f;
 constexpr float leastMinuteWidth = 24.0f; ///< below it the minutes are ticks without numbers
 }
 
@@ -119,19 +120,20 @@ void DeckWaveformThumbnail::build (double scale)
     stale = false;
     ++buildCount;
 
-    juce::Graphics g (picture);
-    g.fillAll (palette::ground);
-    g.setColour (palette::decks[static_cast<size_t> (deckIndex)]);
+    picture.clear (picture.getBounds(), palette::ground);
+    if (loadedFrames < 1)
+        return;
     const auto columns = ThumbnailColumns::of (*player().overview, loadedFrames, width);
-    const auto middle = 0.5f * static_cast<float> (height);
-    juce::RectangleList<float> lines;
-    for (int x = 0; x < width && loadedFrames > 0; ++x)
+    juce::Image::BitmapData bitmap (picture, juce::Image::BitmapData::readWrite);
+    const auto hue = palette::decks[static_cast<size_t> (deckIndex)];
+    const auto rowOf = [height] (int sample) { return (fullScale - sample) * height / (2 * fullScale); };
+    for (int x = 0; x < width; ++x)
     {
-        const auto top = middle * (1.0f - columns.most[static_cast<size_t> (x)] / fullScale);
-        const auto bottom = middle * (1.0f - columns.least[static_cast<size_t> (x)] / fullScale);
-        lines.addWithoutMerging ({ static_cast<float> (x), top, 1.0f, std::max (1.0f, bottom - top) });
+        const auto top = rowOf (columns.most[static_cast<size_t> (x)]);
+        const auto bottom = rowOf (columns.least[static_cast<size_t> (x)]);
+        for (int y = std::min (top, height - 1); y < std::max (bottom, top + 1) && y < height; ++y)
+            bitmap.setPixelColour (x, y, hue);
     }
-    g.fillRectList (lines);
 }
 
 void DeckWaveformThumbnail::paint (juce::Graphics& g)
@@ -161,27 +163,31 @@ void DeckWaveformThumbnail::paintMinutes (juce::Graphics& g) const
     const auto step = xOf (player().sampleRate * 60.0);
     if (!(step > 2.0f))
         return;
+    const auto withNumbers = step >= leastMinuteWidth && getHeight() >= 2 * minuteTextHeight;
     g.setFont (SMLookAndFeel::font (SMLookAndFeel::labelSize));
     for (int minute = 1; static_cast<float> (minute) * step < static_cast<float> (getWidth()); ++minute)
     {
         const auto x = juce::roundToInt (static_cast<float> (minute) * step);
-        g.setColour (palette::value.withAlpha (0.7f));
+        g.setColour (palette::value);
         g.fillRect (x, getHeight() - minuteTick, 1, minuteTick);
-        if (step < leastMinuteWidth || getHeight() < 2 * minuteTextHeight)
+        if (!withNumbers)
             continue;
-        g.setColour (palette::label);
-        g.drawText (juce::String (minute), x + 2, getHeight() - minuteTextHeight, minuteTextWidth,
-                    minuteTextHeight, juce::Justification::centredLeft, false);
+        const juce::String text (minute);
+        const juce::Rectangle<int> chip (x + 1, getHeight() - minuteTextHeight,
+                                         g.getCurrentFont().getStringWidth (text) + 4, minuteTextHeight);
+        g.setColour (palette::ground.withAlpha (chipAlpha));
+        g.fillRect (chip);
+        g.setColour (palette::value);
+        g.drawText (text, chip, juce::Justification::centred, false);
     }
 }
 
 void DeckWaveformThumbnail::paintPlaces (juce::Graphics& g) const
 {
-    const auto hue = palette::decks[static_cast<size_t> (deckIndex)];
     if (places.loop.has_value())
     {
         const auto from = xOf (places.loop->in), to = xOf (places.loop->out);
-        g.setColour ((places.loop->running ? hue.brighter (0.8f) : palette::value).withAlpha (0.35f));
+        g.setColour ((places.loop->running ? palette::selected : palette::value).withAlpha (loopAlpha));
         g.fillRect (from, 0.0f, std::max (1.0f, to - from), static_cast<float> (getHeight()));
     }
     const auto mark = [&] (double frame, juce::Colour colour)
@@ -194,8 +200,13 @@ void DeckWaveformThumbnail::paintPlaces (juce::Graphics& g) const
     if (places.startPoint.has_value())
         mark (*places.startPoint, palette::label);
     for (int slot = 0; slot < hotCueCount; ++slot)
-        if (slot != places.currentCue && places.hasCue (slot))
-            mark (places.cues[static_cast<size_t> (slot)], palette::value);
+        if (places.hasCue (slot))
+            mark (places.cues[static_cast<size_t> (slot)], palette::cues[static_cast<size_t> (slot)]);
+    // The cue point's flag stands at the foot.
     if (const auto slot = places.currentCue; slot >= 0 && slot < cueSlotCount && places.hasCue (slot))
-        mark (places.cues[static_cast<size_t> (slot)], hue.brighter (0.6f));
+    {
+        g.setColour (palette::value);
+        const auto x = juce::roundToInt (xOf (places.cues[static_cast<size_t> (slot)]));
+        g.fillRect (x, getHeight() - flagSize, flagSize, flagSize);
+    }
 }

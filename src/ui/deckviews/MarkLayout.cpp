@@ -7,10 +7,11 @@ MarkLayout MarkLayout::of (std::span<const BeatWindow::Beat> beats, const TrackP
 {
     MarkLayout layout;
     const auto xOf = [&] (double frame) { return track.columnAt (frame) - left; };
-    const auto add = [&] (std::vector<Mark>& to, MarkKind kind, double frame, int number)
+    const auto add =
+        [&] (std::vector<Mark>& to, MarkKind kind, double frame, int number, bool running = false)
     {
         if (const auto x = xOf (frame); x >= 0 && x < width)
-            to.push_back ({ kind, static_cast<int> (x), number });
+            to.push_back ({ kind, static_cast<int> (x), number, running });
     };
 
     for (const auto& beat : beats)
@@ -26,17 +27,20 @@ MarkLayout MarkLayout::of (std::span<const BeatWindow::Beat> beats, const TrackP
             layout.loop = region;
     }
 
+    const auto manualRuns = places.loop.has_value() && places.loop->running && places.loopIn.has_value()
+                            && places.loop->in == *places.loopIn;
+    if (places.loopIn.has_value())
+        add (layout.flags, MarkKind::loopIn, *places.loopIn, 0, manualRuns);
+    if (places.loopOut.has_value())
+        add (layout.flags, MarkKind::loopOut, *places.loopOut, 0, manualRuns);
     if (places.startPoint.has_value())
         add (layout.flags, MarkKind::startPoint, *places.startPoint, 0);
-    if (places.loopIn.has_value())
-        add (layout.flags, MarkKind::loopIn, *places.loopIn, 0);
-    if (places.loopOut.has_value())
-        add (layout.flags, MarkKind::loopOut, *places.loopOut, 0);
-    for (int slot = 0; slot < hotCueCount; ++slot)
-        if (slot != places.currentCue && places.hasCue (slot))
-            add (layout.flags, MarkKind::hotCue, places.cues[static_cast<size_t> (slot)], slot + 1);
-    // The cue that the Cue button means lies on top.
     if (const auto slot = places.currentCue; slot >= 0 && slot < cueSlotCount && places.hasCue (slot))
-        add (layout.flags, MarkKind::currentCue, places.cues[static_cast<size_t> (slot)], slot + 1);
+        add (layout.flags, MarkKind::cuePoint, places.cues[static_cast<size_t> (slot)], slot + 1);
+    for (int slot = 0; slot < hotCueCount; ++slot)
+        if (places.hasCue (slot))
+            add (layout.flags, MarkKind::hotCue, places.cues[static_cast<size_t> (slot)], slot + 1);
+    if (places.startPoint.has_value())
+        layout.unreachable = static_cast<int> (std::clamp<int64_t> (xOf (*places.startPoint), 0, width));
     return layout;
 }

@@ -15,7 +15,7 @@ enum class MarkKind
     bar,      ///< every 4th
     beat,
     hotCue,
-    currentCue,
+    cuePoint, ///< what the Cue button goes to
     startPoint,
     loopIn,
     loopOut
@@ -43,8 +43,9 @@ constexpr int barNumber (int fromDownbeat) noexcept
 struct Mark
 {
     MarkKind kind = MarkKind::none;
-    int x = 0;      ///< physical pixels from the view's left edge
-    int number = 0; ///< of the bar or the cue slot, from 1; 0 for none
+    int x = 0;            ///< physical pixels from the view's left edge
+    int number = 0;       ///< of the bar or the cue slot, from 1; 0 for none
+    bool running = false; ///< of a loop's ends
     bool operator== (const Mark&) const = default;
 };
 
@@ -61,6 +62,7 @@ struct MarkLayout
     std::vector<Mark> beats; ///< in the order they are drawn, as the flags
     std::vector<Mark> flags;
     std::optional<Region> loop;
+    int unreachable = 0; ///< the columns before the start point
 
     bool operator== (const MarkLayout&) const = default;
 

@@ -1,4 +1,5 @@
 #include "ui/deckviews/MarkPainter.h"
+
 #include "skin/Palette.h"
 #include "ui/look/SMLookAndFeel.h"
 
@@ -6,31 +7,33 @@ namespace
 {
 constexpr float beatOpacity = 0.3f;
 constexpr int flagLine = 104;
-const juce::Colour numberColour { 0xffa0a1a3 }, anchorNumberColour { 0xffbfc0c1 };
+constexpr float runningFill = 0.2f, runningEdge = 0.7f, waitingFill = 0.1f, waitingEdge = 0.3f;
+constexpr float unreachableAlpha = 0.6f;
 }
 
-void MarkPainter::prepare (TrackScale t, juce::Colour deckHue)
+void MarkPainter::prepare (TrackScale t, int deck)
 {
     track = t;
-    hue = deckHue;
-    sprites.prepare (t, deckHue);
-}
-
-void MarkPainter::blit (juce::Graphics& g, Sprite sprite, int frame, int x, int top) const
-{
-    g.drawImageAt (sprites.get (sprite, frame), x, top);
+    sprites.prepare (t, deck);
 }
 
 void MarkPainter::paintLoop (juce::Graphics& g, const MarkLayout::Region& loop, juce::Range<int> rows) const
 {
     const auto area =
         juce::Rectangle<int>::leftTopRightBottom (loop.left, rows.getStart(), loop.right, rows.getEnd());
-    g.setColour ((loop.running ? hue : palette::label).withAlpha (loop.running ? 0.24f : 0.12f));
+    const auto colour = loop.running ? palette::selected : palette::label;
+    g.setColour (colour.withAlpha (loop.running ? runningFill : waitingFill));
     g.fillRect (area);
-    g.setColour ((loop.running ? hue : palette::label).withAlpha (loop.running ? 0.7f : 0.3f));
-    const auto edge = std::max (1, track.length (1));
+    g.setColour (colour.withAlpha (loop.running ? runningEdge : waitingEdge));
+    const auto edge = track.length (1);
     g.fillRect (area.withHeight (edge));
     g.fillRect (area.withTop (area.getBottom() - edge));
+}
+
+void MarkPainter::paintUnreachable (juce::Graphics& g, int right, juce::Range<int> rows) const
+{
+    g.setColour (palette::panel.withAlpha (unreachableAlpha));
+    g.fillRect (juce::Rectangle<int>::leftTopRightBottom (0, rows.getStart(), right, rows.getEnd()));
 }
 
 void MarkPainter::paintMarks (juce::Graphics& g, const MarkLayout& layout) const
@@ -47,55 +50,62 @@ void MarkPainter::paintBeat (juce::Graphics& g, const Mark& mark) const
     if (mark.kind == MarkKind::beat)
     {
         g.setOpacity (beatOpacity);
-        blit (g, Sprite::thinLine, 0, mark.x, top);
-        g.setOpacity (1.0f);
+        g.drawImageAt (sprites.get (Sprite::beatLine), mark.x, top);
         return;
     }
 
     const auto isBar = mark.kind == MarkKind::bar;
     const auto frame = mark.kind == MarkKind::downbeat ? 1 : 0;
-    const auto& head = sprites.get (isBar ? Sprite::beat : Sprite::bigBeat, frame);
+    const auto& head = sprites.get (isBar ? Sprite::barMark : Sprite::phraseMark, frame);
     g.setOpacity (1.0f);
-    g.drawImageAt (head, mark.x - (head.getWidth() - std::max (1, track.length (1))) / 2, top);
-    blit (g, isBar ? Sprite::line : Sprite::bigLine, frame, mark.x, top + head.getHeight());
+    g.drawImageAt (head, mark.x - (head.getWidth() - track.length (1)) / 2, top);
+    g.drawImageAt (sprites.get (isBar ? Sprite::barLine : Sprite::phraseLine, frame), mark.x,
+                   top + head.getHeight());
 
-    g.setColour (frame == 1 ? anchorNumberColour : numberColour);
+    g.setColour (frame == 1 ? palette::anchorNumber : palette::barNumber);
     g.setFont (SMLookAndFeel::font (static_cast<float> (SMLookAndFeel::labelSize * track.scale)));
     g.drawText (juce::String (mark.number), mark.x + y (numberOffset), y (numberTop), y (40),
                 y (numberHeight), juce::Justification::centredLeft, false);
-    g.setOpacity (1.0f);
+}
+
+int MarkPainter::clothX (int pole, int width, Cloth side) const
+{
+    return side == Cloth::beforePole ? pole + track.length (1) - width : pole;
+}
+
+/** A flag above the peaks, its line below it. */
+void MarkPainter::hang (juce::Graphics& g, Sprite flag, Sprite line, int frame, int x, Cloth side) const
+{
+    const auto& cloth = sprites.get (flag, frame);
+    g.drawImageAt (sprites.get (line, frame), x, y (cueFlagTop) + cloth.getHeight());
+    g.drawImageAt (cloth, clothX (x, cloth.getWidth(), side), y (cueFlagTop));
+}
+
+/** A flag below the peaks, its line above it. */
+void MarkPainter::stand (juce::Graphics& g, Sprite flag, Sprite line, int frame, int x, Cloth side) const
+{
+    const auto& cloth = sprites.get (flag, frame);
+    g.drawImageAt (sprites.get (line, frame), x, y (lowFlagTop - flagLine));
+    g.drawImageAt (cloth, clothX (x, cloth.getWidth(), side), y (lowFlagTop));
 }
 
 void MarkPainter::paintFlag (juce::Graphics& g, const Mark& mark) const
 {
-    const auto slot = mark.number - 1;
-    const auto cue = [&] (Sprite flag, Sprite line)
-    {
-        // The cloth hangs before the pole, and above the peaks: what begins at the mark is free to be seen.
-        const auto& cloth = sprites.get (flag, slot);
-        blit (g, line, slot, mark.x, y (cueFlagTop) + cloth.getHeight());
-        g.drawImageAt (cloth, mark.x + std::max (1, track.length (1)) - cloth.getWidth(), y (cueFlagTop));
-    };
-    const auto fromBelow = [&] (Sprite flag, bool before)
-    {
-        const auto& cloth = sprites.get (flag);
-        blit (g, Sprite::loopLine, 0, mark.x, y (loopFlagTop - flagLine));
-        g.drawImageAt (cloth, before ? mark.x + std::max (1, track.length (1)) - cloth.getWidth() : mark.x,
-                       y (loopFlagTop));
-    };
     g.setOpacity (1.0f);
+    const auto running = mark.running ? 1 : 0;
     switch (mark.kind)
     {
+    // A cue's cloth hangs before its pole: what begins at the mark is free to be seen.
     case MarkKind::hotCue:
-        return cue (Sprite::hotCue, Sprite::hotCueLine);
-    case MarkKind::currentCue:
-        return cue (Sprite::currentCue, Sprite::currentCueLine);
+        return hang (g, Sprite::hotCue, Sprite::hotCueLine, mark.number - 1, mark.x, Cloth::beforePole);
+    case MarkKind::cuePoint:
+        return stand (g, Sprite::cuePoint, Sprite::cuePointLine, 0, mark.x, Cloth::behindPole);
     case MarkKind::startPoint:
-        return fromBelow (Sprite::startPoint, false);
+        return hang (g, Sprite::loopIn, Sprite::loopLine, 0, mark.x, Cloth::behindPole);
     case MarkKind::loopIn:
-        return fromBelow (Sprite::loopIn, false);
+        return stand (g, Sprite::loopIn, Sprite::loopLine, running, mark.x, Cloth::behindPole);
     case MarkKind::loopOut:
-        return fromBelow (Sprite::loopOut, true);
+        return stand (g, Sprite::loopOut, Sprite::loopLine, running, mark.x, Cloth::beforePole);
     default:
         return;
     }

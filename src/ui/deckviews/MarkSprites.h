@@ -7,37 +7,35 @@
 #include <array>
 #include <vector>
 
-/** The small pictures that marks are made of, drawn once for a scale. Sizes in logical pixels. */
+/** The small pictures of the skin that marks are made of, at the size of a screen's pixels. Message thread. */
 class MarkSprites
 {
 public:
     enum class Sprite
     {
-        bigBeat,  ///< 7 by 7; frame 1 is the anchor's
-        beat,     ///< 5 by 5
-        bigLine,  ///< 1 by 130; frame 1 is the anchor's
-        line,     ///< 1 by 132
-        thinLine, ///< 1 by 137, opaque: the one who draws it knows how faint it is
-        hotCue,   ///< 7 by 11, frames 0 to 15: the cue slot
+        phraseMark, ///< frame 1 is the downbeat's
+        barMark,
+        phraseLine, ///< frame 1 is the downbeat's
+        barLine,
+        beatLine,
+        hotCue, ///< frames 0 to 7: the cue
         hotCueLine,
-        currentCue, ///< the same in the deck's hue
-        currentCueLine,
-        startPoint,
-        loopIn,
+        cuePoint,
+        cuePointLine,
+        loopIn, ///< frame 1 is the running loop's, as of the next two
         loopOut,
-        loopLine, ///< 1 by 104, as the other lines of flags
-        playhead, ///< 4 by 140
+        loopLine,
+        playhead,
         count
     };
 
-    /** Does nothing if it is prepared for these already. */
-    void prepare (TrackScale, juce::Colour deckHue);
+    /** Does nothing if it is prepared for these already. @param deck   0 to 3 */
+    void prepare (TrackScale, int deck);
 
-    /** At physical size. */
     const juce::Image& get (Sprite, int frame = 0) const;
 
 private:
     std::array<std::vector<juce::Image>, static_cast<size_t> (Sprite::count)> images;
     double scale = 0.0;
-    juce::Colour hue;
+    int preparedDeck = -1;
 };

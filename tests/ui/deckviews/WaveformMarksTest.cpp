@@ -68,7 +68,9 @@ TEST (WaveformMarks, StandAtTheirPlacesInBothKindsOfGrid)
     const auto layout = layoutOf (TrackPlaces::of (deck));
     const MarkLayout::Region loop { 400, 400 + 22'050 / 512, true };
     EXPECT_EQ (layout.loop, loop);
-    const std::vector<Mark> flags { { MarkKind::hotCue, 410, 1 }, { MarkKind::currentCue, 390, 4 } };
+    const std::vector<Mark> flags { { MarkKind::cuePoint, 390, 4 },
+                                    { MarkKind::hotCue, 410, 1 },
+                                    { MarkKind::hotCue, 390, 4 } };
     EXPECT_EQ (layout.flags, flags);
     EXPECT_FALSE (layoutOf (TrackPlaces::of (bench.deck (1))).loop.has_value());
 }
