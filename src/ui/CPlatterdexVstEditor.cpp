@@ -42,7 +42,7 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, std::function<void()
     content.addAndMakeVisible (global);
     content.addAndMakeVisible (ghostMixer);
     content.addAndMakeVisible (browser);
-    content.addAndMakeVisible (corner);
+    addAndMakeVisible (corner); // not scaled, so that it keeps to the hand
 
     engine.listeners.add (*this);
     setResizable (true, false);
@@ -143,7 +143,8 @@ void CPlatterdexVstEditor::arrange()
     place (global, layout.global, desk);
     place (ghostMixer, layout.ghostMixer, desk);
     place (browser, layout.browser, desk && browserShown);
-    corner.setBounds (layout.resizer);
+    corner.setBounds (layout.resizer.withPosition (getWidth() - layout.resizer.getWidth(),
+                                                   getHeight() - layout.resizer.getHeight()));
     if (parameters != nullptr)
         place (*parameters, content.getLocalBounds().withTrimmedTop (layout.header.getBottom() + 2),
                parametersShown);
@@ -155,7 +156,6 @@ void CPlatterdexVstEditor::showParameters (bool shown)
     {
         parameters = std::make_unique<ParameterList> (engine);
         content.addChildComponent (*parameters);
-        corner.toFront (false);
     }
     parametersShown = shown;
     arrange();

@@ -144,12 +144,32 @@ void DeckComponent::updateTexts()
         repaint (area);
 }
 
+/** The strip's ground lies behind a waveform that is painted anew 25 times a second, so it is put together once. */
+void DeckComponent::paintGround (juce::Graphics& g)
+{
+    const auto scale = skin::scaleOf (g);
+    const auto size = (getLocalBounds().toFloat() * scale).getSmallestIntegerContainer();
+    if (ground.getBounds() != size)
+    {
+        ground = juce::Image (juce::Image::RGB, size.getWidth(), size.getHeight(), false,
+                              juce::SoftwareImageType());
+        juce::Graphics into (ground);
+        into.fillAll (palette::ground);
+        into.addTransform (juce::AffineTransform::scale (scale));
+        const auto strip = skin::strip ("deck_strip", scale);
+        strip.drawWide (into, getLocalBounds(), 0, strip.width / 3);
+        skin::strip ("deck_column", scale).draw (into, layout().transport, 0);
+    }
+    const juce::Graphics::ScopedSaveState state (g);
+    g.addTransform (juce::AffineTransform::scale (1.0f / scale));
+    g.setImageResamplingQuality (juce::Graphics::lowResamplingQuality);
+    g.setOpacity (1.0f);
+    g.drawImageAt (ground, 0, 0);
+}
+
 void DeckComponent::paint (juce::Graphics& g)
 {
-    const auto strip = skin::strip ("deck_strip", g);
-    const auto end = strip.width / 3;
-    strip.drawWide (g, getLocalBounds(), 0, end);
-    skin::strip ("deck_column", g).draw (g, layout().transport, 0);
+    paintGround (g);
 
     // Where a side has no panel a line parts the waveform from what is beside it.
     g.setColour (palette::edgeDark);

@@ -60,6 +60,7 @@ private:
     void makePanels();
     void updateNotice();
     void updateTexts();
+    void paintGround (juce::Graphics&);
     void paintTexts (juce::Graphics&) const;
     void setDropTarget (bool);
     void openMenu();
@@ -72,6 +73,7 @@ private:
     std::vector<std::unique_ptr<DeckContainerPanel>> leftPanels, rightPanels;
     std::unique_ptr<juce::FileChooser> chooser;
 
+    juce::Image ground; ///< of the strip, in the pixels of the last paint
     Texts shown;
     juce::StringArray message, shownNotice;
     int messageTurns = 0; ///< polls that the message still stands on a deck with a track

@@ -21,6 +21,7 @@ DeckContainerPanel::DeckContainerPanel (CPlatterdex& e, int deck, Side s, int se
       side (s),
       seat (seatIndex)
 {
+    setOpaque (true);
     title.setComponentID ("_panelComboBox");
     title.setTooltip (tooltip);
     title.onFillMenu = [this] (juce::PopupMenu& menu)

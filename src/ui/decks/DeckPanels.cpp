@@ -81,22 +81,35 @@ DeckLoopPanel::DeckLoopPanel (CPlatterdex& e, int deck) : ControlPanel (e, Pace:
 
 DeckCuePanel::DeckCuePanel (CPlatterdex& e, int deck) : ControlPanel (e, Pace::calm), deckIndex (deck)
 {
-    for (int slot = 0; slot < 8; ++slot)
+    for (int slot = 0; slot < hotCueCount; ++slot)
     {
         const auto number = std::to_string (slot + 1);
         const auto set = "HOT_CUE_" + number + "_", remove = "DELETE_HOT_CUE_" + number + "_";
         const auto tip = "Hot cue " + number + ": sets it, or jumps to it. Right click deletes it.";
-        addControl ({ Kind::text,
-                      "_hotCueButton",
-                      set.c_str(),
-                      number.c_str(),
-                      { slot % 2 == 0 ? margin : right, slot / 2 * hotCueStep, half, hotCueHeight },
-                      tip.c_str(),
-                      Lit::deck,
-                      remove.c_str() },
-                    deck);
+        auto* made =
+            addControl ({ Kind::text,
+                          "_hotCueButton",
+                          set.c_str(),
+                          number.c_str(),
+                          { slot % 2 == 0 ? margin : right, slot / 2 * hotCueStep, half, hotCueHeight },
+                          tip.c_str(),
+                          Lit::deck,
+                          remove.c_str() },
+                        deck);
+        buttons[static_cast<size_t> (slot)] = dynamic_cast<PXTextButton*> (made);
     }
     addControls (cueTable, deck);
+}
+
+void DeckCuePanel::paintOverChildren (juce::Graphics& g)
+{
+    // A slot that is set bears the colour of its flag on the waveform.
+    for (size_t slot = 0; slot < buttons.size(); ++slot)
+        if (buttons[slot] != nullptr && buttons[slot]->getToggleState())
+        {
+            g.setColour (palette::cues[slot]);
+            g.fillRect (buttons[slot]->getBounds().reduced (4).removeFromLeft (4));
+        }
 }
 
 void DeckCuePanel::mouseDown (const juce::MouseEvent& event)

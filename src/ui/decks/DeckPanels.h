@@ -1,7 +1,9 @@
 #pragma once
 
+#include "deck/DeckNumbers.h"
 #include "ui/panel/ControlPanel.h"
 
+#include <array>
 #include <functional>
 
 class PXTextButton;
@@ -21,10 +23,13 @@ class DeckCuePanel : public ControlPanel
 public:
     DeckCuePanel (CPlatterdex&, int deck);
 
+    void paintOverChildren (juce::Graphics&) override;
+
 private:
     void mouseDown (const juce::MouseEvent&) override;
 
     const int deckIndex;
+    std::array<PXTextButton*, hotCueCount> buttons {};
 };
 
 /** Key and key lock. */
