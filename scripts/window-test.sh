@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Opens the application on a display of its own, once with a JACK server and once without: plays a track by a click,
-# looks whether the deck lights up, and ends it as the system would.
+# moves crossfader and record by the mouse, changes mode and size, and ends it as the system would.
 # usage: scripts/window-test.sh PROGRAM [FOLDER]    pictures of the window are left in FOLDER
 # WINDOW_TEST_JACK=no leaves the run with JACK out.
 set -euo pipefail
@@ -35,6 +35,23 @@ colour_at() {
 }
 has_colour() { [ "$(colour_at "$1" "$2")" = "$3" ]; }
 lacks_colour() { ! has_colour "$@"; }
+# The colours of points in a row of the screen: left end, row, length.
+row_at() {
+    ffmpeg -loglevel error -f x11grab -video_size "$3x2" -i "$DISPLAY+$1,$2" -frames:v 1 -pix_fmt rgb24 -f rawvideo - | md5sum
+}
+resized_to() { xdotool getwindowgeometry "$1" | grep -q "Geometry: $2x"; }
+# find_window WINDOW: sets left, top, WIDTH and HEIGHT once it stands still.
+find_window() {
+    local last=none
+    until [ "$last" = "$(xdotool getwindowgeometry "$1")" ]; do # it may still be on its way to its place
+        last=$(xdotool getwindowgeometry "$1")
+        sleep 0.5
+    done
+    eval "$(xdotool getwindowgeometry --shell "$1")"
+    # The window's place as the pointer finds it; its geometry counts the frame twice.
+    eval "$(xdotool mousemove --window "$1" 0 0 getmouselocation --shell)"
+    left=$X top=$Y
+}
 picture() { ffmpeg -loglevel error -y -f x11grab -video_size 1400x900 -i "$DISPLAY" -frames:v 1 "$pictures/$1.png"; }
 
 mkfifo "$work/display"
@@ -50,6 +67,13 @@ until_true "the window manager does not start" xdotool get_num_desktops
 "$program" demo-tracks "$work/tracks" >"$work/tracks.log" || fail "the demo tracks can't be written"
 track=$(find "$work/tracks" -name '*.flac' | sort | head -1)
 
+# open_and_close: the window goes while its track still loads.
+open_and_close() {
+    for _ in 1 2 3; do
+        "$program" "$track" --root "$work/root-quick" --quit-after 1 >"$work/quick.log" 2>&1 || fail "it does not end by itself"
+    done
+}
+
 # run NAME DEVICE: one life of the application; its output must name the audio device.
 run() {
     local name=$1 device=$2 root=$work/root-$1
@@ -58,33 +82,65 @@ run() {
     started+=($process)
 
     until_true "$name: no window" xdotool search --onlyvisible --name '^Platterdex$'
-    local window last=none
+    local window
     window=$(xdotool search --onlyvisible --name '^Platterdex$' | tail -1)
-    until [ "$last" = "$(xdotool getwindowgeometry "$window")" ]; do # it may still be on its way to its place
-        last=$(xdotool getwindowgeometry "$window")
-        sleep 0.5
-    done
-    eval "$(xdotool getwindowgeometry --shell "$window")"
-    local height=$HEIGHT right=$((WIDTH - 70))
-    # The window's place as the pointer finds it; its geometry counts the frame twice.
-    eval "$(xdotool mousemove --window "$window" 0 0 getmouselocation --shell)"
-    local left=$X top=$Y
-    # In the first row: the corner of the deck's letter, the middle of the waveform, and Play.
-    local row=$(((height - 40 - 48 - 8 - 12) / 4))
-    local letter_x=$((left + 24)) letter_y=$((top + 56))
-    local wave_x=$((left + 300)) wave_y=$((top + 44 + 40 + (row - 112) / 2 + 8))
-    local play_x=$((left + 190)) play_y=$((top + 44 + row - 52))
+    find_window "$window"
 
-    until_true "$name: the waveform does not appear" lacks_colour "$wave_x" "$wave_y" 16181a
-    has_colour "$letter_x" "$letter_y" 2b2e32 || fail "$name: the deck is lit before it plays"
+    # In deck A, from the editor's corner: its letter, lit while it plays; a row of the thumbnail and of the waveform;
+    # Play. The strip is (width - 230) / 2 wide, the block between the decks begins 2 pixels after it.
+    local deck=$(((WIDTH - 230) / 2))
+    local letter_x=$((left + 14)) letter_y=$((top + 75))
+    local thumb_y=$((top + 55 + 222)) wave_y=$((top + 55 + 120))
+    local wave_x=$((left + 5 + (deck + 49) / 2))
+    local play_x=$((left + 5 + 24)) play_y=$((top + 55 + 170))
+    local lit=56b4e9 unlit=2b2e32
+
+    until_true "$name: the waveform does not appear" has_colour "$((left + deck / 2))" "$thumb_y" $lit
+    has_colour "$letter_x" "$letter_y" $unlit || fail "$name: the deck is lit before it plays"
     picture "$name-loaded"
     xdotool mousemove "$play_x" "$play_y" click 1
-    until_true "$name: a click on Play does not start the deck" has_colour "$letter_x" "$letter_y" 56b4e9
-    xdotool mousemove "$((left + 500))" "$((top + 20))"
+    until_true "$name: a click on Play does not start the deck" has_colour "$letter_x" "$letter_y" $lit
+    xdotool mousemove "$((left + 500))" "$((top + HEIGHT - 40))"
     picture "$name-playing"
     xdotool key space
-    until_true "$name: the space bar does not stop the deck" has_colour "$letter_x" "$letter_y" 2b2e32
-    xdotool mousemove "$((left + right))" "$((top + 20))" click 1
+    until_true "$name: the space bar does not stop the deck" has_colour "$letter_x" "$letter_y" $unlit
+
+    # The crossfader, 36 pixels into its row below the two channels: its cap follows the hand to the left end.
+    local fader_x=$((left + deck + 7 + 36)) fader_y=$((top + 22 + 275 - 44 + 22))
+    local cap_before
+    cap_before=$(colour_at "$((fader_x + 14))" "$fader_y")
+    xdotool mousemove "$((fader_x + 48))" "$fader_y" mousedown 1 mousemove "$((fader_x + 20))" "$fader_y" \
+        mousemove "$((fader_x - 20))" "$fader_y" mouseup 1
+    until_true "$name: the crossfader does not follow the hand" lacks_colour "$((fader_x + 14))" "$fader_y" "$cap_before"
+
+    # A hand on the waveform of the stopped deck moves the record; the picture under it changes.
+    local row_before
+    row_before=$(row_at "$((wave_x - 60))" "$wave_y" 40)
+    xdotool mousemove "$wave_x" "$wave_y" mousedown 1
+    for step in $(seq 1 10); do
+        xdotool mousemove "$((wave_x - 6 * step))" "$wave_y"
+        sleep 0.05
+    done
+    xdotool mouseup 1
+    [ "$row_before" != "$(row_at "$((wave_x - 60))" "$wave_y" 40)" ] || fail "$name: the waveform does not follow the hand"
+    picture "$name-scratched"
+
+    # Four decks and back: deck C's letter comes and goes. A resize in between, and a load while the mode changes.
+    xdotool mousemove "$((left + 5 + 159 + 20))" "$((top + 5 + 24))" click 1
+    until_true "$name: deck C does not appear" has_colour "$letter_x" "$((top + 296 + 20))" $unlit
+    picture "$name-four"
+    xdotool windowsize "$window" 1100 760
+    until_true "$name: the window keeps its size" resized_to "$window" 1100
+    find_window "$window"
+    picture "$name-small"
+    xdotool mousemove "$((left + 5 + 159 + 20))" "$((top + 5 + 24))" click 1
+    until_true "$name: deck C does not go" lacks_colour "$((left + 14))" "$((top + 296 + 20))" $unlit
+
+    # The preferences' menu opens the audio settings by its first line.
+    xdotool mousemove "$((left + 5 + 159 + 56))" "$((top + 5 + 24))" click 1
+    sleep 0.5
+    picture "$name-menu"
+    xdotool key Down Return
     until_true "$name: no audio dialog" xdotool search --onlyvisible --name '^Audio settings$'
     xdotool mousemove 5 5
     picture "$name-audio"
@@ -101,6 +157,7 @@ run() {
 }
 
 export JACK_NO_AUDIO_RESERVATION=1
+JACK_DEFAULT_SERVER=platterdex-none-$$ open_and_close
 JACK_DEFAULT_SERVER=platterdex-none-$$ run without-jack '^(No audio device found: running silently\.|Audio device: ALSA,)'
 
 if [ "${WINDOW_TEST_JACK:-yes}" != yes ]; then

@@ -19,14 +19,16 @@ double smoothStep (double x)
     return x * x * (3.0 - 2.0 * x);
 }
 
-int smoothed (int old, double target)
+uint8_t toByte (double value)
 {
-    return static_cast<int> (old + (target - old) * 0.5);
+    return static_cast<uint8_t> (std::clamp (static_cast<int> (value), 0, 255));
 }
 
-uint8_t toByte (int value)
+/** One step of the one-pole smoothing. What is kept is the byte that is shown, so that a band that towers above the
+    range, as a lone tone in the middle does, is gone from the picture as soon as from the sound. */
+uint8_t smoothed (uint8_t old, double target)
 {
-    return static_cast<uint8_t> (std::clamp (value, 0, 255));
+    return toByte (old + (target - old) * 0.5);
 }
 }
 
@@ -96,8 +98,7 @@ void TrackIngest::accumulate (const int16_t* left, const int16_t* right, int fra
 void TrackIngest::closeLevel()
 {
     const auto entry = static_cast<size_t> ((written - 1) / framesPerOverviewEntry);
-    deck.overview->overviewLevel[entry] =
-        toByte (static_cast<int> (std::sqrt (static_cast<double> (levelSum) * levelScale)));
+    deck.overview->overviewLevel[entry] = toByte (std::sqrt (static_cast<double> (levelSum) * levelScale));
     levelFrames = 0;
     levelSum = 0;
 }
@@ -146,7 +147,7 @@ void TrackIngest::closeEntry()
     colours.low = smoothed (colours.low, smoothStep ((low - least) / range) * 150.0);
     colours.mid = smoothed (colours.mid, (mid - least) / range * 160.0);
     colours.high = smoothed (colours.high, smoothStep ((high - least) / range) * 170.0);
-    deck.overview->overviewLow[entry] = toByte (colours.low);
-    deck.overview->overviewMid[entry] = toByte (colours.mid);
-    deck.overview->overviewHigh[entry] = toByte (colours.high);
+    deck.overview->overviewLow[entry] = colours.low;
+    deck.overview->overviewMid[entry] = colours.mid;
+    deck.overview->overviewHigh[entry] = colours.high;
 }

@@ -11,6 +11,7 @@
 class TrackIngest
 {
 public:
+    /** Goes on where the deck's frames end, which is the start of an entry: a job begins with an emptied deck. */
     explicit TrackIngest (DeckPlayer&);
 
     /** Appends frames and publishes them to the audio thread. Frames beyond the deck's memory are dropped.
@@ -21,7 +22,7 @@ private:
     /** The three band colours of one entry, smoothed from entry to entry. */
     struct Colours
     {
-        int low = 0, mid = 0, high = 0;
+        uint8_t low = 0, mid = 0, high = 0;
     };
 
     void accumulate (const int16_t* left, const int16_t* right, int frames);

@@ -330,6 +330,15 @@ void Transport::setScratch (int deckIndex, bool on, bool touched)
     deck->scratchOn = on ? 1 : 0;
 }
 
+void Transport::dragJog (int deckIndex, double move, double gain)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr || !std::isfinite (move * gain))
+        return;
+    const CallbackLock lock (world.callbackLock, "dragJog");
+    deck->jogValue += (deck->jogValue - move) * gain;
+}
+
 void Transport::setReverse (int deckIndex, bool on)
 {
     if (auto* deck = world.deck (deckIndex))

@@ -47,6 +47,12 @@ public:
     /** @param touched   the hand is on the wheel: the mark ages and clears by itself after 2 s */
     void setScratch (int deck, bool on, bool touched);
 
+    /** A step of a hand that drags the picture of the sound: the speed leans against the move, so that a hand that goes
+        right, and the picture with it, goes back in the track.
+        @param move   of the hand since the last step, in pixels, positive to the right
+        @param gain   speed per pixel, 0 to 1 */
+    void dragJog (int deck, double move, double gain);
+
     /** Plays the deck backwards, or forwards again; the rate turns round within its 5 ms. */
     void setReverse (int deck, bool on);
 

@@ -41,7 +41,9 @@ struct DeckSetup
     Relaxed<int8_t> pfl { 0 };
     uint8_t reserved38 = 1;
     Relaxed<int8_t> crossfaderSide { 0 }; ///< 0 left, 1 right
-    std::array<uint8_t, 8> reserved40 { 0, 7, 7, 7, 6, 7, 7, 7 };
+    std::array<Relaxed<int8_t>, 4> panelsLeft { 0, 7, 7,
+                                                7 }; ///< utility panel of each seat: DeckPanel in the editor
+    std::array<Relaxed<int8_t>, 4> panelsRight { 6, 7, 7, 7 };
     Relaxed<int8_t> vstOnMaster { 0 };
     std::array<uint8_t, 7> reserved49 {};
 };
@@ -151,7 +153,8 @@ static_assert (offsetof (DeckSetup, lineThrough) == 36);
 static_assert (offsetof (DeckSetup, pfl) == 37);
 static_assert (offsetof (DeckSetup, reserved38) == 38);
 static_assert (offsetof (DeckSetup, crossfaderSide) == 39);
-static_assert (offsetof (DeckSetup, reserved40) == 40);
+static_assert (offsetof (DeckSetup, panelsLeft) == 40);
+static_assert (offsetof (DeckSetup, panelsRight) == 44);
 static_assert (offsetof (DeckSetup, vstOnMaster) == 48);
 static_assert (offsetof (DeckSetup, reserved49) == 49);
 static_assert (offsetof (EngineSettings, audioFolder) == 0x0000);

@@ -1,9 +1,9 @@
 #include "standalone/ApplicationAudio.h"
 
 #include "engine/CPlatterdex.h"
+#include "skin/Palette.h"
 #include "standalone/SilentDevice.h"
 #include "standalone/Verb.h"
-#include "ui/Look.h"
 
 #include <alsa/asoundlib.h>
 
@@ -31,7 +31,7 @@ void quietLibraries (juce::DynamicLibrary& jack)
 class SettingsDialog : public juce::DialogWindow
 {
 public:
-    SettingsDialog() : DialogWindow ("Audio settings", Look::panel, true) {}
+    SettingsDialog() : DialogWindow ("Audio settings", palette::panel, true) {}
 
 private:
     void closeButtonPressed() override { setVisible (false); }

@@ -1,5 +1,6 @@
 #include "standalone/ApplicationSession.h"
 
+#include "demo/DemoTracks.h"
 #include "standalone/LibraryAutomix.h"
 #include "standalone/LibrarySession.h"
 
@@ -11,10 +12,8 @@ ApplicationSession::ApplicationSession (const Folders& folders, const juce::Arra
     engine.setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
 
     std::unique_ptr<juce::AudioProcessorEditor> content (engine.createEditorIfNeeded());
-    window = std::make_unique<MainWindow> (
-        std::move (content),
-        juce::Point (CPlatterdexVstEditor::minimumWidth, CPlatterdexVstEditor::minimumHeight),
-        folders.setup().getChildFile ("window.txt"), [this] { askToQuit(); });
+    window = std::make_unique<MainWindow> (std::move (content), folders.setup().getChildFile ("window.txt"),
+                                           [this] { askToQuit(); });
 
     for (int deck = 0; deck < tracks.size(); ++deck)
         engine.loadTrack (tracks[deck], deck);
@@ -74,11 +73,23 @@ void ApplicationSession::offerDemoTracks()
     const juce::File folder (engine.settings.audioFolder.get());
     if (!engine.isFirstRun || !ApplicationDemoTracks::isWanted (folder))
         return;
-    editor->setStatus ("Writing demo tracks into the audio folder...");
+    editor->setStatus ("Writing demo tracks...");
     demoTracks = std::make_unique<ApplicationDemoTracks> (folder,
                                                           [this] (const juce::String& sentence)
                                                           {
                                                               if (editor != nullptr)
                                                                   editor->setStatus (sentence);
+                                                              loadDemoTracks();
                                                           });
+}
+
+void ApplicationSession::loadDemoTracks()
+{
+    const juce::File folder (engine.settings.audioFolder.get());
+    for (int deck = 0; deck < 2; ++deck)
+    {
+        const auto track = folder.getChildFile (::demoTracks()[static_cast<size_t> (deck)].fileName);
+        if (track.existsAsFile() && engine.decks.deck (deck)->loadedFrames == 0)
+            engine.loadTrack (track, deck);
+    }
 }

@@ -7,6 +7,7 @@
 #include "standalone/ApplicationSignals.h"
 #include "standalone/MainWindow.h"
 #include "ui/CPlatterdexVstEditor.h"
+#include "ui/look/DefaultLook.h"
 
 /** One run of the application: engine, device and window, made in this order and gone in the reverse one. */
 class ApplicationSession
@@ -22,15 +23,10 @@ private:
     bool isPerforming() const;
     void offerDemoTracks();
 
-    /** The look of every window that isn't the editor's own. */
-    struct Dressed
-    {
-        Dressed() { juce::LookAndFeel::setDefaultLookAndFeel (&look); }
-        ~Dressed() { juce::LookAndFeel::setDefaultLookAndFeel (nullptr); }
-        Look look;
-    };
+    /** The first two onto decks A and B, as far as these are empty. */
+    void loadDemoTracks();
 
-    const Dressed dressed;
+    const juce::SharedResourcePointer<DefaultLook> look; ///< also of the windows that aren't the editor's
     const std::shared_ptr<Prompts> prompts = std::make_shared<ApplicationPrompts>();
     CPlatterdex engine;
     ApplicationAudio audio;

@@ -9,6 +9,7 @@
 #include "standalone/PerformVerb.h"
 #include "standalone/PlaylistVerb.h"
 #include "standalone/SmartVerb.h"
+#include "standalone/SnapshotVerb.h"
 #include "standalone/Verb.h"
 #include "support/AudioFileTypes.h"
 
@@ -26,6 +27,7 @@ constexpr std::array verbs {
     Verb { "playlist", "makes, fills and shows playlists", runPlaylist },
     Verb { "smart", "makes and shows smart playlists", runSmart },
     Verb { "export", "writes a list as M3U or as a web page", runExport },
+    Verb { "snapshot", "paints the window into a PNG file, without a display", runSnapshot },
     Verb { "commands", "prints the table of commands", runCommands },
     Verb { "demo-tracks", "writes the demo tracks into a folder", runDemoTracks },
 };

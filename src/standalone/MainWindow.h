@@ -5,17 +5,15 @@
 #include <functional>
 #include <memory>
 
-/** The application's window. Its place and size are kept in a file; below the content's smallest size the content is
-    drawn smaller as a whole. */
+/** The application's window. Its place and size are kept in a file; it grows and shrinks with its content. */
 class MainWindow : public juce::DocumentWindow
 {
 public:
     /** @param content     becomes the window's
-        @param smallest    the size that the content needs, in pixels
         @param placeFile   where the window's place and size are kept
         @param close       called when the user wants the window closed */
-    MainWindow (std::unique_ptr<juce::Component> content, juce::Point<int> smallest,
-                const juce::File& placeFile, std::function<void()> close);
+    MainWindow (std::unique_ptr<juce::Component> content, const juce::File& placeFile,
+                std::function<void()> close);
     ~MainWindow() override;
 
 private:

@@ -2,6 +2,8 @@
 
 #include "offline/SetPerformance.h"
 #include "standalone/Interruption.h"
+#include "standalone/RunRoot.h"
+#include "standalone/SetFile.h"
 #include "standalone/Verb.h"
 #include "standalone/VerbOptions.h"
 #include "standalone/WavInput.h"
@@ -39,76 +41,6 @@ constexpr const char* description =
     "  SECONDS end                              without it the run ends at the last line\n"
     "  # a comment";
 
-constexpr size_t largestSet = size_t { 64 } << 20;
-
-/** The engine's folder: the user's own, or one that goes with the run. */
-class RunRoot
-{
-public:
-    explicit RunRoot (const VerbOptions& given) : isTemporary (!given.has ("--root"))
-    {
-        folder = isTemporary ? juce::File::getSpecialLocation (juce::File::tempDirectory)
-                                   .getChildFile ("platterdex-" + juce::Uuid().toString())
-                             : given.fileOf ("--root");
-        if (folder.createDirectory().failed() || !folder.hasWriteAccess())
-            fault = "The folder " + folder.getFullPathName() + " can't be made or written.";
-    }
-
-    ~RunRoot()
-    {
-        if (isTemporary)
-            folder.deleteRecursively();
-    }
-
-    RunRoot (const RunRoot&) = delete;
-    RunRoot& operator= (const RunRoot&) = delete;
-
-    void warnOfLostRecordings() const
-    {
-        if (isTemporary
-            && Folders { folder }.diskRecorder().getNumberOfChildFiles (juce::File::findFiles) > 0)
-            reportLine (
-                "platterdex: The set made a recording that is removed with the run's temporary folder; "
-                "--root DIR keeps it.");
-    }
-
-    const bool isTemporary;
-    juce::File folder;
-    juce::String fault;
-};
-
-/** @returns the set, or nothing after a report */
-std::optional<SetScript> readSet (const juce::File& file)
-{
-    const auto path = file.getFullPathName();
-    if (file.isDirectory() || !file.exists())
-    {
-        failWith (path + (file.isDirectory() ? " is a folder, not a set." : " does not exist."));
-        return {};
-    }
-    juce::FileInputStream stream (file);
-    juce::MemoryBlock bytes;
-    if (stream.failedToOpen())
-    {
-        failWith (path + " can't be read.");
-        return {};
-    }
-    if (stream.readIntoMemoryBlock (bytes, static_cast<ssize_t> (largestSet) + 1) > largestSet)
-    {
-        failWith (path + " is larger than 64 MB, too large for a set.");
-        return {};
-    }
-
-    auto parsed = parseSetScript ({ static_cast<const char*> (bytes.getData()), bytes.getSize() });
-    if (const auto* error = std::get_if<SetScriptError> (&parsed))
-    {
-        failWith (path + ":" + juce::String (error->line) + ": "
-                  + juce::String::fromUTF8 (error->sentence.c_str()));
-        return {};
-    }
-    return std::get<SetScript> (std::move (parsed));
-}
-
 int perform (VerbOptions& given)
 {
     const auto rate = given.wholeNumber ("--rate", 44100, 8000, 192000);
@@ -127,7 +59,7 @@ int perform (VerbOptions& given)
         return failWith ("--out and --all-out name the same file.");
 
     const auto setFile = juce::File::getCurrentWorkingDirectory().getChildFile (given.positional[0]);
-    const auto script = readSet (setFile);
+    const auto script = readSetFile (setFile);
     if (!script)
         return ExitCode::badInput;
 

@@ -1,52 +1,54 @@
 #include "ui/CPlatterdexVstEditor.h"
 
 #include "engine/CPlatterdex.h"
+#include "skin/Palette.h"
 
 namespace
 {
-constexpr int startWidth = 1280, startHeight = 800, largest = 8192;
-constexpr int margin = 8, gap = 4;
-}
+constexpr int startWidth = 1280, startHeight = 800;
 
-CPlatterdexVstEditor::Layout::Layout (juce::Rectangle<int> window)
+int scaled (int length, int percent)
 {
-    header = window.removeFromTop (HeaderBar::height);
-    desk = window;
-    mixer = window.removeFromBottom (MixerBar::height);
-    auto area = window.reduced (margin, gap);
-    for (int deck = 0; deck < deckCount; ++deck)
-    {
-        const auto left = deckCount - deck;
-        rows[static_cast<size_t> (deck)] = area.removeFromTop ((area.getHeight() - gap * (left - 1)) / left);
-        area.removeFromTop (gap);
-    }
+    return juce::roundToInt (length * percent / 100.0);
+}
 }
 
 CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, std::function<void()> audioSettings)
     : AudioProcessorEditor (e),
       engine (e),
-      header (e, std::move (audioSettings)),
-      mixer (e),
+      scale (e.environment.folders.setup()),
+      header (e, actions (std::move (audioSettings))),
+      global (e),
+      ghostMixer (e),
+      corner (this, getConstrainer()),
+      tooltip (content, [&e] { return e.settings.editor[EditorPreference::showTooltips] != 0; }),
       keyboard (e)
 {
     setOpaque (true);
     setWantsKeyboardFocus (true);
-    header.onShowParameters = [this] (bool shown) { showParameters (shown); };
-    addAndMakeVisible (header);
-    addAndMakeVisible (mixer);
+    keyboard.onAction = [this] (KeyAction action, int deck) { act (action, deck); };
+
+    global.onTabChange = [this] { followArrangement(); };
+    content.setOpaque (true);
+    content.addMouseListener (this, true);
+    addAndMakeVisible (content);
+    content.addAndMakeVisible (header);
     for (int deck = 0; deck < deckCount; ++deck)
     {
-        auto& row = rows[static_cast<size_t> (deck)];
-        row = std::make_unique<DeckRow> (engine, deck);
-        addAndMakeVisible (*row);
+        auto& strip = decks[static_cast<size_t> (deck)];
+        strip = std::make_unique<DeckComponent> (engine, deck);
+        content.addAndMakeVisible (*strip);
     }
-    if (engine.settings.editor[EditorPreference::showTooltips] != 0)
-        tooltips = std::make_unique<juce::TooltipWindow> (this);
+    content.addAndMakeVisible (global);
+    content.addAndMakeVisible (ghostMixer);
+    content.addAndMakeVisible (browser);
+    addAndMakeVisible (corner); // not scaled, so that it keeps to the hand
 
     engine.listeners.add (*this);
     setResizable (true, false);
-    setResizeLimits (minimumWidth, minimumHeight, largest, largest);
-    setSize (startWidth, startHeight);
+    limitSize();
+    setSize (scaled (startWidth, scale.percent()), scaled (startHeight, scale.percent()));
+    followArrangement();
 }
 
 CPlatterdexVstEditor::~CPlatterdexVstEditor()
@@ -55,21 +57,97 @@ CPlatterdexVstEditor::~CPlatterdexVstEditor()
     engine.editorBeingDeleted (this);
 }
 
+HeaderActions CPlatterdexVstEditor::actions (std::function<void()> audioSettings)
+{
+    HeaderActions made;
+    // The window is ours where the audio device is.
+    if (audioSettings != nullptr)
+    {
+        made.setFullScreen = [this] (bool full) { setFullScreen (full); };
+        made.isFullScreen = [this] { return isFullScreen(); };
+    }
+    made.audioSettings = std::move (audioSettings);
+    made.showParameters = [this] (bool shown) { showParameters (shown); };
+    made.showsParameters = [this] { return parametersShown; };
+    made.setScale = [this] (int percent) { setScale (percent); };
+    made.scale = [this] { return scale.percent(); };
+    made.showBrowser = [this] (bool shown) { showBrowser (shown); };
+    made.showsBrowser = [this] { return browserShown; };
+    made.layoutChanged = [this]
+    {
+        followArrangement();
+        refreshDecks();
+    };
+    return made;
+}
+
+void CPlatterdexVstEditor::Content::paint (juce::Graphics& g)
+{
+    g.fillAll (palette::ground);
+}
+
 void CPlatterdexVstEditor::paint (juce::Graphics& g)
 {
-    g.fillAll (Look::ground);
+    g.fillAll (palette::ground);
 }
 
 void CPlatterdexVstEditor::resized()
 {
-    const Layout layout (getLocalBounds());
-    header.setBounds (layout.header);
-    mixer.setBounds (layout.mixer);
-    for (size_t deck = 0; deck < rows.size(); ++deck)
-        if (rows[deck] != nullptr)
-            rows[deck]->setBounds (layout.rows[deck]);
+    const auto factor = scale.factorFor (getWidth(), getHeight());
+    content.setTransform (juce::AffineTransform::scale (factor));
+    content.setBounds (0, 0, juce::roundToInt (std::ceil (static_cast<float> (getWidth()) / factor - 0.01f)),
+                       juce::roundToInt (std::ceil (static_cast<float> (getHeight()) / factor - 0.01f)));
+    arrange();
+}
+
+CPlatterdexVstEditor::Arrangement CPlatterdexVstEditor::arrangement() const
+{
+    const auto& preferences = engine.settings.editor;
+    Arrangement made;
+    made.mode.fourDecks = preferences[EditorPreference::fourDeckMode] != 0;
+    made.mode.ghostMixer = preferences[EditorPreference::showGhostMixer] != 0 && !global.showsMixer();
+    made.orderABCD = preferences[EditorPreference::mixerOrderABCD] != 0;
+    return made;
+}
+
+void CPlatterdexVstEditor::followArrangement()
+{
+    const auto next = arrangement();
+    if (isArranged && next == arranged)
+        return;
+    const auto modeChanged = isArranged && next.mode.fourDecks != arranged.mode.fourDecks;
+    arranged = next;
+    isArranged = true;
+    global.setMode ({ arranged.mode.fourDecks, arranged.orderABCD });
+    ghostMixer.setFourDecks (arranged.mode.fourDecks);
+    arrange();
+    if (modeChanged && !browserShown)
+        snapHeight();
+}
+
+void CPlatterdexVstEditor::arrange()
+{
+    if (!isArranged)
+        return;
+    const EditorLayout layout (content.getWidth(), content.getHeight(), arranged.mode);
+    const auto desk = !parametersShown;
+    const auto place = [] (juce::Component& view, juce::Rectangle<int> area, bool shown)
+    {
+        view.setBounds (area);
+        view.setVisible (shown && !area.isEmpty());
+    };
+    place (header, layout.header, true);
+    if (layout.decks[0].getWidth() >= 1)
+        for (size_t deck = 0; deck < decks.size(); ++deck)
+            place (*decks[deck], layout.decks[deck], desk);
+    place (global, layout.global, desk);
+    place (ghostMixer, layout.ghostMixer, desk);
+    place (browser, layout.browser, desk && browserShown);
+    corner.setBounds (layout.resizer.withPosition (getWidth() - layout.resizer.getWidth(),
+                                                   getHeight() - layout.resizer.getHeight()));
     if (parameters != nullptr)
-        parameters->setBounds (layout.desk);
+        place (*parameters, content.getLocalBounds().withTrimmedTop (layout.header.getBottom() + 2),
+               parametersShown);
 }
 
 void CPlatterdexVstEditor::showParameters (bool shown)
@@ -77,17 +155,105 @@ void CPlatterdexVstEditor::showParameters (bool shown)
     if (shown && parameters == nullptr)
     {
         parameters = std::make_unique<ParameterList> (engine);
-        addChildComponent (*parameters);
-        resized();
+        content.addChildComponent (*parameters);
     }
-    if (parameters != nullptr)
-        parameters->setVisible (shown);
-    for (auto& row : rows)
-        row->setVisible (!shown);
-    mixer.setVisible (!shown);
-    header.setParametersShown (shown);
+    parametersShown = shown;
+    arrange();
     if (!shown && isShowing())
         grabKeyboardFocus();
+}
+
+void CPlatterdexVstEditor::showBrowser (bool shown)
+{
+    browserShown = shown;
+    arrange();
+    if (!shown)
+        snapHeight();
+}
+
+void CPlatterdexVstEditor::snapHeight()
+{
+    setSize (getWidth(),
+             scaled (EditorLayout::heightWithoutBrowser (arranged.mode.fourDecks), scale.percent()));
+}
+
+void CPlatterdexVstEditor::limitSize()
+{
+    const auto percent = scale.percent();
+    setResizeLimits (scaled (EditorLayout::minimumWidth, percent),
+                     scaled (EditorLayout::minimumHeight, percent), scaled (EditorLayout::maximum, percent),
+                     scaled (EditorLayout::maximum, percent));
+}
+
+void CPlatterdexVstEditor::setScale (int percent)
+{
+    const auto before = scale.percent(), width = getWidth(), height = getHeight();
+    scale.set (percent);
+    limitSize();
+    auto wanted =
+        juce::Point<int> (juce::roundToInt (width * scale.percent() / static_cast<double> (before)),
+                          juce::roundToInt (height * scale.percent() / static_cast<double> (before)));
+    if (const auto* display =
+            juce::Desktop::getInstance().getDisplays().getDisplayForRect (getScreenBounds());
+        display != nullptr && isShowing())
+        wanted = { std::min (wanted.x, display->userArea.getWidth()),
+                   std::min (wanted.y, display->userArea.getHeight()) };
+    if (isFullScreen() || (wanted.x == getWidth() && wanted.y == getHeight()))
+        resized();
+    else
+        setSize (wanted.x, wanted.y);
+}
+
+void CPlatterdexVstEditor::setFullScreen (bool full)
+{
+    if (auto* window = findParentComponentOfClass<juce::ResizableWindow>())
+        window->setFullScreen (full);
+}
+
+bool CPlatterdexVstEditor::isFullScreen() const
+{
+    const auto* window = findParentComponentOfClass<juce::ResizableWindow>();
+    return window != nullptr && window->isFullScreen();
+}
+
+void CPlatterdexVstEditor::refreshDecks()
+{
+    for (auto& strip : decks)
+        strip->refresh();
+}
+
+void CPlatterdexVstEditor::act (KeyAction action, int deck)
+{
+    switch (action)
+    {
+    case KeyAction::load:
+        if (deck >= 0 && deck < deckCount)
+            decks[static_cast<size_t> (deck)]->chooseFile();
+        break;
+    case KeyAction::spectralWaveform:
+    {
+        auto& flag = engine.settings.editor[EditorPreference::spectralWaveform];
+        flag = flag == 0 ? 1 : 0;
+        break;
+    }
+    case KeyAction::undo:
+        engine.grids.undo (touchedDeck);
+        break;
+    case KeyAction::redo:
+        engine.grids.redo (touchedDeck);
+        break;
+    case KeyAction::none:
+        break;
+    }
+}
+
+void CPlatterdexVstEditor::mouseDown (const juce::MouseEvent& event)
+{
+    auto* strip = dynamic_cast<DeckComponent*> (event.eventComponent);
+    if (strip == nullptr)
+        strip = event.eventComponent->findParentComponentOfClass<DeckComponent>();
+    if (strip != nullptr)
+        touchedDeck = strip->deck();
 }
 
 bool CPlatterdexVstEditor::keyStateChanged (bool)
@@ -105,11 +271,11 @@ void CPlatterdexVstEditor::focusOfChildComponentChanged (FocusChangeType)
 void CPlatterdexVstEditor::engineEvent (EngineEvent event, int index)
 {
     if (event == EngineEvent::loadBegan && index >= 0 && index < deckCount)
-        deckRow (index).clearMessage();
+        deck (index).clearMessage();
 }
 
-void CPlatterdexVstEditor::engineMessage (const juce::String& text, int deck)
+void CPlatterdexVstEditor::engineMessage (const juce::String& text, int index)
 {
-    if (deck >= 0 && deck < deckCount)
-        deckRow (deck).showMessage (text);
+    if (index >= 0 && index < deckCount)
+        deck (index).showMessage (text);
 }

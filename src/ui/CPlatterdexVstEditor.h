@@ -2,12 +2,17 @@
 
 #include "deck/DeckNumbers.h"
 #include "support/EngineListener.h"
-#include "ui/DeckRow.h"
-#include "ui/HeaderBar.h"
+#include "ui/BrowserSeat.h"
+#include "ui/EditorScale.h"
 #include "ui/KeyboardCommands.h"
-#include "ui/Look.h"
-#include "ui/MixerBar.h"
 #include "ui/ParameterList.h"
+#include "ui/decks/DeckComponent.h"
+#include "ui/global/GhostMixerComponent.h"
+#include "ui/global/GlobalComponent.h"
+#include "ui/header/HeaderComponent.h"
+#include "ui/layout/EditorLayout.h"
+#include "ui/look/DefaultLook.h"
+#include "ui/widgets/PXTooltipComponent.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
@@ -17,12 +22,13 @@
 
 class CPlatterdex;
 
-/** The window's content, in plug-in and application alike. Message thread. */
-class CPlatterdexVstEditor : public juce::AudioProcessorEditor, private EngineListener
+/** The window's content, in plug-in and application alike: header, decks, the block between them, browser. What it shows it
+    polls; the engine doesn't know it. Message thread. */
+class CPlatterdexVstEditor : public juce::AudioProcessorEditor,
+                             public juce::DragAndDropContainer,
+                             private EngineListener
 {
 public:
-    static constexpr int minimumWidth = 1100, minimumHeight = 680;
-
     /** @param audioSettings   opens the dialog of the audio device; empty inside a host, which has its own */
     explicit CPlatterdexVstEditor (CPlatterdex&, std::function<void()> audioSettings = {});
     ~CPlatterdexVstEditor() override;
@@ -33,40 +39,78 @@ public:
     /** Shows the list of all commands in place of the decks. */
     void showParameters (bool);
 
-    DeckRow& deckRow (int deck) { return *rows[static_cast<size_t> (deck)]; }
+    /** Shows or hides the browser. Without one the window snaps to the height of what is left. */
+    void showBrowser (bool);
+
+    /** @param percent   100 to 200; the window grows or shrinks with it as far as the screen has room */
+    void setScale (int percent);
+
+    /** Makes the window that holds the editor fill the screen, if it is one of ours. */
+    void setFullScreen (bool);
+    bool isFullScreen() const;
+
+    /** Asks the decks to read the engine again. */
+    void refreshDecks();
+
+    /** Asks the browser to show what has changed. */
+    void updateBrowser() { browser.repaint(); }
+
+    DeckComponent& deck (int index) { return *decks[static_cast<size_t> (index)]; }
+    HeaderComponent& headerStrip() noexcept { return header; }
+    GlobalComponent& globalBlock() noexcept { return global; }
+    GhostMixerComponent& ghostStrip() noexcept { return ghostMixer; }
+    BrowserSeat& browserView() noexcept { return browser; }
 
     void paint (juce::Graphics&) override;
     void resized() override;
     bool keyPressed (const juce::KeyPress& key) override { return keyboard.keyPressed (key); }
     bool keyStateChanged (bool isKeyDown) override;
     void focusOfChildComponentChanged (FocusChangeType) override;
+    void mouseDown (const juce::MouseEvent&) override;
 
 private:
-    struct Layout
+    /** What the layout depends on besides the size. */
+    struct Arrangement
     {
-        explicit Layout (juce::Rectangle<int> window);
-        juce::Rectangle<int> header, desk, mixer;
-        std::array<juce::Rectangle<int>, deckCount> rows;
+        EditorLayout::Mode mode;
+        bool orderABCD = true;
+        bool operator== (const Arrangement&) const = default;
+    };
+
+    /** Holds the children at the interface's scale, and looks after the arrangement. */
+    struct Content : PollingView
+    {
+        explicit Content (CPlatterdexVstEditor& e) : PollingView (Pace::calm), editor (e) {}
+        void pollCalm() override { editor.followArrangement(); }
+        void paint (juce::Graphics&) override;
+        CPlatterdexVstEditor& editor;
     };
 
     void engineEvent (EngineEvent, int index) override;
     void engineMessage (const juce::String&, int deck) override;
-
-    /** First in, last out: every control below draws with it. */
-    struct Dressed
-    {
-        explicit Dressed (juce::Component& c) : component (c) { component.setLookAndFeel (&look); }
-        ~Dressed() { component.setLookAndFeel (nullptr); }
-        juce::Component& component;
-        Look look;
-    };
+    HeaderActions actions (std::function<void()> audioSettings);
+    Arrangement arrangement() const;
+    void followArrangement();
+    void arrange();
+    void limitSize();
+    void snapHeight();
+    void act (KeyAction, int deck);
 
     CPlatterdex& engine;
-    Dressed dressed { *this };
-    HeaderBar header;
-    MixerBar mixer;
-    std::array<std::unique_ptr<DeckRow>, deckCount> rows;
+    const juce::SharedResourcePointer<DefaultLook> look; ///< before every control that draws with it
+    EditorScale scale;
+    Content content { *this };
+    HeaderComponent header;
+    std::array<std::unique_ptr<DeckComponent>, deckCount> decks;
+    GlobalComponent global;
+    GhostMixerComponent ghostMixer;
+    BrowserSeat browser;
+    juce::ResizableCornerComponent corner;
     std::unique_ptr<ParameterList> parameters;
-    std::unique_ptr<juce::TooltipWindow> tooltips;
+    PXTooltipComponent tooltip;
     KeyboardCommands keyboard;
+
+    Arrangement arranged;
+    int touchedDeck = 0; ///< by the mouse, the last time
+    bool isArranged = false, parametersShown = false, browserShown = true;
 };

@@ -3,44 +3,90 @@
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
 
+#include <string_view>
+#include <vector>
+
 namespace
 {
 using Key = juce::KeyPress;
 
+constexpr int ctrl = juce::ModifierKeys::ctrlModifier;
+constexpr int ctrlShift = juce::ModifierKeys::ctrlModifier | juce::ModifierKeys::shiftModifier;
+constexpr float fadeStep = 0.05f;
+
 // clang-format off
-const KeyBinding bindings[] {
-    { Key::spaceKey,  "Space",  "PLAY_PAUSE_A" },
-    { 'Q',            "Q",      "CUE_STUTTER_A" },
-    { 'W',            "W",      "SYNC_LOCK_A" },
-    { 'E',            "E",      "PITCH_BEND_NUDGE_MINUS_A" },
-    { 'R',            "R",      "PITCH_BEND_NUDGE_PLUS_A" },
-    { '1',            "1",      "HOT_CUE_1_A" },
-    { '2',            "2",      "HOT_CUE_2_A" },
-    { '3',            "3",      "HOT_CUE_3_A" },
-    { '4',            "4",      "HOT_CUE_4_A" },
-    { Key::returnKey, "Return", "PLAY_PAUSE_B" },
-    { 'U',            "U",      "CUE_STUTTER_B" },
-    { 'I',            "I",      "SYNC_LOCK_B" },
-    { 'O',            "O",      "PITCH_BEND_NUDGE_MINUS_B" },
-    { 'P',            "P",      "PITCH_BEND_NUDGE_PLUS_B" },
-    { '7',            "7",      "HOT_CUE_1_B" },
-    { '8',            "8",      "HOT_CUE_2_B" },
-    { '9',            "9",      "HOT_CUE_3_B" },
-    { '0',            "0",      "HOT_CUE_4_B" },
-    { Key::F5Key,     "F5",     "PLAY_PAUSE_C" },
-    { Key::F6Key,     "F6",     "CUE_STUTTER_C" },
-    { Key::F7Key,     "F7",     "PITCH_BEND_NUDGE_MINUS_C" },
-    { Key::F8Key,     "F8",     "PITCH_BEND_NUDGE_PLUS_C" },
-    { Key::F9Key,     "F9",     "PLAY_PAUSE_D" },
-    { Key::F10Key,    "F10",    "CUE_STUTTER_D" },
-    { Key::F11Key,    "F11",    "PITCH_BEND_NUDGE_MINUS_D" },
-    { Key::F12Key,    "F12",    "PITCH_BEND_NUDGE_PLUS_D" },
+const KeyBinding table[] {
+    { Key::spaceKey,  0, "Space",  "PLAY_PAUSE_A",             "play or stop" },
+    { 'Q',            0, "Q",      "CUE_STUTTER_A",            "cue, held" },
+    { 'W',            0, "W",      "SYNC_LOCK_A",              "sync on or off" },
+    { 'E',            0, "E",      "PITCH_BEND_NUDGE_MINUS_A", "slower, held" },
+    { 'R',            0, "R",      "PITCH_BEND_NUDGE_PLUS_A",  "faster, held" },
+    { '1',            0, "1",      "HOT_CUE_1_A",              "hot cue 1" },
+    { '2',            0, "2",      "HOT_CUE_2_A",              "hot cue 2" },
+    { '3',            0, "3",      "HOT_CUE_3_A",              "hot cue 3" },
+    { '4',            0, "4",      "HOT_CUE_4_A",              "hot cue 4" },
+    { 'S',            0, "S",      "LOOP_A",                   "loop on or off" },
+    { 'A',            0, "A",      "LOOP_HALF_A",              "half the loop" },
+    { 'D',            0, "D",      "LOOP_DOUBLE_A",            "double the loop" },
+    { 'T',            0, "T",      "PFL_A",                    "on the headphones" },
+    { Key::returnKey, 0, "Return", "PLAY_PAUSE_B",             "play or stop" },
+    { 'U',            0, "U",      "CUE_STUTTER_B",            "cue, held" },
+    { 'I',            0, "I",      "SYNC_LOCK_B",              "sync on or off" },
+    { 'O',            0, "O",      "PITCH_BEND_NUDGE_MINUS_B", "slower, held" },
+    { 'P',            0, "P",      "PITCH_BEND_NUDGE_PLUS_B",  "faster, held" },
+    { '7',            0, "7",      "HOT_CUE_1_B",              "hot cue 1" },
+    { '8',            0, "8",      "HOT_CUE_2_B",              "hot cue 2" },
+    { '9',            0, "9",      "HOT_CUE_3_B",              "hot cue 3" },
+    { '0',            0, "0",      "HOT_CUE_4_B",              "hot cue 4" },
+    { 'K',            0, "K",      "LOOP_B",                   "loop on or off" },
+    { 'J',            0, "J",      "LOOP_HALF_B",              "half the loop" },
+    { 'L',            0, "L",      "LOOP_DOUBLE_B",            "double the loop" },
+    { 'Y',            0, "Y",      "PFL_B",                    "on the headphones" },
+    { Key::F5Key,     0, "F5",     "PLAY_PAUSE_C",             "play or stop" },
+    { Key::F6Key,     0, "F6",     "CUE_STUTTER_C",            "cue, held" },
+    { Key::F7Key,     0, "F7",     "PITCH_BEND_NUDGE_MINUS_C", "slower, held" },
+    { Key::F8Key,     0, "F8",     "PITCH_BEND_NUDGE_PLUS_C",  "faster, held" },
+    { Key::F9Key,     0, "F9",     "PLAY_PAUSE_D",             "play or stop" },
+    { Key::F10Key,    0, "F10",    "CUE_STUTTER_D",            "cue, held" },
+    { Key::F11Key,    0, "F11",    "PITCH_BEND_NUDGE_MINUS_D", "slower, held" },
+    { Key::F12Key,    0, "F12",    "PITCH_BEND_NUDGE_PLUS_D",  "faster, held" },
+    { ',',            0, ",",      "CROSSFADER",               "crossfader to the left", -fadeStep },
+    { '.',            0, ".",      "CROSSFADER",               "crossfader to the right", fadeStep },
+    { 'Z',            0, "Z",      "AUTO_CROSSFADER_LEFT",     "fade to the left" },
+    { 'X',            0, "X",      "AUTO_CROSSFADER_RIGHT",    "fade to the right" },
+    { Key::F1Key,     0, "F1",     nullptr, "load a track", 0.0f, KeyAction::load, 0 },
+    { Key::F2Key,     0, "F2",     nullptr, "load a track", 0.0f, KeyAction::load, 1 },
+    { Key::F3Key,     0, "F3",     nullptr, "load a track", 0.0f, KeyAction::load, 2 },
+    { Key::F4Key,     0, "F4",     nullptr, "load a track", 0.0f, KeyAction::load, 3 },
+    { 'C',         ctrl, "Ctrl+C", nullptr, "waveform in colours or plain", 0.0f, KeyAction::spectralWaveform },
+    { 'Z',         ctrl, "Ctrl+Z", nullptr, "undo an edit of cues or grid", 0.0f, KeyAction::undo },
+    { 'Z',    ctrlShift, "Ctrl+Shift+Z", nullptr, "redo it", 0.0f, KeyAction::redo },
 };
 // clang-format on
+
+/** A command whose part does not exist yet has no key. */
+std::vector<KeyBinding> builtBindings()
+{
+    std::vector<KeyBinding> built;
+    for (const auto& binding : table)
+        if (binding.constant == nullptr
+            || !CommandTable::isUnbuilt (CommandTable::numberOf (binding.constant)))
+            built.push_back (binding);
+    return built;
+}
+}
+
+int KeyBinding::deck() const
+{
+    if (constant == nullptr)
+        return actionDeck;
+    const auto command = CommandTable::find (CommandTable::numberOf (constant));
+    return command.family != nullptr && command.family->deckCount > 1 ? command.deck : -1;
 }
 
 std::span<const KeyBinding> keyBindings()
 {
+    static const auto bindings = builtBindings();
     return bindings;
 }
 
@@ -48,41 +94,55 @@ KeyboardCommands::KeyboardCommands (CPlatterdex& e, std::function<bool (int)> ke
     : engine (e),
       isKeyDown (std::move (keyDown))
 {
-    static_assert (std::size (bindings) <= maxBindings);
-    for (size_t i = 0; i < std::size (bindings); ++i)
-        commands[i] = CommandTable::numberOf (bindings[i].constant);
+    static_assert (std::size (table) <= maxBindings);
+    const auto bindings = keyBindings();
+    for (size_t i = 0; i < bindings.size(); ++i)
+        commands[i] = bindings[i].constant != nullptr ? CommandTable::numberOf (bindings[i].constant) : 0;
 }
 
 bool KeyboardCommands::keyPressed (const juce::KeyPress& key)
 {
-    if (key.getModifiers().isAnyModifierKeyDown())
-        return false;
-    const auto code =
-        juce::CharacterFunctions::toUpperCase (static_cast<juce::juce_wchar> (key.getKeyCode()));
-    for (size_t i = 0; i < std::size (bindings); ++i)
+    const auto bindings = keyBindings();
+    const auto modifiers = key.getModifiers().getRawFlags() & juce::ModifierKeys::allKeyboardModifiers;
+    const auto code = static_cast<int> (
+        juce::CharacterFunctions::toUpperCase (static_cast<juce::juce_wchar> (key.getKeyCode())));
+    for (size_t i = 0; i < bindings.size(); ++i)
     {
-        if (bindings[i].keyCode != key.getKeyCode() && bindings[i].keyCode != static_cast<int> (code))
+        const auto& binding = bindings[i];
+        if ((binding.keyCode != key.getKeyCode() && binding.keyCode != code)
+            || binding.modifiers != modifiers)
             continue;
-        if (!down[i])
-        {
-            down[i] = true;
-            engine.setParameter (commands[i], 1.0f);
-        }
+        if (!down[i] || binding.step != 0.0f)
+            press (i);
         return true;
     }
     return false;
 }
 
+void KeyboardCommands::press (size_t i)
+{
+    const auto& binding = keyBindings()[i];
+    down[i] = true;
+    if (binding.step != 0.0f)
+        engine.setParameter (commands[i],
+                             juce::jlimit (0.0f, 1.0f, engine.getParameter (commands[i]) + binding.step));
+    else if (binding.constant != nullptr)
+        engine.setParameter (commands[i], 1.0f);
+    else if (onAction != nullptr)
+        onAction (binding.action, binding.actionDeck);
+}
+
 void KeyboardCommands::keyStateChanged()
 {
-    for (size_t i = 0; i < std::size (bindings); ++i)
+    const auto bindings = keyBindings();
+    for (size_t i = 0; i < bindings.size(); ++i)
         if (down[i] && !isKeyDown (bindings[i].keyCode))
             keyReleased (i);
 }
 
 void KeyboardCommands::releaseAll()
 {
-    for (size_t i = 0; i < std::size (bindings); ++i)
+    for (size_t i = 0; i < keyBindings().size(); ++i)
         if (down[i])
             keyReleased (i);
 }
@@ -90,6 +150,6 @@ void KeyboardCommands::releaseAll()
 void KeyboardCommands::keyReleased (size_t binding)
 {
     down[binding] = false;
-    if (CommandTable::find (commands[binding]).family->kind == CommandKind::state)
+    if (commands[binding] != 0 && CommandTable::find (commands[binding]).family->kind == CommandKind::state)
         engine.setParameter (commands[binding], 0.0f);
 }

@@ -8,15 +8,33 @@
 
 class CPlatterdex;
 
-/** A key of the computer's keyboard and the command it carries out. */
+/** What a key asks the editor for in place of a command. */
+enum class KeyAction
+{
+    none,
+    load, ///< the dialog that chooses a track for a deck
+    spectralWaveform,
+    undo, ///< the last edit of cues or grid on the deck that was touched last
+    redo
+};
+
+/** A key of the computer's keyboard and what it does. */
 struct KeyBinding
 {
     int keyCode;
+    int modifiers;        ///< of juce::ModifierKeys, or 0
     const char* keyName;  ///< as the documentation says it
-    const char* constant; ///< of the command
+    const char* constant; ///< of the command; null for an action
+    const char* text;     ///< what it does
+    float step = 0.0f;    ///< added to the command's value by each press and repeat; 0 presses the command
+    KeyAction action = KeyAction::none;
+    int actionDeck = -1;
+
+    /** The deck that the key plays, 0 to 3; -1 for none. */
+    int deck() const;
 };
 
-/** All keys that play, without modifiers. */
+/** All keys that play and whose function exists. */
 std::span<const KeyBinding> keyBindings();
 
 /** Plays the engine from the computer's keyboard.
@@ -32,7 +50,10 @@ public:
                       { return juce::KeyPress::isKeyCurrentlyDown (code); });
     ~KeyboardCommands() { releaseAll(); }
 
-    /** @returns whether the key belongs to a command */
+    /** Carries out what is no command. @param deck   0 to 3, or -1 */
+    std::function<void (KeyAction, int deck)> onAction;
+
+    /** @returns whether the key belongs to a binding */
     bool keyPressed (const juce::KeyPress&);
 
     /** Takes notice of keys that have come up. */
@@ -44,6 +65,7 @@ public:
 private:
     static constexpr size_t maxBindings = 64;
 
+    void press (size_t binding);
     void keyReleased (size_t binding);
 
     CPlatterdex& engine;

@@ -1,8 +1,9 @@
 #include "ui/ParameterList.h"
 
 #include "engine/CommandTable.h"
-#include "ui/Look.h"
+#include "skin/Palette.h"
 #include "ui/ParameterRow.h"
+#include "ui/look/SMLookAndFeel.h"
 
 #include <algorithm>
 #include <memory>
@@ -14,9 +15,9 @@ constexpr int rowHeight = 28, margin = 8, searchHeight = 24, searchWidth = 280;
 
 ParameterList::ParameterList (CPlatterdex& e) : engine (e), list ({}, this)
 {
-    searchField.setFont (Look::font (Look::valueSize));
+    searchField.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
     searchField.setJustification (juce::Justification::centredLeft);
-    searchField.setTextToShowWhenEmpty ("Search", Look::label);
+    searchField.setTextToShowWhenEmpty ("Search", palette::label);
     searchField.onEscapeKey = searchField.onReturnKey = [this]
     {
         if (auto* parent = getParentComponent())
@@ -46,7 +47,7 @@ void ParameterList::search (const juce::String& text)
 
 void ParameterList::paint (juce::Graphics& g)
 {
-    g.fillAll (Look::ground);
+    g.fillAll (palette::ground);
 }
 
 void ParameterList::resized()
@@ -59,7 +60,7 @@ void ParameterList::resized()
 
 void ParameterList::paintListBoxItem (int row, juce::Graphics& g, int width, int height, bool)
 {
-    g.setColour (row % 2 == 0 ? Look::panel : Look::row);
+    g.setColour (row % 2 == 0 ? palette::panel : palette::raised);
     g.fillRect (0, 0, width, height);
 }
 

@@ -2,8 +2,9 @@
 
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
-#include "ui/CommandButton.h"
-#include "ui/Look.h"
+#include "skin/Palette.h"
+#include "ui/look/SMLookAndFeel.h"
+#include "ui/widgets/PXTextButton.h"
 
 namespace
 {
@@ -48,10 +49,10 @@ void ParameterRow::makeControls()
     switch (found.family->kind)
     {
     case CommandKind::trigger:
-        controls.push_back (std::make_unique<CommandButton> (engine, command, "Press"));
+        addPressButton ("PRESS");
         break;
     case CommandKind::state:
-        controls.push_back (std::make_unique<CommandButton> (engine, command, "Hold"));
+        addPressButton ("HOLD");
         break;
     case CommandKind::relative:
         addStepButton ("-", 1.0f);
@@ -67,6 +68,7 @@ void ParameterRow::makeControls()
         auto made = std::make_unique<juce::Slider> (juce::Slider::LinearHorizontal, juce::Slider::NoTextBox);
         slider = made.get();
         slider->setRange (0.0, 1.0);
+        slider->setTooltip (CommandTable::name (command));
         slider->setWantsKeyboardFocus (false);
         slider->setScrollWheelEnabled (false); // the wheel scrolls the list
         slider->onValueChange = [this]
@@ -78,10 +80,17 @@ void ParameterRow::makeControls()
         addAndMakeVisible (*control);
 }
 
+void ParameterRow::addPressButton (const juce::String& text)
+{
+    auto button = std::make_unique<PXTextButton> (text);
+    button->bind (engine, command);
+    controls.push_back (std::move (button));
+}
+
 void ParameterRow::addStepButton (const juce::String& text, float step)
 {
-    auto button = std::make_unique<juce::TextButton> (text);
-    button->setWantsKeyboardFocus (false);
+    auto button = std::make_unique<PXTextButton> (text);
+    button->setTooltip (CommandTable::name (command));
     button->onClick = [this, step] { engine.setParameter (command, step); };
     controls.push_back (std::move (button));
 }
@@ -108,6 +117,9 @@ void ParameterRow::pollCalm()
         value = next;
         repaint (Layout (getLocalBounds()).value);
     }
+    for (auto& control : controls)
+        if (auto* widget = dynamic_cast<CommandWidget*> (control.get()))
+            widget->poll();
     if (slider != nullptr && !slider->isMouseButtonDown())
     {
         // The pitch is written from high to low but read as it stands.
@@ -121,10 +133,10 @@ void ParameterRow::paint (juce::Graphics& g)
 {
     const Layout layout (getLocalBounds());
     const auto built = !CommandTable::isUnbuilt (command);
-    g.setFont (Look::font (Look::valueSize));
-    g.setColour (Look::label);
+    g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
+    g.setColour (palette::label);
     g.drawText (juce::String (command), layout.number, juce::Justification::centredRight, false);
-    g.setColour (built ? Look::value : Look::label);
+    g.setColour (built ? palette::value : palette::label);
     g.drawText (CommandTable::name (command), layout.name, juce::Justification::centredLeft, true);
     g.drawText (value, layout.value, juce::Justification::centredRight, false);
 }

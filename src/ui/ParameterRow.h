@@ -29,6 +29,7 @@ private:
 
     void pollCalm() override;
     void makeControls();
+    void addPressButton (const juce::String& text);
     void addStepButton (const juce::String& text, float value);
 
     CPlatterdex& engine;

@@ -1,121 +1,248 @@
 #include "UiBench.h"
 
-#include "engine/CommandTable.h"
 #include "ui/ParameterRow.h"
+#include "ui/decks/BeatStepField.h"
+#include "ui/header/HeaderPanels.h"
+#include "ui/widgets/PXImageButton.h"
+#include "ui/widgets/PXSlider.h"
 
 #include <gtest/gtest.h>
 
 namespace
 {
-/** No visible child lies outside its parent or over one of its siblings. */
-void expectTidy (juce::Component& parent)
+PXSlider& sliderOf (UiBench& bench, juce::Component& root, const char* name)
 {
-    const auto name = [] (juce::Component& c)
-    { return juce::String (typeid (c).name()) + " " + c.getName(); };
-    for (auto* child : parent.getChildren())
-    {
-        if (!child->isVisible() || dynamic_cast<juce::TooltipWindow*> (child) != nullptr)
-            continue;
-        EXPECT_TRUE (parent.getLocalBounds().contains (child->getBounds())) << name (*child);
-        const auto smallest =
-            dynamic_cast<LevelMeter*> (child) != nullptr ? 8 : 22; // a hand must hit the others
-        EXPECT_GE (juce::jmin (child->getWidth(), child->getHeight()), smallest) << name (*child);
-        for (auto* other : parent.getChildren())
-        {
-            const auto overlaps =
-                other != child && other->isVisible() && child->getBounds().intersects (other->getBounds());
-            EXPECT_FALSE (overlaps) << name (*child) << " over " << name (*other);
-        }
-    }
+    return bench.find<PXSlider> (root, name);
 }
 
-std::vector<juce::Rectangle<int>> parts (const DeckRowLayout& layout)
+bool isShown (const juce::Component& c)
 {
-    std::vector all { layout.stripe,    layout.letter,   layout.load,       layout.title,     layout.state,
-                      layout.tempo,     layout.position, layout.length,     layout.waveform,  layout.play,
-                      layout.cue,       layout.sync,     layout.nudgeMinus, layout.nudgePlus, layout.pitch,
-                      layout.pitchText, layout.channel,  layout.effects,    layout.keyLock,   layout.keyLabel,
-                      layout.keyTuning };
-    all.insert (all.end(), layout.hotCues.begin(), layout.hotCues.end());
-    return all;
+    return c.isVisible() && (c.getParentComponent() == nullptr || isShown (*c.getParentComponent()));
 }
 }
 
-TEST (Editor, NothingOverlapsOrLeavesTheWindowAtAnySize)
+TEST (Editor, SwitchingTheModeKeepsAllFourDecksPlaying)
 {
     UiBench bench;
-    for (const auto& [width, height] :
-         { std::pair { CPlatterdexVstEditor::minimumWidth, CPlatterdexVstEditor::minimumHeight },
-           { 1280, 800 },
-           { 2560, 1440 } })
-    {
-        SCOPED_TRACE (width);
-        bench.editor->setSize (width, height);
-        EXPECT_EQ (bench.editor->getWidth(), width);
-        expectTidy (*bench.editor);
-        for (auto* component : descendants (*bench.editor))
-            if (dynamic_cast<PollingView*> (component) != nullptr)
-                expectTidy (*component);
-    }
-}
-
-TEST (Editor, PartsOfARowStandApart)
-{
-    for (const auto& row : { juce::Rectangle<int> (DeckRowLayout::minimumWidth, DeckRowLayout::minimumHeight),
-                             juce::Rectangle<int> (1084, 143), juce::Rectangle<int> (3000, 500) })
-    {
-        const auto all = parts (DeckRowLayout (row));
-        for (size_t i = 0; i < all.size(); ++i)
-        {
-            EXPECT_TRUE (row.contains (all[i]) && !all[i].isEmpty()) << i;
-            for (size_t j = i + 1; j < all.size(); ++j)
-                EXPECT_FALSE (all[i].intersects (all[j])) << i << " and " << j;
-        }
-    }
-}
-
-TEST (Editor, CanBePaintedInEveryState)
-{
-    UiBench bench;
-    UiBench::picture (*bench.editor, "empty");
-    bench.load (bench.halfLoudTrack(), 0);
-    bench.load (bench.halfLoudTrack(), 1);
-    bench.engine.transport.playPause (1);
-    for (int i = 0; i < 100; ++i)
-        bench.render();
-    bench.engine.transport.setCue (1, 1);
-    bench.engine.transport.setCue (1, 7);
-    bench.engine.toggleRecorder();
-    bench.render (48000);
-    bench.editor->setStatus ("Writing the demo tracks...");
+    auto& flag = bench.engine.settings.editor[EditorPreference::fourDeckMode];
+    flag = 1;
     bench.refresh();
-    bench.editor->setSize (CPlatterdexVstEditor::minimumWidth, CPlatterdexVstEditor::minimumHeight);
-    const auto image = UiBench::picture (*bench.editor, "playing");
-    EXPECT_EQ (image.getPixelAt (20, HeaderBar::height + 200), Look::deckHue (1))
-        << "the playing deck's letter";
+    for (int deck = 0; deck < deckCount; ++deck)
+    {
+        bench.load (bench.halfLoudTrack (20.0), deck);
+        bench.engine.transport.playPause (deck);
+    }
+    bench.render();
+    const auto before = bench.engine.decks.deck (2)->position.get();
+
+    flag = 0;
+    bench.refresh();
+    EXPECT_FALSE (bench.editor->deck (2).isVisible() || bench.editor->deck (3).isVisible());
+    EXPECT_EQ (bench.editor->globalBlock().getTabContentComponent (0)->getNumChildComponents(), 3)
+        << "two channels and the crossfader";
+    bench.render (48000);
+    EXPECT_GT (bench.engine.decks.deck (2)->position, before + 40000.0);
+
+    flag = 1;
+    bench.refresh();
+    EXPECT_TRUE (bench.editor->deck (2).isVisible());
+    EXPECT_EQ (bench.editor->globalBlock().getTabContentComponent (0)->getNumChildComponents(), 5);
+    for (int deck = 0; deck < deckCount; ++deck)
+        EXPECT_EQ (bench.engine.decks.deck (deck)->playState, 1);
+}
+
+TEST (Editor, TheGhostMixerStandsInWhileTheMixerIsHidden)
+{
+    UiBench bench;
+    auto& editor = *bench.editor;
+    bench.refresh();
+    const auto top = editor.browserView().getY();
+    EXPECT_FALSE (editor.ghostStrip().isVisible());
+    editor.globalBlock().setCurrentTabIndex (GlobalComponent::fx);
+    EXPECT_TRUE (editor.ghostStrip().isVisible());
+    EXPECT_EQ (editor.browserView().getY(), top + 31);
+    bench.engine.settings.editor[EditorPreference::showGhostMixer] = 0;
+    bench.refresh();
+    EXPECT_FALSE (editor.ghostStrip().isVisible());
+    EXPECT_EQ (editor.browserView().getY(), top);
+}
+
+TEST (Editor, OnlyWhatIsSeenPolls)
+{
+    UiBench bench;
+    bench.engine.settings.editor[EditorPreference::fourDeckMode] = 0;
+    bench.refresh();
+    const auto check = [&bench]
+    {
+        int polling = 0;
+        for (auto* component : descendants (*bench.editor))
+            if (auto* view = dynamic_cast<PollingView*> (component))
+            {
+                EXPECT_EQ (view->isPolling(), isShown (*view)) << typeid (*view).name();
+                polling += view->isPolling() ? 1 : 0;
+            }
+        return polling;
+    };
+    EXPECT_GT (check(), 10);
+    bench.editor->globalBlock().setCurrentTabIndex (GlobalComponent::wav);
+    check();
     bench.editor->showParameters (true);
-    UiBench::picture (*bench.editor, "parameters");
-    bench.engine.toggleRecorder();
+    check();
+    bench.editor->showParameters (false);
+    bench.editor->setVisible (false);
+    EXPECT_EQ (check(), 0);
+}
+
+TEST (Editor, ControlsDoTheirCommandAndFollowIt)
+{
+    UiBench bench;
+    bench.load (bench.halfLoudTrack(), 0);
+    auto& deckA = bench.editor->deck (0);
+    auto& play = bench.find<PXImageButton> (deckA, "_playButton");
+    const auto& player = *bench.engine.decks.deck (0);
+    for (const auto expected : { 1, 0, 1 })
+    {
+        press (play);
+        EXPECT_EQ (player.playState, expected) << "as it goes down";
+        release (play);
+        bench.refresh();
+        EXPECT_EQ (play.isOn, expected == 1);
+    }
+
+    auto& pitch = sliderOf (bench, deckA, "_pitchSlider");
+    pitch.setValue (0.0, juce::sendNotificationSync);
+    EXPECT_NEAR (player.pitch, 1.0, 1e-6) << "down is faster";
+    bench.refresh();
+    EXPECT_NEAR (pitch.getValue(), 0.0, 1e-6) << "reading back must not turn the fader round";
+    pitch.mouseDoubleClick (mouseAt (pitch, { 4.0f, 4.0f }));
+    EXPECT_NEAR (player.pitch, 0.5, 1e-6);
+
+    auto& mixer = *bench.editor->globalBlock().getTabContentComponent (GlobalComponent::mixer);
+    auto& crossfader = sliderOf (bench, mixer, "_crossfaderSlider");
+    crossfader.setValue (0.25, juce::sendNotificationSync);
+    EXPECT_NEAR (bench.engine.settings.crossfader, 0.25, 1e-6);
+    bench.engine.setParameter (CommandTable::numberOf ("CROSSFADER"), 0.75f);
+    bench.refresh();
+    EXPECT_NEAR (crossfader.getValue(), 0.75, 1e-6);
+}
+
+TEST (Editor, TheRightButtonDeletesAHotCueAndPressesNothing)
+{
+    UiBench bench;
+    bench.load (bench.halfLoudTrack(), 0);
+    bench.engine.settings.deckSetup[0].panelsLeft[0] = 1; // the cue panel
+    bench.refresh();
+    auto& hotCue = bench.find<PXTextButton> (bench.editor->deck (0), "_hotCueButton");
+    const auto& slot = bench.engine.decks.deck (0)->cues[0];
+    press (hotCue);
+    release (hotCue);
+    EXPECT_GE (slot, 0.0);
+    bench.refresh();
+    EXPECT_TRUE (hotCue.getToggleState());
+    press (hotCue, juce::ModifierKeys::rightButtonModifier);
+    release (hotCue, juce::ModifierKeys::rightButtonModifier);
+    EXPECT_LT (slot, 0.0);
+}
+
+TEST (Editor, ADeckSaysWhatItKnowsAndWhatWentWrong)
+{
+    UiBench bench;
+    bench.refresh();
+    auto& strip = bench.editor->deck (1);
+    EXPECT_EQ (strip.texts(), (DeckComponent::Texts { "-", "", "-" }));
+    EXPECT_EQ (strip.notice()[0], "Drop a track here,");
+
+    const auto broken = bench.folder.file ("broken.mp3");
+    broken.replaceWithText ("no audio");
+    bench.load (broken, 1);
+    EXPECT_EQ (strip.notice()[0], "*** Load Error ***");
+    for (int i = 0; i < 200; ++i)
+        bench.refresh();
+    EXPECT_EQ (strip.notice()[0], "*** Load Error ***") << "until something is loaded";
+    EXPECT_NE (bench.editor->deck (0).notice()[0], "*** Load Error ***");
+
+    const auto track = bench.halfLoudTrack().getFullPathName();
+    EXPECT_FALSE (strip.isInterestedInFileDrag ({ "/tmp/picture.png" }));
+    EXPECT_TRUE (strip.isInterestedInFileDrag ({ "/tmp/picture.png", track }));
+    strip.filesDropped ({ "/tmp/picture.png", track }, 5, 5);
+    bench.wait (1);
+    EXPECT_EQ (strip.texts().title, "Half Loud");
+    EXPECT_TRUE (strip.notice().isEmpty());
+
+    bench.load (bench.folder.file ("missing.wav"), 1);
+    EXPECT_EQ (strip.notice()[0], "*** Load Error ***");
+    for (int i = 0; i < 30; ++i)
+        bench.refresh();
+    EXPECT_TRUE (strip.notice().isEmpty()) << "the deck kept its track and must be seen again";
+}
+
+TEST (Editor, ATrackIsDraggedFromDeckToDeck)
+{
+    UiBench bench;
+    bench.load (bench.halfLoudTrack(), 0);
+    auto& wave = bench.find<DeckWaveform> (bench.editor->deck (0));
+    const juce::DragAndDropTarget::SourceDetails drag (DeckWaveform::dragDescription, &wave, {});
+    EXPECT_FALSE (bench.editor->deck (0).isInterestedInDragSource (drag)) << "onto itself";
+    auto& target = bench.editor->deck (1);
+    ASSERT_TRUE (target.isInterestedInDragSource (drag));
+    target.itemDropped (drag);
+    bench.wait (1);
+    EXPECT_EQ (target.texts().title, "Half Loud");
+}
+
+TEST (Editor, PanelsAreChosenCountedAndRemembered)
+{
+    UiBench bench;
+    auto& strip = bench.editor->deck (0);
+    const auto seats = [&strip]
+    {
+        int count = 0;
+        for (auto* child : strip.getChildren())
+            count += dynamic_cast<DeckContainerPanel*> (child) != nullptr ? 1 : 0;
+        return count;
+    };
+    EXPECT_EQ (seats(), 2);
+    bench.find<DeckContainerPanel> (strip).choose (4);
+    EXPECT_EQ (bench.engine.settings.deckSetup[0].panelsLeft[0], 4);
+    EXPECT_EQ (bench.find<DeckContainerPanel> (strip).shownPanel(), 4);
+
+    bench.editor->setSize (2560, 1440);
+    for (const auto& [left, right] : { std::pair { 4, 4 }, { 0, 3 }, { 0, 0 } })
+    {
+        bench.engine.settings.editor[EditorPreference::deckPanelsLeft] = static_cast<int8_t> (left);
+        bench.engine.settings.editor[EditorPreference::deckPanelsRight] = static_cast<int8_t> (right);
+        bench.refresh();
+        EXPECT_EQ (seats(), left + right);
+    }
+}
+
+TEST (Editor, TheScaleKeepsTheLayoutAndIsRemembered)
+{
+    UiBench bench;
+    const auto deckWidth = bench.editor->deck (0).getWidth();
+    bench.editor->setScale (200);
+    EXPECT_EQ (bench.editor->getWidth(), 2560);
+    EXPECT_EQ (bench.editor->deck (0).getWidth(), deckWidth);
+    bench.reopen();
+    EXPECT_EQ (bench.editor->getWidth(), 2560);
+    EXPECT_EQ (bench.editor->deck (0).getWidth(), deckWidth);
+    bench.editor->setBounds (0, 0, 1024, 800);
+    EXPECT_EQ (bench.editor->deck (0).getWidth(), 397) << "too small a window shows everything, smaller";
 }
 
 TEST (Editor, ShowsTheTimeOfARecordingOnlyWhileItRuns)
 {
     UiBench bench;
-    HeaderBar* header = nullptr;
-    for (auto* child : bench.editor->getChildren())
-        if (auto* found = dynamic_cast<HeaderBar*> (child))
-            header = found;
-    ASSERT_NE (header, nullptr);
-    bench.refresh();
-    EXPECT_EQ (header->recordedTime(), "--:--.-");
+    auto& buttons = bench.editor->headerStrip().buttonPanel();
+    EXPECT_EQ (buttons.recordedTime(), "");
     bench.render(); // the recorder takes the engine's rate
     bench.engine.toggleRecorder();
     bench.render (96000);
     bench.refresh();
-    EXPECT_EQ (header->recordedTime(), "00:02.0");
+    EXPECT_EQ (buttons.recordedTime(), "00:02.0");
     bench.engine.toggleRecorder();
     bench.refresh();
-    EXPECT_EQ (header->recordedTime(), "--:--.-");
+    EXPECT_EQ (buttons.recordedTime(), "");
 }
 
 TEST (Editor, ListsEveryCommandAndHasControlsForTheBuiltOnes)
@@ -126,8 +253,6 @@ TEST (Editor, ListsEveryCommandAndHasControlsForTheBuiltOnes)
     EXPECT_EQ (list.getNumRows(), CommandTable::commandCount);
     list.search ("hot CUE b");
     EXPECT_EQ (list.getNumRows(), 16);
-    list.search ("no such thing");
-    EXPECT_EQ (list.getNumRows(), 0);
 
     ParameterRow row (bench.engine);
     row.setSize (900, 28);
@@ -140,18 +265,27 @@ TEST (Editor, ListsEveryCommandAndHasControlsForTheBuiltOnes)
     }
 }
 
-TEST (Editor, ListedSlidersWriteAndReadTheSameWay)
+TEST (Editor, OpensAndClosesTwoHundredTimes)
 {
     UiBench bench;
-    for (const auto* constant : { "PITCH_A", "BALANCE_B", "KEY_TUNING_C" })
+    bench.load (bench.halfLoudTrack(), 0);
+    for (int i = 0; i < 200; ++i)
     {
-        ParameterRow row (bench.engine);
-        row.setSize (900, 28);
-        row.show (CommandTable::numberOf (constant));
-        auto* slider = dynamic_cast<juce::Slider*> (row.getChildComponent (0));
-        ASSERT_NE (slider, nullptr) << constant;
-        slider->setValue (0.3, juce::sendNotificationSync);
-        row.refresh();
-        EXPECT_NEAR (slider->getValue(), 0.3, 1e-6) << constant;
+        bench.engine.settings.editor[EditorPreference::fourDeckMode] = static_cast<int8_t> (i % 2);
+        if (i % 50 == 49)
+            bench.engine.loadTrack (bench.halfLoudTrack(), 1); // closes during a load
+        bench.reopen();
+        bench.editor->globalBlock().setCurrentTabIndex (i % GlobalComponent::tabs);
     }
+    bench.editor.reset();
+    bench.engine.transport.playPause (0);
+    bench.render();
+    EXPECT_EQ (bench.engine.decks.deck (0)->playState, 1) << "the engine outlives its windows";
+}
+
+TEST (BeatStepField, SaysBeatsAsTheyAreCounted)
+{
+    for (const auto& [step, text] :
+         { std::pair { 0, "1/32" }, { 4, "1/2" }, { 5, "1" }, { 7, "4" }, { 10, "32" } })
+        EXPECT_EQ (BeatStepField::textOf (step), text);
 }

@@ -8,12 +8,13 @@
 
 TEST (KeyboardCommands, EveryKeyHasOneBuiltCommand)
 {
-    std::set<int> keys;
-    std::set<std::string> constants;
+    std::set<std::pair<int, int>> keys;
     for (const auto& binding : keyBindings())
     {
-        EXPECT_TRUE (keys.insert (binding.keyCode).second) << binding.keyName;
-        EXPECT_TRUE (constants.insert (binding.constant).second) << binding.constant;
+        EXPECT_TRUE (keys.insert ({ binding.keyCode, binding.modifiers }).second) << binding.keyName;
+        EXPECT_NE (binding.constant == nullptr, binding.action == KeyAction::none) << binding.keyName;
+        if (binding.constant == nullptr)
+            continue;
         const auto number = CommandTable::numberOf (binding.constant);
         EXPECT_GT (number, 0) << binding.constant;
         EXPECT_FALSE (CommandTable::isUnbuilt (number)) << binding.constant;
@@ -63,6 +64,19 @@ TEST (KeyboardCommands, HeldCommandsEndWithTheKeyOrTheFocus)
     keyboard.keyPressed (juce::KeyPress ('P'));
     keyboard.releaseAll();
     EXPECT_EQ (deck.nudge, 0);
+}
+
+TEST (KeyboardCommands, StepsTheCrossfaderAndAsksForWhatIsNoCommand)
+{
+    UiBench bench;
+    KeyboardCommands keyboard (bench.engine, [] (int) { return true; });
+    for (int repeat = 0; repeat < 30; ++repeat)
+        keyboard.keyPressed (juce::KeyPress (','));
+    EXPECT_EQ (bench.engine.settings.crossfader, 0.0) << "a step for each repeat, and not beyond the end";
+
+    const auto before = bench.engine.settings.editor[EditorPreference::spectralWaveform] != 0;
+    bench.editor->keyPressed (juce::KeyPress ('c', juce::ModifierKeys::ctrlModifier, 0));
+    EXPECT_NE (bench.engine.settings.editor[EditorPreference::spectralWaveform] != 0, before);
 }
 
 TEST (KeyboardCommands, LeavesOtherKeysToOthers)

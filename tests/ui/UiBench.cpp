@@ -1,6 +1,8 @@
 #include "UiBench.h"
 
 #include "deck/FileImportThread.h"
+#include "ui/widgets/MenuButton.h"
+#include "ui/widgets/PXImageButton.h"
 
 #include <gtest/gtest.h>
 
@@ -42,6 +44,11 @@ juce::File UiBench::halfLoudTrack (double seconds) const
 void UiBench::load (const juce::File& file, int deck)
 {
     engine.loadTrack (file, deck);
+    wait (deck);
+}
+
+void UiBench::wait (int deck)
+{
     engine.decks.deck (deck)->importThread->waitUntilIdle();
     engine.deliverMessages();
     refresh();
@@ -58,17 +65,22 @@ void UiBench::render (int frames)
 
 void UiBench::refresh()
 {
+    // By safe pointers, since a poll may make and drop views.
+    std::vector<juce::Component::SafePointer<juce::Component>> all;
     for (auto* component : descendants (*editor))
-        if (auto* view = dynamic_cast<PollingView*> (component))
+        all.emplace_back (component);
+    for (auto& component : all)
+        if (auto* view = dynamic_cast<PollingView*> (component.getComponent()))
             view->refresh();
 }
 
-juce::Image UiBench::picture (juce::Component& component, const juce::String& name)
+juce::Image UiBench::picture (juce::Component& component, const juce::String& name, float scale)
 {
-    const auto image = component.createComponentSnapshot (component.getLocalBounds());
+    const auto image = component.createComponentSnapshot (component.getLocalBounds(), true, scale);
     if (const auto path = juce::SystemStats::getEnvironmentVariable ("PX_PICTURES", {}); path.isNotEmpty())
     {
-        const auto file = juce::File (path).getChildFile (name + ".png");
+        const auto file =
+            juce::File (path).getChildFile (name + (scale > 1.0f ? "@" + juce::String (scale) : "") + ".png");
         file.deleteFile();
         juce::FileOutputStream stream (file);
         juce::PNGImageFormat().writeImageToStream (image, stream);
@@ -76,14 +88,12 @@ juce::Image UiBench::picture (juce::Component& component, const juce::String& na
     return image;
 }
 
-CommandButton& UiBench::button (int deck, const juce::String& text)
+void UiBench::reopen()
 {
-    for (auto* component : descendants (editor->deckRow (deck)))
-        if (auto* found = dynamic_cast<CommandButton*> (component);
-            found != nullptr && found->getButtonText() == text)
-            return *found;
-    ADD_FAILURE() << "no button " << text;
-    std::abort();
+    editor.reset();
+    editor = std::make_unique<CPlatterdexVstEditor> (engine);
+    editor->setVisible (true);
+    refresh();
 }
 
 std::vector<juce::Component*> descendants (juce::Component& parent)
@@ -117,4 +127,24 @@ juce::MouseEvent mouseAt (juce::Component& component, juce::Point<float> positio
              now,
              clicks,
              false };
+}
+
+void press (juce::Component& c, juce::ModifierKeys with)
+{
+    c.mouseDown (mouseAt (c, c.getLocalBounds().getCentre().toFloat(), with));
+}
+
+void release (juce::Component& c, juce::ModifierKeys with)
+{
+    c.mouseUp (mouseAt (c, c.getLocalBounds().getCentre().toFloat(), with));
+}
+
+bool hasOwnAction (juce::Component& component)
+{
+    if (const auto* menu = dynamic_cast<MenuButton*> (&component))
+        return menu->onFillMenu != nullptr;
+    if (const auto* button = dynamic_cast<PXTextButton*> (&component))
+        return button->onClick != nullptr;
+    const auto* button = dynamic_cast<PXImageButton*> (&component);
+    return button != nullptr && button->onClick != nullptr;
 }

@@ -1,8 +1,14 @@
 #pragma once
 
 #include "engine/CPlatterdex.h"
+#include "engine/CommandTable.h"
 #include "shared/TemporaryFolder.h"
 #include "ui/CPlatterdexVstEditor.h"
+
+#include <stdexcept>
+
+/** Every component below another one, in any depth. */
+std::vector<juce::Component*> descendants (juce::Component&);
 
 /** A whole engine in a temporary folder with its editor, without a display and without an audio device. */
 class UiBench
@@ -22,20 +28,40 @@ public:
     /** Lets every view of the editor poll once. */
     void refresh();
 
-    /** The component as it would stand on the screen. Written as "<name>.png" into the folder of the environment's
+    /** The component as it would stand on the screen. Written as "<name>@<scale>.png", at scale 1 "<name>.png", into the folder of the environment's
         PX_PICTURES, if there is one. */
-    static juce::Image picture (juce::Component&, const juce::String& name);
+    static juce::Image picture (juce::Component&, const juce::String& name, float scale = 1.0f);
 
-    CommandButton& button (int deck, const juce::String& text);
+    /** Waits until a deck is done with its load and the editor has heard of it. */
+    void wait (int deck);
+
+    /** Closes the editor and opens another. */
+    void reopen();
+
+    /** The first component of a type below another one, or that of a name. */
+    template <typename Type>
+    Type& find (juce::Component& root, const juce::String& name = {})
+    {
+        for (auto* component : descendants (root))
+            if (auto* found = dynamic_cast<Type*> (component);
+                found != nullptr
+                && (name.isEmpty() || component->getComponentID() == name || component->getName() == name))
+                return *found;
+        throw std::runtime_error (("there is no " + name).toStdString());
+    }
 
     TemporaryFolder folder;
     CPlatterdex engine;
     std::unique_ptr<CPlatterdexVstEditor> editor;
 };
 
-/** Every component below another one, in any depth. */
-std::vector<juce::Component*> descendants (juce::Component&);
-
 /** Presses, and releases, the left button (or another) of a mouse in the middle of a component. */
 juce::MouseEvent mouseAt (juce::Component&, juce::Point<float>,
                           juce::ModifierKeys = juce::ModifierKeys::leftButtonModifier, int clicks = 1);
+
+/** Presses and releases a button of the mouse in the middle of a component. */
+void press (juce::Component&, juce::ModifierKeys = juce::ModifierKeys::leftButtonModifier);
+void release (juce::Component&, juce::ModifierKeys = juce::ModifierKeys::leftButtonModifier);
+
+/** True for a button without a command that does something all the same. */
+bool hasOwnAction (juce::Component&);

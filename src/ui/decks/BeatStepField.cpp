@@ -1,0 +1,55 @@
+#include "ui/decks/BeatStepField.h"
+
+#include "skin/Palette.h"
+#include "ui/panel/PanelPaint.h"
+
+BeatStepField::BeatStepField (const juce::String& name)
+{
+    setComponentID (name);
+    setWantsKeyboardFocus (false);
+    setMouseClickGrabsKeyboardFocus (false);
+}
+
+juce::String BeatStepField::textOf (int step)
+{
+    return step >= oneBeat ? juce::String (1 << (step - oneBeat))
+                           : "1/" + juce::String (1 << (oneBeat - step));
+}
+
+void BeatStepField::poll()
+{
+    const auto next = textOf (juce::jlimit (0, steps - 1, current()));
+    if (next == shown)
+        return;
+    shown = next;
+    repaint();
+}
+
+void BeatStepField::chooseStep (int wanted)
+{
+    for (auto at = current(); at != wanted; at += wanted > at ? 1 : -1)
+        command().step (wanted > at ? 1 : -1);
+    poll();
+}
+
+void BeatStepField::mouseDown (const juce::MouseEvent&)
+{
+    juce::PopupMenu menu;
+    menu.setLookAndFeel (&getLookAndFeel());
+    for (int step = 0; step < steps; ++step)
+        menu.addItem (textOf (step), true, step == current(), [this, step] { chooseStep (step); });
+    menu.showMenuAsync (juce::PopupMenu::Options().withTargetComponent (this).withDeletionCheck (*this));
+}
+
+void BeatStepField::mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails& wheel)
+{
+    if (wheel.deltaY != 0.0f)
+        chooseStep (juce::jlimit (0, steps - 1, current() + (wheel.deltaY > 0.0f ? 1 : -1)));
+}
+
+void BeatStepField::paint (juce::Graphics& g)
+{
+    g.setColour (palette::ground);
+    g.fillRoundedRectangle (getLocalBounds().toFloat(), 2.0f);
+    PanelPaint::value (g, shown, getLocalBounds());
+}

@@ -1,0 +1,279 @@
+#include "ui/decks/DeckComponent.h"
+
+#include "deck/FileImportThread.h"
+#include "engine/CPlatterdex.h"
+#include "skin/Palette.h"
+#include "skin/Skin.h"
+#include "support/AudioFileTypes.h"
+#include "ui/panel/PanelPaint.h"
+
+namespace
+{
+using Kind = ControlSpec::Kind;
+using Lit = ControlSpec::Lit;
+
+constexpr int messageSeconds = 5;
+constexpr const char* dash = "-";
+const juce::Rectangle<int> letterArea { 4, 4, 40, 32 };
+
+// clang-format off
+constexpr ControlSpec table[] {
+    { Kind::sign, "_syncButton",       "SYNC_LOCK_",              "sync_40",  {  4,  40, 40, 24 }, "Sync: follows the tempo and phase of the master. Right click: once only", Lit::plain, "SYNC_" },
+    { Kind::text, "_masterButton",     "MASTER_",                 "MSTR",     {  4,  66, 40, 24 }, "Makes this deck the master of the tempo" },
+    { Kind::sign, "_nudgeMinusButton", "PITCH_BEND_NUDGE_MINUS_", "minus_20", {  2,  92, 22, 22 }, "Slower while it is held" },
+    { Kind::sign, "_nudgePlusButton",  "PITCH_BEND_NUDGE_PLUS_",  "plus_20",  { 24,  92, 22, 22 }, "Faster while it is held" },
+    { Kind::sign, "_cueButton",        "CUE_STUTTER_",            "cue_40",   {  4, 118, 40, 32 }, "Cue: stopped it sets the cue point, and plays from it while it is held; playing it goes back to it", Lit::deck },
+    { Kind::sign, "_playButton",       "PLAY_PAUSE_",             "play_40",  {  4, 154, 40, 32 }, "Play or pause. Right click: starts in time with the master", Lit::deck, "PLAY_SYNCHRONIZED_" },
+};
+// clang-format on
+}
+
+DeckComponent::DeckComponent (CPlatterdex& e, int deck)
+    : ControlPanel (e, Pace::calm),
+      deckIndex (deck),
+      letter (own (std::make_unique<PXTextButton> (PanelPaint::letterOf (deck)))),
+      waveform (e, deck),
+      thumbnail (e, deck)
+{
+    setOpaque (true);
+    setTitle ("Deck " + PanelPaint::letterOf (deck));
+    addControls (table, deck);
+
+    letter.setComponentID ("_loadButton");
+    letter.setTooltip ("Loads a track into deck " + PanelPaint::letterOf (deck) + ". Right click for more.");
+    letter.setDeckHue (deck);
+    letter.onClick = [this] { chooseFile(); };
+    letter.onRightClick = [this] { openMenu(); };
+    letter.setBounds (letterArea);
+
+    addAndMakeVisible (waveform);
+    addAndMakeVisible (thumbnail);
+    makePanels();
+}
+
+DeckLayout DeckComponent::layout() const
+{
+    return { getWidth(), getHeight(), seatsLeft, seatsRight };
+}
+
+void DeckComponent::makePanels()
+{
+    const auto& preferences = engine.settings.editor;
+    const int left = preferences[EditorPreference::deckPanelsLeft],
+              right = preferences[EditorPreference::deckPanelsRight];
+    if (left == seatsLeft && right == seatsRight)
+        return;
+    seatsLeft = left;
+    seatsRight = right;
+    resized();
+}
+
+void DeckComponent::resized()
+{
+    const auto areas = layout();
+    const auto fill = [this] (auto& panels, const auto& places, DeckContainerPanel::Side side)
+    {
+        panels.resize (std::min (panels.size(), places.size()));
+        for (size_t seat = 0; seat < places.size(); ++seat)
+        {
+            if (seat == panels.size())
+            {
+                panels.push_back (
+                    std::make_unique<DeckContainerPanel> (engine, deckIndex, side, static_cast<int> (seat)));
+                addAndMakeVisible (*panels.back());
+            }
+            panels[seat]->setBounds (places[seat]);
+        }
+    };
+    fill (leftPanels, areas.leftPanels, DeckContainerPanel::Side::left);
+    fill (rightPanels, areas.rightPanels, DeckContainerPanel::Side::right);
+    waveform.setBounds (areas.waveform);
+    thumbnail.setBounds (areas.thumbnail);
+}
+
+void DeckComponent::pollCalm()
+{
+    ControlPanel::pollCalm();
+    makePanels();
+    letter.setToggleState (engine.decks.deck (deckIndex)->playState != 0, juce::dontSendNotification);
+    if (messageTurns > 0 && --messageTurns == 0 && engine.decks.deck (deckIndex)->loadedFrames > 0)
+        clearMessage();
+    updateNotice();
+    updateTexts();
+}
+
+void DeckComponent::showMessage (const juce::String& text)
+{
+    message = juce::StringArray::fromTokens (text, "|", {});
+    messageTurns = messageSeconds * 1000 / calmMs;
+    updateNotice();
+}
+
+void DeckComponent::clearMessage()
+{
+    message.clear();
+    messageTurns = 0;
+    updateNotice();
+}
+
+void DeckComponent::updateNotice()
+{
+    const auto& deck = *engine.decks.deck (deckIndex);
+    auto next = message;
+    if (next.isEmpty() && deck.loadedFrames == 0 && !deck.importThread->isBusy())
+        next = { "Drop a track here,", "or press " + PanelPaint::letterOf (deckIndex) + " to load" };
+    if (next == shownNotice)
+        return;
+    shownNotice = next;
+    waveform.setNotice (shownNotice);
+}
+
+void DeckComponent::updateTexts()
+{
+    const auto& deck = *engine.decks.deck (deckIndex);
+    const auto track = deck.texts();
+    Texts next { track.title.isEmpty() ? juce::String (dash) : track.title, track.artist, dash };
+    // Without a grid nobody knows how fast the music is.
+    if (deck.numBeats > 0 || deck.fixedGrid != 0)
+        next.tempo = juce::String (deck.bpm * deck.tempo, 2);
+    if (next == shown)
+        return;
+    shown = next;
+    const auto areas = layout();
+    for (const auto& area : { areas.title, areas.artist, areas.tempo })
+        repaint (area);
+}
+
+/** The strip's ground lies behind a waveform that is painted anew 25 times a second, so it is put together once. */
+void DeckComponent::paintGround (juce::Graphics& g)
+{
+    const auto scale = skin::scaleOf (g);
+    const auto size = (getLocalBounds().toFloat() * scale).getSmallestIntegerContainer();
+    if (ground.getBounds() != size)
+    {
+        ground = juce::Image (juce::Image::RGB, size.getWidth(), size.getHeight(), false,
+                              juce::SoftwareImageType());
+        juce::Graphics into (ground);
+        into.fillAll (palette::ground);
+        into.addTransform (juce::AffineTransform::scale (scale));
+        const auto strip = skin::strip ("deck_strip", scale);
+        strip.drawWide (into, getLocalBounds(), 0, strip.width / 3);
+        skin::strip ("deck_column", scale).draw (into, layout().transport, 0);
+    }
+    const juce::Graphics::ScopedSaveState state (g);
+    g.addTransform (juce::AffineTransform::scale (1.0f / scale));
+    g.setImageResamplingQuality (juce::Graphics::lowResamplingQuality);
+    g.setOpacity (1.0f);
+    g.drawImageAt (ground, 0, 0);
+}
+
+void DeckComponent::paint (juce::Graphics& g)
+{
+    paintGround (g);
+
+    // Where a side has no panel a line parts the waveform from what is beside it.
+    g.setColour (palette::edgeDark);
+    const auto wave = waveform.getBounds();
+    if (leftPanels.empty())
+        g.fillRect (wave.getX() - 1, 0, 1, DeckLayout::upperHeight - 1);
+    if (rightPanels.empty())
+        g.fillRect (wave.getRight() - 1, 0, 1, DeckLayout::upperHeight - 1);
+    ControlPanel::paint (g);
+    paintTexts (g);
+}
+
+void DeckComponent::paintTexts (juce::Graphics& g) const
+{
+    const auto areas = layout();
+    const auto left = juce::Justification::centredLeft, right = juce::Justification::centredRight;
+    if (areas.artist.isEmpty())
+    {
+        const auto both = shown.artist.isEmpty() ? shown.title : shown.title + "  -  " + shown.artist;
+        PanelPaint::value (g, both, areas.title, left);
+        PanelPaint::value (g, shown.tempo, areas.tempo, right);
+        return;
+    }
+    PanelPaint::value (g, shown.title, areas.title, left, SMLookAndFeel::titleSize);
+    PanelPaint::value (g, shown.tempo, areas.tempo, right, SMLookAndFeel::figureSize);
+    g.setColour (palette::label);
+    g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
+    g.drawText (shown.artist, areas.artist, left, true);
+}
+
+void DeckComponent::paintOverChildren (juce::Graphics& g)
+{
+    if (!dropTarget)
+        return;
+    g.setColour (palette::accent);
+    g.drawRect (getLocalBounds(), 2);
+}
+
+bool DeckComponent::isInterestedInFileDrag (const juce::StringArray& files)
+{
+    return std::any_of (files.begin(), files.end(),
+                        [] (const auto& path) { return AudioFileTypes::matches (juce::File (path)); });
+}
+
+void DeckComponent::filesDropped (const juce::StringArray& files, int, int)
+{
+    setDropTarget (false);
+    for (const auto& path : files)
+        if (const juce::File file (path); AudioFileTypes::matches (file))
+            return engine.loadTrack (file, deckIndex);
+}
+
+juce::File DeckComponent::trackOf (const SourceDetails& details) const
+{
+    if (details.description.toString() != DeckWaveform::dragDescription || details.sourceComponent == nullptr)
+        return {};
+    const auto* source = details.sourceComponent->findParentComponentOfClass<DeckComponent>();
+    if (source == nullptr || source == this)
+        return {};
+    return juce::File (engine.decks.deck (source->deck())->texts().filePath);
+}
+
+bool DeckComponent::isInterestedInDragSource (const SourceDetails& details)
+{
+    return trackOf (details) != juce::File();
+}
+
+void DeckComponent::itemDropped (const SourceDetails& details)
+{
+    setDropTarget (false);
+    if (const auto track = trackOf (details); track != juce::File())
+        engine.loadTrack (track, deckIndex);
+}
+
+void DeckComponent::setDropTarget (bool target)
+{
+    dropTarget = target;
+    repaint();
+}
+
+void DeckComponent::openMenu()
+{
+    juce::PopupMenu menu;
+    menu.setLookAndFeel (&getLookAndFeel());
+    const auto hasTrack = engine.decks.deck (deckIndex)->loadedFrames > 0;
+    menu.addItem ("Load a track...", [this] { chooseFile(); });
+    menu.addItem ("Back to the start", hasTrack, false, [this] { engine.transport.rewind (deckIndex); });
+    menu.addItem ("Play backwards", hasTrack, engine.decks.deck (deckIndex)->reverse != 0,
+                  [this]
+                  { engine.transport.setReverse (deckIndex, engine.decks.deck (deckIndex)->reverse == 0); });
+    menu.showMenuAsync (juce::PopupMenu::Options().withTargetComponent (letter).withDeletionCheck (*this));
+}
+
+void DeckComponent::chooseFile()
+{
+    const juce::File current (engine.decks.deck (deckIndex)->texts().filePath);
+    const auto folder = current.existsAsFile() ? current.getParentDirectory()
+                                               : juce::File (engine.settings.audioFolder.get());
+    chooser = std::make_unique<juce::FileChooser> (
+        "Load a track into deck " + PanelPaint::letterOf (deckIndex), folder, AudioFileTypes::wildcard);
+    chooser->launchAsync (juce::FileBrowserComponent::openMode | juce::FileBrowserComponent::canSelectFiles,
+                          [this] (const juce::FileChooser& chosen)
+                          {
+                              if (const auto file = chosen.getResult(); file != juce::File())
+                                  engine.loadTrack (file, deckIndex);
+                          });
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "ui/decks/DeckContainerPanel.h"
+#include "ui/deckviews/DeckWaveform.h"
+#include "ui/deckviews/DeckWaveformThumbnail.h"
+#include "ui/layout/DeckLayout.h"
+#include "ui/panel/ControlPanel.h"
+#include "ui/widgets/PXTextButton.h"
+
+#include <memory>
+#include <vector>
+
+/** A deck's strip: transport, waveform, thumbnail and the utility panels on both sides. It takes audio files from outside
+    and the tracks of other decks. */
+class DeckComponent : public ControlPanel, public juce::FileDragAndDropTarget, public juce::DragAndDropTarget
+{
+public:
+    /** @param deck   0 to 3 */
+    DeckComponent (CPlatterdex&, int deck);
+
+    int deck() const noexcept { return deckIndex; }
+
+    /** Shows a text of the engine, whose lines are parted by "|". On a deck with a track it goes after five seconds, on
+        an empty one it stays until something is loaded. */
+    void showMessage (const juce::String&);
+    void clearMessage();
+
+    /** The lines that stand over the waveform. */
+    const juce::StringArray& notice() const noexcept { return shownNotice; }
+
+    /** What the strip says of its track. */
+    struct Texts
+    {
+        juce::String title, artist, tempo;
+        bool operator== (const Texts&) const = default;
+    };
+
+    const Texts& texts() const noexcept { return shown; }
+
+    /** Opens the dialog that chooses a file for this deck. */
+    void chooseFile();
+
+    void paint (juce::Graphics&) override;
+    void paintOverChildren (juce::Graphics&) override;
+    void resized() override;
+
+    bool isInterestedInFileDrag (const juce::StringArray&) override;
+    void fileDragEnter (const juce::StringArray&, int, int) override { setDropTarget (true); }
+    void fileDragExit (const juce::StringArray&) override { setDropTarget (false); }
+    void filesDropped (const juce::StringArray&, int, int) override;
+
+    bool isInterestedInDragSource (const SourceDetails&) override;
+    void itemDragEnter (const SourceDetails&) override { setDropTarget (true); }
+    void itemDragExit (const SourceDetails&) override { setDropTarget (false); }
+    void itemDropped (const SourceDetails&) override;
+
+private:
+    void pollCalm() override;
+    DeckLayout layout() const;
+    void makePanels();
+    void updateNotice();
+    void updateTexts();
+    void paintGround (juce::Graphics&);
+    void paintTexts (juce::Graphics&) const;
+    void setDropTarget (bool);
+    void openMenu();
+    juce::File trackOf (const SourceDetails&) const;
+
+    const int deckIndex;
+    PXTextButton& letter;
+    DeckWaveform waveform;
+    DeckWaveformThumbnail thumbnail;
+    std::vector<std::unique_ptr<DeckContainerPanel>> leftPanels, rightPanels;
+    std::unique_ptr<juce::FileChooser> chooser;
+
+    juce::Image ground; ///< of the strip, in the pixels of the last paint
+    Texts shown;
+    juce::StringArray message, shownNotice;
+    int messageTurns = 0; ///< polls that the message still stands on a deck with a track
+    int seatsLeft = -1, seatsRight = -1;
+    bool dropTarget = false;
+};

@@ -1,0 +1,81 @@
+#include "ui/decks/DeckTempoPanel.h"
+
+#include "engine/CPlatterdex.h"
+#include "ui/TimeText.h"
+#include "ui/panel/PanelPaint.h"
+#include "ui/widgets/PXImageLinearSlider.h"
+
+namespace
+{
+using Kind = ControlSpec::Kind;
+using Lit = ControlSpec::Lit;
+
+constexpr int column = 40, columnWidth = 56;
+constexpr int pitchRanges = 13;
+
+// clang-format off
+constexpr ControlSpec table[] {
+    { Kind::fader, "_pitchSlider",      "PITCH_",                  "pitch_164", { 4, 0, 28, 164 }, "Pitch: down is faster" },
+    { Kind::text,  "_nudgeMinusButton", "PITCH_BEND_NUDGE_MINUS_", "-",     { column,      86, 26, 24 }, "Slower while it is held", Lit::deck },
+    { Kind::text,  "_nudgePlusButton",  "PITCH_BEND_NUDGE_PLUS_",  "+",     { column + 30, 86, 26, 24 }, "Faster while it is held", Lit::deck },
+    { Kind::text,  "_pitchResetButton", "PITCH_RESET_",            "RESET", { column, 114, columnWidth, 24 }, "Pitch to its centre", Lit::never },
+    { Kind::text,  "_keyLockButton",    "KEY_LOCK_",               "KEY",   { column, 142, columnWidth, 24 }, "Key lock: the tempo moves, the key stays" },
+};
+// clang-format on
+
+const juce::Rectangle<int> tempoArea { column - 4, 0, columnWidth + 8, 20 },
+    unitArea { column, 18, columnWidth, 12 }, pitchArea { column - 4, 34, columnWidth + 8, 16 };
+const juce::Rectangle<int> rangeArea { column, 58, columnWidth, 24 };
+}
+
+DeckTempoPanel::DeckTempoPanel (CPlatterdex& e, int deck)
+    : ControlPanel (e, Pace::moving),
+      deckIndex (deck),
+      range (own (std::make_unique<MenuButton>()))
+{
+    addControls (table, deck);
+    addLabel ("BPM", unitArea);
+    range.setComponentID ("_pitchRangeButton");
+    range.setTooltip ("How far the pitch faders of all decks reach");
+    range.setBounds (rangeArea);
+    range.onFillMenu = [this] (juce::PopupMenu& menu)
+    {
+        for (int index = 0; index < pitchRanges; ++index)
+            menu.addItem (index + 1, juce::String (juce::roundToInt (100.0 * pitchRangeOf (index))) + " %",
+                          true, engine.settings.pitchRangeIndex == index);
+    };
+    range.onMenuChoice = [this] (int id)
+    {
+        engine.settings.pitchRangeIndex = static_cast<int8_t> (id - 1);
+        engine.decks.setPitchRange (id - 1);
+        refresh();
+    };
+}
+
+void DeckTempoPanel::pollMoving()
+{
+    pollControls();
+    const auto& deck = *engine.decks.deck (deckIndex);
+    Texts next;
+    // Without a grid nobody knows how fast the music is.
+    next.tempo = deck.numBeats > 0 || deck.fixedGrid != 0 ? juce::String (deck.bpm * deck.tempo, 2)
+                                                          : juce::String ("-");
+    next.pitch = percentText (1.0 + (deck.pitch - 0.5) * engine.decks.pitchRange);
+    if (next == shown)
+        return;
+    shown = next;
+    repaint (tempoArea);
+    repaint (pitchArea);
+}
+
+void DeckTempoPanel::pollCalm()
+{
+    range.setButtonText (juce::String (juce::roundToInt (100.0 * engine.decks.pitchRange)) + " %");
+}
+
+void DeckTempoPanel::paint (juce::Graphics& g)
+{
+    ControlPanel::paint (g);
+    PanelPaint::value (g, shown.tempo, tempoArea, juce::Justification::centred, SMLookAndFeel::titleSize);
+    PanelPaint::value (g, shown.pitch, pitchArea, juce::Justification::centred, 12.0f);
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "ui/panel/ControlPanel.h"
+#include "ui/widgets/MenuButton.h"
+
+/** The pitch fader and what belongs to it: tempo, range, key lock and bends. */
+class DeckTempoPanel : public ControlPanel
+{
+public:
+    DeckTempoPanel (CPlatterdex&, int deck);
+
+    struct Texts
+    {
+        juce::String tempo, pitch;
+        bool operator== (const Texts&) const = default;
+    };
+
+    const Texts& texts() const noexcept { return shown; }
+
+    void paint (juce::Graphics&) override;
+
+private:
+    void pollMoving() override;
+    void pollCalm() override;
+
+    const int deckIndex;
+    MenuButton& range;
+    Texts shown;
+};

@@ -1,0 +1,46 @@
+#include "ui/decks/UtilityPanels.h"
+
+#include "engine/CommandTable.h"
+#include "ui/decks/DeckPanels.h"
+#include "ui/decks/DeckTempoPanel.h"
+
+namespace UtilityPanels
+{
+bool isOffered (int index)
+{
+    switch (index)
+    {
+    case loop:
+        return !CommandTable::isUnbuilt (CommandTable::numberOf ("LOOP_A"));
+    case cue:
+    case grid:
+    case key:
+    case tempo:
+    case empty:
+        return true;
+    default:
+        return false;
+    }
+}
+
+std::unique_ptr<juce::Component> make (int index, CPlatterdex& engine, int deck)
+{
+    if (!isOffered (index))
+        return nullptr;
+    switch (index)
+    {
+    case loop:
+        return std::make_unique<DeckLoopPanel> (engine, deck);
+    case cue:
+        return std::make_unique<DeckCuePanel> (engine, deck);
+    case grid:
+        return std::make_unique<DeckGridPanel> (engine, deck);
+    case key:
+        return std::make_unique<DeckKeyPanel> (engine, deck);
+    case tempo:
+        return std::make_unique<DeckTempoPanel> (engine, deck);
+    default:
+        return nullptr;
+    }
+}
+}

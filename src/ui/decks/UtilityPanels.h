@@ -1,0 +1,34 @@
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <array>
+#include <memory>
+
+class CPlatterdex;
+
+/** The advanced panels that a seat beside the waveform can show; the numbers stand in the settings. */
+namespace UtilityPanels
+{
+enum Index
+{
+    loop,
+    cue,
+    grid,
+    dvs,
+    key,
+    smartKnob,
+    tempo,
+    empty,
+    count
+};
+
+inline constexpr std::array<const char*, count> names { "Loop", "Cue",       "Grid",  "DVS",
+                                                        "Key",  "SmartKnob", "Tempo", "Empty" };
+
+/** Whether a panel's function exists: only such panels are offered. */
+bool isOffered (int index);
+
+/** @returns null for the empty panel and for one that isn't offered */
+std::unique_ptr<juce::Component> make (int index, CPlatterdex&, int deck);
+}

@@ -1,0 +1,167 @@
+#include "ui/deckviews/DeckPeakScope.h"
+
+#include "engine/CPlatterdex.h"
+#include "skin/Palette.h"
+#include "ui/deckviews/PeakColumns.h"
+
+#include <bit>
+
+namespace
+{
+const juce::Colour waveColour { 0xff227bd5 }, positionColour { 0xffbeefff };
+constexpr double scrubGain = 0.01;
+constexpr float wheelStep = 0.1f; ///< of travel, for one step of the zoom
+constexpr float echoReach = 0.5f; ///< pixels
+}
+
+DeckPeakScope::DeckPeakScope (CPlatterdex& e, int deck)
+    : PollingView (Pace::moving),
+      putPointer ([] (juce::Point<float> place) { juce::Desktop::setMousePosition (place.roundToInt()); }),
+      engine (e),
+      deckIndex (deck)
+{
+    setOpaque (true);
+    setRepaintsOnMouseActivity (false);
+    engine.listeners.add (*this);
+}
+
+DeckPeakScope::~DeckPeakScope()
+{
+    engine.listeners.remove (*this);
+}
+
+const DeckPlayer& DeckPeakScope::player() const
+{
+    return *engine.decks.deck (deckIndex);
+}
+
+void DeckPeakScope::redrawAll()
+{
+    image.invalidate();
+    repaint();
+}
+
+void DeckPeakScope::setSamplesPerPixel (int samples)
+{
+    samples = juce::jlimit (leastSamplesPerPixel, mostSamplesPerPixel, samples);
+    const auto next = static_cast<int> (std::bit_floor (static_cast<unsigned> (samples)));
+    if (std::exchange (zoom, next) == next)
+        return;
+    redrawAll();
+    pollMoving();
+}
+
+void DeckPeakScope::resized()
+{
+    redrawAll();
+    refresh();
+}
+
+void DeckPeakScope::engineEvent (EngineEvent event, int index)
+{
+    using enum EngineEvent;
+    if (index == deckIndex && (event == trackLeft || event == trackLoaded || event == loadFailed))
+        redrawAll();
+}
+
+void DeckPeakScope::pollMoving()
+{
+    step (steps.due (juce::Time::getCurrentTime()));
+    const int32_t loaded = player().loadedFrames;
+    const auto pixel = static_cast<int64_t> (player().heardPosition()) / zoom;
+    if (loaded != loadedFrames)
+    {
+        if (loaded < loadedFrames)
+            image.invalidate();
+        else
+            image.invalidateFrom (PeakColumns { zoom / scale }.columnAt (loadedFrames) - 1);
+        const auto shownEnd = (pixel + getWidth() / 2 + 1) * zoom;
+        if (std::exchange (loadedFrames, loaded) <= shownEnd || loaded == 0)
+            repaint();
+    }
+    if (std::exchange (shownPixel, pixel) != pixel)
+        repaint();
+}
+
+void DeckPeakScope::mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails& wheel)
+{
+    // A wheel's notch is a step; the small moves of a pad add up to one.
+    wheelTravel += wheel.isReversed ? -wheel.deltaY : wheel.deltaY;
+    if (std::abs (wheelTravel) < wheelStep)
+        return;
+    setSamplesPerPixel (wheelTravel > 0.0f ? zoom / 2 : zoom * 2);
+    wheelTravel = 0.0f;
+}
+
+void DeckPeakScope::mouseDown (const juce::MouseEvent& event)
+{
+    lastMouseX = event.position.x;
+    steps.begin();
+}
+
+void DeckPeakScope::mouseDrag (const juce::MouseEvent& event)
+{
+    if (!event.mods.isLeftButtonDown())
+        return;
+    const auto begin = event.mouseDownPosition;
+    const auto move = event.position.x - std::exchange (lastMouseX, event.position.x);
+    // The pointer's own way back to the begin comes as an event, too; it is no move of the hand.
+    if (std::abs (event.position.x - begin.x) < echoReach)
+        return;
+    step (steps.add (static_cast<double> (move), event.eventTime));
+    putPointer (localPointToGlobal (begin));
+}
+
+void DeckPeakScope::step (std::optional<double> move)
+{
+    if (move.has_value())
+        engine.transport.dragJog (deckIndex, *move, scrubGain);
+}
+
+void DeckPeakScope::paintColumns (juce::Image::BitmapData& bitmap, int64_t first) const
+{
+    const PeakColumns columns { zoom / scale };
+    const auto pixel = waveColour.getPixelARGB();
+    const auto middle = bitmap.height / 2;
+    const auto frames =
+        std::min (loadedFrames, player().loadedFrames.get()); // another track may just have begun
+    for (int x = 0; x < bitmap.width; ++x)
+    {
+        auto inTrack = false;
+        const auto peaks = columns.of (player().audioMemory, frames, first + x, inTrack);
+        if (!inTrack)
+            continue;
+        // 16 bits fill the height: shifted by 11 bits they would fill 32 rows.
+        const auto rowOf = [&] (int sample) { return middle - ((sample * middle) >> 15); };
+        const auto top = juce::jlimit (0, bitmap.height - 1, rowOf (peaks.most));
+        const auto bottom = juce::jlimit (top + 1, bitmap.height, rowOf (peaks.least));
+        for (int y = top; y < bottom; ++y)
+            *reinterpret_cast<juce::PixelARGB*> (bitmap.getPixelPointer (x, y)) = pixel;
+    }
+}
+
+void DeckPeakScope::paint (juce::Graphics& g)
+{
+    const auto now = static_cast<double> (g.getInternalContext().getPhysicalPixelScaleFactor());
+    if (std::exchange (scale, now) != now)
+        image.invalidate();
+    const auto width = juce::roundToInt (getWidth() * scale), height = juce::roundToInt (getHeight() * scale);
+    const auto centre = juce::roundToInt (getWidth() / 2 * scale);
+    image.setSize (width, height);
+    image.moveTo (PeakColumns { zoom / scale }.columnAt (static_cast<double> (shownPixel * zoom)) - centre,
+                  [this] (auto& bitmap, int64_t first) { paintColumns (bitmap, first); });
+
+    g.fillAll (palette::ground);
+    g.addTransform (juce::AffineTransform::scale (static_cast<float> (1.0 / scale)));
+    g.setImageResamplingQuality (juce::Graphics::lowResamplingQuality);
+    const auto line = std::max (1, juce::roundToInt (scale));
+    g.setColour (palette::line);
+    g.fillRect (0, height / 2, width, line);
+    g.setOpacity (1.0f);
+    g.drawImageAt (image.image(), 0, 0);
+    if (loadedFrames > 0)
+    {
+        g.setColour (positionColour);
+        g.fillRect (centre, 0, line, height);
+    }
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "support/EngineListener.h"
+#include "ui/PollingView.h"
+#include "ui/deckviews/DragSteps.h"
+#include "ui/deckviews/ScrollingImage.h"
+
+#include <functional>
+
+class CPlatterdex;
+struct DeckPlayer;
+
+/** The samples around the playing position, magnified. The wheel zooms, a drag scrubs. */
+class DeckPeakScope : public PollingView, private EngineListener
+{
+public:
+    static constexpr int leastSamplesPerPixel = 1, mostSamplesPerPixel = 512;
+
+    /** @param deck   0 to 3 */
+    DeckPeakScope (CPlatterdex&, int deck);
+    ~DeckPeakScope() override;
+
+    int deck() const noexcept { return deckIndex; }
+
+    /** Frames of the file in a logical pixel: a power of two. */
+    int samplesPerPixel() const noexcept { return zoom; }
+
+    /** @param samples   limited to the least and the most */
+    void setSamplesPerPixel (int samples);
+
+    void paint (juce::Graphics&) override;
+    void resized() override;
+    void mouseDown (const juce::MouseEvent&) override;
+    void mouseDrag (const juce::MouseEvent&) override;
+    void mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails&) override;
+
+    /** Puts the mouse's pointer to a place of the screen, in logical pixels. */
+    std::function<void (juce::Point<float>)> putPointer;
+
+private:
+    void pollMoving() override;
+    void engineEvent (EngineEvent, int index) override;
+    void engineMessage (const juce::String&, int) override {}
+
+    const DeckPlayer& player() const;
+    void redrawAll();
+    void step (std::optional<double> move);
+    void paintColumns (juce::Image::BitmapData&, int64_t first) const;
+
+    CPlatterdex& engine;
+    const int deckIndex;
+    int zoom = 32;
+    float wheelTravel = 0.0f;
+
+    ScrollingImage image;
+    double scale = 1.0;       ///< of the last paint
+    int64_t shownPixel = 0;   ///< the position in logical pixels of the zoom
+    int32_t loadedFrames = 0; ///< as shown
+    float lastMouseX = 0.0f;
+    DragSteps steps;
+};

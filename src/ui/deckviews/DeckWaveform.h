@@ -1,0 +1,99 @@
+#pragma once
+
+#include "support/EngineListener.h"
+#include "ui/PollingView.h"
+#include "ui/deckviews/BeatWindow.h"
+#include "ui/deckviews/DragSteps.h"
+#include "ui/deckviews/MarkPainter.h"
+#include "ui/deckviews/ScrollingImage.h"
+#include "ui/deckviews/TrackPlaces.h"
+
+class CPlatterdex;
+
+/** The waveform that runs through a deck's strip below a fixed playhead, with the marks of beats, cues and loops, and the
+    time above it. The picture is a record under the hand: pressed it stands, dragged it is scratched.
+
+    Its top is the strip's top, and what it draws lies at fixed heights from there; above the picture it draws the time
+    alone. It is not opaque. */
+class DeckWaveform : public PollingView, private EngineListener
+{
+public:
+    /** Logical pixels from the strip's top. */
+    static constexpr int pictureTop = MarkPainter::pictureTop, pictureBottom = 190, imageTop = 74;
+
+    /** What a drag out of the strip carries; the deck is the source component's. */
+    static constexpr const char* dragDescription = "DeckWaveformDragSource";
+
+    /** @param deck   0 to 3 */
+    DeckWaveform (CPlatterdex&, int deck);
+    ~DeckWaveform() override;
+
+    int deck() const noexcept { return deckIndex; }
+
+    /** Lines that stand in the middle of the picture until an empty array takes them away. */
+    void setNotice (const juce::StringArray& lines);
+
+    /** The time as it is shown: the position, or what remains with a minus before it. */
+    const juce::String& time() const noexcept { return shown.time; }
+
+    /** The room that the time takes above the picture, and where a click turns it. */
+    static juce::Rectangle<int> timeArea (int width);
+
+    /** Waveform columns drawn by the last paint, physical pixels. */
+    int columnsDrawn() const noexcept { return lastColumnsDrawn; }
+
+    void paint (juce::Graphics&) override;
+    void resized() override;
+    void mouseDown (const juce::MouseEvent&) override;
+    void mouseDrag (const juce::MouseEvent&) override;
+    void mouseUp (const juce::MouseEvent&) override;
+
+protected:
+    /** Hands the deck's track to the container of drags. @param picture   what hangs at the pointer */
+    virtual void beginTrackDrag (const juce::Image& picture);
+
+private:
+    /** What of the engine can be seen. */
+    struct Shown
+    {
+        int64_t entry = 0; ///< at the playhead
+        int32_t loadedFrames = 0;
+        bool spectral = true;
+        TrackPlaces places;
+        juce::String time;
+        juce::StringArray notice;
+    };
+
+    void pollMoving() override;
+    void pollCalm() override;
+    void engineEvent (EngineEvent, int index) override;
+    void engineMessage (const juce::String&, int) override {}
+
+    DeckPlayer& player() const;
+    void redrawAll();
+    void repaintPicture();
+    bool followLoading (int32_t loadedFrames);
+    bool followBeats (BeatWindow::Copy);
+    juce::String readTime() const;
+    juce::StringArray readNotice() const;
+    void step (std::optional<double> move);
+    juce::Image pictureOfStripAt (juce::Point<int>);
+    void paintNotice (juce::Graphics&) const;
+
+    CPlatterdex& engine;
+    const int deckIndex;
+
+    Shown shown;
+    juce::StringArray notice;
+    bool remainingTimeShown = false;
+
+    ScrollingImage image;
+    TrackScale track; ///< of the last paint
+    BeatWindow beats;
+    MarkPainter marks;
+    int lastColumnsDrawn = 0;
+
+    bool scratching = false, dragStarted = false;
+    float lastMouseX = 0.0f;
+    DragSteps steps;
+};

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "support/EngineListener.h"
+#include "ui/PollingView.h"
+#include "ui/deckviews/TrackPlaces.h"
+
+class CPlatterdex;
+
+/** A deck's whole track: what has been played is dim, cues, loop and minutes are marked. A click or a drag seeks. */
+class DeckWaveformThumbnail : public PollingView, private EngineListener
+{
+public:
+    /** @param deck   0 to 3 */
+    DeckWaveformThumbnail (CPlatterdex&, int deck);
+    ~DeckWaveformThumbnail() override;
+
+    int deck() const noexcept { return deckIndex; }
+
+    /** How often the picture has been built; for those who measure. */
+    int builds() const noexcept { return buildCount; }
+
+    void paint (juce::Graphics&) override;
+    void resized() override;
+    void mouseDown (const juce::MouseEvent&) override;
+    void mouseDrag (const juce::MouseEvent&) override;
+
+private:
+    void pollMoving() override;
+    void pollCalm() override;
+    void engineEvent (EngineEvent, int index) override;
+    void engineMessage (const juce::String&, int) override {}
+
+    const DeckPlayer& player() const;
+    void rebuildLater();
+    void build (double scale);
+    void seekTo (float x);
+    float xOf (double frame) const;
+    int playheadAt() const;
+    void paintMinutes (juce::Graphics&) const;
+    void paintPlaces (juce::Graphics&) const;
+
+    CPlatterdex& engine;
+    const int deckIndex;
+    juce::Image picture;
+    double pictureScale = 0.0;
+    bool stale = true;
+    int buildCount = 0;
+
+    int32_t loadedFrames = 0; ///< as shown
+    int playheadX = -1;       ///< -1 without a track
+    TrackPlaces places;
+    float soughtX = -1.0f; ///< of the drag's last seek
+};

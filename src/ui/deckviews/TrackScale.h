@@ -1,0 +1,43 @@
+#pragma once
+
+#include "deck/DeckNumbers.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+/** How a track lies on the pixels of a screen: an entry of the waveform data, 512 frames, is one logical pixel wide and so
+    `scale` physical ones. Where that is no whole number the entries are one pixel wider or narrower in turn, always the
+    same ones, so that a picture can be moved by whole pixels and stays as sharp as the screen. */
+struct TrackScale
+{
+    double scale = 1.0; ///< physical pixels per logical pixel, above 0
+
+    /** Of a screen's own factor, to the next 1/1024: near enough that pictures are copied and not resampled, and short
+        enough that the border between two columns is never a matter of rounding. */
+    static TrackScale ofScreen (double physicalPerLogical) noexcept
+    {
+        return { std::max (1.0, std::round (physicalPerLogical * 1024.0)) / 1024.0 };
+    }
+
+    /** The entry that is drawn in a physical column, counted from the start of the track. */
+    int64_t entryAt (int64_t column) const noexcept
+    {
+        return static_cast<int64_t> (std::ceil (static_cast<double> (column + 1) / scale)) - 1;
+    }
+
+    /** The first physical column of an entry. */
+    int64_t columnOf (int64_t entry) const noexcept
+    {
+        return static_cast<int64_t> (std::floor (static_cast<double> (entry) * scale));
+    }
+
+    /** The physical column that a place lies in. @param frame   of the file */
+    int64_t columnAt (double frame) const noexcept
+    {
+        return static_cast<int64_t> (std::floor (frame / framesPerOverviewEntry * scale));
+    }
+
+    /** A length in logical pixels, in physical ones. */
+    int length (double logical) const noexcept { return static_cast<int> (std::lround (logical * scale)); }
+};

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+/** A page whose part of the system does not exist yet: its name, quietly. */
+class EmptySeat : public juce::Component
+{
+public:
+    explicit EmptySeat (const juce::String& name) : Component (name) {}
+
+    void paint (juce::Graphics&) override;
+};
+
+// The pages to come, each with its own name in either mode.
+class Sampler2DecksComponent : public EmptySeat
+{
+public:
+    Sampler2DecksComponent() : EmptySeat ("SAMPLER") {}
+};
+
+class Sampler4DecksComponent : public EmptySeat
+{
+public:
+    Sampler4DecksComponent() : EmptySeat ("SAMPLER") {}
+};
+
+class VstHost2DecksComponent : public EmptySeat
+{
+public:
+    VstHost2DecksComponent() : EmptySeat ("VST") {}
+};
+
+class VstHost4DecksComponent : public EmptySeat
+{
+public:
+    VstHost4DecksComponent() : EmptySeat ("VST") {}
+};
+
+class Slicegate2DecksComponent : public EmptySeat
+{
+public:
+    Slicegate2DecksComponent() : EmptySeat ("ENV") {}
+};
+
+class Slicegate4DecksComponent : public EmptySeat
+{
+public:
+    Slicegate4DecksComponent() : EmptySeat ("ENV") {}
+};

@@ -1,0 +1,129 @@
+#include "ui/global/Fx1DeckComponent.h"
+
+#include "engine/CPlatterdex.h"
+#include "skin/Palette.h"
+#include "ui/panel/CommandNumbers.h"
+#include "ui/panel/PanelPaint.h"
+
+namespace
+{
+using Kind = ControlSpec::Kind;
+using Lit = ControlSpec::Lit;
+
+// clang-format off
+constexpr ControlSpec table[] {
+    { Kind::text, "_fxHighButton",   "FX_HIGH_BAND_GROUP_", "H",       {  32, 8, 24, 24 }, "The effects hear the high band" },
+    { Kind::text, "_fxMidButton",    "FX_MID_BAND_GROUP_",  "M",       {  60, 8, 24, 24 }, "The effects hear the mid band" },
+    { Kind::text, "_fxLowButton",    "FX_LOW_BAND_GROUP_",  "L",       {  88, 8, 24, 24 }, "The effects hear the low band" },
+    { Kind::knob, "_fxFilterSlider", "FILTER_",             "FILTER",  { 124, 0, 28, 40 }, "Filter: low-pass to the left, high-pass to the right", Lit::plain, "", true },
+    { Kind::knob, "_fxDryWetSlider", "FX_DRY_WET_GROUP_",   "DRY/WET", { 172, 0, 28, 40 }, "Dry to wet" },
+};
+// clang-format on
+
+const juce::Rectangle<int> badgeArea { 4, 10, 20, 20 };
+constexpr int firstSlot = 39, slotHeight = 28, margin = 4, gap = 4;
+constexpr int onWidth = 32, nameWidth = 92, knobSize = 28, buttonHeight = 24;
+
+/** What stands in a slot's row. */
+struct SlotAreas
+{
+    juce::Rectangle<int> on, name, knob, value;
+};
+
+SlotAreas areasOf (size_t slot)
+{
+    juce::Rectangle<int> row (margin, firstSlot + static_cast<int> (slot) * slotHeight, 208, slotHeight);
+    const auto take = [&row] (int width, int height)
+    {
+        const auto area = row.removeFromLeft (width).withSizeKeepingCentre (width, height);
+        row.removeFromLeft (gap);
+        return area;
+    };
+    SlotAreas areas;
+    areas.on = take (onWidth, buttonHeight);
+    areas.name = take (nameWidth, buttonHeight);
+    areas.knob = take (knobSize, knobSize);
+    areas.value = row;
+    return areas;
+}
+
+std::string slotFamily (const char* family, size_t slot)
+{
+    return std::string (family) + "_" + std::to_string (slot + 1) + "_GROUP_";
+}
+}
+
+Fx1DeckComponent::Fx1DeckComponent (CPlatterdex& e, int deck)
+    : ControlPanel (e, Pace::moving),
+      deckIndex (deck)
+{
+    addControls (table, deck);
+    for (size_t slot = 0; slot < slotCount; ++slot)
+    {
+        const auto areas = areasOf (slot);
+        selectors[slot] = commandNumberOf (slotFamily ("EFFECT_SELECT", slot), deck);
+
+        const auto on = slotFamily ("EFFECT_ON", slot);
+        addControl ({ Kind::text,
+                      "_fxOnButton",
+                      on.c_str(),
+                      "ON",
+                      { 0, 0, onWidth, buttonHeight },
+                      "Effect on",
+                      Lit::deck },
+                    deck, areas.on.getPosition());
+
+        auto& name = own (std::make_unique<MenuButton>());
+        names[slot] = &name;
+        name.setComponentID ("_fxSelectButton");
+        name.setTooltip ("Chooses the effect of slot " + juce::String (static_cast<int> (slot) + 1));
+        name.onFillMenu = [this, slot] (juce::PopupMenu& menu)
+        {
+            for (int kind = 0; kind < FxType::count; ++kind)
+                menu.addItem (kind + 1, FxType::name (kind), true,
+                              engine.displayText (selectors[slot]) == FxType::name (kind));
+        };
+        name.onMenuChoice = [this, slot] (int id) { choose (slot, id - 1); };
+        name.setBounds (areas.name);
+
+        auto& knob = own (std::make_unique<PXFxSlider> ("_fxParameterSlider"));
+        knobs[slot] = &knob;
+        knob.setKnob (knobSize, false);
+        knob.bindSlot (e, deck, static_cast<int> (slot));
+        knob.setBounds (areas.knob);
+    }
+}
+
+void Fx1DeckComponent::choose (size_t slot, int kind)
+{
+    engine.setParameter (selectors[slot], static_cast<float> (FxType::selectorValue (kind)));
+    refresh();
+}
+
+void Fx1DeckComponent::pollMoving()
+{
+    pollControls();
+    for (size_t slot = 0; slot < slotCount; ++slot)
+    {
+        names[slot]->setButtonText (engine.displayText (selectors[slot]));
+        if (knobs[slot]->valueText() == shown[slot])
+            continue;
+        shown[slot] = knobs[slot]->valueText();
+        repaint (areasOf (slot).value);
+    }
+    const auto now = engine.decks.deck (deckIndex)->playState != 0;
+    if (now == playing)
+        return;
+    playing = now;
+    repaint (badgeArea);
+}
+
+void Fx1DeckComponent::paint (juce::Graphics& g)
+{
+    ControlPanel::paint (g);
+    PanelPaint::badge (g, badgeArea, deckIndex, playing);
+    for (size_t slot = 0; slot < slotCount; ++slot)
+        PanelPaint::value (g, shown[slot], areasOf (slot).value, juce::Justification::centredLeft);
+    g.setColour (palette::edgeDark);
+    g.fillRect (getLocalBounds().removeFromBottom (1));
+}

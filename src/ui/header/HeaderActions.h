@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+
+/** What the header asks the editor for. An empty function means that there is no such thing here, and nothing is offered
+    for it. */
+struct HeaderActions
+{
+    std::function<void()> audioSettings;
+    std::function<void (bool)> setFullScreen;
+    std::function<bool()> isFullScreen;
+    std::function<void (bool)> showParameters;
+    std::function<bool()> showsParameters;
+    std::function<void (int percent)> setScale;
+    std::function<int()> scale;
+    std::function<void (bool)> showBrowser;
+    std::function<bool()> showsBrowser;
+    std::function<void()> layoutChanged; ///< a preference that the layout depends on has another value
+};

@@ -1,0 +1,161 @@
+#include "ui/header/HeaderPanels.h"
+
+#include "engine/CPlatterdex.h"
+#include "ui/TimeText.h"
+#include "ui/layout/DeckLayout.h"
+#include "ui/panel/PanelPaint.h"
+#include "ui/widgets/PXImageLevelMeter.h"
+
+#include <array>
+
+namespace
+{
+using Kind = ControlSpec::Kind;
+using Lit = ControlSpec::Lit;
+
+constexpr int firstButton = 4, buttonTop = 8, buttonSize = 32, buttonStep = 36;
+constexpr int masterLeft = 1005, masterRight = 1006; // the meters among the numbers that can be read
+constexpr std::array scales { 100, 125, 150, 200 };
+
+// clang-format off
+constexpr ControlSpec buttonTable[] {
+    { Kind::sign, "_recButton",  "DISK_RECORDER", "rec_32",  { 0, buttonTop, buttonSize, buttonSize }, "Disk recorder. Bounce your mix to WAV files in realtime. Check preferences dialog box to select WAV save path." },
+    { Kind::sign, "_snapButton", "SNAP",          "snap_32", { buttonStep, buttonTop, buttonSize, buttonSize }, "Snap and quantise of all decks.\nSnap: cues and loops are set on the nearest beat.\nQuantise: jumps keep the beat." },
+};
+
+constexpr ControlSpec levelTable[] {
+    { Kind::text, "_automixButton",       "AUTOMIX_ON_OFF",      "AUTO",   {   0, 12, 44, 24 }, "Automix: plays the browser's list by itself, one track into the next" },
+    { Kind::text, "_monitorSplitButton",  "MONITOR_PHONE_SPLIT", "SPLIT",  {  48, 12, 48, 24 }, "Headphones split: what is pre-listened on the left, the master on the right" },
+    { Kind::text, "_monitorDriveButton",  "MONITOR_OVERDRIVE",   "DRIVE",  { 100, 12, 48, 24 }, "Headphones overdrive: louder, softly limited" },
+    { Kind::knob, "_monitorVolumeSlider", "MONITOR_VOLUME",      "PHONES", { 164,  4, 28, 40 }, "Monitor volume level" },
+    { Kind::knob, "_monitorMixSlider",    "MONITOR_MIX",         "MIX",    { 208,  4, 28, 40 }, "An independent monitor fader that blends between Main and PFL on the phones" },
+    { Kind::knob, "_masterVolumeSlider",  "MASTER_VOLUME",       "MASTER", { 252,  4, 28, 40 }, "Master volume level" },
+};
+// clang-format on
+
+const juce::Rectangle<int> meterArea { 296, 16, 86, 16 };
+}
+
+HeaderButtons::HeaderButtons (CPlatterdex& e, HeaderActions a)
+    : ControlPanel (e, Pace::moving),
+      actions (std::move (a)),
+      decks (addButton ("_decksSelectButton", "decks_32", firstButton, "Selects 2 or 4 deck mode.")),
+      preferences (addButton ("_preferencesButton", "preferences_32", firstButton + buttonStep,
+                              "Opens preferences dialog box."))
+{
+    decks.onClick = [this] { toggle (EditorPreference::fourDeckMode); };
+    preferences.onClick = [this] { openPreferences(); };
+    auto next = firstButton + 2 * buttonStep;
+    if (actions.setFullScreen != nullptr)
+    {
+        fullscreen =
+            &addButton ("_fullscreenButton", "fullscreen_32", next, "Enables/Disables full screen mode.");
+        fullscreen->onClick = [this] { actions.setFullScreen (!actions.isFullScreen()); };
+        next += buttonStep;
+    }
+    addControls (buttonTable, -1, { next, 0 });
+    timeArea = { next + 2 * buttonStep, buttonTop + 4, 52, 24 };
+}
+
+PXImageButton& HeaderButtons::addButton (const char* name, const char* strip, int x, const juce::String& tip)
+{
+    auto& button = own (std::make_unique<PXImageButton> (name));
+    button.setStrip (strip);
+    button.setTooltip (tip);
+    button.setBounds (x, buttonTop, buttonSize, buttonSize);
+    return button;
+}
+
+void HeaderButtons::toggle (EditorPreference which)
+{
+    auto& flag = engine.settings.editor[which];
+    flag = flag == 0 ? 1 : 0;
+    if (actions.layoutChanged != nullptr)
+        actions.layoutChanged();
+    refresh();
+}
+
+juce::PopupMenu HeaderButtons::preferencesMenu()
+{
+    juce::PopupMenu menu;
+    if (actions.audioSettings != nullptr)
+        menu.addItem ("Audio settings...", actions.audioSettings);
+    if (actions.showParameters != nullptr)
+        menu.addItem ("All parameters", true, actions.showsParameters(),
+                      [this] { actions.showParameters (!actions.showsParameters()); });
+    menu.addSeparator();
+
+    if (actions.setScale != nullptr)
+    {
+        juce::PopupMenu sizes;
+        for (const auto percent : scales)
+            sizes.addItem (juce::String (percent) + " %", true, actions.scale() == percent,
+                           [this, percent] { actions.setScale (percent); });
+        menu.addSubMenu ("Size of the interface", sizes);
+    }
+    const auto panels = [this] (EditorPreference which)
+    {
+        juce::PopupMenu counts;
+        for (int count = 0; count <= DeckLayout::mostPanels; ++count)
+            counts.addItem (juce::String (count), true, engine.settings.editor[which] == count,
+                            [this, which, count]
+                            {
+                                engine.settings.editor[which] = static_cast<int8_t> (count);
+                                actions.layoutChanged();
+                            });
+        return counts;
+    };
+    menu.addSubMenu ("Panels on the left of a deck", panels (EditorPreference::deckPanelsLeft));
+    menu.addSubMenu ("Panels on the right of a deck", panels (EditorPreference::deckPanelsRight));
+
+    const auto flag = [this, &menu] (const char* text, EditorPreference which)
+    { menu.addItem (text, true, engine.settings.editor[which] != 0, [this, which] { toggle (which); }); };
+    flag ("Ghost mixer", EditorPreference::showGhostMixer);
+    flag ("Mixer in the order A B C D", EditorPreference::mixerOrderABCD);
+    flag ("Waveform in colours", EditorPreference::spectralWaveform);
+    flag ("Tooltips", EditorPreference::showTooltips);
+    if (actions.showBrowser != nullptr)
+        menu.addItem ("Browser", true, actions.showsBrowser(),
+                      [this] { actions.showBrowser (!actions.showsBrowser()); });
+    return menu;
+}
+
+void HeaderButtons::openPreferences()
+{
+    auto menu = preferencesMenu();
+    menu.setLookAndFeel (&getLookAndFeel());
+    menu.showMenuAsync (
+        juce::PopupMenu::Options().withTargetComponent (preferences).withDeletionCheck (*this));
+}
+
+void HeaderButtons::pollMoving()
+{
+    pollControls();
+    decks.setToggleState (engine.settings.editor[EditorPreference::fourDeckMode] != 0);
+    if (fullscreen != nullptr)
+        fullscreen->setToggleState (actions.isFullScreen());
+
+    const auto rate = engine.decks.engineRate.get();
+    juce::String time;
+    if (engine.recorder.isRecording() && rate > 0.0)
+        time = timeText (static_cast<double> (engine.recorder.recordedFrames) / rate);
+    if (time == shownTime)
+        return;
+    shownTime = time;
+    repaint (timeArea);
+}
+
+void HeaderButtons::paint (juce::Graphics& g)
+{
+    ControlPanel::paint (g);
+    PanelPaint::value (g, shownTime, timeArea, juce::Justification::centredLeft);
+}
+
+HeaderLevels::HeaderLevels (CPlatterdex& e) : ControlPanel (e, Pace::moving)
+{
+    addControls (levelTable, -1);
+    auto& meter = own (std::make_unique<PXImageHorizontalLevelMeter>());
+    meter.setImages ("meter_level");
+    meter.bind (e, masterLeft, masterRight);
+    meter.setBounds (meterArea);
+}

@@ -1,0 +1,41 @@
+#include "ui/layout/EditorLayout.h"
+
+#include <algorithm>
+
+namespace
+{
+constexpr int margin = 5, headerHeight = 48;
+constexpr int upperDecks = 55, lowerDecks = 296;
+constexpr int betweenDecks = 220, outsideDecks = 230; // the block in the middle, and all that is no deck
+constexpr int globalTop = 22, resizerSize = 16, ghostHeight = 43, ghostPush = 31;
+
+/** What differs between two and four decks. */
+struct Rows
+{
+    int globalHeight, ghostTop, browserTop;
+};
+
+constexpr Rows twoDecks { 275, 294, 306 }, fourDecks { 516, 535, 547 };
+}
+
+EditorLayout::EditorLayout (int width, int height, Mode mode)
+{
+    const auto rows = mode.fourDecks ? fourDecks : twoDecks;
+    const auto deck = (width - outsideDecks) / 2;
+    const auto right = deck + margin + betweenDecks;
+
+    header = { margin, margin, width - 2 * margin, headerHeight };
+    decks[0] = { margin, upperDecks, deck, deckHeight };
+    decks[1] = { right, upperDecks, deck, deckHeight };
+    if (mode.fourDecks)
+    {
+        decks[2] = { margin, lowerDecks, deck, deckHeight };
+        decks[3] = { right, lowerDecks, deck, deckHeight };
+    }
+    global = { deck + 7, globalTop, globalWidth, rows.globalHeight };
+    if (mode.ghostMixer)
+        ghostMixer = { 0, rows.ghostTop, width, ghostHeight };
+    const auto top = rows.browserTop + (mode.ghostMixer ? ghostPush : 0);
+    browser = { 0, top, width, std::max (0, height - top) };
+    resizer = { width - resizerSize, height - resizerSize, resizerSize, resizerSize };
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "deck/DeckNumbers.h"
+
+#include <juce_graphics/juce_graphics.h>
+
+#include <array>
+
+/** Where the children of the editor lie, in unscaled pixels. An empty rectangle means that the child is hidden. */
+struct EditorLayout
+{
+    static constexpr int minimumWidth = 1024, minimumHeight = 296, maximum = 2560;
+    static constexpr int deckHeight = 239, globalWidth = 216;
+    static constexpr int browserlessHeight = 468, focusedBrowserlessHeight = 728;
+
+    struct Mode
+    {
+        bool fourDecks = false;
+        bool ghostMixer = false;
+        bool operator== (const Mode&) const = default;
+    };
+
+    EditorLayout (int width, int height, Mode);
+
+    /** The height that a window without a browser snaps to. */
+    static constexpr int heightWithoutBrowser (bool browserFocus) noexcept
+    {
+        return browserFocus ? focusedBrowserlessHeight : browserlessHeight;
+    }
+
+    juce::Rectangle<int> header, global, ghostMixer, browser, resizer;
+    std::array<juce::Rectangle<int>, deckCount> decks;
+};

@@ -1,0 +1,144 @@
+#include "ui/panel/ControlPanel.h"
+
+#include "engine/CPlatterdex.h"
+#include "engine/CommandTable.h"
+#include "ui/panel/CommandNumbers.h"
+#include "ui/panel/PanelPaint.h"
+#include "ui/widgets/ButtonSkin.h"
+#include "ui/widgets/PXImageButton.h"
+#include "ui/widgets/PXImageLinearSlider.h"
+#include "ui/widgets/PXImageRotarySlider.h"
+#include "ui/widgets/PXTextButton.h"
+
+namespace
+{
+constexpr int knobLabelHeight = 12, smallKnob = 28, largeKnob = 40;
+constexpr int knobLabelReach = 8; // a knob's word may be wider than the knob
+
+skin::Hue hueOf (ControlSpec::Lit lit, int deck)
+{
+    switch (lit)
+    {
+    case ControlSpec::Lit::deck:
+        return deckHue (deck);
+    case ControlSpec::Lit::selected:
+        return skin::Hue::lime;
+    case ControlSpec::Lit::danger:
+        return skin::Hue::red;
+    case ControlSpec::Lit::plain:
+    case ControlSpec::Lit::never:
+        break;
+    }
+    return skin::Hue::accent;
+}
+
+juce::Rectangle<int> areaOf (const std::array<int, 4>& area, juce::Point<int> place)
+{
+    return juce::Rectangle<int> (area[0], area[1], area[2], area[3]) + place;
+}
+
+std::unique_ptr<PXSlider> makeSlider (const ControlSpec& spec)
+{
+    if (spec.kind == ControlSpec::Kind::knob)
+    {
+        auto knob = std::make_unique<PXImageRotarySlider> (spec.name);
+        knob->setKnob (spec.area[2] >= largeKnob ? largeKnob : smallKnob, spec.centred);
+        return knob;
+    }
+    const auto upright = spec.kind == ControlSpec::Kind::fader;
+    auto fader = std::make_unique<PXImageLinearSlider> (spec.name, upright ? juce::Slider::LinearVertical
+                                                                           : juce::Slider::LinearHorizontal);
+    // A track without ticks fits any length.
+    const auto track = std::string_view (spec.face).ends_with ("_track")
+                           ? PXImageLinearSlider::Track::stretched
+                           : PXImageLinearSlider::Track::asItIs;
+    fader->setImages (spec.face, upright ? "fader_cap" : "crossfader_cap", track);
+    return fader;
+}
+}
+
+ControlPanel::ControlPanel (CPlatterdex& e, Pace pace) : PollingView (pace), engine (e), panelPace (pace) {}
+
+ControlPanel::~ControlPanel() = default;
+
+void ControlPanel::addControls (std::span<const ControlSpec> table, int deck, juce::Point<int> place)
+{
+    for (const auto& spec : table)
+        addControl (spec, deck, place);
+}
+
+juce::Component* ControlPanel::addControl (const ControlSpec& spec, int deck, juce::Point<int> place)
+{
+    using Kind = ControlSpec::Kind;
+    const auto number = commandNumberOf (spec.command, deck);
+    jassert (number != 0);
+    if (CommandTable::isUnbuilt (number))
+        return nullptr;
+
+    auto area = areaOf (spec.area, place);
+    auto tip = juce::String (spec.tooltip);
+    if (tip.isEmpty())
+        tip = CommandTable::name (number);
+
+    const auto dress = [&] (auto& control)
+    {
+        control.setTooltip (tip);
+        control.bind (engine, number);
+        control.setBounds (area);
+        return &control;
+    };
+    const auto dressButton = [&] (auto& button)
+    {
+        if (*spec.right != 0)
+            button.setAlternative (engine, commandNumberOf (spec.right, deck));
+        return dress (button);
+    };
+
+    if (spec.kind == Kind::text)
+    {
+        auto& button = own (std::make_unique<PXTextButton> (spec.face));
+        button.setComponentID (spec.name);
+        button.setHue (hueOf (spec.lit, deck));
+        dressButton (button);
+        if (spec.lit == ControlSpec::Lit::never)
+        {
+            polled.pop_back();
+            button.setToggleState (false, juce::dontSendNotification);
+        }
+        return &button;
+    }
+    if (spec.kind == Kind::sign)
+    {
+        auto& button = own (std::make_unique<PXImageButton> (spec.name));
+        button.setStrip (spec.lit == ControlSpec::Lit::deck ? skin::deckName (spec.face, deck) : spec.face);
+        return dressButton (button);
+    }
+    if (spec.kind == Kind::knob && *spec.face != 0)
+        addLabel (spec.face, area.removeFromBottom (knobLabelHeight).expanded (knobLabelReach, 0));
+    tip << ". Double click to reset.";
+    return dress (own (makeSlider (spec)));
+}
+
+void ControlPanel::addLabel (const juce::String& text, juce::Rectangle<int> area, juce::Justification where)
+{
+    labels.push_back ({ text, area, where });
+}
+
+void ControlPanel::pollControls()
+{
+    for (auto* widget : polled)
+        widget->poll();
+}
+
+void ControlPanel::pollCalm()
+{
+    if (panelPace == Pace::calm)
+        pollControls();
+}
+
+void ControlPanel::paint (juce::Graphics& g)
+{
+    for (const auto& label : labels)
+        if (g.clipRegionIntersects (label.area))
+            PanelPaint::label (g, label.text, label.area, label.justification);
+}

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "ui/PollingView.h"
+#include "ui/panel/ControlSpec.h"
+#include "ui/widgets/CommandWidget.h"
+
+#include <concepts>
+#include <memory>
+#include <span>
+#include <vector>
+
+class CPlatterdex;
+
+/** A view made of controls that stand in tables. It makes them, polls them and paints their words; a command that has no
+    function yet gets no control. */
+class ControlPanel : public PollingView
+{
+public:
+    ControlPanel (CPlatterdex&, Pace);
+    ~ControlPanel() override;
+
+    /** A word as it is painted. */
+    struct Label
+    {
+        juce::String text;
+        juce::Rectangle<int> area;
+        juce::Justification justification = juce::Justification::centred;
+    };
+
+    const std::vector<Label>& words() const noexcept { return labels; }
+
+    void paint (juce::Graphics&) override;
+
+protected:
+    /** Makes a table's controls. @param deck   0 to 3, or -1 for controls that belong to none
+        @param place   added to each area */
+    void addControls (std::span<const ControlSpec>, int deck, juce::Point<int> place = {});
+
+    /** Makes one control. @returns null if its command has no function yet */
+    juce::Component* addControl (const ControlSpec&, int deck, juce::Point<int> place = {});
+
+    /** Takes a control that the panel shall own, show and, if it is a CommandWidget, poll. */
+    template <std::derived_from<juce::Component> Control>
+    Control& own (std::unique_ptr<Control> made)
+    {
+        auto& control = *made;
+        addAndMakeVisible (control);
+        controls.push_back (std::move (made));
+        if constexpr (std::derived_from<Control, CommandWidget>)
+            polled.push_back (&control);
+        return control;
+    }
+
+    void addLabel (const juce::String&, juce::Rectangle<int>,
+                   juce::Justification = juce::Justification::centred);
+    void clearLabels() { labels.clear(); }
+
+    /** Lets every control read the engine. */
+    void pollControls();
+
+    void pollMoving() override { pollControls(); }
+    void pollCalm() override;
+
+    CPlatterdex& engine;
+
+private:
+    const Pace panelPace;
+    std::vector<std::unique_ptr<juce::Component>> controls;
+    std::vector<CommandWidget*> polled;
+    std::vector<Label> labels;
+};

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "skin/SkinTable.h"
+#include "ui/widgets/SkinPicture.h"
+
+/** The colour of what is lit in a hue. */
+juce::Colour hueColour (skin::Hue) noexcept;
+
+/** The hue of a deck. @param deck   is limited to 0 to 3 */
+skin::Hue deckHue (int deck) noexcept;
+
+/** The skin's button for a text that fits a height: six frames, to be drawn wide. */
+SkinPicture buttonPicture (int height, skin::Hue);
+
+/** The frame of a button's strip of six. Disabled it is the one at rest. */
+int buttonFrame (bool isOn, bool over, bool down, bool enabled = true) noexcept;

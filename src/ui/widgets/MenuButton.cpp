@@ -1,0 +1,43 @@
+#include "ui/widgets/MenuButton.h"
+
+#include "skin/Palette.h"
+#include "ui/look/SMLookAndFeel.h"
+
+MenuButton::MenuButton (const juce::String& text) : PXTextButton (text)
+{
+    setTriggeredOnMouseDown (true);
+}
+
+void MenuButton::clicked()
+{
+    PXTextButton::clicked();
+    openMenu();
+}
+
+void MenuButton::openMenu()
+{
+    if (!onFillMenu)
+        return;
+    juce::PopupMenu menu;
+    menu.setLookAndFeel (&getLookAndFeel());
+    onFillMenu (menu);
+    menu.showMenuAsync (juce::PopupMenu::Options().withTargetComponent (this).withMinimumWidth (getWidth()),
+                        [self = SafePointer<MenuButton> (this)] (int chosen)
+                        {
+                            if (self != nullptr && chosen != 0 && self->onMenuChoice)
+                                self->onMenuChoice (chosen);
+                        });
+}
+
+juce::Rectangle<int> MenuButton::textArea() const
+{
+    return PXTextButton::textArea().withTrimmedRight (arrowWidth);
+}
+
+void MenuButton::paintButton (juce::Graphics& g, bool over, bool down)
+{
+    PXTextButton::paintButton (g, over, down);
+    SMLookAndFeel::drawArrow (g, getLocalBounds().reduced (4, 0).removeFromRight (arrowWidth),
+                              (getToggleState() ? palette::ink : palette::label)
+                                  .withAlpha (isEnabled() ? 1.0f : palette::disabledAlpha));
+}

@@ -1,0 +1,68 @@
+#include "ui/widgets/PXFxSlider.h"
+
+#include "engine/CommandTable.h"
+#include "skin/Palette.h"
+#include "ui/look/SMLookAndFeel.h"
+#include "ui/panel/CommandNumbers.h"
+
+namespace
+{
+constexpr int lineHeight = 14;
+
+int commandOfSlot (const char* family, int group, int slot)
+{
+    return commandNumberOf (std::string (family) + "_" + std::to_string (slot + 1) + "_GROUP_", group);
+}
+}
+
+PXFxSlider::PXFxSlider (const juce::String& name) : PXImageRotarySlider (name) {}
+
+void PXFxSlider::bindSlot (CPlatterdex& engine, int group, int slot)
+{
+    select = { engine, commandOfSlot ("EFFECT_SELECT", group, slot) };
+    bind (engine, commandOfSlot ("EFFECT_PARAM", group, slot));
+}
+
+void PXFxSlider::poll()
+{
+    PXImageRotarySlider::poll();
+    const auto name = select.text();
+    const auto text = command().text();
+    if (name == shownName && text == shownText)
+        return;
+    shownName = name;
+    shownText = text;
+    repaint();
+}
+
+juce::Rectangle<int> PXFxSlider::knobBounds() const
+{
+    auto area = getLocalBounds();
+    const auto spare = getHeight() - knobHeight();
+    if (spare >= lineHeight)
+        area.removeFromBottom (lineHeight);
+    if (spare >= 2 * lineHeight)
+        area.removeFromTop (lineHeight);
+    return area;
+}
+
+void PXFxSlider::paint (juce::Graphics& g)
+{
+    PXImageRotarySlider::paint (g);
+    auto area = getLocalBounds();
+    const auto knob = knobBounds();
+    const auto alpha = isEnabled() ? 1.0f : palette::disabledAlpha;
+    if (knob.getY() > 0)
+    {
+        g.setFont (SMLookAndFeel::labelFont());
+        g.setColour (palette::label.withAlpha (alpha));
+        g.drawFittedText (shownName.toUpperCase(), area.removeFromTop (knob.getY()),
+                          juce::Justification::centred, 1, 0.7f);
+    }
+    if (knob.getBottom() < getHeight())
+    {
+        g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
+        g.setColour ((isBeingChanged() ? palette::accent : palette::value).withAlpha (alpha));
+        g.drawFittedText (shownText, area.withTop (knob.getBottom()), juce::Justification::centred, 1, 0.7f);
+    }
+}

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "ui/widgets/CommandWidget.h"
+
+#include <functional>
+#include <memory>
+
+/** What knobs and faders of pictures have in common: the hand.
+
+    A drag moves the value from where it is; held shift makes it ten times finer, as it does the wheel. A double click
+    resets to the default. The right button opens a small menu with the reset and the entry of a value. While a hand is
+    on it a slider doesn't follow the engine. */
+class PXSlider : public juce::Slider, public CommandWidget
+{
+public:
+    /** @param name   with its underscore, "_gainSlider" */
+    PXSlider (const juce::String& name, SliderStyle);
+    ~PXSlider() override;
+
+    void poll() override;
+
+    /** What the double click returns to; a bound slider has its command's. */
+    void setDefault (double value) { setDoubleClickReturnValue (true, value); }
+    void resetToDefault();
+
+    /** Lets the user type a value into a small field over the slider. Return takes it; escape, or a click anywhere
+        else, puts the field away. */
+    void enterValue();
+
+    /** Adds to the right button's menu; ids from 100 on. */
+    std::function<void (juce::PopupMenu&)> onFillMenu;
+    std::function<void (int id)> onMenuChoice;
+
+    /** True while its value is being changed: by a drag, and for a moment after the wheel. */
+    bool isBeingChanged() const noexcept { return dragging != nullptr || wheelMoment.isTimerRunning(); }
+
+    static constexpr double wheelStep = 0.02; ///< of the range, for a click of the wheel
+    static constexpr double fine = 0.1;       ///< with shift
+    static constexpr int wheelMomentMs = 400;
+
+    void paint (juce::Graphics&) override = 0;
+    void mouseDown (const juce::MouseEvent&) override;
+    void mouseDrag (const juce::MouseEvent&) override;
+    void mouseUp (const juce::MouseEvent&) override;
+    void mouseDoubleClick (const juce::MouseEvent&) override;
+    void mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails&) override;
+
+    /** Takes what the user types: a share of the range with "%"; without it a number of the slider's range, or for a
+        command, whose words are no numbers, a share as well. valueFromTextFunction comes before both. */
+    double getValueFromText (const juce::String&) override;
+
+protected:
+    void bound() override;
+    void valueChanged() override;
+    void enablementChanged() override;
+
+    /** How far along its range a movement of the mouse takes the value. @param moved   in pixels */
+    virtual double proportionOf (juce::Point<float> moved) const = 0;
+
+    /** Where on its range a place lies, for a slider that snaps to the mouse; else never asked. */
+    virtual double proportionAt (juce::Point<float>) const { return proportion(); }
+
+    /** Which picture fits: 0 as it is, 1 under the mouse, 2 while it is being changed. */
+    int handState() const;
+
+    /** The value's place in its range, 0 to 1. */
+    double proportion() const;
+
+private:
+    class ValueEntry;
+    class Moment : public juce::Timer
+    {
+    public:
+        explicit Moment (PXSlider& s) : slider (s) {}
+        void timerCallback() override;
+
+    private:
+        PXSlider& slider;
+    };
+
+    void moveTo (double newProportion);
+    void showMenu();
+    void takeEntry();
+    bool isTypedAsShare (const juce::String&) const;
+
+    std::unique_ptr<ScopedDragNotification> dragging;
+    std::unique_ptr<ValueEntry> entry;
+    Moment wheelMoment { *this };
+    juce::Point<float> lastDrag;
+    double dragProportion = 0.0;
+};

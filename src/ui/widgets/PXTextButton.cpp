@@ -1,0 +1,124 @@
+#include "ui/widgets/PXTextButton.h"
+
+#include "skin/Palette.h"
+#include "ui/look/SMLookAndFeel.h"
+#include "ui/widgets/ButtonSkin.h"
+
+PXTextButton::PXTextButton (const juce::String& text) : TextButton (text)
+{
+    // The keyboard plays the decks; a button that kept the space bar to itself would be in the way.
+    setWantsKeyboardFocus (false);
+    setMouseClickGrabsKeyboardFocus (false);
+    choosePicture();
+}
+
+PXTextButton::~PXTextButton() = default;
+
+void PXTextButton::setHue (skin::Hue h)
+{
+    hue = h;
+    choosePicture();
+}
+
+void PXTextButton::setDeckHue (int deck)
+{
+    setHue (deckHue (deck));
+}
+
+void PXTextButton::setPicture (const SkinPicture& own)
+{
+    picture = own;
+    hasOwnPicture = true;
+    repaint();
+}
+
+void PXTextButton::choosePicture()
+{
+    if (hasOwnPicture)
+        return;
+    picture = buttonPicture (getHeight(), hue);
+    repaint();
+}
+
+void PXTextButton::resized()
+{
+    TextButton::resized();
+    choosePicture();
+}
+
+void PXTextButton::setAlternative (CPlatterdex& engine, int number)
+{
+    alternative = { engine, number };
+}
+
+void PXTextButton::bound()
+{
+    setTriggeredOnMouseDown (true);
+    if (command().isHeld())
+        press.setCommand (command());
+}
+
+void PXTextButton::poll()
+{
+    if (command().isBound())
+        setToggleState (command().isOn(), juce::dontSendNotification);
+}
+
+int PXTextButton::shownFrame() const
+{
+    return buttonFrame (getToggleState(), isOver(), isDown() || press.isDown(), isEnabled());
+}
+
+juce::Rectangle<int> PXTextButton::textArea() const
+{
+    return getLocalBounds().reduced (4, 0);
+}
+
+void PXTextButton::paintButton (juce::Graphics& g, bool, bool)
+{
+    const auto alpha = isEnabled() ? 1.0f : palette::disabledAlpha;
+    picture.drawWide (g, getLocalBounds(), shownFrame(), alpha);
+    g.setColour ((getToggleState() ? palette::textOn (hueColour (hue)) : palette::value).withAlpha (alpha));
+    g.setFont (SMLookAndFeel::buttonFont (getHeight()));
+    g.drawFittedText (juce::translate (getButtonText()), textArea(), juce::Justification::centred, 1, 0.8f);
+}
+
+void PXTextButton::clicked()
+{
+    if (!command().isHeld())
+        command().press();
+}
+
+void PXTextButton::mouseDown (const juce::MouseEvent& event)
+{
+    if (event.mods.isPopupMenu())
+    {
+        if (isEnabled() && alternative.isBound())
+            alternative.press();
+        if (isEnabled() && onRightClick)
+            onRightClick();
+        return;
+    }
+    press.setDown (isEnabled());
+    TextButton::mouseDown (event);
+}
+
+void PXTextButton::mouseDrag (const juce::MouseEvent& event)
+{
+    if (!event.mods.isPopupMenu())
+        TextButton::mouseDrag (event);
+}
+
+void PXTextButton::mouseUp (const juce::MouseEvent& event)
+{
+    press.setDown (false);
+    if (!event.mods.isPopupMenu())
+        TextButton::mouseUp (event);
+}
+
+void PXTextButton::enablementChanged()
+{
+    if (!isEnabled())
+        press.setDown (false);
+    TextButton::enablementChanged();
+}

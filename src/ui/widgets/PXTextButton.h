@@ -1,0 +1,60 @@
+#pragma once
+
+#include "skin/SkinTable.h"
+#include "ui/widgets/CommandPress.h"
+#include "ui/widgets/CommandWidget.h"
+#include "ui/widgets/SkinPicture.h"
+
+#include <functional>
+
+/** A text on a picture of any width. Lit, it is filled and its text turns dark.
+
+    With a command it acts as it goes down, as PXImageButton does. The text and the tooltip are translated. */
+class PXTextButton : public juce::TextButton, public CommandWidget
+{
+public:
+    explicit PXTextButton (const juce::String& text = {});
+    ~PXTextButton() override;
+
+    /** The colour it is filled with while lit; the accent if nothing is said. */
+    void setHue (skin::Hue);
+
+    /** The same in a deck's hue. @param deck   0 to 3 */
+    void setDeckHue (int deck);
+
+    /** Six frames of its own in place of the skin's: off, over, down, and the same lit. */
+    void setPicture (const SkinPicture&);
+
+    /** The command that the right mouse button carries out. */
+    void setAlternative (CPlatterdex&, int number);
+
+    std::function<void()> onRightClick;
+
+    void poll() override;
+
+    /** Which of the six frames is shown. */
+    int shownFrame() const;
+
+    void paintButton (juce::Graphics&, bool over, bool down) override;
+    void mouseDown (const juce::MouseEvent&) override;
+    void mouseDrag (const juce::MouseEvent&) override;
+    void mouseUp (const juce::MouseEvent&) override;
+    void resized() override;
+
+protected:
+    void bound() override;
+    void clicked() override;
+    void enablementChanged() override;
+
+    /** Where the text goes. */
+    virtual juce::Rectangle<int> textArea() const;
+
+private:
+    void choosePicture();
+
+    SkinPicture picture;
+    bool hasOwnPicture = false;
+    skin::Hue hue = skin::Hue::accent;
+    CommandPress press;
+    CommandBinding alternative;
+};

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <functional>
+
+/** The tooltip: shown after the mouse has rested, it follows it until the mouse finds something else or a button is
+    pressed.
+
+    It is a child of the editor's, never a window, so it stands in a host's window as well. Texts are translated. */
+class PXTooltipComponent : public juce::Component, private juce::Timer
+{
+public:
+    /** @param isWanted   the preference "Show Tooltips", asked each time */
+    PXTooltipComponent (juce::Component& parent, std::function<bool()> isWanted);
+    ~PXTooltipComponent() override;
+
+    static constexpr int delayMs = 700; ///< as the toolkit's own
+
+    /** What the mouse does now; the timer calls this.
+        @param under      what the mouse is over, or null
+        @param position   of the mouse in the parent
+        @param pressed    whether a button is down
+        @param now        in ms, of any clock that runs on */
+    void follow (juce::Component* under, juce::Point<int> position, bool pressed, juce::uint32 now);
+
+    const juce::String& text() const noexcept { return shown; }
+
+    void paint (juce::Graphics&) override;
+
+private:
+    static constexpr int shownMs = 40, waitingMs = 120; ///< between two looks at the mouse
+    static constexpr int quickMove = 12;                ///< pixels between two looks
+
+    void timerCallback() override;
+    void show (const juce::String&, juce::Point<int> position);
+    void hide();
+
+    juce::Component& parent;
+    const std::function<bool()> isWanted;
+    juce::String shown, resting; ///< on the screen; under the mouse, waiting
+    juce::uint32 restingSince = 0;
+    juce::Point<int> lastPosition;
+    bool spent = false; ///< a press has put the tooltip away
+};

@@ -1,0 +1,166 @@
+#include "UiBench.h"
+#include "skin/Skin.h"
+#include "ui/widgets/MenuButton.h"
+#include "ui/widgets/PXFxSlider.h"
+#include "ui/widgets/PXTabBarButton.h"
+
+#include <gtest/gtest.h>
+
+#include <typeindex>
+
+namespace
+{
+std::string nameOf (const juce::Component& c)
+{
+    return (juce::String (typeid (c).name()) + " " + c.getComponentID() + c.getName()).toStdString();
+}
+
+/** What lies over others by intent: the block between the decks reaches into the header's middle, where that is empty, and
+    the ghost mixer covers the block's last three rows. */
+bool mayOverlap (const juce::Component& one, const juce::Component& other)
+{
+    const auto is = [&] (auto* type)
+    {
+        using Type = std::remove_pointer_t<decltype (type)>;
+        return dynamic_cast<const Type*> (&one) != nullptr || dynamic_cast<const Type*> (&other) != nullptr;
+    };
+    return is (static_cast<juce::ResizableCornerComponent*> (nullptr))
+           || is (static_cast<PXTooltipComponent*> (nullptr))
+           || (is (static_cast<GlobalComponent*> (nullptr))
+               && (is (static_cast<HeaderComponent*> (nullptr))
+                   || is (static_cast<GhostMixerComponent*> (nullptr))));
+}
+
+/** Every tab stands beside the others; what the toolkit puts behind the front one does not count. */
+void expectTabsTidy (juce::Component& bar)
+{
+    int right = 0;
+    auto& tabs = dynamic_cast<juce::TabbedButtonBar&> (bar);
+    for (int i = 0; i < tabs.getNumTabs(); ++i)
+    {
+        const auto* tab = tabs.getTabButton (i);
+        EXPECT_TRUE (tab->isVisible() && tab->getX() >= right && tab->getRight() <= bar.getWidth())
+            << nameOf (*tab);
+        right = tab->getRight();
+    }
+}
+
+/** No visible child lies outside its parent or over one of its siblings, and a hand can hit every control. */
+void expectTidy (juce::Component& parent)
+{
+    if (dynamic_cast<juce::TabbedButtonBar*> (&parent) != nullptr)
+        return expectTabsTidy (parent);
+    for (auto* child : parent.getChildren())
+    {
+        if (!child->isVisible())
+            continue;
+        EXPECT_TRUE (parent.getLocalBounds().contains (child->getBounds()))
+            << nameOf (*child) << child->getBounds().toString() << " in " << nameOf (parent)
+            << parent.getLocalBounds().toString();
+        if (dynamic_cast<CommandWidget*> (child) != nullptr)
+        {
+            EXPECT_GE (juce::jmin (child->getWidth(), child->getHeight()), 20) << nameOf (*child);
+            EXPECT_GE (juce::jmax (child->getWidth(), child->getHeight()), CommandWidget::smallestHit)
+                << nameOf (*child);
+        }
+        for (auto* other : parent.getChildren())
+        {
+            if (other == child || !other->isVisible() || mayOverlap (*child, *other))
+                continue;
+            EXPECT_FALSE (child->getBounds().intersects (other->getBounds()))
+                << nameOf (*child) << " over " << nameOf (*other) << " in " << nameOf (parent);
+        }
+        expectTidy (*child);
+    }
+}
+
+void expectFits (const juce::String& text, const juce::Font& font, int room, const juce::Component& where)
+{
+    EXPECT_LE (font.getStringWidthFloat (text), static_cast<float> (room))
+        << text << " in " << nameOf (where);
+}
+
+/** Every word on a panel, button or tab has the room it needs. */
+void expectWordsFit (juce::Component& root)
+{
+    for (auto* component : descendants (root))
+    {
+        if (!component->isVisible())
+            continue;
+        if (auto* panel = dynamic_cast<ControlPanel*> (component))
+            for (const auto& label : panel->words())
+            {
+                expectFits (label.text, SMLookAndFeel::labelFont(), label.area.getWidth(), *panel);
+                EXPECT_GE (label.area.getHeight(), 11) << label.text;
+            }
+        if (auto* button = dynamic_cast<PXTextButton*> (component))
+            expectFits (button->getButtonText(), SMLookAndFeel::buttonFont (button->getHeight()),
+                        button->getWidth() - (dynamic_cast<MenuButton*> (button) != nullptr ? 18 : 4),
+                        *button);
+        if (auto* tab = dynamic_cast<PXTabBarButton*> (component))
+            expectFits (tab->getButtonText(), SMLookAndFeel::labelFont(), tab->getWidth(), *tab);
+    }
+}
+}
+
+TEST (Tidy, NothingOverlapsIsCutOffOrTooSmallForItsWordsAtAnySize)
+{
+    UiBench bench;
+    for (const auto fourDecks : { false, true })
+        for (const auto& [width, height] :
+             { std::pair { 1024, 728 }, { 1280, 800 }, { 1920, 1080 }, { 2560, 1440 } })
+            for (int tab = 0; tab < GlobalComponent::tabs; ++tab)
+            {
+                SCOPED_TRACE (testing::Message()
+                              << (fourDecks ? "four " : "two ") << width << " tab " << tab);
+                bench.engine.settings.editor[EditorPreference::fourDeckMode] = fourDecks ? 1 : 0;
+                bench.editor->globalBlock().setCurrentTabIndex (tab);
+                bench.editor->setSize (width, height);
+                bench.refresh();
+                expectTidy (*bench.editor);
+                expectWordsFit (*bench.editor);
+            }
+}
+
+TEST (Tidy, EveryUtilityPanelAndEveryEffectFitsItsPlace)
+{
+    UiBench bench;
+    bench.editor->setSize (1024, 728);
+    bench.editor->globalBlock().setCurrentTabIndex (GlobalComponent::fx);
+    for (int panel = 0; panel < 8; ++panel)
+    {
+        SCOPED_TRACE (panel);
+        bench.engine.settings.deckSetup[0].panelsLeft[0] = static_cast<int8_t> (panel);
+        bench.engine.setParameter (CommandTable::numberOf ("EFFECT_SELECT_1_GROUP_A"),
+                                   (static_cast<float> (panel) + 0.5f) / 10.0f);
+        bench.engine.setParameter (CommandTable::numberOf ("EFFECT_SELECT_2_GROUP_A"),
+                                   (static_cast<float> (panel) + 2.5f) / 10.0f);
+        bench.refresh();
+        expectTidy (*bench.editor);
+        expectWordsFit (*bench.editor);
+    }
+}
+
+TEST (Tidy, EveryControlHasATooltipAndACommandThatWorks)
+{
+    UiBench bench;
+    bench.engine.settings.editor[EditorPreference::fourDeckMode] = 1;
+    for (int tab = 0; tab < GlobalComponent::tabs; ++tab)
+    {
+        bench.editor->globalBlock().setCurrentTabIndex (tab);
+        bench.refresh();
+        for (auto* component : descendants (*bench.editor))
+        {
+            auto* widget = dynamic_cast<CommandWidget*> (component);
+            if (widget == nullptr)
+                continue;
+            auto* tip = dynamic_cast<juce::TooltipClient*> (component);
+            ASSERT_NE (tip, nullptr) << nameOf (*component);
+            EXPECT_TRUE (tip->getTooltip().isNotEmpty()) << nameOf (*component);
+            if (widget->command().isBound())
+                EXPECT_FALSE (CommandTable::isUnbuilt (widget->commandNumber())) << nameOf (*component);
+            else
+                EXPECT_TRUE (hasOwnAction (*component)) << nameOf (*component);
+        }
+    }
+}

@@ -1,0 +1,155 @@
+#include "ViewBench.h"
+
+#include "ui/deckviews/ColumnPainter.h"
+#include "ui/deckviews/DeckWaveform.h"
+
+namespace
+{
+constexpr int width = 404, height = 240; // whole pixels at every scale
+constexpr double scales[] { 1.0, 1.25, 1.5, 2.0 };
+
+struct View : DeckWaveform
+{
+    explicit View (ViewBench& bench) : DeckWaveform (bench.engine, 0)
+    {
+        setSize (width, height);
+        setVisible (true);
+    }
+};
+
+/** What a view that has drawn nothing before shows. */
+juce::Image freshPicture (ViewBench& bench, double scale)
+{
+    View view (bench);
+    return ViewBench::picture (view, scale);
+}
+}
+
+TEST (DeckWaveform, AScrolledPictureIsTheOneThatIsDrawnAnew)
+{
+    ViewBench bench;
+    bench.putTrack (ViewBench::noise (600'000));
+    bench.deck().cues[2] = 100'000.0;
+    View view (bench);
+    for (const auto scale : scales)
+    {
+        ViewBench::picture (view, scale);
+        for (const auto step : { 512, 1764, -900, 5 * 512, 60'000, -30'000, 250'000, -1, 1'000'000, -90'000 })
+        {
+            bench.engine.transport.seekFrames (0, bench.deck().position + step);
+            view.refresh();
+            ASSERT_TRUE (ViewBench::same (ViewBench::picture (view, scale), freshPicture (bench, scale)))
+                << scale << ", after a step of " << step;
+        }
+    }
+}
+
+TEST (DeckWaveform, DrawsNoMoreThanWhatComesIntoView)
+{
+    ViewBench bench;
+    const auto samples = ViewBench::noise (900'000);
+    bench.putTrack ({ samples.begin(), samples.begin() + 50'000 });
+    View view (bench);
+    const auto drawn = [&] (double scale)
+    {
+        view.refresh();
+        ViewBench::picture (view, scale);
+        return view.columnsDrawn();
+    };
+    for (const auto scale : scales)
+    {
+        bench.putTrack ({ samples.begin(), samples.begin() + 50'000 });
+        EXPECT_EQ (drawn (scale), juce::roundToInt (width * scale));
+        EXPECT_EQ (drawn (scale), 0);
+        bench.engine.transport.seekFrames (0, 1764.0);
+        EXPECT_NEAR (drawn (scale), 3 * scale, 1.0);
+
+        // What has been decoded meanwhile appears: from entry 97 to the right edge at entry 3 + 202.
+        TrackIngest (bench.deck()).append (samples.data() + 50'176, samples.data() + 50'176, 10'000);
+        EXPECT_NEAR (drawn (scale), (205 - 97) * scale, 2.0 * scale);
+        EXPECT_TRUE (ViewBench::same (ViewBench::picture (view, scale), freshPicture (bench, scale)));
+    }
+    view.setSize (width - 100, height);
+    EXPECT_EQ (drawn (1.0), width - 100) << "another size drops the image";
+    bench.engine.settings.editor[EditorPreference::spectralWaveform] = 0;
+    EXPECT_EQ (drawn (1.0), width - 100) << "and so does the other way to draw";
+}
+
+TEST (DeckWaveform, RepaintsOnlyWhatHasChanged)
+{
+    ViewBench bench;
+    bench.putTrack (ViewBench::noise (600'000));
+    View view (bench);
+    int repaints = 0;
+    view.setCachedComponentImage (new RepaintCounter (repaints));
+    const auto repaintsAfter = [&] (const std::function<void()>& change)
+    {
+        change();
+        repaints = 0;
+        view.refresh();
+        return repaints;
+    };
+    auto& deck = bench.deck();
+    view.refresh();
+    EXPECT_EQ (repaintsAfter ([] {}), 0);
+    EXPECT_EQ (repaintsAfter ([&] { deck.position = 100.0; }), 0)
+        << "within a column and a tenth of a second";
+    EXPECT_EQ (repaintsAfter ([&] { deck.position = 600.0; }), 1) << "the picture";
+    EXPECT_EQ (repaintsAfter ([&] { deck.position = 9000.0; }), 2) << "and the time";
+    EXPECT_EQ (repaintsAfter ([&] { deck.cues[0] = 1000.0; }), 1);
+    EXPECT_EQ (repaintsAfter ([&] { deck.downbeatPosition = 33'000; }), 1);
+    EXPECT_EQ (repaintsAfter ([&] { deck.loopMode = 1; }), 1);
+    EXPECT_EQ (repaintsAfter ([] {}), 0);
+}
+
+TEST (ColumnPainter, DrawsTheBodyInsideTheEnvelope)
+{
+    auto overview = std::make_unique<TrackOverview>();
+    overview->overviewMax[1] = 20;
+    overview->overviewMin[1] = -10;
+    overview->overviewLevel[1] = 5;
+    overview->overviewLow[1] = 140;
+    overview->overviewMid[1] = 60;
+    overview->overviewHigh[1] = 30;
+    const juce::Colour hue (0xff204060);
+
+    for (const auto scale : { 1, 2 })
+        for (const auto spectral : { true, false })
+        {
+            juce::Image image (juce::Image::ARGB, 4 * scale, 91 * scale, true, juce::SoftwareImageType());
+            {
+                juce::Image::BitmapData bitmap (image, juce::Image::BitmapData::readWrite);
+                const ColumnPainter painter { *overview, 1024, spectral, hue, { 1.0 * scale } };
+                painter.paint (bitmap, -scale); // entries -1 to 2, of which 0 and 1 are in the track
+            }
+            const auto at = [&] (int entry, int y)
+            { return image.getPixelAt ((entry + 2) * scale - 1, y * scale + scale / 2); };
+            for (int y = 0; y < 91; ++y)
+            {
+                EXPECT_EQ (at (-1, y).getAlpha(), 0);
+                EXPECT_EQ (at (2, y).getAlpha(), 0);
+                EXPECT_EQ (at (1, y).getAlpha(), y >= 24 && y < 54 ? 255 : 0) << y;
+            }
+            if (!spectral)
+            {
+                // Each channel's distance to 255 times 1 / (1 + 30 / 255).
+                for (const auto y : { 24, 44, 53 })
+                {
+                    EXPECT_NEAR (at (1, y).getRed(), 255 - (255 - 0x20) * 255 / 285, 1);
+                    EXPECT_NEAR (at (1, y).getBlue(), 255 - (255 - 0x60) * 255 / 285, 1);
+                }
+                continue;
+            }
+            const auto isNear = [&] (int y, juce::Colour colour)
+            {
+                EXPECT_NEAR (at (1, y).getRed(), colour.getRed(), 10) << y;
+                EXPECT_NEAR (at (1, y).getGreen(), colour.getGreen(), 10) << y;
+            };
+            isNear (24, { 140, 60, 30 }); // the tips
+            isNear (53, { 140, 60, 30 });
+            isNear (43, { 166, 105, 82 }); // the body's centre: 255 - (255 - c) / 1.3
+            isNear (44, { 166, 105, 82 });
+            isNear (39, { 140, 60, 30 });                                     // the body's edge
+            EXPECT_NEAR (at (1, 38).getRed(), 88 + (140 - 88) * 5.5 / 20, 6); // on the way to c / 1.6
+        }
+}
