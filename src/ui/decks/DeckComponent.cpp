@@ -9,15 +9,15 @@
 
 namespace
 {
-using Kind = ControlSpec::Kind;
-using Lit = ControlSpec::Lit;
+using Kind = ControlRow::Kind;
+using Lit = ControlRow::Lit;
 
 constexpr int messageSeconds = 5;
 constexpr const char* dash = "-";
 const juce::Rectangle<int> letterArea { 4, 4, 40, 32 };
 
 // clang-format off
-constexpr ControlSpec table[] {
+constexpr ControlRow table[] {
     { Kind::sign, "_syncButton",       "SYNC_LOCK_",              "sync_40",  {  4,  40, 40, 24 }, "Sync: follows the tempo and phase of the master. Right click: once only", Lit::plain, "SYNC_" },
     { Kind::text, "_masterButton",     "MASTER_",                 "MSTR",     {  4,  66, 40, 24 }, "Makes this deck the master of the tempo" },
     { Kind::sign, "_nudgeMinusButton", "PITCH_BEND_NUDGE_MINUS_", "minus_20", {  2,  92, 22, 22 }, "Slower while it is held" },

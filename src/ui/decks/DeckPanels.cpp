@@ -9,14 +9,14 @@
 
 namespace
 {
-using Kind = ControlSpec::Kind;
-using Lit = ControlSpec::Lit;
+using Kind = ControlRow::Kind;
+using Lit = ControlRow::Lit;
 
 constexpr int margin = 4, width = 92, half = 44, right = 52;
 constexpr const char* dash = "-";
 
 // clang-format off
-constexpr ControlSpec loopTable[] {
+constexpr ControlRow loopTable[] {
     { Kind::text, "_loopButton",         "LOOP_",               "LOOP",     { margin,   0, half, 24 }, "Beat loop of the size below, on or off", Lit::deck },
     { Kind::text, "_leapButton",         "LEAP_",               "LEAP",     { right,    0, half, 24 }, "Rolling loop: when it ends the track goes on where it would be by then", Lit::deck },
     { Kind::sign, "_loopHalfButton",     "LOOP_HALF_",          "left_24",  { margin,  40, 24, 24 }, "Halves the loop" },
@@ -28,18 +28,18 @@ constexpr ControlSpec loopTable[] {
     { Kind::text, "_reloopButton",       "RELOOP_",             "RELOOP",   { margin, 140, width, 24 }, "Takes the loop by hand up again" },
 };
 
-constexpr ControlSpec cueTable[] {
+constexpr ControlRow cueTable[] {
     { Kind::text, "_rewindButton",     "REWIND_",      "REW",   { margin, 142, half, 24 }, "Back to the start of the track" },
     { Kind::text, "_startPointButton", "START_POINT_", "START", { right,  142, half, 24 }, "Start point: nothing before it is played", Lit::deck },
 };
 
-constexpr ControlSpec keyTable[] {
+constexpr ControlRow keyTable[] {
     { Kind::knob, "_keyTuningSlider", "KEY_TUNING_", "",      { 30,       8, 40, 40 }, "Key of the track, up to an octave either way", Lit::plain, "", true },
     { Kind::text, "_keyResetButton",  "KEY_RESET_",  "RESET", { margin, 114, width, 24 }, "Back to the track's own key", Lit::never },
     { Kind::text, "_keyLockButton",   "KEY_LOCK_",   "LOCK",  { margin, 142, width, 24 }, "Key lock: the tempo moves, the key stays" },
 };
 
-constexpr ControlSpec gridTable[] {
+constexpr ControlRow gridTable[] {
     { Kind::text, "_downbeatButton", "DOWNBEAT_", "DOWNBEAT", { margin, 142, width, 24 }, "The beat nearest to the position becomes the first of a bar. Right click on the panel takes edits back.", Lit::never },
 };
 // clang-format on

@@ -7,14 +7,14 @@
 
 namespace
 {
-using Kind = ControlSpec::Kind;
-using Lit = ControlSpec::Lit;
+using Kind = ControlRow::Kind;
+using Lit = ControlRow::Lit;
 
 constexpr int column = 40, columnWidth = 56;
 constexpr int pitchRanges = 13;
 
 // clang-format off
-constexpr ControlSpec table[] {
+constexpr ControlRow table[] {
     { Kind::fader, "_pitchSlider",      "PITCH_",                  "pitch_164", { 4, 0, 28, 164 }, "Pitch: down is faster" },
     { Kind::text,  "_nudgeMinusButton", "PITCH_BEND_NUDGE_MINUS_", "-",     { column,      86, 26, 24 }, "Slower while it is held", Lit::deck },
     { Kind::text,  "_nudgePlusButton",  "PITCH_BEND_NUDGE_PLUS_",  "+",     { column + 30, 86, 26, 24 }, "Faster while it is held", Lit::deck },

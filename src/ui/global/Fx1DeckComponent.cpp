@@ -7,11 +7,11 @@
 
 namespace
 {
-using Kind = ControlSpec::Kind;
-using Lit = ControlSpec::Lit;
+using Kind = ControlRow::Kind;
+using Lit = ControlRow::Lit;
 
 // clang-format off
-constexpr ControlSpec table[] {
+constexpr ControlRow table[] {
     { Kind::text, "_fxHighButton",   "FX_HIGH_BAND_GROUP_", "H",       {  32, 8, 24, 24 }, "The effects hear the high band" },
     { Kind::text, "_fxMidButton",    "FX_MID_BAND_GROUP_",  "M",       {  60, 8, 24, 24 }, "The effects hear the mid band" },
     { Kind::text, "_fxLowButton",    "FX_LOW_BAND_GROUP_",  "L",       {  88, 8, 24, 24 }, "The effects hear the low band" },

@@ -7,22 +7,22 @@
 
 namespace
 {
-using Kind = ControlSpec::Kind;
-using Lit = ControlSpec::Lit;
+using Kind = ControlRow::Kind;
+using Lit = ControlRow::Lit;
 
 constexpr int gap = 4, badgeSize = 20, knobWidth = 28, knobHeight = 40;
 constexpr int pflWidth = 24, buttonHeight = 24, leastFader = 50, knobGap = 2, mostFader = 160;
 
 // clang-format off
-constexpr ControlSpec knobTable[] {
+constexpr ControlRow knobTable[] {
     { Kind::knob, "_eqHighSlider", "EQ_HIGH_", "HI",     { 0, 0, knobWidth, knobHeight }, "High band of the equaliser", Lit::plain, "", true },
     { Kind::knob, "_eqMidSlider",  "EQ_MID_",  "MID",    { 0, 0, knobWidth, knobHeight }, "Mid band of the equaliser", Lit::plain, "", true },
     { Kind::knob, "_eqLowSlider",  "EQ_LOW_",  "LOW",    { 0, 0, knobWidth, knobHeight }, "Low band of the equaliser", Lit::plain, "", true },
     { Kind::knob, "_filterSlider", "FILTER_",  "FILT",   { 0, 0, knobWidth, knobHeight }, "Filter: low-pass to the left, high-pass to the right", Lit::plain, "", true },
     { Kind::knob, "_gainSlider",   "GAIN_",    "GAIN",   { 0, 0, knobWidth, knobHeight }, "Gain", Lit::plain, "", true },
 };
-constexpr ControlSpec faderSpec { Kind::level, "_volumeSlider", "VOLUME_", "crossfader_track", { 0, 0, leastFader, buttonHeight }, "Volume" };
-constexpr ControlSpec pflSpec { Kind::sign, "_pflButton", "PFL_", "pfl_24", { 0, 0, pflWidth, buttonHeight }, "Pre-fader listening: this channel on the headphones" };
+constexpr ControlRow faderRow { Kind::level, "_volumeSlider", "VOLUME_", "crossfader_track", { 0, 0, leastFader, buttonHeight }, "Volume" };
+constexpr ControlRow pflRow { Kind::sign, "_pflButton", "PFL_", "pfl_24", { 0, 0, pflWidth, buttonHeight }, "Pre-fader listening: this channel on the headphones" };
 // clang-format on
 
 const juce::Rectangle<int> badgeArea { gap, 12, badgeSize, badgeSize };
@@ -30,14 +30,14 @@ const juce::Rectangle<int> badgeArea { gap, 12, badgeSize, badgeSize };
 
 GhostChannel::GhostChannel (CPlatterdex& e, int deck) : ControlPanel (e, Pace::moving), deckIndex (deck)
 {
-    fader = addControl (faderSpec, deck);
-    for (const auto& spec : knobTable)
+    fader = addControl (faderRow, deck);
+    for (const auto& row : knobTable)
     {
-        auto plain = spec;
+        auto plain = row;
         plain.face = ""; // the words follow the knobs' places
         knobs.push_back (addControl (plain, deck));
     }
-    pfl = addControl (pflSpec, deck);
+    pfl = addControl (pflRow, deck);
 }
 
 void GhostChannel::resized()

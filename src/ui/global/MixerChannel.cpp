@@ -5,15 +5,15 @@
 
 namespace
 {
-using Kind = ControlSpec::Kind;
-using Lit = ControlSpec::Lit;
+using Kind = ControlRow::Kind;
+using Lit = ControlRow::Lit;
 
 constexpr const char* pfl = "Pre-fader listening: this channel on the headphones";
 constexpr const char* left = "On the left side of the crossfader";
 constexpr const char* right = "On the right side of the crossfader";
 
 // clang-format off
-constexpr ControlSpec tallTable[] {
+constexpr ControlRow tallTable[] {
     { Kind::knob,  "_gainSlider",      "GAIN_",                  "GAIN", {  7,  28, 40, 52 }, "Gain", Lit::plain, "", true },
     { Kind::knob,  "_eqHighSlider",    "EQ_HIGH_",               "",     {  2,  88, 28, 28 }, "High band of the equaliser", Lit::plain, "", true },
     { Kind::text,  "_killHighButton",  "EQ_HIGH_KILL_",          "H",    { 30,  90, 22, 24 }, "Kills the high band", Lit::danger },
@@ -28,7 +28,7 @@ constexpr ControlSpec tallTable[] {
     { Kind::text,  "_assignRightButton", "CROSSFADER_ASSIGN_RIGHT_", "R", { 28, 416, 22, 24 }, right, Lit::deck },
 };
 
-constexpr ControlSpec wideTable[] {
+constexpr ControlRow wideTable[] {
     { Kind::knob,  "_gainSlider",      "GAIN_",                  "GAIN", { 32,   4, 28, 40 }, "Gain", Lit::plain, "", true },
     { Kind::knob,  "_eqHighSlider",    "EQ_HIGH_",               "",     {  4,  52, 28, 28 }, "High band of the equaliser", Lit::plain, "", true },
     { Kind::text,  "_killHighButton",  "EQ_HIGH_KILL_",          "H",    { 36,  54, 24, 24 }, "Kills the high band", Lit::danger },

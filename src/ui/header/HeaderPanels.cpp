@@ -10,20 +10,20 @@
 
 namespace
 {
-using Kind = ControlSpec::Kind;
-using Lit = ControlSpec::Lit;
+using Kind = ControlRow::Kind;
+using Lit = ControlRow::Lit;
 
 constexpr int firstButton = 4, buttonTop = 8, buttonSize = 32, buttonStep = 36;
 constexpr int masterLeft = 1005, masterRight = 1006; // the meters among the numbers that can be read
 constexpr std::array scales { 100, 125, 150, 200 };
 
 // clang-format off
-constexpr ControlSpec buttonTable[] {
+constexpr ControlRow buttonTable[] {
     { Kind::sign, "_recButton",  "DISK_RECORDER", "rec_32",  { 0, buttonTop, buttonSize, buttonSize }, "Disk recorder. Bounce your mix to WAV files in realtime. Check preferences dialog box to select WAV save path." },
     { Kind::sign, "_snapButton", "SNAP",          "snap_32", { buttonStep, buttonTop, buttonSize, buttonSize }, "Snap and quantise of all decks.\nSnap: cues and loops are set on the nearest beat.\nQuantise: jumps keep the beat." },
 };
 
-constexpr ControlSpec levelTable[] {
+constexpr ControlRow levelTable[] {
     { Kind::text, "_automixButton",       "AUTOMIX_ON_OFF",      "AUTO",   {   0, 12, 44, 24 }, "Automix: plays the browser's list by itself, one track into the next" },
     { Kind::text, "_monitorSplitButton",  "MONITOR_PHONE_SPLIT", "SPLIT",  {  48, 12, 48, 24 }, "Headphones split: what is pre-listened on the left, the master on the right" },
     { Kind::text, "_monitorDriveButton",  "MONITOR_OVERDRIVE",   "DRIVE",  { 100, 12, 48, 24 }, "Headphones overdrive: louder, softly limited" },

@@ -15,18 +15,18 @@ namespace
 constexpr int knobLabelHeight = 12, smallKnob = 28, largeKnob = 40;
 constexpr int knobLabelReach = 8; // a knob's word may be wider than the knob
 
-skin::Hue hueOf (ControlSpec::Lit lit, int deck)
+skin::Hue hueOf (ControlRow::Lit lit, int deck)
 {
     switch (lit)
     {
-    case ControlSpec::Lit::deck:
+    case ControlRow::Lit::deck:
         return deckHue (deck);
-    case ControlSpec::Lit::selected:
+    case ControlRow::Lit::selected:
         return skin::Hue::lime;
-    case ControlSpec::Lit::danger:
+    case ControlRow::Lit::danger:
         return skin::Hue::red;
-    case ControlSpec::Lit::plain:
-    case ControlSpec::Lit::never:
+    case ControlRow::Lit::plain:
+    case ControlRow::Lit::never:
         break;
     }
     return skin::Hue::accent;
@@ -37,22 +37,22 @@ juce::Rectangle<int> areaOf (const std::array<int, 4>& area, juce::Point<int> pl
     return juce::Rectangle<int> (area[0], area[1], area[2], area[3]) + place;
 }
 
-std::unique_ptr<PXSlider> makeSlider (const ControlSpec& spec)
+std::unique_ptr<PXSlider> makeSlider (const ControlRow& row)
 {
-    if (spec.kind == ControlSpec::Kind::knob)
+    if (row.kind == ControlRow::Kind::knob)
     {
-        auto knob = std::make_unique<PXImageRotarySlider> (spec.name);
-        knob->setKnob (spec.area[2] >= largeKnob ? largeKnob : smallKnob, spec.centred);
+        auto knob = std::make_unique<PXImageRotarySlider> (row.name);
+        knob->setKnob (row.area[2] >= largeKnob ? largeKnob : smallKnob, row.centred);
         return knob;
     }
-    const auto upright = spec.kind == ControlSpec::Kind::fader;
-    auto fader = std::make_unique<PXImageLinearSlider> (spec.name, upright ? juce::Slider::LinearVertical
-                                                                           : juce::Slider::LinearHorizontal);
+    const auto upright = row.kind == ControlRow::Kind::fader;
+    auto fader = std::make_unique<PXImageLinearSlider> (row.name, upright ? juce::Slider::LinearVertical
+                                                                          : juce::Slider::LinearHorizontal);
     // A track without ticks fits any length.
-    const auto track = std::string_view (spec.face).ends_with ("_track")
+    const auto track = std::string_view (row.face).ends_with ("_track")
                            ? PXImageLinearSlider::Track::stretched
                            : PXImageLinearSlider::Track::asItIs;
-    fader->setImages (spec.face, upright ? "fader_cap" : "crossfader_cap", track);
+    fader->setImages (row.face, upright ? "fader_cap" : "crossfader_cap", track);
     return fader;
 }
 }
@@ -61,22 +61,22 @@ ControlPanel::ControlPanel (CPlatterdex& e, Pace pace) : PollingView (pace), eng
 
 ControlPanel::~ControlPanel() = default;
 
-void ControlPanel::addControls (std::span<const ControlSpec> table, int deck, juce::Point<int> place)
+void ControlPanel::addControls (std::span<const ControlRow> table, int deck, juce::Point<int> place)
 {
-    for (const auto& spec : table)
-        addControl (spec, deck, place);
+    for (const auto& row : table)
+        addControl (row, deck, place);
 }
 
-juce::Component* ControlPanel::addControl (const ControlSpec& spec, int deck, juce::Point<int> place)
+juce::Component* ControlPanel::addControl (const ControlRow& row, int deck, juce::Point<int> place)
 {
-    using Kind = ControlSpec::Kind;
-    const auto number = commandNumberOf (spec.command, deck);
+    using Kind = ControlRow::Kind;
+    const auto number = commandNumberOf (row.command, deck);
     jassert (number != 0);
     if (CommandTable::isUnbuilt (number))
         return nullptr;
 
-    auto area = areaOf (spec.area, place);
-    auto tip = juce::String (spec.tooltip);
+    auto area = areaOf (row.area, place);
+    auto tip = juce::String (row.tooltip);
     if (tip.isEmpty())
         tip = CommandTable::name (number);
 
@@ -89,34 +89,34 @@ juce::Component* ControlPanel::addControl (const ControlSpec& spec, int deck, ju
     };
     const auto dressButton = [&] (auto& button)
     {
-        if (*spec.right != 0)
-            button.setAlternative (engine, commandNumberOf (spec.right, deck));
+        if (*row.right != 0)
+            button.setAlternative (engine, commandNumberOf (row.right, deck));
         return dress (button);
     };
 
-    if (spec.kind == Kind::text)
+    if (row.kind == Kind::text)
     {
-        auto& button = own (std::make_unique<PXTextButton> (spec.face));
-        button.setComponentID (spec.name);
-        button.setHue (hueOf (spec.lit, deck));
+        auto& button = own (std::make_unique<PXTextButton> (row.face));
+        button.setComponentID (row.name);
+        button.setHue (hueOf (row.lit, deck));
         dressButton (button);
-        if (spec.lit == ControlSpec::Lit::never)
+        if (row.lit == ControlRow::Lit::never)
         {
             polled.pop_back();
             button.setToggleState (false, juce::dontSendNotification);
         }
         return &button;
     }
-    if (spec.kind == Kind::sign)
+    if (row.kind == Kind::sign)
     {
-        auto& button = own (std::make_unique<PXImageButton> (spec.name));
-        button.setStrip (spec.lit == ControlSpec::Lit::deck ? skin::deckName (spec.face, deck) : spec.face);
+        auto& button = own (std::make_unique<PXImageButton> (row.name));
+        button.setStrip (row.lit == ControlRow::Lit::deck ? skin::deckName (row.face, deck) : row.face);
         return dressButton (button);
     }
-    if (spec.kind == Kind::knob && *spec.face != 0)
-        addLabel (spec.face, area.removeFromBottom (knobLabelHeight).expanded (knobLabelReach, 0));
+    if (row.kind == Kind::knob && *row.face != 0)
+        addLabel (row.face, area.removeFromBottom (knobLabelHeight).expanded (knobLabelReach, 0));
     tip << ". Double click to reset.";
-    return dress (own (makeSlider (spec)));
+    return dress (own (makeSlider (row)));
 }
 
 void ControlPanel::addLabel (const juce::String& text, juce::Rectangle<int> area, juce::Justification where)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/PollingView.h"
-#include "ui/panel/ControlSpec.h"
+#include "ui/panel/ControlRow.h"
 #include "ui/widgets/CommandWidget.h"
 
 #include <concepts>
@@ -34,10 +34,10 @@ public:
 protected:
     /** Makes a table's controls. @param deck   0 to 3, or -1 for controls that belong to none
         @param place   added to each area */
-    void addControls (std::span<const ControlSpec>, int deck, juce::Point<int> place = {});
+    void addControls (std::span<const ControlRow>, int deck, juce::Point<int> place = {});
 
     /** Makes one control. @returns null if its command has no function yet */
-    juce::Component* addControl (const ControlSpec&, int deck, juce::Point<int> place = {});
+    juce::Component* addControl (const ControlRow&, int deck, juce::Point<int> place = {});
 
     /** Takes a control that the panel shall own, show and, if it is a CommandWidget, poll. */
     template <std::derived_from<juce::Component> Control>

@@ -3,7 +3,7 @@
 #include <array>
 
 /** One control as a row of its view's table: what it does, where it stands and what it looks like. */
-struct ControlSpec
+struct ControlRow
 {
     enum class Kind
     {
