@@ -2,6 +2,7 @@
 
 #include "analysis/beats/BarPhase.h"
 #include "analysis/beats/BeatFold.h"
+#include "analysis/beats/OnsetFunction.h"
 #include "analysis/beats/TempoComb.h"
 #include "analysis/beats/TempoFollower.h"
 
@@ -43,14 +44,14 @@ CBeatTrack::CBeatTrack (const COnsetTracking& tracking, const CDownbeat& bars, i
     : stage (tracking),
       downbeat (bars),
       rate (sampleRate),
-      length (lengthFrames),
-      onsets (OnsetFunction::make (tracking.intern(), 0, tracking.intern().numFrames()))
+      length (lengthFrames)
 {
 }
 
 void CBeatTrack::track (double bpm, double startSeconds)
 {
     beats.clear();
+    const auto onsets = OnsetFunction::make (stage.intern(), 0, stage.intern().numFrames());
     auto pulse = pulseOf (onsets, bpm, rate);
     const auto bar = downbeat.barPhase (onsets, pulse);
     pulse = pulse.movedBy (bar.beatOffset, 0.0);

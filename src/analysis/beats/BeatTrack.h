@@ -2,7 +2,6 @@
 
 #include "analysis/beats/BeatMarks.h"
 #include "analysis/beats/Downbeat.h"
-#include "analysis/beats/OnsetFunction.h"
 #include "analysis/beats/OnsetTracking.h"
 
 /** Lays beats over a whole signal. Made when all of it has gone through the stages, which have to outlive it. */
@@ -32,7 +31,6 @@ private:
     const CDownbeat& downbeat;
     const int rate;
     const double length;
-    const OnsetFunction onsets;
     CBeatMarks beats;
     CDownbeat::Result result;
 };

@@ -31,6 +31,7 @@ std::span<const float> Decimator::process (std::span<const float> in)
     {
         const auto* from = pending.data() + start;
         auto sum = 0.0f;
+#pragma GCC unroll 4
         for (size_t t = 0; t < taps.size(); ++t)
             sum += taps[t] * from[t];
         out.push_back (sum);

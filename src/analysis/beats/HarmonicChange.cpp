@@ -1,27 +1,32 @@
 #include "analysis/beats/HarmonicChange.h"
 
+#include "analysis/beats/FastLog.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <numbers>
 
 namespace
 {
-constexpr int neighbours = 3;
+constexpr size_t neighbours = 3;
 
 /** The logarithm brings out quiet notes; what stands no higher than its neighbours, as in a drum's noise, is no note. */
 CChroma::Profile notesOf (const CChroma::Profile& in, float scale)
 {
-    constexpr auto size = CChroma::numPitches;
-    CChroma::Profile level {}, notes {};
+    constexpr size_t size = CChroma::numPitches;
+    std::array<float, size + 2 * neighbours> level; // beyond each end the last pitch goes on
     for (size_t p = 0; p < size; ++p)
-        level[p] = std::log1p (in[p] * scale);
-    for (int p = 0; p < size; ++p)
+        level[p + neighbours] = std::numbers::ln2_v<float> * FastLog::log2 (1.0f + in[p] * scale);
+    std::fill_n (level.begin(), neighbours, level[neighbours]);
+    std::fill_n (level.end() - neighbours, neighbours, level[size + neighbours - 1]);
+    CChroma::Profile notes;
+    for (size_t p = 0; p < size; ++p)
     {
         auto around = 0.0f;
-        for (int q = p - neighbours; q <= p + neighbours; ++q)
-            around += level[static_cast<size_t> (std::clamp (q, 0, size - 1))];
-        notes[static_cast<size_t> (p)] =
-            std::max (0.0f, level[static_cast<size_t> (p)] - around / (2 * neighbours + 1));
+        for (size_t q = 0; q <= 2 * neighbours; ++q)
+            around += level[p + q];
+        notes[p] = std::max (0.0f, level[p + neighbours] - around / (2 * neighbours + 1));
     }
     return notes;
 }

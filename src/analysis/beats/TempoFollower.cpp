@@ -19,6 +19,8 @@ constexpr double octavesPerTempo = 0.5 / halfRange;
 /** The price of a change of tempo from one stretch to the next, per octave, in units of the correlation. A jump costs
     no more than its limit: music may go on at another tempo. */
 constexpr double pricePerOctave = 3.0, highestPrice = 0.6;
+constexpr double pricePerTempo = pricePerOctave * octavesPerTempo;
+constexpr auto mostGradual = static_cast<int> (highestPrice / pricePerTempo);
 
 /** The price of a beat that comes early or late, in units of the onset function's spread. */
 constexpr double tightness = 100.0;
@@ -26,6 +28,11 @@ constexpr double tightness = 100.0;
 double tempoAt (int index, double bpm)
 {
     return bpm * std::exp2 ((index - halfRange) * octavesPerTempo);
+}
+
+int bestOf (const std::array<double, numTempos>& sums)
+{
+    return static_cast<int> (std::max_element (sums.begin(), sums.end()) - sums.begin());
 }
 
 struct Path
@@ -50,6 +57,8 @@ Path tempoPath (const OnsetFunction& onsets, double bpm)
         auto& mine = own.emplace_back();
         auto& now = best.emplace_back();
         auto& back = from.emplace_back();
+        // Who pays the highest price comes from the best of all.
+        const auto bestBefore = best.size() > 1 ? bestOf (best[best.size() - 2]) : 0;
         for (int t = 0; t < numTempos; ++t)
         {
             const auto beat = 60.0 / tempoAt (t, bpm);
@@ -61,11 +70,11 @@ Path tempoPath (const OnsetFunction& onsets, double bpm)
             if (best.size() == 1)
                 continue;
             const auto& before = best[best.size() - 2];
-            auto most = -1e9;
-            for (int s = 0; s < numTempos; ++s)
+            back[index] = bestBefore;
+            auto most = before[static_cast<size_t> (bestBefore)] - highestPrice;
+            for (int s = std::max (0, t - mostGradual); s <= std::min (numTempos - 1, t + mostGradual); ++s)
             {
-                const auto price =
-                    std::min (highestPrice, pricePerOctave * octavesPerTempo * std::abs (s - t));
+                const auto price = pricePerTempo * std::abs (s - t);
                 if (const auto sum = before[static_cast<size_t> (s)] - price; sum > most)
                 {
                     most = sum;
@@ -76,8 +85,7 @@ Path tempoPath (const OnsetFunction& onsets, double bpm)
         }
     }
     Path path { std::vector<double> (best.size()), 0.0 };
-    auto t =
-        static_cast<int> (std::max_element (best.back().begin(), best.back().end()) - best.back().begin());
+    auto t = bestOf (best.back());
     for (auto i = best.size(); i-- > 0;)
     {
         path.bpm[i] = tempoAt (t, bpm);

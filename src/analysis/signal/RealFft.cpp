@@ -5,8 +5,10 @@
 #include <fftw3.h>
 
 #include <bit>
+#include <cmath>
 #include <cstring>
 #include <mutex>
+#include <numbers>
 
 namespace
 {
@@ -41,72 +43,154 @@ Array makeArray (int floats)
     return Array (fftwf_alloc_real (static_cast<size_t> (floats)));
 }
 
-/** Over the library's real-to-complex transform between arrays of its own: on these it is three times as fast as its
-    half-complex one on any array, and repacking costs little of that. */
+/** A transform of one value. */
+class Identity : public CzplfFFT_If
+{
+public:
+    void forward (float* out, const float* in) override { out[0] = in[0]; }
+    void inverse (float* out, const float* in) override { out[0] = in[0]; }
+    int init() override { return AnalysisError::none; }
+    int getSize() const override { return 1; }
+};
+
+/** Over the library's complex transform of half the size, which takes even values as real and odd ones as imaginary
+    parts; the two spectra that are mixed in its result are told apart by their symmetry. The library does that in its own
+    real transform too, but takes twice as long for it as for the complex transform. */
 class CzplfFFTFftw : public CzplfFFT_If
 {
 public:
     explicit CzplfFFTFftw (int transformSize)
         : size (transformSize),
-          real (makeArray (transformSize)),
-          complex (makeArray (transformSize + 2))
+          half (transformSize / 2),
+          values (makeArray (size)),
+          bins (makeArray (size)),
+          real (makeArray (half)),
+          imaginary (makeArray (half)),
+          cosine (makeArray (half / 2 + 1)),
+          sine (makeArray (half / 2 + 1))
     {
     }
 
     int init() override
     {
-        if (real == nullptr || complex == nullptr)
-            return AnalysisError::noMemory;
+        for (const auto* array : { &values, &bins, &real, &imaginary, &cosine, &sine })
+            if (*array == nullptr)
+                return AnalysisError::noMemory;
+        for (int k = 0; k <= half / 2; ++k)
+        {
+            const auto angle = 2.0 * std::numbers::pi * k / size;
+            cosine[static_cast<size_t> (k)] = static_cast<float> (std::cos (angle));
+            sine[static_cast<size_t> (k)] = static_cast<float> (std::sin (angle));
+        }
         // Planned by estimate, not by measurement: the same plan in each run, so the same bits in each rendering.
         const std::lock_guard guard (plannerLock());
-        forwardPlan.reset (fftwf_plan_dft_r2c_1d (size, real.get(), bins(), FFTW_ESTIMATE));
-        inversePlan.reset (fftwf_plan_dft_c2r_1d (size, bins(), real.get(), FFTW_ESTIMATE));
+        auto* const in = reinterpret_cast<fftwf_complex*> (values.get());
+        auto* const out = reinterpret_cast<fftwf_complex*> (bins.get());
+        forwardPlan.reset (fftwf_plan_dft_1d (half, in, out, FFTW_FORWARD, FFTW_ESTIMATE));
+        inversePlan.reset (fftwf_plan_dft_1d (half, out, in, FFTW_BACKWARD, FFTW_ESTIMATE));
         return forwardPlan != nullptr && inversePlan != nullptr ? AnalysisError::none
                                                                 : AnalysisError::noMemory;
     }
 
     void forward (float* out, const float* in) override
     {
-        std::memcpy (real.get(), in, bytes());
+        std::memcpy (values.get(), in, bytes());
         fftwf_execute (forwardPlan.get());
-        const auto* packed = complex.get(); // real and imaginary parts in turn
-        out[0] = packed[0];
-        for (int k = 1; 2 * k < size; ++k)
-        {
-            out[k] = packed[2 * k];
-            out[size - k] = packed[2 * k + 1];
-        }
-        if (size > 1)
-            out[size / 2] = packed[size];
+        tellApart (out);
     }
 
     void inverse (float* out, const float* in) override
     {
-        auto* packed = complex.get();
-        packed[0] = in[0];
-        packed[1] = 0.0f;
-        for (int k = 1; 2 * k < size; ++k)
-        {
-            packed[2 * k] = in[k];
-            packed[2 * k + 1] = in[size - k];
-        }
-        if (size > 1)
-        {
-            packed[size] = in[size / 2];
-            packed[size + 1] = 0.0f;
-        }
+        mix (in);
         fftwf_execute (inversePlan.get());
-        std::memcpy (out, real.get(), bytes());
+        std::memcpy (out, values.get(), bytes());
     }
 
     int getSize() const override { return size; }
 
 private:
     size_t bytes() const { return static_cast<size_t> (size) * sizeof (float); }
-    fftwf_complex* bins() { return reinterpret_cast<fftwf_complex*> (complex.get()); }
 
-    const int size;
-    Array real, complex;
+    /** The spectrum of all values from that of the pairs. */
+    void tellApart (float* out)
+    {
+        const auto* const packed = bins.get();
+        auto *const re = real.get(), *const im = imaginary.get();
+        for (int k = 0; k < half; ++k)
+        {
+            re[k] = packed[2 * k];
+            im[k] = packed[2 * k + 1];
+        }
+        out[0] = re[0] + im[0];
+        out[half] = re[0] - im[0];
+        const auto *const c = cosine.get(), *const s = sine.get();
+        const auto pairs = (half - 1) / 2;
+        const auto loop = [=, this] (float* __restrict fromStart, float* __restrict toHalf,
+                                     float* __restrict fromHalf, float* __restrict toEnd)
+        {
+            for (int k = 1; k <= pairs; ++k)
+            {
+                const auto sumRe = 0.5f * (re[k] + re[half - k]), sumIm = 0.5f * (im[k] + im[half - k]);
+                const auto differenceRe = 0.5f * (re[k] - re[half - k]);
+                const auto differenceIm = 0.5f * (im[k] - im[half - k]);
+                const auto turnedRe = c[k] * sumIm - s[k] * differenceRe;
+                const auto turnedIm = -c[k] * differenceRe - s[k] * sumIm;
+                fromStart[k] = sumRe + turnedRe;
+                toHalf[pairs - k] = sumRe - turnedRe;
+                fromHalf[k] = turnedIm - differenceIm;
+                toEnd[pairs - k] = turnedIm + differenceIm;
+            }
+        };
+        // Four places of one array that never meet: told apart, they let the loop become vector code.
+        loop (out, out + half - pairs, out + half, out + size - pairs);
+        if (half > 1)
+        {
+            out[half / 2] = re[half / 2];
+            out[size - half / 2] = -im[half / 2];
+        }
+    }
+
+    /** The other way round, times two. */
+    void mix (const float* in)
+    {
+        auto *const re = real.get(), *const im = imaginary.get();
+        re[0] = in[0] + in[half];
+        im[0] = in[0] - in[half];
+        const auto *const c = cosine.get(), *const s = sine.get();
+        const auto pairs = (half - 1) / 2;
+        const auto loop = [=, this] (float* __restrict reFromStart, float* __restrict reToHalf,
+                                     float* __restrict imFromStart, float* __restrict imToHalf)
+        {
+            for (int k = 1; k <= pairs; ++k)
+            {
+                const auto sumRe = in[k] + in[half - k], sumIm = in[size - k] + in[half + k];
+                const auto differenceRe = in[k] - in[half - k], differenceIm = in[size - k] - in[half + k];
+                const auto turnedRe = c[k] * differenceRe - s[k] * sumIm;
+                const auto turnedIm = c[k] * sumIm + s[k] * differenceRe;
+                reFromStart[k] = sumRe - turnedIm;
+                reToHalf[pairs - k] = sumRe + turnedIm;
+                imFromStart[k] = differenceIm + turnedRe;
+                imToHalf[pairs - k] = turnedRe - differenceIm;
+            }
+        };
+        loop (re, re + half - pairs, im, im + half - pairs);
+        if (half > 1)
+        {
+            re[half / 2] = 2.0f * in[half / 2];
+            im[half / 2] = -2.0f * in[size - half / 2];
+        }
+        auto* const packed = bins.get();
+        for (int k = 0; k < half; ++k)
+        {
+            packed[2 * k] = re[k];
+            packed[2 * k + 1] = im[k];
+        }
+    }
+
+    const int size, half;
+    Array values, bins;    ///< of the library's transform, real and imaginary parts in turn
+    Array real, imaginary; ///< of the bins
+    Array cosine, sine;    ///< of the first quarter of a turn
     Plan forwardPlan, inversePlan;
 };
 }
@@ -115,7 +199,11 @@ int createFFT (std::unique_ptr<CzplfFFT_If>& out, int size)
 {
     if (size <= 0 || !std::has_single_bit (static_cast<unsigned> (size)))
         return AnalysisError::badArgument;
-    auto made = std::make_unique<CzplfFFTFftw> (size);
+    std::unique_ptr<CzplfFFT_If> made;
+    if (size == 1)
+        made = std::make_unique<Identity>();
+    else
+        made = std::make_unique<CzplfFFTFftw> (size);
     const auto error = made->init();
     if (error == AnalysisError::none)
         out = std::move (made);
