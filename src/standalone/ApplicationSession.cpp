@@ -2,7 +2,6 @@
 
 #include "demo/DemoTracks.h"
 #include "standalone/LibraryAutomix.h"
-#include "standalone/LibrarySession.h"
 
 ApplicationSession::ApplicationSession (const Folders& folders, const juce::Array<juce::File>& tracks)
     : engine (makeWorld (folders)),
@@ -10,6 +9,7 @@ ApplicationSession::ApplicationSession (const Folders& folders, const juce::Arra
       signals ([] { juce::JUCEApplicationBase::quit(); })
 {
     engine.setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
+    engine.addAnalysisListener (library);
 
     std::unique_ptr<juce::AudioProcessorEditor> content (engine.createEditorIfNeeded());
     window = std::make_unique<MainWindow> (std::move (content), folders.setup().getChildFile ("window.txt"),
@@ -22,6 +22,7 @@ ApplicationSession::ApplicationSession (const Folders& folders, const juce::Arra
 
 ApplicationSession::~ApplicationSession()
 {
+    engine.removeAnalysisListener (library);
     demoTracks.reset();
     window.reset();
 }
@@ -34,13 +35,7 @@ EngineWorld ApplicationSession::makeWorld (const Folders& folders)
         juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
     made.prompts = prompts;
     made.hasMessageLoop = true;
-    made.automixSource = std::make_shared<LibraryAutomix> (
-        [library = std::make_shared<LibrarySession>(), isTried = false]() mutable -> SongDatabase*
-        {
-            if (!std::exchange (isTried, true))
-                juce::ignoreUnused (library->open (VerbOptions ({}, {}), LibrarySession::Use::read));
-            return library->database.isOpen() ? &library->database : nullptr;
-        });
+    made.automixSource = std::make_shared<LibraryAutomix> ([this] { return library.database(); });
     made.createEditor = [this] (CPlatterdex& e) -> juce::AudioProcessorEditor*
     {
         editor = new CPlatterdexVstEditor (e, [this] { audio.showSettings (*window); });

@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "standalone/ApplicationAudio.h"
 #include "standalone/ApplicationDemoTracks.h"
+#include "standalone/ApplicationLibrary.h"
 #include "standalone/ApplicationPrompts.h"
 #include "standalone/ApplicationSignals.h"
 #include "standalone/MainWindow.h"
@@ -28,6 +29,7 @@ private:
 
     const juce::SharedResourcePointer<DefaultLook> look; ///< also of the windows that aren't the editor's
     const std::shared_ptr<Prompts> prompts = std::make_shared<ApplicationPrompts>();
+    ApplicationLibrary library;
     CPlatterdex engine;
     ApplicationAudio audio;
     juce::Component::SafePointer<CPlatterdexVstEditor> editor;

@@ -10,13 +10,17 @@ LibrarySession::~LibrarySession()
         library->noteClosed();
 }
 
-bool LibrarySession::open (const VerbOptions& given, Use use)
+LibraryFile LibrarySession::fileFor (const VerbOptions& given)
 {
     if (given.has (option.name))
-        library.emplace (LibraryFile::named (given.fileOf (option.name)));
-    else
-        library.emplace (juce::File::getSpecialLocation (juce::File::userApplicationDataDirectory)
-                             .getChildFile ("SongManager"));
+        return LibraryFile::named (given.fileOf (option.name));
+    return LibraryFile (juce::File::getSpecialLocation (juce::File::userApplicationDataDirectory)
+                            .getChildFile ("SongManager"));
+}
+
+bool LibrarySession::open (const VerbOptions& given, Use use)
+{
+    library.emplace (fileFor (given));
     const auto file = library->file();
     const auto path = file.getFullPathName();
     if (use != Use::write && !file.exists() && !library->hasBackup())

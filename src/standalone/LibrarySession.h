@@ -24,6 +24,9 @@ public:
     LibrarySession (const LibrarySession&) = delete;
     LibrarySession& operator= (const LibrarySession&) = delete;
 
+    /** The library that the option names, or the user's. */
+    static LibraryFile fileFor (const VerbOptions&);
+
     /** Opens the library that the option names, or the user's. What had to be done with the file is reported. What is
         wrong is too, and the verb ends with ExitCode::badInput. */
     bool open (const VerbOptions&, Use);
