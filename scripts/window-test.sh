@@ -1,9 +1,12 @@
 #!/usr/bin/env bash
 # Opens the application on a display of its own, once with a JACK server and once without: plays a track by a click,
-# moves crossfader and record by the mouse, changes mode and size, and ends it as the system would.
+# moves crossfader and record by the mouse, plays four decks, changes mode and size, and ends it as the system would.
 # usage: scripts/window-test.sh PROGRAM [FOLDER]    pictures of the window are left in FOLDER
 # WINDOW_TEST_JACK=no leaves the run with JACK out.
 set -euo pipefail
+if [ -z "${WINDOW_TEST_DISPLAY:-}" ]; then
+    WINDOW_TEST_DISPLAY=own exec "$(dirname "$0")/on-display.sh" 1400x900 "$0" "$@"
+fi
 program=$(realpath "$1")
 work=$(mktemp -d)
 pictures=$(realpath -m "${2:-$work/pictures}")
@@ -54,30 +57,28 @@ find_window() {
 }
 picture() { ffmpeg -loglevel error -y -f x11grab -video_size 1400x900 -i "$DISPLAY" -frames:v 1 "$pictures/$1.png"; }
 
-mkfifo "$work/display"
-Xvfb -displayfd 3 -screen 0 1400x900x24 3>"$work/display" >"$work/xvfb.log" 2>&1 &
-started+=($!)
-read -r number <"$work/display"
-export DISPLAY=:$number
-openbox --sm-disable >"$work/openbox.log" 2>&1 &
-started+=($!)
-# A window that opens before its manager is there is moved when that comes.
-until_true "the window manager does not start" xdotool get_num_desktops
-
 "$program" demo-tracks "$work/tracks" >"$work/tracks.log" || fail "the demo tracks can't be written"
-track=$(find "$work/tracks" -name '*.flac' | sort | head -1)
+mapfile -t tracks < <(find "$work/tracks" -name '*.flac' | sort | head -4)
 
-# open_and_close: the window goes while its track still loads.
+# open_and_close: the window goes while its tracks still load, by itself and by its frame.
 open_and_close() {
-    for _ in 1 2 3; do
-        "$program" "$track" --root "$work/root-quick" --quit-after 1 >"$work/quick.log" 2>&1 || fail "it does not end by itself"
-    done
+    "$program" "${tracks[@]}" --root "$work/root-quick" --quit-after 1 >"$work/quick.log" 2>&1 ||
+        fail "it does not end by itself"
+    "$program" "${tracks[@]}" --root "$work/root-quick" >"$work/quick.log" 2>&1 &
+    local process=$! status=0
+    started+=($process)
+    until_true "no window to close" xdotool search --onlyvisible --name '^Platterdex$' windowfocus
+    xdotool key --clearmodifiers alt+F4
+    until_true "the window's frame does not close it" has_ended $process
+    wait $process || status=$?
+    [ $status -eq 0 ] || fail "closing the window ended it with $status"
 }
+has_ended() { ! kill -0 "$1"; }
 
 # run NAME DEVICE: one life of the application; its output must name the audio device.
 run() {
     local name=$1 device=$2 root=$work/root-$1
-    "$program" "$track" --root "$root" >"$work/$name.log" 2>&1 &
+    "$program" "${tracks[@]}" --root "$root" --report >"$work/$name.log" 2>&1 &
     local process=$!
     started+=($process)
 
@@ -128,6 +129,23 @@ run() {
     # Four decks and back: deck C's letter comes and goes. A resize in between, and a load while the mode changes.
     xdotool mousemove "$((left + 5 + 159 + 20))" "$((top + 5 + 24))" click 1
     until_true "$name: deck C does not appear" has_colour "$letter_x" "$((top + 296 + 20))" $unlit
+    # Play on all four, each deck's letter tells; a hand on the record while they sound.
+    local right_x=$((left + 5 + deck + 220 + 24))
+    for place in "$play_x $play_y" "$right_x $play_y" "$play_x $((play_y + 241))" "$right_x $((play_y + 241))"; do
+        # shellcheck disable=SC2086 # two numbers
+        xdotool mousemove $place click 1
+    done
+    until_true "$name: deck A does not play" has_colour "$letter_x" "$letter_y" $lit
+    until_true "$name: deck B does not play" has_colour "$((right_x - 15))" "$letter_y" e69f00
+    until_true "$name: deck C does not play" has_colour "$letter_x" "$((top + 296 + 20))" 2fbf8f
+    until_true "$name: deck D does not play" has_colour "$((right_x - 15))" "$((top + 296 + 20))" d985b5
+    xdotool mousemove "$wave_x" "$wave_y" mousedown 1
+    for step in $(seq 1 10); do
+        xdotool mousemove "$((wave_x + (step % 2 == 0 ? 40 : -40)))" "$wave_y"
+        sleep 0.05
+    done
+    xdotool mouseup 1
+    has_colour "$letter_x" "$letter_y" $lit || fail "$name: a hand on the record stops the deck"
     picture "$name-four"
     xdotool windowsize "$window" 1100 760
     until_true "$name: the window keeps its size" resized_to "$window" 1100
@@ -154,6 +172,14 @@ run() {
     [ -s "$root/setup/platterdex.set" ] || fail "$name: no settings were saved"
     grep -Eq "$device" "$work/$name.log" || fail "$name: not the expected audio device, $device"
     echo "$name: $(grep -E "$device" "$work/$name.log")"
+
+    # Audio ran all the time, and at most one block of twenty was late, on a machine that has other work as well.
+    local report blocks late
+    report=$(grep -E '^Audio: [0-9]+ blocks, [0-9]+ late, ' "$work/$name.log") || fail "$name: no report on the audio"
+    read -r blocks late < <(sed -E 's/^Audio: ([0-9]+) blocks, ([0-9]+) late.*/\1 \2/' <<<"$report")
+    [ "$blocks" -gt 500 ] || fail "$name: only $blocks blocks were played"
+    [ $((late * 20)) -le "$blocks" ] || fail "$name: $report"
+    echo "$name: $report"
 }
 
 export JACK_NO_AUDIO_RESERVATION=1

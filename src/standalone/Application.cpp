@@ -16,6 +16,7 @@ constexpr int longestRun = 1'000'000;
 constexpr std::array options {
     RootFolder::option,
     VerbOption { "--quit-after", "SECONDS", "ends by itself" },
+    VerbOption { "--report", nullptr, "says at the end how many audio blocks came late" },
     VerbOption { "--help", nullptr, "this text" },
 };
 
@@ -44,7 +45,7 @@ int runApplication (const juce::StringArray& arguments)
         return failWith (given.error());
     if (given.has ("--help"))
     {
-        printLine (helpText ("[TRACK...] [--root DIR] [--quit-after SECONDS]",
+        printLine (helpText ("[TRACK...] [--root DIR] [--quit-after SECONDS] [--report]",
                              "Opens the window, with up to four tracks on the decks A to D.", options));
         return ExitCode::success;
     }
@@ -74,5 +75,7 @@ int runApplication (const juce::StringArray& arguments)
         juce::Timer::callAfterDelay (static_cast<int> (*seconds) * 1000,
                                      [] { juce::JUCEApplicationBase::quit(); });
     juce::MessageManager::getInstance()->runDispatchLoop();
+    if (given.has ("--report"))
+        printLine (session.audioReport());
     return ExitCode::success;
 }

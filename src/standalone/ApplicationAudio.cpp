@@ -4,6 +4,7 @@
 #include "skin/Palette.h"
 #include "standalone/SilentDevice.h"
 #include "standalone/Verb.h"
+#include "support/CallbackLock.h"
 
 #include <alsa/asoundlib.h>
 
@@ -93,7 +94,7 @@ void ApplicationAudio::openFirstThatRuns()
 
 void ApplicationAudio::timerCallback()
 {
-    const uint32_t blocks = player.blocksPlayed;
+    const uint32_t blocks = player.times.blocks;
     stalledTurns = blocks == blocksSeen ? stalledTurns + 1 : 0;
     blocksSeen = blocks;
     if (isRunning() && stalledTurns < mostStalledTurns)
@@ -136,6 +137,18 @@ void ApplicationAudio::saveChoice() const
 {
     if (const auto choice = devices.createStateXml())
         choice->writeTo (choiceFile);
+}
+
+juce::String ApplicationAudio::report() const
+{
+    const auto [held, reason] = CallbackLock::longest();
+    juce::String line;
+    line << "Audio: " << player.times.line() << ", longest held "
+         << juce::String (static_cast<double> (held) / 1e6, 3) << " ms (" << reason << ")";
+    auto* device = devices.getCurrentAudioDevice();
+    if (const auto gaps = device != nullptr ? device->getXRunCount() : -1; gaps >= 0)
+        line << ", gaps counted by the device " << gaps;
+    return line + ".";
 }
 
 void ApplicationAudio::showSettings (juce::Component& centredOn)

@@ -19,6 +19,9 @@ public:
     ApplicationAudio (juce::AudioProcessor& engine, const juce::File& choiceFile);
     ~ApplicationAudio() override;
 
+    /** One line on all blocks so far: how many came late, the longest, the lock. */
+    juce::String report() const;
+
     /** Opens the dialog in which the device is chosen. */
     void showSettings (juce::Component& centredOn);
 

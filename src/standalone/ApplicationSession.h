@@ -18,6 +18,9 @@ public:
     ApplicationSession (const Folders&, const juce::Array<juce::File>& tracks);
     ~ApplicationSession();
 
+    /** How the audio went so far, in one line. */
+    juce::String audioReport() const { return audio.report(); }
+
 private:
     EngineWorld makeWorld (const Folders&);
     void askToQuit();

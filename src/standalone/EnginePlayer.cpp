@@ -16,16 +16,18 @@ void EnginePlayer::audioDeviceAboutToStart (juce::AudioIODevice* device)
     const auto channels = std::max (engine.getTotalNumInputChannels(), engine.getTotalNumOutputChannels());
     const juce::ScopedLock lock (engine.getCallbackLock());
     buffer.setSize (channels, capacity);
-    engine.setRateAndBufferSizeDetails (device->getCurrentSampleRate(),
-                                        device->getCurrentBufferSizeSamples());
-    engine.prepareToPlay (device->getCurrentSampleRate(), device->getCurrentBufferSizeSamples());
+    rate = device->getCurrentSampleRate();
+    engine.setRateAndBufferSizeDetails (rate, device->getCurrentBufferSizeSamples());
+    engine.prepareToPlay (rate, device->getCurrentBufferSizeSamples());
 }
 
 void EnginePlayer::audioDeviceIOCallbackWithContext (const float* const* inputs, int inputCount,
                                                      float* const* outputs, int outputCount, int frames,
                                                      const juce::AudioIODeviceCallbackContext&)
 {
+    const auto called = BlockTimes::now();
     const juce::ScopedLock lock (engine.getCallbackLock());
+    const auto began = BlockTimes::now();
     const auto capacity = buffer.getNumSamples();
     for (int done = 0; done < frames && capacity > 0;)
     {
@@ -33,7 +35,8 @@ void EnginePlayer::audioDeviceIOCallbackWithContext (const float* const* inputs,
         playPart (inputs, inputCount, outputs, outputCount, done, part);
         done += part;
     }
-    blocksPlayed += 1;
+    if (rate > 0.0)
+        times.add (began - called, BlockTimes::now() - called, static_cast<int64_t> (frames * 1e9 / rate));
 }
 
 void EnginePlayer::playPart (const float* const* inputs, int inputCount, float* const* outputs,

@@ -3,9 +3,7 @@
 #include <juce_audio_devices/juce_audio_devices.h>
 #include <juce_audio_processors/juce_audio_processors.h>
 
-#include "support/Relaxed.h"
-
-#include <cstdint>
+#include "standalone/BlockTimes.h"
 
 /** Drives the engine from an audio device, as a host does.
 
@@ -18,8 +16,8 @@ public:
     /** @param engine   outlives the player */
     explicit EnginePlayer (juce::AudioProcessor& engine);
 
-    /** Blocks since the start, so that a device that has died can be told from one that plays. Any thread. */
-    Relaxed<uint32_t> blocksPlayed;
+    /** Of the blocks since the start. Their count also tells a device that has died from one that plays. */
+    BlockTimes times;
 
     void audioDeviceAboutToStart (juce::AudioIODevice*) override;
     void audioDeviceStopped() override {}
@@ -35,4 +33,5 @@ private:
     juce::AudioBuffer<float>
         buffer; ///< all of the engine's channels, for at most the frames that it can hold
     juce::MidiBuffer midi;
+    double rate = 0.0; ///< of the device, in Hz
 };

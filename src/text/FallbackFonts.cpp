@@ -66,7 +66,12 @@ struct FallbackFonts::Opened
     File file;
 };
 
-FallbackFonts::FallbackFonts() = default;
+FallbackFonts::FallbackFonts()
+{
+    // A debug build counts mapped files in an object that its first one makes; it has to outlive those kept here.
+    const juce::MemoryMappedFile none ({}, juce::MemoryMappedFile::readOnly);
+}
+
 FallbackFonts::~FallbackFonts() = default;
 
 FallbackFonts& FallbackFonts::getInstance()

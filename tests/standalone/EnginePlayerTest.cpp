@@ -20,6 +20,8 @@ public:
     {
         lockWasHeld = lockWasHeld && !othersGet (getCallbackLock());
         blocks.push_back (buffer.getNumSamples());
+        for (const auto end = BlockTimes::now() + busyNanoseconds; BlockTimes::now() < end;)
+            ;
         for (int i = 0; i < 10; ++i)
             for (int s = 0; s < buffer.getNumSamples(); ++s)
                 inputs[static_cast<size_t> (i)].push_back (buffer.getSample (i, s));
@@ -48,6 +50,7 @@ public:
     std::vector<int> blocks;
     bool lockWasHeld = true;
     int frame = 0;
+    int64_t busyNanoseconds = 0; ///< of each block
 
 private:
     static bool othersGet (const juce::CriticalSection& lock)
@@ -150,7 +153,22 @@ TEST (EnginePlayer, AnyBlockSizeIsPlayedWholeWhateverWasAnnounced)
         frame += frames;
     }
     EXPECT_EQ (std::accumulate (bench.engine.blocks.begin(), bench.engine.blocks.end(), 0), frame);
-    EXPECT_EQ (bench.player.blocksPlayed, 8u);
+    EXPECT_EQ (bench.player.times.blocks, 8u);
+}
+
+TEST (EnginePlayer, ABlockThatTakesLongerThanItLastsIsLate)
+{
+    constexpr int longBlock = 16384; // 341 ms
+    PlayerBench bench;
+    bench.play (2, 2, longBlock);
+    EXPECT_EQ (bench.player.times.late, 0u);
+
+    bench.engine.busyNanoseconds = 2'000'000;
+    bench.play (2, 2, 64); // 1.3 ms
+    bench.play (2, 2, longBlock);
+    EXPECT_EQ (bench.player.times.late, 1u);
+    EXPECT_GE (bench.player.times.longest.get(), bench.engine.busyNanoseconds);
+    EXPECT_TRUE (bench.player.times.line().startsWith ("3 blocks, 1 late, ")) << bench.player.times.line();
 }
 
 TEST (EnginePlayer, TakesUpADeviceThatComesBackWithAnotherRate)

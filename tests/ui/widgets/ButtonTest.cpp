@@ -70,9 +70,9 @@ TEST (PXImageButton, EachStateShowsItsPicture)
             EXPECT_EQ (centreOf (*b), colours[first + 1]);
             b->mouseDown (mouse (*b, { 20, 20 }, { 20, 20 }));
             EXPECT_EQ (centreOf (*b), colours[first + 2]);
-            window->addChildComponent (b);
+            window->Component::addChildComponent (b);
             EXPECT_EQ (centreOf (*b), colours[first]) << "in a window that isn't active";
-            window->removeChildComponent (b);
+            window->Component::removeChildComponent (b);
             b->mouseUp (mouse (*b, { 20, 20 }, { 20, 20 }));
 
             b->setEnabled (false);

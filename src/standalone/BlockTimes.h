@@ -1,0 +1,28 @@
+#pragma once
+
+#include "support/AudioThread.h"
+#include "support/Relaxed.h"
+
+#include <juce_core/juce_core.h>
+
+#include <cstdint>
+
+/** How long an audio device's blocks took, and how long they waited for the engine's lock, which the window and the
+    loaders hold for a few field writes. The audio thread adds, any thread reads. */
+class BlockTimes
+{
+public:
+    /** Of a clock that never goes back, in nanoseconds. */
+    PX_AUDIO_THREAD static int64_t now() noexcept;
+
+    /** One block. @param waited   ns that passed until it had the lock
+        @param took                 ns from the device's call until the block was ready, the wait included
+        @param length               ns of audio that it holds; one that takes longer is late, an empty one never */
+    PX_AUDIO_THREAD void add (int64_t waited, int64_t took, int64_t length) noexcept;
+
+    /** The figures in one line, times in milliseconds. */
+    juce::String line() const;
+
+    Relaxed<uint32_t> blocks, late;
+    Relaxed<int64_t> longest, longestWait; ///< ns
+};
