@@ -86,9 +86,9 @@ void CPlatterdexVstEditor::Content::paint (juce::Graphics& g)
     g.fillAll (palette::ground);
 }
 
-void CPlatterdexVstEditor::paint (juce::Graphics& g)
+void CPlatterdexVstEditor::paint (juce::Graphics&)
 {
-    g.fillAll (palette::ground);
+    // The content covers everything and fills it. While it is scaled the toolkit would fill what lies behind it too.
 }
 
 void CPlatterdexVstEditor::resized()
