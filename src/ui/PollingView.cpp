@@ -7,6 +7,8 @@ PollingView::PollingView (Pace p) : pace (p) {}
 PollingView::~PollingView()
 {
     leaveParents();
+    if (polling)
+        clock->remove (*this);
 }
 
 void PollingView::refresh()
@@ -43,21 +45,19 @@ void PollingView::followVisibility()
     const auto visible = isVisible()
                          && std::all_of (watchedParents.begin(), watchedParents.end(),
                                          [] (const auto* parent) { return parent->isVisible(); });
-    if (visible == isTimerRunning())
+    if (visible == polling)
         return;
+    polling = visible;
     if (!visible)
-        return stopTimer();
-    turn = 0;
-    startTimer (pace == Pace::moving ? movingMs : calmMs);
+        return clock->remove (*this);
+    clock->add (*this);
     refresh();
 }
 
-void PollingView::timerCallback()
+void PollingView::poll (bool calmToo)
 {
-    if (const auto* peer = getPeer(); peer != nullptr && peer->isMinimised())
-        return;
     if (pace == Pace::moving)
         pollMoving();
-    if (pace == Pace::calm || ++turn % (calmMs / movingMs) == 0)
+    if (calmToo)
         pollCalm();
 }

@@ -1,18 +1,21 @@
 #pragma once
 
+#include "ui/PollClock.h"
+
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include <vector>
 
 /** A view that polls the engine while it can be seen.
 
-    The timer runs while the view and all its parents are visible, and rests with them, so a panel that is folded away
-    costs nothing. What a poll finds changed is repainted; the view owns no engine state. Message thread. */
-class PollingView : public juce::Component, private juce::Timer, private juce::ComponentListener
+    It polls while it and all its parents are visible, and rests with them, so a panel that is folded away costs nothing.
+    What a poll finds changed is repainted; the view owns no engine state. Message thread. */
+class PollingView : public juce::Component, private juce::ComponentListener
 {
 public:
-    static constexpr int movingMs = 40; ///< between two calls of pollMoving()
-    static constexpr int calmMs = 200;  ///< between two calls of pollCalm()
+    static constexpr int movingMs = PollClock::movingMs; ///< between two calls of pollMoving()
+    static constexpr int calmMs =
+        PollClock::movingMs * PollClock::calmTurns; ///< between two calls of pollCalm()
 
     enum class Pace
     {
@@ -26,7 +29,7 @@ public:
     /** Does both polls at once. */
     void refresh();
 
-    bool isPolling() const noexcept { return isTimerRunning(); }
+    bool isPolling() const noexcept { return polling; }
 
 protected:
     /** Looks at what moves with the sound. */
@@ -39,13 +42,16 @@ protected:
     void parentHierarchyChanged() override;
 
 private:
-    void timerCallback() override;
+    friend class PollClock;
+
+    void poll (bool calmToo);
     void componentVisibilityChanged (juce::Component&) override { followVisibility(); }
     void componentBeingDeleted (juce::Component&) override;
     void followVisibility();
     void leaveParents();
 
     const Pace pace;
-    int turn = 0;
+    const juce::SharedResourcePointer<PollClock> clock;
+    bool polling = false;
     std::vector<juce::Component*> watchedParents;
 };

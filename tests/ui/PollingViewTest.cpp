@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <memory>
+#include <utility>
+
 namespace
 {
 struct View : PollingView
@@ -50,4 +54,38 @@ TEST (PollingView, ForgetsParentsThatItHasLeft)
         second.removeChildComponent (&view);
     }
     EXPECT_TRUE (view.isPolling());
+}
+
+TEST (PollingView, ViewsMayComeAndGoInAPoll)
+{
+    struct Replacing : View
+    {
+        void pollMoving() override
+        {
+            View::pollMoving();
+            if (onPoll)
+                std::exchange (onPoll, {})();
+        }
+        std::function<void()> onPoll;
+    };
+
+    juce::Component window;
+    window.setVisible (true);
+    Replacing first;
+    auto second = std::make_unique<View>();
+    View third;
+    window.addAndMakeVisible (first);
+    window.addAndMakeVisible (*second);
+    first.onPoll = [&]
+    {
+        second.reset();
+        window.addAndMakeVisible (third);
+        window.removeChildComponent (&first);
+        first.setVisible (false);
+    };
+    for (int turn = 0; turn < 1000 && third.polls < 3; ++turn)
+        juce::MessageManager::getInstance()->runDispatchLoopUntil (PollingView::movingMs / 4);
+    EXPECT_EQ (second, nullptr);
+    EXPECT_GE (third.polls, 3) << "once when it came, and twice by the clock";
+    EXPECT_FALSE (first.isPolling());
 }
