@@ -23,12 +23,33 @@ fi
 tracks=$build/demo-tracks
 if [ "${1:-}" = --mix ]; then
     shift
-    if [ $# -eq 0 ] || [ "${1#-}" != "$1" ]; then
+    out=$here/mix.wav report=$here/mix.csv given=() has_tracks=
+    while [ $# -gt 0 ]; do
+        case $1 in
+        --help) exec "$program" mix --help ;;
+        --out=*) out=${1#*=} ;;
+        --report=*) report=${1#*=} ;;
+        --out | --report)
+            [ $# -gt 1 ] || exec "$program" mix "$1"
+            [ "$1" = --out ] && out=$2 || report=$2
+            shift
+            ;;
+        --fade | --order | --rate | --root)
+            given+=("$1")
+            [ $# -eq 1 ] || { shift && given+=("$1"); }
+            ;;
+        -*) given+=("$1") ;;
+        *) given+=("$1") has_tracks=yes ;;
+        esac
+        shift
+    done
+    if [ -z "$has_tracks" ]; then
+        echo "No tracks were named: mixing the demo tracks." >&2
         "$program" demo-tracks "$tracks" >/dev/null
-        set -- "$tracks" "$@"
+        given+=("$tracks")
     fi
-    "$program" mix --out "$here/mix.wav" --report "$here/mix.csv" "$@"
-    echo "The mix is in $here/mix.wav, what was played when in $here/mix.csv."
+    "$program" mix --out "$out" --report "$report" "${given[@]}"
+    echo "The mix is in $out, what was played when in $report."
     exit
 fi
 

@@ -27,3 +27,19 @@ std::optional<BeatPhase> BeatPhase::at (const BeatGrid& grid, double frame) noex
             length = distance;
     return BeatPhase { (frame - *beat) / length, length };
 }
+
+std::optional<BeatPhase> BeatPhase::at (const BeatGrid& grid, const Course& course, double frame) noexcept
+{
+    if (!course.hasLoop())
+        return at (grid, frame);
+    const auto usual = 2.0 * grid.period();
+    const auto start = at (grid, course.startOfLoop());
+    if (!start.has_value())
+        return {};
+
+    const auto count = std::round (course.lengthOfLoop() / usual);
+    const auto length = course.lengthOfLoop() / count;
+    if (count < 1.0 || std::abs (length - usual) > greatestDeviation * usual)
+        return {};
+    return BeatPhase { wrapped (start->phase + (frame - course.startOfLoop()) / length), length };
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "deck/BeatGrid.h"
+#include "deck/Course.h"
 #include "support/AudioThread.h"
 
 /** A place in a track as its beats see it. */
@@ -13,6 +14,12 @@ struct BeatPhase
         @returns nothing where the grid has no beat near or no tempo. A beat whose length is more than 6 % off that of
                  the track's tempo is taken for a gap of the table and has the tempo's length. */
     PX_AUDIO_THREAD static std::optional<BeatPhase> at (const BeatGrid&, double frame) noexcept;
+
+    /** The same on a course. A loop that is within 6 % of a number of whole beats has beats of its own: so many, of one
+        length, from its start on, so that its turns keep the phase.
+        @returns nothing also in any other loop, whose turns leave the beat */
+    PX_AUDIO_THREAD static std::optional<BeatPhase> at (const BeatGrid&, const Course&,
+                                                        double frame) noexcept;
 
     /** The part of a distance in beats that matters to phase, -0.5 to 0.5. */
     static double wrapped (double beats) noexcept;

@@ -32,6 +32,11 @@ struct Course
         @param rate   frames of the last step */
     PX_AUDIO_THREAD double turned (double position, double rate) const noexcept;
 
+    /** A loop that runs; one that is passed over is none. */
+    bool hasLoop() const noexcept { return end < std::numeric_limits<double>::infinity(); }
+    double startOfLoop() const noexcept { return loopStart; }
+    double lengthOfLoop() const noexcept { return length; }
+
     /** True if a reading that goes straight from one place to another would not do so on this course. */
     bool changes (double from, double to) const noexcept { return isLeftAt (from) || isLeftAt (to); }
 

@@ -112,6 +112,12 @@ void DeckVoice::follow (DeckPlayer& deck, const Course& next) noexcept
     places.forgetFrom (frame);
 }
 
+void DeckVoice::takeUpCourse (const DeckWorld& world, DeckPlayer& deck) noexcept
+{
+    if (shouldStretch (world, deck) == stretching)
+        follow (deck, Course (deck));
+}
+
 double DeckVoice::heardPosition (const DeckPlayer& deck) const noexcept
 {
     if (!hasReadAhead())

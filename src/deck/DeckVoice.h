@@ -26,6 +26,10 @@ public:
     PX_AUDIO_THREAD void render (DeckWorld&, DeckPlayer&, const ReaderBlock&, float* left, float* right,
                                  int frames) noexcept;
 
+    /** Takes up the course that the deck is to be read on from now on, as render() does. What compares places that are
+        read asks for it first. */
+    PX_AUDIO_THREAD void takeUpCourse (const DeckWorld&, DeckPlayer&) noexcept;
+
     /** From the next block on the deck is heard from its position, whatever was read ahead. */
     PX_AUDIO_THREAD void restart (DeckPlayer&) noexcept;
 

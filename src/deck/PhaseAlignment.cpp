@@ -52,10 +52,20 @@ struct Reading
 std::optional<Beats> beatsOf (DeckWorld& world, const DeckPlayer& deck) noexcept
 {
     const Reading reading (world, deck);
-    const auto here = BeatPhase::at (deck.grid(), reading.position);
+    const auto here = BeatPhase::at (deck.grid(), Course (deck), reading.position);
     if (!here.has_value())
         return {};
     return Beats { here->phase, reading.time, reading.speed / here->length, here->length, deck.beatFrames() };
+}
+
+/** Beats as they are heard now, whatever loop the deck is in. */
+std::optional<Beats> heardBeatsOf (DeckWorld& world, const DeckPlayer& deck) noexcept
+{
+    const auto here = BeatPhase::at (deck.grid(), deck.heardPosition());
+    if (!here.has_value())
+        return {};
+    const auto usual = deck.beatFrames();
+    return Beats { here->phase, 0.0, Reading (world, deck).speed / usual, usual, usual };
 }
 
 bool isPlaying (const DeckPlayer& deck) noexcept
@@ -67,7 +77,14 @@ bool isPlaying (const DeckPlayer& deck) noexcept
 bool runsFreely (const DeckPlayer& deck) noexcept
 {
     return isPlaying (deck) && deck.scratchOn == 0 && deck.scratchEnded == 0 && deck.bend == 0.0
-           && deck.jogValue == 0.0 && deck.nudge == 0 && deck.reverse == 0 && deck.loopMode == 0;
+           && deck.jogValue == 0.0 && deck.nudge == 0 && deck.reverse == 0;
+}
+
+/** True in a loop that does not turn from beat to beat. */
+bool leavesBeat (const DeckPlayer& deck) noexcept
+{
+    const Course course (deck);
+    return course.hasLoop() && !BeatPhase::at (deck.grid(), course, deck.position).has_value();
 }
 
 /** Where a deck goes so that `wanted` beats after its even beat are heard now. */
@@ -99,10 +116,11 @@ void jumpToPhase (DeckWorld& world, DeckPlayer& deck, const Beats& reference, do
 {
     const auto stretched = deck.voice.front (world, deck).stretched;
     const auto usual = deck.beatFrames();
+    const Course course (deck);
     const auto thereFrom = [&] (double place)
     {
         const auto meeting = place + reference.time * TempoSync::speed (world, deck, stretched);
-        return BeatPhase::at (deck.grid(), meeting).value_or (BeatPhase { reference.phase, usual });
+        return BeatPhase::at (deck.grid(), course, meeting).value_or (BeatPhase { reference.phase, usual });
     };
     deck.phaseHold.factor = 1.0;
     deck.phaseHold.factor = localFactor (thereFrom (target).length, usual, reference);
@@ -156,6 +174,13 @@ void hold (DeckWorld& world, DeckPlayer& deck, int reference, const std::optiona
             1.0 + std::clamp (seconds / correctionSeconds, -greatestCorrection, greatestCorrection);
 }
 
+/** Holds nothing for a while, but does not forget the distance. */
+void pauseHold (DeckPlayer& deck) noexcept
+{
+    deck.phaseHold.factor = 1.0;
+    deck.phaseHold.correcting = false;
+}
+
 void followMaster (DeckWorld& world, DeckPlayer& deck) noexcept
 {
     const auto* master = world.deck (world.settings.masterDeck);
@@ -167,6 +192,8 @@ void followMaster (DeckWorld& world, DeckPlayer& deck) noexcept
     if ((deck.resyncRequest != 0 || master->resyncRequest != 0)
         && PhaseAlignment::alignToMaster (world, deck))
         return;
+    if (runsFreely (deck) && runsFreely (*master) && (leavesBeat (deck) || leavesBeat (*master)))
+        return pauseHold (deck);
     hold (world, deck, master->index, runsFreely (*master) ? beatsOf (world, *master) : std::nullopt);
 }
 
@@ -174,6 +201,8 @@ void followHost (DeckWorld& world, DeckPlayer& deck, const SongPosition& host) n
 {
     if ((deck.resyncRequest != 0 || host.hasRestarted) && PhaseAlignment::alignToHost (world, deck, host))
         return;
+    if (runsFreely (deck) && leavesBeat (deck))
+        return pauseHold (deck);
     hold (world, deck, PhaseHold::hostReference, beatsOf (world, host));
 }
 }
@@ -185,8 +214,10 @@ bool PhaseAlignment::alignToMaster (DeckWorld& world, DeckPlayer& deck) noexcept
         || !(master->position <= master->loadedFrames))
         return false;
 
-    const auto beats = beatsOf (world, *master);
-    const auto heard = Reading (world, *master).heardNow();
+    auto beats = beatsOf (world, *master);
+    if (!beats.has_value())
+        beats = heardBeatsOf (world, *master);
+    const auto heard = master->heardPosition();
     const auto beat = master->grid().nearestEvenBeat (heard);
     if (!beats.has_value() || !beat.has_value())
         return false;
@@ -215,6 +246,9 @@ bool PhaseAlignment::alignToHost (DeckWorld& world, DeckPlayer& deck, const Song
 
 void PhaseAlignment::run (DeckWorld& world, const SongPosition& host) noexcept
 {
+    for (auto& deck : world.decks)
+        deck->voice.takeUpCourse (world, *deck); // what was read on another one is not what will be heard
+
     for (auto& deck : world.decks)
     {
         if (world.setup (*deck).sync == 0)

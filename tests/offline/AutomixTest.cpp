@@ -169,7 +169,7 @@ TEST (Automix, ShortTracksAndFadeZero)
         decks.start();
         for (int i = 0; i < 1000 && decks.onAir() == 0; ++i)
             decks.render (0.01);
-        EXPECT_NEAR (static_cast<double> (decks.host->position()) / ClickDecks::rate, c.handsOnAt, 0.06);
+        EXPECT_NEAR (static_cast<double> (decks.host->position()) / decks.rate, c.handsOnAt, 0.06);
         EXPECT_LT (decks.deck (1).position, 0.2 * 44100.0);
         decks.render (c.seconds + 1.5);
         EXPECT_FALSE (decks.plays (0) || decks.plays (1));

@@ -31,9 +31,8 @@ struct ClickTrack
 /** Decks that play clicks in an engine that renders offline, and the frames at which the clicks come out. */
 struct ClickDecks
 {
-    static constexpr double rate = 44100.0;
-
-    explicit ClickDecks (bool hasTransport = false, int blockFrames = 512)
+    explicit ClickDecks (bool hasTransport = false, int blockFrames = 512, double engineRate = 44100.0)
+        : rate (engineRate)
     {
         OfflineHost::Options options;
         options.root = folder;
@@ -68,7 +67,7 @@ struct ClickDecks
             player.beats.push_back ({ static_cast<int32_t> (std::lround (at)), track.bpm });
             for (int i = 0; half % 2 == 0 && i < 400; ++i)
             {
-                const auto t = i / track.rate * rate;
+                const auto t = i / track.rate * 44100.0;
                 samples[static_cast<size_t> (std::lround (at) + i)] =
                     static_cast<int16_t> (26000.0 * std::exp (-t / 80.0) * std::cos (t * 0.4274));
             }
@@ -120,6 +119,7 @@ struct ClickDecks
         return most;
     }
 
+    const double rate; ///< of the engine
     TemporaryFolder folder;
     std::array<std::vector<double>, deckCount> clicks; ///< frames of the run
     std::unique_ptr<OfflineHost> host;
@@ -131,7 +131,7 @@ private:
         for (int i = 0; i < frames; ++i)
             if (std::abs (samples[i]) > 0.15f)
             {
-                if (listened + i - last > 4000)
+                if (static_cast<double> (listened + i - last) > 0.09 * rate)
                     clicks[static_cast<size_t> (deck)].push_back (static_cast<double> (listened + i));
                 last = listened + i;
             }

@@ -13,9 +13,9 @@ struct LockedCase
 };
 
 /** The leader plays, 2.4 s later the follower is locked and started. @returns the largest distance of clicks in ms */
-double largestDistance (const LockedCase& c, double seconds, int blockFrames = 512)
+double largestDistance (const LockedCase& c, double seconds, int blockFrames = 512, double rate = 44100.0)
 {
-    ClickDecks decks (false, blockFrames);
+    ClickDecks decks (false, blockFrames, rate);
     decks.put (0, c.leader);
     decks.put (1, c.follower);
     decks.deck (0).pitch = c.leaderPitch;
@@ -58,17 +58,17 @@ TEST (Phase, LockedDecksAreHeardTogetherFromTheFirstBeat)
     for (const auto& c : cases)
     {
         SCOPED_TRACE (c.name);
-        EXPECT_LT (largestDistance (c, 16.0), 0.5);
+        EXPECT_LT (largestDistance (c, 10.0), 0.5);
     }
 }
 
-TEST (Phase, TwentyMinutesAddUpNothing)
+TEST (Phase, MinutesAddUpNothing)
 {
-    // At half the usual rates: what a deck's memory holds is twice as long then.
+    // At low rates, which cost less.
     const LockedCase c {
-        "long", { 121.37, 24000.0, 0.0, 1300.0 }, { 126.91, 22050.0, 0.01, 1300.0 }, true, 0.61
+        "long", { 121.37, 12000.0, 0.0, 330.0 }, { 126.91, 11025.0, 0.01, 330.0 }, true, 0.61
     };
-    EXPECT_LT (largestDistance (c, 1200.0, 2048), 1.0);
+    EXPECT_LT (largestDistance (c, 300.0, 2048, 16000.0), 1.0);
 }
 
 TEST (Phase, WhatAHandDoesMeanwhileHasADefinedOutcome)
@@ -153,7 +153,7 @@ TEST (Phase, WhatAHandDoesMeanwhileHasADefinedOutcome)
         const auto& heard = decks.clicks[1];
         for (size_t i = 1; i < heard.size(); ++i)
             EXPECT_LE (std::abs (heard[i] - heard[i - 1] - 22050.0), c.largestChange * 22050.0 + 40.0)
-                << heard[i] / ClickDecks::rate;
+                << heard[i] / decks.rate;
     }
 }
 
@@ -206,7 +206,7 @@ TEST (Phase, ADeckInAHostFollowsItsSong)
             const auto from = *song.getPosition();
             const auto frame = static_cast<double> (decks.host->position());
             decks.render (0.01);
-            const auto perFrame = *from.getBpm() / (60.0 * ClickDecks::rate);
+            const auto perFrame = *from.getBpm() / (60.0 * decks.rate);
             const auto untilBeat = (std::ceil (*from.getPpqPosition()) - *from.getPpqPosition()) / perFrame;
             if (from.getIsPlaying() && untilBeat < 441.0)
                 beats.push_back (frame + untilBeat);
@@ -227,7 +227,7 @@ TEST (Phase, ADeckInAHostFollowsItsSong)
         for (int i = 1000; i < 1500; ++i)
             render();
 
-        const auto settled = static_cast<int64_t> (13.0 * ClickDecks::rate);
+        const auto settled = static_cast<int64_t> (13.0 * decks.rate);
         EXPECT_GE (decks.distances (0, beats, settled).size(), 3u);
         EXPECT_LT (ClickDecks::largest (decks.distances (0, beats)), c.meanwhile);
         EXPECT_LT (ClickDecks::largest (decks.distances (0, beats, settled)), 0.5);
