@@ -28,6 +28,9 @@ public:
 
     bool isPolling() const noexcept { return isTimerRunning(); }
 
+    /** Milliseconds between two polls; 0 while it rests. */
+    int pollPeriod() const noexcept { return getTimerInterval(); }
+
 protected:
     /** Looks at what moves with the sound. */
     virtual void pollMoving() {}
