@@ -1,101 +1,165 @@
 #include "ui/BrowserSeat.h"
 
-#include "engine/CommandTable.h"
 #include "skin/Palette.h"
 #include "ui/KeyboardCommands.h"
 #include "ui/panel/PanelPaint.h"
 
+#include <algorithm>
+
 namespace
 {
-constexpr int margin = 16, lineHeight = 20, keyHeight = 16, keyWidth = 84, columnWidth = 236,
-              introWidth = 372, gap = 8;
+constexpr int margin = 16, edge = 4, gap = 24, cardMargin = 16;
+constexpr int lineHeight = 20, keyHeight = 16, keyGap = 4, textGap = 8;
+constexpr int deedWidth = 124, deckKeyWidth = 52, blockWidth = deedWidth + 4 * (deckKeyWidth + keyGap);
+constexpr int deskKeyWidth = 84, deskWidth = 242, beginningWidth = 344;
 
 constexpr const char* beginning[] {
-    "Drop a track on a deck, or press the deck's letter.",
+    "Drop a track on a deck, or click the deck's letter.",
     "Play starts it, Cue keeps the place to come back to.",
     "The waveform is a record: hold it, drag it, let it go.",
     "A click on the thin wave below it jumps through the track.",
     "Double click brings any knob back to its rest.",
     "The right button knows more about most controls.",
 };
+
+void paintKey (juce::Graphics& g, const juce::String& key, juce::Rectangle<int> area)
+{
+    const auto cap = area.withSizeKeepingCentre (area.getWidth(), keyHeight);
+    g.setColour (palette::well);
+    g.fillRoundedRectangle (cap.toFloat(), 2.0f);
+    PanelPaint::label (g, key, cap);
+}
+
+void paintText (juce::Graphics& g, const juce::String& text, juce::Rectangle<int> area)
+{
+    g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
+    g.setColour (palette::label);
+    g.drawText (text, area, juce::Justification::centredLeft, false);
+}
 }
 
 BrowserSeat::BrowserSeat()
 {
     setOpaque (true);
-    for (int deck = -1; deck < 4; ++deck)
+    for (const auto& binding : keyBindings())
     {
-        std::vector<Line> lines {
-            { deck < 0 ? juce::String ("DESK") : "DECK " + PanelPaint::letterOf (deck), {}, deck }
-        };
-        for (const auto& binding : keyBindings())
-            if (const auto deckOf = binding.deck(); deckOf == deck)
-                lines.push_back ({ binding.keyName, binding.text, deck });
-        if (lines.size() > 1)
-            groups.push_back (std::move (lines));
+        if (binding.deck() < 0)
+        {
+            desk.push_back ({ binding.keyName, binding.text });
+            continue;
+        }
+        // A deck's hot cues lie side by side on the keyboard; one row says so.
+        const juce::String said (binding.text);
+        const auto isCue = said.startsWith ("hot cue");
+        const auto text = isCue ? juce::String ("hot cues 1 to 4") : said;
+        auto found =
+            std::find_if (deeds.begin(), deeds.end(), [&] (const auto& deed) { return deed.text == text; });
+        if (found == deeds.end())
+            found = deeds.insert (deeds.end(), { text, {} });
+        auto& key = found->keys[static_cast<size_t> (binding.deck())];
+        key = key.isEmpty() ? juce::String (binding.keyName)
+                            : key.upToFirstOccurrenceOf (" ", false, false) + " - " + binding.keyName;
     }
-    std::rotate (groups.begin(), groups.begin() + 1, groups.end()); // the decks first
+}
+
+/** As few blocks side by side as the height allows; then what there is width for. */
+BrowserSeat::Plan BrowserSeat::plan() const
+{
+    Plan made;
+    const auto room = getLocalBounds().reduced (margin, edge);
+    const auto count = static_cast<int> (deeds.size());
+    const auto lines = std::min (room.getHeight() / lineHeight, count + 1);
+    if (lines < 2)
+        return made;
+    made.blocks = (count + lines - 2) / (lines - 1);
+    made.rows = (count + made.blocks - 1) / made.blocks;
+
+    auto width = made.blocks * blockWidth + (made.blocks - 1) * gap;
+    auto needed = made.rows + 1;
+    if (width > room.getWidth())
+        return {};
+    const auto take = [&] (int extra, int height)
+    {
+        const auto fits = width + gap + extra <= room.getWidth() && height * lineHeight <= room.getHeight();
+        if (fits)
+        {
+            width += gap + extra;
+            needed = std::max (needed, height);
+        }
+        return fits;
+    };
+    made.desk = take (deskWidth, static_cast<int> (desk.size()));
+    made.beginning = take (beginningWidth, static_cast<int> (std::size (beginning)) + 1);
+    // In the middle, and above it as much as the eye wants to see a thing in the middle.
+    const auto height = needed * lineHeight;
+    made.area = { room.getCentreX() - width / 2, room.getY() + (room.getHeight() - height) * 2 / 5, width,
+                  height };
+    return made;
 }
 
 void BrowserSeat::paint (juce::Graphics& g)
 {
     g.fillAll (palette::ground);
-    auto area = getLocalBounds().reduced (margin, gap);
-    if (area.getHeight() < 4 * lineHeight)
+    const auto parts = plan();
+    if (parts.blocks == 0)
         return;
+    if (const auto card = parts.area.expanded (cardMargin + textGap, cardMargin);
+        getLocalBounds().reduced (keyGap).contains (card))
+        SMLookAndFeel::fillRaised (g, card, palette::panel);
 
-    const auto left = juce::Justification::centredLeft;
-    auto column = area.removeFromLeft (introWidth);
-    PanelPaint::value (g, "Ready to play", column.removeFromTop (lineHeight + 4), left,
-                       SMLookAndFeel::titleSize);
-    g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
-    g.setColour (palette::label);
-    for (const auto* sentence : beginning)
-        if (column.getHeight() >= lineHeight)
-            g.drawText (sentence, column.removeFromTop (lineHeight), left, false);
-    area.removeFromLeft (margin);
-
-    column = {};
-    for (size_t i = 0; i < groups.size(); ++i)
+    auto area = parts.area;
+    const auto next = [&area] (int width)
     {
-        // Side by side if there is room for all; else a group stays together below the one before it, if it can.
-        const auto& group = groups[i];
-        const auto remaining = static_cast<int> (groups.size() - i);
-        if (area.getWidth() >= remaining * columnWidth
-            || column.getHeight() < lineHeight * static_cast<int> (group.size()) + gap)
-            column = area.removeFromLeft (columnWidth);
-        else
-            column.removeFromTop (gap);
-        for (const auto& line : group)
-        {
-            if (column.getHeight() < lineHeight)
-                column = area.removeFromLeft (columnWidth);
-            if (column.getWidth() < columnWidth)
-                return;
-            paintLine (g, line, column.removeFromTop (lineHeight));
-        }
+        const auto part = area.removeFromLeft (width);
+        area.removeFromLeft (gap);
+        return part;
+    };
+    if (parts.beginning)
+    {
+        auto column = next (beginningWidth);
+        PanelPaint::value (g, "Ready to play", column.removeFromTop (lineHeight),
+                           juce::Justification::centredLeft, SMLookAndFeel::titleSize);
+        for (const auto* sentence : beginning)
+            paintText (g, sentence, column.removeFromTop (lineHeight));
+    }
+    for (int block = 0; block < parts.blocks; ++block)
+        paintDeeds (g, next (blockWidth), static_cast<size_t> (block * parts.rows),
+                    std::min (deeds.size(), static_cast<size_t> ((block + 1) * parts.rows)));
+    if (parts.desk)
+        paintDesk (g, next (deskWidth));
+}
+
+void BrowserSeat::paintDeeds (juce::Graphics& g, juce::Rectangle<int> block, size_t from, size_t to) const
+{
+    const auto keysOf = [] (juce::Rectangle<int> row, size_t deck)
+    {
+        return row.withTrimmedLeft (deedWidth + keyGap)
+            .translated (static_cast<int> (deck) * (deckKeyWidth + keyGap), 0)
+            .withWidth (deckKeyWidth);
+    };
+    auto row = block.removeFromTop (lineHeight);
+    PanelPaint::label (g, "KEYS", row, juce::Justification::centredLeft);
+    for (size_t deck = 0; deck < 4; ++deck)
+        PanelPaint::badge (g, keysOf (row, deck).withSizeKeepingCentre (keyHeight, keyHeight),
+                           static_cast<int> (deck), false);
+    for (auto at = from; at < to; ++at)
+    {
+        row = block.removeFromTop (lineHeight);
+        paintText (g, deeds[at].text, row.withWidth (deedWidth));
+        for (size_t deck = 0; deck < 4; ++deck)
+            if (const auto& key = deeds[at].keys[deck]; key.isNotEmpty())
+                paintKey (g, key, keysOf (row, deck));
     }
 }
 
-void BrowserSeat::paintLine (juce::Graphics& g, const Line& line, juce::Rectangle<int> row)
+void BrowserSeat::paintDesk (juce::Graphics& g, juce::Rectangle<int> area) const
 {
-    const auto left = juce::Justification::centredLeft;
-    if (line.text.isEmpty())
+    if (area.getHeight() > static_cast<int> (desk.size()) * lineHeight)
+        PanelPaint::label (g, "DESK", area.removeFromTop (lineHeight), juce::Justification::centredLeft);
+    for (const auto& key : desk)
     {
-        if (line.deck >= 0)
-        {
-            PanelPaint::badge (g, row.removeFromLeft (keyHeight).withSizeKeepingCentre (keyHeight, keyHeight),
-                               line.deck, false);
-            row.removeFromLeft (gap);
-        }
-        return PanelPaint::label (g, line.key, row, left);
+        auto row = area.removeFromTop (lineHeight);
+        paintKey (g, key.key, row.removeFromLeft (deskKeyWidth));
+        paintText (g, key.text, row.withTrimmedLeft (textGap));
     }
-    const auto key = row.removeFromLeft (keyWidth).withSizeKeepingCentre (keyWidth, keyHeight);
-    g.setColour (palette::well);
-    g.fillRoundedRectangle (key.toFloat(), 2.0f);
-    PanelPaint::label (g, line.key, key);
-    row.removeFromLeft (gap);
-    g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
-    g.setColour (palette::label);
-    g.drawText (line.text, row, left, false);
 }

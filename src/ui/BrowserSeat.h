@@ -2,9 +2,11 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <array>
 #include <vector>
 
-/** What stands in the browser's place: how to begin, and the keys that play. */
+/** What stands in the browser's place: the keys that play, one row for what they do and one column for each deck, and how
+    to begin where there is room for it. */
 class BrowserSeat : public juce::Component
 {
 public:
@@ -13,13 +15,32 @@ public:
     void paint (juce::Graphics&) override;
 
 private:
-    struct Line
+    /** What can be done, and the key that does it on each deck. */
+    struct Deed
     {
-        juce::String key, text; ///< a line without a text is a heading
-        int deck = -1;          ///< whose key it is
+        juce::String text;
+        std::array<juce::String, 4> keys;
     };
 
-    static void paintLine (juce::Graphics&, const Line&, juce::Rectangle<int> row);
+    /** A key of no deck. */
+    struct DeskKey
+    {
+        juce::String key, text;
+    };
 
-    std::vector<std::vector<Line>> groups;
+    /** How the parts share the room. */
+    struct Plan
+    {
+        int rows = 0;   ///< of a block of deeds, without its heading
+        int blocks = 0; ///< 0 if there is no room at all
+        bool desk = false, beginning = false;
+        juce::Rectangle<int> area; ///< of all parts together
+    };
+
+    Plan plan() const;
+    void paintDeeds (juce::Graphics&, juce::Rectangle<int> block, size_t from, size_t to) const;
+    void paintDesk (juce::Graphics&, juce::Rectangle<int>) const;
+
+    std::vector<Deed> deeds;
+    std::vector<DeskKey> desk;
 };

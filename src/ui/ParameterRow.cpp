@@ -4,6 +4,7 @@
 #include "engine/CommandTable.h"
 #include "skin/Palette.h"
 #include "ui/look/SMLookAndFeel.h"
+#include "ui/panel/PanelPaint.h"
 #include "ui/widgets/PXTextButton.h"
 
 namespace
@@ -111,7 +112,7 @@ void ParameterRow::pollCalm()
 {
     if (command == 0)
         return;
-    const auto next = CommandTable::isUnbuilt (command) ? juce::String ("-") : engine.displayText (command);
+    const auto next = CommandTable::isUnbuilt (command) ? PanelPaint::dash() : engine.displayText (command);
     if (next != value)
     {
         value = next;

@@ -31,6 +31,9 @@ public:
 
     bool isPolling() const noexcept { return polling; }
 
+    /** Milliseconds between two polls; 0 while it rests. */
+    int pollPeriod() const noexcept { return polling ? (pace == Pace::moving ? movingMs : calmMs) : 0; }
+
 protected:
     /** Looks at what moves with the sound. */
     virtual void pollMoving() {}

@@ -3,6 +3,7 @@
 #include "ui/ParameterRow.h"
 #include "ui/decks/BeatStepField.h"
 #include "ui/header/HeaderPanels.h"
+#include "ui/panel/PanelPaint.h"
 #include "ui/widgets/PXImageButton.h"
 #include "ui/widgets/PXSlider.h"
 
@@ -149,7 +150,7 @@ TEST (Editor, ADeckSaysWhatItKnowsAndWhatWentWrong)
     UiBench bench;
     bench.refresh();
     auto& strip = bench.editor->deck (1);
-    EXPECT_EQ (strip.texts(), (DeckComponent::Texts { "-", "", "-" }));
+    EXPECT_EQ (strip.texts(), (DeckComponent::Texts { PanelPaint::dash(), "", PanelPaint::dash() }));
     EXPECT_EQ (strip.notice()[0], "Drop a track here,");
 
     const auto broken = bench.folder.file ("broken.mp3");

@@ -1,6 +1,5 @@
 #include "UiBench.h"
 #include "skin/Skin.h"
-#include "ui/widgets/MenuButton.h"
 #include "ui/widgets/PXFxSlider.h"
 #include "ui/widgets/PXTabBarButton.h"
 
@@ -95,8 +94,7 @@ void expectWordsFit (juce::Component& root)
             }
         if (auto* button = dynamic_cast<PXTextButton*> (component))
             expectFits (button->getButtonText(), SMLookAndFeel::buttonFont (button->getHeight()),
-                        button->getWidth() - (dynamic_cast<MenuButton*> (button) != nullptr ? 18 : 4),
-                        *button);
+                        button->textArea().getWidth(), *button);
         if (auto* tab = dynamic_cast<PXTabBarButton*> (component))
             expectFits (tab->getButtonText(), SMLookAndFeel::labelFont(), tab->getWidth(), *tab);
     }

@@ -26,10 +26,9 @@ void paintMark (const Pen& pen, const skin::Row& row, int frame)
 void paintBeatLine (const Pen& pen, const skin::Row& row, int frame)
 {
     const bool anchor = frame == 1, phrase = row.frames == 2;
-    const auto colour = anchor   ? palette::anchorNumber
-                        : phrase ? palette::label
-                                 : palette::label.darker (0.25f);
-    pen.fill (colour.withAlpha (anchor ? 0.95f : phrase ? 0.75f : 0.55f), pen.all());
+    const bool bar = row.name() == "line_8";
+    const auto colour = anchor ? palette::anchorNumber : phrase ? palette::label : palette::value;
+    pen.fill (colour.withAlpha (anchor || phrase ? 0.95f : bar ? 0.5f : 1.0f), pen.all());
 }
 
 void paintFlag (const Pen& pen, const skin::Row& row, int frame)

@@ -5,6 +5,7 @@
 #include "skin/Palette.h"
 #include "skin/Skin.h"
 #include "support/AudioFileTypes.h"
+#include "ui/decks/EditMenu.h"
 #include "ui/panel/PanelPaint.h"
 
 namespace
@@ -13,13 +14,12 @@ using Kind = ControlRow::Kind;
 using Lit = ControlRow::Lit;
 
 constexpr int messageSeconds = 5;
-constexpr const char* dash = "-";
-const juce::Rectangle<int> letterArea { 4, 4, 40, 32 };
+const juce::Rectangle<int> letterArea { 4, 4, 40, 28 };
 
 // clang-format off
 constexpr ControlRow table[] {
-    { Kind::sign, "_syncButton",       "SYNC_LOCK_",              "sync_40",  {  4,  40, 40, 24 }, "Sync: follows the tempo and phase of the master. Right click: once only", Lit::plain, "SYNC_" },
-    { Kind::text, "_masterButton",     "MASTER_",                 "MSTR",     {  4,  66, 40, 24 }, "Makes this deck the master of the tempo" },
+    { Kind::sign, "_syncButton",       "SYNC_LOCK_",              "sync_40",  {  4,  36, 40, 24 }, "Sync: follows the tempo and phase of the master. Right click: once only", Lit::plain, "SYNC_" },
+    { Kind::text, "_masterButton",     "MASTER_",                 "MSTR",     {  4,  64, 40, 24 }, "Makes this deck the master of the tempo" },
     { Kind::sign, "_nudgeMinusButton", "PITCH_BEND_NUDGE_MINUS_", "minus_20", {  2,  92, 22, 22 }, "Slower while it is held" },
     { Kind::sign, "_nudgePlusButton",  "PITCH_BEND_NUDGE_PLUS_",  "plus_20",  { 24,  92, 22, 22 }, "Faster while it is held" },
     { Kind::sign, "_cueButton",        "CUE_STUTTER_",            "cue_40",   {  4, 118, 40, 32 }, "Cue: stopped it sets the cue point, and plays from it while it is held; playing it goes back to it", Lit::deck },
@@ -121,7 +121,7 @@ void DeckComponent::updateNotice()
     const auto& deck = *engine.decks.deck (deckIndex);
     auto next = message;
     if (next.isEmpty() && deck.loadedFrames == 0 && !deck.importThread->isBusy())
-        next = { "Drop a track here,", "or press " + PanelPaint::letterOf (deckIndex) + " to load" };
+        next = { "Drop a track here,", "or press F" + juce::String (deckIndex + 1) + " to load" };
     if (next == shownNotice)
         return;
     shownNotice = next;
@@ -132,7 +132,7 @@ void DeckComponent::updateTexts()
 {
     const auto& deck = *engine.decks.deck (deckIndex);
     const auto track = deck.texts();
-    Texts next { track.title.isEmpty() ? juce::String (dash) : track.title, track.artist, dash };
+    Texts next { track.title.isEmpty() ? PanelPaint::dash() : track.title, track.artist, PanelPaint::dash() };
     // Without a grid nobody knows how fast the music is.
     if (deck.numBeats > 0 || deck.fixedGrid != 0)
         next.tempo = juce::String (deck.bpm * deck.tempo, 2);
@@ -260,6 +260,8 @@ void DeckComponent::openMenu()
     menu.addItem ("Play backwards", hasTrack, engine.decks.deck (deckIndex)->reverse != 0,
                   [this]
                   { engine.transport.setReverse (deckIndex, engine.decks.deck (deckIndex)->reverse == 0); });
+    menu.addSeparator();
+    EditMenu::addTo (menu, engine, deckIndex);
     menu.showMenuAsync (juce::PopupMenu::Options().withTargetComponent (letter).withDeletionCheck (*this));
 }
 

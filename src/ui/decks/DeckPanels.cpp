@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
 #include "ui/decks/BeatStepField.h"
+#include "ui/decks/EditMenu.h"
 #include "ui/panel/CommandNumbers.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/widgets/PXTextButton.h"
@@ -13,60 +14,46 @@ using Kind = ControlRow::Kind;
 using Lit = ControlRow::Lit;
 
 constexpr int margin = 4, width = 92, half = 44, right = 52;
-constexpr const char* dash = "-";
 
 // clang-format off
 constexpr ControlRow loopTable[] {
     { Kind::text, "_loopButton",         "LOOP_",               "LOOP",     { margin,   0, half, 24 }, "Beat loop of the size below, on or off", Lit::deck },
     { Kind::text, "_leapButton",         "LEAP_",               "LEAP",     { right,    0, half, 24 }, "Rolling loop: when it ends the track goes on where it would be by then", Lit::deck },
-    { Kind::sign, "_loopHalfButton",     "LOOP_HALF_",          "left_24",  { margin,  40, 24, 24 }, "Halves the loop" },
-    { Kind::sign, "_loopDoubleButton",   "LOOP_DOUBLE_",        "right_24", { 72,      40, 24, 24 }, "Doubles the loop" },
-    { Kind::sign, "_loopBackwardButton", "LOOP_MOVE_BACKWARD_", "left_24",  { margin,  80, 24, 24 }, "Moves the loop, or the position, back by the beats between the arrows" },
-    { Kind::sign, "_loopForwardButton",  "LOOP_MOVE_FORWARD_",  "right_24", { 72,      80, 24, 24 }, "Moves the loop, or the position, on by the beats between the arrows" },
-    { Kind::text, "_loopInButton",       "LOOP_IN_",            "IN",       { margin, 112, half, 24 }, "Start of a loop by hand" },
-    { Kind::text, "_loopOutButton",      "LOOP_OUT_",           "OUT",      { right,  112, half, 24 }, "End of a loop by hand, or the way out of a loop" },
-    { Kind::text, "_reloopButton",       "RELOOP_",             "RELOOP",   { margin, 140, width, 24 }, "Takes the loop by hand up again" },
+    { Kind::sign, "_loopHalfButton",     "LOOP_HALF_",          "left_24",  { margin,  38, 24, 24 }, "Halves the loop" },
+    { Kind::sign, "_loopDoubleButton",   "LOOP_DOUBLE_",        "right_24", { 72,      38, 24, 24 }, "Doubles the loop" },
+    { Kind::sign, "_loopBackwardButton", "LOOP_MOVE_BACKWARD_", "left_24",  { margin,  76, 24, 24 }, "Moves the loop, or the position, back by the beats between the arrows" },
+    { Kind::sign, "_loopForwardButton",  "LOOP_MOVE_FORWARD_",  "right_24", { 72,      76, 24, 24 }, "Moves the loop, or the position, on by the beats between the arrows" },
+    { Kind::text, "_loopInButton",       "LOOP_IN_",            "IN",       { margin, 110, half, 24 }, "Start of a loop by hand" },
+    { Kind::text, "_loopOutButton",      "LOOP_OUT_",           "OUT",      { right,  110, half, 24 }, "End of a loop by hand, or the way out of a loop" },
+    { Kind::text, "_reloopButton",       "RELOOP_",             "RELOOP",   { margin, 138, width, 24 }, "Takes the loop by hand up again" },
 };
 
 constexpr ControlRow cueTable[] {
-    { Kind::text, "_rewindButton",     "REWIND_",      "REW",   { margin, 142, half, 24 }, "Back to the start of the track" },
-    { Kind::text, "_startPointButton", "START_POINT_", "START", { right,  142, half, 24 }, "Start point: nothing before it is played", Lit::deck },
+    { Kind::text, "_rewindButton",     "REWIND_",      "REW",   { margin, 138, half, 24 }, "Back to the start of the track" },
+    { Kind::text, "_startPointButton", "START_POINT_", "START", { right,  138, half, 24 }, "Start point: nothing before it is played", Lit::deck },
 };
 
 constexpr ControlRow keyTable[] {
-    { Kind::knob, "_keyTuningSlider", "KEY_TUNING_", "",      { 30,       8, 40, 40 }, "Key of the track, up to an octave either way", Lit::plain, "", true },
-    { Kind::text, "_keyResetButton",  "KEY_RESET_",  "RESET", { margin, 114, width, 24 }, "Back to the track's own key", Lit::never },
-    { Kind::text, "_keyLockButton",   "KEY_LOCK_",   "LOCK",  { margin, 142, width, 24 }, "Key lock: the tempo moves, the key stays" },
+    { Kind::knob, "_keyTuningSlider", "KEY_TUNING_", "",      { 30,       4, 40, 40 }, "Key of the track, up to an octave either way", Lit::plain, "", true },
+    { Kind::text, "_keyResetButton",  "KEY_RESET_",  "RESET", { margin, 110, width, 24 }, "Back to the track's own key", Lit::never },
+    { Kind::text, "_keyLockButton",   "KEY_LOCK_",   "LOCK",  { margin, 138, width, 24 }, "Key lock: the tempo moves, the key stays" },
 };
 
 constexpr ControlRow gridTable[] {
-    { Kind::text, "_downbeatButton", "DOWNBEAT_", "DOWNBEAT", { margin, 142, width, 24 }, "The beat nearest to the position becomes the first of a bar. Right click on the panel takes edits back.", Lit::never },
+    { Kind::text, "_downbeatButton", "DOWNBEAT_", "DOWNBEAT", { margin, 138, width, 24 }, "The beat nearest to the position becomes the first of a bar. Right click on the panel takes edits back.", Lit::never },
 };
 // clang-format on
 
-const juce::Rectangle<int> loopSizeArea { 32, 40, 36, 24 }, moveSizeArea { 32, 80, 36, 24 };
-const juce::Rectangle<int> tuningArea { margin, 52, width, 20 };
-constexpr int hotCueHeight = 32, hotCueStep = 35;
-
-/** The way back from an edit of cues or grid, and on again. */
-void showEditMenu (CPlatterdex& engine, int deck, juce::Component& panel)
-{
-    const auto& edits = engine.decks.deck (deck)->edits;
-    juce::PopupMenu menu;
-    menu.setLookAndFeel (&panel.getLookAndFeel());
-    menu.addItem ("Undo (Ctrl+Z)", edits.undoCount() > 0, false,
-                  [&engine, deck] { engine.grids.undo (deck); });
-    menu.addItem ("Redo (Ctrl+Shift+Z)", edits.redoCount() > 0, false,
-                  [&engine, deck] { engine.grids.redo (deck); });
-    menu.showMenuAsync (juce::PopupMenu::Options().withDeletionCheck (panel));
-}
+const juce::Rectangle<int> loopSizeArea { 32, 38, 36, 24 }, moveSizeArea { 32, 76, 36, 24 };
+const juce::Rectangle<int> tuningArea { margin, 48, width, 20 };
+constexpr int hotCueHeight = 32, hotCueStep = 34;
 }
 
 DeckLoopPanel::DeckLoopPanel (CPlatterdex& e, int deck) : ControlPanel (e, Pace::calm)
 {
     addControls (loopTable, deck);
-    addLabel ("SIZE", { margin, 27, width, 12 });
-    addLabel ("MOVE", { margin, 67, width, 12 });
+    addLabel ("SIZE", { margin, 26, width, 12 });
+    addLabel ("MOVE", { margin, 64, width, 12 });
     for (const auto& [name, constant, area, tip] :
          { std::tuple { "_loopSizeField", "LOOP_SIZE_", loopSizeArea, "Size of the loop in beats" },
            std::tuple { "_loopMoveSizeField", "LOOP_MOVE_SIZE_", moveSizeArea,
@@ -115,7 +102,7 @@ void DeckCuePanel::paintOverChildren (juce::Graphics& g)
 void DeckCuePanel::mouseDown (const juce::MouseEvent& event)
 {
     if (event.mods.isPopupMenu())
-        showEditMenu (engine, deckIndex, *this);
+        EditMenu::show (engine, deckIndex, *this);
 }
 
 DeckKeyPanel::DeckKeyPanel (CPlatterdex& e, int deck) : ControlPanel (e, Pace::calm), deckIndex (deck)
@@ -158,23 +145,23 @@ void DeckKeyPanel::paint (juce::Graphics& g)
 DeckGridPanel::DeckGridPanel (CPlatterdex& e, int deck)
     : ControlPanel (e, Pace::calm),
       deckIndex (deck),
-      fixed (addButton ("_gridModeButton", "FIXED", { margin, 116, width, 24 },
+      fixed (addButton ("_gridModeButton", "FIXED", { margin, 112, width, 24 },
                         "A grid of equal beats, or the beats as they were found",
                         [this] { engine.grids.toggleGridMode (deckIndex); }))
 {
     addControls (gridTable, deck);
-    addButton ("_halveTempoButton", "/2", { margin, 38, half, 24 }, "Halves the track's tempo",
+    addButton ("_halveTempoButton", "/2", { margin, 34, half, 24 }, "Halves the track's tempo",
                [this] { engine.grids.halveTempo (deckIndex); });
-    addButton ("_doubleTempoButton", "x2", { right, 38, half, 24 }, "Doubles the track's tempo",
+    addButton ("_doubleTempoButton", "x2", { right, 34, half, 24 }, "Doubles the track's tempo",
                [this] { engine.grids.doubleTempo (deckIndex); });
-    addButton ("_tapButton", "TAP", { margin, 64, width, 24 },
+    addButton ("_tapButton", "TAP", { margin, 60, width, 24 },
                "Tap the beat: from the second tap on it sets the tempo",
                [this] { engine.grids.tapTempo (deckIndex); });
-    addButton ("_gridBackButton", "<", { margin, 90, 24, 24 }, "Moves a fixed grid back a little",
+    addButton ("_gridBackButton", "<", { margin, 86, 24, 24 }, "Moves a fixed grid back a little",
                [this] { engine.grids.moveGrid (deckIndex, -1); });
-    addButton ("_gridOnButton", ">", { 72, 90, 24, 24 }, "Moves a fixed grid on a little",
+    addButton ("_gridOnButton", ">", { 72, 86, 24, 24 }, "Moves a fixed grid on a little",
                [this] { engine.grids.moveGrid (deckIndex, 1); });
-    addLabel ("MOVE", { 28, 90, 44, 24 });
+    addLabel ("MOVE", { 28, 86, 44, 24 });
     addLabel ("TRACK BPM", { margin, 0, width, 12 });
 }
 
@@ -197,7 +184,7 @@ PXTextButton& DeckGridPanel::addButton (const char* name, const char* text, juce
 void DeckGridPanel::mouseDown (const juce::MouseEvent& event)
 {
     if (event.mods.isPopupMenu())
-        showEditMenu (engine, deckIndex, *this);
+        EditMenu::show (engine, deckIndex, *this);
 }
 
 void DeckGridPanel::pollCalm()
@@ -206,7 +193,7 @@ void DeckGridPanel::pollCalm()
     const auto& deck = *engine.decks.deck (deckIndex);
     fixed.setToggleState (deck.fixedGrid != 0, juce::dontSendNotification);
     const auto next =
-        deck.numBeats > 0 || deck.fixedGrid != 0 ? juce::String (deck.bpm.get(), 2) : juce::String (dash);
+        deck.numBeats > 0 || deck.fixedGrid != 0 ? juce::String (deck.bpm.get(), 2) : PanelPaint::dash();
     if (next == tempo)
         return;
     tempo = next;
@@ -216,6 +203,6 @@ void DeckGridPanel::pollCalm()
 void DeckGridPanel::paint (juce::Graphics& g)
 {
     ControlPanel::paint (g);
-    PanelPaint::value (g, tempo, { margin, 12, width, 24 }, juce::Justification::centred,
+    PanelPaint::value (g, tempo, { margin, 12, width, 20 }, juce::Justification::centred,
                        SMLookAndFeel::titleSize);
 }

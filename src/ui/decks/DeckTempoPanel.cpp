@@ -1,7 +1,6 @@
 #include "ui/decks/DeckTempoPanel.h"
 
 #include "engine/CPlatterdex.h"
-#include "ui/TimeText.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/widgets/PXImageLinearSlider.h"
 
@@ -10,22 +9,28 @@ namespace
 using Kind = ControlRow::Kind;
 using Lit = ControlRow::Lit;
 
-constexpr int column = 40, columnWidth = 56;
+constexpr int column = 36, columnWidth = 60;
 constexpr int pitchRanges = 13;
 
 // clang-format off
 constexpr ControlRow table[] {
     { Kind::fader, "_pitchSlider",      "PITCH_",                  "pitch_164", { 4, 0, 28, 164 }, "Pitch: down is faster" },
-    { Kind::text,  "_nudgeMinusButton", "PITCH_BEND_NUDGE_MINUS_", "-",     { column,      86, 26, 24 }, "Slower while it is held", Lit::deck },
-    { Kind::text,  "_nudgePlusButton",  "PITCH_BEND_NUDGE_PLUS_",  "+",     { column + 30, 86, 26, 24 }, "Faster while it is held", Lit::deck },
-    { Kind::text,  "_pitchResetButton", "PITCH_RESET_",            "RESET", { column, 114, columnWidth, 24 }, "Pitch to its centre", Lit::never },
-    { Kind::text,  "_keyLockButton",    "KEY_LOCK_",               "KEY",   { column, 142, columnWidth, 24 }, "Key lock: the tempo moves, the key stays" },
+    { Kind::text,  "_pitchResetButton", "PITCH_RESET_",            "RESET", { column, 110, columnWidth, 24 }, "Pitch to its centre", Lit::never },
+    { Kind::text,  "_keyLockButton",    "KEY_LOCK_",               "KEY",   { column, 138, columnWidth, 24 }, "Key lock: the tempo moves, the key stays" },
 };
 // clang-format on
 
-const juce::Rectangle<int> tempoArea { column - 4, 0, columnWidth + 8, 20 },
-    unitArea { column, 18, columnWidth, 12 }, pitchArea { column - 4, 34, columnWidth + 8, 16 };
-const juce::Rectangle<int> rangeArea { column, 58, columnWidth, 24 };
+const juce::Rectangle<int> tempoArea { column - 3, 0, columnWidth + 6, 24 },
+    tempoUnit { column, 24, columnWidth, 12 }, pitchArea = tempoArea.translated (0, 40),
+                                               pitchUnit = tempoUnit.translated (0, 40);
+const juce::Rectangle<int> rangeArea { column, 82, columnWidth, 24 };
+
+/** What the fader adds to the speed. @param percent   the number of figures stays, so that it never outgrows its place */
+juce::String pitchText (double percent)
+{
+    return juce::String::formatted (std::abs (percent) < 99.995 ? "%+.2f" : "%+.1f",
+                                    std::abs (percent) < 0.005 ? 0.0 : percent);
+}
 }
 
 DeckTempoPanel::DeckTempoPanel (CPlatterdex& e, int deck)
@@ -34,7 +39,8 @@ DeckTempoPanel::DeckTempoPanel (CPlatterdex& e, int deck)
       range (own (std::make_unique<MenuButton>()))
 {
     addControls (table, deck);
-    addLabel ("BPM", unitArea);
+    addLabel ("BPM", tempoUnit);
+    addLabel ("%", pitchUnit);
     range.setComponentID ("_pitchRangeButton");
     range.setTooltip ("How far the pitch faders of all decks reach");
     range.setBounds (rangeArea);
@@ -59,8 +65,8 @@ void DeckTempoPanel::pollMoving()
     Texts next;
     // Without a grid nobody knows how fast the music is.
     next.tempo = deck.numBeats > 0 || deck.fixedGrid != 0 ? juce::String (deck.bpm * deck.tempo, 2)
-                                                          : juce::String ("-");
-    next.pitch = percentText (1.0 + (deck.pitch - 0.5) * engine.decks.pitchRange);
+                                                          : PanelPaint::dash();
+    next.pitch = pitchText (100.0 * (deck.pitch - 0.5) * engine.decks.pitchRange);
     if (next == shown)
         return;
     shown = next;
@@ -76,6 +82,6 @@ void DeckTempoPanel::pollCalm()
 void DeckTempoPanel::paint (juce::Graphics& g)
 {
     ControlPanel::paint (g);
-    PanelPaint::value (g, shown.tempo, tempoArea, juce::Justification::centred, SMLookAndFeel::titleSize);
-    PanelPaint::value (g, shown.pitch, pitchArea, juce::Justification::centred, 12.0f);
+    PanelPaint::value (g, shown.tempo, tempoArea, juce::Justification::centred, SMLookAndFeel::figureSize);
+    PanelPaint::value (g, shown.pitch, pitchArea, juce::Justification::centred, SMLookAndFeel::figureSize);
 }

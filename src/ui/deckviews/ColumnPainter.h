@@ -9,6 +9,8 @@
 struct ColumnPainter
 {
     static constexpr int imageHeight = 91, centreLine = 44; ///< logical pixels
+    static constexpr int reach =
+        32; ///< from the centre line to a column's tip, at most: all else stays clear
 
     const TrackOverview& overview;
     int32_t loadedFrames = 0; ///< columns beyond stay empty

@@ -253,7 +253,10 @@ void DeckWaveform::paint (juce::Graphics& g)
         g.setImageResamplingQuality (juce::Graphics::lowResamplingQuality);
         g.setOpacity (1.0f);
         const auto top = track.length (imageTop);
-        g.drawImageAt (image.image(), 0, top);
+        // Most of a tick goes into laying the wave over the strip's ground: only where a column can be.
+        const auto reach = track.length (ColumnPainter::reach);
+        const auto first = track.length (ColumnPainter::centreLine) - reach;
+        g.drawImageAt (image.image().getClippedImage ({ 0, first, width, 2 * reach }), 0, top + first);
         const juce::Range<int> rows (top, top + image.image().getHeight());
         if (layout.unreachable > 0)
             marks.paintUnreachable (g, layout.unreachable, rows);
@@ -271,12 +274,13 @@ void DeckWaveform::paintNotice (juce::Graphics& g) const
     if (shown.notice.isEmpty())
         return;
     constexpr int lineHeight = 20, boxWidth = 240, centreRow = imageTop + ColumnPainter::centreLine;
-    auto box = juce::Rectangle<int> (std::min (boxWidth, getWidth()), lineHeight * shown.notice.size() + 8)
-                   .withCentre ({ getWidth() / 2, centreRow });
+    auto box =
+        juce::Rectangle<int> (std::min (boxWidth, getWidth() - 8), lineHeight * shown.notice.size() + 8)
+            .withCentre ({ getWidth() / 2, centreRow });
     SMLookAndFeel::fillRaised (g, box, palette::well);
     g.setColour (palette::value);
     g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
-    box.reduce (8, 4);
+    box.reduce (4, 4);
     for (const auto& line : shown.notice)
         g.drawFittedText (line, box.removeFromTop (lineHeight), juce::Justification::centred, 1);
 }

@@ -12,16 +12,17 @@ using Lit = ControlRow::Lit;
 
 // clang-format off
 constexpr ControlRow table[] {
-    { Kind::text, "_fxHighButton",   "FX_HIGH_BAND_GROUP_", "H",       {  32, 8, 24, 24 }, "The effects hear the high band" },
-    { Kind::text, "_fxMidButton",    "FX_MID_BAND_GROUP_",  "M",       {  60, 8, 24, 24 }, "The effects hear the mid band" },
-    { Kind::text, "_fxLowButton",    "FX_LOW_BAND_GROUP_",  "L",       {  88, 8, 24, 24 }, "The effects hear the low band" },
-    { Kind::knob, "_fxFilterSlider", "FILTER_",             "FILTER",  { 124, 0, 28, 40 }, "Filter: low-pass to the left, high-pass to the right", Lit::plain, "", true },
-    { Kind::knob, "_fxDryWetSlider", "FX_DRY_WET_GROUP_",   "DRY/WET", { 172, 0, 28, 40 }, "Dry to wet" },
+    { Kind::text, "_fxHighButton",   "FX_HIGH_BAND_GROUP_", "H", {  28, 6, 22, 24 }, "The effects hear the high band" },
+    { Kind::text, "_fxMidButton",    "FX_MID_BAND_GROUP_",  "M", {  52, 6, 22, 24 }, "The effects hear the mid band" },
+    { Kind::text, "_fxLowButton",    "FX_LOW_BAND_GROUP_",  "L", {  76, 6, 22, 24 }, "The effects hear the low band" },
+    { Kind::knob, "_fxFilterSlider", "FILTER_",             "",  { 102, 4, 28, 28 }, "Filter: low-pass to the left, high-pass to the right", Lit::plain, "", true },
+    { Kind::knob, "_fxDryWetSlider", "FX_DRY_WET_GROUP_",   "",  { 156, 4, 28, 28 }, "Dry to wet" },
 };
 // clang-format on
 
-const juce::Rectangle<int> badgeArea { 4, 10, 20, 20 };
-constexpr int firstSlot = 39, slotHeight = 28, margin = 4, gap = 4;
+const juce::Rectangle<int> badgeArea { 4, 8, 20, 20 }, filterWord { 130, 4, 26, 28 },
+    dryWetWord { 185, 4, 26, 28 };
+constexpr int firstSlot = 36, slotHeight = 28, margin = 4, gap = 4;
 constexpr int onWidth = 32, nameWidth = 92, knobSize = 28, buttonHeight = 24;
 
 /** What stands in a slot's row. */
@@ -58,6 +59,8 @@ Fx1DeckComponent::Fx1DeckComponent (CPlatterdex& e, int deck)
       deckIndex (deck)
 {
     addControls (table, deck);
+    addLabel ("FILT", filterWord);
+    addLabel ("WET", dryWetWord);
     for (size_t slot = 0; slot < slotCount; ++slot)
     {
         const auto areas = areasOf (slot);

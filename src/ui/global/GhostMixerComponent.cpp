@@ -45,13 +45,12 @@ void GhostChannel::resized()
     auto area = getLocalBounds().withTrimmedLeft (badgeArea.getRight() + gap).withTrimmedRight (gap);
     const auto centred = [&] (juce::Rectangle<int> r, int height)
     { return r.withSizeKeepingCentre (r.getWidth(), height); };
-    pfl->setBounds (centred (area.removeFromRight (pflWidth), buttonHeight));
-    area.removeFromRight (gap);
+    const auto forFader = area.withTrimmedRight (pflWidth + gap);
 
     const auto each = knobWidth + knobGap;
     const auto room =
-        juce::jlimit (0, static_cast<int> (knobs.size()), (area.getWidth() - leastFader - gap) / each);
-    const auto faderWidth = juce::jlimit (0, mostFader, area.getWidth() - room * each - gap);
+        juce::jlimit (0, static_cast<int> (knobs.size()), (forFader.getWidth() - leastFader - gap) / each);
+    const auto faderWidth = juce::jlimit (0, mostFader, forFader.getWidth() - room * each - gap);
     fader->setBounds (centred (area.removeFromLeft (faderWidth), buttonHeight));
     area.removeFromLeft (gap);
 
@@ -67,6 +66,8 @@ void GhostChannel::resized()
         knobs[i]->setBounds (place.removeFromTop (knobWidth));
         addLabel (knobTable[i].face, place.removeFromTop (12).expanded (2, 0));
     }
+    area.removeFromLeft (gap - knobGap);
+    pfl->setBounds (centred (area.removeFromLeft (pflWidth), buttonHeight));
 }
 
 void GhostChannel::pollMoving()

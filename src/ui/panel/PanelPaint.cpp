@@ -33,4 +33,9 @@ juce::String letterOf (int deck)
 {
     return juce::String::charToString (static_cast<juce::juce_wchar> ('A' + deck));
 }
+
+juce::String dash()
+{
+    return juce::String::charToString (0x2013);
+}
 }

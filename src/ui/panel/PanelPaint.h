@@ -14,4 +14,7 @@ void value (juce::Graphics&, const juce::String&, juce::Rectangle<int>,
 void badge (juce::Graphics&, juce::Rectangle<int>, int deck, bool filled);
 
 juce::String letterOf (int deck);
+
+/** What stands for a value that nobody knows. */
+juce::String dash();
 }

@@ -17,9 +17,10 @@ public:
 
     void paintButton (juce::Graphics&, bool over, bool down) override;
 
+    juce::Rectangle<int> textArea() const override;
+
 protected:
     void clicked() override;
-    juce::Rectangle<int> textArea() const override;
 
 private:
     static constexpr int arrowWidth = 14;

@@ -71,7 +71,7 @@ int PXTextButton::shownFrame() const
 
 juce::Rectangle<int> PXTextButton::textArea() const
 {
-    return getLocalBounds().reduced (4, 0);
+    return getLocalBounds().reduced (2, 0);
 }
 
 void PXTextButton::paintButton (juce::Graphics& g, bool, bool)

@@ -41,13 +41,13 @@ public:
     void mouseUp (const juce::MouseEvent&) override;
     void resized() override;
 
+    /** Where the text goes. */
+    virtual juce::Rectangle<int> textArea() const;
+
 protected:
     void bound() override;
     void clicked() override;
     void enablementChanged() override;
-
-    /** Where the text goes. */
-    virtual juce::Rectangle<int> textArea() const;
 
 private:
     void choosePicture();
