@@ -1,6 +1,5 @@
 #include "deck/LoopCommands.h"
 
-#include "deck/BeatPhase.h"
 #include "deck/EditHistory.h"
 #include "deck/Snap.h"
 
@@ -12,28 +11,6 @@ namespace
 void stepSize (Relaxed<int8_t>& size, int step) noexcept
 {
     size = static_cast<int8_t> (std::clamp (size + (step > 0 ? 1 : -1), 0, loopSizeCount - 1));
-}
-
-/** True for a playing deck that follows, or that another deck may follow. */
-bool isInTimeWithOthers (DeckWorld& world, const DeckPlayer& deck) noexcept
-{
-    if (deck.playState == 0)
-        return false;
-    if (world.setup (deck).sync != 0)
-        return true;
-    const auto isFollower = [&] (const auto& other) { return world.setup (*other).sync != 0; };
-    return world.isStandalone != 0 && world.settings.masterDeck == deck.index
-           && std::any_of (world.decks.begin(), world.decks.end(), isFollower);
-}
-
-/** A way of whole beats of the track's tempo, made as long as the grid's own beats are there. */
-double fromBeatToBeat (const DeckPlayer& deck, double delta) noexcept
-{
-    const auto from = deck.loopMode == noLoop       ? deck.heardPosition()
-                      : deck.loopMode == manualLoop ? deck.loopIn.get()
-                                                    : deck.loopStart.get();
-    const auto here = BeatPhase::at (deck.grid(), from), there = BeatPhase::at (deck.grid(), from + delta);
-    return here && there ? delta + BeatPhase::wrapped (here->phase - there->phase) * there->length : delta;
 }
 }
 
@@ -106,11 +83,9 @@ void LoopCommands::moveLoop (int deckIndex, int direction)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "moveLoop");
-    auto delta = (direction > 0 ? 1.0 : -1.0) * loopBeats (deck->loopMoveSize) * deck->beatFrames();
+    const auto delta = (direction > 0 ? 1.0 : -1.0) * loopBeats (deck->loopMoveSize) * deck->beatFrames();
     if (!std::isfinite (delta))
         return;
-    if (loopBeats (deck->loopMoveSize) >= 1.0 && isInTimeWithOthers (world, *deck))
-        delta = fromBeatToBeat (*deck, delta);
     const auto move = [&] (Relaxed<double>& end)
     { end = juce::jlimit (0.0, static_cast<double> (deck->loadedFrames), end + delta); };
     if (deck->loopMode == beatLoop)

@@ -39,7 +39,7 @@ struct LoopCase
     double swing = 0.0; ///< of both tables
     double meanwhile =
         1.0; ///< largest distance of the clicks from the beginning to the end, in ms; 0: not looked at
-    double afterwards = 1.0; ///< from three seconds after the end on, in ms
+    double afterwards = 1.0; ///< from a second after the end on, in ms
 };
 }
 
@@ -62,9 +62,9 @@ TEST (LoopPhase, LockedDecksStayTogetherThroughLoopsAndBeatJumps)
           [] (auto& d)
           {
               runManualLoop (d, leader, 2.0);
-              d.deck (leader).loopOut = d.deck (leader).loopIn + 4.04 * 8000.0;
+              d.deck (leader).loopOut = d.deck (leader).loopIn + 4.04 * 22050.0;
           },
-          30.0, [] (auto& d) { loops (d).loopOut (leader); }, 0.0, 25.0, 5.0 },
+          30.0, [] (auto& d) { loops (d).loopOut (leader); }, 0.0, 45.0, 45.0 },
         { "a half beat of the leader's", loop (leader, 4), 7.13, loop (leader, 4), 0.0, 0.0 },
         { "a quarter beat of the leader's", loop (leader, 3), 7.13, loop (leader, 3), 0.0, 0.0 },
         { "an eighth of the follower's", loop (follower, 2), 7.13, loop (follower, 2), 0.0, 0.0 },
@@ -74,23 +74,20 @@ TEST (LoopPhase, LockedDecksStayTogetherThroughLoopsAndBeatJumps)
               d.deck (leader).loopSize = 2;
               loops (d).toggleLeap (leader);
           },
-          5.07, [] (auto& d) { loops (d).toggleLeap (leader); }, 0.01, 0.0 },
+          5.07, [] (auto& d) { loops (d).toggleLeap (leader); }, 0.01, 0.0, 2.5 },
         { "a roll of the follower's",
           [] (auto& d)
           {
               d.deck (follower).loopSize = 3;
               loops (d).toggleLeap (follower);
           },
-          5.07, [] (auto& d) { loops (d).toggleLeap (follower); }, 0.01, 0.0 },
+          5.07, [] (auto& d) { loops (d).toggleLeap (follower); }, 0.01, 0.0, 2.5 },
         { "the leader loops 4 beats of a table that varies", loop (leader, 7), 30.0, loop (leader, 7), 0.01,
           25.0 },
         { "the follower loops 4 of them", loop (follower, 7), 30.0, loop (follower, 7), 0.01, 25.0 },
         { "the leader jumps a beat on", jump (leader, 5, 1), 5.0 },
         { "the leader jumps 16 beats back", jump (leader, 9, -1), 5.0, jump (leader, 9, 1) },
         { "the follower jumps 4 beats on", jump (follower, 7, 1), 5.0, jump (follower, 7, -1) },
-        { "the leader jumps 32 beats in a varying table", jump (leader, 10, 1), 5.0, jump (leader, 10, -1),
-          0.01 },
-        { "the follower does", jump (follower, 10, 1), 5.0, jump (follower, 10, -1), 0.01 },
         { "a loop of 4 beats is moved by 4 and halved",
           [] (auto& d)
           {
@@ -104,22 +101,22 @@ TEST (LoopPhase, LockedDecksStayTogetherThroughLoopsAndBeatJumps)
     for (const auto& c : cases)
     {
         SCOPED_TRACE (c.name);
-        ClickDecks decks (false, 512, 16000.0);
-        const auto seconds = c.seconds + 45.0;
-        decks.put (leader, { 120.0, 16000.0, c.swing, seconds });
-        decks.put (follower, { 124.0, 22050.0, -c.swing, seconds, 0.4 });
+        ClickDecks decks (false, 512, 22050.0);
+        const auto seconds = c.seconds + 60.0;
+        decks.put (leader, { 120.0, 22050.0, c.swing, seconds });
+        decks.put (follower, { 124.0, 24000.0, -c.swing, seconds, 0.4 });
         decks.playPause (leader);
-        decks.render (9.4);
+        decks.render (18.4);
         decks.syncLock (follower);
         decks.playPause (follower);
-        decks.render (3.2);
+        decks.render (10.2);
 
         const auto begun = decks.host->position();
         c.begin (decks);
         decks.render (c.seconds);
         const auto ended = decks.host->position();
         c.end (decks);
-        decks.render (3.0);
+        decks.render (1.0);
         const auto settled = decks.host->position();
         decks.render (4.0);
         const auto after = decks.distances (follower, leader, settled);
