@@ -59,8 +59,8 @@ Fx1DeckComponent::Fx1DeckComponent (CPlatterdex& e, int deck)
       deckIndex (deck)
 {
     addControls (table, deck);
-    addLabel ("FILT", filterWord);
-    addLabel ("WET", dryWetWord);
+    addLabel ("FILT", filterWord, juce::Justification::centredLeft);
+    addLabel ("WET", dryWetWord, juce::Justification::centredLeft);
     for (size_t slot = 0; slot < slotCount; ++slot)
     {
         const auto areas = areasOf (slot);
