@@ -9,19 +9,6 @@ bool isKnown (std::string_view name)
     return std::any_of (skin::table.begin(), skin::table.end(),
                         [name] (const auto& row) { return row.name() == name; });
 }
-
-/** The pieces of a picture overlap, so what is seen through is put together before. */
-template <typename Draw>
-void inOneLayer (juce::Graphics& g, juce::Rectangle<int> area, float alpha, Draw&& draw)
-{
-    if (alpha >= 1.0f)
-        return draw();
-    const juce::Graphics::ScopedSaveState saved (g);
-    g.reduceClipRegion (area);
-    g.beginTransparencyLayer (alpha);
-    draw();
-    g.endTransparencyLayer();
-}
 }
 
 SkinPicture::SkinPicture (std::string_view stripName, int firstFrame) : name (stripName)
@@ -77,7 +64,7 @@ void SkinPicture::drawWide (juce::Graphics& g, juce::Rectangle<int> target, int 
     if (target.getWidth() == width())
         draw (g, target, frame, alpha);
     else
-        inOneLayer (g, target, alpha, [&] { at (g).drawWide (g, target, frameIn (frame), endLength); });
+        at (g).drawWide (g, target, frameIn (frame), endLength, alpha);
 }
 
 void SkinPicture::drawTall (juce::Graphics& g, juce::Rectangle<int> target, int frame, float alpha) const
@@ -87,7 +74,7 @@ void SkinPicture::drawTall (juce::Graphics& g, juce::Rectangle<int> target, int 
     if (target.getHeight() == height())
         draw (g, target, frame, alpha);
     else
-        inOneLayer (g, target, alpha, [&] { at (g).drawTall (g, target, frameIn (frame), endLength); });
+        at (g).drawTall (g, target, frameIn (frame), endLength, alpha);
 }
 
 bool SkinPicture::isClearAt (juce::Point<int> place, int frame) const
