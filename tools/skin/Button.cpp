@@ -32,7 +32,7 @@ juce::Rectangle<float> signSquare (const Pen& pen)
 
 ButtonLook lookOf (skin::Hue hue, int frame)
 {
-    const auto lit = colourOf (hue);
+    const auto lit = skin::colourOf (hue);
     const auto sign = palette::textOn (lit);
     // A light hue may become lighter under the pointer; under a white sign it may not.
     const float lift = sign == palette::ink ? 0.25f : 0.06f;
@@ -117,7 +117,7 @@ void paintTab (const Pen& pen, const skin::Row& row, int frame)
     drawSurface (pen, pen.all(), radius, { body, body, body }, { true, true, true });
     if (!on)
         return;
-    const auto hue = colourOf (row.hue);
+    const auto hue = skin::colourOf (row.hue);
     const auto bar = frame == skin::downOn ? hue.interpolatedWith (juce::Colours::black, 0.35f) : hue;
     pen.fill (bar, { 0, 0, pen.width, pen.snap (frame == skin::overOn ? 5 : 3) });
 }

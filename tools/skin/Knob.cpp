@@ -35,7 +35,7 @@ void paintKnob (const Pen& pen, const skin::Row& row, int frame)
 
     arc (-skin::knobSweep, skin::knobSweep, palette::line.withMultipliedBrightness (0.82f), m.ring);
     if (std::abs (angle - from) > 0.001f)
-        arc (from, angle, colourOf (row.hue), m.ring);
+        arc (from, angle, skin::colourOf (row.hue), m.ring);
     else if (row.material == skin::Material::centredKnob)
         arc (-0.08f, 0.08f, palette::value, m.ring); // at rest: the neutral point itself
 

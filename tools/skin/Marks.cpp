@@ -9,7 +9,7 @@ juce::Colour flagColour (const skin::Row& row, int frame)
     if (row.material == Material::cueFlag || row.material == Material::cueLine)
         return palette::cues[static_cast<size_t> (frame)];
     if (row.material == Material::deckFlag || row.material == Material::deckLine)
-        return colourOf (row.hue);
+        return skin::colourOf (row.hue);
     return frame == 0 ? palette::label : palette::selected; // a loop's: waiting, then turning
 }
 }
@@ -70,5 +70,5 @@ void paintPlayhead (const Pen& pen, const skin::Row& row, int)
     // Dark flanks keep the line apart from a loud wave.
     const float left = pen.snap (1), right = pen.snap (3);
     pen.fill (palette::edgeDark.withAlpha (0.8f), pen.all());
-    pen.fill (colourOf (row.hue), { left, 0, right - left, pen.height });
+    pen.fill (skin::colourOf (row.hue), { left, 0, right - left, pen.height });
 }

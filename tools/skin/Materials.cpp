@@ -62,27 +62,6 @@ Painter painterOf (Material material)
     return nullptr;
 }
 
-juce::Colour colourOf (skin::Hue hue)
-{
-    switch (hue)
-    {
-    case skin::Hue::accent:
-        return palette::accent;
-    case skin::Hue::lime:
-        return palette::selected;
-    case skin::Hue::red:
-        return palette::danger;
-    case skin::Hue::deckA:
-    case skin::Hue::deckB:
-    case skin::Hue::deckC:
-    case skin::Hue::deckD:
-        return palette::decks[static_cast<size_t> (hue) - static_cast<size_t> (skin::Hue::deckA)];
-    case skin::Hue::neutral:
-        break;
-    }
-    return palette::value;
-}
-
 void setTypeface (juce::Typeface::Ptr typeface)
 {
     face = std::move (typeface);

@@ -2,17 +2,13 @@
 
 #include "Light.h"
 
-#include "skin/Palette.h"
-#include "skin/SkinTable.h"
+#include "skin/HueColour.h"
 
 /** Draws one frame of a strip. */
 using Painter = void (*) (const Pen&, const skin::Row&, int frame);
 
 /** Who draws a material. */
 Painter painterOf (skin::Material);
-
-/** The colour that a hue lights with; neutral is that of values. */
-juce::Colour colourOf (skin::Hue);
 
 /** The face that words and numbers of the pictures are set in. */
 void setTypeface (juce::Typeface::Ptr);

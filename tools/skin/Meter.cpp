@@ -13,7 +13,7 @@ void paintMeter (const Pen& pen, const skin::Row& row, int frame)
 {
     const bool upright = row.material == skin::Material::uprightMeter;
     const float length = upright ? pen.height : pen.width;
-    const auto hue = row.hue == skin::Hue::neutral ? palette::anchorNumber : colourOf (row.hue);
+    const auto hue = row.hue == skin::Hue::neutral ? palette::anchorNumber : skin::colourOf (row.hue);
     for (float end = length; end > 1; end -= cell)
     {
         const bool last = end > length - cell / 2;

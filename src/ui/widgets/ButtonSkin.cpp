@@ -10,23 +10,6 @@ namespace
 constexpr std::array heights { 32, 24, 20 };
 }
 
-juce::Colour hueColour (skin::Hue hue) noexcept
-{
-    switch (hue)
-    {
-    case skin::Hue::neutral:
-        return palette::label;
-    case skin::Hue::accent:
-        return palette::accent;
-    case skin::Hue::lime:
-        return palette::selected;
-    case skin::Hue::red:
-        return palette::danger;
-    default:
-        return palette::decks[static_cast<size_t> (hue) - static_cast<size_t> (skin::Hue::deckA)];
-    }
-}
-
 skin::Hue deckHue (int deck) noexcept
 {
     return static_cast<skin::Hue> (static_cast<int> (skin::Hue::deckA) + juce::jlimit (0, 3, deck));

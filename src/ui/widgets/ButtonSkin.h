@@ -1,10 +1,7 @@
 #pragma once
 
-#include "skin/SkinTable.h"
+#include "skin/HueColour.h"
 #include "ui/widgets/SkinPicture.h"
-
-/** The colour of what is lit in a hue. */
-juce::Colour hueColour (skin::Hue) noexcept;
 
 /** The hue of a deck. @param deck   is limited to 0 to 3 */
 skin::Hue deckHue (int deck) noexcept;

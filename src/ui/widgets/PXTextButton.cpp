@@ -78,7 +78,8 @@ void PXTextButton::paintButton (juce::Graphics& g, bool, bool)
 {
     const auto alpha = isEnabled() ? 1.0f : palette::disabledAlpha;
     picture.drawWide (g, getLocalBounds(), shownFrame(), alpha);
-    g.setColour ((getToggleState() ? palette::textOn (hueColour (hue)) : palette::value).withAlpha (alpha));
+    g.setColour (
+        (getToggleState() ? palette::textOn (skin::colourOf (hue)) : palette::value).withAlpha (alpha));
     g.setFont (SMLookAndFeel::buttonFont (getHeight()));
     g.drawFittedText (juce::translate (getButtonText()), textArea(), juce::Justification::centred, 1, 0.8f);
 }
