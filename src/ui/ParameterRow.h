@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/PollingView.h"
+#include "ui/poll/PollingView.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "support/Relaxed.h"
-#include "ui/PollingView.h"
+#include "ui/poll/PollingView.h"
 #include "ui/widgets/MenuButton.h"
 
 #include <memory>

@@ -4,8 +4,8 @@
 #include "skin/Palette.h"
 #include "ui/decks/BeatStepField.h"
 #include "ui/decks/EditMenu.h"
-#include "ui/panel/CommandNumbers.h"
 #include "ui/panel/PanelPaint.h"
+#include "ui/widgets/CommandNumbers.h"
 #include "ui/widgets/PXTextButton.h"
 
 namespace

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "support/EngineListener.h"
-#include "ui/PollingView.h"
 #include "ui/deckviews/DragSteps.h"
 #include "ui/deckviews/ScrollingImage.h"
+#include "ui/poll/PollingView.h"
 
 #include <functional>
 

@@ -3,10 +3,10 @@
 #include "deck/FileImportThread.h"
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
-#include "ui/TimeText.h"
 #include "ui/deckviews/ColumnPainter.h"
-#include "ui/deckviews/FigureText.h"
+#include "ui/look/FigureText.h"
 #include "ui/look/SMLookAndFeel.h"
+#include "ui/look/TimeText.h"
 
 #include <limits>
 

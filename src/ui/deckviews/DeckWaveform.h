@@ -1,12 +1,12 @@
 #pragma once
 
 #include "support/EngineListener.h"
-#include "ui/PollingView.h"
 #include "ui/deckviews/BeatWindow.h"
 #include "ui/deckviews/DragSteps.h"
 #include "ui/deckviews/MarkPainter.h"
 #include "ui/deckviews/ScrollingImage.h"
-#include "ui/deckviews/TrackPlaces.h"
+#include "ui/poll/PollingView.h"
+#include "ui/poll/TrackPlaces.h"
 
 class CPlatterdex;
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "support/EngineListener.h"
-#include "ui/PollingView.h"
-#include "ui/deckviews/TrackPlaces.h"
+#include "ui/poll/PollingView.h"
+#include "ui/poll/TrackPlaces.h"
 
 class CPlatterdex;
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ui/deckviews/BeatWindow.h"
-#include "ui/deckviews/TrackPlaces.h"
 #include "ui/deckviews/TrackScale.h"
+#include "ui/poll/TrackPlaces.h"
 
 #include <optional>
 #include <vector>

@@ -2,8 +2,8 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
-#include "ui/panel/CommandNumbers.h"
 #include "ui/panel/PanelPaint.h"
+#include "ui/widgets/CommandNumbers.h"
 
 namespace
 {

@@ -1,8 +1,8 @@
 #include "ui/header/HeaderPanels.h"
 
 #include "engine/CPlatterdex.h"
-#include "ui/TimeText.h"
 #include "ui/layout/DeckLayout.h"
+#include "ui/look/TimeText.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/widgets/PXImageLevelMeter.h"
 

@@ -2,9 +2,9 @@
 
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
-#include "ui/panel/CommandNumbers.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/widgets/ButtonSkin.h"
+#include "ui/widgets/CommandNumbers.h"
 #include "ui/widgets/PXImageButton.h"
 #include "ui/widgets/PXImageLinearSlider.h"
 #include "ui/widgets/PXImageRotarySlider.h"

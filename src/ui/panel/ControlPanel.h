@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/PollingView.h"
 #include "ui/panel/ControlRow.h"
+#include "ui/poll/PollingView.h"
 #include "ui/widgets/CommandWidget.h"
 
 #include <concepts>

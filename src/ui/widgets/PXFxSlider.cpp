@@ -3,7 +3,7 @@
 #include "engine/CommandTable.h"
 #include "skin/Palette.h"
 #include "ui/look/SMLookAndFeel.h"
-#include "ui/panel/CommandNumbers.h"
+#include "ui/widgets/CommandNumbers.h"
 
 namespace
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/PollingView.h"
+#include "ui/poll/PollingView.h"
 #include "ui/widgets/CommandBinding.h"
 #include "ui/widgets/SkinPicture.h"
 

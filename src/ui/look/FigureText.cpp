@@ -1,4 +1,4 @@
-#include "ui/deckviews/FigureText.h"
+#include "ui/look/FigureText.h"
 
 #include <cmath>
 

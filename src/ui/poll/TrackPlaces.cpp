@@ -1,4 +1,4 @@
-#include "ui/deckviews/TrackPlaces.h"
+#include "ui/poll/TrackPlaces.h"
 
 TrackPlaces TrackPlaces::of (const DeckPlayer& deck)
 {

@@ -1,4 +1,4 @@
-#include "ui/TimeText.h"
+#include "ui/look/TimeText.h"
 
 #include <cmath>
 

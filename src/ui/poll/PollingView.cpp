@@ -1,4 +1,4 @@
-#include "ui/PollingView.h"
+#include "ui/poll/PollingView.h"
 
 #include <algorithm>
 

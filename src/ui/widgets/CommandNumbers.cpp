@@ -1,4 +1,4 @@
-#include "ui/panel/CommandNumbers.h"
+#include "ui/widgets/CommandNumbers.h"
 
 #include "engine/CommandTable.h"
 

@@ -1,6 +1,6 @@
-#include "ui/PollClock.h"
+#include "ui/poll/PollClock.h"
 
-#include "ui/PollingView.h"
+#include "ui/poll/PollingView.h"
 
 #include <algorithm>
 

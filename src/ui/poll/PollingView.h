@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/PollClock.h"
+#include "ui/poll/PollClock.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
