@@ -1,10 +1,10 @@
+#include "app/audio/EnginePlayer.h"
+#include "app/audio/SilentDevice.h"
 #include "deck/FileImportThread.h"
 #include "demo/DemoFiles.h"
 #include "demo/DemoTracks.h"
 #include "engine/CPlatterdex.h"
 #include "shared/TemporaryFolder.h"
-#include "standalone/EnginePlayer.h"
-#include "standalone/SilentDevice.h"
 #include "ui/CPlatterdexVstEditor.h"
 
 #include <unistd.h>

@@ -1,0 +1,90 @@
+#include "app/ApplicationSession.h"
+
+#include "cli/library/LibraryAutomix.h"
+#include "demo/DemoTracks.h"
+
+ApplicationSession::ApplicationSession (const Folders& folders, const juce::Array<juce::File>& tracks)
+    : engine (makeWorld (folders)),
+      audio (engine, folders.setup().getChildFile ("audio_device.xml")),
+      signals ([] { juce::JUCEApplicationBase::quit(); })
+{
+    engine.setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
+    engine.addAnalysisListener (library);
+
+    std::unique_ptr<juce::AudioProcessorEditor> content (engine.createEditorIfNeeded());
+    window = std::make_unique<MainWindow> (std::move (content), folders.setup().getChildFile ("window.txt"),
+                                           [this] { askToQuit(); });
+
+    for (int deck = 0; deck < tracks.size(); ++deck)
+        engine.loadTrack (tracks[deck], deck);
+    offerDemoTracks();
+}
+
+ApplicationSession::~ApplicationSession()
+{
+    engine.removeAnalysisListener (library);
+    demoTracks.reset();
+    window.reset();
+}
+
+EngineWorld ApplicationSession::makeWorld (const Folders& folders)
+{
+    EngineWorld made;
+    made.folders = folders;
+    made.decoderLibrary =
+        juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
+    made.prompts = prompts;
+    made.hasMessageLoop = true;
+    made.automixSource = std::make_shared<LibraryAutomix> ([this] { return library.database(); });
+    made.createEditor = [this] (CPlatterdex& e) -> juce::AudioProcessorEditor*
+    {
+        editor = new CPlatterdexVstEditor (e, [this] { audio.showSettings (*window); });
+        return editor;
+    };
+    return made;
+}
+
+bool ApplicationSession::isPerforming() const
+{
+    return engine.recorder.isRecording()
+           || std::any_of (engine.decks.decks.begin(), engine.decks.decks.end(),
+                           [] (const auto& deck) { return deck->playState != 0; });
+}
+
+void ApplicationSession::askToQuit()
+{
+    if (!isPerforming())
+        return juce::JUCEApplicationBase::quit();
+    prompts->askYesNo ("Platterdex is playing", "Do you want to stop the music and quit?",
+                       [] (bool yes)
+                       {
+                           if (yes)
+                               juce::JUCEApplicationBase::quit();
+                       });
+}
+
+void ApplicationSession::offerDemoTracks()
+{
+    const juce::File folder (engine.settings.audioFolder.get());
+    if (!engine.isFirstRun || !DemoTrackWriter::isWanted (folder))
+        return;
+    editor->setStatus ("Writing demo tracks...");
+    demoTracks = std::make_unique<DemoTrackWriter> (folder,
+                                                    [this] (const juce::String& sentence)
+                                                    {
+                                                        if (editor != nullptr)
+                                                            editor->setStatus (sentence);
+                                                        loadDemoTracks();
+                                                    });
+}
+
+void ApplicationSession::loadDemoTracks()
+{
+    const juce::File folder (engine.settings.audioFolder.get());
+    for (int deck = 0; deck < 2; ++deck)
+    {
+        const auto track = folder.getChildFile (::demoTracks()[static_cast<size_t> (deck)].fileName);
+        if (track.existsAsFile() && engine.decks.deck (deck)->loadedFrames == 0)
+            engine.loadTrack (track, deck);
+    }
+}

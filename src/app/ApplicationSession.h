@@ -1,0 +1,42 @@
+#pragma once
+
+#include "app/ApplicationLibrary.h"
+#include "app/ApplicationPrompts.h"
+#include "app/DemoTrackWriter.h"
+#include "app/MainWindow.h"
+#include "app/TerminationSignals.h"
+#include "app/audio/AudioDevices.h"
+#include "engine/CPlatterdex.h"
+#include "ui/CPlatterdexVstEditor.h"
+#include "ui/look/DefaultLook.h"
+
+/** One run of the application: engine, device and window, made in this order and gone in the reverse one. */
+class ApplicationSession
+{
+public:
+    /** @param tracks   for the decks from A on */
+    ApplicationSession (const Folders&, const juce::Array<juce::File>& tracks);
+    ~ApplicationSession();
+
+    /** How the audio went so far, in one line. */
+    juce::String audioReport() const { return audio.report(); }
+
+private:
+    EngineWorld makeWorld (const Folders&);
+    void askToQuit();
+    bool isPerforming() const;
+    void offerDemoTracks();
+
+    /** The first two onto decks A and B, as far as these are empty. */
+    void loadDemoTracks();
+
+    const juce::SharedResourcePointer<DefaultLook> look; ///< also of the windows that aren't the editor's
+    const std::shared_ptr<Prompts> prompts = std::make_shared<ApplicationPrompts>();
+    ApplicationLibrary library;
+    CPlatterdex engine;
+    AudioDevices audio;
+    juce::Component::SafePointer<CPlatterdexVstEditor> editor;
+    std::unique_ptr<MainWindow> window;
+    std::unique_ptr<DemoTrackWriter> demoTracks;
+    TerminationSignals signals;
+};

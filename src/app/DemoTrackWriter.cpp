@@ -1,0 +1,39 @@
+#include "app/DemoTrackWriter.h"
+
+#include "demo/DemoFiles.h"
+
+#include <juce_events/juce_events.h>
+
+DemoTrackWriter::DemoTrackWriter (const juce::File& f, std::function<void (const juce::String&)> done)
+    : Thread ("DemoTracks"),
+      folder (f),
+      finished (std::make_shared<std::function<void (const juce::String&)>> (std::move (done)))
+{
+    startThread (Priority::low);
+}
+
+DemoTrackWriter::~DemoTrackWriter()
+{
+    stopThread (-1);
+}
+
+bool DemoTrackWriter::isWanted (const juce::File& folder)
+{
+    return folder.getNumberOfChildFiles (juce::File::findFilesAndDirectories) == 0;
+}
+
+void DemoTrackWriter::run()
+{
+    const auto result = writeDemoTracks (folder, [this] { return threadShouldExit(); });
+    if (threadShouldExit())
+        return;
+    const auto sentence = result.error.isNotEmpty()
+                              ? result.error
+                              : juce::String (result.written) + " demo tracks are in the audio folder.";
+    juce::MessageManager::callAsync (
+        [sentence, weak = std::weak_ptr (finished)]
+        {
+            if (const auto call = weak.lock())
+                (*call) (sentence);
+        });
+}

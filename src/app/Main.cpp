@@ -1,0 +1,49 @@
+#include "app/Application.h"
+#include "cli/TerminalOutput.h"
+#include "cli/Verbs.h"
+#include "support/AudioFileTypes.h"
+
+#include <algorithm>
+
+namespace
+{
+int printUsage()
+{
+    printLine ("Usage: platterdex [TRACK...]       the application with its window, tracks on its decks\n"
+               "       platterdex VERB ...         one of the following, without a window\n"
+               "       platterdex VERB --help      what a verb takes\n"
+               "       platterdex --version\n\n"
+               "Verbs:");
+    for (const auto& verb : allVerbs())
+        printLine ("  " + juce::String (verb.name).paddedRight (' ', 12) + verb.summary);
+    return ExitCode::success;
+}
+}
+
+int main (int argc, char** argv)
+{
+    juce::StringArray arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.add (juce::String::fromUTF8 (argv[i]));
+
+    const auto first = arguments[0];
+    if (first == "--help" || first == "-h")
+        return printUsage();
+    if (first == "--version")
+    {
+        printLine ("Platterdex " PX_VERSION);
+        return ExitCode::success;
+    }
+    // What begins with a dash is the application's, which knows its own options; so are tracks.
+    if (arguments.isEmpty() || first.startsWithChar ('-')
+        || AudioFileTypes::matches (juce::File::getCurrentWorkingDirectory().getChildFile (first)))
+        return runApplication (arguments);
+
+    const auto verbs = allVerbs();
+    const auto verb =
+        std::find_if (verbs.begin(), verbs.end(), [&first] (const Verb& v) { return first == v.name; });
+    if (verb == verbs.end())
+        return failWith ("There is no verb " + first.quoted() + "; see platterdex --help.");
+    arguments.remove (0);
+    return verb->run (arguments);
+}

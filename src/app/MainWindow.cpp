@@ -1,0 +1,46 @@
+#include "app/MainWindow.h"
+
+#include "skin/Palette.h"
+
+#include <algorithm>
+
+namespace
+{
+constexpr int smallestWidth = 512, smallestHeight = 296;
+constexpr int startWidth = 1280, startHeight = 800;
+}
+
+MainWindow::MainWindow (std::unique_ptr<juce::Component> content, const juce::File& file,
+                        std::function<void()> c)
+    : DocumentWindow ("Platterdex", palette::ground, allButtons),
+      placeFile (file),
+      close (std::move (c))
+{
+    setUsingNativeTitleBar (true);
+    setContentOwned (content.release(), true);
+    setResizable (true, false);
+    setResizeLimits (smallestWidth, smallestHeight, 16384, 16384);
+    restorePlace();
+    // The focus goes on to the content, whose keys play the decks.
+    setWantsKeyboardFocus (false);
+    setVisible (true);
+    grabKeyboardFocus();
+}
+
+MainWindow::~MainWindow()
+{
+    placeFile.replaceWithText (getWindowStateAsString());
+}
+
+void MainWindow::restorePlace()
+{
+    // A window manager that is still starting may tell of no screen, or of an empty one.
+    const auto* display = juce::Desktop::getInstance().getDisplays().getPrimaryDisplay();
+    const auto room = display != nullptr && !display->userArea.isEmpty()
+                          ? display->userArea
+                          : juce::Rectangle<int> (startWidth, startHeight);
+    setBounds (room.withSizeKeepingCentre (std::min (startWidth, room.getWidth()),
+                                           std::min (startHeight, room.getHeight())));
+    if (const auto place = placeFile.loadFileAsString(); place.isNotEmpty())
+        restoreWindowStateFromString (place);
+}

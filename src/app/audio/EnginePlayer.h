@@ -1,0 +1,37 @@
+#pragma once
+
+#include <juce_audio_devices/juce_audio_devices.h>
+#include <juce_audio_processors/juce_audio_processors.h>
+
+#include "app/audio/BlockTimes.h"
+
+/** Drives the engine from an audio device, as a host does.
+
+    The device's channels are the engine's first ones in order: so two outputs carry the master, four the master and the
+    monitor, fourteen everything; a single output carries the master in mono. What the device has beyond the engine's
+    channels is silent, and inputs that it lacks are silence to the engine. */
+class EnginePlayer : public juce::AudioIODeviceCallback
+{
+public:
+    /** @param engine   outlives the player */
+    explicit EnginePlayer (juce::AudioProcessor& engine);
+
+    /** Of the blocks since the start. Their count also tells a device that has died from one that plays. */
+    BlockTimes times;
+
+    void audioDeviceAboutToStart (juce::AudioIODevice*) override;
+    void audioDeviceStopped() override {}
+    void audioDeviceIOCallbackWithContext (const float* const* inputs, int inputCount, float* const* outputs,
+                                           int outputCount, int frames,
+                                           const juce::AudioIODeviceCallbackContext&) override;
+
+private:
+    void playPart (const float* const* inputs, int inputCount, float* const* outputs, int outputCount,
+                   int firstFrame, int frames);
+
+    juce::AudioProcessor& engine;
+    juce::AudioBuffer<float>
+        buffer; ///< all of the engine's channels, for at most the frames that it can hold
+    juce::MidiBuffer midi;
+    double rate = 0.0; ///< of the device, in Hz
+};

@@ -1,0 +1,25 @@
+#include "cli/Verbs.h"
+
+#include <array>
+
+namespace
+{
+constexpr std::array verbs {
+    Verb { "perform", "plays a set of timed lines into WAV files, faster than real time", runPerform },
+    Verb { "analyse", "finds tempo, beats and loudness of files and folders, and keeps them", runAnalyse },
+    Verb { "mix", "mixes tracks into a WAV file, faster than real time", runMix },
+    Verb { "import", "brings files and folders into the library", runImport },
+    Verb { "list", "prints songs of the library", runList },
+    Verb { "playlist", "makes, fills and shows playlists", runPlaylist },
+    Verb { "smart", "makes and shows smart playlists", runSmart },
+    Verb { "export", "writes a list as M3U or as a web page", runExport },
+    Verb { "snapshot", "paints the window into a PNG file, without a display", runSnapshot },
+    Verb { "commands", "prints the table of commands", runCommands },
+    Verb { "demo-tracks", "writes the demo tracks into a folder", runDemoTracks },
+};
+}
+
+std::span<const Verb> allVerbs()
+{
+    return verbs;
+}

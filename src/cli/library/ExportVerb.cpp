@@ -1,0 +1,69 @@
+#include "cli/Verbs.h"
+
+#include "cli/TerminalOutput.h"
+#include "cli/TerminalProgress.h"
+#include "cli/library/LibrarySource.h"
+#include "cli/library/LibraryVerb.h"
+#include "cli/library/SongTable.h"
+#include "library/exchange/ExportPlaylist.h"
+
+#include <array>
+
+namespace
+{
+constexpr std::array options {
+    VerbOption { "--kind", "KIND", "what to write (playlist)" },
+    LibrarySession::option,
+    VerbOption { "--help", nullptr, "this text" },
+};
+
+int exportSongs (SongDatabase& database, const VerbOptions& given)
+{
+    auto arguments = given.positional;
+    const auto source = LibrarySource::find (
+        database, given.has ("--kind") ? given.valueOf ("--kind") : juce::String ("playlist"), arguments);
+    if (!source)
+        return ExitCode::badInput;
+    if (arguments.size() != 1)
+        return failWith ("export needs one file to write to, behind the name.");
+    const auto file = juce::File::getCurrentWorkingDirectory().getChildFile (arguments[0]);
+    if (!file.hasFileExtension ("m3u;html"))
+        return failWith ("export writes .m3u and .html, not " + file.getFileName().quoted() + ".");
+
+    SongList songs;
+    if (const auto code = source->fill (database, songs, {}); code != LibraryCode::ok)
+        return SongTable::unreadable (code);
+    if (songs.name.isEmpty())
+        songs.name = given.valueOf ("--kind");
+    ExportPlaylist::Result result;
+    {
+        TerminalProgress progress;
+        result = ExportPlaylist (&database, songs, file).run (progress);
+    }
+    if (!result.isWritten)
+        return failWith (file.getFullPathName() + " can't be written.");
+    if (result.isCancelled)
+        return failWith ("The export was interrupted; " + file.getFullPathName() + " is not complete.");
+    return ExitCode::success;
+}
+}
+
+int runExport (const juce::StringArray& arguments)
+{
+    const VerbOptions given (options, arguments);
+    if (given.has ("--help"))
+    {
+        const auto description = "Writes a playlist, or another list, as M3U or as a web page.\nKinds: "
+                                 + LibrarySource::kindWords() + ".";
+        printLine (helpText ("export [--kind KIND] [NAME] OUT.m3u|OUT.html [--library FILE]",
+                             description.toRawUTF8(), options));
+        return ExitCode::success;
+    }
+    if (given.error().isNotEmpty())
+        return failWith (given.error());
+    if (given.positional.isEmpty())
+        return failWith ("export needs a playlist and a file to write to; see platterdex export --help.");
+    LibrarySession library;
+    return library.open (given, LibrarySession::Use::read) ? exportSongs (library.database, given)
+                                                           : ExitCode::badInput;
+}

@@ -1,0 +1,118 @@
+#include "cli/library/LibrarySource.h"
+
+#include "cli/TerminalOutput.h"
+#include "cli/library/LibraryVerb.h"
+
+#include <algorithm>
+#include <array>
+
+namespace
+{
+struct KindWord
+{
+    const char* word;
+    SongListKind kind;
+    bool isNamed;
+};
+
+constexpr std::array kinds {
+    KindWord { "library", SongListKind::library, false },
+    KindWord { "album", SongListKind::album, true },
+    KindWord { "artist", SongListKind::artist, true },
+    KindWord { "genre", SongListKind::genre, true },
+    KindWord { "playlist", SongListKind::playlist, true },
+    KindWord { "smart", SongListKind::smartPlaylist, true },
+    KindWord { "automix", SongListKind::automix, false },
+};
+
+/** The field by which a kind picks its songs. */
+std::optional<SongField> fieldOf (SongListKind kind)
+{
+    switch (kind)
+    {
+    case SongListKind::album:
+        return SongField::album;
+    case SongListKind::artist:
+        return SongField::artist;
+    case SongListKind::genre:
+        return SongField::genre;
+    default:
+        return {};
+    }
+}
+}
+
+juce::String LibrarySource::kindWords()
+{
+    juce::StringArray words;
+    for (const auto& kind : kinds)
+        words.add (juce::String (kind.word) + (kind.isNamed ? " NAME" : ""));
+    return words.joinIntoString (", ");
+}
+
+std::optional<LibrarySource> LibrarySource::find (SongDatabase& database, const juce::String& kindWord,
+                                                  juce::StringArray& arguments)
+{
+    const auto kind = std::find_if (kinds.begin(), kinds.end(),
+                                    [&kindWord] (const KindWord& k) { return kindWord == k.word; });
+    if (kind == kinds.end())
+    {
+        failWith ("There is no kind " + kindWord.quoted() + "; there are " + kindWords() + ".");
+        return {};
+    }
+    LibrarySource source { kind->kind, {}, -1 };
+    if (!kind->isNamed)
+        return source;
+    if (arguments.isEmpty())
+    {
+        failWith ("The kind " + kindWord + " needs a name.");
+        return {};
+    }
+    source.name = arguments[0];
+    arguments.remove (0);
+
+    if (const auto field = fieldOf (source.kind))
+    {
+        if (database.countWhere (*field, source.name) > 0)
+            return source;
+        failWith ("No song has the " + kindWord + " " + source.name.quoted() + ".");
+        return {};
+    }
+    const auto item = LibraryVerb::findPlaylist (database, source.kind, source.name);
+    if (!item)
+        return {};
+    source.id = item->id;
+    return source;
+}
+
+int LibrarySource::fill (SongDatabase& database, SongList& list, LibraryOrder order) const
+{
+    list.kind = kind;
+    list.playlistId = id;
+    list.name = name;
+    const auto hasOrder = kind == SongListKind::playlist || kind == SongListKind::automix;
+    if (order.sort == SongField::listOrder && !hasOrder)
+        order.sort = SongField::artist;
+
+    const auto [sort, ascending, fields, term] = order;
+    const auto isSearch = !fields.empty();
+    switch (kind)
+    {
+    case SongListKind::playlist:
+        return isSearch ? database.searchPlaylist (&list, id, fields, term, sort, ascending)
+                        : database.fillPlaylist (&list, id, sort, ascending);
+    case SongListKind::smartPlaylist:
+        return isSearch ? database.searchSmartPlaylist (&list, id, fields, term, sort, ascending)
+                        : database.fillSmartPlaylist (&list, id, sort, ascending);
+    case SongListKind::automix:
+        return isSearch ? database.searchAutomix (&list, fields, term, sort, ascending)
+                        : database.fillAutomix (&list, sort, ascending);
+    default:
+        break;
+    }
+    if (const auto field = fieldOf (kind))
+        return isSearch ? database.searchWithinField (&list, *field, name, fields, term, sort, ascending)
+                        : database.fillByField (name, *field, &list, sort, ascending);
+    return isSearch ? database.searchLibrary (&list, fields, term, sort, ascending)
+                    : database.fillLibrary (&list, sort, ascending);
+}

@@ -1,0 +1,173 @@
+#include "cli/library/LibraryVerb.h"
+
+#include "cli/TerminalOutput.h"
+#include "cli/TerminalProgress.h"
+#include "cli/library/LibrarySource.h"
+#include "cli/library/SongTable.h"
+#include "support/AudioFileTypes.h"
+
+#include <algorithm>
+
+namespace
+{
+std::vector<SourceItem> playlistsOf (SongDatabase& database, SongListKind kind)
+{
+    std::vector<SourceItem> found;
+    if (kind == SongListKind::smartPlaylist)
+        database.listSmartPlaylists (found);
+    else
+        database.listPlaylists (found);
+    return found;
+}
+
+const char* wordFor (SongListKind kind)
+{
+    return kind == SongListKind::smartPlaylist ? "smart playlist" : "playlist";
+}
+
+juce::String actionHelp (const char* verb, const char* description,
+                         std::span<const LibraryVerb::Action> actions, std::span<const VerbOption> options)
+{
+    juce::String text (description);
+    text << "\n\n";
+    for (const auto& action : actions)
+        text << "  "
+             << (juce::String (verb) + " " + action.name + " " + action.arguments)
+                    .trimEnd()
+                    .paddedRight (' ', 44)
+             << action.help << "\n";
+    return helpText ((juce::String (verb) + " ACTION ...").toRawUTF8(), text.trimEnd().toRawUTF8(), options);
+}
+}
+
+int LibraryVerb::runAction (const char* verb, const char* description, std::span<const Action> actions,
+                            std::span<const VerbOption> options, const juce::StringArray& arguments)
+{
+    VerbOptions given (options, arguments);
+    if (given.has ("--help"))
+    {
+        printLine (actionHelp (verb, description, actions, options));
+        return ExitCode::success;
+    }
+    if (given.error().isNotEmpty())
+        return failWith (given.error());
+
+    const auto help = juce::String ("; see platterdex ") + verb + " --help.";
+    if (given.positional.isEmpty())
+        return failWith (juce::String (verb) + " needs an action" + help);
+    const auto name = given.positional[0];
+    const auto action =
+        std::find_if (actions.begin(), actions.end(), [&name] (const Action& a) { return name == a.name; });
+    if (action == actions.end())
+        return failWith (juce::String (verb) + " has no action " + name.quoted() + help);
+    given.positional.remove (0);
+    if (given.positional.size() < action->least || given.positional.size() > action->most)
+        return failWith (juce::String (verb) + " " + name + " takes "
+                         + (action->most == 0 ? "no argument." : juce::String (action->arguments) + "."));
+
+    LibrarySession library;
+    return library.open (given, action->use) ? action->run (library.database, given) : ExitCode::badInput;
+}
+
+std::optional<SourceItem> LibraryVerb::findPlaylist (SongDatabase& database, SongListKind kind,
+                                                     const juce::String& name)
+{
+    auto found = playlistsOf (database, kind);
+    std::erase_if (found, [&name] (const SourceItem& item) { return item.name != name; });
+    if (found.size() == 1)
+        return found.front();
+    const juce::String word (wordFor (kind));
+    failWith (found.empty() ? "There is no " + word + " " + name.quoted() + "."
+                            : "There are " + juce::String (found.size()) + " " + word + "s " + name.quoted()
+                                  + "; they need names of their own first.");
+    return {};
+}
+
+bool LibraryVerb::isNameFree (SongDatabase& database, SongListKind kind, const juce::String& name)
+{
+    const auto all = playlistsOf (database, kind);
+    if (name.trim().isEmpty())
+        failWith (juce::String ("A ") + wordFor (kind) + " needs a name.");
+    else if (std::any_of (all.begin(), all.end(),
+                          [&name] (const SourceItem& item) { return item.name == name; }))
+        failWith (juce::String ("There is a ") + wordFor (kind) + " " + name.quoted() + " already.");
+    else
+        return true;
+    return false;
+}
+
+int32_t LibraryVerb::lastPlace (SongDatabase& database, SongListKind kind)
+{
+    int32_t last = 0;
+    for (const auto& item : playlistsOf (database, kind))
+        last = std::max (last, item.sortOrder);
+    return last + 1;
+}
+
+int LibraryVerb::printPlaylists (SongDatabase& database, SongListKind kind)
+{
+    printLine ("name\tsongs");
+    for (const auto& item : playlistsOf (database, kind))
+    {
+        SongList songs;
+        LibrarySource { kind, item.name, item.id }.fill (database, songs, {});
+        printLine (oneLine (item.name) + "\t" + juce::String (songs.size()));
+    }
+    return ExitCode::success;
+}
+
+int LibraryVerb::showPlaylist (SongDatabase& database, SongListKind kind, VerbOptions& given)
+{
+    const auto table = SongTable::withColumns (given);
+    const auto item = table ? findPlaylist (database, kind, given.positional[0]) : std::nullopt;
+    if (!item)
+        return ExitCode::badInput;
+    SongList songs;
+    const auto code = LibrarySource { kind, item->name, item->id }.fill (database, songs, {});
+    return code == LibraryCode::ok ? table->print (database, songs) : SongTable::unreadable (code);
+}
+
+std::optional<juce::StringArray> LibraryVerb::importablePaths (const juce::StringArray& arguments)
+{
+    juce::StringArray paths;
+    for (const auto& argument : arguments)
+    {
+        const auto file = juce::File::getCurrentWorkingDirectory().getChildFile (argument);
+        const auto path = file.getFullPathName();
+        if (!file.exists() || (!file.isDirectory() && !AudioFileTypes::matches (file)))
+        {
+            failWith (path
+                      + (file.exists() ? " is no audio file of a kind that is played." : " does not exist."));
+            return {};
+        }
+        paths.add (path);
+    }
+    return paths;
+}
+
+int LibraryVerb::importPaths (SongDatabase& database, const juce::StringArray& paths,
+                              const ImportFiles::Target& target)
+{
+    ImportResult result;
+    {
+        TerminalProgress progress;
+        result = ImportFiles (&database, paths, target).run (progress);
+    }
+    const auto count = [] (int files)
+    { return juce::String (files) + (files == 1 ? " audio file" : " audio files"); };
+    if (result.isLocked)
+        return failWith ("The import ended: another program is writing to the library.");
+    printLine (count (result.accepted) + ", " + juce::String (result.added) + " new in the library.");
+    if (result.refused > 0)
+        return failWith ("The library refused " + count (result.refused) + ".");
+    if (result.isCancelled)
+        return failWith ("The import was interrupted; what was done is kept.");
+    return ExitCode::success;
+}
+
+int LibraryVerb::ended (int code)
+{
+    return code == LibraryCode::ok ? ExitCode::success
+                                   : failWith ("The library refused the change (code " + juce::String (code)
+                                               + "); another program may be writing to it.");
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "cli/library/LibrarySession.h"
+#include "library/database/SongDatabase.h"
+#include "library/import/ImportFiles.h"
+
+#include <limits>
+#include <optional>
+#include <span>
+
+/** What the verbs that work on the library have in common. Each reports what is wrong by itself and gives nothing then;
+    the verb ends with ExitCode::badInput. */
+namespace LibraryVerb
+{
+using Use = LibrarySession::Use;
+
+/** One thing that a verb of several can do: "playlist add NAME PATH...". */
+struct Action
+{
+    const char* name;
+    const char* arguments; ///< for the help and for reports: "NAME PATH..."
+    const char* help;      ///< one line
+    int least, most;       ///< how many arguments
+    Use use;
+
+    /** @param given   without the action's own name. @returns the exit code */
+    int (*run) (SongDatabase&, VerbOptions& given);
+};
+
+inline constexpr int anyNumber = std::numeric_limits<int>::max();
+
+/** Runs the action that the first argument names. */
+int runAction (const char* verb, const char* description, std::span<const Action>,
+               std::span<const VerbOption>, const juce::StringArray& arguments);
+
+/** The one playlist or smart playlist with a name. */
+std::optional<SourceItem> findPlaylist (SongDatabase&, SongListKind, const juce::String& name);
+
+/** True if a new list may be called so: the verbs know lists by their names. */
+bool isNameFree (SongDatabase&, SongListKind, const juce::String& name);
+
+/** The sort order behind all others of the kind. */
+int32_t lastPlace (SongDatabase&, SongListKind);
+
+/** All lists of the kind, each with its number of songs. */
+int printPlaylists (SongDatabase&, SongListKind);
+
+/** The songs of the list that the first argument names. */
+int showPlaylist (SongDatabase&, SongListKind, VerbOptions& given);
+
+/** Files and folders, seen from the current folder, that can be imported. @returns their full paths */
+std::optional<juce::StringArray> importablePaths (const juce::StringArray& arguments);
+
+/** Imports, watched on the terminal, and prints what came of it in one line. @returns the exit code */
+int importPaths (SongDatabase&, const juce::StringArray& paths, const ImportFiles::Target&);
+
+/** Ends with success, or with a report if the operation gave a code other than 0. */
+int ended (int code);
+}

@@ -1,0 +1,220 @@
+#include "cli/Verbs.h"
+
+#include "cli/RootFolder.h"
+#include "cli/TerminalOutput.h"
+#include "cli/library/LibraryAutomix.h"
+#include "cli/mix/MixReport.h"
+#include "cli/mix/MixTracks.h"
+#include "library/import/ImportFiles.h"
+#include "offline/OfflineHost.h"
+#include "settings/SettingsFile.h"
+
+#include <juce_events/juce_events.h>
+
+#include <array>
+
+namespace
+{
+constexpr std::array options {
+    VerbOption { "--out", "FILE", "the mix as a 16-bit stereo WAV file" },
+    VerbOption { "--fade", "SECONDS", "length of a crossfade, 0 to 120 (15)" },
+    VerbOption { "--no-sync", nullptr, "every track in its own tempo" },
+    VerbOption { "--bass-swap", nullptr, "the low bands follow the crossfade" },
+    VerbOption { "--order", "ORDER", "given, or tempo: from slow to fast (given)" },
+    VerbOption { "--report", "FILE", "what was played when, as comma-separated values" },
+    VerbOption { "--rate", "HZ", "8000 to 192000 (44100)" },
+    RootFolder::option,
+    VerbOption { "--help", nullptr, "this text" },
+};
+
+constexpr const char* usage =
+    "mix PATH|LIST.m3u|DIR ... --out FILE [--fade SECONDS] [--no-sync] [--bass-swap]\n"
+    "                      [--order given|tempo] [--report FILE] [--rate HZ] [--root DIR]";
+
+constexpr const char* description =
+    "Mixes tracks by automix, faster than real time: one after the other, in tempo and phase, until the last "
+    "has\n"
+    "ended. What has no analysis yet is analysed first, and the analysis is kept below the root. A file "
+    "that\n"
+    "can't be played is one line on the error output.\n"
+    "\n"
+    "The report has a line for each track: track,start,end,tempo,offset_ms, with times in seconds and the\n"
+    "distance of its beats from those of the track before: the median while both are heard.";
+
+constexpr int blockFrames = 512;
+
+/** A folder that goes with the run. */
+struct PassingFolder
+{
+    PassingFolder() { folder.createDirectory(); }
+    ~PassingFolder() { folder.deleteRecursively(); }
+    PassingFolder (const PassingFolder&) = delete;
+    PassingFolder& operator= (const PassingFolder&) = delete;
+
+    const juce::File folder = juce::File::getSpecialLocation (juce::File::tempDirectory)
+                                  .getChildFile ("platterdex-" + juce::Uuid().toString());
+};
+
+struct Wishes
+{
+    double rate = 44100.0;
+    int fadeSeconds = 15;
+    bool isSynced = true, swapsBass = false, isByTempo = false;
+};
+
+/** Puts the tracks into a library of this run and into its automix list. The user's own automix list stays. */
+void fillAutomixList (SongDatabase& database, const std::vector<MixTracks::Track>& tracks,
+                      ImportProgress& progress)
+{
+    juce::StringArray paths;
+    for (const auto& track : tracks)
+        paths.add (track.file.getFullPathName());
+    auto once = paths;
+    once.removeDuplicates (false);
+    ImportFiles (&database, once, {}).run (progress);
+    for (const auto& path : once)
+        if (database.idOfFilename (path) < 0)
+            reportLine ("platterdex: " + oneLine (path) + " was skipped: The library doesn't take it.");
+    database.addFilesToAutomix (paths);
+}
+
+bool isOver (const CPlatterdex& engine)
+{
+    const auto isDone = [&] (int d)
+    {
+        const auto& deck = *engine.decks.decks[static_cast<size_t> (d)];
+        return deck.playState == 0
+               && (deck.loadedFrames < 1 || deck.heardPosition() >= static_cast<double> (deck.loadedFrames));
+    };
+    return isDone (0) && isDone (1);
+}
+
+bool hasTrack (const CPlatterdex& engine)
+{
+    return engine.decks.decks[0]->loadedFrames > 0 || engine.decks.decks[1]->loadedFrames > 0;
+}
+
+/** Renders until the list has been played. @returns one sentence if there is no mix */
+juce::String render (OfflineHost& host, const LibraryAutomix& list, const juce::File& out, MixReport& report,
+                     TerminalProgress& progress, size_t trackCount)
+{
+    auto& engine = host.engine();
+    engine.automix.start();
+    engine.deliverMessages();
+    host.waitForLoads();
+    int64_t begin = -1;
+    progress.setStatusText ("Mixing");
+    while (!list.isAtEnd() || !isOver (engine))
+    {
+        if (progress.shouldExit())
+            return "The mix was interrupted; nothing was written.";
+        if (begin < 0 && hasTrack (engine))
+        {
+            begin = host.position();
+            if (!engine.recorder.startRecording (out, engine.getSampleRate()))
+                return out.getFullPathName() + " can't be written.";
+        }
+        host.render (blockFrames);
+        host.waitForLoads();
+        if (begin >= 0)
+            report.look (static_cast<double> (host.position() - begin) / engine.getSampleRate());
+        progress.setProgress (static_cast<double> (report.rows().size())
+                              / static_cast<double> (trackCount + 1));
+    }
+    engine.recorder.stopRecording();
+    return begin < 0 ? juce::String ("None of the tracks can be played.") : juce::String();
+}
+
+int mix (const VerbOptions& given, const Wishes& wishes, const Folders& folders)
+{
+    const auto decoderFile =
+        juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
+    EngineSettings userSettings;
+    loadSettings (userSettings, folders.setup(), folders);
+
+    const PassingFolder run;
+    std::vector<MixTracks::Track> tracks;
+    SongDatabase database (run.folder.getChildFile ("library"), SongDatabase::Storage::memory);
+    {
+        TerminalProgress progress;
+        tracks = MixTracks::analyse (MixTracks::find (given.positional), folders.beatmarks(),
+                                     userSettings.tempoRangeIndex, AdecSharedLibrary (decoderFile), progress);
+        if (progress.shouldExit())
+            return failWith ("The mix was interrupted; nothing was written.");
+        if (wishes.isByTempo)
+            MixTracks::sortByTempo (tracks);
+        fillAutomixList (database, tracks, progress);
+    }
+    if (tracks.empty())
+        return failWith ("There is no track to mix.");
+
+    // The engine works beside the user's settings, on copies of the analyses.
+    const Folders engineFolders { run.folder };
+    engineFolders.createAll();
+    for (const auto& track : tracks)
+        if (track.analysis != track.file)
+            track.analysis.copyFileTo (engineFolders.beatmarks().getChildFile (track.analysis.getFileName()));
+
+    const auto list = std::make_shared<LibraryAutomix> ([&database] { return &database; });
+    OfflineHost::Options hosting;
+    hosting.root = run.folder;
+    hosting.decoderLibrary = decoderFile;
+    hosting.sampleRate = wishes.rate;
+    hosting.blockFrames = blockFrames;
+    hosting.automixSource = list;
+
+    const juce::TemporaryFile part (given.fileOf ("--out"));
+    juce::String fault, csv;
+    {
+        const juce::ScopedJuceInitialiser_GUI toolkit;
+        OfflineHost host (hosting);
+        auto& settings = host.engine().settings;
+        settings.automixFadeSeconds = static_cast<int8_t> (wishes.fadeSeconds);
+        settings.automixSync = wishes.isSynced ? 1 : 0;
+        settings.automixBassSwap = wishes.swapsBass ? 1 : 0;
+        MixReport report (host.engine().decks);
+        TerminalProgress progress;
+        fault = render (host, *list, part.getFile(), report, progress, tracks.size());
+        csv = report.csv();
+    }
+    if (fault.isNotEmpty())
+        return failWith (fault);
+    if (!part.overwriteTargetFileWithTemporary())
+        return failWith (given.fileOf ("--out").getFullPathName() + " can't be written.");
+    if (given.has ("--report") && !given.fileOf ("--report").replaceWithText (csv))
+        return failWith (given.fileOf ("--report").getFullPathName() + " can't be written.");
+    return ExitCode::success;
+}
+}
+
+int runMix (const juce::StringArray& arguments)
+{
+    VerbOptions given (options, arguments);
+    const auto rate = given.wholeNumber ("--rate", 44100, 8000, 192000);
+    const auto fade = given.wholeNumber ("--fade", 15, 0, 120);
+    if (given.has ("--help"))
+    {
+        printLine (helpText (usage, description, options));
+        return ExitCode::success;
+    }
+    if (given.error().isNotEmpty())
+        return failWith (given.error());
+    if (given.positional.isEmpty())
+        return failWith ("mix needs tracks, playlists or folders; see platterdex mix --help.");
+    if (!given.has ("--out"))
+        return failWith ("mix needs --out FILE.");
+    const auto order = given.has ("--order") ? given.valueOf ("--order") : juce::String ("given");
+    if (order != "given" && order != "tempo")
+        return failWith ("--order is given or tempo, not " + order.quoted() + ".");
+    const auto folders = RootFolder::find (given);
+    if (!folders)
+        return ExitCode::badInput;
+
+    Wishes wishes;
+    wishes.rate = static_cast<double> (*rate);
+    wishes.fadeSeconds = static_cast<int> (*fade);
+    wishes.isSynced = !given.has ("--no-sync");
+    wishes.swapsBass = given.has ("--bass-swap");
+    wishes.isByTempo = order == "tempo";
+    return mix (given, wishes, *folders);
+}

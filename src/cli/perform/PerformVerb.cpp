@@ -1,0 +1,129 @@
+#include "cli/Verbs.h"
+
+#include "cli/Interruption.h"
+#include "cli/TerminalOutput.h"
+#include "cli/VerbOptions.h"
+#include "cli/perform/RunRoot.h"
+#include "cli/perform/SetFile.h"
+#include "cli/perform/WavInput.h"
+#include "cli/perform/WavOutput.h"
+#include "offline/SetPerformance.h"
+
+#include <juce_events/juce_events.h>
+
+#include <array>
+
+namespace
+{
+constexpr std::array options {
+    VerbOption { "--out", "FILE", "the master as a stereo WAV file of 32-bit floats" },
+    VerbOption { "--all-out", "FILE", "all 14 channels: master, monitor, decks A to D, sampler" },
+    VerbOption { "--in", "FILE", "a WAV file of up to 10 channels for the inputs" },
+    VerbOption { "--rate", "HZ", "8000 to 192000 (44100)" },
+    VerbOption { "--block", "FRAMES", "frames in a block, 1 to 65536 (512)" },
+    VerbOption { "--root", "DIR",
+                 "where the engine keeps settings and recordings (a folder removed at the end)" },
+    VerbOption { "--seed", "NUMBER", "another course of everything random" },
+    VerbOption { "--help", nullptr, "this text" },
+};
+
+constexpr const char* usage =
+    "perform SET.txt --out FILE [--all-out FILE] [--in FILE] [--rate HZ] [--block FRAMES]\n"
+    "                          [--root DIR] [--seed NUMBER]";
+
+constexpr const char* description =
+    "Plays a set faster than real time. Its lines, in the order of their times:\n"
+    "\n"
+    "  SECONDS load DECK PATH [nowait]          DECK is A to D; PATH is seen from the set's folder\n"
+    "  SECONDS set COMMAND VALUE [ARG1 ARG2]    COMMAND is a number or constant of platterdex commands\n"
+    "  SECONDS host play|stop|bpm X|seek S      runs inside a host with this transport\n"
+    "  SECONDS print COMMAND                    writes the time and what a read gives\n"
+    "  SECONDS end                              without it the run ends at the last line\n"
+    "  # a comment";
+
+int perform (VerbOptions& given)
+{
+    const auto rate = given.wholeNumber ("--rate", 44100, 8000, 192000);
+    const auto block = given.wholeNumber ("--block", 512, 1, 65536);
+    const auto seed =
+        given.wholeNumber ("--seed", RandGeneratorLCG::defaultSeed, std::numeric_limits<juce::int64>::min(),
+                           std::numeric_limits<juce::int64>::max());
+    if (!rate || !block || !seed)
+        return failWith (given.error());
+    if (given.positional.size() != 1)
+        return failWith (given.positional.isEmpty() ? "perform needs a set; see platterdex perform --help."
+                                                    : "perform takes one set only.");
+    if (!given.has ("--out"))
+        return failWith ("perform needs --out FILE for the master.");
+    if (given.has ("--all-out") && given.fileOf ("--out") == given.fileOf ("--all-out"))
+        return failWith ("--out and --all-out name the same file.");
+
+    const auto setFile = juce::File::getCurrentWorkingDirectory().getChildFile (given.positional[0]);
+    const auto script = readSetFile (setFile);
+    if (!script)
+        return ExitCode::badInput;
+
+    const auto sampleRate = static_cast<double> (*rate);
+    std::optional<WavInput> input;
+    if (given.has ("--in"))
+        if (input.emplace (given.fileOf ("--in"), sampleRate, CPlatterdex::inputChannels);
+            input->error().isNotEmpty())
+            return failWith (input->error());
+
+    WavOutput master (given.fileOf ("--out"), sampleRate, 2);
+    if (master.error().isNotEmpty())
+        return failWith (master.error());
+    std::optional<WavOutput> all;
+    if (given.has ("--all-out"))
+        if (all.emplace (given.fileOf ("--all-out"), sampleRate, CPlatterdex::outputChannels);
+            all->error().isNotEmpty())
+            return failWith (all->error());
+
+    const RunRoot root (given);
+    if (root.fault.isNotEmpty())
+        return failWith (root.fault);
+
+    const Interruption interruption;
+    {
+        const juce::ScopedJuceInitialiser_GUI toolkit;
+        OfflineHost::Options hosting;
+        hosting.root = root.folder;
+        hosting.decoderLibrary =
+            juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
+        hosting.sampleRate = sampleRate;
+        hosting.blockFrames = static_cast<int> (*block);
+        hosting.hasTransport = script->hasHost();
+        hosting.seed = *seed;
+        OfflineHost host (hosting);
+
+        if (input)
+            host.input = [&input] (auto& inputs, int64_t first) { input->read (inputs, first); };
+        host.sink = [&] (const float* const* channels, int frames)
+        {
+            return !interruption.isInterrupted() && master.write (channels, frames)
+                   && (!all || all->write (channels, frames));
+        };
+        performSet (*script, host, { setFile.getParentDirectory(), printLine, reportLine });
+    }
+    if (interruption.isInterrupted())
+        return failWith ("The run was interrupted; nothing was written.");
+    root.warnOfLostRecordings();
+
+    if (!master.finish())
+        return failWith (master.error());
+    if (all && !all->finish())
+        return failWith (all->error());
+    return ExitCode::success;
+}
+}
+
+int runPerform (const juce::StringArray& arguments)
+{
+    VerbOptions given (options, arguments);
+    if (given.has ("--help"))
+    {
+        printLine (helpText (usage, description, options));
+        return ExitCode::success;
+    }
+    return given.error().isNotEmpty() ? failWith (given.error()) : perform (given);
+}

@@ -1,0 +1,26 @@
+#include "cli/perform/RunRoot.h"
+
+#include "cli/TerminalOutput.h"
+#include "settings/Folders.h"
+
+RunRoot::RunRoot (const VerbOptions& given) : isTemporary (!given.has ("--root"))
+{
+    folder = isTemporary ? juce::File::getSpecialLocation (juce::File::tempDirectory)
+                               .getChildFile ("platterdex-" + juce::Uuid().toString())
+                         : given.fileOf ("--root");
+    if (folder.createDirectory().failed() || !folder.hasWriteAccess())
+        fault = "The folder " + folder.getFullPathName() + " can't be made or written.";
+}
+
+RunRoot::~RunRoot()
+{
+    if (isTemporary)
+        folder.deleteRecursively();
+}
+
+void RunRoot::warnOfLostRecordings() const
+{
+    if (isTemporary && Folders { folder }.diskRecorder().getNumberOfChildFiles (juce::File::findFiles) > 0)
+        reportLine ("platterdex: The set made a recording that is removed with the run's temporary folder; "
+                    "--root DIR keeps it.");
+}

@@ -1,0 +1,39 @@
+#include "cli/perform/SetFile.h"
+
+#include "cli/TerminalOutput.h"
+
+namespace
+{
+constexpr size_t largestSet = size_t { 64 } << 20;
+}
+
+std::optional<SetScript> readSetFile (const juce::File& file)
+{
+    const auto path = file.getFullPathName();
+    if (file.isDirectory() || !file.exists())
+    {
+        failWith (path + (file.isDirectory() ? " is a folder, not a set." : " does not exist."));
+        return {};
+    }
+    juce::FileInputStream stream (file);
+    juce::MemoryBlock bytes;
+    if (stream.failedToOpen())
+    {
+        failWith (path + " can't be read.");
+        return {};
+    }
+    if (stream.readIntoMemoryBlock (bytes, static_cast<ssize_t> (largestSet) + 1) > largestSet)
+    {
+        failWith (path + " is larger than 64 MB, too large for a set.");
+        return {};
+    }
+
+    auto parsed = parseSetScript ({ static_cast<const char*> (bytes.getData()), bytes.getSize() });
+    if (const auto* error = std::get_if<SetScriptError> (&parsed))
+    {
+        failWith (path + ":" + juce::String (error->line) + ": "
+                  + juce::String::fromUTF8 (error->sentence.c_str()));
+        return {};
+    }
+    return std::get<SetScript> (std::move (parsed));
+}

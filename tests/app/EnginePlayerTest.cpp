@@ -1,0 +1,195 @@
+#include "app/audio/EnginePlayer.h"
+#include "app/audio/SilentDevice.h"
+#include "engine/CPlatterdex.h"
+#include "shared/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+#include <thread>
+
+namespace
+{
+/** Writes 100 times the number of each output channel, plus a count of frames; keeps what came in. */
+class Numbering : public juce::AudioProcessor
+{
+public:
+    Numbering() { setPlayConfigDetails (10, 14, 48000.0, 256); }
+
+    void processBlock (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&) override
+    {
+        lockWasHeld = lockWasHeld && !othersGet (getCallbackLock());
+        blocks.push_back (buffer.getNumSamples());
+        for (const auto end = BlockTimes::now() + busyNanoseconds; BlockTimes::now() < end;)
+            ;
+        for (int i = 0; i < 10; ++i)
+            for (int s = 0; s < buffer.getNumSamples(); ++s)
+                inputs[static_cast<size_t> (i)].push_back (buffer.getSample (i, s));
+        for (int i = 0; i < 14; ++i)
+            for (int s = 0; s < buffer.getNumSamples(); ++s)
+                buffer.setSample (i, s, static_cast<float> (100 * (i + 1) + (frame + s) % 100));
+        frame += buffer.getNumSamples();
+    }
+    void prepareToPlay (double, int) override {}
+    void releaseResources() override {}
+    const juce::String getName() const override { return {}; }
+    double getTailLengthSeconds() const override { return 0.0; }
+    bool acceptsMidi() const override { return false; }
+    bool producesMidi() const override { return false; }
+    juce::AudioProcessorEditor* createEditor() override { return nullptr; }
+    bool hasEditor() const override { return false; }
+    int getNumPrograms() override { return 1; }
+    int getCurrentProgram() override { return 0; }
+    void setCurrentProgram (int) override {}
+    const juce::String getProgramName (int) override { return {}; }
+    void changeProgramName (int, const juce::String&) override {}
+    void getStateInformation (juce::MemoryBlock&) override {}
+    void setStateInformation (const void*, int) override {}
+
+    std::array<std::vector<float>, 10> inputs;
+    std::vector<int> blocks;
+    bool lockWasHeld = true;
+    int frame = 0;
+    int64_t busyNanoseconds = 0; ///< of each block
+
+private:
+    static bool othersGet (const juce::CriticalSection& lock)
+    {
+        bool got = false;
+        std::thread (
+            [&]
+            {
+                got = lock.tryEnter();
+                if (got)
+                    lock.exit();
+            })
+            .join();
+        return got;
+    }
+};
+
+struct PlayerBench
+{
+    explicit PlayerBench (int blockFrames = 256)
+    {
+        device.open ({}, {}, 48000.0, blockFrames);
+        player.audioDeviceAboutToStart (&device);
+    }
+
+    /** One call of the device. @returns the outputs, full of 9999 before */
+    std::vector<std::vector<float>> play (int inputCount, int outputCount, int frames, int missingInput = -1,
+                                          int missingOutput = -1)
+    {
+        std::vector<std::vector<float>> in (static_cast<size_t> (inputCount)),
+            out (static_cast<size_t> (outputCount));
+        std::vector<const float*> inPointers;
+        std::vector<float*> outPointers;
+        for (int i = 0; i < inputCount; ++i)
+        {
+            auto& channel = in[static_cast<size_t> (i)];
+            channel.assign (static_cast<size_t> (frames), static_cast<float> (i + 1));
+            inPointers.push_back (i == missingInput ? nullptr : channel.data());
+        }
+        for (int i = 0; i < outputCount; ++i)
+        {
+            auto& channel = out[static_cast<size_t> (i)];
+            channel.assign (static_cast<size_t> (frames), 9999.0f);
+            outPointers.push_back (i == missingOutput ? nullptr : channel.data());
+        }
+        player.audioDeviceIOCallbackWithContext (inPointers.data(), inputCount, outPointers.data(),
+                                                 outputCount, frames, {});
+        return out;
+    }
+
+    Numbering engine;
+    EnginePlayer player { engine };
+    SilentDevice device;
+};
+}
+
+TEST (EnginePlayer, OutputsAreTheEnginesFirstOnesInOrder)
+{
+    for (const auto count : { 0, 2, 3, 4, 8, 14, 20 })
+    {
+        SCOPED_TRACE (count);
+        PlayerBench bench;
+        const auto out = bench.play (2, count, 64);
+        for (size_t i = 0; i < out.size(); ++i)
+            EXPECT_EQ (out[i][5], i < 14 ? static_cast<float> (100 * (i + 1) + 5) : 0.0f) << i;
+        EXPECT_TRUE (bench.engine.lockWasHeld);
+    }
+}
+
+TEST (EnginePlayer, ASingleOutputCarriesBothSidesOfTheMaster)
+{
+    PlayerBench bench;
+    EXPECT_EQ (bench.play (0, 1, 32)[0][3], 153.0f);
+}
+
+TEST (EnginePlayer, InputsArriveInOrderAndMissingOnesAreSilent)
+{
+    for (const auto count : { 0, 1, 2, 10, 16 })
+    {
+        SCOPED_TRACE (count);
+        PlayerBench bench;
+        bench.play (count, 2, 16, 0, 1);
+        for (size_t i = 0; i < 10; ++i)
+            EXPECT_EQ (bench.engine.inputs[i][15],
+                       i > 0 && static_cast<int> (i) < count ? static_cast<float> (i + 1) : 0.0f)
+                << i;
+    }
+}
+
+TEST (EnginePlayer, AnyBlockSizeIsPlayedWholeWhateverWasAnnounced)
+{
+    PlayerBench bench;
+    int frame = 0;
+    for (const auto frames : { 1, 255, 256, 257, 5000, 0, 16384, 3 })
+    {
+        const auto out = bench.play (2, 2, frames);
+        for (int s = 0; s < frames; ++s)
+            ASSERT_EQ (out[1][static_cast<size_t> (s)], static_cast<float> (200 + (frame + s) % 100))
+                << frames;
+        frame += frames;
+    }
+    EXPECT_EQ (std::accumulate (bench.engine.blocks.begin(), bench.engine.blocks.end(), 0), frame);
+    EXPECT_EQ (bench.player.times.blocks, 8u);
+}
+
+TEST (EnginePlayer, ABlockThatTakesLongerThanItLastsIsLate)
+{
+    constexpr int longBlock = 16384; // 341 ms
+    PlayerBench bench;
+    bench.play (2, 2, longBlock);
+    EXPECT_EQ (bench.player.times.late, 0u);
+
+    bench.engine.busyNanoseconds = 2'000'000;
+    bench.play (2, 2, 64); // 1.3 ms
+    bench.play (2, 2, longBlock);
+    EXPECT_EQ (bench.player.times.late, 1u);
+    EXPECT_GE (bench.player.times.longest.get(), bench.engine.busyNanoseconds);
+    EXPECT_TRUE (bench.player.times.line().startsWith ("3 blocks, 1 late, ")) << bench.player.times.line();
+}
+
+TEST (EnginePlayer, TakesUpADeviceThatComesBackWithAnotherRate)
+{
+    const TemporaryFolder folder;
+    EngineWorld world;
+    world.folders.root = folder;
+    world.seed = 1;
+    CPlatterdex engine (world);
+    EnginePlayer player (engine);
+    for (const auto& [rate, block] : { std::pair { 48000.0, 256 }, { 96000.0, 2048 }, { 44100.0, 64 } })
+    {
+        SilentDevice device;
+        device.open ({}, {}, rate, block);
+        player.audioDeviceAboutToStart (&device);
+        std::vector<float> left (4096), right (4096);
+        float* outputs[] { left.data(), right.data() };
+        player.audioDeviceIOCallbackWithContext (nullptr, 0, outputs, 2, 4096, {});
+        player.audioDeviceStopped();
+        EXPECT_EQ (engine.getSampleRate(), rate);
+        EXPECT_EQ (engine.decks.engineRate, rate);
+        EXPECT_EQ (engine.hostBlockSize, block);
+    }
+}
