@@ -1,9 +1,9 @@
 #include "measure/Machine.h"
 #include "measure/Timing.h"
 
-#include "library/database/DatabaseFile.h"
 #include "library/database/Schema.h"
 #include "library/database/SongDatabase.h"
+#include "library/sql/DatabaseFile.h"
 #include "shared/TemporaryFolder.h"
 
 #include <sqlite3.h>

@@ -13,11 +13,28 @@ function (px_expose target folder scope)
     target_include_directories (${target} ${scope} "${view}")
 endfunction ()
 
-# px_library (NAME SOURCES ... LINK ...): the library px_NAME of the folder that calls it.
+# px_expose_room (TARGET FOLDER ROOM): the same with one sub-folder, as "<last name of FOLDER>/ROOM/...".
+function (px_expose_room target folder room scope)
+    get_filename_component (name "${folder}" NAME)
+    set (view "${CMAKE_BINARY_DIR}/floors/${name}.${room}")
+    file (MAKE_DIRECTORY "${view}/${name}")
+    file (CREATE_LINK "${folder}/${room}" "${view}/${name}/${room}" SYMBOLIC)
+    target_include_directories (${target} ${scope} "${view}")
+endfunction ()
+
+# px_library (NAME [ROOM sub-folder] SOURCES ... LINK ...): the library px_NAME of the folder that calls it, or of one of
+# its sub-folders, which then sees only itself and what it links.
 function (px_library name)
-    cmake_parse_arguments (ARG "" "" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
+    cmake_parse_arguments (ARG "" "ROOM" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
+    if (ARG_ROOM)
+        list (TRANSFORM ARG_SOURCES PREPEND "${ARG_ROOM}/")
+    endif ()
     add_library (px_${name} STATIC ${ARG_SOURCES})
-    px_expose (px_${name} "${CMAKE_CURRENT_SOURCE_DIR}" PUBLIC)
+    if (ARG_ROOM)
+        px_expose_room (px_${name} "${CMAKE_CURRENT_SOURCE_DIR}" ${ARG_ROOM} PUBLIC)
+    else ()
+        px_expose (px_${name} "${CMAKE_CURRENT_SOURCE_DIR}" PUBLIC)
+    endif ()
     target_compile_options (px_${name} PRIVATE ${PX_WARNINGS})
     target_link_libraries (px_${name} PUBLIC ${ARG_LINK} PRIVATE ${ARG_PRIVATE_LINK})
 endfunction ()

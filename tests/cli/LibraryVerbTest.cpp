@@ -1,5 +1,5 @@
 #include "Program.h"
-#include "library/database/SqlConnection.h"
+#include "library/sql/SqlConnection.h"
 #include "shared/EncodedFiles.h"
 #include "shared/TemporaryFolder.h"
 

@@ -1,7 +1,7 @@
 #include "cli/library/LibrarySession.h"
 
 #include "cli/TerminalOutput.h"
-#include "library/database/DatabaseFile.h"
+#include "library/sql/DatabaseFile.h"
 
 LibrarySession::~LibrarySession()
 {

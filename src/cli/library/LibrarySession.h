@@ -1,8 +1,8 @@
 #pragma once
 
 #include "cli/VerbOptions.h"
-#include "library/database/LibraryFile.h"
 #include "library/database/SongDatabase.h"
+#include "library/file/LibraryFile.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #include "library/database/FileFacts.h"
 
-#include "library/database/StoredText.h"
+#include "library/sql/StoredText.h"
 #include "support/AudioThread.h"
 
 #include <fcntl.h>

@@ -1,8 +1,8 @@
 #include "library/database/LinkTable.h"
 #include "library/database/QueryText.h"
 #include "library/database/SongDatabase.h"
-#include "library/database/SongLimits.h"
-#include "library/database/StoredText.h"
+#include "library/songs/SongLimits.h"
+#include "library/sql/StoredText.h"
 
 namespace
 {

@@ -1,5 +1,5 @@
 #include "library/database/SongDatabase.h"
-#include "library/database/StoredText.h"
+#include "library/sql/StoredText.h"
 
 #include <optional>
 

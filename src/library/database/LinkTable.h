@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/database/SongListKind.h"
+#include "library/songs/SongListKind.h"
 
 #include <string>
 

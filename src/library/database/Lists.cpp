@@ -1,6 +1,6 @@
 #include "library/database/LinkTable.h"
 #include "library/database/SongDatabase.h"
-#include "library/database/StoredText.h"
+#include "library/sql/StoredText.h"
 
 int SongDatabase::insertRow (const std::string& sql, int32_t* newId)
 {

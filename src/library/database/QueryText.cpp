@@ -1,6 +1,6 @@
 #include "library/database/QueryText.h"
 
-#include "library/database/StoredText.h"
+#include "library/sql/StoredText.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "library/database/LinkTable.h"
-#include "library/database/SongField.h"
+#include "library/songs/SongField.h"
 
 #include <juce_core/juce_core.h>
 

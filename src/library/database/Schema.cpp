@@ -1,7 +1,7 @@
 #include "library/database/Schema.h"
 
-#include "library/database/SongColumn.h"
-#include "library/database/StoredText.h"
+#include "library/songs/SongColumn.h"
+#include "library/sql/StoredText.h"
 
 namespace
 {

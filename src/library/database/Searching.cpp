@@ -1,7 +1,7 @@
 #include "library/database/LinkTable.h"
 #include "library/database/QueryText.h"
 #include "library/database/SongDatabase.h"
-#include "library/database/StoredText.h"
+#include "library/sql/StoredText.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "library/database/SongDatabase.h"
 
-#include "library/database/DatabaseFile.h"
 #include "library/database/Schema.h"
+#include "library/sql/DatabaseFile.h"
 
 #include <algorithm>
 

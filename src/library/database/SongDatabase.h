@@ -1,11 +1,11 @@
 #pragma once
 
-#include "library/database/LibraryCode.h"
-#include "library/database/SongField.h"
-#include "library/database/SongList.h"
-#include "library/database/SongRecord.h"
-#include "library/database/SourceItem.h"
-#include "library/database/SqlConnection.h"
+#include "library/songs/SongField.h"
+#include "library/songs/SongList.h"
+#include "library/songs/SongRecord.h"
+#include "library/songs/SourceItem.h"
+#include "library/sql/LibraryCode.h"
+#include "library/sql/SqlConnection.h"
 
 #include <atomic>
 #include <functional>

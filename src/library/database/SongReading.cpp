@@ -1,7 +1,7 @@
 #include "library/database/FileFacts.h"
 #include "library/database/SongDatabase.h"
-#include "library/database/SongLimits.h"
-#include "library/database/StoredText.h"
+#include "library/songs/SongLimits.h"
+#include "library/sql/StoredText.h"
 
 #include <algorithm>
 

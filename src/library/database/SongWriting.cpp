@@ -1,7 +1,7 @@
 #include "library/database/FileFacts.h"
 #include "library/database/Schema.h"
 #include "library/database/SongDatabase.h"
-#include "library/database/StoredText.h"
+#include "library/sql/StoredText.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 #include "library/database/SongDatabase.h"
-#include "library/database/StoredText.h"
+#include "library/sql/StoredText.h"
 
 // The tree of sources: playlists and smart playlists as rows with a name and a place.
 

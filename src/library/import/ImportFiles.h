@@ -1,7 +1,7 @@
 #pragma once
 
-#include "library/database/SongList.h"
 #include "library/import/ImportRun.h"
+#include "library/songs/SongList.h"
 
 /** Imports dropped or chosen files and folders in one transaction, and puts them, known or new, where they were dropped. */
 class ImportFiles

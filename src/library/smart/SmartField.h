@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/database/SongField.h"
+#include "library/songs/SongField.h"
 
 #include <array>
 

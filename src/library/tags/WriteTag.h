@@ -1,7 +1,7 @@
 #pragma once
 
-#include "library/database/SongField.h"
-#include "library/database/SongRecord.h"
+#include "library/songs/SongField.h"
+#include "library/songs/SongRecord.h"
 
 /** Writes one edited field into the tag of the song's file.
 

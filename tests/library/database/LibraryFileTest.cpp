@@ -1,4 +1,4 @@
-#include "library/database/LibraryFile.h"
+#include "library/file/LibraryFile.h"
 #include "shared/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "LibraryFixture.h"
 
-#include "library/database/StoredText.h"
+#include "library/sql/StoredText.h"
 
 namespace
 {

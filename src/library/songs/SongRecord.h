@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/database/SongColumn.h"
+#include "library/songs/SongColumn.h"
 
 #include <juce_core/juce_core.h>
 

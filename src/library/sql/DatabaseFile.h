@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/database/SqlConnection.h"
+#include "library/sql/SqlConnection.h"
 
 /** What can be asked of and done with a whole database file. Codes are SQLite's. */
 namespace DatabaseFile

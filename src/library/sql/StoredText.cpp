@@ -1,4 +1,4 @@
-#include "library/database/StoredText.h"
+#include "library/sql/StoredText.h"
 
 #include <charconv>
 #include <cmath>

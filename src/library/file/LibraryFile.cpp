@@ -1,6 +1,6 @@
-#include "library/database/LibraryFile.h"
+#include "library/file/LibraryFile.h"
 
-#include "library/database/DatabaseFile.h"
+#include "library/sql/DatabaseFile.h"
 #include "support/AudioThread.h"
 
 #include <sys/stat.h>

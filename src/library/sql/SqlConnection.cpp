@@ -1,7 +1,7 @@
-#include "library/database/SqlConnection.h"
+#include "library/sql/SqlConnection.h"
 
-#include "library/database/LibraryCode.h"
-#include "library/database/StoredText.h"
+#include "library/sql/LibraryCode.h"
+#include "library/sql/StoredText.h"
 #include "support/AudioThread.h"
 
 #include <sqlite3.h>

@@ -1,6 +1,6 @@
-#include "library/database/DatabaseFile.h"
+#include "library/sql/DatabaseFile.h"
 
-#include "library/database/LibraryCode.h"
+#include "library/sql/LibraryCode.h"
 
 #include <sqlite3.h>
 

@@ -1,4 +1,4 @@
-#include "library/database/SongList.h"
+#include "library/songs/SongList.h"
 
 #include <algorithm>
 

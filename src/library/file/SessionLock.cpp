@@ -1,4 +1,4 @@
-#include "library/database/SessionLock.h"
+#include "library/file/SessionLock.h"
 
 #include "support/AudioThread.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/database/SongColumn.h"
+#include "library/songs/SongColumn.h"
 
 #include <array>
 #include <cstdint>

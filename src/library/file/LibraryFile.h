@@ -1,7 +1,7 @@
 #pragma once
 
-#include "library/database/SessionLock.h"
 #include "library/database/SongDatabase.h"
+#include "library/file/SessionLock.h"
 
 #include <functional>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "library/database/SongListEntry.h"
-#include "library/database/SongListKind.h"
+#include "library/songs/SongListEntry.h"
+#include "library/songs/SongListKind.h"
 
 #include <juce_core/juce_core.h>
 
