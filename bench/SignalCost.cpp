@@ -2,15 +2,15 @@
 #include "measure/Timing.h"
 
 #include "analysis/signal/FastResample.h"
-#include "analysis/signal/FftSplit.h"
-#include "analysis/signal/PlainFft.h"
-#include "analysis/signal/Resample.h"
+#include "analysis/signal/RealFft.h"
+#include "analysis/signal/spare/FftSplit.h"
+#include "analysis/signal/spare/Resample.h"
 #include "shared/Signals.h"
 
 #include <cstdio>
 #include <functional>
 
-// bench_signal: the transform beside a plain one, and how much faster than they sound the resamplers run.
+// bench_signal: the transform, and how much faster than they sound the resamplers run.
 
 namespace
 {
@@ -31,22 +31,17 @@ double medianOf (int calls, const std::function<void()>& call)
     return durations.quantile (0.5) / calls;
 }
 
-void compareTransforms()
+void printTransforms()
 {
-    std::printf ("\n%-24s %12s %12s %8s\n", "transform, us", "library", "plain", "ratio");
+    std::printf ("\n%-24s %12s\n", "transform", "us");
     for (const int size : { 512, 2048, 4096, 16384 })
     {
-        std::unique_ptr<CzplfFFT_If> library, plain;
-        createFFT (library, size);
-        CzplfFFTGen::create (plain, size);
+        std::unique_ptr<CzplfFFT_If> fft;
+        createFFT (fft, size);
         const auto in = Signals::noise (size, 1);
         auto out = in;
-        const auto calls = 200'000 / size + 1;
-        const auto cost = [&] (CzplfFFT_If& fft)
-        { return medianOf (calls, [&] { fft.forward (out.data(), in.data()); }); };
-        const auto libraryCost = cost (*library), plainCost = cost (*plain);
-        std::printf ("%-24d %12.2f %12.2f %8.1f\n", size, libraryCost / 1000.0, plainCost / 1000.0,
-                     plainCost / libraryCost);
+        const auto cost = medianOf (200'000 / size + 1, [&] { fft->forward (out.data(), in.data()); });
+        std::printf ("%-24d %12.2f\n", size, cost / 1000.0);
     }
 }
 
@@ -78,7 +73,7 @@ struct Buffers
 int main()
 {
     Machine::print();
-    compareTransforms();
+    printTransforms();
 
     std::printf ("\n%-24s %12s %12s\n", "stereo, 512 frames in", "ratio", "x real time");
     Buffers<float> floats;

@@ -1,5 +1,7 @@
 #include "deck/DeckReader.h"
 
+#include "support/OnePole.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -255,7 +257,7 @@ Reading readToJump (DeckPlayer& deck, const ReaderBlock& block, NoiseTable& nois
         reader.jog = decayed (reader.jog, block.decay100ms, jogFloor);
         reader.bend = decayed (reader.bend, block.decay100ms, bendFloor);
 
-        reader.rate = target + (reader.rate - target) * block.smoothing5ms;
+        reader.rate = OnePole::approached (reader.rate, target, block.smoothing5ms);
         // Only a deck that comes to rest is cut off: at high engine rates the first steps of a start are below the floor.
         if (std::abs (reader.rate) < rateFloor && std::abs (target) < rateFloor)
             reader.rate = 0.0;

@@ -2,6 +2,7 @@
 
 #include "analysis/stretch/StretchFactors.h"
 #include "deck/DeckReader.h"
+#include "support/CrossFade.h"
 
 #include <algorithm>
 #include <cmath>
@@ -161,8 +162,8 @@ void DeckVoice::fadeTail (float* left, float* right, int frames) noexcept
     auto weight = static_cast<float> (std::pow (tailFade, tail.next));
     for (int i = 0; i < count; ++i, ++tail.next, weight *= static_cast<float> (tailFade))
     {
-        left[i] += (tail.left[static_cast<size_t> (tail.next)] - left[i]) * weight;
-        right[i] += (tail.right[static_cast<size_t> (tail.next)] - right[i]) * weight;
+        left[i] = CrossFade::mixed (left[i], tail.left[static_cast<size_t> (tail.next)], weight);
+        right[i] = CrossFade::mixed (right[i], tail.right[static_cast<size_t> (tail.next)], weight);
     }
 }
 

@@ -1,5 +1,7 @@
 #include "deck/TrackIngest.h"
 
+#include "support/OnePole.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -24,17 +26,17 @@ uint8_t toByte (double value)
     return static_cast<uint8_t> (std::clamp (static_cast<int> (value), 0, 255));
 }
 
-/** One step of the one-pole smoothing. What is kept is the byte that is shown, so that a band that towers above the
-    range, as a lone tone in the middle does, is gone from the picture as soon as from the sound. */
+/** One step of the smoothing. It keeps the byte that is shown, so that a band that towers above the range, as a lone
+    tone in the middle does, is gone from the picture as soon as from the sound. */
 uint8_t smoothed (uint8_t old, double target)
 {
-    return toByte (old + (target - old) * 0.5);
+    return toByte (OnePole::approached (old, target, 0.5));
 }
 }
 
 TrackIngest::TrackIngest (DeckPlayer& target) : deck (target), written (target.loadedFrames)
 {
-    createFFT (fft, framesPerOverviewEntry);
+    CFFT::create (fft, framesPerOverviewEntry);
 }
 
 int TrackIngest::append (const int16_t* left, const int16_t* right, int frames)
@@ -111,16 +113,10 @@ void TrackIngest::closeEntry()
     if (fft == nullptr)
         return;
 
-    fft->forward (spectrum.data(), mono.data());
-
-    // Squares first, in place over the real parts: the greatest and smallest magnitudes are those of the squares.
-    spectrum[0] *= spectrum[0];
-    for (int k = 1; k < binCount; ++k)
-    {
-        const auto real = spectrum[static_cast<size_t> (k)];
-        const auto imaginary = spectrum[static_cast<size_t> (framesPerOverviewEntry - k)];
-        spectrum[static_cast<size_t> (k)] = real * real + imaginary * imaginary;
-    }
+    // The greatest and smallest magnitudes are those of the squares.
+    spectrum = mono;
+    fft->forward (spectrum.data());
+    fft->power (spectrum.data());
     // Squares are never below 0, so their bits compare as they do; of integers the loops become vector instructions.
     const auto squareBits = [this] (int k)
     { return std::bit_cast<int32_t> (spectrum[static_cast<size_t> (k)]); };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/signal/RealFft.h"
+#include "analysis/signal/Fft.h"
 #include "deck/DeckPlayer.h"
 
 #include <array>
@@ -41,7 +41,7 @@ private:
     int levelFrames = 0;
     int64_t levelSum = 0;
 
-    std::unique_ptr<CzplfFFT_If> fft;
+    std::unique_ptr<CFFT> fft;
     std::array<float, framesPerOverviewEntry> spectrum;
     Colours colours;
 };

@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "mixer/ChannelStrip.h"
 #include "mixer/Monitor.h"
+#include "support/OnePole.h"
 
 #include <cmath>
 
@@ -62,10 +63,8 @@ PX_AUDIO_THREAD void askHostForPosition (Block& block)
 
 PX_AUDIO_THREAD void computeCoefficients (Block& block)
 {
-    const auto coefficient = [&block] (double seconds)
-    { return std::exp (-1.0 / (seconds * block.sampleRate)); };
-    block.engine.decks.smoothing5ms = coefficient (0.005);
-    block.engine.decks.decay100ms = coefficient (0.1);
+    block.engine.decks.smoothing5ms = OnePole::coefficient (0.005, block.sampleRate);
+    block.engine.decks.decay100ms = OnePole::coefficient (0.1, block.sampleRate);
     block.engine.limiter.setRate (block.sampleRate);
     block.engine.masterMeters.setRate (block.sampleRate);
 }

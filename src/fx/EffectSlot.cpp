@@ -164,11 +164,5 @@ void EffectSlot::crossfade (float* left, float* right, int frames, double bpm) n
     std::copy_n (right, frames, oldRight.begin());
     effect (former).process (oldLeft.data(), oldRight.data(), frames, bpm);
     effect (current).process (left, right, frames, bpm);
-    for (int i = 0; i < frames; ++i)
-    {
-        const auto gain = static_cast<float> (arrival.next());
-        const auto at = static_cast<size_t> (i);
-        left[i] = oldLeft[at] + (left[i] - oldLeft[at]) * gain;
-        right[i] = oldRight[at] + (right[i] - oldRight[at]) * gain;
-    }
+    CrossFade::over (oldLeft.data(), oldRight.data(), left, right, frames, arrival);
 }

@@ -1,8 +1,10 @@
 #include "fx/LadderFilter.h"
 
+#include "support/OnePole.h"
+
 namespace
 {
-constexpr double fadedOut = 0.005, glide = 0.001;
+constexpr double fadedOut = 0.005, glide = 0.999;
 }
 
 void LadderFilter::setOn (bool isOn) noexcept
@@ -49,7 +51,7 @@ void LadderFilter::process (float* left, float* right, int frames) noexcept
     for (int i = 0; i < frames; ++i)
     {
         const auto n = noise.next();
-        openness += (1.0 - word + n - openness) * glide;
+        openness = OnePole::approached (openness, 1.0 - word + n, glide);
         const auto f = openness, q = 1.0 - f;
         const auto p = f + 0.8 * f * q;
         const auto k = 2.0 * p - 1.0;

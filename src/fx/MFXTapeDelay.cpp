@@ -59,7 +59,7 @@ void MFXTapeDelay::process (const float* in, float* delayed, int frames) noexcep
         if (presentDelay != formerDelay)
         {
             const auto present = std::max (0, count - alone) * (1.0f / crossfade);
-            read = readAt (formerDelay) * (1.0f - present) + read * present;
+            read = CrossFade::mixed (readAt (formerDelay), read, present);
         }
         memory[static_cast<size_t> (writeIndex)] =
             withoutSubnormal (in[i] + static_cast<float> (feedback.next()) * read);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fx/FxEffect.h"
-#include "support/GainRamp.h"
+#include "support/CrossFade.h"
 
 #include <vector>
 

@@ -1,13 +1,14 @@
 #include "fx/SweepEffect.h"
 
 #include "fx/BeatSteps.h"
+#include "support/OnePole.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace
 {
-constexpr double glide = 0.01, fadedOut = 0.0001;
+constexpr double glide = 0.99, fadedOut = 0.0001;
 constexpr double panSeconds = 0.002, panReach = 0.99;
 constexpr double distortionQ = 3.0;
 constexpr double gateAttack = 0.01; ///< of a turn
@@ -30,7 +31,7 @@ constexpr std::array defaults {
 
 void approach (double& value, double target) noexcept
 {
-    value += (target - value) * glide;
+    value = OnePole::approached (value, target, glide);
 }
 
 void arrive (double& value, double target) noexcept

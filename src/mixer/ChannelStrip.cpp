@@ -2,6 +2,7 @@
 
 #include "mixer/FaderLaws.h"
 #include "mixer/Peak.h"
+#include "support/OnePole.h"
 
 #include <algorithm>
 #include <cmath>
@@ -79,7 +80,7 @@ void ChannelStrip::applyFader (DeckPlayer& deck, const Pair& pair, double target
         {
             pair.left[i] = static_cast<float> (pair.left[i] * gain);
             pair.right[i] = static_cast<float> (pair.right[i] * gain);
-            gain = (gain - target) * smoothing + target;
+            gain = OnePole::approached (gain, target, smoothing);
             if (!(gain >= smallestGain)) // also what is no number
                 gain = 0.0;
         }

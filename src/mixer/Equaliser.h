@@ -1,11 +1,9 @@
 #pragma once
 
-#include "support/AudioThread.h"
-
-#include <array>
+#include "analysis/signal/Eq.h"
 
 /** A deck's equaliser: a low shelf at 100 Hz, a peak at 1 kHz and a high shelf at 10 kHz in series, each a biquad of the
-    audio equalizer cookbook with a Q of 1.5, in direct form I with a history of doubles. Both channels at once.
+    audio equalizer cookbook with a Q of 1.5. Both channels at once.
 
     A gain glides to its new value by 7.8 dB a millisecond, so a kill takes 10 ms. Coefficients that jumped that far would
     throw the shelves' history off, and a low band that comes back would thump at ten times the music's level. A step of
@@ -22,47 +20,26 @@ public:
     };
     using Gains = std::array<double, bandCount>; ///< dB, -78 to 10
 
+    Equaliser() noexcept;
+
     /** Takes the gains to move to. A band's coefficients are computed anew only if its gain has moved by 0.02 dB or more,
         or the rate has changed. @param sampleRate   Hz, above 0; where a band's frequency comes near half of it, the
         band moves down to 0.45 of the rate */
     PX_AUDIO_THREAD void setGains (const Gains&, double sampleRate) noexcept;
 
-    /** Filters in place. Results too small for a normal float become 0; when input and history have died away the
-        filters come to rest, and cost nothing until there is a signal. */
+    /** Filters in place. When input and history have died away the filters come to rest, and cost nothing until there is a
+        signal. */
     PX_AUDIO_THREAD void process (float* left, float* right, int frames) noexcept;
 
     /** Forgets the history, not the gains. */
     PX_AUDIO_THREAD void reset() noexcept;
 
 private:
-    /** Left and right. */
-    using Pair = double __attribute__ ((vector_size (2 * sizeof (double))));
-
-    /** Divided by a0; at first it lets everything through, as every band does at 0 dB. */
-    struct Biquad
-    {
-        double b0 = 1.0, b1 = 0.0, b2 = 0.0, a1 = 0.0, a2 = 0.0;
-    };
-
-    /** The last two values between two filters: of one the output, of the next the input. */
-    struct History
-    {
-        Pair last {}, beforeLast {};
-    };
-
-    static Biquad design (Band, double gainDb, double sampleRate) noexcept;
-    static Pair filter (const Biquad&, Pair in, History& ofInput, const History& ofOutput) noexcept;
-
     bool mustGlide() const noexcept;
     void glide (double furthestDb) noexcept;
-    bool isFlat() const noexcept;
-    void run (float* left, float* right, int frames) noexcept;
-    void settle() noexcept;
 
-    std::array<Biquad, bandCount> filters;
-    Gains targets {}, computedFor {};
+    CEQ bands { bandCount };
+    Gains targets {};
     double rate = 0.0;
     int untilGlide = 0; ///< frames until coefficients may change again
-    std::array<History, bandCount + 1> histories;
-    bool atRest = true;
 };

@@ -1,5 +1,7 @@
 #include "mixer/MasterLimiter.h"
 
+#include "support/OnePole.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -8,8 +10,8 @@ void MasterLimiter::setRate (double sampleRate) noexcept
     if (sampleRate == rate)
         return;
     rate = sampleRate;
-    attack = std::exp (-1.0 / (0.0001 * sampleRate));
-    release = std::exp (-1.0 / (0.099 * sampleRate));
+    attack = OnePole::coefficient (0.0001, sampleRate);
+    release = OnePole::coefficient (0.099, sampleRate);
 }
 
 void MasterLimiter::process (float* left, float* right, int frames, double volume, NoiseTable& noise) noexcept
@@ -19,7 +21,7 @@ void MasterLimiter::process (float* left, float* right, int frames, double volum
     {
         const auto l = left[i] * volume, r = right[i] * volume;
         const auto level = std::max (std::abs (l), std::abs (r)) + noise.next();
-        envelope = (envelope - level) * (envelope < level ? attack : release) + level;
+        envelope = OnePole::approached (envelope, level, envelope < level ? attack : release);
         const auto gain = envelope > 1.0 ? 1.0 / envelope : 1.0;
         left[i] = static_cast<float> (l * gain);
         right[i] = static_cast<float> (r * gain);

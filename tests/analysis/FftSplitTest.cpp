@@ -1,4 +1,4 @@
-#include "analysis/signal/FftSplit.h"
+#include "analysis/signal/spare/FftSplit.h"
 
 #include "analysis/AnalysisError.h"
 #include "shared/Signals.h"

@@ -1,5 +1,8 @@
 #include "analysis/beats/BassIntensity.h"
 
+#include "analysis/signal/Biquad.h"
+#include "support/OnePole.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -7,17 +10,16 @@
 
 void CBassIntensity::prepare (double rateOfInput)
 {
-    // The audio equalizer cookbook's low-pass with a Butterworth's quality.
-    const auto w = 2.0 * std::numbers::pi * cutoffHz / rateOfInput;
-    const auto alpha = std::sin (w) * std::numbers::sqrt2 / 2.0;
-    const auto a0 = 1.0 + alpha;
+    constexpr auto butterworth = std::numbers::sqrt2 / 2.0;
+    const auto design =
+        zParamEQ::design (zParamEQ::BandType::lowPass, cutoffHz, 0.0, butterworth, rateOfInput);
     *this = {};
     rate = rateOfInput;
-    b1 = static_cast<float> ((1.0 - std::cos (w)) / a0);
-    b0 = b2 = b1 / 2.0f;
-    a1 = static_cast<float> (-2.0 * std::cos (w) / a0);
-    a2 = static_cast<float> ((1.0 - alpha) / a0);
-    keep = static_cast<float> (std::exp (-1.0 / (smoothingSeconds * rateOfInput)));
+    b0 = b2 = static_cast<float> (design.b0);
+    b1 = static_cast<float> (design.b1);
+    a1 = static_cast<float> (design.a1);
+    a2 = static_cast<float> (design.a2);
+    keep = static_cast<float> (OnePole::coefficient (smoothingSeconds, rateOfInput));
 }
 
 void CBassIntensity::process (std::span<const float> in)

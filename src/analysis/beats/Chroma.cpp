@@ -8,7 +8,7 @@
 
 namespace
 {
-/** Of a place in cents above C0, where A4, 57 semitones up, is 440 Hz. */
+/** Frequency in Hz of a pitch in cents above C0, where A4, 57 semitones up, is 440 Hz. */
 double frequency (double cents)
 {
     return 440.0 * std::exp2 ((cents - 5700.0) / 1200.0);
@@ -17,13 +17,12 @@ double frequency (double cents)
 
 int CChroma::init (double rateOfInput)
 {
-    if (const auto error = createFFT (transform, length); error != AnalysisError::none)
-        return error;
-    window.resize (length);
+    std::vector<float> window (length);
     for (size_t i = 0; i < length; ++i)
         window[i] = static_cast<float> (
             0.5 - 0.5 * std::cos (2.0 * std::numbers::pi * static_cast<double> (i) / length));
-    frame.assign (length, 0.0f);
+    if (const auto error = CFFT::create (transform, length, window.data()); error != AnalysisError::none)
+        return error;
     spectrum.assign (length, 0.0f);
     for (int p = 0; p <= numPitches; ++p)
     {
@@ -45,19 +44,15 @@ void CChroma::process (std::span<const float> in)
 
 void CChroma::takeFrame (const float* in)
 {
-    for (size_t i = 0; i < length; ++i)
-        frame[i] = in[i] * window[i];
-    transform->forward (spectrum.data(), frame.data());
+    std::copy_n (in, length, spectrum.begin());
+    transform->forward (spectrum.data());
+    transform->power (spectrum.data());
     auto& profile = made.emplace_back();
     for (size_t p = 0; p < numPitches; ++p)
     {
         auto power = 0.0f;
         for (int k = std::max (1, firstBin[p]); k < firstBin[p + 1]; ++k)
-        {
-            const auto re = spectrum[static_cast<size_t> (k)],
-                       im = spectrum[static_cast<size_t> (length - k)];
-            power += re * re + im * im;
-        }
+            power += spectrum[static_cast<size_t> (k)];
         profile[p] = std::sqrt (power);
     }
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/signal/RealFft.h"
+#include "analysis/signal/Fft.h"
 
 #include <array>
 #include <memory>
@@ -32,8 +32,8 @@ public:
 private:
     void takeFrame (const float*);
 
-    std::unique_ptr<CzplfFFT_If> transform;
-    std::vector<float> window, pending, frame, spectrum;
+    std::unique_ptr<CFFT> transform;
+    std::vector<float> pending, spectrum;
     std::array<int, numPitches + 1> firstBin {}; ///< of each pitch; the last one's end
     std::vector<Profile> made;
 };

@@ -13,7 +13,7 @@ namespace
 constexpr std::array<double, COnsetTrackingIntern::numBands + 1> edgesHz { 0, 200, 800, 2200, 4000, 15000 };
 constexpr int ringExtra = 32768;
 
-/** Of a multiple of four values: four sums at once, as each addition waits for the last one of its sum. */
+/** The sum of a multiple of four values: four sums at once, as each addition waits for the last one of its sum. */
 float sumOf (const float* in, int count)
 {
     const auto quarter = count / 4;
@@ -38,18 +38,17 @@ int COnsetTrackingIntern::init (int sampleRate, int channels)
     rate = sampleRate;
     spanFrames = sampleRate * spanMs / 1000;
     length = sampleRate <= 48000 ? 2048 : 4096;
-    if (const auto error = createFFT (transform, length); error != AnalysisError::none)
-        return error;
     const auto floats = static_cast<size_t> (length);
     ring.assign (floats + ringExtra, 0.0f);
-    frame.assign (floats, 0.0f);
     spectrum.assign (floats, 0.0f);
     levels.assign (floats / 2, 0.0f);
     levelsBefore.assign (floats / 2, 0.0f);
-    window.resize (floats);
+    std::vector<float> window (floats);
     for (size_t i = 0; i < floats; ++i)
         window[i] = static_cast<float> (
             0.5 - 0.5 * std::cos (2.0 * std::numbers::pi * static_cast<double> (i) / length));
+    if (const auto error = CFFT::create (transform, length, window.data()); error != AnalysisError::none)
+        return error;
     const auto binHz = static_cast<double> (sampleRate) / length;
     for (size_t b = 0; b < numBands; ++b)
         bands.emplace_back (edgesHz[b], edgesHz[b + 1], binHz, length / 2);
@@ -76,19 +75,16 @@ void COnsetTrackingIntern::takeFrame (const float* in)
 {
     const auto mean = sumOf (in, length) / static_cast<float> (length);
     for (int i = 0; i < length; ++i)
-        frame[static_cast<size_t> (i)] = (in[i] - mean) * window[static_cast<size_t> (i)];
-    transform->forward (spectrum.data(), frame.data());
+        spectrum[static_cast<size_t> (i)] = in[i] - mean;
+    transform->forward (spectrum.data());
+    transform->magnitude (spectrum.data());
 
     std::swap (levels, levelsBefore);
     const auto used = bands.back().endBin();
-    const auto* real = spectrum.data();
-    auto* out = levels.data();
-    // The imaginary parts run backwards; turned once, the level loop becomes vector code.
-    std::reverse_copy (spectrum.begin() + length - used + 1, spectrum.end(), frame.begin() + 1);
-    frame[0] = 0.0f;
-    const auto* imaginary = frame.data();
+    const auto* const magnitudes = spectrum.data();
+    auto* const out = levels.data();
     for (int k = 0; k < used; ++k)
-        out[k] = FastLog::decibels (std::sqrt (real[k] * real[k] + imaginary[k] * imaginary[k]) + 0.01f);
+        out[k] = FastLog::decibels (magnitudes[k] + 0.01f);
 
     const auto isFirst = bandFlux[0].empty();
     for (size_t b = 0; b < numBands; ++b)

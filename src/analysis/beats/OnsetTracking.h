@@ -3,7 +3,7 @@
 #include "analysis/beats/AttackCurve.h"
 #include "analysis/beats/BeatMarks.h"
 #include "analysis/beats/Onset.h"
-#include "analysis/signal/RealFft.h"
+#include "analysis/signal/Fft.h"
 
 #include <array>
 #include <memory>
@@ -47,8 +47,8 @@ private:
 
     int rate = 0, length = 0, spanFrames = 0;
     int ringFilled = 0;
-    std::vector<float> ring, window, frame, spectrum, levels, levelsBefore;
-    std::unique_ptr<CzplfFFT_If> transform;
+    std::vector<float> ring, spectrum, levels, levelsBefore;
+    std::unique_ptr<CFFT> transform;
     std::vector<COnset> bands;
     std::array<std::vector<float>, numBands> bandFlux;
     COnsetMarks onsets;

@@ -1,7 +1,7 @@
 #include "analysis/beats/Periodicity.h"
 
 #include "analysis/AnalysisError.h"
-#include "analysis/signal/RealFft.h"
+#include "analysis/signal/Fft.h"
 
 #include <algorithm>
 #include <bit>
@@ -35,20 +35,16 @@ Periodicity::Periodicity (std::span<const float> function, double frameRate, dou
         return;
     // Zeros as long as the longest lag keep the circle from closing.
     const auto size = std::bit_ceil (function.size() + lagsKept);
-    std::unique_ptr<CzplfFFT_If> transform;
-    if (createFFT (transform, static_cast<int> (size)) != AnalysisError::none)
+    std::unique_ptr<CFFT> transform;
+    if (CFFT::create (transform, static_cast<int> (size)) != AnalysisError::none)
         return;
-    std::vector<float> signal (size, 0.0f), spectrum (size);
+    std::vector<float> signal (size, 0.0f);
     std::copy (function.begin(), function.end(), signal.begin());
-    transform->forward (spectrum.data(), signal.data());
-    spectrum[0] *= spectrum[0];
-    spectrum[size / 2] *= spectrum[size / 2];
-    for (size_t k = 1; 2 * k < size; ++k)
-    {
-        spectrum[k] = spectrum[k] * spectrum[k] + spectrum[size - k] * spectrum[size - k];
-        spectrum[size - k] = 0.0f;
-    }
-    transform->inverse (signal.data(), spectrum.data());
+    // The autocorrelation is the power spectrum's inverse transform.
+    transform->forward (signal.data());
+    transform->power (signal.data());
+    std::fill (signal.begin() + static_cast<std::ptrdiff_t> (size / 2) + 1, signal.end(), 0.0f);
+    transform->inverse (signal.data());
     if (!(signal[0] > 0.0f))
         return;
     correlation.assign (signal.begin(), signal.begin() + static_cast<std::ptrdiff_t> (lagsKept));

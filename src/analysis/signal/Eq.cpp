@@ -2,59 +2,64 @@
 
 #include "analysis/AnalysisError.h"
 
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
 #include <new>
 
-int CEQ::create (std::unique_ptr<CEqIf>& out, int count)
-try
+namespace
 {
-    if (count < 1 || count > 64)
-        return AnalysisError::badArgument;
-    out.reset (new CEQ (count));
-    return AnalysisError::none;
+/** The sum of all histories that counts as sound, 400 dB below full scale, and the one that no sound reaches. */
+constexpr double silence = 1e-20, runAway = 1e30;
+
+const zParamEQ::CParametricEq fresh;
+
+double magnitude (zParamEQ::History::Pair pair) noexcept
+{
+    return std::abs (pair[0]) + std::abs (pair[1]);
 }
-catch (const std::bad_alloc&)
+
+float stored (double result) noexcept
 {
-    return AnalysisError::noMemory;
+    const auto sample = static_cast<float> (result);
+    return std::abs (sample) >= FLT_MIN ? sample : 0.0f;
+}
+}
+
+int CEQ::create (std::unique_ptr<CEqIf>& out, int bands) noexcept
+{
+    if (bands < 1 || bands > mostBands)
+        return AnalysisError::badArgument;
+    auto* made = new (std::nothrow) CEQ (bands);
+    if (made == nullptr)
+        return AnalysisError::noMemory;
+    out.reset (made);
+    return AnalysisError::none;
 }
 
 CEQ::Band* CEQ::find (int band) noexcept
 {
-    return band >= 0 && band < static_cast<int> (bands.size()) ? &bands[static_cast<size_t> (band)] : nullptr;
+    return band >= 0 && band < count ? &bands[static_cast<size_t> (band)] : nullptr;
 }
 
 const CEQ::Band& CEQ::look (int band) const noexcept
 {
-    return band >= 0 && band < static_cast<int> (bands.size()) ? bands[static_cast<size_t> (band)] : fresh;
+    return band >= 0 && band < count ? bands[static_cast<size_t> (band)] : fresh;
 }
 
 int CEQ::setSampleRate (double hz) noexcept
 {
-    // What one refuses, all refuse.
+    // Each refuses the same rates.
     int error = AnalysisError::none;
     for (auto& band : bands)
         error = band.setSampleRate (hz);
     return error;
 }
 
-void CEQ::reset() noexcept
-{
-    for (auto& band : bands)
-        band.reset();
-}
-
 void CEQ::update() noexcept
 {
     for (auto& band : bands)
         band.update();
-}
-
-void CEQ::process (const float* in, float* out, int frames) noexcept
-{
-    for (auto& band : bands)
-    {
-        band.process (in, out, frames);
-        in = out;
-    }
 }
 
 int CEQ::setFrequency (int band, double hz) noexcept
@@ -99,4 +104,86 @@ double CEQ::getQuality (int band) const noexcept
 CEQ::BandType CEQ::getType (int band) const noexcept
 {
     return look (band).getType();
+}
+
+void CEQ::process (const float* in, float* out, int frames) noexcept
+{
+    constexpr int piece = 64;
+    float silent[piece];
+    for (int done = 0; done < frames; done += piece)
+    {
+        const auto some = std::min (piece, frames - done);
+        std::fill_n (silent, some, 0.0f);
+        std::copy_n (in + done, some, out + done);
+        processPair (out + done, silent, some);
+    }
+}
+
+void CEQ::processPair (float* left, float* right, int frames) noexcept
+{
+    if (frames > 1 && isFlat())
+    {
+        histories.fill ({ History::Pair { left[frames - 1], right[frames - 1] },
+                          History::Pair { left[frames - 2], right[frames - 2] } });
+    }
+    else
+    {
+        constexpr decltype (&CEQ::run<1>) loops[] { &CEQ::run<1>, &CEQ::run<2>, &CEQ::run<3>, &CEQ::run<4> };
+        (this->*loops[count - 1]) (left, right, frames);
+    }
+    settle();
+}
+
+template <int numBands>
+void CEQ::run (float* left, float* right, int frames) noexcept
+{
+    // Copies live in registers.
+    std::array<zParamEQ::Biquad, numBands> biquads;
+    std::array<History, numBands + 1> states;
+    for (size_t band = 0; band < numBands; ++band)
+        biquads[band] = bands[band].coefficients();
+    std::copy_n (histories.begin(), numBands + 1, states.begin());
+    for (int i = 0; i < frames; ++i)
+    {
+        History::Pair value { left[i], right[i] };
+#pragma GCC unroll 4
+        for (size_t band = 0; band < numBands; ++band)
+            value = Band::filter (biquads[band], value, states[band], states[band + 1]);
+        states[numBands] = { value, states[numBands].last };
+        left[i] = stored (value[0]);
+        right[i] = stored (value[1]);
+    }
+    std::copy_n (states.begin(), numBands + 1, histories.begin());
+}
+
+bool CEQ::isFlat() const noexcept
+{
+    auto difference = 0.0;
+    for (size_t band = 0; band < static_cast<size_t> (count); ++band)
+    {
+        const auto type = bands[band].getType();
+        if (bands[band].getGain() != 0.0 || type == BandType::lowPass || type == BandType::highPass)
+            return false;
+        difference += magnitude (histories[band + 1].last - histories[0].last)
+                      + magnitude (histories[band + 1].beforeLast - histories[0].beforeLast);
+    }
+    return difference < silence;
+}
+
+bool CEQ::isAtRest() const noexcept
+{
+    return std::all_of (histories.begin(), histories.end(),
+                        [] (const History& history)
+                        { return magnitude (history.last) + magnitude (history.beforeLast) == 0.0; });
+}
+
+void CEQ::settle() noexcept
+{
+    // Left to themselves, histories would go on for ever just above the smallest number: each one that is taken as 0
+    // kicks the filter anew. A NaN would never leave them.
+    auto sum = 0.0;
+    for (size_t i = 0; i <= static_cast<size_t> (count); ++i)
+        sum += magnitude (histories[i].last) + magnitude (histories[i].beforeLast);
+    if (!(sum > silence && sum < runAway))
+        reset();
 }

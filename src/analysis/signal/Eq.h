@@ -2,10 +2,10 @@
 
 #include "analysis/signal/ParametricEq.h"
 
-#include <vector>
+#include <array>
 
-/** Bands of a parametric equaliser one after the other, for one channel. Each operation takes the number of its band, from
-    0; one that does not exist gives AnalysisError::badArgument, and the getters the values of a fresh band. */
+/** Bands of a parametric equaliser one after the other. Each operation takes the number of its band, from 0; one that does
+    not exist gives AnalysisError::badArgument, and the getters the values of a fresh band. One thread. */
 class CEqIf
 {
 public:
@@ -18,7 +18,7 @@ public:
     PX_AUDIO_THREAD virtual void reset() noexcept = 0;
     PX_AUDIO_THREAD virtual int setFrequency (int band, double hz) noexcept = 0;
     PX_AUDIO_THREAD virtual int setGain (int band, double db) noexcept = 0;
-    /** `out` may be `in`. */
+    /** One channel. `out` may be `in`. */
     PX_AUDIO_THREAD virtual void process (const float* in, float* out, int frames) noexcept = 0;
     PX_AUDIO_THREAD virtual double getFrequency (int band) const noexcept = 0;
     PX_AUDIO_THREAD virtual double getGain (int band) const noexcept = 0;
@@ -26,20 +26,25 @@ public:
     PX_AUDIO_THREAD virtual BandType getType (int band) const noexcept = 0;
     PX_AUDIO_THREAD virtual int setQuality (int band, double q) noexcept = 0;
     PX_AUDIO_THREAD virtual int setType (int band, BandType) noexcept = 0;
-    /** Makes what was set hold from the next frame on. */
+    /** Makes the settings hold from the next frame on. */
     PX_AUDIO_THREAD virtual void update() noexcept = 0;
 };
 
-class CEQ : public CEqIf
+/** The bands in one loop, whose filters then work side by side, and both channels in one vector register. Where one band's
+    output is the next one's input they share a history. */
+class CEQ final : public CEqIf
 {
 public:
-    /** Not on the audio thread.
-        @param bands   1 to 64, each a peak without gain at first
-        @returns AnalysisError::none, badArgument or noMemory */
-    static int create (std::unique_ptr<CEqIf>& out, int bands);
+    static constexpr int mostBands = 4;
+
+    /** @param bands   1 to 4, each a peak without gain at first */
+    explicit CEQ (int bands) noexcept : count (bands) {}
+
+    /** Not on the audio thread. @returns AnalysisError::none, badArgument for the number of bands, or noMemory */
+    static int create (std::unique_ptr<CEqIf>& out, int bands) noexcept;
 
     PX_AUDIO_THREAD int setSampleRate (double hz) noexcept override;
-    PX_AUDIO_THREAD void reset() noexcept override;
+    PX_AUDIO_THREAD void reset() noexcept override { histories = {}; }
     PX_AUDIO_THREAD int setFrequency (int band, double hz) noexcept override;
     PX_AUDIO_THREAD int setGain (int band, double db) noexcept override;
     PX_AUDIO_THREAD void process (const float* in, float* out, int frames) noexcept override;
@@ -51,15 +56,27 @@ public:
     PX_AUDIO_THREAD int setType (int band, BandType) noexcept override;
     PX_AUDIO_THREAD void update() noexcept override;
 
+    /** Both channels in place. Results too small for a normal float become 0. While all bands are at 0 dB, and what rang
+        before has died away, the signal passes untouched. */
+    PX_AUDIO_THREAD void processPair (float* left, float* right, int frames) noexcept;
+
+    /** True while silence at the input means silence at the output. */
+    PX_AUDIO_THREAD bool isAtRest() const noexcept;
+
 private:
     using Band = zParamEQ::CParametricEq;
-
-    explicit CEQ (int count) : bands (static_cast<size_t> (count)) {}
+    using History = zParamEQ::History;
 
     /** Null for a band that does not exist. */
-    PX_AUDIO_THREAD Band* find (int band) noexcept;
-    PX_AUDIO_THREAD const Band& look (int band) const noexcept;
+    Band* find (int band) noexcept;
+    const Band& look (int band) const noexcept;
 
-    std::vector<Band> bands;
-    const Band fresh;
+    bool isFlat() const noexcept;
+    template <int numBands>
+    void run (float* left, float* right, int frames) noexcept;
+    void settle() noexcept;
+
+    int count;
+    std::array<Band, mostBands> bands;
+    std::array<History, mostBands + 1> histories; ///< before the first band, and after each
 };

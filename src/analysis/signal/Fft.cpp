@@ -2,7 +2,6 @@
 
 #include "analysis/AnalysisError.h"
 
-#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <new>
@@ -24,7 +23,6 @@ try
     std::vector<float> next;
     if (window != nullptr)
         next.assign (window, window + size);
-    work.resize (static_cast<size_t> (size));
     if (transform == nullptr)
         if (const auto error = createFFT (transform, size); error != AnalysisError::none)
             return error;
@@ -39,14 +37,12 @@ catch (const std::bad_alloc&)
 void CFFT::forward (float* data)
 {
     applyWindow (data);
-    std::copy_n (data, size, work.begin());
-    transform->forward (data, work.data());
+    transform->forward (data, data);
 }
 
 void CFFT::inverse (float* data)
 {
-    std::copy_n (data, size, work.begin());
-    transform->inverse (data, work.data());
+    transform->inverse (data, data);
 }
 
 void CFFT::applyWindow (float* data) const
@@ -59,8 +55,12 @@ template <class OfBin>
 void CFFT::eachBin (float* data, OfBin ofBin) const
 {
     data[0] = ofBin (data[0], 0.0f);
-    for (int k = 1; 2 * k < size; ++k)
-        data[k] = ofBin (data[k], data[size - k]);
+    const auto loop = [ofBin] (float* __restrict real, const float* __restrict imaginary, int pairs)
+    {
+        for (int k = 1; k <= pairs; ++k)
+            real[k] = ofBin (real[k], imaginary[-k]);
+    };
+    loop (data, data + size, (size - 1) / 2);
     if (size > 1)
         data[size / 2] = ofBin (data[size / 2], 0.0f);
 }

@@ -6,8 +6,8 @@
 #include <memory>
 #include <vector>
 
-/** A transform in place, with a window and what analysis asks of the bins. Half-complex packing and no scaling, as
-    CzplfFFT_If. One object serves one thread; only its making allocates. */
+/** The transform of the analysis: in place, with a window, and the level and angle of the bins. Half-complex packing and no
+    scaling, as CzplfFFT_If. One object serves one thread; only create() and init() allocate. */
 class CFFT
 {
 public:
@@ -24,8 +24,8 @@ public:
     /** Times `size`, and with no regard to the window. */
     PX_AUDIO_THREAD virtual void inverse (float* data);
 
-    /** What forward() gave becomes the bins' magnitude, its square, or their angle in radians: in elements 0 to
-        size / 2; those above keep what they were. */
+    /** Turn the result of forward() into the bins' magnitude, its square, or their angle in radians: in elements 0 to
+        size / 2; those above stay as they were. */
     PX_AUDIO_THREAD virtual void magnitude (float* data) const;
     PX_AUDIO_THREAD virtual void power (float* data) const;
     PX_AUDIO_THREAD virtual void phase (float* data) const;
@@ -46,5 +46,5 @@ private:
 
     const int size;
     std::unique_ptr<CzplfFFT_If> transform;
-    std::vector<float> factors, work;
+    std::vector<float> factors;
 };

@@ -1,31 +1,29 @@
 #pragma once
 
-#include "support/AudioThread.h"
+#include "analysis/signal/Biquad.h"
 
 #include <memory>
 
 namespace zParamEQ
 {
-enum class BandType
+/** The last two values on one side of a filter, left and right in one vector register. */
+struct History
 {
-    peak,
-    lowShelf,
-    highShelf,
-    lowPass,
-    highPass
+    using Pair = double __attribute__ ((vector_size (2 * sizeof (double))));
+
+    Pair last {}, beforeLast {};
 };
 
-/** One band of a parametric equaliser for one channel.
+/** One band of a parametric equaliser for one channel: a biquad of the audio equalizer cookbook in direct form I.
 
-    A biquad by the audio equalizer cookbook (w = 2 pi f / rate, alpha = sin w / (2 Q), A = 10^(gain / 40)) in direct form
-    I with its history in doubles. Setters keep their value aside until update(), so that several changes cost one
-    computation; they return 0, or AnalysisError::badArgument with nothing changed. */
+    Setters keep their value aside until update(), so that several changes cost one computation; they return 0, or
+    AnalysisError::badArgument with nothing changed. One thread. */
 class CParametricEqIf
 {
 public:
     virtual ~CParametricEqIf() = default;
 
-    /** In Hz, above 0; what lies at or above half of it is held just below. */
+    /** In Hz, above 0; a frequency at or above half of it is held just below. */
     PX_AUDIO_THREAD virtual int setSampleRate (double hz) noexcept = 0;
     /** Forgets the signal, not the settings. */
     PX_AUDIO_THREAD virtual void reset() noexcept = 0;
@@ -44,11 +42,11 @@ public:
     PX_AUDIO_THREAD virtual int setQuality (double q) noexcept = 0;
     PX_AUDIO_THREAD virtual int setType (BandType) noexcept = 0;
 
-    /** Makes what was set hold from the next frame on. */
+    /** Computes the coefficients if a setting has changed; they hold from the next frame on. */
     PX_AUDIO_THREAD virtual void update() noexcept = 0;
 };
 
-class CParametricEq : public CParametricEqIf
+class CParametricEq final : public CParametricEqIf
 {
 public:
     CParametricEq() noexcept { update(); }
@@ -57,7 +55,7 @@ public:
     static int create (std::unique_ptr<CParametricEqIf>& out) noexcept;
 
     PX_AUDIO_THREAD int setSampleRate (double hz) noexcept override;
-    PX_AUDIO_THREAD void reset() noexcept override;
+    PX_AUDIO_THREAD void reset() noexcept override { input = output = {}; }
     PX_AUDIO_THREAD int setFrequency (double hz) noexcept override;
     PX_AUDIO_THREAD int setGain (double db) noexcept override;
     PX_AUDIO_THREAD void process (const float* in, float* out, int frames) noexcept override;
@@ -69,10 +67,26 @@ public:
     PX_AUDIO_THREAD int setType (BandType) noexcept override;
     PX_AUDIO_THREAD void update() noexcept override;
 
+    /** As of the last update(), for whoever runs several bands in one loop. */
+    PX_AUDIO_THREAD const Biquad& coefficients() const noexcept { return biquad; }
+
+    /** One frame. The newest output comes last: only its product and difference lie between two frames. */
+    PX_AUDIO_THREAD static History::Pair filter (const Biquad& b, History::Pair in, History& ofInput,
+                                                 const History& ofOutput) noexcept
+    {
+        const auto out = b.b0 * in + b.b1 * ofInput.last + b.b2 * ofInput.beforeLast
+                         - b.a2 * ofOutput.beforeLast - b.a1 * ofOutput.last;
+        ofInput = { in, ofInput.last };
+        return out;
+    }
+
 private:
+    int take (double& setting, double value, double least, double most) noexcept;
+
     double sampleRate = 44100.0, frequency = 1000.0, gainDb = 0.0, quality = 0.70710678118654752;
     BandType type = BandType::peak;
-    double b0 = 1.0, b1 = 0.0, b2 = 0.0, a1 = 0.0, a2 = 0.0; ///< by a0
-    double x1 = 0.0, x2 = 0.0, y1 = 0.0, y2 = 0.0;
+    bool isChanged = true;
+    Biquad biquad;
+    History input, output; ///< one channel, on the left
 };
 }

@@ -54,7 +54,7 @@ public:
 };
 
 /** Over the library's complex transform of half the size, which takes even values as real and odd ones as imaginary
-    parts; the two spectra that are mixed in its result are told apart by their symmetry. The library does that in its own
+    parts; the two spectra that are mixed in its result are separated by their symmetry. The library does that in its own
     real transform too, but takes twice as long for it as for the complex transform. */
 class CzplfFFTFftw : public CzplfFFT_If
 {
@@ -96,12 +96,12 @@ public:
     {
         std::memcpy (values.get(), in, bytes());
         fftwf_execute (forwardPlan.get());
-        tellApart (out);
+        unpack (out);
     }
 
     void inverse (float* out, const float* in) override
     {
-        mix (in);
+        pack (in);
         fftwf_execute (inversePlan.get());
         std::memcpy (out, values.get(), bytes());
     }
@@ -111,8 +111,8 @@ public:
 private:
     size_t bytes() const { return static_cast<size_t> (size) * sizeof (float); }
 
-    /** The spectrum of all values from that of the pairs. */
-    void tellApart (float* out)
+    /** Makes the spectrum of all values from that of the pairs. */
+    void unpack (float* out)
     {
         const auto* const packed = bins.get();
         auto *const re = real.get(), *const im = imaginary.get();
@@ -141,7 +141,7 @@ private:
                 toEnd[pairs - k] = turnedIm + differenceIm;
             }
         };
-        // Four places of one array that never meet: told apart, they let the loop become vector code.
+        // Four parts of one array that do not overlap; as separate pointers they let the loop become vector code.
         loop (out, out + half - pairs, out + half, out + size - pairs);
         if (half > 1)
         {
@@ -150,8 +150,8 @@ private:
         }
     }
 
-    /** The other way round, times two. */
-    void mix (const float* in)
+    /** Undoes unpack(), times two. */
+    void pack (const float* in)
     {
         auto *const re = real.get(), *const im = imaginary.get();
         re[0] = in[0] + in[half];

@@ -12,7 +12,7 @@ class CzplfFFT_If
 public:
     virtual ~CzplfFFT_If() = default;
 
-    /** @param in   N floats; left as they are. `out` must be another array. */
+    /** @param in   N floats; `out` may be the same array */
     virtual void forward (float* out, const float* in) = 0;
     virtual void inverse (float* out, const float* in) = 0;
 

@@ -1,7 +1,8 @@
-#include "analysis/signal/FftSplit.h"
+#include "analysis/signal/spare/FftSplit.h"
 
 #include "analysis/AnalysisError.h"
 #include "analysis/signal/KaiserSinc.h"
+#include "support/CrossFade.h"
 
 #include <algorithm>
 #include <cmath>
@@ -92,7 +93,7 @@ void CFFTSplit::splitBlock() noexcept
     const auto* to = next.data() + size / 4;
     const auto half = size / 2;
     for (int i = 0; i < half; ++i)
-        used[i] += static_cast<float> (i) / static_cast<float> (half) * (to[i] - used[i]);
+        used[i] = CrossFade::mixed (used[i], to[i], static_cast<float> (i) / static_cast<float> (half));
 }
 
 void CFFTSplit::process (const float* in, int frames, float* lowOut, float* highOut) noexcept

@@ -1,4 +1,4 @@
-#include "analysis/signal/VectorTable.h"
+#include "analysis/signal/spare/VectorTable.h"
 
 #include <algorithm>
 #include <cmath>
