@@ -23,7 +23,7 @@ find_program (PX_CCACHE ccache)
 if (PX_CCACHE)
     # The build folder may move and the compiler's date macros are not used: both would only cost cache hits.
     set (launcher ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=time_macros,pch_defines
-        CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${PX_CCACHE})
+        CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 CCACHE_PCH_EXTSUM=1 ${PX_CCACHE})
     set (CMAKE_C_COMPILER_LAUNCHER ${launcher})
     set (CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
 endif ()
