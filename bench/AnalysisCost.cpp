@@ -1,3 +1,4 @@
+#include "adec/BuiltDecoder.h"
 #include "measure/DecodedFile.h"
 #include "measure/Machine.h"
 #include "measure/MusicLike.h"
@@ -19,7 +20,7 @@ namespace
 {
 const AdecSharedLibrary& decoder()
 {
-    static const AdecSharedLibrary library { juce::File (PX_ADEC_PATH) };
+    static const AdecSharedLibrary library { juce::File (builtDecoder()) };
     return library;
 }
 

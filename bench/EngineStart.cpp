@@ -1,3 +1,4 @@
+#include "adec/BuiltDecoder.h"
 #include "measure/BenchEngine.h"
 #include "measure/Machine.h"
 #include "measure/MusicLike.h"
@@ -47,7 +48,7 @@ struct Start
     {
         EngineWorld world;
         world.folders.root = root;
-        world.decoderLibrary = juce::File (PX_ADEC_PATH);
+        world.decoderLibrary = juce::File (builtDecoder());
         const auto begin = Timing::nanoseconds();
         auto engine = std::make_unique<CPlatterdex> (std::move (world));
         const auto ready = Timing::nanoseconds();

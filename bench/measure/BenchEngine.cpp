@@ -1,5 +1,6 @@
 #include "measure/BenchEngine.h"
 
+#include "adec/BuiltDecoder.h"
 #include "deck/TrackIngest.h"
 #include "measure/MusicLike.h"
 #include "measure/Timing.h"
@@ -11,7 +12,7 @@ EngineWorld BenchEngine::makeWorld (const juce::File& root, bool offline, Millis
 {
     EngineWorld world;
     world.folders.root = root;
-    world.decoderLibrary = juce::File (PX_ADEC_PATH);
+    world.decoderLibrary = juce::File (builtDecoder());
     world.seed = 1;
     if (offline)
     {

@@ -1,5 +1,7 @@
 #include "AdecLibrary.h"
 
+#include "adec/BuiltDecoder.h"
+
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
@@ -37,7 +39,7 @@ float toFloat (const uint8_t* at, int32_t format)
 }
 }
 
-AdecLibrary::AdecLibrary() : handle (dlopen (PX_ADEC_PATH, RTLD_NOW | RTLD_LOCAL))
+AdecLibrary::AdecLibrary() : handle (dlopen (builtDecoder(), RTLD_NOW | RTLD_LOCAL))
 {
     EXPECT_NE (handle, nullptr) << dlerror();
     look (*this, "adec_get_version", getVersion);

@@ -1,6 +1,7 @@
 #include "deck/DeckAnalysis.h"
 #include "DeckFixture.h"
 #include "DrumFile.h"
+#include "adec/BuiltDecoder.h"
 #include "analysis/files/AnalysisFile.h"
 #include "deck/AnalysisThread.h"
 #include "shared/TemporaryFolder.h"
@@ -12,7 +13,7 @@ namespace
 /** Decks that store what they find. */
 struct StoringDecks : DeckFixture, EngineListener
 {
-    StoringDecks() : DeckFixture (juce::File (PX_ADEC_PATH))
+    StoringDecks() : DeckFixture (juce::File (builtDecoder()))
     {
         world.beatmarks = folder.file ("beatmarks");
         for (auto& each : world.decks)

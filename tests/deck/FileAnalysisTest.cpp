@@ -1,6 +1,7 @@
 #include "deck/FileAnalysis.h"
 #include "DeckFixture.h"
 #include "DrumFile.h"
+#include "adec/BuiltDecoder.h"
 #include "analysis/files/AnalysisFile.h"
 #include "deck/BatchAnalysisThread.h"
 #include "shared/TemporaryFolder.h"
@@ -11,7 +12,7 @@ namespace
 {
 FileAnalysis::Result analyse (const juce::File& track, const juce::File& folder, bool isAgain = false)
 {
-    static const AdecSharedLibrary decoder { juce::File (PX_ADEC_PATH) };
+    static const AdecSharedLibrary decoder { juce::File (builtDecoder()) };
     Pacing pacing (Pacing::Mode::offline);
     FileAnalysis::Request request;
     request.track = track;
@@ -24,7 +25,7 @@ FileAnalysis::Result analyse (const juce::File& track, const juce::File& folder,
 TEST (FileAnalysis, AgreesWithWhatADeckFinds)
 {
     const TemporaryFolder folder;
-    DeckFixture decks { juce::File (PX_ADEC_PATH) };
+    DeckFixture decks { juce::File (builtDecoder()) };
     for (const double seconds : { 8.0, 29.5, 31.0 }) // clips, and a track
     {
         const auto track = writeDrums (folder.file ("a.wav"), seconds, 128.0);
@@ -88,7 +89,7 @@ TEST (FileAnalysis, ABatchGoesThroughItsListAndTellsTempos)
                                writeDrums (folder.file ("c.wav"), 6.0, 110.0, 1) })
         paths.add (track.getFullPathName());
 
-    BatchAnalysisThread batch (decks.world, juce::File (PX_ADEC_PATH));
+    BatchAnalysisThread batch (decks.world, juce::File (builtDecoder()));
     EXPECT_EQ (batch.progress().text(), "");
     batch.addFiles (paths);
     for (auto at = batch.progress(); at.isRunning; at = batch.progress())

@@ -1,4 +1,5 @@
 #include "DeckFixture.h"
+#include "adec/BuiltDecoder.h"
 #include "shared/EncodedFiles.h"
 #include "shared/Signals.h"
 #include "shared/TemporaryFolder.h"
@@ -11,7 +12,7 @@ constexpr double rate = 44100.0;
 
 struct LoadingDecks : DeckFixture, EngineListener
 {
-    explicit LoadingDecks (const juce::File& decoder = juce::File (PX_ADEC_PATH)) : DeckFixture (decoder)
+    explicit LoadingDecks (const juce::File& decoder = juce::File (builtDecoder())) : DeckFixture (decoder)
     {
         listeners.add (*this);
     }

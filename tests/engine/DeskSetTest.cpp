@@ -1,6 +1,7 @@
 // The long sets of docs/sets turn every knob of mixer and effect racks, and of the loops. They are played here from start
 // to end, with the real-time sanitizer's run time around each block where the program is linked with it.
 
+#include "adec/BuiltDecoder.h"
 #include "engine/commands/EffectCommands.h"
 #include "engine/commands/LoopGridCommands.h"
 #include "engine/commands/MixerCommands.h"
@@ -66,7 +67,7 @@ void expectFiniteAndBounded (SetScript script)
 
     OfflineHost::Options options;
     options.root = folder.file ("root");
-    options.decoderLibrary = juce::File (PX_ADEC_PATH);
+    options.decoderLibrary = juce::File (builtDecoder());
     options.sampleRate = rate;
     options.blockFrames = 256;
     OfflineHost host (options);

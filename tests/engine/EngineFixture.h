@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adec/BuiltDecoder.h"
 #include "deck/FileImportThread.h"
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
@@ -24,7 +25,7 @@ struct EngineFixture
         EngineWorld world;
         world.folders.root = folder;
         world.folders.music = folder.file ("no music");
-        world.decoderLibrary = juce::File (PX_ADEC_PATH);
+        world.decoderLibrary = juce::File (builtDecoder());
         world.clock = [this] { return static_cast<uint32_t> (renderedFrames * 1000 / 44100); };
         world.wallClock = [] { return juce::Time (2024, 11, 31, 23, 59, 7); };
         world.pacing = pacing;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adec/BuiltDecoder.h"
 #include "offline/SetPerformance.h"
 #include "shared/EncodedFiles.h"
 #include "shared/TemporaryFolder.h"
@@ -34,7 +35,7 @@ struct OfflineRun
         writeSweep (folder.file ("sweep.wav"));
         OfflineHost::Options options;
         options.root = folder.file ("root");
-        options.decoderLibrary = juce::File (PX_ADEC_PATH);
+        options.decoderLibrary = juce::File (builtDecoder());
         options.sampleRate = runRate;
         options.blockFrames = blockFrames;
         options.hasTransport = hasTransport;

@@ -1,5 +1,6 @@
 #include "UiBench.h"
 
+#include "adec/BuiltDecoder.h"
 #include "deck/FileImportThread.h"
 #include "ui/widgets/MenuButton.h"
 #include "ui/widgets/PXImageButton.h"
@@ -12,7 +13,7 @@ EngineWorld world (const juce::File& root)
 {
     EngineWorld w;
     w.folders.root = root;
-    w.decoderLibrary = juce::File (PX_ADEC_PATH);
+    w.decoderLibrary = juce::File (builtDecoder());
     w.pacing = Pacing::Mode::offline;
     w.seed = 1;
     return w;

@@ -1,3 +1,4 @@
+#include "adec/BuiltDecoder.h"
 #include "app/audio/EnginePlayer.h"
 #include "app/audio/SilentDevice.h"
 #include "deck/FileImportThread.h"
@@ -47,7 +48,7 @@ EngineWorld world (const juce::File& root)
 {
     EngineWorld made;
     made.folders.root = root;
-    made.decoderLibrary = juce::File (PX_ADEC_PATH);
+    made.decoderLibrary = juce::File (builtDecoder());
     made.hasMessageLoop = true;
     made.createEditor = [] (CPlatterdex& engine) { return new CPlatterdexVstEditor (engine); };
     return made;
