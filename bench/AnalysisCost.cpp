@@ -5,10 +5,10 @@
 #include "measure/Timing.h"
 
 #include "analysis/track/TrackAnalyser.h"
-#include "deck/AdecTrack.h"
-#include "deck/FileAnalysis.h"
 #include "shared/EncodedFiles.h"
 #include "shared/TemporaryFolder.h"
+#include "tracks/AdecTrack.h"
+#include "tracks/FileAnalysis.h"
 
 #include <cstdio>
 #include <thread>

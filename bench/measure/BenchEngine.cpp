@@ -1,9 +1,9 @@
 #include "measure/BenchEngine.h"
 
 #include "adec/BuiltDecoder.h"
-#include "deck/TrackIngest.h"
 #include "measure/MusicLike.h"
 #include "measure/Timing.h"
+#include "tracks/TrackIngest.h"
 
 #include <cmath>
 #include <vector>
@@ -53,7 +53,7 @@ void BenchEngine::putTrack (int index, const juce::AudioBuffer<float>& audio, do
     auto& target = deck (index);
     target.resetTrack();
     target.sampleRate = fileRate;
-    TrackIngest (target).append (sides[0].data(), sides[1].data(), audio.getNumSamples());
+    TrackIngest (target.trackTarget()).append (sides[0].data(), sides[1].data(), audio.getNumSamples());
     target.isTrackLoaded = 1;
 }
 

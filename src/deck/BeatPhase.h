@@ -1,8 +1,8 @@
 #pragma once
 
-#include "deck/BeatGrid.h"
 #include "deck/Course.h"
 #include "support/AudioThread.h"
+#include "tracks/BeatGrid.h"
 
 /** A place in a track as its beats see it. */
 struct BeatPhase

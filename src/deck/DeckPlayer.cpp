@@ -21,7 +21,6 @@ void DeckPlayer::resetTrack()
     cueHold = 0;
     cuePlayArmed = false;
     loadedFrames = 0;
-    decodedCount = 0;
     analysisProgress = 0;
     loadedOk = 0;
     isTrackLoaded = 0;

@@ -2,15 +2,14 @@
 
 #include "analysis/files/TrackAnalysis.h"
 #include "analysis/stretch/TimeStretcher.h"
-#include "deck/BeatGrid.h"
 #include "deck/DeckNumbers.h"
 #include "deck/DeckVoice.h"
 #include "deck/EditHistory.h"
-#include "deck/PXAudioSampleBuffer.h"
 #include "deck/PhaseHold.h"
-#include "deck/TrackOverview.h"
 #include "support/Relaxed.h"
 #include "support/RingBuffer.h"
+#include "tracks/BeatGrid.h"
+#include "tracks/TrackIngest.h"
 
 #include <juce_audio_basics/juce_audio_basics.h>
 
@@ -74,6 +73,9 @@ struct DeckPlayer
 
     BeatGrid grid() const noexcept;
 
+    /** Where a loader puts the track's audio. */
+    TrackTarget trackTarget() noexcept { return { audioMemory, *overview, loadedFrames, sampleRate }; }
+
     /** A beat in frames of the file. */
     double beatFrames() const noexcept { return sampleRate * 60.0 / bpm; }
 
@@ -94,7 +96,6 @@ struct DeckPlayer
     const int index;
 
     // Loading: written by the loader.
-    Relaxed<int32_t> decodedCount;     ///< next frame to write
     Relaxed<int32_t> analysisProgress; ///< frames analysed
     Relaxed<int32_t> cancelLoad;       ///< asks decoder and analysis to stop
     Relaxed<int32_t> loadedOk;         ///< the file gave samples

@@ -5,9 +5,9 @@
 #include "analysis/track/TrackAnalyser.h"
 #include "deck/AnalysisThread.h"
 #include "deck/DeckAnalysis.h"
-#include "deck/TrackDecoder.h"
 #include "deck/Transport.h"
 #include "support/AudioFileTypes.h"
+#include "tracks/TrackDecoder.h"
 
 namespace
 {
@@ -62,7 +62,6 @@ void FileImportThread::run()
         if (threadShouldExit())
             break;
         runJob (requested);
-        deck.decodedCount = 0;
         deck.analysisProgress = 0;
         busy = false;
     }
@@ -133,7 +132,9 @@ void FileImportThread::runJob (const juce::File& file)
     prepareDeck (file);
     const auto isStored = loadAnalysis (world, deck);
 
-    decodeTrack (file, decoder, deck, world);
+    decodeTrack (file, decoder, deck.trackTarget(),
+                 { world.pacing, [this] { return deck.cancelLoad == 0; },
+                   [this] { world.listeners.post (EngineEvent::waveformReady, deck.index); } });
 
     const auto cancelled = deck.cancelLoad != 0;
     if (deck.loadedFrames < 1 && !cancelled)

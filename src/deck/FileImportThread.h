@@ -1,7 +1,7 @@
 #pragma once
 
-#include "deck/AdecSharedLibrary.h"
 #include "deck/DeckWorld.h"
+#include "tracks/AdecSharedLibrary.h"
 
 #include <atomic>
 #include <mutex>

@@ -54,7 +54,7 @@ CPlatterdex::CPlatterdex (EngineWorld world)
       decks (getCallbackLock(), settings, listeners, pacing, environment.clock),
       transport (decks),
       automix (decks),
-      batchAnalysis (decks, environment.decoderLibrary)
+      batchAnalysis (environment.decoderLibrary, environment.folders.beatmarks(), settings, listeners, pacing)
 {
     random.seed (environment.seed.value_or (juce::Time::currentTimeMillis()));
     decks.noise.fill (random);

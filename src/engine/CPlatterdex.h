@@ -1,9 +1,6 @@
 #pragma once
 
-#include "deck/AudioRecorder.h"
-#include "deck/BatchAnalysisThread.h"
 #include "deck/DeckWorld.h"
-#include "deck/FileStreamPlayer.h"
 #include "deck/GridCommands.h"
 #include "deck/LoopCommands.h"
 #include "deck/Transport.h"
@@ -11,12 +8,15 @@
 #include "engine/EngineWorld.h"
 #include "engine/HostTransport.h"
 #include "fx/EffectRack.h"
+#include "mixer/AudioRecorder.h"
 #include "mixer/Equaliser.h"
 #include "mixer/MasterLimiter.h"
 #include "mixer/Meters.h"
 #include "settings/EngineSettings.h"
 #include "support/ListenerList.h"
 #include "support/RandGeneratorLCG.h"
+#include "tracks/BatchAnalysisThread.h"
+#include "tracks/FileStreamPlayer.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 

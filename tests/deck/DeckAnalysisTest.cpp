@@ -1,10 +1,11 @@
 #include "deck/DeckAnalysis.h"
 #include "DeckFixture.h"
-#include "DrumFile.h"
 #include "adec/BuiltDecoder.h"
 #include "analysis/files/AnalysisFile.h"
 #include "deck/AnalysisThread.h"
+#include "shared/DrumFile.h"
 #include "shared/TemporaryFolder.h"
+#include "tracks/FileAnalysis.h"
 
 #include <gtest/gtest.h>
 
@@ -249,4 +250,29 @@ TEST (DeckAnalysis, TheGridOfAPlayingDeckAppearsAsAWhole)
     }
     EXPECT_TRUE (sawNone);
     EXPECT_GT (deck.numBeats, 0);
+}
+
+TEST (DeckAnalysis, ADeckFindsWhatTheAnalysisOfItsFileFinds)
+{
+    const TemporaryFolder folder;
+    const AdecSharedLibrary decoder { juce::File (builtDecoder()) };
+    DeckFixture decks { juce::File (builtDecoder()) };
+    for (const double seconds : { 8.0, 29.5, 31.0 }) // clips, and a track
+    {
+        const auto track = writeDrums (folder.file ("a.wav"), seconds, 128.0);
+        FileAnalysis::Request request;
+        request.track = track;
+        request.folder = folder.file (juce::String (seconds));
+        const auto result = FileAnalysis::run (request, decoder, decks.pacing);
+        loadTrack (decks.world, track, 0);
+        decks.deck().importThread->waitUntilIdle();
+        EXPECT_EQ (result.fault, "");
+        EXPECT_EQ (result.seconds, seconds);
+        EXPECT_TRUE (result.isWritten && !result.wasStored);
+        EXPECT_EQ (*result.analysis.beatMarks, decks.deck().beats) << seconds;
+        EXPECT_EQ (result.analysis.tempoTracker, decks.deck().bpm) << seconds;
+        EXPECT_EQ (result.analysis.downbeatId, decks.deck().downbeatIndex) << seconds;
+        EXPECT_NEAR (*result.analysis.autogain, decks.deck().autogain, 0.002) << seconds;
+        EXPECT_FALSE (result.analysis.cues);
+    }
 }

@@ -5,8 +5,8 @@
 #include "deck/FileImportThread.h"
 #include "deck/GridCommands.h"
 #include "deck/LoopCommands.h"
-#include "deck/TrackIngest.h"
 #include "deck/Transport.h"
+#include "tracks/TrackIngest.h"
 
 #include <cmath>
 #include <functional>
@@ -56,7 +56,7 @@ struct DeckFixture
         }
         deck (index).resetTrack();
         deck (index).sampleRate = trackRate;
-        TrackIngest ingest (deck (index));
+        TrackIngest ingest (deck (index).trackTarget());
         ingest.append (left.data(), right.data(), frames);
         deck (index).isTrackLoaded = 1;
     }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "deck/TrackIngest.h"
 #include "offline/OfflineHost.h"
 #include "shared/TemporaryFolder.h"
+#include "tracks/TrackIngest.h"
 
 #include <gtest/gtest.h>
 
@@ -72,7 +72,7 @@ struct ClickDecks
                     static_cast<int16_t> (26000.0 * std::exp (-t / 80.0) * std::cos (t * 0.4274));
             }
         }
-        TrackIngest (player).append (samples.data(), samples.data(), frames);
+        TrackIngest (player.trackTarget()).append (samples.data(), samples.data(), frames);
         player.isTrackLoaded = 1;
         player.numBeats = static_cast<int32_t> (player.beats.size());
         player.downbeatPosition = player.beats.front().pos;

@@ -2,10 +2,10 @@
 
 #include "analysis/files/AnalysisFile.h"
 #include "cli/TerminalOutput.h"
-#include "deck/FileAnalysis.h"
 #include "library/formats/M3u.h"
 #include "library/import/FolderWalk.h"
 #include "support/AudioFileTypes.h"
+#include "tracks/FileAnalysis.h"
 
 #include <algorithm>
 

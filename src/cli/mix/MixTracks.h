@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/TerminalProgress.h"
-#include "deck/AdecSharedLibrary.h"
+#include "tracks/AdecSharedLibrary.h"
 
 #include <juce_core/juce_core.h>
 

@@ -3,11 +3,11 @@
 #include "cli/Interruption.h"
 #include "cli/RootFolder.h"
 #include "cli/TerminalOutput.h"
-#include "deck/FileAnalysis.h"
 #include "library/import/FolderWalk.h"
 #include "library/tags/ReadTags.h"
 #include "settings/SettingsFile.h"
 #include "support/AudioFileTypes.h"
+#include "tracks/FileAnalysis.h"
 
 #include <array>
 #include <atomic>

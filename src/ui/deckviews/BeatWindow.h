@@ -1,6 +1,6 @@
 #pragma once
 
-#include "deck/BeatGrid.h"
+#include "tracks/BeatGrid.h"
 
 #include <juce_core/juce_core.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "deck/TrackOverview.h"
+#include "tracks/TrackOverview.h"
 #include "ui/deckviews/TrackScale.h"
 
 #include <juce_graphics/juce_graphics.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "deck/PXAudioSampleBuffer.h"
+#include "tracks/PXAudioSampleBuffer.h"
 
 #include <cstdint>
 

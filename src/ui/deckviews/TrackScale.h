@@ -1,6 +1,6 @@
 #pragma once
 
-#include "deck/DeckNumbers.h"
+#include "tracks/TrackOverview.h"
 
 #include <algorithm>
 #include <cmath>

@@ -65,7 +65,8 @@ TEST (DeckWaveform, DrawsNoMoreThanWhatComesIntoView)
         EXPECT_NEAR (drawn (scale), 3 * scale, 1.0);
 
         // What has been decoded meanwhile appears: from entry 97 to the right edge at entry 3 + 202.
-        TrackIngest (bench.deck()).append (samples.data() + 50'176, samples.data() + 50'176, 10'000);
+        TrackIngest (bench.deck().trackTarget())
+            .append (samples.data() + 50'176, samples.data() + 50'176, 10'000);
         EXPECT_NEAR (drawn (scale), (205 - 97) * scale, 2.0 * scale);
         EXPECT_TRUE (ViewBench::same (ViewBench::picture (view, scale), freshPicture (bench, scale)));
     }

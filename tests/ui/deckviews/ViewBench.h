@@ -1,9 +1,9 @@
 #pragma once
 
-#include "deck/TrackIngest.h"
 #include "engine/CPlatterdex.h"
 #include "shared/Signals.h"
 #include "shared/TemporaryFolder.h"
+#include "tracks/TrackIngest.h"
 
 #include <gtest/gtest.h>
 
@@ -37,7 +37,8 @@ public:
         const juce::ScopedLock lock (engine.getCallbackLock());
         deck (index).resetTrack();
         deck (index).overview->clear();
-        TrackIngest (deck (index)).append (samples.data(), samples.data(), static_cast<int> (samples.size()));
+        TrackIngest (deck (index).trackTarget())
+            .append (samples.data(), samples.data(), static_cast<int> (samples.size()));
         deck (index).isTrackLoaded = 1;
         deck (index).bpm = 120.0;
         deck (index).fixedGrid = 1;

@@ -1,4 +1,4 @@
-#include "deck/TrackIngest.h"
+#include "tracks/TrackIngest.h"
 
 #include "support/OnePole.h"
 
@@ -34,7 +34,7 @@ uint8_t smoothed (uint8_t old, double target)
 }
 }
 
-TrackIngest::TrackIngest (DeckPlayer& target) : deck (target), written (target.loadedFrames)
+TrackIngest::TrackIngest (const TrackTarget& t) : target (t), written (t.frames)
 {
     CFFT::create (fft, framesPerOverviewEntry);
 }
@@ -45,8 +45,8 @@ int TrackIngest::append (const int16_t* left, const int16_t* right, int frames)
     if (frames <= 0)
         return 0;
 
-    std::memcpy (deck.audioMemory.left() + written, left, static_cast<size_t> (frames) * sizeof (int16_t));
-    std::memcpy (deck.audioMemory.right() + written, right, static_cast<size_t> (frames) * sizeof (int16_t));
+    std::memcpy (target.samples.left() + written, left, static_cast<size_t> (frames) * sizeof (int16_t));
+    std::memcpy (target.samples.right() + written, right, static_cast<size_t> (frames) * sizeof (int16_t));
 
     for (int done = 0; done < frames;)
     {
@@ -61,8 +61,7 @@ int TrackIngest::append (const int16_t* left, const int16_t* right, int frames)
             closeEntry();
     }
 
-    deck.decodedCount = written;
-    deck.loadedFrames = written;
+    target.frames = written;
     return frames;
 }
 
@@ -90,8 +89,8 @@ void TrackIngest::accumulate (const int16_t* left, const int16_t* right, int fra
     const auto entry = static_cast<size_t> (written / framesPerOverviewEntry);
     greatest = std::max (greatest, high >> overviewShift);
     smallest = std::min (smallest, low >> overviewShift);
-    deck.overview->overviewMax[entry] = static_cast<int8_t> (greatest);
-    deck.overview->overviewMin[entry] = static_cast<int8_t> (smallest);
+    target.overview.overviewMax[entry] = static_cast<int8_t> (greatest);
+    target.overview.overviewMin[entry] = static_cast<int8_t> (smallest);
     levelSum += sum;
     levelFrames += frames;
     entryFrames += frames;
@@ -100,7 +99,7 @@ void TrackIngest::accumulate (const int16_t* left, const int16_t* right, int fra
 void TrackIngest::closeLevel()
 {
     const auto entry = static_cast<size_t> ((written - 1) / framesPerOverviewEntry);
-    deck.overview->overviewLevel[entry] = toByte (std::sqrt (static_cast<double> (levelSum) * levelScale));
+    target.overview.overviewLevel[entry] = toByte (std::sqrt (static_cast<double> (levelSum) * levelScale));
     levelFrames = 0;
     levelSum = 0;
 }
@@ -143,7 +142,7 @@ void TrackIngest::closeEntry()
     colours.low = smoothed (colours.low, smoothStep ((low - least) / range) * 150.0);
     colours.mid = smoothed (colours.mid, (mid - least) / range * 160.0);
     colours.high = smoothed (colours.high, smoothStep ((high - least) / range) * 170.0);
-    deck.overview->overviewLow[entry] = colours.low;
-    deck.overview->overviewMid[entry] = colours.mid;
-    deck.overview->overviewHigh[entry] = colours.high;
+    target.overview.overviewLow[entry] = colours.low;
+    target.overview.overviewMid[entry] = colours.mid;
+    target.overview.overviewHigh[entry] = colours.high;
 }

@@ -1,13 +1,17 @@
-#include "deck/BatchAnalysisThread.h"
+#include "tracks/BatchAnalysisThread.h"
 
-#include "deck/FileAnalysis.h"
+#include "tracks/FileAnalysis.h"
 
-BatchAnalysisThread::BatchAnalysisThread (DeckWorld& w, const juce::File& decoderLibrary)
+BatchAnalysisThread::BatchAnalysisThread (const juce::File& decoderLibrary, const juce::File& analysisFolder,
+                                          const EngineSettings& s, ListenerList& l, Pacing& p)
     : Thread ("BatchAnalysisThread"),
-      world (w),
-      decoder (decoderLibrary)
+      decoder (decoderLibrary),
+      folder (analysisFolder),
+      settings (s),
+      listeners (l),
+      pacing (p)
 {
-    startThread (world.pacing.workerPriority());
+    startThread (pacing.workerPriority());
 }
 
 BatchAnalysisThread::~BatchAnalysisThread()
@@ -98,13 +102,13 @@ void BatchAnalysisThread::analyse (const Job& job)
 {
     FileAnalysis::Request request;
     request.track = job.file;
-    request.folder = world.beatmarks;
-    request.tempoRangeIndex = world.settings.tempoRangeIndex;
+    request.folder = folder;
+    request.tempoRangeIndex = settings.tempoRangeIndex;
     request.isAgain = job.isAgain;
     request.mayGoOn = [this] { return !stopping; };
     request.progress = [this] (double seconds) { currentSeconds = seconds; };
-    const auto result = FileAnalysis::run (request, decoder, world.pacing);
+    const auto result = FileAnalysis::run (request, decoder, pacing);
     const auto& marks = result.analysis.beatMarks;
     if (result.fault.isEmpty() && !result.isCancelled && marks && !marks->empty())
-        world.listeners.postTempo (job.file.getFullPathName(), result.analysis.tempoTracker);
+        listeners.postTempo (job.file.getFullPathName(), result.analysis.tempoTracker);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "deck/AdecSharedLibrary.h"
+#include "tracks/AdecSharedLibrary.h"
 
 #include <functional>
 #include <span>

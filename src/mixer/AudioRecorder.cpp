@@ -1,4 +1,4 @@
-#include "deck/AudioRecorder.h"
+#include "mixer/AudioRecorder.h"
 
 #include <algorithm>
 

@@ -1,7 +1,9 @@
 #pragma once
 
-#include "deck/AdecSharedLibrary.h"
-#include "deck/DeckWorld.h"
+#include "settings/EngineSettings.h"
+#include "support/ListenerList.h"
+#include "support/Pacing.h"
+#include "tracks/AdecSharedLibrary.h"
 
 #include <atomic>
 #include <mutex>
@@ -12,8 +14,10 @@
 class BatchAnalysisThread : private juce::Thread
 {
 public:
-    /** @param decoderLibrary   where the decoder's shared library lies */
-    BatchAnalysisThread (DeckWorld&, const juce::File& decoderLibrary);
+    /** @param decoderLibrary   where the decoder's shared library lies
+        @param analysisFolder   takes the analysis files */
+    BatchAnalysisThread (const juce::File& decoderLibrary, const juce::File& analysisFolder,
+                         const EngineSettings&, ListenerList&, Pacing&);
 
     /** Stops and ends the thread. */
     ~BatchAnalysisThread() override;
@@ -53,8 +57,11 @@ private:
     void analyse (const Job&);
     bool takeNext (Job&);
 
-    DeckWorld& world;
     AdecSharedLibrary decoder;
+    const juce::File folder;
+    const EngineSettings& settings;
+    ListenerList& listeners;
+    Pacing& pacing;
 
     mutable std::mutex listLock;
     std::vector<Job> list; ///< those before `done` are done

@@ -1,10 +1,9 @@
-#include "deck/FileAnalysis.h"
-#include "DeckFixture.h"
-#include "DrumFile.h"
+#include "tracks/FileAnalysis.h"
 #include "adec/BuiltDecoder.h"
 #include "analysis/files/AnalysisFile.h"
-#include "deck/BatchAnalysisThread.h"
+#include "shared/DrumFile.h"
 #include "shared/TemporaryFolder.h"
+#include "tracks/BatchAnalysisThread.h"
 
 #include <gtest/gtest.h>
 
@@ -22,6 +21,7 @@ FileAnalysis::Result analyse (const juce::File& track, const juce::File& folder,
 }
 }
 
+<<<<<<< HEAD:tests/deck/FileAnalysisTest.cpp
 TEST (FileAnalysis, AgreesWithWhatADeckFinds)
 {
     const TemporaryFolder folder;
@@ -43,6 +43,8 @@ TEST (FileAnalysis, AgreesWithWhatADeckFinds)
     }
 }
 
+=======
+>>>>>>> 8920900 (Give tracks a floor of their own below the decks):tests/tracks/FileAnalysisTest.cpp
 TEST (FileAnalysis, ReadsWhatIsKeptAndOnlyForcedKeepsHandsWork)
 {
     const TemporaryFolder folder;
@@ -70,7 +72,7 @@ TEST (FileAnalysis, ReadsWhatIsKeptAndOnlyForcedKeepsHandsWork)
 
 TEST (FileAnalysis, ABatchGoesThroughItsListAndTellsTempos)
 {
-    struct Hearing : DeckFixture, EngineListener
+    struct Hearing : EngineListener
     {
         void engineEvent (EngineEvent, int) override {}
         void engineMessage (const juce::String&, int) override {}
@@ -79,17 +81,25 @@ TEST (FileAnalysis, ABatchGoesThroughItsListAndTellsTempos)
             heard << juce::File (path).getFileNameWithoutExtension() << " " << juce::roundToInt (bpm) << ",";
         }
         juce::String heard;
-    } decks;
+        ListenerList listeners;
+        EngineSettings settings;
+        Pacing pacing { Pacing::Mode::offline };
+    } engine;
     const TemporaryFolder folder;
-    decks.world.beatmarks = folder.file ("beatmarks");
-    decks.listeners.add (decks);
+    const auto marks = folder.file ("beatmarks");
+    engine.listeners.add (engine);
     juce::StringArray paths;
     folder.file ("b.wav").replaceWithText ("no audio");
     for (const auto& track : { writeDrums (folder.file ("a.wav"), 6.0, 120.0), folder.file ("b.wav"),
                                writeDrums (folder.file ("c.wav"), 6.0, 110.0, 1) })
         paths.add (track.getFullPathName());
 
+<<<<<<< HEAD:tests/deck/FileAnalysisTest.cpp
     BatchAnalysisThread batch (decks.world, juce::File (builtDecoder()));
+=======
+    BatchAnalysisThread batch (juce::File (builtDecoder()), marks, engine.settings, engine.listeners,
+                               engine.pacing);
+>>>>>>> 8920900 (Give tracks a floor of their own below the decks):tests/tracks/FileAnalysisTest.cpp
     EXPECT_EQ (batch.progress().text(), "");
     batch.addFiles (paths);
     for (auto at = batch.progress(); at.isRunning; at = batch.progress())
@@ -98,11 +108,11 @@ TEST (FileAnalysis, ABatchGoesThroughItsListAndTellsTempos)
             continue;
         ASSERT_EQ (at.text(), "Analyzing [" + juce::String (at.done) + "/3] : " + at.name);
     }
-    decks.listeners.deliver();
-    EXPECT_EQ (decks.heard, "a 120,c 110,");
+    engine.listeners.deliver();
+    EXPECT_EQ (engine.heard, "a 120,c 110,");
 
     // Of a mono file the tempo is found, and no loudness.
-    const auto mono = AnalysisFile::read (AnalysisFile::forTrack (decks.world.beatmarks, paths[2]));
+    const auto mono = AnalysisFile::read (AnalysisFile::forTrack (marks, paths[2]));
     ASSERT_TRUE (mono);
     EXPECT_FALSE (mono->autogain);
     EXPECT_FALSE (mono->cues);
@@ -112,11 +122,11 @@ TEST (FileAnalysis, ABatchGoesThroughItsListAndTellsTempos)
         batch.addFiles ({ longTrack });
     batch.stop();
     EXPECT_FALSE (batch.progress().isRunning);
-    EXPECT_FALSE (AnalysisFile::read (AnalysisFile::forTrack (decks.world.beatmarks, longTrack)));
+    EXPECT_FALSE (AnalysisFile::read (AnalysisFile::forTrack (marks, longTrack)));
     batch.addFiles (paths);
     batch.waitUntilIdle();
-    decks.listeners.deliver();
-    EXPECT_EQ (decks.heard, "a 120,c 110,a 120,c 110,");
+    engine.listeners.deliver();
+    EXPECT_EQ (engine.heard, "a 120,c 110,a 120,c 110,");
     batch.addFiles ({ longTrack }); // runs when everything ends
-    decks.listeners.remove (decks);
+    engine.listeners.remove (engine);
 }

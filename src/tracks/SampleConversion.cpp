@@ -1,4 +1,4 @@
-#include "deck/SampleConversion.h"
+#include "tracks/SampleConversion.h"
 
 #include <bit>
 #include <cstring>

@@ -1,20 +1,31 @@
 #pragma once
 
 #include "analysis/signal/Fft.h"
-#include "deck/DeckPlayer.h"
+#include "support/Relaxed.h"
+#include "tracks/PXAudioSampleBuffer.h"
+#include "tracks/TrackOverview.h"
 
 #include <array>
 #include <memory>
 
-/** Writes decoded frames into a deck's memory and, on the way, the waveform data that views draw.
-    One per job of the deck's loader, on its thread. */
+/** References to the memory that a loader fills while others read it. */
+struct TrackTarget
+{
+    PXAudioSampleBuffer& samples;
+    TrackOverview& overview;
+    Published<int32_t>& frames;    ///< frames that are there; what lies below them is complete
+    Published<double>& sampleRate; ///< of the file, in Hz
+};
+
+/** Writes decoded frames into a track's memory and, on the way, the waveform data that views draw.
+    One per load, on its thread. */
 class TrackIngest
 {
 public:
-    /** Goes on where the deck's frames end, which is the start of an entry: a job begins with an emptied deck. */
-    explicit TrackIngest (DeckPlayer&);
+    /** Goes on after the target's frames, at the start of an entry: a load begins with an emptied target. */
+    explicit TrackIngest (const TrackTarget&);
 
-    /** Appends frames and publishes them to the audio thread. Frames beyond the deck's memory are dropped.
+    /** Appends frames and publishes them to the audio thread. Frames beyond the memory are dropped.
         @returns frames written */
     int append (const int16_t* left, const int16_t* right, int frames);
 
@@ -29,7 +40,7 @@ private:
     void closeLevel();
     void closeEntry();
 
-    DeckPlayer& deck;
+    const TrackTarget target;
     int32_t written;
 
     // The entry that is being filled

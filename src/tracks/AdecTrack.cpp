@@ -1,7 +1,7 @@
-#include "deck/AdecTrack.h"
+#include "tracks/AdecTrack.h"
 
-#include "deck/SampleConversion.h"
 #include "support/AudioThread.h"
+#include "tracks/SampleConversion.h"
 
 AdecTrack::AdecTrack (const AdecSharedLibrary& library, const juce::File& path) : adec (library)
 {

@@ -1,4 +1,4 @@
-#include "deck/BeatGrid.h"
+#include "tracks/BeatGrid.h"
 
 #include <algorithm>
 #include <cmath>

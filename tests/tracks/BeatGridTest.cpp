@@ -1,4 +1,4 @@
-#include "deck/BeatGrid.h"
+#include "tracks/BeatGrid.h"
 
 #include <gtest/gtest.h>
 

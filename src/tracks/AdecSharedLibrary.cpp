@@ -1,4 +1,4 @@
-#include "deck/AdecSharedLibrary.h"
+#include "tracks/AdecSharedLibrary.h"
 
 namespace
 {

@@ -1,13 +1,15 @@
 #pragma once
 
-#include "deck/DeckNumbers.h"
-#include "deck/PXAudioSampleBuffer.h"
 #include "support/Relaxed.h"
+#include "tracks/PXAudioSampleBuffer.h"
 
 #include <array>
 #include <cstdint>
 
-/** The waveform data of a deck: one entry per 512 frames, written by the deck's loader while views read it.
+/** Frames per entry of the waveform data. */
+inline constexpr int framesPerOverviewEntry = 512;
+
+/** The waveform data of a track: one entry per 512 frames, written by its loader while views read it.
     A view may see an entry half done; it draws it again later. */
 struct TrackOverview
 {

@@ -1,4 +1,4 @@
-#include "deck/FileStreamPlayer.h"
+#include "tracks/FileStreamPlayer.h"
 
 #include "shared/TemporaryFolder.h"
 

@@ -1,8 +1,8 @@
-#include "deck/TrackDecoder.h"
+#include "tracks/TrackDecoder.h"
 
-#include "deck/AdecTrack.h"
-#include "deck/SampleConversion.h"
-#include "deck/TrackIngest.h"
+#include "tracks/AdecTrack.h"
+#include "tracks/SampleConversion.h"
+#include "tracks/TrackIngest.h"
 
 #include <juce_audio_formats/juce_audio_formats.h>
 
@@ -18,7 +18,7 @@ constexpr int framesPerPause = 8192, framesToShow = 1'310'720;
 class JobProgress
 {
 public:
-    JobProgress (DeckPlayer& d, DeckWorld& w) : deck (d), world (w), ingest (d) {}
+    JobProgress (const TrackTarget& t, const DecodeJob& j) : target (t), job (j), ingest (t) {}
 
     void append (const int16_t* left, const int16_t* right, int frames)
     {
@@ -28,29 +28,26 @@ public:
         if (sincePause >= framesPerPause)
         {
             sincePause = 0;
-            world.pacing.pause();
+            job.pacing.pause();
         }
         if (!shown && total > framesToShow)
         {
             shown = true;
-            world.listeners.post (EngineEvent::waveformReady, deck.index);
+            job.enoughToShow();
         }
     }
 
-    bool mayGoOn() const
-    {
-        return deck.cancelLoad == 0 && deck.loadedFrames < PXAudioSampleBuffer::maxFrames;
-    }
+    bool mayGoOn() const { return job.mayGoOn() && target.frames < PXAudioSampleBuffer::maxFrames; }
 
 private:
-    DeckPlayer& deck;
-    DeckWorld& world;
+    const TrackTarget& target;
+    const DecodeJob& job;
     TrackIngest ingest;
     int total = 0, sincePause = 0;
     bool shown = false;
 };
 
-void decodeWithToolkit (const juce::File& file, DeckPlayer& deck, JobProgress& job)
+void decodeWithJuce (const juce::File& file, const TrackTarget& target, JobProgress& job)
 {
     juce::AudioFormatManager formats;
     formats.registerBasicFormats();
@@ -58,7 +55,7 @@ void decodeWithToolkit (const juce::File& file, DeckPlayer& deck, JobProgress& j
     if (reader == nullptr || reader->numChannels < 1 || reader->numChannels > 2
         || !(reader->sampleRate > 0.0 && std::isfinite (reader->sampleRate)))
         return;
-    deck.sampleRate = reader->sampleRate;
+    target.sampleRate = reader->sampleRate;
 
     constexpr int pieceFrames = 4096;
     juce::AudioBuffer<float> piece (2, pieceFrames);
@@ -69,11 +66,11 @@ void decodeWithToolkit (const juce::File& file, DeckPlayer& deck, JobProgress& j
             static_cast<int> (std::min<juce::int64> (pieceFrames, reader->lengthInSamples - done));
         if (!reader->read (&piece, 0, frames, done, true, true))
             return;
-        const auto convert = [&] (int channel, int16_t* target)
+        const auto convert = [&] (int channel, int16_t* side)
         {
             std::array<int16_t, pieceFrames> unused;
             const std::span samples (piece.getReadPointer (channel), static_cast<size_t> (frames));
-            convertTo16Bit (std::as_bytes (samples), adecSampleFloat, 1, target, unused.data());
+            convertTo16Bit (std::as_bytes (samples), adecSampleFloat, 1, side, unused.data());
         };
         convert (0, left.data());
         convert (1, right.data());
@@ -82,14 +79,14 @@ void decodeWithToolkit (const juce::File& file, DeckPlayer& deck, JobProgress& j
 }
 }
 
-void decodeTrack (const juce::File& file, const AdecSharedLibrary& library, DeckPlayer& deck,
-                  DeckWorld& world)
+void decodeTrack (const juce::File& file, const AdecSharedLibrary& library, const TrackTarget& target,
+                  const DecodeJob& decodeJob)
 {
     assertMayBlock();
-    JobProgress job (deck, world);
+    JobProgress job (target, decodeJob);
     if (AdecTrack track (library, file); track.isPlayable() && job.mayGoOn())
     {
-        deck.sampleRate = track.sampleRate();
+        target.sampleRate = track.sampleRate();
         std::vector<int16_t> left (track.mostFrames()), right (track.mostFrames());
         track.decode (
             [&] (std::span<const std::byte> samples)
@@ -100,6 +97,6 @@ void decodeTrack (const juce::File& file, const AdecSharedLibrary& library, Deck
                 return job.mayGoOn();
             });
     }
-    if (deck.loadedFrames < 1 && job.mayGoOn())
-        decodeWithToolkit (file, deck, job);
+    if (target.frames < 1 && job.mayGoOn())
+        decodeWithJuce (file, target, job);
 }

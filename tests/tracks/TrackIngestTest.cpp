@@ -1,15 +1,26 @@
-#include "DeckFixture.h"
+#include "tracks/TrackIngest.h"
 #include "shared/Signals.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <complex>
+#include <memory>
 #include <numbers>
 
 namespace
 {
-constexpr double rate = DeckFixture::rate;
+constexpr double rate = 44100.0;
+
+struct Track
+{
+    TrackTarget target() { return { samples, *overview, frames, sampleRate }; }
+
+    PXAudioSampleBuffer samples;
+    std::unique_ptr<TrackOverview> overview = std::make_unique<TrackOverview>();
+    Published<int32_t> frames;
+    Published<double> sampleRate { rate };
+};
 
 int entryOf (int frame)
 {
@@ -17,9 +28,9 @@ int entryOf (int frame)
 }
 
 /** Appends a stereo pair in pieces of odd sizes. */
-void ingest (DeckPlayer& deck, const std::vector<int16_t>& left, const std::vector<int16_t>& right, int piece)
+void ingest (Track& track, const std::vector<int16_t>& left, const std::vector<int16_t>& right, int piece)
 {
-    TrackIngest into (deck);
+    TrackIngest into (track.target());
     for (int done = 0; done < static_cast<int> (left.size()); done += piece)
         into.append (left.data() + done, right.data() + done,
                      std::min (piece, static_cast<int> (left.size()) - done));
@@ -37,19 +48,18 @@ std::vector<int16_t> to16 (const std::vector<float>& signal)
 TEST (TrackIngest, PiecesOfAnySizeGiveTheSameTrackAndPicture)
 {
     const auto left = to16 (Signals::noise (20'011, 5, 0.9)), right = to16 (Signals::noise (20'011, 6, 0.4));
-    DeckFixture decks;
-    ingest (decks.deck (0), left, right, 20'011);
-    ingest (decks.deck (1), left, right, 1);
-    ingest (decks.deck (2), left, right, 577);
-    for (int d = 0; d < 3; ++d)
+    Track tracks[3];
+    ingest (tracks[0], left, right, 20'011);
+    ingest (tracks[1], left, right, 1);
+    ingest (tracks[2], left, right, 577);
+    for (const auto& track : tracks)
     {
-        const auto& deck = decks.deck (d);
-        ASSERT_EQ (deck.loadedFrames, 20'011);
-        ASSERT_TRUE (std::equal (left.begin(), left.end(), deck.audioMemory.left()));
-        ASSERT_TRUE (std::equal (right.begin(), right.end(), deck.audioMemory.right()));
+        ASSERT_EQ (track.frames, 20'011);
+        ASSERT_TRUE (std::equal (left.begin(), left.end(), track.samples.left()));
+        ASSERT_TRUE (std::equal (right.begin(), right.end(), track.samples.right()));
         for (size_t e = 0; e < 41; ++e)
         {
-            const auto &mine = *deck.overview, &first = *decks.deck (0).overview;
+            const auto &mine = *track.overview, &first = *tracks[0].overview;
             ASSERT_EQ (mine.overviewMax[e].get(), first.overviewMax[e].get());
             ASSERT_EQ (mine.overviewMin[e].get(), first.overviewMin[e].get());
             ASSERT_EQ (mine.overviewLevel[e].get(), first.overviewLevel[e].get());
@@ -63,8 +73,8 @@ TEST (TrackIngest, PiecesOfAnySizeGiveTheSameTrackAndPicture)
 TEST (TrackIngest, ThePeaksAreThoseOfTheSamplesShiftedBy10Bits)
 {
     const auto left = to16 (Signals::noise (4096, 7, 0.95)), right = to16 (Signals::noise (4096, 8, 0.2));
-    DeckFixture decks;
-    ingest (decks.deck(), left, right, 300);
+    Track track;
+    ingest (track, left, right, 300);
     for (int e = 0; e < 8; ++e)
     {
         int most = 0, least = 0;
@@ -74,31 +84,31 @@ TEST (TrackIngest, ThePeaksAreThoseOfTheSamplesShiftedBy10Bits)
                 most = std::max (most, (*side)[static_cast<size_t> (i)] >> 10);
                 least = std::min (least, (*side)[static_cast<size_t> (i)] >> 10);
             }
-        EXPECT_EQ (decks.deck().overview->overviewMax[static_cast<size_t> (e)], most);
-        EXPECT_EQ (decks.deck().overview->overviewMin[static_cast<size_t> (e)], least);
+        EXPECT_EQ (track.overview->overviewMax[static_cast<size_t> (e)], most);
+        EXPECT_EQ (track.overview->overviewMin[static_cast<size_t> (e)], least);
     }
 }
 
 TEST (TrackIngest, FullScaleAndSilenceReachTheEndsOfTheScales)
 {
-    DeckFixture decks;
+    Track track, lowestTrack, silent;
     std::vector<int16_t> square (20'480);
     for (size_t i = 0; i < square.size(); ++i)
         square[i] = i % 2 == 0 ? INT16_MAX : INT16_MIN;
-    ingest (decks.deck(), square, square, 1000);
-    const auto& loud = *decks.deck().overview;
+    ingest (track, square, square, 1000);
+    const auto& loud = *track.overview;
     EXPECT_EQ (loud.overviewMax[10], 31);
     EXPECT_EQ (loud.overviewMin[10], -32);
     EXPECT_EQ (loud.overviewLevel[10], 31); // root of the mean of 31 and 32 squared, over 511 of 512
 
     // The level runs over 511 frames of 512: a constant 32 stays below 32.
     const std::vector<int16_t> lowest (20'480, INT16_MIN);
-    ingest (decks.deck (2), lowest, lowest, 1000);
-    EXPECT_EQ (decks.deck (2).overview->overviewLevel[10], 31);
+    ingest (lowestTrack, lowest, lowest, 1000);
+    EXPECT_EQ (lowestTrack.overview->overviewLevel[10], 31);
 
     const std::vector<int16_t> silence (20'480);
-    ingest (decks.deck (1), silence, silence, 1000);
-    const auto& quiet = *decks.deck (1).overview;
+    ingest (silent, silence, silence, 1000);
+    const auto& quiet = *silent.overview;
     EXPECT_EQ (quiet.overviewMax[10], 0);
     EXPECT_EQ (quiet.overviewLevel[10], 0);
     EXPECT_EQ (quiet.overviewLow[10], 0);
@@ -157,14 +167,14 @@ TEST (TrackIngest, TheColoursAreThoseOfThePlainTransform)
     };
     for (size_t c = 0; c < cases.size(); ++c)
     {
-        DeckFixture decks;
+        Track track;
         const auto& [left, right] = cases[c];
-        ingest (decks.deck(), left, right, 777);
+        ingest (track, left, right, 777);
         const auto expected = plainColours (left, right);
         for (size_t e = 0; e < expected.size(); ++e)
         {
             // One unit for what single precision cuts off elsewhere.
-            const auto& overview = *decks.deck().overview;
+            const auto& overview = *track.overview;
             EXPECT_NEAR (overview.overviewLow[e], expected[e].low, 1) << c << ' ' << e;
             EXPECT_NEAR (overview.overviewMid[e], expected[e].mid, 1) << c << ' ' << e;
             EXPECT_NEAR (overview.overviewHigh[e], expected[e].high, 1) << c << ' ' << e;
@@ -174,14 +184,13 @@ TEST (TrackIngest, TheColoursAreThoseOfThePlainTransform)
 
 TEST (TrackIngest, WhatIsBeyondTheMemoryIsDropped)
 {
-    DeckFixture decks;
-    auto& deck = decks.deck();
-    deck.loadedFrames = PXAudioSampleBuffer::maxFrames - 100; // as after 12 minutes
-    TrackIngest into (deck);
+    Track track;
+    track.frames = PXAudioSampleBuffer::maxFrames - 100; // as after 12 minutes
+    TrackIngest into (track.target());
     const std::vector<int16_t> piece (1000, 7);
     EXPECT_EQ (into.append (piece.data(), piece.data(), 1000), 100);
     EXPECT_EQ (into.append (piece.data(), piece.data(), 1000), 0);
-    EXPECT_EQ (deck.loadedFrames, PXAudioSampleBuffer::maxFrames);
-    EXPECT_EQ (deck.audioMemory.left()[PXAudioSampleBuffer::maxFrames - 1], 7);
+    EXPECT_EQ (track.frames, PXAudioSampleBuffer::maxFrames);
+    EXPECT_EQ (track.samples.left()[PXAudioSampleBuffer::maxFrames - 1], 7);
     EXPECT_EQ (entryOf (PXAudioSampleBuffer::maxFrames - 1), TrackOverview::entries - 1);
 }

@@ -1,11 +1,11 @@
-#include "deck/FileAnalysis.h"
+#include "tracks/FileAnalysis.h"
 
 #include "analysis/files/AnalysisFile.h"
 #include "analysis/loudness/Autogain.h"
 #include "analysis/track/TrackAnalyser.h"
-#include "deck/AdecTrack.h"
-#include "deck/PXAudioSampleBuffer.h"
-#include "deck/SampleConversion.h"
+#include "tracks/AdecTrack.h"
+#include "tracks/PXAudioSampleBuffer.h"
+#include "tracks/SampleConversion.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "analysis/files/TrackAnalysis.h"
-#include "deck/AdecSharedLibrary.h"
 #include "support/Pacing.h"
+#include "tracks/AdecSharedLibrary.h"
 
 #include <functional>
 

@@ -1,4 +1,4 @@
-#include "deck/PXAudioSampleBuffer.h"
+#include "tracks/PXAudioSampleBuffer.h"
 
 #include <sys/mman.h>
 

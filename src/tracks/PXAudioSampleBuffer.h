@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/** A deck's track: 2 channels of signed 16-bit samples, room for 720 seconds at 44.1 kHz.
+/** A track in memory: 2 channels of signed 16-bit samples, room for 720 seconds at 44.1 kHz.
 
     The address space is taken at construction; the system commits a page when it is first written, so an unused deck
     costs no memory and the audio thread, which reads only what has been written, never meets an uncommitted page. */
