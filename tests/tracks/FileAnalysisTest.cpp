@@ -21,30 +21,6 @@ FileAnalysis::Result analyse (const juce::File& track, const juce::File& folder,
 }
 }
 
-<<<<<<< HEAD:tests/deck/FileAnalysisTest.cpp
-TEST (FileAnalysis, AgreesWithWhatADeckFinds)
-{
-    const TemporaryFolder folder;
-    DeckFixture decks { juce::File (builtDecoder()) };
-    for (const double seconds : { 8.0, 29.5, 31.0 }) // clips, and a track
-    {
-        const auto track = writeDrums (folder.file ("a.wav"), seconds, 128.0);
-        const auto result = analyse (track, folder.file (juce::String (seconds)));
-        loadTrack (decks.world, track, 0);
-        decks.deck().importThread->waitUntilIdle();
-        EXPECT_EQ (result.fault, "");
-        EXPECT_EQ (result.seconds, seconds);
-        EXPECT_TRUE (result.isWritten && !result.wasStored);
-        EXPECT_EQ (*result.analysis.beatMarks, decks.deck().beats) << seconds;
-        EXPECT_EQ (result.analysis.tempoTracker, decks.deck().bpm) << seconds;
-        EXPECT_EQ (result.analysis.downbeatId, decks.deck().downbeatIndex) << seconds;
-        EXPECT_NEAR (*result.analysis.autogain, decks.deck().autogain, 0.002) << seconds;
-        EXPECT_FALSE (result.analysis.cues);
-    }
-}
-
-=======
->>>>>>> 8920900 (Give tracks a floor of their own below the decks):tests/tracks/FileAnalysisTest.cpp
 TEST (FileAnalysis, ReadsWhatIsKeptAndOnlyForcedKeepsHandsWork)
 {
     const TemporaryFolder folder;
@@ -94,12 +70,8 @@ TEST (FileAnalysis, ABatchGoesThroughItsListAndTellsTempos)
                                writeDrums (folder.file ("c.wav"), 6.0, 110.0, 1) })
         paths.add (track.getFullPathName());
 
-<<<<<<< HEAD:tests/deck/FileAnalysisTest.cpp
-    BatchAnalysisThread batch (decks.world, juce::File (builtDecoder()));
-=======
     BatchAnalysisThread batch (juce::File (builtDecoder()), marks, engine.settings, engine.listeners,
                                engine.pacing);
->>>>>>> 8920900 (Give tracks a floor of their own below the decks):tests/tracks/FileAnalysisTest.cpp
     EXPECT_EQ (batch.progress().text(), "");
     batch.addFiles (paths);
     for (auto at = batch.progress(); at.isRunning; at = batch.progress())
