@@ -92,10 +92,10 @@ public:
                 // To and fro three times a second, with the play speed as its middle.
                 const auto wanted =
                     1.0 + 2.0 * std::sin (juce::MathConstants<double>::twoPi * 3.0 * time + deck);
-                engine->dispatch (jog + deck, static_cast<float> (wanted - engine.deck (deck).jogValue), 1.0f,
+                engine->dispatch (jog + deck, static_cast<float> (wanted - engine.deck (deck).head.jog), 1.0f,
                                   1.0f);
             }
-            if (engine.deck (deck).position > 0.95 * engine.deck (deck).loadedFrames)
+            if (engine.deck (deck).head.position > 0.95 * engine.deck (deck).track.loadedFrames)
                 engine->setParameter (seek + deck, 0.01f);
         }
     }

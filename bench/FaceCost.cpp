@@ -137,9 +137,9 @@ int main()
         const auto& track = tracks[static_cast<size_t> (deck) % tracks.size()];
         engine.putTrack (deck, renderDemoTrack (track), DemoTrack::sampleRate);
         auto& player = engine.deck (deck);
-        player.bpm = track.bpm;
-        player.fixedGrid = 1;
-        player.numBeats = 1;
+        player.marks.bpm = track.bpm;
+        player.marks.fixedGrid = 1;
+        player.track.numBeats = 1;
         engine->transport.playPause (deck);
     }
     engine->settings.editor[EditorPreference::fourDeckMode] = 1;

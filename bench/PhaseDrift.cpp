@@ -19,7 +19,7 @@ int main (int argc, char** argv)
     ClickDecks decks (false, 512);
     decks.put (0, { 121.37, 24000.0, 0.0, seconds });
     decks.put (1, { 126.91, 22050.0, 0.01, seconds });
-    decks.deck (0).pitch = 0.61;
+    decks.deck (0).tempo.pitch = 0.61;
     decks.playPause (0);
     decks.render (2.4);
     decks.syncLock (1);

@@ -46,15 +46,16 @@ public:
     explicit Deck (const Row& r) : row (r), engine (true, engineRate, framesPerCall), deck (engine.deck (0))
     {
         engine.putTrack (0, MusicLike::make (trackSeconds, engineRate), engineRate);
-        deck.bpm = bpm;
+        deck.marks.bpm = bpm;
         if (row.grid)
-            for (double at = 100.0; at < deck.loadedFrames; at += deck.beatFrames() / 2.0)
+            for (double at = 100.0; at < deck.track.loadedFrames; at += deck.beatFrames() / 2.0)
                 deck.beats.push_back ({ static_cast<int32_t> (at), bpm });
-        deck.numBeats = static_cast<int32_t> (deck.beats.size());
-        deck.playState = 1;
-        deck.position = deck.loopStart = start;
-        deck.loopMode = row.loopSize < 0 ? noLoop : beatLoop;
-        deck.loopSize = static_cast<int8_t> (std::max (0, row.loopSize));
+        deck.track.numBeats = static_cast<int32_t> (deck.beats.size());
+        deck.play.on = 1;
+        deck.place (start);
+        deck.loops.start = start;
+        deck.loops.mode = row.loopSize < 0 ? noLoop : beatLoop;
+        deck.loopSizes.loop = static_cast<int8_t> (std::max (0, row.loopSize));
         block.playFactor = 1.02;
         block.smoothing5ms = 0.99547;
         block.decay100ms = 0.99977;
@@ -67,8 +68,8 @@ public:
         const auto before = ownNanoseconds();
         for (int call = 0; call < callsPerRound; ++call)
         {
-            if (deck.position > 0.9 * deck.loadedFrames)
-                deck.position = start;
+            if (deck.head.position > 0.9 * deck.track.loadedFrames)
+                deck.place (start);
             if (row.reads)
             {
                 findNextBeat (deck);
@@ -87,7 +88,7 @@ private:
     void compare()
     {
         const auto course = block.course;
-        auto position = deck.position.get();
+        auto position = deck.head.position;
         const auto beat = position + 1.0e6;
         for (int i = 0; i < framesPerCall; ++i)
         {
@@ -96,8 +97,8 @@ private:
                 position = start;
             passed += position >= beat ? 1 : 0;
         }
-        deck.position = position;
-        deck.nextBeat = passed;
+        deck.place (position);
+        deck.head.nextBeat = passed;
     }
 
     static constexpr double start = 441'000.0;

@@ -35,12 +35,10 @@ Load load (BenchEngine& engine, const juce::File& file)
     const auto pausedBefore = engine->pacing.totalPausedMilliseconds();
     const auto usedBefore = Timing::processorNanoseconds (Timing::Threads::others);
 
+    unloadTrack (engine->decks, 0); // frames of another track would count as this one's
     const auto begin = Timing::nanoseconds();
     engine->loadTrack (file, 0);
-    // What the deck held before still counts until the loader's reset, which clears this flag.
-    while (deck.isTrackLoaded != 0 && deck.importThread->isBusy())
-        continue;
-    while (deck.loadedFrames < playableFrames && deck.importThread->isBusy())
+    while (deck.track.loadedFrames < playableFrames && deck.importThread->isBusy())
         continue;
     result.first = Timing::nanoseconds() - begin;
     while (deck.importThread->isBusy())
@@ -49,7 +47,7 @@ Load load (BenchEngine& engine, const juce::File& file)
 
     result.paused = static_cast<int64_t> ((engine->pacing.totalPausedMilliseconds() - pausedBefore) * 1e6);
     result.processor = Timing::processorNanoseconds (Timing::Threads::others) - usedBefore;
-    result.frames = deck.loadedFrames;
+    result.frames = deck.track.loadedFrames;
     return result;
 }
 

@@ -117,20 +117,20 @@ void loadDemo (BenchEngine& engine)
         const auto& track = tracks[static_cast<size_t> (d) % tracks.size()];
         engine.putTrack (d, renderDemoTrack (track), DemoTrack::sampleRate);
         auto& deck = engine.deck (d);
-        deck.bpm = track.bpm;
-        deck.fixedGrid = 1;
-        deck.numBeats = 1;
-        deck.downbeatPosition = static_cast<int32_t> (track.barFrames (8));
+        deck.marks.bpm = track.bpm;
+        deck.marks.fixedGrid = 1;
+        deck.track.numBeats = 1;
+        deck.marks.downbeatPosition = static_cast<int32_t> (track.barFrames (8));
         for (int slot = 0; slot < 3; ++slot)
-            deck.cues[static_cast<size_t> (slot)] = static_cast<double> (track.barFrames (16 + slot));
-        deck.currentCue = 1;
+            deck.marks.cues[static_cast<size_t> (slot)] = static_cast<double> (track.barFrames (16 + slot));
+        deck.play.currentCue = 1;
         engine->transport.seekFrames (d, static_cast<double> (track.barFrames (17)) + 9000.0 * d);
     }
-    engine.deck (1).loopMode = 1;
-    engine.deck (1).loopStart = static_cast<double> (tracks[1].barFrames (17));
-    engine.deck (2).loopIn = static_cast<double> (tracks[2].barFrames (16));
-    engine.deck (2).loopOut = static_cast<double> (tracks[2].barFrames (18));
-    engine.deck (2).loopInSet = engine.deck (2).loopOutSet = 1;
+    engine.deck (1).loops.mode = 1;
+    engine.deck (1).loops.start = static_cast<double> (tracks[1].barFrames (17));
+    engine.deck (2).loops.in = static_cast<double> (tracks[2].barFrames (16));
+    engine.deck (2).loops.out = static_cast<double> (tracks[2].barFrames (18));
+    engine.deck (2).loops.inSet = engine.deck (2).loops.outSet = 1;
 }
 
 void measure (BenchEngine& engine, int width, double scale)

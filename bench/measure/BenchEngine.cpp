@@ -54,7 +54,6 @@ void BenchEngine::putTrack (int index, const juce::AudioBuffer<float>& audio, do
     target.resetTrack();
     target.sampleRate = fileRate;
     TrackIngest (target.trackTarget()).append (sides[0].data(), sides[1].data(), audio.getNumSamples());
-    target.isTrackLoaded = 1;
 }
 
 int64_t BenchEngine::processBlock()

@@ -48,7 +48,7 @@ bool ApplicationSession::isPerforming() const
 {
     return engine.recorder.isRecording()
            || std::any_of (engine.decks.decks.begin(), engine.decks.decks.end(),
-                           [] (const auto& deck) { return deck->playState != 0; });
+                           [] (const auto& deck) { return deck->play.on != 0; });
 }
 
 void ApplicationSession::askToQuit()
@@ -84,7 +84,7 @@ void ApplicationSession::loadDemoTracks()
     for (int deck = 0; deck < 2; ++deck)
     {
         const auto track = folder.getChildFile (::demoTracks()[static_cast<size_t> (deck)].fileName);
-        if (track.existsAsFile() && engine.decks.deck (deck)->loadedFrames == 0)
+        if (track.existsAsFile() && engine.decks.deck (deck)->track.loadedFrames == 0)
             engine.loadTrack (track, deck);
     }
 }

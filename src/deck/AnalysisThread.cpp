@@ -21,7 +21,7 @@ void AnalysisThread::requestAnalysis (float seedBpm)
 {
     assertMayBlock();
     const std::lock_guard guard (requestLock);
-    if (holds > 0 || deck.loadedFrames < 1)
+    if (holds > 0 || deck.track.loadedFrames < 1)
         return;
     stop();
     seed = seedBpm;
@@ -81,8 +81,8 @@ void AnalysisThread::run()
 void AnalysisThread::measure()
 {
     constexpr int blockFrames = 1024;
-    const int frames = deck.loadedFrames;
-    const double rate = deck.sampleRate;
+    const int frames = deck.track.loadedFrames;
+    const double rate = deck.track.sampleRate;
     TrackAnalyser analyser (rate, TrackAnalyser::isClip (frames, rate));
     for (int done = 0; done < frames && !stopping; done += blockFrames)
     {
@@ -99,9 +99,9 @@ void AnalysisThread::measure()
     if (tempo > 0.0)
     {
         const CallbackLock lock (world.callbackLock, "tempo of an analysis");
-        deck.bpm = deck.bpmAverage = tempo;
+        deck.marks.bpm = deck.marks.bpmAverage = tempo;
     }
-    world.listeners.postTempo (deck.texts().filePath, deck.bpm);
+    world.listeners.postTempo (deck.texts().filePath, deck.marks.bpm);
 }
 
 AnalysisThread::Hold::Hold (AnalysisThread* thread) : held (thread)

@@ -6,18 +6,18 @@
 #include <cmath>
 
 Course::Course (const DeckPlayer& deck) noexcept
-    : floor (deck.startPointOn != 0 ? deck.startPoint.get() : 0.0)
+    : floor (deck.marks.startPointOn != 0 ? deck.marks.startPoint.get() : 0.0)
 {
-    if (deck.playState == 0 || deck.loopMode == noLoop)
+    if (deck.play.on == 0 || deck.loops.mode == noLoop)
         return;
-    keepsBeat = deck.loopMode == beatLoop;
-    loopStart = keepsBeat ? deck.loopStart : deck.loopIn;
-    length = keepsBeat ? deck.beatLoopFrames() : deck.loopOut - deck.loopIn;
+    keepsBeat = deck.loops.mode == beatLoop;
+    loopStart = keepsBeat ? deck.loops.start : deck.loops.in;
+    length = keepsBeat ? deck.beatLoopFrames() : deck.loops.out - deck.loops.in;
     if (!(length >= shortestLoop) || !std::isfinite (length))
         return;
 
     end = loopStart + length;
-    if (deck.reverse != 0)
+    if (deck.play.reverse != 0)
     {
         begin = loopStart;
         // A reading that was put on the end comes from there, and is not sent back at once.

@@ -12,9 +12,11 @@ static_assert (TrackAnalysis::cueCount == cueSlotCount && TrackAnalysis::unsetCu
 /** Half beats of the track: those of its table or, without one, those of its tempo. */
 double numberOfBeats (const DeckPlayer& deck)
 {
-    if (deck.numBeats > 0)
-        return deck.numBeats;
-    return deck.sampleRate > 0.0 ? deck.loadedFrames / deck.sampleRate * deck.bpm / 30.0 : 0.0;
+    if (deck.track.numBeats > 0)
+        return deck.track.numBeats;
+    return deck.track.sampleRate > 0.0
+               ? deck.track.loadedFrames / deck.track.sampleRate * deck.marks.bpm / 30.0
+               : 0.0;
 }
 
 bool isHandMade (const TrackAnalysis::Cues& cues)
@@ -33,25 +35,25 @@ void applyAnalysis (DeckWorld& world, DeckPlayer& deck, TrackAnalysis analysis)
     // The old table is freed behind both locks.
     const std::lock_guard table (deck.beatsLock);
     const CallbackLock lock (world.callbackLock, "analysis");
-    deck.isAnalysed = hasGrid ? 1 : 0;
+    deck.track.isAnalysed = hasGrid ? 1 : 0;
     deck.beats.swap (marks);
-    deck.numBeats = static_cast<int32_t> (deck.beats.size());
-    deck.downbeatIndex = analysis.downbeatId;
-    deck.downbeatPosition = analysis.downbeatPos;
-    deck.bpm = analysis.tempoTracker;
-    deck.bpmAverage = analysis.tempoAverage;
+    deck.track.numBeats = static_cast<int32_t> (deck.beats.size());
+    deck.marks.downbeatIndex = analysis.downbeatId;
+    deck.marks.downbeatPosition = analysis.downbeatPos;
+    deck.marks.bpm = analysis.tempoTracker;
+    deck.marks.bpmAverage = analysis.tempoAverage;
     if (analysis.gridMode)
-        deck.fixedGrid = *analysis.gridMode != 0 ? 1 : 0;
+        deck.marks.fixedGrid = *analysis.gridMode != 0 ? 1 : 0;
     if (analysis.autogain)
-        deck.autogain = *analysis.autogain;
+        deck.track.autogain = *analysis.autogain;
     if (!analysis.cues)
         return;
-    std::copy (analysis.cues->cuePos.begin(), analysis.cues->cuePos.end(), deck.cues.begin());
-    deck.startPoint = analysis.cues->phaseStart;
+    std::copy (analysis.cues->cuePos.begin(), analysis.cues->cuePos.end(), deck.marks.cues.begin());
+    deck.marks.startPoint = analysis.cues->phaseStart;
     if (analysis.cues->transportCueSel)
-        deck.currentCue = *analysis.cues->transportCueSel;
+        deck.play.currentCue = *analysis.cues->transportCueSel;
     if (analysis.cues->transportStart)
-        deck.startPointOn = *analysis.cues->transportStart;
+        deck.marks.startPointOn = *analysis.cues->transportStart;
 }
 
 TrackAnalysis analysisOf (DeckWorld& world, DeckPlayer& deck)
@@ -64,18 +66,18 @@ TrackAnalysis analysisOf (DeckWorld& world, DeckPlayer& deck)
 
     // From here on nothing is allocated: what a loader resets meanwhile is reset as a whole.
     const CallbackLock lock (world.callbackLock, "what is saved of a deck");
-    if (deck.isAnalysed == 0)
+    if (deck.track.isAnalysed == 0)
         analysis.beatMarks.reset();
-    analysis.tempoTracker = deck.bpm;
-    analysis.tempoAverage = deck.bpmAverage;
-    analysis.downbeatId = deck.downbeatIndex;
-    analysis.downbeatPos = deck.downbeatPosition;
-    analysis.gridMode = deck.fixedGrid.get();
-    analysis.autogain = deck.autogain.get();
-    std::copy (deck.cues.begin(), deck.cues.end(), cues.cuePos.begin());
-    cues.phaseStart = deck.startPoint;
-    cues.transportCueSel = deck.currentCue.get();
-    cues.transportStart = deck.startPointOn.get();
+    analysis.tempoTracker = deck.marks.bpm;
+    analysis.tempoAverage = deck.marks.bpmAverage;
+    analysis.downbeatId = deck.marks.downbeatIndex;
+    analysis.downbeatPos = deck.marks.downbeatPosition;
+    analysis.gridMode = deck.marks.fixedGrid.get();
+    analysis.autogain = deck.track.autogain.get();
+    std::copy (deck.marks.cues.begin(), deck.marks.cues.end(), cues.cuePos.begin());
+    cues.phaseStart = deck.marks.startPoint;
+    cues.transportCueSel = deck.play.currentCue.get();
+    cues.transportStart = deck.marks.startPointOn.get();
     return analysis;
 }
 
@@ -104,8 +106,8 @@ bool loadAnalysis (DeckWorld& world, DeckPlayer& deck)
     if (!hasGrid)
     {
         // Whoever wrote it had measured nothing yet.
-        analysis->tempoTracker = deck.bpm;
-        analysis->tempoAverage = deck.bpmAverage;
+        analysis->tempoTracker = deck.marks.bpm;
+        analysis->tempoAverage = deck.marks.bpmAverage;
         analysis->autogain.reset();
     }
     applyAnalysis (world, deck, std::move (*analysis));
@@ -118,7 +120,7 @@ bool saveAnalysis (DeckWorld& world, DeckPlayer& deck)
 {
     assertMayBlock();
     const auto path = deck.texts().analysisPath;
-    if (path.isEmpty() || deck.loadedFrames < 1 || numberOfBeats (deck) <= 0.0)
+    if (path.isEmpty() || deck.track.loadedFrames < 1 || numberOfBeats (deck) <= 0.0)
         return true;
     auto analysis = analysisOf (world, deck);
     if (isStored (deck, analysis))

@@ -13,47 +13,47 @@ constexpr uint32_t scratchTimeOutMs = 26, touchTimeOutMs = 2000;
 
 void updateTempo (DeckWorld& world, DeckPlayer& deck) noexcept
 {
-    if (deck.scratchOn != 0)
+    if (deck.jog.scratchOn != 0)
         return;
     const auto tempo = TempoSync::followed (world, deck);
     if (auto& sync = world.setup (deck).sync; sync != 0)
     {
-        if (deck.oneShotSync != 0)
-            sync = deck.oneShotSync = 0;
-        deck.pitch = (tempo - 1.0) / world.pitchRange + 0.5;
+        if (deck.sync.oneShot != 0)
+            sync = deck.sync.oneShot = 0;
+        deck.tempo.pitch = (tempo - 1.0) / world.pitchRange + 0.5;
     }
-    deck.tempo = TempoSync::withHand (deck, tempo);
+    deck.tempo.factor = TempoSync::withHand (deck, tempo);
 }
 
 void stop (DeckWorld& world, DeckPlayer& deck) noexcept
 {
-    deck.playState = 0;
-    deck.cueHold = 0;
+    deck.play.on = 0;
+    deck.play.cueHold = 0;
     Transport::chooseMaster (world, deck);
 }
 }
 
 void DeckBlock::releaseScratch (DeckPlayer& deck) noexcept
 {
-    if (deck.scratchEnded != 0 && deck.jogValue == 0.0)
+    if (deck.jog.scratchEnded != 0 && deck.head.jog == 0.0)
     {
-        deck.scratchEnded = 0;
-        deck.resyncRequest = 1;
+        deck.jog.scratchEnded = 0;
+        deck.sync.resync = 1;
     }
 }
 
 void DeckBlock::render (DeckWorld& world, DeckPlayer& deck, float* left, float* right, int frames) noexcept
 {
-    if (deck.loadedFrames < 1)
+    if (deck.track.loadedFrames < 1)
     {
-        if (deck.playState != 0)
+        if (deck.play.on != 0)
             stop (world, deck);
         return;
     }
 
     updateTempo (world, deck);
     ReaderBlock block;
-    block.speedRatio = deck.sampleRate / world.engineRate;
+    block.speedRatio = deck.track.sampleRate / world.engineRate;
     block.smoothing5ms = world.smoothing5ms;
     block.decay100ms = world.decay100ms;
     block.leftGain = std::clamp (2.0 * (1.0 - deck.balance), 0.0, 1.0);
@@ -65,32 +65,32 @@ void DeckBlock::render (DeckWorld& world, DeckPlayer& deck, float* left, float* 
     deck.voice.render (world, deck, block, left, right, frames);
     deck.publishHeard();
 
-    if (deck.playState != 0 && deck.scratchOn == 0)
-        deck.elapsedOutput += frames;
+    if (deck.play.on != 0 && deck.jog.scratchOn == 0)
+        deck.play.elapsedOutput += frames;
     const auto heard = deck.heardPosition();
-    if (deck.playState != 0 && heard > 0.0 && heard >= deck.loadedFrames)
+    if (deck.play.on != 0 && heard > 0.0 && heard >= deck.track.loadedFrames)
         stop (world, deck);
 }
 
 void DeckBlock::checkTimeOuts (DeckWorld& world, DeckPlayer& deck) noexcept
 {
-    if (deck.scratchArmed == 0 && deck.jogTouched == 0)
+    if (deck.jog.scratchArmed == 0 && deck.jog.touched == 0)
         return;
-    const auto elapsed = millisecondsBetween (deck.lastJogTime, world.clock());
+    const auto elapsed = millisecondsBetween (deck.jog.lastTime, world.clock());
 
-    if (deck.scratchArmed != 0 && elapsed >= scratchTimeOutMs)
+    if (deck.jog.scratchArmed != 0 && elapsed >= scratchTimeOutMs)
     {
-        deck.scratchArmed = 0;
-        if (deck.scratchKeep != 0)
+        deck.jog.scratchArmed = 0;
+        if (deck.jog.scratchKeep != 0)
         {
-            deck.scratchKeep = 0;
+            deck.jog.scratchKeep = 0;
         }
         else
         {
-            deck.scratchOn = 0;
-            deck.scratchEnded = 1;
+            deck.jog.scratchOn = 0;
+            deck.jog.scratchEnded = 1;
         }
     }
     if (elapsed > touchTimeOutMs)
-        deck.jogTouched = 0;
+        deck.jog.touched = 0;
 }

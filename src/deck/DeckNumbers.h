@@ -12,14 +12,6 @@ inline constexpr int cueSlotCount = 16;
 inline constexpr int hotCueCount = 8;
 inline constexpr double emptyCue = -1.0;
 
-/** What a deck's reading goes round in. */
-enum LoopMode : int8_t
-{
-    noLoop,
-    beatLoop,  ///< of the loop size, from loopStart
-    manualLoop ///< from loopIn to loopOut
-};
-
 /** Loop and move sizes go by their index, 0 to 10. @returns beats, 1/32 to 32 */
 inline constexpr int loopSizeCount = 11;
 constexpr double loopBeats (int sizeIndex) noexcept

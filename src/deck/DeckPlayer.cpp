@@ -6,7 +6,6 @@
 
 DeckPlayer::DeckPlayer (DeckWorld& owner, int deckIndex) : world (owner), index (deckIndex)
 {
-    cues.fill (emptyCue);
     scratchBuffer.clear();
 }
 
@@ -17,53 +16,22 @@ void DeckPlayer::resetTrack()
     // What was read of the old track is no place in the new one; its sound fades out.
     emptyRings();
 
-    playState = 0;
-    cueHold = 0;
-    cuePlayArmed = false;
-    loadedFrames = 0;
-    analysisProgress = 0;
-    loadedOk = 0;
-    isTrackLoaded = 0;
+    head = {};
+    play = {};
+    loops = {};
+    jog = {};
+    sync = {};
+    marks = TrackMarks::atTempo (world.hostBpm);
+    track = {};
+    tap = {};
+    edits.forget();
+    publishHeard();
 
-    position = 0.0;
-    elapsedFrames = 0.0;
-    linearPosition = 0.0;
-    elapsedOutput = 0;
-    cues.fill (emptyCue);
-    currentCue = 0;
-    rate = 0.0;
-    nudgeAccel = 0.0;
-    startPoint = 0.0;
-    startPointOn = 0;
-    rollPosition = 0.0;
-    sampleRate = 44100.0;
-    declickPosition = 0.0;
-    declickGain = 0.0;
+    analysisProgress = 0;
     peak = 0.0;
     lastLeft = lastRight = 0.0;
     gainRamp = 0.0;
-
-    bpm = world.hostBpm;
-    bpmAverage = world.hostBpm;
-    bend = 0.0;
-    jogValue = 0.0;
-    autogain = 1.0;
-    reverse = 0;
-    nudge = 0;
-    scratchOn = scratchEnded = scratchArmed = scratchKeep = jogTouched = 0;
-
-    loopMode = rollingLoop = 0;
-    loopStart = loopIn = loopOut = 0.0;
-    loopInSet = loopOutSet = 0;
     world.setup (*this).sync = 0;
-    resyncRequest = oneShotSync = 0;
-    loadNext = 0;
-
-    numBeats = downbeatIndex = downbeatPosition = 0;
-    fixedGrid = 0;
-    framesSinceBar = framesOfBar = 0;
-    edits.forget();
-    isAnalysed = 0;
 }
 
 void DeckPlayer::makeStretcher (double engineRate)
@@ -78,7 +46,7 @@ void DeckPlayer::makeStretcher (double engineRate)
 
     const CallbackLock lock (world.callbackLock, "makeStretcher");
     voice.silence (*this);
-    readsAhead = 0;
+    publishHeard();
     stretcher.swap (next);
     stretcherRate = rate;
 }
@@ -86,33 +54,33 @@ void DeckPlayer::makeStretcher (double engineRate)
 void DeckPlayer::emptyRings() noexcept
 {
     voice.restart (*this);
-    readsAhead = 0;
-}
-
-void DeckPlayer::publishHeard() noexcept
-{
-    heard = voice.heardPosition (*this);
-    readsAhead = voice.isStretching() ? 1 : 0;
+    publishHeard();
 }
 
 void DeckPlayer::jumpTo (double frame) noexcept
 {
     if (voice.isStretching())
-        emptyRings();
+        voice.restart (*this);
     else
-        declick();
-    setPositionLimited (frame);
+        head.declickFrom (head.position);
+    placeLimited (frame);
 }
 
-void DeckPlayer::setPositionLimited (double frame) noexcept
+void DeckPlayer::place (double frame) noexcept
 {
-    position = juce::jlimit (0.0, static_cast<double> (loadedFrames), frame);
+    head.position = frame;
+    publishHeard();
+}
+
+void DeckPlayer::placeLimited (double frame) noexcept
+{
+    place (juce::jlimit (0.0, static_cast<double> (track.loadedFrames), frame));
 }
 
 BeatGrid DeckPlayer::grid() const noexcept
 {
-    return { beats.data(),   numBeats,   downbeatIndex, downbeatPosition,
-             fixedGrid != 0, sampleRate, bpm,           loadedFrames };
+    return { beats.data(),         track.numBeats,   marks.downbeatIndex, marks.downbeatPosition,
+             marks.fixedGrid != 0, track.sampleRate, marks.bpm,           track.loadedFrames };
 }
 
 DeckPlayer::Texts DeckPlayer::texts() const

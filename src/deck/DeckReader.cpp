@@ -52,17 +52,17 @@ NextBeat placeOf (const BeatGrid& grid, int32_t entry) noexcept
 }
 
 /** The part of a deck that the loop over samples works on. */
-struct Reader : ReaderState
+struct Reader : ReadHead
 {
     const int16_t *leftSamples, *rightSamples;
     int32_t loadedFrames;
     double dullingRate = 0.0, dulling = 0.0; ///< the factor of a rate, kept while the rate holds
 
     explicit Reader (const DeckPlayer& deck) noexcept
-        : ReaderState (deck),
+        : ReadHead (deck.head),
           leftSamples (deck.audioMemory.left()),
           rightSamples (deck.audioMemory.right()),
-          loadedFrames (deck.loadedFrames)
+          loadedFrames (deck.track.loadedFrames)
     {
     }
 
@@ -103,12 +103,6 @@ struct Reader : ReaderState
         return frame;
     }
 
-    void fadeFrom (double where) noexcept
-    {
-        declickPosition = where;
-        declickGain = 1.0;
-    }
-
     /** Leads a position that has left the course back to it. @returns true if it goes on elsewhere */
     bool keepTo (const Course& course) noexcept
     {
@@ -118,7 +112,7 @@ struct Reader : ReaderState
         position = std::max (position, course.floor);
         const auto jumped = std::abs (position - from) > inaudibleJump + std::abs (rate);
         if (jumped)
-            fadeFrom (from);
+            declickFrom (from);
         return jumped;
     }
 
@@ -149,12 +143,12 @@ struct Drive
 
     Drive (const DeckPlayer& deck, const ReaderBlock& block) noexcept
     {
-        playing = deck.playState != 0 && deck.scratchOn == 0;
+        playing = deck.play.on != 0 && deck.jog.scratchOn == 0;
         playPart = block.speedRatio;
         playFactor = block.playFactor;
-        direction = deck.reverse != 0 ? -1.0 : 1.0;
-        nudging = !playing && deck.nudge != 0;
-        nudgePush = deck.nudge * nudgeStep;
+        direction = deck.play.reverse != 0 ? -1.0 : 1.0;
+        nudging = !playing && deck.play.nudge != 0;
+        nudgePush = deck.play.nudge * nudgeStep;
     }
 
     double target (double jog) const noexcept
@@ -173,46 +167,12 @@ double decayed (double value, double coefficient, double floor) noexcept
 }
 }
 
-ReaderState::ReaderState (const DeckPlayer& deck) noexcept
-    : position (deck.position),
-      rate (deck.rate),
-      jog (deck.jogValue),
-      bend (deck.bend),
-      nudgeAccel (deck.nudgeAccel),
-      linear (deck.linearPosition),
-      roll (deck.rollPosition),
-      declickPosition (deck.declickPosition),
-      declickGain (deck.declickGain),
-      nextBeatFrame (deck.nextBeatFrame),
-      nextBeat (deck.nextBeat),
-      framesSinceBar (deck.framesSinceBar),
-      framesOfBar (deck.framesOfBar)
-{
-}
-
-void ReaderState::storeTo (DeckPlayer& deck) const noexcept
-{
-    deck.position = position;
-    deck.rate = rate;
-    deck.jogValue = jog;
-    deck.bend = bend;
-    deck.nudgeAccel = nudgeAccel;
-    deck.linearPosition = linear;
-    deck.rollPosition = roll;
-    deck.declickPosition = declickPosition;
-    deck.declickGain = declickGain;
-    deck.nextBeatFrame = nextBeatFrame;
-    deck.nextBeat = nextBeat;
-    deck.framesSinceBar = framesSinceBar;
-    deck.framesOfBar = framesOfBar;
-}
-
 void findNextBeat (DeckPlayer& deck) noexcept
 {
     const auto grid = deck.grid();
-    const auto next = placeOf (grid, grid.firstEntryBeyond (deck.position));
-    deck.nextBeat = next.entry;
-    deck.nextBeatFrame = next.frame;
+    const auto next = placeOf (grid, grid.firstEntryBeyond (deck.head.position));
+    deck.head.nextBeat = next.entry;
+    deck.head.nextBeatFrame = next.frame;
 }
 
 void readDeck (DeckPlayer& deck, const ReaderBlock& block, NoiseTable& noise, float* left, float* right,
@@ -276,8 +236,8 @@ Reading readToJump (DeckPlayer& deck, const ReaderBlock& block, NoiseTable& nois
             reader.passBeat (deck.grid(), done);
     }
     reader.framesSinceBar = std::min (reader.framesSinceBar, longestBar) + done;
-    if (deck.rollingLoop != 0)
+    if (deck.loops.rolling != 0)
         reader.roll = std::clamp (reader.roll + (reader.linear - linearBefore), 0.0, end);
-    reader.storeTo (deck);
+    deck.head = reader;
     return reading;
 }

@@ -14,19 +14,7 @@ struct ReaderBlock
     Course course;
 };
 
-/** What a reading changes of a deck, but for the sound: to work on apart from memory that other threads see, and to take a
-    reading back. */
-struct ReaderState
-{
-    explicit ReaderState (const DeckPlayer&) noexcept;
-    void storeTo (DeckPlayer&) const noexcept;
-
-    double position, rate, jog, bend, nudgeAccel, linear, roll, declickPosition, declickGain;
-    double nextBeatFrame;
-    int32_t nextBeat, framesSinceBar, framesOfBar;
-};
-
-/** What a reading came to. */
+/** The result of a reading. */
 struct Reading
 {
     int frames = 0;   ///< that were read

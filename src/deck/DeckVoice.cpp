@@ -24,14 +24,14 @@ constexpr double correctFrom = 0.5, correctTo = 0.05; // frames
 
 double stretchOf (const DeckPlayer& deck) noexcept
 {
-    return 1.0 / std::clamp (deck.tempo.get(), DeckVoice::slowestStretch, DeckVoice::fastestStretch);
+    return 1.0 / std::clamp (deck.tempo.factor.get(), DeckVoice::slowestStretch, DeckVoice::fastestStretch);
 }
 }
 
 bool DeckVoice::shouldStretch (const DeckWorld& world, const DeckPlayer& deck) const noexcept
 {
-    return deck.stretcher != nullptr && world.settings.bypassStretcher == 0 && deck.playState != 0
-           && deck.scratchOn == 0 && deck.scratchEnded == 0;
+    return deck.stretcher != nullptr && world.settings.bypassStretcher == 0 && deck.play.on != 0
+           && deck.jog.scratchOn == 0 && deck.jog.scratchEnded == 0;
 }
 
 void DeckVoice::silence (DeckPlayer& deck) noexcept
@@ -47,8 +47,8 @@ void DeckVoice::restart (DeckPlayer& deck) noexcept
 {
     // The deck goes on elsewhere, but what counts the way it has come counts what was heard.
     const auto lead = readLead (deck);
-    deck.linearPosition -= lead;
-    deck.rollPosition -= lead;
+    deck.head.linear -= lead;
+    deck.head.roll -= lead;
     restartPending = true;
 }
 
@@ -63,22 +63,22 @@ double DeckVoice::readLead (const DeckPlayer& deck) const noexcept
     if (!hasReadAhead())
         return 0.0;
     const auto frame = heardFrame (deck);
-    return deck.linearPosition - places.holding (frame).linearAt (frame);
+    return deck.head.linear - places.holding (frame).linearAt (frame);
 }
 
 void DeckVoice::setBackTo (DeckPlayer& deck, double frame) const noexcept
 {
     const auto& piece = places.holding (frame);
-    const auto linear = piece.linearAt (frame);
-    deck.rollPosition -= deck.linearPosition - linear;
-    deck.linearPosition = linear;
-    deck.setPositionLimited (piece.positionAt (frame));
-    deck.rate = piece.rate;
-    deck.declickPosition = piece.declickPosition;
-    deck.declickGain = piece.declickGain;
-    deck.framesSinceBar =
-        piece.framesSinceBar + static_cast<int32_t> (frame - static_cast<double> (piece.firstFrame));
-    deck.framesOfBar = piece.framesOfBar;
+    const auto now = deck.head;
+    auto& head = deck.head = piece.head;
+    head.position = std::clamp (piece.positionAt (frame), 0.0, static_cast<double> (deck.track.loadedFrames));
+    head.linear = piece.linearAt (frame);
+    head.roll = now.roll - (now.linear - head.linear);
+    head.framesSinceBar += static_cast<int32_t> (frame - static_cast<double> (piece.firstFrame));
+    // The hand has not gone back.
+    head.jog = now.jog;
+    head.bend = now.bend;
+    head.nudgeAccel = now.nudgeAccel;
     findNextBeat (deck);
 }
 
@@ -92,7 +92,7 @@ void DeckVoice::follow (DeckPlayer& deck, const Course& next) noexcept
     const auto heard = heardFrame (deck);
     const auto* other =
         places.firstFrom (heard, [&next] (const auto& piece)
-                          { return piece.led || next.changes (piece.position, piece.end()); });
+                          { return piece.led || next.changes (piece.head.position, piece.end()); });
     if (other == nullptr)
         return;
 
@@ -122,9 +122,9 @@ void DeckVoice::takeUpCourse (const DeckWorld& world, DeckPlayer& deck) noexcept
 double DeckVoice::heardPosition (const DeckPlayer& deck) const noexcept
 {
     if (!hasReadAhead())
-        return deck.position;
+        return deck.head.position;
     const auto frame = heardFrame (deck);
-    return juce::jlimit (0.0, static_cast<double> (deck.loadedFrames),
+    return juce::jlimit (0.0, static_cast<double> (deck.track.loadedFrames),
                          places.holding (frame).positionAt (frame));
 }
 
@@ -132,19 +132,20 @@ DeckVoice::Front DeckVoice::front (const DeckWorld& world, const DeckPlayer& dec
 {
     const auto stretched = shouldStretch (world, deck);
     if (!isStretching())
-        return { deck.position, 0.0, stretched };
+        return { deck.head.position, 0.0, stretched };
     if (!stretched)
         return { heardPosition (deck), 0.0, false };
-    return { deck.position, dueOfNext - static_cast<double> (framesMade - deck.ringLeft.available()), true };
+    return { deck.head.position, dueOfNext - static_cast<double> (framesMade - deck.ringLeft.available()),
+             true };
 }
 
 void DeckVoice::keepTail (DeckWorld& world, DeckPlayer& deck, const ReaderBlock& block) noexcept
 {
     if (!stretching)
     {
-        const ReaderState before (deck);
+        const auto before = deck.head;
         readDeck (deck, block, world.noise, tail.left.data(), tail.right.data(), tailLength);
-        before.storeTo (deck);
+        deck.head = before;
     }
     else
     {
@@ -170,20 +171,20 @@ void DeckVoice::fadeTail (float* left, float* right, int frames) noexcept
 void DeckVoice::begin (DeckWorld& world, DeckPlayer& deck, const ReaderBlock& block, bool stretched) noexcept
 {
     const auto jumped = restartPending;
-    const auto moves = deck.rate != 0.0;
+    const auto moves = deck.head.rate != 0.0;
     if (stretching || (moves && !jumped))
     {
         if (stretching && !jumped)
         {
             setBackTo (deck, heardFrame (deck));
-            deck.rate = deck.rate / stretchOf (deck);
+            deck.head.rate = deck.head.rate / stretchOf (deck);
         }
         keepTail (world, deck, block);
-        deck.declickGain = 0.0;
+        deck.head.declickGain = 0.0;
     }
     else if (!moves)
     {
-        deck.declickGain = 0.0;
+        deck.head.declickGain = 0.0;
     }
 
     restartPending = false;
@@ -209,26 +210,20 @@ void DeckVoice::readAhead (DeckWorld& world, DeckPlayer& deck, const ReaderBlock
     const auto stretch = stretchOf (deck);
     while ((dueOfNext < dueTime || inputLeft.available() < leastFrames) && inputLeft.space() >= piece)
     {
-        const ReaderState before (deck);
+        const auto before = deck.head;
         const auto reading = readToJump (deck, block, world.noise, in[0], in[1], piece);
         const auto count = reading.frames;
         inputLeft.write (in[0], count);
         inputRight.write (in[1], count);
 
-        const auto linearStep = (deck.linearPosition - before.linear) / count;
+        const auto linearStep = (deck.head.linear - before.linear) / count;
         places.add ({ .firstFrame = framesRead,
                       .frames = count,
-                      .position = before.position,
-                      .step = reading.jumped ? linearStep : (deck.position - before.position) / count,
+                      .head = before,
+                      .step = reading.jumped ? linearStep : (deck.head.position - before.position) / count,
                       .due = dueOfNext,
                       .dueStep = stretch,
-                      .linear = before.linear,
                       .linearStep = linearStep,
-                      .rate = before.rate,
-                      .declickPosition = before.declickPosition,
-                      .declickGain = before.declickGain,
-                      .framesSinceBar = before.framesSinceBar,
-                      .framesOfBar = before.framesOfBar,
                       .led = reading.led });
         framesRead += count;
         dueOfNext += stretch * count;
@@ -238,8 +233,8 @@ void DeckVoice::readAhead (DeckWorld& world, DeckPlayer& deck, const ReaderBlock
 void DeckVoice::setFactors (DeckPlayer& deck, double engineRate) noexcept
 {
     const auto frameLength = stretchFrameLength (engineRate);
-    const auto locked = deck.keyLock != 0;
-    const auto key = std::exp2 (deck.keyTuning / 12.0);
+    const auto locked = deck.tempo.keyLock != 0;
+    const auto key = std::exp2 (deck.tempo.keyTuning / 12.0);
     const auto pitchFor = [&] (double stretch) { return static_cast<float> (locked ? key : 1.0 / stretch); };
     const auto heard = deck.stretcher->getIdealInputPositionOfOutput();
 
@@ -328,7 +323,7 @@ void DeckVoice::render (DeckWorld& world, DeckPlayer& deck, const ReaderBlock& c
                         float* right, int frames) noexcept
 {
     auto block = constants;
-    const auto tempo = deck.tempo.get();
+    const auto tempo = deck.tempo.factor.get();
     const auto stretched = shouldStretch (world, deck);
     if (stretched == stretching)
         follow (deck, block.course);

@@ -22,36 +22,6 @@ constexpr uint32_t runPause (EditHistory::Kind kind) noexcept
 }
 }
 
-TrackMarks::TrackMarks (const DeckPlayer& deck) noexcept
-    : startPoint (deck.startPoint),
-      bpm (deck.bpm),
-      bpmAverage (deck.bpmAverage),
-      downbeatIndex (deck.downbeatIndex),
-      downbeatPosition (deck.downbeatPosition),
-      startPointOn (deck.startPointOn),
-      fixedGrid (deck.fixedGrid)
-{
-    std::copy (deck.cues.begin(), deck.cues.end(), cues.begin());
-}
-
-void TrackMarks::applyWhereNot (const TrackMarks& other, DeckPlayer& deck) const noexcept
-{
-    const auto apply = [] (const auto& mine, const auto& theirs, auto& field)
-    {
-        if (mine != theirs)
-            field = mine;
-    };
-    for (size_t slot = 0; slot < cues.size(); ++slot)
-        apply (cues[slot], other.cues[slot], deck.cues[slot]);
-    apply (startPoint, other.startPoint, deck.startPoint);
-    apply (startPointOn, other.startPointOn, deck.startPointOn);
-    apply (bpm, other.bpm, deck.bpm);
-    apply (bpmAverage, other.bpmAverage, deck.bpmAverage);
-    apply (downbeatIndex, other.downbeatIndex, deck.downbeatIndex);
-    apply (downbeatPosition, other.downbeatPosition, deck.downbeatPosition);
-    apply (fixedGrid, other.fixedGrid, deck.fixedGrid);
-}
-
 void EditHistory::record (Kind kind, const TrackMarks& before, const TrackMarks& after, uint32_t now) noexcept
 {
     undone = 0;
@@ -70,12 +40,12 @@ void EditHistory::record (Kind kind, const TrackMarks& before, const TrackMarks&
     runEnded = false;
 }
 
-bool EditHistory::undo (DeckPlayer& deck) noexcept
+bool EditHistory::undo (TrackMarks& marks) noexcept
 {
     if (done == 0)
         return false;
     const auto& last = edit (1);
-    last.before.applyWhereNot (last.after, deck);
+    marks.takeChange (last.after, last.before);
     next = (next + capacity - 1) % capacity;
     done -= 1;
     undone += 1;
@@ -83,12 +53,12 @@ bool EditHistory::undo (DeckPlayer& deck) noexcept
     return true;
 }
 
-bool EditHistory::redo (DeckPlayer& deck) noexcept
+bool EditHistory::redo (TrackMarks& marks) noexcept
 {
     if (undone == 0)
         return false;
     const auto& again = edit (0);
-    again.after.applyWhereNot (again.before, deck);
+    marks.takeChange (again.before, again.after);
     next = (next + 1) % capacity;
     done += 1;
     undone -= 1;
@@ -102,10 +72,10 @@ void EditHistory::forget() noexcept
     runEnded = true;
 }
 
-MarkEdit::MarkEdit (DeckPlayer& d, EditHistory::Kind k) noexcept : deck (d), kind (k), before (d) {}
+MarkEdit::MarkEdit (DeckPlayer& d, EditHistory::Kind k) noexcept : deck (d), kind (k), before (d.marks) {}
 
 MarkEdit::~MarkEdit()
 {
-    if (const TrackMarks after (deck); after != before)
-        deck.edits.record (kind, before, after, deck.world.clock());
+    if (deck.marks != before)
+        deck.edits.record (kind, before, deck.marks, deck.world.clock());
 }

@@ -1,28 +1,11 @@
 #pragma once
 
-#include "deck/DeckNumbers.h"
-#include "support/Relaxed.h"
+#include "deck/TrackMarks.h"
 
 #include <array>
 #include <cstdint>
 
 struct DeckPlayer;
-
-/** What a hand sets on a track and can take back: cue slots, start point, tempo and grid. */
-struct TrackMarks
-{
-    TrackMarks() = default;
-    explicit TrackMarks (const DeckPlayer&) noexcept;
-    bool operator== (const TrackMarks&) const noexcept = default;
-
-    /** Gives the deck the marks in which this differs from `other`, and leaves it the rest. */
-    void applyWhereNot (const TrackMarks& other, DeckPlayer&) const noexcept;
-
-    std::array<double, cueSlotCount> cues {};
-    double startPoint = 0.0, bpm = 0.0, bpmAverage = 0.0;
-    int32_t downbeatIndex = 0, downbeatPosition = 0;
-    int8_t startPointOn = 0, fixedGrid = 0;
-};
 
 /** The last edits of a track's marks, to be taken back and done again. Of a full history the oldest edit is forgotten.
     Fixed memory; under the callback lock, but for the two counts. */
@@ -44,10 +27,10 @@ public:
     void record (Kind, const TrackMarks& before, const TrackMarks& after, uint32_t now) noexcept;
 
     /** @returns false if there is nothing to take back */
-    bool undo (DeckPlayer&) noexcept;
+    bool undo (TrackMarks&) noexcept;
 
     /** @returns false if nothing was taken back since the last edit */
-    bool redo (DeckPlayer&) noexcept;
+    bool redo (TrackMarks&) noexcept;
 
     void forget() noexcept;
 
@@ -75,7 +58,7 @@ private:
     Relaxed<int> done, undone;
 };
 
-/** Makes what happens to a deck's marks in its scope an edit of the deck's history, if anything changes. Under the
+/** Makes all that happens to a deck's marks in its scope an edit of the deck's history, if anything changes. Under the
     callback lock. */
 class MarkEdit
 {

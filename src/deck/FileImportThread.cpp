@@ -93,15 +93,15 @@ void FileImportThread::dropTrack()
     deck.setTexts ({});
     deck.cancelLoad = 1;
     if (world.settings.automixOn != 0 && deck.index < 2)
-        deck.loadNext = 1;
+        deck.play.loadNext = 1;
     world.listeners.postMessage (loadError, deck.index);
     world.listeners.post (EngineEvent::loadFailed, deck.index);
 }
 
 void FileImportThread::analyse()
 {
-    const int frames = deck.loadedFrames;
-    const double rate = deck.sampleRate;
+    const int frames = deck.track.loadedFrames;
+    const double rate = deck.track.sampleRate;
     const auto *left = deck.audioMemory.left(), *right = deck.audioMemory.right();
     TrackAnalyser analyser (rate, TrackAnalyser::isClip (frames, rate));
     for (int done = 0; done < frames; done += TrackAnalyser::blockFrames)
@@ -114,14 +114,14 @@ void FileImportThread::analyse()
             world.pacing.pause();
     }
     TrackAnalysis found;
-    found.tempoTracker = deck.bpm;
-    found.tempoAverage = deck.bpmAverage;
+    found.tempoTracker = deck.marks.bpm;
+    found.tempoAverage = deck.marks.bpmAverage;
     analyser.finish (world.settings.tempoRangeIndex, found);
     if (deck.cancelLoad != 0)
         return;
     applyAnalysis (world, deck, std::move (found));
     if (const auto factor = Autogain::measure (left, right, frames, rate, world.pacing, deck.cancelLoad))
-        deck.autogain = *factor;
+        deck.track.autogain = *factor;
 }
 
 void FileImportThread::runJob (const juce::File& file)
@@ -137,19 +137,17 @@ void FileImportThread::runJob (const juce::File& file)
                    [this] { world.listeners.post (EngineEvent::waveformReady, deck.index); } });
 
     const auto cancelled = deck.cancelLoad != 0;
-    if (deck.loadedFrames < 1 && !cancelled)
+    if (deck.track.loadedFrames < 1 && !cancelled)
         dropTrack();
-    if (deck.loadedFrames < 1 || cancelled)
+    if (deck.track.loadedFrames < 1 || cancelled)
         return;
-    deck.loadedOk = 1;
-    deck.isTrackLoaded = 1;
     world.listeners.post (EngineEvent::trackLoaded, deck.index);
     if (!isStored)
         analyse();
     if (deck.cancelLoad != 0)
         return;
-    if (deck.numBeats > 0)
-        world.listeners.postTempo (file.getFullPathName(), deck.bpm);
+    if (deck.track.numBeats > 0)
+        world.listeners.postTempo (file.getFullPathName(), deck.marks.bpm);
     if (!isStored)
         saveAnalysis (world, deck);
 }
@@ -163,22 +161,22 @@ void loadTrack (DeckWorld& world, const juce::File& file, int deckIndex)
     {
         // Nothing was asked of the deck yet: it keeps its track.
         if (world.settings.automixOn != 0 && deckIndex < 2)
-            deck->loadNext = 1;
+            deck->play.loadNext = 1;
         world.listeners.postMessage (loadError, deckIndex);
         world.listeners.post (EngineEvent::loadFailed, deckIndex);
         return;
     }
 
     const auto automix = world.settings.automixOn != 0;
-    if (world.settings.lockLoadedDecks != 0 && !automix && deck->playState != 0
-        && deck->heardPosition() < deck->loadedFrames)
+    if (world.settings.lockLoadedDecks != 0 && !automix && deck->play.on != 0
+        && deck->heardPosition() < deck->track.loadedFrames)
         return world.listeners.postMessage (deckLocked, deckIndex);
 
-    if (!automix && deck->playState != 0)
+    if (!automix && deck->play.on != 0)
     {
         const CallbackLock lock (world.callbackLock, "stop for a load");
-        deck->playState = 0;
-        deck->cueHold = 0;
+        deck->play.on = 0;
+        deck->play.cueHold = 0;
         Transport::chooseMaster (world, *deck);
     }
     deck->importThread->request (file);
@@ -187,7 +185,7 @@ void loadTrack (DeckWorld& world, const juce::File& file, int deckIndex)
 void unloadTrack (DeckWorld& world, int deckIndex)
 {
     auto* deck = world.deck (deckIndex);
-    if (deck == nullptr || deck->loadedFrames < 1 || deck->importThread->isBusy())
+    if (deck == nullptr || deck->track.loadedFrames < 1 || deck->importThread->isBusy())
         return;
     const AnalysisThread::Hold noMeasurement (deck->analysisThread.get());
     saveAnalysis (world, *deck);

@@ -25,8 +25,8 @@ void GridCommands::setDownbeat (int deckIndex)
         if (!entry)
             return;
         const MarkEdit edit (*deck);
-        deck->downbeatIndex = *entry;
-        deck->downbeatPosition = static_cast<int32_t> (std::lround (grid.beatAt (*entry)));
+        deck->marks.downbeatIndex = *entry;
+        deck->marks.downbeatPosition = static_cast<int32_t> (std::lround (grid.beatAt (*entry)));
     }
     requestSaveAnalysis (world, *deck);
 }
@@ -37,11 +37,12 @@ void GridCommands::scaleTempo (int deckIndex, double factor)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "scaleTempo");
-    const auto bpm = deck->bpm * factor;
-    if (bpm < slowestBpm || bpm > fastestBpm || bpm < deck->bpmAverage * 0.5 || bpm > deck->bpmAverage * 2.0)
+    const auto bpm = deck->marks.bpm * factor;
+    if (bpm < slowestBpm || bpm > fastestBpm || bpm < deck->marks.bpmAverage * 0.5
+        || bpm > deck->marks.bpmAverage * 2.0)
         return;
     const MarkEdit edit (*deck);
-    deck->bpm = bpm;
+    deck->marks.bpm = bpm;
 }
 
 void GridCommands::setTempo (int deckIndex, double bpm)
@@ -51,7 +52,7 @@ void GridCommands::setTempo (int deckIndex, double bpm)
         return;
     const CallbackLock lock (world.callbackLock, "setTempo");
     const MarkEdit edit (*deck);
-    deck->bpm = juce::jlimit (slowestByNumber, fastestByNumber, bpm);
+    deck->marks.bpm = juce::jlimit (slowestByNumber, fastestByNumber, bpm);
 }
 
 void GridCommands::moveGrid (int deckIndex, int direction)
@@ -61,8 +62,8 @@ void GridCommands::moveGrid (int deckIndex, int direction)
         return;
     const CallbackLock lock (world.callbackLock, "moveGrid");
     const MarkEdit edit (*deck, EditHistory::Kind::gridMove);
-    const auto moved = deck->downbeatPosition + (direction > 0 ? gridStep : -gridStep);
-    deck->downbeatPosition = juce::jlimit (0, deck->loadedFrames.get(), moved);
+    const auto moved = deck->marks.downbeatPosition + (direction > 0 ? gridStep : -gridStep);
+    deck->marks.downbeatPosition = juce::jlimit (0, deck->track.loadedFrames.get(), moved);
 }
 
 void GridCommands::toggleGridMode (int deckIndex)
@@ -72,7 +73,7 @@ void GridCommands::toggleGridMode (int deckIndex)
         return;
     const CallbackLock lock (world.callbackLock, "toggleGridMode");
     const MarkEdit edit (*deck);
-    deck->fixedGrid = deck->fixedGrid == 0 ? 1 : 0;
+    deck->marks.fixedGrid = deck->marks.fixedGrid == 0 ? 1 : 0;
 }
 
 void GridCommands::tapTempo (int deckIndex)
@@ -94,8 +95,8 @@ void GridCommands::tapTempo (int deckIndex)
         const MarkEdit edit (*deck, EditHistory::Kind::tap);
         // After n taps n - 1 beats have gone by; `taps` still counts without this one.
         const auto bpm = juce::jlimit (slowestBpm, fastestBpm, tap.taps * 60000.0 / elapsed);
-        deck->bpm = bpm;
-        deck->bpmAverage = bpm;
+        deck->marks.bpm = bpm;
+        deck->marks.bpmAverage = bpm;
     }
     ++tap.taps;
 }
@@ -103,7 +104,7 @@ void GridCommands::tapTempo (int deckIndex)
 void GridCommands::analyseAgain (int deckIndex)
 {
     if (auto* deck = world.deck (deckIndex); deck != nullptr && deck->analysisThread != nullptr)
-        deck->analysisThread->requestAnalysis (static_cast<float> (deck->bpm));
+        deck->analysisThread->requestAnalysis (static_cast<float> (deck->marks.bpm));
 }
 
 bool GridCommands::undo (int deckIndex)
@@ -112,7 +113,7 @@ bool GridCommands::undo (int deckIndex)
     if (deck == nullptr)
         return false;
     const CallbackLock lock (world.callbackLock, "undo");
-    return deck->edits.undo (*deck);
+    return deck->edits.undo (deck->marks);
 }
 
 bool GridCommands::redo (int deckIndex)
@@ -121,5 +122,5 @@ bool GridCommands::redo (int deckIndex)
     if (deck == nullptr)
         return false;
     const CallbackLock lock (world.callbackLock, "redo");
-    return deck->edits.redo (*deck);
+    return deck->edits.redo (deck->marks);
 }

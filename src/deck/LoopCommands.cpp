@@ -16,9 +16,9 @@ void stepSize (Relaxed<int8_t>& size, int step) noexcept
 
 void LoopCommands::leaveLoop (DeckPlayer& deck) noexcept
 {
-    const auto rolled = deck.rollingLoop != 0;
-    deck.loopMode = noLoop;
-    deck.rollingLoop = 0;
+    const auto rolled = deck.loops.rolling != 0;
+    deck.loops.mode = noLoop;
+    deck.loops.rolling = 0;
     if (rolled)
         deck.jumpTo (deck.heardRollPosition());
 }
@@ -29,22 +29,22 @@ void LoopCommands::toggleBeatLoop (int deckIndex, bool rolling, const char* reas
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, reason);
-    if (deck->loopMode == noLoop)
+    if (deck->loops.mode == noLoop)
     {
-        deck->loopStart = Snap::heardPlaceOrPlain (world, *deck);
-        deck->loopMode = beatLoop;
-        deck->rollingLoop = rolling ? 1 : 0;
+        deck->loops.start = Snap::heardPlaceOrPlain (world, *deck);
+        deck->loops.mode = beatLoop;
+        deck->loops.rolling = rolling ? 1 : 0;
         if (rolling)
-            deck->rollPosition = deck->loopStart + deck->readLead();
+            deck->head.roll = deck->loops.start + deck->readLead();
         world.setup (*deck).timecodeAbsolute = 0;
     }
-    else if (deck->loopMode == beatLoop)
+    else if (deck->loops.mode == beatLoop)
     {
         // A loop of parts of a beat leaves the deck anywhere on its grid.
-        if (deck->rollingLoop == 0 && loopBeats (deck->loopSize) < 1.0)
-            deck->resyncRequest = 1;
+        if (deck->loops.rolling == 0 && loopBeats (deck->loopSizes.loop) < 1.0)
+            deck->sync.resync = 1;
         if (!rolling)
-            deck->rollingLoop = 0;
+            deck->loops.rolling = 0;
         leaveLoop (*deck);
     }
 }
@@ -65,7 +65,7 @@ void LoopCommands::changeSize (int deckIndex, int step)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "loop size");
-    stepSize (deck->loopSize, step);
+    stepSize (deck->loopSizes.loop, step);
 }
 
 void LoopCommands::changeMoveSize (int deckIndex, int step)
@@ -74,7 +74,7 @@ void LoopCommands::changeMoveSize (int deckIndex, int step)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "loop move size");
-    stepSize (deck->loopMoveSize, step);
+    stepSize (deck->loopSizes.move, step);
 }
 
 void LoopCommands::moveLoop (int deckIndex, int direction)
@@ -83,20 +83,20 @@ void LoopCommands::moveLoop (int deckIndex, int direction)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "moveLoop");
-    const auto delta = (direction > 0 ? 1.0 : -1.0) * loopBeats (deck->loopMoveSize) * deck->beatFrames();
+    const auto delta = (direction > 0 ? 1.0 : -1.0) * loopBeats (deck->loopSizes.move) * deck->beatFrames();
     if (!std::isfinite (delta))
         return;
     const auto move = [&] (Relaxed<double>& end)
-    { end = juce::jlimit (0.0, static_cast<double> (deck->loadedFrames), end + delta); };
-    if (deck->loopMode == beatLoop)
-        move (deck->loopStart);
-    if (deck->loopMode == manualLoop)
+    { end = juce::jlimit (0.0, static_cast<double> (deck->track.loadedFrames), end + delta); };
+    if (deck->loops.mode == beatLoop)
+        move (deck->loops.start);
+    if (deck->loops.mode == manualLoop)
     {
-        move (deck->loopIn);
-        move (deck->loopOut);
+        move (deck->loops.in);
+        move (deck->loops.out);
     }
     deck->jumpTo (deck->heardPosition() + delta);
-    if (deck->playState == 0)
+    if (deck->play.on == 0)
         deck->emptyRings();
 }
 
@@ -107,14 +107,14 @@ void LoopCommands::loopIn (int deckIndex)
         return;
     const CallbackLock lock (world.callbackLock, "loopIn");
     if (const auto place = Snap::heardPlace (world, *deck))
-        deck->loopIn = *place;
-    deck->loopInSet = 1;
-    if (deck->loopOutSet != 0 && deck->loopOut <= deck->loopIn)
+        deck->loops.in = *place;
+    deck->loops.inSet = 1;
+    if (deck->loops.outSet != 0 && deck->loops.out <= deck->loops.in)
     {
         // The end belongs to a loop that this start has left behind.
-        deck->loopOutSet = 0;
-        if (deck->loopMode == manualLoop)
-            deck->loopMode = noLoop;
+        deck->loops.outSet = 0;
+        if (deck->loops.mode == manualLoop)
+            deck->loops.mode = noLoop;
     }
 }
 
@@ -124,15 +124,15 @@ void LoopCommands::loopOut (int deckIndex)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "loopOut");
-    if (deck->loopMode != noLoop)
+    if (deck->loops.mode != noLoop)
         return leaveLoop (*deck);
-    if (deck->loopInSet == 0)
+    if (deck->loops.inSet == 0)
         return;
-    deck->loopOut = Snap::heardPlaceOrPlain (world, *deck);
-    if (deck->loopOut < deck->loopIn)
-        std::swap (deck->loopIn, deck->loopOut);
-    deck->loopOutSet = 1;
-    deck->loopMode = manualLoop;
+    deck->loops.out = Snap::heardPlaceOrPlain (world, *deck);
+    if (deck->loops.out < deck->loops.in)
+        std::swap (deck->loops.in, deck->loops.out);
+    deck->loops.outSet = 1;
+    deck->loops.mode = manualLoop;
 }
 
 void LoopCommands::reloop (int deckIndex)
@@ -141,12 +141,12 @@ void LoopCommands::reloop (int deckIndex)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "reloop");
-    if (deck->loopInSet == 0 || deck->loopOutSet == 0)
+    if (deck->loops.inSet == 0 || deck->loops.outSet == 0)
         return;
-    if (deck->loopMode == manualLoop)
-        deck->jumpTo (deck->loopIn);
-    else if (deck->loopMode == noLoop)
-        deck->loopMode = manualLoop;
+    if (deck->loops.mode == manualLoop)
+        deck->jumpTo (deck->loops.in);
+    else if (deck->loops.mode == noLoop)
+        deck->loops.mode = manualLoop;
 }
 
 void LoopCommands::toggleStartPoint (int deckIndex)
@@ -156,12 +156,12 @@ void LoopCommands::toggleStartPoint (int deckIndex)
         return;
     const CallbackLock lock (world.callbackLock, "toggleStartPoint");
     const MarkEdit edit (*deck);
-    if (deck->startPointOn != 0)
+    if (deck->marks.startPointOn != 0)
     {
-        deck->startPointOn = 0;
+        deck->marks.startPointOn = 0;
         return;
     }
     if (const auto place = Snap::heardPlace (world, *deck))
-        deck->startPoint = *place;
-    deck->startPointOn = 1;
+        deck->marks.startPoint = *place;
+    deck->marks.startPointOn = 1;
 }

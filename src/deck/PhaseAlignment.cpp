@@ -70,21 +70,21 @@ std::optional<Beats> heardBeatsOf (DeckWorld& world, const DeckPlayer& deck) noe
 
 bool isPlaying (const DeckPlayer& deck) noexcept
 {
-    return deck.playState != 0 && deck.loadedFrames > 0;
+    return deck.play.on != 0 && deck.track.loadedFrames > 0;
 }
 
 /** Nothing but its tempo moves the deck. */
 bool runsFreely (const DeckPlayer& deck) noexcept
 {
-    return isPlaying (deck) && deck.scratchOn == 0 && deck.scratchEnded == 0 && deck.bend == 0.0
-           && deck.jogValue == 0.0 && deck.nudge == 0 && deck.reverse == 0;
+    return isPlaying (deck) && deck.jog.scratchOn == 0 && deck.jog.scratchEnded == 0 && deck.head.bend == 0.0
+           && deck.head.jog == 0.0 && deck.play.nudge == 0 && deck.play.reverse == 0;
 }
 
 /** True in a loop that does not turn from beat to beat. */
 bool leavesBeat (const DeckPlayer& deck) noexcept
 {
     const Course course (deck);
-    return course.hasLoop() && !BeatPhase::at (deck.grid(), course, deck.position).has_value();
+    return course.hasLoop() && !BeatPhase::at (deck.grid(), course, deck.head.position).has_value();
 }
 
 /** Where a deck goes so that `wanted` beats after its even beat are heard now. */
@@ -99,7 +99,7 @@ std::optional<double> placeNear (const DeckPlayer& deck, double wanted) noexcept
     const auto beatsOff = (heard - *beat) / length;
     if (std::abs (beatsOff) <= 1.0)
         return *beat + wanted * length;
-    if (deck.resyncRequest == DeckPlayer::resyncBesideGrid)
+    if (deck.sync.resync == SyncState::besideGrid)
         return *beat + (wanted + std::round (beatsOff)) * length;
     return {};
 }
@@ -122,24 +122,24 @@ void jumpToPhase (DeckWorld& world, DeckPlayer& deck, const Beats& reference, do
         const auto meeting = place + reference.time * TempoSync::speed (world, deck, stretched);
         return BeatPhase::at (deck.grid(), course, meeting).value_or (BeatPhase { reference.phase, usual });
     };
-    deck.phaseHold.factor = 1.0;
-    deck.phaseHold.factor = localFactor (thereFrom (target).length, usual, reference);
+    deck.sync.hold.factor = 1.0;
+    deck.sync.hold.factor = localFactor (thereFrom (target).length, usual, reference);
     const auto there = thereFrom (target);
     target += BeatPhase::wrapped (reference.phase - there.phase) * there.length;
     if (target < 0.0)
         target += there.length * std::ceil (-target / there.length);
 
     const auto isClose =
-        std::abs (Reading (world, deck).heardNow() - target) < closeSeconds * deck.sampleRate;
-    if (!isClose || deck.rate == 0.0)
+        std::abs (Reading (world, deck).heardNow() - target) < closeSeconds * deck.track.sampleRate;
+    if (!isClose || deck.head.rate == 0.0)
         deck.jumpTo (target + TempoSync::lagOfRate (world, deck, stretched));
 }
 
 void holdFrom (DeckPlayer& deck, int reference, double distance) noexcept
 {
-    deck.phaseHold.reference = reference;
-    deck.phaseHold.distance = distance;
-    deck.phaseHold.correcting = false;
+    deck.sync.hold.reference = reference;
+    deck.sync.hold.distance = distance;
+    deck.sync.hold.correcting = false;
 }
 
 std::optional<Beats> beatsOf (const DeckWorld& world, const SongPosition& host) noexcept
@@ -151,8 +151,8 @@ std::optional<Beats> beatsOf (const DeckWorld& world, const SongPosition& host) 
 
 void hold (DeckWorld& world, DeckPlayer& deck, int reference, const std::optional<Beats>& theirs) noexcept
 {
-    auto& held = deck.phaseHold;
-    const auto isHeld = theirs.has_value() && deck.oneShotSync == 0 && runsFreely (deck);
+    auto& held = deck.sync.hold;
+    const auto isHeld = theirs.has_value() && deck.sync.oneShot == 0 && runsFreely (deck);
     const auto ours = isHeld ? beatsOf (world, deck) : std::nullopt;
     if (!ours.has_value())
     {
@@ -177,8 +177,8 @@ void hold (DeckWorld& world, DeckPlayer& deck, int reference, const std::optiona
 /** Holds nothing for a while, but does not forget the distance. */
 void pauseHold (DeckPlayer& deck) noexcept
 {
-    deck.phaseHold.factor = 1.0;
-    deck.phaseHold.correcting = false;
+    deck.sync.hold.factor = 1.0;
+    deck.sync.hold.correcting = false;
 }
 
 void followMaster (DeckWorld& world, DeckPlayer& deck) noexcept
@@ -186,11 +186,10 @@ void followMaster (DeckWorld& world, DeckPlayer& deck) noexcept
     const auto* master = world.deck (world.settings.masterDeck);
     if (master == nullptr || master == &deck)
     {
-        deck.phaseHold = {};
+        deck.sync.hold = {};
         return;
     }
-    if ((deck.resyncRequest != 0 || master->resyncRequest != 0)
-        && PhaseAlignment::alignToMaster (world, deck))
+    if ((deck.sync.resync != 0 || master->sync.resync != 0) && PhaseAlignment::alignToMaster (world, deck))
         return;
     if (runsFreely (deck) && runsFreely (*master) && (leavesBeat (deck) || leavesBeat (*master)))
         return pauseHold (deck);
@@ -199,7 +198,7 @@ void followMaster (DeckWorld& world, DeckPlayer& deck) noexcept
 
 void followHost (DeckWorld& world, DeckPlayer& deck, const SongPosition& host) noexcept
 {
-    if ((deck.resyncRequest != 0 || host.hasRestarted) && PhaseAlignment::alignToHost (world, deck, host))
+    if ((deck.sync.resync != 0 || host.hasRestarted) && PhaseAlignment::alignToHost (world, deck, host))
         return;
     if (runsFreely (deck) && leavesBeat (deck))
         return pauseHold (deck);
@@ -211,7 +210,7 @@ bool PhaseAlignment::alignToMaster (DeckWorld& world, DeckPlayer& deck) noexcept
 {
     const auto* master = world.deck (world.settings.masterDeck);
     if (master == nullptr || !isPlaying (deck) || !isPlaying (*master)
-        || !(master->position <= master->loadedFrames))
+        || !(master->head.position <= master->track.loadedFrames))
         return false;
 
     auto beats = beatsOf (world, *master);
@@ -253,7 +252,7 @@ void PhaseAlignment::run (DeckWorld& world, const SongPosition& host) noexcept
     {
         if (world.setup (*deck).sync == 0)
         {
-            deck->phaseHold = {};
+            deck->sync.hold = {};
             continue;
         }
         if (world.isStandalone == 0)

@@ -1,6 +1,6 @@
 #pragma once
 
-/** What keeps a locked deck at its distance from the beats of its reference. Audio thread. */
+/** Keeps a locked deck at its distance from the beats of its reference. Audio thread. */
 struct PhaseHold
 {
     /** Of a host; decks are named by their index. */
@@ -10,4 +10,6 @@ struct PhaseHold
     double distance = 0.0;       ///< in beats, 0 after an alignment
     double factor = 1.0;         ///< on the tempo that the deck follows
     bool correcting = false;
+
+    bool operator== (const PhaseHold&) const noexcept = default;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "deck/ReadHead.h"
 #include "support/AudioThread.h"
 
 #include <algorithm>
@@ -19,23 +20,20 @@ public:
     {
         int64_t firstFrame = 0;
         int frames = 0;
-        double position = 0.0, step = 0.0;     ///< frames of the file, and per frame read
-        double due = 0.0, dueStep = 1.0;       ///< output frames, and per frame read: the stretch
-        double linear = 0.0, linearStep = 0.0; ///< the same as the position, but never led round a loop
-
-        // What else it takes to read the piece anew
-        double rate = 0.0, declickPosition = 0.0, declickGain = 0.0;
-        int32_t framesSinceBar = 0, framesOfBar = 0;
+        ReadHead head;                   ///< before its first frame
+        double step = 0.0;               ///< frames of the file per frame read
+        double due = 0.0, dueStep = 1.0; ///< output frames, and per frame read: the stretch
+        double linearStep = 0.0;         ///< the same as the step, but never led round a loop
         bool led = false; ///< the course that it was read on has led it, or led it away at its end
 
         double positionAt (double frame) const noexcept
         {
-            return position + (frame - static_cast<double> (firstFrame)) * step;
+            return head.position + (frame - static_cast<double> (firstFrame)) * step;
         }
-        double end() const noexcept { return position + frames * step; }
+        double end() const noexcept { return head.position + frames * step; }
         double linearAt (double frame) const noexcept
         {
-            return linear + (frame - static_cast<double> (firstFrame)) * linearStep;
+            return head.linear + (frame - static_cast<double> (firstFrame)) * linearStep;
         }
         double dueAt (double frame) const noexcept
         {

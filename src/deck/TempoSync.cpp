@@ -8,30 +8,31 @@ constexpr double nudgeUp = 1.04, nudgeDown = 0.96;
 
 double fromFader (const DeckWorld& world, const DeckPlayer& deck) noexcept
 {
-    return 1.0 + (deck.pitch - 0.5) * world.pitchRange;
+    return 1.0 + (deck.tempo.pitch - 0.5) * world.pitchRange;
 }
 
 double signedRatio (const DeckWorld& world, const DeckPlayer& deck) noexcept
 {
-    return deck.sampleRate / world.engineRate * (deck.reverse != 0 ? -1.0 : 1.0);
+    return deck.track.sampleRate / world.engineRate * (deck.play.reverse != 0 ? -1.0 : 1.0);
 }
 }
 
 double TempoSync::followed (DeckWorld& world, const DeckPlayer& deck) noexcept
 {
-    if (world.setup (deck).sync == 0 || !(deck.bpm > 0.0))
+    if (world.setup (deck).sync == 0 || !(deck.marks.bpm > 0.0))
         return fromFader (world, deck);
     if (world.isStandalone == 0)
-        return world.hostBpm / deck.bpm;
+        return world.hostBpm / deck.marks.bpm;
     const auto* master = world.deck (world.settings.masterDeck);
-    return master != nullptr && master != &deck ? master->bpm / deck.bpm * fromFader (world, *master)
-                                                : fromFader (world, deck);
+    return master != nullptr && master != &deck
+               ? master->marks.bpm / deck.marks.bpm * fromFader (world, *master)
+               : fromFader (world, deck);
 }
 
 double TempoSync::withHand (const DeckPlayer& deck, double followedTempo) noexcept
 {
-    const auto tempo = followedTempo * deck.phaseHold.factor - deck.bend;
-    return deck.nudge == 0 ? tempo : tempo * (deck.nudge > 0 ? nudgeUp : nudgeDown);
+    const auto tempo = followedTempo * deck.sync.hold.factor - deck.head.bend;
+    return deck.play.nudge == 0 ? tempo : tempo * (deck.play.nudge > 0 ? nudgeUp : nudgeDown);
 }
 
 double TempoSync::speed (DeckWorld& world, const DeckPlayer& deck, bool stretched) noexcept
@@ -44,5 +45,5 @@ double TempoSync::speed (DeckWorld& world, const DeckPlayer& deck, bool stretche
 double TempoSync::lagOfRate (DeckWorld& world, const DeckPlayer& deck, bool stretched) noexcept
 {
     const auto target = stretched ? signedRatio (world, deck) : speed (world, deck, false);
-    return (target - deck.rate) * world.smoothing5ms / (1.0 - world.smoothing5ms);
+    return (target - deck.head.rate) * world.smoothing5ms / (1.0 - world.smoothing5ms);
 }

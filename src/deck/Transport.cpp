@@ -18,18 +18,18 @@ bool isSlot (int slot) noexcept
 
 double cueAt (const DeckPlayer& deck, int slot) noexcept
 {
-    return deck.cues[static_cast<size_t> (slot)];
+    return deck.marks.cues[static_cast<size_t> (slot)];
 }
 
 int currentSlot (DeckPlayer& deck) noexcept
 {
-    deck.currentCue = static_cast<int8_t> (std::clamp<int> (deck.currentCue, 0, cueSlotCount - 1));
-    return deck.currentCue;
+    deck.play.currentCue = static_cast<int8_t> (std::clamp<int> (deck.play.currentCue, 0, cueSlotCount - 1));
+    return deck.play.currentCue;
 }
 
 bool isRunning (const DeckPlayer& deck) noexcept
 {
-    return deck.playState != 0 && deck.loadedFrames > 0 && deck.heardPosition() < deck.loadedFrames;
+    return deck.play.on != 0 && deck.track.loadedFrames > 0 && deck.heardPosition() < deck.track.loadedFrames;
 }
 }
 
@@ -43,12 +43,12 @@ void Transport::chooseMaster (DeckWorld& world, const DeckPlayer& changed) noexc
         if (deck != nullptr && deck.get() != &changed && isRunning (*deck) && otherRunning == nullptr)
             otherRunning = deck.get();
 
-    if (changed.playState == 0)
+    if (changed.play.on == 0)
     {
         if (otherRunning != nullptr)
             world.settings.masterDeck = static_cast<int8_t> (otherRunning->index);
     }
-    else if (otherRunning == nullptr && changed.loadedFrames > 0)
+    else if (otherRunning == nullptr && changed.track.loadedFrames > 0)
     {
         world.settings.masterDeck = static_cast<int8_t> (changed.index);
     }
@@ -56,22 +56,22 @@ void Transport::chooseMaster (DeckWorld& world, const DeckPlayer& changed) noexc
 
 void Transport::playOrStop (DeckWorld& world, DeckPlayer& deck) noexcept
 {
-    if (deck.playState == 0)
+    if (deck.play.on == 0)
     {
-        deck.playState = 1;
-        deck.resyncRequest = 1;
+        deck.play.on = 1;
+        deck.sync.resync = 1;
     }
-    else if (deck.cueHold != 0)
+    else if (deck.play.cueHold != 0)
     {
-        deck.cueHold = 0;
+        deck.play.cueHold = 0;
     }
     else
     {
-        deck.playState = 0;
+        deck.play.on = 0;
     }
 
-    if (deck.playState != 0 && deck.position >= deck.loadedFrames)
-        deck.position = 0.0;
+    if (deck.play.on != 0 && deck.head.position >= deck.track.loadedFrames)
+        deck.place (0.0);
     chooseMaster (world, deck);
 }
 
@@ -96,10 +96,10 @@ void Transport::playSynchronized (int deckIndex)
         return world.listeners.postMessage (playLocked, deckIndex);
 
     const CallbackLock lock (world.callbackLock, "playSynchronized");
-    if (deck->playState != 0)
+    if (deck->play.on != 0)
         return;
     world.setup (*deck).sync = 1;
-    deck->oneShotSync = 1;
+    deck->sync.oneShot = 1;
     playOrStop (world, *deck);
 }
 
@@ -107,25 +107,27 @@ void Transport::storeCue (DeckWorld& world, DeckPlayer& deck, int slot) noexcept
 {
     const MarkEdit edit (deck);
     if (const auto place = Snap::heardPlace (world, deck))
-        deck.cues[static_cast<size_t> (slot)] = *place;
+        deck.marks.cues[static_cast<size_t> (slot)] = *place;
 }
 
 void Transport::returnToCue (DeckPlayer& deck) noexcept
 {
-    deck.declick();
-    deck.cueHold = 0;
-    deck.playState = 0;
-    deck.rate = 0.0;
-    deck.setPositionLimited (std::max (0.0, cueAt (deck, currentSlot (deck))));
+    deck.head.declickFrom (deck.head.position);
+    deck.play.cueHold = 0;
+    deck.play.on = 0;
+    deck.head.rate = 0.0;
+    deck.placeLimited (std::max (0.0, cueAt (deck, currentSlot (deck))));
     deck.emptyRings();
 }
 
 bool Transport::isStoppedAtCue (const DeckPlayer& deck) noexcept
 {
-    return deck.playState == 0
-           && std::any_of (deck.cues.begin(), deck.cues.end(),
-                           [&] (double cue)
-                           { return cue > emptyCue && std::abs (cue - deck.position) < cueReachFrames; });
+    return deck.play.on == 0
+           && std::any_of (deck.marks.cues.begin(), deck.marks.cues.end(),
+                           [&] (double cue) {
+                               return cue > emptyCue
+                                      && std::abs (cue - deck.heardPosition()) < cueReachFrames;
+                           });
 }
 
 void Transport::cue (int deckIndex, bool pressed)
@@ -139,9 +141,9 @@ void Transport::cue (int deckIndex, bool pressed)
     const CallbackLock lock (world.callbackLock, "cue");
     const auto slot = currentSlot (*deck);
 
-    if (deck->playState != 0)
+    if (deck->play.on != 0)
     {
-        if (pressed || deck->cueHold != 0)
+        if (pressed || deck->play.cueHold != 0)
             returnToCue (*deck);
     }
     else if (!pressed)
@@ -150,9 +152,9 @@ void Transport::cue (int deckIndex, bool pressed)
     }
     else if (isStoppedAtCue (*deck))
     {
-        deck->playState = 1;
-        deck->cueHold = 1;
-        deck->resyncRequest = 1;
+        deck->play.on = 1;
+        deck->play.cueHold = 1;
+        deck->sync.resync = 1;
     }
     else
     {
@@ -163,7 +165,7 @@ void Transport::cue (int deckIndex, bool pressed)
 
 bool Transport::keepPhase (DeckWorld& world, DeckPlayer& deck, double& target) noexcept
 {
-    if (deck.playState == 0 || world.setup (deck).sync == 0)
+    if (deck.play.on == 0 || world.setup (deck).sync == 0)
         return true;
 
     const auto grid = deck.grid();
@@ -189,18 +191,18 @@ void Transport::jumpToCue (int deckIndex, int slot)
         return;
 
     const CallbackLock lock (world.callbackLock, "jumpToCue");
-    deck->currentCue = static_cast<int8_t> (slot);
+    deck->play.currentCue = static_cast<int8_t> (slot);
     auto target = cueAt (*deck, slot);
     if (target <= emptyCue)
         return storeCue (world, *deck, slot);
 
-    deck->loopMode = noLoop;
-    deck->rollingLoop = 0;
+    deck->loops.mode = noLoop;
+    deck->loops.rolling = 0;
     if (!keepPhase (world, *deck, target))
         return;
-    deck->resyncRequest = 1;
+    deck->sync.resync = 1;
     deck->jumpTo (target);
-    if (deck->playState == 0)
+    if (deck->play.on == 0)
         deck->emptyRings();
 }
 
@@ -220,7 +222,7 @@ void Transport::deleteCue (int deckIndex, int slot)
         return;
     const CallbackLock lock (world.callbackLock, "deleteCue");
     const MarkEdit edit (*deck);
-    deck->cues[static_cast<size_t> (slot)] = emptyCue;
+    deck->marks.cues[static_cast<size_t> (slot)] = emptyCue;
 }
 
 void Transport::cuePlay (int deckIndex, bool pressed)
@@ -233,17 +235,17 @@ void Transport::cuePlay (int deckIndex, bool pressed)
     {
         const CallbackLock lock (world.callbackLock, "cuePlay");
         const auto slot = currentSlot (*deck);
-        if (deck->playState == 0)
+        if (deck->play.on == 0)
         {
             storeCue (world, *deck, slot);
-            deck->cuePlayArmed = true;
+            deck->play.cuePlayArmed = true;
             return;
         }
         if (cueAt (*deck, slot) > emptyCue)
             jumpToCue (deckIndex, slot);
-        deck->cueHold = 0;
+        deck->play.cueHold = 0;
     }
-    else if (!std::exchange (deck->cuePlayArmed, false))
+    else if (!std::exchange (deck->play.cuePlayArmed, false))
     {
         return;
     }
@@ -252,13 +254,13 @@ void Transport::cuePlay (int deckIndex, bool pressed)
 
 void Transport::seekLocked (DeckPlayer& deck, double frames) noexcept
 {
-    auto target = juce::jlimit (0.0, static_cast<double> (deck.loadedFrames), frames);
+    auto target = juce::jlimit (0.0, static_cast<double> (deck.track.loadedFrames), frames);
     if (!keepPhase (world, deck, target))
         return;
     world.setup (deck).timecodeAbsolute = 0;
-    deck.resyncRequest = 1;
+    deck.sync.resync = 1;
     deck.jumpTo (target);
-    if (deck.playState == 0)
+    if (deck.play.on == 0)
         deck.emptyRings();
 }
 
@@ -277,7 +279,7 @@ void Transport::seekNormalised (int deckIndex, double value)
     if (deck == nullptr || !std::isfinite (value))
         return;
     const CallbackLock lock (world.callbackLock, "seekNormalised");
-    seekLocked (*deck, value * deck->loadedFrames);
+    seekLocked (*deck, value * deck->track.loadedFrames);
 }
 
 void Transport::rewind (int deckIndex)
@@ -286,10 +288,10 @@ void Transport::rewind (int deckIndex)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "rewind");
-    if (deck->loadedFrames < 1)
+    if (deck->track.loadedFrames < 1)
         return;
     deck->jumpTo (0.0);
-    if (deck->playState == 0)
+    if (deck->play.on == 0)
         deck->emptyRings();
 }
 
@@ -299,11 +301,11 @@ void Transport::bendJog (int deckIndex, double value, double bendScale, double s
     if (deck == nullptr || !std::isfinite (value * bendScale) || !std::isfinite (value * scratchScale))
         return;
     const CallbackLock lock (world.callbackLock, "bendJog");
-    if (deck->playState != 0 && deck->scratchOn == 0)
-        deck->bend += value * bendScale;
+    if (deck->play.on != 0 && deck->jog.scratchOn == 0)
+        deck->head.bend += value * bendScale;
     else
-        deck->jogValue += value * scratchScale;
-    deck->lastJogTime = world.clock();
+        deck->head.jog += value * scratchScale;
+    deck->jog.lastTime = world.clock();
 }
 
 void Transport::setScratch (int deckIndex, bool on, bool touched)
@@ -314,20 +316,20 @@ void Transport::setScratch (int deckIndex, bool on, bool touched)
     const CallbackLock lock (world.callbackLock, "setScratch");
     if (touched)
     {
-        deck->jogTouched = 1;
-        deck->lastJogTime = world.clock();
+        deck->jog.touched = 1;
+        deck->jog.lastTime = world.clock();
     }
     if (on)
     {
-        if (deck->scratchArmed != 0)
-            deck->scratchKeep = 1;
+        if (deck->jog.scratchArmed != 0)
+            deck->jog.scratchKeep = 1;
     }
-    else if (deck->scratchOn != 0)
+    else if (deck->jog.scratchOn != 0)
     {
-        deck->scratchKeep = 0;
-        deck->scratchEnded = 1;
+        deck->jog.scratchKeep = 0;
+        deck->jog.scratchEnded = 1;
     }
-    deck->scratchOn = on ? 1 : 0;
+    deck->jog.scratchOn = on ? 1 : 0;
 }
 
 void Transport::dragJog (int deckIndex, double move, double gain)
@@ -336,13 +338,13 @@ void Transport::dragJog (int deckIndex, double move, double gain)
     if (deck == nullptr || !std::isfinite (move * gain))
         return;
     const CallbackLock lock (world.callbackLock, "dragJog");
-    deck->jogValue += (deck->jogValue - move) * gain;
+    deck->head.jog += (deck->head.jog - move) * gain;
 }
 
 void Transport::setReverse (int deckIndex, bool on)
 {
     if (auto* deck = world.deck (deckIndex))
-        deck->reverse = on ? 1 : 0;
+        deck->play.reverse = on ? 1 : 0;
 }
 
 void Transport::setNudge (int deckIndex, int direction)
@@ -351,27 +353,27 @@ void Transport::setNudge (int deckIndex, int direction)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "setNudge");
-    deck->nudge = static_cast<int8_t> (std::clamp (direction, -1, 1));
+    deck->play.nudge = static_cast<int8_t> (std::clamp (direction, -1, 1));
     if (direction == 0)
-        deck->nudgeAccel = 0.0;
+        deck->head.nudgeAccel = 0.0;
 }
 
 void Transport::setPitch (int deckIndex, double value)
 {
     if (auto* deck = world.deck (deckIndex); deck != nullptr && std::isfinite (value))
-        deck->pitch = juce::jlimit (0.0, 1.0, value);
+        deck->tempo.pitch = juce::jlimit (0.0, 1.0, value);
 }
 
 void Transport::setKeyTuning (int deckIndex, double semitones)
 {
     if (auto* deck = world.deck (deckIndex); deck != nullptr && std::isfinite (semitones))
-        deck->keyTuning = juce::jlimit (-12.0, 12.0, semitones);
+        deck->tempo.keyTuning = juce::jlimit (-12.0, 12.0, semitones);
 }
 
 void Transport::setKeyLock (int deckIndex, bool on)
 {
     if (auto* deck = world.deck (deckIndex))
-        deck->keyLock = on ? 1 : 0;
+        deck->tempo.keyLock = on ? 1 : 0;
 }
 
 void Transport::toggleSync (int deckIndex, bool oneShot)
@@ -386,8 +388,8 @@ void Transport::toggleSync (int deckIndex, bool oneShot)
     sync = sync == 0 ? 1 : 0;
     if (sync != 0)
     {
-        deck->resyncRequest = 1;
-        deck->oneShotSync = oneShot ? 1 : 0;
+        deck->sync.resync = 1;
+        deck->sync.oneShot = oneShot ? 1 : 0;
     }
 }
 

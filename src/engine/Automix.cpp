@@ -17,17 +17,17 @@ constexpr double askAgainMs = 1000.0;
 
 bool isEmpty (const DeckPlayer& deck) noexcept
 {
-    return deck.loadedFrames < 1;
+    return deck.track.loadedFrames < 1;
 }
 
 bool isAtEnd (const DeckPlayer& deck) noexcept
 {
-    return !isEmpty (deck) && deck.heardPosition() >= deck.loadedFrames;
+    return !isEmpty (deck) && deck.heardPosition() >= deck.track.loadedFrames;
 }
 
 bool isPlayedOut (const DeckPlayer& deck) noexcept
 {
-    return deck.playState == 0 && (isEmpty (deck) || isAtEnd (deck));
+    return deck.play.on == 0 && (isEmpty (deck) || isAtEnd (deck));
 }
 
 bool isLoading (const DeckPlayer& deck) noexcept
@@ -38,8 +38,9 @@ bool isLoading (const DeckPlayer& deck) noexcept
 /** Whole seconds of music, of a playing deck those until it ends. */
 double wholeSecondsLeft (const DeckPlayer& deck) noexcept
 {
-    const auto frames = deck.loadedFrames - deck.heardPosition();
-    const auto speed = deck.sampleRate * (deck.playState != 0 && deck.tempo > 0.0 ? deck.tempo.get() : 1.0);
+    const auto frames = deck.track.loadedFrames - deck.heardPosition();
+    const auto speed = deck.track.sampleRate
+                       * (deck.play.on != 0 && deck.tempo.factor > 0.0 ? deck.tempo.factor.get() : 1.0);
     return std::floor (std::max (0.0, frames / speed));
 }
 
@@ -56,14 +57,14 @@ void Automix::moveFade (double milliseconds) noexcept
     auto& left = deck (leavesRight ? 1 : 0);
     auto& entered = deck (leavesRight ? 0 : 1);
 
-    const auto hurries = isOn() && isPlayedOut (left) && entered.playState != 0;
+    const auto hurries = isOn() && isPlayedOut (left) && entered.play.on != 0;
     const auto factor = hurries ? std::max (1.0, settings.automixFadeSeconds / emptyFadeSeconds) : 1.0;
     if (AutoCrossfader::advance (settings, milliseconds * factor) == AutoCrossfader::idle || !isOn()
-        || left.playState == 0)
+        || left.play.on == 0)
         return;
-    left.playState = 0;
-    left.cueHold = 0;
-    left.loadNext = 1;
+    left.play.on = 0;
+    left.play.cueHold = 0;
+    left.play.loadNext = 1;
     settings.masterDeck = static_cast<int8_t> (entered.index);
 }
 
@@ -82,12 +83,12 @@ void Automix::setSync() noexcept
     {
         world.setup (deck (d)).sync = wanted;
         if (wanted != 0)
-            deck (d).keyLock = 1;
+            deck (d).tempo.keyLock = 1;
     }
 
     // A leader that stands still, on whatever deck, leads nobody.
     const auto* master = world.deck (world.settings.masterDeck);
-    if (wanted != 0 && master != nullptr && master->playState == 0 && deck (automixDeck).playState != 0)
+    if (wanted != 0 && master != nullptr && master->play.on == 0 && deck (automixDeck).play.on != 0)
         world.settings.masterDeck = static_cast<int8_t> (automixDeck);
 }
 
@@ -95,7 +96,7 @@ void Automix::keepOnAir() noexcept
 {
     auto& onAir = deck (automixDeck);
     auto& other = deck (1 - automixDeck);
-    if (onAir.playState == 0 && !isPlayedOut (onAir))
+    if (onAir.play.on == 0 && !isPlayedOut (onAir))
         putOnAir (onAir);
     else if (isEmpty (onAir) && !isLoading (onAir) && !isPlayedOut (other))
         putOnAir (other);
@@ -103,10 +104,10 @@ void Automix::keepOnAir() noexcept
 
 void Automix::putOnAir (DeckPlayer& next) noexcept
 {
-    next.playState = 1;
-    next.cueHold = 0;
+    next.play.on = 1;
+    next.play.cueHold = 0;
     if (world.settings.automixSync != 0)
-        next.resyncRequest = DeckPlayer::resyncBesideGrid;
+        next.sync.resync = SyncState::besideGrid;
     world.settings.autoFadeState = fadeTowards (next.index);
     automixDeck = next.index;
     Transport::chooseMaster (world, next);
@@ -119,12 +120,12 @@ void Automix::askForTracks (double milliseconds) noexcept
         auto& each = deck (d);
         auto& waited = sinceAsked[static_cast<size_t> (d)];
         waited += milliseconds;
-        if (isLoading (each) || (each.playState != 0 && !isEmpty (each)))
+        if (isLoading (each) || (each.play.on != 0 && !isEmpty (each)))
             continue;
         const auto wants = isEmpty (each) || (isAtEnd (each) && d != automixDeck);
-        if (each.loadNext == 0 && !(wants && waited >= askAgainMs))
+        if (each.play.loadNext == 0 && !(wants && waited >= askAgainMs))
             continue;
-        each.loadNext = 0;
+        each.play.loadNext = 0;
         waited = 0.0;
         world.listeners.post (EngineEvent::loadNextTrack, d);
     }
@@ -159,9 +160,9 @@ void Automix::handOverNearEnd() noexcept
         return;
     if (wholeSecondsLeft (other) > fade)
         putOnAir (other);
-    else if (other.playState != 0)
+    else if (other.play.on != 0)
         return;
-    else if (other.position != 0.0)
+    else if (other.head.position != 0.0)
         other.jumpTo (0.0);
     else
         putOnAir (other);

@@ -46,27 +46,27 @@ constexpr std::array beginnings {
 
 Holding holdingOf (const DeckPlayer& deck) noexcept
 {
-    return deck.playState != 0 ? playing : deck.loadedFrames > 0 ? loaded : empty;
+    return deck.play.on != 0 ? playing : deck.track.loadedFrames > 0 ? loaded : empty;
 }
 
 void begin (DeckWorld& world, DeckPlayer& deck, const Beginning::Deck& what)
 {
     if (what.stops)
-        deck.playState = deck.cueHold = 0;
-    if (what.rewinds || (what.rewindsAtEnd && deck.heardPosition() >= deck.loadedFrames))
+        deck.play.on = deck.play.cueHold = 0;
+    if (what.rewinds || (what.rewindsAtEnd && deck.heardPosition() >= deck.track.loadedFrames))
     {
         deck.jumpTo (0.0);
-        if (deck.playState == 0)
+        if (deck.play.on == 0)
             deck.emptyRings();
     }
     if (what.starts)
     {
-        deck.playState = 1;
-        deck.resyncRequest = 1;
+        deck.play.on = 1;
+        deck.sync.resync = 1;
     }
     // A deck that plays with nothing loaded is as empty as one that stands still.
-    if (what.asks || (what.stops && deck.loadedFrames < 1))
-        deck.loadNext = 1;
+    if (what.asks || (what.stops && deck.track.loadedFrames < 1))
+        deck.play.loadNext = 1;
     if (what.stops || what.starts)
         Transport::chooseMaster (world, deck);
 }
@@ -100,7 +100,7 @@ void Automix::stop()
             return;
         world.settings.automixOn = 0;
         for (int d : { 0, 1 })
-            deck (d).loadNext = 0;
+            deck (d).play.loadNext = 0;
     }
     world.listeners.post (EngineEvent::automixChanged, 0);
 }

@@ -247,7 +247,7 @@ void CPlatterdex::loadNextTrack (int deck)
 {
     auto* player = decks.deck (deck);
     if (player == nullptr || player->importThread->isBusy()
-        || (player->playState != 0 && player->loadedFrames > 0) || settings.automixOn == 0)
+        || (player->play.on != 0 && player->track.loadedFrames > 0) || settings.automixOn == 0)
         return; // meanwhile somebody else has found something to do for it
 
     auto file = juce::File();

@@ -129,7 +129,7 @@ PX_AUDIO_THREAD void runEffects (Block& block, DeckPlayer& deck)
 {
     auto& rack = block.engine.effectRacks[static_cast<size_t> (deck.index)];
     const auto pair = block.pair (deck);
-    rack.process (pair.left, pair.right, block.frames, deck.bpm * deck.tempo);
+    rack.process (pair.left, pair.right, block.frames, deck.marks.bpm * deck.tempo.factor);
 }
 
 PX_AUDIO_THREAD void tapPfl (Block& block, DeckPlayer& deck)
@@ -163,7 +163,7 @@ PX_AUDIO_THREAD void renderDecks (Block& block)
 PX_AUDIO_THREAD void clearResyncRequests (Block& block)
 {
     for (auto& deck : block.engine.decks.decks)
-        deck->resyncRequest = 0;
+        deck->sync.resync = 0;
     block.engine.automix.handOverNearEnd();
 }
 

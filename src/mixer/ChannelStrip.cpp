@@ -60,7 +60,7 @@ double ChannelStrip::targetGain (const EngineSettings& settings, const DeckPlaye
     const FaderLaws::Crossfader fader { settings.crossfader, settings.crossfaderCurve,
                                         settings.crossfaderMode == 0, settings.crossfaderReverse != 0 };
     const auto crossfader = deck.mixOverride == punch ? 1.0 : FaderLaws::crossfaderGain (fader, side);
-    return FaderLaws::faderGain (deck.volume) * deck.autogain * deck.gain * 2.0 * crossfader;
+    return FaderLaws::faderGain (deck.volume) * deck.track.autogain * deck.gain * 2.0 * crossfader;
 }
 
 void ChannelStrip::applyFader (DeckPlayer& deck, const Pair& pair, double target, double smoothing) noexcept

@@ -55,8 +55,13 @@ class Published
 public:
     constexpr Published() noexcept = default;
     constexpr Published (T initial) noexcept : value (initial) {}
-    Published& operator= (const Published&) = delete;
-    Published (const Published&) = delete;
+    Published (const Published& other) noexcept : value (other.get()) {}
+
+    Published& operator= (const Published& other) noexcept
+    {
+        *this = other.get();
+        return *this;
+    }
 
     T operator= (T next) noexcept
     {

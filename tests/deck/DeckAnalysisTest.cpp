@@ -44,7 +44,7 @@ struct StoringDecks : DeckFixture, EngineListener
     void beginLoad (const juce::File& file)
     {
         loadTrack (world, file, 0);
-        while (deck().texts().filePath != file.getFullPathName() || deck().loadedFrames < 1)
+        while (deck().texts().filePath != file.getFullPathName() || deck().track.loadedFrames < 1)
             juce::Thread::yield();
     }
 
@@ -71,11 +71,11 @@ TEST (DeckAnalysis, ATrackIsAnalysedOnceAndReadFromThenOn)
     const auto track = writeDrums (decks.folder.file ("drums.wav"), 35.0, 125.0);
     decks.load (track);
     auto& deck = decks.deck();
-    EXPECT_NEAR (deck.bpm, 125.0, 0.05);
-    EXPECT_EQ (deck.bpmAverage, deck.bpm);
-    EXPECT_NEAR (deck.numBeats, 2 * 35 * 125 / 60, 4);
-    EXPECT_NE (deck.autogain, 1.0);
-    EXPECT_EQ (decks.tempos, (Tempos { { track.getFullPathName(), deck.bpm } }));
+    EXPECT_NEAR (deck.marks.bpm, 125.0, 0.05);
+    EXPECT_EQ (deck.marks.bpmAverage, deck.marks.bpm);
+    EXPECT_NEAR (deck.track.numBeats, 2 * 35 * 125 / 60, 4);
+    EXPECT_NE (deck.track.autogain, 1.0);
+    EXPECT_EQ (decks.tempos, (Tempos { { track.getFullPathName(), deck.marks.bpm } }));
     EXPECT_EQ (decks.stored (track), std::optional (analysisOf (decks.world, deck)));
     // Full beats are every second mark, on the strong noises.
     const auto beat = deck.grid().nearestEvenBeat (441'000.0);
@@ -97,12 +97,12 @@ TEST (DeckAnalysis, ATrackIsAnalysedOnceAndReadFromThenOn)
     const auto elsewhere = moved.getChildFile (track.getFileName());
     ASSERT_TRUE (track.copyFileTo (elsewhere));
     decks.load (elsewhere, 1);
-    EXPECT_EQ (decks.deck (1).bpm, 99.125);
-    EXPECT_EQ (decks.deck (1).fixedGrid, 1);
-    EXPECT_EQ (decks.deck (1).cues[3], 1234.5);
-    EXPECT_EQ (decks.deck (1).currentCue, 3);
-    EXPECT_EQ (decks.deck (1).startPoint, 77.0);
-    EXPECT_EQ (decks.deck (1).startPointOn, 1);
+    EXPECT_EQ (decks.deck (1).marks.bpm, 99.125);
+    EXPECT_EQ (decks.deck (1).marks.fixedGrid, 1);
+    EXPECT_EQ (decks.deck (1).marks.cues[3], 1234.5);
+    EXPECT_EQ (decks.deck (1).play.currentCue, 3);
+    EXPECT_EQ (decks.deck (1).marks.startPoint, 77.0);
+    EXPECT_EQ (decks.deck (1).marks.startPointOn, 1);
     EXPECT_EQ (decks.deck (1).beats, *told.beatMarks);
     EXPECT_EQ (analysisOf (decks.world, decks.deck (1)), told);
     EXPECT_EQ (decks.tempos.back().second, 99.125);
@@ -115,15 +115,15 @@ TEST (DeckAnalysis, WhatAHandHasSetIsSavedWhenTheTrackLeaves)
     const auto other = writeDrums (decks.folder.file ("b.wav"), 5.0, 100.0);
     decks.load (track);
     EXPECT_EQ (decks.stored (track)->cues->cuePos, TrackAnalysis::Cues().cuePos); // all sixteen unset
-    decks.deck().cues[15] = 5000.0;
-    decks.deck().downbeatPosition = 512;
+    decks.deck().marks.cues[15] = 5000.0;
+    decks.deck().marks.downbeatPosition = 512;
     decks.load (other);
     EXPECT_EQ (decks.stored (track)->cues->cuePos[15], 5000.0);
     EXPECT_EQ (decks.stored (track)->downbeatPos, 512);
-    EXPECT_EQ (decks.deck().cues[15], emptyCue);
+    EXPECT_EQ (decks.deck().marks.cues[15], emptyCue);
 
     // Also when the disk with the track has gone, and nothing is written over a track.
-    decks.deck().cues[0] = 44.0;
+    decks.deck().marks.cues[0] = 44.0;
     const auto bytes = decks.storedFor (other);
     other.deleteFile();
     decks.load (track);
@@ -131,7 +131,7 @@ TEST (DeckAnalysis, WhatAHandHasSetIsSavedWhenTheTrackLeaves)
     EXPECT_FALSE (other.exists());
 
     // Or on request, on the deck's own thread.
-    decks.deck().cues[1] = 55.0;
+    decks.deck().marks.cues[1] = 55.0;
     decks.deck().analysisThread->requestSave();
     decks.deck().analysisThread->waitUntilIdle();
     EXPECT_EQ (decks.stored (track)->cues->cuePos[1], 55.0);
@@ -146,15 +146,15 @@ TEST (DeckAnalysis, AFileWithoutAGridIsMadeWholeAndItsCuesStay)
     gridless.cues.emplace().cuePos[4] = 900.0;
     ASSERT_TRUE (AnalysisFile::write (file, gridless));
     decks.load (track);
-    EXPECT_GT (decks.deck().numBeats, 10);
-    EXPECT_EQ (decks.deck().cues[4], 900.0);
+    EXPECT_GT (decks.deck().track.numBeats, 10);
+    EXPECT_EQ (decks.deck().marks.cues[4], 900.0);
     ASSERT_TRUE (decks.stored (track) && decks.stored (track)->beatMarks);
     EXPECT_EQ (decks.stored (track)->cues->cuePos[4], 900.0);
 
     for (const char* text : { "no xml at all", "<audioAnalysis><agg/></audioAnalysis>", "" })
     {
         ASSERT_TRUE (file.replaceWithText (text));
-        decks.deck().loadedFrames = 0; // nothing to save
+        decks.deck().track.loadedFrames = 0; // nothing to save
         decks.load (track);
         ASSERT_TRUE (decks.stored (track)) << text;
         EXPECT_GT (decks.stored (track)->beatMarks->size(), 10u) << text;
@@ -175,19 +175,19 @@ TEST (DeckAnalysis, ALoadThatIsBrokenOffWritesNoHalfAnalysis)
         decks.load (next);
         const auto found = decks.stored (track);
         EXPECT_TRUE (!found || found->beatMarks->size() > 300);
-        EXPECT_NEAR (decks.deck().bpm, 120.0, 0.5);
+        EXPECT_NEAR (decks.deck().marks.bpm, 120.0, 0.5);
     }
 
     // Cues of a track that was not analysed yet are kept all the same.
     const auto fresh = writeDrums (decks.folder.file ("fresh.wav"), 100.0, 120.0);
     decks.beginLoad (fresh);
-    decks.deck().cues[7] = 1000.0;
+    decks.deck().marks.cues[7] = 1000.0;
     decks.load (next);
     ASSERT_TRUE (decks.stored (fresh));
     EXPECT_EQ (decks.stored (fresh)->cues->cuePos[7], 1000.0);
     decks.load (fresh);
-    EXPECT_EQ (decks.deck().cues[7], 1000.0);
-    EXPECT_GT (decks.deck().numBeats, 300);
+    EXPECT_EQ (decks.deck().marks.cues[7], 1000.0);
+    EXPECT_GT (decks.deck().track.numBeats, 300);
 }
 
 TEST (DeckAnalysis, TheTempoIsMeasuredAnewNearTheSeedAndTheGridStays)
@@ -204,27 +204,27 @@ TEST (DeckAnalysis, TheTempoIsMeasuredAnewNearTheSeedAndTheGridStays)
         decks.listeners.deliver();
     };
     measureNear (56.0f);
-    EXPECT_NEAR (deck.bpm, 55.0, 0.1);
-    EXPECT_EQ (deck.bpmAverage, deck.bpm);
-    EXPECT_EQ (decks.tempos.back().second, deck.bpm);
+    EXPECT_NEAR (deck.marks.bpm, 55.0, 0.1);
+    EXPECT_EQ (deck.marks.bpmAverage, deck.marks.bpm);
+    EXPECT_EQ (decks.tempos.back().second, deck.marks.bpm);
     EXPECT_EQ (deck.beats, marks);
     EXPECT_EQ (deck.analysisProgress, 0);
 
     // Stopped, or cut off by a load, it changes nothing and says nothing.
     const auto count = decks.tempos.size();
-    const double before = deck.bpm;
+    const double before = deck.marks.bpm;
     deck.analysisThread->requestAnalysis (110.0f);
     deck.analysisThread->stop();
     decks.listeners.deliver();
     // It may have been done already: then all of it.
-    EXPECT_EQ (decks.tempos.size(), count + (deck.bpm == before ? 0 : 1));
+    EXPECT_EQ (decks.tempos.size(), count + (deck.marks.bpm == before ? 0 : 1));
     deck.analysisThread->requestAnalysis (56.0f);
     decks.load (writeDrums (decks.folder.file ("b.wav"), 4.0, 140.0));
     deck.analysisThread->waitUntilIdle();
-    EXPECT_NEAR (deck.bpm, 140.0, 0.5);
+    EXPECT_NEAR (deck.marks.bpm, 140.0, 0.5);
     const AnalysisThread::Hold held (deck.analysisThread.get());
     measureNear (70.0f);
-    EXPECT_NEAR (deck.bpm, 140.0, 0.5);
+    EXPECT_NEAR (deck.marks.bpm, 140.0, 0.5);
 }
 
 TEST (DeckAnalysis, TheGridOfAPlayingDeckAppearsAsAWhole)
@@ -237,7 +237,7 @@ TEST (DeckAnalysis, TheGridOfAPlayingDeckAppearsAsAWhole)
     while (deck.importThread->isBusy())
     {
         const CallbackLock lock (decks.callbackLock, "block");
-        deck.playState = deck.loadedFrames > 44'100 ? 1 : 0;
+        deck.play.on = deck.track.loadedFrames > 44'100 ? 1 : 0;
         decks.render (512);
         const auto grid = deck.grid();
         sawNone = sawNone || grid.numBeats == 0;
@@ -249,7 +249,7 @@ TEST (DeckAnalysis, TheGridOfAPlayingDeckAppearsAsAWhole)
         }
     }
     EXPECT_TRUE (sawNone);
-    EXPECT_GT (deck.numBeats, 0);
+    EXPECT_GT (deck.track.numBeats, 0);
 }
 
 TEST (DeckAnalysis, ADeckFindsWhatTheAnalysisOfItsFileFinds)
@@ -270,9 +270,9 @@ TEST (DeckAnalysis, ADeckFindsWhatTheAnalysisOfItsFileFinds)
         EXPECT_EQ (result.seconds, seconds);
         EXPECT_TRUE (result.isWritten && !result.wasStored);
         EXPECT_EQ (*result.analysis.beatMarks, decks.deck().beats) << seconds;
-        EXPECT_EQ (result.analysis.tempoTracker, decks.deck().bpm) << seconds;
-        EXPECT_EQ (result.analysis.downbeatId, decks.deck().downbeatIndex) << seconds;
-        EXPECT_NEAR (*result.analysis.autogain, decks.deck().autogain, 0.002) << seconds;
+        EXPECT_EQ (result.analysis.tempoTracker, decks.deck().marks.bpm) << seconds;
+        EXPECT_EQ (result.analysis.downbeatId, decks.deck().marks.downbeatIndex) << seconds;
+        EXPECT_NEAR (*result.analysis.autogain, decks.deck().track.autogain, 0.002) << seconds;
         EXPECT_FALSE (result.analysis.cues);
     }
 }

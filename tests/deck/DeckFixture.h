@@ -55,10 +55,9 @@ struct DeckFixture
             right[static_cast<size_t> (i)] = static_cast<int16_t> (-left[static_cast<size_t> (i)]);
         }
         deck (index).resetTrack();
-        deck (index).sampleRate = trackRate;
+        deck (index).track.sampleRate = trackRate;
         TrackIngest ingest (deck (index).trackTarget());
         ingest.append (left.data(), right.data(), frames);
-        deck (index).isTrackLoaded = 1;
     }
 
     struct Stereo
@@ -77,7 +76,7 @@ struct DeckFixture
             DeckBlock::releaseScratch (deck (index));
             DeckBlock::render (world, deck (index), out.left.data() + done, out.right.data() + done, piece);
             DeckBlock::checkTimeOuts (world, deck (index));
-            deck (index).resyncRequest = 0;
+            deck (index).sync.resync = 0;
         }
         return out;
     }

@@ -43,7 +43,7 @@ TEST (DeckReader, PitchedSineHasItsFrequencyAndTheCubicsDistortion)
     {
         DeckFixture decks;
         decks.putTrack (600'000, sineTrack (c.frequency, c.trackRate), 0, c.trackRate);
-        decks.deck().pitch = c.pitch;
+        decks.deck().tempo.pitch = c.pitch;
         startPlaying (decks);
         const auto heard = decks.render (88'200).left;
 
@@ -62,9 +62,9 @@ TEST (DeckReader, AtUnityTheSamplesComeOutAsTheyAre)
     const auto noise = Signals::noise (50'000, 3);
     decks.putTrack (50'000, [&] (int i) { return noise[static_cast<size_t> (i)]; });
     auto& deck = decks.deck();
-    deck.playState = 1;
-    deck.position = 1000.0;
-    deck.rate = 1.0; // already at speed: the position falls on whole frames
+    deck.play.on = 1;
+    deck.place (1000.0);
+    deck.head.rate = 1.0; // already at speed: the position falls on whole frames
     const auto out = decks.render (4096);
 
     // Slow speeds are dulled by g / sqrt (1 + g * g) with g ten times the speed, which is 0.995 at unity.
@@ -84,14 +84,14 @@ TEST (DeckReader, ReverseOfForwardIsTheOriginalTurnedRound)
     decks.putTrack (50'000, [&] (int i) { return noise[static_cast<size_t> (i)]; });
     auto& deck = decks.deck();
 
-    deck.playState = 1;
-    deck.position = 10'000.0;
-    deck.rate = 1.0;
+    deck.play.on = 1;
+    deck.place (10'000.0);
+    deck.head.rate = 1.0;
     auto forward = decks.render (8192).left;
 
-    deck.reverse = 1;
-    deck.rate = -1.0;
-    deck.position = 10'000.0 + 8191.0;
+    deck.play.reverse = 1;
+    deck.head.rate = -1.0;
+    deck.place (10'000.0 + 8191.0);
     const auto backward = decks.render (8192).left;
 
     // The dulling follows the sign of the speed, so reverse play has the other polarity.
@@ -105,12 +105,12 @@ TEST (DeckReader, ReverseAtZeroStaysSilentAndPlaying)
     DeckFixture decks;
     decks.putTrack (50'000, sineTrack (440.0));
     auto& deck = decks.deck();
-    deck.playState = 1;
-    deck.reverse = 1;
-    deck.position = 2000.0;
+    deck.play.on = 1;
+    deck.play.reverse = 1;
+    deck.place (2000.0);
     decks.render (20'000);
-    EXPECT_EQ (deck.position, 0.0);
-    EXPECT_EQ (deck.playState, 1);
+    EXPECT_EQ (deck.head.position, 0.0);
+    EXPECT_EQ (deck.play.on, 1);
     EXPECT_EQ (Signals::peak (decks.render (1024).left), 0.0);
 }
 
@@ -125,21 +125,21 @@ TEST (DeckReader, StopsItselfAtTheEndAndAnotherDeckLeads)
     for (int block = 0; block < 60; ++block)
         for (int d = 0; d < 2; ++d)
             decks.render (1000, d);
-    EXPECT_EQ (decks.deck().playState, 0);
-    EXPECT_EQ (decks.deck().position, 30'000.0);
+    EXPECT_EQ (decks.deck().play.on, 0);
+    EXPECT_EQ (decks.deck().head.position, 30'000.0);
     EXPECT_EQ (decks.settings.masterDeck, 1);
 
     decks.transport.playPause (0); // from the end it starts anew
-    EXPECT_EQ (decks.deck().position, 0.0);
+    EXPECT_EQ (decks.deck().head.position, 0.0);
 }
 
 TEST (DeckReader, AnEmptyDeckTakesPlayAndStopsInTheSameBlock)
 {
     DeckFixture decks;
     decks.transport.playPause (0);
-    EXPECT_EQ (decks.deck().playState, 1);
+    EXPECT_EQ (decks.deck().play.on, 1);
     const auto out = decks.render (128);
-    EXPECT_EQ (decks.deck().playState, 0);
+    EXPECT_EQ (decks.deck().play.on, 0);
     EXPECT_EQ (Signals::peak (out.left), 0.0);
 }
 
@@ -157,13 +157,13 @@ TEST (DeckReader, StopsAndJumpsMakeNoStepLargerThanTheMusics)
         { "hot cue", [] (DeckFixture& d) { d.transport.jumpToCue (0, 2); } },
         { "stop", [] (DeckFixture& d) { d.transport.playPause (0); } },
         { "scratch on", [] (DeckFixture& d) { d.transport.setScratch (0, true, false); } },
-        { "reverse", [] (DeckFixture& d) { d.deck().reverse = 1; } },
+        { "reverse", [] (DeckFixture& d) { d.deck().play.reverse = 1; } },
     };
     for (const auto& c : cases)
     {
         DeckFixture decks;
         decks.putTrack (300'000, sineTrack (200.0));
-        decks.deck().cues[2] = 120'055.7;
+        decks.deck().marks.cues[2] = 120'055.7;
         startPlaying (decks);
         auto heard = decks.render (4096).left;
         const auto before = Signals::largestStep (heard);
@@ -183,9 +183,9 @@ TEST (DeckReader, ADeclickHasTheEnergyOfItsFade)
     DeckFixture decks;
     decks.putTrack (100'000, [] (int i) { return i < 50'000 ? 0.5 : 0.0; });
     auto& deck = decks.deck();
-    deck.playState = 1;
-    deck.position = 20'000.0;
-    deck.rate = 1.0;
+    deck.play.on = 1;
+    deck.place (20'000.0);
+    deck.head.rate = 1.0;
     deck.jumpTo (80'000.0);
     const auto tail = decks.render (2048).left;
 
@@ -195,15 +195,15 @@ TEST (DeckReader, ADeclickHasTheEnergyOfItsFade)
     const auto level = 0.5 * 10.0 / std::sqrt (101.0);
     EXPECT_NEAR (energy, level * level / (1.0 - 0.984 * 0.984), 0.02 * energy);
     EXPECT_LT (std::abs (tail[500]), 0.001);
-    EXPECT_EQ (deck.declickGain, 0.0);
+    EXPECT_EQ (deck.head.declickGain, 0.0);
 }
 
 TEST (DeckReader, PositionZeroIsSilentForItsFirstFrame)
 {
     DeckFixture decks;
     decks.putTrack (1000, [] (int) { return 0.9; });
-    decks.deck().playState = 1;
-    decks.deck().rate = 1.0;
+    decks.deck().play.on = 1;
+    decks.deck().head.rate = 1.0;
     const auto out = decks.render (16).left;
     EXPECT_LT (std::abs (out[0]), 1e-9f);
     EXPECT_GT (out[1], 0.8f);
@@ -216,9 +216,9 @@ TEST (DeckReader, NudgeBendAndBalanceDoWhatTheySay)
     startPlaying (decks);
     const auto speedOver = [&] (int frames)
     {
-        const double from = decks.deck().position;
+        const double from = decks.deck().head.position;
         decks.render (frames);
-        return (decks.deck().position - from) / frames;
+        return (decks.deck().head.position - from) / frames;
     };
     decks.transport.setNudge (0, 1);
     decks.render (4096);
@@ -232,10 +232,10 @@ TEST (DeckReader, NudgeBendAndBalanceDoWhatTheySay)
 
     // A bend of the jog speeds the deck up and dies away with its 0.1 s, but for the cut at 0.001.
     decks.transport.bendJog (0, 10.0, -0.01, 0.1);
-    const double from = decks.deck().position;
+    const double from = decks.deck().head.position;
     decks.render (88'200);
-    EXPECT_NEAR (decks.deck().position - from - 88'200.0, 0.1 * 4410.0, 12.0);
-    EXPECT_EQ (decks.deck().bend, 0.0);
+    EXPECT_NEAR (decks.deck().head.position - from - 88'200.0, 0.1 * 4410.0, 12.0);
+    EXPECT_EQ (decks.deck().head.bend, 0.0);
 
     const auto centre = decks.render (4410);
     decks.deck().balance = 0.75;
@@ -249,26 +249,26 @@ TEST (DeckReader, ScratchFollowsTheJogAlone)
     DeckFixture decks;
     decks.putTrack (400'000, sineTrack (500.0));
     startPlaying (decks);
-    decks.deck().position = 200'000.0;
+    decks.deck().place (200'000.0);
     decks.transport.setScratch (0, true, false);
     decks.render (44'100);
-    const double held = decks.deck().position;
+    const double held = decks.deck().head.position;
     decks.render (4410);
-    EXPECT_EQ (decks.deck().position, held);
+    EXPECT_EQ (decks.deck().head.position, held);
 
     decks.transport.bendJog (0, 20.0, -0.01, 0.1);
     decks.render (2205);
-    const double forward = decks.deck().position;
+    const double forward = decks.deck().head.position;
     EXPECT_GT (forward, held + 1000.0);
     decks.transport.bendJog (0, -60.0, -0.01, 0.1);
     decks.render (4410);
-    EXPECT_LT (decks.deck().position, forward - 1000.0);
+    EXPECT_LT (decks.deck().head.position, forward - 1000.0);
 
     decks.transport.setScratch (0, false, false);
-    EXPECT_EQ (decks.deck().scratchEnded, 1);
+    EXPECT_EQ (decks.deck().jog.scratchEnded, 1);
     decks.render (88'200);
-    EXPECT_EQ (decks.deck().scratchEnded, 0);
-    EXPECT_NEAR (decks.deck().rate, 1.0, 1e-6);
+    EXPECT_EQ (decks.deck().jog.scratchEnded, 0);
+    EXPECT_NEAR (decks.deck().head.rate, 1.0, 1e-6);
 }
 
 TEST (DeckReader, AScratchWhoseMessagesStopEndsByItself)
@@ -278,21 +278,21 @@ TEST (DeckReader, AScratchWhoseMessagesStopEndsByItself)
     startPlaying (decks);
     auto& deck = decks.deck();
     decks.transport.setScratch (0, true, true);
-    deck.scratchArmed = 1;
+    deck.jog.scratchArmed = 1;
     decks.now += 25;
     decks.render (128);
-    EXPECT_EQ (deck.scratchOn, 1);
+    EXPECT_EQ (deck.jog.scratchOn, 1);
     decks.now += 1;
     decks.render (128);
-    EXPECT_EQ (deck.scratchOn, 0);
-    EXPECT_EQ (deck.scratchEnded, 1);
+    EXPECT_EQ (deck.jog.scratchOn, 0);
+    EXPECT_EQ (deck.jog.scratchEnded, 1);
     decks.render (128); // the jog is at rest: the next block takes the end up
-    EXPECT_EQ (deck.scratchEnded, 0);
+    EXPECT_EQ (deck.jog.scratchEnded, 0);
 
-    EXPECT_EQ (deck.jogTouched, 1);
+    EXPECT_EQ (deck.jog.touched, 1);
     decks.now += 2000;
     decks.render (128);
-    EXPECT_EQ (deck.jogTouched, 0);
+    EXPECT_EQ (deck.jog.touched, 0);
 }
 
 TEST (DeckReader, TheStartPointHolds)
@@ -300,13 +300,13 @@ TEST (DeckReader, TheStartPointHolds)
     DeckFixture decks;
     decks.putTrack (100'000, sineTrack (500.0));
     auto& deck = decks.deck();
-    deck.startPoint = 5000.0;
-    deck.startPointOn = 1;
-    deck.playState = 1;
-    deck.reverse = 1;
-    deck.position = 6000.0;
+    deck.marks.startPoint = 5000.0;
+    deck.marks.startPointOn = 1;
+    deck.play.on = 1;
+    deck.play.reverse = 1;
+    deck.place (6000.0);
     decks.render (8192);
-    EXPECT_EQ (deck.position, 5000.0);
+    EXPECT_EQ (deck.head.position, 5000.0);
 }
 
 TEST (DeckReader, StartsAndStopsAtAnyRateOfFileAndEngine)
@@ -320,11 +320,11 @@ TEST (DeckReader, StartsAndStopsAtAnyRateOfFileAndEngine)
             decks.putTrack (static_cast<int> (trackRate), sineTrack (440.0, trackRate), 0, trackRate);
             decks.transport.playPause (0);
             decks.render (static_cast<int> (engineRate / 2.0));
-            EXPECT_NEAR (decks.deck().position, trackRate * 0.495, trackRate * 0.001)
+            EXPECT_NEAR (decks.deck().head.position, trackRate * 0.495, trackRate * 0.001)
                 << engineRate << ' ' << trackRate;
             decks.transport.playPause (0);
             decks.render (static_cast<int> (engineRate / 5.0));
-            EXPECT_EQ (decks.deck().rate, 0.0) << engineRate << ' ' << trackRate;
+            EXPECT_EQ (decks.deck().head.rate, 0.0) << engineRate << ' ' << trackRate;
         }
 }
 
@@ -335,7 +335,7 @@ TEST (DeckReader, AnyBlockSizeGivesTheSameSound)
     {
         DeckFixture decks;
         decks.putTrack (100'000, sineTrack (700.0));
-        decks.deck().pitch = 0.8;
+        decks.deck().tempo.pitch = 0.8;
         decks.transport.playPause (0);
         const auto heard = decks.render (40'000, 0, block).left;
         if (reference.empty())

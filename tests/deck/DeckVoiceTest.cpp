@@ -17,7 +17,7 @@ struct StretchedDecks : DeckFixture
             each->makeStretcher (rate);
     }
 
-    void setTempo (double tempo, int index = 0) { deck (index).pitch = tempo - 0.5; }
+    void setTempo (double tempo, int index = 0) { deck (index).tempo.pitch = tempo - 0.5; }
 };
 
 /** Bursts of 3 kHz, `spacing` frames apart from `spacing` on. */
@@ -93,8 +93,8 @@ TEST (DeckVoice, ADeckTellsThePlaceThatIsHeard)
         StretchedDecks decks;
         decks.putTrack (900'000, clicks (20'000), 0, c.trackRate);
         decks.setTempo (c.tempo);
-        decks.deck().keyLock = static_cast<int8_t> (c.keyLock);
-        decks.deck().keyTuning = c.key;
+        decks.deck().tempo.keyLock = static_cast<int8_t> (c.keyLock);
+        decks.deck().tempo.keyTuning = c.key;
         decks.transport.playPause (0);
         Take take;
         for (int block = 0; block < 3000; ++block)
@@ -107,7 +107,7 @@ TEST (DeckVoice, ADeckTellsThePlaceThatIsHeard)
             const auto heard = take.heardAt (onset);
             EXPECT_NEAR (heard, 20'000.0 * std::round (heard / 20'000.0), millisecond);
         }
-        EXPECT_GT (decks.deck().position - decks.deck().heardPosition(), 3000.0); // what it reads leads
+        EXPECT_GT (decks.deck().head.position - decks.deck().heardPosition(), 3000.0); // what it reads leads
     }
 }
 
@@ -117,7 +117,7 @@ TEST (DeckVoice, DecksThatReadInPhaseAreHeardInPhase)
     StretchedDecks decks;
     decks.putTrack (2'000'000, clicks (20'000), 0);
     decks.putTrack (2'200'000, clicks (22'000), 1);
-    decks.deck (1).keyTuning = 4.0;
+    decks.deck (1).tempo.keyTuning = 4.0;
     std::array<Take, 2> takes;
     for (int deck = 0; deck < 2; ++deck)
         decks.transport.playPause (deck);
@@ -163,7 +163,7 @@ TEST (DeckVoice, AJumpOfAPlayingDeckIsHeardAtOnce)
     StretchedDecks decks;
     decks.putTrack (900'000, clicks (20'000));
     decks.setTempo (1.05);
-    decks.deck().cues[0] = 399'999.0;
+    decks.deck().marks.cues[0] = 399'999.0;
     decks.transport.playPause (0);
     decks.render (40'000);
     EXPECT_NEAR (decks.deck().heardPosition(), 40'000.0 * 1.05 - 220.0, 3.0 * millisecond); // beside an onset
@@ -210,9 +210,9 @@ TEST (DeckVoice, NothingThatIsTurnedWhilePlayingMakesAStep)
         { "scratch ends",
           [] (StretchedDecks& d)
           {
-              d.deck().scratchOn = 0;
-              d.deck().scratchArmed = 0;
-              d.deck().scratchEnded = 1;
+              d.deck().jog.scratchOn = 0;
+              d.deck().jog.scratchArmed = 0;
+              d.deck().jog.scratchEnded = 1;
           } },
         { "stop", [] (StretchedDecks& d) { d.transport.playPause (0); } },
         { "play", [] (StretchedDecks& d) { d.transport.playPause (0); } },
@@ -220,7 +220,7 @@ TEST (DeckVoice, NothingThatIsTurnedWhilePlayingMakesAStep)
     };
     StretchedDecks decks;
     decks.putTrack (2'000'000, sineTrack (200.0));
-    decks.deck().cues[1] = 600'000.0;
+    decks.deck().marks.cues[1] = 600'000.0;
     decks.transport.playPause (0);
     decks.render (20'000);
     const auto steepest = 0.5 * 2.0 * M_PI * 200.0 / DeckFixture::rate;
@@ -249,20 +249,20 @@ TEST (DeckVoice, AStoppedOrScratchedDeckIsWhereItIsHeard)
     decks.transport.playPause (0);
     decks.render (30'000);
     const double heard = deck.heardPosition();
-    EXPECT_GT (deck.position - heard, 3000.0);
+    EXPECT_GT (deck.head.position - heard, 3000.0);
     decks.transport.playPause (0);
     decks.render (1280);
     // It still turns for the 5 ms that the platter takes.
-    EXPECT_NEAR (deck.position, heard + 220.0, 2.0 * millisecond);
+    EXPECT_NEAR (deck.head.position, heard + 220.0, 2.0 * millisecond);
     decks.render (4096);
-    EXPECT_EQ (deck.position, deck.heardPosition());
+    EXPECT_EQ (deck.head.position, deck.heardPosition());
     EXPECT_EQ (Signals::peak (decks.render (256).left), 0.0);
 
     decks.transport.playPause (0);
     decks.render (30'000);
     decks.transport.setScratch (0, true, false);
     decks.render (128);
-    EXPECT_EQ (deck.position, deck.heardPosition());
+    EXPECT_EQ (deck.head.position, deck.heardPosition());
 }
 
 TEST (DeckVoice, ATrackIsHeardToItsEnd)
@@ -272,7 +272,7 @@ TEST (DeckVoice, ATrackIsHeardToItsEnd)
     decks.setTempo (0.9);
     decks.transport.playPause (0);
     const auto heard = decks.render (130'000).left;
-    EXPECT_EQ (decks.deck().playState, 0);
+    EXPECT_EQ (decks.deck().play.on, 0);
     const auto end = static_cast<size_t> (100'000 / 0.9);
     EXPECT_GT (Signals::rms (std::span (heard).subspan (end - 2000, 1500)), 0.3);
     EXPECT_LT (Signals::rms (std::span (heard).subspan (end + 2000, 1500)), 1.0e-4);
@@ -287,7 +287,7 @@ TEST (DeckVoice, TheStretcherHoldsTheTempoThatBypassedIsPitch)
         decks.settings.bypassStretcher = static_cast<int8_t> (bypass);
         decks.putTrack (400'000, sineTrack (300.0));
         decks.world.pitchRange = 4.0;
-        decks.deck().pitch = 0.5 + (tempo - 1.0) / 4.0;
+        decks.deck().tempo.pitch = 0.5 + (tempo - 1.0) / 4.0;
         decks.transport.playPause (0);
         decks.render (60'000);
         const auto before = decks.deck().heardPosition();
@@ -307,6 +307,6 @@ TEST (DeckVoice, ANewTrackDoesNotTakeUpThePlaceOfTheOldOne)
     decks.putTrack (400'000, sineTrack (500.0));
     EXPECT_EQ (deck.heardPosition(), 0.0);
     decks.render (1280);
-    EXPECT_EQ (deck.position, 0.0);
+    EXPECT_EQ (deck.head.position, 0.0);
     EXPECT_EQ (Signals::peak (decks.render (256).left), 0.0);
 }

@@ -13,10 +13,10 @@ struct EditedDeck : DeckFixture
         putTrack (500'000, [] (int) { return 0.0; });
         for (int at = 0; at < 500'000; at += 11'025)
             deck().beats.push_back ({ at, 120.0 });
-        deck().numBeats = static_cast<int32_t> (deck().beats.size());
+        deck().track.numBeats = static_cast<int32_t> (deck().beats.size());
     }
 
-    TrackMarks marks() { return TrackMarks (deck()); }
+    TrackMarks marks() { return deck().marks; }
 };
 }
 
@@ -29,7 +29,7 @@ TEST (EditHistory, TakesBackAndDoesAgainTheLast32Edits)
     for (int i = 0; i < 400; ++i)
     {
         decks.now += 5000;
-        deck.position = random() % 500'000;
+        deck.place (random() % 500'000);
         switch (random() % 9)
         {
         case 0:
@@ -101,30 +101,30 @@ TEST (EditHistory, RunsOfMovesAndTapsAreOneEdit)
     pause (2000);
     for (int i = 0; i < 3; ++i, pause (999))
         decks.grids.moveGrid (0, -1);
-    EXPECT_EQ (deck.downbeatPosition, 17 * 512);
+    EXPECT_EQ (deck.marks.downbeatPosition, 17 * 512);
     EXPECT_EQ (deck.edits.undoCount(), 2);
     decks.grids.undo (0);
-    EXPECT_EQ (deck.downbeatPosition, 20 * 512);
+    EXPECT_EQ (deck.marks.downbeatPosition, 20 * 512);
     decks.grids.moveGrid (0, -1); // soon after, but what came before was taken back
     EXPECT_EQ (deck.edits.undoCount(), 2);
     decks.grids.undo (0);
     decks.grids.undo (0);
-    EXPECT_EQ (deck.downbeatPosition, 0);
+    EXPECT_EQ (deck.marks.downbeatPosition, 0);
 
     for (int i = 0; i < 8; ++i, pause (600))
         decks.grids.tapTempo (0);
-    EXPECT_NEAR (deck.bpm, 100.0, 1.0e-9);
+    EXPECT_NEAR (deck.marks.bpm, 100.0, 1.0e-9);
     EXPECT_EQ (deck.edits.undoCount(), 1);
     decks.grids.undo (0);
-    EXPECT_EQ (deck.bpm, 120.0);
-    EXPECT_EQ (deck.bpmAverage, 120.0);
+    EXPECT_EQ (deck.marks.bpm, 120.0);
+    EXPECT_EQ (deck.marks.bpmAverage, 120.0);
 
     // What has changed by itself since, and what the edit did not touch, stays.
     decks.transport.setCue (0, 4);
-    deck.bpmAverage = 90.0;
+    deck.marks.bpmAverage = 90.0;
     decks.grids.undo (0);
-    EXPECT_EQ (deck.cues[4], emptyCue);
-    EXPECT_EQ (deck.bpmAverage, 90.0);
+    EXPECT_EQ (deck.marks.cues[4], emptyCue);
+    EXPECT_EQ (deck.marks.bpmAverage, 90.0);
 }
 
 TEST (GridCommands, KeepTempoDownbeatAndGridWithinTheirLimits)
@@ -146,33 +146,33 @@ TEST (GridCommands, KeepTempoDownbeatAndGridWithinTheirLimits)
     };
     for (const auto& c : cases)
     {
-        deck.bpm = c.bpm;
-        deck.bpmAverage = c.average;
+        deck.marks.bpm = c.bpm;
+        deck.marks.bpmAverage = c.average;
         c.turn (decks.grids);
-        EXPECT_EQ (deck.bpm, c.expected) << c.bpm << " of " << c.average;
+        EXPECT_EQ (deck.marks.bpm, c.expected) << c.bpm << " of " << c.average;
     }
     for (const auto& [number, expected] :
          { std::pair { 20.0, 32.0 }, { 300.0, 256.0 }, { 99.5, 99.5 }, { std::nan (""), 99.5 } })
     {
         decks.grids.setTempo (0, number);
-        EXPECT_EQ (deck.bpm, expected);
+        EXPECT_EQ (deck.marks.bpm, expected);
     }
 
-    deck.position = 11'025.0 * 3 + 5000.0; // an odd entry may be the downbeat
+    deck.place (11'025.0 * 3 + 5000.0); // an odd entry may be the downbeat
     decks.grids.setDownbeat (0);
-    EXPECT_EQ (deck.downbeatIndex, 3);
-    EXPECT_EQ (deck.downbeatPosition, 33'075);
-    deck.numBeats = 1;
-    deck.position = 100'000.0;
+    EXPECT_EQ (deck.marks.downbeatIndex, 3);
+    EXPECT_EQ (deck.marks.downbeatPosition, 33'075);
+    deck.track.numBeats = 1;
+    deck.place (100'000.0);
     decks.grids.setDownbeat (0);
-    EXPECT_EQ (deck.downbeatIndex, 3);
+    EXPECT_EQ (deck.marks.downbeatIndex, 3);
 
     for (int i = 0; i < 2000; ++i)
         decks.grids.moveGrid (0, 1);
-    EXPECT_EQ (deck.downbeatPosition, 500'000);
+    EXPECT_EQ (deck.marks.downbeatPosition, 500'000);
     for (int i = 0; i < 2000; ++i)
         decks.grids.moveGrid (0, -1);
-    EXPECT_EQ (deck.downbeatPosition, 0);
+    EXPECT_EQ (deck.marks.downbeatPosition, 0);
     for (const int none : { -1, 4 })
     {
         decks.grids.setDownbeat (none);

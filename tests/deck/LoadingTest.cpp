@@ -37,7 +37,7 @@ struct LoadingDecks : DeckFixture, EngineListener
     /** The left side of a loaded track, as floats. */
     std::vector<float> track (int index = 0)
     {
-        std::vector<float> out (static_cast<size_t> (deck (index).loadedFrames));
+        std::vector<float> out (static_cast<size_t> (deck (index).track.loadedFrames));
         for (size_t i = 0; i < out.size(); ++i)
             out[i] = deck (index).audioMemory.left()[i] / 32768.0f;
         return out;
@@ -70,8 +70,8 @@ TEST (Loading, EveryCommonFormatLinesUpWithItsSource)
         index = (index + 1) % deckCount;
         decks.loadAndWait (EncodedFiles::encode (wav, folder.file (name), { "-b:a", "256k" }), index);
         const auto& deck = decks.deck (index);
-        ASSERT_EQ (deck.loadedOk, 1) << name;
-        EXPECT_EQ (deck.sampleRate, rate) << name;
+        ASSERT_GT (deck.track.loadedFrames, 0) << name;
+        EXPECT_EQ (deck.track.sampleRate, rate) << name;
         EXPECT_EQ (deck.texts().title, juce::File (folder.file (name)).getFileNameWithoutExtension());
         const auto track = decks.track (index);
         // A WMA file says nothing of its encoder's delay, and its end is lost in it.
@@ -90,13 +90,13 @@ TEST (Loading, RatesMonoAndOddBitDepthsPlayAtTheirSpeed)
         const auto wav = EncodedFiles::writeWav (music (1.0, fileRate, 1), fileRate, folder.file ("m.wav"),
                                                  EncodedFiles::WavSamples::float32);
         decks.loadAndWait (wav);
-        EXPECT_EQ (decks.deck().sampleRate, fileRate);
-        EXPECT_EQ (decks.deck().loadedFrames, static_cast<int> (fileRate));
+        EXPECT_EQ (decks.deck().track.sampleRate, fileRate);
+        EXPECT_EQ (decks.deck().track.loadedFrames, static_cast<int> (fileRate));
         EXPECT_EQ (decks.deck().audioMemory.left()[500], decks.deck().audioMemory.right()[500]);
 
-        decks.deck().playState = 1;
+        decks.deck().play.on = 1;
         decks.render (22'050);
-        EXPECT_NEAR (decks.deck().position, fileRate / 2.0, fileRate * 0.01);
+        EXPECT_NEAR (decks.deck().head.position, fileRate / 2.0, fileRate * 0.01);
     }
 }
 
@@ -114,7 +114,7 @@ TEST (Loading, WhatIsNoTrackGivesOneMessage)
 
     LoadingDecks decks;
     decks.loadAndWait (wav);
-    ASSERT_GT (decks.deck().loadedFrames, 0);
+    ASSERT_GT (decks.deck().track.loadedFrames, 0);
 
     struct Case
     {
@@ -129,7 +129,7 @@ TEST (Loading, WhatIsNoTrackGivesOneMessage)
         decks.messages.clear();
         decks.loadAndWait (folder.file (c.name));
         EXPECT_EQ (decks.messages, juce::StringArray (loadError)) << c.name;
-        EXPECT_EQ (decks.deck().loadedFrames > 0, c.keepsTheTrack) << c.name;
+        EXPECT_EQ (decks.deck().track.loadedFrames > 0, c.keepsTheTrack) << c.name;
         EXPECT_EQ (decks.deck().texts().title.isNotEmpty(), c.keepsTheTrack) << c.name;
         EXPECT_EQ (decks.deck().importThread->isBusy(), false);
         EXPECT_EQ (decks.events.back().first, EngineEvent::loadFailed) << c.name;
@@ -138,15 +138,15 @@ TEST (Loading, WhatIsNoTrackGivesOneMessage)
     // What its name does not say plays all the same; what is no audio file by its name is not looked at.
     decks.messages.clear();
     decks.loadAndWait (folder.file ("renamed.ogg"));
-    EXPECT_GT (decks.deck().loadedFrames, 0);
-    const int before = decks.deck().loadedFrames;
+    EXPECT_GT (decks.deck().track.loadedFrames, 0);
+    const int before = decks.deck().track.loadedFrames;
     decks.events.clear();
     wav.copyFileTo (folder.file ("good.txt"));
     decks.loadAndWait (folder.file ("good.txt"));
     loadTrack (decks.world, wav, 4);
     loadTrack (decks.world, wav, -1);
     decks.listeners.deliver();
-    EXPECT_EQ (decks.deck().loadedFrames, before);
+    EXPECT_EQ (decks.deck().track.loadedFrames, before);
     EXPECT_TRUE (decks.messages.isEmpty());
     EXPECT_TRUE (decks.events.empty());
 }
@@ -159,7 +159,7 @@ TEST (Loading, LongAndForeignNamesLoadOrAreRefused)
     const auto named = folder.file (juce::String::fromUTF8 ("Żółć – 東京 – \xF0\x9F\x8E\xB5.wav"));
     ASSERT_TRUE (wav.copyFileTo (named));
     decks.loadAndWait (named);
-    EXPECT_GT (decks.deck().loadedFrames, 0);
+    EXPECT_GT (decks.deck().track.loadedFrames, 0);
     EXPECT_EQ (decks.deck().texts().title, named.getFileNameWithoutExtension());
 
     decks.loadAndWait (folder.file (juce::String::repeatedString ("n", 4000) + ".wav"));
@@ -181,8 +181,8 @@ TEST (Loading, TruncatedFilesPlayWhatThereIs)
         const auto half = folder.file (name);
         half.replaceWithData (bytes.getData(), bytes.getSize() / 2);
         decks.loadAndWait (half);
-        EXPECT_GT (decks.deck().loadedFrames, static_cast<int> (rate)) << name;
-        EXPECT_LT (decks.deck().loadedFrames, static_cast<int> (2.2 * rate)) << name;
+        EXPECT_GT (decks.deck().track.loadedFrames, static_cast<int> (rate)) << name;
+        EXPECT_LT (decks.deck().track.loadedFrames, static_cast<int> (2.2 * rate)) << name;
     }
 }
 
@@ -201,7 +201,7 @@ TEST (Loading, WithoutTheDecoderTheToolkitsReadersServe)
         EXPECT_GT (Signals::correlation (source, decks.track()), 0.97) << name;
     }
     decks.loadAndWait (EncodedFiles::writeWav (music (0.5, rate, 6), rate, folder.file ("six.wav")));
-    EXPECT_EQ (decks.deck().loadedFrames, 0);
+    EXPECT_EQ (decks.deck().track.loadedFrames, 0);
     EXPECT_EQ (decks.messages, juce::StringArray (loadError));
 
     // A library without the functions is none, and its stubs do nothing.
@@ -220,12 +220,12 @@ TEST (Loading, ANewLoadCancelsTheRunningOne)
     for (int round = 0; round < 5; ++round)
     {
         loadTrack (decks.world, longFile, 0);
-        while (decks.deck().loadedFrames < 1)
+        while (decks.deck().track.loadedFrames < 1)
             juce::Thread::yield();
         decks.loadAndWait (shortFile);
-        EXPECT_EQ (decks.deck().loadedFrames, static_cast<int> (rate));
+        EXPECT_EQ (decks.deck().track.loadedFrames, static_cast<int> (rate));
         EXPECT_EQ (decks.deck().texts().title, "short");
-        EXPECT_EQ (decks.deck().loadedOk, 1);
+        EXPECT_GT (decks.deck().track.loadedFrames, 0);
     }
     EXPECT_TRUE (decks.messages.isEmpty());
     loadTrack (decks.world, longFile, 1); // and one that is still running when everything ends
@@ -237,18 +237,18 @@ TEST (Loading, ADeckPlaysWhileItsTrackStillDecodes)
     const auto file = EncodedFiles::writeWav (music (200.0), rate, folder.file ("long.wav"));
     LoadingDecks decks;
     loadTrack (decks.world, file, 0);
-    while (decks.deck().loadedFrames < 30'000)
+    while (decks.deck().track.loadedFrames < 30'000)
         juce::Thread::yield();
     {
         const CallbackLock lock (decks.callbackLock, "block");
-        decks.deck().playState = 1;
+        decks.deck().play.on = 1;
         EXPECT_GT (Signals::rms (decks.render (20'000).left), 0.01);
     }
     decks.deck().importThread->waitUntilIdle();
     decks.listeners.deliver();
     EXPECT_TRUE (decks.heard (EngineEvent::waveformReady));
     EXPECT_TRUE (decks.heard (EngineEvent::trackLoaded));
-    EXPECT_EQ (decks.deck().loadedFrames, static_cast<int> (200.0 * rate));
+    EXPECT_EQ (decks.deck().track.loadedFrames, static_cast<int> (200.0 * rate));
 }
 
 TEST (Loading, ALoadStopsTheDeckAndResetsTheTrackNotTheFaders)
@@ -259,31 +259,31 @@ TEST (Loading, ALoadStopsTheDeckAndResetsTheTrackNotTheFaders)
     auto& deck = decks.deck();
     decks.loadAndWait (wav);
     decks.world.hostBpm = 97.0;
-    deck.pitch = 0.8;
-    deck.keyLock = 0;
+    deck.tempo.pitch = 0.8;
+    deck.tempo.keyLock = 0;
     deck.volume = 0.3;
-    deck.loopSize = 4;
-    deck.cues[5] = 400.0;
-    deck.loopMode = 2;
-    deck.reverse = 1;
+    deck.loopSizes.loop = 4;
+    deck.marks.cues[5] = 400.0;
+    deck.loops.mode = 2;
+    deck.play.reverse = 1;
     decks.settings.deckSetup[0].sync = 1;
     decks.transport.playPause (0);
-    deck.position = 3000.0;
+    deck.place (3000.0);
 
     juce::AudioBuffer<float> silence (2, 44100);
     silence.clear();
     decks.loadAndWait (EncodedFiles::writeWav (silence, rate, folder.file ("no beats.wav")));
-    EXPECT_EQ (deck.playState, 0);
-    EXPECT_EQ (deck.position, 0.0);
-    EXPECT_LE (deck.cues[5], emptyCue);
-    EXPECT_EQ (deck.loopMode, 0);
-    EXPECT_EQ (deck.reverse, 0);
+    EXPECT_EQ (deck.play.on, 0);
+    EXPECT_EQ (deck.head.position, 0.0);
+    EXPECT_LE (deck.marks.cues[5], emptyCue);
+    EXPECT_EQ (deck.loops.mode, 0);
+    EXPECT_EQ (deck.play.reverse, 0);
     EXPECT_EQ (decks.settings.deckSetup[0].sync, 0);
-    EXPECT_EQ (deck.bpm, 97.0);
-    EXPECT_EQ (deck.pitch, 0.8);
-    EXPECT_EQ (deck.keyLock, 0);
+    EXPECT_EQ (deck.marks.bpm, 97.0);
+    EXPECT_EQ (deck.tempo.pitch, 0.8);
+    EXPECT_EQ (deck.tempo.keyLock, 0);
     EXPECT_EQ (deck.volume, 0.3);
-    EXPECT_EQ (deck.loopSize, 4);
+    EXPECT_EQ (deck.loopSizes.loop, 4);
 }
 
 TEST (Loading, ALockedDeckKeepsItsTrackWhileItPlays)
@@ -298,7 +298,7 @@ TEST (Loading, ALockedDeckKeepsItsTrackWhileItPlays)
     decks.loadAndWait (second);
     EXPECT_EQ (decks.messages, juce::StringArray ("*** Deck Locked ***|Stop the deck to|load new track"));
     EXPECT_EQ (decks.deck().texts().title, "first");
-    EXPECT_EQ (decks.deck().playState, 1);
+    EXPECT_EQ (decks.deck().play.on, 1);
 
     decks.transport.playPause (0);
     decks.loadAndWait (second);
@@ -314,7 +314,7 @@ TEST (Loading, AFailedLoadUnderAutomixAsksForTheNextTrack)
     for (int d = 0; d < deckCount; ++d)
     {
         decks.loadAndWait (folder.file ("bad.mp3"), d);
-        EXPECT_EQ (decks.deck (d).loadNext, d < 2 ? 1 : 0);
+        EXPECT_EQ (decks.deck (d).play.loadNext, d < 2 ? 1 : 0);
     }
 }
 
@@ -329,13 +329,13 @@ TEST (Loading, TracksOfAnyLevelComeToOneLoudness)
         audio.applyGain (level);
         decks.loadAndWait (
             EncodedFiles::writeWav (audio, rate, folder.file ("t.wav"), EncodedFiles::WavSamples::float32));
-        loudness.push_back (decks.deck().autogain * level);
-        EXPECT_NE (decks.deck().autogain, 1.0);
+        loudness.push_back (decks.deck().track.autogain * level);
+        EXPECT_NE (decks.deck().track.autogain, 1.0);
     }
     EXPECT_NEAR (loudness[1] / loudness[0], 1.0, 0.005);
 
     juce::AudioBuffer<float> silence (2, 44'100);
     silence.clear();
     decks.loadAndWait (EncodedFiles::writeWav (silence, rate, folder.file ("s.wav")));
-    EXPECT_EQ (decks.deck().autogain, 1.0);
+    EXPECT_EQ (decks.deck().track.autogain, 1.0);
 }

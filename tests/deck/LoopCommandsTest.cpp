@@ -12,72 +12,72 @@ TEST (LoopCommands, KeepsTheEdgesOfItsCommands)
     auto& deck = decks.deck();
     decks.settings.bypassStretcher = 1;
     auto& snap = decks.settings.deckSetup[0].snap;
-    const auto stand = [&] (double frame) { deck.position = frame; };
+    const auto stand = [&] (double frame) { deck.place (frame); };
 
     // Manual loops: ends in the wrong order, ends missing, a start past the end.
     decks.loops.reloop (0);
     decks.loops.loopOut (0);
-    EXPECT_EQ (deck.loopMode, noLoop);
+    EXPECT_EQ (deck.loops.mode, noLoop);
     stand (50'000.0);
     decks.loops.loopIn (0);
     decks.loops.reloop (0);
-    EXPECT_EQ (deck.loopMode, noLoop);
+    EXPECT_EQ (deck.loops.mode, noLoop);
     stand (20'000.0);
     decks.loops.loopOut (0);
-    EXPECT_EQ (deck.loopMode, manualLoop);
-    EXPECT_EQ (deck.loopIn, 20'000.0);
-    EXPECT_EQ (deck.loopOut, 50'000.0);
+    EXPECT_EQ (deck.loops.mode, manualLoop);
+    EXPECT_EQ (deck.loops.in, 20'000.0);
+    EXPECT_EQ (deck.loops.out, 50'000.0);
     decks.loops.toggleLoop (0);
     decks.loops.toggleLeap (0);
-    EXPECT_EQ (deck.loopMode, manualLoop); // a beat loop does not take over
+    EXPECT_EQ (deck.loops.mode, manualLoop); // a beat loop does not take over
     decks.loops.reloop (0);
-    EXPECT_EQ (deck.position, 20'000.0);
+    EXPECT_EQ (deck.head.position, 20'000.0);
     decks.loops.loopOut (0);
-    EXPECT_EQ (deck.loopMode, noLoop);
-    EXPECT_EQ (deck.position, 20'000.0);
+    EXPECT_EQ (deck.loops.mode, noLoop);
+    EXPECT_EQ (deck.head.position, 20'000.0);
     decks.loops.reloop (0);
-    EXPECT_EQ (deck.loopMode, manualLoop);
+    EXPECT_EQ (deck.loops.mode, manualLoop);
     stand (60'000.0);
     decks.loops.loopIn (0);
-    EXPECT_EQ (deck.loopMode, noLoop);
+    EXPECT_EQ (deck.loops.mode, noLoop);
     decks.loops.reloop (0);
-    EXPECT_EQ (deck.loopMode, noLoop);
+    EXPECT_EQ (deck.loops.mode, noLoop);
 
     // Beat loops: resync where parts of a beat were left, none after a roll; a Loop press ends a roll where it is.
     for (const auto& [size, resync] : { std::pair { 4, 1 }, { 5, 0 } })
     {
-        deck.loopSize = static_cast<int8_t> (size);
-        deck.resyncRequest = 0;
+        deck.loopSizes.loop = static_cast<int8_t> (size);
+        deck.sync.resync = 0;
         decks.settings.deckSetup[0].timecodeAbsolute = 1;
         decks.loops.toggleLoop (0);
         EXPECT_EQ (decks.settings.deckSetup[0].timecodeAbsolute, 0);
-        EXPECT_EQ (deck.loopStart, 60'000.0);
+        EXPECT_EQ (deck.loops.start, 60'000.0);
         decks.loops.toggleLoop (0);
-        EXPECT_EQ (deck.resyncRequest, resync);
+        EXPECT_EQ (deck.sync.resync, resync);
     }
-    deck.loopSize = 0;
-    deck.resyncRequest = 0;
+    deck.loopSizes.loop = 0;
+    deck.sync.resync = 0;
     decks.loops.toggleLeap (0);
-    EXPECT_EQ (deck.rollPosition, 60'000.0);
-    deck.rollPosition = 90'000.0;
+    EXPECT_EQ (deck.head.roll, 60'000.0);
+    deck.head.roll = 90'000.0;
     decks.loops.toggleLoop (0);
-    EXPECT_EQ (deck.position, 60'000.0);
+    EXPECT_EQ (deck.head.position, 60'000.0);
     decks.loops.toggleLeap (0);
-    deck.rollPosition = 1.0e9;
+    deck.head.roll = 1.0e9;
     decks.loops.toggleLeap (0);
-    EXPECT_EQ (deck.position, trackFrames);
-    EXPECT_EQ (deck.resyncRequest, 0);
+    EXPECT_EQ (deck.head.position, trackFrames);
+    EXPECT_EQ (deck.sync.resync, 0);
 
     // Sizes stop at their ends, moves at the track's.
     for (int i = 0; i < 20; ++i)
         decks.loops.changeSize (0, 1), decks.loops.changeMoveSize (0, -1);
-    EXPECT_EQ (deck.loopSize, 10);
-    EXPECT_EQ (deck.loopMoveSize, 0);
+    EXPECT_EQ (deck.loopSizes.loop, 10);
+    EXPECT_EQ (deck.loopSizes.move, 0);
     stand (1000.0);
     decks.loops.moveLoop (0, 1);
-    EXPECT_DOUBLE_EQ (deck.position, 1000.0 + 689.0625);
+    EXPECT_DOUBLE_EQ (deck.head.position, 1000.0 + 689.0625);
     decks.loops.moveLoop (0, -1), decks.loops.moveLoop (0, -1), decks.loops.moveLoop (0, -1);
-    EXPECT_EQ (deck.position, 0.0);
+    EXPECT_EQ (deck.head.position, 0.0);
 
     // Snap: full beats at 5000 + k * 22050, the downbeat's parity; what can't be snapped.
     decks.giveTable (5000);
@@ -85,31 +85,31 @@ TEST (LoopCommands, KeepsTheEdgesOfItsCommands)
     {
         stand (frame);
         decks.transport.setCue (0, 2);
-        return deck.cues[2].get();
+        return deck.marks.cues[2].get();
     };
     EXPECT_EQ (store (5000.0 + 22'050.0 + 11'000.0), 5000.0 + 22'050.0);
     EXPECT_EQ (store (5000.0 + 22'050.0 + 11'050.0), 5000.0 + 44'100.0);
-    deck.downbeatIndex = 1;
+    deck.marks.downbeatIndex = 1;
     EXPECT_EQ (store (5000.0 + 22'050.0 - 100.0), 5000.0 + 11'025.0);
-    deck.numBeats = 2; // one even beat, at 16025
+    deck.track.numBeats = 2; // one even beat, at 16025
     EXPECT_EQ (store (16'025.0 + 99'999.0), 16'025.0);
-    deck.loopIn = 7.0;
-    deck.startPoint = 8.0;
+    deck.loops.in = 7.0;
+    deck.marks.startPoint = 8.0;
     EXPECT_EQ (store (16'025.0 + 100'000.0), 16'025.0); // as it was
     decks.loops.loopIn (0);
-    EXPECT_EQ (deck.loopIn, 7.0);
+    EXPECT_EQ (deck.loops.in, 7.0);
     decks.loops.toggleStartPoint (0);
-    EXPECT_EQ (deck.startPoint, 8.0);
-    EXPECT_EQ (deck.startPointOn, 1);
+    EXPECT_EQ (deck.marks.startPoint, 8.0);
+    EXPECT_EQ (deck.marks.startPointOn, 1);
     decks.loops.loopOut (0);
-    EXPECT_EQ (deck.loopOut, 116'025.0);
+    EXPECT_EQ (deck.loops.out, 116'025.0);
     decks.loops.loopOut (0);
     decks.loops.toggleLoop (0);
-    EXPECT_EQ (deck.loopStart, 116'025.0);
-    deck.numBeats = 0; // no grid
+    EXPECT_EQ (deck.loops.start, 116'025.0);
+    deck.track.numBeats = 0; // no grid
     EXPECT_EQ (store (33'333.0), 33'333.0);
     snap = 0;
-    deck.numBeats = 2;
+    deck.track.numBeats = 2;
     EXPECT_EQ (store (44'444.0), 44'444.0);
 }
 
@@ -121,7 +121,7 @@ TEST (LoopCommands, TheStartPointHoldsInReverse)
         decks.settings.bypassStretcher = bypass;
         decks.playFrom (500'000.0);
         decks.loops.toggleStartPoint (0);
-        const double point = decks.deck().startPoint;
+        const double point = decks.deck().marks.startPoint;
         decks.render (20'000);
         decks.transport.setReverse (0, true);
         for (int i = 0; i < 60; ++i)
@@ -142,8 +142,8 @@ TEST (LoopCommands, TheReadingPassesEachBeatOnce)
     LoopDeck decks;
     decks.settings.bypassStretcher = 1;
     auto& deck = decks.deck();
-    deck.fixedGrid = 1;
-    deck.downbeatPosition = 4000;
+    deck.marks.fixedGrid = 1;
+    deck.marks.downbeatPosition = 4000;
     decks.playFrom (100.0);
     const auto expectBars = [&] (int frames, int bar)
     {
@@ -151,16 +151,16 @@ TEST (LoopCommands, TheReadingPassesEachBeatOnce)
         for (int done = 0; done < frames; done += 500)
         {
             decks.render (500, 0, 500);
-            EXPECT_NEAR (deck.framesOfBar, bar, 1.0);
-            EXPECT_LE (deck.framesSinceBar, bar);
+            EXPECT_NEAR (deck.head.framesOfBar, bar, 1.0);
+            EXPECT_LE (deck.head.framesSinceBar, bar);
         }
     };
     expectBars (200'000, 22'050);
-    deck.loopStart = 4000.0 + 12 * 22'050.0;
-    deck.loopSize = 4;
-    deck.loopMode = beatLoop;
+    deck.loops.start = 4000.0 + 12 * 22'050.0;
+    deck.loopSizes.loop = 4;
+    deck.loops.mode = beatLoop;
     expectBars (100'000, 11'025);
-    deck.loopMode = noLoop;
+    deck.loops.mode = noLoop;
     decks.setTempo (0.9); // bypassed: slower, so a beat lasts longer
     expectBars (200'000, 24'500);
 }
@@ -250,21 +250,23 @@ TEST (LoopCommands, TenThousandRandomCommandsLeaveADeckInOrder)
             decks.settings.bypassStretcher = random() % 4 == 0;
             break;
         }
-        if (deck.playState == 0 && random() % 3 == 0)
+        if (deck.play.on == 0 && random() % 3 == 0)
             decks.transport.playPause (0);
         if (i % 4 != 0)
             continue; // commands also fall on one another
         const auto out = decks.render (static_cast<int> (1 + random() % 1500), 0, 100);
         ASSERT_LT (Signals::peak (out.left), 1.8) << i;
-        for (const double place :
-             { deck.position.get(), deck.heardPosition(), deck.loopStart.get(), deck.loopIn.get(),
-               deck.loopOut.get(), deck.startPoint.get(), static_cast<double> (deck.downbeatPosition) })
+        for (const double place : { deck.head.position, deck.heardPosition(), deck.loops.start.get(),
+                                    deck.loops.in.get(), deck.loops.out.get(), deck.marks.startPoint.get(),
+                                    static_cast<double> (deck.marks.downbeatPosition) })
             ASSERT_TRUE (place >= 0.0 && place <= trackFrames) << i << " " << place;
-        for (const double cue : deck.cues)
+        for (const double cue : deck.marks.cues)
             ASSERT_TRUE (cue == emptyCue || (cue >= 0.0 && cue <= trackFrames)) << i;
-        ASSERT_TRUE (deck.loopInSet == 0 || deck.loopOutSet == 0 || deck.loopIn <= deck.loopOut) << i;
-        ASSERT_TRUE (deck.rollingLoop == 0 || deck.loopMode == beatLoop) << i;
-        ASSERT_TRUE (deck.startPointOn == 0 || deck.playState == 0 || deck.position >= deck.startPoint) << i;
-        ASSERT_TRUE (deck.bpm >= 30.0 && deck.bpm <= 256.0) << i;
+        ASSERT_TRUE (deck.loops.inSet == 0 || deck.loops.outSet == 0 || deck.loops.in <= deck.loops.out) << i;
+        ASSERT_TRUE (deck.loops.rolling == 0 || deck.loops.mode == beatLoop) << i;
+        ASSERT_TRUE (deck.marks.startPointOn == 0 || deck.play.on == 0
+                     || deck.head.position >= deck.marks.startPoint)
+            << i;
+        ASSERT_TRUE (deck.marks.bpm >= 30.0 && deck.marks.bpm <= 256.0) << i;
     }
 }

@@ -14,10 +14,10 @@ struct LoopDeck : DeckFixture
         world.pitchRange = 1.0;
         deck().makeStretcher (rate);
         putTrack (trackFrames, value);
-        deck().bpm = deck().bpmAverage = bpm;
+        deck().marks.bpm = deck().marks.bpmAverage = bpm;
     }
 
-    void setTempo (double tempo) { deck().pitch = tempo - 0.5; }
+    void setTempo (double tempo) { deck().tempo.pitch = tempo - 0.5; }
 
     /** A table of beats at the deck's tempo, `phase` frames into the track. */
     void giveTable (int phase = 0)
@@ -25,7 +25,7 @@ struct LoopDeck : DeckFixture
         auto& marks = deck().beats;
         for (auto at = static_cast<double> (phase); at < trackFrames; at += deck().beatFrames() / 2.0)
             marks.push_back ({ static_cast<int32_t> (std::lround (at)), 120.0 });
-        deck().numBeats = static_cast<int32_t> (marks.size());
+        deck().track.numBeats = static_cast<int32_t> (marks.size());
         settings.deckSetup[0].snap = 1;
     }
 

@@ -21,30 +21,30 @@ TEST (Loop, OfEverySizeAndTempoTurnsAtTheExactSample)
                 const auto length = DeckFixture::rate * 1.875 / bpm * (1 << size);
                 const auto start = 700'000.25, end = start + length;
                 const auto before = reverse ? start + 300.5 : end - 300.5; // the turn
-                deck.bpm = bpm;
-                deck.loopSize = size;
-                deck.playState = 1;
-                deck.rate = reverse ? -1.0 : 1.0;
+                deck.marks.bpm = bpm;
+                deck.loopSizes.loop = size;
+                deck.play.on = 1;
+                deck.head.rate = reverse ? -1.0 : 1.0;
                 decks.transport.setReverse (0, reverse);
-                deck.position = start;
-                deck.loopMode = noLoop;
+                deck.place (start);
+                deck.loops.mode = noLoop;
                 decks.loops.toggleLoop (0);
-                deck.position = before;
-                deck.declickGain = 0.0;
+                deck.place (before);
+                deck.head.declickGain = 0.0;
 
                 std::vector<float> heard;
                 int turns = 0;
                 for (int frame = 0; frame < 3000; ++frame)
                 {
-                    auto expected = deck.position.get();
+                    auto expected = deck.head.position;
                     heard.push_back (decks.render (1, 0, 1).left[0]);
-                    expected += deck.rate;
+                    expected += deck.head.rate;
                     if (reverse ? expected <= start : expected >= end)
                     {
                         expected += reverse ? length : -length;
                         ++turns;
                     }
-                    ASSERT_NEAR (deck.position, expected, 1.0e-6) << frame;
+                    ASSERT_NEAR (deck.head.position, expected, 1.0e-6) << frame;
                 }
                 EXPECT_EQ (turns, 1 + static_cast<int> ((3000 - 300.5) / length));
                 // The fade over a turn adds 1.6 % of what differs, a frame.
@@ -52,10 +52,10 @@ TEST (Loop, OfEverySizeAndTempoTurnsAtTheExactSample)
                 EXPECT_LT (Signals::largestStep (heard), steepest + 0.017 * 2.0 * amplitude);
 
                 // Blocks of any length give the same places.
-                const auto after = deck.position.get();
-                deck.position = before;
+                const auto after = deck.head.position;
+                deck.place (before);
                 decks.render (3000, 0, 512);
-                EXPECT_NEAR (deck.position, after, 1.0e-6);
+                EXPECT_NEAR (deck.head.position, after, 1.0e-6);
             }
 }
 
@@ -74,12 +74,12 @@ TEST (Loop, ComesRoundInTimeThroughTheStretcherForHundredsOfTurns)
                            : 0.8 * std::exp (-since / 80.0) * std::cos (since * 0.4274);
             });
         decks.setTempo (tempo);
-        decks.deck().keyLock = static_cast<int8_t> (keyLock);
-        decks.deck().loopSize = static_cast<int8_t> (size);
+        decks.deck().tempo.keyLock = static_cast<int8_t> (keyLock);
+        decks.deck().loopSizes.loop = static_cast<int8_t> (size);
         decks.playFrom (start - 30'000.0);
         decks.playTo (start);
         decks.loops.toggleLoop (0);
-        const double loopStart = decks.deck().loopStart;
+        const double loopStart = decks.deck().loops.start;
         EXPECT_NEAR (loopStart, start, 2.0); // what is stored is what is heard
 
         std::vector<float> heard;
@@ -108,7 +108,7 @@ TEST (Loop, IsSwitchedSizedAndMovedFromWhatIsHeard)
     LoopDeck decks (sine (frequency, amplitude));
     auto& deck = decks.deck();
     decks.playFrom (1'000'000.0);
-    deck.loopSize = 0;
+    deck.loopSizes.loop = 0;
 
     std::mt19937 random (5);
     std::vector<float> heard;
@@ -116,13 +116,13 @@ TEST (Loop, IsSwitchedSizedAndMovedFromWhatIsHeard)
     {
         if (deck.heardPosition() > 2'300'000.0 || deck.heardPosition() < 500'000.0)
         {
-            deck.loopMode = noLoop;
-            deck.rollingLoop = 0;
+            deck.loops.mode = noLoop;
+            deck.loops.rolling = 0;
             while (deck.heardPosition() > 2'300'000.0 || deck.heardPosition() < 500'000.0)
                 decks.loops.moveLoop (0, deck.heardPosition() < 500'000.0 ? 1 : -1);
         }
         const auto before = deck.heardPosition();
-        const auto linear = deck.linearPosition - deck.readLead();
+        const auto linear = deck.head.linear - deck.readLead();
         auto mayMove = false;
         switch (random() % 8)
         {
@@ -130,7 +130,7 @@ TEST (Loop, IsSwitchedSizedAndMovedFromWhatIsHeard)
             decks.loops.toggleLoop (0);
             break;
         case 1:
-            mayMove = deck.rollingLoop != 0;
+            mayMove = deck.loops.rolling != 0;
             decks.loops.toggleLeap (0);
             break;
         case 2:
@@ -144,7 +144,7 @@ TEST (Loop, IsSwitchedSizedAndMovedFromWhatIsHeard)
             decks.loops.moveLoop (0, random() % 2 == 0 ? 1 : -1);
             break;
         case 5:
-            deck.loopMoveSize = static_cast<int8_t> (random() % 9);
+            deck.loopSizes.move = static_cast<int8_t> (random() % 9);
             break;
         case 6:
             decks.grids.halveTempo (0);
@@ -157,12 +157,12 @@ TEST (Loop, IsSwitchedSizedAndMovedFromWhatIsHeard)
         {
             ASSERT_NEAR (deck.heardPosition(), before, 1.0e-6) << i;
         }
-        ASSERT_NEAR (deck.linearPosition - deck.readLead(), linear, 1.0e-6) << i;
+        ASSERT_NEAR (deck.head.linear - deck.readLead(), linear, 1.0e-6) << i;
         const auto out = decks.render (static_cast<int> (64 + random() % 4000), 0, 64).left;
         heard.insert (heard.end(), out.begin(), out.end());
-        if (deck.loopMode == beatLoop)
+        if (deck.loops.mode == beatLoop)
         {
-            const auto end = deck.loopStart + deck.beatLoopFrames();
+            const auto end = deck.loops.start + deck.beatLoopFrames();
             ASSERT_LT (deck.heardPosition(), end + 1.0) << i; // within a block of the command it goes round
         }
     }
@@ -225,7 +225,7 @@ TEST (Loop, WhatIsPressedActsOnThePlaceThatIsHeard)
               d.loops.toggleLeap (0);
               d.render (44'100);
               d.loops.toggleLeap (0);
-              d.deck().loopMode = noLoop;
+              d.deck().loops.mode = noLoop;
           },
           [] (double straight) { return straight; } },
         { "moved out of a leap", 1, start + 1000.0, 0.4,
@@ -246,7 +246,7 @@ TEST (Loop, WhatIsPressedActsOnThePlaceThatIsHeard)
           {
               d.loops.toggleLoop (0);
               d.loops.loopIn (0);
-              d.deck().loopIn = start + 4000.0;
+              d.deck().loops.in = start + 4000.0;
               d.loops.loopOut (0);
           },
           [] (double straight) { return start + 4000.0 + std::fmod (straight - start - 9000.0, 5000.0); } },
@@ -254,10 +254,10 @@ TEST (Loop, WhatIsPressedActsOnThePlaceThatIsHeard)
           [] (LoopDeck& d)
           {
               auto& deck = d.deck();
-              deck.loopMode = manualLoop;
-              deck.loopIn = start;
-              deck.loopOut = start + beat;
-              deck.loopInSet = deck.loopOutSet = 1;
+              deck.loops.mode = manualLoop;
+              deck.loops.in = start;
+              deck.loops.out = start + beat;
+              deck.loops.inSet = deck.loops.outSet = 1;
               d.loops.reloop (0);
           },
           [] (double straight) { return straight - 9000.0; } },
@@ -267,22 +267,22 @@ TEST (Loop, WhatIsPressedActsOnThePlaceThatIsHeard)
         SCOPED_TRACE (c.name);
         LoopDeck decks;
         auto& deck = decks.deck();
-        deck.loopSize = static_cast<int8_t> (c.size);
+        deck.loopSizes.loop = static_cast<int8_t> (c.size);
         decks.setTempo (1.04);
         decks.playFrom (start - 10'000.0);
         decks.playTo (start);
         const double heardStart = deck.heardPosition();
         decks.loops.toggleLoop (0);
-        deck.loopStart = start;
+        deck.loops.start = start;
         decks.playTo (std::min (c.pressedAt, start + deck.beatLoopFrames() - 30.0));
         const auto pressed = deck.heardPosition();
-        const auto linear = deck.linearPosition - deck.readLead();
+        const auto linear = deck.head.linear - deck.readLead();
         c.press (decks);
         const auto frames = static_cast<int> (c.seconds * DeckFixture::rate);
         decks.render (frames);
         EXPECT_NEAR (heardStart, start, 2.0);
         // As linear counts every frame that was heard, it tells the straight way.
-        const auto straight = pressed + deck.linearPosition - deck.readLead() - linear;
+        const auto straight = pressed + deck.head.linear - deck.readLead() - linear;
         EXPECT_NEAR (deck.heardPosition(), c.place (straight), millisecond);
     }
 }

@@ -33,16 +33,16 @@ struct LoadedDeck : DeckFixture
 
     void playAt (double position, int index = 0)
     {
-        deck (index).position = position;
-        if (deck (index).playState == 0)
+        deck (index).place (position);
+        if (deck (index).play.on == 0)
             transport.playPause (index);
     }
 
     void giveGrid (int index, double bpm, int downbeat = 0)
     {
-        deck (index).bpm = bpm;
-        deck (index).fixedGrid = 1;
-        deck (index).downbeatPosition = downbeat;
+        deck (index).marks.bpm = bpm;
+        deck (index).marks.fixedGrid = 1;
+        deck (index).marks.downbeatPosition = downbeat;
     }
 };
 }
@@ -52,45 +52,45 @@ TEST (Transport, CueStoresReturnsAndPlaysWhileHeld)
     LoadedDeck decks;
     auto& deck = decks.deck();
 
-    deck.position = 50'000.0;
+    deck.place (50'000.0);
     decks.transport.cue (0, true);
-    EXPECT_EQ (deck.cues[0], 50'000.0);
-    EXPECT_EQ (deck.playState, 0);
+    EXPECT_EQ (deck.marks.cues[0], 50'000.0);
+    EXPECT_EQ (deck.play.on, 0);
 
-    deck.position = 50'587.0; // within reach: plays while held
+    deck.place (50'587.0); // within reach: plays while held
     decks.transport.cue (0, true);
-    EXPECT_EQ (deck.playState, 1);
-    EXPECT_EQ (deck.cueHold, 1);
+    EXPECT_EQ (deck.play.on, 1);
+    EXPECT_EQ (deck.play.cueHold, 1);
     decks.render (4410);
     decks.transport.cue (0, false);
-    EXPECT_EQ (deck.playState, 0);
-    EXPECT_EQ (deck.position, 50'000.0);
-    EXPECT_EQ (deck.rate, 0.0);
+    EXPECT_EQ (deck.play.on, 0);
+    EXPECT_EQ (deck.head.position, 50'000.0);
+    EXPECT_EQ (deck.head.rate, 0.0);
 
-    deck.position = 50'588.0; // out of reach: stores anew
+    deck.place (50'588.0); // out of reach: stores anew
     decks.transport.cue (0, true);
-    EXPECT_EQ (deck.cues[0], 50'588.0);
+    EXPECT_EQ (deck.marks.cues[0], 50'588.0);
 
     decks.playAt (90'000.0); // a press while playing returns and stops
     decks.transport.cue (0, true);
-    EXPECT_EQ (deck.playState, 0);
-    EXPECT_EQ (deck.position, 50'588.0);
+    EXPECT_EQ (deck.play.on, 0);
+    EXPECT_EQ (deck.head.position, 50'588.0);
 
     decks.transport.cue (0, true); // held, then Play: it goes on
     decks.transport.playPause (0);
-    EXPECT_EQ (deck.playState, 1);
-    EXPECT_EQ (deck.cueHold, 0);
+    EXPECT_EQ (deck.play.on, 1);
+    EXPECT_EQ (deck.play.cueHold, 0);
     decks.transport.cue (0, false);
-    EXPECT_EQ (deck.playState, 1);
+    EXPECT_EQ (deck.play.on, 1);
 }
 
 TEST (Transport, AnEmptySlotIsNoCueToStandAt)
 {
     LoadedDeck decks;
-    decks.deck().position = 100.0; // -1 would be within reach
+    decks.deck().place (100.0); // -1 would be within reach
     EXPECT_FALSE (Transport::isStoppedAtCue (decks.deck()));
     decks.transport.cue (0, true);
-    EXPECT_EQ (decks.deck().cues[0], 100.0);
+    EXPECT_EQ (decks.deck().marks.cues[0], 100.0);
 }
 
 TEST (Transport, HotCuesSetThenJump)
@@ -99,28 +99,28 @@ TEST (Transport, HotCuesSetThenJump)
     auto& deck = decks.deck();
     decks.playAt (70'000.0);
     decks.transport.jumpToCue (0, 3);
-    EXPECT_EQ (deck.cues[3], 70'000.0);
-    EXPECT_EQ (deck.currentCue, 3);
-    EXPECT_EQ (deck.declickGain, 0.0);
+    EXPECT_EQ (deck.marks.cues[3], 70'000.0);
+    EXPECT_EQ (deck.play.currentCue, 3);
+    EXPECT_EQ (deck.head.declickGain, 0.0);
 
-    deck.position = 200'000.0;
-    deck.loopMode = 1;
+    deck.place (200'000.0);
+    deck.loops.mode = 1;
     decks.transport.jumpToCue (0, 3);
-    EXPECT_EQ (deck.position, 70'000.0);
-    EXPECT_EQ (deck.declickPosition, 200'000.0);
-    EXPECT_EQ (deck.declickGain, 1.0);
-    EXPECT_EQ (deck.loopMode, 0);
-    EXPECT_EQ (deck.resyncRequest, 1);
+    EXPECT_EQ (deck.head.position, 70'000.0);
+    EXPECT_EQ (deck.head.declickPosition, 200'000.0);
+    EXPECT_EQ (deck.head.declickGain, 1.0);
+    EXPECT_EQ (deck.loops.mode, 0);
+    EXPECT_EQ (deck.sync.resync, 1);
 
     decks.transport.deleteCue (0, 3);
-    EXPECT_LE (deck.cues[3], emptyCue);
+    EXPECT_LE (deck.marks.cues[3], emptyCue);
     for (const int slot : { -1, 16, 1000 })
     {
         decks.transport.jumpToCue (0, slot);
         decks.transport.deleteCue (0, slot);
         decks.transport.setCue (0, slot);
     }
-    EXPECT_EQ (deck.position, 70'000.0);
+    EXPECT_EQ (deck.head.position, 70'000.0);
 }
 
 TEST (Transport, ASyncedDeckKeepsItsPhaseOverAJump)
@@ -130,29 +130,29 @@ TEST (Transport, ASyncedDeckKeepsItsPhaseOverAJump)
     decks.giveGrid (0, 120.0); // a beat of 22050 frames
     decks.settings.deckSetup[0].sync = 1;
     decks.settings.masterDeck = 1;
-    deck.cues[0] = 220'500.0 + 400.0; // a bit late
-    deck.cues[1] = 100.0;
+    deck.marks.cues[0] = 220'500.0 + 400.0; // a bit late
+    deck.marks.cues[1] = 100.0;
 
     decks.playAt (44'100.0 + 1500.0);
     decks.transport.jumpToCue (0, 0);
-    EXPECT_DOUBLE_EQ (deck.position, 220'500.0 + 1500.0);
+    EXPECT_DOUBLE_EQ (deck.head.position, 220'500.0 + 1500.0);
 
-    deck.position = 44'100.0 - 900.0; // ahead of the beat: the first beat less 900 lies before the start
+    deck.place (44'100.0 - 900.0); // ahead of the beat: the first beat less 900 lies before the start
     decks.transport.jumpToCue (0, 1);
-    EXPECT_DOUBLE_EQ (deck.position, 22'050.0 - 900.0);
+    EXPECT_DOUBLE_EQ (deck.head.position, 22'050.0 - 900.0);
 
     decks.transport.seekFrames (0, 300'000.0);
-    EXPECT_DOUBLE_EQ (deck.position, 308'700.0 - 900.0);
+    EXPECT_DOUBLE_EQ (deck.head.position, 308'700.0 - 900.0);
 
-    deck.fixedGrid = 0; // no grid: a jump is not possible
-    const double before = deck.position;
+    deck.marks.fixedGrid = 0; // no grid: a jump is not possible
+    const double before = deck.head.position;
     decks.transport.seekFrames (0, 1000.0);
     decks.transport.jumpToCue (0, 0);
-    EXPECT_EQ (deck.position, before);
+    EXPECT_EQ (deck.head.position, before);
 
     decks.settings.deckSetup[0].sync = 0;
     decks.transport.seekFrames (0, 1000.0);
-    EXPECT_EQ (deck.position, 1000.0);
+    EXPECT_EQ (deck.head.position, 1000.0);
 }
 
 TEST (Transport, SeeksStayWithinTheTrackAndEmptyTheRingsOfAStoppedDeck)
@@ -163,7 +163,7 @@ TEST (Transport, SeeksStayWithinTheTrackAndEmptyTheRingsOfAStoppedDeck)
     for (const auto& [value, expected] : { std::pair { -1.0, 0.0 }, { 0.5, 220'500.0 }, { 7.0, 441'000.0 } })
     {
         decks.transport.seekNormalised (0, value);
-        EXPECT_EQ (deck.position, expected);
+        EXPECT_EQ (deck.head.position, expected);
     }
     EXPECT_EQ (Signals::peak (decks.render (256).left), 0.0);
     decks.settings.deckSetup[0].timecodeAbsolute = 1;
@@ -171,7 +171,7 @@ TEST (Transport, SeeksStayWithinTheTrackAndEmptyTheRingsOfAStoppedDeck)
     EXPECT_EQ (decks.settings.deckSetup[0].timecodeAbsolute, 0);
     decks.transport.seekFrames (0, std::nan (""));
     decks.transport.seekNormalised (0, std::numeric_limits<double>::infinity());
-    EXPECT_EQ (deck.position, 10.0);
+    EXPECT_EQ (deck.head.position, 10.0);
     for (const int none : { -1, 4, 99 })
     {
         decks.transport.seekFrames (none, 5.0);
@@ -185,21 +185,21 @@ TEST (Transport, CuePlayStoresOnPressAndPlaysFromRelease)
 {
     LoadedDeck decks;
     auto& deck = decks.deck();
-    deck.position = 33'000.0;
+    deck.place (33'000.0);
     decks.transport.cuePlay (0, false); // a release without its press
-    EXPECT_EQ (deck.playState, 0);
+    EXPECT_EQ (deck.play.on, 0);
     decks.transport.cuePlay (0, true);
-    EXPECT_EQ (deck.cues[0], 33'000.0);
-    EXPECT_EQ (deck.playState, 0);
+    EXPECT_EQ (deck.marks.cues[0], 33'000.0);
+    EXPECT_EQ (deck.play.on, 0);
     decks.transport.cuePlay (0, false);
-    EXPECT_EQ (deck.playState, 1);
+    EXPECT_EQ (deck.play.on, 1);
 
     decks.render (10'000);
     decks.transport.cuePlay (0, true); // back to the cue and stopped; the release does nothing
-    EXPECT_EQ (deck.playState, 0);
-    EXPECT_EQ (deck.position, 33'000.0);
+    EXPECT_EQ (deck.play.on, 0);
+    EXPECT_EQ (deck.head.position, 33'000.0);
     decks.transport.cuePlay (0, false);
-    EXPECT_EQ (deck.playState, 0);
+    EXPECT_EQ (deck.play.on, 0);
 }
 
 TEST (Transport, AutomixLocksPlayAndCueAndLeavesTheRestFree)
@@ -212,15 +212,15 @@ TEST (Transport, AutomixLocksPlayAndCueAndLeavesTheRestFree)
     decks.transport.playSynchronized (2);
     decks.listeners.deliver();
     for (int d = 0; d < deckCount; ++d)
-        EXPECT_EQ (decks.deck (d).playState, 0);
+        EXPECT_EQ (decks.deck (d).play.on, 0);
     ASSERT_EQ (heard.events.size(), 1u);
     EXPECT_EQ (heard.events[0], (std::pair { EngineEvent::askStopAutomix, 0 }));
     EXPECT_EQ (heard.messages.size(), 2);
     EXPECT_EQ (heard.messages[0], "*** Play Locked ***|Turn off Automix|for direct use");
 
-    decks.deck().position = 4000.0;
+    decks.deck().place (4000.0);
     decks.transport.jumpToCue (0, 1);
-    EXPECT_EQ (decks.deck().cues[1], 4000.0);
+    EXPECT_EQ (decks.deck().marks.cues[1], 4000.0);
 }
 
 TEST (Transport, TheMasterIsTheFirstDeckThatRuns)
@@ -249,26 +249,26 @@ TEST (Transport, SyncMatchesTempoOnceAndSyncLockHoldsIt)
     LoadedDeck decks;
     decks.playAt (0.0, 0);
     decks.playAt (0.0, 1);
-    decks.deck (0).bpm = 120.0;
-    decks.deck (1).bpm = 126.0;
-    decks.deck (0).pitch = 0.75; // 4 % up: 124.8
+    decks.deck (0).marks.bpm = 120.0;
+    decks.deck (1).marks.bpm = 126.0;
+    decks.deck (0).tempo.pitch = 0.75; // 4 % up: 124.8
 
     decks.transport.toggleSync (1, true);
     EXPECT_EQ (decks.settings.deckSetup[1].sync, 1);
     decks.render (64, 1);
     EXPECT_EQ (decks.settings.deckSetup[1].sync, 0);
     const auto ratio = 120.0 * 1.04 / 126.0;
-    EXPECT_NEAR (decks.deck (1).tempo, ratio, 1e-9);
-    EXPECT_NEAR (decks.deck (1).pitch, (ratio - 1.0) / 0.16 + 0.5, 1e-9);
+    EXPECT_NEAR (decks.deck (1).tempo.factor, ratio, 1e-9);
+    EXPECT_NEAR (decks.deck (1).tempo.pitch, (ratio - 1.0) / 0.16 + 0.5, 1e-9);
 
-    decks.deck (0).pitch = 0.5;
+    decks.deck (0).tempo.pitch = 0.5;
     decks.render (64, 1);
-    EXPECT_NEAR (decks.deck (1).tempo, ratio, 1e-9);
+    EXPECT_NEAR (decks.deck (1).tempo.factor, ratio, 1e-9);
 
     decks.transport.toggleSync (1, false);
     decks.render (64, 1);
     EXPECT_EQ (decks.settings.deckSetup[1].sync, 1);
-    EXPECT_NEAR (decks.deck (1).tempo, 120.0 / 126.0, 1e-9);
+    EXPECT_NEAR (decks.deck (1).tempo.factor, 120.0 / 126.0, 1e-9);
 
     decks.transport.toggleSync (0, true); // the master follows nobody
     EXPECT_EQ (decks.settings.deckSetup[0].sync, 0);
@@ -276,45 +276,45 @@ TEST (Transport, SyncMatchesTempoOnceAndSyncLockHoldsIt)
     decks.world.isStandalone = 0;
     decks.world.hostBpm = 130.0;
     decks.render (64, 1);
-    EXPECT_NEAR (decks.deck (1).tempo, 130.0 / 126.0, 1e-9);
+    EXPECT_NEAR (decks.deck (1).tempo.factor, 130.0 / 126.0, 1e-9);
 }
 
 TEST (Transport, PlaySynchronizedStartsAStoppedDeckOnly)
 {
     LoadedDeck decks;
     decks.transport.playSynchronized (1);
-    EXPECT_EQ (decks.deck (1).playState, 1);
+    EXPECT_EQ (decks.deck (1).play.on, 1);
     EXPECT_EQ (decks.settings.deckSetup[1].sync, 1);
-    EXPECT_EQ (decks.deck (1).oneShotSync, 1);
+    EXPECT_EQ (decks.deck (1).sync.oneShot, 1);
     decks.render (64, 1);
     EXPECT_EQ (decks.settings.deckSetup[1].sync, 0);
     decks.transport.playSynchronized (1);
-    EXPECT_EQ (decks.deck (1).playState, 1);
+    EXPECT_EQ (decks.deck (1).play.on, 1);
 }
 
 TEST (Transport, TapsSetTheTempoFromTheSecondOn)
 {
     LoadedDeck decks;
     auto& deck = decks.deck();
-    const double before = deck.bpm;
+    const double before = deck.marks.bpm;
     decks.grids.tapTempo (0);
-    EXPECT_EQ (deck.bpm, before);
+    EXPECT_EQ (deck.marks.bpm, before);
     for (int tap = 0; tap < 8; ++tap)
     {
         decks.now += tap % 2 == 0 ? 490 : 510; // unsteady, 500 ms on the whole
         decks.grids.tapTempo (0);
     }
-    EXPECT_DOUBLE_EQ (deck.bpm, 120.0);
-    EXPECT_DOUBLE_EQ (deck.bpmAverage, 120.0);
+    EXPECT_DOUBLE_EQ (deck.marks.bpm, 120.0);
+    EXPECT_DOUBLE_EQ (deck.marks.bpmAverage, 120.0);
 
     decks.now += 3001; // a new count
     decks.grids.tapTempo (0);
     decks.now += 100;
     decks.grids.tapTempo (0);
-    EXPECT_EQ (deck.bpm, 250.0);
+    EXPECT_EQ (deck.marks.bpm, 250.0);
 
     decks.grids.tapTempo (0); // within the same millisecond
-    EXPECT_LE (deck.bpm, 250.0);
+    EXPECT_LE (deck.marks.bpm, 250.0);
 }
 
 TEST (Transport, PitchAndKeyKeepTheirRangesAndRefuseNaN)
@@ -322,15 +322,15 @@ TEST (Transport, PitchAndKeyKeepTheirRangesAndRefuseNaN)
     LoadedDeck decks;
     auto& deck = decks.deck();
     decks.transport.setPitch (0, 1.7);
-    EXPECT_EQ (deck.pitch, 1.0);
+    EXPECT_EQ (deck.tempo.pitch, 1.0);
     decks.transport.setPitch (0, std::nan (""));
-    EXPECT_EQ (deck.pitch, 1.0);
+    EXPECT_EQ (deck.tempo.pitch, 1.0);
     decks.transport.setKeyTuning (0, -40.0);
-    EXPECT_EQ (deck.keyTuning, -12.0);
+    EXPECT_EQ (deck.tempo.keyTuning, -12.0);
     decks.transport.setKeyTuning (0, std::nan (""));
-    EXPECT_EQ (deck.keyTuning, -12.0);
+    EXPECT_EQ (deck.tempo.keyTuning, -12.0);
     decks.transport.bendJog (0, std::nan (""), 1.0, 1.0);
-    EXPECT_EQ (deck.jogValue, 0.0);
+    EXPECT_EQ (deck.head.jog, 0.0);
     EXPECT_EQ (pitchRangeOf (-1), 0.16);
     EXPECT_EQ (pitchRangeOf (13), 0.16);
     EXPECT_EQ (pitchRangeOf (12), 1.0);

@@ -110,7 +110,7 @@ TEST (Commands, ValuesGoInAndComeBackAsTheirTableSays)
     EXPECT_EQ (fixture.get ("KEY_TUNING_A"), 1.0f);
     EXPECT_EQ (fixture.get ("KEY_RESET_A"), 12.0f);
     fixture.set ("KEY_TUNING_A", 400.0f);
-    EXPECT_EQ (fixture.deck().keyTuning, 12.0);
+    EXPECT_EQ (fixture.deck().tempo.keyTuning, 12.0);
     fixture.set ("KEY_RESET_A");
     EXPECT_EQ (fixture.get ("KEY_TUNING_A"), 0.5f);
 
@@ -120,7 +120,7 @@ TEST (Commands, ValuesGoInAndComeBackAsTheirTableSays)
     fixture.set ("PITCH_BEND_NUDGE_PLUS_A", 1.0f);
     EXPECT_EQ (fixture.get ("PITCH_BEND_NUDGE_PLUS_A"), 1.0f);
     fixture.set ("PITCH_BEND_NUDGE_PLUS_A", 0.0f);
-    EXPECT_EQ (fixture.deck().nudge, 0);
+    EXPECT_EQ (fixture.deck().play.nudge, 0);
 
     fixture.set ("SEEK_A", 0.5f);
     EXPECT_NEAR (fixture.get ("SEEK_A"), 0.5f, 1e-4f);
@@ -140,7 +140,7 @@ TEST (Commands, ValuesGoInAndComeBackAsTheirTableSays)
     fixture.set ("JOG_SCRATCH_ON_A");
     EXPECT_EQ (fixture.get ("JOG_SCRATCH_ON_A"), 1.0f);
     engine.dispatch (CommandTable::numberOf ("JOG_A"), 5.0f, -0.01f, 0.5f);
-    EXPECT_EQ (fixture.deck().jogValue, 2.5);
+    EXPECT_EQ (fixture.deck().head.jog, 2.5);
     fixture.set ("BALANCE_A", 7.0f);
     EXPECT_EQ (fixture.get ("BALANCE_A"), 1.0f);
 
@@ -223,12 +223,13 @@ TEST (Commands, LoopsAreSwitchedSizedAndRead)
     fixture.set ("LOOP_IN_B");
     fixture.set ("LOOP_MOVE_FORWARD_B");
     fixture.set ("LOOP_OUT_B");
-    EXPECT_EQ (fixture.deck (1).loopMode, manualLoop);
-    EXPECT_NEAR (fixture.deck (1).loopOut - fixture.deck (1).loopIn, fixture.deck (1).beatFrames(), 1.0e-6);
+    EXPECT_EQ (fixture.deck (1).loops.mode, manualLoop);
+    EXPECT_NEAR (fixture.deck (1).loops.out - fixture.deck (1).loops.in, fixture.deck (1).beatFrames(),
+                 1.0e-6);
     fixture.set ("LOOP_MOVE_BACKWARD_B");
-    EXPECT_EQ (fixture.deck (1).loopIn, 0.0);
+    EXPECT_EQ (fixture.deck (1).loops.in, 0.0);
     fixture.set ("RELOOP_B");
-    EXPECT_EQ (fixture.deck (1).position, 0.0);
+    EXPECT_EQ (fixture.deck (1).head.position, 0.0);
     expect (0, 0, 7, 5, 0);
 }
 

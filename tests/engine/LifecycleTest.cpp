@@ -15,13 +15,13 @@ TEST (Lifecycle, CuesAreSavedOnRequestAndAtTheEndAndTheNextEngineFindsAllOfIt)
     const auto stored = [&]
     { return AnalysisFile::read (AnalysisFile::forTrack (engine.folder.file ("beatmarks"), track)); };
     ASSERT_TRUE (stored());
-    engine.deck().cues[2] = 300.0;
+    engine.deck().marks.cues[2] = 300.0;
     requestSaveAnalysis (engine.engine->decks, engine.deck());
     engine.engine->deliverMessages();
     engine.deck().analysisThread->waitUntilIdle();
     EXPECT_EQ (stored()->cues->cuePos[2], 300.0);
 
-    engine.deck().cues[3] = 400.0;
+    engine.deck().marks.cues[3] = 400.0;
     const auto atTheEnd = analysisOf (engine.engine->decks, engine.deck());
     engine.engine->loadTrack (track, 1); // the end does not wait for it
     engine.makeEngine();

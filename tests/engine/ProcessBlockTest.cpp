@@ -32,7 +32,7 @@ TEST (ProcessBlock, DecksSoundOnTheirPairsAndTheMasterIsTheirSum)
     for (int d = 0; d < deckCount; ++d)
     {
         fixture.loadNoise (d, 2 + d);
-        fixture.deck (d).position = 1000.0 * d;
+        fixture.deck (d).place (1000.0 * d);
         fixture.engine->setParameter (1 + d, 1.0f);
         fixture.engine->setParameter (261 + d, 0.4f); // the sum stays below the limiter
     }
@@ -92,7 +92,7 @@ TEST (ProcessBlock, EffectsKeepTheirDecksTempoAtAnyRate)
     for (const auto& [rate, bpm] : { std::pair { 44100.0, 128.0 }, { 96000.0, 100.0 }, { 44100.0, 100.0 } })
     {
         fixture.engine->setPlayConfigDetails (10, 14, rate, 512);
-        fixture.deck (1).bpm = bpm;
+        fixture.deck (1).marks.bpm = bpm;
         juce::AudioBuffer<float> out (14, 512);
         int64_t loudest = 0, frame = -51'200;
         for (float level = 0.0f; frame < 51'200; frame += 512)
@@ -157,7 +157,7 @@ TEST (ProcessBlock, ARateChangeIsTakenUpAtTheNextBlock)
     fixture.render (10'240);
     fixture.engine->setRateAndBufferSizeDetails (88'200.0, 512);
     fixture.render (10'240);
-    EXPECT_NEAR (fixture.deck().rate, 0.5, 1e-6);
+    EXPECT_NEAR (fixture.deck().head.rate, 0.5, 1e-6);
 }
 
 TEST (ProcessBlock, ThePreviewSoundsOnTheMonitorAloneAndAtItsOwnPitch)

@@ -55,7 +55,7 @@ TEST (ChannelStrip, TheGainIsTheProductOfItsControls)
         auto& deck = strip.deck();
         deck.volume = c.volume;
         deck.gain = c.gain;
-        deck.autogain = c.autogain;
+        deck.track.autogain = c.autogain;
         deck.mixOverride = c.override;
         deck.mute = c.mute;
         strip.settings.crossfader = c.crossfader;

@@ -30,7 +30,7 @@ struct AutomixDecks : ClickDecks
         if (what == empty)
             return;
         put (index, { 120.0, 44100.0, 0.0, seconds });
-        deck (index).position = at * 44100.0;
+        deck (index).place (at * 44100.0);
         if (what == playing)
             playPause (index);
     }
@@ -42,7 +42,7 @@ struct AutomixDecks : ClickDecks
     }
 
     int onAir() { return engine.automix.automixDeck; }
-    bool plays (int index) { return deck (index).playState != 0; }
+    bool plays (int index) { return deck (index).play.on != 0; }
 
     CPlatterdex& engine;
     EngineSettings& settings;
@@ -98,10 +98,10 @@ TEST (Automix, BeginsWithWhatTheDecksHold)
         EXPECT_EQ (decks.settings.automixOn, 1);
         EXPECT_EQ (decks.plays (0), c.playsA);
         EXPECT_EQ (decks.plays (1), c.playsB);
-        EXPECT_EQ (decks.deck (0).position, c.atA * 44100.0);
-        EXPECT_EQ (decks.deck (1).position, c.atB * 44100.0);
-        EXPECT_EQ (decks.deck (0).loadNext != 0, c.asksA);
-        EXPECT_EQ (decks.deck (1).loadNext != 0, c.asksB);
+        EXPECT_EQ (decks.deck (0).head.position, c.atA * 44100.0);
+        EXPECT_EQ (decks.deck (1).head.position, c.atB * 44100.0);
+        EXPECT_EQ (decks.deck (0).play.loadNext != 0, c.asksA);
+        EXPECT_EQ (decks.deck (1).play.loadNext != 0, c.asksB);
         EXPECT_EQ (decks.onAir(), c.onAir);
         EXPECT_EQ (decks.settings.autoFadeState, c.fade);
         EXPECT_EQ (decks.settings.crossfader, c.fade == 2 ? 0.0 : 0.7);
@@ -138,7 +138,7 @@ TEST (Automix, HandsOnNearTheEndAndAsksForTheNext)
     EXPECT_EQ (decks.settings.masterDeck, 1);
     EXPECT_EQ (decks.settings.autoFadeState, 2);
     EXPECT_THAT (asked.decks, ElementsAre (0));
-    EXPECT_LT (decks.deck (0).loadedFrames, 1) << "without a next track the deck is empty";
+    EXPECT_LT (decks.deck (0).track.loadedFrames, 1) << "without a next track the deck is empty";
 
     // In phase from its first sample, though its first beat lies far from its start.
     EXPECT_LT (ClickDecks::largest (decks.distances (1, 0)), 1.0);
@@ -170,10 +170,10 @@ TEST (Automix, ShortTracksAndFadeZero)
         for (int i = 0; i < 1000 && decks.onAir() == 0; ++i)
             decks.render (0.01);
         EXPECT_NEAR (static_cast<double> (decks.host->position()) / decks.rate, c.handsOnAt, 0.06);
-        EXPECT_LT (decks.deck (1).position, 0.2 * 44100.0);
+        EXPECT_LT (decks.deck (1).head.position, 0.2 * 44100.0);
         decks.render (c.seconds + 1.5);
         EXPECT_FALSE (decks.plays (0) || decks.plays (1));
-        EXPECT_LT (decks.deck (0).loadedFrames, 1);
+        EXPECT_LT (decks.deck (0).track.loadedFrames, 1);
     }
 }
 
@@ -190,7 +190,7 @@ TEST (Automix, OutlivesWhatAUserDoesMeanwhile)
               unloadTrack (d.engine.decks, 0);
               unloadTrack (d.engine.decks, 1);
           } },
-        { "deck stopped", [] (auto& d) { d.deck (0).playState = 0; } },
+        { "deck stopped", [] (auto& d) { d.deck (0).play.on = 0; } },
         { "crossfader taken by hand",
           [] (auto& d) { d.engine.setParameter (CommandTable::numberOf ("CROSSFADER"), 0.3f); } },
         { "faded by hand",
@@ -218,8 +218,8 @@ TEST (Automix, OutlivesWhatAUserDoesMeanwhile)
             EXPECT_EQ (decks.settings.automixOn, 1);
             EXPECT_FALSE (decks.plays (0) || decks.plays (1));
 
-            const auto late = decks.deck (0).loadedFrames < 1 ? 0 : 1;
-            ASSERT_LT (decks.deck (late).loadedFrames, 1);
+            const auto late = decks.deck (0).track.loadedFrames < 1 ? 0 : 1;
+            ASSERT_LT (decks.deck (late).track.loadedFrames, 1);
             decks.hold (late, loaded, 10.0, 0.0);
             decks.render (1.0);
             EXPECT_EQ (decks.onAir(), late);

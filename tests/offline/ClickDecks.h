@@ -57,7 +57,7 @@ struct ClickDecks
         const auto frames = static_cast<int> (track.seconds * track.rate);
         std::vector<int16_t> samples (static_cast<size_t> (frames));
         player.resetTrack();
-        player.sampleRate = track.rate;
+        player.track.sampleRate = track.rate;
         player.beats.clear();
         for (int half = 0;; ++half)
         {
@@ -73,11 +73,10 @@ struct ClickDecks
             }
         }
         TrackIngest (player.trackTarget()).append (samples.data(), samples.data(), frames);
-        player.isTrackLoaded = 1;
-        player.numBeats = static_cast<int32_t> (player.beats.size());
-        player.downbeatPosition = player.beats.front().pos;
-        player.bpm = player.bpmAverage = track.bpm;
-        player.fixedGrid = track.swing == 0.0;
+        player.track.numBeats = static_cast<int32_t> (player.beats.size());
+        player.marks.downbeatPosition = player.beats.front().pos;
+        player.marks.bpm = player.marks.bpmAverage = track.bpm;
+        player.marks.fixedGrid = track.swing == 0.0;
     }
 
     void render (double seconds) { host->render (std::llround (seconds * rate)); }

@@ -13,13 +13,13 @@ LoopCommands& loops (ClickDecks& decks)
 
 void toggleLoop (ClickDecks& decks, int deck, int size)
 {
-    decks.deck (deck).loopSize = static_cast<int8_t> (size);
+    decks.deck (deck).loopSizes.loop = static_cast<int8_t> (size);
     loops (decks).toggleLoop (deck);
 }
 
 void jumpBeats (ClickDecks& decks, int deck, int size, int direction)
 {
-    decks.deck (deck).loopMoveSize = static_cast<int8_t> (size);
+    decks.deck (deck).loopSizes.move = static_cast<int8_t> (size);
     loops (decks).moveLoop (deck, direction);
 }
 
@@ -62,7 +62,7 @@ TEST (LoopPhase, LockedDecksStayTogetherThroughLoopsAndBeatJumps)
           [] (auto& d)
           {
               runManualLoop (d, leader, 2.0);
-              d.deck (leader).loopOut = d.deck (leader).loopIn + 4.04 * 22050.0;
+              d.deck (leader).loops.out = d.deck (leader).loops.in + 4.04 * 22050.0;
           },
           30.0, [] (auto& d) { loops (d).loopOut (leader); }, 0.0, 45.0, 45.0 },
         { "a half beat of the leader's", loop (leader, 4), 7.13, loop (leader, 4), 0.0, 0.0 },
@@ -71,14 +71,14 @@ TEST (LoopPhase, LockedDecksStayTogetherThroughLoopsAndBeatJumps)
         { "a roll of the leader's",
           [] (auto& d)
           {
-              d.deck (leader).loopSize = 2;
+              d.deck (leader).loopSizes.loop = 2;
               loops (d).toggleLeap (leader);
           },
           5.07, [] (auto& d) { loops (d).toggleLeap (leader); }, 0.01, 0.0, 2.5 },
         { "a roll of the follower's",
           [] (auto& d)
           {
-              d.deck (follower).loopSize = 3;
+              d.deck (follower).loopSizes.loop = 3;
               loops (d).toggleLeap (follower);
           },
           5.07, [] (auto& d) { loops (d).toggleLeap (follower); }, 0.01, 0.0, 2.5 },

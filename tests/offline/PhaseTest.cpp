@@ -18,10 +18,10 @@ double largestDistance (const LockedCase& c, double seconds, int blockFrames = 5
     ClickDecks decks (false, blockFrames, rate);
     decks.put (0, c.leader);
     decks.put (1, c.follower);
-    decks.deck (0).pitch = c.leaderPitch;
-    decks.deck (1).keyTuning = c.semitones;
+    decks.deck (0).tempo.pitch = c.leaderPitch;
+    decks.deck (1).tempo.keyTuning = c.semitones;
     for (int deck : { 0, 1 })
-        decks.deck (deck).keyLock = c.keyLock;
+        decks.deck (deck).tempo.keyLock = c.keyLock;
     decks.playPause (0);
     decks.render (2.4);
     decks.syncLock (1);
@@ -96,17 +96,20 @@ TEST (Phase, WhatAHandDoesMeanwhileHasADefinedOutcome)
         { decks.host->engine().transport.setNudge (deck, seconds < 0.5 ? 1 : 0); };
     };
     const Case cases[] {
-        { "leader's pitch, slowly", [] (auto& d, double t) { d.deck (0).pitch = 0.5 + 0.4 * t; }, 0.0, 0.13 },
-        { "leader's pitch at once", once ([] (auto& d) { d.deck (0).pitch = 0.9; }), 0.0, 0.13 },
+        { "leader's pitch, slowly", [] (auto& d, double t) { d.deck (0).tempo.pitch = 0.5 + 0.4 * t; }, 0.0,
+          0.13 },
+        { "leader's pitch at once", once ([] (auto& d) { d.deck (0).tempo.pitch = 0.9; }), 0.0, 0.13 },
         { "leader nudged", nudge (0), 20.0, 0.01, 2.0 },
         { "follower nudged", nudge (1), -20.0, 0.05, 2.0 },
         { "leader's grid moved",
-          once ([] (auto& d) { d.deck (0).downbeatPosition = d.deck (0).downbeatPosition + 512; }),
+          once ([] (auto& d)
+                { d.deck (0).marks.downbeatPosition = d.deck (0).marks.downbeatPosition + 512; }),
           512.0 / 44.1 },
         { "leader's grid moved by half a beat",
-          once ([] (auto& d) { d.deck (0).downbeatPosition = d.deck (0).downbeatPosition + 11025; }) },
-        { "leader's tempo tapped", once ([] (auto& d) { d.deck (0).bpm = d.deck (0).bpm * 1.01; }), offGrid,
-          0.02 },
+          once ([] (auto& d)
+                { d.deck (0).marks.downbeatPosition = d.deck (0).marks.downbeatPosition + 11025; }) },
+        { "leader's tempo tapped",
+          once ([] (auto& d) { d.deck (0).marks.bpm = d.deck (0).marks.bpm * 1.01; }), offGrid, 0.02 },
         { "leader sought", once ([] (auto& d) { d.host->engine().transport.seekFrames (0, 700'123.0); }), 0.0,
           1.01 },
         { "leader rewound", once ([] (auto& d) { d.host->engine().transport.rewind (0); }), offGrid },
@@ -116,8 +119,8 @@ TEST (Phase, WhatAHandDoesMeanwhileHasADefinedOutcome)
         { "key and key lock", once (
                                   [] (auto& d)
                                   {
-                                      d.deck (1).keyTuning = 2.0;
-                                      d.deck (1).keyLock = 0;
+                                      d.deck (1).tempo.keyTuning = 2.0;
+                                      d.deck (1).tempo.keyLock = 0;
                                   }) },
         { "lock taken off", once ([] (auto& d) { d.syncLock (1); }) },
         { "leader stopped", once ([] (auto& d) { d.playPause (0); }), offGrid },

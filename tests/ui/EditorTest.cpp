@@ -34,7 +34,7 @@ TEST (Editor, SwitchingTheModeKeepsAllFourDecksPlaying)
         bench.engine.transport.playPause (deck);
     }
     bench.render();
-    const auto before = bench.engine.decks.deck (2)->position.get();
+    const auto before = bench.engine.decks.deck (2)->head.position;
 
     flag = 0;
     bench.refresh();
@@ -42,14 +42,14 @@ TEST (Editor, SwitchingTheModeKeepsAllFourDecksPlaying)
     EXPECT_EQ (bench.editor->globalBlock().getTabContentComponent (0)->getNumChildComponents(), 3)
         << "two channels and the crossfader";
     bench.render (48000);
-    EXPECT_GT (bench.engine.decks.deck (2)->position, before + 40000.0);
+    EXPECT_GT (bench.engine.decks.deck (2)->head.position, before + 40000.0);
 
     flag = 1;
     bench.refresh();
     EXPECT_TRUE (bench.editor->deck (2).isVisible());
     EXPECT_EQ (bench.editor->globalBlock().getTabContentComponent (0)->getNumChildComponents(), 5);
     for (int deck = 0; deck < deckCount; ++deck)
-        EXPECT_EQ (bench.engine.decks.deck (deck)->playState, 1);
+        EXPECT_EQ (bench.engine.decks.deck (deck)->play.on, 1);
 }
 
 TEST (Editor, TheGhostMixerStandsInWhileTheMixerIsHidden)
@@ -104,7 +104,7 @@ TEST (Editor, ControlsDoTheirCommandAndFollowIt)
     for (const auto expected : { 1, 0, 1 })
     {
         press (play);
-        EXPECT_EQ (player.playState, expected) << "as it goes down";
+        EXPECT_EQ (player.play.on, expected) << "as it goes down";
         release (play);
         bench.refresh();
         EXPECT_EQ (play.isOn, expected == 1);
@@ -112,11 +112,11 @@ TEST (Editor, ControlsDoTheirCommandAndFollowIt)
 
     auto& pitch = sliderOf (bench, deckA, "_pitchSlider");
     pitch.setValue (0.0, juce::sendNotificationSync);
-    EXPECT_NEAR (player.pitch, 1.0, 1e-6) << "down is faster";
+    EXPECT_NEAR (player.tempo.pitch, 1.0, 1e-6) << "down is faster";
     bench.refresh();
     EXPECT_NEAR (pitch.getValue(), 0.0, 1e-6) << "reading back must not turn the fader round";
     pitch.mouseDoubleClick (mouseAt (pitch, { 4.0f, 4.0f }));
-    EXPECT_NEAR (player.pitch, 0.5, 1e-6);
+    EXPECT_NEAR (player.tempo.pitch, 0.5, 1e-6);
 
     auto& mixer = *bench.editor->globalBlock().getTabContentComponent (GlobalComponent::mixer);
     auto& crossfader = sliderOf (bench, mixer, "_crossfaderSlider");
@@ -134,7 +134,7 @@ TEST (Editor, TheRightButtonDeletesAHotCueAndPressesNothing)
     bench.engine.settings.deckSetup[0].panelsLeft[0] = 1; // the cue panel
     bench.refresh();
     auto& hotCue = bench.find<PXTextButton> (bench.editor->deck (0), "_hotCueButton");
-    const auto& slot = bench.engine.decks.deck (0)->cues[0];
+    const auto& slot = bench.engine.decks.deck (0)->marks.cues[0];
     press (hotCue);
     release (hotCue);
     EXPECT_GE (slot, 0.0);
@@ -281,7 +281,7 @@ TEST (Editor, OpensAndClosesTwoHundredTimes)
     bench.editor.reset();
     bench.engine.transport.playPause (0);
     bench.render();
-    EXPECT_EQ (bench.engine.decks.deck (0)->playState, 1) << "the engine outlives its windows";
+    EXPECT_EQ (bench.engine.decks.deck (0)->play.on, 1) << "the engine outlives its windows";
 }
 
 TEST (BeatStepField, SaysBeatsAsTheyAreCounted)

@@ -34,14 +34,14 @@ TEST (KeyboardCommands, AKeyActsOnceHoweverLongItRepeats)
     {
         EXPECT_TRUE (keyboard.keyPressed (space));
         keyboard.keyStateChanged();
-        EXPECT_EQ (deck.playState, 1);
+        EXPECT_EQ (deck.play.on, 1);
     }
     down = false;
     keyboard.keyStateChanged();
-    EXPECT_EQ (deck.playState, 1);
+    EXPECT_EQ (deck.play.on, 1);
     down = true;
     keyboard.keyPressed (space);
-    EXPECT_EQ (deck.playState, 0);
+    EXPECT_EQ (deck.play.on, 0);
 }
 
 TEST (KeyboardCommands, HeldCommandsEndWithTheKeyOrTheFocus)
@@ -53,17 +53,17 @@ TEST (KeyboardCommands, HeldCommandsEndWithTheKeyOrTheFocus)
     const auto& deck = *bench.engine.decks.deck (1);
 
     EXPECT_TRUE (keyboard.keyPressed (juce::KeyPress ('p'))) << "the case of a letter is nothing to a key";
-    EXPECT_EQ (deck.nudge, 1);
+    EXPECT_EQ (deck.play.nudge, 1);
     keyboard.keyStateChanged();
-    EXPECT_EQ (deck.nudge, 1);
+    EXPECT_EQ (deck.play.nudge, 1);
     down = false;
     keyboard.keyStateChanged();
-    EXPECT_EQ (deck.nudge, 0);
+    EXPECT_EQ (deck.play.nudge, 0);
 
     down = true;
     keyboard.keyPressed (juce::KeyPress ('P'));
     keyboard.releaseAll();
-    EXPECT_EQ (deck.nudge, 0);
+    EXPECT_EQ (deck.play.nudge, 0);
 }
 
 TEST (KeyboardCommands, StepsTheCrossfaderAndAsksForWhatIsNoCommand)

@@ -21,12 +21,15 @@ void MixReport::look (double seconds)
     for (size_t d = 0; d < onDeck.size(); ++d)
     {
         const auto& deck = *world.decks[d];
-        const auto plays = deck.playState != 0;
+        const auto plays = deck.play.on != 0;
         if (plays && !onDeck[d])
         {
             onDeck[d] = played.size();
-            played.push_back (
-                { deck.texts().filePath, seconds, seconds, deck.numBeats > 0 ? deck.bpm.get() : 0.0, {} });
+            played.push_back ({ deck.texts().filePath,
+                                seconds,
+                                seconds,
+                                deck.track.numBeats > 0 ? deck.marks.bpm.get() : 0.0,
+                                {} });
         }
         if (onDeck[d])
             played[*onDeck[d]].end = seconds;
@@ -43,9 +46,10 @@ void MixReport::measureOffset()
     const auto &entering = *world.decks[isNewer ? 0 : 1], &leaving = *world.decks[isNewer ? 1 : 0];
     const auto theirs = BeatPhase::at (leaving.grid(), leaving.heardPosition());
     const auto ours = BeatPhase::at (entering.grid(), entering.heardPosition());
-    if (!theirs || !ours || entering.elapsedOutput == 0 || leaving.numBeats < 1 || entering.numBeats < 1)
+    if (!theirs || !ours || entering.play.elapsedOutput == 0 || leaving.track.numBeats < 1
+        || entering.track.numBeats < 1)
         return;
-    const auto beatMs = 60000.0 / (leaving.bpm * leaving.tempo);
+    const auto beatMs = 60000.0 / (leaving.marks.bpm * leaving.tempo.factor);
     const auto offset = BeatPhase::wrapped (theirs->phase - ours->phase) * beatMs;
     played[std::max (*onDeck[0], *onDeck[1])].offsets.push_back (offset);
 }

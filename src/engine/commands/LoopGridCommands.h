@@ -9,10 +9,10 @@ namespace CommandTable
 constexpr CommandFamily loopGridFamilies[] {
     { 113, 1, 0, 4, 1, "Loop {d}", "LOOP_{d}", K::trigger, S::trigger,
       [] (CPlatterdex& e, const CommandCall& c) { e.loops.toggleLoop (c.deck); },
-      [] (CPlatterdex& e, int deck, int) -> double { const auto* d = deckOf (e, deck); return d->loopMode == beatLoop && d->rollingLoop == 0; }, 0, "beat loop on or off", "1 in a beat loop that does not roll" },
+      [] (CPlatterdex& e, int deck, int) -> double { const auto* d = deckOf (e, deck); return d->loops.mode == beatLoop && d->loops.rolling == 0; }, 0, "beat loop on or off", "1 in a beat loop that does not roll" },
     { 117, 1, 0, 4, 1, "Leap {d}", "LEAP_{d}", K::trigger, S::trigger,
       [] (CPlatterdex& e, const CommandCall& c) { e.loops.toggleLeap (c.deck); },
-      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->rollingLoop != 0; }, 0, "rolling beat loop on or off", "1 while rolling" },
+      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->loops.rolling != 0; }, 0, "rolling beat loop on or off", "1 while rolling" },
     { 121, 1, 0, 4, 1, "Loop Move Backward {d}", "LOOP_MOVE_BACKWARD_{d}", K::trigger, S::trigger,
       [] (CPlatterdex& e, const CommandCall& c) { e.loops.moveLoop (c.deck, -1); },
       nothing, 0, "moves back by the loop move size", "0" },
@@ -27,7 +27,7 @@ constexpr CommandFamily loopGridFamilies[] {
       nothing, 0, "doubles the loop", "0" },
     { 137, 1, 0, 4, 1, "Loop Size {d}", "LOOP_SIZE_{d}", K::relative, S::stepped,
       [] (CPlatterdex& e, const CommandCall& c) { e.loops.changeSize (c.deck, c.step()); },
-      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->loopSize; }, 7, "steps the loop size, 0 to 10", "the size" },
+      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->loopSizes.loop; }, 7, "steps the loop size, 0 to 10", "the size" },
     { 141, 1, 0, 4, 1, "Loop In {d}", "LOOP_IN_{d}", K::trigger, S::trigger,
       [] (CPlatterdex& e, const CommandCall& c) { e.loops.loopIn (c.deck); },
       nothing, 0, "stores the loop's start", "0" },
@@ -42,10 +42,10 @@ constexpr CommandFamily loopGridFamilies[] {
       nothing, 0, "the nearest beat becomes the downbeat", "0" },
     { 169, 1, 0, 4, 1, "Start Point {d}", "START_POINT_{d}", K::trigger, S::trigger,
       [] (CPlatterdex& e, const CommandCall& c) { e.loops.toggleStartPoint (c.deck); },
-      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->startPointOn != 0; }, 0, "start point on or off", "1 if on" },
+      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->marks.startPointOn != 0; }, 0, "start point on or off", "1 if on" },
     { 457, 1, 0, 4, 1, "Loop Move Size {d}", "LOOP_MOVE_SIZE_{d}", K::relative, S::stepped,
       [] (CPlatterdex& e, const CommandCall& c) { e.loops.changeMoveSize (c.deck, c.step()); },
-      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->loopMoveSize; }, 5, "steps the size, 0 to 10", "the size" },
+      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->loopSizes.move; }, 5, "steps the size, 0 to 10", "the size" },
 };
 // clang-format on
 }

@@ -26,7 +26,7 @@ void browseStep (CPlatterdex& engine, const CommandCall& call)
 
 inline double readPlaying (CPlatterdex& engine, int deck, int)
 {
-    return deckOf (engine, deck)->playState != 0;
+    return deckOf (engine, deck)->play.on != 0;
 }
 
 inline double readSync (CPlatterdex& engine, int deck, int)
@@ -36,7 +36,7 @@ inline double readSync (CPlatterdex& engine, int deck, int)
 
 inline double readPitch (CPlatterdex& engine, int deck, int)
 {
-    return deckOf (engine, deck)->pitch;
+    return deckOf (engine, deck)->tempo.pitch;
 }
 
 inline double readStoppedAtCue (CPlatterdex& engine, int deck, int)
@@ -46,12 +46,12 @@ inline double readStoppedAtCue (CPlatterdex& engine, int deck, int)
 
 inline double readCueSet (CPlatterdex& engine, int deck, int slot)
 {
-    return deckOf (engine, deck)->cues[static_cast<size_t> (slot)] > emptyCue;
+    return deckOf (engine, deck)->marks.cues[static_cast<size_t> (slot)] > emptyCue;
 }
 
 inline double readCueEmpty (CPlatterdex& engine, int deck, int slot)
 {
-    return !(deckOf (engine, deck)->cues[static_cast<size_t> (slot)] > emptyCue);
+    return !(deckOf (engine, deck)->marks.cues[static_cast<size_t> (slot)] > emptyCue);
 }
 
 inline void toggleSnap (CPlatterdex& engine, const CommandCall&)
@@ -86,16 +86,16 @@ constexpr CommandFamily transportFamilies[] {
       [] (CPlatterdex& e, const CommandCall& c) { e.transport.setPitch (c.deck, 0.5); }, readPitch, 1, "pitch to its centre", "the pitch" },
     { 29, 1, 0, 4, 1, "Pitch Bend Nudge (-4.00%) {d}", "PITCH_BEND_NUDGE_MINUS_{d}", K::state, S::held,
       [] (CPlatterdex& e, const CommandCall& c) { e.transport.setNudge (c.deck, c.isPressed() ? -1 : 0); },
-      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->nudge < 0; }, 0, "slower while held", "1 while held" },
+      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->play.nudge < 0; }, 0, "slower while held", "1 while held" },
     { 33, 1, 0, 4, 1, "Pitch Bend Nudge (+4.00%) {d}", "PITCH_BEND_NUDGE_PLUS_{d}", K::state, S::held,
       [] (CPlatterdex& e, const CommandCall& c) { e.transport.setNudge (c.deck, c.isPressed() ? 1 : 0); },
-      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->nudge > 0; }, 0, "faster while held", "1 while held" },
+      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->play.nudge > 0; }, 0, "faster while held", "1 while held" },
     { 37, 1, 0, 4, 1, "Key Tuning {d}", "KEY_TUNING_{d}", K::value, S::continuous,
       [] (CPlatterdex& e, const CommandCall& c) { e.transport.setKeyTuning (c.deck, (c.value - 0.5) * 24.0); },
-      [] (CPlatterdex& e, int deck, int) { return juce::jlimit (0.0, 1.0, deckOf (e, deck)->keyTuning / 24.0 + 0.5); }, 0, "the key, 0 to 1 for -12 to 12 semitones", "the value" },
+      [] (CPlatterdex& e, int deck, int) { return juce::jlimit (0.0, 1.0, deckOf (e, deck)->tempo.keyTuning / 24.0 + 0.5); }, 0, "the key, 0 to 1 for -12 to 12 semitones", "the value" },
     { 41, 1, 0, 4, 1, "Key Lock {d}", "KEY_LOCK_{d}", K::trigger, S::trigger,
-      [] (CPlatterdex& e, const CommandCall& c) { e.transport.setKeyLock (c.deck, deckOf (e, c.deck)->keyLock == 0); },
-      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->keyLock != 0; }, 0, "toggles", "the flag" },
+      [] (CPlatterdex& e, const CommandCall& c) { e.transport.setKeyLock (c.deck, deckOf (e, c.deck)->tempo.keyLock == 0); },
+      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->tempo.keyLock != 0; }, 0, "toggles", "the flag" },
     { 45, 1, 0, 4, 1, "Cue {d}", "CUE_{d}", K::trigger, S::trigger,
       [] (CPlatterdex& e, const CommandCall& c) { e.transport.cue (c.deck, true); }, readStoppedAtCue, 0, "presses Cue, never releases it", "1 if stopped at a cue" },
     { 49, 8, 4, 4, 1, "Set Hot Cue #{n} {d}", "HOT_CUE_{n}_{d}", K::trigger, S::trigger,
@@ -108,15 +108,15 @@ constexpr CommandFamily transportFamilies[] {
       [] (CPlatterdex& e, const CommandCall& c) { e.transport.rewind (c.deck); }, nothing, 0, "to the track's start", "0" },
     { 197, 1, 0, 4, 1, "Key Reset {d}", "KEY_RESET_{d}", K::trigger, S::trigger,
       [] (CPlatterdex& e, const CommandCall& c) { e.transport.setKeyTuning (c.deck, 0.0); },
-      [] (CPlatterdex& e, int deck, int) { return deckOf (e, deck)->keyTuning.get(); }, 0, "key to its own", "the key in semitones" },
+      [] (CPlatterdex& e, int deck, int) { return deckOf (e, deck)->tempo.keyTuning.get(); }, 0, "key to its own", "the key in semitones" },
     { 201, 1, 0, 4, 1, "Jog {d}", "JOG_{d}", K::value, S::jog,
       [] (CPlatterdex& e, const CommandCall& c) { e.transport.bendJog (c.deck, c.value, c.arg1, c.arg2); }, nothing, 0, "a step of the wheel, with bend and scratch scale", "0" },
     { 205, 1, 0, 4, 1, "Jog Scratch On {d}", "JOG_SCRATCH_ON_{d}", K::state, S::held,
       [] (CPlatterdex& e, const CommandCall& c) { e.transport.setScratch (c.deck, c.isPressed(), false); },
-      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->scratchOn != 0; }, 0, "scratch while held", "1 in scratch" },
+      [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->jog.scratchOn != 0; }, 0, "scratch while held", "1 in scratch" },
     { 209, 1, 0, 4, 1, "Seek {d}", "SEEK_{d}", K::value, S::seek,
       [] (CPlatterdex& e, const CommandCall& c) { e.transport.seekNormalised (c.deck, c.value); },
-      [] (CPlatterdex& e, int deck, int) { const auto* d = deckOf (e, deck); const double frames = d->loadedFrames; return frames > 0.0 ? d->position / frames : 0.0; }, 0, "the position, 0 to 1 of the track", "the position" },
+      [] (CPlatterdex& e, int deck, int) { const auto* d = deckOf (e, deck); const double frames = d->track.loadedFrames; return frames > 0.0 ? d->heardPosition() / frames : 0.0; }, 0, "the position, 0 to 1 of the track", "the position" },
     { 409, 1, 0, 1, 0, "Playlist Up", "PLAYLIST_UP", K::trigger, S::trigger, browse<409>, nothing, 0, "posted to the editor", "0" },
     { 410, 1, 0, 1, 0, "Playlist Down", "PLAYLIST_DOWN", K::trigger, S::trigger, browse<410>, nothing, 0, "posted to the editor", "0" },
     { 411, 1, 0, 1, 0, "Playlist Page Up", "PLAYLIST_PAGE_UP", K::trigger, S::trigger, browse<411>, nothing, 0, "posted to the editor", "0" },

@@ -95,8 +95,8 @@ void DeckComponent::pollCalm()
 {
     ControlPanel::pollCalm();
     makePanels();
-    letter.setToggleState (engine.decks.deck (deckIndex)->playState != 0, juce::dontSendNotification);
-    if (messageTurns > 0 && --messageTurns == 0 && engine.decks.deck (deckIndex)->loadedFrames > 0)
+    letter.setToggleState (engine.decks.deck (deckIndex)->play.on != 0, juce::dontSendNotification);
+    if (messageTurns > 0 && --messageTurns == 0 && engine.decks.deck (deckIndex)->track.loadedFrames > 0)
         clearMessage();
     updateNotice();
     updateTexts();
@@ -120,7 +120,7 @@ void DeckComponent::updateNotice()
 {
     const auto& deck = *engine.decks.deck (deckIndex);
     auto next = message;
-    if (next.isEmpty() && deck.loadedFrames == 0 && !deck.importThread->isBusy())
+    if (next.isEmpty() && deck.track.loadedFrames == 0 && !deck.importThread->isBusy())
         next = { "Drop a track here,", "or press F" + juce::String (deckIndex + 1) + " to load" };
     if (next == shownNotice)
         return;
@@ -134,8 +134,8 @@ void DeckComponent::updateTexts()
     const auto track = deck.texts();
     Texts next { track.title.isEmpty() ? PanelPaint::dash() : track.title, track.artist, PanelPaint::dash() };
     // Without a grid nobody knows how fast the music is.
-    if (deck.numBeats > 0 || deck.fixedGrid != 0)
-        next.tempo = juce::String (deck.bpm * deck.tempo, 2);
+    if (deck.track.numBeats > 0 || deck.marks.fixedGrid != 0)
+        next.tempo = juce::String (deck.marks.bpm * deck.tempo.factor, 2);
     if (next == shown)
         return;
     shown = next;
@@ -254,12 +254,13 @@ void DeckComponent::openMenu()
 {
     juce::PopupMenu menu;
     menu.setLookAndFeel (&getLookAndFeel());
-    const auto hasTrack = engine.decks.deck (deckIndex)->loadedFrames > 0;
+    const auto hasTrack = engine.decks.deck (deckIndex)->track.loadedFrames > 0;
     menu.addItem ("Load a track...", [this] { chooseFile(); });
     menu.addItem ("Back to the start", hasTrack, false, [this] { engine.transport.rewind (deckIndex); });
-    menu.addItem ("Play backwards", hasTrack, engine.decks.deck (deckIndex)->reverse != 0,
-                  [this]
-                  { engine.transport.setReverse (deckIndex, engine.decks.deck (deckIndex)->reverse == 0); });
+    menu.addItem (
+        "Play backwards", hasTrack, engine.decks.deck (deckIndex)->play.reverse != 0,
+        [this]
+        { engine.transport.setReverse (deckIndex, engine.decks.deck (deckIndex)->play.reverse == 0); });
     menu.addSeparator();
     EditMenu::addTo (menu, engine, deckIndex);
     menu.showMenuAsync (juce::PopupMenu::Options().withTargetComponent (letter).withDeletionCheck (*this));

@@ -114,7 +114,7 @@ DeckKeyPanel::DeckKeyPanel (CPlatterdex& e, int deck) : ControlPanel (e, Pace::c
         button.setComponentID ("_keyStepButton");
         button.setTooltip (step < 0 ? "A semitone lower" : "A semitone higher");
         button.setTriggeredOnMouseDown (true);
-        button.onClick = [this, step] { tune (engine.decks.deck (deckIndex)->keyTuning + step); };
+        button.onClick = [this, step] { tune (engine.decks.deck (deckIndex)->tempo.keyTuning + step); };
         button.setBounds (step < 0 ? margin : right, 82, half, 24);
     }
 }
@@ -128,7 +128,7 @@ void DeckKeyPanel::tune (double semitones)
 void DeckKeyPanel::pollCalm()
 {
     ControlPanel::pollCalm();
-    const auto semitones = engine.decks.deck (deckIndex)->keyTuning.get();
+    const auto semitones = engine.decks.deck (deckIndex)->tempo.keyTuning.get();
     const auto next = juce::String::formatted ("%+.2f", std::abs (semitones) < 0.005 ? 0.0 : semitones);
     if (next == shown)
         return;
@@ -191,9 +191,10 @@ void DeckGridPanel::pollCalm()
 {
     ControlPanel::pollCalm();
     const auto& deck = *engine.decks.deck (deckIndex);
-    fixed.setToggleState (deck.fixedGrid != 0, juce::dontSendNotification);
-    const auto next =
-        deck.numBeats > 0 || deck.fixedGrid != 0 ? juce::String (deck.bpm.get(), 2) : PanelPaint::dash();
+    fixed.setToggleState (deck.marks.fixedGrid != 0, juce::dontSendNotification);
+    const auto next = deck.track.numBeats > 0 || deck.marks.fixedGrid != 0
+                          ? juce::String (deck.marks.bpm.get(), 2)
+                          : PanelPaint::dash();
     if (next == tempo)
         return;
     tempo = next;

@@ -64,9 +64,10 @@ void DeckTempoPanel::pollMoving()
     const auto& deck = *engine.decks.deck (deckIndex);
     Texts next;
     // Without a grid nobody knows how fast the music is.
-    next.tempo = deck.numBeats > 0 || deck.fixedGrid != 0 ? juce::String (deck.bpm * deck.tempo, 2)
-                                                          : PanelPaint::dash();
-    next.pitch = pitchText (100.0 * (deck.pitch - 0.5) * engine.decks.pitchRange);
+    next.tempo = deck.track.numBeats > 0 || deck.marks.fixedGrid != 0
+                     ? juce::String (deck.marks.bpm * deck.tempo.factor, 2)
+                     : PanelPaint::dash();
+    next.pitch = pitchText (100.0 * (deck.tempo.pitch - 0.5) * engine.decks.pitchRange);
     if (next == shown)
         return;
     shown = next;

@@ -15,13 +15,13 @@ bool sameNumbers (const BeatGrid& a, const BeatGrid& b)
 BeatGrid numbersOf (const DeckPlayer& deck)
 {
     return { nullptr,
-             deck.numBeats,
-             deck.downbeatIndex,
-             deck.downbeatPosition,
-             deck.fixedGrid != 0,
-             deck.sampleRate,
-             deck.bpm,
-             deck.fixedGrid != 0 ? deck.loadedFrames.get() : 0 };
+             deck.track.numBeats,
+             deck.marks.downbeatIndex,
+             deck.marks.downbeatPosition,
+             deck.marks.fixedGrid != 0,
+             deck.track.sampleRate,
+             deck.marks.bpm,
+             deck.marks.fixedGrid != 0 ? deck.track.loadedFrames.get() : 0 };
 }
 }
 

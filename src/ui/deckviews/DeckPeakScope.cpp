@@ -67,7 +67,7 @@ void DeckPeakScope::engineEvent (EngineEvent event, int index)
 void DeckPeakScope::pollMoving()
 {
     step (steps.due (juce::Time::getCurrentTime()));
-    const int32_t loaded = player().loadedFrames;
+    const int32_t loaded = player().track.loadedFrames;
     const auto pixel = static_cast<int64_t> (player().heardPosition()) / zoom;
     if (loaded != loadedFrames)
     {
@@ -124,7 +124,7 @@ void DeckPeakScope::paintColumns (juce::Image::BitmapData& bitmap, int64_t first
     const auto pixel = waveColour.getPixelARGB();
     const auto middle = bitmap.height / 2;
     const auto frames =
-        std::min (loadedFrames, player().loadedFrames.get()); // another track may just have begun
+        std::min (loadedFrames, player().track.loadedFrames.get()); // another track may just have begun
     for (int x = 0; x < bitmap.width; ++x)
     {
         auto inTrack = false;

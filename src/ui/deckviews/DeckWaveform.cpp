@@ -107,7 +107,7 @@ void DeckWaveform::pollMoving()
     const auto& deck = player();
     const auto entry = static_cast<int64_t> (deck.heardPosition()) / framesPerOverviewEntry;
     auto changed = std::exchange (shown.entry, entry) != entry;
-    changed |= followLoading (deck.loadedFrames);
+    changed |= followLoading (deck.track.loadedFrames);
     changed |= followBeats (BeatWindow::Copy::ifNeeded);
 
     const auto spectral = engine.settings.editor[EditorPreference::spectralWaveform] != 0;
@@ -143,11 +143,11 @@ void DeckWaveform::pollCalm()
 juce::String DeckWaveform::readTime() const
 {
     const auto& deck = player();
-    const double rate = deck.sampleRate;
-    if (deck.loadedFrames < 1 || !(rate > 0.0))
+    const double rate = deck.track.sampleRate;
+    if (deck.track.loadedFrames < 1 || !(rate > 0.0))
         return timeText (std::numeric_limits<double>::quiet_NaN());
     const auto position = deck.heardPosition();
-    return remainingTimeShown ? "-" + timeText (std::max (0.0, (deck.loadedFrames - position) / rate))
+    return remainingTimeShown ? "-" + timeText (std::max (0.0, (deck.track.loadedFrames - position) / rate))
                               : timeText (position / rate);
 }
 
@@ -180,7 +180,7 @@ void DeckWaveform::mouseDrag (const juce::MouseEvent& event)
              && event.mouseWasDraggedSinceMouseDown())
     {
         dragStarted = true;
-        if (player().loadedFrames > 0)
+        if (player().track.loadedFrames > 0)
             beginTrackDrag (pictureOfStripAt (event.getMouseDownPosition()));
     }
 }
@@ -203,7 +203,7 @@ void DeckWaveform::mouseUp (const juce::MouseEvent& event)
 
 void DeckWaveform::step (std::optional<double> move)
 {
-    if (move.has_value() && player().scratchOn != 0)
+    if (move.has_value() && player().jog.scratchOn != 0)
         engine.transport.dragJog (deckIndex, *move, scratchGain);
 }
 

@@ -77,7 +77,7 @@ void DeckWaveformThumbnail::pollMoving()
 
 void DeckWaveformThumbnail::pollCalm()
 {
-    if (const int32_t loaded = player().loadedFrames; loaded != loadedFrames)
+    if (const int32_t loaded = player().track.loadedFrames; loaded != loadedFrames)
     {
         loadedFrames = loaded;
         playheadX = playheadAt();
@@ -160,7 +160,7 @@ void DeckWaveformThumbnail::paint (juce::Graphics& g)
 
 void DeckWaveformThumbnail::paintMinutes (juce::Graphics& g) const
 {
-    const auto step = xOf (player().sampleRate * 60.0);
+    const auto step = xOf (player().track.sampleRate * 60.0);
     if (!(step > 2.0f))
         return;
     const auto withNumbers = step >= leastMinuteWidth && getHeight() >= 2 * minuteTextHeight;

@@ -114,7 +114,7 @@ void Fx1DeckComponent::pollMoving()
         shown[slot] = knobs[slot]->valueText();
         repaint (areasOf (slot).value);
     }
-    const auto now = engine.decks.deck (deckIndex)->playState != 0;
+    const auto now = engine.decks.deck (deckIndex)->play.on != 0;
     if (now == playing)
         return;
     playing = now;

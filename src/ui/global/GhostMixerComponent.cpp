@@ -73,7 +73,7 @@ void GhostChannel::resized()
 void GhostChannel::pollMoving()
 {
     pollControls();
-    const auto now = engine.decks.deck (deckIndex)->playState != 0;
+    const auto now = engine.decks.deck (deckIndex)->play.on != 0;
     if (now == playing)
         return;
     playing = now;

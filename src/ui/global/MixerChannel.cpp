@@ -73,7 +73,7 @@ MixerChannel::MixerChannel (CPlatterdex& e, int deck, Shape s)
 void MixerChannel::pollMoving()
 {
     pollControls();
-    const auto now = engine.decks.deck (deckIndex)->playState != 0;
+    const auto now = engine.decks.deck (deckIndex)->play.on != 0;
     if (now == playing)
         return;
     playing = now;

@@ -56,7 +56,7 @@ TEST (DeckPeakScope, AScrolledPictureIsTheOneThatIsDrawnAnewAtAnyZoom)
             ViewBench::picture (*scope, scale);
             for (const auto step : { 1000, 5000, -2000, 100'000, -70'000 })
             {
-                bench.engine.transport.seekFrames (0, bench.deck().position + step);
+                bench.engine.transport.seekFrames (0, bench.deck().head.position + step);
                 scope->refresh();
                 ASSERT_TRUE (ViewBench::same (ViewBench::picture (*scope, scale),
                                               ViewBench::picture (*make (zoom), scale)))

@@ -29,14 +29,14 @@ TEST (DeckWaveform, AScrolledPictureIsTheOneThatIsDrawnAnew)
 {
     ViewBench bench;
     bench.putTrack (ViewBench::noise (600'000));
-    bench.deck().cues[2] = 100'000.0;
+    bench.deck().marks.cues[2] = 100'000.0;
     View view (bench);
     for (const auto scale : scales)
     {
         ViewBench::picture (view, scale);
         for (const auto step : { 512, 1764, -900, 5 * 512, 60'000, -30'000, 250'000, -1, 1'000'000, -90'000 })
         {
-            bench.engine.transport.seekFrames (0, bench.deck().position + step);
+            bench.engine.transport.seekFrames (0, bench.deck().head.position + step);
             view.refresh();
             ASSERT_TRUE (ViewBench::same (ViewBench::picture (view, scale), freshPicture (bench, scale)))
                 << scale << ", after a step of " << step;
@@ -93,13 +93,12 @@ TEST (DeckWaveform, RepaintsOnlyWhatHasChanged)
     auto& deck = bench.deck();
     view.refresh();
     EXPECT_EQ (repaintsAfter ([] {}), 0);
-    EXPECT_EQ (repaintsAfter ([&] { deck.position = 100.0; }), 0)
-        << "within a column and a tenth of a second";
-    EXPECT_EQ (repaintsAfter ([&] { deck.position = 600.0; }), 1) << "the picture";
-    EXPECT_EQ (repaintsAfter ([&] { deck.position = 9000.0; }), 2) << "and the time";
-    EXPECT_EQ (repaintsAfter ([&] { deck.cues[0] = 1000.0; }), 1);
-    EXPECT_EQ (repaintsAfter ([&] { deck.downbeatPosition = 33'000; }), 1);
-    EXPECT_EQ (repaintsAfter ([&] { deck.loopMode = 1; }), 1);
+    EXPECT_EQ (repaintsAfter ([&] { deck.place (100.0); }), 0) << "within a column and a tenth of a second";
+    EXPECT_EQ (repaintsAfter ([&] { deck.place (600.0); }), 1) << "the picture";
+    EXPECT_EQ (repaintsAfter ([&] { deck.place (9000.0); }), 2) << "and the time";
+    EXPECT_EQ (repaintsAfter ([&] { deck.marks.cues[0] = 1000.0; }), 1);
+    EXPECT_EQ (repaintsAfter ([&] { deck.marks.downbeatPosition = 33'000; }), 1);
+    EXPECT_EQ (repaintsAfter ([&] { deck.loops.mode = 1; }), 1);
     EXPECT_EQ (repaintsAfter ([] {}), 0);
 }
 

@@ -60,7 +60,7 @@ TEST (Thumbnail, IsBuiltForATrackOrASizeAndNotForAMove)
     };
     EXPECT_EQ (buildsAfter ([] {}), 1);
     EXPECT_EQ (buildsAfter ([&] { bench.engine.transport.seekFrames (0, 250'000.0); }), 0);
-    EXPECT_EQ (buildsAfter ([&] { bench.deck().cues[1] = 1000.0; }), 0);
+    EXPECT_EQ (buildsAfter ([&] { bench.deck().marks.cues[1] = 1000.0; }), 0);
     EXPECT_EQ (buildsAfter ([&] { view.setSize (300, 40); }), 1);
     EXPECT_EQ (buildsAfter ([&] { bench.putTrack (ViewBench::noise (400'000)); }), 1);
     bench.engine.listeners.post (EngineEvent::trackLoaded, 0);
@@ -74,7 +74,7 @@ TEST (Thumbnail, AClickAndADragSeekToTheirShareOfTheTrack)
     ViewBench bench;
     bench.putTrack (ViewBench::noise (500'000));
     View view (bench);
-    const auto share = [&] { return bench.deck().position / bench.deck().loadedFrames; };
+    const auto share = [&] { return bench.deck().head.position / bench.deck().track.loadedFrames; };
     const juce::Point from (100.0f, 20.0f);
     view.mouseDown (ViewBench::event (view, from, from));
     EXPECT_NEAR (share(), 0.25, 1e-6);

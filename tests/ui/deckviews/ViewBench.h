@@ -39,11 +39,10 @@ public:
         deck (index).overview->clear();
         TrackIngest (deck (index).trackTarget())
             .append (samples.data(), samples.data(), static_cast<int> (samples.size()));
-        deck (index).isTrackLoaded = 1;
-        deck (index).bpm = 120.0;
-        deck (index).fixedGrid = 1;
-        deck (index).downbeatPosition = 22'050;
-        deck (index).numBeats = 1;
+        deck (index).marks.bpm = 120.0;
+        deck (index).marks.fixedGrid = 1;
+        deck (index).marks.downbeatPosition = 22'050;
+        deck (index).track.numBeats = 1;
     }
 
     /** Blocks of 10 ms. */

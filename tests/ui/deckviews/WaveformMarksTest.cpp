@@ -53,18 +53,18 @@ TEST (WaveformMarks, StandAtTheirPlacesInBothKindsOfGrid)
     deck.beats.clear();
     for (int i = 0; i < 180; ++i)
         deck.beats.push_back ({ 300 + 11'025 * i + i % 7, 120.0 });
-    deck.numBeats = 180;
-    deck.downbeatIndex = 93;
-    deck.fixedGrid = 0;
+    deck.track.numBeats = 180;
+    deck.marks.downbeatIndex = 93;
+    deck.marks.fixedGrid = 0;
     check (layoutOf ({}).beats);
 
-    deck.loopMode = 1;
-    deck.loopSize = 5; // one beat
-    deck.loopStart = p;
-    deck.cues[0] = p + 10 * 512;
-    deck.cues[3] = p - 10 * 512;
-    deck.cues[4] = p + 800 * 512;
-    deck.currentCue = 3;
+    deck.loops.mode = 1;
+    deck.loopSizes.loop = 5; // one beat
+    deck.loops.start = p;
+    deck.marks.cues[0] = p + 10 * 512;
+    deck.marks.cues[3] = p - 10 * 512;
+    deck.marks.cues[4] = p + 800 * 512;
+    deck.play.currentCue = 3;
     const auto layout = layoutOf (TrackPlaces::of (deck));
     const MarkLayout::Region loop { 400, 400 + 22'050 / 512, true };
     EXPECT_EQ (layout.loop, loop);
@@ -80,10 +80,10 @@ TEST (WaveformMarks, MovedBeatsAreSeenWhateverMoved)
     ViewBench bench;
     bench.putTrack (std::vector<int16_t> (500'000, 9));
     auto& deck = bench.deck();
-    deck.fixedGrid = 0;
+    deck.marks.fixedGrid = 0;
     for (int i = 0; i < 40; ++i)
         deck.beats.push_back ({ 11'025 * i, 120.0 });
-    deck.numBeats = 40;
+    deck.track.numBeats = 40;
     BeatWindow window;
     using Copy = BeatWindow::Copy;
     EXPECT_TRUE (window.update (deck, 0.0, 200'000.0, Copy::ifNeeded));
@@ -92,6 +92,6 @@ TEST (WaveformMarks, MovedBeatsAreSeenWhateverMoved)
     deck.beats[30].pos += 1;
     EXPECT_FALSE (window.update (deck, 300'000.0, 500'000.0, Copy::ifNeeded));
     EXPECT_TRUE (window.update (deck, 300'000.0, 500'000.0, Copy::always));
-    deck.downbeatIndex = 1;
+    deck.marks.downbeatIndex = 1;
     EXPECT_TRUE (window.update (deck, 300'000.0, 500'000.0, Copy::ifNeeded));
 }

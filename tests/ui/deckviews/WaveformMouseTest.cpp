@@ -75,13 +75,13 @@ TEST (WaveformMouse, ARowDecidesWhatAPressMeans)
         const auto time = view.time();
         const juce::Point from (c.x, c.y);
         view.mouseDown (ViewBench::event (view, from, from, 0, c.keys));
-        EXPECT_EQ (bench.deck().scratchOn == 1, c.scratches) << c.x << ", " << c.y;
+        EXPECT_EQ (bench.deck().jog.scratchOn == 1, c.scratches) << c.x << ", " << c.y;
         for (int i = 1; i <= 3 && c.dragTo > 0.0f; ++i)
             view.mouseDrag (ViewBench::event (view, from, from.translated (c.dragTo, 0.0f), 10 * i, c.keys));
         EXPECT_EQ (view.drags, c.drags ? 1 : 0) << c.x << ", " << c.y;
         view.mouseUp (ViewBench::event (view, from, from.translated (c.dragTo, 0.0f), 99, c.keys));
-        EXPECT_EQ (bench.deck().scratchOn, 0);
-        EXPECT_EQ (bench.deck().scratchEnded == 1, c.scratches);
+        EXPECT_EQ (bench.deck().jog.scratchOn, 0);
+        EXPECT_EQ (bench.deck().jog.scratchEnded == 1, c.scratches);
         EXPECT_EQ (view.time() != time, c.turnsTime) << c.x << ", " << c.y;
         if (c.drags)
         {
@@ -121,10 +121,10 @@ TEST (WaveformMouse, ThePictureFollowsTheHand)
                 bench.render (20);
                 const auto moved = drag (bench, view, 100.0f, pixels, eventsPerSecond);
                 bench.render (200); // the hand has gone: what plays goes on, what stood stands
-                EXPECT_EQ (bench.deck().scratchEnded, 0);
-                const auto at = bench.deck().position.get();
+                EXPECT_EQ (bench.deck().jog.scratchEnded, 0);
+                const auto at = bench.deck().head.position;
                 bench.render (10);
-                EXPECT_EQ (bench.deck().position > at, playing);
+                EXPECT_EQ (bench.deck().head.position > at, playing);
                 return moved;
             };
             const auto usual = movedAt (125), fast = movedAt (1000);
@@ -167,7 +167,7 @@ TEST (WaveformMouse, TheScopesPointerGoesBackAndItsEchoIsNoMove)
         scope.mouseDrag (ViewBench::event (scope, from, from, 10 * i + 5));
         bench.render (1);
     }
-    EXPECT_GT (bench.deck().position, 401'000.0) << "to the left is on in the track";
+    EXPECT_GT (bench.deck().head.position, 401'000.0) << "to the left is on in the track";
     EXPECT_EQ (put.size(), 40u);
     EXPECT_EQ (put.back(), from);
 }

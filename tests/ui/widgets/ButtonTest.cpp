@@ -171,9 +171,9 @@ TYPED_TEST (CommandButtons, TriggersActAsTheMouseGoesDownAndTheirStateIsFollowed
     for (const auto expected : { 1, 0, 1 })
     {
         play.mouseDown (mouse (play, { 20, 16 }, { 20, 16 }));
-        EXPECT_EQ (deck.playState, expected);
+        EXPECT_EQ (deck.play.on, expected);
         play.mouseUp (mouse (play, { 20, 16 }, { 20, 16 }));
-        EXPECT_EQ (deck.playState, expected);
+        EXPECT_EQ (deck.play.on, expected);
         play.poll();
         EXPECT_EQ (play.getToggleState(), expected == 1);
     }
@@ -194,21 +194,21 @@ TYPED_TEST (CommandButtons, HeldCommandsAreReleasedByWhateverEndsThePress)
     const auto press = [&] { nudge->mouseDown (mouse (*nudge, { 12, 12 }, { 12, 12 })); };
 
     press();
-    EXPECT_EQ (deck.nudge, 1);
+    EXPECT_EQ (deck.play.nudge, 1);
     nudge->mouseDrag (mouse (*nudge, { 90, 12 }, { 12, 12 }));
-    EXPECT_EQ (deck.nudge, 1) << "a hand that slips off still holds";
+    EXPECT_EQ (deck.play.nudge, 1) << "a hand that slips off still holds";
     nudge->mouseUp (mouse (*nudge, { 90, 12 }, { 12, 12 }));
-    EXPECT_EQ (deck.nudge, 0);
+    EXPECT_EQ (deck.play.nudge, 0);
 
     press();
     nudge->setEnabled (false);
-    EXPECT_EQ (deck.nudge, 0) << "disabled while held";
+    EXPECT_EQ (deck.play.nudge, 0) << "disabled while held";
     nudge->setEnabled (true);
 
     press();
-    EXPECT_EQ (deck.nudge, 1);
+    EXPECT_EQ (deck.play.nudge, 1);
     nudge.reset();
-    EXPECT_EQ (deck.nudge, 0) << "gone while held";
+    EXPECT_EQ (deck.play.nudge, 0) << "gone while held";
 }
 
 TYPED_TEST (CommandButtons, TheRightButtonHasACommandOfItsOwn)
@@ -216,7 +216,7 @@ TYPED_TEST (CommandButtons, TheRightButtonHasACommandOfItsOwn)
     const DarkLook dark;
     UiBench bench;
     bench.load (bench.halfLoudTrack(), 2);
-    const auto& slot = bench.engine.decks.deck (2)->cues[2];
+    const auto& slot = bench.engine.decks.deck (2)->marks.cues[2];
     TypeParam hotCue;
     if constexpr (std::is_same_v<TypeParam, PXImageButton>)
         hotCue.setStrip ("plus_24");

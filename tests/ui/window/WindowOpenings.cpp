@@ -171,7 +171,7 @@ int decksThatMoved (CPlatterdex& engine, std::array<double, deckCount>& places)
     for (int deck = 0; deck < deckCount; ++deck)
     {
         auto& last = places[static_cast<size_t> (deck)];
-        const double place = engine.decks.deck (deck)->position;
+        const double place = engine.decks.deck (deck)->head.position;
         moved += place != last ? 1 : 0;
         last = place;
     }

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "support/Relaxed.h"
+
+#include <cstdint>
+
+/** The numbers of a deck's track. Written by its loader, read anywhere. */
+struct TrackFacts
+{
+    Published<double> sampleRate { 44100.0 }; ///< of the file, in Hz
+    Published<int32_t> loadedFrames;          ///< frames decoded so far; samples below them are complete
+    Relaxed<int32_t> numBeats;                ///< of the beat table
+    Relaxed<int8_t> isAnalysed;               ///< the grid is that of the track, even if it is empty
+    Relaxed<double> autogain { 1.0 };
+
+    bool operator== (const TrackFacts&) const noexcept = default;
+};
