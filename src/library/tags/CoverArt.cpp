@@ -42,7 +42,7 @@ TagLib::ByteVector pictureOf (const TagFile& file)
 }
 }
 
-juce::Image readCoverArt (const juce::String& path)
+juce::Image readCoverArt (const juce::String& path, int largestSide)
 {
     try
     {
@@ -50,7 +50,7 @@ juce::Image readCoverArt (const juce::String& path)
         if (!file.isUsable())
             return {};
         const auto bytes = pictureOf (file);
-        return decodePicture ({ reinterpret_cast<const uint8_t*> (bytes.data()), bytes.size() });
+        return decodePicture ({ reinterpret_cast<const uint8_t*> (bytes.data()), bytes.size() }, largestSide);
     }
     catch (const std::exception&)
     {

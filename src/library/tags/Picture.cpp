@@ -1,5 +1,6 @@
 #include "library/tags/Picture.h"
 
+#include <algorithm>
 #include <csetjmp>
 #include <cstdio>
 
@@ -9,6 +10,9 @@
 namespace
 {
 constexpr uint64_t mostPixels = 40'000'000;
+
+/** The codec scales to a half, a quarter and an eighth. */
+constexpr unsigned largestScale = 8;
 
 bool isSensible (uint64_t width, uint64_t height)
 {
@@ -66,7 +70,9 @@ public:
     JpegReader (const JpegReader&) = delete;
     JpegReader& operator= (const JpegReader&) = delete;
 
-    bool begin (const uint8_t* bytes, size_t size)
+    /** @param largestSide   as decodePicture() takes it; the output is not smaller, and less than twice as large as far as
+                             the codec can scale */
+    bool begin (const uint8_t* bytes, size_t size, unsigned largestSide)
     {
         if (setjmp (faults.back) != 0)
             return false;
@@ -74,6 +80,12 @@ public:
         jpeg_mem_src (&info, bytes, static_cast<unsigned long> (size));
         jpeg_read_header (&info, TRUE);
         info.out_color_space = JCS_EXT_BGR;
+        if (!isSensible (info.image_width, info.image_height))
+            return false;
+        const auto side = std::max (info.image_width, info.image_height);
+        while (largestSide > 0 && info.scale_denom < largestScale
+               && side / (2 * info.scale_denom) >= largestSide)
+            info.scale_denom *= 2;
         jpeg_calc_output_dimensions (&info);
         return true;
     }
@@ -106,10 +118,10 @@ private:
     Faults faults {};
 };
 
-juce::Image decodeJpeg (std::span<const uint8_t> bytes)
+juce::Image decodeJpeg (std::span<const uint8_t> bytes, unsigned largestSide)
 {
     JpegReader reader;
-    if (!reader.begin (bytes.data(), bytes.size()) || !isSensible (reader.width(), reader.height()))
+    if (!reader.begin (bytes.data(), bytes.size(), largestSide))
         return {};
     auto image = makeImage (juce::Image::RGB, reader.width(), reader.height());
     const juce::Image::BitmapData pixels (image, juce::Image::BitmapData::writeOnly);
@@ -117,9 +129,18 @@ juce::Image decodeJpeg (std::span<const uint8_t> bytes)
 }
 }
 
-juce::Image decodePicture (std::span<const uint8_t> bytes)
+juce::Image decodePicture (std::span<const uint8_t> bytes, int largestSide)
 {
     if (bytes.size() < 4)
         return {};
-    return bytes[0] == 0x89 ? decodePng (bytes) : bytes[0] == 0xff ? decodeJpeg (bytes) : juce::Image();
+    const auto image = bytes[0] == 0x89 ? decodePng (bytes)
+                       : bytes[0] == 0xff
+                           ? decodeJpeg (bytes, static_cast<unsigned> (std::max (0, largestSide)))
+                           : juce::Image();
+    const auto side = std::max (image.getWidth(), image.getHeight());
+    if (largestSide <= 0 || side <= largestSide)
+        return image;
+    const auto scaled = [=] (int pixels) { return std::max (1, (pixels * largestSide + side / 2) / side); };
+    return image.rescaled (scaled (image.getWidth()), scaled (image.getHeight()),
+                           juce::Graphics::highResamplingQuality);
 }

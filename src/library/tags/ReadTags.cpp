@@ -103,7 +103,7 @@ void readTags (const juce::String& path, SongRecord& record)
     }
     catch (const std::exception&)
     {
-        // A file that drives the tag library beyond the memory is one that can't be read.
+        // A file that drives TagLib beyond the memory is one that can't be read.
     }
     if (record[SongColumn::title].isEmpty())
         record[SongColumn::title] = dot <= 0 ? name : name.substring (0, dot);

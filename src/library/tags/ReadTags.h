@@ -2,7 +2,7 @@
 
 #include "library/songs/SongRecord.h"
 
-/** Fills a record from a file: path, format, what its tag holds, and what the tag library knows of its audio. No audio
+/** Fills a record from a file: path, format, what its tag holds, and what TagLib knows of its audio. No audio
     is decoded. Tempo comes from an MP3's "TBPM", an MP4's "tmpo", a FLAC's "BPM" or a WMA's "WM/BeatsPerMinute", the
     rating from an MP3's "POPM".
 

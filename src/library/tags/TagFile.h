@@ -8,8 +8,8 @@
 #include <memory>
 #include <optional>
 
-/** An audio file as the tag library sees it. Reading can't change the file: it is opened for reading only, unless asked
-    otherwise. Each function of this folder catches what the tag library throws. Any thread but the audio thread. */
+/** An audio file as TagLib sees it. Reading can't change the file: it is opened for reading only, unless asked
+    otherwise. Each function of this folder catches what TagLib throws. Any thread but the audio thread. */
 class TagFile
 {
 public:
@@ -23,13 +23,13 @@ public:
                            wait for its other end. */
     TagFile (const juce::String& path, bool withAudio, Access access = Access::read);
 
-    /** True if the tag library knows the file, found it sound, and has a tag to read or fill. */
+    /** True if TagLib knows the file, found it sound, and has a tag to read or fill. */
     bool isUsable() const { return ref && !ref->isNull() && ref->file()->isValid() && ref->tag() != nullptr; }
 
     TagLib::Tag& tag() const { return *ref->tag(); }
     const TagLib::AudioProperties* audio() const { return ref->audioProperties(); }
 
-    /** The file as one of the library's concrete types, or null. */
+    /** The file as one of TagLib's concrete types, or null. */
     template <typename Type>
     Type* as() const
     {

@@ -1,6 +1,7 @@
 #include "library/tags/WriteTag.h"
 
 #include "library/tags/TagFile.h"
+#include "library/tags/WorkingCopy.h"
 
 #include <aifffile.h>
 #include <id3v2header.h>
@@ -11,48 +12,14 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <iterator>
+#include <mutex>
 #include <optional>
+#include <vector>
 
 namespace
 {
 namespace fs = std::filesystem;
-
-/** A copy of a file, of the same kind and beside it, which goes unless it takes the file's place. */
-class WorkingCopy
-{
-public:
-    explicit WorkingCopy (const fs::path& file)
-        : original (file),
-          copy (file.parent_path()
-                / (".platterdex-" + juce::Uuid().toString().toStdString() + file.extension().string()))
-    {
-        std::error_code error;
-        isMade = fs::copy_file (original, copy, error) && !error;
-    }
-
-    ~WorkingCopy()
-    {
-        std::error_code error;
-        fs::remove (copy, error);
-    }
-
-    WorkingCopy (const WorkingCopy&) = delete;
-    WorkingCopy& operator= (const WorkingCopy&) = delete;
-
-    bool takePlace() const
-    {
-        std::error_code error;
-        fs::rename (copy, original, error);
-        return !error;
-    }
-
-    juce::String path() const { return juce::String::fromUTF8 (copy.c_str()); }
-
-    bool isMade = false;
-
-private:
-    const fs::path original, copy;
-};
 
 unsigned int wholeNumber (const juce::String& text)
 {
@@ -62,6 +29,11 @@ unsigned int wholeNumber (const juce::String& text)
 constexpr std::array fieldsOfTags { SongField::artist, SongField::album, SongField::year,
                                     SongField::genre,  SongField::title, SongField::trackNumber,
                                     SongField::comment };
+
+bool isInTags (SongField field)
+{
+    return std::find (fieldsOfTags.begin(), fieldsOfTags.end(), field) != fieldsOfTags.end();
+}
 
 void setField (TagLib::Tag& tag, SongField field, const juce::String& text)
 {
@@ -116,12 +88,19 @@ std::optional<int> soundLength (const TagFile& file)
 }
 }
 
-bool writeTag (const SongRecord& record, SongField field)
+bool writeTags (const SongRecord& record, std::span<const SongField> fields)
 {
-    if (field < SongField::artist || field > SongField::listOrder)
+    const auto isField = [] (SongField field)
+    { return field >= SongField::artist && field <= SongField::listOrder; };
+    if (!std::all_of (fields.begin(), fields.end(), isField))
         return false;
-    if (std::find (fieldsOfTags.begin(), fieldsOfTags.end(), field) == fieldsOfTags.end())
+    std::vector<SongField> inTag;
+    std::copy_if (fields.begin(), fields.end(), std::back_inserter (inTag), isInTags);
+    if (inTag.empty())
         return true;
+
+    static std::mutex oneAtATime;
+    const std::scoped_lock lock (oneAtATime);
     try
     {
         std::error_code error;
@@ -130,13 +109,14 @@ bool writeTag (const SongRecord& record, SongField field)
         if (error || !fs::is_regular_file (file, error))
             return false;
 
-        const WorkingCopy copy (file);
-        const auto length = copy.isMade ? soundLength (TagFile (copy.path(), true)) : std::nullopt;
+        WorkingCopy copy (file);
+        const auto length = copy.isMade() ? soundLength (TagFile (copy.path(), true)) : std::nullopt;
         if (!length)
             return false;
         {
             TagFile tags (copy.path(), false, TagFile::Access::write);
-            setField (tags.tag(), field, record[columnOf (field)]);
+            for (const auto field : inTag)
+                setField (tags.tag(), field, record[columnOf (field)]);
             if (!save (tags))
                 return false;
         }
@@ -146,4 +126,9 @@ bool writeTag (const SongRecord& record, SongField field)
     {
         return false;
     }
+}
+
+bool writeTag (const SongRecord& record, SongField field)
+{
+    return writeTags (record, { &field, 1 });
 }

@@ -17,7 +17,7 @@ struct TagKind
 /** Every kind that the library knows. */
 const std::vector<TagKind>& tagKinds();
 
-/** What the kinds write; ID3v1 knows no other script. */
+/** The texts of the tags; ID3v1 knows no other script. */
 namespace Tagged
 {
 inline const juce::String title = juce::CharPointer_UTF8 ("T\xc3\xaftel \xe6\x9b\xb2"), plainTitle = "Titel";

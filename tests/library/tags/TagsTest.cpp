@@ -1,6 +1,7 @@
 #include "tags/TaggedFiles.h"
 
 #include "library/tags/CoverArt.h"
+#include "library/tags/CoverArtCache.h"
 #include "library/tags/Picture.h"
 #include "library/tags/ReadTags.h"
 #include "library/tags/WriteTag.h"
@@ -9,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
 
 namespace
 {
@@ -169,6 +172,67 @@ TEST (Tags, WritingChangesOneFieldAndNoSound)
         << "a working copy was left behind";
 }
 
+TEST (Tags, AllFieldsAreWrittenAtOnceAndTheFileStaysTheSame)
+{
+    const TemporaryFolder folder;
+    const auto file = makeTagged (tagKinds()[1], folder.file ("a.mp3")),
+               other = folder.file ("other name.mp3");
+    const auto path = file.getFullPathName().toStdString();
+    ASSERT_EQ (::chmod (path.c_str(), 0640), 0);
+    const auto hasAttributes = ::setxattr (path.c_str(), "user.colour", "red", 3, 0) == 0;
+    auto song = read (file);
+    const SongField fields[] { SongField::title, SongField::artist, SongField::rating, SongField::year };
+    for (const auto isLinked : { false, true })
+    {
+        if (isLinked)
+        {
+            ASSERT_EQ (::link (path.c_str(), other.getFullPathName().toRawUTF8()), 0);
+        }
+        song[Column::title] = isLinked ? juce::String::repeatedString ("long ", 5000).trim() : "one";
+        song[Column::artist] = "two";
+        song[Column::year] = "2003";
+        EXPECT_TRUE (writeTags (song, fields));
+        for (const auto& each : { file, isLinked ? other : file })
+        {
+            const auto found = read (each);
+            EXPECT_EQ (found[Column::title], song[Column::title]);
+            EXPECT_EQ (found[Column::artist] + found[Column::year], "two2003");
+        }
+        struct stat facts
+        {
+        };
+        char colour[4] {};
+        EXPECT_EQ (::stat (path.c_str(), &facts), 0);
+        EXPECT_EQ (facts.st_mode & 0777, 0640u);
+        EXPECT_EQ (facts.st_nlink, isLinked ? 2u : 1u);
+        EXPECT_EQ (::getxattr (path.c_str(), "user.colour", colour, 3) == 3, hasAttributes);
+    }
+    EXPECT_EQ (folder.file ("").getNumberOfChildFiles (juce::File::findFilesAndDirectories), 2);
+}
+
+TEST (Tags, PicturesAreScaledAndKeptUntilTheirFileChanges)
+{
+    const TemporaryFolder folder;
+    const auto file = makeTagged (tagKinds()[1], folder.file ("a.mp3"));
+    const auto path = file.getFullPathName();
+    CoverArtCache cache (10, 2);
+    EXPECT_FALSE (cache.find (path));
+    const auto picture = cache.read (path);
+    EXPECT_EQ (juce::jmax (picture.getWidth(), picture.getHeight()), 10);
+    EXPECT_NEAR (picture.getWidth() * Tagged::pictureHeight, picture.getHeight() * Tagged::pictureWidth,
+                 juce::jmax (Tagged::pictureWidth, Tagged::pictureHeight));
+    EXPECT_EQ (cache.find (path)->getPixelData(), picture.getPixelData());
+    EXPECT_EQ (cache.read (path).getPixelData(), picture.getPixelData()) << "it is decoded once";
+
+    EXPECT_FALSE (cache.read ("/none").isValid());
+    EXPECT_TRUE (cache.find ("/none") && cache.find (path)) << "a song without a picture is known too";
+    juce::ignoreUnused (cache.read ("/other"));
+    EXPECT_FALSE (cache.find ("/none")) << "the one that was not looked at for longest goes";
+
+    ASSERT_TRUE (makeUntagged (file).setLastModificationTime (juce::Time (2020, 1, 1, 0, 0)));
+    EXPECT_FALSE (cache.read (path).isValid());
+}
+
 TEST (Tags, WritingTouchesOnlyWhatTagsHold)
 {
     const TemporaryFolder folder;
@@ -220,6 +284,9 @@ TEST (Picture, IsDecodedOrRefusedWhateverItsBytes)
     {
         const auto image = decodePicture (sound);
         ASSERT_EQ (image.getBounds(), bounds);
+        const auto small = decodePicture (sound, 8);
+        EXPECT_EQ (juce::jmax (small.getWidth(), small.getHeight()), 8);
+        EXPECT_GT (small.getPixelAt (2, 2).getRed(), 250);
         const auto pixel = image.getPixelAt (0, 0);
         EXPECT_TRUE (pixel.getRed() > 250 && pixel.getGreen() < 5 && pixel.getBlue() < 5) << pixel.toString();
 
@@ -250,7 +317,7 @@ TEST (Tags, SurviveEveryDamage)
         for (int round = 0; round < 200; ++round)
         {
             auto damaged = sound;
-            // Most of what the tag library looks at stands at the two ends.
+            // Most of what TagLib looks at stands at the two ends.
             for (int i = random.nextInt (12); i >= 0; --i)
             {
                 const auto near =
