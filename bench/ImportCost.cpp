@@ -12,8 +12,8 @@
 #include <cstdio>
 #include <filesystem>
 
-// bench_import: how fast a folder comes into the library, against a bare loop over the tag library and SQLite with
-// prepared statements in the same run, and what share of the time the tag library alone takes.
+// bench_import: the rate at which a folder comes into the library, against a bare loop over TagLib and SQLite with
+// prepared statements in the same run, and the share of the time that TagLib alone takes.
 
 namespace
 {
@@ -92,7 +92,7 @@ size_t readTagsPlainly (const std::vector<std::string>& paths)
     return letters;
 }
 
-/** What an importer can't do without: is the path new, what does the tag say, the file's size and time, the row. */
+/** The least that an importer does: is the path new, what does the tag say, the file's size and time, the row. */
 void importPlainly (const std::vector<std::string>& paths, const juce::File& library)
 {
     sqlite3* handle = nullptr;
@@ -190,7 +190,7 @@ int main (int argc, char** argv)
         Cost& cost;
     };
     for (const auto& [name, cost] :
-         { Row { "tag library alone", tagLibrary }, Row { "tag library and SQLite, bare loop", plain },
+         { Row { "TagLib alone", tagLibrary }, Row { "TagLib and SQLite, bare loop", plain },
            Row { "ImportDirectory", whole }, Row { "ImportDirectory, all known", again } })
     {
         const auto clock = cost.clock.quantile (0.5), used = cost.processor.quantile (0.5);
@@ -198,7 +198,7 @@ int main (int argc, char** argv)
                      100.0 * plain.clock.quantile (0.5) / clock, used / 1e3 / files,
                      100.0 * plain.processor.quantile (0.5) / used);
     }
-    std::printf ("The tag library alone is %.1f %% of an import's time.\n",
+    std::printf ("TagLib alone is %.1f %% of an import's time.\n",
                  100.0 * tagLibrary.clock.quantile (0.5) / whole.clock.quantile (0.5));
     if (!isWhole)
         std::printf ("Not every file came in: the rows are void.\n");

@@ -178,10 +178,10 @@ void measure (int songs)
     const auto insertOurs = [&]
     {
         MadeUpSongs source { songs };
-        database.beginTransaction();
+        auto transaction = database.beginTransaction();
         for (int i = 0; i < songs; ++i)
             juce::ignoreUnused (database.insertSong (source.song (i)));
-        database.endTransaction();
+        juce::ignoreUnused (transaction.commit());
     };
     const auto insertPlain = [&]
     {

@@ -2,7 +2,7 @@
 
 #include "library/smart/SmartPlaylist.h"
 
-/** What was read of a document is written, and read again as the same; its query is one statement. */
+/** Writes what was read of a document, which is read again as the same; its query is one statement. */
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
     SmartPlaylist playlist;

@@ -2,12 +2,15 @@
 
 #include <juce_core/juce_core.h>
 
-/** Where automix gets its tracks from: the library, or a list on the command line. Message thread. */
+#include <optional>
+
+/** The source of automix's tracks: the library, or a list on the command line. Message thread. */
 class AutomixSource
 {
 public:
     virtual ~AutomixSource() = default;
 
-    /** @returns the next track, which then counts as played; File() if there is none now. It is asked again later. */
-    virtual juce::File nextTrack() = 0;
+    /** @returns the next track, which then counts as played; File() if there is none now; nothing while that can't be told,
+                 because another program is at work in the library. It is asked again later. */
+    virtual std::optional<juce::File> nextTrack() = 0;
 };

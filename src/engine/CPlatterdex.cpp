@@ -250,15 +250,17 @@ void CPlatterdex::loadNextTrack (int deck)
         || (player->play.on != 0 && player->track.loadedFrames > 0) || settings.automixOn == 0)
         return; // meanwhile somebody else has found something to do for it
 
-    auto file = juce::File();
+    std::optional<juce::File> file (juce::File {});
     if (environment.automixSource != nullptr)
         do
             file = environment.automixSource->nextTrack();
-        while (file != juce::File() && !AudioFileTypes::matches (file));
-    if (file == juce::File())
+        while (file && *file != juce::File() && !AudioFileTypes::matches (*file));
+    if (!file)
+        return;
+    if (*file == juce::File())
         unloadTrack (decks, deck);
     else
-        loadTrack (file, deck);
+        loadTrack (*file, deck);
 }
 
 void CPlatterdex::engineEvent (EngineEvent event, int index)

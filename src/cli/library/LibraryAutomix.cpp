@@ -20,19 +20,26 @@ int LibraryAutomix::placeOfNext (const SongList& list) const
     return place < list.size() ? place + 1 : lastPlace;
 }
 
-juce::File LibraryAutomix::nextTrack()
+std::optional<juce::File> LibraryAutomix::nextTrack()
 {
-    atEnd = true;
     auto* database = library();
     SongList list (SongListKind::automix);
-    if (database == nullptr || database->fillAutomix (&list, SongField::listOrder, true) < 0)
-        return {};
-    const auto place = placeOfNext (list);
     juce::String path;
-    if (place >= list.size() || database->readField (SongField::filename, list[place].songId, path) != 0
-        || !juce::File::isAbsolutePath (path))
+    auto place = 0;
+    auto code = database != nullptr ? database->fillAutomix (&list, SongField::listOrder, true)
+                                    : LibraryCode::notOpen;
+    if (code == LibraryCode::ok)
+    {
+        place = placeOfNext (list);
+        if (place < list.size())
+            code = database->readField (SongField::filename, list[place].songId, path);
+    }
+    // A list that another program keeps locked just now is not one that has come to its end.
+    atEnd = code != LibraryCode::busy && !juce::File::isAbsolutePath (path);
+    if (code == LibraryCode::busy)
         return {};
-    atEnd = false;
+    if (atEnd)
+        return juce::File();
     last = list[place];
     lastPlace = place;
     return juce::File (path);

@@ -13,7 +13,7 @@ public:
     /** @param library   asked at each track; null while there is none */
     explicit LibraryAutomix (std::function<SongDatabase*()> library);
 
-    juce::File nextTrack() override;
+    std::optional<juce::File> nextTrack() override;
 
     /** The last question found the list played to its end. */
     bool isAtEnd() const noexcept { return atEnd; }

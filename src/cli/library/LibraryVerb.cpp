@@ -145,6 +145,19 @@ std::optional<juce::StringArray> LibraryVerb::importablePaths (const juce::Strin
     return paths;
 }
 
+juce::String LibraryVerb::whyNotStored (int code)
+{
+    switch (code)
+    {
+    case LibraryCode::busy:
+        return "The import ended: another program is writing to the library.";
+    case LibraryCode::full:
+        return "The import ended: the disk is full.";
+    default:
+        return "The import ended: the library can't be written to (code " + juce::String (code) + ").";
+    }
+}
+
 int LibraryVerb::importPaths (SongDatabase& database, const juce::StringArray& paths,
                               const ImportFiles::Target& target)
 {
@@ -155,9 +168,11 @@ int LibraryVerb::importPaths (SongDatabase& database, const juce::StringArray& p
     }
     const auto count = [] (int files)
     { return juce::String (files) + (files == 1 ? " audio file" : " audio files"); };
-    if (result.isLocked)
+    if (result.isLocked() && result.added == 0)
         return failWith ("The import ended: another program is writing to the library.");
     printLine (count (result.accepted) + ", " + juce::String (result.added) + " new in the library.");
+    if (result.code != LibraryCode::ok)
+        return failWith (whyNotStored (result.code) + " " + count (result.refused) + " not stored.");
     if (result.refused > 0)
         return failWith ("The library refused " + count (result.refused) + ".");
     if (result.isCancelled)
@@ -167,7 +182,11 @@ int LibraryVerb::importPaths (SongDatabase& database, const juce::StringArray& p
 
 int LibraryVerb::ended (int code)
 {
-    return code == LibraryCode::ok ? ExitCode::success
-                                   : failWith ("The library refused the change (code " + juce::String (code)
-                                               + "); another program may be writing to it.");
+    if (code == LibraryCode::ok)
+        return ExitCode::success;
+    return failWith (code == LibraryCode::busy
+                         ? juce::String ("Nothing was changed: another program is at work in the library.")
+                     : code == LibraryCode::full
+                         ? juce::String ("Nothing was changed: the disk is full.")
+                         : "The library refused the change (code " + juce::String (code) + ").");
 }

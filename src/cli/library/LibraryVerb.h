@@ -51,7 +51,10 @@ int showPlaylist (SongDatabase&, SongListKind, VerbOptions& given);
 /** Files and folders, seen from the current folder, that can be imported. @returns their full paths */
 std::optional<juce::StringArray> importablePaths (const juce::StringArray& arguments);
 
-/** Imports, watched on the terminal, and prints what came of it in one line. @returns the exit code */
+/** A sentence for the code that ended an import. */
+juce::String whyNotStored (int code);
+
+/** Imports, watched on the terminal, and prints the outcome in one line. @returns the exit code */
 int importPaths (SongDatabase&, const juce::StringArray& paths, const ImportFiles::Target&);
 
 /** Ends with success, or with a report if the operation gave a code other than 0. */

@@ -90,8 +90,8 @@ int importFile (SongDatabase& database, VerbOptions& given)
         TerminalProgress progress;
         result = ImportPlaylist (&database, file, -1, name).run (progress);
     }
-    if (result.isLocked)
-        return failWith ("The import ended: another program is writing to the library.");
+    if (result.code != LibraryCode::ok)
+        return failWith (LibraryVerb::whyNotStored (result.code));
     if (result.playlistId >= 0)
         printLine (juce::String (result.songs) + (result.songs == 1 ? " song, " : " songs, ")
                    + juce::String (result.added) + " new in the library.");

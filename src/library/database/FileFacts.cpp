@@ -16,7 +16,7 @@
 
 namespace
 {
-/** What is the same for all files of a volume. */
+/** The facts that are the same for all files of a volume. */
 struct Volume
 {
     bool removable = false;
@@ -29,7 +29,7 @@ constexpr std::array<uint32_t, 10> movingFileSystems {
     SMB2_SUPER_MAGIC,  AFS_SUPER_MAGIC,      TMPFS_MAGIC,     RAMFS_MAGIC,     CODA_SUPER_MAGIC,
 };
 
-/** Whether the kernel calls the disk removable; a partition's disk is the folder above it. */
+/** Asks the kernel if the disk is removable; a partition's disk is the folder above it. */
 bool isRemovableDisk (dev_t device)
 {
     const auto block =

@@ -2,7 +2,7 @@
 
 #include <juce_core/juce_core.h>
 
-/** What a file system says of a path. Every member is 0 or empty where it doesn't know. May block. */
+/** A file system's facts of a path. Every member is 0 or empty where it doesn't know. May block. */
 struct FileFacts
 {
     /** True if there is something and it is no folder. */

@@ -12,16 +12,15 @@ bool isSort (SongField field)
 }
 }
 
-int SongDatabase::fill (SongList* list, const std::string& sql, bool linked)
+int SongDatabase::fill (SqlConnection& from, SongList* list, const std::string& sql, bool linked)
 {
     list->clear();
-    const auto code =
-        connection.query (sql,
-                          [list, linked] (const SqlRow& row)
-                          {
-                              list->add ({ asUnsigned32 (row.int64 (1)), asUnsigned32 (row.int64 (2)),
-                                           row.int32 (0), linked ? row.int32 (3) : -1, nullptr });
-                          });
+    const auto code = from.query (sql,
+                                  [list, linked] (const SqlRow& row)
+                                  {
+                                      list->add ({ asUnsigned32 (row.int64 (1)), asUnsigned32 (row.int64 (2)),
+                                                   row.int32 (0), linked ? row.int32 (3) : -1, nullptr });
+                                  });
     if (code != LibraryCode::ok)
         list->clear();
     list->setDatabase (this);
@@ -34,7 +33,7 @@ int SongDatabase::fillSorted (SongList* list, const std::string& sql, SongField 
         return LibraryCode::badArgument;
     if (!isSort (sort))
         return LibraryCode::badField;
-    return fill (list, sql + QueryText::sortClause (sort, ascending, nullptr));
+    return fill (*reading(), list, sql + QueryText::sortClause (sort, ascending, nullptr), false);
 }
 
 int SongDatabase::fillLinked (const LinkTable& table, SongList* list, int32_t id,
@@ -44,8 +43,8 @@ int SongDatabase::fillLinked (const LinkTable& table, SongList* list, int32_t id
         return LibraryCode::badArgument;
     if (!isSort (sort))
         return LibraryCode::badField;
-    return fill (list, table.selectRows (id) + condition + QueryText::sortClause (sort, ascending, &table),
-                 true);
+    const auto sql = table.selectRows (id) + condition + QueryText::sortClause (sort, ascending, &table);
+    return table.isTemporary ? fill (connection, list, sql, true) : fill (*reading(), list, sql, true);
 }
 
 int SongDatabase::fillLibrary (SongList* list, SongField sort, bool ascending)
@@ -82,13 +81,15 @@ int SongDatabase::fillSmartPlaylist (SongList* list, int32_t id, SongField sort,
         return LibraryCode::badField;
     list->clear();
     juce::String stored;
-    if (const auto code =
-            readText (" SELECT sql_query FROM smart_playlists WHERE id = " + std::to_string (id), stored);
+    if (const auto code = readText (
+            *reading(), " SELECT sql_query FROM smart_playlists WHERE id = " + std::to_string (id), stored);
         code != LibraryCode::ok)
         return code;
-    return fill (list, " SELECT id, duration, filesize  FROM songs WHERE "
-                           + QueryText::sortedSmartQuery (stored.toStdString(),
-                                                          QueryText::sortClause (sort, ascending, nullptr)));
+    return fill (*reading(), list,
+                 " SELECT id, duration, filesize  FROM songs WHERE "
+                     + QueryText::sortedSmartQuery (stored.toStdString(),
+                                                    QueryText::sortClause (sort, ascending, nullptr)),
+                 false);
 }
 
 int SongDatabase::fillByField (const juce::String& value, SongField field, SongList* list, SongField sort,

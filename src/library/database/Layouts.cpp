@@ -5,7 +5,7 @@
 
 namespace
 {
-/** Where the layout of a kind of list is kept: in a table of playlists, or in two rows of the settings. */
+/** The place of the layout of a kind of list: a table of playlists, or two rows of the settings. */
 struct LayoutPlace
 {
     const char* table = nullptr;
@@ -80,12 +80,11 @@ int SongDatabase::saveLayout (const SongList* list, const juce::String& layoutXm
     if (!place)
         return LibraryCode::ok;
 
-    const SqlTransaction transaction (connection);
     if (place->table != nullptr)
-        return runAll (
+        return runTogether (
             std::array { storeInTable (*place, "table_layout", layoutXml, list->playlistId),
                          storeInTable (*place, "last_row_selected", selectionXml, list->playlistId) });
-    return runAll (std::array {
+    return runTogether (std::array {
         storeSetting (place->settingsRow, settingOf (*place, "table_layout"), layoutXml),
         storeSetting (place->settingsRow + 1, settingOf (*place, "last_row_selected"), selectionXml) });
 }
@@ -96,7 +95,10 @@ int SongDatabase::readLayout (const SongList* list, const char* what, juce::Stri
     if (list == nullptr)
         return LibraryCode::badArgument;
     const auto place = placeOf (list->kind);
-    return place ? readText (selectLayout (*place, what, list->playlistId), xml) : LibraryCode::ok;
+    if (!place)
+        return LibraryCode::ok;
+    const auto loan = isForeign (list->kind) ? ReadConnections::Loan (connection) : reading();
+    return readText (*loan, selectLayout (*place, what, list->playlistId), xml);
 }
 
 int SongDatabase::loadLayout (const SongList* list, juce::String& layoutXml)

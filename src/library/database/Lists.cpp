@@ -15,16 +15,22 @@ int SongDatabase::insertRow (const std::string& sql, int32_t* newId)
 int SongDatabase::createListIn (const LinkTable& table, const char* playlists, const juce::String& name,
                                 const SongList* list, int32_t sortOrder, int32_t* newId)
 {
+    if (!isOpen())
+        return LibraryCode::notOpen;
     int32_t id = -1;
-    if (const auto code =
-            insertRow (std::string (" INSERT INTO ") + playlists + " VALUES (NULL, "
-                           + StoredText::quoted (name) + ", " + std::to_string (sortOrder) + ", '', 0); ",
-                       &id);
-        code != LibraryCode::ok)
-        return code;
-    if (newId != nullptr)
+    SqlTransaction transaction (connection, table.isTemporary ? SqlTransaction::Purpose::reading
+                                                              : SqlTransaction::Purpose::writing);
+    auto code = transaction.code();
+    if (code == LibraryCode::ok)
+        code = insertRow (std::string (" INSERT INTO ") + playlists + " VALUES (NULL, "
+                              + StoredText::quoted (name) + ", " + std::to_string (sortOrder) + ", '', 0); ",
+                          &id);
+    if (code == LibraryCode::ok && list != nullptr && !list->isEmpty())
+        code = addSongs (table, id, *list);
+    code = transaction.commitIf (code);
+    if (code == LibraryCode::ok && newId != nullptr)
         *newId = id;
-    return list == nullptr || list->isEmpty() ? LibraryCode::ok : addSongs (table, id, *list);
+    return code;
 }
 
 int SongDatabase::createPlaylist (const juce::String& name, const SongList* list, int32_t sortOrder,
@@ -39,26 +45,33 @@ int SongDatabase::createForeignPlaylist (const juce::String& name, const SongLis
     return createListIn (LinkTables::foreignPlaylists, "itunes_playlists", name, list, sortOrder, newId);
 }
 
-int SongDatabase::addSongs (const LinkTable& table, int32_t id, const SongList& list)
+int SongDatabase::addSongs (const LinkTable& table, int32_t id, const SongList& list,
+                            std::vector<int32_t>* entryIds)
 {
     // A foreign song has another number in the library; its path is what both know.
     const auto translated = isForeign (list.kind) && &table != &LinkTables::foreignPlaylists;
-    const SqlTransaction transaction (connection);
-    for (const auto& entry : list.entries())
+    SqlTransaction transaction (connection, table.isTemporary ? SqlTransaction::Purpose::reading
+                                                              : SqlTransaction::Purpose::writing);
+    auto code = transaction.code();
+    for (auto entry = list.entries().begin(); entry != list.entries().end() && code == LibraryCode::ok;
+         ++entry)
     {
-        auto songId = entry.songId;
+        auto songId = entry->songId;
         if (translated)
         {
             juce::String path;
-            juce::ignoreUnused (readForeignField (SongField::filename, songId, path));
-            songId = idOfFilename (path);
+            code = readForeignField (SongField::filename, songId, path);
+            songId = code == LibraryCode::ok ? idOfFilename (path) : -1;
         }
-        if (translated && songId < 0)
-            continue;
-        if (const auto code = connection.run (table.appendSong (id, songId)); code != LibraryCode::ok)
-            return code;
+        if (code == LibraryCode::ok && (!translated || songId >= 0))
+        {
+            int64_t entryId = -1;
+            code = connection.insert (table.appendSong (id, songId), entryId);
+            if (entryIds != nullptr)
+                entryIds->push_back (static_cast<int32_t> (entryId));
+        }
     }
-    return LibraryCode::ok;
+    return transaction.commitAfter (code);
 }
 
 int SongDatabase::addList (const LinkTable& table, int32_t id, const SongList* list)
@@ -74,16 +87,17 @@ int SongDatabase::addFiles (const LinkTable& table, int32_t id, const juce::Stri
         return LibraryCode::emptyList;
     if (!isOpen())
         return LibraryCode::notOpen;
-    const SqlTransaction transaction (connection);
-    for (const auto& path : paths)
+    auto transaction = beginTransaction();
+    auto code = transaction.code();
+    for (auto path = paths.begin(); path != paths.end() && code == LibraryCode::ok; ++path)
     {
-        const auto songId = idOfFilename (path);
-        if (songId < 0)
-            continue;
-        if (const auto code = connection.run (table.appendSong (id, songId)); code != LibraryCode::ok)
-            return code;
+        const auto songId = idOfFilename (*path);
+        if (songId >= 0)
+            code = connection.run (table.appendSong (id, songId));
+        else if (songId < -1)
+            code = LibraryCode::ofCount (songId);
     }
-    return LibraryCode::ok;
+    return transaction.commitAfter (code);
 }
 
 int SongDatabase::addFilesToPlaylist (int32_t id, const juce::StringArray& paths)
@@ -111,19 +125,23 @@ int SongDatabase::addListToRecommendation (const SongList* list)
     return addList (LinkTables::recommendation, -1, list);
 }
 
-int SongDatabase::replaceEntries (const std::string& deleteOld, const LinkTable& table, const SongList& list)
+int SongDatabase::replaceEntries (const std::string& deleteOld, const LinkTable& table, SongList& list)
 {
-    SqlTransaction transaction (connection);
-    auto code = connection.run (deleteOld);
-    if (code == LibraryCode::ok)
-        code = addSongs (table, list.playlistId, list);
     // Half of a list in place of the whole one would be a loss.
-    if (code != LibraryCode::ok)
-        transaction.rollBack();
+    auto transaction = beginTransaction();
+    std::vector<int32_t> entryIds;
+    auto code = transaction.code();
+    if (code == LibraryCode::ok)
+        code = connection.run (deleteOld);
+    if (code == LibraryCode::ok)
+        code = addSongs (table, list.playlistId, list, &entryIds);
+    code = transaction.commitIf (code);
+    if (code == LibraryCode::ok)
+        list.setEntryIds (entryIds);
     return code;
 }
 
-int SongDatabase::replacePlaylistEntries (const SongList* list)
+int SongDatabase::replacePlaylistEntries (SongList* list)
 {
     if (list == nullptr)
         return LibraryCode::badArgument;
@@ -136,7 +154,7 @@ int SongDatabase::replacePlaylistEntries (const SongList* list)
         LinkTables::playlists, *list);
 }
 
-int SongDatabase::replaceAutomixEntries (const SongList* list)
+int SongDatabase::replaceAutomixEntries (SongList* list)
 {
     if (list == nullptr)
         return LibraryCode::badArgument;

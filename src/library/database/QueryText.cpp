@@ -24,7 +24,7 @@ size_t findOutsideQuotes (const std::string& sql, std::string_view word)
     return found;
 }
 
-/** Where a statement's text ends, before its ";". */
+/** The end of a statement's text, before its ";". */
 size_t endOfStatement (const std::string& sql)
 {
     const auto last = sql.find_last_not_of ("; \n\t\r");

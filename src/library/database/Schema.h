@@ -16,7 +16,7 @@ struct Table
     std::vector<std::string> indexes;
 };
 
-/** What a connection is set to, in this order, each at best effort. */
+/** The settings of a connection, in this order, each at best effort. */
 const std::vector<std::string>& pragmas();
 
 /** All tables, in the order in which they are made. */

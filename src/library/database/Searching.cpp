@@ -8,7 +8,7 @@
 
 namespace
 {
-/** What stands against a search before anything is asked. */
+/** The code of a search that needs no question to the database, or nothing. */
 std::optional<int> refusal (SongList* list, SongDatabase::SearchFields fields)
 {
     if (list == nullptr)

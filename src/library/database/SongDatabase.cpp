@@ -7,6 +7,12 @@
 
 namespace
 {
+constexpr const char* cannotOpen = "Unable to Open Database File.";
+
+/** SQLite's codes for a table that is there already, and for one that is missing in a file which can't be written to. */
+constexpr int alreadyExists = 1;
+constexpr int readOnly = 8;
+
 template <typename Get>
 std::array<const char*, songFieldCount> namesOfFields (Get get)
 {
@@ -28,7 +34,10 @@ SongDatabase::SongDatabase (const juce::File& file, Storage storage, Notice noti
     juce::ignoreUnused (open (file, storage, notice));
 }
 
-SongDatabase::~SongDatabase() = default;
+SongDatabase::~SongDatabase()
+{
+    close();
+}
 
 int SongDatabase::openStorage (const juce::File& file, Storage storage)
 {
@@ -47,22 +56,50 @@ int SongDatabase::openStorage (const juce::File& file, Storage storage)
 
 int SongDatabase::open (const juce::File& file, Storage storage, const Notice& notice)
 {
-    const auto code = openStorage (file, storage);
+    auto code = openStorage (file, storage);
+    // The one wait for another program: the settings behind it would each wait again.
+    if (code == LibraryCode::ok && connection.query ("PRAGMA schema_version", nullptr) == LibraryCode::busy)
+        code = LibraryCode::busy;
     if (code != LibraryCode::ok)
     {
+        close();
         if (notice != nullptr)
-            notice ("Unable to Open Database File.");
+            notice (cannotOpen);
         return code;
     }
-    for (const auto& pragma : Schema::pragmas())
-        juce::ignoreUnused (connection.run (pragma));
-    createSchema();
+    prepare (connection);
+    connection.useWriteAheadLog();
+    if (const auto made = createSchema(); made != LibraryCode::ok)
+    {
+        // Without its tables, even the temporary ones, it would only seem to be open.
+        close();
+        if (notice != nullptr)
+            notice (cannotOpen);
+        return made;
+    }
+    if (storage == Storage::file)
+        readers.open (file.getFullPathName(), [this] (SqlConnection& reader) { prepare (reader); });
     return LibraryCode::ok;
+}
+
+void SongDatabase::prepare (SqlConnection& toPrepare) const
+{
+    for (const auto& pragma : Schema::pragmas())
+        juce::ignoreUnused (toPrepare.run (pragma)); // each at best effort
+    // Behind the settings: one of them puts SQLite's own LIKE back.
+    toPrepare.useUnicodeCase();
 }
 
 void SongDatabase::close()
 {
+    readers.close();
     connection.close();
+}
+
+void SongDatabase::setPatience (int milliseconds)
+{
+    patience = milliseconds;
+    connection.setPatience (milliseconds);
 }
 
 bool SongDatabase::isOpen() const
@@ -70,44 +107,34 @@ bool SongDatabase::isOpen() const
     return connection.isOpen();
 }
 
-void SongDatabase::createSchema()
+ReadConnections::Loan SongDatabase::reading()
+{
+    if (connection.isInTransactionOfThisThread())
+        return ReadConnections::Loan (connection);
+    return ReadConnections::Loan (readers, connection, patience);
+}
+
+int SongDatabase::createSchema()
 {
     for (const auto& table : Schema::tables())
     {
         // A table and its first rows come together or not at all, as the rows are written only with the table.
-        SqlTransaction transaction (connection);
-        auto code = connection.run (table.create);
+        SqlTransaction transaction (connection, SqlTransaction::Purpose::reading);
+        auto code = transaction.code();
+        if (code == LibraryCode::ok)
+            code = connection.run (table.create);
         if (code == LibraryCode::ok)
             code = runAll (table.whenNew);
-        if (code != LibraryCode::ok)
-        {
-            // It exists, most likely.
-            transaction.rollBack();
-            continue;
-        }
+        // An index that exists is no reason to take the table back.
         for (const auto& index : table.indexes)
-            juce::ignoreUnused (connection.run (index));
+            if (code == LibraryCode::ok)
+                if (const auto made = connection.run (index); made == LibraryCode::busy)
+                    code = made;
+        code = transaction.commitIf (code);
+        if (code != LibraryCode::ok && code != alreadyExists && code != readOnly)
+            return code;
     }
-}
-
-int SongDatabase::beginTransaction()
-{
-    const auto code = connection.run ("BEGIN TRANSACTION;");
-    if (isOpen())
-        ++transactions;
-    return code;
-}
-
-int SongDatabase::endTransaction()
-{
-    const auto code = connection.run ("END TRANSACTION;");
-    if (code == LibraryCode::busy)
-        return code;
-    auto count = transactions.load();
-    while (count > 0 && !transactions.compare_exchange_weak (count, count - 1))
-    {
-    }
-    return code;
+    return LibraryCode::ok;
 }
 
 int SongDatabase::runAll (std::span<const std::string> statements)
@@ -118,20 +145,24 @@ int SongDatabase::runAll (std::span<const std::string> statements)
     return LibraryCode::ok;
 }
 
-int SongDatabase::readText (const std::string& sql, juce::String& text)
+int SongDatabase::runTogether (std::span<const std::string> statements)
 {
-    text.clear();
-    return connection.query (sql, [&] (const SqlRow& row) { text = row.text (0); });
+    auto transaction = beginTransaction();
+    return transaction.commitIf (transaction.code() == LibraryCode::ok ? runAll (statements)
+                                                                       : transaction.code());
 }
 
-int SongDatabase::count (const std::string& sql)
+int SongDatabase::readText (SqlConnection& from, const std::string& sql, juce::String& text)
+{
+    text.clear();
+    return from.query (sql, [&] (const SqlRow& row) { text = row.text (0); });
+}
+
+int SongDatabase::count (SqlConnection& from, const std::string& sql)
 {
     auto result = 0;
-    const auto code = connection.query (sql, [&] (const SqlRow& row) { result = row.int32 (0); });
-    if (code == LibraryCode::ok)
-        return result;
-    // SQLite's codes would look like counts.
-    return code < 0 ? code : LibraryCode::failed;
+    const auto code = from.query (sql, [&] (const SqlRow& row) { result = row.int32 (0); });
+    return code == LibraryCode::ok ? result : LibraryCode::inPlaceOfCount (code);
 }
 
 int SongDatabase::copyTo (const juce::File& target)

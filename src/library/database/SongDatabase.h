@@ -5,7 +5,8 @@
 #include "library/songs/SongRecord.h"
 #include "library/songs/SourceItem.h"
 #include "library/sql/LibraryCode.h"
-#include "library/sql/SqlConnection.h"
+#include "library/sql/ReadConnections.h"
+#include "library/sql/SqlTransaction.h"
 
 #include <atomic>
 #include <functional>
@@ -18,15 +19,20 @@ struct LinkTable;
 /** The library: one SQLite file, and the only class that speaks SQL.
 
     Operations give 0 for success, a code of LibraryCode or SQLite's own code; where one gives a count or an id, that is
-    0 or more, or a code below 0. None throws, none tries again. Every one may be called on any thread but the audio
-    thread: each statement takes one lock, which is not held across a transaction, so that statements of other threads can
-    fall inside one. Lists and records are the caller's own. A null list gives -8 everywhere.
+    0 or more, or a code below 0 as LibraryCode::inPlaceOfCount() makes it. None throws. An operation that writes gives 0
+    only when the file holds what it wrote; it waits 5 s for another program, and after any other code nothing of it is
+    stored unless its comment says so.
+
+    Every operation may be called on any thread but the audio thread. Reading waits for nobody: each thread that reads has
+    a connection of its own, except within its own transaction and for foreign songs and recommendations, which live in
+    the writing connection. Writing is one task at a time: a transaction keeps the tasks of other threads waiting until it
+    ends, so it is short. Lists and records are the caller's own. A null list gives -8 everywhere.
 
     Every operation that fills a list empties it first, and leaves its kind, its name and its playlist's id alone. */
 class SongDatabase
 {
 public:
-    /** Where the rows of a session go. */
+    /** The place of a session's rows. */
     enum class Storage
     {
         file,
@@ -52,18 +58,22 @@ public:
     SongDatabase& operator= (const SongDatabase&) = delete;
 
     /** @name Connection */
-    /** Opens, after closing what was open, and makes what is missing of the schema. */
+    /** Opens, after closing what was open, and makes what is missing of the schema. A file that another program keeps locked
+        is not opened. No other thread may be using the database. */
     int open (const juce::File&, Storage = Storage::file, const Notice& = {});
+
+    /** Closes; as open(), only while no other thread is using the database. */
     void close();
     bool isOpen() const;
 
-    /** Transactions don't nest: what begins a second one has no effect, and the first end ends it.
-        One that ends with LibraryCode::busy is still there and can be ended again. */
-    int beginTransaction();
-    int endTransaction();
+    /** Sets how long an operation waits for other programs, at first 5 s. */
+    void setPatience (int milliseconds);
 
-    /** Begun and not yet ended. */
-    int transactionCount() const { return transactions; }
+    /** Begins a transaction of the calling thread around several operations. The tasks of other threads wait until it ends. */
+    SqlTransaction beginTransaction() { return { connection, SqlTransaction::Purpose::writing }; }
+
+    /** The same around operations that write to the foreign library alone, which keeps no other program waiting. */
+    SqlTransaction beginForeignTransaction() { return { connection, SqlTransaction::Purpose::reading }; }
 
     /** Writes a whole copy of the library as it stands to a file, replacing it. */
     int copyTo (const juce::File&);
@@ -97,13 +107,13 @@ public:
     int findByFilename (const juce::String& path, SongListEntry&);
     int countFilename (const juce::String& path);
 
-    /** @returns -1 if no song has this path. */
+    /** @returns -1 if no song has this path; below that it is not known, see LibraryCode::ofCount() */
     int32_t idOfFilename (const juce::String& path);
 
     /** A value that is as long as the longest one that the list's songs have, for the width of a column. */
     int longestValue (SongField, const SongList*, juce::String& value);
 
-    /** What a view shows of a field: sizes and times as people write them, dates by the local time zone, nothing for an
+    /** The text that a view shows of a field: sizes and times as people write them, dates by the local time zone, nothing for an
         unknown number. Field 24 gives nothing. */
     static juce::String fieldText (const SongRecord&, SongField);
 
@@ -123,8 +133,8 @@ public:
     int sortList (SongList*, SongField, bool ascending);
 
     /** @name Searching
-        A song is found if any of the fields has the term in it, in any letter case of A to Z; "%" stands for any text
-        and "_" for any character. No fields find nothing. */
+        A song is found if any of the fields has the term in it, in any letter case; "%" stands for any text and "_" for any
+        character. No fields find nothing. */
     using SearchFields = std::span<const SongField>;
 
     int searchLibrary (SongList*, SearchFields, const juce::String& term, SongField sort, bool ascending);
@@ -160,12 +170,12 @@ public:
     /** Last played is now, and one play more. */
     int markPlayed (int32_t id);
 
-    /** Never played, for all songs of the list. Ends at the first failure. */
+    /** Never played, for all songs of the list. Ends at the first failure, which leaves the songs before it changed. */
     int clearPlayed (const SongList*);
 
     /** Takes a song out of the library, the playlists and the automix list, not out of the recommendations. */
     int deleteSong (int32_t id);
-    int deleteSongs (const SongList*);
+    int deleteSongs (const SongList*); ///< ends at the first failure, the songs before it being gone
 
     /** Empties everything and brings the default smart playlists back. */
     int clearLibrary();
@@ -181,16 +191,16 @@ public:
     int createForeignPlaylist (const juce::String& name, const SongList* list, int32_t sortOrder,
                                int32_t* newId = nullptr);
 
-    /** Paths that are not in the library are left out. No paths give -6. */
+    /** Append songs, up to a failure. Paths that are not in the library are left out. No paths give -6. */
     int addFilesToPlaylist (int32_t id, const juce::StringArray& paths);
     int addListToPlaylist (int32_t id, const SongList*);
     int addFilesToAutomix (const juce::StringArray& paths);
     int addListToAutomix (const SongList*);
     int addListToRecommendation (const SongList*);
 
-    /** Makes the stored list what this one holds. The rows get new entry ids, in the file and not in the list. */
-    int replacePlaylistEntries (const SongList*);
-    int replaceAutomixEntries (const SongList*);
+    /** Makes the stored list what this one holds, whose entries get their new entry ids. A failure leaves both as they were. */
+    int replacePlaylistEntries (SongList*);
+    int replaceAutomixEntries (SongList*);
 
     int removeEntries (int32_t playlistId, std::span<const int32_t> entryIds);
     int removeAutomixEntries (std::span<const int32_t> entryIds);
@@ -226,17 +236,22 @@ public:
 
 private:
     int openStorage (const juce::File&, Storage);
-    void createSchema();
+    int createSchema();
+    void prepare (SqlConnection&) const;
+    ReadConnections::Loan reading();
     int runAll (std::span<const std::string> statements);
-    int readText (const std::string& sql, juce::String& text);
-    int count (const std::string& sql);
 
-    int readSongFrom (bool foreign, int32_t id, SongRecord&);
-    int readFieldFrom (const char* table, SongField, int32_t id, juce::String& text);
+    /** Runs statements of which all are stored or none. */
+    int runTogether (std::span<const std::string> statements);
+    static int readText (SqlConnection&, const std::string& sql, juce::String& text);
+    static int count (SqlConnection&, const std::string& sql);
+
+    int readSongFrom (SqlConnection&, bool foreign, int32_t id, SongRecord&);
+    int readFieldFrom (SqlConnection&, const char* table, SongField, int32_t id, juce::String& text);
     int insertInto (const char* table, const SongRecord&);
     int setField (SongField, int32_t id, const std::string& value);
 
-    int fill (SongList*, const std::string& sql, bool linked = false);
+    int fill (SqlConnection&, SongList*, const std::string& sql, bool linked);
     int fillSorted (SongList*, const std::string& sql, SongField sort, bool ascending);
     int fillLinked (const LinkTable&, SongList*, int32_t id, const std::string& condition, SongField sort,
                     bool ascending);
@@ -247,12 +262,13 @@ private:
     int createListIn (const LinkTable&, const char* playlists, const juce::String& name, const SongList*,
                       int32_t sortOrder, int32_t* newId);
     int addList (const LinkTable&, int32_t id, const SongList*);
-    int addSongs (const LinkTable&, int32_t id, const SongList&);
+    int addSongs (const LinkTable&, int32_t id, const SongList&, std::vector<int32_t>* entryIds = nullptr);
     int addFiles (const LinkTable&, int32_t id, const juce::StringArray& paths);
-    int replaceEntries (const std::string& deleteOld, const LinkTable&, const SongList&);
+    int replaceEntries (const std::string& deleteOld, const LinkTable&, SongList&);
     int readLayout (const SongList*, const char* what, juce::String& xml);
-    int listSources (const char* table, SongListKind, std::vector<SourceItem>&);
+    int listSources (SqlConnection&, const char* table, SongListKind, std::vector<SourceItem>&);
 
-    SqlConnection connection;
-    std::atomic<int> transactions = 0;
+    SqlConnection connection; ///< writes, and holds the temporary tables
+    ReadConnections readers;
+    std::atomic<int> patience = SqlConnection::defaultPatience;
 };

@@ -34,16 +34,16 @@ void readColumns (const SqlRow& row, SongRecord& record)
 }
 }
 
-int SongDatabase::readSongFrom (bool foreign, int32_t id, SongRecord& record)
+int SongDatabase::readSongFrom (SqlConnection& from, bool foreign, int32_t id, SongRecord& record)
 {
     record.id = -1;
     record.database = this;
-    const auto code = connection.queryKept (selectSongOf (foreign), id,
-                                            [&] (const SqlRow& row)
-                                            {
-                                                record.id = id;
-                                                readColumns (row, record);
-                                            });
+    const auto code = from.queryKept (selectSongOf (foreign), id,
+                                      [&] (const SqlRow& row)
+                                      {
+                                          record.id = id;
+                                          readColumns (row, record);
+                                      });
     if (record.id < 0)
         record.columns.fill ({});
     record.present = FileFacts::isPresent (record[SongColumn::filename]);
@@ -52,12 +52,12 @@ int SongDatabase::readSongFrom (bool foreign, int32_t id, SongRecord& record)
 
 int SongDatabase::readSong (int32_t id, SongRecord& record)
 {
-    return readSongFrom (false, id, record);
+    return readSongFrom (*reading(), false, id, record);
 }
 
 int SongDatabase::readForeignSong (int32_t id, SongRecord& record)
 {
-    return readSongFrom (true, id, record);
+    return readSongFrom (connection, true, id, record);
 }
 
 int SongDatabase::readSongs (const SongList* list, int first, int last, std::vector<SongRecord>& records)
@@ -68,64 +68,66 @@ int SongDatabase::readSongs (const SongList* list, int first, int last, std::vec
     last = std::clamp (last, first, list->size());
     records.resize (static_cast<size_t> (last - first));
 
-    const SqlTransaction transaction (connection);
-    for (auto i = first; i < last; ++i)
-        if (const auto code = readSongFrom (isForeign (list->kind), (*list)[i].songId,
-                                            records[static_cast<size_t> (i - first)]);
-            code != LibraryCode::ok)
-            return code;
-    return LibraryCode::ok;
+    const auto foreign = isForeign (list->kind);
+    const auto loan = foreign ? ReadConnections::Loan (connection) : reading();
+    SqlTransaction transaction (*loan, SqlTransaction::Purpose::reading);
+    auto code = transaction.code();
+    for (auto i = first; i < last && code == LibraryCode::ok; ++i)
+        code = readSongFrom (*loan, foreign, (*list)[i].songId, records[static_cast<size_t> (i - first)]);
+    return transaction.commitIf (code);
 }
 
-int SongDatabase::readFieldFrom (const char* table, SongField field, int32_t id, juce::String& text)
+int SongDatabase::readFieldFrom (SqlConnection& from, const char* table, SongField field, int32_t id,
+                                 juce::String& text)
 {
     if (!hasColumn (field))
         return LibraryCode::badField;
-    return readText (std::string (" SELECT ") + nameOf (columnOf (field)) + " FROM " + table
+    return readText (from,
+                     std::string (" SELECT ") + nameOf (columnOf (field)) + " FROM " + table
                          + " WHERE id = " + std::to_string (id),
                      text);
 }
 
 int SongDatabase::readField (SongField field, int32_t id, juce::String& text)
 {
-    return readFieldFrom ("songs", field, id, text);
+    return readFieldFrom (*reading(), "songs", field, id, text);
 }
 
 int SongDatabase::readForeignField (SongField field, int32_t id, juce::String& text)
 {
-    return readFieldFrom ("itunes_songs", field, id, text);
+    return readFieldFrom (connection, "itunes_songs", field, id, text);
 }
 
 int SongDatabase::countSongs()
 {
-    return count ("SELECT COUNT(*) FROM songs");
+    return count (*reading(), "SELECT COUNT(*) FROM songs");
 }
 
 int SongDatabase::countAutomix()
 {
-    return count ("SELECT COUNT(*) FROM automix_songs");
+    return count (*reading(), "SELECT COUNT(*) FROM automix_songs");
 }
 
 int SongDatabase::countDistinct (SongField field)
 {
     if (!hasColumn (field))
         return LibraryCode::badField;
-    return count (std::string ("SELECT COUNT(*) FROM (SELECT DISTINCT ") + nameOf (columnOf (field))
-                  + " FROM songs)");
+    return count (*reading(), std::string ("SELECT COUNT(*) FROM (SELECT DISTINCT ")
+                                  + nameOf (columnOf (field)) + " FROM songs)");
 }
 
 int SongDatabase::countWhere (SongField field, const juce::String& value)
 {
     if (!hasColumn (field))
         return LibraryCode::badField;
-    return count (std::string ("SELECT COUNT(*) FROM songs WHERE ") + nameOf (columnOf (field)) + " = "
-                  + StoredText::quoted (value));
+    return count (*reading(), std::string ("SELECT COUNT(*) FROM songs WHERE ") + nameOf (columnOf (field))
+                                  + " = " + StoredText::quoted (value));
 }
 
 int SongDatabase::countPlaylistEntries (int32_t playlistId)
 {
-    return count (" SELECT COUNT(*) FROM itunes_playlists_songs WHERE playlist_id = "
-                  + std::to_string (playlistId) + "; ");
+    return count (connection, " SELECT COUNT(*) FROM itunes_playlists_songs WHERE playlist_id = "
+                                  + std::to_string (playlistId) + "; ");
 }
 
 int SongDatabase::listDistinct (SongField field, juce::StringArray& values)
@@ -134,7 +136,7 @@ int SongDatabase::listDistinct (SongField field, juce::StringArray& values)
     if (!hasColumn (field))
         return LibraryCode::badField;
     const std::string column (nameOf (columnOf (field)));
-    return connection.query (" SELECT DISTINCT " + column + " FROM songs GROUP BY " + column
+    return reading()->query (" SELECT DISTINCT " + column + " FROM songs GROUP BY " + column
                                  + " ORDER BY LOWER(" + column + ") ASC; ",
                              [&] (const SqlRow& row) { values.add (row.text (0)); });
 }
@@ -142,7 +144,7 @@ int SongDatabase::listDistinct (SongField field, juce::StringArray& values)
 int SongDatabase::findByFilename (const juce::String& path, SongListEntry& entry)
 {
     entry = {};
-    return connection.query (
+    return reading()->query (
         " SELECT id,duration,filesize FROM songs WHERE filename = " + StoredText::quoted (path),
         [&] (const SqlRow& row) {
             entry = { asUnsigned32 (row.int64 (1)), asUnsigned32 (row.int64 (2)), row.int32 (0), -1, this };
@@ -153,17 +155,17 @@ int SongDatabase::countFilename (const juce::String& path)
 {
     auto found = 0;
     const auto value = path.toStdString();
-    const auto code = connection.runKept (" SELECT COUNT(*)  FROM songs WHERE filename = ?", { &value, 1 },
+    const auto code = reading()->runKept (" SELECT COUNT(*)  FROM songs WHERE filename = ?", { &value, 1 },
                                           [&] (const SqlRow& row) { found = row.int32 (0); });
-    return code == LibraryCode::ok ? found : code < 0 ? code : LibraryCode::failed;
+    return code == LibraryCode::ok ? found : LibraryCode::inPlaceOfCount (code);
 }
 
 int32_t SongDatabase::idOfFilename (const juce::String& path)
 {
     auto id = -1;
-    const auto code = connection.query (" SELECT id FROM songs WHERE filename = " + StoredText::quoted (path),
+    const auto code = reading()->query (" SELECT id FROM songs WHERE filename = " + StoredText::quoted (path),
                                         [&] (const SqlRow& row) { id = row.int32 (0); });
-    return code < 0 ? code : id;
+    return code == LibraryCode::ok ? id : LibraryCode::inPlaceOfCount (code);
 }
 
 int SongDatabase::longestValue (SongField field, const SongList* list, juce::String& value)
@@ -175,9 +177,11 @@ int SongDatabase::longestValue (SongField field, const SongList* list, juce::Str
         return LibraryCode::badField;
     if (list->isEmpty())
         return LibraryCode::emptyList;
-    const std::string column (nameOf (columnOf (field))),
-        table (isForeign (list->kind) ? "itunes_songs" : "songs");
-    return readText ("SELECT " + column + " FROM " + table + " WHERE LENGTH(" + column
+    const auto foreign = isForeign (list->kind);
+    const std::string column (nameOf (columnOf (field))), table (foreign ? "itunes_songs" : "songs");
+    const auto loan = foreign ? ReadConnections::Loan (connection) : reading();
+    return readText (*loan,
+                     "SELECT " + column + " FROM " + table + " WHERE LENGTH(" + column
                          + ") = (SELECT MAX(LENGTH(" + column + ")) FROM " + table + " WHERE id IN ("
                          + StoredText::joined (list->songIds()) + ")) LIMIT 1;",
                      value);

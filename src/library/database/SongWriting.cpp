@@ -137,9 +137,8 @@ int SongDatabase::markPlayed (int32_t id)
 {
     if (id < 0)
         return LibraryCode::badArgument;
-    const SqlTransaction transaction (connection);
-    return runAll (std::array { updateSongs ("lastplayed = strftime('%s','now')", id),
-                                updateSongs ("playcount = (playcount + 1)", id) });
+    return runTogether (std::array { updateSongs ("lastplayed = strftime('%s','now')", id),
+                                     updateSongs ("playcount = (playcount + 1)", id) });
 }
 
 int SongDatabase::clearPlayed (const SongList* list)
@@ -148,22 +147,21 @@ int SongDatabase::clearPlayed (const SongList* list)
         return LibraryCode::badArgument;
     if (isForeign (list->kind))
         return LibraryCode::wrongKind;
-    const SqlTransaction transaction (connection);
-    for (const auto& entry : list->entries())
-        if (const auto code = runAll (std::array { updateSongs ("lastplayed = 0", entry.songId),
-                                                   updateSongs ("playcount = 0", entry.songId) });
-            code != LibraryCode::ok)
-            return code;
-    return LibraryCode::ok;
+    auto transaction = beginTransaction();
+    auto code = transaction.code();
+    for (auto entry = list->entries().begin(); entry != list->entries().end() && code == LibraryCode::ok;
+         ++entry)
+        code = runAll (std::array { updateSongs ("lastplayed = 0", entry->songId),
+                                    updateSongs ("playcount = 0", entry->songId) });
+    return transaction.commitAfter (code);
 }
 
 int SongDatabase::deleteSong (int32_t id)
 {
     const auto number = std::to_string (id);
-    const SqlTransaction transaction (connection);
-    return runAll (std::array { " DELETE FROM songs WHERE id = " + number + "; ",
-                                " DELETE FROM playlists_songs WHERE song_id = " + number + "; ",
-                                " DELETE FROM automix_songs WHERE song_id = " + number + "; " });
+    return runTogether (std::array { " DELETE FROM songs WHERE id = " + number + "; ",
+                                     " DELETE FROM playlists_songs WHERE song_id = " + number + "; ",
+                                     " DELETE FROM automix_songs WHERE song_id = " + number + "; " });
 }
 
 int SongDatabase::deleteSongs (const SongList* list)
@@ -175,40 +173,42 @@ int SongDatabase::deleteSongs (const SongList* list)
         return LibraryCode::wrongKind;
 
     // The links have no index by song: one walk through them for all songs, in place of one for each.
-    const SqlTransaction transaction (connection);
+    auto transaction = beginTransaction();
     auto deleted = list->songIds();
-    auto code = LibraryCode::ok;
+    auto code = transaction.code();
     for (size_t i = 0; i < deleted.size() && code == LibraryCode::ok; ++i)
         if (code = connection.run (" DELETE FROM songs WHERE id = " + std::to_string (deleted[i]) + "; ");
             code != LibraryCode::ok)
             deleted.resize (i);
+    if (!transaction.stands())
+        return transaction.commitAfter (code);
     const auto ids = StoredText::joined (deleted);
     const auto unlinked =
         runAll (std::array { " DELETE FROM playlists_songs WHERE song_id IN (" + ids + "); ",
                              " DELETE FROM automix_songs WHERE song_id IN (" + ids + "); " });
-    return code != LibraryCode::ok ? code : unlinked;
+    if (unlinked != LibraryCode::ok)
+        return transaction.commitIf (code != LibraryCode::ok ? code : unlinked);
+    return transaction.commitAfter (code);
 }
 
 int SongDatabase::clearLibrary()
 {
-    auto code = LibraryCode::ok;
-    {
-        // Together with the default rows, which a kill in between would lose for good.
-        SqlTransaction transaction (connection);
-        code = runAll (std::array<std::string, 5> {
-            "delete from songs;", "delete from playlists;", "delete from playlists_songs;",
-            "delete from smart_playlists;", "delete from automix_songs;" });
-        if (code == LibraryCode::ok)
-            code = runAll (Schema::defaultSmartPlaylists());
-        if (code != LibraryCode::ok)
-            transaction.rollBack();
-    }
-    return code != LibraryCode::ok ? code : connection.run ("VACUUM;");
+    // Together with the default rows, which a kill in between would lose for good.
+    std::vector<std::string> statements { "delete from songs;", "delete from playlists;",
+                                          "delete from playlists_songs;", "delete from smart_playlists;",
+                                          "delete from automix_songs;" };
+    const auto& defaults = Schema::defaultSmartPlaylists();
+    statements.insert (statements.end(), defaults.begin(), defaults.end());
+    const auto code = runTogether (statements);
+    if (code == LibraryCode::ok)
+        juce::ignoreUnused (connection.run ("VACUUM;")); // only gives back room on the disk
+    return code;
 }
 
 int SongDatabase::clearForeign()
 {
-    const SqlTransaction transaction (connection);
-    return runAll (std::array<std::string, 3> { "delete from itunes_songs;", "delete from itunes_playlists;",
-                                                "delete from itunes_playlists_songs;" });
+    auto transaction = beginForeignTransaction();
+    return transaction.commitIf (
+        runAll (std::array<std::string, 3> { "delete from itunes_songs;", "delete from itunes_playlists;",
+                                             "delete from itunes_playlists_songs;" }));
 }

@@ -16,35 +16,36 @@ std::string rename (const char* table, int32_t id, const juce::String& name)
 }
 }
 
-int SongDatabase::listSources (const char* table, SongListKind kind, std::vector<SourceItem>& items)
+int SongDatabase::listSources (SqlConnection& from, const char* table, SongListKind kind,
+                               std::vector<SourceItem>& items)
 {
     items.clear();
-    return connection.query (std::string (" SELECT name,id,sort_order FROM ") + table
-                                 + " ORDER BY sort_order ASC; ",
-                             [&] (const SqlRow& row)
-                             {
-                                 SourceItem item;
-                                 item.name = row.text (0);
-                                 item.kind = kind;
-                                 item.id = row.int32 (1);
-                                 item.sortOrder = row.int32 (2);
-                                 items.push_back (item);
-                             });
+    return from.query (std::string (" SELECT name,id,sort_order FROM ") + table
+                           + " ORDER BY sort_order ASC; ",
+                       [&] (const SqlRow& row)
+                       {
+                           SourceItem item;
+                           item.name = row.text (0);
+                           item.kind = kind;
+                           item.id = row.int32 (1);
+                           item.sortOrder = row.int32 (2);
+                           items.push_back (item);
+                       });
 }
 
 int SongDatabase::listPlaylists (std::vector<SourceItem>& items)
 {
-    return listSources ("playlists", SongListKind::playlist, items);
+    return listSources (*reading(), "playlists", SongListKind::playlist, items);
 }
 
 int SongDatabase::listSmartPlaylists (std::vector<SourceItem>& items)
 {
-    return listSources ("smart_playlists", SongListKind::smartPlaylist, items);
+    return listSources (*reading(), "smart_playlists", SongListKind::smartPlaylist, items);
 }
 
 int SongDatabase::listForeignPlaylists (std::vector<SourceItem>& items)
 {
-    return listSources ("itunes_playlists", SongListKind::foreignPlaylist, items);
+    return listSources (connection, "itunes_playlists", SongListKind::foreignPlaylist, items);
 }
 
 int SongDatabase::setSortOrder (const SourceItem& item)
@@ -64,8 +65,7 @@ int SongDatabase::renamePlaylist (int32_t id, const juce::String& name)
 
 int SongDatabase::deletePlaylist (int32_t id)
 {
-    const SqlTransaction transaction (connection);
-    return runAll (
+    return runTogether (
         std::array { " DELETE FROM playlists" + whereId (id) + "; ",
                      " DELETE FROM playlists_songs WHERE playlist_id = " + std::to_string (id) + "; " });
 }
@@ -92,7 +92,7 @@ int SongDatabase::setSmartRules (int32_t id, const juce::String& xml)
 
 int SongDatabase::getSmartRules (int32_t id, juce::String& xml)
 {
-    return readText (" SELECT rules FROM smart_playlists" + whereId (id), xml);
+    return readText (*reading(), " SELECT rules FROM smart_playlists" + whereId (id), xml);
 }
 
 int SongDatabase::renameSmartPlaylist (int32_t id, const juce::String& name)

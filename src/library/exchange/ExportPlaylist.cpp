@@ -13,12 +13,10 @@ namespace
 {
 constexpr int rowsAtOnce = 200;
 
-juce::String m3uEntry (const SongRecord& record, bool isFromForeign)
+juce::String m3uEntry (const SongRecord& record)
 {
-    // A foreign library counts in milliseconds.
-    const auto seconds = record[SongColumn::duration].getLargeIntValue() / (isFromForeign ? 1000 : 1);
-    return M3u::entry (seconds, record[SongColumn::title], record[SongColumn::artist],
-                       record[SongColumn::filename]);
+    return M3u::entry (record[SongColumn::duration].getLargeIntValue(), record[SongColumn::title],
+                       record[SongColumn::artist], record[SongColumn::filename]);
 }
 
 bool write (juce::OutputStream& stream, const juce::String& text)
@@ -45,7 +43,7 @@ ExportPlaylist::Result ExportPlaylist::run (ImportProgress& progress)
     if (!stream.openedOk() || !stream.setPosition (0) || stream.truncate().failed())
         return result;
 
-    const auto isM3u = path.hasFileExtension ("m3u");
+    const auto isM3u = M3u::isExtensionOf (path);
     auto isGood =
         write (stream, isM3u ? M3u::header() : PlaylistPage::header (list.name, listSummary (list)));
     std::vector<SongRecord> records;
@@ -62,8 +60,7 @@ ExportPlaylist::Result ExportPlaylist::run (ImportProgress& progress)
             break;
         const auto& record = records[place];
         if (record.id >= 0) // else it left the library since the list was filled
-            isGood = write (stream, isM3u ? m3uEntry (record, isForeign (list.kind))
-                                          : PlaylistPage::row (result.rows + 1, record));
+            isGood = write (stream, isM3u ? m3uEntry (record) : PlaylistPage::row (result.rows + 1, record));
         result.rows += record.id >= 0 ? 1 : 0;
         progress.setProgress (static_cast<double> (row + 1) / list.size());
     }

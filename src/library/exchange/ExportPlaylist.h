@@ -7,7 +7,7 @@
 class SongDatabase;
 class SongList;
 
-/** Writes a list for other programs: a path that ends in ".m3u" as text, any other as a web page. */
+/** Writes a list for other programs: a path that ends in ".m3u" or ".m3u8" as text, any other as a web page. */
 class ExportPlaylist
 {
 public:

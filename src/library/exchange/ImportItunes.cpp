@@ -6,12 +6,15 @@
 #include "support/AudioThread.h"
 
 #include <array>
+#include <memory>
 #include <utility>
 
 using PropertyList::TrackKey;
 
 namespace
 {
+constexpr int tracksOfPortion = 500;
+
 constexpr std::array<std::pair<TrackKey, SongColumn>, 15> columnsOfKeys { {
     { TrackKey::name, SongColumn::title },
     { TrackKey::artist, SongColumn::artist },
@@ -30,6 +33,19 @@ constexpr std::array<std::pair<TrackKey, SongColumn>, 15> columnsOfKeys { {
     { TrackKey::rating, SongColumn::rating },
 } };
 
+/** The foreign library counts milliseconds, and twenty for a star. */
+void takeOurUnits (SongRecord& record)
+{
+    constexpr juce::int64 millisecondsOfSecond = 1000, pointsOfStar = 20;
+    const auto divide = [&record] (SongColumn column, juce::int64 divisor)
+    {
+        if (record[column].isNotEmpty())
+            record[column] = juce::String (record[column].getLargeIntValue() / divisor);
+    };
+    divide (SongColumn::duration, millisecondsOfSecond);
+    divide (SongColumn::rating, pointsOfStar);
+}
+
 SongRecord recordOf (const PropertyList::Track& track)
 {
     SongRecord record;
@@ -43,6 +59,7 @@ SongRecord recordOf (const PropertyList::Track& track)
             if (key == known)
                 record[column] = value;
     }
+    takeOurUnits (record);
     return record;
 }
 
@@ -67,19 +84,21 @@ ImportItunes::Result ImportItunes::run (ImportProgress& progress)
     Result result;
     if (database == nullptr)
         return result;
-    database->clearForeign();
-    if (!library.existsAsFile())
+    if (database->clearForeign() != LibraryCode::ok || !library.existsAsFile())
         return result;
     progress.setStatusText (library.getFullPathName());
 
-    auto isInTransaction = false;
-    const auto wantTransaction = [&] (bool wanted)
+    // Portions, so that other tasks of this program come in between.
+    std::unique_ptr<SqlTransaction> portion;
+    auto inPortion = 0;
+    const auto beginNext = [&]
     {
-        if (wanted && !isInTransaction)
-            database->beginTransaction();
-        if (!wanted && isInTransaction)
-            database->endTransaction();
-        isInTransaction = wanted;
+        if (inPortion++ % tracksOfPortion != 0)
+            return;
+        if (portion)
+            juce::ignoreUnused (portion->commit()); // memory, which the next statement would miss too
+        portion.reset();
+        portion.reset (new SqlTransaction (database->beginForeignTransaction()));
     };
     const auto goOn = [&] (double part)
     {
@@ -91,7 +110,7 @@ ImportItunes::Result ImportItunes::run (ImportProgress& progress)
     PropertyList::Visitor visitor;
     visitor.onTrack = [&] (const PropertyList::Track& track, double part)
     {
-        wantTransaction (true);
+        beginNext();
         // A track without a number could be in no list, and under a new number in the wrong ones.
         const auto record = recordOf (track);
         if (record.id >= 0 && database->insertForeignSong (record) == LibraryCode::ok)
@@ -100,8 +119,7 @@ ImportItunes::Result ImportItunes::run (ImportProgress& progress)
     };
     visitor.onPlaylist = [&] (const PropertyList::Playlist& playlist, double part)
     {
-        // Writing a list is a transaction of its own.
-        wantTransaction (false);
+        beginNext();
         const auto list = listOf (playlist);
         if (!playlist.isSpecial
             && database->createForeignPlaylist (playlist.name, &list, result.playlists + 1)
@@ -110,11 +128,13 @@ ImportItunes::Result ImportItunes::run (ImportProgress& progress)
         return goOn (part);
     };
     result.isRead = PropertyList::read (library.createInputStream(), visitor);
-    wantTransaction (false);
+    if (portion)
+        juce::ignoreUnused (portion->commit());
+    portion.reset();
 
     if (!result.isRead)
     {
-        database->clearForeign();
+        juce::ignoreUnused (database->clearForeign());
         result.tracks = result.playlists = 0;
     }
     return result;

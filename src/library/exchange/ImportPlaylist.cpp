@@ -4,8 +4,7 @@
 #include "library/formats/Location.h"
 #include "library/formats/M3u.h"
 #include "library/formats/PropertyList.h"
-#include "library/import/ImportRun.h"
-#include "library/import/ImportSong.h"
+#include "library/import/SongBatch.h"
 #include "support/AudioThread.h"
 
 #include <algorithm>
@@ -19,39 +18,49 @@ class Gathering
 public:
     Gathering (SongDatabase& d, ImportProgress& p, ImportPlaylist::Result& r)
         : database (d),
+          batch (d),
           progress (p),
           result (r)
     {
-        database.beginTransaction();
     }
-
-    ~Gathering() { result.isLocked |= endPatiently (database) == LibraryCode::busy; }
 
     bool take (const juce::String& song, double part)
     {
         if (song.isNotEmpty())
         {
             progress.setStatusText (song);
-            const auto outcome = tryImportSong (database, song);
-            result.isLocked = outcome == SongImport::locked;
-            if (result.isLocked)
+            if (!batch.take (song))
                 return false;
-            result.added += outcome == SongImport::added ? 1 : 0;
-            SongListEntry entry;
-            if (database.findByFilename (song, entry) == LibraryCode::ok && entry.songId >= 0)
-                list.add (entry);
+            paths.add (song);
         }
         progress.setProgress (part);
         result.isCancelled = progress.shouldExit();
         return !result.isCancelled;
     }
 
-    SongList list { SongListKind::playlist };
+    /** Stores the last songs. @returns all that were taken, in their order */
+    SongList end()
+    {
+        SongList list (SongListKind::playlist);
+        batch.store();
+        result.added = batch.added();
+        result.code = batch.code();
+        for (auto path = paths.begin(); path != paths.end() && result.code == LibraryCode::ok; ++path)
+        {
+            SongListEntry entry;
+            result.code = database.findByFilename (*path, entry);
+            if (entry.songId >= 0)
+                list.add (entry);
+        }
+        return list;
+    }
 
 private:
     SongDatabase& database;
+    SongBatch batch;
     ImportProgress& progress;
     ImportPlaylist::Result& result;
+    juce::StringArray paths;
 };
 
 bool readM3u (const juce::File& path, Gathering& gathering)
@@ -81,14 +90,16 @@ bool readPropertyList (const juce::File& path, Gathering& gathering)
     return PropertyList::read (path.createInputStream(), visitor);
 }
 
-int32_t orderBehindOthers (SongDatabase& database)
+/** @returns a code as the database gives it */
+int findOrderBehindOthers (SongDatabase& database, int32_t& order)
 {
     std::vector<SourceItem> playlists;
-    database.listPlaylists (playlists);
+    const auto code = database.listPlaylists (playlists);
     int32_t last = 0;
     for (const auto& playlist : playlists)
         last = std::max (last, playlist.sortOrder);
-    return last < std::numeric_limits<int32_t>::max() ? last + 1 : last;
+    order = last < std::numeric_limits<int32_t>::max() ? last + 1 : last;
+    return code;
 }
 }
 
@@ -106,25 +117,36 @@ ImportPlaylist::Result ImportPlaylist::run (ImportProgress& progress)
 {
     assertMayBlock();
     Result result;
-    const auto isM3u = path.hasFileExtension ("m3u");
+    const auto isM3u = M3u::isExtensionOf (path);
     if (database == nullptr || !path.existsAsFile() || !(isM3u || path.hasFileExtension ("xml")))
         return result;
 
-    SongList list;
-    {
-        Gathering gathering (*database, progress, result);
-        result.isRead = isM3u ? readM3u (path, gathering) : readPropertyList (path, gathering);
-        list = std::move (gathering.list);
-    }
+    Gathering gathering (*database, progress, result);
+    result.isRead = isM3u ? readM3u (path, gathering) : readPropertyList (path, gathering);
+    const auto list = gathering.end();
     // A property list that is none at all makes no playlist.
-    if (result.isLocked || (!result.isRead && list.isEmpty()))
-        return result;
-
-    if (playlistId < 0)
-        database->createPlaylist (name, &list, sortOrder >= 0 ? sortOrder : orderBehindOthers (*database),
-                                  &result.playlistId);
-    else if (list.isEmpty() || database->addListToPlaylist (playlistId, &list) == LibraryCode::ok)
-        result.playlistId = playlistId;
-    result.songs = result.playlistId >= 0 ? list.size() : 0;
+    if (result.code == LibraryCode::ok && (result.isRead || !list.isEmpty()))
+        result.code = makePlaylist (list, result);
     return result;
+}
+
+int ImportPlaylist::makePlaylist (const SongList& list, Result& result) const
+{
+    auto code = LibraryCode::ok;
+    auto id = playlistId, order = sortOrder;
+    if (id >= 0)
+        code = list.isEmpty() ? code : database->addListToPlaylist (id, &list);
+    else
+    {
+        if (order < 0)
+            code = findOrderBehindOthers (*database, order);
+        if (code == LibraryCode::ok)
+            code = database->createPlaylist (name, &list, order, &id);
+    }
+    if (code == LibraryCode::ok)
+    {
+        result.playlistId = id;
+        result.songs = list.size();
+    }
+    return code;
 }

@@ -19,7 +19,7 @@ constexpr const char* sessions = ".sessions";
 constexpr const char* withoutBackup =
     "The library file is damaged, and there is no good backup of it; it stays as it is.";
 
-/** What a new file needs before there is a song in it, and about what a write of a few rows needs. */
+/** The size of a new file before there is a song in it, and about that of a write of a few rows. */
 constexpr size_t probeBytes = 64 * 1024;
 
 /** Tries it: permission bits say nothing of a full disk or a read-only medium, and nothing at all to an administrator. */
@@ -31,11 +31,11 @@ bool canWriteIn (const juce::File& folder)
         if (stream.openedOk())
             stream.writeRepeatedByte (0, probeBytes);
     }
-    // The toolkit's ways to write a whole file don't tell of a full disk.
+    // JUCE's ways to write a whole file don't tell of a full disk.
     return probe.getFile().getSize() == static_cast<juce::int64> (probeBytes);
 }
 
-/** Size and time of the last change, to the nanosecond: what tells one state of a file from another. */
+/** Size, number and time of the last change, to the nanosecond: they tell one state of a file from another. */
 juce::String stateOf (const juce::File& file)
 {
     struct stat facts
@@ -47,11 +47,6 @@ juce::String stateOf (const juce::File& file)
            + juce::String (static_cast<juce::int64> (facts.st_ino)) + " "
            + juce::String (static_cast<juce::int64> (facts.st_mtim.tv_sec)) + "."
            + juce::String (static_cast<juce::int64> (facts.st_mtim.tv_nsec));
-}
-
-juce::File journalOf (const juce::File& file)
-{
-    return juce::File (file.getFullPathName() + "-journal");
 }
 }
 
@@ -101,7 +96,7 @@ juce::File LibraryFile::besideBackups (const char* ending) const
 bool LibraryFile::isAsItWasClosed() const
 {
     const auto note = besideBackups (closedNote);
-    return !journalOf (library).exists() && note.existsAsFile()
+    return DatabaseFile::sideFilesOf (library).isEmpty() && note.existsAsFile()
            && note.loadFileAsString() == stateOf (library);
 }
 
@@ -137,18 +132,13 @@ juce::File LibraryFile::newestGoodBackup() const
     return {};
 }
 
-juce::File LibraryFile::moveAside() const
+juce::File LibraryFile::moveAside (const char* why) const
 {
-    const auto aside =
-        library
-            .getSiblingFile (library.getFileNameWithoutExtension() + "_damaged_"
-                             + now().formatted ("%Y-%m-%d_(%Hh%Mm%Ss)") + library.getFileExtension())
-            .getNonexistentSibling();
-    if (!library.moveFileTo (aside))
-        return {};
-    // Left behind, it would be played into the file that takes the place.
-    juce::ignoreUnused (journalOf (library).moveFileTo (journalOf (aside)));
-    return aside;
+    const auto name = library.getFileNameWithoutExtension() + why + now().formatted ("%Y-%m-%d_(%Hh%Mm%Ss)");
+    auto aside = library.getSiblingFile (name + library.getFileExtension());
+    for (int n = 2; aside.exists() || !DatabaseFile::sideFilesOf (aside).isEmpty(); ++n)
+        aside = library.getSiblingFile (name + "(" + juce::String (n) + ")" + library.getFileExtension());
+    return DatabaseFile::move (library, aside) ? aside : juce::File();
 }
 
 juce::String LibraryFile::replaceLost (const juce::String& whatHappened, const juce::File& backup) const
@@ -163,8 +153,13 @@ void LibraryFile::backUp() const
     if (DatabaseFile::copy (library, todaysBackup()) != LibraryCode::ok)
         return;
     const auto backups = backupsNewestFirst();
+    // The largest stays: after a loss it holds what the newer ones miss.
+    const auto* const largest =
+        std::max_element (backups.begin(), backups.end(),
+                          [] (const auto& a, const auto& b) { return a.getSize() < b.getSize(); });
     for (int i = backupsKept; i < backups.size(); ++i)
-        juce::ignoreUnused (backups[i].deleteFile());
+        if (backups[i] != *largest)
+            juce::ignoreUnused (backups[i].deleteFile());
 }
 
 LibraryFile::Session LibraryFile::inMemory() const
@@ -182,9 +177,8 @@ void LibraryFile::repair (bool isAlone, Session& session)
     if (!isAlone || DatabaseFile::isLocked (library))
         session.message = "The library file is damaged, and another program has it open; it stays as it is.";
     else if (isAnyFile && backup == juce::File())
-        session.message =
-            "The library file is damaged, and there is no good backup of it; it stays as it is.";
-    else if (const auto aside = moveAside(); aside == juce::File())
+        session.message = withoutBackup;
+    else if (const auto aside = moveAside ("_damaged_"); aside == juce::File())
         session = inMemory();
     else
     {
@@ -192,6 +186,33 @@ void LibraryFile::repair (bool isAlone, Session& session)
             replaceLost ("The library file was damaged and is kept as " + aside.getFileName(), backup);
         isSound = true;
     }
+}
+
+void LibraryFile::beginAnew (Session& session)
+{
+    // Its side files have lost the file that they belong to, and would be played into the new one.
+    if (!DatabaseFile::sideFilesOf (library).isEmpty() && moveAside ("_lost_") == juce::File())
+    {
+        session = inMemory();
+        return;
+    }
+    isSound = true;
+    session.backup = newestGoodBackup();
+    if (session.backup != juce::File())
+        session.message =
+            "The library file was missing or empty, so a new library was begun; there is the backup "
+            + session.backup.getFileName() + " of it.";
+}
+
+juce::String LibraryFile::putBack (const juce::File& backup)
+{
+    assertMayBlock();
+    if (DatabaseFile::isLocked (library) && library.getSize() > 0)
+        return "Another program has the library open; it stays as it is.";
+    const auto aside = moveAside ("_replaced_");
+    if (aside == juce::File() || DatabaseFile::copy (backup, library) != LibraryCode::ok)
+        return "The backup " + backup.getFileName() + " can't be put in the library's place.";
+    return "The backup " + backup.getFileName() + " has taken the library's place.";
 }
 
 void LibraryFile::lookAfter (Purpose purpose, bool isAlone, Session& session)
@@ -202,9 +223,7 @@ void LibraryFile::lookAfter (Purpose purpose, bool isAlone, Session& session)
         return;
     if (isEmpty || !library.exists())
     {
-        if (hasBackup())
-            session.message = replaceLost ("The library file was missing or empty", newestGoodBackup());
-        isSound = true;
+        beginAnew (session);
         return;
     }
     const auto wantsBackup = purpose == Purpose::writing && !todaysBackup().existsAsFile();

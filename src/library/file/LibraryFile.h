@@ -5,8 +5,9 @@
 
 #include <functional>
 
-/** The library's file before it is opened: made if it is missing, checked, put back from a backup if it is damaged, and
-    copied once a day. Whatever it takes away or puts in place, it says. What another program has in use stays as it is.
+/** Looks after the library's file before it is opened: makes it if it is missing, checks it, puts a backup in the place of a
+    damaged one, and copies it once a day. It says whatever it takes away or puts in place. A file that another program
+    has in use stays as it is.
 
     Not thread-safe; may block for a second or two with a million songs, see docs/library.md. */
 class LibraryFile
@@ -20,7 +21,7 @@ public:
         writing
     };
 
-    /** What a session is to open. */
+    /** The file that a session is to open. */
     struct Session
     {
         juce::File file;
@@ -30,6 +31,10 @@ public:
 
         /** A sentence for the user, or nothing. */
         juce::String message;
+
+        /** The newest good backup, where the file was missing or empty and a new library was begun: to be offered to the
+            user; see putBack(). */
+        juce::File backup {};
     };
 
     /** The user's library.
@@ -48,6 +53,11 @@ public:
         this program has the file not open. */
     Session prepare (Purpose = Purpose::writing);
 
+    /** Puts a backup in the library's place; what is there is kept beside it under another name. Only between prepare() and
+        the opening, or after the closing.
+        @returns a sentence for the user */
+    juce::String putBack (const juce::File& backup);
+
     /** Notes that the file was closed in good order, so that the next start need not read all of it. Only after the
         database was closed; does nothing after a session in memory or on a file that could not be checked. */
     void noteClosed();
@@ -63,9 +73,10 @@ private:
     juce::Array<juce::File> backupsNewestFirst() const;
     juce::File newestGoodBackup() const;
     juce::String replaceLost (const juce::String& whatHappened, const juce::File& backup) const;
-    juce::File moveAside() const;
+    juce::File moveAside (const char* why) const;
     void backUp() const;
     void lookAfter (Purpose, bool isAlone, Session&);
+    void beginAnew (Session&);
     void repair (bool isAlone, Session&);
 
     const juce::File library;

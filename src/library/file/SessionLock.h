@@ -4,7 +4,7 @@
 
 #include <utility>
 
-/** By what the sessions on one library know of each other: a file beside it that they lock, all together, or one alone
+/** The sign by which the sessions on one library know of each other: a file beside it that they lock, all together, or one alone
     while it looks after the library. The system lets go of the locks of a program that was killed.
 
     Not thread-safe. */

@@ -58,6 +58,15 @@ juce::String decodePercents (const juce::String& text)
     return textOf (bytes);
 }
 
+juce::String pathOfFileUrl (const juce::String& url)
+{
+    const auto path = decodePercents (url.fromFirstOccurrenceOf (":", false, false));
+    if (!path.startsWith ("//"))
+        return path;
+    const auto root = path.indexOfChar (2, '/');
+    return root >= 0 ? path.substring (root) : path.substring (2);
+}
+
 juce::String decodeLocation (const juce::String& location)
 {
     const auto separator = juce::File::getSeparatorChar();
@@ -65,5 +74,10 @@ juce::String decodeLocation (const juce::String& location)
     // The separator that begins an absolute path is the last character of the start.
     if (separator == '/' && path.isNotEmpty() && !path.startsWithChar (separator) && !hasDrive (path))
         path = juce::String::charToString (separator) + path;
+
+    const auto isOtherForm =
+        location.startsWithIgnoreCase ("file:") && !location.startsWithIgnoreCase ("file://localhost/");
+    if (isOtherForm && !(juce::File::isAbsolutePath (path) && juce::File (path).existsAsFile()))
+        return pathOfFileUrl (location);
     return path;
 }

@@ -14,14 +14,6 @@ bool isLineEnd (char32_t c)
     return c == '\n' || c == '\r' || c == TextReader::end;
 }
 
-/** The path in a "file" URL, the host being left out. */
-juce::String pathOfUrl (const juce::String& url)
-{
-    const auto path = decodePercents (url.fromFirstOccurrenceOf ("://", false, true));
-    const auto root = path.indexOfChar ('/');
-    return root > 0 ? path.substring (root) : path;
-}
-
 juce::String existing (const juce::File& file)
 {
     return file.existsAsFile() ? file.getFullPathName() : juce::String();
@@ -60,7 +52,7 @@ juce::String M3u::findFile (const juce::String& line, const juce::File& folder)
 {
     if (line.startsWithIgnoreCase ("file://"))
     {
-        const auto path = pathOfUrl (line);
+        const auto path = pathOfFileUrl (line);
         return juce::File::isAbsolutePath (path) ? existing (juce::File (path)) : juce::String();
     }
     if (line.startsWithIgnoreCase ("http://") || line.startsWithIgnoreCase ("rtp://"))
@@ -73,6 +65,11 @@ juce::String M3u::findFile (const juce::String& line, const juce::File& folder)
         if (auto path = existing (folder.getChildFile (name)); path.isNotEmpty())
             return path;
     return {};
+}
+
+bool M3u::isExtensionOf (const juce::File& file)
+{
+    return file.hasFileExtension ("m3u;m3u8");
 }
 
 juce::String M3u::header()

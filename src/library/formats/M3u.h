@@ -25,6 +25,9 @@ void read (juce::InputStream&, const EntryFunction&);
     @returns nothing if no such file exists. Looks at the disk. */
 juce::String findFile (const juce::String& line, const juce::File& folder);
 
+/** True for ".m3u" and ".m3u8". */
+bool isExtensionOf (const juce::File&);
+
 /** The first line of a playlist. */
 juce::String header();
 

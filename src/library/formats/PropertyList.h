@@ -48,7 +48,7 @@ struct Playlist
 /** Bytes that are kept of a value. */
 inline constexpr size_t maxValueBytes = 1 << 16;
 
-/** What is called while reading; each returns false to end it. @param part   of the file that is read, 0 to 1 */
+/** The functions that are called while reading; each returns false to end it. @param part   of the file that is read, 0 to 1 */
 struct Visitor
 {
     std::function<bool (const Track&, double part)> onTrack = [] (const Track&, double) { return true; };

@@ -49,7 +49,7 @@ public:
     }
 
     /** @param realPath   the same folder by a path without links
-        @param from, to   what the folder is of the whole walk */
+        @param from, to   the folder's share of the whole walk */
     bool visit (const fs::path& path, const fs::path& realPath, double from, double to)
     {
         if (!entered.insert (realPath.string()).second)
@@ -77,7 +77,7 @@ private:
 
         std::error_code error;
         const auto target = fs::canonical (below, error);
-        // What lies below the root has a path of its own, by which its songs are known.
+        // A folder below the root has a path of its own, by which its songs are known.
         const auto isOwn =
             std::mismatch (realRoot.begin(), realRoot.end(), target.begin(), target.end()).first
             == realRoot.end();

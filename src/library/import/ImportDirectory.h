@@ -2,7 +2,7 @@
 
 #include "library/import/ImportRun.h"
 
-/** Imports all audio files below a folder, in one transaction. */
+/** Imports all audio files below a folder. */
 class ImportDirectory
 {
 public:

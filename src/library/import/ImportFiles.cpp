@@ -15,46 +15,46 @@ ImportResult ImportFiles::run (ImportProgress& progress)
         return {};
 
     juce::StringArray accepted;
-    ImportResult result;
+    ImportRun importRun (*database, progress);
+    importRun.onAccepted = [&accepted] (const juce::String& path) { accepted.add (path); };
+    for (int i = 0; i < paths.size(); ++i)
     {
-        ImportRun importRun (*database, progress);
-        importRun.onAccepted = [&accepted] (const juce::String& path) { accepted.add (path); };
-        for (int i = 0; i < paths.size(); ++i)
-        {
-            const auto file = juce::File::createFileWithoutCheckingPath (paths[i]);
-            const auto part = static_cast<double> (i) / paths.size();
-            const auto isGoingOn = file.isDirectory()
-                                       ? importRun.importFolder (file, part, part + 1.0 / paths.size())
-                                       : importRun.importFile (paths[i], part);
-            if (!isGoingOn)
-                break;
-        }
-        result = importRun.end();
+        const auto file = juce::File::createFileWithoutCheckingPath (paths[i]);
+        const auto part = static_cast<double> (i) / paths.size();
+        const auto isGoingOn = file.isDirectory()
+                                   ? importRun.importFolder (file, part, part + 1.0 / paths.size())
+                                   : importRun.importFile (paths[i], part);
+        if (!isGoingOn)
+            break;
     }
-
-    // Each would wait again.
-    if (result.isLocked)
-        return result;
-    if (target.list != nullptr)
-        putIntoList (accepted);
-    else if (target.playlistId >= 0)
-        database->addFilesToPlaylist (target.playlistId, accepted);
-    else if (target.isAutomix)
-        database->addFilesToAutomix (accepted);
+    auto result = importRun.end();
+    if (result.code == LibraryCode::ok && !accepted.isEmpty())
+        result.code = putWhereDropped (accepted);
     return result;
 }
 
-void ImportFiles::putIntoList (const juce::StringArray& accepted)
+int ImportFiles::putWhereDropped (const juce::StringArray& accepted) const
+{
+    if (target.list != nullptr)
+        return putIntoList (accepted);
+    if (target.playlistId >= 0)
+        return database->addFilesToPlaylist (target.playlistId, accepted);
+    return target.isAutomix ? database->addFilesToAutomix (accepted) : LibraryCode::ok;
+}
+
+int ImportFiles::putIntoList (const juce::StringArray& accepted) const
 {
     auto place = target.place;
     for (const auto& path : accepted)
     {
         SongListEntry entry;
-        if (database->findByFilename (path, entry) == 0 && entry.songId >= 0)
+        if (const auto code = database->findByFilename (path, entry); code != LibraryCode::ok)
+            return code;
+        if (entry.songId >= 0)
             target.list->insert (place++, entry);
     }
     if (target.list->kind == SongListKind::playlist)
-        database->replacePlaylistEntries (target.list);
-    else if (target.list->kind == SongListKind::automix)
-        database->replaceAutomixEntries (target.list);
+        return database->replacePlaylistEntries (target.list);
+    return target.list->kind == SongListKind::automix ? database->replaceAutomixEntries (target.list)
+                                                      : LibraryCode::ok;
 }

@@ -3,12 +3,12 @@
 #include "library/import/ImportRun.h"
 #include "library/songs/SongList.h"
 
-/** Imports dropped or chosen files and folders in one transaction, and puts them, known or new, where they were dropped. */
+/** Imports dropped or chosen files and folders, and puts them, known or new, into the list on which they were dropped. */
 class ImportFiles
 {
 public:
-    /** Where the songs go besides the library: into the list if there is one, else into the playlist, else into the
-        automix list if asked. */
+    /** The place of the songs besides the library: the list if there is one, else the playlist, else the automix list if
+        asked. */
     struct Target
     {
         SongList* list = nullptr; ///< a playlist or the automix list; is written back to the database
@@ -21,11 +21,13 @@ public:
         @param paths      absolute, of files and folders */
     ImportFiles (SongDatabase* database, const juce::StringArray& paths, const Target&);
 
-    /** Any thread but the audio thread; the list must not be in use by another. */
+    /** Any thread but the audio thread; the list must not be in use by another. Files that the library could not store are
+        put nowhere; the result's code is also that of a list that could not be written. */
     ImportResult run (ImportProgress&);
 
 private:
-    void putIntoList (const juce::StringArray& accepted);
+    int putWhereDropped (const juce::StringArray& accepted) const;
+    int putIntoList (const juce::StringArray& accepted) const;
 
     SongDatabase* const database;
     const juce::StringArray paths;

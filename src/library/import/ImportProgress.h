@@ -2,7 +2,7 @@
 
 #include <juce_core/juce_core.h>
 
-/** Whoever watches a task of the library: a window, a terminal, a test. Called on the task's thread only. */
+/** A watcher of a task of the library: a window, a terminal, a test. Called on the task's thread only. */
 class ImportProgress
 {
 public:
@@ -11,14 +11,14 @@ public:
     /** @param part   done so far, 0 to 1 */
     virtual void setProgress (double part) = 0;
 
-    /** What the task is at, such as a path. */
+    /** The thing in hand, such as a path. */
     virtual void setStatusText (const juce::String&) = 0;
 
     /** True once the user has cancelled: the task ends after the song at hand and keeps what it did. */
     virtual bool shouldExit() const = 0;
 };
 
-/** What the window of an import shows. */
+/** Texts of the window of an import. */
 namespace ImportTexts
 {
 inline constexpr const char* windowTitle = "Importing Music Files";

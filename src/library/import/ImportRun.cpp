@@ -1,67 +1,41 @@
 #include "library/import/ImportRun.h"
 
-#include "library/database/SongDatabase.h"
 #include "library/import/FolderWalk.h"
-#include "library/import/ImportSong.h"
 #include "support/AudioFileTypes.h"
-
-#include <utility>
 
 namespace
 {
-/** Each waits for a tenth of a second. */
-constexpr int triesToStore = 20;
+/** Begins the names of files in which some systems keep the attributes of a file with the rest of the name. */
+constexpr const char* attributesOfAnother = "._";
 }
 
-int endPatiently (SongDatabase& database)
-{
-    auto code = database.endTransaction();
-    for (int i = 0; i < triesToStore && code == LibraryCode::busy; ++i)
-        code = database.endTransaction();
-    return code;
-}
-
-ImportRun::ImportRun (SongDatabase& d, ImportProgress& p)
-    : database (d),
+ImportRun::ImportRun (SongDatabase& database, ImportProgress& p)
+    : batch (database),
       progress (p),
       filter (AudioFileTypes::wildcard, {}, {})
 {
-    database.beginTransaction();
-}
-
-ImportRun::~ImportRun()
-{
-    if (!hasEnded)
-        juce::ignoreUnused (end());
 }
 
 ImportResult ImportRun::end()
 {
-    hasEnded = true;
-    if (endPatiently (database) == LibraryCode::busy)
-    {
-        result.isLocked = true;
-        result.refused += std::exchange (result.added, 0);
-    }
+    batch.store();
+    result.added = batch.added();
+    result.refused = batch.refused();
+    result.code = batch.code();
     return result;
 }
 
 bool ImportRun::importFile (const juce::String& path, double part)
 {
-    if (progress.shouldExit())
-    {
-        result.isCancelled = true;
+    result.isCancelled = progress.shouldExit();
+    if (result.isCancelled)
         return false;
-    }
-    if (filter.isFileSuitable (juce::File::createFileWithoutCheckingPath (path)))
+    const auto file = juce::File::createFileWithoutCheckingPath (path);
+    if (filter.isFileSuitable (file) && !file.getFileName().startsWith (attributesOfAnother))
     {
         progress.setStatusText (path);
-        const auto outcome = tryImportSong (database, path);
         ++result.accepted;
-        result.added += outcome == SongImport::added ? 1 : 0;
-        result.refused += outcome == SongImport::refused || outcome == SongImport::locked ? 1 : 0;
-        result.isLocked = outcome == SongImport::locked;
-        if (result.isLocked)
+        if (!batch.take (path))
             return false;
         onAccepted (path);
     }

@@ -1,41 +1,37 @@
 #pragma once
 
 #include "library/import/ImportProgress.h"
+#include "library/import/SongBatch.h"
+#include "library/sql/LibraryCode.h"
 
 #include <juce_core/juce_core.h>
 
 #include <functional>
 
-class SongDatabase;
-
-/** How an import ended. */
+/** The outcome of an import. */
 struct ImportResult
 {
     int accepted = 0; ///< audio files that were met
-    int added = 0;    ///< of these, those that are new in the library
-    int refused = 0;  ///< of these, those that the database did not take
+    int added = 0;    ///< of these, those that are new in the library, and stored
+    int refused = 0;  ///< of these, those that are not stored for a fault
     bool isCancelled = false;
 
-    /** Another program writes to the library: the import ended at the first song for which that was waited in vain. */
-    bool isLocked = false;
+    /** The code of LibraryCode, or SQLite's, of the fault that ended the import: after a full disk, say, or where another
+        program was waited for in vain. */
+    int code = 0;
+
+    bool isLocked() const { return code == LibraryCode::busy; }
 };
 
-/** Ends a transaction, if need be after waiting two seconds for other programs that read. Any thread but the audio
-    thread. @returns a code as the database gives it */
-int endPatiently (SongDatabase&);
-
-/** One import while it goes: the file filter, the transaction around everything, and what came of it. */
+/** One import while it goes: the file filter, the songs on their way, and the outcome. */
 class ImportRun
 {
 public:
     ImportRun (SongDatabase&, ImportProgress&);
-    ~ImportRun();
-    ImportRun (const ImportRun&) = delete;
-    ImportRun& operator= (const ImportRun&) = delete;
 
     /** Imports a file if it is one of AudioFileTypes.
         @param part   that is done with it, 0 to 1
-        @returns false once the import is cancelled or the library locked */
+        @returns false once the import is cancelled or nothing can be stored */
     bool importFile (const juce::String& path, double part);
 
     /** The same with every file below a folder.
@@ -45,13 +41,12 @@ public:
     /** Called for each accepted path, known or new. */
     std::function<void (const juce::String& path)> onAccepted = [] (const juce::String&) {};
 
-    /** Stores what was imported. */
+    /** Stores the last songs. */
     ImportResult end();
 
 private:
-    SongDatabase& database;
+    SongBatch batch;
     ImportProgress& progress;
     const juce::WildcardFileFilter filter;
     ImportResult result;
-    bool hasEnded = false;
 };

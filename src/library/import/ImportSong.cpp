@@ -1,34 +1,19 @@
 #include "library/import/ImportSong.h"
 
 #include "library/database/SongDatabase.h"
-#include "library/tags/ReadTags.h"
-#include "support/AudioThread.h"
-
-SongImport tryImportSong (SongDatabase& database, const juce::String& path)
-{
-    assertMayBlock();
-    if (database.countFilename (path) > 0)
-        return SongImport::known;
-    SongRecord record;
-    readTags (path, record);
-    switch (database.insertSong (record))
-    {
-    case LibraryCode::ok:
-        return SongImport::added;
-    case LibraryCode::busy:
-        return SongImport::locked;
-    default:
-        return SongImport::refused;
-    }
-}
+#include "library/import/SongBatch.h"
 
 bool importSong (SongDatabase& database, const juce::String& path)
 {
-    return tryImportSong (database, path) == SongImport::added;
+    SongBatch batch (database);
+    return batch.take (path) && batch.added() == 1;
 }
 
-bool markStarted (SongDatabase& database, const juce::String& path)
+int markStarted (SongDatabase& database, const juce::String& path)
 {
     const auto id = database.idOfFilename (path);
-    return id >= 0 && database.markPlayed (id) == LibraryCode::ok;
+    if (id < 0)
+        return id == -1 ? 0 : id;
+    const auto code = database.markPlayed (id);
+    return code == LibraryCode::ok ? 1 : LibraryCode::inPlaceOfCount (code);
 }

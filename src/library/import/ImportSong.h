@@ -4,23 +4,12 @@
 
 class SongDatabase;
 
-enum class SongImport
-{
-    added,
-    known,   ///< the path is in the library
-    refused, ///< by the database
-    locked   ///< refused, because another program writes to the database
-};
-
 /** Brings one file into the library, with what its tags tell. The full path is what a song is known by, letter for
-    letter. A file that the tag library can't read comes in too, under its name. A file that a deck loads from anywhere
-    comes in by this as well.
-    @param path   absolute
-    Any thread but the audio thread. */
-SongImport tryImportSong (SongDatabase&, const juce::String& path);
-
-/** The same. @returns true if a new row was written, so that views show it */
+    letter. A file that TagLib can't read comes in too, under its name. A file that a deck loads from anywhere comes in by
+    this as well. @param path   absolute
+    @returns true if a new row was written, so that views show it. Any thread but the audio thread. */
 bool importSong (SongDatabase&, const juce::String& path);
 
-/** A deck has started a file: if the library has it, it counts as played now, once more. @returns true if it has */
-bool markStarted (SongDatabase&, const juce::String& path);
+/** Counts the start of a file on a deck: if the library has it, it is played now, once more.
+    @returns 1 if the library has it, 0 if not, below 0 where that is not known or not stored: see LibraryCode::ofCount() */
+int markStarted (SongDatabase&, const juce::String& path);

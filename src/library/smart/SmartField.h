@@ -4,7 +4,7 @@
 
 #include <array>
 
-/** What kind of value the rules on a field compare. */
+/** The kind of value that the rules on a field compare. */
 enum class SmartType
 {
     text,

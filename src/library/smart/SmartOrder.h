@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-/** By what a limited smart playlist selects, as the editor offers it. */
+/** The order by which a limited smart playlist selects, as the editor offers it. */
 struct SmartOrder
 {
     const char* text;

@@ -39,7 +39,7 @@ enum class SmartOperator : int32_t
     isInTheRange
 };
 
-/** What views show and documents hold of the operators, by their numbers. */
+/** The words of the operators, in views and documents, by their numbers. */
 inline constexpr std::array<const char*, 13> operatorNames {
     "contains",        "does not contain", "is",       "is not",    "starts with",    "ends with",
     "is greater than", "is less than",     "is after", "is before", "is in the last", "is not in the last",

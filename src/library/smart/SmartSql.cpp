@@ -128,7 +128,7 @@ juce::String conditionOf (const SmartRule& rule)
     return condition.isEmpty() ? condition : nameOf (columnOf (field)) + condition;
 }
 
-/** What may stand in an order clause: the text may come out of any document. */
+/** True for what may stand in an order clause: the text may come out of any document. */
 bool isOrder (const juce::String& field)
 {
     return field == randomOrder || fieldOfColumn (field.toStdString()).has_value();

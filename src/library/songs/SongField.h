@@ -41,7 +41,7 @@ enum class SongField : int32_t
 
 inline constexpr int songFieldCount = 24;
 
-/** What there is to know of a field. */
+/** The name and the column of a field. */
 struct SongFieldInfo
 {
     const char* displayName;

@@ -59,3 +59,10 @@ void SongList::setDatabase (SongDatabase* database)
     for (auto& row : rows)
         row.database = database;
 }
+
+void SongList::setEntryIds (std::span<const int32_t> ids)
+{
+    if (ids.size() == rows.size())
+        for (size_t i = 0; i < rows.size(); ++i)
+            rows[i].entryId = ids[i];
+}

@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-/** What a view shows: the rows of one source, with running totals. The entries lie in one block of memory, so a list of
+/** The rows of one source, as a view shows them, with running totals. The entries lie in one block of memory, so a list of
     a million songs is one allocation; an address of an entry holds until the list changes.
     Not locked; each thread uses its own. */
 class SongList
@@ -55,8 +55,11 @@ public:
     /** Empties the list; what it shows stays named. */
     void clear();
 
-    /** Tells every entry which database it came from. */
+    /** Tells every entry its database. */
     void setDatabase (SongDatabase*);
+
+    /** Gives the entries new numbers, in the list's order; another count of numbers does nothing. */
+    void setEntryIds (std::span<const int32_t>);
 
 private:
     std::vector<SongListEntry> rows;

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-/** What a list of songs shows, and so where its rows come from. */
+/** The source of a list of songs. */
 enum class SongListKind : int32_t
 {
     none = -1,

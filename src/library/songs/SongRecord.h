@@ -15,7 +15,7 @@ struct SongRecord
     /** The song's number, -1 for one that is not in the database. */
     int32_t id = -1;
 
-    /** Where it was read from. */
+    /** The database that it was read from. */
     SongDatabase* database = nullptr;
 
     /** True if the file was there, and no folder, when the record was read. */

@@ -4,7 +4,7 @@
 
 #include <juce_core/juce_core.h>
 
-/** What the tree of sources holds of one list. */
+/** One list in the tree of sources. */
 struct SourceItem
 {
     juce::String name, parentName;

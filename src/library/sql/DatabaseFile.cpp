@@ -4,23 +4,16 @@
 
 #include <sqlite3.h>
 
-#include <fcntl.h>
-#include <unistd.h>
-
-namespace
-{
-/** Where SQLite's file format has its locks: the pending byte, the reserved byte and 510 for those who read. */
-constexpr off_t lockBytes = 0x40000000;
-constexpr off_t lockByteCount = 512;
-}
-
 DatabaseFile::Health DatabaseFile::check (const juce::File& file)
 {
     if (!file.existsAsFile())
         return Health::unknown;
     SqlConnection connection;
     juce::String answer;
+    // A file that can't be written to, on a disc say, is checked as it is.
     auto code = connection.open (file.getFullPathName());
+    if (code != SQLITE_OK || connection.run ("PRAGMA schema_version") == SQLITE_CANTOPEN)
+        code = connection.openForReading (file.getFullPathName());
     if (code == SQLITE_OK)
         code = connection.query ("PRAGMA quick_check(1)", [&] (const SqlRow& row) { answer = row.text (0); });
     if (code == SQLITE_OK)
@@ -31,19 +24,30 @@ DatabaseFile::Health DatabaseFile::check (const juce::File& file)
 
 bool DatabaseFile::isLocked (const juce::File& file)
 {
-    const auto descriptor = ::open (file.getFullPathName().toRawUTF8(), O_RDWR | O_CLOEXEC);
-    if (descriptor < 0)
-        return true;
-    struct flock lock
-    {
-    };
-    lock.l_type = F_WRLCK;
-    lock.l_whence = SEEK_SET;
-    lock.l_start = lockBytes;
-    lock.l_len = lockByteCount;
-    const auto isTold = ::fcntl (descriptor, F_GETLK, &lock) == 0;
-    ::close (descriptor);
-    return !isTold || lock.l_type != F_UNLCK;
+    SqlConnection connection;
+    return !file.existsAsFile() || connection.open (file.getFullPathName()) != SQLITE_OK
+           || connection.isHeldByOthers();
+}
+
+juce::Array<juce::File> DatabaseFile::sideFilesOf (const juce::File& file)
+{
+    juce::Array<juce::File> files;
+    for (const auto* ending : { "-journal", "-wal", "-shm" })
+        if (const juce::File side (file.getFullPathName() + ending); side.exists())
+            files.add (side);
+    return files;
+}
+
+bool DatabaseFile::move (const juce::File& from, const juce::File& to)
+{
+    if (from.exists() && !from.moveFileTo (to))
+        return false;
+    // Left behind, they would be played into the file that takes the place.
+    for (const auto& side : sideFilesOf (from))
+        if (const auto ending = side.getFileName().substring (from.getFileName().length());
+            !side.moveFileTo (juce::File (to.getFullPathName() + ending)))
+            return false;
+    return true;
 }
 
 int DatabaseFile::copy (SqlConnection& from, const juce::File& to)
@@ -53,6 +57,9 @@ int DatabaseFile::copy (SqlConnection& from, const juce::File& to)
     auto code = target.open (temporary.getFile().getFullPathName());
     if (code == SQLITE_OK)
         code = from.copyTo (target);
+    // A copy is one file, which can be carried about and read from a disc.
+    if (code == SQLITE_OK)
+        code = target.run ("PRAGMA journal_mode=DELETE");
     target.close();
     if (code == SQLITE_OK && !temporary.overwriteTargetFileWithTemporary())
         return LibraryCode::failed;

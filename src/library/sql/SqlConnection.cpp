@@ -1,17 +1,51 @@
 #include "library/sql/SqlConnection.h"
 
 #include "library/sql/LibraryCode.h"
+#include "library/sql/SqlFunctions.h"
+#include "library/sql/SqlInterruption.h"
 #include "library/sql/StoredText.h"
 #include "support/AudioThread.h"
 
+#include <linux/magic.h>
 #include <sqlite3.h>
+#include <sys/vfs.h>
 
 #include <algorithm>
+#include <array>
 
 namespace
 {
-/** How long a statement waits for another process that writes to the same file. */
-constexpr int busyMilliseconds = 100;
+/** SQLite's steps between two looks at the thread's SqlInterruption: some 20 microseconds. */
+constexpr int stepsBetweenLooks = 1000;
+
+/** With a log, the file and the log are brought to the disk at each of its ends, so that a power cut damages nothing, and
+    the log keeps 16 MB of the disk at most once its content is in the file. */
+constexpr std::array withLog { "PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL",
+                               "PRAGMA journal_size_limit=16777216" };
+constexpr std::array withoutLog { "PRAGMA journal_mode=DELETE" };
+
+/** File systems by whose memory the processes of one machine can't share the log's index, by their magic numbers: those
+    of networks, and those that a program serves, which may be one too. */
+constexpr std::array<uint32_t, 9> withoutSharedMemory {
+    NFS_SUPER_MAGIC,  SMB_SUPER_MAGIC,  CIFS_SUPER_MAGIC,    SMB2_SUPER_MAGIC,      AFS_SUPER_MAGIC,
+    CODA_SUPER_MAGIC, FUSE_SUPER_MAGIC, 0x01021997 /* 9p */, 0x00c36400 /* Ceph */,
+};
+
+bool canShareMemory (const char* path)
+{
+    struct statfs system
+    {
+    };
+    return ::statfs (path, &system) == 0
+           && std::find (withoutSharedMemory.begin(), withoutSharedMemory.end(),
+                         static_cast<uint32_t> (system.f_type))
+                  == withoutSharedMemory.end();
+}
+
+juce::String asUri (const juce::String& path)
+{
+    return "file:" + path.replace ("%", "%25").replace ("?", "%3f").replace ("#", "%23") + "?immutable=1";
+}
 
 /** Steps through all rows. */
 int stepThrough (sqlite3_stmt* statement, const SqlConnection::RowFunction& row)
@@ -59,7 +93,21 @@ int SqlConnection::open (const juce::String& path)
 
 int SqlConnection::openForReading (const juce::String& path)
 {
-    return openWith (path, SQLITE_OPEN_READONLY);
+    if (const auto code = openWith (path, SQLITE_OPEN_READONLY); code != SQLITE_OK)
+        return code;
+    const juce::ScopedLock scope (lock);
+    sqlite3_busy_timeout (handle, 0);
+    const auto code = run ("PRAGMA schema_version");
+    sqlite3_busy_timeout (handle, patience);
+    if (code == SQLITE_BUSY)
+    {
+        close();
+        return code;
+    }
+    // A file with a log can't be read where no log can be made, such as on a disc, unless nobody ever writes to it.
+    if (code == SQLITE_CANTOPEN && juce::File (path + "-wal").getSize() == 0)
+        return openWith (asUri (path), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    return SQLITE_OK;
 }
 
 int SqlConnection::openWith (const juce::String& path, int flags)
@@ -69,9 +117,13 @@ int SqlConnection::openWith (const juce::String& path, int flags)
     const juce::ScopedLock scope (lock);
     const auto code = sqlite3_open_v2 (path.toRawUTF8(), &handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
     if (code != SQLITE_OK)
+    {
         close();
-    else
-        sqlite3_busy_timeout (handle, busyMilliseconds);
+        return code;
+    }
+    setPatience (patience);
+    sqlite3_progress_handler (
+        handle, stepsBetweenLooks, [] (void*) { return SqlInterruption::isDue() ? 1 : 0; }, nullptr);
     return code;
 }
 
@@ -83,12 +135,51 @@ void SqlConnection::close()
     for (const auto& each : kept)
         sqlite3_finalize (each.statement);
     kept.clear();
-
-    // Closing would take back a transaction that somebody left open.
-    if (isInTransaction())
-        juce::ignoreUnused (run ("END TRANSACTION;"));
-    juce::ignoreUnused (sqlite3_close (handle));
+    juce::ignoreUnused (sqlite3_close (handle)); // refused only for statements that are not finalized
     handle = nullptr;
+}
+
+void SqlConnection::setPatience (int milliseconds)
+{
+    const juce::ScopedLock scope (lock);
+    patience = milliseconds;
+    if (handle != nullptr)
+        sqlite3_busy_timeout (handle, milliseconds);
+}
+
+void SqlConnection::useUnicodeCase()
+{
+    const juce::ScopedLock scope (lock);
+    if (handle != nullptr)
+        SqlFunctions::addUnicodeCase (handle);
+}
+
+void SqlConnection::useWriteAheadLog()
+{
+    const juce::ScopedLock scope (lock);
+    const auto* const path = handle != nullptr ? sqlite3_db_filename (handle, "main") : nullptr;
+    if (path == nullptr || *path == 0)
+        return;
+    sqlite3_busy_timeout (handle, 0);
+    for (const auto* pragma : canShareMemory (path) ? std::span<const char* const> (withLog) : withoutLog)
+        juce::ignoreUnused (run (pragma));
+    sqlite3_busy_timeout (handle, patience);
+}
+
+bool SqlConnection::isHeldByOthers()
+{
+    assertMayBlock();
+    const juce::ScopedLock scope (lock);
+    sqlite3_file* file = nullptr;
+    if (handle == nullptr
+        || sqlite3_file_control (handle, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK
+        || file == nullptr || file->pMethods == nullptr)
+        return false;
+    auto code = file->pMethods->xLock (file, SQLITE_LOCK_SHARED);
+    if (code == SQLITE_OK)
+        code = file->pMethods->xLock (file, SQLITE_LOCK_EXCLUSIVE);
+    juce::ignoreUnused (file->pMethods->xUnlock (file, SQLITE_LOCK_NONE));
+    return code == SQLITE_BUSY;
 }
 
 bool SqlConnection::isOpen() const
@@ -208,24 +299,4 @@ int SqlConnection::copyTo (SqlConnection& other)
     const auto stepped = sqlite3_backup_step (backup, -1);
     const auto finished = sqlite3_backup_finish (backup);
     return stepped == SQLITE_DONE ? finished : stepped;
-}
-
-SqlTransaction::SqlTransaction (SqlConnection& toUse)
-    : connection (toUse),
-      open (!toUse.isInTransaction() && toUse.run ("BEGIN TRANSACTION;") == LibraryCode::ok)
-{
-}
-
-SqlTransaction::~SqlTransaction()
-{
-    // A commit that fails leaves the transaction open; the next end or the closing tries again.
-    if (open)
-        juce::ignoreUnused (connection.run ("END TRANSACTION;"));
-}
-
-void SqlTransaction::rollBack()
-{
-    if (open)
-        juce::ignoreUnused (connection.run ("ROLLBACK TRANSACTION;"));
-    open = false;
 }

@@ -2,9 +2,11 @@
 
 #include <juce_core/juce_core.h>
 
+#include <atomic>
 #include <functional>
 #include <span>
 #include <string>
+#include <thread>
 #include <vector>
 
 struct sqlite3;
@@ -28,12 +30,16 @@ private:
     sqlite3_stmt* statement;
 };
 
-/** A connection to SQLite and its lock. Every call takes the lock once, so any thread may call. Gives SQLite's codes, and
-    -4 while closed. */
+/** A connection to SQLite and its lock. A statement takes the lock once, a SqlTransaction for as long as it lives, so any
+    thread may call and no statement of another thread gets into a transaction. Gives SQLite's codes, and -4 while closed.
+    A statement of a thread with a SqlInterruption ends with LibraryCode::interrupted once that is due. */
 class SqlConnection
 {
 public:
     using RowFunction = std::function<void (const SqlRow&)>;
+
+    /** Milliseconds. */
+    static constexpr int defaultPatience = 5000;
 
     SqlConnection() = default;
     ~SqlConnection();
@@ -43,12 +49,23 @@ public:
     /** Opens for reading and writing; a file that is missing is made. @param path   ":memory:" for no file */
     int open (const juce::String& path);
 
-    /** Opens a file that must be there for reading only. */
+    /** Opens a file that must be there for reading only. Waits for nobody: gives LibraryCode::busy at once. */
     int openForReading (const juce::String& path);
 
-    /** Commits what is open and closes. */
+    /** Closes, and takes back what is not committed. */
     void close();
     bool isOpen() const;
+
+    /** Sets how long a statement waits for other connections before it gives LibraryCode::busy; as long as this object
+        lives, at first 5 s. */
+    void setPatience (int milliseconds);
+
+    /** Makes UPPER, LOWER and LIKE know the letters of all scripts. */
+    void useUnicodeCase();
+
+    /** Lets writers and readers go on side by side by a log beside the file, where its file system allows that; elsewhere
+        takes the log away. Does nothing while another connection is at work. */
+    void useWriteAheadLog();
 
     /** Runs a statement and drops what it gives. What follows its end is not run. */
     int run (const std::string& sql);
@@ -59,7 +76,7 @@ public:
     /** Runs one statement that does not write, and hands over its rows under the lock. */
     int query (const std::string& sql, const RowFunction&);
 
-    /** As query() for a statement with one "?" in it, which is kept ready for the next call with the same text. */
+    /** The same for a statement with one "?" in it, which is kept ready for the next call with the same text. */
     int queryKept (const std::string& sql, int32_t value, const RowFunction&);
 
     /** Runs a statement with "?" in it, which is kept ready for the next call with the same text.
@@ -68,10 +85,19 @@ public:
 
     bool isInTransaction() const;
 
+    /** True within a SqlTransaction of the calling thread. */
+    bool isInTransactionOfThisThread() const { return owner == std::this_thread::get_id(); }
+
+    /** True if another connection, of any program, holds a lock of the file. SQLite asks, so that no lock of this process
+        is lost: a file that is opened and closed beside it would let go of them all. */
+    bool isHeldByOthers();
+
     /** Copies everything over the content of another database, under this one's lock. */
     int copyTo (SqlConnection& other);
 
 private:
+    friend class SqlTransaction;
+
     struct Kept
     {
         std::string sql;
@@ -85,21 +111,6 @@ private:
     juce::CriticalSection lock;
     sqlite3* handle = nullptr;
     std::vector<Kept> kept;
-};
-
-/** One transaction for a whole loop. Where one is open already, perhaps of another thread, the loop becomes a part of it. */
-class SqlTransaction
-{
-public:
-    explicit SqlTransaction (SqlConnection&);
-    ~SqlTransaction();
-    SqlTransaction (const SqlTransaction&) = delete;
-    SqlTransaction& operator= (const SqlTransaction&) = delete;
-
-    /** Takes back what was done, if this began it. */
-    void rollBack();
-
-private:
-    SqlConnection& connection;
-    bool open;
+    int patience = defaultPatience;
+    std::atomic<std::thread::id> owner {};
 };

@@ -47,7 +47,7 @@ int writeUntilKilled (const juce::File& file, int first, int units)
     return committed;
 }
 
-/** How often a killed library is looked at; more by scripts/kill-library.sh. */
+/** The number of kills; more by scripts/kill-library.sh. */
 int rounds()
 {
     const auto* wanted = std::getenv ("PX_KILL_ROUNDS");

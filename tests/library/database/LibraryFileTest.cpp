@@ -100,17 +100,25 @@ TEST_F (LibraryFiles, DamageIsMovedAsideAndTheNewestGoodCopyTakesItsPlace)
     EXPECT_EQ (held, "/1/2");
     EXPECT_EQ (session(), "") << "once";
 
+    // A file that somebody took away is not put back unasked; what SQLite left beside it is kept.
     for (const auto emptied : { false, true })
     {
-        if (emptied)
-            EXPECT_TRUE (library.file().replaceWithText (""));
-        else
-            EXPECT_TRUE (library.file().deleteFile());
-        EXPECT_EQ (session(),
-                   "The library file was missing or empty; the backup px_music_library_2026-01-03.sqlite "
-                   "has taken its place.");
+        EXPECT_TRUE (emptied ? library.file().replaceWithText ("") : library.file().deleteFile());
+        EXPECT_TRUE (juce::File (library.file().getFullPathName() + "-wal").replaceWithText ("lost"));
+        EXPECT_EQ (session ("/new"),
+                   "The library file was missing or empty, so a new library was begun; there is the "
+                   "backup px_music_library_2026-01-03.sqlite of it.");
+        EXPECT_EQ (held, "/new");
+        EXPECT_EQ (session(), "") << "once";
+
+        const auto offered = library.backupFolder().getChildFile ("px_music_library_2026-01-03.sqlite");
+        EXPECT_EQ (library.putBack (offered),
+                   "The backup px_music_library_2026-01-03.sqlite has taken the library's place.");
+        EXPECT_EQ (session(), "");
         EXPECT_EQ (held, "/1/2");
     }
+    EXPECT_EQ (namesIn (songManager, "*lost*-wal").size(), 2);
+    EXPECT_EQ (namesIn (songManager, "*replaced*.sqlite").size(), 2) << "what was begun is kept";
 
     for (int i = 2; i <= 4; ++i)
         EXPECT_TRUE (backup (i).replaceWithText (i == 2 ? "" : "rubbish"));
@@ -120,6 +128,39 @@ TEST_F (LibraryFiles, DamageIsMovedAsideAndTheNewestGoodCopyTakesItsPlace)
                                  "there is no good backup of it, so an empty library has taken its place.");
     EXPECT_EQ (held, "/new");
     EXPECT_EQ (namesIn (songManager, "*damaged*").size(), 2);
+}
+
+TEST_F (LibraryFiles, ALogOfAKilledSessionIsPartOfTheLibrary)
+{
+    session ("/1");
+    const auto log = juce::File (library.file().getFullPathName() + "-wal");
+    const auto keptLog = home.file ("log"), keptFile = home.file ("file");
+    {
+        SongDatabase database (library.file());
+        SongRecord song;
+        song[SongColumn::filename] = "/2";
+        ASSERT_EQ (database.insertSong (song), 0);
+        ASSERT_GT (log.getSize(), 0);
+        ASSERT_TRUE (log.copyFileTo (keptLog) && library.file().copyFileTo (keptFile));
+    }
+    // The state that a kill leaves.
+    ASSERT_TRUE (keptLog.copyFileTo (log) && keptFile.copyFileTo (library.file()));
+    day = 2;
+    EXPECT_EQ (session(), "");
+    EXPECT_EQ (held, "/1/2");
+    const auto backup = library.backupFolder().getChildFile ("px_music_library_2026-01-02.sqlite");
+    EXPECT_EQ (SongDatabase (backup).countSongs(), 2);
+
+    // On a disc there can be no log, and nobody writes.
+    ASSERT_TRUE (SongDatabase (library.file()).isOpen());
+    ASSERT_TRUE (songManager.setReadOnly (true, true));
+    SqlConnection onDisc;
+    auto songs = 0;
+    EXPECT_EQ (onDisc.openForReading (library.file().getFullPathName()), 0);
+    EXPECT_EQ (
+        onDisc.query ("SELECT COUNT(*) FROM songs", [&] (const SqlRow& row) { songs = row.int32 (0); }), 0);
+    EXPECT_EQ (songs, 2);
+    ASSERT_TRUE (songManager.setReadOnly (false, true));
 }
 
 TEST_F (LibraryFiles, WhereNothingCanBeStoredTheSessionWorksInMemory)
@@ -155,7 +196,7 @@ TEST_F (LibraryFiles, NoFileCanStopASession)
         ASSERT_TRUE (library.file().replaceWithData (bad.getData(), bad.getSize()));
         ASSERT_TRUE (library.backupFolder().deleteRecursively());
 
-        // What the check lets pass may still be odd; it must be readable without harm.
+        // A file that passes the check may still be odd; it must be readable without harm.
         const auto prepared = library.prepare();
         SongDatabase database (prepared.file, prepared.storage);
         SongList list;

@@ -27,10 +27,11 @@ int write (SongDatabase& database, int unit)
         return insert (database, unit, 0);
     case WriterUnits::Kind::manySongs:
     {
-        auto code = database.beginTransaction();
+        auto transaction = database.beginTransaction();
+        auto code = transaction.code();
         for (int i = 0; i < WriterUnits::songsOfMany && code == 0; ++i)
             code = insert (database, unit, i);
-        return code != 0 ? code : database.endTransaction();
+        return transaction.commitIf (code);
     }
     case WriterUnits::Kind::playlist:
     {

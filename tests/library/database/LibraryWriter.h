@@ -2,7 +2,7 @@
 
 #include <string>
 
-/** What the program that is killed writes, unit by unit: each is one commit. */
+/** The units that the program which is killed writes: each is one commit. */
 namespace WriterUnits
 {
 enum class Kind

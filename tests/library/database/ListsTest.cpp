@@ -60,6 +60,9 @@ TEST_F (Lists, KeepOrderAndTheSameSongTwice)
     list.insert (1, list[2]);
     EXPECT_EQ (database.replacePlaylistEntries (&list), 0);
     EXPECT_EQ (idsOf (id), (Ids { 1, 3, 2, 3 }));
+    const int32_t firstNow[] { list[0].entryId };
+    EXPECT_EQ (database.removeEntries (id, firstNow), 0);
+    EXPECT_EQ (idsOf (id), (Ids { 3, 2, 3 })) << "the list knows its new entries";
     list.clear();
     EXPECT_EQ (database.replacePlaylistEntries (&list), 0);
     EXPECT_EQ (idsOf (id), Ids());
@@ -119,11 +122,11 @@ TEST_F (Lists, DeletingSongsAndPlaylistsTouchesWhatItShould)
 TEST_F (Lists, RefuseWhatTheyCannotTake)
 {
     const auto id = playlist ({ 1 });
-    const auto empty = listOf (SongListKind::playlist, id, {}),
-               smart = listOf (SongListKind::smartPlaylist, 1, { 1 }),
-               foreign = listOf (SongListKind::foreignPlaylist, 1, { 1 }),
-               nameless = listOf (SongListKind::playlist, -1, { 1 }),
-               automixList = listOf (SongListKind::automix, -1, { 1 });
+    auto empty = listOf (SongListKind::playlist, id, {}),
+         smart = listOf (SongListKind::smartPlaylist, 1, { 1 }),
+         foreign = listOf (SongListKind::foreignPlaylist, 1, { 1 }),
+         nameless = listOf (SongListKind::playlist, -1, { 1 }),
+         automixList = listOf (SongListKind::automix, -1, { 1 });
     SongList scratch;
     SongList nothing (SongListKind::playlist, id);
     const struct

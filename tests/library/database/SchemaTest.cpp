@@ -124,16 +124,17 @@ TEST_F (Schema, FailuresToOpenAreSaidAndLeaveItClosed)
     SongList list (SongListKind::playlist, 1);
     SongRecord song;
     juce::String text;
-    const auto full = listOf (SongListKind::playlist, 1, { 1 });
+    auto full = listOf (SongListKind::playlist, 1, { 1 });
     const SongField title[] { SongField::title };
     EXPECT_THAT (
         (std::vector {
-            closed.readSong (1, song), closed.readField (SongField::title, 1, text), closed.countSongs(),
-            closed.idOfFilename ("/"), closed.fillLibrary (&list, SongField::title, true),
+            closed.readSong (1, song), closed.readField (SongField::title, 1, text),
+            LibraryCode::ofCount (closed.countSongs()), LibraryCode::ofCount (closed.idOfFilename ("/")),
+            closed.fillLibrary (&list, SongField::title, true),
             closed.fillSmartPlaylist (&list, 1, SongField::title, true),
             closed.searchLibrary (&list, title, "x", SongField::title, true), closed.insertSong (song),
             closed.createPlaylist ("x", &full, 1), closed.replacePlaylistEntries (&full),
             closed.clearLibrary(), closed.copyTo (file), closed.addFilesToAutomix ({ "/a" }),
-            closed.saveLayout (&full, "", ""), closed.markPlayed (1), closed.beginTransaction() }),
+            closed.saveLayout (&full, "", ""), closed.markPlayed (1), closed.beginTransaction().code() }),
         testing::Each (LibraryCode::notOpen));
 }

@@ -44,7 +44,7 @@ struct Sorting : LibraryFixture
                             : database.readField (field, id, value);
     }
 
-    /** What is compared: numbers by value, text by its upper case. */
+    /** Compares numbers by value, text by its upper case. */
     bool isBefore (int32_t a, int32_t b, SongField field, bool foreignSongs)
     {
         juce::String first, second;

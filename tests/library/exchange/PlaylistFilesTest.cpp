@@ -113,6 +113,7 @@ TEST_F (PlaylistFiles, EntriesAreFoundHoweverTheyAreWritten)
     EXPECT_EQ (playlists.back().name, "Playlist");
 
     EXPECT_TRUE (imported (path, "list.txt").empty());
+    EXPECT_EQ (imported (path, "list.m3u8"), std::vector<int32_t> { 1 });
     const auto newOne = folder.file ("new.wav");
     newOne.create();
     folder.file ("more.M3U").replaceWithText ("new.wav\nnew.wav\n" + b.getFullPathName());
@@ -120,7 +121,9 @@ TEST_F (PlaylistFiles, EntriesAreFoundHoweverTheyAreWritten)
     ASSERT_EQ (other.open (library.getFullPathName()), 0);
     ASSERT_EQ (other.run ("BEGIN IMMEDIATE"), 0);
     Watching locked;
-    EXPECT_TRUE (ImportPlaylist (&database, folder.file ("more.M3U"), playlists[0].id).run (locked).isLocked);
+    database.setPatience (0);
+    EXPECT_TRUE (
+        ImportPlaylist (&database, folder.file ("more.M3U"), playlists[0].id).run (locked).isLocked());
     other.close();
     Watching cancels (2);
     const auto result = ImportPlaylist (&database, folder.file ("more.M3U"), playlists[0].id).run (cancels);

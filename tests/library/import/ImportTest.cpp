@@ -1,3 +1,4 @@
+#include "disk/FailingDisk.h"
 #include "library/database/SongDatabase.h"
 #include "library/import/ImportDirectory.h"
 #include "library/import/ImportFiles.h"
@@ -28,7 +29,7 @@ protected:
         ASSERT_EQ (database.open (folder.file ("library.sqlite")), LibraryCode::ok);
     }
 
-    juce::File add (const char* name)
+    juce::File add (const juce::String& name)
     {
         const auto file = music.getChildFile (name);
         EXPECT_TRUE (file.create());
@@ -156,7 +157,7 @@ TEST_F (Import, NothingToDoEndsAtOnce)
     EXPECT_EQ (ImportFiles (nullptr, { path ("sub") }, {}).run (watch).accepted, 0);
     EXPECT_EQ (ImportFiles (&database, {}, {}).run (watch).accepted, 0);
     SongDatabase closed;
-    EXPECT_EQ (ImportDirectory (&closed, music).run (watch).refused, 3);
+    EXPECT_EQ (ImportDirectory (&closed, music).run (watch).code, LibraryCode::notOpen);
 }
 
 TEST_F (Import, EndsAtTheFirstSongThatALockedLibraryRefuses)
@@ -164,37 +165,62 @@ TEST_F (Import, EndsAtTheFirstSongThatALockedLibraryRefuses)
     SqlConnection other;
     ASSERT_EQ (other.open (folder.file ("library.sqlite").getFullPathName()), 0);
     ASSERT_EQ (other.run ("BEGIN IMMEDIATE"), 0);
+    database.setPatience (0);
     Watching watch, afterwards;
     const auto result = ImportFiles (&database, { music.getFullPathName(), path ("sub") }, {}).run (watch);
-    EXPECT_TRUE (result.isLocked);
+    EXPECT_TRUE (result.isLocked());
     EXPECT_EQ (watch.texts.size(), 1);
     EXPECT_EQ (result.refused, 1);
     ASSERT_EQ (other.run ("ROLLBACK"), 0);
     const auto free = ImportDirectory (&database, music).run (afterwards);
-    EXPECT_FALSE (free.isLocked);
+    EXPECT_EQ (free.code, 0);
     EXPECT_EQ (free.added, 3);
 }
 
-TEST_F (Import, SaysThatNothingIsStoredWhileAnotherProgramGoesOnReading)
+TEST_F (Import, ReportsWhatAFullDiskLetItStore)
 {
-    SqlConnection other;
-    ASSERT_EQ (other.open (folder.file ("library.sqlite").getFullPathName()), 0);
-    ASSERT_EQ (other.run ("BEGIN"), 0);
-    ASSERT_EQ (other.query ("SELECT COUNT(*) FROM songs", nullptr), 0);
-    Watching watch;
-    const auto result = ImportDirectory (&database, music).run (watch);
-    EXPECT_TRUE (result.isLocked);
-    EXPECT_EQ (result.added, 0);
-    EXPECT_EQ (result.refused, 3);
+    for (int i = 0; i < 12; ++i)
+        add ("many/" + juce::String (i) + ".mp3");
+    for (const auto isOfNetwork : { false, true })
+    {
+        const FailingDisk disk (isOfNetwork);
+        const auto file = folder.file ("full.sqlite");
+        auto wasFull = true;
+        for (int writes = 0; wasFull; writes += 1 + writes / 16)
+        {
+            ASSERT_LT (writes, 1000);
+            for (const auto* ending : { "", "-wal", "-shm", "-journal" })
+                ASSERT_TRUE (juce::File (file.getFullPathName() + ending).deleteFile());
+            ImportResult result;
+            {
+                SongDatabase full (file);
+                FailingDisk::fillAfter (writes);
+                Watching watch;
+                result = ImportDirectory (&full, music).run (watch);
+                wasFull = FailingDisk::makeRoom();
+            }
+            EXPECT_EQ (result.code != 0, result.added < 15);
+            ASSERT_EQ (SongDatabase (file).countSongs(), result.added) << "at write " << writes;
+        }
+    }
+}
+
+TEST_F (Import, AttributeFilesOfOtherSystemsAreNoSongs)
+{
+    add ("._B side.mp3");
+    add ("sub/._9.wav");
+    Watching watch, single;
+    EXPECT_EQ (ImportDirectory (&database, music).run (watch).accepted, 3);
+    EXPECT_EQ (ImportFiles (&database, { path ("._B side.mp3") }, {}).run (single).accepted, 0);
 }
 
 TEST_F (Import, StartedSongCountsAsPlayed)
 {
     const auto file = path ("sub/9.wav");
-    EXPECT_FALSE (markStarted (database, file));
+    EXPECT_EQ (markStarted (database, file), 0);
     EXPECT_TRUE (importSong (database, file));
-    EXPECT_TRUE (markStarted (database, file));
-    EXPECT_TRUE (markStarted (database, file));
+    EXPECT_EQ (markStarted (database, file), 1);
+    EXPECT_EQ (markStarted (database, file), 1);
     SongRecord song;
     EXPECT_EQ (database.readSong (database.idOfFilename (file), song), LibraryCode::ok);
     EXPECT_EQ (song[SongColumn::playcount], "2");

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "library/songs/SongRecord.h"
+
+#include <vector>
+
+/** Songs on their way into the library. Tags are read while nothing is locked, and the songs stored in portions, each a
+    transaction of some milliseconds: other tasks and programs read and write in between, and what is stored stays,
+    whatever comes later. Any thread but the audio thread, one at a time. */
+class SongBatch
+{
+public:
+    explicit SongBatch (SongDatabase& d) : database (d) {}
+
+    /** Takes a file in, with what its tags tell, unless the library knows its path.
+        @returns false once the library can't store any more; see code() */
+    bool take (const juce::String& path);
+
+    /** Stores what was taken in last. Belongs at the end. @returns as take() */
+    bool store();
+
+    /** Songs that are stored, and that are not for a fault. Those that wait are in neither. */
+    int added() const { return stored; }
+    int refused() const { return notStored; }
+
+    /** The code of LibraryCode, or SQLite's, of what ended the storing; 0 while it goes on. */
+    int code() const { return failure; }
+
+private:
+    SongDatabase& database;
+    std::vector<SongRecord> waiting;
+    size_t portion = 1; ///< small at first: a library that can't be written to shows at once
+    int stored = 0, notStored = 0;
+    int failure = 0;
+};
