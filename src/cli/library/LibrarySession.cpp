@@ -3,6 +3,11 @@
 #include "cli/TerminalOutput.h"
 #include "library/sql/DatabaseFile.h"
 
+#include <unistd.h>
+
+#include <iostream>
+#include <string>
+
 LibrarySession::~LibrarySession()
 {
     database.close();
@@ -34,10 +39,22 @@ bool LibrarySession::open (const VerbOptions& given, Use use)
     return false;
 }
 
+void LibrarySession::offerBackup (LibraryFile::Session& session)
+{
+    if (session.backup == juce::File() || ::isatty (STDIN_FILENO) == 0 || ::isatty (STDERR_FILENO) == 0)
+        return;
+    reportLine ("platterdex: " + session.message);
+    reportLine ("Put it there now? [y/N]");
+    std::string answer;
+    std::getline (std::cin, answer);
+    session.message = answer == "y" || answer == "Y" ? library->putBack (session.backup) : juce::String();
+}
+
 bool LibrarySession::openPrepared (Use use)
 {
-    const auto session =
+    auto session =
         library->prepare (use == Use::read ? LibraryFile::Purpose::reading : LibraryFile::Purpose::writing);
+    offerBackup (session);
     const auto isInMemory = session.storage == SongDatabase::Storage::memory;
     if (isInMemory && use != Use::read)
     {

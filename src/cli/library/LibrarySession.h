@@ -34,6 +34,7 @@ public:
     SongDatabase database;
 
 private:
+    void offerBackup (LibraryFile::Session&);
     bool openPrepared (Use);
 
     std::optional<LibraryFile> library;

@@ -1,6 +1,7 @@
 #include "library/exchange/PlaylistPage.h"
 
 #include "library/database/SongDatabase.h"
+#include "support/xml/XmlCharacters.h"
 
 namespace
 {
@@ -39,7 +40,7 @@ constexpr const char* beforeRows = R"(</caption><tr>
 
 juce::String escaped (const juce::String& text)
 {
-    return text.replace ("&", "&amp;").replace ("<", "&lt;").replace (">", "&gt;");
+    return juce::String (XmlCharacters::escape (text.toStdString()));
 }
 }
 

@@ -199,9 +199,9 @@ void LibraryFile::beginAnew (Session& session)
     isSound = true;
     session.backup = newestGoodBackup();
     if (session.backup != juce::File())
-        session.message =
-            "The library file was missing or empty, so a new library was begun; there is the backup "
-            + session.backup.getFileName() + " of it.";
+        session.message = "The library file was missing or empty, so a new library was begun. To have the "
+                          "songs back, put its backup "
+                          + session.backup.getFullPathName() + " in its place.";
 }
 
 juce::String LibraryFile::putBack (const juce::File& backup)

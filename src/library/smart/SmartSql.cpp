@@ -1,5 +1,6 @@
 #include "library/smart/SmartField.h"
 #include "library/smart/SmartPlaylist.h"
+#include "library/sql/StoredText.h"
 
 #include <limits>
 
@@ -46,7 +47,7 @@ juce::String numberOf (const juce::String& text)
 
 juce::String textCondition (const SmartRule& rule)
 {
-    const auto value = rule.value1.replace ("'", "''");
+    const juce::String value (StoredText::escaped (rule.value1));
     switch (static_cast<SmartOperator> (rule.operatorNumber))
     {
     case SmartOperator::contains:

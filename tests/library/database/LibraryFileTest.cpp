@@ -105,13 +105,14 @@ TEST_F (LibraryFiles, DamageIsMovedAsideAndTheNewestGoodCopyTakesItsPlace)
     {
         EXPECT_TRUE (emptied ? library.file().replaceWithText ("") : library.file().deleteFile());
         EXPECT_TRUE (juce::File (library.file().getFullPathName() + "-wal").replaceWithText ("lost"));
+        const auto offered = backup (3);
         EXPECT_EQ (session ("/new"),
-                   "The library file was missing or empty, so a new library was begun; there is the "
-                   "backup px_music_library_2026-01-03.sqlite of it.");
+                   "The library file was missing or empty, so a new library was begun. To have the "
+                   "songs back, put its backup "
+                       + offered.getFullPathName() + " in its place.");
         EXPECT_EQ (held, "/new");
         EXPECT_EQ (session(), "") << "once";
 
-        const auto offered = library.backupFolder().getChildFile ("px_music_library_2026-01-03.sqlite");
         EXPECT_EQ (library.putBack (offered),
                    "The backup px_music_library_2026-01-03.sqlite has taken the library's place.");
         EXPECT_EQ (session(), "");

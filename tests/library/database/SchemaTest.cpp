@@ -100,18 +100,6 @@ TEST_F (Schema, ForeignTablesAndRecommendationsLiveWithTheConnection)
     EXPECT_EQ (list.size() + database.countPlaylistEntries (foreign.playlistId), 0);
 }
 
-TEST (SongFields, NamesFollowTheirNumbers)
-{
-    EXPECT_STREQ (SongDatabase::displayNames[5], "Track Number");
-    EXPECT_STREQ (SongDatabase::columnNames[5], "tracknum");
-    EXPECT_STREQ (SongDatabase::displayNames[23], "Grouping");
-    EXPECT_STREQ (SongDatabase::columnNames[10], "duration");
-    for (int i = 0; i < songFieldCount; ++i)
-        EXPECT_EQ (fieldOfColumn (SongDatabase::columnNames[static_cast<size_t> (i)]),
-                   static_cast<SongField> (i));
-    EXPECT_FALSE (fieldOfColumn ("id; DROP TABLE songs"));
-}
-
 TEST_F (Schema, FailuresToOpenAreSaidAndLeaveItClosed)
 {
     juce::StringArray said;

@@ -186,14 +186,6 @@ TEST (SmartPlaylist, DocumentsOfAnyKindAreReadOrLeftAlone)
     EXPECT_FALSE (playlist.limited);
 }
 
-TEST (SmartPlaylist, OrdersFindTheirIndexAgain)
-{
-    for (size_t i = 0; i < smartOrders.size(); ++i)
-        EXPECT_EQ (orderIndexOf (smartOrders[i].column, smartOrders[i].ascending), i);
-    EXPECT_EQ (orderIndexOf ("bpm", true), 0u);
-    EXPECT_EQ (orderIndexOf (randomOrder, false), 0u);
-}
-
 TEST (SmartPlaylist, ALimitSelectsByItsOwnOrderAndADayIsWhole)
 {
     SongDatabase database;
