@@ -3,6 +3,10 @@
 # against the order of the floors does not compile.
 
 set (PX_WARNINGS -Wall -Wextra -Werror)
+if (CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+    # The compiler looks into what is marked PX_AUDIO_THREAD, and into what that calls.
+    list (APPEND PX_WARNINGS $<$<COMPILE_LANGUAGE:CXX>:-Wfunction-effects>)
+endif ()
 
 # px_expose (TARGET FOLDER): makes the sources of FOLDER includable as "<last name of FOLDER>/..." through TARGET.
 function (px_expose target folder scope)

@@ -4,7 +4,7 @@
     only functions marked likewise. Compilers that can check this are told to. */
 #if defined(__clang__) && defined(__has_cpp_attribute)
     #if __has_cpp_attribute(clang::nonblocking)
-        #define PX_AUDIO_THREAD [[clang::nonblocking]]
+        #define PX_AUDIO_THREAD __attribute__ ((nonblocking))
     #endif
 #endif
 #ifndef PX_AUDIO_THREAD
