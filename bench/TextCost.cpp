@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <memory>
 
-// bench_text: what a page of 500 strings costs, as a part of what the toolkit's own text costs, in processor time.
+// bench_text: what a page of 500 strings costs, as a part of what JUCE's own text costs, in processor time.
 // bench_text FILE: writes a sample of the text at four sizes as a PNG instead. [scale] [grey]
 
 namespace

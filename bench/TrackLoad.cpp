@@ -16,7 +16,7 @@
 
 namespace
 {
-/** What the reader's interpolation needs before it gives a sound. */
+/** Frames that the reader's interpolation needs before it gives a sound. */
 constexpr int playableFrames = 4;
 
 /** Nanoseconds. */

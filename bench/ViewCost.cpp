@@ -76,7 +76,7 @@ public:
                 views (d)[i]->setVisible (i == which || which > 2);
     }
 
-    /** What a window repaints after a tick: of the waveforms the time and the picture, of the others all. */
+    /** Paints what a window repaints after a tick: of the waveforms the time and the picture, of the others all. */
     void paintChanges (juce::Image& image, double scale, size_t which)
     {
         juce::RectangleList<int> changed;

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# What the application's message thread takes of a core, by processor time, in a real window on a display of its own:
-# with nothing loaded, and while four decks play, at 1x and 2x. Prints a row for each, and last how the audio went.
+# The share of a core that the application's message thread takes, by processor time, in a real window on a display of
+# its own: with nothing loaded, and while four decks play, at 1x and 2x. Prints a row for each, and last how the audio went.
 # usage: bench/message-thread.sh [PROGRAM [SECONDS]]    MESSAGE_THREAD_PICTURES=FOLDER keeps a picture of each row
 set -euo pipefail
 here=$(realpath "$(dirname "$0")")
@@ -26,7 +26,7 @@ mapfile -t tracks < <(find "$work/tracks" -name '*.flac' | sort | head -4)
 # Clock ticks that a thread has used: utime and stime, behind the name in brackets.
 ticks_of() { sed 's/.*) //' "$1" | awk '{ print $12 + $13 }'; }
 
-# measure NAME: one row. The first thread is the message thread; all others together are audio, loaders, the toolkit's.
+# measure NAME: one row. The first thread is the message thread; all others together are audio, loaders, JUCE's.
 measure() {
     local message=/proc/$process/task/$process/stat whole=/proc/$process/stat before all
     [ -z "${MESSAGE_THREAD_PICTURES:-}" ] ||

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# How many times faster than real time the demo tracks are mixed, by processor time: with their analysis, and with the
+# The rate at which the demo tracks are mixed, times real time, by processor time: with their analysis, and with the
 # analyses kept. Prints one line for each.
 # usage: bench/mix-cost.sh [PROGRAM]
 set -euo pipefail

@@ -31,6 +31,6 @@ target_include_directories (juce_shared SYSTEM
     INTERFACE $<TARGET_PROPERTY:juce_shared,INCLUDE_DIRECTORIES>)
 target_compile_options (juce_shared PRIVATE -w)
 if (NOT PX_SANITIZE)
-    # The toolkit's own code is not what a debugging session steps through.
+    # A debugging session doesn't step through JUCE's own code.
     target_compile_options (juce_shared PRIVATE -O2)
 endif ()

@@ -1,4 +1,4 @@
-# What holds for every target: language, position independence, sanitizers, compiler cache, linker.
+# Settings of every target: language, position independence, sanitizers, compiler cache, linker.
 
 set (CMAKE_CXX_STANDARD 20)
 set (CMAKE_CXX_STANDARD_REQUIRED ON)

@@ -33,7 +33,7 @@ px_patch_fst ("FST_EFFECT_OPCODE_UNKNOWN(SetBypass)" "FST_EFFECT_OPCODE(SetBypas
 # Notes of the headers' authors to themselves, as warnings.
 string (REGEX REPLACE "# *warning [^\n]*" "" px_fst "${px_fst}")
 
-# Written only when they differ, so that a new configuration does not compile the toolkit again.
+# Written only when they differ, so that a new configuration does not compile JUCE again.
 file (CONFIGURE OUTPUT "${px_vst2_dir}/fst.h" CONTENT "${px_fst}" @ONLY)
 foreach (header aeffect aeffectx)
     file (CONFIGURE OUTPUT "${px_vst2_dir}/${header}.h"

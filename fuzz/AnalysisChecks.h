@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-/** What a deck may take for granted of an analysis that was read, and that it survives being written. */
+/** Checks what decks take for granted of an analysis that was read, and that it survives being written. */
 inline void checkAnalysis (const TrackAnalysis& analysis, size_t bytes)
 {
     const auto isTempo = [] (double bpm) { return bpm >= 1.0 && bpm <= 1000.0; };

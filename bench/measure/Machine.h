@@ -1,6 +1,6 @@
 #pragma once
 
-/** What a figure depends on besides the code. */
+/** The conditions that a figure depends on besides the code. */
 namespace Machine
 {
 /** Prints the processor's name, the cores, the load average, and how long an idle loop on this machine is kept from

@@ -37,7 +37,7 @@ std::unique_ptr<AdecFile> AdecFile::open (const char* utf8Path)
     AVDictionary* options = nullptr;
     av_dict_set (&options, "protocol_whitelist", "file", 0);
     av_dict_set (&options, "format_whitelist", containers, 0);
-    // Where the tables could be read the cut is ours, to the frame; then the demuxer gives every packet.
+    // The cut is ours, to the frame, if the tables could be read; then the demuxer gives every packet.
     if (!file->timings.empty())
         av_dict_set (&options, "ignore_editlist", "1", 0);
 

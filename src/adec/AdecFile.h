@@ -36,7 +36,7 @@ struct AdecFile
     /** The cut that the file's tables state for a stream and the demuxer leaves to us; nothing if it leaves none. */
     std::optional<Cut> cutOf (const AVStream&) const;
 
-    /** What ties a decoded stream to its file. The file cuts it when it closes. */
+    /** Ties a decoded stream to its file. The file cuts it when it closes. */
     struct Link
     {
         AdecFile* file = nullptr;

@@ -44,7 +44,7 @@ AdecStream::~AdecStream()
 
 bool AdecStream::send (const uint8_t* data, int32_t dataSize)
 {
-    // What a caller didn't fetch of the packet before is lost with it.
+    // Samples of the packet before that the caller didn't fetch are lost with it.
     pendingAt = pendingEnd = 0;
     while (!isDrained && avcodec_receive_frame (codec.get(), frame.get()) >= 0)
         position += frame->nb_samples;

@@ -28,15 +28,15 @@ private:
     Step receive();
     bool keepsFormat() const;
 
-    /** How much of the first decoded frame and its followers lies before the stream's time 0, where nothing is to be
-        heard; libavcodec doesn't cut that. */
+    /** Frames at the start of the decoded audio that lie before the stream's time 0, where nothing is to be heard;
+        libavcodec doesn't cut them. */
     int64_t framesBeforeZero() const;
 
     AdecFile::Link link; ///< its file is null once that has closed: no packet can be decoded any more
     adec::AvPointer<AVCodecContext> codec;
     adec::AvPointer<AVFrame> frame { av_frame_alloc() };
 
-    // What the stream record promised.
+    // The format that the stream record promised.
     AVSampleFormat packedFormat = AV_SAMPLE_FMT_NONE;
     int sampleRate = 0;
     int channels = 0;

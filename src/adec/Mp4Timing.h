@@ -8,7 +8,7 @@
 
 namespace adec
 {
-/** Which part of a track's decoded audio was there before encoding, as an MP4 file's own tables say.
+/** The part of a track's decoded audio that was there before encoding, by an MP4 file's own tables.
 
     The demuxer honours the start of an edit list, but cuts its end only to whole packets and to the ticks of the
     movie's clock, which are often milliseconds. The sample table is exact to the frame. */
@@ -31,7 +31,7 @@ std::vector<Mp4Timing> readMp4Timing (std::span<const uint8_t> movie);
 /** The content of the "moov" box of an MP4 file; empty if the file is none. */
 std::vector<uint8_t> readMp4Movie (const std::string& path);
 
-/** What an "iTunSMPB" tag says: the frames at the start that are not to be heard, and those that are. */
+/** The contents of an "iTunSMPB" tag: the frames at the start that are not to be heard, and those that are. */
 struct GaplessTag
 {
     int64_t priming = 0;

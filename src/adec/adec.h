@@ -70,7 +70,7 @@ extern "C"
 /* Four bytes: the packet record's pointer follows its numbers without a gap. */
 #pragma pack(push, 4)
 
-    /** What a file holds. The caller writes `recordSize` before the call. */
+    /** The contents of a file. The caller writes `recordSize` before the call. */
     typedef struct AdecFileRecord
     {
         int32_t recordSize;
@@ -78,7 +78,7 @@ extern "C"
         uint8_t reserved[2616]; /**< zeros */
     } AdecFileRecord;
 
-    /** What a stream holds. The caller writes `recordSize` before the call. */
+    /** The contents of a stream. The caller writes `recordSize` before the call. */
     typedef struct AdecStreamRecord
     {
         int32_t recordSize;

@@ -27,7 +27,7 @@ CPlatterdex* takeNewestEngine() noexcept
     return std::exchange (newestEngine, nullptr);
 }
 
-/** What every format's shell calls to get its processor. */
+/** Makes the processor for the shell of any format. */
 juce::AudioProcessor* JUCE_CALLTYPE createPluginFilter();
 juce::AudioProcessor* JUCE_CALLTYPE createPluginFilter()
 {

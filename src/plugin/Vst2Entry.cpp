@@ -2,12 +2,12 @@
 #include "plugin/Vst2Instance.h"
 #include "plugin/Vst2Parameters.h"
 
-/** The toolkit's entry, under the name that its target is compiled with. */
+/** JUCE's entry, under the name that its target is compiled with. */
 extern "C" Vst2::AEffect* wrappedVstPluginMain (Vst2::audioMasterCallback);
 
 namespace
 {
-/** Makes an effect record through the toolkit's wrapper and puts our parameter calls into it.
+/** Makes an effect record through JUCE's wrapper and puts our parameter calls into it.
     @returns null if the host is none, if no engine could be made or if there are too many. */
 Vst2::AEffect* createEffect (Vst2::audioMasterCallback host)
 {

@@ -6,7 +6,7 @@
 
 class CPlatterdex;
 
-/** What belongs to one VST 2 effect record while the host holds it.
+/** The belongings of one VST 2 effect record while the host holds it.
 
     The record's own pointers are not ours to use: `object` is the wrapper's, and hosts keep things of theirs in
     `user`. So the records stand in one table of the process, searched by address. */

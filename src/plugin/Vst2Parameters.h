@@ -6,7 +6,7 @@
 
     In this format a parameter's index is the number of its command: index 0 has no name and does nothing, 465 and the
     special call (3180, 3180.0) arrive although the host counts 465 parameters from 0, and every write arrives, equal
-    to the last one or not, because a trigger is a write. The toolkit's wrapper shifts the numbers by one, ends at 464
+    to the last one or not, because a trigger is a write. JUCE's wrapper shifts the numbers by one, ends at 464
     and drops equal writes; so these functions stand in the record in place of the wrapper's. */
 namespace Vst2Parameters
 {

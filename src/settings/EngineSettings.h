@@ -16,7 +16,7 @@ struct Folders;
 #pragma GCC diagnostic push
 #pragma GCC diagnostic error "-Wpadded"
 
-/** What is remembered of one deck. */
+/** The settings of one deck that outlive a session. */
 struct DeckSetup
 {
     /** @param deck   0 to 3, gives the defaults of the input pair and the crossfader side */

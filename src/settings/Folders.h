@@ -2,7 +2,7 @@
 
 #include <juce_core/juce_core.h>
 
-/** Where the application keeps its files: one root with fixed folders below it. */
+/** The folders of the application's files: one root with fixed folders below it. */
 struct Folders
 {
     juce::File root;

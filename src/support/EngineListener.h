@@ -2,7 +2,7 @@
 
 #include <juce_core/juce_core.h>
 
-/** What the engine says to the outside. */
+/** News from the engine for whoever listens. */
 enum class EngineEvent
 {
     loadBegan,       ///< index: the deck

@@ -27,7 +27,7 @@ public:
     /** @returns null if the library has no such function. */
     void* find (const char* name) const;
 
-    /** What became of a file. */
+    /** A file as it was decoded. */
     struct Decoded
     {
         bool isOpen = false;

@@ -10,7 +10,7 @@ namespace
 {
 constexpr int sourceFrames = 3 * 44100 + 777; // ends within a packet of every codec
 
-/** How many frames later than in the source the sound stands in the decoded file. */
+/** Frames by which the sound of the decoded file is later than the source's. */
 int offsetOf (const juce::AudioBuffer<float>& source, const std::vector<float>& decoded)
 {
     constexpr int window = 4096, farthest = 3000, start = 30000;

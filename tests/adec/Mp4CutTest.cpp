@@ -6,7 +6,7 @@
 
 #include <cstring>
 
-/** What an MP4 file says about its start and end, said in ways that the ffmpeg program doesn't write. */
+/** An MP4 file's statements on its start and end, in forms that the ffmpeg program doesn't write. */
 namespace
 {
 constexpr int sourceFrames = 44100 + 5; // the last packet holds 73 frames

@@ -18,7 +18,7 @@ case "$2" in
         mv "$plugins/Platterdex.vst3" "$root/"
         scanner=ardour-vst3-scanner plugin="$root/Platterdex.vst3"
         export LXVST_PATH=/nonexistent VST3_PATH="$root" FORMAT=VST3 FIRST=0
-        parameters=466 # the toolkit adds a bypass
+        parameters=466 # JUCE adds a bypass
         ;;
 esac
 LD_LIBRARY_PATH=/usr/lib/ardour7 "/usr/lib/ardour7/$scanner" -f "$plugin" > "$work/scan" 2>&1

@@ -16,7 +16,7 @@ finish()
 }
 trap finish EXIT
 
-# What the system reads of its user must be this test's own.
+# The system reads its user's folders, which must be this test's own.
 export HOME="$work/home" XDG_CONFIG_HOME="$work/home/.config" XDG_RUNTIME_DIR="$work/run"
 mkdir -p "$HOME" "$XDG_CONFIG_HOME" "$XDG_RUNTIME_DIR"
 chmod 700 "$XDG_RUNTIME_DIR"

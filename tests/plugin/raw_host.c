@@ -346,7 +346,7 @@ int main (int argc, char** argv)
     const Entry olderEntry = (Entry)dlsym (library, "main");
     CHECK (entry != NULL, "no VSTPluginMain");
     CHECK (olderEntry != NULL, "no main");
-    CHECK (dlsym (library, "wrappedVstPluginMain") == NULL, "the toolkit's entry shows");
+    CHECK (dlsym (library, "wrappedVstPluginMain") == NULL, "JUCE's entry shows");
     if (entry == NULL || olderEntry == NULL)
         return 1;
 

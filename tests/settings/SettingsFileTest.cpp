@@ -36,7 +36,7 @@ struct Repair
     T read;
 };
 
-/** What `field` of a settings file reads as when it holds `value`. */
+/** The value that is read of a settings file whose `field` holds `value`. */
 template <typename T, typename Field>
 T readBack (T value, Field field)
 {
@@ -89,7 +89,7 @@ TEST_F (SettingsFile, AnotherVersionGivesDefaultsAndNoFirstRun)
 
 TEST_F (SettingsFile, EveryByteOfTheBlockSurvivesARoundTrip)
 {
-    // What may be repaired is put in range; every other byte is arbitrary, those without a name too.
+    // A value that may be repaired is put in range; every other byte is arbitrary, those without a name too.
     auto bytes = randomFile (7);
     bytes.resize (fileBytes);
     EngineSettings arbitrary;

@@ -36,7 +36,7 @@ double distance (const juce::Image& first, const juce::Image& second)
     return count == 0 ? 0 : sum / count;
 }
 
-/** How many pixels are nearly of a colour. */
+/** The number of pixels that are nearly of a colour. */
 int pixelsOf (const juce::Image& image, juce::Colour colour)
 {
     int count = 0;

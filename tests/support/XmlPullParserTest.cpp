@@ -11,7 +11,7 @@ std::unique_ptr<juce::InputStream> streamOf (const std::string& bytes)
     return std::make_unique<juce::MemoryInputStream> (bytes.data(), bytes.size(), true);
 }
 
-/** What comes out of a document: "<a x=1>text</a>", and behind it the word of the fault. */
+/** The events of a document as text: "<a x=1>text</a>", and behind it the word of the fault. */
 std::string traceOf (const std::string& bytes)
 {
     XmlPullParser parser (streamOf (bytes));

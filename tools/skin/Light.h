@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-/** Where a picture is being drawn: logical coordinates, and the scale that turns them into pixels. */
+/** The place that a picture is being drawn on: logical coordinates, and the scale that turns them into pixels. */
 struct Pen
 {
     juce::Graphics& g;
@@ -41,7 +41,7 @@ Surface lying (juce::Colour body);
 /** A flat body let into the panel: the light reaches its lower edge. */
 Surface sunk (juce::Colour body);
 
-/** Which corners of a surface are round; at the others it runs on into its neighbour. */
+/** The corners of a surface that are round; at the others it runs on into its neighbour. */
 struct Corners
 {
     bool left = true, right = true, onlyTop = false;

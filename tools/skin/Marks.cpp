@@ -2,7 +2,7 @@
 
 namespace
 {
-/** What a flag and its line have: the colour of the cue, the deck or the loop. */
+/** The colour of a flag and its line: that of the cue, the deck or the loop. */
 juce::Colour flagColour (const skin::Row& row, int frame)
 {
     using skin::Material;

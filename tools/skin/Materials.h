@@ -7,7 +7,7 @@
 /** Draws one frame of a strip. */
 using Painter = void (*) (const Pen&, const skin::Row&, int frame);
 
-/** Who draws a material. */
+/** The function that draws a material. */
 Painter painterOf (skin::Material);
 
 /** The face that words and numbers of the pictures are set in. */

@@ -10,7 +10,7 @@
 class TextReader
 {
 public:
-    /** What stands behind the last character. */
+    /** The value that stands for the end of the text. */
     static constexpr char32_t end = 0xffffffff;
 
     /** @param source   is read from where it stands and must live as long; null is a text that can't be read */

@@ -11,7 +11,7 @@ inline constexpr size_t maxEntityBytes = 16;
 /** Adds a character, which must not be a surrogate or beyond the last plane, as UTF-8. */
 void append (std::string&, char32_t);
 
-/** What an entity such as "&amp;" or "&#x41;" stands for in UTF-8; itself if it is unknown. A number that is no character
+/** The text that an entity such as "&amp;" or "&#x41;" stands for, in UTF-8; itself if it is unknown. A number that is no character
     gives the replacement character. */
 std::string resolveEntity (const std::string& entity);
 

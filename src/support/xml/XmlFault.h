@@ -3,7 +3,7 @@
 #include <array>
 #include <cstddef>
 
-/** What the XML parser may meet. The first two are only told; each of the others ends the document. */
+/** The faults that the XML parser may meet. The first two are only told; each of the others ends the document. */
 enum class XmlFault
 {
     nullsRemoved,    ///< zeros were left out

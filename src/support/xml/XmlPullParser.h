@@ -55,10 +55,10 @@ public:
     /** Elements that have begun and not ended. */
     int depth() const { return openElements; }
 
-    /** What ended the document, after Event::failed. */
+    /** The fault that ended the document, after Event::failed. */
     std::optional<XmlFault> fault() const { return failure; }
 
-    /** Whether something was met so far. */
+    /** True if a fault was met so far. */
     bool hasMet (XmlFault) const;
 
     /** Bytes of the document that are read, and all of them, -1 if that is not known. */
