@@ -1,4 +1,4 @@
-#include "deck/DeckReader.h"
+#include "deck/voice/DeckReader.h"
 #include "measure/BenchEngine.h"
 #include "measure/Machine.h"
 #include "measure/MusicLike.h"
@@ -22,7 +22,7 @@ struct Row
     bool grid = false;
     int loopSize = -1; ///< none below 0
     bool reads =
-        true; ///< else only the comparisons of course and walk are made, on places that move as a reading's
+        true; ///< else only the comparisons of region and walk are made, on places that move as a reading's
 };
 
 constexpr Row rows[] {
@@ -56,10 +56,11 @@ public:
         deck.loops.start = start;
         deck.loops.mode = row.loopSize < 0 ? noLoop : beatLoop;
         deck.loopSizes.loop = static_cast<int8_t> (std::max (0, row.loopSize));
-        block.playFactor = 1.02;
-        block.smoothing5ms = 0.99547;
-        block.decay100ms = 0.99977;
-        block.course = Course (deck);
+        drive.playFactor = 1.02;
+        drive.smoothing5ms = 0.99547;
+        drive.decay100ms = 0.99977;
+        drive.isPlaying = true;
+        drive.region = deck.region();
     }
 
     /** @returns nanoseconds per frame */
@@ -72,8 +73,9 @@ public:
                 deck.place (start);
             if (row.reads)
             {
-                findNextBeat (deck);
-                readDeck (deck, block, engine->decks.noise, left.data(), right.data(), framesPerCall);
+                findNextBeat (deck.head, deck.grid());
+                readDeck (deck.head, deck.readSource(), drive, engine->decks.noise, left.data(), right.data(),
+                          framesPerCall);
             }
             else
             {
@@ -87,13 +89,13 @@ public:
 private:
     void compare()
     {
-        const auto course = block.course;
+        const auto region = drive.region;
         auto position = deck.head.position;
         const auto beat = position + 1.0e6;
         for (int i = 0; i < framesPerCall; ++i)
         {
-            position += block.playFactor;
-            if (course.isLeftAt (position))
+            position += drive.playFactor;
+            if (region.isLeftAt (position))
                 position = start;
             passed += position >= beat ? 1 : 0;
         }
@@ -105,7 +107,7 @@ private:
     const Row row;
     BenchEngine engine;
     DeckPlayer& deck;
-    ReaderBlock block;
+    ReadDrive drive;
     std::array<float, framesPerCall> left {}, right {};
     int passed = 0;
 };

@@ -52,7 +52,7 @@ void BenchEngine::putTrack (int index, const juce::AudioBuffer<float>& audio, do
     const juce::ScopedLock lock (engine->getCallbackLock());
     auto& target = deck (index);
     target.resetTrack();
-    target.sampleRate = fileRate;
+    target.track.sampleRate = fileRate;
     TrackIngest (target.trackTarget()).append (sides[0].data(), sides[1].data(), audio.getNumSamples());
 }
 

@@ -37,30 +37,28 @@ void DeckPlayer::resetTrack()
 void DeckPlayer::makeStretcher (double engineRate)
 {
     const auto rate = static_cast<float> (engineRate);
-    if (stretcher != nullptr && rate == stretcherRate)
+    if (voice.hasStretcherFor (rate))
         return;
 
     CElastiqueProIf* made = nullptr;
     CElastiqueProIf::CreateInstance (made, stretcherBlock, 2, rate, 2);
-    std::unique_ptr<CElastiqueProIf> next (made);
+    std::unique_ptr<CElastiqueProIf> stretcher (made);
 
     const CallbackLock lock (world.callbackLock, "makeStretcher");
-    voice.silence (*this);
+    voice.changeStretcher (stretcher, rate);
     publishHeard();
-    stretcher.swap (next);
-    stretcherRate = rate;
 }
 
 void DeckPlayer::emptyRings() noexcept
 {
-    voice.restart (*this);
+    voice.restart (head);
     publishHeard();
 }
 
 void DeckPlayer::jumpTo (double frame) noexcept
 {
     if (voice.isStretching())
-        voice.restart (*this);
+        voice.restart (head);
     else
         head.declickFrom (head.position);
     placeLimited (frame);
@@ -81,6 +79,11 @@ BeatGrid DeckPlayer::grid() const noexcept
 {
     return { beats.data(),         track.numBeats,   marks.downbeatIndex, marks.downbeatPosition,
              marks.fixedGrid != 0, track.sampleRate, marks.bpm,           track.loadedFrames };
+}
+
+ReadSource DeckPlayer::readSource() const noexcept
+{
+    return { audioMemory.left(), audioMemory.right(), track.loadedFrames, grid() };
 }
 
 DeckPlayer::Texts DeckPlayer::texts() const

@@ -1,18 +1,16 @@
 #pragma once
 
 #include "analysis/files/TrackAnalysis.h"
-#include "analysis/stretch/TimeStretcher.h"
-#include "deck/DeckNumbers.h"
-#include "deck/DeckVoice.h"
-#include "deck/EditHistory.h"
-#include "deck/Loops.h"
-#include "deck/PlayState.h"
-#include "deck/ReadHead.h"
-#include "deck/TempoState.h"
-#include "deck/TrackFacts.h"
-#include "deck/TrackMarks.h"
+#include "deck/state/DeckNumbers.h"
+#include "deck/state/EditHistory.h"
+#include "deck/state/Loops.h"
+#include "deck/state/PlayState.h"
+#include "deck/state/ReadHead.h"
+#include "deck/state/TempoState.h"
+#include "deck/state/TrackFacts.h"
+#include "deck/state/TrackMarks.h"
+#include "deck/voice/DeckVoice.h"
 #include "support/Relaxed.h"
-#include "support/RingBuffer.h"
 #include "tracks/BeatGrid.h"
 #include "tracks/TrackIngest.h"
 
@@ -51,17 +49,17 @@ struct DeckPlayer
     double heardPosition() const noexcept { return heard; }
 
     /** Frames of the file by which what is read leads what is heard, over all turns of a loop. Under the callback lock. */
-    double readLead() const noexcept { return voice.readLead (*this); }
+    double readLead() const noexcept { return voice.readLead (head); }
 
     /** Where the track would be heard now if it had not gone round in a rolling loop. Under the callback lock. */
     double heardRollPosition() const noexcept { return head.roll - readLead(); }
 
     /** Audio thread, after each block, or under the callback lock after a move. */
-    PX_AUDIO_THREAD void publishHeard() noexcept { heard = voice.heardPosition (*this); }
+    PX_AUDIO_THREAD void publishHeard() noexcept { heard = voice.heardPosition (head, track.loadedFrames); }
 
     /** Makes the stretcher for an engine that runs at a rate in Hz. Without memory, or at a rate that no stretcher works
         at, tempo and key move together. Any thread that may block, without the callback lock. */
-    void makeStretcher (double engineRate);
+    void makeStretcher (double engineRate = 44100.0);
 
     /** Moves to a position, limited to the track, which is heard from the next block on; the old sound fades out. */
     PX_AUDIO_THREAD void jumpTo (double frame) noexcept;
@@ -77,6 +75,21 @@ struct DeckPlayer
     {
         return { audioMemory, *overview, track.loadedFrames, track.sampleRate };
     }
+
+    /** The track as its reader sees it. */
+    ReadSource readSource() const noexcept;
+
+    /** The part of the track that is read now. */
+    LoopRegion region() const noexcept { return { loops, beatLoopFrames(), marks, play }; }
+
+    /** No frame of a track is there. Any thread. */
+    bool isEmpty() const noexcept { return track.loadedFrames < 1; }
+
+    /** The track, or all that is decoded of it so far, has been heard to its end. Any thread. */
+    bool isAtEnd() const noexcept { return !isEmpty() && heardPosition() >= track.loadedFrames; }
+
+    /** Play is on, with a track. Any thread. */
+    bool isPlaying() const noexcept { return play.on != 0 && !isEmpty(); }
 
     /** A beat in frames of the file. */
     double beatFrames() const noexcept { return track.sampleRate * 60.0 / marks.bpm; }
@@ -127,10 +140,6 @@ struct DeckPlayer
     Relaxed<double> eqLow { 0.5 }, eqMid { 0.5 }, eqHigh { 0.5 };
     Relaxed<int8_t> killLow, killMid, killHigh;
 
-    // Stretcher and the rings behind it. Without a stretcher tempo and pitch move together.
-    float stretcherRate = 44100.0f;
-    std::unique_ptr<CElastiqueProIf> stretcher;
-    RingBuffer ringLeft, ringRight;
     DeckVoice voice;
 
     PXAudioSampleBuffer audioMemory;

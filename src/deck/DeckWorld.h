@@ -45,9 +45,7 @@ struct DeckWorld
 
     NoiseTable noise;
 
-    /** The reader's output before the stretcher, and the stretcher's. At the highest rates a stretcher that begins asks
-        for more than 16384 frames at once. */
-    juce::AudioSampleBuffer stretcherInput { 2, 65536 }, stretcherOutput { 2, 1024 };
+    VoiceWorkspace voiceWork;
 
     /** The deck, or null for an index outside 0 to 3. */
     DeckPlayer* deck (int index) noexcept
@@ -58,6 +56,13 @@ struct DeckWorld
     DeckSetup& setup (const DeckPlayer& deck) noexcept
     {
         return settings.deckSetup[static_cast<size_t> (deck.index)];
+    }
+
+    /** True if a deck plays through its stretcher, which reads ahead of what is heard. */
+    bool isStretched (const DeckPlayer& deck) const noexcept
+    {
+        return deck.voice.hasStretcher() && settings.bypassStretcher == 0 && deck.play.on != 0
+               && deck.jog.scratchOn == 0 && deck.jog.scratchEnded == 0;
     }
 
     void setPitchRange (int index) noexcept { pitchRange = pitchRangeOf (index); }

@@ -5,7 +5,7 @@
 #include "analysis/track/TrackAnalyser.h"
 #include "deck/AnalysisThread.h"
 #include "deck/DeckAnalysis.h"
-#include "deck/Transport.h"
+#include "deck/sync/MasterDeck.h"
 #include "support/AudioFileTypes.h"
 #include "tracks/TrackDecoder.h"
 
@@ -177,7 +177,7 @@ void loadTrack (DeckWorld& world, const juce::File& file, int deckIndex)
         const CallbackLock lock (world.callbackLock, "stop for a load");
         deck->play.on = 0;
         deck->play.cueHold = 0;
-        Transport::chooseMaster (world, *deck);
+        MasterDeck::choose (world, *deck);
     }
     deck->importThread->request (file);
 }
@@ -192,7 +192,7 @@ void unloadTrack (DeckWorld& world, int deckIndex)
     {
         const CallbackLock lock (world.callbackLock, "unload");
         deck->resetTrack();
-        Transport::chooseMaster (world, *deck);
+        MasterDeck::choose (world, *deck);
     }
     deck->overview->clear();
     deck->setTexts ({});

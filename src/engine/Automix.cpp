@@ -1,7 +1,7 @@
 #include "engine/Automix.h"
 
 #include "deck/FileImportThread.h"
-#include "deck/Transport.h"
+#include "deck/sync/MasterDeck.h"
 #include "mixer/AutoCrossfader.h"
 
 #include <algorithm>
@@ -15,19 +15,9 @@ constexpr double emptyFadeSeconds = 0.5;
 /** A deck that got no track asks again. */
 constexpr double askAgainMs = 1000.0;
 
-bool isEmpty (const DeckPlayer& deck) noexcept
-{
-    return deck.track.loadedFrames < 1;
-}
-
-bool isAtEnd (const DeckPlayer& deck) noexcept
-{
-    return !isEmpty (deck) && deck.heardPosition() >= deck.track.loadedFrames;
-}
-
 bool isPlayedOut (const DeckPlayer& deck) noexcept
 {
-    return deck.play.on == 0 && (isEmpty (deck) || isAtEnd (deck));
+    return deck.play.on == 0 && (deck.isEmpty() || deck.isAtEnd());
 }
 
 bool isLoading (const DeckPlayer& deck) noexcept
@@ -98,7 +88,7 @@ void Automix::keepOnAir() noexcept
     auto& other = deck (1 - automixDeck);
     if (onAir.play.on == 0 && !isPlayedOut (onAir))
         putOnAir (onAir);
-    else if (isEmpty (onAir) && !isLoading (onAir) && !isPlayedOut (other))
+    else if (onAir.isEmpty() && !isLoading (onAir) && !isPlayedOut (other))
         putOnAir (other);
 }
 
@@ -110,7 +100,7 @@ void Automix::putOnAir (DeckPlayer& next) noexcept
         next.sync.resync = SyncState::besideGrid;
     world.settings.autoFadeState = fadeTowards (next.index);
     automixDeck = next.index;
-    Transport::chooseMaster (world, next);
+    MasterDeck::choose (world, next);
 }
 
 void Automix::askForTracks (double milliseconds) noexcept
@@ -120,9 +110,9 @@ void Automix::askForTracks (double milliseconds) noexcept
         auto& each = deck (d);
         auto& waited = sinceAsked[static_cast<size_t> (d)];
         waited += milliseconds;
-        if (isLoading (each) || (each.play.on != 0 && !isEmpty (each)))
+        if (isLoading (each) || each.isPlaying())
             continue;
-        const auto wants = isEmpty (each) || (isAtEnd (each) && d != automixDeck);
+        const auto wants = each.isEmpty() || (each.isAtEnd() && d != automixDeck);
         if (each.play.loadNext == 0 && !(wants && waited >= askAgainMs))
             continue;
         each.play.loadNext = 0;
@@ -149,7 +139,7 @@ void Automix::handOverNearEnd() noexcept
     const auto& onAir = deck (automixDeck);
     auto& other = deck (1 - automixDeck);
     const auto fade = world.settings.automixFadeSeconds.get();
-    if (isEmpty (onAir) || isLoading (onAir) || isPlayedOut (other) || fade < wholeSecondsLeft (onAir))
+    if (onAir.isEmpty() || isLoading (onAir) || isPlayedOut (other) || fade < wholeSecondsLeft (onAir))
         return;
 
     // A track that still loads may be a longer one, and its tempo isn't known yet.

@@ -1,4 +1,4 @@
-#include "deck/Transport.h"
+#include "deck/sync/MasterDeck.h"
 #include "engine/Automix.h"
 #include "mixer/AutoCrossfader.h"
 
@@ -68,7 +68,7 @@ void begin (DeckWorld& world, DeckPlayer& deck, const Beginning::Deck& what)
     if (what.asks || (what.stops && deck.track.loadedFrames < 1))
         deck.play.loadNext = 1;
     if (what.stops || what.starts)
-        Transport::chooseMaster (world, deck);
+        MasterDeck::choose (world, deck);
 }
 }
 

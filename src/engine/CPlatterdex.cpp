@@ -71,7 +71,7 @@ CPlatterdex::CPlatterdex (EngineWorld world)
     for (int d = 0; d < deckCount; ++d)
     {
         auto deck = std::make_unique<DeckPlayer> (decks, d);
-        deck->makeStretcher (deck->stretcherRate);
+        deck->makeStretcher();
         deck->analysisThread = std::make_unique<AnalysisThread> (decks, *deck);
         deck->importThread = std::make_unique<FileImportThread> (decks, *deck, environment.decoderLibrary);
         decks.decks[static_cast<size_t> (d)] = std::move (deck);

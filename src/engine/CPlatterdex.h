@@ -1,9 +1,9 @@
 #pragma once
 
 #include "deck/DeckWorld.h"
-#include "deck/GridCommands.h"
-#include "deck/LoopCommands.h"
-#include "deck/Transport.h"
+#include "deck/edit/GridCommands.h"
+#include "deck/edit/LoopCommands.h"
+#include "deck/play/Transport.h"
 #include "engine/Automix.h"
 #include "engine/EngineWorld.h"
 #include "engine/HostTransport.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "deck/SongPosition.h"
+#include "deck/state/SongPosition.h"
 #include "support/AudioThread.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>

@@ -1,5 +1,5 @@
-#include "deck/DeckBlock.h"
-#include "deck/PhaseAlignment.h"
+#include "deck/play/DeckBlock.h"
+#include "deck/sync/PhaseAlignment.h"
 #include "engine/CPlatterdex.h"
 #include "mixer/ChannelStrip.h"
 #include "mixer/Monitor.h"

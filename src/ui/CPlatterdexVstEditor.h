@@ -1,6 +1,6 @@
 #pragma once
 
-#include "deck/DeckNumbers.h"
+#include "deck/state/DeckNumbers.h"
 #include "support/EngineListener.h"
 #include "ui/BrowserSeat.h"
 #include "ui/EditorScale.h"

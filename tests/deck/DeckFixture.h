@@ -1,11 +1,11 @@
 #pragma once
 
-#include "deck/DeckBlock.h"
 #include "deck/DeckWorld.h"
 #include "deck/FileImportThread.h"
-#include "deck/GridCommands.h"
-#include "deck/LoopCommands.h"
-#include "deck/Transport.h"
+#include "deck/edit/GridCommands.h"
+#include "deck/edit/LoopCommands.h"
+#include "deck/play/DeckBlock.h"
+#include "deck/play/Transport.h"
 #include "tracks/TrackIngest.h"
 
 #include <cmath>

@@ -159,7 +159,6 @@ TEST (Transport, SeeksStayWithinTheTrackAndEmptyTheRingsOfAStoppedDeck)
 {
     LoadedDeck decks;
     auto& deck = decks.deck();
-    deck.ringLeft.write (std::vector<float> (64, 0.5f).data(), 64);
     for (const auto& [value, expected] : { std::pair { -1.0, 0.0 }, { 0.5, 220'500.0 }, { 7.0, 441'000.0 } })
     {
         decks.transport.seekNormalised (0, value);

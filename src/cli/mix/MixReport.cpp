@@ -1,7 +1,7 @@
 #include "cli/mix/MixReport.h"
 
 #include "cli/TerminalOutput.h"
-#include "deck/BeatPhase.h"
+#include "deck/sync/BeatPhase.h"
 
 #include <algorithm>
 #include <cmath>

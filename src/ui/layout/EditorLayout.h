@@ -1,6 +1,6 @@
 #pragma once
 
-#include "deck/DeckNumbers.h"
+#include "deck/state/DeckNumbers.h"
 
 #include <juce_graphics/juce_graphics.h>
 

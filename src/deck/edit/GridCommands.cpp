@@ -1,8 +1,8 @@
-#include "deck/GridCommands.h"
+#include "deck/edit/GridCommands.h"
 
 #include "deck/AnalysisThread.h"
 #include "deck/DeckAnalysis.h"
-#include "deck/EditHistory.h"
+#include "deck/edit/MarkEdit.h"
 
 #include <cmath>
 
@@ -24,7 +24,7 @@ void GridCommands::setDownbeat (int deckIndex)
         const auto entry = grid.nearestEntry (deck->heardPosition());
         if (!entry)
             return;
-        const MarkEdit edit (*deck);
+        const MarkEdit edit (deck->marks, deck->edits, world.clock());
         deck->marks.downbeatIndex = *entry;
         deck->marks.downbeatPosition = static_cast<int32_t> (std::lround (grid.beatAt (*entry)));
     }
@@ -41,7 +41,7 @@ void GridCommands::scaleTempo (int deckIndex, double factor)
     if (bpm < slowestBpm || bpm > fastestBpm || bpm < deck->marks.bpmAverage * 0.5
         || bpm > deck->marks.bpmAverage * 2.0)
         return;
-    const MarkEdit edit (*deck);
+    const MarkEdit edit (deck->marks, deck->edits, world.clock());
     deck->marks.bpm = bpm;
 }
 
@@ -51,7 +51,7 @@ void GridCommands::setTempo (int deckIndex, double bpm)
     if (deck == nullptr || !std::isfinite (bpm))
         return;
     const CallbackLock lock (world.callbackLock, "setTempo");
-    const MarkEdit edit (*deck);
+    const MarkEdit edit (deck->marks, deck->edits, world.clock());
     deck->marks.bpm = juce::jlimit (slowestByNumber, fastestByNumber, bpm);
 }
 
@@ -61,7 +61,7 @@ void GridCommands::moveGrid (int deckIndex, int direction)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "moveGrid");
-    const MarkEdit edit (*deck, EditHistory::Kind::gridMove);
+    const MarkEdit edit (deck->marks, deck->edits, world.clock(), EditHistory::Kind::gridMove);
     const auto moved = deck->marks.downbeatPosition + (direction > 0 ? gridStep : -gridStep);
     deck->marks.downbeatPosition = juce::jlimit (0, deck->track.loadedFrames.get(), moved);
 }
@@ -72,7 +72,7 @@ void GridCommands::toggleGridMode (int deckIndex)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "toggleGridMode");
-    const MarkEdit edit (*deck);
+    const MarkEdit edit (deck->marks, deck->edits, world.clock());
     deck->marks.fixedGrid = deck->marks.fixedGrid == 0 ? 1 : 0;
 }
 
@@ -92,7 +92,7 @@ void GridCommands::tapTempo (int deckIndex)
     tap.last = now;
     if (const auto elapsed = millisecondsBetween (tap.first, now); elapsed > 0)
     {
-        const MarkEdit edit (*deck, EditHistory::Kind::tap);
+        const MarkEdit edit (deck->marks, deck->edits, world.clock(), EditHistory::Kind::tap);
         // After n taps n - 1 beats have gone by; `taps` still counts without this one.
         const auto bpm = juce::jlimit (slowestBpm, fastestBpm, tap.taps * 60000.0 / elapsed);
         deck->marks.bpm = bpm;

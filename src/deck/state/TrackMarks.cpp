@@ -1,4 +1,4 @@
-#include "deck/TrackMarks.h"
+#include "deck/state/TrackMarks.h"
 
 #include <tuple>
 

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "deck/TrackMarks.h"
+#include "deck/state/TrackMarks.h"
 
 #include <array>
 #include <cstdint>
-
-struct DeckPlayer;
 
 /** The last edits of a track's marks, to be taken back and done again. Of a full history the oldest edit is forgotten.
     Fixed memory; under the callback lock, but for the two counts. */
@@ -56,20 +54,4 @@ private:
     int next = 0; ///< where the next edit goes
     bool runEnded = true;
     Relaxed<int> done, undone;
-};
-
-/** Makes all that happens to a deck's marks in its scope an edit of the deck's history, if anything changes. Under the
-    callback lock. */
-class MarkEdit
-{
-public:
-    explicit MarkEdit (DeckPlayer&, EditHistory::Kind = EditHistory::Kind::single) noexcept;
-    ~MarkEdit();
-    MarkEdit (const MarkEdit&) = delete;
-    MarkEdit& operator= (const MarkEdit&) = delete;
-
-private:
-    DeckPlayer& deck;
-    const EditHistory::Kind kind;
-    const TrackMarks before;
 };

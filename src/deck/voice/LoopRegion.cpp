@@ -1,23 +1,22 @@
-#include "deck/Course.h"
-
-#include "deck/DeckPlayer.h"
+#include "deck/voice/LoopRegion.h"
 
 #include <algorithm>
 #include <cmath>
 
-Course::Course (const DeckPlayer& deck) noexcept
-    : floor (deck.marks.startPointOn != 0 ? deck.marks.startPoint.get() : 0.0)
+LoopRegion::LoopRegion (const Loops& loops, double beatLoopFrames, const TrackMarks& marks,
+                        const PlayState& play) noexcept
+    : floor (marks.startPointOn != 0 ? marks.startPoint.get() : 0.0)
 {
-    if (deck.play.on == 0 || deck.loops.mode == noLoop)
+    if (play.on == 0 || loops.mode == noLoop)
         return;
-    keepsBeat = deck.loops.mode == beatLoop;
-    loopStart = keepsBeat ? deck.loops.start : deck.loops.in;
-    length = keepsBeat ? deck.beatLoopFrames() : deck.loops.out - deck.loops.in;
+    keepsBeat = loops.mode == beatLoop;
+    loopStart = keepsBeat ? loops.start : loops.in;
+    length = keepsBeat ? beatLoopFrames : loops.out - loops.in;
     if (!(length >= shortestLoop) || !std::isfinite (length))
         return;
 
     end = loopStart + length;
-    if (deck.play.reverse != 0)
+    if (play.reverse != 0)
     {
         begin = loopStart;
         // A reading that was put on the end comes from there, and is not sent back at once.
@@ -25,7 +24,7 @@ Course::Course (const DeckPlayer& deck) noexcept
     }
 }
 
-double Course::turned (double position, double rate) const noexcept
+double LoopRegion::turned (double position, double rate) const noexcept
 {
     const auto past = position >= end ? position - (loopStart + length) : loopStart - position;
     const auto direction = position >= end ? -1.0 : 1.0;

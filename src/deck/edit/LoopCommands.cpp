@@ -1,7 +1,7 @@
-#include "deck/LoopCommands.h"
+#include "deck/edit/LoopCommands.h"
 
-#include "deck/EditHistory.h"
-#include "deck/Snap.h"
+#include "deck/edit/DeckSnap.h"
+#include "deck/edit/MarkEdit.h"
 
 #include <algorithm>
 #include <utility>
@@ -31,7 +31,7 @@ void LoopCommands::toggleBeatLoop (int deckIndex, bool rolling, const char* reas
     const CallbackLock lock (world.callbackLock, reason);
     if (deck->loops.mode == noLoop)
     {
-        deck->loops.start = Snap::heardPlaceOrPlain (world, *deck);
+        deck->loops.start = snapOf (world, *deck).placeOrPlain();
         deck->loops.mode = beatLoop;
         deck->loops.rolling = rolling ? 1 : 0;
         if (rolling)
@@ -106,7 +106,7 @@ void LoopCommands::loopIn (int deckIndex)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "loopIn");
-    if (const auto place = Snap::heardPlace (world, *deck))
+    if (const auto place = snapOf (world, *deck).place())
         deck->loops.in = *place;
     deck->loops.inSet = 1;
     if (deck->loops.outSet != 0 && deck->loops.out <= deck->loops.in)
@@ -128,7 +128,7 @@ void LoopCommands::loopOut (int deckIndex)
         return leaveLoop (*deck);
     if (deck->loops.inSet == 0)
         return;
-    deck->loops.out = Snap::heardPlaceOrPlain (world, *deck);
+    deck->loops.out = snapOf (world, *deck).placeOrPlain();
     if (deck->loops.out < deck->loops.in)
         std::swap (deck->loops.in, deck->loops.out);
     deck->loops.outSet = 1;
@@ -155,13 +155,13 @@ void LoopCommands::toggleStartPoint (int deckIndex)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "toggleStartPoint");
-    const MarkEdit edit (*deck);
+    const MarkEdit edit (deck->marks, deck->edits, world.clock());
     if (deck->marks.startPointOn != 0)
     {
         deck->marks.startPointOn = 0;
         return;
     }
-    if (const auto place = Snap::heardPlace (world, *deck))
+    if (const auto place = snapOf (world, *deck).place())
         deck->marks.startPoint = *place;
     deck->marks.startPointOn = 1;
 }

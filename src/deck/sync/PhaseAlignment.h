@@ -1,7 +1,7 @@
 #pragma once
 
 #include "deck/DeckWorld.h"
-#include "deck/SongPosition.h"
+#include "deck/state/SongPosition.h"
 
 /** Phase of synced decks: a jump into it on request, and the tempo that keeps it from then on.
 

@@ -1,7 +1,7 @@
-#include "deck/PhaseAlignment.h"
+#include "deck/sync/PhaseAlignment.h"
 
-#include "deck/BeatPhase.h"
-#include "deck/TempoSync.h"
+#include "deck/sync/BeatPhase.h"
+#include "deck/sync/TempoSync.h"
 
 #include <algorithm>
 #include <cmath>
@@ -40,10 +40,11 @@ struct Reading
 
     Reading (DeckWorld& world, const DeckPlayer& deck) noexcept
     {
-        const auto front = deck.voice.front (world, deck);
-        position = front.position - TempoSync::lagOfRate (world, deck, front.stretched);
-        time = front.framesUntilHeard;
-        speed = TempoSync::speed (world, deck, front.stretched);
+        const auto point =
+            deck.voice.readPoint (deck.head, deck.track.loadedFrames, world.isStretched (deck));
+        position = point.position - TempoSync::lagOfRate (world, deck, point.stretched);
+        time = point.framesUntilHeard;
+        speed = TempoSync::speed (world, deck, point.stretched);
     }
 
     double heardNow() const noexcept { return position - time * speed; }
@@ -52,7 +53,7 @@ struct Reading
 std::optional<Beats> beatsOf (DeckWorld& world, const DeckPlayer& deck) noexcept
 {
     const Reading reading (world, deck);
-    const auto here = BeatPhase::at (deck.grid(), Course (deck), reading.position);
+    const auto here = BeatPhase::at (deck.grid(), deck.region(), reading.position);
     if (!here.has_value())
         return {};
     return Beats { here->phase, reading.time, reading.speed / here->length, here->length, deck.beatFrames() };
@@ -68,23 +69,18 @@ std::optional<Beats> heardBeatsOf (DeckWorld& world, const DeckPlayer& deck) noe
     return Beats { here->phase, 0.0, Reading (world, deck).speed / usual, usual, usual };
 }
 
-bool isPlaying (const DeckPlayer& deck) noexcept
-{
-    return deck.play.on != 0 && deck.track.loadedFrames > 0;
-}
-
 /** Nothing but its tempo moves the deck. */
 bool runsFreely (const DeckPlayer& deck) noexcept
 {
-    return isPlaying (deck) && deck.jog.scratchOn == 0 && deck.jog.scratchEnded == 0 && deck.head.bend == 0.0
+    return deck.isPlaying() && deck.jog.scratchOn == 0 && deck.jog.scratchEnded == 0 && deck.head.bend == 0.0
            && deck.head.jog == 0.0 && deck.play.nudge == 0 && deck.play.reverse == 0;
 }
 
 /** True in a loop that does not turn from beat to beat. */
 bool leavesBeat (const DeckPlayer& deck) noexcept
 {
-    const Course course (deck);
-    return course.hasLoop() && !BeatPhase::at (deck.grid(), course, deck.head.position).has_value();
+    const auto region = deck.region();
+    return region.hasLoop() && !BeatPhase::at (deck.grid(), region, deck.head.position).has_value();
 }
 
 /** Where a deck goes so that `wanted` beats after its even beat are heard now. */
@@ -114,13 +110,13 @@ double localFactor (double length, double usualLength, const Beats& theirs) noex
 /** Jumps there, finely adjusted so that the deck will be in phase where it has read up to the reference's time. */
 void jumpToPhase (DeckWorld& world, DeckPlayer& deck, const Beats& reference, double target) noexcept
 {
-    const auto stretched = deck.voice.front (world, deck).stretched;
+    const auto stretched = world.isStretched (deck);
     const auto usual = deck.beatFrames();
-    const Course course (deck);
+    const auto region = deck.region();
     const auto thereFrom = [&] (double place)
     {
         const auto meeting = place + reference.time * TempoSync::speed (world, deck, stretched);
-        return BeatPhase::at (deck.grid(), course, meeting).value_or (BeatPhase { reference.phase, usual });
+        return BeatPhase::at (deck.grid(), region, meeting).value_or (BeatPhase { reference.phase, usual });
     };
     deck.sync.hold.factor = 1.0;
     deck.sync.hold.factor = localFactor (thereFrom (target).length, usual, reference);
@@ -209,7 +205,7 @@ void followHost (DeckWorld& world, DeckPlayer& deck, const SongPosition& host) n
 bool PhaseAlignment::alignToMaster (DeckWorld& world, DeckPlayer& deck) noexcept
 {
     const auto* master = world.deck (world.settings.masterDeck);
-    if (master == nullptr || !isPlaying (deck) || !isPlaying (*master)
+    if (master == nullptr || !deck.isPlaying() || !master->isPlaying()
         || !(master->head.position <= master->track.loadedFrames))
         return false;
 
@@ -230,7 +226,7 @@ bool PhaseAlignment::alignToMaster (DeckWorld& world, DeckPlayer& deck) noexcept
 
 bool PhaseAlignment::alignToHost (DeckWorld& world, DeckPlayer& deck, const SongPosition& host) noexcept
 {
-    if (!isPlaying (deck) || !host.isPlaying || !(host.bpm > 0.0))
+    if (!deck.isPlaying() || !host.isPlaying || !(host.bpm > 0.0))
         return false;
 
     const auto phase = BeatPhase::wrapped (host.timeInSeconds * host.bpm / 60.0);
@@ -246,7 +242,8 @@ bool PhaseAlignment::alignToHost (DeckWorld& world, DeckPlayer& deck, const Song
 void PhaseAlignment::run (DeckWorld& world, const SongPosition& host) noexcept
 {
     for (auto& deck : world.decks)
-        deck->voice.takeUpCourse (world, *deck); // what was read on another one is not what will be heard
+        // What was read on another one is not what will be heard.
+        deck->voice.takeUpRegion (deck->head, deck->readSource(), deck->region(), world.isStretched (*deck));
 
     for (auto& deck : world.decks)
     {

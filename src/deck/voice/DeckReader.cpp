@@ -1,4 +1,4 @@
-#include "deck/DeckReader.h"
+#include "deck/voice/DeckReader.h"
 
 #include "support/OnePole.h"
 
@@ -51,18 +51,18 @@ NextBeat placeOf (const BeatGrid& grid, int32_t entry) noexcept
              entry < grid.beatCount() ? grid.beatAt (entry) : std::numeric_limits<double>::infinity() };
 }
 
-/** The part of a deck that the loop over samples works on. */
+/** The head and the samples that the loop over frames works on, in registers. */
 struct Reader : ReadHead
 {
     const int16_t *leftSamples, *rightSamples;
     int32_t loadedFrames;
     double dullingRate = 0.0, dulling = 0.0; ///< the factor of a rate, kept while the rate holds
 
-    explicit Reader (const DeckPlayer& deck) noexcept
-        : ReadHead (deck.head),
-          leftSamples (deck.audioMemory.left()),
-          rightSamples (deck.audioMemory.right()),
-          loadedFrames (deck.track.loadedFrames)
+    Reader (const ReadHead& head, const ReadSource& source) noexcept
+        : ReadHead (head),
+          leftSamples (source.left),
+          rightSamples (source.right),
+          loadedFrames (source.frames)
     {
     }
 
@@ -103,13 +103,13 @@ struct Reader : ReadHead
         return frame;
     }
 
-    /** Leads a position that has left the course back to it. @returns true if it goes on elsewhere */
-    bool keepTo (const Course& course) noexcept
+    /** Leads a position that has left the region back to it. @returns true if it goes on elsewhere */
+    bool keepTo (const LoopRegion& region) noexcept
     {
         const auto from = position;
-        if (course.isTurnedAt (position))
-            position = course.turned (position, rate);
-        position = std::max (position, course.floor);
+        if (region.isTurnedAt (position))
+            position = region.turned (position, rate);
+        position = std::max (position, region.floor);
         const auto jumped = std::abs (position - from) > inaudibleJump + std::abs (rate);
         if (jumped)
             declickFrom (from);
@@ -134,27 +134,26 @@ struct Reader : ReadHead
     }
 };
 
-/** What a block holds fixed of the transport: commands fall between blocks. */
-struct Drive
+/** The speed that the rate goes for. */
+struct Target
 {
-    double playPart; ///< speed of the playing track; 0 when stopped or in scratch
-    double playFactor, direction, nudgePush;
-    bool playing, nudging;
+    double playPart;   ///< of the playing track
+    double playFactor; ///< of jog and play part together
+    double direction;
+    bool isPlaying;
 
-    Drive (const DeckPlayer& deck, const ReaderBlock& block) noexcept
+    explicit Target (const ReadDrive& drive) noexcept
+        : playPart (drive.speedRatio),
+          playFactor (drive.playFactor),
+          direction (drive.isReverse ? -1.0 : 1.0),
+          isPlaying (drive.isPlaying)
     {
-        playing = deck.play.on != 0 && deck.jog.scratchOn == 0;
-        playPart = block.speedRatio;
-        playFactor = block.playFactor;
-        direction = deck.play.reverse != 0 ? -1.0 : 1.0;
-        nudging = !playing && deck.play.nudge != 0;
-        nudgePush = deck.play.nudge * nudgeStep;
     }
 
-    double target (double jog) const noexcept
+    double at (double jog) const noexcept
     {
         auto speed = jog * direction;
-        if (playing)
+        if (isPlaying)
             speed = (speed + playPart) * playFactor;
         return speed * direction;
     }
@@ -167,28 +166,29 @@ double decayed (double value, double coefficient, double floor) noexcept
 }
 }
 
-void findNextBeat (DeckPlayer& deck) noexcept
+void findNextBeat (ReadHead& head, const BeatGrid& grid) noexcept
 {
-    const auto grid = deck.grid();
-    const auto next = placeOf (grid, grid.firstEntryBeyond (deck.head.position));
-    deck.head.nextBeat = next.entry;
-    deck.head.nextBeatFrame = next.frame;
+    const auto next = placeOf (grid, grid.firstEntryBeyond (head.position));
+    head.nextBeat = next.entry;
+    head.nextBeatFrame = next.frame;
 }
 
-void readDeck (DeckPlayer& deck, const ReaderBlock& block, NoiseTable& noise, float* left, float* right,
-               int frames) noexcept
+void readDeck (ReadHead& head, const ReadSource& source, const ReadDrive& drive, NoiseTable& noise,
+               float* left, float* right, int frames) noexcept
 {
     for (int done = 0; done < frames;)
-        done += readToJump (deck, block, noise, left + done, right + done, frames - done).frames;
+        done += readToJump (head, source, drive, noise, left + done, right + done, frames - done).frames;
 }
 
-Reading readToJump (DeckPlayer& deck, const ReaderBlock& block, NoiseTable& noise, float* left, float* right,
-                    int frames) noexcept
+Reading readToJump (ReadHead& head, const ReadSource& source, const ReadDrive& drive, NoiseTable& noise,
+                    float* left, float* right, int frames) noexcept
 {
-    Reader reader (deck);
-    const Drive drive (deck, block);
+    Reader reader (head, source);
+    const Target target (drive);
+    const auto nudging = !drive.isPlaying && drive.nudge != 0;
+    const auto nudgePush = drive.nudge * nudgeStep;
 
-    const auto still = !drive.playing && !drive.nudging && reader.rate == 0.0 && reader.jog == 0.0
+    const auto still = !drive.isPlaying && !nudging && reader.rate == 0.0 && reader.jog == 0.0
                        && reader.bend == 0.0 && reader.declickGain == 0.0;
     if (still)
     {
@@ -199,45 +199,45 @@ Reading readToJump (DeckPlayer& deck, const ReaderBlock& block, NoiseTable& nois
 
     const auto end = static_cast<double> (reader.loadedFrames);
     const auto linearBefore = reader.linear;
-    const auto course = block.course;
+    const auto region = drive.region;
     Reading reading;
     auto& done = reading.frames;
     while (done < frames && !reading.jumped)
     {
         const auto frame = reader.nextFrame (noise.next());
-        left[done] = static_cast<float> (frame.left * block.leftGain);
-        right[done++] = static_cast<float> (frame.right * block.rightGain);
+        left[done] = static_cast<float> (frame.left * drive.leftGain);
+        right[done++] = static_cast<float> (frame.right * drive.rightGain);
 
-        const auto target = drive.target (reader.jog);
-        if (drive.nudging)
+        const auto wanted = target.at (reader.jog);
+        if (nudging)
         {
-            reader.nudgeAccel += drive.nudgePush;
+            reader.nudgeAccel += nudgePush;
             reader.rate += reader.nudgeAccel;
         }
-        reader.jog = decayed (reader.jog, block.decay100ms, jogFloor);
-        reader.bend = decayed (reader.bend, block.decay100ms, bendFloor);
+        reader.jog = decayed (reader.jog, drive.decay100ms, jogFloor);
+        reader.bend = decayed (reader.bend, drive.decay100ms, bendFloor);
 
-        reader.rate = OnePole::approached (reader.rate, target, block.smoothing5ms);
+        reader.rate = wanted + (reader.rate - wanted) * drive.smoothing5ms;
         // Only a deck that comes to rest is cut off: at high engine rates the first steps of a start are below the floor.
-        if (std::abs (reader.rate) < rateFloor && std::abs (target) < rateFloor)
+        if (std::abs (reader.rate) < rateFloor && std::abs (wanted) < rateFloor)
             reader.rate = 0.0;
 
         reader.position = std::clamp (reader.position + reader.rate, 0.0, end);
         reader.linear += reader.rate;
-        if (course.isLeftAt (reader.position))
+        if (region.isLeftAt (reader.position))
         {
             reading.led = true;
-            reading.jumped = reader.keepTo (course);
+            reading.jumped = reader.keepTo (region);
             // A beat that it lands on counts as passed, so that a loop ticks once a round.
-            const auto grid = deck.grid();
-            reader.comeTo (placeOf (grid, grid.firstEntryBeyond (reader.position - std::abs (reader.rate))));
+            reader.comeTo (placeOf (source.grid,
+                                    source.grid.firstEntryBeyond (reader.position - std::abs (reader.rate))));
         }
         if (reader.position >= reader.nextBeatFrame)
-            reader.passBeat (deck.grid(), done);
+            reader.passBeat (source.grid, done);
     }
     reader.framesSinceBar = std::min (reader.framesSinceBar, longestBar) + done;
-    if (deck.loops.rolling != 0)
+    if (drive.isRolling)
         reader.roll = std::clamp (reader.roll + (reader.linear - linearBefore), 0.0, end);
-    deck.head = reader;
+    head = reader;
     return reading;
 }

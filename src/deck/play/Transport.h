@@ -74,10 +74,6 @@ public:
     /** True if the deck is stopped within 588 frames of any of its cues. Any thread, no lock. */
     static bool isStoppedAtCue (const DeckPlayer&) noexcept;
 
-    /** Chooses the master deck anew after a deck has started or stopped; inside a host the host leads and nothing
-        changes. The caller holds the callback lock or is the audio thread. */
-    PX_AUDIO_THREAD static void chooseMaster (DeckWorld&, const DeckPlayer& changed) noexcept;
-
 private:
     /** A seek or cue jump of the position to a target; `false` if phase must be kept and can't be. */
     static bool keepPhase (DeckWorld&, DeckPlayer&, double& target) noexcept;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "deck/ReadHead.h"
+#include "deck/state/ReadHead.h"
 #include "support/AudioThread.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 
     Both are straight lines within a piece. Places are frames of the file, frames and times count from the last restart.
     Audio thread, or a command under the callback lock. */
-class PlaceLog
+class ReadAheadMap
 {
 public:
     struct Piece
@@ -24,7 +24,7 @@ public:
         double step = 0.0;               ///< frames of the file per frame read
         double due = 0.0, dueStep = 1.0; ///< output frames, and per frame read: the stretch
         double linearStep = 0.0;         ///< the same as the step, but never led round a loop
-        bool led = false; ///< the course that it was read on has led it, or led it away at its end
+        bool led = false; ///< the region that it was read on has led it, or led it away at its end
 
         double positionAt (double frame) const noexcept
         {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "deck/DeckNumbers.h"
+#include "deck/state/DeckNumbers.h"
 #include "support/Relaxed.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "deck/PhaseHold.h"
+#include "deck/state/PhaseHold.h"
 #include "support/Relaxed.h"
 
 #include <cstdint>

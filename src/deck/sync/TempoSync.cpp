@@ -1,4 +1,4 @@
-#include "deck/TempoSync.h"
+#include "deck/sync/TempoSync.h"
 
 #include <algorithm>
 

@@ -1,8 +1,7 @@
-#include "deck/DeckBlock.h"
+#include "deck/play/DeckBlock.h"
 
-#include "deck/DeckReader.h"
-#include "deck/TempoSync.h"
-#include "deck/Transport.h"
+#include "deck/sync/MasterDeck.h"
+#include "deck/sync/TempoSync.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,11 +24,27 @@ void updateTempo (DeckWorld& world, DeckPlayer& deck) noexcept
     deck.tempo.factor = TempoSync::withHand (deck, tempo);
 }
 
+ReadDrive driveOf (const DeckWorld& world, const DeckPlayer& deck) noexcept
+{
+    ReadDrive drive;
+    drive.speedRatio = deck.track.sampleRate / world.engineRate;
+    drive.smoothing5ms = world.smoothing5ms;
+    drive.decay100ms = world.decay100ms;
+    drive.leftGain = std::clamp (2.0 * (1.0 - deck.balance), 0.0, 1.0);
+    drive.rightGain = std::clamp (2.0 * deck.balance, 0.0, 1.0);
+    drive.isPlaying = deck.play.on != 0 && deck.jog.scratchOn == 0;
+    drive.isReverse = deck.play.reverse != 0;
+    drive.isRolling = deck.loops.rolling != 0;
+    drive.nudge = deck.play.nudge;
+    drive.region = deck.region();
+    return drive;
+}
+
 void stop (DeckWorld& world, DeckPlayer& deck) noexcept
 {
     deck.play.on = 0;
     deck.play.cueHold = 0;
-    Transport::chooseMaster (world, deck);
+    MasterDeck::choose (world, deck);
 }
 }
 
@@ -52,17 +67,17 @@ void DeckBlock::render (DeckWorld& world, DeckPlayer& deck, float* left, float* 
     }
 
     updateTempo (world, deck);
-    ReaderBlock block;
-    block.speedRatio = deck.track.sampleRate / world.engineRate;
-    block.smoothing5ms = world.smoothing5ms;
-    block.decay100ms = world.decay100ms;
-    block.leftGain = std::clamp (2.0 * (1.0 - deck.balance), 0.0, 1.0);
-    block.rightGain = std::clamp (2.0 * deck.balance, 0.0, 1.0);
-
-    block.course = Course (deck);
-    findNextBeat (deck);
-
-    deck.voice.render (world, deck, block, left, right, frames);
+    findNextBeat (deck.head, deck.grid());
+    const VoiceBlock block { .source = deck.readSource(),
+                             .drive = driveOf (world, deck),
+                             .tempo = deck.tempo.factor,
+                             .keyTuning = deck.tempo.keyTuning,
+                             .isKeyLocked = deck.tempo.keyLock != 0,
+                             .isStretched = world.isStretched (deck),
+                             .engineRate = world.engineRate,
+                             .noise = world.noise,
+                             .work = world.voiceWork };
+    deck.voice.render (deck.head, block, left, right, frames);
     deck.publishHeard();
 
     if (deck.play.on != 0 && deck.jog.scratchOn == 0)

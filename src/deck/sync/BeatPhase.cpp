@@ -1,4 +1,4 @@
-#include "deck/BeatPhase.h"
+#include "deck/sync/BeatPhase.h"
 
 #include <cmath>
 
@@ -28,18 +28,18 @@ std::optional<BeatPhase> BeatPhase::at (const BeatGrid& grid, double frame) noex
     return BeatPhase { (frame - *beat) / length, length };
 }
 
-std::optional<BeatPhase> BeatPhase::at (const BeatGrid& grid, const Course& course, double frame) noexcept
+std::optional<BeatPhase> BeatPhase::at (const BeatGrid& grid, const LoopRegion& region, double frame) noexcept
 {
-    if (!course.hasLoop())
+    if (!region.hasLoop())
         return at (grid, frame);
     const auto usual = 2.0 * grid.period();
-    const auto start = at (grid, course.startOfLoop());
+    const auto start = at (grid, region.startOfLoop());
     if (!start.has_value())
         return {};
 
-    const auto count = std::round (course.lengthOfLoop() / usual);
-    const auto length = course.lengthOfLoop() / count;
+    const auto count = std::round (region.lengthOfLoop() / usual);
+    const auto length = region.lengthOfLoop() / count;
     if (count < 1.0 || std::abs (length - usual) > greatestDeviation * usual)
         return {};
-    return BeatPhase { wrapped (start->phase + (frame - course.startOfLoop()) / length), length };
+    return BeatPhase { wrapped (start->phase + (frame - region.startOfLoop()) / length), length };
 }

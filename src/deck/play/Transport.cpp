@@ -1,7 +1,8 @@
-#include "deck/Transport.h"
+#include "deck/play/Transport.h"
 
-#include "deck/EditHistory.h"
-#include "deck/Snap.h"
+#include "deck/edit/DeckSnap.h"
+#include "deck/edit/MarkEdit.h"
+#include "deck/sync/MasterDeck.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,32 +27,6 @@ int currentSlot (DeckPlayer& deck) noexcept
     deck.play.currentCue = static_cast<int8_t> (std::clamp<int> (deck.play.currentCue, 0, cueSlotCount - 1));
     return deck.play.currentCue;
 }
-
-bool isRunning (const DeckPlayer& deck) noexcept
-{
-    return deck.play.on != 0 && deck.track.loadedFrames > 0 && deck.heardPosition() < deck.track.loadedFrames;
-}
-}
-
-void Transport::chooseMaster (DeckWorld& world, const DeckPlayer& changed) noexcept
-{
-    if (world.isStandalone == 0)
-        return;
-
-    const DeckPlayer* otherRunning = nullptr;
-    for (const auto& deck : world.decks)
-        if (deck != nullptr && deck.get() != &changed && isRunning (*deck) && otherRunning == nullptr)
-            otherRunning = deck.get();
-
-    if (changed.play.on == 0)
-    {
-        if (otherRunning != nullptr)
-            world.settings.masterDeck = static_cast<int8_t> (otherRunning->index);
-    }
-    else if (otherRunning == nullptr && changed.track.loadedFrames > 0)
-    {
-        world.settings.masterDeck = static_cast<int8_t> (changed.index);
-    }
 }
 
 void Transport::playOrStop (DeckWorld& world, DeckPlayer& deck) noexcept
@@ -72,7 +47,7 @@ void Transport::playOrStop (DeckWorld& world, DeckPlayer& deck) noexcept
 
     if (deck.play.on != 0 && deck.head.position >= deck.track.loadedFrames)
         deck.place (0.0);
-    chooseMaster (world, deck);
+    MasterDeck::choose (world, deck);
 }
 
 void Transport::playPause (int deckIndex)
@@ -105,8 +80,8 @@ void Transport::playSynchronized (int deckIndex)
 
 void Transport::storeCue (DeckWorld& world, DeckPlayer& deck, int slot) noexcept
 {
-    const MarkEdit edit (deck);
-    if (const auto place = Snap::heardPlace (world, deck))
+    const MarkEdit edit (deck.marks, deck.edits, world.clock());
+    if (const auto place = snapOf (world, deck).place())
         deck.marks.cues[static_cast<size_t> (slot)] = *place;
 }
 
@@ -160,7 +135,7 @@ void Transport::cue (int deckIndex, bool pressed)
     {
         storeCue (world, *deck, slot);
     }
-    chooseMaster (world, *deck);
+    MasterDeck::choose (world, *deck);
 }
 
 bool Transport::keepPhase (DeckWorld& world, DeckPlayer& deck, double& target) noexcept
@@ -221,7 +196,7 @@ void Transport::deleteCue (int deckIndex, int slot)
     if (deck == nullptr || !isSlot (slot))
         return;
     const CallbackLock lock (world.callbackLock, "deleteCue");
-    const MarkEdit edit (*deck);
+    const MarkEdit edit (deck->marks, deck->edits, world.clock());
     deck->marks.cues[static_cast<size_t> (slot)] = emptyCue;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "deck/Course.h"
+#include "deck/voice/LoopRegion.h"
 #include "support/AudioThread.h"
 #include "tracks/BeatGrid.h"
 
@@ -15,10 +15,10 @@ struct BeatPhase
                  the track's tempo is taken for a gap of the table and has the tempo's length. */
     PX_AUDIO_THREAD static std::optional<BeatPhase> at (const BeatGrid&, double frame) noexcept;
 
-    /** The same on a course. A loop that is within 6 % of a number of whole beats has beats of its own: so many, of one
+    /** The same on a region. A loop that is within 6 % of a number of whole beats has beats of its own: so many, of one
         length, from its start on, so that its turns keep the phase.
         @returns nothing also in any other loop, whose turns leave the beat */
-    PX_AUDIO_THREAD static std::optional<BeatPhase> at (const BeatGrid&, const Course&,
+    PX_AUDIO_THREAD static std::optional<BeatPhase> at (const BeatGrid&, const LoopRegion&,
                                                         double frame) noexcept;
 
     /** The part of a distance in beats that matters to phase, -0.5 to 0.5. */

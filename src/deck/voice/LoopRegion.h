@@ -1,26 +1,30 @@
 #pragma once
 
+#include "deck/state/Loops.h"
+#include "deck/state/PlayState.h"
+#include "deck/state/TrackMarks.h"
 #include "support/AudioThread.h"
 
 #include <limits>
 
-struct DeckPlayer;
+/** The part of a track that a deck's reading stays in: between the ends of the loop that runs, and not before the start
+    point.
 
-/** Where the reading of a deck leaves its straight way: the ends of the loop that runs, and the start point.
-
-    A value, made once a block. Two courses that are equal lead the same reading to the same places. Places are frames of
+    A value, made once a block. Two regions that are equal lead the same reading to the same places. Places are frames of
     the file. A deck in no loop has ends at infinity, so that a sample costs the same two comparisons as in a loop. */
-struct Course
+struct LoopRegion
 {
     /** A loop of fewer frames than this is passed over: it would hold the deck in one place. */
     static constexpr double shortestLoop = 16.0;
 
-    Course() noexcept = default;
+    LoopRegion() noexcept = default;
 
-    /** Audio thread, or a command under the callback lock. */
-    PX_AUDIO_THREAD explicit Course (const DeckPlayer&) noexcept;
+    /** @param beatLoopFrames   the length of the beat loop
+        Audio thread, or a command under the callback lock. */
+    PX_AUDIO_THREAD LoopRegion (const Loops&, double beatLoopFrames, const TrackMarks&,
+                                const PlayState&) noexcept;
 
-    bool operator== (const Course&) const noexcept = default;
+    bool operator== (const LoopRegion&) const noexcept = default;
 
     bool isTurnedAt (double position) const noexcept { return position >= end || position <= begin; }
 
@@ -37,7 +41,7 @@ struct Course
     double startOfLoop() const noexcept { return loopStart; }
     double lengthOfLoop() const noexcept { return length; }
 
-    /** True if a reading that goes straight from one place to another would not do so on this course. */
+    /** True if a reading that goes straight from one place to another would not do so on this region. */
     bool changes (double from, double to) const noexcept { return isLeftAt (from) || isLeftAt (to); }
 
     double end = std::numeric_limits<double>::infinity(); ///< at or past it the loop begins anew

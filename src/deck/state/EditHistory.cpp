@@ -1,6 +1,7 @@
-#include "deck/EditHistory.h"
+#include "deck/state/EditHistory.h"
 
-#include "deck/DeckWorld.h"
+#include "deck/state/DeckNumbers.h"
+#include "support/Clock.h"
 
 #include <algorithm>
 
@@ -70,12 +71,4 @@ void EditHistory::forget() noexcept
 {
     done = undone = 0;
     runEnded = true;
-}
-
-MarkEdit::MarkEdit (DeckPlayer& d, EditHistory::Kind k) noexcept : deck (d), kind (k), before (d.marks) {}
-
-MarkEdit::~MarkEdit()
-{
-    if (deck.marks != before)
-        deck.edits.record (kind, before, deck.marks, deck.world.clock());
 }
