@@ -99,7 +99,7 @@ private:
                 position = start;
             passed += position >= beat ? 1 : 0;
         }
-        deck.place (position);
+        deck.head.position = position;
         deck.head.nextBeat = passed;
     }
 
