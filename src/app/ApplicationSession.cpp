@@ -27,6 +27,14 @@ ApplicationSession::~ApplicationSession()
     window.reset();
 }
 
+juce::String ApplicationSession::audioReport() const
+{
+    const int64_t lost = engine.recorder.droppedFrames;
+    return audio.report()
+           + (lost > 0 ? "\nRecorder: " + juce::String (lost) + " frames lost, the disk is too slow."
+                       : juce::String());
+}
+
 EngineWorld ApplicationSession::makeWorld (const Folders& folders)
 {
     EngineWorld made;

@@ -18,8 +18,8 @@ public:
     ApplicationSession (const Folders&, const juce::Array<juce::File>& tracks);
     ~ApplicationSession();
 
-    /** How the audio went so far, in one line. */
-    juce::String audioReport() const { return audio.report(); }
+    /** The course of the audio so far, a line on the blocks and one on a recording that lost frames. */
+    juce::String audioReport() const;
 
 private:
     EngineWorld makeWorld (const Folders&);

@@ -1,5 +1,7 @@
 #include "mixer/AudioRecorder.h"
 
+#include "mixer/DitheredWriter.h"
+
 #include <algorithm>
 
 namespace
@@ -22,9 +24,10 @@ std::unique_ptr<juce::AudioFormatWriter> createWavWriter (const juce::File& file
 
     std::unique_ptr<juce::AudioFormatWriter> writer (
         juce::WavAudioFormat().createWriterFor (stream.get(), sampleRate, numChannels, bitsPerSample, {}, 0));
-    if (writer != nullptr)
-        juce::ignoreUnused (stream.release()); // the writer owns it now
-    return writer;
+    if (writer == nullptr)
+        return {};
+    juce::ignoreUnused (stream.release()); // the writer owns it now
+    return std::make_unique<DitheredWriter> (std::move (writer));
 }
 }
 

@@ -9,7 +9,7 @@
 #include <atomic>
 #include <memory>
 
-/** Writes the master bus to a 16-bit stereo WAV file while it plays.
+/** Writes the master bus to a 16-bit stereo WAV file while it plays, rounded with dither.
 
     The audio thread copies each block into a ring, a thread of the recorder writes it to disk. The file's header is
     brought up to date every two seconds of audio, so that what a killed session leaves behind can be played. */

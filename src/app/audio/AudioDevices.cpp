@@ -1,5 +1,6 @@
 #include "app/audio/AudioDevices.h"
 
+#include "app/audio/RealTimePriority.h"
 #include "app/audio/SilentDevice.h"
 #include "cli/TerminalOutput.h"
 #include "engine/CPlatterdex.h"
@@ -14,6 +15,9 @@ namespace
 {
 constexpr int watchMs = 1000;
 constexpr int mostStalledTurns = 3;
+
+/** Above the threads of other programs that ask, below those of the kernel that serve the card. */
+constexpr int audioPriority = 40;
 
 void ignoreAlsaError (const char*, int, const char*, int, const char*, ...) {}
 
@@ -94,6 +98,7 @@ void AudioDevices::openFirstThatRuns()
 
 void AudioDevices::timerCallback()
 {
+    askForRealTime();
     const uint32_t blocks = player.times.blocks;
     stalledTurns = blocks == blocksSeen ? stalledTurns + 1 : 0;
     blocksSeen = blocks;
@@ -103,6 +108,14 @@ void AudioDevices::timerCallback()
     printLine ("The audio device has stopped.");
     openFirstThatRuns();
     announce();
+}
+
+void AudioDevices::askForRealTime()
+{
+    const int thread = player.thread;
+    if (thread != 0 && thread != askedFor)
+        RealTimePriority::request (thread, audioPriority);
+    askedFor = thread;
 }
 
 void AudioDevices::changeListenerCallback (juce::ChangeBroadcaster*)
@@ -148,6 +161,7 @@ juce::String AudioDevices::report() const
     auto* device = devices.getCurrentAudioDevice();
     if (const auto gaps = device != nullptr ? device->getXRunCount() : -1; gaps >= 0)
         line << ", gaps counted by the device " << gaps;
+    line << ", scheduling " << RealTimePriority::describe (player.thread);
     return line + ".";
 }
 

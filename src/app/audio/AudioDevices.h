@@ -19,7 +19,7 @@ public:
     AudioDevices (juce::AudioProcessor& engine, const juce::File& choiceFile);
     ~AudioDevices() override;
 
-    /** One line on all blocks so far: how many came late, the longest, the lock. */
+    /** One line on all blocks so far: how many came late, the longest, the lock, and how the kernel schedules them. */
     juce::String report() const;
 
     /** Opens the dialog in which the device is chosen. */
@@ -36,6 +36,7 @@ private:
     bool isRunning() const;
     void openFirstThatRuns();
     void announce();
+    void askForRealTime();
     void saveChoice() const;
 
     const juce::File choiceFile;
@@ -45,5 +46,6 @@ private:
     juce::String announced;
     uint32_t blocksSeen = 0;
     int stalledTurns = 0;
+    int askedFor = 0; ///< the thread that real time was last asked for
     std::unique_ptr<juce::DialogWindow> dialog;
 };

@@ -1,6 +1,7 @@
 #include "app/audio/EnginePlayer.h"
 
 #include <algorithm>
+#include <unistd.h>
 
 namespace
 {
@@ -15,6 +16,7 @@ void EnginePlayer::audioDeviceAboutToStart (juce::AudioIODevice* device)
     const auto capacity = std::max (leastCapacity, device->getCurrentBufferSizeSamples());
     const auto channels = std::max (engine.getTotalNumInputChannels(), engine.getTotalNumOutputChannels());
     const juce::ScopedLock lock (engine.getCallbackLock());
+    thread = 0;
     buffer.setSize (channels, capacity);
     rate = device->getCurrentSampleRate();
     engine.setRateAndBufferSizeDetails (rate, device->getCurrentBufferSizeSamples());
@@ -26,6 +28,8 @@ void EnginePlayer::audioDeviceIOCallbackWithContext (const float* const* inputs,
                                                      const juce::AudioIODeviceCallbackContext&)
 {
     const auto called = BlockTimes::now();
+    if (thread == 0)
+        thread = ::gettid();
     const juce::ScopedLock lock (engine.getCallbackLock());
     const auto began = BlockTimes::now();
     const auto capacity = buffer.getNumSamples();

@@ -19,6 +19,9 @@ public:
     /** Of the blocks since the start. Their count also tells a device that has died from one that plays. */
     BlockTimes times;
 
+    /** The kernel's number of the thread that plays; 0 until the first block of a device. */
+    Relaxed<int> thread { 0 };
+
     void audioDeviceAboutToStart (juce::AudioIODevice*) override;
     void audioDeviceStopped() override {}
     void audioDeviceIOCallbackWithContext (const float* const* inputs, int inputCount, float* const* outputs,

@@ -1,0 +1,41 @@
+#include "mixer/DitheredWriter.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+DitheredWriter::DitheredWriter (std::unique_ptr<juce::AudioFormatWriter> t)
+    : AudioFormatWriter (nullptr, t->getFormatName(), t->getSampleRate(),
+                         static_cast<unsigned int> (t->getNumChannels()),
+                         static_cast<unsigned int> (t->getBitsPerSample())),
+      target (std::move (t))
+{
+    usesFloatingPointData = false;
+}
+
+bool DitheredWriter::write (const int** channels, int frames)
+{
+    const auto count = getNumChannels();
+    if (frames > capacity)
+    {
+        rounded.malloc (frames * count);
+        capacity = frames;
+    }
+
+    const int64_t step = int64_t { 1 } << (32 - getBitsPerSample());
+    constexpr int64_t least = std::numeric_limits<int>::min(), most = std::numeric_limits<int>::max();
+    const auto noise = [&] { return static_cast<int64_t> (random.nextInt (static_cast<int> (step))); };
+    juce::HeapBlock<const int*> pointers (count + 1, true);
+    for (int channel = 0; channel < count && channels[channel] != nullptr; ++channel)
+    {
+        auto* const out = rounded.getData() + channel * capacity;
+        for (int i = 0; i < frames; ++i)
+        {
+            // Two numbers of 0 to a step, less their mean of one step; the half step makes the cut a rounding.
+            const auto value = channels[channel][i] + noise() + noise() - step + step / 2;
+            out[i] = static_cast<int> (std::clamp (value, least, most - step + 1) & ~(step - 1));
+        }
+        pointers[channel] = out;
+    }
+    return target->write (pointers, frames);
+}

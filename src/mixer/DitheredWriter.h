@@ -1,0 +1,26 @@
+#pragma once
+
+#include <juce_audio_formats/juce_audio_formats.h>
+
+#include <memory>
+
+/** Rounds what is written to the depth of an integer file, with the dither of two random numbers (triangular, one step
+    to either side) that makes the error a noise free of the signal. Seeded alike, so that two recordings of the same
+    audio are the same. Any one thread. */
+class DitheredWriter : public juce::AudioFormatWriter
+{
+public:
+    /** @param target   of 8 to 24 bits a sample */
+    explicit DitheredWriter (std::unique_ptr<juce::AudioFormatWriter> target);
+
+    /** @param channels   left-justified 32-bit samples, ended by a null pointer
+        @returns false if the file can't be written. */
+    bool write (const int** channels, int frames) override;
+    bool flush() override { return target->flush(); }
+
+private:
+    const std::unique_ptr<juce::AudioFormatWriter> target;
+    juce::Random random { 1 };
+    juce::HeapBlock<int> rounded;
+    int capacity = 0;
+};
