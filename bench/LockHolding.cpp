@@ -73,8 +73,8 @@ void collect (Holdings& holdings)
 void sendRandomCommand (CPlatterdex& engine, RandGeneratorLCG& random)
 {
     const auto number = 1 + static_cast<int> (random.nextDouble() * CommandTable::commandCount);
-    const auto* const family = CommandTable::find (number).family;
-    const auto relative = family != nullptr && family->kind == CommandKind::relative;
+    const auto command = CommandTable::find (number);
+    const auto relative = command && command->kind == CommandKind::relative;
     engine.dispatch (number, static_cast<float> (random.nextDouble() * (relative ? 127.0 : 1.0)), 0.1f, 0.5f);
 }
 }

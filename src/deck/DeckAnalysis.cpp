@@ -147,5 +147,5 @@ bool saveAnalysis (DeckWorld& world, DeckPlayer& deck)
 
 void requestSaveAnalysis (DeckWorld& world, DeckPlayer& deck) noexcept
 {
-    world.listeners.post (EngineEvent::analysisChanged, deck.index);
+    world.requests.ask (EngineRequest::saveAnalysis, deck.index);
 }

@@ -4,6 +4,7 @@
 #include "settings/EngineSettings.h"
 #include "support/CallbackLock.h"
 #include "support/Clock.h"
+#include "support/EngineRequests.h"
 #include "support/ListenerList.h"
 #include "support/NoiseTable.h"
 #include "support/Pacing.h"
@@ -29,6 +30,7 @@ struct DeckWorld
     ListenerList& listeners;
     Pacing& pacing;
     const MillisecondClock clock;
+    EngineRequests requests; ///< to the engine, which serves them
 
     /** The folder of the analysis files; without one nothing is stored. Set before the first load. */
     juce::File beatmarks;

@@ -117,7 +117,7 @@ void Automix::askForTracks (double milliseconds) noexcept
             continue;
         each.play.loadNext = 0;
         waited = 0.0;
-        world.listeners.post (EngineEvent::loadNextTrack, d);
+        world.requests.ask (EngineRequest::loadNextTrack, d);
     }
 }
 

@@ -74,33 +74,27 @@ void begin (DeckWorld& world, DeckPlayer& deck, const Beginning::Deck& what)
 
 void Automix::start()
 {
-    {
-        const CallbackLock lock (world.callbackLock, "startAutomix");
-        if (isOn())
-            return;
-        const auto a = holdingOf (deck (0)), b = holdingOf (deck (1));
-        const auto* row = std::find_if (beginnings.begin(), beginnings.end(),
-                                        [&] (const Beginning& each) { return each.a == a && each.b == b; });
-        begin (world, deck (0), row->onA);
-        begin (world, deck (1), row->onB);
-        automixDeck = row->onAir;
-        world.settings.autoFadeState = row->fade;
-        if (row->fade == idle)
-            world.settings.crossfader = 0.0;
-        world.settings.automixOn = 1;
-    }
-    world.listeners.post (EngineEvent::automixChanged, 1);
+    const CallbackLock lock (world.callbackLock, "startAutomix");
+    if (isOn())
+        return;
+    const auto a = holdingOf (deck (0)), b = holdingOf (deck (1));
+    const auto* row = std::find_if (beginnings.begin(), beginnings.end(),
+                                    [&] (const Beginning& each) { return each.a == a && each.b == b; });
+    begin (world, deck (0), row->onA);
+    begin (world, deck (1), row->onB);
+    automixDeck = row->onAir;
+    world.settings.autoFadeState = row->fade;
+    if (row->fade == idle)
+        world.settings.crossfader = 0.0;
+    world.settings.automixOn = 1;
 }
 
 void Automix::stop()
 {
-    {
-        const CallbackLock lock (world.callbackLock, "stopAutomix");
-        if (!isOn())
-            return;
-        world.settings.automixOn = 0;
-        for (int d : { 0, 1 })
-            deck (d).play.loadNext = 0;
-    }
-    world.listeners.post (EngineEvent::automixChanged, 0);
+    const CallbackLock lock (world.callbackLock, "stopAutomix");
+    if (!isOn())
+        return;
+    world.settings.automixOn = 0;
+    for (int d : { 0, 1 })
+        deck (d).play.loadNext = 0;
 }

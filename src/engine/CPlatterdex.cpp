@@ -7,6 +7,7 @@
 #include "engine/CommandTable.h"
 #include "settings/SettingsFile.h"
 #include "support/AudioFileTypes.h"
+#include "support/DecimalText.h"
 
 #include <array>
 #include <cmath>
@@ -24,12 +25,6 @@ juce::String channelName (const std::array<const char*, count>& pairs, int chann
     if (channel < 0 || channel >= static_cast<int> (2 * count))
         return {};
     return juce::String (pairs[static_cast<size_t> (channel / 2)]) + (channel % 2 == 0 ? " L" : " R");
-}
-
-/** The numbers above the commands that can only be read. */
-namespace Meter
-{
-constexpr int firstDeck = 1001, lastDeck = 1004, masterLeft = 1005, masterRight = 1006;
 }
 
 constexpr int messageIntervalMs = 20;
@@ -81,7 +76,6 @@ CPlatterdex::CPlatterdex (EngineWorld world)
     for (int number = 1; number <= CommandTable::commandCount; ++number)
         addParameter (new CommandParameter (*this, number));
 
-    listeners.add (*this);
     if (environment.hasMessageLoop)
         startTimer (messageIntervalMs);
 }
@@ -100,7 +94,6 @@ CPlatterdex::~CPlatterdex()
     recorder.stopRecording();
     settings.automixOn = 0;
     juce::ignoreUnused (saveSettings (settings, environment.folders.setup())); // nobody is left to be told
-    listeners.remove (*this);
 }
 
 void CPlatterdex::prepareToPlay (double sampleRate, int maximumBlock)
@@ -128,36 +121,55 @@ void CPlatterdex::dispatch (int number, float value, float arg1, float arg2)
     }
 
     const auto command = CommandTable::find (number);
-    if (command.family == nullptr || command.family->write == nullptr || !std::isfinite (value))
+    if (!command || command->write == nullptr || !std::isfinite (value))
         return;
-    if (command.family->kind == CommandKind::trigger && !(value > 0.0f))
+    if (command->kind == CommandKind::trigger && !(value > 0.0f))
         return;
-    if (command.family->deckCount > 1 && decks.deck (command.deck) == nullptr)
+    if (command->numbers.decks > 1 && decks.deck (command.deck) == nullptr)
         return;
-    command.family->write (*this, { command.deck, command.which, value, arg1, arg2 });
+    command->write (*this, { command.deck, command.which, value, arg1, arg2 });
 }
 
 float CPlatterdex::getParameter (int number)
 {
-    if (number >= Meter::firstDeck && number <= Meter::lastDeck)
-    {
-        const auto* deck = decks.deck (number - Meter::firstDeck);
-        return deck == nullptr
-                   ? 0.0f
-                   : static_cast<float> (std::min (
-                       1.0, std::max (std::abs (deck->lastLeft.get()), std::abs (deck->lastRight.get()))));
-    }
-
-    if (number == Meter::masterLeft || number == Meter::masterRight)
-        return masterMeters.level (number - Meter::masterLeft);
-
     const auto command = CommandTable::find (number);
-    if (command.family == nullptr)
+    if (!command)
         return 0.0f;
-    if (command.family->read == nullptr
-        || (command.family->deckCount > 1 && decks.deck (command.deck) == nullptr))
-        return static_cast<float> (command.family->neutral);
-    return static_cast<float> (command.family->read (*this, command.deck, command.which));
+    if (command->read == nullptr || (command->numbers.decks > 1 && decks.deck (command.deck) == nullptr))
+        return static_cast<float> (command->absent);
+    return static_cast<float> (command->read (*this, command.deck, command.which));
+}
+
+double CPlatterdex::controlValue (int number)
+{
+    const auto reading = static_cast<double> (getParameter (number));
+    const auto command = CommandTable::find (number);
+    return command && command->polarity == CommandPolarity::turned
+               ? command->range.lowest + command->range.highest - reading
+               : reading;
+}
+
+CommandParameter* CPlatterdex::parameterOf (int number) const
+{
+    return dynamic_cast<CommandParameter*> (getParameters()[number - 1]);
+}
+
+void CPlatterdex::edit (int number, float value)
+{
+    if (auto* parameter = parameterOf (number))
+        parameter->edit (value);
+}
+
+void CPlatterdex::beginGesture (int number)
+{
+    if (auto* parameter = parameterOf (number))
+        parameter->beginGesture();
+}
+
+void CPlatterdex::endGesture (int number)
+{
+    if (auto* parameter = parameterOf (number))
+        parameter->endGesture();
 }
 
 const juce::String CPlatterdex::getParameterName (int number)
@@ -167,14 +179,14 @@ const juce::String CPlatterdex::getParameterName (int number)
 
 const juce::String CPlatterdex::getParameterText (int number)
 {
-    return juce::String::formatted ("%.2f", static_cast<double> (getParameter (number)));
+    return decimalText (static_cast<double> (getParameter (number)), 2);
 }
 
 juce::String CPlatterdex::displayText (int number)
 {
     const auto command = CommandTable::find (number);
-    if (command.family != nullptr && command.family->text != nullptr)
-        if (const auto text = command.family->text (*this, command.deck, command.which); !text.empty())
+    if (command && command->text != nullptr)
+        if (const auto text = command->text (*this, command.deck, command.which); !text.empty())
             return text;
     return getParameterText (number);
 }
@@ -192,7 +204,6 @@ void CPlatterdex::loadTrack (const juce::File& file, int deck)
 void CPlatterdex::toggleRecorder()
 {
     recorder.toggle (settings.recordFile.get(), decks.engineRate, environment.wallClock());
-    listeners.post (EngineEvent::recorderChanged, recorder.isRecording() ? 1 : 0);
 }
 
 bool CPlatterdex::isBusesLayoutSupported (const BusesLayout& layout) const
@@ -263,21 +274,30 @@ void CPlatterdex::loadNextTrack (int deck)
         loadTrack (*file, deck);
 }
 
-void CPlatterdex::engineEvent (EngineEvent event, int index)
+void CPlatterdex::serveRequests()
 {
-    switch (event)
+    using Request = EngineRequest;
+    auto& requests = decks.requests;
+    const auto forEachDeck = [&requests] (Request request, auto&& serve)
     {
-    case EngineEvent::askStopAutomix:
-        return askToStopAutomix();
-    case EngineEvent::toggleAutomix:
-        return settings.automixOn != 0 ? automix.stop() : automix.start();
-    case EngineEvent::loadNextTrack:
-        return loadNextTrack (index);
-    case EngineEvent::analysisChanged:
-        if (auto* deck = decks.deck (index))
-            deck->analysisThread->requestSave();
-        return;
-    default:
-        return;
-    }
+        const auto asked = requests.take (request);
+        for (int deck = 0; deck < deckCount; ++deck)
+            if ((asked >> deck & 1u) != 0)
+                serve (deck);
+    };
+    forEachDeck (Request::saveAnalysis,
+                 [this] (int deck) { decks.deck (deck)->analysisThread->requestSave(); });
+    if (requests.take (Request::askToStopAutomix) != 0)
+        askToStopAutomix();
+    if (requests.take (Request::toggleAutomix) != 0)
+        settings.automixOn != 0 ? automix.stop() : automix.start();
+    if (requests.take (Request::toggleRecorder) != 0)
+        toggleRecorder();
+    forEachDeck (Request::loadNextTrack, [this] (int deck) { loadNextTrack (deck); });
+}
+
+void CPlatterdex::deliverMessages()
+{
+    serveRequests();
+    listeners.deliver();
 }

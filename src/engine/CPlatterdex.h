@@ -21,16 +21,16 @@
 #include <juce_audio_processors/juce_audio_processors.h>
 
 #include <array>
+#include <limits>
+
+class CommandParameter;
 
 /** The engine: an audio processor that owns every part and hands the host's calls on.
 
     Every control is a numbered command, 1 to 465 (CommandTable.h); the host's parameters, the mapping, scripts and the
     editor all go through setParameter and getParameter. What happens in a block stands in ProcessBlock.cpp. The
     processor's callback lock, which a host holds around processBlock, is the one lock of deck and mixer state. */
-class CPlatterdex : public juce::AudioProcessor,
-                    public juce::MidiInputCallback,
-                    private EngineListener,
-                    private juce::Timer
+class CPlatterdex : public juce::AudioProcessor, public juce::MidiInputCallback, private juce::Timer
 {
 public:
     static constexpr int inputChannels = 10, outputChannels = 14;
@@ -54,6 +54,18 @@ public:
     /** Reads a command's state; also the meters, 1001 to 1006. Unknown numbers read 0. Takes no lock. */
     float getParameter (int number) override;
 
+    /** The reading as a control shows it: writing it again changes nothing, also where writes are turned round. */
+    double controlValue (int number);
+
+    /** Carries a command out as setParameter() does, for a hand on the editor's controls: the host hears of it, so that
+        it can write automation. Message thread. */
+    void edit (int number, float value);
+
+    /** Begins and ends a hand's hold on a control, which the host takes as one gesture. Every edit outside is one by
+        itself. Message thread. */
+    void beginGesture (int number);
+    void endGesture (int number);
+
     const juce::String getParameterName (int number) override;
     const juce::String getParameterText (int number) override;
 
@@ -65,15 +77,17 @@ public:
     /** Loads a track into a deck, 0 to 3. Returns when the load has begun. Not on the audio thread. */
     void loadTrack (const juce::File&, int deck);
 
-    /** Those who hear the engine's events, messages and the tempo of each track that is loaded or analysed. Any thread that may block. */
+    /** Listeners hear the engine's events, messages and the tempo of each track that is loaded or analysed. Any thread that
+        may block. */
     void addAnalysisListener (EngineListener& listener) { listeners.add (listener); }
     void removeAnalysisListener (EngineListener& listener) { listeners.remove (listener); }
 
     /** Starts a recording into the settings' file, or ends the one that runs. Not on the audio thread. */
     void toggleRecorder();
 
-    /** Hands what the engine has to say to its listeners; for engines without a message loop. */
-    void deliverMessages() { listeners.deliver(); }
+    /** Serves the engine's requests to itself and hands its news to the listeners. Message thread; an engine without a
+        message loop has it called by whoever drives it. */
+    void deliverMessages();
 
     //==================================================================================================================
     // The host's side
@@ -100,7 +114,9 @@ public:
     bool silenceInProducesSilenceOut() const override { return false; }
     bool acceptsMidi() const override { return false; }
     bool producesMidi() const override { return false; }
-    double getTailLengthSeconds() const override { return 0.0; }
+
+    /** Decks play without any input: a host must never take silence for the end. */
+    double getTailLengthSeconds() const override { return std::numeric_limits<double>::infinity(); }
 
     juce::AudioProcessorEditor* createEditor() override;
     bool hasEditor() const override { return true; }
@@ -151,10 +167,10 @@ public:
 
 private:
     static BusesProperties buses();
-    void engineEvent (EngineEvent, int index) override;
+    CommandParameter* parameterOf (int number) const;
+    void serveRequests();
     void askToStopAutomix();
     void loadNextTrack (int deck);
-    void engineMessage (const juce::String&, int) override {}
     void timerCallback() override { deliverMessages(); }
 
     /** An answer to a prompt may come when the engine has gone: it looks here whether it has. */

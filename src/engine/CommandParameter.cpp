@@ -2,12 +2,24 @@
 
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
+#include "support/DecimalText.h"
 
 namespace
 {
-CommandKind kindOf (int number)
+/** The reading of a stepped command: none of its writes equals it. */
+constexpr float betweenSteps = 0.5f;
+
+/** A controller's largest value: in its terms a step goes up from 64 on. */
+constexpr float stepScale = 127.0f;
+
+bool isButton (const CommandRow& row)
 {
-    return CommandTable::find (number).family->kind;
+    return row.kind == CommandKind::trigger || row.kind == CommandKind::state;
+}
+
+bool isStepped (const CommandRow& row)
+{
+    return row.kind == CommandKind::relative;
 }
 }
 
@@ -15,25 +27,55 @@ CommandParameter::CommandParameter (CPlatterdex& owner, int commandNumber)
     : AudioProcessorParameterWithID (juce::ParameterID { "c" + juce::String (commandNumber), 1 },
                                      CommandTable::name (commandNumber)),
       engine (owner),
-      number (commandNumber)
+      number (commandNumber),
+      row (*CommandTable::find (commandNumber).row)
 {
-    defaultValue = getValue();
 }
 
 float CommandParameter::getValue() const
 {
-    return isDiscrete() ? written.get() : juce::jlimit (0.0f, 1.0f, engine.getParameter (number));
+    if (isButton (row))
+        return written;
+    return isStepped (row) ? betweenSteps
+                           : juce::jlimit (0.0f, 1.0f, static_cast<float> (engine.controlValue (number)));
 }
 
 void CommandParameter::setValue (float value)
 {
     written = value;
+    engine.setParameter (number, isStepped (row) ? value * stepScale : value);
+}
+
+void CommandParameter::edit (float value)
+{
+    written = juce::jlimit (0.0f, 1.0f, value);
+    beginGesture();
     engine.setParameter (number, value);
+    sendValueChangedMessageToListeners (isStepped (row) ? juce::jlimit (0.0f, 1.0f, value / stepScale)
+                                                        : juce::jlimit (0.0f, 1.0f, value));
+    endGesture();
+}
+
+void CommandParameter::beginGesture()
+{
+    if (++hands == 1)
+        beginChangeGesture();
+}
+
+void CommandParameter::endGesture()
+{
+    if (hands > 0 && --hands == 0)
+        endChangeGesture();
+}
+
+float CommandParameter::getDefaultValue() const
+{
+    return isStepped (row) ? betweenSteps : static_cast<float> (row.rest);
 }
 
 bool CommandParameter::isDiscrete() const
 {
-    return kindOf (number) == CommandKind::trigger || kindOf (number) == CommandKind::state;
+    return isButton (row);
 }
 
 int CommandParameter::getNumSteps() const
@@ -43,5 +85,5 @@ int CommandParameter::getNumSteps() const
 
 juce::String CommandParameter::getText (float value, int maximumLength) const
 {
-    return juce::String (value, 2).substring (0, maximumLength);
+    return juce::String (decimalText (static_cast<double> (value), 2)).substring (0, maximumLength);
 }

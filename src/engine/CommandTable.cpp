@@ -1,11 +1,16 @@
 #include "engine/CommandTable.h"
 
-#include "engine/commands/AutomixCommands.h"
-#include "engine/commands/EffectCommands.h"
-#include "engine/commands/LoopGridCommands.h"
-#include "engine/commands/MixerCommands.h"
-#include "engine/commands/TransportCommands.h"
-#include "engine/commands/UnbuiltCommands.h"
+#include "engine/commands/AutomixRows.h"
+#include "engine/commands/ChannelRows.h"
+#include "engine/commands/CueRows.h"
+#include "engine/commands/EffectRows.h"
+#include "engine/commands/GridRows.h"
+#include "engine/commands/LoopRows.h"
+#include "engine/commands/MeterRows.h"
+#include "engine/commands/MixerRows.h"
+#include "engine/commands/PlayRows.h"
+#include "engine/commands/TempoRows.h"
+#include "engine/commands/UnbuiltRows.h"
 
 #include <span>
 #include <unordered_map>
@@ -14,41 +19,53 @@ namespace CommandTable
 {
 namespace
 {
-constexpr std::array<std::span<const CommandFamily>, 6> parts { transportFamilies, loopGridFamilies,
-                                                                mixerFamilies,     effectFamilies,
-                                                                automixFamilies,   unbuiltFamilies };
+constexpr std::span<const CommandRow> parts[] { playRows,    tempoRows,   cueRows,    loopRows,
+                                                gridRows,    channelRows, mixerRows,  effectRows,
+                                                automixRows, meterRows,   unbuiltRows };
+
+constexpr size_t notInTable = commandCount + meterCount;
+
+/** The entry of a number: the commands, then the meters. */
+constexpr size_t entryOf (int number) noexcept
+{
+    if (number >= 1 && number <= commandCount)
+        return static_cast<size_t> (number - 1);
+    if (number >= firstMeter && number < firstMeter + meterCount)
+        return static_cast<size_t> (commandCount + number - firstMeter);
+    return notInTable;
+}
 
 struct Table
 {
-    std::array<Command, commandCount + 1> entries {};
+    std::array<Command, commandCount + meterCount> entries {};
     bool complete = true;
 };
 
 constexpr Table makeTable()
 {
     Table made;
-    int placed = 0;
+    size_t placed = 0;
     for (const auto part : parts)
-        for (const auto& family : part)
-            for (int deck = 0; deck < family.deckCount; ++deck)
-                for (int which = 0; which < family.whichCount; ++which)
+        for (const auto& row : part)
+            for (int deck = 0; deck < row.numbers.decks; ++deck)
+                for (int which = 0; which < row.numbers.count; ++which)
                 {
-                    const auto number = family.first + which * family.whichStride + deck * family.deckStride;
-                    if (number < 1 || number > commandCount
-                        || made.entries[static_cast<size_t> (number)].family != nullptr)
+                    const auto& n = row.numbers;
+                    const auto entry = entryOf (n.first + which * n.stride + deck * n.deckStride);
+                    if (entry == notInTable || made.entries[entry].row != nullptr)
                         made.complete = false;
                     else
-                        made.entries[static_cast<size_t> (number)] = { &family, deck, which };
+                        made.entries[entry] = { &row, deck, which };
                     ++placed;
                 }
-    made.complete = made.complete && placed == commandCount;
+    made.complete = made.complete && placed == made.entries.size();
     return made;
 }
 
 constexpr auto table = makeTable();
-static_assert (table.complete, "the families leave a number out, or claim one twice");
+static_assert (table.complete, "the rows leave a number out, or claim one twice");
 
-std::string fillIn (const char* pattern, const Command& command)
+std::string fillIn (std::string_view pattern, const Command& command)
 {
     std::string text (pattern);
     const auto replace = [&text] (std::string_view placeholder, const std::string& value)
@@ -64,39 +81,46 @@ std::string fillIn (const char* pattern, const Command& command)
 
 Command find (int number) noexcept
 {
-    if (number < 1 || number > commandCount)
-        return {};
-    return table.entries[static_cast<size_t> (number)];
+    const auto entry = entryOf (number);
+    return entry != notInTable ? table.entries[entry] : Command {};
 }
 
 std::string name (int number)
 {
     const auto command = find (number);
-    return command.family != nullptr ? fillIn (command.family->name, command) : std::string();
+    return command ? fillIn (command->name, command) : std::string();
 }
 
 std::string constant (int number)
 {
     const auto command = find (number);
-    return command.family != nullptr ? fillIn (command.family->constant, command) : std::string();
+    return command ? fillIn (command->constant, command) : std::string();
 }
 
 int numberOf (std::string_view wanted)
 {
-    static const auto numbers = []
+    static const auto byConstant = []
     {
         std::unordered_map<std::string, int> all;
-        for (int number = 1; number <= commandCount; ++number)
+        for (const int number : numbers())
             all.emplace (constant (number), number);
         return all;
     }();
-    const auto found = numbers.find (std::string (wanted));
-    return found != numbers.end() ? found->second : 0;
+    const auto found = byConstant.find (std::string (wanted));
+    return found != byConstant.end() ? found->second : 0;
+}
+
+int numberOf (std::string_view wanted, int deck)
+{
+    std::string whole (wanted);
+    if (whole.ends_with ('_'))
+        whole += static_cast<char> ('A' + deck);
+    return numberOf (whole);
 }
 
 bool isUnbuilt (int number) noexcept
 {
     const auto command = find (number);
-    return command.family != nullptr && command.family->write == nullptr;
+    return command && command->write == nullptr && command->kind != CommandKind::meter;
 }
 }

@@ -2,21 +2,15 @@
 
 #include "engine/CommandTable.h"
 #include "support/AudioFileTypes.h"
+#include "support/DecimalText.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 
 namespace
 {
-/** With six decimals, whatever the locale. */
 juce::String fixed (double value)
 {
-    std::array<char, 400> text;
-    const auto [end, error] =
-        std::to_chars (text.data(), text.data() + text.size(), value, std::chars_format::fixed, 6);
-    juce::ignoreUnused (error); // the longest double fits
-    return juce::String (text.data(), static_cast<size_t> (end - text.data()));
+    return decimalText (value, 6);
 }
 
 /** Carries the lines of a set out, and the engine's messages over to the report. */
@@ -70,9 +64,7 @@ public:
     {
         if (performance.print == nullptr)
             return;
-        const auto constant = CommandTable::constant (line.number);
-        performance.print (now() + " "
-                           + (constant.empty() ? juce::String (line.number) : juce::String (constant)) + " "
+        performance.print (now() + " " + CommandTable::constant (line.number) + " "
                            + fixed (static_cast<double> (host.engine().getParameter (line.number))));
     }
 

@@ -13,7 +13,6 @@
 namespace
 {
 constexpr double slowestHost = 1.0, fastestHost = 1000.0;
-constexpr int firstMeter = 1001, lastMeter = 1006;
 constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
 
 bool isBlank (char c) noexcept
@@ -147,6 +146,12 @@ private:
     std::string failure;
 };
 
+bool isMeter (int number)
+{
+    const auto command = CommandTable::find (number);
+    return command && command->kind == CommandKind::meter;
+}
+
 int readCommand (Line& line, bool metersToo)
 {
     const auto text = line.word();
@@ -158,13 +163,12 @@ int readCommand (Line& line, bool metersToo)
     if (const auto [stopped, error] = std::from_chars (text.data(), end, number);
         error == std::errc {} && stopped == end)
     {
-        const auto isMeter = number >= firstMeter && number <= lastMeter;
-        if (CommandTable::find (number).family == nullptr && !(metersToo && isMeter))
+        if (!CommandTable::find (number) || (isMeter (number) && !metersToo))
             return line.fail ("There is no command of the number " + quoted (text) + "."), 0;
         return number;
     }
     number = CommandTable::numberOf (text);
-    if (number == 0)
+    if (number == 0 || (isMeter (number) && !metersToo))
         line.fail ("There is no command " + quoted (text) + ".");
     return number;
 }

@@ -2,24 +2,17 @@
 
 #include <juce_core/juce_core.h>
 
-/** News from the engine for whoever listens. */
+/** The engine's news for those who show it. A listener may miss one. */
 enum class EngineEvent
 {
-    loadBegan,       ///< index: the deck
-    trackLeft,       ///< index: the deck whose former track is gone
-    waveformReady,   ///< index: the deck has enough audio decoded to show
-    trackLoaded,     ///< index: the deck
-    loadFailed,      ///< index: the deck
-    browserCommand,  ///< index: the number of a command that moves or loads in a browser
-    recorderChanged, ///< index: 1 recording, 0 idle
-    askStopAutomix,  ///< index: the deck whose Play was pressed while automix runs
-    toggleAutomix,   ///< someone pressed its button
-    automixChanged,  ///< index: 1 on, 0 off
-    loadNextTrack,   ///< index: the deck, 0 or 1, that automix wants a track on
-    analysisChanged, ///< index: the deck whose cues or grid a hand has changed; the engine writes its file
+    loadBegan,     ///< index: the deck
+    trackLeft,     ///< index: the deck whose former track is gone
+    waveformReady, ///< index: the deck has enough audio decoded to show
+    trackLoaded,   ///< index: the deck
+    loadFailed,    ///< index: the deck
 };
 
-/** Hears what the engine says. Called on the message thread, or on whichever thread pumps an engine that has no
+/** Hears the engine's news. Called on the message thread, or on whichever thread pumps an engine that has no
     message loop; never on the audio thread. */
 class EngineListener
 {

@@ -81,7 +81,7 @@ int KeyBinding::deck() const
     if (constant == nullptr)
         return actionDeck;
     const auto command = CommandTable::find (CommandTable::numberOf (constant));
-    return command.family != nullptr && command.family->deckCount > 1 ? command.deck : -1;
+    return command && command->numbers.decks > 1 ? command.deck : -1;
 }
 
 std::span<const KeyBinding> keyBindings()
@@ -124,10 +124,10 @@ void KeyboardCommands::press (size_t i)
     const auto& binding = keyBindings()[i];
     down[i] = true;
     if (binding.step != 0.0f)
-        engine.setParameter (commands[i],
-                             juce::jlimit (0.0f, 1.0f, engine.getParameter (commands[i]) + binding.step));
+        engine.edit (commands[i],
+                     juce::jlimit (0.0f, 1.0f, engine.getParameter (commands[i]) + binding.step));
     else if (binding.constant != nullptr)
-        engine.setParameter (commands[i], 1.0f);
+        engine.edit (commands[i], 1.0f);
     else if (onAction != nullptr)
         onAction (binding.action, binding.actionDeck);
 }
@@ -150,6 +150,6 @@ void KeyboardCommands::releaseAll()
 void KeyboardCommands::keyReleased (size_t binding)
 {
     down[binding] = false;
-    if (commands[binding] != 0 && CommandTable::find (commands[binding]).family->kind == CommandKind::state)
-        engine.setParameter (commands[binding], 0.0f);
+    if (commands[binding] != 0 && CommandTable::find (commands[binding])->kind == CommandKind::state)
+        engine.edit (commands[binding], 0.0f);
 }

@@ -44,10 +44,10 @@ void ParameterRow::show (int number)
 void ParameterRow::makeControls()
 {
     const auto found = CommandTable::find (command);
-    if (found.family == nullptr || CommandTable::isUnbuilt (command))
+    if (!found || CommandTable::isUnbuilt (command))
         return;
 
-    switch (found.family->kind)
+    switch (found->kind)
     {
     case CommandKind::trigger:
         addPressButton ("PRESS");
@@ -59,8 +59,10 @@ void ParameterRow::makeControls()
         addStepButton ("-", 1.0f);
         addStepButton ("+", 127.0f);
         break;
+    case CommandKind::meter:
+        return;
     case CommandKind::value:
-        if (found.family->shape == MappingShape::jog)
+        if (found->shape == MappingShape::jog)
         {
             addStepButton ("-", -1.0f);
             addStepButton ("+", 1.0f);
@@ -72,8 +74,9 @@ void ParameterRow::makeControls()
         slider->setTooltip (CommandTable::name (command));
         slider->setWantsKeyboardFocus (false);
         slider->setScrollWheelEnabled (false); // the wheel scrolls the list
-        slider->onValueChange = [this]
-        { engine.setParameter (command, static_cast<float> (slider->getValue())); };
+        slider->onValueChange = [this] { engine.edit (command, static_cast<float> (slider->getValue())); };
+        slider->onDragStart = [this] { engine.beginGesture (command); };
+        slider->onDragEnd = [this] { engine.endGesture (command); };
         controls.push_back (std::move (made));
         break;
     }
@@ -92,7 +95,7 @@ void ParameterRow::addStepButton (const juce::String& text, float step)
 {
     auto button = std::make_unique<PXTextButton> (text);
     button->setTooltip (CommandTable::name (command));
-    button->onClick = [this, step] { engine.setParameter (command, step); };
+    button->onClick = [this, step] { engine.edit (command, step); };
     controls.push_back (std::move (button));
 }
 
@@ -122,12 +125,7 @@ void ParameterRow::pollCalm()
         if (auto* widget = dynamic_cast<CommandWidget*> (control.get()))
             widget->poll();
     if (slider != nullptr && !slider->isMouseButtonDown())
-    {
-        // The pitch is written from high to low but read as it stands.
-        const auto read = static_cast<double> (engine.getParameter (command));
-        const auto turned = CommandTable::find (command).family->shape == MappingShape::pitch;
-        slider->setValue (turned ? 1.0 - read : read, juce::dontSendNotification);
-    }
+        slider->setValue (engine.controlValue (command), juce::dontSendNotification);
 }
 
 void ParameterRow::paint (juce::Graphics& g)

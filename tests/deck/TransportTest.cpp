@@ -193,12 +193,21 @@ TEST (Transport, CuePlayStoresOnPressAndPlaysFromRelease)
     decks.transport.cuePlay (0, false);
     EXPECT_EQ (deck.play.on, 1);
 
-    decks.render (10'000);
-    decks.transport.cuePlay (0, true); // back to the cue and stopped; the release does nothing
-    EXPECT_EQ (deck.play.on, 0);
-    EXPECT_EQ (deck.head.position, 33'000.0);
-    decks.transport.cuePlay (0, false);
-    EXPECT_EQ (deck.play.on, 0);
+    // Round after round it goes back to the cue, which stays, also beside the grid of a synced deck.
+    decks.settings.deckSetup[0].sync = 1;
+    for (int round = 0; round < 4; ++round)
+    {
+        decks.render (10'007);
+        decks.transport.cuePlay (0, true);
+        EXPECT_EQ (deck.play.on, 0);
+        EXPECT_EQ (deck.head.position, 33'000.0);
+        decks.transport.cuePlay (0, false); // does nothing after a press that stopped
+        EXPECT_EQ (deck.play.on, 0);
+        decks.transport.cuePlay (0, true);
+        decks.transport.cuePlay (0, false);
+        EXPECT_EQ (deck.play.on, 1);
+        EXPECT_EQ (deck.marks.cues[0], 33'000.0);
+    }
 }
 
 TEST (Transport, AutomixLocksPlayAndCueAndLeavesTheRestFree)
@@ -209,12 +218,12 @@ TEST (Transport, AutomixLocksPlayAndCueAndLeavesTheRestFree)
     decks.transport.playPause (0);
     decks.transport.cue (1, true);
     decks.transport.playSynchronized (2);
+    decks.transport.cuePlay (3, true);
     decks.listeners.deliver();
     for (int d = 0; d < deckCount; ++d)
         EXPECT_EQ (decks.deck (d).play.on, 0);
-    ASSERT_EQ (heard.events.size(), 1u);
-    EXPECT_EQ (heard.events[0], (std::pair { EngineEvent::askStopAutomix, 0 }));
-    EXPECT_EQ (heard.messages.size(), 2);
+    EXPECT_EQ (decks.world.requests.take (EngineRequest::askToStopAutomix), 1u);
+    EXPECT_EQ (heard.messages.size(), 3);
     EXPECT_EQ (heard.messages[0], "*** Play Locked ***|Turn off Automix|for direct use");
 
     decks.deck().place (4000.0);
@@ -269,6 +278,9 @@ TEST (Transport, SyncMatchesTempoOnceAndSyncLockHoldsIt)
     EXPECT_EQ (decks.settings.deckSetup[1].sync, 1);
     EXPECT_NEAR (decks.deck (1).tempo.factor, 120.0 / 126.0, 1e-9);
 
+    decks.settings.deckSetup[0].sync = 1; // the deck became master while Sync was lit
+    decks.transport.toggleSync (0, true);
+    EXPECT_EQ (decks.settings.deckSetup[0].sync, 0) << "it can always be switched off";
     decks.transport.toggleSync (0, true); // the master follows nobody
     EXPECT_EQ (decks.settings.deckSetup[0].sync, 0);
 

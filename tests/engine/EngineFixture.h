@@ -69,6 +69,7 @@ struct EngineFixture
         const auto number = CommandTable::numberOf (constant);
         jassert (number != 0);
         engine->setParameter (number, value);
+        engine->deliverMessages();
     }
 
     float get (const char* constant) { return engine->getParameter (CommandTable::numberOf (constant)); }

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
+
 TEST (Lifecycle, CuesAreSavedOnRequestAndAtTheEndAndTheNextEngineFindsAllOfIt)
 {
     EngineFixture engine;
@@ -82,14 +84,69 @@ TEST (Lifecycle, ParametersOfOtherHostsReachTheirCommands)
         EXPECT_EQ (fixture.get ("KEY_LOCK_A"), expected);
         EXPECT_EQ (parameters[40]->getValue(), 0.0f);
     }
-    parameters[284]->setValue (0.25f); // Balance A
-    EXPECT_EQ (parameters[284]->getValue(), 0.25f);
-    for (const auto* parameter : parameters)
+    for (const int number : { 285, 21 }) // Balance A and Pitch A, which is turned round
     {
-        EXPECT_GE (parameter->getValue(), 0.0f);
-        EXPECT_LE (parameter->getValue(), 1.0f);
-        EXPECT_TRUE (parameter->isAutomatable());
+        parameters[number - 1]->setValue (0.25f);
+        EXPECT_EQ (parameters[number - 1]->getValue(), 0.25f);
+        EXPECT_EQ (parameters[number - 1]->getDefaultValue(), 0.5f) << "its rest, whatever was saved";
     }
+    for (const auto& [value, size] : { std::pair { 1.0f, 8.0f }, { 0.0f, 7.0f }, { 0.0f, 6.0f } })
+    {
+        EXPECT_NE (parameters[136]->getValue(), value) << "a host would drop the step";
+        parameters[136]->setValue (value);
+        EXPECT_EQ (fixture.get ("LOOP_SIZE_A"), size);
+    }
+    for (const auto* parameter : parameters)
+        for (const auto value : { parameter->getValue(), parameter->getDefaultValue() })
+            EXPECT_TRUE (value >= 0.0f && value <= 1.0f) << parameter->getName (64);
+}
+
+TEST (Lifecycle, TextsOfParametersHaveAPointInEveryLocale)
+{
+    EngineFixture fixture;
+    const std::string before = std::setlocale (LC_ALL, nullptr);
+    for (const auto* locale : { "C", "de_DE.UTF-8", "de_DE", "fr_FR.UTF-8" })
+        if (std::setlocale (LC_ALL, locale) != nullptr)
+        {
+            EXPECT_EQ (fixture.engine->getParameterText (285), "0.50") << locale;
+            EXPECT_EQ (fixture.engine->getParameters()[284]->getText (0.25f, 8), "0.25") << locale;
+        }
+    std::setlocale (LC_ALL, before.c_str());
+}
+
+TEST (Lifecycle, AHandOnTheEditorsControlsIsToldToTheHost)
+{
+    struct Host : juce::AudioProcessorListener
+    {
+        void audioProcessorParameterChanged (juce::AudioProcessor*, int index, float value) override
+        {
+            said << index + 1 << "=" << value << " ";
+        }
+        void audioProcessorChanged (juce::AudioProcessor*, const ChangeDetails&) override {}
+        void audioProcessorParameterChangeGestureBegin (juce::AudioProcessor*, int index) override
+        {
+            said << "[" << index + 1 << " ";
+        }
+        void audioProcessorParameterChangeGestureEnd (juce::AudioProcessor*, int) override { said << "] "; }
+        juce::String said;
+    };
+    EngineFixture fixture;
+    Host host;
+    auto& engine = *fixture.engine;
+    engine.addListener (&host);
+    engine.edit (285, 0.25f);
+    engine.beginGesture (21);
+    engine.beginGesture (21); // a second control of the same command
+    engine.edit (21, 0.5f);
+    engine.edit (21, 0.75f);
+    engine.endGesture (21);
+    engine.endGesture (21);
+    engine.edit (137, 127.0f);
+    engine.edit (1001, 1.0f);
+    engine.removeListener (&host);
+    EXPECT_EQ (host.said, "[285 285=0.25 ] [21 21=0.5 21=0.75 ] [137 137=1 ] ");
+    EXPECT_EQ (fixture.get ("PITCH_A"), 0.25f);
+    EXPECT_EQ (fixture.get ("LOOP_SIZE_A"), 8.0f);
 }
 
 TEST (Lifecycle, SettingsSurviveAndAutomixIsNeverOnAfterAStart)
@@ -204,6 +261,7 @@ TEST (Lifecycle, ARootThatCannotBeWrittenStillGivesAWorkingSession)
     CPlatterdex engine (std::move (world));
     engine.setParameter (41, 1.0f);
     EXPECT_EQ (engine.getParameter (41), 0.0f);
-    engine.setParameter (465, 1.0f); // the recorder stays idle, and says so
+    engine.setParameter (465, 1.0f);
+    engine.deliverMessages(); // the recorder stays idle, and says so
     EXPECT_EQ (engine.getParameter (465), 0.0f);
 }

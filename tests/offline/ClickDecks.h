@@ -31,7 +31,8 @@ struct ClickTrack
 /** Decks that play clicks in an engine that renders offline, and the frames at which the clicks come out. */
 struct ClickDecks
 {
-    explicit ClickDecks (bool hasTransport = false, int blockFrames = 512, double engineRate = 44100.0)
+    explicit ClickDecks (bool hasTransport = false, int blockFrames = 512, double engineRate = 44100.0,
+                         std::shared_ptr<AutomixSource> automixSource = {})
         : rate (engineRate)
     {
         OfflineHost::Options options;
@@ -39,6 +40,7 @@ struct ClickDecks
         options.sampleRate = rate;
         options.hasTransport = hasTransport;
         options.blockFrames = blockFrames;
+        options.automixSource = std::move (automixSource);
         host = std::make_unique<OfflineHost> (options);
         host->sink = [this] (const float* const* channels, int frames)
         {

@@ -98,7 +98,7 @@ TEST (SetPerformance, PrintsInOneFormat)
               "123.5 print 1002\n");
     EXPECT_THAT (run.printed, ElementsAre ("0.000000 CROSSFADER 0.500000", "0.500000 KEY_LOCK_A 1.000000",
                                            "0.500000 KEY_LOCK_A 0.000000", "123.456780 BALANCE_D 0.125000",
-                                           "123.500000 1002 0.000000"));
+                                           "123.500000 LEVEL_B 0.000000"));
     EXPECT_TRUE (run.reported.empty());
 }
 

@@ -30,7 +30,7 @@ TEST (ListenerList, DeliversEveryPostOfSeveralThreadsOnceAndInEachThreadsOrder)
             [&list, t]
             {
                 for (int i = 0; i < posts; ++i)
-                    list.post (EngineEvent::browserCommand, t * posts + i);
+                    list.post (EngineEvent::trackLoaded, t * posts + i);
             });
     while (recorder.events.size() < threads * posts / 2)
         list.deliver();

@@ -29,9 +29,11 @@ const char* nameOf (CommandKind kind)
     case CommandKind::value:
         return "value";
     case CommandKind::relative:
+        return "relative";
+    case CommandKind::meter:
         break;
     }
-    return "relative";
+    return "meter";
 }
 
 std::vector<Row> makeRows()
@@ -40,11 +42,12 @@ std::vector<Row> makeRows()
     Row head;
     std::copy (columns.begin(), columns.end(), head.begin());
     rows.push_back (head);
-    for (int number = 1; number <= CommandTable::commandCount; ++number)
+    const auto text = [] (std::string_view words) { return juce::String (words.data(), words.size()); };
+    for (const int number : CommandTable::numbers())
     {
-        const auto& family = *CommandTable::find (number).family;
-        rows.push_back ({ juce::String (number), nameOf (family.kind), CommandTable::constant (number),
-                          CommandTable::name (number), family.writeMeaning, family.readMeaning,
+        const auto command = CommandTable::find (number);
+        rows.push_back ({ juce::String (number), nameOf (command->kind), CommandTable::constant (number),
+                          CommandTable::name (number), text (command->writes), text (command->reads),
                           CommandTable::isUnbuilt (number) ? "unbuilt" : "built" });
     }
     return rows;

@@ -56,7 +56,7 @@ void Transport::playPause (int deckIndex)
     if (deck == nullptr)
         return;
     if (world.settings.automixOn != 0)
-        return world.listeners.post (EngineEvent::askStopAutomix, deckIndex);
+        return world.requests.ask (EngineRequest::askToStopAutomix, deckIndex);
 
     const CallbackLock lock (world.callbackLock, "playPause");
     playOrStop (world, *deck);
@@ -205,26 +205,27 @@ void Transport::cuePlay (int deckIndex, bool pressed)
     auto* deck = world.deck (deckIndex);
     if (deck == nullptr)
         return;
+    if (world.settings.automixOn != 0)
+        return world.listeners.postMessage (playLocked, deckIndex);
 
-    if (pressed)
+    const CallbackLock lock (world.callbackLock, "cuePlay");
+    const auto slot = currentSlot (*deck);
+    const auto wasArmed = std::exchange (deck->play.cuePlayArmed, pressed && deck->play.on == 0);
+    if (!pressed)
     {
-        const CallbackLock lock (world.callbackLock, "cuePlay");
-        const auto slot = currentSlot (*deck);
-        if (deck->play.on == 0)
-        {
+        if (wasArmed && deck->play.on == 0)
+            playOrStop (world, *deck);
+    }
+    else if (deck->play.on == 0)
+    {
+        if (!isStoppedAtCue (*deck))
             storeCue (world, *deck, slot);
-            deck->play.cuePlayArmed = true;
-            return;
-        }
-        if (cueAt (*deck, slot) > emptyCue)
-            jumpToCue (deckIndex, slot);
-        deck->play.cueHold = 0;
     }
-    else if (!std::exchange (deck->play.cuePlayArmed, false))
+    else
     {
-        return;
+        returnToCue (*deck);
+        MasterDeck::choose (world, *deck);
     }
-    playPause (deckIndex);
 }
 
 void Transport::seekLocked (DeckPlayer& deck, double frames) noexcept
@@ -357,9 +358,10 @@ void Transport::toggleSync (int deckIndex, bool oneShot)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "toggleSync");
-    if (world.isStandalone != 0 && world.settings.masterDeck == deckIndex)
-        return;
     auto& sync = world.setup (*deck).sync;
+    const auto leads = world.isStandalone != 0 && world.settings.masterDeck == deckIndex;
+    if (sync == 0 && leads)
+        return;
     sync = sync == 0 ? 1 : 0;
     if (sync != 0)
     {

@@ -26,8 +26,8 @@ public:
     void setCue (int deck, int slot);
     void deleteCue (int deck, int slot);
 
-    /** The single-pad cue: on a playing deck a press returns to the current cue and stops; on a stopped deck a press
-        stores the position in the current slot and the release starts the deck. */
+    /** The single-pad cue: on a playing deck a press returns to the current cue and stops, as Cue does; on a deck that is
+        stopped away from its cues a press stores the current slot, and the release starts the deck. */
     void cuePlay (int deck, bool pressed);
 
     /** @param frames   of the file; limited to the track. Keeps the phase of a playing deck with Sync on. */
@@ -66,7 +66,8 @@ public:
     void setKeyTuning (int deck, double semitones);
     void setKeyLock (int deck, bool on);
 
-    /** Toggles Sync; turning it on asks for phase. @param oneShot   Sync clears itself after its first match */
+    /** Toggles Sync; turning it on asks for phase. A deck that leads can only turn it off.
+        @param oneShot   Sync clears itself after its first match */
     void toggleSync (int deck, bool oneShot);
 
     void setMaster (int deck);

@@ -1,11 +1,11 @@
 #include "ui/decks/DeckPanels.h"
 
 #include "engine/CPlatterdex.h"
+#include "engine/CommandTable.h"
 #include "skin/Palette.h"
 #include "ui/decks/BeatStepField.h"
 #include "ui/decks/EditMenu.h"
 #include "ui/panel/PanelPaint.h"
-#include "ui/widgets/CommandNumbers.h"
 #include "ui/widgets/PXTextButton.h"
 
 namespace
@@ -61,7 +61,7 @@ DeckLoopPanel::DeckLoopPanel (CPlatterdex& e, int deck) : ControlPanel (e, Pace:
     {
         auto& field = own (std::make_unique<BeatStepField> (name));
         field.setTooltip (juce::String (tip) + ". Turn the wheel, or click for the list.");
-        field.bind (e, commandNumberOf (constant, deck));
+        field.bind (e, CommandTable::numberOf (constant, deck));
         field.setBounds (area);
     }
 }

@@ -1,9 +1,9 @@
 #include "ui/global/Fx1DeckComponent.h"
 
 #include "engine/CPlatterdex.h"
+#include "engine/CommandTable.h"
 #include "skin/Palette.h"
 #include "ui/panel/PanelPaint.h"
-#include "ui/widgets/CommandNumbers.h"
 
 namespace
 {
@@ -64,7 +64,7 @@ Fx1DeckComponent::Fx1DeckComponent (CPlatterdex& e, int deck)
     for (size_t slot = 0; slot < slotCount; ++slot)
     {
         const auto areas = areasOf (slot);
-        selectors[slot] = commandNumberOf (slotFamily ("EFFECT_SELECT", slot), deck);
+        selectors[slot] = CommandTable::numberOf (slotFamily ("EFFECT_SELECT", slot), deck);
 
         const auto on = slotFamily ("EFFECT_ON", slot);
         addControl ({ Kind::text,
@@ -99,7 +99,7 @@ Fx1DeckComponent::Fx1DeckComponent (CPlatterdex& e, int deck)
 
 void Fx1DeckComponent::choose (size_t slot, int kind)
 {
-    engine.setParameter (selectors[slot], static_cast<float> (FxType::selectorValue (kind)));
+    engine.edit (selectors[slot], static_cast<float> (FxType::selectorValue (kind)));
     refresh();
 }
 

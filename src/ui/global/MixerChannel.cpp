@@ -1,6 +1,7 @@
 #include "ui/global/MixerChannel.h"
 
 #include "engine/CPlatterdex.h"
+#include "engine/CommandTable.h"
 #include "ui/panel/PanelPaint.h"
 
 namespace
@@ -46,7 +47,6 @@ constexpr ControlRow wideTable[] {
 
 constexpr std::array<int, 4> tallMeter { 32, 301, 16, 86 }, wideMeter { 88, 61, 16, 86 };
 constexpr std::array<int, 4> tallBadge { 17, 4, 20, 20 }, wideBadge { 4, 8, 20, 20 };
-constexpr int firstLevel = 1001; // the decks' levels among the numbers that can be read
 
 juce::Rectangle<int> rectangle (const std::array<int, 4>& a)
 {
@@ -66,7 +66,8 @@ MixerChannel::MixerChannel (CPlatterdex& e, int deck, Shape s)
     else
         addControls (wideTable, deck);
     meter.setImages (skin::deckName ("meter_upright", deck));
-    meter.bind (e, firstLevel + deck, firstLevel + deck);
+    const auto level = CommandTable::numberOf ("LEVEL_", deck);
+    meter.bind (e, level, level);
     meter.setBounds (rectangle (isTall ? tallMeter : wideMeter));
 }
 

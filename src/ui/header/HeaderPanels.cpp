@@ -1,6 +1,7 @@
 #include "ui/header/HeaderPanels.h"
 
 #include "engine/CPlatterdex.h"
+#include "engine/CommandTable.h"
 #include "ui/layout/DeckLayout.h"
 #include "ui/look/TimeText.h"
 #include "ui/panel/PanelPaint.h"
@@ -14,7 +15,6 @@ using Kind = ControlRow::Kind;
 using Lit = ControlRow::Lit;
 
 constexpr int firstButton = 4, buttonTop = 8, buttonSize = 32, buttonStep = 36;
-constexpr int masterLeft = 1005, masterRight = 1006; // the meters among the numbers that can be read
 constexpr std::array scales { 100, 125, 150, 200 };
 
 // clang-format off
@@ -156,6 +156,6 @@ HeaderLevels::HeaderLevels (CPlatterdex& e) : ControlPanel (e, Pace::moving)
     addControls (levelTable, -1);
     auto& meter = own (std::make_unique<PXImageHorizontalLevelMeter>());
     meter.setImages ("meter_level");
-    meter.bind (e, masterLeft, masterRight);
+    meter.bind (e, CommandTable::numberOf ("MASTER_LEVEL_1"), CommandTable::numberOf ("MASTER_LEVEL_2"));
     meter.setBounds (meterArea);
 }

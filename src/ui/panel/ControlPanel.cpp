@@ -4,7 +4,6 @@
 #include "engine/CommandTable.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/widgets/ButtonSkin.h"
-#include "ui/widgets/CommandNumbers.h"
 #include "ui/widgets/PXImageButton.h"
 #include "ui/widgets/PXImageLinearSlider.h"
 #include "ui/widgets/PXImageRotarySlider.h"
@@ -70,7 +69,7 @@ void ControlPanel::addControls (std::span<const ControlRow> table, int deck, juc
 juce::Component* ControlPanel::addControl (const ControlRow& row, int deck, juce::Point<int> place)
 {
     using Kind = ControlRow::Kind;
-    const auto number = commandNumberOf (row.command, deck);
+    const auto number = CommandTable::numberOf (row.command, deck);
     jassert (number != 0);
     if (CommandTable::isUnbuilt (number))
         return nullptr;
@@ -90,7 +89,7 @@ juce::Component* ControlPanel::addControl (const ControlRow& row, int deck, juce
     const auto dressButton = [&] (auto& button)
     {
         if (*row.right != 0)
-            button.setAlternative (engine, commandNumberOf (row.right, deck));
+            button.setAlternative (engine, CommandTable::numberOf (row.right, deck));
         return dress (button);
     };
 

@@ -3,42 +3,12 @@
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
 
-#include <string_view>
-
 namespace
 {
-struct Rest
-{
-    std::string_view family; ///< what the command's constant begins with; the first that fits counts
-    double value;
-};
-
-/** Where commands of values stand when nothing has been done with them; all others at 0. */
-constexpr Rest rests[] {
-    { "PITCH_", 0.5 },
-    { "KEY_TUNING_", 0.5 },
-    { "GAIN_", 0.5 },
-    { "EQ_", 0.5 },
-    { "FILTER_", 0.5 },
-    { "BALANCE_", 0.5 },
-    { "VOLUME_", 1.0 },
-    { "CROSSFADER", 0.5 },
-    { "MONITOR_VOLUME", 1.0 },
-    { "MASTER_VOLUME", 1.0 },
-    { "SAMPLER_MASTER_VOLUME", 0.5 },
-};
-
-CommandKind kindOf (int number)
+bool isOfKind (int number, CommandKind kind)
 {
     const auto command = CommandTable::find (number);
-    return command.family == nullptr ? CommandKind::value : command.family->kind;
-}
-
-bool isTurnedRound (int number)
-{
-    const auto command = CommandTable::find (number);
-    return command.family != nullptr && command.family->shape == MappingShape::pitch
-           && command.family->kind == CommandKind::value;
+    return command && command->kind == kind;
 }
 }
 
@@ -46,20 +16,17 @@ CommandBinding::CommandBinding (CPlatterdex& e, int number) noexcept : engine (&
 
 bool CommandBinding::isHeld() const noexcept
 {
-    return isBound() && kindOf (commandNumber) == CommandKind::state;
+    return isBound() && isOfKind (commandNumber, CommandKind::state);
 }
 
 bool CommandBinding::isValue() const noexcept
 {
-    return isBound() && kindOf (commandNumber) == CommandKind::value;
+    return isBound() && isOfKind (commandNumber, CommandKind::value);
 }
 
 double CommandBinding::value() const
 {
-    if (!isBound())
-        return 0.0;
-    const auto read = static_cast<double> (engine->getParameter (commandNumber));
-    return isTurnedRound (commandNumber) ? 1.0 - read : read;
+    return isBound() ? engine->controlValue (commandNumber) : 0.0;
 }
 
 bool CommandBinding::isOn() const
@@ -70,7 +37,19 @@ bool CommandBinding::isOn() const
 void CommandBinding::set (double value) const
 {
     if (isBound())
-        engine->setParameter (commandNumber, static_cast<float> (value));
+        engine->edit (commandNumber, static_cast<float> (value));
+}
+
+void CommandBinding::beginGesture() const
+{
+    if (isBound())
+        engine->beginGesture (commandNumber);
+}
+
+void CommandBinding::endGesture() const
+{
+    if (isBound())
+        engine->endGesture (commandNumber);
 }
 
 void CommandBinding::press() const
@@ -86,17 +65,14 @@ void CommandBinding::release() const
 
 void CommandBinding::step (int direction) const
 {
-    // Steps are told apart as a controller's are: from 64 on it goes up.
+    // A step goes up from 64 on, as a controller's do.
     set (direction > 0 ? 127.0 : 0.0);
 }
 
 double CommandBinding::restValue() const
 {
-    const auto constant = CommandTable::constant (commandNumber);
-    for (const auto& rest : rests)
-        if (std::string_view (constant).starts_with (rest.family))
-            return rest.value;
-    return 0.0;
+    const auto command = CommandTable::find (commandNumber);
+    return command ? command->rest : 0.0;
 }
 
 juce::String CommandBinding::name() const

@@ -4,7 +4,7 @@
 
 class CPlatterdex;
 
-/** What a widget knows of its command: how it is carried out, read, named and shown.
+/** A widget's command: carried out, read, named and shown.
 
     One that is bound to nothing does nothing and reads 0. Message thread. */
 class CommandBinding
@@ -24,14 +24,18 @@ public:
     /** True for a value, false for what is pressed or stepped. */
     bool isValue() const noexcept;
 
-    /** The command's reading as a widget shows it: writing it again changes nothing. The fader of the pitch, whose
-        write turns the value round, is turned round here. */
+    /** The command's reading as a widget shows it: writing it again changes nothing. */
     double value() const;
 
-    /** Whether the command reads above 0: lit. */
+    /** True while the command reads above 0: lit. */
     bool isOn() const;
 
     void set (double value) const;
+
+    /** A hand takes hold of the control, or lets go: what it does meanwhile is one gesture to the host. */
+    void beginGesture() const;
+    void endGesture() const;
+
     void press() const;
 
     /** Does something for a held command only. */
@@ -40,7 +44,7 @@ public:
     /** One step up or down of a stepped command. @param direction   above 0 for up */
     void step (int direction) const;
 
-    /** Where a double click takes the widget. */
+    /** The value that a double click gives. */
     double restValue() const;
 
     /** "Gain A". */

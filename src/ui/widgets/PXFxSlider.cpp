@@ -3,7 +3,6 @@
 #include "engine/CommandTable.h"
 #include "skin/Palette.h"
 #include "ui/look/SMLookAndFeel.h"
-#include "ui/widgets/CommandNumbers.h"
 
 namespace
 {
@@ -11,7 +10,7 @@ constexpr int lineHeight = 14;
 
 int commandOfSlot (const char* family, int group, int slot)
 {
-    return commandNumberOf (std::string (family) + "_" + std::to_string (slot + 1) + "_GROUP_", group);
+    return CommandTable::numberOf (std::string (family) + "_" + std::to_string (slot + 1) + "_GROUP_", group);
 }
 }
 

@@ -52,6 +52,8 @@ public:
 protected:
     void bound() override;
     void valueChanged() override;
+    void startedDragging() override { command().beginGesture(); }
+    void stoppedDragging() override { command().endGesture(); }
     void enablementChanged() override;
 
     /** How far along its range a movement of the mouse takes the value. @param moved   in pixels */

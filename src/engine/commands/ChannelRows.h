@@ -1,0 +1,237 @@
+#pragma once
+
+#include "engine/commands/RowHelpers.h"
+#include "mixer/ChannelStrip.h"
+
+/** The channel strips: knobs are single stores, flags are turned under the callback lock. */
+namespace CommandTable
+{
+template <int8_t side>
+void assign (CPlatterdex& engine, const CommandCall& call)
+{
+    setupOf (engine, call.deck).crossfaderSide = side;
+}
+
+template <int8_t side>
+double readSide (CPlatterdex& engine, int deck, int)
+{
+    return (setupOf (engine, deck).crossfaderSide != 0) == (side != 0);
+}
+
+template <ChannelStrip::MixOverride wanted>
+void overrideMix (CPlatterdex& engine, const CommandCall& call)
+{
+    const CallbackLock lock (engine.getCallbackLock(), "punch or cut");
+    auto& current = engine.decks.deck (call.deck)->mixOverride;
+    current = static_cast<int8_t> (current == wanted ? 0 : wanted);
+}
+
+template <ChannelStrip::MixOverride wanted>
+double readOverride (CPlatterdex& engine, int deck, int)
+{
+    return deckOf (engine, deck)->mixOverride == wanted;
+}
+
+constexpr CommandRow channelRows[] {
+    {
+        .numbers = perDeck (213),
+        .name = "Gain {d}",
+        .constant = "GAIN_{d}",
+        .kind = Kind::value,
+        .shape = Shape::continuous,
+        .write = setLevel<&DeckPlayer::gain>,
+        .read = readField<&DeckPlayer::gain>,
+        .rest = 0.5,
+        .feedback = Feedback::level,
+        .writes = "the gain, 0 to 1, 0.5 unity",
+        .reads = "the value",
+    },
+    {
+        .numbers = perDeck (217),
+        .name = "Gain Reset {d}",
+        .constant = "GAIN_RESET_{d}",
+        .write = centre<&DeckPlayer::gain>,
+        .read = readField<&DeckPlayer::gain>,
+        .writes = "gain to 0.5",
+        .reads = "the gain",
+    },
+    {
+        .numbers = perDeck (221),
+        .name = "EQ High {d}",
+        .constant = "EQ_HIGH_{d}",
+        .kind = Kind::value,
+        .shape = Shape::continuous,
+        .write = setLevel<&DeckPlayer::eqHigh>,
+        .read = readField<&DeckPlayer::eqHigh>,
+        .rest = 0.5,
+        .absent = 0.5,
+        .feedback = Feedback::level,
+        .writes = "the band, 0 to 1, 0.5 flat",
+        .reads = "the value",
+    },
+    {
+        .numbers = perDeck (225),
+        .name = "EQ High Reset {d}",
+        .constant = "EQ_HIGH_RESET_{d}",
+        .write = centre<&DeckPlayer::eqHigh>,
+        .read = readField<&DeckPlayer::eqHigh>,
+        .absent = 0.5,
+        .writes = "the band to 0.5",
+        .reads = "the value",
+    },
+    {
+        .numbers = perDeck (229),
+        .name = "EQ High Kill {d}",
+        .constant = "EQ_HIGH_KILL_{d}",
+        .write = toggle<&DeckPlayer::killHigh>,
+        .read = readFlag<&DeckPlayer::killHigh>,
+        .feedback = Feedback::lamp,
+        .writes = "toggles",
+        .reads = "the flag",
+    },
+    {
+        .numbers = perDeck (233),
+        .name = "EQ Mid {d}",
+        .constant = "EQ_MID_{d}",
+        .kind = Kind::value,
+        .shape = Shape::continuous,
+        .write = setLevel<&DeckPlayer::eqMid>,
+        .read = readField<&DeckPlayer::eqMid>,
+        .rest = 0.5,
+        .absent = 0.5,
+        .feedback = Feedback::level,
+        .writes = "the band, 0 to 1, 0.5 flat",
+        .reads = "the value",
+    },
+    {
+        .numbers = perDeck (237),
+        .name = "EQ Mid Reset {d}",
+        .constant = "EQ_MID_RESET_{d}",
+        .write = centre<&DeckPlayer::eqMid>,
+        .read = readField<&DeckPlayer::eqMid>,
+        .absent = 0.5,
+        .writes = "the band to 0.5",
+        .reads = "the value",
+    },
+    {
+        .numbers = perDeck (241),
+        .name = "EQ Mid Kill {d}",
+        .constant = "EQ_MID_KILL_{d}",
+        .write = toggle<&DeckPlayer::killMid>,
+        .read = readFlag<&DeckPlayer::killMid>,
+        .feedback = Feedback::lamp,
+        .writes = "toggles",
+        .reads = "the flag",
+    },
+    {
+        .numbers = perDeck (245),
+        .name = "EQ Low {d}",
+        .constant = "EQ_LOW_{d}",
+        .kind = Kind::value,
+        .shape = Shape::continuous,
+        .write = setLevel<&DeckPlayer::eqLow>,
+        .read = readField<&DeckPlayer::eqLow>,
+        .rest = 0.5,
+        .absent = 0.5,
+        .feedback = Feedback::level,
+        .writes = "the band, 0 to 1, 0.5 flat",
+        .reads = "the value",
+    },
+    {
+        .numbers = perDeck (249),
+        .name = "EQ Low Reset {d}",
+        .constant = "EQ_LOW_RESET_{d}",
+        .write = centre<&DeckPlayer::eqLow>,
+        .read = readField<&DeckPlayer::eqLow>,
+        .absent = 0.5,
+        .writes = "the band to 0.5",
+        .reads = "the value",
+    },
+    {
+        .numbers = perDeck (253),
+        .name = "EQ Low Kill {d}",
+        .constant = "EQ_LOW_KILL_{d}",
+        .write = toggle<&DeckPlayer::killLow>,
+        .read = readFlag<&DeckPlayer::killLow>,
+        .feedback = Feedback::lamp,
+        .writes = "toggles",
+        .reads = "the flag",
+    },
+    {
+        .numbers = perDeck (261),
+        .name = "Volume {d}",
+        .constant = "VOLUME_{d}",
+        .kind = Kind::value,
+        .shape = Shape::continuous,
+        .write = setLevel<&DeckPlayer::volume>,
+        .read = readField<&DeckPlayer::volume>,
+        .rest = 1.0,
+        .feedback = Feedback::level,
+        .writes = "the fader, 0 to 1",
+        .reads = "the value",
+    },
+    {
+        .numbers = perDeck (265),
+        .name = "PFL {d}",
+        .constant = "PFL_{d}",
+        .write = toggle<&DeckSetup::pfl>,
+        .read = readFlag<&DeckSetup::pfl>,
+        .feedback = Feedback::lamp,
+        .writes = "toggles",
+        .reads = "the flag",
+    },
+    {
+        .numbers = perDeck (269),
+        .name = "Crossfader Assign Left {d}",
+        .constant = "CROSSFADER_ASSIGN_LEFT_{d}",
+        .write = assign<0>,
+        .read = readSide<0>,
+        .feedback = Feedback::lamp,
+        .writes = "the deck to the left side",
+        .reads = "1 if left",
+    },
+    {
+        .numbers = perDeck (273),
+        .name = "Crossfader Assign Right {d}",
+        .constant = "CROSSFADER_ASSIGN_RIGHT_{d}",
+        .write = assign<1>,
+        .read = readSide<1>,
+        .feedback = Feedback::lamp,
+        .writes = "the deck to the right side",
+        .reads = "1 if right",
+    },
+    {
+        .numbers = perDeck (285),
+        .name = "Balance {d}",
+        .constant = "BALANCE_{d}",
+        .kind = Kind::value,
+        .shape = Shape::continuous,
+        .write = setLevel<&DeckPlayer::balance>,
+        .read = readField<&DeckPlayer::balance>,
+        .rest = 0.5,
+        .feedback = Feedback::level,
+        .writes = "0 left to 1 right",
+        .reads = "the value",
+    },
+    {
+        .numbers = perDeck (289),
+        .name = "Punch {d}",
+        .constant = "PUNCH_{d}",
+        .write = overrideMix<ChannelStrip::punch>,
+        .read = readOverride<ChannelStrip::punch>,
+        .feedback = Feedback::lamp,
+        .writes = "full level past the crossfader, or back",
+        .reads = "1 if so",
+    },
+    {
+        .numbers = perDeck (293),
+        .name = "Cut {d}",
+        .constant = "CUT_{d}",
+        .write = overrideMix<ChannelStrip::cut>,
+        .read = readOverride<ChannelStrip::cut>,
+        .feedback = Feedback::lamp,
+        .writes = "cut past the crossfader, or back",
+        .reads = "1 if so",
+    },
+};
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "engine/commands/RowHelpers.h"
+
+/** The levels of decks and master, which can only be read. */
+namespace CommandTable
+{
+inline double readDeckLevel (CPlatterdex& engine, int deck, int)
+{
+    const auto* player = deckOf (engine, deck);
+    return std::min (1.0, std::max (std::abs (player->lastLeft.get()), std::abs (player->lastRight.get())));
+}
+
+constexpr CommandRow meterRows[] {
+    {
+        .numbers = { .first = 1001, .decks = 4 },
+        .name = "Level {d}",
+        .constant = "LEVEL_{d}",
+        .kind = Kind::meter,
+        .read = readDeckLevel,
+        .feedback = Feedback::meter,
+        .reads = "the larger of the last two samples, 0 to 1",
+    },
+    {
+        .numbers = { .first = 1005, .count = 2 },
+        .name = "Master Level {n}",
+        .constant = "MASTER_LEVEL_{n}",
+        .kind = Kind::meter,
+        .read = [] (CPlatterdex& e, int, int side) -> double { return e.masterMeters.level (side); },
+        .feedback = Feedback::meter,
+        .reads = "the level of the left (1) and right (2) side, 0 to 1",
+    },
+};
+}
