@@ -1,21 +1,26 @@
 #include "plugin/Vst2Parameters.h"
 
 #include "engine/CPlatterdex.h"
+#include "engine/CommandTable.h"
 #include "plugin/Vst2Instance.h"
+#include "support/DecimalText.h"
 
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <optional>
 #include <string_view>
 
 namespace
 {
-constexpr size_t textBytes = 64;
-constexpr int firstCommand = 1;
-constexpr int lastCommand = 465;
+constexpr int firstCommand = 1, lastCommand = CommandTable::commandCount;
+constexpr size_t textBytes = 32; ///< with the terminator: what old hosts have room for
 constexpr Vst2::VstIntPtr formattedValue =
     0xbeef; // what hosts with this extension expect of a value that was written
+
+/** Asks for the tail in samples; the free header knows the name and not the number. */
+constexpr int getTailSize = 52;
 
 thread_local Vst2::audioMasterCallback hostOfThisThread = nullptr;
 
@@ -23,6 +28,15 @@ void write (const juce::String& text, void* destination)
 {
     if (destination != nullptr)
         text.copyToUTF8 (static_cast<char*> (destination), textBytes);
+}
+
+/** A text cut to what fits. The last word, often the letter of the deck that tells one name from the next, stays. */
+juce::String fitted (const juce::String& text)
+{
+    constexpr auto longest = static_cast<int> (textBytes) - 1;
+    const auto lastWord = text.substring (juce::jmax (0, text.lastIndexOfChar (' ')));
+    return text.length() <= longest ? text
+                                    : text.substring (0, longest - lastWord.length()).trimEnd() + lastWord;
 }
 
 std::optional<float> parse (std::string_view text)
@@ -52,7 +66,7 @@ Vst2::VstIntPtr formatValue (Vst2::VstIntPtr number, float value, void* destinat
 {
     if (destination == nullptr || number < firstCommand || number > lastCommand)
         return 0;
-    write (juce::String (value, 2), destination);
+    write (decimalText (static_cast<double> (value), 2), destination);
     return formattedValue;
 }
 
@@ -101,6 +115,8 @@ Vst2::VstIntPtr dispatch (Vst2::AEffect* effect, int opcode, int index, Vst2::Vs
 
     switch (opcode)
     {
+    case getTailSize:
+        return std::numeric_limits<int32_t>::max(); // decks play without input
     case Vst2::effGetParamLabel:
         write ({}, data);
         return 0;
@@ -108,7 +124,7 @@ Vst2::VstIntPtr dispatch (Vst2::AEffect* effect, int opcode, int index, Vst2::Vs
         write (engine.getParameterText (index), data);
         return 0;
     case Vst2::effGetParamName:
-        write (engine.getParameterName (index), data);
+        write (fitted (engine.getParameterName (index)), data);
         return 0;
     case Vst2::effCanBeAutomated:
         return 1;

@@ -17,7 +17,7 @@ void set (Vst2::AEffect*, int number, float value);
 float get (Vst2::AEffect*, int number);
 
 /** Answers the opcodes about parameters and the product's name, and hands the rest to the wrapper's dispatcher.
-    Closing ends the record. Texts take at most 64 bytes of the host's memory, with their terminator. */
+    Closing ends the record. Texts take at most 32 bytes of the host's memory, with their terminator. */
 Vst2::VstIntPtr dispatch (Vst2::AEffect*, int opcode, int index, Vst2::VstIntPtr value, void* data,
                           float option);
 
