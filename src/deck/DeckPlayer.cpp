@@ -28,9 +28,6 @@ void DeckPlayer::resetTrack()
     publishHeard();
 
     analysisProgress = 0;
-    peak = 0.0;
-    lastLeft = lastRight = 0.0;
-    gainRamp = 0.0;
     world.setup (*this).sync = 0;
 }
 

@@ -129,17 +129,6 @@ struct DeckPlayer
     Relaxed<int32_t> analysisProgress; ///< frames analysed
     Relaxed<int32_t> cancelLoad;       ///< asks decoder and analysis to stop
 
-    // Channel strip
-    Relaxed<double> lastLeft, lastRight; ///< the last samples after the fader
-    Relaxed<double> peak;                ///< of the cue signal; whoever shows it sets it back to 0
-    Relaxed<double> gainRamp;            ///< the gain of fader and crossfader as it stands on its way
-    Relaxed<double> balance { 0.5 };
-    Relaxed<int8_t> mixOverride; ///< 1 Punch, 2 Cut
-    Relaxed<double> volume { 1.0 }, gain { 0.5 };
-    Relaxed<int8_t> mute;
-    Relaxed<double> eqLow { 0.5 }, eqMid { 0.5 }, eqHigh { 0.5 };
-    Relaxed<int8_t> killLow, killMid, killHigh;
-
     DeckVoice voice;
 
     PXAudioSampleBuffer audioMemory;

@@ -62,8 +62,8 @@ void Automix::swapBass() noexcept
 {
     if (world.settings.automixBassSwap == 0)
         return;
-    deck (0).eqLow = 0.5 - world.settings.crossfader * 0.5;
-    deck (1).eqLow = world.settings.crossfader * 0.5;
+    channels[0].knobs.eqLow = 0.5 - world.settings.crossfader * 0.5;
+    channels[1].knobs.eqLow = world.settings.crossfader * 0.5;
 }
 
 void Automix::setSync() noexcept

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "deck/DeckWorld.h"
+#include "mixer/Channel.h"
 
 /** Plays one track after the other on decks A and B, from one to the other by the automatic crossfader.
 
@@ -10,7 +11,7 @@
 class Automix
 {
 public:
-    explicit Automix (DeckWorld& w) noexcept : world (w) {}
+    Automix (DeckWorld& w, Channels& c) noexcept : world (w), channels (c) {}
 
     /** Begins with what the decks hold. Message thread. */
     void start();
@@ -40,5 +41,6 @@ private:
     PX_AUDIO_THREAD void putOnAir (DeckPlayer&) noexcept;
 
     DeckWorld& world;
+    Channels& channels;
     std::array<double, 2> sinceAsked {}; ///< ms
 };

@@ -48,7 +48,7 @@ CPlatterdex::CPlatterdex (EngineWorld world)
       recorder (environment.pacing),
       decks (getCallbackLock(), settings, listeners, pacing, environment.clock),
       transport (decks),
-      automix (decks),
+      automix (decks, channels),
       batchAnalysis (environment.decoderLibrary, environment.folders.beatmarks(), settings, listeners, pacing)
 {
     random.seed (environment.seed.value_or (juce::Time::currentTimeMillis()));

@@ -7,9 +7,8 @@
 #include "engine/Automix.h"
 #include "engine/EngineWorld.h"
 #include "engine/HostTransport.h"
-#include "fx/EffectRack.h"
 #include "mixer/AudioRecorder.h"
-#include "mixer/Equaliser.h"
+#include "mixer/Channel.h"
 #include "mixer/MasterLimiter.h"
 #include "mixer/Meters.h"
 #include "settings/EngineSettings.h"
@@ -148,7 +147,7 @@ public:
     EngineSettings settings;
     RandGeneratorLCG random;
     AudioRecorder recorder;
-    std::array<Equaliser, deckCount> equalisers;
+    Channels channels;
     MasterLimiter limiter;
     Meters masterMeters;
     DeckWorld decks;
@@ -157,7 +156,6 @@ public:
     GridCommands grids { decks };
     Automix automix;
     BatchAnalysisThread batchAnalysis;
-    std::array<EffectRack, deckCount> effectRacks;
     HostTransport host;
     PostQueue<uint32_t, 512> midiInput;
     Relaxed<int> hostBlockSize { 256 }; ///< what a hosted plug-in is told

@@ -1,7 +1,6 @@
 #include "deck/play/DeckBlock.h"
 #include "deck/sync/PhaseAlignment.h"
 #include "engine/CPlatterdex.h"
-#include "mixer/ChannelStrip.h"
 #include "mixer/Monitor.h"
 #include "support/OnePole.h"
 
@@ -34,14 +33,8 @@ struct Block
     const double sampleRate;
 
     float* channel (int index) const noexcept { return buffer.getWritePointer (index); }
-    ChannelStrip::Pair pair (int left) const noexcept
-    {
-        return { channel (left), channel (left + 1), frames };
-    }
-    ChannelStrip::Pair pair (const DeckPlayer& deck) const noexcept
-    {
-        return pair (firstDeckLeft + 2 * deck.index);
-    }
+    ChannelPair pair (int left) const noexcept { return { channel (left), channel (left + 1), frames }; }
+    ChannelPair pair (const DeckPlayer& deck) const noexcept { return pair (firstDeckLeft + 2 * deck.index); }
 };
 
 PX_AUDIO_THREAD void takeSampleRate (Block& block)
@@ -50,8 +43,8 @@ PX_AUDIO_THREAD void takeSampleRate (Block& block)
     {
         block.engine.decks.engineRate = block.sampleRate;
         block.engine.preview.setOutputRate (block.sampleRate);
-        for (auto& rack : block.engine.effectRacks)
-            rack.setSampleRate (block.sampleRate);
+        for (auto& channel : block.engine.channels)
+            channel.effects.setSampleRate (block.sampleRate);
     }
 }
 
@@ -119,28 +112,20 @@ PX_AUDIO_THREAD void addLineThrough (Block& block, DeckPlayer& deck)
     add (block.pair (deck).right, 1);
 }
 
-PX_AUDIO_THREAD void equalise (Block& block, DeckPlayer& deck)
+PX_AUDIO_THREAD void runChannel (Block& block, DeckPlayer& deck)
 {
-    ChannelStrip::equalise (deck, block.engine.equalisers[static_cast<size_t> (deck.index)],
-                            block.pair (deck), block.sampleRate);
-}
-
-PX_AUDIO_THREAD void runEffects (Block& block, DeckPlayer& deck)
-{
-    auto& rack = block.engine.effectRacks[static_cast<size_t> (deck.index)];
+    auto& world = block.engine.decks;
+    auto& channel = block.engine.channels[static_cast<size_t> (deck.index)];
+    const auto& setup = world.setup (deck);
     const auto pair = block.pair (deck);
-    rack.process (pair.left, pair.right, block.frames, deck.marks.bpm * deck.tempo.factor);
-}
-
-PX_AUDIO_THREAD void tapPfl (Block& block, DeckPlayer& deck)
-{
-    ChannelStrip::tapPfl (block.engine.decks.setup (deck), deck, block.pair (deck), block.pair (monitorLeft));
-}
-
-PX_AUDIO_THREAD void applyFader (Block& block, DeckPlayer& deck)
-{
-    ChannelStrip::applyFader (deck, block.pair (deck), ChannelStrip::targetGain (block.engine.settings, deck),
-                              block.engine.decks.smoothing5ms);
+    channel.applyBalance (pair, world.smoothing5ms);
+    addLineThrough (block, deck);
+    channel.equalise (pair, block.sampleRate);
+    channel.runEffects (pair, deck.marks.bpm * deck.tempo.factor);
+    if (setup.pfl != 0)
+        channel.tapCue (pair, block.pair (monitorLeft));
+    const auto target = channel.targetGain (world.settings, setup.crossfaderSide, deck.track.autogain);
+    channel.applyFader (pair, target, world.smoothing5ms);
 }
 
 PX_AUDIO_THREAD void renderDecks (Block& block)
@@ -150,12 +135,9 @@ PX_AUDIO_THREAD void renderDecks (Block& block)
         return;
     for (auto& deck : world.decks)
     {
-        DeckBlock::render (world, *deck, block.pair (*deck).left, block.pair (*deck).right, block.frames);
-        addLineThrough (block, *deck);
-        equalise (block, *deck);
-        runEffects (block, *deck);
-        tapPfl (block, *deck);
-        applyFader (block, *deck);
+        const auto pair = block.pair (*deck);
+        DeckBlock::render (world, *deck, pair.left, pair.right, block.frames);
+        runChannel (block, *deck);
         DeckBlock::checkTimeOuts (world, *deck);
     }
 }

@@ -261,7 +261,6 @@ TEST (Loading, ALoadStopsTheDeckAndResetsTheTrackNotTheFaders)
     decks.world.hostBpm = 97.0;
     deck.tempo.pitch = 0.8;
     deck.tempo.keyLock = 0;
-    deck.volume = 0.3;
     deck.loopSizes.loop = 4;
     deck.marks.cues[5] = 400.0;
     deck.loops.mode = 2;
@@ -282,7 +281,6 @@ TEST (Loading, ALoadStopsTheDeckAndResetsTheTrackNotTheFaders)
     EXPECT_EQ (deck.marks.bpm, 97.0);
     EXPECT_EQ (deck.tempo.pitch, 0.8);
     EXPECT_EQ (deck.tempo.keyLock, 0);
-    EXPECT_EQ (deck.volume, 0.3);
     EXPECT_EQ (deck.loopSizes.loop, 4);
 }
 

@@ -133,8 +133,8 @@ TEST (Automix, HandsOnNearTheEndAndAsksForTheNext)
     EXPECT_EQ (decks.settings.autoFadeState, 1);
     decks.render (1.0);
     EXPECT_NEAR (decks.settings.crossfader, 0.53, 0.05);
-    EXPECT_NEAR (decks.deck (0).eqLow, 0.5 - decks.settings.crossfader * 0.5, 1e-9);
-    EXPECT_NEAR (decks.deck (1).eqLow, decks.settings.crossfader * 0.5, 1e-9);
+    EXPECT_NEAR (decks.engine.channels[0].knobs.eqLow, 0.5 - decks.settings.crossfader * 0.5, 1e-9);
+    EXPECT_NEAR (decks.engine.channels[1].knobs.eqLow, decks.settings.crossfader * 0.5, 1e-9);
     EXPECT_EQ (decks.list->asked, 0);
     decks.render (1.0);
     EXPECT_FALSE (decks.plays (0));

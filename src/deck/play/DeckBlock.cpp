@@ -30,8 +30,6 @@ ReadDrive driveOf (const DeckWorld& world, const DeckPlayer& deck) noexcept
     drive.speedRatio = deck.track.sampleRate / world.engineRate;
     drive.smoothing5ms = world.smoothing5ms;
     drive.decay100ms = world.decay100ms;
-    drive.leftGain = std::clamp (2.0 * (1.0 - deck.balance), 0.0, 1.0);
-    drive.rightGain = std::clamp (2.0 * deck.balance, 0.0, 1.0);
     drive.isPlaying = deck.play.on != 0 && deck.jog.scratchOn == 0;
     drive.isReverse = deck.play.reverse != 0;
     drive.isRolling = deck.loops.rolling != 0;

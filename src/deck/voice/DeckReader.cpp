@@ -205,8 +205,8 @@ Reading readToJump (ReadHead& head, const ReadSource& source, const ReadDrive& d
     while (done < frames && !reading.jumped)
     {
         const auto frame = reader.nextFrame (noise.next());
-        left[done] = static_cast<float> (frame.left * drive.leftGain);
-        right[done++] = static_cast<float> (frame.right * drive.rightGain);
+        left[done] = static_cast<float> (frame.left);
+        right[done++] = static_cast<float> (frame.right);
 
         const auto wanted = target.at (reader.jog);
         if (nudging)

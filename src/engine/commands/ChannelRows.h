@@ -1,7 +1,6 @@
 #pragma once
 
 #include "engine/commands/RowHelpers.h"
-#include "mixer/ChannelStrip.h"
 
 /** The channel strips: knobs are single stores, flags are turned under the callback lock. */
 namespace CommandTable
@@ -18,18 +17,18 @@ double readSide (CPlatterdex& engine, int deck, int)
     return (setupOf (engine, deck).crossfaderSide != 0) == (side != 0);
 }
 
-template <ChannelStrip::MixOverride wanted>
+template <MixOverride wanted>
 void overrideMix (CPlatterdex& engine, const CommandCall& call)
 {
     const CallbackLock lock (engine.getCallbackLock(), "punch or cut");
-    auto& current = engine.decks.deck (call.deck)->mixOverride;
-    current = static_cast<int8_t> (current == wanted ? 0 : wanted);
+    auto& current = channelOf (engine, call.deck).knobs.mixOverride;
+    current = current == wanted ? MixOverride::none : wanted;
 }
 
-template <ChannelStrip::MixOverride wanted>
+template <MixOverride wanted>
 double readOverride (CPlatterdex& engine, int deck, int)
 {
-    return deckOf (engine, deck)->mixOverride == wanted;
+    return channelOf (engine, deck).knobs.mixOverride == wanted;
 }
 
 constexpr CommandRow channelRows[] {
@@ -39,9 +38,9 @@ constexpr CommandRow channelRows[] {
         .constant = "GAIN_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
-        .write = setLevel<&DeckPlayer::gain>,
-        .read = readField<&DeckPlayer::gain>,
-        .rest = 0.5,
+        .write = writeParameter<ChannelParameter::gain>,
+        .read = readParameter<ChannelParameter::gain>,
+        .rest = restOf (ChannelParameter::gain),
         .feedback = Feedback::level,
         .writes = "the gain, 0 to 1, 0.5 unity",
         .reads = "the value",
@@ -50,8 +49,8 @@ constexpr CommandRow channelRows[] {
         .numbers = perDeck (217),
         .name = "Gain Reset {d}",
         .constant = "GAIN_RESET_{d}",
-        .write = centre<&DeckPlayer::gain>,
-        .read = readField<&DeckPlayer::gain>,
+        .write = resetParameter<ChannelParameter::gain>,
+        .read = readParameter<ChannelParameter::gain>,
         .writes = "gain to 0.5",
         .reads = "the gain",
     },
@@ -61,9 +60,9 @@ constexpr CommandRow channelRows[] {
         .constant = "EQ_HIGH_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
-        .write = setLevel<&DeckPlayer::eqHigh>,
-        .read = readField<&DeckPlayer::eqHigh>,
-        .rest = 0.5,
+        .write = writeParameter<ChannelParameter::eqHigh>,
+        .read = readParameter<ChannelParameter::eqHigh>,
+        .rest = restOf (ChannelParameter::eqHigh),
         .absent = 0.5,
         .feedback = Feedback::level,
         .writes = "the band, 0 to 1, 0.5 flat",
@@ -73,8 +72,8 @@ constexpr CommandRow channelRows[] {
         .numbers = perDeck (225),
         .name = "EQ High Reset {d}",
         .constant = "EQ_HIGH_RESET_{d}",
-        .write = centre<&DeckPlayer::eqHigh>,
-        .read = readField<&DeckPlayer::eqHigh>,
+        .write = resetParameter<ChannelParameter::eqHigh>,
+        .read = readParameter<ChannelParameter::eqHigh>,
         .absent = 0.5,
         .writes = "the band to 0.5",
         .reads = "the value",
@@ -83,8 +82,8 @@ constexpr CommandRow channelRows[] {
         .numbers = perDeck (229),
         .name = "EQ High Kill {d}",
         .constant = "EQ_HIGH_KILL_{d}",
-        .write = toggle<&DeckPlayer::killHigh>,
-        .read = readFlag<&DeckPlayer::killHigh>,
+        .write = toggleParameter<ChannelParameter::killHigh>,
+        .read = readParameter<ChannelParameter::killHigh>,
         .feedback = Feedback::lamp,
         .writes = "toggles",
         .reads = "the flag",
@@ -95,9 +94,9 @@ constexpr CommandRow channelRows[] {
         .constant = "EQ_MID_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
-        .write = setLevel<&DeckPlayer::eqMid>,
-        .read = readField<&DeckPlayer::eqMid>,
-        .rest = 0.5,
+        .write = writeParameter<ChannelParameter::eqMid>,
+        .read = readParameter<ChannelParameter::eqMid>,
+        .rest = restOf (ChannelParameter::eqMid),
         .absent = 0.5,
         .feedback = Feedback::level,
         .writes = "the band, 0 to 1, 0.5 flat",
@@ -107,8 +106,8 @@ constexpr CommandRow channelRows[] {
         .numbers = perDeck (237),
         .name = "EQ Mid Reset {d}",
         .constant = "EQ_MID_RESET_{d}",
-        .write = centre<&DeckPlayer::eqMid>,
-        .read = readField<&DeckPlayer::eqMid>,
+        .write = resetParameter<ChannelParameter::eqMid>,
+        .read = readParameter<ChannelParameter::eqMid>,
         .absent = 0.5,
         .writes = "the band to 0.5",
         .reads = "the value",
@@ -117,8 +116,8 @@ constexpr CommandRow channelRows[] {
         .numbers = perDeck (241),
         .name = "EQ Mid Kill {d}",
         .constant = "EQ_MID_KILL_{d}",
-        .write = toggle<&DeckPlayer::killMid>,
-        .read = readFlag<&DeckPlayer::killMid>,
+        .write = toggleParameter<ChannelParameter::killMid>,
+        .read = readParameter<ChannelParameter::killMid>,
         .feedback = Feedback::lamp,
         .writes = "toggles",
         .reads = "the flag",
@@ -129,9 +128,9 @@ constexpr CommandRow channelRows[] {
         .constant = "EQ_LOW_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
-        .write = setLevel<&DeckPlayer::eqLow>,
-        .read = readField<&DeckPlayer::eqLow>,
-        .rest = 0.5,
+        .write = writeParameter<ChannelParameter::eqLow>,
+        .read = readParameter<ChannelParameter::eqLow>,
+        .rest = restOf (ChannelParameter::eqLow),
         .absent = 0.5,
         .feedback = Feedback::level,
         .writes = "the band, 0 to 1, 0.5 flat",
@@ -141,8 +140,8 @@ constexpr CommandRow channelRows[] {
         .numbers = perDeck (249),
         .name = "EQ Low Reset {d}",
         .constant = "EQ_LOW_RESET_{d}",
-        .write = centre<&DeckPlayer::eqLow>,
-        .read = readField<&DeckPlayer::eqLow>,
+        .write = resetParameter<ChannelParameter::eqLow>,
+        .read = readParameter<ChannelParameter::eqLow>,
         .absent = 0.5,
         .writes = "the band to 0.5",
         .reads = "the value",
@@ -151,8 +150,8 @@ constexpr CommandRow channelRows[] {
         .numbers = perDeck (253),
         .name = "EQ Low Kill {d}",
         .constant = "EQ_LOW_KILL_{d}",
-        .write = toggle<&DeckPlayer::killLow>,
-        .read = readFlag<&DeckPlayer::killLow>,
+        .write = toggleParameter<ChannelParameter::killLow>,
+        .read = readParameter<ChannelParameter::killLow>,
         .feedback = Feedback::lamp,
         .writes = "toggles",
         .reads = "the flag",
@@ -163,9 +162,9 @@ constexpr CommandRow channelRows[] {
         .constant = "VOLUME_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
-        .write = setLevel<&DeckPlayer::volume>,
-        .read = readField<&DeckPlayer::volume>,
-        .rest = 1.0,
+        .write = writeParameter<ChannelParameter::volume>,
+        .read = readParameter<ChannelParameter::volume>,
+        .rest = restOf (ChannelParameter::volume),
         .feedback = Feedback::level,
         .writes = "the fader, 0 to 1",
         .reads = "the value",
@@ -206,9 +205,9 @@ constexpr CommandRow channelRows[] {
         .constant = "BALANCE_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
-        .write = setLevel<&DeckPlayer::balance>,
-        .read = readField<&DeckPlayer::balance>,
-        .rest = 0.5,
+        .write = writeParameter<ChannelParameter::balance>,
+        .read = readParameter<ChannelParameter::balance>,
+        .rest = restOf (ChannelParameter::balance),
         .feedback = Feedback::level,
         .writes = "0 left to 1 right",
         .reads = "the value",
@@ -217,8 +216,8 @@ constexpr CommandRow channelRows[] {
         .numbers = perDeck (289),
         .name = "Punch {d}",
         .constant = "PUNCH_{d}",
-        .write = overrideMix<ChannelStrip::punch>,
-        .read = readOverride<ChannelStrip::punch>,
+        .write = overrideMix<MixOverride::punch>,
+        .read = readOverride<MixOverride::punch>,
         .feedback = Feedback::lamp,
         .writes = "full level past the crossfader, or back",
         .reads = "1 if so",
@@ -227,8 +226,8 @@ constexpr CommandRow channelRows[] {
         .numbers = perDeck (293),
         .name = "Cut {d}",
         .constant = "CUT_{d}",
-        .write = overrideMix<ChannelStrip::cut>,
-        .read = readOverride<ChannelStrip::cut>,
+        .write = overrideMix<MixOverride::cut>,
+        .read = readOverride<MixOverride::cut>,
         .feedback = Feedback::lamp,
         .writes = "cut past the crossfader, or back",
         .reads = "1 if so",

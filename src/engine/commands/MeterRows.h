@@ -5,19 +5,13 @@
 /** The levels of decks and master, which can only be read. */
 namespace CommandTable
 {
-inline double readDeckLevel (CPlatterdex& engine, int deck, int)
-{
-    const auto* player = deckOf (engine, deck);
-    return std::min (1.0, std::max (std::abs (player->lastLeft.get()), std::abs (player->lastRight.get())));
-}
-
 constexpr CommandRow meterRows[] {
     {
         .numbers = { .first = 1001, .decks = 4 },
         .name = "Level {d}",
         .constant = "LEVEL_{d}",
         .kind = Kind::meter,
-        .read = readDeckLevel,
+        .read = [] (CPlatterdex& e, int deck, int) { return channelOf (e, deck).level(); },
         .feedback = Feedback::meter,
         .reads = "the larger of the last two samples, 0 to 1",
     },

@@ -1,0 +1,112 @@
+#include "mixer/Channel.h"
+
+#include "mixer/FaderLaws.h"
+#include "mixer/Peak.h"
+#include "support/OnePole.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+constexpr double smallestGain = 1e-6;
+
+/** Nearer than this a gain has arrived; it would stay some rounding errors away for ever. */
+constexpr double arrived = 1e-12;
+
+void multiply (float* samples, int frames, double gain) noexcept
+{
+    for (int i = 0; i < frames; ++i)
+        samples[i] = static_cast<float> (samples[i] * gain);
+}
+
+double nextGain (double gain, double target, double smoothing) noexcept
+{
+    gain = OnePole::approached (gain, target, smoothing);
+    return gain >= smallestGain ? gain : 0.0; // 0 also for what is no number
+}
+
+/** Applies a gain on its way to its target. @returns the gain after the samples */
+double multiplyTowards (float* samples, int frames, double gain, double target, double smoothing) noexcept
+{
+    if (std::abs (gain - target) <= arrived)
+    {
+        if (target != 1.0)
+            multiply (samples, frames, target);
+        return target;
+    }
+    for (int i = 0; i < frames; ++i)
+    {
+        samples[i] = static_cast<float> (samples[i] * gain);
+        gain = nextGain (gain, target, smoothing);
+    }
+    return gain;
+}
+}
+
+void Channel::applyBalance (const ChannelPair& pair, double smoothing) noexcept
+{
+    const double balance = knobs.balance;
+    const auto left = std::clamp (2.0 * (1.0 - balance), 0.0, 1.0),
+               right = std::clamp (2.0 * balance, 0.0, 1.0);
+    sides = { multiplyTowards (pair.left, pair.frames, sides[0], left, smoothing),
+              multiplyTowards (pair.right, pair.frames, sides[1], right, smoothing) };
+}
+
+void Channel::equalise (const ChannelPair& pair, double sampleRate) noexcept
+{
+    const auto killLow = knobs.killLow != 0, killMid = knobs.killMid != 0, killHigh = knobs.killHigh != 0;
+    if (killLow && killMid && killHigh)
+    {
+        std::fill_n (pair.left, pair.frames, 0.0f);
+        std::fill_n (pair.right, pair.frames, 0.0f);
+        equaliser.reset();
+        return;
+    }
+    equaliser.setGains ({ FaderLaws::bandGainDb (knobs.eqLow, killLow),
+                          FaderLaws::bandGainDb (knobs.eqMid, killMid),
+                          FaderLaws::bandGainDb (knobs.eqHigh, killHigh) },
+                        sampleRate);
+    equaliser.process (pair.left, pair.right, pair.frames);
+}
+
+void Channel::runEffects (const ChannelPair& pair, double bpm) noexcept
+{
+    effects.process (pair.left, pair.right, pair.frames, bpm);
+}
+
+void Channel::tapCue (const ChannelPair& pair, const ChannelPair& monitor) noexcept
+{
+    const auto gain = static_cast<float> (knobs.gain * 2.0);
+    juce::FloatVectorOperations::addWithMultiply (monitor.left, pair.left, gain, pair.frames);
+    juce::FloatVectorOperations::addWithMultiply (monitor.right, pair.right, gain, pair.frames);
+    const auto peak = gain * std::max (peakOf (pair.left, pair.frames), peakOf (pair.right, pair.frames));
+    cuePeak = std::max (cuePeak.get(), static_cast<double> (peak));
+}
+
+double Channel::targetGain (const EngineSettings& settings, int side, double autogain) const noexcept
+{
+    if (knobs.mute != 0 || knobs.mixOverride == MixOverride::cut)
+        return 0.0;
+    const FaderLaws::Crossfader fader { settings.crossfader, settings.crossfaderCurve,
+                                        settings.crossfaderMode == 0, settings.crossfaderReverse != 0 };
+    const auto crossfader =
+        knobs.mixOverride == MixOverride::punch ? 1.0 : FaderLaws::crossfaderGain (fader, side);
+    return FaderLaws::faderGain (knobs.volume) * autogain * knobs.gain * 2.0 * crossfader;
+}
+
+void Channel::applyFader (const ChannelPair& pair, double target, double smoothing) noexcept
+{
+    if (pair.frames < 1)
+        return;
+    const auto before = fader;
+    fader = multiplyTowards (pair.left, pair.frames, before, target, smoothing);
+    multiplyTowards (pair.right, pair.frames, before, target, smoothing);
+    lastLeft = pair.left[pair.frames - 1];
+    lastRight = pair.right[pair.frames - 1];
+}
+
+double Channel::level() const noexcept
+{
+    return std::min (1.0, std::max (std::abs (lastLeft.get()), std::abs (lastRight.get())));
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "fx/EffectRack.h"
+#include "mixer/Equaliser.h"
+#include "mixer/StripKnobs.h"
+#include "settings/EngineSettings.h"
+
+#include <array>
+
+/** A pair of channels of the running block. */
+struct ChannelPair
+{
+    float *left, *right;
+    int frames;
+};
+
+/** A deck's channel of the mixer: its knobs and what they work on. A block goes through the functions in their order, each
+    in place on the deck's pair. Audio thread, under the callback lock that the host holds. */
+class Channel
+{
+public:
+    StripKnobs knobs;
+    Equaliser equaliser;
+    EffectRack effects;
+
+    Relaxed<double> lastLeft, lastRight; ///< the last samples after the fader
+    Relaxed<double> cuePeak;             ///< of the cue signal; whoever shows it sets it back to 0
+
+    /** Takes one side down as the balance leaves the middle, over 5 ms. @param smoothing   the block's coefficient for 5 ms */
+    PX_AUDIO_THREAD void applyBalance (const ChannelPair&, double smoothing) noexcept;
+
+    /** Runs the equaliser at its knobs and kills. With all bands killed the pair is exact silence. */
+    PX_AUDIO_THREAD void equalise (const ChannelPair&, double sampleRate) noexcept;
+
+    /** @param bpm   the deck's tempo */
+    PX_AUDIO_THREAD void runEffects (const ChannelPair&, double bpm) noexcept;
+
+    /** Adds the pair to the monitor at the gain's knob, and raises `cuePeak`. */
+    PX_AUDIO_THREAD void tapCue (const ChannelPair&, const ChannelPair& monitor) noexcept;
+
+    /** The gain that the fader moves to: fader, autogain, gain and crossfader; Punch and Cut stand in for the crossfader.
+        @param side   of the crossfader, 0 or 1
+        @param autogain   of the track, a linear factor */
+    PX_AUDIO_THREAD double targetGain (const EngineSettings&, int side, double autogain) const noexcept;
+
+    /** Applies the fader's gain, which follows its target over 5 ms, and keeps the last products for the level display. */
+    PX_AUDIO_THREAD void applyFader (const ChannelPair&, double target, double smoothing) noexcept;
+
+    /** The level that a meter shows: the larger of the last two samples, 0 to 1. Any thread. */
+    double level() const noexcept;
+
+private:
+    double fader = 0.0;                       ///< the gain as it stands on its way
+    std::array<double, 2> sides { 1.0, 1.0 }; ///< the balance's gains
+};
+
+using Channels = std::array<Channel, std::tuple_size_v<decltype (EngineSettings::deckSetup)>>;
