@@ -13,7 +13,7 @@ enum Holding
     playing
 };
 
-/** What begins automix on two decks; done in the order of the fields. */
+/** The beginning of automix on two decks, done in the order of the fields. */
 struct Beginning
 {
     Holding a, b;

@@ -68,7 +68,7 @@ public:
     const juce::String getParameterName (int number) override;
     const juce::String getParameterText (int number) override;
 
-    /** What a view shows of a command: the effect's own text where it has one, such as "1/8" or "Reverb", else as
+    /** The text of a command for views: the effect's own text where it has one, such as "1/8" or "Reverb", else as
         getParameterText(). */
     juce::String displayText (int number);
     int getNumParameters() override;

@@ -5,7 +5,7 @@
 
 class CPlatterdex;
 
-/** How a command takes a value. */
+/** The way a command takes a value. */
 enum class CommandKind
 {
     trigger,  ///< fires when the value is above 0
@@ -15,7 +15,7 @@ enum class CommandKind
     meter     ///< can only be read
 };
 
-/** How a message of a controller turns into a command's value, and how a script says so. */
+/** The way from a controller's message to a command's value, and to its line in a script. */
 enum class MappingShape
 {
     trigger,
@@ -28,7 +28,7 @@ enum class MappingShape
     seek
 };
 
-/** How what is read compares with what was written. */
+/** The sense of a reading, compared with that of a write. */
 enum class CommandPolarity
 {
     straight,
@@ -44,7 +44,7 @@ enum class CommandFeedback
     meter
 };
 
-/** What a command's write is given. */
+/** The arguments of a command's write. */
 struct CommandCall
 {
     int deck = 0;  ///< of the row's decks, groups or slots; 0 where there is but one

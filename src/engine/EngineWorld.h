@@ -28,7 +28,7 @@ struct EngineWorld
     /** Local time for the names of recordings. */
     std::function<juce::Time()> wallClock = [] { return juce::Time::getCurrentTime(); };
 
-    /** Whether worker threads pause for the sake of audio, and whether the recorder may drop a block. */
+    /** Live: worker threads pause for the sake of audio, and the recorder may drop a block. */
     Pacing::Mode pacing = Pacing::Mode::live;
 
     /** Fixes everything random, so that two runs give the same samples. Without it the clock seeds. */
@@ -40,7 +40,7 @@ struct EngineWorld
     /** Without them nobody is asked, and every answer is no. */
     std::shared_ptr<Prompts> prompts;
 
-    /** Where automix gets its tracks from; without one it plays what the decks hold. */
+    /** The source of automix's tracks; without one it plays what the decks hold. */
     std::shared_ptr<AutomixSource> automixSource;
 
     /** True where a message loop runs: the engine then delivers to its listeners by itself. Otherwise whoever drives

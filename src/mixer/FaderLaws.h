@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-/** How positions of faders become gains. Pure functions, any thread. */
+/** Turns positions of faders into gains. Pure functions, any thread. */
 namespace FaderLaws
 {
 /** The crossfader as it stands. */

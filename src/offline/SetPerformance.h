@@ -3,7 +3,7 @@
 #include "offline/OfflineHost.h"
 #include "offline/SetScript.h"
 
-/** Where a set's files lie and where its words go. */
+/** The folder of a set's files, and the receivers of its words. */
 struct SetPerformance
 {
     juce::File folder; ///< of relative paths

@@ -292,7 +292,7 @@ SetScript::Event readEvent (Line& line, int lineNumber)
     return event;
 }
 
-/** Why the bytes of a line are no text, or nothing. */
+/** Names the fault of a line whose bytes are no text; null if there is none. */
 const char* faultOfText (std::string_view line)
 {
     if (!juce::CharPointer_UTF8::isValidString (line.data(), static_cast<int> (line.size())))

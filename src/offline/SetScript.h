@@ -75,7 +75,7 @@ struct SetScript
     bool hasHost() const noexcept;
 };
 
-/** Why a text is no set. */
+/** The fault of a text that is no set. */
 struct SetScriptError
 {
     int line = 0; ///< from 1

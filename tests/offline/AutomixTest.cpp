@@ -183,7 +183,7 @@ TEST (Automix, ShortTracksAndFadeZero)
 TEST (Automix, OutlivesWhatAUserDoesMeanwhile)
 {
     // Whatever is done while A is on air, within the fade or before it: a track that comes afterwards gets on air.
-    const std::pair<const char*, std::function<void (AutomixDecks&)>> deeds[] {
+    const std::pair<const char*, std::function<void (AutomixDecks&)>> actions[] {
         { "seek to the end", [] (auto& d) { d.engine.transport.seekNormalised (0, 1.0); } },
         { "seek back", [] (auto& d) { d.engine.transport.seekNormalised (0, 0.0); } },
         { "track taken off", [] (auto& d) { unloadTrack (d.engine.decks, 0); } },
@@ -207,7 +207,7 @@ TEST (Automix, OutlivesWhatAUserDoesMeanwhile)
               d.start();
           } },
     };
-    for (const auto& [name, deed] : deeds)
+    for (const auto& [name, action] : actions)
         for (const auto time : { 3.0, 8.0 })
         {
             SCOPED_TRACE (std::string (name) + " at " + std::to_string (time));
@@ -216,7 +216,7 @@ TEST (Automix, OutlivesWhatAUserDoesMeanwhile)
             decks.hold (1, loaded);
             decks.start();
             decks.render (time);
-            deed (decks);
+            action (decks);
             decks.render (25.0); // all has ended
             EXPECT_EQ (decks.settings.automixOn, 1);
             EXPECT_FALSE (decks.plays (0) || decks.plays (1));

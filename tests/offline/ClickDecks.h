@@ -86,7 +86,7 @@ struct ClickDecks
     void syncLock (int index) { host->engine().transport.toggleSync (index, false); }
     void playPause (int index) { host->engine().transport.playPause (index); }
 
-    /** How far the clicks of a deck are from those of the reference's, in ms, from a frame on; positive when late.
+    /** The distance of a deck's clicks from those of the reference, in ms, from a frame on; positive when late.
         Those that have no partner within a quarter of a second are left out. */
     std::vector<double> distances (int of, const std::vector<double>& reference, int64_t from = 0) const
     {

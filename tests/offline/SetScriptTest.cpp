@@ -43,7 +43,7 @@ const T& actionAt (const SetScript& script, size_t index)
     return std::get<T> (script.events.at (index).action);
 }
 
-/** What must hold of any text: events in order with numbers in range, or an error with a line of its own. */
+/** Expects of any text: events in order with numbers in range, or an error with a line of its own. */
 void expectSound (const std::string& text)
 {
     const auto parsed = parseSetScript (text);
