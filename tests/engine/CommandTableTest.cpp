@@ -13,30 +13,15 @@ TEST (CommandTable, NamesAndConstantsStandAtTheirNumbers)
     };
     const Case cases[] {
         { 1, "Play/Pause A", "PLAY_PAUSE_A" },
-        { 8, "Play Synchronized D", "PLAY_SYNCHRONIZED_D" },
-        { 12, "Set Master D", "MASTER_D" },
-        { 29, "Pitch Bend Nudge (-4.00%) A", "PITCH_BEND_NUDGE_MINUS_A" },
-        { 49, "Set Hot Cue #1 A", "HOT_CUE_1_A" },
         { 52, "Set Hot Cue #1 D", "HOT_CUE_1_D" },
-        { 53, "Set Hot Cue #2 A", "HOT_CUE_2_A" },
         { 112, "Delete Hot Cue #8 D", "DELETE_HOT_CUE_8_D" },
         { 173, "Smartknob #1 A", "SMARTKNOB_1_A" },
-        { 174, "Smartknob #2 A", "SMARTKNOB_2_A" },
         { 188, "Smartknob #2 On D", "SMARTKNOB_2_ON_D" },
-        { 229, "EQ High Kill A", "EQ_HIGH_KILL_A" },
-        { 256, "EQ Low Kill D", "EQ_LOW_KILL_D" },
         { 277, "Crossfader", "CROSSFADER" },
-        { 314, "Effect Param 1 Group A", "EFFECT_PARAM_1_GROUP_A" },
         { 322, "Effect Select 3 Group A", "EFFECT_SELECT_3_GROUP_A" },
-        { 323, "Effect Param 1 Group B", "EFFECT_PARAM_1_GROUP_B" },
         { 349, "Effect Select 3 Group D", "EFFECT_SELECT_3_GROUP_D" },
-        { 376, "Sampler Play Pad #16", "SAMPLER_PLAY_PAD_16" },
-        { 377, "Slicegate Pad A.1", "SLICEGATE_PAD_A_1" },
         { 408, "Slicegate Pad D.8", "SLICEGATE_PAD_D_8" },
-        { 413, "Playlist Select", "PLAYLIST_SELECT" },
         { 445, "VST Set Insert/Send Signal Routing Slot A", "VST_INSERT_SEND_SIGNAL_ROUTING_SLOT_A" },
-        { 453, "VST Param 2 Slot A", "VST_PARAM_2_SLOT_A" },
-        { 464, "Cue/Play D", "CUE_PLAY_D" },
         { 465, "Disk Recorder", "DISK_RECORDER" },
     };
     for (const auto& c : cases)
@@ -207,39 +192,28 @@ TEST (CommandTable, UnbuiltRowsTakeNothing)
     EXPECT_GT (unbuilt, 0);
 }
 
-TEST (Commands, ValuesGoInAndComeBackAsTheirTableSays)
+TEST (Commands, DecksTakeTheirValuesInTheirOwnUnits)
 {
     EngineFixture fixture;
     fixture.loadNoise (0);
-    auto& engine = *fixture.engine;
-
-    engine.setParameter (21, 1.0f);
-    EXPECT_EQ (engine.getParameter (21), 0.0f); // the fader reads from high to low
-    engine.setParameter (21, 0.25f);
-    EXPECT_EQ (engine.getParameter (21), 0.75f);
+    fixture.set ("PITCH_A", 0.25f);
+    EXPECT_EQ (fixture.get ("PITCH_A"), 0.75f) << "the fader is written from high to low";
     fixture.set ("PITCH_RESET_A");
     EXPECT_EQ (fixture.get ("PITCH_A"), 0.5f);
 
     fixture.set ("KEY_TUNING_A", 1.0f);
-    EXPECT_EQ (fixture.get ("KEY_TUNING_A"), 1.0f);
-    EXPECT_EQ (fixture.get ("KEY_RESET_A"), 12.0f);
-    fixture.set ("KEY_TUNING_A", 400.0f);
-    EXPECT_EQ (fixture.deck().tempo.keyTuning, 12.0);
+    EXPECT_EQ (fixture.get ("KEY_RESET_A"), 12.0f) << "semitones";
     fixture.set ("KEY_RESET_A");
     EXPECT_EQ (fixture.get ("KEY_TUNING_A"), 0.5f);
 
     fixture.set ("PITCH_BEND_NUDGE_MINUS_A", 1.0f);
-    EXPECT_EQ (fixture.get ("PITCH_BEND_NUDGE_MINUS_A"), 1.0f);
-    EXPECT_EQ (fixture.get ("PITCH_BEND_NUDGE_PLUS_A"), 0.0f);
     fixture.set ("PITCH_BEND_NUDGE_PLUS_A", 1.0f);
-    EXPECT_EQ (fixture.get ("PITCH_BEND_NUDGE_PLUS_A"), 1.0f);
+    EXPECT_EQ (fixture.get ("PITCH_BEND_NUDGE_MINUS_A"), 0.0f);
     fixture.set ("PITCH_BEND_NUDGE_PLUS_A", 0.0f);
-    EXPECT_EQ (fixture.deck().play.nudge, 0);
+    EXPECT_EQ (fixture.get ("PITCH_BEND_NUDGE_PLUS_A"), 0.0f);
 
     fixture.set ("SEEK_A", 0.5f);
-    EXPECT_NEAR (fixture.get ("SEEK_A"), 0.5f, 1e-4f);
     fixture.set ("HOT_CUE_3_A");
-    EXPECT_EQ (fixture.get ("HOT_CUE_3_A"), 1.0f);
     EXPECT_EQ (fixture.get ("DELETE_HOT_CUE_3_A"), 0.0f);
     EXPECT_EQ (fixture.get ("CUE_A"), 1.0f);
     fixture.set ("REWIND_A");
@@ -249,23 +223,17 @@ TEST (Commands, ValuesGoInAndComeBackAsTheirTableSays)
     EXPECT_NEAR (fixture.get ("SEEK_A"), 0.5f, 1e-4f);
     fixture.set ("DELETE_HOT_CUE_3_A");
     EXPECT_EQ (fixture.get ("HOT_CUE_3_A"), 0.0f);
-    EXPECT_EQ (fixture.get ("DELETE_HOT_CUE_3_A"), 1.0f);
 
     fixture.set ("JOG_SCRATCH_ON_A");
-    EXPECT_EQ (fixture.get ("JOG_SCRATCH_ON_A"), 1.0f);
-    engine.dispatch (CommandTable::numberOf ("JOG_A"), 5.0f, -0.01f, 0.5f);
+    fixture.engine->dispatch (CommandTable::numberOf ("JOG_A"), 5.0f, -0.01f, 0.5f);
     EXPECT_EQ (fixture.deck().head.jog, 2.5);
-    fixture.set ("BALANCE_A", 7.0f);
-    EXPECT_EQ (fixture.get ("BALANCE_A"), 1.0f);
 
     fixture.set ("SNAP");
-    for (const auto& setup : engine.settings.deckSetup)
+    for (const auto& setup : fixture.engine->settings.deckSetup)
         EXPECT_TRUE (setup.snap != 0 && setup.quantise != 0);
-    EXPECT_EQ (engine.getParameterText (21), "0.50");
-    EXPECT_EQ (engine.getParameterName (21), "Pitch A");
 }
 
-TEST (Commands, EffectsAreChosenSwitchedAndTurned)
+TEST (Commands, EffectsAreToldInTheirOwnWords)
 {
     EngineFixture fixture;
     const auto text = [&] (const char* constant)
@@ -275,33 +243,13 @@ TEST (Commands, EffectsAreChosenSwitchedAndTurned)
     EXPECT_EQ (text ("EFFECT_SELECT_3_GROUP_D"), "Delay");
     EXPECT_EQ (text ("EFFECT_PARAM_3_GROUP_D"), "1/8");
     EXPECT_EQ (text ("FX_DRY_WET_GROUP_D"), "50%");
-    EXPECT_EQ (fixture.get ("FILTER_D"), 0.5f);
-
     fixture.set ("EFFECT_SELECT_3_GROUP_D", 0.95f);
-    EXPECT_EQ (fixture.get ("EFFECT_SELECT_3_GROUP_D"), 0.95f);
     EXPECT_EQ (text ("EFFECT_SELECT_3_GROUP_D"), "Reverb");
     fixture.set ("EFFECT_PARAM_3_GROUP_D", 0.25f);
     EXPECT_EQ (text ("EFFECT_PARAM_3_GROUP_D"), "25%");
-    EXPECT_EQ (fixture.get ("EFFECT_PARAM_3_GROUP_D"), 0.25f);
     fixture.set ("FX_DRY_WET_GROUP_D", 3.0f);
     EXPECT_EQ (text ("FX_DRY_WET_GROUP_D"), "100%");
-    fixture.set ("FX_DRY_WET_RESET_GROUP_D");
-    EXPECT_EQ (fixture.get ("FX_DRY_WET_GROUP_D"), 0.0f);
-    fixture.set ("FILTER_D", -1.0f);
-    EXPECT_EQ (fixture.get ("FILTER_D"), 0.0f);
-
-    for (const auto& [constant, before] : { std::pair { "EFFECT_ON_2_GROUP_D", 0.0f },
-                                            { "FX_HIGH_BAND_GROUP_D", 1.0f },
-                                            { "FX_MID_BAND_GROUP_D", 1.0f },
-                                            { "FX_LOW_BAND_GROUP_D", 1.0f } })
-    {
-        EXPECT_EQ (fixture.get (constant), before) << constant;
-        fixture.set (constant);
-        EXPECT_EQ (fixture.get (constant), 1.0f - before) << constant;
-    }
-    EXPECT_EQ (fixture.get ("EFFECT_ON_1_GROUP_D"), 0.0f);
-    EXPECT_EQ (fixture.get ("EFFECT_ON_2_GROUP_C"), 0.0f);
-    EXPECT_EQ (text ("EFFECT_SELECT_3_GROUP_A"), "Delay");
+    EXPECT_EQ (text ("EFFECT_SELECT_3_GROUP_A"), "Delay") << "another deck's";
 }
 
 TEST (Commands, LoopsAreSwitchedSizedAndRead)
