@@ -124,7 +124,8 @@ PX_AUDIO_THREAD void runChannel (Block& block, DeckPlayer& deck)
     channel.runEffects (pair, deck.marks.bpm * deck.tempo.factor);
     if (setup.pfl != 0)
         channel.tapCue (pair, block.pair (monitorLeft));
-    const auto target = channel.targetGain (world.settings, setup.crossfaderSide, deck.track.autogain);
+    channel.followAutogain (deck.track.autogain, deck.play.on != 0, block.frames / block.sampleRate);
+    const auto target = channel.targetGain (world.settings, setup.crossfaderSide);
     channel.applyFader (pair, target, world.smoothing5ms);
 }
 

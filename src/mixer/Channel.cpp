@@ -11,6 +11,9 @@ namespace
 {
 constexpr double smallestGain = 1e-6;
 
+/** 2 s bring a gain to within 2 % of its way. */
+constexpr double autogainSeconds = 0.5, autogainArrived = 1e-4;
+
 /** Nearer than this a gain has arrived; it would stay some rounding errors away for ever. */
 constexpr double arrived = 1e-12;
 
@@ -84,7 +87,15 @@ void Channel::tapCue (const ChannelPair& pair, const ChannelPair& monitor) noexc
     cuePeak = std::max (cuePeak.get(), static_cast<double> (peak));
 }
 
-double Channel::targetGain (const EngineSettings& settings, int side, double autogain) const noexcept
+void Channel::followAutogain (double factor, bool isPlaying, double blockSeconds) noexcept
+{
+    const auto near = std::abs (autogain - factor) <= autogainArrived * factor;
+    autogain = isPlaying && !near ? OnePole::approached (
+                   autogain, factor, OnePole::coefficient (autogainSeconds, 1.0 / blockSeconds))
+                                  : factor;
+}
+
+double Channel::targetGain (const EngineSettings& settings, int side) const noexcept
 {
     if (knobs.mute != 0 || knobs.mixOverride == MixOverride::cut)
         return 0.0;

@@ -38,10 +38,13 @@ public:
     /** Adds the pair to the monitor at the gain's knob, and raises `cuePeak`. */
     PX_AUDIO_THREAD void tapCue (const ChannelPair&, const ChannelPair& monitor) noexcept;
 
+    /** Follows the track's autogain: at once while nothing plays, else within 2 s, as a level that is found late must not
+        jump. @param factor   linear */
+    PX_AUDIO_THREAD void followAutogain (double factor, bool isPlaying, double blockSeconds) noexcept;
+
     /** The gain that the fader moves to: fader, autogain, gain and crossfader; Punch and Cut stand in for the crossfader.
-        @param side   of the crossfader, 0 or 1
-        @param autogain   of the track, a linear factor */
-    PX_AUDIO_THREAD double targetGain (const EngineSettings&, int side, double autogain) const noexcept;
+        @param side   of the crossfader, 0 or 1 */
+    PX_AUDIO_THREAD double targetGain (const EngineSettings&, int side) const noexcept;
 
     /** Applies the fader's gain, which follows its target over 5 ms, and keeps the last products for the level display. */
     PX_AUDIO_THREAD void applyFader (const ChannelPair&, double target, double smoothing) noexcept;
@@ -50,6 +53,7 @@ public:
     double level() const noexcept;
 
 private:
+    double autogain = 1.0;
     double fader = 0.0;                       ///< the gain as it stands on its way
     std::array<double, 2> sides { 1.0, 1.0 }; ///< the balance's gains
 };

@@ -20,10 +20,7 @@ struct Strip
 
     ChannelPair pair (int from, int frames) { return { left.data() + from, right.data() + from, frames }; }
     ChannelPair pair() { return pair (0, static_cast<int> (left.size())); }
-    double target (int side = 0, double autogain = 1.0)
-    {
-        return channel.targetGain (settings, side, autogain);
-    }
+    double target (int side = 0) { return channel.targetGain (settings, side); }
 
     /** Runs the fader over the signal, in blocks. */
     void fade (int block = 64)
@@ -68,12 +65,13 @@ TEST (Channel, TheGainIsTheProductOfItsControls)
         knobs.gain = c.gain;
         knobs.mixOverride = c.mixOverride;
         knobs.mute = c.mute;
+        strip.channel.followAutogain (c.autogain, false, 0.01);
         strip.settings.crossfader = c.crossfader;
         for (const int side : { 0, 1 })
         {
-            EXPECT_NEAR (strip.target (side, c.autogain), side == 0 ? c.left : c.right, 1e-6);
+            EXPECT_NEAR (strip.target (side), side == 0 ? c.left : c.right, 1e-6);
             strip.settings.crossfaderReverse = 1;
-            EXPECT_NEAR (strip.target (side, c.autogain), side == 0 ? c.right : c.left, 1e-6);
+            EXPECT_NEAR (strip.target (side), side == 0 ? c.right : c.left, 1e-6);
             strip.settings.crossfaderReverse = 0;
         }
     }
@@ -111,6 +109,23 @@ TEST (Channel, EveryJumpOfTheGainTakesFiveMilliseconds)
             EXPECT_LE (Signals::largestStep (strip.left), 1.0 - smoothing + 1e-6);
             EXPECT_EQ (strip.channel.lastLeft, 0.0);
         }
+}
+
+TEST (Channel, AnAutogainFoundWhileTheTrackPlaysGlidesFor2Seconds)
+{
+    Strip strip (0);
+    double before = strip.target(), largestDb = 0.0;
+    for (int block = 0; block < 200; ++block)
+    {
+        strip.channel.followAutogain (4.0, true, 0.01);
+        const auto now = strip.target();
+        largestDb = std::max (largestDb, 20.0 * std::log10 (now / before));
+        before = now;
+    }
+    EXPECT_LT (largestDb, 0.6); // in 10 ms, of 12 dB
+    EXPECT_NEAR (before, 4.0, 0.1);
+    strip.channel.followAutogain (0.5, false, 0.01);
+    EXPECT_EQ (strip.target(), 0.5) << "a deck that stands still has nothing to hear";
 }
 
 TEST (Channel, TheBalanceTakesOneSideDownWithinFiveMilliseconds)

@@ -47,7 +47,7 @@ DeckTempoPanel::DeckTempoPanel (CPlatterdex& e, int deck)
     range.onFillMenu = [this] (juce::PopupMenu& menu)
     {
         for (int index = 0; index < pitchRanges; ++index)
-            menu.addItem (index + 1, juce::String (juce::roundToInt (100.0 * pitchRangeOf (index))) + " %",
+            menu.addItem (index + 1, juce::String (juce::roundToInt (50.0 * pitchRangeOf (index))) + " %",
                           true, engine.settings.pitchRangeIndex == index);
     };
     range.onMenuChoice = [this] (int id)
