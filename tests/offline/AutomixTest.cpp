@@ -20,7 +20,7 @@ enum Holding
 /** Has no track to give, and counts how often it is asked for one. */
 struct EmptyList : AutomixSource
 {
-    juce::File nextTrack() override { return ++asked, juce::File(); }
+    std::optional<juce::File> nextTrack() override { return ++asked, juce::File(); }
     int asked = 0;
 };
 
