@@ -2,7 +2,7 @@
 # Builds the application and starts it. Where there is no display and nothing else is asked for, it performs the demo
 # set into demo.wav instead.
 # usage: ./run.sh [ARGUMENT...]    what the program takes; see ./run.sh --help
-#        ./run.sh --mix [DIR] [OPTION...]    mixes a folder, or the demo tracks, into mix.wav
+#        ./run.sh --mix [DIR...] [OPTION...]    mixes folders, or the demo tracks, into mix.wav; the verb "mix" has the options
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 build=$here/build/run
@@ -23,33 +23,14 @@ fi
 tracks=$build/demo-tracks
 if [ "${1:-}" = --mix ]; then
     shift
-    out=$here/mix.wav report=$here/mix.csv given=() has_tracks=
-    while [ $# -gt 0 ]; do
-        case $1 in
-        --help) exec "$program" mix --help ;;
-        --out=*) out=${1#*=} ;;
-        --report=*) report=${1#*=} ;;
-        --out | --report)
-            [ $# -gt 1 ] || exec "$program" mix "$1"
-            [ "$1" = --out ] && out=$2 || report=$2
-            shift
-            ;;
-        --fade | --order | --rate | --root)
-            given+=("$1")
-            [ $# -eq 1 ] || { shift && given+=("$1"); }
-            ;;
-        -*) given+=("$1") ;;
-        *) given+=("$1") has_tracks=yes ;;
-        esac
-        shift
-    done
-    if [ -z "$has_tracks" ]; then
-        echo "No tracks were named: mixing the demo tracks." >&2
+    if [[ "${1:-}" != --help && ("${1:-}" = "" || "$1" = -*) ]]; then
+        echo "No tracks were named first: mixing the demo tracks." >&2
         "$program" demo-tracks "$tracks" >/dev/null
-        given+=("$tracks")
+        set -- "$tracks" "$@"
     fi
-    "$program" mix --out "$out" --report "$report" "${given[@]}"
-    echo "The mix is in $out, what was played when in $report."
+    [[ " $*" != *" --out"* && " $*" != *" --help"* ]] || exec "$program" mix "$@"
+    "$program" mix --out "$here/mix.wav" --report "$here/mix.csv" "$@"
+    echo "The mix is in $here/mix.wav, what was played when in $here/mix.csv."
     exit
 fi
 
