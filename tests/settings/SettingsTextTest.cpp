@@ -51,16 +51,6 @@ TEST (SettingsText, LeavesNothingOfALongerTextBehindAShorterOne)
     EXPECT_TRUE (text.get().isEmpty());
 }
 
-TEST (SettingsText, ReadsAFieldWithoutTerminator)
-{
-    EXPECT_EQ (fromBytes (std::string (1024, 'a')).get(), juce::String::repeatedString ("a", 1023));
-
-    std::string twoByteCharacters;
-    while (twoByteCharacters.size() < 1024)
-        twoByteCharacters += "\xc3\xa9";
-    EXPECT_EQ (fromBytes (twoByteCharacters).get().getNumBytesAsUTF8(), 1022u);
-}
-
 TEST (SettingsText, TakesWhatIsNotUtf8AsLatin1)
 {
     for (const std::string bytes : { "/Musik/\xfc"
