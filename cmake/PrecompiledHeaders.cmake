@@ -1,5 +1,6 @@
 # The headers that most sources begin with, read once: JUCE's and the standard library's for every target of ours,
-# GoogleTest's too for the tests. A source still includes what it uses; the preset "clang" builds without these.
+# GoogleTest's too for the tests. A source still includes what it uses: PX_PRECOMPILED_HEADERS=OFF shows
+# what is missing.
 
 option (PX_PRECOMPILED_HEADERS "Read JUCE's and the standard headers once" ON)
 
