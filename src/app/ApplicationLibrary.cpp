@@ -6,8 +6,9 @@ SongDatabase* ApplicationLibrary::database()
         return &session->database;
 
     // A file that can't be opened is reported once, and tried again when somebody has changed it.
-    const auto written = LibrarySession::fileFor (VerbOptions ({}, {})).file().getLastModificationTime();
-    if (written == juce::Time() || written == refused)
+    const auto file = LibrarySession::fileFor (VerbOptions ({}, {})).file();
+    const auto written = file.getLastModificationTime();
+    if (file.getSize() == 0 || written == refused)
         return nullptr;
     auto opened = std::make_unique<LibrarySession>();
     if (!opened->open (VerbOptions ({}, {}), LibrarySession::Use::change))

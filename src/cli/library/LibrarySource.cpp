@@ -2,6 +2,7 @@
 
 #include "cli/TerminalOutput.h"
 #include "cli/library/LibraryVerb.h"
+#include "cli/library/SongTable.h"
 
 #include <algorithm>
 #include <array>
@@ -73,9 +74,13 @@ std::optional<LibrarySource> LibrarySource::find (SongDatabase& database, const 
 
     if (const auto field = fieldOf (source.kind))
     {
-        if (database.countWhere (*field, source.name) > 0)
+        const auto count = database.countWhere (*field, source.name);
+        if (count > 0)
             return source;
-        failWith ("No song has the " + kindWord + " " + source.name.quoted() + ".");
+        if (count < 0)
+            SongTable::unreadable (LibraryCode::ofCount (count));
+        else
+            failWith ("No song has the " + kindWord + " " + source.name.quoted() + ".");
         return {};
     }
     const auto item = LibraryVerb::findPlaylist (database, source.kind, source.name);

@@ -10,14 +10,16 @@
 
 namespace
 {
-std::vector<SourceItem> playlistsOf (SongDatabase& database, SongListKind kind)
+/** @returns nothing after a report: a list that can't be read just now is not one that is not there */
+std::optional<std::vector<SourceItem>> playlistsOf (SongDatabase& database, SongListKind kind)
 {
     std::vector<SourceItem> found;
-    if (kind == SongListKind::smartPlaylist)
-        database.listSmartPlaylists (found);
-    else
-        database.listPlaylists (found);
-    return found;
+    const auto code = kind == SongListKind::smartPlaylist ? database.listSmartPlaylists (found)
+                                                          : database.listPlaylists (found);
+    if (code == LibraryCode::ok)
+        return found;
+    SongTable::unreadable (code);
+    return {};
 }
 
 const char* wordFor (SongListKind kind)
@@ -73,22 +75,26 @@ std::optional<SourceItem> LibraryVerb::findPlaylist (SongDatabase& database, Son
                                                      const juce::String& name)
 {
     auto found = playlistsOf (database, kind);
-    std::erase_if (found, [&name] (const SourceItem& item) { return item.name != name; });
-    if (found.size() == 1)
-        return found.front();
+    if (!found)
+        return {};
+    std::erase_if (*found, [&name] (const SourceItem& item) { return item.name != name; });
+    if (found->size() == 1)
+        return found->front();
     const juce::String word (wordFor (kind));
-    failWith (found.empty() ? "There is no " + word + " " + name.quoted() + "."
-                            : "There are " + juce::String (found.size()) + " " + word + "s " + name.quoted()
-                                  + "; they need names of their own first.");
+    failWith (found->empty() ? "There is no " + word + " " + name.quoted() + "."
+                             : "There are " + juce::String (found->size()) + " " + word + "s " + name.quoted()
+                                   + "; they need names of their own first.");
     return {};
 }
 
 bool LibraryVerb::isNameFree (SongDatabase& database, SongListKind kind, const juce::String& name)
 {
     const auto all = playlistsOf (database, kind);
+    if (!all)
+        return false;
     if (name.trim().isEmpty())
         failWith (juce::String ("A ") + wordFor (kind) + " needs a name.");
-    else if (std::any_of (all.begin(), all.end(),
+    else if (std::any_of (all->begin(), all->end(),
                           [&name] (const SourceItem& item) { return item.name == name; }))
         failWith (juce::String ("There is a ") + wordFor (kind) + " " + name.quoted() + " already.");
     else
@@ -99,18 +105,23 @@ bool LibraryVerb::isNameFree (SongDatabase& database, SongListKind kind, const j
 int32_t LibraryVerb::lastPlace (SongDatabase& database, SongListKind kind)
 {
     int32_t last = 0;
-    for (const auto& item : playlistsOf (database, kind))
+    for (const auto& item : playlistsOf (database, kind).value_or (std::vector<SourceItem>()))
         last = std::max (last, item.sortOrder);
     return last + 1;
 }
 
 int LibraryVerb::printPlaylists (SongDatabase& database, SongListKind kind)
 {
+    const auto playlists = playlistsOf (database, kind);
+    if (!playlists)
+        return ExitCode::badInput;
     printLine ("name\tsongs");
-    for (const auto& item : playlistsOf (database, kind))
+    for (const auto& item : *playlists)
     {
         SongList songs;
-        LibrarySource { kind, item.name, item.id }.fill (database, songs, {});
+        if (const auto code = LibrarySource { kind, item.name, item.id }.fill (database, songs, {});
+            code != LibraryCode::ok)
+            return SongTable::unreadable (code);
         printLine (oneLine (item.name) + "\t" + juce::String (songs.size()));
     }
     return ExitCode::success;
