@@ -110,7 +110,7 @@ TEST_F (PerformVerb, WritesMasterAndAllChannels)
 
     const Wav master (folder.file ("m.wav")), all (folder.file ("all.wav"));
     EXPECT_TRUE (master.isFloat && all.isFloat);
-    EXPECT_EQ (master.head.rate, 48000.0);
+    EXPECT_EQ (master.rate, 48000.0);
     ASSERT_EQ (master.audio.getNumChannels(), 2);
     ASSERT_EQ (all.audio.getNumChannels(), 14);
     EXPECT_EQ (master.audio.getNumSamples(), 48000);
