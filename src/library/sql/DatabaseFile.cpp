@@ -4,15 +4,24 @@
 
 #include <sqlite3.h>
 
+namespace
+{
+/** Milliseconds for which a check waits: of a file that is locked for longer nothing can be told. */
+constexpr int patience = 100;
+}
+
 DatabaseFile::Health DatabaseFile::check (const juce::File& file)
 {
     if (!file.existsAsFile())
         return Health::unknown;
     SqlConnection connection;
+    connection.setPatience (patience);
     juce::String answer;
-    // A file that can't be written to, on a disc say, is checked as it is.
     auto code = connection.open (file.getFullPathName());
-    if (code != SQLITE_OK || connection.run ("PRAGMA schema_version") == SQLITE_CANTOPEN)
+    if (code == SQLITE_OK)
+        code = connection.run ("PRAGMA schema_version");
+    // A file that can't be written to, on a disc say, is checked as it is.
+    if (code != SQLITE_OK && code != SQLITE_BUSY && code != SQLITE_NOTADB && code != SQLITE_CORRUPT)
         code = connection.openForReading (file.getFullPathName());
     if (code == SQLITE_OK)
         code = connection.query ("PRAGMA quick_check(1)", [&] (const SqlRow& row) { answer = row.text (0); });

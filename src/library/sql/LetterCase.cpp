@@ -133,6 +133,35 @@ size_t behindCharacter (std::string_view text, size_t at)
     return at;
 }
 
+bool isAscii (std::string_view text)
+{
+    unsigned char all = 0;
+    for (const auto byte : text)
+        all |= static_cast<unsigned char> (byte);
+    return all < 0x80;
+}
+
+/** Looks for a text in lower case, as most of a search is: without a copy. Both are ASCII. */
+bool containsAscii (std::string_view text, std::string_view lower)
+{
+    if (lower.empty())
+        return true;
+    const auto& table = foldMapping().table;
+    const auto folded = [&] (size_t i) { return table[static_cast<unsigned char> (text[i])]; };
+    const auto first = static_cast<unsigned char> (lower[0]);
+    for (size_t i = 0; i + lower.size() <= text.size(); ++i)
+    {
+        if (folded (i) != first)
+            continue;
+        size_t same = 1;
+        while (same < lower.size() && folded (i + same) == static_cast<unsigned char> (lower[same]))
+            ++same;
+        if (same == lower.size())
+            return true;
+    }
+    return false;
+}
+
 /** Compares with one step back at a time, to the last "%". */
 bool matchesWildcards (std::string_view pattern, std::string_view text)
 {
@@ -197,10 +226,13 @@ LetterCase::Pattern::Pattern (std::string_view like)
     if (isContained)
         literal = folded.substr (1, folded.size() - 2);
     isContained = isContained && literal.find_first_of ("%_") == std::string::npos;
+    isPlain = isAscii (literal);
 }
 
 bool LetterCase::Pattern::matches (std::string_view text) const
 {
+    if (isAscii (text) && isContained && isPlain)
+        return containsAscii (text, literal);
     thread_local std::string foldedText;
     fold (text, foldedText);
     return isContained ? foldedText.find (literal) != std::string::npos

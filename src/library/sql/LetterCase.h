@@ -26,5 +26,6 @@ private:
     std::string folded;
     std::string literal; ///< of a pattern that is "%literal%"
     bool isContained = false;
+    bool isPlain = false; ///< the literal is ASCII
 };
 }

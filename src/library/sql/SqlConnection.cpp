@@ -42,6 +42,12 @@ bool canShareMemory (const char* path)
                   == withoutSharedMemory.end();
 }
 
+/** True for the codes of a place where no file can be made, or grow. */
+bool isWithoutRoom (int code)
+{
+    return code == SQLITE_CANTOPEN || code == SQLITE_IOERR || code == SQLITE_FULL || code == SQLITE_READONLY;
+}
+
 juce::String asUri (const juce::String& path)
 {
     return "file:" + path.replace ("%", "%25").replace ("?", "%3f").replace ("#", "%23") + "?immutable=1";
@@ -104,8 +110,8 @@ int SqlConnection::openForReading (const juce::String& path)
         close();
         return code;
     }
-    // A file with a log can't be read where no log can be made, such as on a disc, unless nobody ever writes to it.
-    if (code == SQLITE_CANTOPEN && juce::File (path + "-wal").getSize() == 0)
+    // A file with a log can't be read where no log can be made, such as on a disc or a full one, unless nobody writes to it.
+    if (isWithoutRoom (code) && juce::File (path + "-wal").getSize() == 0)
         return openWith (asUri (path), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
     return SQLITE_OK;
 }

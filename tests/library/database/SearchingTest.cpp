@@ -91,3 +91,40 @@ TEST_F (Searching, FindsInEveryKindOfListWhatItHolds)
         EXPECT_GE (whole.size(), monday[i].size());
     }
 }
+
+TEST_F (Searching, LettersOfAllScriptsHaveTwoCases)
+{
+    const auto utf8 = [] (const char* text) { return juce::String::fromUTF8 (text); };
+    const auto id =
+        add ("/6", { { SongColumn::title, utf8 ("\xc3\x89"
+                                                "clair \xd0\x96\xd1\x83\xd0\x9a \xcf\x82 100%") } });
+    int32_t smart = -1;
+    ok ({ database.createSmartPlaylist ("s",
+                                        utf8 (" (title LIKE '\xc3\xa9"
+                                              "CLAIR%'); "),
+                                        "", 1, &smart) });
+    SongList list;
+    for (const auto* term : { "\xc3\xa9"
+                              "CLAIR",
+                              "\xd0\xb6\xd0\xa3\xd0\xba", "\xce\xa3", "_clair%\xd0\xb6_\xd0\xba",
+                              "ir \xd0\x96\xd0\xa3\xd0\x9a%00%" })
+    {
+        EXPECT_EQ (database.searchLibrary (&list, titleAndArtist, utf8 (term), SongField::title, true), 0);
+        EXPECT_EQ (list.songIds(), std::vector<int32_t> { id }) << term;
+    }
+    for (const auto* term : { "eclair", "\xd0\x96\xd0\xa3__\xd0\x9a", "\xc3\xa9__clair" })
+    {
+        EXPECT_EQ (database.searchLibrary (&list, titleAndArtist, utf8 (term), SongField::title, true), 0);
+        EXPECT_TRUE (list.isEmpty()) << term;
+    }
+    EXPECT_EQ (database.fillSmartPlaylist (&list, smart, SongField::title, true), 0);
+    EXPECT_EQ (list.size(), 1);
+
+    const auto first = add ("/7", { { SongColumn::genre, utf8 ("\xc3\x84 a") } }),
+               third = add ("/8", { { SongColumn::genre, utf8 ("\xc3\x84 c") } }),
+               second = add ("/9", { { SongColumn::genre, utf8 ("\xc3\xa4 b") } });
+    EXPECT_EQ (database.fillLibrary (&list, SongField::genre, false), 0);
+    EXPECT_EQ (list[0].songId, third);
+    EXPECT_EQ (list[1].songId, second);
+    EXPECT_EQ (list[2].songId, first);
+}

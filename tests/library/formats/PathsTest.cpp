@@ -1,5 +1,6 @@
 #include "library/formats/Location.h"
 #include "library/formats/M3u.h"
+#include "shared/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -23,6 +24,23 @@ TEST (Location, BecomesThePathThatItNames)
     for (const auto& [location, path] : locations)
         EXPECT_EQ (decodeLocation (juce::String::fromUTF8 (location)), juce::String::fromUTF8 (path))
             << location;
+}
+
+TEST (Location, OtherFormsOfFileUrlsCountWhereTheFixedStartLeadsNowhere)
+{
+    const TemporaryFolder folder;
+    const auto path = folder.file ("a b#1.mp3").getFullPathName();
+    ASSERT_TRUE (juce::File (path).create());
+    const auto encoded = path.replace (" ", "%20").replace ("#", "%23");
+    for (const auto* start :
+         { "file://localhost", "file://", "file:", "FILE://127.0.0.1", "file://some.other.host.name" })
+        EXPECT_EQ (decodeLocation (start + encoded), path) << start;
+
+    // Its first 17 characters may hide a file that is there.
+    const auto hidden = "file:///seventeen" + encoded;
+    EXPECT_EQ (decodeLocation (hidden), path);
+    EXPECT_EQ (decodeLocation ("file:///gone.mp3"), "/gone.mp3");
+    EXPECT_EQ (decodeLocation ("file://"), "");
 }
 
 TEST (M3u, GivesItsEntriesWhateverTheLineEndsAndTheEncoding)
