@@ -62,19 +62,6 @@ TEST_F (BadInput, WhatIsNoAudioFileGivesNoFrame)
         EXPECT_EQ (library.openFilename (path), nullptr) << path;
 }
 
-TEST_F (BadInput, RandomBytesDoNoHarm)
-{
-    juce::Random random (7);
-    for (const auto* extension : extensions)
-    {
-        juce::MemoryBlock bytes (200000);
-        random.fillBitsRandomly (bytes.getData(), bytes.getSize());
-        const auto file = folder.file (juce::String ("random") + extension);
-        file.replaceWithData (bytes.getData(), bytes.getSize());
-        library.decode (file);
-    }
-}
-
 TEST_F (BadInput, ATruncatedFileGivesTheFramesBeforeTheCut)
 {
     for (const auto* extension : extensions)

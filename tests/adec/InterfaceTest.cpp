@@ -156,20 +156,6 @@ TEST_F (Interface, AnySizeOfBufferGivesTheSameSamples)
     }
 }
 
-TEST_F (Interface, ReadingGoesOnFailingAfterTheEnd)
-{
-    auto* const file = open (encoded ("a.mp3"));
-    auto* const stream = library.openStream (file, 0);
-    auto packet = emptyRecord<AdecPacketRecord>();
-    while (library.read (file, &packet) == 0)
-    {
-    }
-    for (int i = 0; i < 3; ++i)
-        EXPECT_EQ (library.read (file, &packet), -1);
-    library.closeStream (stream);
-    library.closeFile (file);
-}
-
 TEST_F (Interface, EveryAudioStreamOfAFileDecodes)
 {
     const auto wav = encoded ("a.flac");

@@ -153,18 +153,6 @@ TEST_F (Mp4Cut, MillisecondsOfTheMovieClockDontShortenTheEnd)
     }
 }
 
-TEST_F (Mp4Cut, DamagedTablesStillPlay)
-{
-    const auto file = encodeWith ("-c:a aac");
-    for (const auto* type : { "elst", "stts", "mvhd", "tkhd", "edts", "hdlr" })
-        for (const size_t at : { 0u, 4u, 8u, 12u })
-        {
-            auto damaged = file;
-            putBigEndian (damaged, positionOf (damaged, type) + 4 + at, 0xffffffff);
-            decode (damaged);
-        }
-}
-
 TEST_F (Mp4Cut, AProtectedTrackIsRefused)
 {
     for (const auto* tag : { "drms", "enca" })
