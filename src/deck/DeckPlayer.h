@@ -91,6 +91,9 @@ struct DeckPlayer
     /** Play is on, with a track. Any thread. */
     bool isPlaying() const noexcept { return play.on != 0 && !isEmpty(); }
 
+    /** A hand holds the deck, or what it gave it has not run out yet. */
+    bool isHeld() const noexcept { return jog.scratchOn != 0 || jog.scratchEnded != 0; }
+
     /** A beat in frames of the file. */
     double beatFrames() const noexcept { return track.sampleRate * 60.0 / marks.bpm; }
 

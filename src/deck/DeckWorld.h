@@ -60,11 +60,12 @@ struct DeckWorld
         return settings.deckSetup[static_cast<size_t> (deck.index)];
     }
 
-    /** True if a deck plays through its stretcher, which reads ahead of what is heard. */
+    /** True if a deck plays through its stretcher, which reads ahead of what is heard. Without key lock the reader makes the
+        tempo, and key tuning has no effect. */
     bool isStretched (const DeckPlayer& deck) const noexcept
     {
-        return deck.voice.hasStretcher() && settings.bypassStretcher == 0 && deck.play.on != 0
-               && deck.jog.scratchOn == 0 && deck.jog.scratchEnded == 0;
+        return deck.voice.hasStretcher() && settings.bypassStretcher == 0 && deck.tempo.keyLock != 0
+               && deck.play.on != 0 && !deck.isHeld();
     }
 
     void setPitchRange (int index) noexcept { pitchRange = pitchRangeOf (index); }

@@ -152,7 +152,7 @@ void Automix::handOverNearEnd() noexcept
         putOnAir (other);
     else if (other.play.on != 0)
         return;
-    else if (other.head.position != 0.0)
+    else if (other.heardPosition() != 0.0)
         other.jumpTo (0.0);
     else
         putOnAir (other);

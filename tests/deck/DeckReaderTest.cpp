@@ -271,11 +271,11 @@ TEST (DeckReader, AScratchWhoseMessagesStopEndsByItself)
     decks.putTrack (400'000, sineTrack (500.0));
     startPlaying (decks);
     auto& deck = decks.deck();
-    decks.transport.setScratch (0, true, true);
-    deck.jog.scratchArmed = 1;
+    decks.transport.spinJog (0, 0.5);
     decks.now += 25;
     decks.render (128);
     EXPECT_EQ (deck.jog.scratchOn, 1);
+    EXPECT_EQ (deck.jog.touched, 0);
     decks.now += 1;
     decks.render (128);
     EXPECT_EQ (deck.jog.scratchOn, 0);
@@ -283,8 +283,13 @@ TEST (DeckReader, AScratchWhoseMessagesStopEndsByItself)
     decks.render (128); // the jog is at rest: the next block takes the end up
     EXPECT_EQ (deck.jog.scratchEnded, 0);
 
-    EXPECT_EQ (deck.jog.touched, 1);
+    decks.transport.spinJog (0, 0.5);
+    decks.transport.setScratch (0, true, true); // a hand is there
     decks.now += 2000;
+    decks.render (128);
+    EXPECT_EQ (deck.jog.scratchOn, 1);
+    EXPECT_EQ (deck.jog.touched, 1);
+    decks.now += 1;
     decks.render (128);
     EXPECT_EQ (deck.jog.touched, 0);
 }

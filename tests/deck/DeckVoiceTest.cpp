@@ -107,7 +107,8 @@ TEST (DeckVoice, ADeckTellsThePlaceThatIsHeard)
             const auto heard = take.heardAt (onset);
             EXPECT_NEAR (heard, 20'000.0 * std::round (heard / 20'000.0), millisecond);
         }
-        EXPECT_GT (decks.deck().head.position - decks.deck().heardPosition(), 3000.0); // what it reads leads
+        const auto lead = decks.deck().head.position - decks.deck().heardPosition();
+        EXPECT_TRUE (c.keyLock == 0 ? lead == 0.0 : lead > 3000.0) << lead;
     }
 }
 
@@ -175,6 +176,57 @@ TEST (DeckVoice, AJumpOfAPlayingDeckIsHeardAtOnce)
         take.add (decks, 0);
     ASSERT_FALSE (take.onsets().empty());
     EXPECT_LT (take.onsets().front(), 2.0 * millisecond);
+}
+
+TEST (DeckVoice, AHandIsHeardAtOnce)
+{
+    using Turn = void (*) (StretchedDecks&);
+    struct Case
+    {
+        const char* name;
+        Turn turn;
+        double unlockedMs, lockedMs; ///< until it is heard; infinite where it has no effect
+    };
+    constexpr auto never = 1.0e9;
+    const Case cases[] {
+        { "pitch by 1 %", [] (StretchedDecks& d) { d.setTempo (1.01); }, 8.0, 15.0 },
+        { "pitch by 8 %", [] (StretchedDecks& d) { d.setTempo (1.08); }, 8.0, 15.0 },
+        { "pitch by 45 %", [] (StretchedDecks& d) { d.setTempo (0.55); }, 8.0, 25.0 },
+        { "nudge", [] (StretchedDecks& d) { d.transport.setNudge (0, -1); }, 8.0, 15.0 },
+        { "bend", [] (StretchedDecks& d) { d.transport.bendJog (0, 1.0, 0.05, 1.0); }, 8.0, 15.0 },
+        { "reverse", [] (StretchedDecks& d) { d.transport.setReverse (0, true); }, 8.0, 10.0 },
+        { "key", [] (StretchedDecks& d) { d.transport.setKeyTuning (0, 2.0); }, never, 25.0 },
+    };
+    const auto noise = Signals::noise (300'000, 7, 0.5);
+    const auto listen = [&] (bool locked, const Turn* turn)
+    {
+        StretchedDecks decks;
+        decks.putTrack (300'000, [&] (int frame) { return noise[static_cast<size_t> (frame)]; });
+        decks.transport.setKeyLock (0, locked);
+        decks.transport.playPause (0);
+        decks.render (64'000);
+        if (turn != nullptr)
+            (*turn) (decks);
+        return decks.render (12'800).left;
+    };
+    for (const bool locked : { false, true })
+    {
+        const auto plain = listen (locked, nullptr);
+        const auto audible = Signals::rms (plain) * 0.01;
+        for (const auto& c : cases)
+        {
+            const auto turned = listen (locked, &c.turn);
+            size_t at = 0;
+            while (at < turned.size() && std::abs (turned[at] - plain[at]) < audible)
+                ++at;
+            const auto aim = locked ? c.lockedMs : c.unlockedMs;
+            if (aim == never)
+                EXPECT_EQ (at, turned.size()) << c.name;
+            else
+                EXPECT_LT (static_cast<double> (at), aim * millisecond)
+                    << c.name << (locked ? " locked" : "");
+        }
+    }
 }
 
 TEST (DeckVoice, AtUnityTheStretcherChangesNothing)

@@ -1,5 +1,6 @@
 #include "DeckFixture.h"
 
+#include "deck/sync/PhaseAlignment.h"
 #include "shared/Signals.h"
 
 #include <gtest/gtest.h>
@@ -288,6 +289,40 @@ TEST (Transport, SyncMatchesTempoOnceAndSyncLockHoldsIt)
     decks.world.hostBpm = 130.0;
     decks.render (64, 1);
     EXPECT_NEAR (decks.deck (1).tempo.factor, 130.0 / 126.0, 1e-9);
+}
+
+TEST (Transport, ADeckUnderAHandIsNotJumpedByItsSync)
+{
+    LoadedDeck decks;
+    for (const int index : { 0, 1 })
+    {
+        decks.giveGrid (index, 120.0);
+        decks.playAt (30'000.0 + 5000.0 * index, index);
+    }
+    decks.transport.toggleSync (1, false);
+    decks.transport.setScratch (1, true, false);
+    decks.transport.bendJog (1, 5.0, -0.01, 0.1);
+    decks.render (128, 1);
+
+    // Neither by the master's jump nor when it is touched a second time before the jog has come to rest.
+    const auto& held = decks.deck (1);
+    const auto expectStays = [&]
+    {
+        const auto before = held.heardPosition();
+        PhaseAlignment::run (decks.world, {});
+        EXPECT_EQ (held.heardPosition(), before);
+        decks.render (128, 1);
+    };
+    decks.deck (0).marks.cues[0] = 200'000.0;
+    decks.transport.jumpToCue (0, 0);
+    EXPECT_EQ (decks.deck (0).sync.resync, 1);
+    expectStays();
+    decks.transport.setScratch (1, false, false);
+    expectStays();
+    decks.transport.setScratch (1, true, false);
+    for (int block = 0; block < 700; ++block)
+        expectStays();
+    EXPECT_EQ (held.head.jog, 0.0);
 }
 
 TEST (Transport, PlaySynchronizedStartsAStoppedDeckOnly)

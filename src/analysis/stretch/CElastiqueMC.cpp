@@ -22,6 +22,9 @@ std::span<const float> leadersOf (int channels, int stereoMode)
     return { leaders[stereoMode], channels == 2 ? 2u : 1u };
 }
 
+/** A step of the tempo up to this much is left to the frames to come. */
+constexpr double leastAudibleStep = 0.001;
+
 constexpr int64_t nothingYet = std::numeric_limits<int64_t>::min() / 2;
 
 std::vector<std::vector<float>> buffers (int count, int frames)
@@ -161,10 +164,16 @@ double CElastiqueMC::readingPitch (const StretchFactors& wanted) const noexcept
 {
     if (timeline.isEmpty())
         return wanted.pitch;
-    // Sound that was stretched for other factors is still played with those, so that neither the tempo nor the key
-    // strays while it lasts.
     const auto& maker = timeline.makerOf (readPosition);
-    return std::abs (maker.ratio - wanted.ratio) < 1.0e-6 * wanted.ratio ? wanted.pitch : maker.pitch;
+    if (std::abs (maker.ratio - wanted.ratio) < 1.0e-6 * wanted.ratio)
+        return wanted.pitch;
+    // Sound that was stretched for another tempo is played at the new one at once: its key strays while it lasts, the
+    // beat never does. Smaller steps wait for the frames to come, as do those of the key.
+    const auto pitch = maker.ratio / wanted.stretch;
+    const auto isAudible = std::abs (pitch / maker.pitch - 1.0) > leastAudibleStep;
+    return isAudible && pitch > 1.0 / StretchFactors::greatestPitch && pitch < StretchFactors::greatestPitch
+               ? pitch
+               : maker.pitch;
 }
 
 int64_t CElastiqueMC::vocoderEndFor (int frames, double pitch) const noexcept

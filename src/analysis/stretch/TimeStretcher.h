@@ -42,8 +42,8 @@ public:
     /** What getFramesNeeded() would be with these factors in force; 0 for factors that are out of range. */
     PX_AUDIO_THREAD virtual int getFramesNeededFor (float stretch, float pitch) = 0;
 
-    /** Sets both factors. Tempo and key follow together when the sound made so far has been played, within about 0.1 s,
-        without a step; where their product stays as it was they follow at once.
+    /** Sets both factors. The tempo holds at once, but for steps of up to 0.1 %: sound that is inside strays in key by the
+        step until it has been played, within about 0.1 s. A key alone follows in that time, without a step.
         @param stretch     replaced by the one of the hops that are in force, which are whole and even; over time the
                            mean is the one asked for
         @param keepPhase   0 lines the first output up with the input; this engine always does

@@ -31,7 +31,6 @@ ReadDrive driveOf (const DeckWorld& world, const DeckPlayer& deck) noexcept
     drive.smoothing5ms = world.smoothing5ms;
     drive.decay100ms = world.decay100ms;
     drive.isPlaying = deck.play.on != 0 && deck.jog.scratchOn == 0;
-    drive.isReverse = deck.play.reverse != 0;
     drive.isRolling = deck.loops.rolling != 0;
     drive.nudge = deck.play.nudge;
     drive.region = deck.region();
@@ -48,7 +47,7 @@ void stop (DeckWorld& world, DeckPlayer& deck) noexcept
 
 void DeckBlock::releaseScratch (DeckPlayer& deck) noexcept
 {
-    if (deck.jog.scratchEnded != 0 && deck.head.jog == 0.0)
+    if (deck.jog.scratchEnded != 0 && deck.jog.scratchOn == 0 && deck.head.jog == 0.0)
     {
         deck.jog.scratchEnded = 0;
         deck.sync.resync = 1;
@@ -70,7 +69,6 @@ void DeckBlock::render (DeckWorld& world, DeckPlayer& deck, float* left, float* 
                              .drive = driveOf (world, deck),
                              .tempo = deck.tempo.factor,
                              .keyTuning = deck.tempo.keyTuning,
-                             .isKeyLocked = deck.tempo.keyLock != 0,
                              .isStretched = world.isStretched (deck),
                              .engineRate = world.engineRate,
                              .noise = world.noise,

@@ -297,6 +297,7 @@ void Transport::setScratch (int deckIndex, bool on, bool touched)
     }
     if (on)
     {
+        deck->jog.scratchEnded = 0;
         if (deck->jog.scratchArmed != 0)
             deck->jog.scratchKeep = 1;
     }
@@ -306,6 +307,23 @@ void Transport::setScratch (int deckIndex, bool on, bool touched)
         deck->jog.scratchEnded = 1;
     }
     deck->jog.scratchOn = on ? 1 : 0;
+}
+
+void Transport::spinJog (int deckIndex, double speed)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr || !std::isfinite (speed))
+        return;
+    const CallbackLock lock (world.callbackLock, "spinJog");
+    deck->jog.lastTime = world.clock();
+    if (deck->jog.scratchOn != 0)
+    {
+        deck->head.jog += speed;
+        return;
+    }
+    deck->jog.scratchOn = 1;
+    deck->jog.scratchEnded = 0;
+    deck->jog.scratchArmed = 1;
 }
 
 void Transport::dragJog (int deckIndex, double move, double gain)

@@ -47,6 +47,11 @@ public:
     /** @param touched   the hand is on the wheel: the mark ages and clears by itself after 2 s */
     void setScratch (int deck, bool on, bool touched);
 
+    /** A step of a wheel that does not feel the hand: the first one puts the deck into scratch, which ends by itself 26 ms
+        after the last one, unless setScratch() has said meanwhile that a hand is there.
+        @param speed   that the step adds */
+    void spinJog (int deck, double speed);
+
     /** A step of a hand that drags the picture of the sound: the speed leans against the move, so that a hand that goes
         right, and the picture with it, goes back in the track.
         @param move   of the hand since the last step, in pixels, positive to the right

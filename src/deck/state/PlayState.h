@@ -24,9 +24,10 @@ struct JogState
 {
     Relaxed<int8_t> scratchOn;    ///< nothing but the jog moves the deck
     Relaxed<int8_t> scratchEnded; ///< the hand is off, and the jog not yet at rest
-    Relaxed<int8_t> scratchArmed, scratchKeep;
-    Relaxed<int8_t> touched; ///< the hand is on the wheel
-    uint32_t lastTime = 0;   ///< of a jog message, in ms of the engine's clock
+    Relaxed<int8_t> scratchArmed; ///< the scratch ends by itself when the wheel stands still
+    Relaxed<int8_t> scratchKeep;  ///< not so: a hand is there
+    Relaxed<int8_t> touched;      ///< the hand is on the wheel
+    uint32_t lastTime = 0;        ///< of a jog message, in ms of the engine's clock
 
     bool operator== (const JogState&) const noexcept = default;
 };

@@ -20,43 +20,27 @@ constexpr double greatestErrorSeconds = 0.025;
 
 constexpr double greatestLocalTempo = 1.08;
 
-/** Beats at a time to come, and how fast they pass. */
+/** Beats as they are heard at the begin of this block, and how fast they pass. */
 struct Beats
 {
     double phase = 0.0;
-    double time = 0.0; ///< output frames from the begin of this block on
-    double perFrame = 0.0;
+    double perFrame = 0.0;                  ///< output frame
     double length = 1.0, usualLength = 1.0; ///< of one, in any unit
-
-    double phaseNow() const noexcept { return phase - time * perFrame; }
 };
 
-/** What a deck has read last. */
-struct Reading
+/** The place in a deck's track that is heard now, as if the rate had been reached already. */
+double heardNow (DeckWorld& world, const DeckPlayer& deck) noexcept
 {
-    double position = 0.0; ///< frames of the file, as if the rate had been reached already
-    double time = 0.0;     ///< output frames until it is heard
-    double speed = 0.0;    ///< frames of the file per output frame, of this block
-
-    Reading (DeckWorld& world, const DeckPlayer& deck) noexcept
-    {
-        const auto point =
-            deck.voice.readPoint (deck.head, deck.track.loadedFrames, world.isStretched (deck));
-        position = point.position - TempoSync::lagOfRate (world, deck, point.stretched);
-        time = point.framesUntilHeard;
-        speed = TempoSync::speed (world, deck, point.stretched);
-    }
-
-    double heardNow() const noexcept { return position - time * speed; }
-};
+    return deck.heardPosition() - TempoSync::lagOfRate (world, deck, deck.voice.heardRate (deck.head));
+}
 
 std::optional<Beats> beatsOf (DeckWorld& world, const DeckPlayer& deck) noexcept
 {
-    const Reading reading (world, deck);
-    const auto here = BeatPhase::at (deck.grid(), deck.region(), reading.position);
+    const auto here = BeatPhase::at (deck.grid(), deck.region(), heardNow (world, deck));
     if (!here.has_value())
         return {};
-    return Beats { here->phase, reading.time, reading.speed / here->length, here->length, deck.beatFrames() };
+    return Beats { here->phase, TempoSync::speed (world, deck) / here->length, here->length,
+                   deck.beatFrames() };
 }
 
 /** Beats as they are heard now, whatever loop the deck is in. */
@@ -66,21 +50,21 @@ std::optional<Beats> heardBeatsOf (DeckWorld& world, const DeckPlayer& deck) noe
     if (!here.has_value())
         return {};
     const auto usual = deck.beatFrames();
-    return Beats { here->phase, 0.0, Reading (world, deck).speed / usual, usual, usual };
+    return Beats { here->phase, TempoSync::speed (world, deck) / usual, usual, usual };
 }
 
 /** Nothing but its tempo moves the deck. */
 bool runsFreely (const DeckPlayer& deck) noexcept
 {
-    return deck.isPlaying() && deck.jog.scratchOn == 0 && deck.jog.scratchEnded == 0 && deck.head.bend == 0.0
-           && deck.head.jog == 0.0 && deck.play.nudge == 0 && deck.play.reverse == 0;
+    return deck.isPlaying() && !deck.isHeld() && deck.head.bend == 0.0 && deck.head.jog == 0.0
+           && deck.play.nudge == 0 && deck.play.reverse == 0;
 }
 
 /** True in a loop that does not turn from beat to beat. */
 bool leavesBeat (const DeckPlayer& deck) noexcept
 {
     const auto region = deck.region();
-    return region.hasLoop() && !BeatPhase::at (deck.grid(), region, deck.head.position).has_value();
+    return region.hasLoop() && !BeatPhase::at (deck.grid(), region, deck.heardPosition()).has_value();
 }
 
 /** Where a deck goes so that `wanted` beats after its even beat are heard now. */
@@ -107,28 +91,23 @@ double localFactor (double length, double usualLength, const Beats& theirs) noex
                        greatestLocalTempo);
 }
 
-/** Jumps there, finely adjusted so that the deck will be in phase where it has read up to the reference's time. */
+/** Jumps there, finely adjusted to be in phase with the reference. */
 void jumpToPhase (DeckWorld& world, DeckPlayer& deck, const Beats& reference, double target) noexcept
 {
-    const auto stretched = world.isStretched (deck);
     const auto usual = deck.beatFrames();
     const auto region = deck.region();
-    const auto thereFrom = [&] (double place)
-    {
-        const auto meeting = place + reference.time * TempoSync::speed (world, deck, stretched);
-        return BeatPhase::at (deck.grid(), region, meeting).value_or (BeatPhase { reference.phase, usual });
+    const auto at = [&] (double place) {
+        return BeatPhase::at (deck.grid(), region, place).value_or (BeatPhase { reference.phase, usual });
     };
-    deck.sync.hold.factor = 1.0;
-    deck.sync.hold.factor = localFactor (thereFrom (target).length, usual, reference);
-    const auto there = thereFrom (target);
+    deck.sync.hold.factor = localFactor (at (target).length, usual, reference);
+    const auto there = at (target);
     target += BeatPhase::wrapped (reference.phase - there.phase) * there.length;
     if (target < 0.0)
         target += there.length * std::ceil (-target / there.length);
 
-    const auto isClose =
-        std::abs (Reading (world, deck).heardNow() - target) < closeSeconds * deck.track.sampleRate;
+    const auto isClose = std::abs (heardNow (world, deck) - target) < closeSeconds * deck.track.sampleRate;
     if (!isClose || deck.head.rate == 0.0)
-        deck.jumpTo (target + TempoSync::lagOfRate (world, deck, stretched));
+        deck.jumpTo (target + TempoSync::lagOfRate (world, deck, deck.head.rate));
 }
 
 void holdFrom (DeckPlayer& deck, int reference, double distance) noexcept
@@ -142,7 +121,7 @@ std::optional<Beats> beatsOf (const DeckWorld& world, const SongPosition& host) 
 {
     if (!host.isPlaying || !host.beats.has_value())
         return {};
-    return Beats { *host.beats, 0.0, host.bpm / (60.0 * world.engineRate) };
+    return Beats { *host.beats, host.bpm / (60.0 * world.engineRate) };
 }
 
 void hold (DeckWorld& world, DeckPlayer& deck, int reference, const std::optional<Beats>& theirs) noexcept
@@ -157,8 +136,7 @@ void hold (DeckWorld& world, DeckPlayer& deck, int reference, const std::optiona
     }
     held.factor = localFactor (ours->length, ours->usualLength, *theirs);
 
-    const auto distance =
-        BeatPhase::wrapped (theirs->phaseNow() - (ours->phase - ours->time * theirs->perFrame));
+    const auto distance = BeatPhase::wrapped (theirs->phase - ours->phase);
     const auto seconds =
         BeatPhase::wrapped (distance - held.distance) / (theirs->perFrame * world.engineRate);
     if (held.reference != reference || !(std::abs (seconds) <= greatestErrorSeconds))
@@ -205,8 +183,8 @@ void followHost (DeckWorld& world, DeckPlayer& deck, const SongPosition& host) n
 bool PhaseAlignment::alignToMaster (DeckWorld& world, DeckPlayer& deck) noexcept
 {
     const auto* master = world.deck (world.settings.masterDeck);
-    if (master == nullptr || !deck.isPlaying() || !master->isPlaying()
-        || !(master->head.position <= master->track.loadedFrames))
+    if (master == nullptr || !deck.isPlaying() || deck.isHeld() || !master->isPlaying()
+        || master->heardPosition() > master->track.loadedFrames)
         return false;
 
     auto beats = beatsOf (world, *master);
@@ -226,14 +204,14 @@ bool PhaseAlignment::alignToMaster (DeckWorld& world, DeckPlayer& deck) noexcept
 
 bool PhaseAlignment::alignToHost (DeckWorld& world, DeckPlayer& deck, const SongPosition& host) noexcept
 {
-    if (!deck.isPlaying() || !host.isPlaying || !(host.bpm > 0.0))
+    if (!deck.isPlaying() || deck.isHeld() || !host.isPlaying || !(host.bpm > 0.0))
         return false;
 
     const auto phase = BeatPhase::wrapped (host.timeInSeconds * host.bpm / 60.0);
     const auto target = placeNear (deck, phase);
     if (!target.has_value())
         return false;
-    jumpToPhase (world, deck, { phase, 0.0, host.bpm / (60.0 * world.engineRate) }, *target);
+    jumpToPhase (world, deck, { phase, host.bpm / (60.0 * world.engineRate) }, *target);
     holdFrom (deck, PhaseHold::hostReference,
               host.beats.has_value() ? BeatPhase::wrapped (*host.beats - phase) : 0.0);
     return true;
@@ -241,10 +219,6 @@ bool PhaseAlignment::alignToHost (DeckWorld& world, DeckPlayer& deck, const Song
 
 void PhaseAlignment::run (DeckWorld& world, const SongPosition& host) noexcept
 {
-    for (auto& deck : world.decks)
-        // What was read on another one is not what will be heard.
-        deck->voice.takeUpRegion (deck->head, deck->readSource(), deck->region(), world.isStretched (*deck));
-
     for (auto& deck : world.decks)
     {
         if (world.setup (*deck).sync == 0)

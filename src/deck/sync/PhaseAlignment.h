@@ -5,8 +5,8 @@
 
 /** Phase of synced decks: a jump into it on request, and the tempo that keeps it from then on.
 
-    Decks are compared where they read, each place with the time at which it is heard: what is aligned there is heard in
-    phase, whatever tempo, key and reading ahead of both. Audio thread, under the callback lock. */
+    Decks are compared by what is heard of them. One that a hand holds is left alone; it asks for its phase when it is let
+    go. Audio thread, under the callback lock. */
 namespace PhaseAlignment
 {
 /** The phase pass of a block, decks in order: aligns those with Sync on that were asked to, or whose reference was, and

@@ -35,15 +35,17 @@ double TempoSync::withHand (const DeckPlayer& deck, double followedTempo) noexce
     return deck.play.nudge == 0 ? tempo : tempo * (deck.play.nudge > 0 ? nudgeUp : nudgeDown);
 }
 
-double TempoSync::speed (DeckWorld& world, const DeckPlayer& deck, bool stretched) noexcept
+double TempoSync::speed (DeckWorld& world, const DeckPlayer& deck) noexcept
 {
     const auto tempo = withHand (deck, followed (world, deck));
     return signedRatio (world, deck)
-           * (stretched ? std::clamp (tempo, DeckVoice::slowestStretch, DeckVoice::fastestStretch) : tempo);
+           * (world.isStretched (deck)
+                  ? std::clamp (tempo, DeckVoice::slowestStretch, DeckVoice::fastestStretch)
+                  : tempo);
 }
 
-double TempoSync::lagOfRate (DeckWorld& world, const DeckPlayer& deck, bool stretched) noexcept
+double TempoSync::lagOfRate (DeckWorld& world, const DeckPlayer& deck, double rate) noexcept
 {
-    const auto target = stretched ? signedRatio (world, deck) : speed (world, deck, false);
-    return (target - deck.head.rate) * world.smoothing5ms / (1.0 - world.smoothing5ms);
+    const auto target = world.isStretched (deck) ? signedRatio (world, deck) : speed (world, deck);
+    return (target - rate) * world.smoothing5ms / (1.0 - world.smoothing5ms);
 }

@@ -12,10 +12,10 @@ PX_AUDIO_THREAD double followed (DeckWorld&, const DeckPlayer&) noexcept;
 PX_AUDIO_THREAD double withHand (const DeckPlayer&, double followedTempo) noexcept;
 
 /** Frames of the file per output frame that the deck comes to play in this block, negative in reverse.
-    @param stretched   the sound comes through the stretcher, whose tempos are limited */
-PX_AUDIO_THREAD double speed (DeckWorld&, const DeckPlayer&, bool stretched) noexcept;
+    Through the stretcher, tempos are limited. */
+PX_AUDIO_THREAD double speed (DeckWorld&, const DeckPlayer&) noexcept;
 
-/** What a deck reads less, until its rate has reached the speed, than if it had it at once; in frames of the file.
+/** Frames of the file that a deck is read less, until its rate has reached the speed, than if it had it at once.
     The rate approaches by a geometric series: this is its sum. */
-PX_AUDIO_THREAD double lagOfRate (DeckWorld&, const DeckPlayer&, bool stretched) noexcept;
+PX_AUDIO_THREAD double lagOfRate (DeckWorld&, const DeckPlayer&, double rate) noexcept;
 }

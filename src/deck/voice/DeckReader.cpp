@@ -145,7 +145,7 @@ struct Target
     explicit Target (const ReadDrive& drive) noexcept
         : playPart (drive.speedRatio),
           playFactor (drive.playFactor),
-          direction (drive.isReverse ? -1.0 : 1.0),
+          direction (drive.region.isReverse ? -1.0 : 1.0),
           isPlaying (drive.isPlaying)
     {
     }

@@ -20,10 +20,9 @@ struct ReadDrive
     double playFactor = 1.0;   ///< further factor of the play speed: the tempo when no stretcher makes it
     double smoothing5ms = 0.0; ///< coefficient of the rate
     double decay100ms = 0.0;   ///< coefficient of jog and bend
-    bool isPlaying = false; ///< on its own: not stopped, and not in scratch
-    bool isReverse = false;
-    bool isRolling = false; ///< in a rolling loop
-    int nudge = 0;          ///< -1, 0 or 1
+    bool isPlaying = false;    ///< on its own: not stopped, and not in scratch
+    bool isRolling = false;    ///< in a rolling loop
+    int nudge = 0;             ///< -1, 0 or 1
     LoopRegion region;
 };
 

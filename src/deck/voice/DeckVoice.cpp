@@ -1,6 +1,5 @@
 #include "deck/voice/DeckVoice.h"
 
-#include "analysis/stretch/StretchFactors.h"
 #include "deck/state/DeckNumbers.h"
 #include "support/CrossFade.h"
 
@@ -9,7 +8,10 @@
 
 namespace
 {
-/** Frames read with one line in the log: 0.7 ms at 44.1 kHz. */
+/** Seconds between two restarts for a key that is being turned. The stretcher follows it by itself in about as long. */
+constexpr double keyRestartSeconds = 0.1;
+
+/** Frames read with one line in the map: 0.7 ms at 44.1 kHz. */
 int pieceAt (double engineRate) noexcept
 {
     return engineRate > 96000.0 ? 128 : 32;
@@ -17,9 +19,9 @@ int pieceAt (double engineRate) noexcept
 
 constexpr double tailFade = 0.984; // of the declick of jumps, for each frame
 
-// What stepwise changes of the tempo leave between the place that is heard and the one that is due is taken out within
-// half a second: by tempo alone, and by so little that nobody hears it.
-constexpr double correctionSeconds = 0.5, greatestCorrection = 0.005;
+// Changes of the tempo leave a little between the place that is heard and the one that is due. It is taken out by the
+// stretcher's next frames, by so little that nobody hears it.
+constexpr double correctionSeconds = 0.5, greatestCorrection = 0.0009;
 constexpr double correctFrom = 0.5, correctTo = 0.05; // frames
 
 double stretchOf (const VoiceBlock& block) noexcept
@@ -51,7 +53,7 @@ void DeckVoice::restart (ReadHead& head) noexcept
 double DeckVoice::heardFrame() const noexcept
 {
     const auto next = stretcher->getInputPositionOfOutput();
-    return next - ringLeft.available() / map.holding (next).dueStep;
+    return next - (next - blockBegin) * ringLeft.available() / stretcherBlock;
 }
 
 double DeckVoice::readLead (const ReadHead& head) const noexcept
@@ -78,42 +80,28 @@ void DeckVoice::setBackTo (ReadHead& head, const ReadSource& source, double fram
     findNextBeat (head, source.grid);
 }
 
-void DeckVoice::follow (ReadHead& head, const ReadSource& source, const LoopRegion& next) noexcept
+bool DeckVoice::isHeardOtherwise (const VoiceBlock& block) const noexcept
 {
-    const auto changed = next != region;
-    region = next;
-    if (!changed || !hasReadAhead())
-        return;
-
-    const auto heard = heardFrame();
-    const auto* other =
-        map.firstFrom (heard, [&next] (const auto& piece)
-                       { return piece.led || next.changes (piece.head.position, piece.end()); });
-    if (other == nullptr)
-        return;
-
-    const auto frame = other->firstFrame;
-    if (frame < framesGiven)
-    {
-        setBackTo (head, source, heard);
-        restartPending = true;
-        return;
-    }
-    // The stretcher has not seen it yet: nobody hears that it is read anew.
-    setBackTo (head, source, static_cast<double> (frame));
-    dueOfNext = other->due;
-    const auto count = static_cast<int32_t> (framesRead - frame);
-    inputLeft.takeBack (count);
-    inputRight.takeBack (count);
-    framesRead = frame;
-    map.forgetFrom (frame);
+    const auto& next = block.drive.region;
+    if (next.isReverse != region.isReverse)
+        return true;
+    if (block.keyTuning != keyTuning
+        && static_cast<double> (framesMade) > keyRestartSeconds * block.engineRate)
+        return true;
+    return next != region
+           && map.hasFrom (heardFrame(), [&next] (const auto& piece)
+                           { return piece.led || next.changes (piece.head.position, piece.end()); });
 }
 
-void DeckVoice::takeUpRegion (ReadHead& head, const ReadSource& source, const LoopRegion& next,
-                              bool stretched) noexcept
+void DeckVoice::follow (ReadHead& head, const VoiceBlock& block) noexcept
 {
-    if (stretched == stretching)
-        follow (head, source, next);
+    if (hasReadAhead() && block.isStretched && isHeardOtherwise (block))
+    {
+        setBackTo (head, block.source, heardFrame());
+        restartPending = true;
+    }
+    region = block.drive.region;
+    keyTuning = block.keyTuning;
 }
 
 double DeckVoice::heardPosition (const ReadHead& head, int32_t loadedFrames) const noexcept
@@ -124,14 +112,9 @@ double DeckVoice::heardPosition (const ReadHead& head, int32_t loadedFrames) con
     return std::clamp (map.holding (frame).positionAt (frame), 0.0, static_cast<double> (loadedFrames));
 }
 
-DeckVoice::ReadPoint DeckVoice::readPoint (const ReadHead& head, int32_t loadedFrames,
-                                           bool stretched) const noexcept
+double DeckVoice::heardRate (const ReadHead& head) const noexcept
 {
-    if (!isStretching())
-        return { head.position, 0.0, stretched };
-    if (!stretched)
-        return { heardPosition (head, loadedFrames), 0.0, false };
-    return { head.position, dueOfNext - static_cast<double> (framesMade - ringLeft.available()), true };
+    return hasReadAhead() ? map.holding (heardFrame()).head.rate : head.rate;
 }
 
 void DeckVoice::keepTail (ReadHead& head, const VoiceBlock& block, const ReadDrive& drive) noexcept
@@ -170,10 +153,7 @@ void DeckVoice::begin (ReadHead& head, const VoiceBlock& block, const ReadDrive&
     if (stretching || (moves && !jumped))
     {
         if (stretching && !jumped)
-        {
             setBackTo (head, block.source, heardFrame());
-            head.rate = head.rate / stretchOf (block);
-        }
         keepTail (head, block, drive);
         head.declickGain = 0.0;
     }
@@ -182,83 +162,55 @@ void DeckVoice::begin (ReadHead& head, const VoiceBlock& block, const ReadDrive&
         head.declickGain = 0.0;
     }
 
+    // The speed that is heard goes on: through a stretcher the tempo is no part of the rate.
+    if (block.isStretched != stretching)
+        head.rate *= block.isStretched ? stretchOf (block) : 1.0 / stretchOf (block);
+
     restartPending = false;
     stretching = block.isStretched;
     ringLeft.clear();
     ringRight.clear();
     if (!stretching)
         return;
-    inputLeft.clear();
-    inputRight.clear();
     map.clear();
-    framesRead = framesGiven = framesMade = 0;
-    dueOfNext = 0.0;
+    framesGiven = framesMade = 0;
+    blockBegin = dueFrame = 0.0;
     correcting = false;
     stretcher->reset();
 }
 
-void DeckVoice::readAhead (ReadHead& head, const VoiceBlock& block, const ReadDrive& drive, double dueTime,
-                           int leastFrames) noexcept
+void DeckVoice::readAhead (ReadHead& head, const VoiceBlock& block, const ReadDrive& drive,
+                           int frames) noexcept
 {
     auto* const* in = block.work.input.getArrayOfWritePointers();
-    const auto piece = pieceAt (block.engineRate);
-    const auto stretch = stretchOf (block);
-    while ((dueOfNext < dueTime || inputLeft.available() < leastFrames) && inputLeft.space() >= piece)
+    for (int done = 0; done < frames;)
     {
         const auto before = head;
-        const auto reading = readToJump (head, block.source, drive, block.noise, in[0], in[1], piece);
-        const auto count = reading.frames;
-        inputLeft.write (in[0], count);
-        inputRight.write (in[1], count);
-
-        const auto linearStep = (head.linear - before.linear) / count;
-        map.add ({ .firstFrame = framesRead,
-                   .frames = count,
+        const auto reading = readToJump (head, block.source, drive, block.noise, in[0] + done, in[1] + done,
+                                         std::min (frames - done, pieceAt (block.engineRate)));
+        const auto linearStep = (head.linear - before.linear) / reading.frames;
+        map.add ({ .firstFrame = framesGiven + done,
+                   .frames = reading.frames,
                    .head = before,
-                   .step = reading.jumped ? linearStep : (head.position - before.position) / count,
-                   .due = dueOfNext,
-                   .dueStep = stretch,
+                   .step = reading.jumped ? linearStep : (head.position - before.position) / reading.frames,
                    .linearStep = linearStep,
                    .led = reading.led });
-        framesRead += count;
-        dueOfNext += stretch * count;
+        done += reading.frames;
     }
 }
 
 void DeckVoice::setFactors (const VoiceBlock& block) noexcept
 {
-    const auto frameLength = stretchFrameLength (block.engineRate);
-    const auto locked = block.isKeyLocked;
-    const auto key = std::exp2 (block.keyTuning / 12.0);
-    const auto pitchFor = [&] (double stretch) { return static_cast<float> (locked ? key : 1.0 / stretch); };
-    const auto heard = stretcher->getIdealInputPositionOfOutput();
-
-    // With key lock the next analysis frame is to come where its middle is due, seen from the newest one's. Without, it
-    // is the resampler at the output that makes the tempo.
-    const auto from = locked ? static_cast<double> (framesGiven - frameLength / 2) : heard;
-    const auto& piece = map.holding (from);
-    auto stretch = piece.dueStep;
-    auto span = stretcherBlock / stretch;
-    if (const auto factors =
-            StretchFactors::of (static_cast<float> (stretch), pitchFor (stretch), frameLength);
-        locked && factors)
-        span = factors->hopIn;
-    if (from > 0.0)
-    {
-        const auto due = map.holding (from + span).dueAt (from + span) - piece.dueAt (from);
-        if (std::abs (due - span * stretch) > 1.0e-6) // else the tempo holds, to the last bit
-            stretch = due / span;
-    }
-
-    const auto made = static_cast<double> (framesMade);
-    const auto ahead = heard - map.dueAt (made).frameDueAt (made);
+    const auto ahead = stretcher->getIdealInputPositionOfOutput() - dueFrame;
     correcting = std::abs (ahead) > (correcting ? correctTo : correctFrom);
+    auto stretch = stretchOf (block);
+    dueFrame += stretcherBlock / stretch;
     if (correcting)
         stretch *= 1.0
                    + std::clamp (ahead / (correctionSeconds * block.engineRate), -greatestCorrection,
                                  greatestCorrection);
 
-    auto pitch = pitchFor (stretch);
+    auto pitch = static_cast<float> (std::exp2 (block.keyTuning / 12.0));
     stretcher->setStretchAndPitch (static_cast<float> (stretch), &pitch, 0);
 }
 
@@ -268,21 +220,14 @@ void DeckVoice::stretchBlock (ReadHead& head, const VoiceBlock& block, const Rea
     auto* const* in = block.work.input.getArrayOfWritePointers();
     auto* const* out = block.work.output.getArrayOfWritePointers();
 
-    const auto ahead = readAheadSeconds * block.engineRate;
-    if (input == Input::goesOn)
-        readAhead (head, block, drive, static_cast<double> (framesMade + stretcherBlock) + ahead, 0);
     setFactors (block);
-
     const auto count = std::clamp (stretcher->getFramesNeeded(), 0, block.work.input.getNumSamples());
     if (input == Input::goesOn)
-        readAhead (head, block, drive, 0.0, count);
-
-    // Only the end of a sound that is being left can find too little here.
-    const auto given = inputLeft.read (in[0], count);
-    inputRight.read (in[1], count);
-    std::fill (in[0] + given, in[0] + count, 0.0f);
-    std::fill (in[1] + given, in[1] + count, 0.0f);
+        readAhead (head, block, drive, count);
+    else
+        block.work.input.clear (0, count);
     framesGiven += count;
+    blockBegin = stretcher->getInputPositionOfOutput();
 
     const float* const inputs[] { in[0], in[1] };
     float* const outputs[] { out[0], out[1] };
@@ -317,11 +262,7 @@ void DeckVoice::fillRings (ReadHead& head, const VoiceBlock& block, const ReadDr
 void DeckVoice::render (ReadHead& head, const VoiceBlock& block, float* left, float* right,
                         int frames) noexcept
 {
-    if (block.isStretched == stretching)
-        follow (head, block.source, block.drive.region);
-    else
-        region = block.drive.region;
-
+    follow (head, block);
     auto drive = block.drive;
     if (restartPending || block.isStretched != stretching)
     {

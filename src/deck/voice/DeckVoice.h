@@ -24,8 +24,7 @@ struct VoiceBlock
     ReadSource source;
     ReadDrive drive; ///< its playFactor is set by the voice
     double tempo = 1.0;
-    double keyTuning = 0.0; ///< semitones
-    bool isKeyLocked = true;
+    double keyTuning = 0.0;   ///< semitones
     bool isStretched = false; ///< the deck plays through its stretcher
     double engineRate = 44100.0;
     NoiseTable& noise;
@@ -34,11 +33,10 @@ struct VoiceBlock
 
 /** Makes what is heard of what a deck reads.
 
-    A playing deck reads ahead and goes through its time stretcher. The reading leads the output by one constant time for
-    all decks, so that decks whose reading is in phase are heard in phase, whatever their tempo and key. A deck that
-    stands still, is scratched, or has no stretcher is heard straight from the reader, without delay. Each change between
-    the two, and each jump, is heard at once: the old sound fades out over the new one. So is a change of the region, as of
-    a loop that is switched off: what has been read on another way than the new region's is taken back, and read anew.
+    A deck that needs its stretcher, with key lock on, reads ahead by the 0.14 s that a stretcher holds. All else is heard
+    straight from the reader. What a hand does is heard at once all the same: a new tempo plays what the stretcher holds
+    already; a jump, another direction, another way round a loop, another key and each change between the two ways begin
+    anew at the place that is heard, over which 10 ms of the old sound fade out.
 
     Audio thread under the callback lock, or a command that holds it. */
 class DeckVoice
@@ -47,11 +45,6 @@ public:
     /** Fills `left` and `right`, and moves the head on. */
     PX_AUDIO_THREAD void render (ReadHead&, const VoiceBlock&, float* left, float* right,
                                  int frames) noexcept;
-
-    /** Takes up the region that the deck is to be read in from now on, as render() does. What compares places that are
-        read asks for it first. */
-    PX_AUDIO_THREAD void takeUpRegion (ReadHead&, const ReadSource&, const LoopRegion&,
-                                       bool stretched) noexcept;
 
     /** From the next block on the deck is heard from its position, whatever was read ahead. */
     PX_AUDIO_THREAD void restart (ReadHead&) noexcept;
@@ -74,22 +67,11 @@ public:
     /** True if the sound comes through the stretcher, so that reading leads it. */
     bool isStretching() const noexcept { return stretching && !restartPending; }
 
-    /** The place from which the deck reads on in this block, and when it is heard. */
-    struct ReadPoint
-    {
-        double position = 0.0;         ///< frames of the file
-        double framesUntilHeard = 0.0; ///< output frames from the begin of the block on
-        bool stretched = false;        ///< the block's sound comes through the stretcher
-    };
-    PX_AUDIO_THREAD ReadPoint readPoint (const ReadHead&, int32_t loadedFrames,
-                                         bool stretched) const noexcept;
+    /** The rate at which the frame was read that is heard next. */
+    PX_AUDIO_THREAD double heardRate (const ReadHead&) const noexcept;
 
     /** The tempos that the stretcher makes; what lies beyond plays at the nearest of them. */
     static constexpr double slowestStretch = 0.5, fastestStretch = 1.5;
-
-    /** Seconds by which a playing deck reads ahead of what is heard. A tempo below 0.83 or a key below -1 semitone needs
-        more, up to twice as much. */
-    static constexpr double readAheadSeconds = 0.14;
 
 private:
     static constexpr int tailLength = 448; ///< until the fade is below 0.001
@@ -105,13 +87,14 @@ private:
     PX_AUDIO_THREAD void keepTail (ReadHead&, const VoiceBlock&, const ReadDrive&) noexcept;
     PX_AUDIO_THREAD void fadeTail (float* left, float* right, int frames) noexcept;
 
-    /** Takes up the region of a block. */
-    PX_AUDIO_THREAD void follow (ReadHead&, const ReadSource&, const LoopRegion&) noexcept;
+    /** Takes up region and key of a block: where what has been read ahead is not what is to be heard, it is dropped. */
+    PX_AUDIO_THREAD void follow (ReadHead&, const VoiceBlock&) noexcept;
+    PX_AUDIO_THREAD bool isHeardOtherwise (const VoiceBlock&) const noexcept;
 
     /** Sets the deck back to a frame that it has read, as it was then. */
     PX_AUDIO_THREAD void setBackTo (ReadHead&, const ReadSource&, double frame) const noexcept;
 
-    /** The frame read that is heard next. */
+    /** The frame given to the stretcher that is heard next. */
     PX_AUDIO_THREAD double heardFrame() const noexcept;
     bool hasReadAhead() const noexcept { return isStretching() && !map.isEmpty(); }
 
@@ -122,8 +105,7 @@ private:
         ended ///< what has been read is played out
     };
     PX_AUDIO_THREAD void stretchBlock (ReadHead&, const VoiceBlock&, const ReadDrive&, Input) noexcept;
-    PX_AUDIO_THREAD void readAhead (ReadHead&, const VoiceBlock&, const ReadDrive&, double dueTime,
-                                    int leastFrames) noexcept;
+    PX_AUDIO_THREAD void readAhead (ReadHead&, const VoiceBlock&, const ReadDrive&, int frames) noexcept;
     PX_AUDIO_THREAD void setFactors (const VoiceBlock&) noexcept;
 
     // Without a stretcher tempo and pitch move together.
@@ -133,10 +115,13 @@ private:
     bool stretching = false, restartPending = true;
     Tail tail;
 
-    LoopRegion region; ///< that is read on
+    LoopRegion region;      ///< that is read in
+    double keyTuning = 0.0; ///< that is played in
+
+    // Since the stretcher began
     ReadAheadMap map;
-    BasicRingBuffer<65536> inputLeft, inputRight; ///< read, not yet given to the stretcher
-    int64_t framesRead = 0, framesGiven = 0, framesMade = 0;
-    double dueOfNext = 0.0;
+    int64_t framesGiven = 0, framesMade = 0;
+    double blockBegin = 0.0; ///< the frame that is heard with the last block's first
+    double dueFrame = 0.0;   ///< the frame to be heard with the next block's first, by tempo
     bool correcting = false;
 };

@@ -5,7 +5,8 @@
 
 LoopRegion::LoopRegion (const Loops& loops, double beatLoopFrames, const TrackMarks& marks,
                         const PlayState& play) noexcept
-    : floor (marks.startPointOn != 0 ? marks.startPoint.get() : 0.0)
+    : isReverse (play.reverse != 0),
+      floor (marks.startPointOn != 0 ? marks.startPoint.get() : 0.0)
 {
     if (play.on == 0 || loops.mode == noLoop)
         return;
@@ -16,7 +17,7 @@ LoopRegion::LoopRegion (const Loops& loops, double beatLoopFrames, const TrackMa
         return;
 
     end = loopStart + length;
-    if (play.reverse != 0)
+    if (isReverse)
     {
         begin = loopStart;
         // A reading that was put on the end comes from there, and is not sent back at once.

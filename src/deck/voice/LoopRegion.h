@@ -47,6 +47,7 @@ struct LoopRegion
     double end = std::numeric_limits<double>::infinity(); ///< at or past it the loop begins anew
     double begin =
         -std::numeric_limits<double>::infinity(); ///< in reverse, at or below it the loop ends anew
+    bool isReverse = false;                       ///< the reading goes backwards
     double floor = 0.0;                           ///< the start point: nothing is read before it
 
 private:

@@ -8,10 +8,9 @@
 #include <cmath>
 #include <cstdint>
 
-/** What a deck has read ahead of what is heard: for each piece of frames that went towards the stretcher, where in the
-    track it was read and when it is due at the output.
+/** The way from a frame that a deck's stretcher was given back to its place in the track, and to the head that read it.
 
-    Both are straight lines within a piece. Places are frames of the file, frames and times count from the last restart.
+    A straight line for each piece of frames. Places are frames of the file; frames given count from the last restart.
     Audio thread, or a command under the callback lock. */
 class ReadAheadMap
 {
@@ -20,11 +19,10 @@ public:
     {
         int64_t firstFrame = 0;
         int frames = 0;
-        ReadHead head;                   ///< before its first frame
-        double step = 0.0;               ///< frames of the file per frame read
-        double due = 0.0, dueStep = 1.0; ///< output frames, and per frame read: the stretch
-        double linearStep = 0.0;         ///< the same as the step, but never led round a loop
-        bool led = false; ///< the region that it was read on has led it, or led it away at its end
+        ReadHead head;           ///< before its first frame
+        double step = 0.0;       ///< frames of the file per frame given
+        double linearStep = 0.0; ///< the same, but never led round a loop
+        bool led = false;        ///< the region that it was read in has led it, or led it away at its end
 
         double positionAt (double frame) const noexcept
         {
@@ -34,14 +32,6 @@ public:
         double linearAt (double frame) const noexcept
         {
             return head.linear + (frame - static_cast<double> (firstFrame)) * linearStep;
-        }
-        double dueAt (double frame) const noexcept
-        {
-            return due + (frame - static_cast<double> (firstFrame)) * dueStep;
-        }
-        double frameDueAt (double time) const noexcept
-        {
-            return static_cast<double> (firstFrame) + (time - due) / dueStep;
         }
     };
 
@@ -54,36 +44,23 @@ public:
         oldestKept = std::max (oldestKept, count - size);
     }
 
-    /** The oldest piece with a property, from the one on that holds a frame; or null. Not on an empty log. */
+    /** True if a piece has a property, from the one on that holds a frame. Not on an empty map. */
     template <typename Property>
-    PX_AUDIO_THREAD const Piece* firstFrom (double frame, Property&& has) const noexcept
+    PX_AUDIO_THREAD bool hasFrom (double frame, Property&& property) const noexcept
     {
         auto index = count - 1;
         while (index > oldestKept && static_cast<double> (at (index).firstFrame) > frame)
             --index;
         for (; index < count; ++index)
-            if (has (at (index)))
-                return &at (index);
-        return nullptr;
+            if (property (at (index)))
+                return true;
+        return false;
     }
 
-    /** Forgets the pieces from a frame on. */
-    PX_AUDIO_THREAD void forgetFrom (int64_t frame) noexcept
-    {
-        while (count > oldestKept && at (count - 1).firstFrame >= frame)
-            --count;
-    }
-
-    /** The piece that holds a frame read; the oldest or newest one for a frame beyond them. Not on an empty log. */
+    /** The piece that holds a frame; the oldest or newest one for a frame beyond them. Not on an empty map. */
     PX_AUDIO_THREAD const Piece& holding (double frame) const noexcept
     {
         return find ([frame] (const Piece& p) { return static_cast<double> (p.firstFrame) <= frame; });
-    }
-
-    /** The piece that is due at an output time. */
-    PX_AUDIO_THREAD const Piece& dueAt (double time) const noexcept
-    {
-        return find ([time] (const Piece& p) { return p.due <= time; });
     }
 
 private:
