@@ -46,10 +46,10 @@ inline const std::array<juce::Colour, 8> cues { juce::Colour { 0xffff7a5c }, juc
                                                 juce::Colour { 0xff7d9bff }, juce::Colour { 0xffe6b8ff },
                                                 juce::Colour { 0xffff8fc8 }, juce::Colour { 0xffd9c3a0 } };
 
-/** What a selected row is laid over with, and while a control waits to be learnt. */
+/** Laid over a selected row, and over a control that waits to be learnt. */
 inline const juce::Colour selectedRow { 0x33ffffff }, learningRow { 0x4dafc81c };
 
-/** What is disabled is drawn at this alpha. */
+/** Disabled controls are drawn at this alpha. */
 constexpr float disabledAlpha = 0.4f;
 
 /** The colour of text and signs on a filled ground: ink on what is light, else nearly white; at least 4.5 to 1 on
@@ -59,7 +59,7 @@ inline juce::Colour textOn (juce::Colour filled)
     return filled.getPerceivedBrightness() > 0.5f ? ink : juce::Colours::white;
 }
 
-/** How far two opaque colours stand apart, 1 to 21: the contrast ratio of the web's accessibility guidelines. */
+/** The distance of two opaque colours, 1 to 21: the contrast ratio of the web's accessibility guidelines. */
 inline double contrast (juce::Colour first, juce::Colour second)
 {
     auto luminance = [] (juce::Colour colour)

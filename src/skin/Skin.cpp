@@ -1,5 +1,8 @@
 #include "skin/Skin.h"
 
+#include "skin/SkinRequests.h"
+
+#include <bitset>
 #include <cmath>
 
 namespace
@@ -27,6 +30,8 @@ public:
             face = juce::Typeface::createSystemTypefaceFor (skin::fontData().data(), skin::fontData().size());
         return face;
     }
+
+    std::bitset<skin::table.size()> requested;
 
     JUCE_DECLARE_SINGLETON_SINGLETHREADED_MINIMAL (Cache)
 
@@ -146,11 +151,23 @@ Strip strip (std::string_view name, float scale)
         if (table[row].name() == name)
         {
             const auto set = setFor (scale);
+            Cache::getInstance()->requested.set (row);
             return { Cache::getInstance()->image (row, set), table[row].frames, table[row].width,
                      table[row].height, scales[set] };
         }
     jassertfalse;
     return {};
+}
+
+std::vector<std::string_view> takeRequests()
+{
+    std::vector<std::string_view> names;
+    auto& requested = Cache::getInstance()->requested;
+    for (size_t row = 0; row < table.size(); ++row)
+        if (requested[row])
+            names.push_back (table[row].name());
+    requested.reset();
+    return names;
 }
 
 float scaleOf (juce::Graphics& g)

@@ -9,7 +9,7 @@
     program that shows them both read this table, so neither can be wrong about a size. */
 namespace skin
 {
-/** What a picture is made of, which is who draws it. */
+/** The material of a picture, which decides who draws it. */
 enum class Material : std::uint8_t
 {
     knob,        ///< the arc grows from the minimum
@@ -51,7 +51,7 @@ enum class Material : std::uint8_t
     logo
 };
 
-/** What a hand looks for on a button. */
+/** The sign that a hand looks for on a button. */
 enum class Sign : std::uint8_t
 {
     none,
@@ -98,7 +98,7 @@ enum class Hue : std::uint8_t
 
 constexpr std::size_t hueCount = 8;
 
-/** What is added to a picture's name for its hue; the first hue of a family adds nothing. */
+/** The addition to a picture's name for its hue; the first hue of a family adds nothing. */
 constexpr std::array<std::string_view, hueCount> hueSuffixes { "_neutral", "_accent", "_a",    "_b",
                                                                "_c",       "_d",      "_lime", "_red" };
 
@@ -154,15 +154,11 @@ constexpr Family families[] {
     // Faders: a track to any length in three pieces, or one with its ticks at a fixed length. A cap's middle travels
     // from 14 pixels inside one end to 14 inside the other, and the ticks stand where its line can.
     { "fader_track", 20, 64, 1, Material::uprightTrack },
-    { "fader_108", 20, 108, 1, Material::uprightScale },
     { "fader_128", 20, 128, 1, Material::uprightScale },
-    { "pitch_132", 28, 132, 1, Material::uprightScale },
     { "pitch_164", 28, 164, 1, Material::uprightScale },
     { "fader_cap", 12, 28, 3, Material::uprightCap },
     { "crossfader_track", 64, 20, 1, Material::levelTrack },
     { "crossfader_96", 96, 20, 1, Material::levelScale },
-    { "crossfader_128", 128, 20, 1, Material::levelScale },
-    { "crossfader_188", 188, 20, 1, Material::levelScale },
     { "crossfader_cap", 28, 12, 3, Material::levelCap },
 
     // Buttons for text: 8 pixels, a tile of 48, 8 pixels.
@@ -171,44 +167,29 @@ constexpr Family families[] {
     { "button_32", 64, 32, buttonFrames, Material::button, litHues },
 
     // Buttons with a sign.
-    { "play_32", 32, 32, buttonFrames, Material::signButton, deckHues, Sign::playPause },
     { "play_40", 40, 32, buttonFrames, Material::signButton, deckHues, Sign::playPause },
-    { "cue_32", 32, 32, buttonFrames, Material::signButton, deckHues, Sign::cue },
     { "cue_40", 40, 32, buttonFrames, Material::signButton, deckHues, Sign::cue },
-    { "sync_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::sync },
     { "sync_40", 40, 24, buttonFrames, Material::signButton, onlyAccent, Sign::sync },
-    { "lock_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::padlock },
     { "lock_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::padlock },
     { "pfl_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::headphones },
     { "pfl_40", 40, 24, buttonFrames, Material::signButton, onlyAccent, Sign::headphones },
-    { "rec_24", 24, 24, buttonFrames, Material::signButton, onlyRed, Sign::record },
     { "rec_32", 32, 32, buttonFrames, Material::signButton, onlyRed, Sign::record },
-    { "snap_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::snap },
     { "snap_32", 32, 32, buttonFrames, Material::signButton, onlyAccent, Sign::snap },
-    { "decks_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::decks },
     { "decks_32", 32, 32, buttonFrames, Material::signButton, onlyAccent, Sign::decks },
-    { "preferences_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::gear },
     { "preferences_32", 32, 32, buttonFrames, Material::signButton, onlyAccent, Sign::gear },
-    { "fullscreen_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::fullScreen },
     { "fullscreen_32", 32, 32, buttonFrames, Material::signButton, onlyAccent, Sign::fullScreen },
-    { "power_20", 20, 20, buttonFrames, Material::signButton, onlyLime, Sign::power },
     { "power_24", 24, 24, buttonFrames, Material::signButton, onlyLime, Sign::power },
     { "minus_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::minus },
-    { "minus_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::minus },
     { "plus_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::plus },
-    { "plus_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::plus },
     { "left_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::left },
     { "left_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::left },
     { "right_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::right },
     { "right_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::right },
     { "up_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::up },
     { "down_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::down },
-    { "load_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::load },
     { "load_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::load },
-    { "eject_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::eject },
     { "eject_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::eject },
     { "loop_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::loop },
-    { "loop_40", 40, 24, buttonFrames, Material::signButton, onlyAccent, Sign::loop },
     { "reset_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::reset },
     { "menu_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::menu },
     { "tickbox", 20, 20, buttonFrames, Material::tickBox, onlyAccent },
@@ -238,7 +219,7 @@ constexpr Family families[] {
     { "ghost_mixer", 48, 43, 1, Material::ghostTile },
     { "tab", 64, 24, buttonFrames, Material::tab, onlyAccent },
 
-    // What stands on a waveform.
+    // Marks on a waveform.
     { "mark_32", 7, 7, 2, Material::barMark }, ///< the second is the anchor's
     { "mark_8", 5, 5, 1, Material::beatMark },
     { "line_32", 1, 130, 2, Material::beatLine },

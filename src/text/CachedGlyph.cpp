@@ -20,7 +20,7 @@ constexpr int filterReach = static_cast<int> (filterTaps.size()) - 1;
 
 constexpr int samplesPerPhase = 32; ///< half a sample, a sixth of a pixel, in 1/64 samples
 
-/** Where a glyph's ink can be, over all phases, in whole pixels. */
+/** The area that a glyph's ink can reach, over all phases, in whole pixels. */
 struct Cell
 {
     int overhang; ///< columns left of the pen

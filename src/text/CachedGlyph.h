@@ -20,7 +20,7 @@ struct CachedGlyph
     std::array<const uint8_t*, numPhases> phases {}; ///< into `block`
     std::vector<uint8_t> block;                      ///< width x height x 3 x 6 bytes
 
-    /** Which rendering to draw, and where. */
+    /** The rendering to draw, and its place. */
     struct Place
     {
         int phase;  ///< 0 to 5

@@ -4,7 +4,7 @@
 
 #include <juce_events/juce_events.h>
 
-/** The faces in use, each with its glyphs: one object for the program, made on first use and gone with the toolkit.
+/** The faces in use, each with its glyphs: one object for the program, made on first use and gone with JUCE.
     Any thread. */
 class FaceFontCache : private juce::DeletedAtShutdown
 {

@@ -3,10 +3,11 @@
 #include "text/FreeTypeFace.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace
 {
-/** Where a system keeps its fonts: the base directory rules' data folders. */
+/** The system's folders of fonts: the data folders of the XDG base directory specification. */
 juce::StringArray fontFolders()
 {
     const auto variable = [] (const char* name, const juce::String& otherwise)
@@ -23,7 +24,7 @@ juce::StringArray fontFolders()
     return folders;
 }
 
-/** How ill a font suits beside a bold sans, by its file's name: 0 is best. */
+/** Ranks a font beside a bold sans by its file's name: 0 is best. */
 int unfitness (const juce::String& name)
 {
     auto points = 0;
@@ -72,7 +73,11 @@ FallbackFonts::FallbackFonts()
     const juce::MemoryMappedFile none ({}, juce::MemoryMappedFile::readOnly);
 }
 
-FallbackFonts::~FallbackFonts() = default;
+FallbackFonts::~FallbackFonts()
+{
+    searcher.request_stop();
+    asked.signal();
+}
 
 FallbackFonts& FallbackFonts::getInstance()
 {
@@ -80,9 +85,65 @@ FallbackFonts& FallbackFonts::getInstance()
     return fonts;
 }
 
-const FallbackFonts::File* FallbackFonts::findFont (uint32_t code)
+FallbackFonts::Found FallbackFonts::findFont (uint32_t code)
+{
+    {
+        const juce::ScopedLock hold (lock);
+        if (const auto known = answers.find (code); known != answers.end())
+            return { known->second };
+        if (searcher.joinable())
+        {
+            if (std::find (questions.begin(), questions.end(), code) == questions.end())
+                questions.push_back (code);
+            asked.signal();
+            return { nullptr, false };
+        }
+    }
+    const auto* file = lookFor (code);
+    const juce::ScopedLock hold (lock);
+    answers.emplace (code, file);
+    return { file };
+}
+
+void FallbackFonts::searchInBackground (std::function<void()> onFound)
 {
     const juce::ScopedLock hold (lock);
+    if (searcher.joinable())
+        return;
+    whenFound = std::move (onFound);
+    searcher = std::jthread ([this] (const std::stop_token& stop) { searchUntil (stop); });
+}
+
+void FallbackFonts::searchUntil (std::stop_token stop)
+{
+    juce::Thread::setCurrentThreadName ("Fallback fonts");
+    while (!stop.stop_requested())
+    {
+        std::optional<uint32_t> code;
+        {
+            const juce::ScopedLock hold (lock);
+            if (!questions.empty())
+                code = questions.front();
+        }
+        if (!code.has_value())
+        {
+            asked.wait (-1);
+            continue;
+        }
+        const auto* file = lookFor (*code);
+        {
+            const juce::ScopedLock hold (lock);
+            answers.emplace (*code, file);
+            std::erase (questions, *code);
+        }
+        if (file != nullptr)
+            whenFound();
+    }
+}
+
+const FallbackFonts::File* FallbackFonts::lookFor (uint32_t code)
+{
+    const juce::ScopedLock hold (searching);
     for (const auto& font : opened)
         if (font->face.hasGlyph (code))
             return &font->file;

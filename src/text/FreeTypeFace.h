@@ -12,11 +12,11 @@ struct FT_Outline_;
 /** A font file in memory as FreeType sees it: its measures, and its glyphs' outlines at one size. Each has a library of
     its own and so shares nothing with another one. One thread at a time.
 
-    A height is what the toolkit calls one: from the ascender's top to the descender's bottom. */
+    A height is that of JUCE: from the ascender's top to the descender's bottom. */
 class FreeTypeFace
 {
 public:
-    /** What is done to the outlines on loading them. */
+    /** Changes to the outlines on loading them. */
     struct Style
     {
         bool hinted = false; ///< snaps heights to whole pixels; widths stay as drawn
@@ -28,7 +28,7 @@ public:
     FreeTypeFace (const void* data, size_t size);
     ~FreeTypeFace();
 
-    /** Whether the file could be read and holds outlines; nothing else has a meaning where it doesn't. */
+    /** True if the file could be read and holds outlines; nothing else has a meaning where it doesn't. */
     bool isLoaded() const noexcept { return face != nullptr; }
     bool isBold() const noexcept;
 

@@ -5,7 +5,7 @@
 /** Laying a glyph's coverage on an image. */
 namespace GlyphBlend
 {
-/** How a pixel's coverage is taken. */
+/** The way that a pixel's coverage is taken. */
 enum class Pixels
 {
     lcd, ///< red, green and blue each by their own stripe: for screens whose stripes stand in that order

@@ -3,10 +3,10 @@
 #include "text/GlyphBlend.h"
 #include "text/ZRTypeface.h"
 
-/** The toolkit's software renderer with sharp text: glyphs of registered fonts are laid down from the face cache,
+/** JUCE's software renderer with sharp text: glyphs of registered fonts are laid down from the face cache,
     rendered for the screen's own pixels at every scale, placed to a sixth of a pixel across and to whole ones down.
 
-    All else is the toolkit's, and so is text that is turned, sheared, squeezed, larger than `largestHeight` on the
+    All else is JUCE's, and so is text that is turned, sheared, squeezed, larger than `largestHeight` on the
     screen, filled with other than a colour, or of a font that is not registered. Thread of the image. */
 class ZRRenderer : public juce::LowLevelGraphicsSoftwareRenderer
 {
@@ -34,7 +34,7 @@ private:
     std::shared_ptr<CachedFace> face;
 };
 
-/** A context that draws sharp text into an image, for pictures and tests: the toolkit asks the look only where a
+/** A context that draws sharp text into an image, for pictures and tests: JUCE asks the look only where a
     window is painted.
     @param image    RGB or ARGB
     @param origin   where the drawing's (0, 0) lies in the image

@@ -4,7 +4,7 @@
 
 namespace
 {
-/** Whether an image's pixels lie in memory. On Linux a window's own images do too, and call themselves native. */
+/** True if an image's pixels lie in memory. On Linux a window's own images do too, and call themselves native. */
 bool isInMemory (const juce::Image& image)
 {
     const auto data = image.getPixelData();

@@ -6,18 +6,18 @@
 
 /** The look under ours: text of registered fonts is drawn sharp, in windows by itself. Message thread.
 
-    The toolkit asks the default look alone for typefaces, so this must be it. */
+    JUCE asks the default look alone for typefaces, so this must be it. */
 class ZRRendererLookAndFeel : public juce::LookAndFeel_V4
 {
 public:
-    /** The registered font that stands for the toolkit's default one; until it is registered, that one stays. */
+    /** The registered font that stands for JUCE's default one; until it is registered, that one stays. */
     void setDefaultFontName (const juce::String& registeredName);
 
     /** For screens without coloured stripes, or with others. The default is `lcd`. Windows follow on
         their next paint. */
     void setTextPixels (GlyphBlend::Pixels toUse) { textPixels = toUse; }
 
-    /** Sharp text for images in memory; the toolkit's context for others. */
+    /** Sharp text for images in memory; JUCE's context for others. */
     std::unique_ptr<juce::LowLevelGraphicsContext>
     createGraphicsContext (const juce::Image&, juce::Point<int> origin,
                            const juce::RectangleList<int>& initialClip) override;

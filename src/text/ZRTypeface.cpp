@@ -63,23 +63,28 @@ std::shared_ptr<CachedFace> ZRTypeface::openFallback (const FallbackFonts::File&
 
 std::shared_ptr<CachedFace> ZRTypeface::getFallbackFace (uint32_t code, int pixelHeight)
 {
-    const auto* const other = find (code).fallback;
+    const auto* const other =
+        find (code).fallback; // one that is still searched for is drawn by ours meanwhile
     return other == nullptr ? nullptr : openFallback (*other, pixelHeight);
 }
 
-const ZRTypeface::Entry& ZRTypeface::find (uint32_t code)
+ZRTypeface::Entry ZRTypeface::find (uint32_t code)
 {
     const juce::ScopedLock hold (lock);
     const auto known = entries.find (code);
     if (known != entries.end())
         return known->second;
 
-    Entry entry { 0.0, nullptr };
+    Entry entry;
     if (!isIgnorable (code))
     {
         entry.advance = measures.getAdvance (code) / measuringHeight;
         if (measures.isLoaded() && !measures.hasGlyph (code))
-            entry.fallback = FallbackFonts::getInstance().findFont (code);
+        {
+            const auto found = FallbackFonts::getInstance().findFont (code);
+            entry.fallback = found.file;
+            entry.isFinal = found.isFinal;
+        }
         if (entry.fallback != nullptr)
         {
             const auto& other = *entry.fallback;
@@ -87,7 +92,9 @@ const ZRTypeface::Entry& ZRTypeface::find (uint32_t code)
             entry.advance = face.getAdvance (code) / measuringHeight * fallbackRatio (other);
         }
     }
-    return entries.emplace (code, entry).first->second;
+    if (entry.isFinal)
+        entries.emplace (code, entry);
+    return entry;
 }
 
 float ZRTypeface::getStringWidth (const juce::String& text)
@@ -115,7 +122,9 @@ void ZRTypeface::getGlyphPositions (const juce::String& text, juce::Array<int>& 
 bool ZRTypeface::loadGlyphIfPossible (juce::juce_wchar character)
 {
     const auto code = static_cast<uint32_t> (character);
-    const auto& entry = find (code);
+    const auto entry = find (code);
+    if (!entry.isFinal)
+        return false;
     juce::Path outline;
     if (entry.fallback != nullptr)
     {

@@ -6,7 +6,7 @@
 
 #include <unordered_map>
 
-/** A registered font as the toolkit asks for it: measures for a line 1.0 high, glyph numbers that are code points.
+/** A registered font as JUCE asks for it: measures for a line 1.0 high, glyph numbers that are code points.
     Widths are the font's own, unrounded, so a string is as wide at every scale as it is drawn. Any thread, but for
     the outlines, which are the message thread's. */
 class ZRTypeface : public juce::CustomTypeface
@@ -28,18 +28,19 @@ public:
         @returns null for a character that is never drawn, or that `getFace` draws */
     std::shared_ptr<CachedFace> getFallbackFace (uint32_t code, int pixelHeight);
 
-    /** Whether a code leaves no mark and takes no room: joiners, marks of direction, selectors of variants. */
+    /** True if a code leaves no mark and takes no room: joiners, marks of direction, selectors of variants. */
     static bool isIgnorable (uint32_t code) noexcept;
 
 private:
-    /** What is known of a code. */
+    /** A code's measure and font. */
     struct Entry
     {
-        double advance;                      ///< for a line 1.0 high
-        const FallbackFonts::File* fallback; ///< null for our own font
+        double advance = 0.0;                          ///< for a line 1.0 high
+        const FallbackFonts::File* fallback = nullptr; ///< null for our own font
+        bool isFinal = true;                           ///< false while a font is still searched for
     };
 
-    const Entry& find (uint32_t code);
+    Entry find (uint32_t code);
     double fallbackRatio (const FallbackFonts::File&) const noexcept;
     std::shared_ptr<CachedFace> openFallback (const FallbackFonts::File&, int pixelHeight) const;
     bool loadGlyphIfPossible (juce::juce_wchar) override;
@@ -48,5 +49,5 @@ private:
     const double embolden, slant;
     CachedFace measures; ///< large and unhinted
     juce::CriticalSection lock;
-    std::unordered_map<uint32_t, Entry> entries; ///< nodes stay where they are
+    std::unordered_map<uint32_t, Entry> entries; ///< the final ones
 };

@@ -36,18 +36,6 @@ double distance (const juce::Image& first, const juce::Image& second)
     return count == 0 ? 0 : sum / count;
 }
 
-/** The number of pixels that are nearly of a colour. */
-int pixelsOf (const juce::Image& image, juce::Colour colour)
-{
-    int count = 0;
-    for (int y = 0; y < image.getHeight(); ++y)
-        for (int x = 0; x < image.getWidth(); ++x)
-            count += image.getPixelAt (x, y).getAlpha() > 128
-                     && palette::contrast (image.getPixelAt (x, y), colour) < 1.08
-                     && std::abs (image.getPixelAt (x, y).getHue() - colour.getHue()) < 0.03f;
-    return count;
-}
-
 bool samePixels (const juce::Image& first, const juce::Image& second)
 {
     for (int y = 0; y < first.getHeight(); ++y)
@@ -101,38 +89,6 @@ TEST (SkinPictures, StatesOfAControlDifferAtArmsLength)
         {
             EXPECT_GT (distance (frameOf (strip, skin::normalOff), frameOf (strip, skin::normalOn)), 0.2)
                 << row.name();
-        }
-    }
-}
-
-TEST (SkinPictures, AKnobsArcGrowsFromItsNeutralPointToFull)
-{
-    for (const auto& row : table)
-    {
-        const bool centred = row.material == skin::Material::centredKnob;
-        if ((row.material != skin::Material::knob && !centred) || row.hue == skin::Hue::neutral)
-            continue; // a neutral arc has its pointer's colour
-        const auto strip = skin::strip (row.name(), 2);
-        const auto hue =
-            row.hue == skin::Hue::accent
-                ? palette::accent
-                : palette::decks[static_cast<size_t> (row.hue) - static_cast<size_t> (skin::Hue::deckA)];
-        std::vector<int> lit;
-        for (int frame = 0; frame < row.frames; ++frame)
-            lit.push_back (pixelsOf (frameOf (strip, frame), hue));
-        const int neutral = centred ? row.frames / 2 : 0, last = row.frames - 1;
-        const int full = lit[static_cast<size_t> (last)];
-        EXPECT_LE (lit[static_cast<size_t> (neutral)], full / 50) << row.name();
-        EXPECT_GT (full, row.width * row.width / (centred ? 8 : 4)) << row.name();
-        for (int frame = neutral; frame < last; ++frame)
-            EXPECT_GE (lit[static_cast<size_t> (frame + 1)], lit[static_cast<size_t> (frame)] - 3)
-                << row.name() << frame;
-        for (int frame = 0; frame < neutral; ++frame)
-            EXPECT_LE (lit[static_cast<size_t> (frame + 1)], lit[static_cast<size_t> (frame)] + 3)
-                << row.name() << frame;
-        if (centred)
-        {
-            EXPECT_NEAR (lit.front(), full, full / 20) << row.name();
         }
     }
 }

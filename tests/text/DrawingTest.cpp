@@ -88,35 +88,6 @@ TEST (ZRRenderer, AStemIsSharpAndItsEdgesHaveTheStripesOrder)
     EXPECT_EQ (darkest, 0);
 }
 
-TEST (ZRRenderer, BlendsByTheFormula)
-{
-    for (const auto format : { juce::Image::RGB, juce::Image::ARGB })
-        for (const auto colour : { juce::Colour (0xffe4e6e8), juce::Colour (0x80ff4010) })
-        {
-            Canvas canvas (40, 30, format);
-            const juce::Colour ground (0xff16a01a);
-            canvas.g.fillAll (ground);
-            canvas.g.setColour (colour);
-            canvas.g.setFont (TestFont::withHeight (16.0f));
-            drawAt (canvas, 'S', 10.5f, 20.0f);
-
-            CachedFace face ("x", TestFont::data().getData(), TestFont::data().getSize(), 16, true, 0, 0);
-            const auto& glyph = face.getGlyph ('S');
-            const auto alpha = colour.isOpaque() ? 256 : 129;
-            for (int y = 0; y < glyph.height; ++y)
-                for (int x = 0; x < glyph.width; ++x)
-                {
-                    const auto* coverage = glyph.phases[1] + y * glyph.rowBytes + 3 * x;
-                    const auto expected = [&] (int d, int c, int i)
-                    { return d + (((c - d) * coverage[i] * alpha) >> 16); };
-                    const auto pixel = canvas.at (11 + glyph.left + x, 20 - glyph.top + y);
-                    ASSERT_EQ (pixel.getRed(), expected (ground.getRed(), colour.getRed(), 0));
-                    ASSERT_EQ (pixel.getGreen(), expected (ground.getGreen(), colour.getGreen(), 1));
-                    ASSERT_EQ (pixel.getBlue(), expected (ground.getBlue(), colour.getBlue(), 2));
-                }
-        }
-}
-
 TEST (ZRRenderer, OnAnEmptyImageCoverageRaisesAlphaByTheLargestChannel)
 {
     Canvas canvas (40, 30, juce::Image::ARGB);
