@@ -126,6 +126,64 @@ run() {
     [ "$row_before" != "$(row_at "$((wave_x - 60))" "$wave_y" 40)" ] || fail "$name: the waveform does not follow the hand"
     picture "$name-scratched"
 
+    # A key that is held is one press: headphones and nudge change their lamps once, however often the key repeats.
+    local pfl_x=$((left + deck + 7 + 68)) pfl_y=$((top + 22 + 24 + 20)) changes=0 last now
+    last=$(colour_at "$pfl_x" "$pfl_y")
+    xdotool keydown t
+    for _ in $(seq 20); do
+        sleep 0.05
+        now=$(colour_at "$pfl_x" "$pfl_y")
+        [ "$now" = "$last" ] || changes=$((changes + 1))
+        last=$now
+    done
+    sleep 1
+    xdotool keyup t
+    [ $changes -eq 1 ] || fail "$name: the held key changed its lamp $changes times"
+    xdotool key t
+    # Cue that is held plays on: the letter stays lit until the key comes up.
+    xdotool keydown q
+    until_true "$name: a held Cue does not play" has_colour "$letter_x" "$letter_y" $lit
+    for _ in $(seq 20); do
+        has_colour "$letter_x" "$letter_y" $lit || fail "$name: a held Cue stops"
+        sleep 0.05
+    done
+    xdotool keyup q
+    until_true "$name: Cue does not end with its key" has_colour "$letter_x" "$letter_y" $unlit
+
+    # A click that closes a menu acts on nothing under it.
+    xdotool mousemove "$((left + 5 + 159 + 56))" "$((top + 5 + 24))" click 1
+    sleep 0.5
+    xdotool mousemove "$play_x" "$play_y"
+    sleep 0.2
+    xdotool mousedown 1
+    sleep 0.1
+    xdotool mouseup 1
+    sleep 0.5
+    has_colour "$letter_x" "$letter_y" $unlit || fail "$name: the click that closes a menu plays"
+
+    # A value that is typed plays nothing: the field of the gain knob, chosen by the mouse, has the keyboard.
+    local gain_x=$((left + deck + 7 + 46)) gain_y=$((top + 22 + 24 + 18)) knob_before
+    knob_before=$(row_at "$((gain_x - 14))" "$((gain_y - 6))" 28)
+    xdotool mousemove "$gain_x" "$gain_y"
+    sleep 0.3
+    xdotool mousedown 3
+    sleep 0.2
+    xdotool mouseup 3
+    sleep 0.5
+    xdotool mousemove "$((gain_x + 40))" "$((gain_y + 53))"
+    sleep 0.3
+    xdotool click 1
+    sleep 0.7
+    picture "$name-field"
+    xdotool key minus 6 Return
+    sleep 0.5
+    has_colour "$letter_x" "$letter_y" $unlit || fail "$name: what is typed into a field plays deck A"
+    has_colour "$((left + 5 + deck + 220 + 9))" "$letter_y" $unlit || fail "$name: what is typed into a field plays deck B"
+    [ "$knob_before" != "$(row_at "$((gain_x - 14))" "$((gain_y - 6))" 28)" ] || fail "$name: the field does not turn the knob"
+    xdotool key space
+    until_true "$name: the keyboard is not given back" has_colour "$letter_x" "$letter_y" $lit
+    xdotool key space
+
     # Four decks and back: deck C's letter comes and goes. A resize in between, and a load while the mode changes.
     xdotool mousemove "$((left + 5 + 159 + 20))" "$((top + 5 + 24))" click 1
     until_true "$name: deck C does not appear" has_colour "$letter_x" "$((top + 296 + 20))" $unlit

@@ -10,16 +10,16 @@ namespace
 {
 constexpr int margin = 16, edge = 4, gap = 24, cardMargin = 16;
 constexpr int lineHeight = 20, keyHeight = 16, keyGap = 4, textGap = 8;
-constexpr int deedWidth = 124, deckKeyWidth = 52, blockWidth = deedWidth + 4 * (deckKeyWidth + keyGap);
+constexpr int actionWidth = 124, deckKeyWidth = 52, blockWidth = actionWidth + 4 * (deckKeyWidth + keyGap);
 constexpr int deskKeyWidth = 84, deskWidth = 242, beginningWidth = 344;
 
 constexpr const char* beginning[] {
     "Drop a track on a deck, or click the deck's letter.",
-    "Play starts it, Cue keeps the place to come back to.",
-    "The waveform is a record: hold it, drag it, let it go.",
-    "A click on the thin wave below it jumps through the track.",
-    "Double click brings any knob back to its rest.",
-    "The right button knows more about most controls.",
+    "Play starts it; Cue sets the point to come back to.",
+    "Drag the waveform to scratch it like a record.",
+    "Click the overview below it to jump through the track.",
+    "Double click a knob or a fader to reset it.",
+    "Right click a control for more.",
 };
 
 void paintKey (juce::Graphics& g, const juce::String& key, juce::Rectangle<int> area)
@@ -52,10 +52,10 @@ BrowserSeat::BrowserSeat()
         const juce::String said (binding.text);
         const auto isCue = said.startsWith ("hot cue");
         const auto text = isCue ? juce::String ("hot cues 1 to 4") : said;
-        auto found =
-            std::find_if (deeds.begin(), deeds.end(), [&] (const auto& deed) { return deed.text == text; });
-        if (found == deeds.end())
-            found = deeds.insert (deeds.end(), { text, {} });
+        auto found = std::find_if (actions.begin(), actions.end(),
+                                   [&] (const auto& action) { return action.text == text; });
+        if (found == actions.end())
+            found = actions.insert (actions.end(), { text, {} });
         auto& key = found->keys[static_cast<size_t> (binding.deck())];
         key = key.isEmpty() ? juce::String (binding.keyName)
                             : key.upToFirstOccurrenceOf (" ", false, false) + " - " + binding.keyName;
@@ -67,7 +67,7 @@ BrowserSeat::Plan BrowserSeat::plan() const
 {
     Plan made;
     const auto room = getLocalBounds().reduced (margin, edge);
-    const auto count = static_cast<int> (deeds.size());
+    const auto count = static_cast<int> (actions.size());
     const auto lines = std::min (room.getHeight() / lineHeight, count + 1);
     if (lines < 2)
         return made;
@@ -123,17 +123,17 @@ void BrowserSeat::paint (juce::Graphics& g)
             paintText (g, sentence, column.removeFromTop (lineHeight));
     }
     for (int block = 0; block < parts.blocks; ++block)
-        paintDeeds (g, next (blockWidth), static_cast<size_t> (block * parts.rows),
-                    std::min (deeds.size(), static_cast<size_t> ((block + 1) * parts.rows)));
+        paintActions (g, next (blockWidth), static_cast<size_t> (block * parts.rows),
+                      std::min (actions.size(), static_cast<size_t> ((block + 1) * parts.rows)));
     if (parts.desk)
         paintDesk (g, next (deskWidth));
 }
 
-void BrowserSeat::paintDeeds (juce::Graphics& g, juce::Rectangle<int> block, size_t from, size_t to) const
+void BrowserSeat::paintActions (juce::Graphics& g, juce::Rectangle<int> block, size_t from, size_t to) const
 {
     const auto keysOf = [] (juce::Rectangle<int> row, size_t deck)
     {
-        return row.withTrimmedLeft (deedWidth + keyGap)
+        return row.withTrimmedLeft (actionWidth + keyGap)
             .translated (static_cast<int> (deck) * (deckKeyWidth + keyGap), 0)
             .withWidth (deckKeyWidth);
     };
@@ -145,9 +145,9 @@ void BrowserSeat::paintDeeds (juce::Graphics& g, juce::Rectangle<int> block, siz
     for (auto at = from; at < to; ++at)
     {
         row = block.removeFromTop (lineHeight);
-        paintText (g, deeds[at].text, row.withWidth (deedWidth));
+        paintText (g, actions[at].text, row.withWidth (actionWidth));
         for (size_t deck = 0; deck < 4; ++deck)
-            if (const auto& key = deeds[at].keys[deck]; key.isNotEmpty())
+            if (const auto& key = actions[at].keys[deck]; key.isNotEmpty())
                 paintKey (g, key, keysOf (row, deck));
     }
 }

@@ -5,8 +5,8 @@
 #include <array>
 #include <vector>
 
-/** What stands in the browser's place: the keys that play, one row for what they do and one column for each deck, and how
-    to begin where there is room for it. */
+/** Stands in the browser's place: the keys that play, a row for each action and a column for each deck, and the first
+    steps where there is room for them. */
 class BrowserSeat : public juce::Component
 {
 public:
@@ -15,8 +15,8 @@ public:
     void paint (juce::Graphics&) override;
 
 private:
-    /** What can be done, and the key that does it on each deck. */
-    struct Deed
+    /** An action, and the key that does it on each deck. */
+    struct Action
     {
         juce::String text;
         std::array<juce::String, 4> keys;
@@ -28,19 +28,19 @@ private:
         juce::String key, text;
     };
 
-    /** How the parts share the room. */
+    /** The parts' share of the room. */
     struct Plan
     {
-        int rows = 0;   ///< of a block of deeds, without its heading
+        int rows = 0;   ///< of a block of actions, without its heading
         int blocks = 0; ///< 0 if there is no room at all
         bool desk = false, beginning = false;
         juce::Rectangle<int> area; ///< of all parts together
     };
 
     Plan plan() const;
-    void paintDeeds (juce::Graphics&, juce::Rectangle<int> block, size_t from, size_t to) const;
+    void paintActions (juce::Graphics&, juce::Rectangle<int> block, size_t from, size_t to) const;
     void paintDesk (juce::Graphics&, juce::Rectangle<int>) const;
 
-    std::vector<Deed> deeds;
+    std::vector<Action> actions;
     std::vector<DeskKey> desk;
 };

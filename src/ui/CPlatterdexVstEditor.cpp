@@ -2,6 +2,8 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "text/FallbackFonts.h"
+#include "ui/KeyRepeat.h"
 
 namespace
 {
@@ -42,6 +44,7 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, std::function<void()
     content.addAndMakeVisible (global);
     content.addAndMakeVisible (ghostMixer);
     content.addAndMakeVisible (browser);
+    content.addChildComponent (noticeBar);
     addAndMakeVisible (corner); // not scaled, so that it keeps to the hand
 
     engine.listeners.add (*this);
@@ -86,13 +89,10 @@ void CPlatterdexVstEditor::Content::paint (juce::Graphics& g)
     g.fillAll (palette::ground);
 }
 
-void CPlatterdexVstEditor::paint (juce::Graphics& g)
-{
-    g.fillAll (palette::ground);
-}
-
 void CPlatterdexVstEditor::resized()
 {
+    if (!isScaling)
+        wantedSize = getLocalBounds().getBottomRight().toDouble() / (scale.percent() / 100.0);
     const auto factor = scale.factorFor (getWidth(), getHeight());
     content.setTransform (juce::AffineTransform::scale (factor));
     content.setBounds (0, 0, juce::roundToInt (std::ceil (static_cast<float> (getWidth()) / factor - 0.01f)),
@@ -129,7 +129,7 @@ void CPlatterdexVstEditor::arrange()
 {
     if (!isArranged)
         return;
-    const EditorLayout layout (content.getWidth(), content.getHeight(), arranged.mode);
+    EditorLayout layout (content.getWidth(), content.getHeight(), arranged.mode);
     const auto desk = !parametersShown;
     const auto place = [] (juce::Component& view, juce::Rectangle<int> area, bool shown)
     {
@@ -142,12 +142,28 @@ void CPlatterdexVstEditor::arrange()
             place (*decks[deck], layout.decks[deck], desk);
     place (global, layout.global, desk);
     place (ghostMixer, layout.ghostMixer, desk);
+    // The notice takes the browser's first row; without a browser it lies over the last one of what is left.
+    auto notice = juce::Rectangle<int> (content.getWidth(), NoticeBar::height);
+    if (desk && browserShown && layout.browser.getHeight() > NoticeBar::height)
+        notice.setY (layout.browser.getY());
+    else
+        notice.setY (content.getHeight() - NoticeBar::height);
+    if (noticeBar.sentence().isNotEmpty())
+        layout.browser.setTop (
+            std::min (layout.browser.getBottom(), layout.browser.getY() + NoticeBar::height));
+    place (noticeBar, notice, noticeBar.sentence().isNotEmpty());
     place (browser, layout.browser, desk && browserShown);
     corner.setBounds (layout.resizer.withPosition (getWidth() - layout.resizer.getWidth(),
                                                    getHeight() - layout.resizer.getHeight()));
     if (parameters != nullptr)
         place (*parameters, content.getLocalBounds().withTrimmedTop (layout.header.getBottom() + 2),
                parametersShown);
+}
+
+void CPlatterdexVstEditor::setNotice (const juce::String& sentence, std::function<void()> help)
+{
+    noticeBar.show (sentence, std::move (help));
+    arrange();
 }
 
 void CPlatterdexVstEditor::showParameters (bool shown)
@@ -177,31 +193,55 @@ void CPlatterdexVstEditor::snapHeight()
              scaled (EditorLayout::heightWithoutBrowser (arranged.mode.fourDecks), scale.percent()));
 }
 
+/** The room for the editor on its screen, less the frame of its window; empty without a screen. */
+juce::Rectangle<int> CPlatterdexVstEditor::screenRoom() const
+{
+    if (!isShowing())
+        return {};
+    const auto* display = juce::Desktop::getInstance().getDisplays().getDisplayForRect (getScreenBounds());
+    auto* window = getTopLevelComponent();
+    if (display == nullptr || window->getPeer() == nullptr)
+        return {};
+    juce::BorderSize<int> frame;
+    if (const auto known = window->getPeer()->getFrameSizeIfPresent())
+        frame = *known;
+    const auto inside = getScreenBounds(), outside = window->getScreenBounds();
+    frame.setTop (frame.getTop() + inside.getY() - outside.getY());
+    frame.setLeft (frame.getLeft() + inside.getX() - outside.getX());
+    frame.setBottom (frame.getBottom() + outside.getBottom() - inside.getBottom());
+    frame.setRight (frame.getRight() + outside.getRight() - inside.getRight());
+    return frame.subtractedFrom (display->userArea);
+}
+
 void CPlatterdexVstEditor::limitSize()
 {
     const auto percent = scale.percent();
-    setResizeLimits (scaled (EditorLayout::minimumWidth, percent),
-                     scaled (EditorLayout::minimumHeight, percent), scaled (EditorLayout::maximum, percent),
+    auto least = juce::Point<int> (scaled (EditorLayout::minimumWidth, percent),
+                                   scaled (EditorLayout::minimumHeight, percent));
+    if (const auto room = screenRoom(); !room.isEmpty())
+        least = { std::min (least.x, room.getWidth()), std::min (least.y, room.getHeight()) };
+    setResizeLimits (least.x, least.y, scaled (EditorLayout::maximum, percent),
                      scaled (EditorLayout::maximum, percent));
 }
 
 void CPlatterdexVstEditor::setScale (int percent)
 {
-    const auto before = scale.percent(), width = getWidth(), height = getHeight();
     scale.set (percent);
+    const juce::ScopedValueSetter<bool> own (isScaling, true);
     limitSize();
-    auto wanted =
-        juce::Point<int> (juce::roundToInt (width * scale.percent() / static_cast<double> (before)),
-                          juce::roundToInt (height * scale.percent() / static_cast<double> (before)));
-    if (const auto* display =
-            juce::Desktop::getInstance().getDisplays().getDisplayForRect (getScreenBounds());
-        display != nullptr && isShowing())
-        wanted = { std::min (wanted.x, display->userArea.getWidth()),
-                   std::min (wanted.y, display->userArea.getHeight()) };
-    if (isFullScreen() || (wanted.x == getWidth() && wanted.y == getHeight()))
-        resized();
-    else
-        setSize (wanted.x, wanted.y);
+    auto size = (wantedSize * (scale.percent() / 100.0)).roundToInt();
+    const auto room = screenRoom();
+    if (!room.isEmpty())
+        size = { std::min (size.x, room.getWidth()), std::min (size.y, room.getHeight()) };
+    if (isFullScreen() || (size.x == getWidth() && size.y == getHeight()))
+        return resized();
+    setSize (size.x, size.y);
+    // A window of ours that has grown over an edge of the screen moves in.
+    if (auto* window = findParentComponentOfClass<juce::ResizableWindow>();
+        window != nullptr && !room.isEmpty())
+        window->setTopLeftPosition (window->getPosition()
+                                    + getScreenBounds().constrainedWithin (room).getPosition()
+                                    - getScreenBounds().getPosition());
 }
 
 void CPlatterdexVstEditor::setFullScreen (bool full)
@@ -254,12 +294,41 @@ void CPlatterdexVstEditor::mouseDown (const juce::MouseEvent& event)
         strip = event.eventComponent->findParentComponentOfClass<DeckComponent>();
     if (strip != nullptr)
         touchedDeck = strip->deck();
+    clock->hurry();
+}
+
+bool CPlatterdexVstEditor::keyPressed (const juce::KeyPress& key)
+{
+    const auto isOurs = keyboard.keyPressed (key);
+    if (isOurs)
+        clock->hurry(); // the lamps follow the hand
+    return isOurs;
 }
 
 bool CPlatterdexVstEditor::keyStateChanged (bool)
 {
-    keyboard.keyStateChanged();
+    if (keyboard.keyStateChanged())
+        clock->hurry();
     return false;
+}
+
+void CPlatterdexVstEditor::parentHierarchyChanged()
+{
+    if (getPeer() == nullptr)
+        return;
+    askForOneKeyRelease();
+    // A window on a screen does not wait for the machine's fonts; it is painted again when one has been found.
+    FallbackFonts::getInstance().searchInBackground (
+        []
+        {
+            juce::MessageManager::callAsync (
+                []
+                {
+                    auto& desktop = juce::Desktop::getInstance();
+                    for (int i = 0; i < desktop.getNumComponents(); ++i)
+                        desktop.getComponent (i)->repaint();
+                });
+        });
 }
 
 void CPlatterdexVstEditor::focusOfChildComponentChanged (FocusChangeType)

@@ -5,6 +5,7 @@
 #include "ui/BrowserSeat.h"
 #include "ui/EditorScale.h"
 #include "ui/KeyboardCommands.h"
+#include "ui/NoticeBar.h"
 #include "ui/ParameterList.h"
 #include "ui/decks/DeckComponent.h"
 #include "ui/global/GhostMixerComponent.h"
@@ -22,8 +23,8 @@
 
 class CPlatterdex;
 
-/** The window's content, in plug-in and application alike: header, decks, the block between them, browser. What it shows it
-    polls; the engine doesn't know it. Message thread. */
+/** The window's content, in plug-in and application alike: header, decks, the block between them, browser. It polls the
+    engine, which doesn't know it. Message thread. */
 class CPlatterdexVstEditor : public juce::AudioProcessorEditor,
                              public juce::DragAndDropContainer,
                              private EngineListener
@@ -35,6 +36,9 @@ public:
 
     /** One sentence in the header on what goes on in the background; empty for nothing. */
     void setStatus (const juce::String& sentence) { header.setStatus (sentence); }
+
+    /** A sentence that stays in sight until an empty one takes it away. @param help   called by a click on it */
+    void setNotice (const juce::String& sentence, std::function<void()> help = {});
 
     /** Shows the list of all commands in place of the decks. */
     void showParameters (bool);
@@ -61,15 +65,17 @@ public:
     GhostMixerComponent& ghostStrip() noexcept { return ghostMixer; }
     BrowserSeat& browserView() noexcept { return browser; }
 
-    void paint (juce::Graphics&) override;
+    void paint (juce::Graphics&) override {} // the content covers all of it
     void resized() override;
-    bool keyPressed (const juce::KeyPress& key) override { return keyboard.keyPressed (key); }
+    bool keyPressed (const juce::KeyPress&) override;
     bool keyStateChanged (bool isKeyDown) override;
+    void parentHierarchyChanged() override;
     void focusOfChildComponentChanged (FocusChangeType) override;
     void mouseDown (const juce::MouseEvent&) override;
+    void mouseUp (const juce::MouseEvent&) override { clock->hurry(); }
 
 private:
-    /** What the layout depends on besides the size. */
+    /** The layout depends on this besides the size. */
     struct Arrangement
     {
         EditorLayout::Mode mode;
@@ -92,11 +98,13 @@ private:
     Arrangement arrangement() const;
     void followArrangement();
     void arrange();
+    juce::Rectangle<int> screenRoom() const;
     void limitSize();
     void snapHeight();
     void act (KeyAction, int deck);
 
     CPlatterdex& engine;
+    const juce::SharedResourcePointer<PollClock> clock;
     const juce::SharedResourcePointer<DefaultLook> look; ///< before every control that draws with it
     EditorScale scale;
     Content content { *this };
@@ -105,12 +113,14 @@ private:
     GlobalComponent global;
     GhostMixerComponent ghostMixer;
     BrowserSeat browser;
+    NoticeBar noticeBar;
     juce::ResizableCornerComponent corner;
     std::unique_ptr<ParameterList> parameters;
     PXTooltipComponent tooltip;
     KeyboardCommands keyboard;
 
     Arrangement arranged;
-    int touchedDeck = 0; ///< by the mouse, the last time
-    bool isArranged = false, parametersShown = false, browserShown = true;
+    int touchedDeck = 0;            ///< by the mouse, the last time
+    juce::Point<double> wantedSize; ///< unscaled, as the hand or the host chose it
+    bool isScaling = false, isArranged = false, parametersShown = false, browserShown = true;
 };

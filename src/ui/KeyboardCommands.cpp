@@ -17,39 +17,39 @@ constexpr float fadeStep = 0.05f;
 // clang-format off
 const KeyBinding table[] {
     { Key::spaceKey,  0, "Space",  "PLAY_PAUSE_A",             "play or stop" },
-    { 'Q',            0, "Q",      "CUE_STUTTER_A",            "cue, held" },
+    { 'Q',            0, "Q",      "CUE_STUTTER_A",            "cue (hold)" },
     { 'W',            0, "W",      "SYNC_LOCK_A",              "sync on or off" },
-    { 'E',            0, "E",      "PITCH_BEND_NUDGE_MINUS_A", "slower, held" },
-    { 'R',            0, "R",      "PITCH_BEND_NUDGE_PLUS_A",  "faster, held" },
+    { 'E',            0, "E",      "PITCH_BEND_NUDGE_MINUS_A", "slower (hold)" },
+    { 'R',            0, "R",      "PITCH_BEND_NUDGE_PLUS_A",  "faster (hold)" },
     { '1',            0, "1",      "HOT_CUE_1_A",              "hot cue 1" },
     { '2',            0, "2",      "HOT_CUE_2_A",              "hot cue 2" },
     { '3',            0, "3",      "HOT_CUE_3_A",              "hot cue 3" },
     { '4',            0, "4",      "HOT_CUE_4_A",              "hot cue 4" },
     { 'S',            0, "S",      "LOOP_A",                   "loop on or off" },
-    { 'A',            0, "A",      "LOOP_HALF_A",              "half the loop" },
+    { 'A',            0, "A",      "LOOP_HALF_A",              "halve the loop" },
     { 'D',            0, "D",      "LOOP_DOUBLE_A",            "double the loop" },
-    { 'T',            0, "T",      "PFL_A",                    "on the headphones" },
+    { 'T',            0, "T",      "PFL_A",                    "PFL on or off" },
     { Key::returnKey, 0, "Return", "PLAY_PAUSE_B",             "play or stop" },
-    { 'U',            0, "U",      "CUE_STUTTER_B",            "cue, held" },
+    { 'U',            0, "U",      "CUE_STUTTER_B",            "cue (hold)" },
     { 'I',            0, "I",      "SYNC_LOCK_B",              "sync on or off" },
-    { 'O',            0, "O",      "PITCH_BEND_NUDGE_MINUS_B", "slower, held" },
-    { 'P',            0, "P",      "PITCH_BEND_NUDGE_PLUS_B",  "faster, held" },
+    { 'O',            0, "O",      "PITCH_BEND_NUDGE_MINUS_B", "slower (hold)" },
+    { 'P',            0, "P",      "PITCH_BEND_NUDGE_PLUS_B",  "faster (hold)" },
     { '7',            0, "7",      "HOT_CUE_1_B",              "hot cue 1" },
     { '8',            0, "8",      "HOT_CUE_2_B",              "hot cue 2" },
     { '9',            0, "9",      "HOT_CUE_3_B",              "hot cue 3" },
     { '0',            0, "0",      "HOT_CUE_4_B",              "hot cue 4" },
     { 'K',            0, "K",      "LOOP_B",                   "loop on or off" },
-    { 'J',            0, "J",      "LOOP_HALF_B",              "half the loop" },
+    { 'J',            0, "J",      "LOOP_HALF_B",              "halve the loop" },
     { 'L',            0, "L",      "LOOP_DOUBLE_B",            "double the loop" },
-    { 'Y',            0, "Y",      "PFL_B",                    "on the headphones" },
+    { 'Y',            0, "Y",      "PFL_B",                    "PFL on or off" },
     { Key::F5Key,     0, "F5",     "PLAY_PAUSE_C",             "play or stop" },
-    { Key::F6Key,     0, "F6",     "CUE_STUTTER_C",            "cue, held" },
-    { Key::F7Key,     0, "F7",     "PITCH_BEND_NUDGE_MINUS_C", "slower, held" },
-    { Key::F8Key,     0, "F8",     "PITCH_BEND_NUDGE_PLUS_C",  "faster, held" },
+    { Key::F6Key,     0, "F6",     "CUE_STUTTER_C",            "cue (hold)" },
+    { Key::F7Key,     0, "F7",     "PITCH_BEND_NUDGE_MINUS_C", "slower (hold)" },
+    { Key::F8Key,     0, "F8",     "PITCH_BEND_NUDGE_PLUS_C",  "faster (hold)" },
     { Key::F9Key,     0, "F9",     "PLAY_PAUSE_D",             "play or stop" },
-    { Key::F10Key,    0, "F10",    "CUE_STUTTER_D",            "cue, held" },
-    { Key::F11Key,    0, "F11",    "PITCH_BEND_NUDGE_MINUS_D", "slower, held" },
-    { Key::F12Key,    0, "F12",    "PITCH_BEND_NUDGE_PLUS_D",  "faster, held" },
+    { Key::F10Key,    0, "F10",    "CUE_STUTTER_D",            "cue (hold)" },
+    { Key::F11Key,    0, "F11",    "PITCH_BEND_NUDGE_MINUS_D", "slower (hold)" },
+    { Key::F12Key,    0, "F12",    "PITCH_BEND_NUDGE_PLUS_D",  "faster (hold)" },
     { ',',            0, ",",      "CROSSFADER",               "crossfader to the left", -fadeStep },
     { '.',            0, ".",      "CROSSFADER",               "crossfader to the right", fadeStep },
     { 'Z',            0, "Z",      "AUTO_CROSSFADER_LEFT",     "fade to the left" },
@@ -58,9 +58,9 @@ const KeyBinding table[] {
     { Key::F2Key,     0, "F2",     nullptr, "load a track", 0.0f, KeyAction::load, 1 },
     { Key::F3Key,     0, "F3",     nullptr, "load a track", 0.0f, KeyAction::load, 2 },
     { Key::F4Key,     0, "F4",     nullptr, "load a track", 0.0f, KeyAction::load, 3 },
-    { 'C',         ctrl, "Ctrl+C", nullptr, "waveform in colours or plain", 0.0f, KeyAction::spectralWaveform },
-    { 'Z',         ctrl, "Ctrl+Z", nullptr, "undo an edit of cues or grid", 0.0f, KeyAction::undo },
-    { 'Z',    ctrlShift, "Ctrl+Shift+Z", nullptr, "redo it", 0.0f, KeyAction::redo },
+    { 'C',         ctrl, "Ctrl+C", nullptr, "coloured waveform on or off", 0.0f, KeyAction::spectralWaveform },
+    { 'Z',         ctrl, "Ctrl+Z", nullptr, "undo cue or grid edit", 0.0f, KeyAction::undo },
+    { 'Z',    ctrlShift, "Ctrl+Shift+Z", nullptr, "redo", 0.0f, KeyAction::redo },
 };
 // clang-format on
 
@@ -132,12 +132,17 @@ void KeyboardCommands::press (size_t i)
         onAction (binding.action, binding.actionDeck);
 }
 
-void KeyboardCommands::keyStateChanged()
+bool KeyboardCommands::keyStateChanged()
 {
+    auto any = false;
     const auto bindings = keyBindings();
     for (size_t i = 0; i < bindings.size(); ++i)
         if (down[i] && !isKeyDown (bindings[i].keyCode))
+        {
             keyReleased (i);
+            any = true;
+        }
+    return any;
 }
 
 void KeyboardCommands::releaseAll()

@@ -8,7 +8,7 @@
 
 class CPlatterdex;
 
-/** What a key asks the editor for in place of a command. */
+/** A request of a key to the editor, in place of a command. */
 enum class KeyAction
 {
     none,
@@ -56,8 +56,8 @@ public:
     /** @returns whether the key belongs to a binding */
     bool keyPressed (const juce::KeyPress&);
 
-    /** Takes notice of keys that have come up. */
-    void keyStateChanged();
+    /** Takes notice of keys that have come up. @returns whether one of a binding has */
+    bool keyStateChanged();
 
     /** As if all keys came up: the keyboard has gone elsewhere. */
     void releaseAll();

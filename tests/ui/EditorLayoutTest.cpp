@@ -5,93 +5,32 @@
 
 using Area = juce::Rectangle<int>;
 
-TEST (EditorLayout, StandsWhereItIsWrittenInEveryMode)
+TEST (EditorLayout, PartsKeepWithinTheWindowAndApart)
 {
-    struct Case
-    {
-        int width, height;
-        EditorLayout::Mode mode;
-        Area header, deckA, deckB, deckC, deckD, global, ghost, browser, resizer;
-    };
-    const Area none;
-    const Case cases[] {
-        { 1024,
-          296,
-          { false, false },
-          { 5, 5, 1014, 48 },
-          { 5, 55, 397, 239 },
-          { 622, 55, 397, 239 },
-          none,
-          none,
-          { 404, 22, 216, 275 },
-          none,
-          { 0, 306, 1024, 0 },
-          { 1008, 280, 16, 16 } },
-        { 1024,
-          728,
-          { true, true },
-          { 5, 5, 1014, 48 },
-          { 5, 55, 397, 239 },
-          { 622, 55, 397, 239 },
-          { 5, 296, 397, 239 },
-          { 622, 296, 397, 239 },
-          { 404, 22, 216, 516 },
-          { 0, 535, 1024, 43 },
-          { 0, 578, 1024, 150 },
-          { 1008, 712, 16, 16 } },
-        { 1280,
-          800,
-          { false, true },
-          { 5, 5, 1270, 48 },
-          { 5, 55, 525, 239 },
-          { 750, 55, 525, 239 },
-          none,
-          none,
-          { 532, 22, 216, 275 },
-          { 0, 294, 1280, 43 },
-          { 0, 337, 1280, 463 },
-          { 1264, 784, 16, 16 } },
-        { 1921,
-          1080,
-          { true, false },
-          { 5, 5, 1911, 48 },
-          { 5, 55, 845, 239 },
-          { 1070, 55, 845, 239 },
-          { 5, 296, 845, 239 },
-          { 1070, 296, 845, 239 },
-          { 852, 22, 216, 516 },
-          none,
-          { 0, 547, 1921, 533 },
-          { 1905, 1064, 16, 16 } },
-        { 2560,
-          1440,
-          { true, false },
-          { 5, 5, 2550, 48 },
-          { 5, 55, 1165, 239 },
-          { 1390, 55, 1165, 239 },
-          { 5, 296, 1165, 239 },
-          { 1390, 296, 1165, 239 },
-          { 1172, 22, 216, 516 },
-          none,
-          { 0, 547, 2560, 893 },
-          { 2544, 1424, 16, 16 } },
-    };
-    for (const auto& c : cases)
-    {
-        SCOPED_TRACE (c.width);
-        const EditorLayout layout (c.width, c.height, c.mode);
-        EXPECT_EQ (layout.header, c.header);
-        EXPECT_EQ (layout.decks[0], c.deckA);
-        EXPECT_EQ (layout.decks[1], c.deckB);
-        EXPECT_EQ (layout.decks[2], c.deckC);
-        EXPECT_EQ (layout.decks[3], c.deckD);
-        EXPECT_EQ (layout.global, c.global);
-        EXPECT_EQ (layout.ghostMixer, c.ghost);
-        EXPECT_EQ (layout.browser, c.browser);
-        EXPECT_EQ (layout.resizer, c.resizer);
-    }
-    EXPECT_EQ (EditorLayout::heightWithoutBrowser (true), 728);
-    EXPECT_EQ (EditorLayout::heightWithoutBrowser (false), 468);
+    for (const auto fourDecks : { false, true })
+        for (const auto ghostMixer : { false, true })
+            for (const auto& [width, height] : { std::pair { 1024, fourDecks ? 728 : 468 }, { 1921, 1080 } })
+            {
+                SCOPED_TRACE (testing::Message() << width << (fourDecks ? " four" : " two") << ghostMixer);
+                const EditorLayout layout (width, height, { fourDecks, ghostMixer });
+                EXPECT_EQ (layout.decks[2].isEmpty(), !fourDecks);
+                EXPECT_EQ (layout.ghostMixer.isEmpty(), !ghostMixer);
+                EXPECT_EQ (layout.decks[0].getWidth(), (width - 230) / 2);
+                EXPECT_EQ (layout.global.getWidth(), EditorLayout::globalWidth);
+                EXPECT_EQ (layout.browser.getBottom(), height);
+
+                std::vector<Area> parts { layout.browser, layout.ghostMixer };
+                parts.insert (parts.end(), layout.decks.begin(), layout.decks.end());
+                for (const auto& part : parts)
+                {
+                    EXPECT_TRUE (part.isEmpty() || Area (width, height).contains (part)) << part.toString();
+                    EXPECT_FALSE (part.intersects (layout.header)) << part.toString();
+                    for (const auto& other : parts)
+                        EXPECT_TRUE (part == other || !part.intersects (other)) << part.toString();
+                }
+                for (const auto& deck : layout.decks)
+                    EXPECT_FALSE (deck.intersects (layout.global));
+            }
 }
 
 TEST (DeckLayout, PartsTileTheStripAndPanelsGiveWayToTheWaveform)

@@ -68,6 +68,25 @@ TEST (Editor, TheGhostMixerStandsInWhileTheMixerIsHidden)
     EXPECT_EQ (editor.browserView().getY(), top);
 }
 
+TEST (Editor, ANoticeStaysInSightWithAndWithoutABrowser)
+{
+    UiBench bench;
+    auto& bar = bench.find<NoticeBar> (*bench.editor);
+    auto clicks = 0;
+    for (const auto browser : { true, false })
+    {
+        bench.editor->showBrowser (browser);
+        bench.editor->setNotice ("No audio device.", [&clicks] { ++clicks; });
+        EXPECT_TRUE (isShown (bar));
+        EXPECT_FALSE (bar.getBounds().intersects (bench.editor->browserView().getBounds())
+                      && bench.editor->browserView().isVisible());
+        release (bar);
+        bench.editor->setNotice ({});
+        EXPECT_FALSE (isShown (bar));
+    }
+    EXPECT_EQ (clicks, 2);
+}
+
 TEST (Editor, OnlyWhatIsSeenPolls)
 {
     UiBench bench;

@@ -1,8 +1,5 @@
 #include "UiBench.h"
-#include "ui/decks/DeckPanels.h"
-#include "ui/decks/DeckTempoPanel.h"
-#include "ui/global/Fx1DeckComponent.h"
-#include "ui/widgets/PXImageLevelMeter.h"
+#include "ui/widgets/PXImageButton.h"
 
 #include <gtest/gtest.h>
 
@@ -94,24 +91,13 @@ TEST (PollingView, ViewsMayComeAndGoInAPoll)
     EXPECT_FALSE (first.isPolling());
 }
 
-TEST (PollingView, LooksAsOftenAsItsPartsMove)
+TEST (PollingView, LampsFollowAHandAtTheNextTick)
 {
     UiBench bench;
-    auto& editor = *bench.editor;
-    editor.globalBlock().setCurrentTabIndex (GlobalComponent::fx);
-    bench.engine.settings.deckSetup[1].panelsLeft[0] = 1;
-    bench.refresh();
-    const auto period = [&]<typename View> (View*) { return bench.find<View> (editor).pollPeriod(); };
-    const std::tuple<const char*, int, int> views[] {
-        { "waveform", period (static_cast<DeckWaveform*> (nullptr)), 40 },
-        { "thumbnail", period (static_cast<DeckWaveformThumbnail*> (nullptr)), 40 },
-        { "tempo", period (static_cast<DeckTempoPanel*> (nullptr)), 40 },
-        { "effects", period (static_cast<Fx1DeckComponent*> (nullptr)), 40 },
-        { "meter", period (static_cast<PXImageLevelMeter*> (nullptr)), 40 },
-        { "deck", period (static_cast<DeckComponent*> (nullptr)), 200 },
-        { "cue", period (static_cast<DeckCuePanel*> (nullptr)), 200 },
-        { "loop", period (static_cast<DeckLoopPanel*> (nullptr)), 200 },
-    };
-    for (const auto& [name, actual, wanted] : views)
-        EXPECT_EQ (actual, wanted) << name;
+    bench.load (bench.halfLoudTrack(), 0);
+    auto& play = bench.find<PXImageButton> (bench.editor->deck (0), "_playButton");
+    const juce::SharedResourcePointer<PollClock> clock;
+    bench.editor->keyPressed (juce::KeyPress (juce::KeyPress::spaceKey));
+    clock->tick (false);
+    EXPECT_TRUE (play.isOn);
 }

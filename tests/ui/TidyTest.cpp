@@ -14,7 +14,7 @@ std::string nameOf (const juce::Component& c)
     return (juce::String (typeid (c).name()) + " " + c.getComponentID() + c.getName()).toStdString();
 }
 
-/** What lies over others by intent: the block between the decks reaches into the header's middle, where that is empty, and
+/** True for views that lie over others by intent: the block between the decks reaches into the header's middle, where that is empty, and
     the ghost mixer covers the block's last three rows. */
 bool mayOverlap (const juce::Component& one, const juce::Component& other)
 {
@@ -30,7 +30,7 @@ bool mayOverlap (const juce::Component& one, const juce::Component& other)
                    || is (static_cast<GhostMixerComponent*> (nullptr))));
 }
 
-/** Every tab stands beside the others; what the toolkit puts behind the front one does not count. */
+/** Every tab stands beside the others; JUCE's own line behind the front one does not count. */
 void expectTabsTidy (juce::Component& bar)
 {
     int right = 0;
@@ -154,6 +154,7 @@ TEST (Tidy, EveryControlHasATooltipAndACommandThatWorks)
                 continue;
             auto* tip = dynamic_cast<juce::TooltipClient*> (component);
             ASSERT_NE (tip, nullptr) << nameOf (*component);
+            EXPECT_FALSE (component->getWantsKeyboardFocus()) << nameOf (*component);
             EXPECT_TRUE (tip->getTooltip().isNotEmpty()) << nameOf (*component);
             if (widget->command().isBound())
                 EXPECT_FALSE (CommandTable::isUnbuilt (widget->commandNumber())) << nameOf (*component);

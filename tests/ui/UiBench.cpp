@@ -9,18 +9,19 @@
 
 namespace
 {
-EngineWorld world (const juce::File& root)
+EngineWorld world (const juce::File& root, const juce::uint32& now)
 {
     EngineWorld w;
     w.folders.root = root;
     w.decoderLibrary = juce::File (builtDecoder());
     w.pacing = Pacing::Mode::offline;
     w.seed = 1;
+    w.clock = [&now] { return now; };
     return w;
 }
 }
 
-UiBench::UiBench() : engine (world (folder)), editor (std::make_unique<CPlatterdexVstEditor> (engine))
+UiBench::UiBench() : engine (world (folder, now)), editor (std::make_unique<CPlatterdexVstEditor> (engine))
 {
     engine.setRateAndBufferSizeDetails (48000.0, 512);
     editor->setVisible (true);
@@ -66,6 +67,7 @@ void UiBench::render (int frames)
 
 void UiBench::refresh()
 {
+    now += PollingView::calmMs;
     // By safe pointers, since a poll may make and drop views.
     std::vector<juce::Component::SafePointer<juce::Component>> all;
     for (auto* component : descendants (*editor))

@@ -50,6 +50,7 @@ public:
         throw std::runtime_error (("there is no " + name).toStdString());
     }
 
+    juce::uint32 now = 0; ///< ms of the engine's clock; each refresh() takes a calm turn
     TemporaryFolder folder;
     CPlatterdex engine;
     std::unique_ptr<CPlatterdexVstEditor> editor;

@@ -1,6 +1,7 @@
 #include "ui/decks/BeatStepField.h"
 
 #include "skin/Palette.h"
+#include "ui/look/OpenMenu.h"
 #include "ui/panel/PanelPaint.h"
 
 BeatStepField::BeatStepField (const juce::String& name)
@@ -35,10 +36,9 @@ void BeatStepField::chooseStep (int wanted)
 void BeatStepField::mouseDown (const juce::MouseEvent&)
 {
     juce::PopupMenu menu;
-    menu.setLookAndFeel (&getLookAndFeel());
     for (int step = 0; step < steps; ++step)
         menu.addItem (textOf (step), true, step == current(), [this, step] { chooseStep (step); });
-    menu.showMenuAsync (juce::PopupMenu::Options().withTargetComponent (this).withDeletionCheck (*this));
+    openMenu (menu, *this, juce::PopupMenu::Options().withTargetComponent (this));
 }
 
 void BeatStepField::mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails& wheel)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/widgets/CommandWidget.h"
+#include "ui/command/CommandWidget.h"
 
 /** The value of a command that steps through powers of two, in beats: "1/4", "4". The wheel steps it; a click opens the
     list of all. */

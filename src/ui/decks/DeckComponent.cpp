@@ -1,36 +1,36 @@
 #include "ui/decks/DeckComponent.h"
 
-#include "deck/FileImportThread.h"
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
 #include "skin/Skin.h"
 #include "support/AudioFileTypes.h"
 #include "ui/decks/EditMenu.h"
+#include "ui/look/OpenMenu.h"
 #include "ui/panel/PanelPaint.h"
 
 namespace
 {
-using Kind = ControlRow::Kind;
-using Lit = ControlRow::Lit;
+using Kind = ControlSpec::Kind;
+using Lit = ControlSpec::Lit;
 
-constexpr int messageSeconds = 5;
+constexpr juce::uint32 messageMs = 5000;
 const juce::Rectangle<int> letterArea { 4, 4, 40, 28 };
 
 // clang-format off
-constexpr ControlRow table[] {
-    { Kind::sign, "_syncButton",       "SYNC_LOCK_",              "sync_40",  {  4,  36, 40, 24 }, "Sync: follows the tempo and phase of the master. Right click: once only", Lit::plain, "SYNC_" },
-    { Kind::text, "_masterButton",     "MASTER_",                 "MSTR",     {  4,  64, 40, 24 }, "Makes this deck the master of the tempo" },
-    { Kind::sign, "_nudgeMinusButton", "PITCH_BEND_NUDGE_MINUS_", "minus_20", {  2,  92, 22, 22 }, "Slower while it is held" },
-    { Kind::sign, "_nudgePlusButton",  "PITCH_BEND_NUDGE_PLUS_",  "plus_20",  { 24,  92, 22, 22 }, "Faster while it is held" },
-    { Kind::sign, "_cueButton",        "CUE_STUTTER_",            "cue_40",   {  4, 118, 40, 32 }, "Cue: stopped it sets the cue point, and plays from it while it is held; playing it goes back to it", Lit::deck },
-    { Kind::sign, "_playButton",       "PLAY_PAUSE_",             "play_40",  {  4, 154, 40, 32 }, "Play or pause. Right click: starts in time with the master", Lit::deck, "PLAY_SYNCHRONIZED_" },
+constexpr PlacedControl table[] {
+    { { Kind::sign, "_syncButton",       "SYNC_LOCK_",              "sync_40", "Sync: keeps to the master's tempo and beat. Right click: syncs once", Lit::plain, "SYNC_" }, {  4,  36, 40, 24 } },
+    { { Kind::text, "_masterButton",     "MASTER_",                 "MSTR", "Makes this deck the tempo master" }, {  4,  64, 40, 24 } },
+    { { Kind::sign, "_nudgeMinusButton", "PITCH_BEND_NUDGE_MINUS_", "minus_20", "Pitch bend: slower while held" }, {  2,  92, 22, 22 } },
+    { { Kind::sign, "_nudgePlusButton",  "PITCH_BEND_NUDGE_PLUS_",  "plus_20", "Pitch bend: faster while held" }, { 24,  92, 22, 22 } },
+    { { Kind::sign, "_cueButton",        "CUE_STUTTER_",            "cue_40", "Cue. Stopped: sets the cue point and plays from it while held. Playing: goes back to the cue point", Lit::deck }, {  4, 118, 40, 32 } },
+    { { Kind::sign, "_playButton",       "PLAY_PAUSE_",             "play_40", "Play or pause. Right click: starts on the master's beat", Lit::deck, "PLAY_SYNCHRONIZED_" }, {  4, 154, 40, 32 } },
 };
 // clang-format on
 }
 
 DeckComponent::DeckComponent (CPlatterdex& e, int deck)
-    : ControlPanel (e, Pace::calm),
-      deckIndex (deck),
+    : ControlPanel (e),
+      watch (e, deck),
       letter (own (std::make_unique<PXTextButton> (PanelPaint::letterOf (deck)))),
       waveform (e, deck),
       thumbnail (e, deck)
@@ -79,7 +79,7 @@ void DeckComponent::resized()
             if (seat == panels.size())
             {
                 panels.push_back (
-                    std::make_unique<DeckContainerPanel> (engine, deckIndex, side, static_cast<int> (seat)));
+                    std::make_unique<DeckContainerPanel> (engine, deck(), side, static_cast<int> (seat)));
                 addAndMakeVisible (*panels.back());
             }
             panels[seat]->setBounds (places[seat]);
@@ -91,37 +91,40 @@ void DeckComponent::resized()
     thumbnail.setBounds (areas.thumbnail);
 }
 
+void DeckComponent::pollMoving()
+{
+    pollControls();
+    letter.setToggleState (watch->playing, juce::dontSendNotification);
+    updateTexts();
+}
+
 void DeckComponent::pollCalm()
 {
-    ControlPanel::pollCalm();
     makePanels();
-    letter.setToggleState (engine.decks.deck (deckIndex)->play.on != 0, juce::dontSendNotification);
-    if (messageTurns > 0 && --messageTurns == 0 && engine.decks.deck (deckIndex)->track.loadedFrames > 0)
+    if (messageEnds.has_value() && engine.environment.clock() >= *messageEnds && watch->loadedFrames > 0)
         clearMessage();
     updateNotice();
-    updateTexts();
 }
 
 void DeckComponent::showMessage (const juce::String& text)
 {
     message = juce::StringArray::fromTokens (text, "|", {});
-    messageTurns = messageSeconds * 1000 / calmMs;
+    messageEnds = engine.environment.clock() + messageMs;
     updateNotice();
 }
 
 void DeckComponent::clearMessage()
 {
     message.clear();
-    messageTurns = 0;
+    messageEnds.reset();
     updateNotice();
 }
 
 void DeckComponent::updateNotice()
 {
-    const auto& deck = *engine.decks.deck (deckIndex);
     auto next = message;
-    if (next.isEmpty() && deck.track.loadedFrames == 0 && !deck.importThread->isBusy())
-        next = { "Drop a track here,", "or press F" + juce::String (deckIndex + 1) + " to load" };
+    if (next.isEmpty() && watch->loadedFrames == 0 && !watch->loading)
+        next = { "Drop a track here,", "or press F" + juce::String (deck() + 1) + " to load" };
     if (next == shownNotice)
         return;
     shownNotice = next;
@@ -130,12 +133,8 @@ void DeckComponent::updateNotice()
 
 void DeckComponent::updateTexts()
 {
-    const auto& deck = *engine.decks.deck (deckIndex);
-    const auto track = deck.texts();
-    Texts next { track.title.isEmpty() ? PanelPaint::dash() : track.title, track.artist, PanelPaint::dash() };
-    // Without a grid nobody knows how fast the music is.
-    if (deck.track.numBeats > 0 || deck.marks.fixedGrid != 0)
-        next.tempo = juce::String (deck.marks.bpm * deck.tempo.factor, 2);
+    const Texts next { watch->title.isEmpty() ? PanelPaint::dash() : watch->title, watch->artist,
+                       PanelPaint::bpm (watch->grid, watch->bpm()) };
     if (next == shown)
         return;
     shown = next;
@@ -171,7 +170,7 @@ void DeckComponent::paint (juce::Graphics& g)
 {
     paintGround (g);
 
-    // Where a side has no panel a line parts the waveform from what is beside it.
+    // A line parts the waveform from its neighbour on a side without panels.
     g.setColour (palette::edgeDark);
     const auto wave = waveform.getBounds();
     if (leftPanels.empty())
@@ -219,7 +218,7 @@ void DeckComponent::filesDropped (const juce::StringArray& files, int, int)
     setDropTarget (false);
     for (const auto& path : files)
         if (const juce::File file (path); AudioFileTypes::matches (file))
-            return engine.loadTrack (file, deckIndex);
+            return engine.loadTrack (file, deck());
 }
 
 juce::File DeckComponent::trackOf (const SourceDetails& details) const
@@ -229,7 +228,7 @@ juce::File DeckComponent::trackOf (const SourceDetails& details) const
     const auto* source = details.sourceComponent->findParentComponentOfClass<DeckComponent>();
     if (source == nullptr || source == this)
         return {};
-    return juce::File (engine.decks.deck (source->deck())->texts().filePath);
+    return juce::File (source->watch->filePath);
 }
 
 bool DeckComponent::isInterestedInDragSource (const SourceDetails& details)
@@ -241,7 +240,7 @@ void DeckComponent::itemDropped (const SourceDetails& details)
 {
     setDropTarget (false);
     if (const auto track = trackOf (details); track != juce::File())
-        engine.loadTrack (track, deckIndex);
+        engine.loadTrack (track, deck());
 }
 
 void DeckComponent::setDropTarget (bool target)
@@ -253,30 +252,27 @@ void DeckComponent::setDropTarget (bool target)
 void DeckComponent::openMenu()
 {
     juce::PopupMenu menu;
-    menu.setLookAndFeel (&getLookAndFeel());
-    const auto hasTrack = engine.decks.deck (deckIndex)->track.loadedFrames > 0;
+    const auto hasTrack = watch->loadedFrames > 0;
     menu.addItem ("Load a track...", [this] { chooseFile(); });
-    menu.addItem ("Back to the start", hasTrack, false, [this] { engine.transport.rewind (deckIndex); });
-    menu.addItem (
-        "Play backwards", hasTrack, engine.decks.deck (deckIndex)->play.reverse != 0,
-        [this]
-        { engine.transport.setReverse (deckIndex, engine.decks.deck (deckIndex)->play.reverse == 0); });
+    menu.addItem ("Return to the start", hasTrack, false, [this] { engine.transport.rewind (deck()); });
+    menu.addItem ("Play in reverse", hasTrack, watch->reverse,
+                  [this] { engine.transport.setReverse (deck(), !watch.look().reverse); });
     menu.addSeparator();
-    EditMenu::addTo (menu, engine, deckIndex);
-    menu.showMenuAsync (juce::PopupMenu::Options().withTargetComponent (letter).withDeletionCheck (*this));
+    EditMenu::addTo (menu, engine, watch);
+    ::openMenu (menu, *this, juce::PopupMenu::Options().withTargetComponent (letter));
 }
 
 void DeckComponent::chooseFile()
 {
-    const juce::File current (engine.decks.deck (deckIndex)->texts().filePath);
+    const juce::File current (watch->filePath);
     const auto folder = current.existsAsFile() ? current.getParentDirectory()
                                                : juce::File (engine.settings.audioFolder.get());
-    chooser = std::make_unique<juce::FileChooser> (
-        "Load a track into deck " + PanelPaint::letterOf (deckIndex), folder, AudioFileTypes::wildcard);
+    chooser = std::make_unique<juce::FileChooser> ("Load a track into deck " + PanelPaint::letterOf (deck()),
+                                                   folder, AudioFileTypes::wildcard);
     chooser->launchAsync (juce::FileBrowserComponent::openMode | juce::FileBrowserComponent::canSelectFiles,
                           [this] (const juce::FileChooser& chosen)
                           {
                               if (const auto file = chosen.getResult(); file != juce::File())
-                                  engine.loadTrack (file, deckIndex);
+                                  engine.loadTrack (file, deck());
                           });
 }

@@ -5,9 +5,11 @@
 #include "ui/deckviews/DeckWaveformThumbnail.h"
 #include "ui/layout/DeckLayout.h"
 #include "ui/panel/ControlPanel.h"
+#include "ui/poll/DeckWatch.h"
 #include "ui/widgets/PXTextButton.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 /** A deck's strip: transport, waveform, thumbnail and the utility panels on both sides. It takes audio files from outside
@@ -18,7 +20,7 @@ public:
     /** @param deck   0 to 3 */
     DeckComponent (CPlatterdex&, int deck);
 
-    int deck() const noexcept { return deckIndex; }
+    int deck() const noexcept { return watch.deck(); }
 
     /** Shows a text of the engine, whose lines are parted by "|". On a deck with a track it goes after five seconds, on
         an empty one it stays until something is loaded. */
@@ -28,7 +30,7 @@ public:
     /** The lines that stand over the waveform. */
     const juce::StringArray& notice() const noexcept { return shownNotice; }
 
-    /** What the strip says of its track. */
+    /** The track's words in the strip. */
     struct Texts
     {
         juce::String title, artist, tempo;
@@ -55,6 +57,7 @@ public:
     void itemDropped (const SourceDetails&) override;
 
 private:
+    void pollMoving() override;
     void pollCalm() override;
     DeckLayout layout() const;
     void makePanels();
@@ -66,7 +69,7 @@ private:
     void openMenu();
     juce::File trackOf (const SourceDetails&) const;
 
-    const int deckIndex;
+    const DeckWatch watch;
     PXTextButton& letter;
     DeckWaveform waveform;
     DeckWaveformThumbnail thumbnail;
@@ -76,7 +79,7 @@ private:
     juce::Image ground; ///< of the strip, in the pixels of the last paint
     Texts shown;
     juce::StringArray message, shownNotice;
-    int messageTurns = 0; ///< polls that the message still stands on a deck with a track
+    std::optional<juce::uint32> messageEnds; ///< when the message goes from a deck with a track
     int seatsLeft = -1, seatsRight = -1;
     bool dropTarget = false;
 };

@@ -76,7 +76,7 @@ void DeckContainerPanel::paint (juce::Graphics& g)
 {
     g.setColour (palette::panel);
     g.fillRect (getLocalBounds());
-    // What parts the panels stands where the next one begins.
+    // The line between two panels stands where the next one begins.
     g.setColour (palette::edgeDark);
     g.fillRect (side == Side::left ? getWidth() - 1 : 0, 0, 1, getHeight() - 1);
 }

@@ -2,6 +2,7 @@
 
 #include "deck/state/DeckNumbers.h"
 #include "ui/panel/ControlPanel.h"
+#include "ui/poll/DeckWatch.h"
 
 #include <array>
 #include <functional>
@@ -10,7 +11,7 @@ class PXTextButton;
 
 /** The utility panels of a deck, each 100 by 166. Which of them can be offered says UtilityPanels.h. */
 
-/** Beat loops by size, rolling ones, and those set by hand. */
+/** Beat loops by size, rolling loops and manual ones. */
 class DeckLoopPanel : public ControlPanel
 {
 public:
@@ -28,7 +29,7 @@ public:
 private:
     void mouseDown (const juce::MouseEvent&) override;
 
-    const int deckIndex;
+    const DeckWatch watch;
     std::array<PXTextButton*, hotCueCount> buttons {};
 };
 
@@ -44,14 +45,14 @@ public:
     const juce::String& tuningText() const noexcept { return shown; }
 
 private:
-    void pollCalm() override;
+    void pollMoving() override;
     void tune (double semitones);
 
-    const int deckIndex;
+    const DeckWatch watch;
     juce::String shown;
 };
 
-/** Where the beats lie. */
+/** The beat grid and its edits. */
 class DeckGridPanel : public ControlPanel
 {
 public:
@@ -60,12 +61,12 @@ public:
     void paint (juce::Graphics&) override;
 
 private:
-    void pollCalm() override;
+    void pollMoving() override;
     void mouseDown (const juce::MouseEvent&) override;
     PXTextButton& addButton (const char* name, const char* text, juce::Rectangle<int>, const char* tip,
                              std::function<void()> act);
 
-    const int deckIndex;
+    const DeckWatch watch;
     PXTextButton& fixed;
     juce::String tempo;
 };

@@ -6,17 +6,24 @@
 
 namespace
 {
-using Kind = ControlRow::Kind;
-using Lit = ControlRow::Lit;
+using Kind = ControlSpec::Kind;
+using Lit = ControlSpec::Lit;
+using Words = ControlSpec::Words;
 
 constexpr int column = 36, columnWidth = 60;
 constexpr int pitchRanges = 13;
 
+/** The way of the fader to either side of its middle. @param range   from end to end */
+juce::String reachText (double range)
+{
+    return juce::String (juce::roundToInt (50.0 * range)) + " %";
+}
+
 // clang-format off
-constexpr ControlRow table[] {
-    { Kind::fader, "_pitchSlider",      "PITCH_",                  "pitch_164", { 4, 0, 28, 164 }, "Pitch: down is faster" },
-    { Kind::text,  "_pitchResetButton", "PITCH_RESET_",            "RESET", { column, 110, columnWidth, 24 }, "Pitch to its centre", Lit::never },
-    { Kind::text,  "_keyLockButton",    "KEY_LOCK_",               "KEY",   { column, 138, columnWidth, 24 }, "Key lock: the tempo moves, the key stays" },
+constexpr PlacedControl table[] {
+    { { Kind::fader, "_pitchSlider",      "PITCH_",                  "pitch_164", "Pitch fader: down is faster", Lit::plain, "", false, Words::pitch }, { 4, 0, 28, 164 } },
+    { { Kind::text,  "_pitchResetButton", "PITCH_RESET_",            "RESET", "Returns the pitch to 0 %", Lit::never }, { column, 110, columnWidth, 24 } },
+    { { Kind::text,  "_keyLockButton",    "KEY_LOCK_",               "KEY", "Key lock: tempo changes leave the key alone" }, { column, 138, columnWidth, 24 } },
 };
 // clang-format on
 
@@ -25,7 +32,7 @@ const juce::Rectangle<int> tempoArea { column - 3, 0, columnWidth + 6, 24 },
                                                pitchUnit = tempoUnit.translated (0, 40);
 const juce::Rectangle<int> rangeArea { column, 82, columnWidth, 24 };
 
-/** What the fader adds to the speed. @param percent   the number of figures stays, so that it never outgrows its place */
+/** The percent that the fader adds to the speed. The number of figures stays, so that it never outgrows its place. */
 juce::String pitchText (double percent)
 {
     return juce::String::formatted (std::abs (percent) < 99.995 ? "%+.2f" : "%+.1f",
@@ -34,21 +41,21 @@ juce::String pitchText (double percent)
 }
 
 DeckTempoPanel::DeckTempoPanel (CPlatterdex& e, int deck)
-    : ControlPanel (e, Pace::moving),
-      deckIndex (deck),
+    : ControlPanel (e),
+      watch (e, deck),
       range (own (std::make_unique<MenuButton>()))
 {
     addControls (table, deck);
     addLabel ("BPM", tempoUnit);
     addLabel ("%", pitchUnit);
     range.setComponentID ("_pitchRangeButton");
-    range.setTooltip ("How far the pitch faders of all decks reach");
+    range.setTooltip ("Pitch range of all decks, up and down");
     range.setBounds (rangeArea);
     range.onFillMenu = [this] (juce::PopupMenu& menu)
     {
         for (int index = 0; index < pitchRanges; ++index)
-            menu.addItem (index + 1, juce::String (juce::roundToInt (50.0 * pitchRangeOf (index))) + " %",
-                          true, engine.settings.pitchRangeIndex == index);
+            menu.addItem (index + 1, reachText (pitchRangeOf (index)), true,
+                          engine.settings.pitchRangeIndex == index);
     };
     range.onMenuChoice = [this] (int id)
     {
@@ -61,13 +68,7 @@ DeckTempoPanel::DeckTempoPanel (CPlatterdex& e, int deck)
 void DeckTempoPanel::pollMoving()
 {
     pollControls();
-    const auto& deck = *engine.decks.deck (deckIndex);
-    Texts next;
-    // Without a grid nobody knows how fast the music is.
-    next.tempo = deck.track.numBeats > 0 || deck.marks.fixedGrid != 0
-                     ? juce::String (deck.marks.bpm * deck.tempo.factor, 2)
-                     : PanelPaint::dash();
-    next.pitch = pitchText (100.0 * (deck.tempo.pitch - 0.5) * engine.decks.pitchRange);
+    const Texts next { PanelPaint::bpm (watch->grid, watch->bpm()), pitchText (100.0 * watch->pitchShare) };
     if (next == shown)
         return;
     shown = next;
@@ -77,7 +78,7 @@ void DeckTempoPanel::pollMoving()
 
 void DeckTempoPanel::pollCalm()
 {
-    range.setButtonText (juce::String (juce::roundToInt (100.0 * engine.decks.pitchRange)) + " %");
+    range.setButtonText (reachText (watch->pitchRange));
 }
 
 void DeckTempoPanel::paint (juce::Graphics& g)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/panel/ControlPanel.h"
+#include "ui/poll/DeckWatch.h"
 #include "ui/widgets/MenuButton.h"
 
 /** The pitch fader and what belongs to it: tempo, range, key lock and bends. */
@@ -23,7 +24,7 @@ private:
     void pollMoving() override;
     void pollCalm() override;
 
-    const int deckIndex;
+    const DeckWatch watch;
     MenuButton& range;
     Texts shown;
 };

@@ -1,23 +1,23 @@
 #include "ui/decks/EditMenu.h"
 
 #include "engine/CPlatterdex.h"
+#include "ui/look/OpenMenu.h"
+#include "ui/poll/DeckWatch.h"
 
 namespace EditMenu
 {
-void addTo (juce::PopupMenu& menu, CPlatterdex& engine, int deck)
+void addTo (juce::PopupMenu& menu, CPlatterdex& engine, const DeckWatch& watch)
 {
-    const auto& edits = engine.decks.deck (deck)->edits;
-    menu.addItem ("Undo (Ctrl+Z)", edits.undoCount() > 0, false,
-                  [&engine, deck] { engine.grids.undo (deck); });
-    menu.addItem ("Redo (Ctrl+Shift+Z)", edits.redoCount() > 0, false,
+    const auto deck = watch.deck();
+    menu.addItem ("Undo (Ctrl+Z)", watch->canUndo, false, [&engine, deck] { engine.grids.undo (deck); });
+    menu.addItem ("Redo (Ctrl+Shift+Z)", watch->canRedo, false,
                   [&engine, deck] { engine.grids.redo (deck); });
 }
 
-void show (CPlatterdex& engine, int deck, juce::Component& owner)
+void show (CPlatterdex& engine, const DeckWatch& watch, juce::Component& owner)
 {
     juce::PopupMenu menu;
-    menu.setLookAndFeel (&owner.getLookAndFeel());
-    addTo (menu, engine, deck);
-    menu.showMenuAsync (juce::PopupMenu::Options().withDeletionCheck (owner));
+    addTo (menu, engine, watch);
+    openMenu (menu, owner, {});
 }
 }

@@ -3,12 +3,13 @@
 #include <juce_gui_basics/juce_gui_basics.h>
 
 class CPlatterdex;
+class DeckWatch;
 
-/** The way back from an edit of a deck's cues or grid, and on again. */
+/** Undo and redo of a deck's cues and grid. */
 namespace EditMenu
 {
-void addTo (juce::PopupMenu&, CPlatterdex&, int deck);
+void addTo (juce::PopupMenu&, CPlatterdex&, const DeckWatch&);
 
 /** Opens a menu of nothing else. @param owner   the menu does nothing once it has gone */
-void show (CPlatterdex&, int deck, juce::Component& owner);
+void show (CPlatterdex&, const DeckWatch&, juce::Component& owner);
 }

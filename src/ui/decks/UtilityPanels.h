@@ -26,7 +26,7 @@ enum Index
 inline constexpr std::array<const char*, count> names { "Loop", "Cue",       "Grid",  "DVS",
                                                         "Key",  "SmartKnob", "Tempo", "Empty" };
 
-/** Whether a panel's function exists: only such panels are offered. */
+/** True if a panel's function exists: only such panels are offered. */
 bool isOffered (int index);
 
 /** @returns null for the empty panel and for one that isn't offered */

@@ -9,7 +9,7 @@ constexpr float darkening = 0.6f, brightening = 0.3f;
 void put (const juce::Image::BitmapData& bitmap, int x, int y, juce::PixelARGB pixel)
 {
     if (y >= 0 && y < bitmap.height)
-        *reinterpret_cast<juce::PixelARGB*> (bitmap.getPixelPointer (x, y)) = pixel;
+        reinterpret_cast<juce::PixelRGB*> (bitmap.getPixelPointer (x, y))->set (pixel);
 }
 
 /** A column from `top` to `bottom` that goes from `centre` at the centre line to `tip` at both ends. */

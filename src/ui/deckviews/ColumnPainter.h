@@ -18,7 +18,7 @@ struct ColumnPainter
     juce::Colour plain;
     TrackScale track;
 
-    /** Fills a clear bitmap whose left edge is a physical column of the track, and whose height is imageHeight times the
+    /** Draws into an RGB bitmap whose left edge is a physical column of the track, and whose height is imageHeight times the
         scale. */
     void paint (juce::Image::BitmapData&, int64_t firstColumn) const;
 };

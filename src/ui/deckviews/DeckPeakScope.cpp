@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "tracks/PXAudioSampleBuffer.h"
 #include "ui/deckviews/PeakColumns.h"
 
 #include <bit>
@@ -18,7 +19,8 @@ DeckPeakScope::DeckPeakScope (CPlatterdex& e, int deck)
     : PollingView (Pace::moving),
       putPointer ([] (juce::Point<float> place) { juce::Desktop::setMousePosition (place.roundToInt()); }),
       engine (e),
-      deckIndex (deck)
+      watch (e, deck),
+      image (palette::ground)
 {
     setOpaque (true);
     setRepaintsOnMouseActivity (false);
@@ -28,11 +30,6 @@ DeckPeakScope::DeckPeakScope (CPlatterdex& e, int deck)
 DeckPeakScope::~DeckPeakScope()
 {
     engine.listeners.remove (*this);
-}
-
-const DeckPlayer& DeckPeakScope::player() const
-{
-    return *engine.decks.deck (deckIndex);
 }
 
 void DeckPeakScope::redrawAll()
@@ -48,7 +45,7 @@ void DeckPeakScope::setSamplesPerPixel (int samples)
     if (std::exchange (zoom, next) == next)
         return;
     redrawAll();
-    pollMoving();
+    refresh();
 }
 
 void DeckPeakScope::resized()
@@ -60,15 +57,15 @@ void DeckPeakScope::resized()
 void DeckPeakScope::engineEvent (EngineEvent event, int index)
 {
     using enum EngineEvent;
-    if (index == deckIndex && (event == trackLeft || event == trackLoaded || event == loadFailed))
+    if (index == deck() && (event == trackLeft || event == trackLoaded || event == loadFailed))
         redrawAll();
 }
 
 void DeckPeakScope::pollMoving()
 {
     step (steps.due (juce::Time::getCurrentTime()));
-    const int32_t loaded = player().track.loadedFrames;
-    const auto pixel = static_cast<int64_t> (player().heardPosition()) / zoom;
+    const auto loaded = watch->loadedFrames;
+    const auto pixel = static_cast<int64_t> (watch->position) / zoom;
     if (loaded != loadedFrames)
     {
         if (loaded < loadedFrames)
@@ -115,20 +112,23 @@ void DeckPeakScope::mouseDrag (const juce::MouseEvent& event)
 void DeckPeakScope::step (std::optional<double> move)
 {
     if (move.has_value())
-        engine.transport.dragJog (deckIndex, *move, scrubGain);
+        engine.transport.dragJog (deck(), *move, scrubGain);
 }
 
 void DeckPeakScope::paintColumns (juce::Image::BitmapData& bitmap, int64_t first) const
 {
     const PeakColumns columns { zoom / scale };
-    const auto pixel = waveColour.getPixelARGB();
-    const auto middle = bitmap.height / 2;
+    const auto middle = bitmap.height / 2, line = std::max (1, juce::roundToInt (scale));
+    const auto put = [&bitmap] (int x, int y, juce::Colour colour)
+    { reinterpret_cast<juce::PixelRGB*> (bitmap.getPixelPointer (x, y))->set (colour.getPixelARGB()); };
     const auto frames =
-        std::min (loadedFrames, player().track.loadedFrames.get()); // another track may just have begun
+        std::min (loadedFrames, watch.look().loadedFrames); // another track may just have begun
     for (int x = 0; x < bitmap.width; ++x)
     {
+        for (int y = middle; y < middle + line; ++y)
+            put (x, y, palette::line);
         auto inTrack = false;
-        const auto peaks = columns.of (player().audioMemory, frames, first + x, inTrack);
+        const auto peaks = columns.of (*watch->samples, frames, first + x, inTrack);
         if (!inTrack)
             continue;
         // 16 bits fill the height: shifted by 11 bits they would fill 32 rows.
@@ -136,7 +136,7 @@ void DeckPeakScope::paintColumns (juce::Image::BitmapData& bitmap, int64_t first
         const auto top = juce::jlimit (0, bitmap.height - 1, rowOf (peaks.most));
         const auto bottom = juce::jlimit (top + 1, bitmap.height, rowOf (peaks.least));
         for (int y = top; y < bottom; ++y)
-            *reinterpret_cast<juce::PixelARGB*> (bitmap.getPixelPointer (x, y)) = pixel;
+            put (x, y, waveColour);
     }
 }
 
@@ -151,17 +151,13 @@ void DeckPeakScope::paint (juce::Graphics& g)
     image.moveTo (PeakColumns { zoom / scale }.columnAt (static_cast<double> (shownPixel * zoom)) - centre,
                   [this] (auto& bitmap, int64_t first) { paintColumns (bitmap, first); });
 
-    g.fillAll (palette::ground);
     g.addTransform (juce::AffineTransform::scale (static_cast<float> (1.0 / scale)));
     g.setImageResamplingQuality (juce::Graphics::lowResamplingQuality);
-    const auto line = std::max (1, juce::roundToInt (scale));
-    g.setColour (palette::line);
-    g.fillRect (0, height / 2, width, line);
     g.setOpacity (1.0f);
     g.drawImageAt (image.image(), 0, 0);
     if (loadedFrames > 0)
     {
         g.setColour (positionColour);
-        g.fillRect (centre, 0, line, height);
+        g.fillRect (centre, 0, std::max (1, juce::roundToInt (scale)), height);
     }
 }

@@ -3,12 +3,12 @@
 #include "support/EngineListener.h"
 #include "ui/deckviews/DragSteps.h"
 #include "ui/deckviews/ScrollingImage.h"
+#include "ui/poll/DeckWatch.h"
 #include "ui/poll/PollingView.h"
 
 #include <functional>
 
 class CPlatterdex;
-struct DeckPlayer;
 
 /** The samples around the playing position, magnified. The wheel zooms, a drag scrubs. */
 class DeckPeakScope : public PollingView, private EngineListener
@@ -20,7 +20,7 @@ public:
     DeckPeakScope (CPlatterdex&, int deck);
     ~DeckPeakScope() override;
 
-    int deck() const noexcept { return deckIndex; }
+    int deck() const noexcept { return watch.deck(); }
 
     /** Frames of the file in a logical pixel: a power of two. */
     int samplesPerPixel() const noexcept { return zoom; }
@@ -42,13 +42,12 @@ private:
     void engineEvent (EngineEvent, int index) override;
     void engineMessage (const juce::String&, int) override {}
 
-    const DeckPlayer& player() const;
     void redrawAll();
     void step (std::optional<double> move);
     void paintColumns (juce::Image::BitmapData&, int64_t first) const;
 
     CPlatterdex& engine;
-    const int deckIndex;
+    const DeckWatch watch;
     int zoom = 32;
     float wheelTravel = 0.0f;
 

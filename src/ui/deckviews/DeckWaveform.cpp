@@ -1,8 +1,8 @@
 #include "ui/deckviews/DeckWaveform.h"
 
-#include "deck/FileImportThread.h"
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "skin/Skin.h"
 #include "ui/deckviews/ColumnPainter.h"
 #include "ui/look/FigureText.h"
 #include "ui/look/SMLookAndFeel.h"
@@ -22,8 +22,10 @@ constexpr double scratchGain = 0.02;
 DeckWaveform::DeckWaveform (CPlatterdex& e, int deck)
     : PollingView (Pace::moving),
       engine (e),
-      deckIndex (deck)
+      watch (e, deck),
+      image (palette::ground)
 {
+    addAndMakeVisible (picture);
     engine.listeners.add (*this);
     setRepaintsOnMouseActivity (false);
 }
@@ -32,12 +34,7 @@ DeckWaveform::~DeckWaveform()
 {
     engine.listeners.remove (*this);
     if (scratching)
-        engine.transport.setScratch (deckIndex, false, false);
-}
-
-DeckPlayer& DeckWaveform::player() const
-{
-    return *engine.decks.deck (deckIndex);
+        engine.transport.setScratch (deck(), false, false);
 }
 
 juce::Rectangle<int> DeckWaveform::timeArea (int width)
@@ -53,6 +50,7 @@ void DeckWaveform::setNotice (const juce::StringArray& lines)
 
 void DeckWaveform::resized()
 {
+    picture.setBounds (0, MarkPainter::numberTop, getWidth(), pictureBottom - MarkPainter::numberTop);
     redrawAll();
     refresh();
 }
@@ -60,9 +58,11 @@ void DeckWaveform::resized()
 void DeckWaveform::engineEvent (EngineEvent event, int index)
 {
     using enum EngineEvent;
-    if (index == deckIndex
-        && (event == loadBegan || event == trackLeft || event == waveformReady || event == trackLoaded
-            || event == loadFailed))
+    if (index != deck())
+        return;
+    beats.forget();
+    if (event == loadBegan || event == trackLeft || event == waveformReady || event == trackLoaded
+        || event == loadFailed)
         redrawAll();
 }
 
@@ -74,7 +74,7 @@ void DeckWaveform::redrawAll()
 
 void DeckWaveform::repaintPicture()
 {
-    repaint (0, MarkPainter::numberTop, getWidth(), pictureBottom - MarkPainter::numberTop);
+    picture.repaint();
 }
 
 bool DeckWaveform::followLoading (int32_t loadedFrames)
@@ -92,11 +92,11 @@ bool DeckWaveform::followLoading (int32_t loadedFrames)
     return from <= shown.entry + getWidth() / 2 + 1;
 }
 
-bool DeckWaveform::followBeats (BeatWindow::Copy when)
+bool DeckWaveform::followBeats()
 {
     const auto middle = static_cast<double> (shown.entry * framesPerOverviewEntry);
     const auto reach = (getWidth() / 2 + 1.0) * framesPerOverviewEntry;
-    return beats.update (player(), middle - reach, middle + reach, when);
+    return beats.update (watch, middle - reach, middle + reach);
 }
 
 void DeckWaveform::pollMoving()
@@ -104,11 +104,10 @@ void DeckWaveform::pollMoving()
     if (scratching)
         step (steps.due (juce::Time::getCurrentTime()));
 
-    const auto& deck = player();
-    const auto entry = static_cast<int64_t> (deck.heardPosition()) / framesPerOverviewEntry;
+    const auto entry = static_cast<int64_t> (watch->position) / framesPerOverviewEntry;
     auto changed = std::exchange (shown.entry, entry) != entry;
-    changed |= followLoading (deck.track.loadedFrames);
-    changed |= followBeats (BeatWindow::Copy::ifNeeded);
+    changed |= followLoading (watch->loadedFrames);
+    changed |= followBeats();
 
     const auto spectral = engine.settings.editor[EditorPreference::spectralWaveform] != 0;
     if (std::exchange (shown.spectral, spectral) != spectral)
@@ -116,9 +115,9 @@ void DeckWaveform::pollMoving()
         image.invalidate();
         changed = true;
     }
-    if (const auto places = TrackPlaces::of (deck); places != shown.places)
+    if (watch->places != shown.places)
     {
-        shown.places = places;
+        shown.places = watch->places;
         changed = true;
     }
     if (changed)
@@ -134,26 +133,24 @@ void DeckWaveform::pollMoving()
 void DeckWaveform::pollCalm()
 {
     auto next = readNotice();
-    const auto changed = followBeats (BeatWindow::Copy::always) || next != shown.notice;
+    if (next == shown.notice)
+        return;
     shown.notice = std::move (next);
-    if (changed)
-        repaintPicture();
+    repaintPicture();
 }
 
 juce::String DeckWaveform::readTime() const
 {
-    const auto& deck = player();
-    const double rate = deck.track.sampleRate;
-    if (deck.track.loadedFrames < 1 || !(rate > 0.0))
+    const auto rate = watch->grid.sampleRate, position = watch->position;
+    if (watch->loadedFrames < 1 || !(rate > 0.0))
         return timeText (std::numeric_limits<double>::quiet_NaN());
-    const auto position = deck.heardPosition();
-    return remainingTimeShown ? "-" + timeText (std::max (0.0, (deck.track.loadedFrames - position) / rate))
+    return remainingTimeShown ? "-" + timeText (std::max (0.0, (watch->loadedFrames - position) / rate))
                               : timeText (position / rate);
 }
 
 juce::StringArray DeckWaveform::readNotice() const
 {
-    if (notice.isEmpty() && player().importThread != nullptr && player().importThread->isBusy())
+    if (notice.isEmpty() && watch->loading)
         return { "LOADING..." };
     return notice;
 }
@@ -166,7 +163,7 @@ void DeckWaveform::mouseDown (const juce::MouseEvent& event)
     scratching = true;
     lastMouseX = event.position.x;
     steps.begin();
-    engine.transport.setScratch (deckIndex, true, false);
+    engine.transport.setScratch (deck(), true, false);
 }
 
 void DeckWaveform::mouseDrag (const juce::MouseEvent& event)
@@ -180,7 +177,7 @@ void DeckWaveform::mouseDrag (const juce::MouseEvent& event)
              && event.mouseWasDraggedSinceMouseDown())
     {
         dragStarted = true;
-        if (player().track.loadedFrames > 0)
+        if (watch->loadedFrames > 0)
             beginTrackDrag (pictureOfStripAt (event.getMouseDownPosition()));
     }
 }
@@ -189,7 +186,7 @@ void DeckWaveform::mouseUp (const juce::MouseEvent& event)
 {
     if (std::exchange (scratching, false))
     {
-        engine.transport.setScratch (deckIndex, false, false);
+        engine.transport.setScratch (deck(), false, false);
         return;
     }
     const auto fromCentre = std::abs (event.x - getWidth() / 2);
@@ -203,8 +200,8 @@ void DeckWaveform::mouseUp (const juce::MouseEvent& event)
 
 void DeckWaveform::step (std::optional<double> move)
 {
-    if (move.has_value() && player().jog.scratchOn != 0)
-        engine.transport.dragJog (deckIndex, *move, scratchGain);
+    if (move.has_value() && watch.look().scratching)
+        engine.transport.dragJog (deck(), *move, scratchGain);
 }
 
 void DeckWaveform::beginTrackDrag (const juce::Image& picture)
@@ -232,20 +229,38 @@ void DeckWaveform::paint (juce::Graphics& g)
     g.setColour (shown.loadedFrames > 0 ? palette::value : palette::label);
     g.setFont (SMLookAndFeel::font (SMLookAndFeel::figureSize));
     drawFigures (g, shown.time, timeArea (getWidth()));
+}
 
+/** The strip's ground: the end of its head, and below it the well of the wave. */
+void DeckWaveform::paintGround (juce::Graphics& g) const
+{
+    constexpr int wellTop = pictureTop + 2; // below the edge that the well begins with
+    const auto strip = skin::strip ("deck_strip", g);
+    const juce::Rectangle<int> middle (strip.width / 3, MarkPainter::numberTop, strip.width / 3,
+                                       wellTop - MarkPainter::numberTop);
+    for (int x = 0; x < getWidth(); x += middle.getWidth())
+        strip.drawPart (g, { x, middle.getY() }, middle, 0);
+    g.setColour (palette::ground);
+    g.fillRect (0, wellTop, getWidth(), pictureBottom - wellTop);
+}
+
+void DeckWaveform::paintPicture (juce::Graphics& g)
+{
+    g.setOrigin (0, -MarkPainter::numberTop);
+    paintGround (g);
     const auto now = TrackScale::ofScreen (g.getInternalContext().getPhysicalPixelScaleFactor());
     if (std::exchange (track, now).scale != now.scale)
         image.invalidate();
     const auto width = track.length (getWidth()), centre = track.length (getWidth() / 2);
     const auto left = track.columnOf (shown.entry) - centre;
-    const ColumnPainter columns { *player().overview, shown.loadedFrames, shown.spectral,
-                                  palette::decks[static_cast<size_t> (deckIndex)], track };
+    const ColumnPainter columns { *watch->overview, shown.loadedFrames, shown.spectral,
+                                  palette::decks[static_cast<size_t> (deck())], track };
     image.setSize (width, track.length (ColumnPainter::imageHeight));
     lastColumnsDrawn =
         image.moveTo (left, [&columns] (auto& bitmap, int64_t first) { columns.paint (bitmap, first); });
 
     const auto layout = MarkLayout::of (beats.beats(), shown.places, track, left, width);
-    marks.prepare (track, deckIndex);
+    marks.prepare (track, deck());
     {
         // From here on in the screen's own pixels, so that nothing is blurred.
         const juce::Graphics::ScopedSaveState state (g);
@@ -253,7 +268,7 @@ void DeckWaveform::paint (juce::Graphics& g)
         g.setImageResamplingQuality (juce::Graphics::lowResamplingQuality);
         g.setOpacity (1.0f);
         const auto top = track.length (imageTop);
-        // Most of a tick goes into laying the wave over the strip's ground: only where a column can be.
+        // Only the rows where a column can be.
         const auto reach = track.length (ColumnPainter::reach);
         const auto first = track.length (ColumnPainter::centreLine) - reach;
         g.drawImageAt (image.image().getClippedImage ({ 0, first, width, 2 * reach }), 0, top + first);

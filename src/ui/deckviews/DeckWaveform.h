@@ -6,29 +6,28 @@
 #include "ui/deckviews/MarkPainter.h"
 #include "ui/deckviews/ScrollingImage.h"
 #include "ui/poll/PollingView.h"
-#include "ui/poll/TrackPlaces.h"
 
 class CPlatterdex;
 
 /** The waveform that runs through a deck's strip below a fixed playhead, with the marks of beats, cues and loops, and the
     time above it. The picture is a record under the hand: pressed it stands, dragged it is scratched.
 
-    Its top is the strip's top, and what it draws lies at fixed heights from there; above the picture it draws the time
-    alone. It is not opaque. */
+    Its top is the strip's top, and what it draws lies at fixed heights from there. Above the picture it draws the time
+    alone; the picture is opaque and covers the strip's ground, which looks the same everywhere along the strip. */
 class DeckWaveform : public PollingView, private EngineListener
 {
 public:
     /** Logical pixels from the strip's top. */
     static constexpr int pictureTop = MarkPainter::pictureTop, pictureBottom = 190, imageTop = 74;
 
-    /** What a drag out of the strip carries; the deck is the source component's. */
+    /** Names a drag out of the strip; the deck is the source component's. */
     static constexpr const char* dragDescription = "DeckWaveformDragSource";
 
     /** @param deck   0 to 3 */
     DeckWaveform (CPlatterdex&, int deck);
     ~DeckWaveform() override;
 
-    int deck() const noexcept { return deckIndex; }
+    int deck() const noexcept { return watch.deck(); }
 
     /** Lines that stand in the middle of the picture until an empty array takes them away. */
     void setNotice (const juce::StringArray& lines);
@@ -53,7 +52,22 @@ protected:
     virtual void beginTrackDrag (const juce::Image& picture);
 
 private:
-    /** What of the engine can be seen. */
+    /** The rows from the first bar number down to the strip's lower part. */
+    class Picture : public juce::Component
+    {
+    public:
+        explicit Picture (DeckWaveform& o) : owner (o)
+        {
+            setOpaque (true);
+            setInterceptsMouseClicks (false, false);
+        }
+        void paint (juce::Graphics& g) override { owner.paintPicture (g); }
+
+    private:
+        DeckWaveform& owner;
+    };
+
+    /** The state that was painted last. */
     struct Shown
     {
         int64_t entry = 0; ///< at the playhead
@@ -69,24 +83,26 @@ private:
     void engineEvent (EngineEvent, int index) override;
     void engineMessage (const juce::String&, int) override {}
 
-    DeckPlayer& player() const;
     void redrawAll();
     void repaintPicture();
     bool followLoading (int32_t loadedFrames);
-    bool followBeats (BeatWindow::Copy);
+    bool followBeats();
     juce::String readTime() const;
     juce::StringArray readNotice() const;
     void step (std::optional<double> move);
     juce::Image pictureOfStripAt (juce::Point<int>);
+    void paintPicture (juce::Graphics&);
+    void paintGround (juce::Graphics&) const;
     void paintNotice (juce::Graphics&) const;
 
     CPlatterdex& engine;
-    const int deckIndex;
+    const DeckWatch watch;
 
     Shown shown;
     juce::StringArray notice;
     bool remainingTimeShown = false;
 
+    Picture picture { *this };
     ScrollingImage image;
     TrackScale track; ///< of the last paint
     BeatWindow beats;

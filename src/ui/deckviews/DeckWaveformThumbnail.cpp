@@ -18,7 +18,7 @@ constexpr float leastMinuteWidth = 24.0f; ///< below it the minutes are ticks wi
 DeckWaveformThumbnail::DeckWaveformThumbnail (CPlatterdex& e, int deck)
     : PollingView (Pace::moving),
       engine (e),
-      deckIndex (deck)
+      watch (e, deck)
 {
     setOpaque (true);
     setRepaintsOnMouseActivity (false);
@@ -28,11 +28,6 @@ DeckWaveformThumbnail::DeckWaveformThumbnail (CPlatterdex& e, int deck)
 DeckWaveformThumbnail::~DeckWaveformThumbnail()
 {
     engine.listeners.remove (*this);
-}
-
-const DeckPlayer& DeckWaveformThumbnail::player() const
-{
-    return *engine.decks.deck (deckIndex);
 }
 
 void DeckWaveformThumbnail::rebuildLater()
@@ -50,7 +45,7 @@ void DeckWaveformThumbnail::resized()
 void DeckWaveformThumbnail::engineEvent (EngineEvent event, int index)
 {
     using enum EngineEvent;
-    if (index == deckIndex && (event == trackLeft || event == trackLoaded || event == loadFailed))
+    if (index == deck() && (event == trackLeft || event == trackLoaded || event == loadFailed))
         rebuildLater();
 }
 
@@ -61,8 +56,7 @@ float DeckWaveformThumbnail::xOf (double frame) const
 
 int DeckWaveformThumbnail::playheadAt() const
 {
-    return loadedFrames > 0 ? juce::jlimit (0, getWidth(), static_cast<int> (xOf (player().heardPosition())))
-                            : -1;
+    return loadedFrames > 0 ? juce::jlimit (0, getWidth(), static_cast<int> (xOf (watch->position))) : -1;
 }
 
 void DeckWaveformThumbnail::pollMoving()
@@ -70,22 +64,22 @@ void DeckWaveformThumbnail::pollMoving()
     const auto next = playheadAt();
     if (next == playheadX)
         return;
-    const auto [from, to] = std::minmax (next, playheadX);
+    const auto from = std::min (next, playheadX), to = std::max (next, playheadX);
     playheadX = next;
     repaint (from - playheadWidth, 0, to - from + 2 * playheadWidth, getHeight());
 }
 
 void DeckWaveformThumbnail::pollCalm()
 {
-    if (const int32_t loaded = player().track.loadedFrames; loaded != loadedFrames)
+    if (const auto loaded = watch->loadedFrames; loaded != loadedFrames)
     {
         loadedFrames = loaded;
         playheadX = playheadAt();
         rebuildLater();
     }
-    if (const auto next = TrackPlaces::of (player()); next != places)
+    if (watch->places != places)
     {
-        places = next;
+        places = watch->places;
         repaint();
     }
 }
@@ -107,8 +101,8 @@ void DeckWaveformThumbnail::seekTo (float x)
     if (x == soughtX || getWidth() < 1)
         return;
     soughtX = x;
-    engine.transport.seekNormalised (deckIndex, static_cast<double> (x) / getWidth());
-    pollMoving();
+    engine.transport.seekNormalised (deck(), static_cast<double> (x) / getWidth());
+    refresh();
 }
 
 void DeckWaveformThumbnail::build (double scale)
@@ -123,9 +117,9 @@ void DeckWaveformThumbnail::build (double scale)
     picture.clear (picture.getBounds(), palette::ground);
     if (loadedFrames < 1)
         return;
-    const auto columns = ThumbnailColumns::of (*player().overview, loadedFrames, width);
+    const auto columns = ThumbnailColumns::of (*watch->overview, loadedFrames, width);
     juce::Image::BitmapData bitmap (picture, juce::Image::BitmapData::readWrite);
-    const auto hue = palette::decks[static_cast<size_t> (deckIndex)];
+    const auto hue = palette::decks[static_cast<size_t> (deck())];
     const auto rowOf = [height] (int sample) { return (fullScale - sample) * height / (2 * fullScale); };
     for (int x = 0; x < width; ++x)
     {
@@ -154,13 +148,13 @@ void DeckWaveformThumbnail::paint (juce::Graphics& g)
     paintPlaces (g);
     g.setColour (palette::ink);
     g.fillRect (playheadX - playheadWidth / 2 - 1, 0, playheadWidth + 2, getHeight());
-    g.setColour (palette::decks[static_cast<size_t> (deckIndex)].brighter (0.6f));
+    g.setColour (palette::decks[static_cast<size_t> (deck())].brighter (0.6f));
     g.fillRect (playheadX - playheadWidth / 2, 0, playheadWidth, getHeight());
 }
 
 void DeckWaveformThumbnail::paintMinutes (juce::Graphics& g) const
 {
-    const auto step = xOf (player().track.sampleRate * 60.0);
+    const auto step = xOf (watch->grid.sampleRate * 60.0);
     if (!(step > 2.0f))
         return;
     const auto withNumbers = step >= leastMinuteWidth && getHeight() >= 2 * minuteTextHeight;

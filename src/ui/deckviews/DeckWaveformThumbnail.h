@@ -1,8 +1,8 @@
 #pragma once
 
 #include "support/EngineListener.h"
+#include "ui/poll/DeckWatch.h"
 #include "ui/poll/PollingView.h"
-#include "ui/poll/TrackPlaces.h"
 
 class CPlatterdex;
 
@@ -14,9 +14,9 @@ public:
     DeckWaveformThumbnail (CPlatterdex&, int deck);
     ~DeckWaveformThumbnail() override;
 
-    int deck() const noexcept { return deckIndex; }
+    int deck() const noexcept { return watch.deck(); }
 
-    /** How often the picture has been built; for those who measure. */
+    /** Times that the picture has been built; for those who measure. */
     int builds() const noexcept { return buildCount; }
 
     void paint (juce::Graphics&) override;
@@ -30,7 +30,6 @@ private:
     void engineEvent (EngineEvent, int index) override;
     void engineMessage (const juce::String&, int) override {}
 
-    const DeckPlayer& player() const;
     void rebuildLater();
     void build (double scale);
     void seekTo (float x);
@@ -40,7 +39,7 @@ private:
     void paintPlaces (juce::Graphics&) const;
 
     CPlatterdex& engine;
-    const int deckIndex;
+    const DeckWatch watch;
     juce::Image picture;
     double pictureScale = 0.0;
     bool stale = true;

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-MarkLayout MarkLayout::of (std::span<const BeatWindow::Beat> beats, const TrackPlaces& places,
-                           TrackScale track, int64_t left, int width)
+MarkLayout MarkLayout::of (std::span<const GridBeat> beats, const TrackPlaces& places, TrackScale track,
+                           int64_t left, int width)
 {
     MarkLayout layout;
     const auto xOf = [&] (double frame) { return track.columnAt (frame) - left; };

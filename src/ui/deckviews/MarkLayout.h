@@ -1,10 +1,10 @@
 #pragma once
 
-#include "ui/deckviews/BeatWindow.h"
 #include "ui/deckviews/TrackScale.h"
-#include "ui/poll/TrackPlaces.h"
+#include "ui/poll/DeckWatch.h"
 
 #include <optional>
+#include <span>
 #include <vector>
 
 enum class MarkKind
@@ -21,7 +21,7 @@ enum class MarkKind
     loopOut
 };
 
-/** What an entry of the grid shows.
+/** The mark of an entry of the grid.
     @param fromDownbeat   entries, half a beat each, from the downbeat's */
 constexpr MarkKind kindOfBeat (int fromDownbeat) noexcept
 {
@@ -68,6 +68,5 @@ struct MarkLayout
 
     /** @param left    the physical column of the track at the window's left edge
         @param width   of the window, physical pixels */
-    static MarkLayout of (std::span<const BeatWindow::Beat>, const TrackPlaces&, TrackScale, int64_t left,
-                          int width);
+    static MarkLayout of (std::span<const GridBeat>, const TrackPlaces&, TrackScale, int64_t left, int width);
 };

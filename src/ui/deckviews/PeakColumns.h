@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-/** How samples lie on the pixels of a screen, and the extremes of those in a column. */
+/** Lays samples on the pixels of a screen, and finds the extremes of those in a column. */
 struct PeakColumns
 {
     double framesPerColumn = 1.0; ///< of a physical column, above 0

@@ -9,7 +9,7 @@ void ScrollingImage::setSize (int width, int height)
     height = std::max (1, height);
     if (picture.isValid() && picture.getWidth() == width && picture.getHeight() == height)
         return;
-    picture = juce::Image (juce::Image::ARGB, width, height, true, juce::SoftwareImageType());
+    picture = juce::Image (juce::Image::RGB, width, height, false, juce::SoftwareImageType());
     valid = false;
 }
 
@@ -47,7 +47,7 @@ int ScrollingImage::drawBetween (int64_t begin, int64_t end, const Draw& draw)
         return 0;
     const juce::Rectangle<int> strip (static_cast<int> (begin - leftColumn), 0,
                                       static_cast<int> (end - begin), picture.getHeight());
-    picture.clear (strip);
+    picture.clear (strip, ground);
     juce::Image::BitmapData bitmap (picture, strip.getX(), 0, strip.getWidth(), strip.getHeight(),
                                     juce::Image::BitmapData::readWrite);
     draw (bitmap, begin);

@@ -11,9 +11,12 @@
 class ScrollingImage
 {
 public:
-    /** Draws columns of the endless picture. The bitmap is clear and holds nothing else.
+    /** Draws columns of the endless picture. The bitmap holds them alone, in RGB, and is filled with the ground.
         @param first   the leftmost of them, its coordinate in the endless picture */
     using Draw = std::function<void (juce::Image::BitmapData&, int64_t first)>;
+
+    /** The image is opaque: to lay it down is a copy. */
+    explicit ScrollingImage (juce::Colour c) : ground (c) {}
 
     /** In physical pixels. Another size than before drops the image. */
     void setSize (int width, int height);
@@ -33,6 +36,7 @@ public:
 private:
     int drawBetween (int64_t begin, int64_t end, const Draw&);
 
+    const juce::Colour ground;
     juce::Image picture;
     int64_t leftColumn = 0;
     int64_t validEnd = 0; ///< columns from here on are stale

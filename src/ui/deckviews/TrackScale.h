@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstdint>
 
-/** How a track lies on the pixels of a screen: an entry of the waveform data, 512 frames, is one logical pixel wide and so
+/** Lays a track on the pixels of a screen: an entry of the waveform data, 512 frames, is one logical pixel wide and so
     `scale` physical ones. Where that is no whole number the entries are one pixel wider or narrower in turn, always the
     same ones, so that a picture can be moved by whole pixels and stays as sharp as the screen. */
 struct TrackScale

@@ -7,25 +7,25 @@
 
 namespace
 {
-using Kind = ControlRow::Kind;
-using Lit = ControlRow::Lit;
+using Kind = ControlSpec::Kind;
+using Lit = ControlSpec::Lit;
 
 // clang-format off
-constexpr ControlRow table[] {
-    { Kind::text, "_fxHighButton",   "FX_HIGH_BAND_GROUP_", "H", {  28, 6, 22, 24 }, "The effects hear the high band" },
-    { Kind::text, "_fxMidButton",    "FX_MID_BAND_GROUP_",  "M", {  52, 6, 22, 24 }, "The effects hear the mid band" },
-    { Kind::text, "_fxLowButton",    "FX_LOW_BAND_GROUP_",  "L", {  76, 6, 22, 24 }, "The effects hear the low band" },
-    { Kind::knob, "_fxFilterSlider", "FILTER_",             "",  { 102, 4, 28, 28 }, "Filter: low-pass to the left, high-pass to the right", Lit::plain, "", true },
-    { Kind::knob, "_fxDryWetSlider", "FX_DRY_WET_GROUP_",   "",  { 156, 4, 28, 28 }, "Dry to wet" },
+constexpr PlacedControl table[] {
+    { { Kind::text, "_fxHighButton",   "FX_HIGH_BAND_GROUP_", "H", "Sends the high band to the effects" }, {  28, 6, 22, 24 } },
+    { { Kind::text, "_fxMidButton",    "FX_MID_BAND_GROUP_",  "M", "Sends the mid band to the effects" }, {  52, 6, 22, 24 } },
+    { { Kind::text, "_fxLowButton",    "FX_LOW_BAND_GROUP_",  "L", "Sends the low band to the effects" }, {  76, 6, 22, 24 } },
+    { { Kind::knob, "_fxFilterSlider", "FILTER_",             "", "Filter: low-pass to the left, high-pass to the right", Lit::plain, "", true }, { 102, 4, 28, 28 } },
+    { { Kind::knob, "_fxDryWetSlider", "FX_DRY_WET_GROUP_",   "", "Dry/wet balance of the effects" }, { 156, 4, 28, 28 } },
 };
 // clang-format on
 
-const juce::Rectangle<int> badgeArea { 4, 8, 20, 20 }, filterWord { 130, 4, 26, 28 },
-    dryWetWord { 185, 4, 26, 28 };
+constexpr juce::Point<int> badgePlace { 4, 8 };
+const juce::Rectangle<int> filterWord { 130, 4, 26, 28 }, dryWetWord { 185, 4, 26, 28 };
 constexpr int firstSlot = 36, slotHeight = 28, margin = 4, gap = 4;
 constexpr int onWidth = 32, nameWidth = 92, knobSize = 28, buttonHeight = 24;
 
-/** What stands in a slot's row. */
+/** The parts of a slot's row. */
 struct SlotAreas
 {
     juce::Rectangle<int> on, name, knob, value;
@@ -54,10 +54,10 @@ std::string slotFamily (const char* family, size_t slot)
 }
 }
 
-Fx1DeckComponent::Fx1DeckComponent (CPlatterdex& e, int deck)
-    : ControlPanel (e, Pace::moving),
-      deckIndex (deck)
+Fx1DeckComponent::Fx1DeckComponent (CPlatterdex& e, int deck) : ControlPanel (e), badge (e, deck)
 {
+    badge.setTopLeftPosition (badgePlace);
+    addAndMakeVisible (badge);
     addControls (table, deck);
     addLabel ("FILT", filterWord, juce::Justification::centredLeft);
     addLabel ("WET", dryWetWord, juce::Justification::centredLeft);
@@ -67,19 +67,14 @@ Fx1DeckComponent::Fx1DeckComponent (CPlatterdex& e, int deck)
         selectors[slot] = CommandTable::numberOf (slotFamily ("EFFECT_SELECT", slot), deck);
 
         const auto on = slotFamily ("EFFECT_ON", slot);
-        addControl ({ Kind::text,
-                      "_fxOnButton",
-                      on.c_str(),
-                      "ON",
-                      { 0, 0, onWidth, buttonHeight },
-                      "Effect on",
-                      Lit::deck },
-                    deck, areas.on.getPosition());
+        addControl (
+            { Kind::text, "_fxOnButton", on.c_str(), "ON", "Switches the effect on or off", Lit::deck }, deck,
+            areas.on);
 
         auto& name = own (std::make_unique<MenuButton>());
         names[slot] = &name;
         name.setComponentID ("_fxSelectButton");
-        name.setTooltip ("Chooses the effect of slot " + juce::String (static_cast<int> (slot) + 1));
+        name.setTooltip ("Selects the effect of slot " + juce::String (static_cast<int> (slot) + 1));
         name.onFillMenu = [this, slot] (juce::PopupMenu& menu)
         {
             for (int kind = 0; kind < FxType::count; ++kind)
@@ -114,17 +109,11 @@ void Fx1DeckComponent::pollMoving()
         shown[slot] = knobs[slot]->valueText();
         repaint (areasOf (slot).value);
     }
-    const auto now = engine.decks.deck (deckIndex)->play.on != 0;
-    if (now == playing)
-        return;
-    playing = now;
-    repaint (badgeArea);
 }
 
 void Fx1DeckComponent::paint (juce::Graphics& g)
 {
     ControlPanel::paint (g);
-    PanelPaint::badge (g, badgeArea, deckIndex, playing);
     for (size_t slot = 0; slot < slotCount; ++slot)
         PanelPaint::value (g, shown[slot], areasOf (slot).value, juce::Justification::centredLeft);
     g.setColour (palette::edgeDark);

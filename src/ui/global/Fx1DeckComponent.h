@@ -2,6 +2,7 @@
 
 #include "fx/EffectRack.h"
 #include "ui/panel/ControlPanel.h"
+#include "ui/panel/DeckBadge.h"
 #include "ui/widgets/MenuButton.h"
 #include "ui/widgets/PXFxSlider.h"
 
@@ -25,10 +26,9 @@ public:
 private:
     void pollMoving() override;
 
-    const int deckIndex;
+    DeckBadge badge;
     std::array<int, slotCount> selectors {};     ///< commands
     std::array<MenuButton*, slotCount> names {}; ///< what is in the slot; opens the list of all
     std::array<PXFxSlider*, slotCount> knobs {};
     std::array<juce::String, slotCount> shown; ///< the knobs' values
-    bool playing = false;
 };

@@ -1,48 +1,51 @@
 #include "ui/global/GhostMixerComponent.h"
 
-#include "engine/CPlatterdex.h"
 #include "skin/Skin.h"
 #include "ui/layout/EditorLayout.h"
-#include "ui/panel/PanelPaint.h"
+#include "ui/panel/MixerControls.h"
 
 namespace
 {
-using Kind = ControlRow::Kind;
-using Lit = ControlRow::Lit;
-
-constexpr int gap = 4, badgeSize = 20, knobWidth = 28, knobHeight = 40;
+constexpr int gap = 4, knobWidth = 28, knobHeight = 40;
 constexpr int pflWidth = 24, buttonHeight = 24, leastFader = 50, knobGap = 2, mostFader = 160;
 
-// clang-format off
-constexpr ControlRow knobTable[] {
-    { Kind::knob, "_eqHighSlider", "EQ_HIGH_", "HI",     { 0, 0, knobWidth, knobHeight }, "High band of the equaliser", Lit::plain, "", true },
-    { Kind::knob, "_eqMidSlider",  "EQ_MID_",  "MID",    { 0, 0, knobWidth, knobHeight }, "Mid band of the equaliser", Lit::plain, "", true },
-    { Kind::knob, "_eqLowSlider",  "EQ_LOW_",  "LOW",    { 0, 0, knobWidth, knobHeight }, "Low band of the equaliser", Lit::plain, "", true },
-    { Kind::knob, "_filterSlider", "FILTER_",  "FILT",   { 0, 0, knobWidth, knobHeight }, "Filter: low-pass to the left, high-pass to the right", Lit::plain, "", true },
-    { Kind::knob, "_gainSlider",   "GAIN_",    "GAIN",   { 0, 0, knobWidth, knobHeight }, "Gain", Lit::plain, "", true },
+/** A knob whose word stands below it, the most wanted first. */
+struct NamedKnob
+{
+    ControlSpec control;
+    const char* word;
 };
-constexpr ControlRow faderRow { Kind::level, "_volumeSlider", "VOLUME_", "crossfader_track", { 0, 0, leastFader, buttonHeight }, "Volume" };
-constexpr ControlRow pflRow { Kind::sign, "_pflButton", "PFL_", "pfl_24", { 0, 0, pflWidth, buttonHeight }, "Pre-fader listening: this channel on the headphones" };
-// clang-format on
 
-const juce::Rectangle<int> badgeArea { gap, 12, badgeSize, badgeSize };
+constexpr NamedKnob knobTable[] {
+    { MixerControls::high, "HI" },     { MixerControls::mid, "MID" },   { MixerControls::low, "LOW" },
+    { MixerControls::filter, "FILT" }, { MixerControls::gain, "GAIN" },
+};
+
+constexpr juce::Point<int> badgePlace { gap, 12 };
+constexpr int badgeEnd = gap + DeckBadge::size;
+
+/** The volume fader, lying. */
+constexpr ControlSpec lyingFader()
+{
+    auto fader = MixerControls::volume.withFace ("crossfader_track");
+    fader.kind = ControlSpec::Kind::level;
+    return fader;
+}
 }
 
-GhostChannel::GhostChannel (CPlatterdex& e, int deck) : ControlPanel (e, Pace::moving), deckIndex (deck)
+GhostChannel::GhostChannel (CPlatterdex& e, int deck) : ControlPanel (e), badge (e, deck)
 {
-    fader = addControl (faderRow, deck);
-    for (const auto& row : knobTable)
-    {
-        auto plain = row;
-        plain.face = ""; // the words follow the knobs' places
-        knobs.push_back (addControl (plain, deck));
-    }
-    pfl = addControl (pflRow, deck);
+    badge.setTopLeftPosition (badgePlace);
+    addAndMakeVisible (badge);
+    fader = addControl (lyingFader(), deck, { leastFader, buttonHeight });
+    for (const auto& knob : knobTable) // their words follow their places
+        knobs.push_back (addControl (knob.control.withFace (""), deck, { knobWidth, knobHeight }));
+    pfl = addControl (MixerControls::pfl.withFace ("pfl_24"), deck, { pflWidth, buttonHeight });
 }
 
 void GhostChannel::resized()
 {
-    auto area = getLocalBounds().withTrimmedLeft (badgeArea.getRight() + gap).withTrimmedRight (gap);
+    auto area = getLocalBounds().withTrimmedLeft (badgeEnd + gap).withTrimmedRight (gap);
     const auto centred = [&] (juce::Rectangle<int> r, int height)
     { return r.withSizeKeepingCentre (r.getWidth(), height); };
     const auto forFader = area.withTrimmedRight (pflWidth + gap);
@@ -64,26 +67,10 @@ void GhostChannel::resized()
         auto place = area.removeFromLeft (knobWidth).withTrimmedTop (1);
         area.removeFromLeft (knobGap);
         knobs[i]->setBounds (place.removeFromTop (knobWidth));
-        addLabel (knobTable[i].face, place.removeFromTop (12).expanded (2, 0));
+        addLabel (knobTable[i].word, place.removeFromTop (12).expanded (2, 0));
     }
     area.removeFromLeft (gap - knobGap);
     pfl->setBounds (centred (area.removeFromLeft (pflWidth), buttonHeight));
-}
-
-void GhostChannel::pollMoving()
-{
-    pollControls();
-    const auto now = engine.decks.deck (deckIndex)->play.on != 0;
-    if (now == playing)
-        return;
-    playing = now;
-    repaint (badgeArea);
-}
-
-void GhostChannel::paint (juce::Graphics& g)
-{
-    ControlPanel::paint (g);
-    PanelPaint::badge (g, badgeArea, deckIndex, playing);
 }
 
 GhostMixerComponent::GhostMixerComponent (CPlatterdex& engine) : crossfader (engine)

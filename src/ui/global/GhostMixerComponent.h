@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/global/CrossfaderPanel.h"
+#include "ui/panel/DeckBadge.h"
 
 #include <array>
 #include <memory>
@@ -14,15 +15,11 @@ public:
     GhostChannel (CPlatterdex&, int deck);
 
     void resized() override;
-    void paint (juce::Graphics&) override;
 
 private:
-    void pollMoving() override;
-
-    const int deckIndex;
+    DeckBadge badge;
     std::vector<juce::Component*> knobs; ///< the most wanted first
     juce::Component *fader = nullptr, *pfl = nullptr;
-    bool playing = false;
 };
 
 /** The mixer as a narrow strip over the whole width, for the time that the page "MIXER" isn't shown. */

@@ -28,7 +28,7 @@ public:
 
     explicit GlobalComponent (CPlatterdex&);
 
-    /** What decides on the pages. */
+    /** The preferences that decide on the pages. */
     struct Mode
     {
         bool fourDecks = false, orderABCD = true;

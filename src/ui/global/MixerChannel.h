@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/panel/ControlPanel.h"
-#include "ui/widgets/PXImageLevelMeter.h"
+#include "ui/panel/DeckBadge.h"
 
 /** A deck's strip of the mixer: gain, equaliser with its kills, filter, headphones, fader with meter and the side of the
     crossfader. */
@@ -20,13 +20,6 @@ public:
     /** @param deck   0 to 3 */
     MixerChannel (CPlatterdex&, int deck, Shape);
 
-    void paint (juce::Graphics&) override;
-
 private:
-    void pollMoving() override;
-
-    const int deckIndex;
-    const Shape shape;
-    PXImageVerticalLevelMeter& meter;
-    bool playing = false;
+    DeckBadge badge;
 };

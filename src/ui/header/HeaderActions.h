@@ -2,7 +2,7 @@
 
 #include <functional>
 
-/** What the header asks the editor for. An empty function means that there is no such thing here, and nothing is offered
+/** The header's requests to the editor. An empty function means that there is no such thing here, and nothing is offered
     for it. */
 struct HeaderActions
 {

@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
 #include "ui/layout/DeckLayout.h"
+#include "ui/look/OpenMenu.h"
 #include "ui/look/TimeText.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/widgets/PXImageLevelMeter.h"
@@ -11,25 +12,25 @@
 
 namespace
 {
-using Kind = ControlRow::Kind;
-using Lit = ControlRow::Lit;
+using Kind = ControlSpec::Kind;
+using Lit = ControlSpec::Lit;
 
 constexpr int firstButton = 4, buttonTop = 8, buttonSize = 32, buttonStep = 36;
 constexpr std::array scales { 100, 125, 150, 200 };
 
 // clang-format off
-constexpr ControlRow buttonTable[] {
-    { Kind::sign, "_recButton",  "DISK_RECORDER", "rec_32",  { 0, buttonTop, buttonSize, buttonSize }, "Disk recorder. Bounce your mix to WAV files in realtime. Check preferences dialog box to select WAV save path." },
-    { Kind::sign, "_snapButton", "SNAP",          "snap_32", { buttonStep, buttonTop, buttonSize, buttonSize }, "Snap and quantise of all decks.\nSnap: cues and loops are set on the nearest beat.\nQuantise: jumps keep the beat." },
+constexpr PlacedControl buttonTable[] {
+    { { Kind::sign, "_recButton",  "DISK_RECORDER", "rec_32", "Disk recorder. Bounce your mix to WAV files in realtime. Check preferences dialog box to select WAV save path." }, { 0, buttonTop, buttonSize, buttonSize } },
+    { { Kind::sign, "_snapButton", "SNAP",          "snap_32", "Snap and quantise of all decks.\nSnap: cues and loops are set on the nearest beat.\nQuantise: jumps keep the beat." }, { buttonStep, buttonTop, buttonSize, buttonSize } },
 };
 
-constexpr ControlRow levelTable[] {
-    { Kind::text, "_automixButton",       "AUTOMIX_ON_OFF",      "AUTO",   {   0, 12, 44, 24 }, "Automix: plays the browser's list by itself, one track into the next" },
-    { Kind::text, "_monitorSplitButton",  "MONITOR_PHONE_SPLIT", "SPLIT",  {  48, 12, 48, 24 }, "Headphones split: what is pre-listened on the left, the master on the right" },
-    { Kind::text, "_monitorDriveButton",  "MONITOR_OVERDRIVE",   "DRIVE",  { 100, 12, 48, 24 }, "Headphones overdrive: louder, softly limited" },
-    { Kind::knob, "_monitorVolumeSlider", "MONITOR_VOLUME",      "PHONES", { 164,  4, 28, 40 }, "Monitor volume level" },
-    { Kind::knob, "_monitorMixSlider",    "MONITOR_MIX",         "MIX",    { 208,  4, 28, 40 }, "An independent monitor fader that blends between Main and PFL on the phones" },
-    { Kind::knob, "_masterVolumeSlider",  "MASTER_VOLUME",       "MASTER", { 252,  4, 28, 40 }, "Master volume level" },
+constexpr PlacedControl levelTable[] {
+    { { Kind::text, "_automixButton",       "AUTOMIX_ON_OFF",      "AUTO", "Automix: plays the list in the browser, mixing each track into the next" }, {   0, 12, 44, 24 } },
+    { { Kind::text, "_monitorSplitButton",  "MONITOR_PHONE_SPLIT", "SPLIT", "Headphones split: cue on the left, master on the right" }, {  48, 12, 48, 24 } },
+    { { Kind::text, "_monitorDriveButton",  "MONITOR_OVERDRIVE",   "DRIVE", "Headphones boost: louder, softly limited" }, { 100, 12, 48, 24 } },
+    { { Kind::knob, "_monitorVolumeSlider", "MONITOR_VOLUME",      "PHONES", "Monitor volume level" }, { 164,  4, 28, 40 } },
+    { { Kind::knob, "_monitorMixSlider",    "MONITOR_MIX",         "MIX", "An independent monitor fader that blends between Main and PFL on the phones" }, { 208,  4, 28, 40 } },
+    { { Kind::knob, "_masterVolumeSlider",  "MASTER_VOLUME",       "MASTER", "Master volume level" }, { 252,  4, 28, 40 } },
 };
 // clang-format on
 
@@ -37,7 +38,7 @@ const juce::Rectangle<int> meterArea { 296, 16, 86, 16 };
 }
 
 HeaderButtons::HeaderButtons (CPlatterdex& e, HeaderActions a)
-    : ControlPanel (e, Pace::moving),
+    : ControlPanel (e),
       actions (std::move (a)),
       decks (addButton ("_decksSelectButton", "decks_32", firstButton, "Selects 2 or 4 deck mode.")),
       preferences (addButton ("_preferencesButton", "preferences_32", firstButton + buttonStep,
@@ -91,7 +92,7 @@ juce::PopupMenu HeaderButtons::preferencesMenu()
         for (const auto percent : scales)
             sizes.addItem (juce::String (percent) + " %", true, actions.scale() == percent,
                            [this, percent] { actions.setScale (percent); });
-        menu.addSubMenu ("Size of the interface", sizes);
+        menu.addSubMenu ("Interface size", sizes);
     }
     const auto panels = [this] (EditorPreference which)
     {
@@ -105,14 +106,14 @@ juce::PopupMenu HeaderButtons::preferencesMenu()
                             });
         return counts;
     };
-    menu.addSubMenu ("Panels on the left of a deck", panels (EditorPreference::deckPanelsLeft));
-    menu.addSubMenu ("Panels on the right of a deck", panels (EditorPreference::deckPanelsRight));
+    menu.addSubMenu ("Panels left of the waveform", panels (EditorPreference::deckPanelsLeft));
+    menu.addSubMenu ("Panels right of the waveform", panels (EditorPreference::deckPanelsRight));
 
     const auto flag = [this, &menu] (const char* text, EditorPreference which)
     { menu.addItem (text, true, engine.settings.editor[which] != 0, [this, which] { toggle (which); }); };
     flag ("Ghost mixer", EditorPreference::showGhostMixer);
-    flag ("Mixer in the order A B C D", EditorPreference::mixerOrderABCD);
-    flag ("Waveform in colours", EditorPreference::spectralWaveform);
+    flag ("Mixer channels in the order A B C D", EditorPreference::mixerOrderABCD);
+    flag ("Coloured waveform", EditorPreference::spectralWaveform);
     flag ("Tooltips", EditorPreference::showTooltips);
     if (actions.showBrowser != nullptr)
         menu.addItem ("Browser", true, actions.showsBrowser(),
@@ -123,9 +124,7 @@ juce::PopupMenu HeaderButtons::preferencesMenu()
 void HeaderButtons::openPreferences()
 {
     auto menu = preferencesMenu();
-    menu.setLookAndFeel (&getLookAndFeel());
-    menu.showMenuAsync (
-        juce::PopupMenu::Options().withTargetComponent (preferences).withDeletionCheck (*this));
+    openMenu (menu, *this, juce::PopupMenu::Options().withTargetComponent (preferences));
 }
 
 void HeaderButtons::pollMoving()
@@ -151,7 +150,7 @@ void HeaderButtons::paint (juce::Graphics& g)
     PanelPaint::value (g, shownTime, timeArea, juce::Justification::centredLeft);
 }
 
-HeaderLevels::HeaderLevels (CPlatterdex& e) : ControlPanel (e, Pace::moving)
+HeaderLevels::HeaderLevels (CPlatterdex& e) : ControlPanel (e)
 {
     addControls (levelTable, -1);
     auto& meter = own (std::make_unique<PXImageHorizontalLevelMeter>());

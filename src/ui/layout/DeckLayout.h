@@ -4,7 +4,7 @@
 
 #include <vector>
 
-/** Where the parts of a deck strip lie: transport column, utility panels, waveform between them, thumbnail below. */
+/** The places of a deck strip's parts: transport column, utility panels, waveform between them, thumbnail below. */
 struct DeckLayout
 {
     static constexpr int transportWidth = 49, upperHeight = 190;

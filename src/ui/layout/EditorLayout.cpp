@@ -9,7 +9,7 @@ constexpr int upperDecks = 55, lowerDecks = 296;
 constexpr int betweenDecks = 220, outsideDecks = 230; // the block in the middle, and all that is no deck
 constexpr int globalTop = 22, resizerSize = 16, ghostHeight = 43, ghostPush = 31;
 
-/** What differs between two and four decks. */
+/** The rows that differ between two and four decks. */
 struct Rows
 {
     int globalHeight, ghostTop, browserTop;

@@ -6,7 +6,7 @@
 
 #include <array>
 
-/** Where the children of the editor lie, in unscaled pixels. An empty rectangle means that the child is hidden. */
+/** The places of the editor's children, in unscaled pixels. An empty rectangle means that the child is hidden. */
 struct EditorLayout
 {
     static constexpr int minimumWidth = 1024, minimumHeight = 296, maximum = 2560;

@@ -2,7 +2,7 @@
 
 #include "text/ZRRendererLookAndFeel.h"
 
-/** The dark skin of everything that is the toolkit's: buttons, boxes, menus, bars, trees, tables, tabs, dialogs and window
+/** The dark skin of everything that is JUCE's: buttons, boxes, menus, bars, trees, tables, tabs, dialogs and window
     frames, and the program's own type.
 
     Made the default look while the editor lives. A combo box named `_ghostComboBox` shows nothing but its arrow, so that
@@ -23,7 +23,7 @@ public:
     /** The same in labels' dress: 11 px with a little tracking. */
     static juce::Font labelFont();
 
-    /** What a button of a height says its text in. */
+    /** The font of a button's text, for its height. */
     static juce::Font buttonFont (int height);
 
     /** Fills an area and lays the light from above on it: a lighter line on top, a darker one below. */

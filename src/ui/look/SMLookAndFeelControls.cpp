@@ -1,9 +1,8 @@
 // Buttons, texts and values.
 
 #include "skin/Palette.h"
+#include "ui/look/ButtonSkin.h"
 #include "ui/look/SMLookAndFeel.h"
-#include "ui/widgets/ButtonSkin.h"
-#include "ui/widgets/PXImageRotarySlider.h"
 
 namespace
 {
@@ -125,7 +124,7 @@ void SMLookAndFeel::drawRotarySlider (juce::Graphics& g, int x, int y, int width
     const auto size = juce::jmin (width, height) < largeKnob ? smallKnob : largeKnob;
     const auto changing = slider.isMouseButtonDown() && slider.isEnabled();
     const SkinPicture film ("knob_" + std::to_string (size) + (changing ? "_accent" : ""));
-    const auto frame = PXImageRotarySlider::frameOf (static_cast<double> (sliderPos), film.frames());
+    const auto frame = knobFrame (static_cast<double> (sliderPos), film.frames());
     film.draw (g, { x, y, width, height }, frame, alphaOf (slider));
 }
 

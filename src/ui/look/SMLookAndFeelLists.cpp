@@ -1,8 +1,8 @@
 // Lists, trees, tables and tabs.
 
 #include "skin/Palette.h"
+#include "ui/look/ButtonSkin.h"
 #include "ui/look/SMLookAndFeel.h"
-#include "ui/widgets/ButtonSkin.h"
 
 namespace
 {

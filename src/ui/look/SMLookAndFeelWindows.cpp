@@ -2,7 +2,7 @@
 
 #include "skin/Palette.h"
 #include "ui/look/SMLookAndFeel.h"
-#include "ui/widgets/SkinPicture.h"
+#include "ui/look/SkinPicture.h"
 
 namespace
 {

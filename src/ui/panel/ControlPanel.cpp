@@ -2,8 +2,9 @@
 
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
+#include "ui/look/ButtonSkin.h"
 #include "ui/panel/PanelPaint.h"
-#include "ui/widgets/ButtonSkin.h"
+#include "ui/poll/DeckWatch.h"
 #include "ui/widgets/PXImageButton.h"
 #include "ui/widgets/PXImageLinearSlider.h"
 #include "ui/widgets/PXImageRotarySlider.h"
@@ -14,68 +15,62 @@ namespace
 constexpr int knobLabelHeight = 12, smallKnob = 28, largeKnob = 40;
 constexpr int knobLabelReach = 8; // a knob's word may be wider than the knob
 
-skin::Hue hueOf (ControlRow::Lit lit, int deck)
+skin::Hue hueOf (ControlSpec::Lit lit, int deck)
 {
     switch (lit)
     {
-    case ControlRow::Lit::deck:
+    case ControlSpec::Lit::deck:
         return deckHue (deck);
-    case ControlRow::Lit::selected:
+    case ControlSpec::Lit::selected:
         return skin::Hue::lime;
-    case ControlRow::Lit::danger:
+    case ControlSpec::Lit::danger:
         return skin::Hue::red;
-    case ControlRow::Lit::plain:
-    case ControlRow::Lit::never:
+    case ControlSpec::Lit::plain:
+    case ControlSpec::Lit::never:
         break;
     }
     return skin::Hue::accent;
 }
 
-juce::Rectangle<int> areaOf (const std::array<int, 4>& area, juce::Point<int> place)
+std::unique_ptr<PXSlider> makeSlider (const ControlSpec& spec, int width)
 {
-    return juce::Rectangle<int> (area[0], area[1], area[2], area[3]) + place;
-}
-
-std::unique_ptr<PXSlider> makeSlider (const ControlRow& row)
-{
-    if (row.kind == ControlRow::Kind::knob)
+    if (spec.kind == ControlSpec::Kind::knob)
     {
-        auto knob = std::make_unique<PXImageRotarySlider> (row.name);
-        knob->setKnob (row.area[2] >= largeKnob ? largeKnob : smallKnob, row.centred);
+        auto knob = std::make_unique<PXImageRotarySlider> (spec.name);
+        knob->setKnob (width >= largeKnob ? largeKnob : smallKnob, spec.centred);
         return knob;
     }
-    const auto upright = row.kind == ControlRow::Kind::fader;
-    auto fader = std::make_unique<PXImageLinearSlider> (row.name, upright ? juce::Slider::LinearVertical
-                                                                          : juce::Slider::LinearHorizontal);
+    const auto upright = spec.kind == ControlSpec::Kind::fader;
+    auto fader = std::make_unique<PXImageLinearSlider> (spec.name, upright ? juce::Slider::LinearVertical
+                                                                           : juce::Slider::LinearHorizontal);
     // A track without ticks fits any length.
-    const auto track = std::string_view (row.face).ends_with ("_track")
+    const auto track = std::string_view (spec.face).ends_with ("_track")
                            ? PXImageLinearSlider::Track::stretched
                            : PXImageLinearSlider::Track::asItIs;
-    fader->setImages (row.face, upright ? "fader_cap" : "crossfader_cap", track);
+    fader->setImages (spec.face, upright ? "fader_cap" : "crossfader_cap", track);
     return fader;
 }
 }
 
-ControlPanel::ControlPanel (CPlatterdex& e, Pace pace) : PollingView (pace), engine (e), panelPace (pace) {}
+ControlPanel::ControlPanel (CPlatterdex& e) : PollingView (Pace::moving), engine (e) {}
 
 ControlPanel::~ControlPanel() = default;
 
-void ControlPanel::addControls (std::span<const ControlRow> table, int deck, juce::Point<int> place)
+void ControlPanel::addControls (std::span<const PlacedControl> table, int deck, juce::Point<int> place)
 {
-    for (const auto& row : table)
-        addControl (row, deck, place);
+    for (const auto& [control, area] : table)
+        addControl (control, deck, juce::Rectangle<int> (area[0], area[1], area[2], area[3]) + place);
 }
 
-juce::Component* ControlPanel::addControl (const ControlRow& row, int deck, juce::Point<int> place)
+juce::Component* ControlPanel::addControl (const ControlSpec& spec, int deck, juce::Rectangle<int> area)
 {
-    using Kind = ControlRow::Kind;
-    const auto number = CommandTable::numberOf (row.command, deck);
+    using Kind = ControlSpec::Kind;
+    const auto number = CommandTable::numberOf (spec.command, deck);
     jassert (number != 0);
     if (CommandTable::isUnbuilt (number))
         return nullptr;
 
-    auto area = areaOf (row.area, place);
-    auto tip = juce::String (row.tooltip);
+    auto tip = juce::String (spec.tooltip);
     if (tip.isEmpty())
         tip = CommandTable::name (number);
 
@@ -88,34 +83,42 @@ juce::Component* ControlPanel::addControl (const ControlRow& row, int deck, juce
     };
     const auto dressButton = [&] (auto& button)
     {
-        if (*row.right != 0)
-            button.setAlternative (engine, CommandTable::numberOf (row.right, deck));
+        if (*spec.right != 0)
+            button.setAlternative (engine, CommandTable::numberOf (spec.right, deck));
         return dress (button);
     };
 
-    if (row.kind == Kind::text)
+    if (spec.kind == Kind::text)
     {
-        auto& button = own (std::make_unique<PXTextButton> (row.face));
-        button.setComponentID (row.name);
-        button.setHue (hueOf (row.lit, deck));
+        auto& button = own (std::make_unique<PXTextButton> (spec.face));
+        button.setComponentID (spec.name);
+        button.setHue (hueOf (spec.lit, deck));
         dressButton (button);
-        if (row.lit == ControlRow::Lit::never)
+        if (spec.lit == ControlSpec::Lit::never)
         {
             polled.pop_back();
             button.setToggleState (false, juce::dontSendNotification);
         }
         return &button;
     }
-    if (row.kind == Kind::sign)
+    if (spec.kind == Kind::sign)
     {
-        auto& button = own (std::make_unique<PXImageButton> (row.name));
-        button.setStrip (row.lit == ControlRow::Lit::deck ? skin::deckName (row.face, deck) : row.face);
+        auto& button = own (std::make_unique<PXImageButton> (spec.name));
+        button.setStrip (spec.lit == ControlSpec::Lit::deck ? skin::deckName (spec.face, deck) : spec.face);
         return dressButton (button);
     }
-    if (row.kind == Kind::knob && *row.face != 0)
-        addLabel (row.face, area.removeFromBottom (knobLabelHeight).expanded (knobLabelReach, 0));
+    if (spec.kind == Kind::knob && *spec.face != 0)
+        addLabel (spec.face, area.removeFromBottom (knobLabelHeight).expanded (knobLabelReach, 0));
     tip << ". Double click to reset.";
-    return dress (own (makeSlider (row)));
+    auto& slider = own (makeSlider (spec, area.getWidth()));
+    dress (slider);
+    if (spec.words == ControlSpec::Words::decibels)
+        slider.setWords (ValueWords::decibels());
+    else if (spec.words == ControlSpec::Words::semitones)
+        slider.setWords (ValueWords::semitones());
+    else if (spec.words == ControlSpec::Words::pitch)
+        slider.setWords (ValueWords::pitch ({ engine, deck }));
+    return &slider;
 }
 
 void ControlPanel::addLabel (const juce::String& text, juce::Rectangle<int> area, juce::Justification where)
@@ -127,12 +130,6 @@ void ControlPanel::pollControls()
 {
     for (auto* widget : polled)
         widget->poll();
-}
-
-void ControlPanel::pollCalm()
-{
-    if (panelPace == Pace::calm)
-        pollControls();
 }
 
 void ControlPanel::paint (juce::Graphics& g)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ui/panel/ControlRow.h"
+#include "ui/command/CommandWidget.h"
+#include "ui/panel/ControlSpec.h"
 #include "ui/poll/PollingView.h"
-#include "ui/widgets/CommandWidget.h"
 
 #include <concepts>
 #include <memory>
@@ -11,12 +11,12 @@
 
 class CPlatterdex;
 
-/** A view made of controls that stand in tables. It makes them, polls them and paints their words; a command that has no
-    function yet gets no control. */
+/** A view made of controls that stand in tables. It makes them, polls them at each tick and paints their words; a command
+    that has no function yet gets no control. */
 class ControlPanel : public PollingView
 {
 public:
-    ControlPanel (CPlatterdex&, Pace);
+    explicit ControlPanel (CPlatterdex&);
     ~ControlPanel() override;
 
     /** A word as it is painted. */
@@ -34,10 +34,10 @@ public:
 protected:
     /** Makes a table's controls. @param deck   0 to 3, or -1 for controls that belong to none
         @param place   added to each area */
-    void addControls (std::span<const ControlRow>, int deck, juce::Point<int> place = {});
+    void addControls (std::span<const PlacedControl>, int deck, juce::Point<int> place = {});
 
     /** Makes one control. @returns null if its command has no function yet */
-    juce::Component* addControl (const ControlRow&, int deck, juce::Point<int> place = {});
+    juce::Component* addControl (const ControlSpec&, int deck, juce::Rectangle<int> area);
 
     /** Takes a control that the panel shall own, show and, if it is a CommandWidget, poll. */
     template <std::derived_from<juce::Component> Control>
@@ -59,12 +59,10 @@ protected:
     void pollControls();
 
     void pollMoving() override { pollControls(); }
-    void pollCalm() override;
 
     CPlatterdex& engine;
 
 private:
-    const Pace panelPace;
     std::vector<std::unique_ptr<juce::Component>> controls;
     std::vector<CommandWidget*> polled;
     std::vector<Label> labels;

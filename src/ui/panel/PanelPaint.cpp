@@ -1,6 +1,7 @@
 #include "ui/panel/PanelPaint.h"
 
 #include "skin/Palette.h"
+#include "ui/poll/DeckView.h"
 
 namespace PanelPaint
 {
@@ -37,5 +38,10 @@ juce::String letterOf (int deck)
 juce::String dash()
 {
     return juce::String::charToString (0x2013);
+}
+
+juce::String bpm (const GridNumbers& grid, double tempoBpm)
+{
+    return grid.isKnown() ? juce::String (tempoBpm, 2) : dash();
 }
 }

@@ -2,6 +2,8 @@
 
 #include "ui/look/SMLookAndFeel.h"
 
+struct GridNumbers;
+
 /** Type and grounds as every panel draws them. */
 namespace PanelPaint
 {
@@ -15,6 +17,9 @@ void badge (juce::Graphics&, juce::Rectangle<int>, int deck, bool filled);
 
 juce::String letterOf (int deck);
 
-/** What stands for a value that nobody knows. */
+/** Stands for a value that nobody knows. */
 juce::String dash();
+
+/** A tempo with two decimals, or a dash: without a grid nobody knows how fast the music is. */
+juce::String bpm (const GridNumbers&, double tempoBpm);
 }

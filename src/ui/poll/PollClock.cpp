@@ -1,40 +1,77 @@
 #include "ui/poll/PollClock.h"
 
-#include "ui/poll/PollingView.h"
-
 #include <algorithm>
 
-void PollClock::add (PollingView& view)
+namespace
 {
-    views.push_back (&view);
+constexpr int hurriedTickCount = 2;
+constexpr int atOnceMs = 1, soonMs = 20; ///< a block of audio may lie between a hand and what it changes
+}
+
+void PollClock::add (Client& client)
+{
+    clients.push_back (&client);
     if (!isTimerRunning())
         startTimer (movingMs);
 }
 
-void PollClock::remove (PollingView& view)
+void PollClock::remove (Client& client)
 {
-    std::replace (views.begin(), views.end(), &view, static_cast<PollingView*> (nullptr));
+    std::replace (clients.begin(), clients.end(), &client, static_cast<Client*> (nullptr));
+}
+
+void PollClock::add (Source& source)
+{
+    sources.push_back (&source);
+    source.look();
+}
+
+void PollClock::remove (Source& source)
+{
+    std::erase (sources, &source);
+}
+
+void PollClock::look()
+{
+    for (auto* source : sources)
+        source->look();
+}
+
+void PollClock::hurry()
+{
+    if (!isTimerRunning())
+        return;
+    hurriedTicks = hurriedTickCount;
+    startTimer (atOnceMs);
 }
 
 void PollClock::timerCallback()
 {
-    // A poll may close the last window, and the clock with it.
-    const juce::SharedResourcePointer<PollClock> untilTheEnd;
-    std::erase (views, nullptr);
-    if (views.empty())
-        return stopTimer();
-
-    const auto calm = ++turn % calmTurns == 0;
-    if (calm)
-        windows.clear();
-    for (size_t i = 0, count = views.size(); i < count; ++i)
-        if (views[i] != nullptr && !isMinimised (*views[i]))
-            views[i]->poll (calm);
+    const auto hurried = hurriedTicks > 0;
+    if (hurried)
+        startTimer (--hurriedTicks > 0 ? soonMs : movingMs);
+    tick (++turn % calmTurns == 0 || hurried);
 }
 
-bool PollClock::isMinimised (const PollingView& view)
+void PollClock::tick (bool calm)
 {
-    const auto* peer = view.getPeer();
+    // A poll may close the last window, and the clock with it.
+    const juce::SharedResourcePointer<PollClock> untilTheEnd;
+    std::erase (clients, nullptr);
+    if (clients.empty())
+        return stopTimer();
+
+    if (calm)
+        windows.clear();
+    look();
+    for (size_t i = 0, count = clients.size(); i < count; ++i)
+        if (clients[i] != nullptr && !isMinimised (*clients[i]))
+            clients[i]->poll (calm);
+}
+
+bool PollClock::isMinimised (const Client& client)
+{
+    const auto* peer = client.window();
     if (peer == nullptr)
         return false;
     const auto known = std::find_if (windows.begin(), windows.end(),

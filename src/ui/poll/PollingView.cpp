@@ -13,6 +13,7 @@ PollingView::~PollingView()
 
 void PollingView::refresh()
 {
+    clock->look();
     pollMoving();
     pollCalm();
 }

@@ -9,8 +9,8 @@
 /** A view that polls the engine while it can be seen.
 
     It polls while it and all its parents are visible, and rests with them, so a panel that is folded away costs nothing.
-    What a poll finds changed is repainted; the view owns no engine state. Message thread. */
-class PollingView : public juce::Component, private juce::ComponentListener
+    Changes that a poll finds are repainted; the view owns no engine state. Message thread. */
+class PollingView : public juce::Component, private juce::ComponentListener, private PollClock::Client
 {
 public:
     static constexpr int movingMs = PollClock::movingMs; ///< between two calls of pollMoving()
@@ -26,7 +26,7 @@ public:
     explicit PollingView (Pace);
     ~PollingView() override;
 
-    /** Does both polls at once. */
+    /** Looks at the engine anew and does both polls at once. */
     void refresh();
 
     bool isPolling() const noexcept { return polling; }
@@ -45,9 +45,8 @@ protected:
     void parentHierarchyChanged() override;
 
 private:
-    friend class PollClock;
-
-    void poll (bool calmToo);
+    void poll (bool calmToo) override;
+    const juce::ComponentPeer* window() const override { return getPeer(); }
     void componentVisibilityChanged (juce::Component&) override { followVisibility(); }
     void componentBeingDeleted (juce::Component&) override;
     void followVisibility();

@@ -1,6 +1,7 @@
 #include "ui/widgets/MenuButton.h"
 
 #include "skin/Palette.h"
+#include "ui/look/OpenMenu.h"
 #include "ui/look/SMLookAndFeel.h"
 
 MenuButton::MenuButton (const juce::String& text) : PXTextButton (text)
@@ -19,14 +20,10 @@ void MenuButton::openMenu()
     if (!onFillMenu)
         return;
     juce::PopupMenu menu;
-    menu.setLookAndFeel (&getLookAndFeel());
     onFillMenu (menu);
-    menu.showMenuAsync (juce::PopupMenu::Options().withTargetComponent (this).withMinimumWidth (getWidth()),
-                        [self = SafePointer<MenuButton> (this)] (int chosen)
-                        {
-                            if (self != nullptr && chosen != 0 && self->onMenuChoice)
-                                self->onMenuChoice (chosen);
-                        });
+    ::openMenu (menu, *this,
+                juce::PopupMenu::Options().withTargetComponent (this).withMinimumWidth (getWidth()),
+                onMenuChoice);
 }
 
 juce::Rectangle<int> MenuButton::textArea() const

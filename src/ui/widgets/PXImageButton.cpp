@@ -1,7 +1,7 @@
 #include "ui/widgets/PXImageButton.h"
 
 #include "skin/Palette.h"
-#include "ui/widgets/ButtonSkin.h"
+#include "ui/look/ButtonSkin.h"
 
 namespace
 {

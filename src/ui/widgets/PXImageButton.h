@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ui/widgets/CommandPress.h"
-#include "ui/widgets/CommandWidget.h"
-#include "ui/widgets/SkinPicture.h"
+#include "ui/command/CommandPress.h"
+#include "ui/command/CommandWidget.h"
+#include "ui/look/SkinPicture.h"
 
 #include <array>
 #include <functional>
@@ -53,10 +53,10 @@ public:
     bool isOn = false, isOver = false;
     bool isDown() const noexcept { return press.isDown(); }
 
-    /** Which of the six pictures is shown, in the order of setImages(). */
+    /** The one of the six pictures that is shown, in the order of setImages(). */
     int shownPicture() const;
 
-    /** Where the picture stands: in the middle. */
+    /** The picture's place: in the middle. */
     juce::Rectangle<int> pictureBounds() const;
 
     void paint (juce::Graphics&) override;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "ui/command/CommandBinding.h"
+#include "ui/look/SkinPicture.h"
 #include "ui/poll/PollingView.h"
-#include "ui/widgets/CommandBinding.h"
-#include "ui/widgets/SkinPicture.h"
 
 #include <array>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "ui/look/SkinPicture.h"
 #include "ui/widgets/PXSlider.h"
-#include "ui/widgets/SkinPicture.h"
 
 /** A fader: a background and a thumb whose travel is the slider's length less its own. */
 class PXImageLinearSlider : public PXSlider

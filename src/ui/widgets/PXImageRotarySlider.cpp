@@ -1,6 +1,7 @@
 #include "ui/widgets/PXImageRotarySlider.h"
 
 #include "skin/Palette.h"
+#include "ui/look/ButtonSkin.h"
 
 PXImageRotarySlider::PXImageRotarySlider (const juce::String& name)
     : PXSlider (name, RotaryHorizontalVerticalDrag)
@@ -27,11 +28,6 @@ void PXImageRotarySlider::setKnob (int size, bool centred, int deck)
     setFilmStrip (deck < 0 ? family : skin::deckName (family, deck), family + "_accent");
 }
 
-int PXImageRotarySlider::frameOf (double proportion, int frames) noexcept
-{
-    return static_cast<int> (juce::jlimit (0.0, 1.0, proportion) * juce::jmax (0, frames - 1) + 0.5);
-}
-
 double PXImageRotarySlider::proportionOf (juce::Point<float> moved) const
 {
     return static_cast<double> (moved.x - moved.y) / dragTravel;
@@ -46,4 +42,9 @@ void PXImageRotarySlider::paint (juce::Graphics& g)
 {
     const auto& strip = isBeingChanged() && !changing.isEmpty() ? changing : film;
     strip.draw (g, knobBounds(), shownFrame(), isEnabled() ? 1.0f : palette::disabledAlpha);
+}
+
+int PXImageRotarySlider::shownFrame() const
+{
+    return knobFrame (proportion(), film.frames());
 }

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "ui/look/SkinPicture.h"
 #include "ui/widgets/PXSlider.h"
-#include "ui/widgets/SkinPicture.h"
 
 /** A knob: one picture out of a film strip for each of its positions. */
 class PXImageRotarySlider : public PXSlider
@@ -18,10 +18,7 @@ public:
     /** A knob of the skin: 28 or 40 pixels, grown from its minimum or its middle, in a deck's hue or none. */
     void setKnob (int size, bool centred, int deck = -1);
 
-    /** The frame of a position. @param proportion   0 to 1, is limited to that */
-    static int frameOf (double proportion, int frames) noexcept;
-
-    int shownFrame() const { return frameOf (proportion(), film.frames()); }
+    int shownFrame() const;
 
     static constexpr int dragTravel = 150; ///< pixels of a drag, upwards or to the right, for the whole range
 
@@ -30,7 +27,7 @@ public:
 protected:
     double proportionOf (juce::Point<float> moved) const override;
 
-    /** Where the knob itself stands. */
+    /** The place of the knob itself. */
     virtual juce::Rectangle<int> knobBounds() const;
 
     int knobHeight() const noexcept { return film.height(); }

@@ -1,5 +1,7 @@
 #include "ui/widgets/PXSlider.h"
 
+#include "ui/look/OpenMenu.h"
+
 #include <cmath>
 
 namespace
@@ -15,7 +17,8 @@ enum MenuItem : int
 };
 }
 
-/** The field for a typed value. It goes with any press outside, since nothing here would take the keyboard from it. */
+/** The field for a typed value. It is modal: when a menu closes, the window system may hand the keyboard back to the
+    window, and what is typed must not play the decks. */
 class PXSlider::ValueEntry : public juce::TextEditor
 {
 public:
@@ -23,29 +26,30 @@ public:
     {
         setComponentID ("_valueEntry");
         setJustification (juce::Justification::centred);
-        onEscapeKey = onFocusLost = [this] { setVisible (false); };
-        juce::Desktop::getInstance().addGlobalMouseListener (&presses);
+        onEscapeKey = [this] { close(); };
     }
 
-    ~ValueEntry() override { juce::Desktop::getInstance().removeGlobalMouseListener (&presses); }
+    /** Hands the keyboard back to whoever takes the window's keys. */
+    void close()
+    {
+        setVisible (false); // ends the modal state
+        for (auto* other = owner.getComponent(); other != nullptr; other = other->getParentComponent())
+            if (other->getWantsKeyboardFocus())
+                return other->grabKeyboardFocus();
+    }
+
+    /** @param slider   that the value is for */
+    void open (juce::Component& slider)
+    {
+        owner = &slider;
+        selectAll();
+        enterModalState (true);
+    }
+
+    void inputAttemptWhenModal() override { close(); }
 
 private:
-    class Presses : public juce::MouseListener
-    {
-    public:
-        explicit Presses (ValueEntry& e) : entry (e) {}
-
-        void mouseDown (const juce::MouseEvent& event) override
-        {
-            if (event.eventComponent != &entry && !entry.isParentOf (event.eventComponent))
-                entry.setVisible (false);
-        }
-
-    private:
-        ValueEntry& entry;
-    };
-
-    Presses presses { *this };
+    SafePointer<juce::Component> owner;
 };
 
 PXSlider::PXSlider (const juce::String& name, SliderStyle style) : Slider (style, NoTextBox)
@@ -88,7 +92,7 @@ void PXSlider::resetToDefault()
 
 double PXSlider::proportion() const
 {
-    // The toolkit's mapping asks for a slider that may be changed, and changes nothing.
+    // JUCE's mapping asks for a slider that may be changed, and changes nothing.
     return const_cast<PXSlider*> (this)->valueToProportionOfLength (getValue());
 }
 
@@ -122,7 +126,7 @@ void PXSlider::mouseDrag (const juce::MouseEvent& event)
 {
     if (dragging == nullptr)
         return;
-    // What goes beyond an end is not remembered: turning back acts at once.
+    // Movement beyond an end is not remembered: turning back acts at once.
     dragProportion += proportionOf (event.position - lastDrag) * (event.mods.isShiftDown() ? fine : 1.0);
     dragProportion = juce::jlimit (0.0, 1.0, dragProportion);
     lastDrag = event.position;
@@ -176,7 +180,6 @@ void PXSlider::Moment::timerCallback()
 void PXSlider::showMenu()
 {
     juce::PopupMenu menu;
-    menu.setLookAndFeel (&getLookAndFeel());
     menu.addItem (resetItem, juce::translate ("Reset"));
     menu.addItem (enterItem, juce::translate ("Enter value..."));
     if (onFillMenu)
@@ -184,18 +187,16 @@ void PXSlider::showMenu()
         menu.addSeparator();
         onFillMenu (menu);
     }
-    menu.showMenuAsync (juce::PopupMenu::Options().withTargetComponent (this),
-                        [self = SafePointer<PXSlider> (this)] (int chosen)
-                        {
-                            if (self == nullptr || chosen == 0)
-                                return;
-                            if (chosen == resetItem)
-                                self->resetToDefault();
-                            else if (chosen == enterItem)
-                                self->enterValue();
-                            else if (self->onMenuChoice)
-                                self->onMenuChoice (chosen);
-                        });
+    openMenu (menu, *this, juce::PopupMenu::Options().withTargetComponent (this),
+              [this] (int chosen)
+              {
+                  if (chosen == resetItem)
+                      resetToDefault();
+                  else if (chosen == enterItem)
+                      enterValue();
+                  else if (onMenuChoice)
+                      onMenuChoice (chosen);
+              });
 }
 
 void PXSlider::enterValue()
@@ -208,34 +209,18 @@ void PXSlider::enterValue()
                            .constrainedWithin (window->getLocalBounds());
     entry = std::make_unique<ValueEntry>();
     entry->setBounds (place);
-    entry->setText (isTypedAsShare ({}) ? juce::String (100.0 * proportion(), 1) + "%"
-                                        : getTextFromValue (getValue()),
-                    false);
-    entry->onReturnKey = [this] { takeEntry(); };
+    entry->setText (words.text (proportion()), false);
+    entry->onReturnKey = [this] { takeEntry (entry->getText()); };
     window->addAndMakeVisible (*entry);
-    entry->selectAll();
-    entry->grabKeyboardFocus();
+    entry->open (*this);
 }
 
-void PXSlider::takeEntry()
+void PXSlider::takeEntry (const juce::String& typed)
 {
-    const auto text = entry->getText();
-    entry->setVisible (false); // it calls this, so it can't go yet
-    if (!text.containsAnyOf ("0123456789"))
+    entry->close();
+    const auto value = words.value (typed);
+    if (!value.has_value())
         return;
     const ScopedDragNotification drag (*this);
-    setValue (getValueFromText (text), juce::sendNotificationSync);
-}
-
-bool PXSlider::isTypedAsShare (const juce::String& text) const
-{
-    return valueFromTextFunction == nullptr && (command().isBound() || text.trimEnd().endsWithChar ('%'));
-}
-
-double PXSlider::getValueFromText (const juce::String& typed)
-{
-    const auto text = typed.replaceCharacter (',', '.');
-    if (isTypedAsShare (text))
-        return proportionOfLengthToValue (juce::jlimit (0.0, 1.0, 0.01 * text.getDoubleValue()));
-    return Slider::getValueFromText (text);
+    moveTo (*value);
 }

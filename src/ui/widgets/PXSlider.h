@@ -1,11 +1,12 @@
 #pragma once
 
-#include "ui/widgets/CommandWidget.h"
+#include "ui/command/CommandWidget.h"
+#include "ui/widgets/ValueWords.h"
 
 #include <functional>
 #include <memory>
 
-/** What knobs and faders of pictures have in common: the hand.
+/** The hand on knobs and faders of pictures.
 
     A drag moves the value from where it is; held shift makes it ten times finer, as it does the wheel. A double click
     resets to the default. The right button opens a small menu with the reset and the entry of a value. While a hand is
@@ -19,13 +20,16 @@ public:
 
     void poll() override;
 
-    /** What the double click returns to; a bound slider has its command's. */
+    /** The value that a double click returns to; a bound slider has its command's. */
     void setDefault (double value) { setDoubleClickReturnValue (true, value); }
     void resetToDefault();
 
-    /** Lets the user type a value into a small field over the slider. Return takes it; escape, or a click anywhere
-        else, puts the field away. */
+    /** Lets the user type a value into a small field over the slider, which has the keyboard to itself. Return takes the
+        value; escape, or a click anywhere else, puts the field away. */
     void enterValue();
+
+    /** The words of the field: shares of the range without this. */
+    void setWords (ValueWords other) { words = std::move (other); }
 
     /** Adds to the right button's menu; ids from 100 on. */
     std::function<void (juce::PopupMenu&)> onFillMenu;
@@ -45,10 +49,6 @@ public:
     void mouseDoubleClick (const juce::MouseEvent&) override;
     void mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails&) override;
 
-    /** Takes what the user types: a share of the range with "%"; without it a number of the slider's range, or for a
-        command, whose words are no numbers, a share as well. valueFromTextFunction comes before both. */
-    double getValueFromText (const juce::String&) override;
-
 protected:
     void bound() override;
     void valueChanged() override;
@@ -56,13 +56,13 @@ protected:
     void stoppedDragging() override { command().endGesture(); }
     void enablementChanged() override;
 
-    /** How far along its range a movement of the mouse takes the value. @param moved   in pixels */
+    /** The way along its range that a movement of the mouse takes the value. @param moved   in pixels */
     virtual double proportionOf (juce::Point<float> moved) const = 0;
 
-    /** Where on its range a place lies, for a slider that snaps to the mouse; else never asked. */
+    /** The share of its range at a place, for a slider that snaps to the mouse; else never asked. */
     virtual double proportionAt (juce::Point<float>) const { return proportion(); }
 
-    /** Which picture fits: 0 as it is, 1 under the mouse, 2 while it is being changed. */
+    /** The picture that fits: 0 as it is, 1 under the mouse, 2 while it is being changed. */
     int handState() const;
 
     /** The value's place in its range, 0 to 1. */
@@ -82,12 +82,12 @@ private:
 
     void moveTo (double newProportion);
     void showMenu();
-    void takeEntry();
-    bool isTypedAsShare (const juce::String&) const;
+    void takeEntry (const juce::String& typed);
 
     std::unique_ptr<ScopedDragNotification> dragging;
     std::unique_ptr<ValueEntry> entry;
     Moment wheelMoment { *this };
     juce::Point<float> lastDrag;
     double dragProportion = 0.0;
+    ValueWords words = ValueWords::share();
 };

@@ -1,8 +1,8 @@
 #include "ui/widgets/PXTextButton.h"
 
 #include "skin/Palette.h"
+#include "ui/look/ButtonSkin.h"
 #include "ui/look/SMLookAndFeel.h"
-#include "ui/widgets/ButtonSkin.h"
 
 PXTextButton::PXTextButton (const juce::String& text) : TextButton (text)
 {

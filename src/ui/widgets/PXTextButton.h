@@ -1,9 +1,9 @@
 #pragma once
 
 #include "skin/SkinTable.h"
-#include "ui/widgets/CommandPress.h"
-#include "ui/widgets/CommandWidget.h"
-#include "ui/widgets/SkinPicture.h"
+#include "ui/command/CommandPress.h"
+#include "ui/command/CommandWidget.h"
+#include "ui/look/SkinPicture.h"
 
 #include <functional>
 
@@ -32,7 +32,7 @@ public:
 
     void poll() override;
 
-    /** Which of the six frames is shown. */
+    /** The one of the six frames that is shown. */
     int shownFrame() const;
 
     void paintButton (juce::Graphics&, bool over, bool down) override;
@@ -41,7 +41,7 @@ public:
     void mouseUp (const juce::MouseEvent&) override;
     void resized() override;
 
-    /** Where the text goes. */
+    /** The place of the text. */
     virtual juce::Rectangle<int> textArea() const;
 
 protected:

@@ -20,22 +20,35 @@ PXTooltipComponent::PXTooltipComponent (juce::Component& p, std::function<bool()
     setInterceptsMouseClicks (false, false);
     setAlwaysOnTop (true);
     parent.addChildComponent (*this);
-    startTimer (waitingMs);
+    parent.addMouseListener (this, true);
 }
 
 PXTooltipComponent::~PXTooltipComponent()
 {
-    stopTimer();
+    parent.removeMouseListener (this);
+}
+
+void PXTooltipComponent::followEvent (const juce::MouseEvent& event, bool pressed)
+{
+    if (event.source.isTouch())
+        return;
+    hovered = event.eventComponent;
+    follow (hovered, event.getEventRelativeTo (&parent).getPosition(), pressed,
+            juce::Time::getMillisecondCounter());
+}
+
+void PXTooltipComponent::mouseExit (const juce::MouseEvent& event)
+{
+    if (event.eventComponent != hovered)
+        return; // it has entered another one already
+    hovered = nullptr;
+    follow (nullptr, lastPosition, false, juce::Time::getMillisecondCounter());
 }
 
 void PXTooltipComponent::timerCallback()
 {
-    const auto mouse = juce::Desktop::getInstance().getMainMouseSource();
-    auto* under = mouse.isTouch() ? nullptr : mouse.getComponentUnderMouse();
-    if (under != nullptr && !parent.isParentOf (under))
-        under = nullptr;
-    follow (under, parent.getLocalPoint (nullptr, mouse.getScreenPosition()).roundToInt(),
-            juce::ModifierKeys::currentModifiers.isAnyMouseButtonDown(), juce::Time::getMillisecondCounter());
+    stopTimer();
+    follow (hovered, lastPosition, false, juce::Time::getMillisecondCounter());
 }
 
 void PXTooltipComponent::follow (juce::Component* under, juce::Point<int> position, bool pressed,
@@ -53,8 +66,10 @@ void PXTooltipComponent::follow (juce::Component* under, juce::Point<int> positi
 
     if (resting.isEmpty() || spent)
         hide();
-    else if (isVisible() || now - restingSince >= static_cast<juce::uint32> (delayMs))
+    else if (const auto rested = now - restingSince; isVisible() || rested >= juce::uint32 { delayMs })
         show (resting, position);
+    else
+        startTimer (delayMs - static_cast<int> (rested));
 }
 
 void PXTooltipComponent::show (const juce::String& text, juce::Point<int> position)
@@ -65,19 +80,14 @@ void PXTooltipComponent::show (const juce::String& text, juce::Point<int> positi
         repaint();
     }
     setBounds (getLookAndFeel().getTooltipBounds (shown, position, parent.getLocalBounds()));
-    if (isVisible())
-        return;
     setVisible (true);
-    startTimer (shownMs);
 }
 
 void PXTooltipComponent::hide()
 {
-    if (!isVisible())
-        return;
+    stopTimer();
     setVisible (false);
     shown = {};
-    startTimer (waitingMs);
 }
 
 void PXTooltipComponent::paint (juce::Graphics& g)

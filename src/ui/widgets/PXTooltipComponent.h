@@ -15,9 +15,9 @@ public:
     PXTooltipComponent (juce::Component& parent, std::function<bool()> isWanted);
     ~PXTooltipComponent() override;
 
-    static constexpr int delayMs = 700; ///< as the toolkit's own
+    static constexpr int delayMs = 700; ///< as JUCE's own
 
-    /** What the mouse does now; the timer calls this.
+    /** Follows the mouse; its events and the timer that waits for it to rest call this.
         @param under      what the mouse is over, or null
         @param position   of the mouse in the parent
         @param pressed    whether a button is down
@@ -29,14 +29,25 @@ public:
     void paint (juce::Graphics&) override;
 
 private:
-    static constexpr int shownMs = 40, waitingMs = 120; ///< between two looks at the mouse
-    static constexpr int quickMove = 12;                ///< pixels between two looks
+    static constexpr int quickMove = 12; ///< pixels between two events: the mouse does not rest
 
     void timerCallback() override;
+    void mouseEnter (const juce::MouseEvent& event) override { followEvent (event, false); }
+    void mouseMove (const juce::MouseEvent& event) override { followEvent (event, false); }
+    void mouseExit (const juce::MouseEvent&) override;
+    void mouseDown (const juce::MouseEvent& event) override { followEvent (event, true); }
+    void mouseDrag (const juce::MouseEvent& event) override { followEvent (event, true); }
+    void mouseUp (const juce::MouseEvent& event) override { followEvent (event, false); }
+    void mouseWheelMove (const juce::MouseEvent& event, const juce::MouseWheelDetails&) override
+    {
+        followEvent (event, false);
+    }
+    void followEvent (const juce::MouseEvent&, bool pressed);
     void show (const juce::String&, juce::Point<int> position);
     void hide();
 
     juce::Component& parent;
+    SafePointer<juce::Component> hovered;
     const std::function<bool()> isWanted;
     juce::String shown, resting; ///< on the screen; under the mouse, waiting
     juce::uint32 restingSince = 0;

@@ -19,7 +19,7 @@ public:
         end
     };
 
-    /** What a place on the bar belongs to. */
+    /** The part of the thumb at a place. */
     Part partAt (juce::Point<int>) const;
 
     juce::Rectangle<int> thumbBounds() const;

@@ -1,5 +1,6 @@
 #include "ViewBench.h"
 
+#include "ui/deckviews/BeatWindow.h"
 #include "ui/deckviews/MarkLayout.h"
 
 TEST (WaveformMarks, BeatsShowWhatTheirDistanceFromTheDownbeatSays)
@@ -28,12 +29,14 @@ TEST (WaveformMarks, StandAtTheirPlacesInBothKindsOfGrid)
     ViewBench bench;
     bench.putTrack (std::vector<int16_t> (2'000'000, 9));
     auto& deck = bench.deck();
+    const DeckWatch watch (bench.engine, 0);
     constexpr int width = 800;
     constexpr int p = 1'000'448; // a multiple of 512
     const auto layoutOf = [&] (const TrackPlaces& places)
     {
         BeatWindow beats;
-        beats.update (deck, p - 401 * 512.0, p + 401 * 512.0, BeatWindow::Copy::ifNeeded);
+        watch.look();
+        beats.update (watch, p - 401 * 512.0, p + 401 * 512.0);
         return MarkLayout::of (beats.beats(), places, {}, p / 512 - width / 2, width);
     };
     const auto check = [&] (const std::vector<Mark>& marks)
@@ -65,14 +68,14 @@ TEST (WaveformMarks, StandAtTheirPlacesInBothKindsOfGrid)
     deck.marks.cues[3] = p - 10 * 512;
     deck.marks.cues[4] = p + 800 * 512;
     deck.play.currentCue = 3;
-    const auto layout = layoutOf (TrackPlaces::of (deck));
+    const auto layout = layoutOf (watch.look().places);
     const MarkLayout::Region loop { 400, 400 + 22'050 / 512, true };
     EXPECT_EQ (layout.loop, loop);
     const std::vector<Mark> flags { { MarkKind::cuePoint, 390, 4 },
                                     { MarkKind::hotCue, 410, 1 },
                                     { MarkKind::hotCue, 390, 4 } };
     EXPECT_EQ (layout.flags, flags);
-    EXPECT_FALSE (layoutOf (TrackPlaces::of (bench.deck (1))).loop.has_value());
+    EXPECT_FALSE (layoutOf (DeckWatch (bench.engine, 1)->places).loop.has_value());
 }
 
 TEST (WaveformMarks, MovedBeatsAreSeenWhateverMoved)
@@ -85,13 +88,14 @@ TEST (WaveformMarks, MovedBeatsAreSeenWhateverMoved)
         deck.beats.push_back ({ 11'025 * i, 120.0 });
     deck.track.numBeats = 40;
     BeatWindow window;
-    using Copy = BeatWindow::Copy;
-    EXPECT_TRUE (window.update (deck, 0.0, 200'000.0, Copy::ifNeeded));
-    EXPECT_FALSE (window.update (deck, 50'000.0, 250'000.0, Copy::ifNeeded)) << "still within reach";
-    EXPECT_TRUE (window.update (deck, 300'000.0, 500'000.0, Copy::ifNeeded));
+    const DeckWatch watch (bench.engine, 0);
+    EXPECT_TRUE (window.update (watch, 0.0, 200'000.0));
+    EXPECT_FALSE (window.update (watch, 50'000.0, 250'000.0)) << "still within reach";
+    EXPECT_TRUE (window.update (watch, 300'000.0, 500'000.0));
     deck.beats[30].pos += 1;
-    EXPECT_FALSE (window.update (deck, 300'000.0, 500'000.0, Copy::ifNeeded));
-    EXPECT_TRUE (window.update (deck, 300'000.0, 500'000.0, Copy::always));
+    window.forget();
+    EXPECT_TRUE (window.update (watch, 300'000.0, 500'000.0)) << "another table of the same numbers";
     deck.marks.downbeatIndex = 1;
-    EXPECT_TRUE (window.update (deck, 300'000.0, 500'000.0, Copy::ifNeeded));
+    watch.look();
+    EXPECT_TRUE (window.update (watch, 300'000.0, 500'000.0));
 }

@@ -1,6 +1,7 @@
 #include "../UiBench.h"
 #include "WidgetBench.h"
 #include "engine/CommandTable.h"
+#include "ui/look/ButtonSkin.h"
 #include "ui/widgets/PXFxSlider.h"
 #include "ui/widgets/PXImageLinearSlider.h"
 
@@ -40,7 +41,7 @@ TEST (PXImageRotarySlider, TheFrameFollowsTheValue)
          { Case { 0.0, 97, 0 }, Case { 0.5, 97, 48 }, Case { 1.0, 97, 96 }, Case { 0.00520, 97, 0 },
            Case { 0.00521, 97, 1 }, Case { 0.99479, 97, 95 }, Case { 0.99480, 97, 96 }, Case { 1.5, 97, 96 },
            Case { -1.0, 97, 0 }, Case { 0.5, 4, 2 }, Case { 1.0, 1, 0 } })
-        EXPECT_EQ (PXImageRotarySlider::frameOf (c.proportion, c.frames), c.frame) << c.proportion;
+        EXPECT_EQ (knobFrame (c.proportion, c.frames), c.frame) << c.proportion;
 
     const std::vector<juce::Colour> colours { juce::Colours::red, juce::Colours::green, juce::Colours::blue };
     PXImageRotarySlider knob;
@@ -202,46 +203,60 @@ TEST (PXSlider, FollowsTheEngineUnlessAHandIsOnIt)
     EXPECT_EQ (bench.engine.getParameter (gain.commandNumber()), 0.75f) << "following writes nothing";
 }
 
-TEST (PXSlider, TakesTypedValues)
+TEST (PXSlider, TakesTypedValuesInTheWordsThatItShows)
 {
+    UiBench bench;
+    bench.load (bench.halfLoudTrack(), 0);
+    auto& deck = *bench.engine.decks.deck (0);
+    deck.marks.fixedGrid = 1;
+    deck.marks.bpm = 120.0;
+    bench.engine.decks.setPitchRange (3); // 8 % up and down
+    const DeckWatch watch (bench.engine, 0);
+    watch.look();
+
     juce::Component window;
     window.setSize (200, 100);
     PXImageRotarySlider knob;
     window.addAndMakeVisible (knob);
     knob.setBounds (0, 0, 28, 28);
-    knob.setRange (-12.0, 12.0);
 
     struct Case
     {
-        const char* text;
+        ValueWords words;
+        const char *shown, *typed;
         double expected;
     };
-    for (const auto& c :
-         { Case { "3,5", 3.5 }, Case { "-2 st", -2.0 }, Case { "75%", 6.0 }, Case { "900 %", 12.0 },
-           Case { "-99", -12.0 }, Case { "none", 1.0 }, Case { "", 1.0 } })
+    const Case cases[] {
+        { ValueWords::share(), "50.0 %", "75", 0.75 },
+        { ValueWords::share(), "50.0 %", "12,5 %", 0.125 },
+        { ValueWords::share(), "50.0 %", "900 %", 1.0 },
+        { ValueWords::share(), "50.0 %", "none", 0.5 },
+        { ValueWords::share(), "50.0 %", "", 0.5 },
+        { ValueWords::decibels(), "+0.0 dB", "-6.02", 0.25 },
+        { ValueWords::decibels(), "+0.0 dB", "+3 dB", 0.7063 },
+        { ValueWords::decibels(), "+0.0 dB", "-inf", 0.0 },
+        { ValueWords::semitones(), "+0.00 st", "-3", 0.375 },
+        { ValueWords::pitch (watch), "+0.00 %", "4", 0.25 },
+        { ValueWords::pitch (watch), "+0.00 %", "-2.00 %", 0.625 },
+        { ValueWords::pitch (watch), "+0.00 %", "126", 0.1875 },
+        { ValueWords::pitch (watch), "+0.00 %", "117.6 bpm", 0.625 },
+        { ValueWords::pitch (watch), "+0.00 %", "180", 0.0 },
+    };
+    for (const auto& c : cases)
     {
-        knob.setValue (1.0);
+        knob.setWords (c.words);
+        knob.setValue (0.5);
         knob.enterValue();
         auto* field = dynamic_cast<juce::TextEditor*> (window.findChildWithID ("_valueEntry"));
         ASSERT_NE (field, nullptr);
         EXPECT_TRUE (window.getLocalBounds().contains (field->getBounds()));
-        field->setText (c.text, false);
+        EXPECT_TRUE (field->isCurrentlyModal()) << "what is typed goes nowhere else";
+        EXPECT_EQ (field->getText(), c.shown);
+        field->setText (c.typed, false);
         field->onReturnKey();
-        EXPECT_NEAR (knob.getValue(), c.expected, 1.0e-9) << c.text;
+        EXPECT_NEAR (knob.getValue(), c.expected, 1.0e-4) << c.typed;
         EXPECT_FALSE (field->isVisible());
     }
-
-    UiBench bench;
-    knob.setRange (0.0, 1.0);
-    knob.bind (bench.engine, command ("GAIN_A"));
-    knob.enterValue();
-    auto* field = dynamic_cast<juce::TextEditor*> (window.findChildWithID ("_valueEntry"));
-    ASSERT_NE (field, nullptr);
-    EXPECT_EQ (field->getText(), "50.0%");
-    field->setText ("75", false);
-    field->onReturnKey();
-    EXPECT_EQ (bench.engine.getParameter (knob.commandNumber()), 0.75f)
-        << "a command's value is typed in percent";
 }
 
 TEST (PXFxSlider, SaysWhatTheSlotsEffectSays)

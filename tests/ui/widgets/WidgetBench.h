@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/look/SMLookAndFeel.h"
-#include "ui/widgets/SkinPicture.h"
+#include "ui/look/SkinPicture.h"
 
 #include <vector>
 
@@ -27,7 +27,7 @@ public:
     bool invalidate (const juce::Rectangle<int>& area) override;
     void releaseResources() override {}
 
-    /** How often since it was asked last. */
+    /** The count since it was asked last. */
     int take();
 
     juce::Rectangle<int> lastArea;

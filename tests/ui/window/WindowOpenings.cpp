@@ -23,7 +23,7 @@ namespace
 constexpr int width = 1280, height = 800;
 constexpr int turnMs = 5, longestTurns = 12000; // a minute for one window
 constexpr int framesShown = 3;                  // the first paint, and two more that its polling asked for
-constexpr int warmUp = 20;                      // pictures, faces and the toolkit's own buffers are made once
+constexpr int warmUp = 20;                      // pictures, faces and JUCE's own buffers are made once
 constexpr double mostGrowth = 20e3; // bytes an opening; an editor alone takes some hundred thousand
 constexpr unsigned latePart =
     10; // at most one block of so many may be late, on a machine that has other work too

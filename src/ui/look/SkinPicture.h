@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-/** What a widget is drawn from: frames of a strip of the skin, or of one's own image.
+/** The picture of a widget: frames of a strip of the skin, or of one's own image.
 
     A strip of the skin is taken at the scale of what it is drawn on, so it is sharp and never scaled. Sizes and places
     are in the pixels of components. Cheap to copy. Message thread. */

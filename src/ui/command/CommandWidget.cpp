@@ -1,4 +1,4 @@
-#include "ui/widgets/CommandWidget.h"
+#include "ui/command/CommandWidget.h"
 
 void CommandWidget::bind (CPlatterdex& engine, int number)
 {

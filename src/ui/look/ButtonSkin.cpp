@@ -1,4 +1,4 @@
-#include "ui/widgets/ButtonSkin.h"
+#include "ui/look/ButtonSkin.h"
 
 #include "skin/Palette.h"
 
@@ -28,4 +28,9 @@ int buttonFrame (bool isOn, bool over, bool down, bool enabled) noexcept
 {
     const auto set = isOn ? skin::normalOn : skin::normalOff;
     return !enabled ? set : set + (down ? 2 : (over ? 1 : 0));
+}
+
+int knobFrame (double proportion, int frames) noexcept
+{
+    return static_cast<int> (juce::jlimit (0.0, 1.0, proportion) * juce::jmax (0, frames - 1) + 0.5);
 }

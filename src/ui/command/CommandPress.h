@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/widgets/CommandBinding.h"
+#include "ui/command/CommandBinding.h"
 
 /** A finger on a button's command. The command goes out as the finger comes down; a held command is released by
     whatever ends the press, the button's end included. */

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/widgets/CommandBinding.h"
+#include "ui/command/CommandBinding.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 

@@ -1,4 +1,4 @@
-#include "ui/widgets/SkinPicture.h"
+#include "ui/look/SkinPicture.h"
 
 #include <algorithm>
 

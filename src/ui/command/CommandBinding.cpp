@@ -1,4 +1,4 @@
-#include "ui/widgets/CommandBinding.h"
+#include "ui/command/CommandBinding.h"
 
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"

@@ -1,4 +1,4 @@
-#include "ui/widgets/CommandPress.h"
+#include "ui/command/CommandPress.h"
 
 void CommandPress::setCommand (const CommandBinding& next)
 {

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "ui/panel/ControlSpec.h"
+
+/** The controls of a deck's channel, wherever the mixer shows them. */
+namespace MixerControls
+{
+using Kind = ControlSpec::Kind;
+using Lit = ControlSpec::Lit;
+using Words = ControlSpec::Words;
+
+// clang-format off
+inline constexpr ControlSpec
+    gain   { Kind::knob,  "_gainSlider",   "GAIN_",    "GAIN",   "Gain", Lit::plain, "", true, Words::decibels },
+    high   { Kind::knob,  "_eqHighSlider", "EQ_HIGH_", "",       "High band of the equaliser", Lit::plain, "", true },
+    mid    { Kind::knob,  "_eqMidSlider",  "EQ_MID_",  "",       "Mid band of the equaliser", Lit::plain, "", true },
+    low    { Kind::knob,  "_eqLowSlider",  "EQ_LOW_",  "",       "Low band of the equaliser", Lit::plain, "", true },
+    filter { Kind::knob,  "_filterSlider", "FILTER_",  "FILTER", "Filter: low-pass to the left, high-pass to the right", Lit::plain, "", true },
+    volume { Kind::fader, "_volumeSlider", "VOLUME_",  "fader_128", "Volume" },
+    pfl    { Kind::sign,  "_pflButton",    "PFL_",     "pfl_40", "PFL: sends this channel to the headphones before its fader" },
+    killHigh { Kind::text, "_killHighButton", "EQ_HIGH_KILL_", "H", "Kills the high band", Lit::danger },
+    killMid  { Kind::text, "_killMidButton",  "EQ_MID_KILL_",  "M", "Kills the mid band", Lit::danger },
+    killLow  { Kind::text, "_killLowButton",  "EQ_LOW_KILL_",  "L", "Kills the low band", Lit::danger },
+    assignLeft  { Kind::text, "_assignLeftButton",  "CROSSFADER_ASSIGN_LEFT_",  "L", "Assigns the channel to the left side of the crossfader", Lit::deck },
+    assignRight { Kind::text, "_assignRightButton", "CROSSFADER_ASSIGN_RIGHT_", "R", "Assigns the channel to the right side of the crossfader", Lit::deck };
+// clang-format on
+}
