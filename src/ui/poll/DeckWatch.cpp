@@ -82,7 +82,14 @@ public:
     Shared (CPlatterdex& e, int d) : engine (e), deck (d) { clock->add (*this); }
     ~Shared() override { clock->remove (*this); }
 
-    void look() override { view = viewOf (player(), engine.decks.pitchRange); }
+    bool look() override
+    {
+        auto next = viewOf (player(), engine.decks.pitchRange);
+        const auto changed = next != view;
+        view = std::move (next);
+        return changed;
+    }
+
     const DeckPlayer& player() const { return *engine.decks.deck (deck); }
 
     CPlatterdex& engine;

@@ -5,6 +5,7 @@
 namespace
 {
 constexpr int hurriedTickCount = 2;
+constexpr int restingTurns = 2;          ///< views are asked at every such tick while no deck changes
 constexpr int atOnceMs = 1, soonMs = 20; ///< a block of audio may lie between a hand and what it changes
 }
 
@@ -31,10 +32,12 @@ void PollClock::remove (Source& source)
     std::erase (sources, &source);
 }
 
-void PollClock::look()
+bool PollClock::look()
 {
+    auto changed = false;
     for (auto* source : sources)
-        source->look();
+        changed |= source->look();
+    return changed;
 }
 
 void PollClock::hurry()
@@ -50,10 +53,18 @@ void PollClock::timerCallback()
     const auto hurried = hurriedTicks > 0;
     if (hurried)
         startTimer (--hurriedTicks > 0 ? soonMs : movingMs);
-    tick (++turn % calmTurns == 0 || hurried);
+    const auto changed = look(), calm = ++turn % calmTurns == 0 || hurried;
+    if (changed || calm || turn % restingTurns == 0)
+        ask (calm);
 }
 
 void PollClock::tick (bool calm)
+{
+    look();
+    ask (calm);
+}
+
+void PollClock::ask (bool calm)
 {
     // A poll may close the last window, and the clock with it.
     const juce::SharedResourcePointer<PollClock> untilTheEnd;
@@ -63,7 +74,6 @@ void PollClock::tick (bool calm)
 
     if (calm)
         windows.clear();
-    look();
     for (size_t i = 0, count = clients.size(); i < count; ++i)
         if (clients[i] != nullptr && !isMinimised (*clients[i]))
             clients[i]->poll (calm);

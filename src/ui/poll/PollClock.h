@@ -18,7 +18,9 @@ public:
     {
     public:
         virtual ~Source() = default;
-        virtual void look() = 0;
+
+        /** @returns true if it has found something else than before */
+        virtual bool look() = 0;
     };
 
     /** A view that is asked at each tick. */
@@ -40,8 +42,8 @@ public:
     void add (Source&);
     void remove (Source&);
 
-    /** Lets every source look now. */
-    void look();
+    /** Lets every source look now. @returns true if one has found something else than before */
+    bool look();
 
     /** Looks and asks everybody now. @param calm   asks for what changes seldom, too */
     void tick (bool calm);
@@ -57,6 +59,7 @@ private:
     };
 
     void timerCallback() override;
+    void ask (bool calm);
     bool isMinimised (const Client&);
 
     std::vector<Client*> clients; ///< nullptr for one that left during a tick
