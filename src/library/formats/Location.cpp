@@ -75,9 +75,9 @@ juce::String decodeLocation (const juce::String& location)
     if (separator == '/' && path.isNotEmpty() && !path.startsWithChar (separator) && !hasDrive (path))
         path = juce::String::charToString (separator) + path;
 
-    const auto isOtherForm =
-        location.startsWithIgnoreCase ("file:") && !location.startsWithIgnoreCase ("file://localhost/");
-    if (isOtherForm && !(juce::File::isAbsolutePath (path) && juce::File (path).existsAsFile()))
-        return pathOfFileUrl (location);
-    return path;
+    if (!location.startsWithIgnoreCase ("file:") || location.startsWithIgnoreCase ("file://localhost/")
+        || (juce::File::isAbsolutePath (path) && juce::File (path).existsAsFile()))
+        return path;
+    const auto ofOtherForm = pathOfFileUrl (location);
+    return ofOtherForm.startsWithChar ('/') ? ofOtherForm : path;
 }
