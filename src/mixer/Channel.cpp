@@ -90,9 +90,10 @@ void Channel::tapCue (const ChannelPair& pair, const ChannelPair& monitor) noexc
 void Channel::followAutogain (double factor, bool isPlaying, double blockSeconds) noexcept
 {
     const auto near = std::abs (autogain - factor) <= autogainArrived * factor;
-    autogain = isPlaying && !near ? OnePole::approached (
+    autogain = isPlaying && wasPlaying && !near ? OnePole::approached (
                    autogain, factor, OnePole::coefficient (autogainSeconds, 1.0 / blockSeconds))
-                                  : factor;
+                                                : factor;
+    wasPlaying = isPlaying;
 }
 
 double Channel::targetGain (const EngineSettings& settings, int side) const noexcept

@@ -38,8 +38,8 @@ public:
     /** Adds the pair to the monitor at the gain's knob, and raises `cuePeak`. */
     PX_AUDIO_THREAD void tapCue (const ChannelPair&, const ChannelPair& monitor) noexcept;
 
-    /** Follows the track's autogain: at once while nothing plays, else within 2 s, as a level that is found late must not
-        jump. @param factor   linear */
+    /** Follows the track's autogain: at once when a track begins to play, else within 2 s, as a level that is found late must
+        not jump. @param factor   linear */
     PX_AUDIO_THREAD void followAutogain (double factor, bool isPlaying, double blockSeconds) noexcept;
 
     /** The gain that the fader moves to: fader, autogain, gain and crossfader; Punch and Cut stand in for the crossfader.
@@ -54,6 +54,7 @@ public:
 
 private:
     double autogain = 1.0;
+    bool wasPlaying = false;
     double fader = 0.0;                       ///< the gain as it stands on its way
     std::array<double, 2> sides { 1.0, 1.0 }; ///< the balance's gains
 };
