@@ -24,7 +24,7 @@ void DeckFilter::set (double value) noexcept
 
 void DeckFilter::setSampleRate (double rate) noexcept
 {
-    lowPass.reset();
+    lowPass.setSampleRate (rate);
     highPass.setSampleRate (rate);
 }
 

@@ -15,6 +15,7 @@ DelayEffect::DelayEffect()
 
 void DelayEffect::setSampleRate (double rate) noexcept
 {
+    mix.setSampleRate (rate);
     mix.settle();
     for (auto& line : lines)
         line.setSampleRate (rate);
@@ -78,16 +79,21 @@ void DelayEffect::process (float* left, float* right, int frames, double bpm) no
         auto *l = left + done, *r = right + done;
         lines[0].process (l, echoLeft.data(), count);
         lines[1].process (r, echoRight.data(), count);
-        auto gains = mix.isMoving() ? EffectMix::Gains {} : mix.next();
-        const auto moving = mix.isMoving();
-        for (int i = 0; i < count; ++i)
-        {
-            if (moving)
-                gains = mix.next();
-            const auto at = static_cast<size_t> (i);
-            l[i] = l[i] * gains.dry + echoLeft[at] * gains.wet;
-            r[i] = r[i] * gains.dry + echoRight[at] * gains.wet;
-        }
+        if (!mix.isBypassed())
+            mixIn (echoLeft.data(), echoRight.data(), l, r, count);
+    }
+}
+
+void DelayEffect::mixIn (const float* echoLeft, const float* echoRight, float* left, float* right,
+                         int frames) noexcept
+{
+    const auto isMoving = mix.isMoving();
+    for (auto [i, gains] = std::pair (0, mix.next()); i < frames; ++i)
+    {
+        if (isMoving && i > 0)
+            gains = mix.next();
+        left[i] = left[i] * gains.dry + echoLeft[i] * gains.wet;
+        right[i] = right[i] * gains.dry + echoRight[i] * gains.wet;
     }
 }
 

@@ -21,6 +21,9 @@ public:
     void reset() noexcept override;
 
 private:
+    void mixIn (const float* echoLeft, const float* echoRight, float* left, float* right,
+                int frames) noexcept;
+
     std::array<fx_dsp::MFXTapeDelay, 2> lines;
     EffectMix mix;
     double beats = 0.5;

@@ -3,7 +3,7 @@
 #include "support/GainRamp.h"
 
 /** Dry, wet and bypass of a delay, flanger or phaser: `dry * bypass + (wet + dryPart) * (1 - bypass)`, each factor on a
-    ramp of its own. The default is half wet and bypassed. */
+    ramp of 5 ms. The default is half wet and bypassed. */
 class EffectMix
 {
 public:
@@ -12,6 +12,13 @@ public:
     {
         float dry, wet;
     };
+
+    /** In Hz, above 0. */
+    PX_AUDIO_THREAD void setSampleRate (double rate) noexcept
+    {
+        for (auto* ramp : { &dry, &wet, &bypass })
+            ramp->setSampleRate (rate);
+    }
 
     /** Both ways at once: wet to `value`, dry to the rest. @param value   0 to 1 */
     PX_AUDIO_THREAD void setDryWet (double value) noexcept
@@ -37,7 +44,7 @@ public:
     }
 
     /** True once only the input is heard. */
-    PX_AUDIO_THREAD bool isBypassed() const noexcept { return !bypass.isMoving() && bypass.value() == 1.0; }
+    PX_AUDIO_THREAD bool isBypassed() const noexcept { return bypass.isAt (1.0); }
 
     PX_AUDIO_THREAD void settle() noexcept
     {

@@ -34,7 +34,7 @@ public:
     double filterValue() const noexcept { return filterKnob; }
     bool isBandOn (BandSplit::Band band) const noexcept { return bands[static_cast<size_t> (band)]; }
 
-    /** Works in place. What is no number, or far beyond full scale, is taken as silence.
+    /** Works in place. NaN and samples far beyond full scale are taken as silence.
         @param bpm   the deck's tempo; 120 is taken for what is none */
     PX_AUDIO_THREAD void process (float* left, float* right, int frames, double bpm) noexcept;
 

@@ -80,6 +80,7 @@ void EffectSlot::setSampleRate (double rate) noexcept
     for (auto& each : effects)
         each->setSampleRate (rate);
     current = wanted;
+    arrival.setSampleRate (rate);
     arrival.reset (1.0);
 }
 
@@ -148,10 +149,11 @@ void EffectSlot::process (float* left, float* right, int frames, double bpm) noe
     }
 
     auto done = 0;
-    if (arrival.isMoving())
+    while (arrival.isMoving() && done < frames)
     {
-        done = std::min (frames, arrival.samplesLeft());
-        crossfade (left, right, done, bpm);
+        const auto piece = std::min ({ frames - done, arrival.samplesLeft(), longestPiece });
+        crossfade (left + done, right + done, piece, bpm);
+        done += piece;
     }
     if (done < frames)
         effect (current).process (left + done, right + done, frames - done, bpm);
@@ -159,10 +161,18 @@ void EffectSlot::process (float* left, float* right, int frames, double bpm) noe
 
 void EffectSlot::crossfade (float* left, float* right, int frames, double bpm) noexcept
 {
-    std::array<float, GainRamp::steps> oldLeft, oldRight;
+    std::array<float, longestPiece> oldLeft, oldRight;
     std::copy_n (left, frames, oldLeft.begin());
     std::copy_n (right, frames, oldRight.begin());
     effect (former).process (oldLeft.data(), oldRight.data(), frames, bpm);
+
+    // The new effect hears the sound fade in as well: otherwise its first echo would begin with a step.
+    for (auto* const samples : { left, right })
+    {
+        auto gain = arrival;
+        for (int i = 0; i < frames; ++i)
+            samples[i] *= static_cast<float> (gain.next());
+    }
     effect (current).process (left, right, frames, bpm);
     CrossFade::over (oldLeft.data(), oldRight.data(), left, right, frames, arrival);
 }

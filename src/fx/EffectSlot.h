@@ -47,7 +47,7 @@ public:
     /** @param value   limited to 0 to 1 */
     PX_AUDIO_THREAD void setFxParameter (FxParameter, double value) noexcept;
 
-    /** From the next block on, by a cross-fade of 64 samples. @param value   0 to 1, in ten steps */
+    /** From the next block on, by a cross-fade of 5 ms. @param value   0 to 1, in ten steps */
     PX_AUDIO_THREAD void selectFx (double value) noexcept;
 
     double parameter (FxParameter) const noexcept;
@@ -61,7 +61,7 @@ public:
     PX_AUDIO_THREAD void process (float* left, float* right, int frames, double bpm) noexcept;
 
 private:
-    /** What the knobs of one kind of effect stand at. */
+    /** The knobs of one kind of effect. */
     struct Knobs
     {
         Relaxed<double> feedback { 0.0 }, step { 0.0 }, sign { 1.0 };
@@ -69,6 +69,8 @@ private:
 
     Relaxed<double>& knob (FxParameter) noexcept;
     FxEffect& effect (int index) noexcept { return *effects[static_cast<size_t> (index)]; }
+    static constexpr int longestPiece = 64; ///< of a cross-fade
+
     void crossfade (float* left, float* right, int frames, double bpm) noexcept;
 
     std::array<std::unique_ptr<FxEffect>, FxType::count> effects;

@@ -4,7 +4,7 @@
 
 #include <string>
 
-/** What a parameter of an effect means. Values are 0 to 1; what an effect does not know it ignores. */
+/** The parameters of effects. Values are 0 to 1; an effect ignores those that it does not know. */
 enum class FxParameter
 {
     dryWet,          ///< dry 0 to wet 1

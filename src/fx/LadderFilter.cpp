@@ -4,7 +4,14 @@
 
 namespace
 {
-constexpr double fadedOut = 0.005, glide = 0.999;
+constexpr double glide = 0.999;
+}
+
+void LadderFilter::setSampleRate (double rate) noexcept
+{
+    wet.setSampleRate (rate);
+    dry.setSampleRate (rate);
+    reset();
 }
 
 void LadderFilter::setOn (bool isOn) noexcept
@@ -41,7 +48,7 @@ inline Stereo LadderFilter::output (Stereo in) const noexcept
 void LadderFilter::process (float* left, float* right, int frames) noexcept
 {
     using namespace StereoMath;
-    if (!on && wet.value() < fadedOut)
+    if (!on && wet.isAt (0.0))
     {
         reset();
         return;

@@ -25,9 +25,12 @@ public:
     /** @param next   from 0; it begins to ring by itself around 4 */
     PX_AUDIO_THREAD void setResonance (double next) noexcept { resonance = next; }
 
+    /** Takes the rate in Hz, above 0, and resets. */
+    PX_AUDIO_THREAD void setSampleRate (double rate) noexcept;
+
     PX_AUDIO_THREAD void setOn (bool isOn) noexcept;
 
-    /** Works in place. One that is off, and as good as faded out, leaves the signal alone. */
+    /** Works in place. One that is off and faded out leaves the signal alone. */
     PX_AUDIO_THREAD void process (float* left, float* right, int frames) noexcept;
 
     PX_AUDIO_THREAD void reset() noexcept;

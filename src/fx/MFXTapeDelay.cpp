@@ -1,9 +1,8 @@
 #include "fx/MFXTapeDelay.h"
 
 #include <algorithm>
-#include <bit>
+#include <cfloat>
 #include <cmath>
-#include <cstdint>
 
 namespace fx_dsp
 {
@@ -15,10 +14,10 @@ static_assert (indexMask == MFXTapeDelay::memorySize - 1);
 /** The samples of a turn in which the former head is heard alone, and those of the cross-fade behind it. */
 constexpr int alone = 12, crossfade = 499;
 
-/** Subnormal numbers become 0. */
+/** The value, or 0 for a subnormal number and for NaN. */
 float withoutSubnormal (float value) noexcept
 {
-    return (std::bit_cast<uint32_t> (value) & 0x7f800000u) == 0 ? 0.0f : value;
+    return std::abs (value) >= FLT_MIN ? value : 0.0f;
 }
 }
 
@@ -51,28 +50,68 @@ inline float MFXTapeDelay::readAt (int delay) const noexcept
                                         : 0.0f;
 }
 
+/** Samples for which only one head is heard, nothing moves, and neither place in the memory wraps: 0 if not even one. A run
+    that is no longer than the delay reads nothing that it writes itself. */
+int MFXTapeDelay::steadyFrames() const noexcept
+{
+    if (presentDelay != formerDelay || presentDelay == 0 || feedback.isMoving() || filled < presentDelay)
+        return 0;
+    const auto readIndex = (writeIndex - presentDelay) & indexMask;
+    return std::min ({ turn - count, presentDelay, memorySize - writeIndex, memorySize - readIndex });
+}
+
+void MFXTapeDelay::runSteady (const float* in, float* delayed, int frames) noexcept
+{
+    const auto run = [gain = static_cast<float> (feedback.value()),
+                      frames] (const float* __restrict input, const float* __restrict read,
+                               float* __restrict write, float* __restrict out)
+    {
+        for (int i = 0; i < frames; ++i)
+        {
+            const auto value = input[i] + gain * read[i];
+            write[i] = withoutSubnormal (value);
+            out[i] = read[i];
+        }
+    };
+    run (in, memory.data() + ((writeIndex - presentDelay) & indexMask), memory.data() + writeIndex, delayed);
+}
+
+void MFXTapeDelay::moveOn (int frames) noexcept
+{
+    writeIndex = (writeIndex + frames) & indexMask;
+    filled = std::min (filled + frames, memorySize);
+    count += frames;
+    if (count == turn)
+    {
+        count = 0;
+        formerDelay = presentDelay;
+        presentDelay = wantedDelay;
+    }
+}
+
 void MFXTapeDelay::process (const float* in, float* delayed, int frames) noexcept
 {
-    for (int i = 0; i < frames; ++i)
+    for (int i = 0; i < frames;)
     {
+        if (const auto steady = std::min (steadyFrames(), frames - i); steady > 0)
+        {
+            runSteady (in + i, delayed + i, steady);
+            moveOn (steady);
+            i += steady;
+            continue;
+        }
         auto read = readAt (presentDelay);
         if (presentDelay != formerDelay)
         {
-            const auto present = std::max (0, count - alone) * (1.0f / crossfade);
+            const auto present =
+                static_cast<float> (std::max (0, count - alone)) * (1.0f / static_cast<float> (crossfade));
             read = CrossFade::mixed (readAt (formerDelay), read, present);
         }
         memory[static_cast<size_t> (writeIndex)] =
             withoutSubnormal (in[i] + static_cast<float> (feedback.next()) * read);
         delayed[i] = read;
-
-        writeIndex = (writeIndex + 1) & indexMask;
-        filled = std::min (filled + 1, memorySize);
-        if (++count == turn)
-        {
-            count = 0;
-            formerDelay = presentDelay;
-            presentDelay = wantedDelay;
-        }
+        moveOn (1);
+        ++i;
     }
 }
 }

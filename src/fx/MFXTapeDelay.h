@@ -34,6 +34,9 @@ private:
     static constexpr int turn = 512; ///< samples from one swap of the heads to the next
 
     float readAt (int delay) const noexcept;
+    void runSteady (const float* in, float* delayed, int frames) noexcept;
+    int steadyFrames() const noexcept;
+    void moveOn (int frames) noexcept;
 
     std::vector<float> memory;
     GainRamp feedback { 0.75 };

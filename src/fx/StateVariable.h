@@ -36,7 +36,7 @@ public:
         return { low, band };
     }
 
-    /** What is below the threshold becomes silence. */
+    /** Takes a state below the threshold as silence. */
     PX_AUDIO_THREAD void flush (double threshold) noexcept
     {
         first = StereoMath::flushed (first, threshold);

@@ -8,12 +8,12 @@
 
 namespace
 {
-constexpr double glide = 0.99, fadedOut = 0.0001;
+constexpr double glide = 0.995, gateGlide = 0.99, fadedOut = 0.0001;
 constexpr double panSeconds = 0.002, panReach = 0.99;
 constexpr double distortionQ = 3.0;
 constexpr double gateAttack = 0.01; ///< of a turn
 
-/** Where a glide counts as arrived: it never would by itself, and what remains ends as a subnormal number. */
+/** The distance at which a glide has arrived: it never would by itself, and the rest ends as a subnormal number. */
 constexpr double arrived = 1e-7;
 
 struct Defaults
@@ -29,9 +29,9 @@ constexpr std::array defaults {
     Defaults { Mode::bitCrusher, 0.5f, 0.5f, 0.36f }, Defaults { Mode::distortion, 0.2f, 0.5f, 0.16f },
 };
 
-void approach (double& value, double target) noexcept
+void approach (double& value, double target, double speed = glide) noexcept
 {
-    value = OnePole::approached (value, target, glide);
+    value = OnePole::approached (value, target, speed);
 }
 
 void arrive (double& value, double target) noexcept
@@ -259,7 +259,7 @@ void SweepEffect::gate (float* left, float* right, int frames) noexcept
              const auto target = phase < gateAttack
                                      ? phase / gateAttack
                                      : 1.0 - std::min (late * late * late * late * steepness, 1.0);
-             approach (gateLevel, target);
+             approach (gateLevel, target, gateGlide);
              return in * (1.0 - gateLevel * depth);
          });
 }

@@ -11,7 +11,7 @@
 /** Six effects around one slow oscillator: filters, distortion, bit crusher, auto pan and gate.
 
     Each output is `mix * processed + (1 - mix) * dry`, where the mix is the wet amount times the fade of the bypass switch;
-    both glide a hundredth of the way each sample. */
+    both glide by half a percent of the way with each sample. */
 class SweepEffect : public FxEffect
 {
 public:

@@ -2,21 +2,34 @@
 
 #include "support/AudioThread.h"
 
-/** A gain that moves linearly to each new target over 64 samples. Audio thread. */
+#include <algorithm>
+
+/** A gain that moves to each new target: linearly over 64 samples, or, once it knows the sample rate, along the S of a
+    smoothstep over 5 ms, whose ends have no corner to be heard. Audio thread. */
 class GainRamp
 {
 public:
     static constexpr int steps = 64;
 
+    /** The length of a ramp that is not heard as a click, in seconds. */
+    static constexpr double smoothSeconds = 0.005;
+
     explicit GainRamp (double initial = 1.0) noexcept : target (initial), current (initial) {}
+
+    /** Makes each move from now on smooth and 5 ms long. @param rate   in Hz, above 0 */
+    PX_AUDIO_THREAD void setSampleRate (double rate) noexcept
+    {
+        isSmooth = true;
+        length = std::max (1, static_cast<int> (smoothSeconds * rate));
+    }
 
     PX_AUDIO_THREAD void setTarget (double next) noexcept
     {
         if (next == target)
             return;
         target = next;
-        step = (target - current) / steps;
-        remaining = steps;
+        start = current;
+        total = remaining = length;
     }
 
     /** The gain of the next sample. */
@@ -25,7 +38,7 @@ public:
         if (remaining > 0)
         {
             --remaining;
-            current = remaining == 0 ? target : current + step;
+            current = remaining == 0 ? target : start + (target - start) * part();
         }
         return current;
     }
@@ -35,6 +48,9 @@ public:
 
     /** The gain of the last sample. */
     PX_AUDIO_THREAD double value() const noexcept { return current; }
+
+    /** True once it has arrived at a gain. */
+    PX_AUDIO_THREAD bool isAt (double gain) const noexcept { return !isMoving() && current == gain; }
 
     /** Jumps to where it was going. */
     PX_AUDIO_THREAD void settle() noexcept { reset (target); }
@@ -46,6 +62,14 @@ public:
     }
 
 private:
-    double target, current, step = 0.0;
-    int remaining = 0;
+    /** The part of the way that lies behind. */
+    double part() const noexcept
+    {
+        const auto t = static_cast<double> (total - remaining) / total;
+        return isSmooth ? t * t * (3.0 - 2.0 * t) : t;
+    }
+
+    double target, current, start = 0.0;
+    int length = steps, total = steps, remaining = 0;
+    bool isSmooth = false;
 };

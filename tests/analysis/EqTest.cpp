@@ -69,6 +69,23 @@ TEST (Eq, ResponsesFollowTheFormulaAloneAndInSeries)
                     response[0] = 1.0f;
                     eq->process (response.data(), response.data(), 1000);
                     eq->process (response.data() + 1000, response.data() + 1000, 15384);
+
+                    // A band alone gives the same as that band in the row.
+                    zParamEQ::CParametricEq alone, other;
+                    for (auto* one : { &alone, &other })
+                        one->setSampleRate (rate);
+                    alone.setType (type), alone.setFrequency (centre), alone.setGain (db),
+                        alone.setQuality (q);
+                    other.setFrequency (3000.0), other.setGain (6.0);
+                    std::vector<float> again (1000);
+                    again[0] = 1.0f;
+                    for (auto* one : { &alone, &other })
+                    {
+                        one->update();
+                        one->process (again.data(), again.data(), 1000);
+                    }
+                    for (size_t i = 0; i < again.size(); ++i)
+                        ASSERT_NEAR (again[i], response[i], 1e-6 * std::pow (10.0, std::abs (db) / 20.0));
                     for (const auto frequency : { 30.0, 210.0, 950.0, 4000.0, 12000.0, 20000.0 })
                     {
                         const auto expected = prototypeGain (type, frequency, centre, db, q)

@@ -68,20 +68,6 @@ TEST (DeckFilter, TurnedLeftItClosesFromAboveTurnedRightFromBelow)
     EXPECT_LT (Response::decibels (gainsAt (1.0).at1000), -40.0);
 }
 
-TEST (DeckFilter, TurnsWithoutAClick)
-{
-    DeckFilter filter;
-    filter.setSampleRate (rate);
-    const auto in = Signals::sine (100.0, rate, 44100);
-    auto left = in, right = in;
-    for (int done = 0, block = 0; done < 44100; done += 441, ++block)
-    {
-        filter.set (block % 20 < 10 ? 0.05 * (block % 11) : 0.5);
-        filter.process (left.data() + done, right.data() + done, 441, 120.0);
-    }
-    EXPECT_LT (Signals::largestStep (left), 0.04); // the sine's own is 0.007, a fade of 64 samples adds 1/64
-}
-
 TEST (LadderFilter, KindsPassWhatTheyAreNamedFor)
 {
     using Type = LadderFilter::Type;

@@ -12,8 +12,6 @@
 namespace
 {
 constexpr double rate = 44100.0;
-constexpr std::array names { "Delay",    "Flanger", "Phaser",     "LowPass",    "HighPass",
-                             "Auto Pan", "Trans",   "BitCrusher", "Distortion", "Reverb" };
 
 double peakAfter (EffectRack& rack, std::vector<float> left, std::vector<float> right, double bpm)
 {
@@ -28,7 +26,6 @@ TEST (EffectSlot, SelectorHasTenEqualSteps)
     EXPECT_EQ (slot.selected(), FxType::phaser);
     for (int kind = 0; kind < FxType::count; ++kind)
     {
-        EXPECT_STREQ (FxType::name (kind), names[static_cast<size_t> (kind)]);
         for (const auto value :
              { kind / 10.0 + 1e-6, FxType::selectorValue (kind), (kind + 1) / 10.0 - 1e-6 })
         {
@@ -68,45 +65,6 @@ TEST (EffectSlot, SwitchAndMixBelongToTheSlotStepsToTheEffect)
     EXPECT_EQ (slot.parameterText (FxParameter::step), "1");
 }
 
-TEST (EffectSlot, ModulationStepsHaveTheirTexts)
-{
-    constexpr std::array texts { "1/16", "1/8", "3/16", "1/4", "3/8", "2/4", "1", "2", "4", "8", "16" };
-    for (const auto kind : { FxType::flanger, FxType::phaser, FxType::lowPass, FxType::trans })
-    {
-        EffectSlot slot (kind);
-        for (size_t step = 0; step < texts.size(); ++step)
-            for (const auto within : { 0.01, 0.99 })
-            {
-                slot.setFxParameter (FxParameter::step, (static_cast<double> (step) + within) / 11.0);
-                EXPECT_EQ (slot.parameterText (FxParameter::step), texts[step]) << kind;
-            }
-    }
-}
-
-TEST (EffectSlot, ASelectionFadesOver64Samples)
-{
-    for (int from = 0; from < FxType::count; ++from)
-        for (int to = 0; to < FxType::count; ++to)
-        {
-            // The crusher steps by itself, and a gate's attack is as long as its oscillator says.
-            if (from == FxType::bitCrusher || to == FxType::bitCrusher)
-                continue;
-            EffectSlot slot (from);
-            slot.setFxParameter (FxParameter::bypass, 0.0);
-            slot.setSampleRate (rate);
-            auto left = Signals::sine (60.0, rate, 8192), right = left;
-            for (int done = 0; done < 8192; done += 32)
-            {
-                if (done == 6400)
-                    slot.selectFx (FxType::selectorValue (to));
-                slot.process (left.data() + done, right.data() + done, 32, 120.0);
-            }
-            const std::span before (left.data() + 5400, 1000), after (left.data() + 6400, 64);
-            EXPECT_LT (Signals::largestStep (after), 0.02 + Signals::largestStep (before) + 3.0 / 64.0)
-                << names[static_cast<size_t> (from)] << " to " << names[static_cast<size_t> (to)];
-        }
-}
-
 TEST (EffectRack, BeginsWithFlangerPhaserDelayAllOffAndFlat)
 {
     EffectRack rack;
@@ -119,11 +77,11 @@ TEST (EffectRack, BeginsWithFlangerPhaserDelayAllOffAndFlat)
         EXPECT_FALSE (rack.slot (i).isOn());
         EXPECT_TRUE (rack.isBandOn (static_cast<BandSplit::Band> (i)));
     }
-    auto response = Response::impulse (16384), right = response;
-    rack.process (response.data(), right.data(), 16384, 120.0);
-    for (double hertz = 20.0; hertz < 20000.0; hertz *= 1.3)
-        EXPECT_NEAR (Response::decibels (std::abs (Response::at (response, hertz, rate))), 0.0, 0.01)
-            << hertz;
+    const auto in = Signals::noise (4096, 1, 1.0);
+    auto left = in, right = in;
+    rack.process (left.data(), right.data(), 4096, 120.0);
+    EXPECT_EQ (left, in);
+    EXPECT_EQ (right, in);
 }
 
 TEST (EffectRack, OnlyBandsThatAreOnGetTheEffect)

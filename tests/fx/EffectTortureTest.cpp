@@ -18,7 +18,7 @@
 
 namespace
 {
-/** Whether an operation of this thread took or made a subnormal number since clear(). */
+/** Tells if an operation of this thread took or made a subnormal number since clear(). */
 namespace SubnormalFlags
 {
 #if defined(__SSE2__)
@@ -142,7 +142,7 @@ TYPED_TEST (EffectWithABorder, BypassedItLeavesTheAudioAndForgetsItsTail)
     auto left = Signals::noise (44100, 1), right = Signals::noise (44100, 2);
     effect.process (left.data(), right.data(), 44100, 120.0);
     effect.setFxParameter (FxParameter::bypass, 0.5);
-    effect.process (left.data(), right.data(), 64, 120.0); // the ramp's length
+    effect.process (left.data(), right.data(), 256, 120.0); // longer than the ramp
     const auto before = std::pair { left, right };
     for (int done = 0; done < 44100; done += 100)
         effect.process (left.data() + done, right.data() + done, 100, 120.0);

@@ -86,7 +86,7 @@ TEST (Phaser, ThreeNotchesStandAroundTheFrequencyThatTheOscillatorPointsAt)
         {
             const auto response = impulseResponse<Phaser> (rate, turns, 0.0, 1.0, 0.5);
             const auto middle = 1000.0 * std::pow (2.6, 0.5 + 0.5 * std::sin (2.0 * pi * turns));
-            // Where six stages turn the phase by one, three and five half turns, and where by two and four.
+            // The frequencies at which six stages turn the phase by so many half turns: notches at odd numbers, peaks at even ones.
             const auto at = [&] (double halfTurns) {
                 return rate / pi
                        * std::atan (std::tan (halfTurns * pi / 12.0) * std::tan (pi * middle / rate));
@@ -188,13 +188,4 @@ TEST (Flanger, JumpOfTheStereoPhaseGlidesIntoPlaceWithoutAStep)
                1.2 * Signals::largestStep (all.subspan (10000, 9000)));
     for (size_t i = 24000; i < 48000; ++i)
         ASSERT_NEAR (right[i], otherRight[i], 1e-4) << i;
-}
-
-TEST (ModulationFx, TextsAreThoseOfTheKnobs)
-{
-    FlangerFx effect;
-    EXPECT_EQ (effect.parameterText (FxParameter::dryWet), "50%");
-    EXPECT_EQ (effect.parameterText (FxParameter::step), "2");
-    effect.setFxParameter (FxParameter::feedback, 0.25);
-    EXPECT_EQ (effect.parameterText (FxParameter::feedback), "90% deg");
 }

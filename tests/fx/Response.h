@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-/** What the tests of effects share. */
+/** Helpers of the tests of effects. */
 namespace Response
 {
 inline constexpr double turn = 2.0 * std::numbers::pi;

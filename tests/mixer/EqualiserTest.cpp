@@ -116,25 +116,17 @@ TEST (Equaliser, FlatChangesNothingAndBlocksMakeNoDifference)
 
 TEST (Equaliser, TakesOnlyMovesThatAreWorthIt)
 {
-    const auto in = noise (500);
-    const auto outOf = [&in] (double then)
+    const auto outOf = [] (double then)
     {
         Equaliser equaliser;
         equaliser.setGains ({ 0.0, 5.0, 0.0 }, 44100.0);
+        filtered (equaliser, noise (500));
         equaliser.setGains ({ 0.0, then, 0.0 }, 44100.0);
-        return filtered (equaliser, in).left;
+        return filtered (equaliser, noise (500)).left;
     };
     EXPECT_EQ (outOf (5.019), outOf (5.0));
     EXPECT_NE (outOf (5.021), outOf (5.0));
     EXPECT_NE (outOf (4.979), outOf (5.0));
-
-    Equaliser equaliser; // but many small ones add up
-    for (int i = 0; i <= 1000; ++i)
-        equaliser.setGains ({ 0.0, 0.01 * i, 0.0 }, 44100.0);
-    const auto crept = filtered (equaliser, in).left;
-    Equaliser direct;
-    direct.setGains ({ 0.0, 10.0, 0.0 }, 44100.0);
-    EXPECT_GT (Signals::correlation (crept, filtered (direct, in).left), 0.999999);
 }
 
 TEST (Equaliser, DiesAwayToExactSilenceAndOutlivesBadNumbers)
@@ -161,11 +153,13 @@ TEST (Equaliser, DiesAwayToExactSilenceAndOutlivesBadNumbers)
     }
 }
 
-TEST (Equaliser, ABandThatIsKilledOrComesBackDoesNotThump)
+TEST (Equaliser, ABandThatIsKilledOrComesBackNeitherThumpsNorClicks)
 {
     constexpr int half = 11025;
-    for (const auto& gains :
-         { Equaliser::Gains { -78.0, 0.0, 0.0 }, { 0.0, -78.0, 0.0 }, { 0.0, 0.0, -78.0 } })
+    for (const auto& gains : { Equaliser::Gains { -78.0, 0.0, 0.0 },
+                               { 0.0, -78.0, 0.0 },
+                               { 0.0, 0.0, -78.0 },
+                               { 10.0, 3.0, -30.0 } })
         for (const bool back : { false, true })
             for (double frequency = 20.0; frequency < 15000.0; frequency *= 1.3)
             {
@@ -175,8 +169,12 @@ TEST (Equaliser, ABandThatIsKilledOrComesBackDoesNotThump)
                 equaliser.process (sound.data(), sound.data(), half);
                 equaliser.setGains (back ? Equaliser::Gains {} : gains, 44100.0);
                 equaliser.process (sound.data() + half, sound.data() + half, half);
-                EXPECT_LT (Signals::peak (sound), 1.3)
-                    << frequency << " " << back; // 0.5, and the shelves' hump
+                // The louder of the two steady sounds, and at most 1 dB while one becomes the other.
+                const std::span all (sound);
+                const auto steady = std::max (Signals::peak (all.subspan (half / 2, half / 2)),
+                                              Signals::peak (all.last (half / 2)));
+                EXPECT_LT (Signals::peak (all.subspan (half, 1000)), 1.12 * steady)
+                    << frequency << ' ' << back;
             }
 }
 

@@ -156,17 +156,33 @@ void CEQ::run (float* left, float* right, int frames) noexcept
     std::copy_n (states.begin(), numBands + 1, histories.begin());
 }
 
+bool CEQ::takeOverFlat (const CEQ& other) noexcept
+{
+    if (hasNoGain())
+        histories.fill (other.histories[0]);
+    return hasNoGain();
+}
+
+bool CEQ::hasNoGain() const noexcept
+{
+    return std::all_of (bands.begin(), bands.begin() + count,
+                        [] (const Band& band)
+                        {
+                            const auto type = band.getType();
+                            return band.getGain() == 0.0 && type != BandType::lowPass
+                                   && type != BandType::highPass;
+                        });
+}
+
 bool CEQ::isFlat() const noexcept
 {
+    // At 0 dB a band's output is its input once what it rang before has died away.
+    if (!hasNoGain())
+        return false;
     auto difference = 0.0;
-    for (size_t band = 0; band < static_cast<size_t> (count); ++band)
-    {
-        const auto type = bands[band].getType();
-        if (bands[band].getGain() != 0.0 || type == BandType::lowPass || type == BandType::highPass)
-            return false;
-        difference += magnitude (histories[band + 1].last - histories[0].last)
-                      + magnitude (histories[band + 1].beforeLast - histories[0].beforeLast);
-    }
+    for (size_t i = 1; i <= static_cast<size_t> (count); ++i)
+        difference += magnitude (histories[i].last - histories[0].last)
+                      + magnitude (histories[i].beforeLast - histories[0].beforeLast);
     return difference < silence;
 }
 

@@ -60,6 +60,9 @@ public:
         before has died away, the signal passes untouched. */
     PX_AUDIO_THREAD void processPair (float* left, float* right, int frames) noexcept;
 
+    /** Takes another one's place in the signal exactly, which it can with all bands at 0 dB. @returns false if it can't */
+    PX_AUDIO_THREAD bool takeOverFlat (const CEQ& other) noexcept;
+
     /** True while silence at the input means silence at the output. */
     PX_AUDIO_THREAD bool isAtRest() const noexcept;
 
@@ -71,6 +74,7 @@ private:
     Band* find (int band) noexcept;
     const Band& look (int band) const noexcept;
 
+    bool hasNoGain() const noexcept;
     bool isFlat() const noexcept;
     template <int numBands>
     void run (float* left, float* right, int frames) noexcept;

@@ -6,7 +6,7 @@
 
 namespace fx_dsp
 {
-/** What every modulated line has: a sample rate, and an oscillator that swings its delay or its frequency.
+/** The common part of modulated lines: a sample rate, and an oscillator that swings its delay or its frequency.
 
     Constructed off the audio thread; everything else may run there. */
 class chorus_base

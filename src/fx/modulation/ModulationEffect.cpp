@@ -16,10 +16,20 @@ void modulation_effect::setFeedback (double depth, double sign) noexcept
     feedback.setTarget (depth * sign);
 }
 
-void modulation_effect::takeIn (const float* samples, int count, Piece& in) const noexcept
+void modulation_effect::takeSampleRate (double hertz) noexcept
+{
+    limitAndSetRate (hertz);
+    gains.setSampleRate (sampleRate());
+    intake.setSampleRate (sampleRate());
+}
+
+void modulation_effect::takeIn (const float* samples, int count, Piece& in) noexcept
 {
     for (size_t i = 0; i < static_cast<size_t> (count); ++i)
         in[i] = noise[i] + (std::fabs (samples[i]) <= loudest ? samples[i] : 0.0f);
+    if (intake.isMoving())
+        for (size_t i = 0; i < static_cast<size_t> (count); ++i)
+            in[i] *= static_cast<float> (intake.next());
 }
 
 void modulation_effect::takeFeedback (int count, Piece& factors) noexcept

@@ -8,7 +8,7 @@
 
 namespace fx_dsp
 {
-/** What the Flanger and the Phaser share: the feedback, the mix of dry and wet, and the bypass, each through its ramp.
+/** The common part of Flanger and Phaser: the feedback, the mix of dry and wet, and the bypass, each through its ramp.
     One channel. Constructed off the audio thread; everything else may run there. */
 class modulation_effect : public chorus_base
 {
@@ -22,7 +22,12 @@ public:
     /** 0 dry only to 1 wet only. */
     PX_AUDIO_THREAD void setDryWet (double wetPart) noexcept { gains.setDryWet (wetPart); }
 
-    PX_AUDIO_THREAD void setBypass (bool isOn) noexcept { gains.setBypass (isOn); }
+    /** A line that was empty takes the sound in as it is faded in, so that its front is no step. */
+    PX_AUDIO_THREAD void setBypass (bool isOn) noexcept
+    {
+        gains.setBypass (isOn);
+        intake.setTarget (isOn ? 0.0 : 1.0);
+    }
 
     /** True once only the input is heard; process() need not be called then. */
     PX_AUDIO_THREAD bool isBypassed() const noexcept { return gains.isBypassed(); }
@@ -31,6 +36,7 @@ public:
     PX_AUDIO_THREAD void settle() noexcept
     {
         feedback.settle();
+        intake.settle();
         gains.settle();
     }
 
@@ -38,11 +44,13 @@ protected:
     using Piece = std::array<float, pieceFrames>;
 
     modulation_effect();
+
+    /** In Hz, limited to the range. */
+    PX_AUDIO_THREAD void takeSampleRate (double hertz) noexcept;
     ~modulation_effect() = default;
 
-    /** Copies the samples to `in`, with what is no sound (NaN, infinity, beyond 36 dB over full scale) replaced by
-        silence, and a little noise that keeps a decaying line out of the subnormal numbers. */
-    PX_AUDIO_THREAD void takeIn (const float* samples, int count, Piece& in) const noexcept;
+    /** Copies the samples to `in`, with NaN, infinity and values beyond 36 dB over full scale replaced by silence, and a little noise that keeps a decaying line out of the subnormal numbers. */
+    PX_AUDIO_THREAD void takeIn (const float* samples, int count, Piece& in) noexcept;
 
     /** The feedback of the next `count` samples. */
     PX_AUDIO_THREAD void takeFeedback (int count, Piece& factors) noexcept;
@@ -54,7 +62,7 @@ private:
     static constexpr float loudest = 64.0f;
 
     Piece noise;
-    GainRamp feedback { 0.0 };
+    GainRamp feedback { 0.0 }, intake { 0.0 };
     EffectMix gains;
 };
 }

@@ -21,7 +21,7 @@ public:
     /** In Hz, 8000 to 384000. The line is emptied. */
     PX_AUDIO_THREAD void setSampleRate (double hertz) noexcept
     {
-        limitAndSetRate (hertz);
+        takeSampleRate (hertz);
         setDelayRange (shortestSeconds, longestSeconds);
         reset();
     }

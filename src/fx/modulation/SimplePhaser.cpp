@@ -8,7 +8,7 @@ namespace fx_dsp
 {
 void simple_phaser::setSampleRate (double hertz) noexcept
 {
-    limitAndSetRate (hertz);
+    takeSampleRate (hertz);
     setSweep (lowestHertz, highestHertz);
     reset();
 }

@@ -11,7 +11,7 @@ constexpr std::array allPassLengths { 556, 441, 341, 225 };
 constexpr int rightSpread = 23;
 constexpr double tableRate = 44100.0;
 
-// Beyond 36 dB over full scale, and what is no number, is no sound.
+// NaN and values beyond 36 dB over full scale are taken as silence.
 constexpr float loudest = 64.0f;
 
 size_t lengthAt (double rate, int tableLength)
@@ -48,6 +48,8 @@ void Reverb::setSampleRate (double hertz) noexcept
     if (next == rate)
         return;
     rate = next;
+    bypass.setSampleRate (rate);
+    wet.setSampleRate (rate);
     layLines();
     reset();
 }
@@ -102,7 +104,7 @@ void Reverb::update() noexcept
     dirty = false;
 }
 
-// Whoever lifts the bypass later must not hear the last song. All at once would be half a megabyte in one block.
+// A bypass that is lifted later must not let the last song be heard. All lines at once would be half a megabyte in one block.
 void Reverb::silenceSome() noexcept
 {
     constexpr size_t some = 4096;
@@ -130,11 +132,14 @@ void Reverb::process (float* left, float* right, int count) noexcept
 void Reverb::processPiece (float* left, float* right, int count) noexcept
 {
     const auto frames = static_cast<size_t> (count);
-    CombBank::Piece input, leftSum, rightSum;
+    CombBank::Piece input, leftSum, rightSum, off;
+    for (size_t i = 0; i < frames; ++i)
+        off[i] = static_cast<float> (bypass.next());
     for (size_t i = 0; i < frames; ++i)
     {
         const auto sum = left[i] + right[i];
-        input[i] = (std::fabs (sum) <= loudest ? sum : 0.0f) * gain;
+        // Lines that were silent take the sound in as the bypass fades, so that its front is no step.
+        input[i] = (std::fabs (sum) <= loudest ? sum : 0.0f) * gain * (1.0f - off[i]);
     }
     combs.process (input, leftSum, rightSum, count);
     for (auto& allPass : allPasses[0])
@@ -142,20 +147,20 @@ void Reverb::processPiece (float* left, float* right, int count) noexcept
     for (auto& allPass : allPasses[1])
         allPass.process (rightSum.data(), count);
 
-    const auto mix = [&] (size_t i, float off, float level)
+    const auto mix = [&] (size_t i, float level)
     {
         const auto outLeft = (leftSum[i] * own + rightSum[i] * other) * level + left[i] * dry2;
         const auto outRight = (rightSum[i] * own + leftSum[i] * other) * level + right[i] * dry2;
-        left[i] = outLeft * (1.0f - off) + left[i] * off;
-        right[i] = outRight * (1.0f - off) + right[i] * off;
+        left[i] = CrossFade::mixed (outLeft, left[i], off[i]);
+        right[i] = CrossFade::mixed (outRight, right[i], off[i]);
     };
-    if (bypass.isMoving() || wet.isMoving())
+    if (wet.isMoving())
     {
         for (size_t i = 0; i < frames; ++i)
-            mix (i, static_cast<float> (bypass.next()), static_cast<float> (wet.next()));
+            mix (i, static_cast<float> (wet.next()));
         return;
     }
-    const auto off = static_cast<float> (bypass.value()), level = static_cast<float> (wet.value());
+    const auto level = static_cast<float> (wet.value());
     for (size_t i = 0; i < frames; ++i)
-        mix (i, off, level);
+        mix (i, level);
 }

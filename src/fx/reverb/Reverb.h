@@ -3,7 +3,7 @@
 #include "fx/reverb/AllPass.h"
 #include "fx/reverb/CombBank.h"
 
-#include "support/GainRamp.h"
+#include "support/CrossFade.h"
 
 #include <array>
 #include <vector>
