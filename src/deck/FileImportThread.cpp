@@ -141,6 +141,7 @@ void FileImportThread::runJob (const juce::File& file)
         dropTrack();
     if (deck.track.loadedFrames < 1 || cancelled)
         return;
+    deck.track.peak = deck.overview->peak.get();
     world.listeners.post (EngineEvent::trackLoaded, deck.index);
     if (!isStored)
         analyse();

@@ -11,6 +11,7 @@
 #include "mixer/Channel.h"
 #include "mixer/MasterLimiter.h"
 #include "mixer/Meters.h"
+#include "mixer/Monitor.h"
 #include "settings/EngineSettings.h"
 #include "support/ListenerList.h"
 #include "support/RandGeneratorLCG.h"
@@ -149,6 +150,7 @@ public:
     AudioRecorder recorder;
     Channels channels;
     MasterLimiter limiter;
+    Monitor monitor;
     Meters masterMeters;
     DeckWorld decks;
     Transport transport;

@@ -1,7 +1,6 @@
 #include "deck/play/DeckBlock.h"
 #include "deck/sync/PhaseAlignment.h"
 #include "engine/CPlatterdex.h"
-#include "mixer/Monitor.h"
 #include "support/OnePole.h"
 
 #include <cmath>
@@ -44,7 +43,7 @@ PX_AUDIO_THREAD void takeSampleRate (Block& block)
         block.engine.decks.engineRate = block.sampleRate;
         block.engine.preview.setOutputRate (block.sampleRate);
         for (auto& channel : block.engine.channels)
-            channel.effects.setSampleRate (block.sampleRate);
+            channel.setSampleRate (block.sampleRate);
     }
 }
 
@@ -59,6 +58,7 @@ PX_AUDIO_THREAD void computeCoefficients (Block& block)
     block.engine.decks.smoothing5ms = OnePole::coefficient (0.005, block.sampleRate);
     block.engine.decks.decay100ms = OnePole::coefficient (0.1, block.sampleRate);
     block.engine.limiter.setRate (block.sampleRate);
+    block.engine.monitor.setRate (block.sampleRate, block.engine.limiter.latency());
     block.engine.masterMeters.setRate (block.sampleRate);
 }
 
@@ -122,9 +122,9 @@ PX_AUDIO_THREAD void runChannel (Block& block, DeckPlayer& deck)
     addLineThrough (block, deck);
     channel.equalise (pair, block.sampleRate);
     channel.runEffects (pair, deck.marks.bpm * deck.tempo.factor);
-    if (setup.pfl != 0)
-        channel.tapCue (pair, block.pair (monitorLeft));
-    channel.followAutogain (deck.track.autogain, deck.play.on != 0, block.frames / block.sampleRate);
+    channel.tapCue (pair, block.pair (monitorLeft), setup.pfl != 0);
+    channel.followAutogain (Channel::cappedAutogain (deck.track.autogain, deck.track.peak), deck.play.on != 0,
+                            block.frames / block.sampleRate);
     const auto target = channel.targetGain (world.settings, setup.crossfaderSide);
     channel.applyFader (pair, target, world.smoothing5ms);
 }
@@ -174,7 +174,7 @@ PX_AUDIO_THREAD void limitMaster (Block& block)
 {
     auto& engine = block.engine;
     const auto [left, right, frames] = block.pair (masterLeft);
-    engine.limiter.process (left, right, frames, engine.settings.masterVolume, engine.decks.noise);
+    engine.limiter.process (left, right, frames, engine.settings.masterVolume);
     engine.masterMeters.update (left, right, frames);
 }
 
@@ -183,9 +183,9 @@ PX_AUDIO_THREAD void mixMonitor (Block& block)
     const auto& settings = block.engine.settings;
     float* const monitor[] { block.channel (monitorLeft), block.channel (monitorRight) };
     const float* const master[] { block.channel (masterLeft), block.channel (masterRight) };
-    Monitor::process ({ settings.monitorMix, settings.monitorVolume, settings.monitorSplit != 0,
-                        settings.monitorOverdrive != 0 },
-                      monitor, master, block.frames);
+    block.engine.monitor.process ({ settings.monitorMix, settings.monitorVolume, settings.monitorSplit != 0,
+                                    settings.monitorOverdrive != 0 },
+                                  monitor, master, block.frames);
 }
 
 PX_AUDIO_THREAD void record (Block& block)

@@ -59,17 +59,12 @@ void Channel::applyBalance (const ChannelPair& pair, double smoothing) noexcept
 void Channel::equalise (const ChannelPair& pair, double sampleRate) noexcept
 {
     const auto killLow = knobs.killLow != 0, killMid = knobs.killMid != 0, killHigh = knobs.killHigh != 0;
-    if (killLow && killMid && killHigh)
-    {
-        std::fill_n (pair.left, pair.frames, 0.0f);
-        std::fill_n (pair.right, pair.frames, 0.0f);
-        equaliser.reset();
-        return;
-    }
     equaliser.setGains ({ FaderLaws::bandGainDb (knobs.eqLow, killLow),
                           FaderLaws::bandGainDb (knobs.eqMid, killMid),
                           FaderLaws::bandGainDb (knobs.eqHigh, killHigh) },
                         sampleRate);
+    if (killLow && killMid && killHigh)
+        equaliser.setSilent();
     equaliser.process (pair.left, pair.right, pair.frames);
 }
 
@@ -78,13 +73,37 @@ void Channel::runEffects (const ChannelPair& pair, double bpm) noexcept
     effects.process (pair.left, pair.right, pair.frames, bpm);
 }
 
-void Channel::tapCue (const ChannelPair& pair, const ChannelPair& monitor) noexcept
+void Channel::tapCue (const ChannelPair& pair, const ChannelPair& monitor, bool isOn) noexcept
 {
-    const auto gain = static_cast<float> (knobs.gain * 2.0);
-    juce::FloatVectorOperations::addWithMultiply (monitor.left, pair.left, gain, pair.frames);
-    juce::FloatVectorOperations::addWithMultiply (monitor.right, pair.right, gain, pair.frames);
+    cueTap.setTarget (isOn ? knobs.gain * 2.0 : 0.0);
+    if (cueTap.isAt (0.0))
+        return;
+    const auto isMoving = cueTap.isMoving();
+    for (int i = 0; i < pair.frames && isMoving; ++i)
+    {
+        const auto next = static_cast<float> (cueTap.next());
+        monitor.left[i] += pair.left[i] * next;
+        monitor.right[i] += pair.right[i] * next;
+    }
+    const auto gain = static_cast<float> (cueTap.value());
+    if (!isMoving)
+    {
+        juce::FloatVectorOperations::addWithMultiply (monitor.left, pair.left, gain, pair.frames);
+        juce::FloatVectorOperations::addWithMultiply (monitor.right, pair.right, gain, pair.frames);
+    }
     const auto peak = gain * std::max (peakOf (pair.left, pair.frames), peakOf (pair.right, pair.frames));
     cuePeak = std::max (cuePeak.get(), static_cast<double> (peak));
+}
+
+void Channel::setSampleRate (double rate) noexcept
+{
+    effects.setSampleRate (rate);
+    cueTap.setSampleRate (rate);
+}
+
+double Channel::cappedAutogain (double factor, double peak) noexcept
+{
+    return std::min (factor, peak > 0.0 ? std::max (1.0, 1.0 / peak) : 1.0);
 }
 
 void Channel::followAutogain (double factor, bool isPlaying, double blockSeconds) noexcept

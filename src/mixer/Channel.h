@@ -4,6 +4,7 @@
 #include "mixer/Equaliser.h"
 #include "mixer/StripKnobs.h"
 #include "settings/EngineSettings.h"
+#include "support/GainRamp.h"
 
 #include <array>
 
@@ -26,17 +27,27 @@ public:
     Relaxed<double> lastLeft, lastRight; ///< the last samples after the fader
     Relaxed<double> cuePeak;             ///< of the cue signal; whoever shows it sets it back to 0
 
+    Channel() noexcept { cueTap.setSampleRate (44100.0); }
+
+    /** In Hz, above 0. */
+    PX_AUDIO_THREAD void setSampleRate (double) noexcept;
+
     /** Takes one side down as the balance leaves the middle, over 5 ms. @param smoothing   the block's coefficient for 5 ms */
     PX_AUDIO_THREAD void applyBalance (const ChannelPair&, double smoothing) noexcept;
 
-    /** Runs the equaliser at its knobs and kills. With all bands killed the pair is exact silence. */
+    /** Runs the equaliser at its knobs and kills. With all bands killed the pair fades to exact silence. */
     PX_AUDIO_THREAD void equalise (const ChannelPair&, double sampleRate) noexcept;
 
     /** @param bpm   the deck's tempo */
     PX_AUDIO_THREAD void runEffects (const ChannelPair&, double bpm) noexcept;
 
-    /** Adds the pair to the monitor at the gain's knob, and raises `cuePeak`. */
-    PX_AUDIO_THREAD void tapCue (const ChannelPair&, const ChannelPair& monitor) noexcept;
+    /** Adds the pair to the monitor at the gain's knob, and raises `cuePeak`, while the cue (PFL) is on. The gain moves over
+        5 ms. */
+    PX_AUDIO_THREAD void tapCue (const ChannelPair&, const ChannelPair& monitor, bool isOn) noexcept;
+
+    /** The autogain that keeps a track below full scale: its own, but above 1 at most to where the peak reaches full scale.
+        @param peak   of the track, 1 while it is not known */
+    PX_AUDIO_THREAD static double cappedAutogain (double factor, double peak) noexcept;
 
     /** Follows the track's autogain: at once when a track begins to play, else within 2 s, as a level that is found late must
         not jump. @param factor   linear */
@@ -53,6 +64,7 @@ public:
     double level() const noexcept;
 
 private:
+    GainRamp cueTap { 0.0 };
     double autogain = 1.0;
     bool wasPlaying = false;
     double fader = 0.0;                       ///< the gain as it stands on its way

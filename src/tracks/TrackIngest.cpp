@@ -86,6 +86,8 @@ void TrackIngest::accumulate (const int16_t* left, const int16_t* right, int fra
     for (int i = 0; i < frames; ++i)
         window[i] = static_cast<float> (left[i] + right[i]) * (0.5f * 3.0517578125e-5f);
 
+    const auto loudest = static_cast<float> (std::max<int> (high, -low)) / 32768.0f;
+    target.overview.peak = std::max (target.overview.peak.get(), loudest);
     const auto entry = static_cast<size_t> (written / framesPerOverviewEntry);
     greatest = std::max (greatest, high >> overviewShift);
     smallest = std::min (smallest, low >> overviewShift);

@@ -25,9 +25,11 @@ struct TrackOverview
     Array<uint8_t> overviewLow {};   ///< red: the low band
     Array<uint8_t> overviewMid {};   ///< green: the mid band
     Array<uint8_t> overviewHigh {};  ///< blue: the high band
+    Relaxed<float> peak;             ///< the greatest magnitude so far, 0 to 1 for full scale
 
     void clear() noexcept
     {
+        peak = 0.0f;
         for (int32_t i = 0; i < entries; ++i)
         {
             const auto entry = static_cast<size_t> (i);

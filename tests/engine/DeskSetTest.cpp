@@ -75,7 +75,7 @@ void expectFiniteAndBounded (SetScript script)
     options.sampleRate = rate;
     options.blockFrames = 256;
     OfflineHost host (options);
-    int64_t frames = 0, above = 0, silent = 0;
+    int64_t frames = 0, silent = 0;
     double loudest = 0.0;
     bool finite = true;
     host.sink = [&] (const float* const* channels, int count)
@@ -87,10 +87,7 @@ void expectFiniteAndBounded (SetScript script)
                 const auto level = std::abs (static_cast<double> (channels[channel][i]));
                 finite = finite && std::isfinite (level);
                 if (channel < 2)
-                {
                     blockLoudest = std::max (blockLoudest, level);
-                    above += level > 1.0 ? 1 : 0;
-                }
             }
         loudest = std::max (loudest, blockLoudest);
         frames += count;
@@ -106,9 +103,7 @@ void expectFiniteAndBounded (SetScript script)
     EXPECT_TRUE (reported.empty()) << reported.front();
     EXPECT_LT (silent, frames / 10) << "the decks must be heard for the knobs to mean anything";
     EXPECT_GT (loudest, 0.5);
-    // The limiter does not look ahead: what passes above full scale is the first samples of a rise.
-    EXPECT_LT (loudest, 2.0);
-    EXPECT_LT (above, frames / 100);
+    EXPECT_LE (loudest, 1.0) << "the master's limiter looks ahead";
 }
 }
 

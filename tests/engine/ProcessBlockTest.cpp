@@ -46,8 +46,9 @@ TEST (ProcessBlock, DecksSoundOnTheirPairsAndTheMasterIsTheirSum)
             for (size_t i = 0; i < sum.size(); ++i)
                 sum[i] += out.getSample (4 + 2 * d + side, static_cast<int> (i));
         }
-        for (size_t i = 0; i < sum.size(); ++i)
-            ASSERT_NEAR (out.getSample (side, static_cast<int> (i)), sum[i], 1e-5);
+        const auto late = static_cast<size_t> (fixture.engine->limiter.latency());
+        for (size_t i = late; i < sum.size(); ++i)
+            ASSERT_NEAR (out.getSample (side, static_cast<int> (i)), sum[i - late], 1e-5);
         EXPECT_EQ (Signals::peak (EngineFixture::channel (out, 2 + side)), 0.0); // nothing on Monitor
         EXPECT_EQ (Signals::peak (EngineFixture::channel (out, 12 + side)), 0.0);
     }
@@ -144,7 +145,7 @@ TEST (ProcessBlock, TheBlockSizeDoesNotChangeTheSound)
         const auto master = EngineFixture::channel (out, 0);
         if (reference.empty())
             reference.assign (master.begin(), master.end());
-        for (size_t i = 0; i < reference.size(); ++i) // reader and limiter share the noise in another order
+        for (size_t i = 0; i < reference.size(); ++i) // the reader shares the noise in another order
             ASSERT_NEAR (master[i], reference[i], 1e-6) << block;
     }
 }

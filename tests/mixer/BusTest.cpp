@@ -10,80 +10,82 @@
 
 namespace
 {
-struct Limited
+/** A limiter's output for a signal on both sides, without its delay, in blocks of changing length. */
+std::vector<float> limited (MasterLimiter& limiter, std::vector<float> left, double volume = 1.0,
+                            std::vector<float>* other = nullptr)
 {
-    explicit Limited (double rate)
+    const auto delay = static_cast<size_t> (limiter.latency());
+    left.resize (left.size() + delay);
+    auto right = other != nullptr ? *other : left;
+    right.resize (left.size());
+    for (size_t done = 0, block = 1; done < left.size(); done += block, block = block * 7 % 509)
     {
-        RandGeneratorLCG random;
-        noise.fill (random);
-        limiter.setRate (rate);
+        block = std::min (block, left.size() - done);
+        limiter.process (left.data() + done, right.data() + done, static_cast<int> (block), volume);
     }
-
-    /** The limiter's left output for inputs held over some frames. */
-    std::vector<float> hold (float left, float right, int frames, double volume = 1.0)
-    {
-        std::vector<float> l (static_cast<size_t> (frames), left), r (l.size(), right);
-        limiter.process (l.data(), r.data(), frames, volume, noise);
-        return l;
-    }
-
-    NoiseTable noise;
-    MasterLimiter limiter;
-};
+    if (other != nullptr)
+        other->assign (right.begin() + static_cast<std::ptrdiff_t> (delay), right.end());
+    return { left.begin() + static_cast<std::ptrdiff_t> (delay), left.end() };
+}
 }
 
-TEST (MasterLimiter, WhatStaysBelowFullScalePassesAsItIs)
+TEST (MasterLimiter, WhatStaysBelowFullScalePassesAsItIsAMillisecondAndAHalfLater)
 {
-    Limited bus (44100.0);
     const auto in = Signals::noise (20'000, 1, 0.999);
     for (const double volume : { 1.0, 0.5, 0.0 })
     {
-        auto left = in, right = in;
-        bus.limiter.process (left.data(), right.data(), 20'000, volume, bus.noise);
+        MasterLimiter limiter;
+        limiter.setRate (44100.0);
+        EXPECT_EQ (limiter.latency(), 66);
+        const auto out = limited (limiter, in, volume);
         for (size_t i = 0; i < in.size(); ++i)
-            ASSERT_EQ (left[i], static_cast<float> (in[i] * volume));
+            ASSERT_EQ (out[i], static_cast<float> (in[i] * volume));
     }
 }
 
-TEST (MasterLimiter, TakesHoldAndLetsGoInItsTimes)
+TEST (MasterLimiter, NoSamplePassesFullScaleAndTheGainMovesWithoutAStep)
 {
-    for (const double rate : { 44100.0, 192000.0 })
-    {
-        Limited bus (rate);
-        EXPECT_EQ (bus.limiter.envelope(), 1.0);
-        int attack = 0;
-        for (; bus.limiter.envelope() < 3.0 - 2.0 * std::exp (-1.0); ++attack)
-            bus.hold (-1.0f, 3.0f, 1);
-        EXPECT_NEAR (attack, 0.0001 * rate, 1.0);
-        bus.hold (-1.0f, 3.0f, static_cast<int> (0.01 * rate));
-        EXPECT_NEAR (bus.limiter.envelope(), 3.0, 1e-9);
-
-        // Both sides fall by the same, and it lets go by and by.
-        EXPECT_NEAR (bus.hold (0.3f, 3.0f, 1)[0], 0.1, 1e-6);
-        int release = 0;
-        for (; bus.limiter.envelope() > 3.0 * std::exp (-1.0); ++release)
-            bus.hold (0.0f, 0.0f, 1);
-        EXPECT_NEAR (release, 0.099 * rate, 2.0);
-    }
+    for (const double rate : { 8000.0, 44100.0, 192000.0 })
+        for (const double level : { 1.001, 1.5, 8.0 })
+        {
+            MasterLimiter limiter;
+            limiter.setRate (rate);
+            auto in = Signals::noise (30'000, 2, level);
+            for (size_t i = 0; i < in.size(); ++i) // bursts with rests between them, and lone peaks
+                in[i] *= i / 3000 % 2 == 0 ? 1.0f : i % 499 == 0 ? 1.0f : 0.1f;
+            auto right = in;
+            for (auto& sample : right)
+                sample *= -0.25f;
+            const auto out = limited (limiter, in, 1.0, &right);
+            auto gain = static_cast<double> (out[0] / in[0]);
+            for (size_t i = 0; i < out.size(); ++i)
+            {
+                ASSERT_LE (std::abs (out[i]), 1.0f) << rate << ' ' << level << ' ' << i;
+                ASSERT_NEAR (right[i], -0.25 * out[i], 1e-6) << "both sides alike";
+                if (std::abs (in[i]) < 1e-3)
+                    continue;
+                const auto next = static_cast<double> (out[i] / in[i]);
+                ASSERT_LE (std::abs (next - gain), 1e-3 + 2.0 / (MasterLimiter::lookAheadSeconds * rate))
+                    << i;
+                gain = next;
+            }
+            EXPECT_NEAR (Signals::peak (out), 1.0, 0.02);
+        }
 }
 
-TEST (MasterLimiter, NothingPassesAboveFullScaleButWhatTheAttackAllows)
+TEST (MasterLimiter, LetsGoInATenthOfASecondAndOutlivesBadNumbers)
 {
-    for (const float level : { 1.5f, 4.0f, 20.0f })
-    {
-        Limited bus (44100.0);
-        bus.hold (0.9f, 0.9f, 4410);
-        const auto out = bus.hold (level, level, 4410);
-        EXPECT_LT (out[0], level);
-        EXPECT_LE (out[44], 1.0001f * level / (level - (level - 0.9f) * std::exp (-10.0f)));
-        EXPECT_NEAR (out.back(), 1.0, 1e-5);
-        for (size_t i = 1; i < out.size(); ++i)
-            ASSERT_LE (out[i], out[i - 1] + 1e-6f);
-    }
-    Limited bus (44100.0);
-    bus.hold (std::numeric_limits<float>::quiet_NaN(), 0.0f, 10);
-    bus.hold (0.0f, std::numeric_limits<float>::infinity(), 10);
-    EXPECT_EQ (bus.hold (0.5f, 0.5f, 10).back(), 0.5f);
+    MasterLimiter limiter;
+    limiter.setRate (44100.0);
+    std::vector<float> in (44'100, 0.1f);
+    in[100] = 3.0f;
+    const auto out = limited (limiter, in);
+    EXPECT_NEAR (out[100], 1.0, 1e-6);
+    EXPECT_NEAR (out[100 + 100 + 4366], 0.1 / (1.0 + 2.0 * std::exp (-1.0)), 5e-4);
+    EXPECT_NEAR (out.back(), 0.1, 1e-4);
+    limited (limiter,
+             { std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity(), -1e30f });
+    EXPECT_NEAR (limited (limiter, std::vector<float> (100, 0.5f)).back(), 0.5, 1e-4);
 }
 
 TEST (Meters, RiseAtOnceAndFallByFullScaleInThreeTenthsOfASecond)
@@ -135,16 +137,42 @@ TEST (Monitor, MixesBySettings)
         { { 0.0, 0.5, true }, 0.075, 0.025 },
         { { 0.0, 1.0, false, true }, 0.3 * 2.7 / (0.09 + 0.42 + 1.0), -0.2 * 2.6 / (0.04 + 0.28 + 1.0) },
     };
+    constexpr int delay = 66, frames = 1000;
+    Monitor monitor;
+    monitor.setRate (44100.0, delay);
+    std::vector<float> cue (frames), cueRight (frames), lastCue;
+    const std::vector<float> master (frames, 0.7f), masterRight (frames, 0.1f);
+    const float* const masters[] { master.data(), masterRight.data() };
     for (const auto& c : cases)
     {
-        float left[] { 0.3f }, right[] { -0.2f };
-        const float masterLeft[] { 0.7f }, masterRight[] { 0.1f };
-        float* const monitor[] { left, right };
-        const float* const master[] { masterLeft, masterRight };
-        Monitor::process (c.settings, monitor, master, 1);
-        EXPECT_NEAR (left[0], c.left, 1e-6) << c.settings.mix;
-        EXPECT_NEAR (right[0], c.right, 1e-6) << c.settings.mix;
+        cue.assign (frames, 0.3f);
+        cueRight.assign (frames, -0.2f);
+        float* const cues[] { cue.data(), cueRight.data() };
+        const auto before = lastCue.empty() ? 0.7f : lastCue.back();
+        monitor.process (c.settings, cues, masters, frames);
+        EXPECT_NEAR (cue.back(), c.left, 1e-6) << c.settings.mix;
+        EXPECT_NEAR (cueRight.back(), c.right, 1e-6) << c.settings.mix;
+        if (!lastCue.empty())
+        {
+            EXPECT_LT (std::abs (cue[0] - before), 0.01) << "a setting takes 5 ms";
+            EXPECT_LT (Signals::largestStep (cue), 0.01);
+        }
+        lastCue = cue;
     }
+}
+
+TEST (Monitor, TheCueComesAsLateAsTheMaster)
+{
+    Monitor monitor;
+    monitor.setRate (44100.0, 66);
+    std::vector<float> left (200), right (200), silence (200);
+    left[10] = right[20] = 1.0f;
+    float* const cues[] { left.data(), right.data() };
+    const float* const masters[] { silence.data(), silence.data() };
+    monitor.process ({}, cues, masters, 200);
+    EXPECT_EQ (left[76], 1.0f);
+    EXPECT_EQ (right[86], 1.0f);
+    EXPECT_EQ (Signals::rms (left), Signals::rms (right));
 }
 
 TEST (Monitor, OverdriveIsSteepAtRestAndBoundedFarOut)

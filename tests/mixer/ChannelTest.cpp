@@ -156,7 +156,8 @@ TEST (Channel, AllKillsAreExactSilenceAndComeBackWithoutTheOld)
         strip.left = Signals::noise (4096, 1);
         strip.right = Signals::noise (4096, 2);
         strip.channel.equalise (strip.pair(), rate);
-        return Signals::rms (strip.left) + Signals::rms (strip.right);
+        return Signals::rms (std::span (strip.left).last (3000))
+               + Signals::rms (std::span (strip.right).last (3000));
     };
     const auto open = run();
     knobs.killLow = knobs.killMid = 1;
@@ -164,33 +165,49 @@ TEST (Channel, AllKillsAreExactSilenceAndComeBackWithoutTheOld)
     EXPECT_TRUE (highAlone > 0.0 && highAlone < open);
     knobs.killHigh = 1;
     EXPECT_EQ (run(), 0.0);
+    EXPECT_NE (strip.left[10], 0.0f) << "fades";
 
     knobs = {};
-    strip.left.assign (4096, 0.0f);
-    strip.right.assign (4096, 0.0f);
+    strip.left.assign (4096, 1.0f);
+    strip.right.assign (4096, 1.0f);
     strip.channel.equalise (strip.pair(), rate);
-    EXPECT_EQ (Signals::peak (strip.left), 0.0);
+    EXPECT_LT (strip.left[0], 0.01);
+    EXPECT_LT (Signals::largestStep (strip.left), 0.01);
+    EXPECT_EQ (strip.left.back(), 1.0f);
+}
+
+TEST (Channel, AutogainIsPlayedUpToTheTracksPeak)
+{
+    for (const auto& [stored, peak, played] : { std::tuple { 2.0, 1.0, 1.0 },
+                                                { 2.0, 0.8, 1.25 },
+                                                { 2.0, 0.25, 2.0 },
+                                                { 0.5, 1.0, 0.5 },
+                                                { 15.8, 0.1, 10.0 } })
+        EXPECT_NEAR (Channel::cappedAutogain (stored, peak), played, 1e-9) << stored << ' ' << peak;
 }
 
 TEST (Channel, TheCueTapAddsAtTheGainAndKeepsItsPeak)
 {
-    Strip strip (100);
-    strip.left = Signals::noise (100, 1, 0.25);
-    strip.right = Signals::noise (100, 2, 0.5);
-    std::vector<float> monitorLeft (100, 0.125f), monitorRight (100);
-    const ChannelPair monitor { monitorLeft.data(), monitorRight.data(), 100 };
+    Strip strip (500);
+    strip.left = Signals::noise (500, 1, 0.25);
+    strip.right = Signals::noise (500, 2, 0.5);
+    std::vector<float> monitorLeft (500, 0.125f), monitorRight (500);
+    const ChannelPair monitor { monitorLeft.data(), monitorRight.data(), 500 };
     strip.channel.knobs.gain = 0.75;
     strip.channel.knobs.volume = 0.0;
-    strip.channel.tapCue (strip.pair(), monitor);
-    for (size_t i = 0; i < 100; ++i)
+    strip.channel.tapCue (strip.pair(), monitor, false);
+    EXPECT_EQ (Signals::peak (monitorRight), 0.0);
+    strip.channel.tapCue (strip.pair(), monitor, true);
+    EXPECT_LT (std::abs (monitorRight[0]), 0.01) << "moves over 5 ms";
+    for (size_t i = 221; i < 500; ++i)
     {
         EXPECT_NEAR (monitorLeft[i], 0.125 + 1.5 * strip.left[i], 1e-6);
         EXPECT_NEAR (monitorRight[i], 1.5 * strip.right[i], 1e-6);
     }
     const auto loudest = 1.5 * std::max (Signals::peak (strip.left), Signals::peak (strip.right));
-    strip.left.assign (100, 0.0f);
-    strip.right.assign (100, 0.0f);
-    strip.channel.tapCue (strip.pair(), monitor);
+    strip.left.assign (500, 0.0f);
+    strip.right.assign (500, 0.0f);
+    strip.channel.tapCue (strip.pair(), monitor, true);
     EXPECT_NEAR (strip.channel.cuePeak, loudest, 1e-6);
 }
 

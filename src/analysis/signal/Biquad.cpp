@@ -4,7 +4,8 @@
 #include <cmath>
 #include <numbers>
 
-zParamEQ::Biquad zParamEQ::design (BandType type, double hz, double gainDb, double q, double sampleRate) noexcept
+zParamEQ::Biquad zParamEQ::design (BandType type, double hz, double gainDb, double q,
+                                   double sampleRate) noexcept
 {
     const auto a = std::pow (10.0, gainDb * 0.025);
     const auto w = 2.0 * std::numbers::pi * std::min (hz / sampleRate, 0.4999);
@@ -25,7 +26,8 @@ zParamEQ::Biquad zParamEQ::design (BandType type, double hz, double gainDb, doub
         const auto c = sign * cosine;
         const auto root = 2.0 * std::sqrt (std::max (a, 0.0001)) * alpha;
         const auto a0 = (a + 1.0) + (a - 1.0) * c + root;
-        return { a * ((a + 1.0) - (a - 1.0) * c + root) / a0, sign * 2.0 * a * ((a - 1.0) - (a + 1.0) * c) / a0,
+        return { a * ((a + 1.0) - (a - 1.0) * c + root) / a0,
+                 sign * 2.0 * a * ((a - 1.0) - (a + 1.0) * c) / a0,
                  a * ((a + 1.0) - (a - 1.0) * c - root) / a0, sign * -2.0 * ((a - 1.0) + (a + 1.0) * c) / a0,
                  ((a + 1.0) + (a - 1.0) * c - root) / a0 };
     }
