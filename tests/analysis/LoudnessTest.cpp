@@ -137,7 +137,7 @@ TEST (Loudness, NothingIsSaidOfWhatCannotBeMeasured)
                              std::numeric_limits<double>::infinity() })
         EXPECT_TRUE (std::isnan (gainOf (tone, rate))) << rate;
 
-    // What is no sound spoils no more than its own windows.
+    // NaN and infinity spoil no more than their own windows.
     auto spoiled = tone;
     spoiled[100] = std::numeric_limits<float>::quiet_NaN();
     spoiled[200] = std::numeric_limits<float>::infinity();

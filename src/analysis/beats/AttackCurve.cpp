@@ -42,7 +42,7 @@ void AttackCurve::process (std::span<const float> mono)
 
 double attackDelay (const AttackCurve& curve, const Pulse& pulse, double reach)
 {
-    // What a step must rise above the ones before it to count as an attack's, in decibels: noise rises by less.
+    // The least rise of an attack's step above the ones before it, in decibels: noise rises by less.
     constexpr auto leastRise = 3.0f;
     constexpr int before = 4, finer = 4;
     const auto levels = curve.levels();

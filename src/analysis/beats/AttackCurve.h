@@ -26,7 +26,7 @@ private:
 
 class Pulse;
 
-/** How far attacks lie behind the beats of a pulse, in frames of the signal; negative when they come before.
+/** The distance of attacks behind the beats of a pulse, in frames of the signal; negative when they come before.
     @param reach   the largest distance that is looked at, in frames
     @returns 0 when there are no attacks there */
 double attackDelay (const AttackCurve&, const Pulse&, double reach);

@@ -41,7 +41,7 @@ std::vector<Candidate> peaksOf (const BeatFold& fold)
     return peaks;
 }
 
-/** What the beats of a candidate are like, by their place in a bar. */
+/** The features of a candidate's beats, by their place in a bar. */
 struct BarProfile
 {
     std::vector<double> change, bassRise;
@@ -86,7 +86,7 @@ BarProfile profileOf (const OnsetFunction& onsets, const HarmonicChange& harmony
     return made;
 }
 
-/** How well drums fit a bar of four that begins at a beat: bass on the odd beats, snare on the even ones. Bounded, since
+/** The fit of the drums to a bar of four that begins at a beat: bass on the odd beats, snare on the even ones. Bounded, since
     a strong drum is no better evidence than a plain one. */
 double drumEvidence (const BarProfile& profile, size_t downbeat)
 {
@@ -120,7 +120,7 @@ BarPhase BarPhase::find (const OnsetFunction& onsets, const HarmonicChange& harm
     for (const auto& candidate : peaksOf (BeatFold (onsets, pulse)))
     {
         const auto profile = profileOf (onsets, harmony, bass, pulse, candidate.offset, best.beatsPerBar);
-        // What changes at each of its beats alike is the sound of a drum, not the notes.
+        // A change at each of its beats alike is the sound of a drum, not the notes.
         const auto least = *std::min_element (profile.change.begin(), profile.change.end());
         for (size_t d = 0; d < profile.change.size(); ++d)
         {

@@ -3,7 +3,7 @@
 #include <span>
 #include <vector>
 
-/** How much sounds below 100 Hz over time. Takes the signal at the low rate of Decimator. One thread. */
+/** The level below 100 Hz over time. Takes the signal at the low rate of Decimator. One thread. */
 class CBassIntensity
 {
 public:
@@ -17,7 +17,7 @@ public:
     /** Mean power of the last smoothingSeconds, one value per hop. */
     std::span<const float> intensity() const { return made; }
 
-    /** How much more bass sounds just after a place than just before it, in decibels; 0 where it is not heard.
+    /** The rise of the bass from just before a place to just after it, in decibels; 0 where it is not heard.
         @param place   in frames of the low rate */
     double riseAt (double place) const;
 

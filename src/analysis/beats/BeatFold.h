@@ -17,7 +17,7 @@ public:
     /** @param bin   counted around, so any number will do */
     double at (size_t bin) const { return mean[bin % numBins]; }
 
-    /** How far the fold's peak stands above its mean: the better a pulse fits, the higher. 1 for what fits nowhere. */
+    /** The fold's peak over its mean: the better a pulse fits, the higher; 1 for a pulse that fits nowhere. */
     double sharpness() const;
 
 private:

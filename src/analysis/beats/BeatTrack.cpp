@@ -16,7 +16,7 @@ namespace
     the onsets repeat themselves along the way as noise and stray clicks do not. */
 constexpr double leastGain = 1.3, leastSharpness = 2.5, leastAgreement = 0.25;
 
-/** How far the attacks may lie from where the onset functions put the beat, in frames: that much is certain of an onset
+/** The greatest distance of the attacks from the beat of the onset functions, in frames: that much is certain of an onset
     function's frame; at low rates a frame is long. */
 double attackReach (int sampleRate, int frameLength)
 {

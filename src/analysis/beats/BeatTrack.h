@@ -8,7 +8,7 @@
 class CBeatTrack
 {
 public:
-    /** What a result tells as the number of its hypotheses: fixed, whatever the search does. */
+    /** The number of hypotheses that a result names: fixed, however the search goes. */
     static constexpr int numHypotheses = 7;
 
     CBeatTrack (const COnsetTracking&, const CDownbeat&, int sampleRate, double lengthFrames);

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-/** How much the notes that sound change from one beat to the next. */
+/** The change of the sounding notes from one beat to the next. */
 class HarmonicChange
 {
 public:

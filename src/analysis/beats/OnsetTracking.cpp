@@ -100,7 +100,7 @@ void COnsetTrackingIntern::flush()
 
 void COnsetTrackingIntern::findOnsets()
 {
-    // What the sum over the bands must rise above its recent mean, in decibels; how slowly that mean moves; and how
+    // The least rise of the sum over the bands above its recent mean, in decibels; the memory of that mean; and how
     // many frames on each side an onset must tower over.
     constexpr auto leastRise = 0.5f, memory = 0.8f;
     constexpr int neighbours = 4;

@@ -20,7 +20,7 @@ struct Lag
 constexpr Lag lags[] { { 0.25, 0.25 }, { 0.5, 0.5 }, { 1, 1 }, { 4, 2 }, { 8, 1 } };
 constexpr double lagWeights = 4.75;
 
-/** What people tap to: a bell over the logarithm of the tempo. */
+/** The tempos that people tap to: a bell over the logarithm of the tempo. */
 constexpr double centreBpm = 120.0, spreadOctaves = 1.0;
 
 constexpr double lowestBpm = 60.0, highestBpm = 185.0;

@@ -3,7 +3,7 @@
 #include <span>
 #include <vector>
 
-/** How like itself an onset function is after a while. */
+/** The autocorrelation of an onset function. */
 class Periodicity
 {
 public:
@@ -24,7 +24,7 @@ public:
         at a rate that people tap to. */
     Tempo tempo() const;
 
-    /** How well a tempo explains it; about -1 to 1. */
+    /** The fit of a tempo; about -1 to 1. */
     double score (double bpm) const;
 
 private:

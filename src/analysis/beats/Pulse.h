@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-/** Where beats fall: a number of beats, whole or not, to a position in frames of the signal. */
+/** The positions of beats: maps a number of beats, whole or not, to frames of the signal. */
 class Pulse
 {
 public:

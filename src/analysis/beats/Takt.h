@@ -21,7 +21,7 @@ public:
         double strength = 0.0;
     };
 
-    /** What getResult gives and setResult takes. */
+    /** The result that getResult gives and setResult takes. */
     struct Result
     {
         float tempo = 0.0f; ///< BPM
@@ -33,7 +33,7 @@ public:
         double beatPeriod = 0.0;    ///< length of a bar in frames
     };
 
-    /** What the lists of getNumberOfBeats, getDownbeatIndex and getBeat are. */
+    /** The lists of getNumberOfBeats, getDownbeatIndex and getBeat. */
     enum List
     {
         beatList =
@@ -43,7 +43,7 @@ public:
 
     virtual ~CaufTAKT_If() = default;
 
-    /** Takes frames of all channels. Values that are no numbers count as silence.
+    /** Takes frames of all channels. NaN and infinity count as silence.
         @returns badArgument for a missing channel or a negative count, wrongState after flush() */
     virtual int process (const float* const* channels, int frames) = 0;
 
@@ -51,7 +51,7 @@ public:
         @returns wrongState when called again */
     virtual int flush (bool finished) = 0;
 
-    /** Whether a beat period is known. */
+    /** True if a beat period is known. */
     virtual bool hasResult() const = 0;
 
     /** The tempo, halved or doubled into 65 to 180 BPM; 0 if there is none. */

@@ -45,7 +45,7 @@ int TaktEngine::process (const float* const* channels, int frames)
             for (int i = 0; i < count; ++i)
                 sum[i] += channels[c][done + i];
         for (int i = 0; i < count; ++i)
-            sum[i] = std::abs (sum[i]) < loudest ? sum[i] : 0.0f; // 0 for what is no number, too
+            sum[i] = std::abs (sum[i]) < loudest ? sum[i] : 0.0f; // 0 for NaN, too
         done += count;
         if (mono.size() == slice)
             passOn();

@@ -9,7 +9,7 @@
 #include <span>
 #include <vector>
 
-/** What both engines share: the stages, and the marks with what is asked of them. They differ in how they come to a
+/** The common part of both engines: the stages, and the marks with their queries. They differ in how they come to a
     tempo. */
 class TaktEngine : public CaufTAKT_If
 {

@@ -19,7 +19,7 @@ public:
 
     static constexpr double reach = 0.03;
 
-    /** How well the function keeps a tempo: 0 upwards. */
+    /** The strength of a tempo in the function: 0 upwards. */
     double score (double bpm) const;
 
     /** The tempo of the highest score: three lengths of the beat, at the known one and at 0.99 and 1.01 of it, are each

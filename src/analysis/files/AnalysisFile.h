@@ -7,7 +7,7 @@
 /** The files that hold analyses, one a track. Any thread but the audio thread, several at once. */
 namespace AnalysisFile
 {
-/** Where the analysis of a track is kept: under the track's name without extension, "_", its size in bytes and ".xml". So
+/** The file that keeps the analysis of a track: under the track's name without extension, "_", its size in bytes and ".xml". So
     a track that is moved keeps its analysis, and one that is renamed or encoded anew loses it.
     @returns the track itself if it does not exist or is a folder: no reader finds an analysis in there, and nothing may
              be written to it */

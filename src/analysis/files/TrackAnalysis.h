@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-/** What is known of a track and kept beside the library: its tempo, grid, cue points and gain. A value.
+/** The facts about a track that are kept beside the library: its tempo, grid, cue points and gain. A value.
 
     What is empty stands in no file, and a deck leaves its own field as it is. */
 struct TrackAnalysis
@@ -15,7 +15,7 @@ struct TrackAnalysis
     static constexpr size_t cueCount = 16;
     static constexpr double unsetCue = -1.0, defaultTempo = 120.0;
 
-    /** What a hand has set. A file that no deck has written yet has none. */
+    /** Marks and switches set by hand. A file that no deck has written yet has none. */
     struct Cues
     {
         Cues() { cuePos.fill (unsetCue); }
@@ -47,11 +47,11 @@ struct TrackAnalysis
     the marks those stay that begin a table in ascending order. A table that begins with no usable mark counts as none. */
 void repair (TrackAnalysis&);
 
-/** Whether a hand has moved the grid of a file that a deck has written: it follows tempo and downbeat only, its downbeat
+/** True if a hand has moved the grid of a file that a deck has written: it follows tempo and downbeat only, its downbeat
     stands off its mark, or its tempo is not that of its marks. */
 bool isHandMoved (const TrackAnalysis&);
 
-/** What a new analysis of a track leaves of the old one. Cues stay, and a grid that a hand has moved stays with its
+/** Merges a new analysis of a track into the old one. Cues stay, and a grid that a hand has moved stays with its
     tempo; under a new grid the downbeat stays at the mark that is nearest to where it was, if a deck wrote the old
     value. */
 TrackAnalysis mergeFresh (const TrackAnalysis& old, TrackAnalysis fresh);

@@ -26,7 +26,7 @@ public:
 
     bool canMeasure() const noexcept { return filter.has_value(); }
 
-    /** The next samples. Full scale is 1, and what is no number or 36 dB beyond counts as silence. */
+    /** The next samples. Full scale is 1, and NaN or samples 36 dB beyond count as silence. */
     void add (const float* left, const float* right, int frames) noexcept;
     void add (const int16_t* left, const int16_t* right, int frames) noexcept;
 

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <iterator>
 
-/** What the loop over a call's output frames needs. */
+/** The arguments of the loop over a call's output frames. */
 struct CFastResample::Job
 {
     const float* table;

@@ -34,7 +34,7 @@ public:
     PX_AUDIO_THREAD int process (const float* const* in, int frames, float* const* out,
                                  double ratio) noexcept;
 
-    /** What process() will return for these arguments, exactly. */
+    /** The exact result that process() will have for these arguments. */
     PX_AUDIO_THREAD int framesProduced (int frames, double ratio) const noexcept;
 
     /** The least input frames for which process() will give at least `outFrames`. */
@@ -43,7 +43,7 @@ public:
     /** Forgets all signal; the next output frame lies on the next input frame. */
     PX_AUDIO_THREAD void reset() noexcept;
 
-    /** How much later than it came in the signal comes out, in input frames. */
+    /** The delay of the signal in input frames. */
     PX_AUDIO_THREAD int latency() const noexcept { return taps / 2; }
 
 private:

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-/** Where a resampler stands between its input frames, and so how many frames a call will give.
+/** The place of a resampler between its input frames, which tells how many frames a call will give.
 
     Output frames of a call lie at multiples of the ratio from where the call before left off; a call gives those that
     lie within its input. What goes over is carried to the next call as a double, so the count over any length is exact
@@ -15,13 +15,13 @@ class ResamplePosition
 public:
     static constexpr double leastRatio = 1.0 / 16.0, greatestRatio = 16.0;
 
-    /** The ratio in force for one asked for: within the limits, and 1 for what is no number. */
+    /** The ratio in force for one asked for: within the limits, and 1 for NaN. */
     PX_AUDIO_THREAD static double limited (double ratio) noexcept
     {
         return std::isnan (ratio) ? 1.0 : std::clamp (ratio, leastRatio, greatestRatio);
     }
 
-    /** Where the output frame `index` of this call lies, in input frames from the call's first. */
+    /** The place of the output frame `index` of this call, in input frames from the call's first. */
     PX_AUDIO_THREAD double at (int index, double ratio) const noexcept { return carried + index * ratio; }
 
     PX_AUDIO_THREAD int framesProduced (int in, double ratio) const noexcept

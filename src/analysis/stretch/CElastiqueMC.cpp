@@ -150,7 +150,7 @@ int CElastiqueMC::setStereoMode (int mode) noexcept
 }
 
 //==============================================================================
-// What a block takes
+// The demand of a block
 
 int64_t CElastiqueMC::vocoderEnd() const noexcept
 {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-// What goes in before the vocoder, and what comes out behind it.
+// The signal's way into the vocoder, and out of it.
 
 namespace
 {
@@ -141,7 +141,7 @@ void CElastiqueMC::fetch (int frames) noexcept
 {
     if (fetchedEnd == 0)
     {
-        // What the first frames laid down before the signal's beginning.
+        // Drops the part of the first frames that lies before the signal's beginning.
         const auto first = timeline.frame (0).out;
         vocoded.clear (first, static_cast<int> (-first));
     }

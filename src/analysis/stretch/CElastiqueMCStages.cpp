@@ -7,7 +7,7 @@
 
 namespace
 {
-/** What the kinds of stages cost in relation to each other, measured: analysis, power, phases, synthesis, overlap. */
+/** The costs of the kinds of stages in relation to each other, measured: analysis, power, phases, synthesis, overlap. */
 constexpr double stageCosts[] = { 7.0, 1.0, 8.0, 7.0, 2.0 };
 constexpr double totalCost = 25.0;
 }
@@ -101,7 +101,7 @@ void CElastiqueMC::synthesise (int channel) noexcept
     const auto frame = timeline.newestFrame() - 1;
     if (frame < 0 || channel < workChannels - channels)
         return;
-    // What the resampler would fold over is not made.
+    // Leaves out the bins that the resampler would fold over.
     const auto half = 0.5 * sampleRate;
     const auto cutoff = std::min (half, half / timeline.frame (frame).pitch);
     const auto cutoffBin = static_cast<int> (std::ceil (cutoff / sampleRate * frameLength));

@@ -220,7 +220,7 @@ void PhaseTurner::propagate (const StretchSpectra& frame, const StretchSpectra& 
         const auto unit = 1.5f - 0.5f * (oldCosine * oldCosine + oldSine * oldSine);
         const auto newCosine = unit * (oldCosine * c - oldSine * s),
                    newSine = unit * (oldCosine * s + oldSine * c);
-        // What is no number, out of an input that is none, must not stay.
+        // A NaN of the input must not stay.
         const auto isNumber = magnitude (newCosine) + magnitude (newSine) < 2.0f;
         lanesAt (turnCosine, i) = isNumber ? newCosine : 1.0f + Lanes {};
         lanesAt (turnSine, i) = isNumber ? newSine : Lanes {};

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-/** What a pair of factors asks of the vocoder. */
+/** The hops and the resampling that a pair of factors asks of the vocoder. */
 struct StretchFactors
 {
     double stretch = 1.0, pitch = 1.0; ///< as asked for; of reciprocals the stretch decides

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <optional>
 
-/** Where each analysis frame comes to lie in the vocoder's output, and so which input is heard where.
+/** The place of each analysis frame in the vocoder's output, which tells which input is heard at a place.
 
     Frames are set apart by the ratio on average, exactly: what rounding and onsets take from a hop is made up by the next
     ones. Frames that hold the same onset lie as far apart as in the input, so that its samples meet again as they were,

@@ -39,7 +39,7 @@ public:
         @returns the input frames to give to the next process() */
     PX_AUDIO_THREAD virtual int setOutputBlockSize (int frames) = 0;
 
-    /** What getFramesNeeded() would be with these factors in force; 0 for factors that are out of range. */
+    /** The getFramesNeeded() of these factors, without taking them; 0 for factors that are out of range. */
     PX_AUDIO_THREAD virtual int getFramesNeededFor (float stretch, float pitch) = 0;
 
     /** Sets both factors. The tempo holds at once, but for steps of up to 0.1 %: sound that is inside strays in key by the
@@ -71,7 +71,7 @@ public:
     PX_AUDIO_THREAD virtual int setEnvelopeFactor (float factor) = 0;
     PX_AUDIO_THREAD virtual int setEnvelopeOrder (int order) = 0;
 
-    /** How many output frames later than its input the first sound after a reset comes out. */
+    /** The delay of the first sound after a reset, in output frames. */
     PX_AUDIO_THREAD virtual double getLatency() = 0;
 
     /** Which input frame, counted from the last reset, is heard in the first frame of the next output block. The frames

@@ -45,7 +45,7 @@ public:
     /** Ends the audio and gives the exact tempo near a known one, in BPM; 0 if there is none. */
     double finishNear (double seedBpm);
 
-    /** Whether a tempo above 0 is doubled: it is below 60 + 20 * index BPM. */
+    /** True if a tempo above 0 is doubled: it is below 60 + 20 * index BPM. */
     static constexpr bool isTooSlow (double bpm, int tempoRangeIndex) noexcept
     {
         return bpm > 0.0 && bpm < 60.0 + 20.0 * tempoRangeIndex;

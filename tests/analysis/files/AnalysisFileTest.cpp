@@ -139,7 +139,7 @@ TEST (AnalysisFile, TheEndOfTheProcessLeavesTheOldFileOrTheNewOne)
         ASSERT_TRUE (found == std::optional (one) || found == std::optional (other)) << round;
     }
 
-    // Where it can't be written, it says so.
+    // A folder that cannot be written is reported.
     folder.file ("in the way").replaceWithText ("x");
     EXPECT_FALSE (AnalysisFile::write (folder.file ("in the way").getChildFile ("x.xml"), one));
 }

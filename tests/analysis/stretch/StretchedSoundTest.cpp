@@ -1,4 +1,4 @@
-// What is heard: levels, frequencies, onsets, the stereo image.
+// The sound: levels, frequencies, onsets, the stereo image.
 
 #include "StretcherDriver.h"
 

@@ -1,4 +1,4 @@
-// What a caller relies on: errors, limits, exact demand, exact place.
+// The contract with callers: errors, limits, exact demand, exact place.
 
 #include "StretcherDriver.h"
 

@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-/** What the windowed-sinc resamplers share: history, position, kernel.
+/** The common part of the windowed-sinc resamplers: history, position, kernel.
 
     Measured, as parts of the input's rate, for a ratio of r input frames per output frame. Up to r = 1: flat within 0.01 dB
     to 0.45 (19.8 kHz of 44.1), images and all else 95 dB down. Above 1 the cut-off moves to 0.5 / r: flat to 0.5 / r
@@ -19,7 +19,7 @@
 class CResampleBase
 {
 public:
-    /** What process() will return for these arguments, exactly. */
+    /** The exact result that process() will have for these arguments. */
     PX_AUDIO_THREAD int framesProduced (int frames, double ratio) const noexcept;
 
     /** The least input frames for which process() will give at least `outFrames`. */
@@ -28,7 +28,7 @@ public:
     /** Forgets all signal; the next output frame lies on the next input frame. */
     PX_AUDIO_THREAD void reset() noexcept;
 
-    /** How much later than it came in the signal comes out, in input frames, at any ratio. */
+    /** The delay of the signal in input frames, at any ratio. */
     PX_AUDIO_THREAD static constexpr int latency() noexcept { return SincKernel::widestHalf; }
 
 protected:

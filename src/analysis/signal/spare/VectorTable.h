@@ -3,7 +3,7 @@
 #include "analysis/signal/RealFft.h"
 #include "support/AudioThread.h"
 
-/** What the processor can do, of 4 (SSE3), 2 (SSE2), 1 (SSE) and 0 (none of these, or another family). Asked of the
+/** The processor's level of 4 (SSE3), 2 (SSE2), 1 (SSE) and 0 (none of these, or another family). Asked of the
     processor once. Any thread. */
 int getProcessorLevel() noexcept;
 
