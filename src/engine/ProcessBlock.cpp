@@ -123,8 +123,8 @@ PX_AUDIO_THREAD void runChannel (Block& block, DeckPlayer& deck)
     channel.equalise (pair, block.sampleRate);
     channel.runEffects (pair, deck.marks.bpm * deck.tempo.factor);
     channel.tapCue (pair, block.pair (monitorLeft), setup.pfl != 0);
-    channel.followAutogain (Channel::cappedAutogain (deck.track.autogain, deck.track.peak), deck.play.on != 0,
-                            block.frames / block.sampleRate);
+    channel.followAutogain (::Channel::cappedAutogain (deck.track.autogain, deck.track.peak),
+                            deck.play.on != 0, block.frames / block.sampleRate);
     const auto target = channel.targetGain (world.settings, setup.crossfaderSide);
     channel.applyFader (pair, target, world.smoothing5ms);
 }

@@ -47,8 +47,13 @@ void CFFT::inverse (float* data)
 
 void CFFT::applyWindow (float* data) const
 {
-    for (size_t i = 0; i < factors.size(); ++i)
-        data[i] *= factors[i];
+    // Nothing but plain arrays that do not overlap becomes vector code.
+    const auto loop = [] (float* __restrict values, const float* __restrict factor, int count)
+    {
+        for (int i = 0; i < count; ++i)
+            values[i] *= factor[i];
+    };
+    loop (data, factors.data(), static_cast<int> (factors.size()));
 }
 
 template <class OfBin>

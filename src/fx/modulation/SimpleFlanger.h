@@ -44,6 +44,13 @@ public:
         expected = swingDelay (phase);
     }
 
+    /** Moves the oscillator on while nothing is processed: an empty line has no delay to blend from. */
+    PX_AUDIO_THREAD void skip (int samples) noexcept
+    {
+        chorus_base::skip (samples);
+        expected = swingDelay (phase);
+    }
+
     /** In place. */
     PX_AUDIO_THREAD void process (Sample* samples, int count) noexcept
     {
