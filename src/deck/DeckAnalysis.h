@@ -25,5 +25,5 @@ void requestSaveAnalysis (DeckWorld&, DeckPlayer&) noexcept;
     without the callback lock: the audio thread sees the old grid or the new one. */
 void applyAnalysis (DeckWorld&, DeckPlayer&, TrackAnalysis);
 
-/** What applyAnalysis() takes, as it stands in the deck. */
+/** The values that applyAnalysis() takes, as they stand in the deck. */
 TrackAnalysis analysisOf (DeckWorld&, DeckPlayer&);

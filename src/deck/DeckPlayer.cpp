@@ -13,7 +13,7 @@ DeckPlayer::~DeckPlayer() = default;
 
 void DeckPlayer::resetTrack()
 {
-    // What was read of the old track is no place in the new one; its sound fades out.
+    // The old track was read ahead; its sound fades out.
     emptyRings();
 
     head = {};

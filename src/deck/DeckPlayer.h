@@ -51,7 +51,7 @@ struct DeckPlayer
     /** Frames of the file by which what is read leads what is heard, over all turns of a loop. Under the callback lock. */
     double readLead() const noexcept { return voice.readLead (head); }
 
-    /** Where the track would be heard now if it had not gone round in a rolling loop. Under the callback lock. */
+    /** The place that would be heard now if the track had not gone round in a rolling loop. Under the callback lock. */
     double heardRollPosition() const noexcept { return head.roll - readLead(); }
 
     /** Audio thread, after each block, or under the callback lock after a move. */
@@ -70,7 +70,7 @@ struct DeckPlayer
 
     BeatGrid grid() const noexcept;
 
-    /** Where a loader puts the track's audio. */
+    /** The memory that a loader fills. */
     TrackTarget trackTarget() noexcept
     {
         return { audioMemory, *overview, track.loadedFrames, track.sampleRate };
@@ -143,7 +143,7 @@ struct DeckPlayer
     /** Held to replace the table, before the callback lock, and to read it on a thread that does not hold that one. */
     std::mutex beatsLock;
 
-    /** What the track's file was last known to hold, under beatsLock: a deck that has changed nothing writes nothing, so
+    /** The analysis that the track's file was last known to hold, under beatsLock: a deck that has changed nothing writes nothing, so
         that of two decks with one track the idle one takes nothing from the other. */
     std::optional<TrackAnalysis> storedAnalysis;
 

@@ -12,7 +12,7 @@
 #include <array>
 #include <memory>
 
-/** What the four decks share with each other and with the engine that owns them. */
+/** All that the four decks share with each other and with the engine that owns them. */
 struct DeckWorld
 {
     DeckWorld (const juce::CriticalSection& callback, EngineSettings& s, ListenerList& l, Pacing& p,

@@ -209,7 +209,7 @@ TEST (DeckReader, PositionZeroIsSilentForItsFirstFrame)
     EXPECT_GT (out[1], 0.8f);
 }
 
-TEST (DeckReader, NudgeBendAndBalanceDoWhatTheySay)
+TEST (DeckReader, NudgeAndBendDoWhatTheySay)
 {
     DeckFixture decks;
     decks.putTrack (800'000, sineTrack (1000.0));
@@ -292,20 +292,6 @@ TEST (DeckReader, AScratchWhoseMessagesStopEndsByItself)
     decks.now += 1;
     decks.render (128);
     EXPECT_EQ (deck.jog.touched, 0);
-}
-
-TEST (DeckReader, TheStartPointHolds)
-{
-    DeckFixture decks;
-    decks.putTrack (100'000, sineTrack (500.0));
-    auto& deck = decks.deck();
-    deck.marks.startPoint = 5000.0;
-    deck.marks.startPointOn = 1;
-    deck.play.on = 1;
-    deck.play.reverse = 1;
-    deck.place (6000.0);
-    decks.render (8192);
-    EXPECT_EQ (deck.head.position, 5000.0);
 }
 
 TEST (DeckReader, StartsAndStopsAtAnyRateOfFileAndEngine)

@@ -37,7 +37,7 @@ auto sineTrack (double frequency)
     { return 0.5 * std::sin (frame * frequency * 2.0 * M_PI / DeckFixture::rate); };
 }
 
-/** What a deck gives block by block, and the place that it says is heard at the begin of each. */
+/** The sound of a deck block by block, and the place that it says is heard at the begin of each. */
 struct Take
 {
     std::vector<float> left;

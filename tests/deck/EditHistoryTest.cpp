@@ -22,6 +22,18 @@ struct EditedDeck : DeckFixture
 
 TEST (EditHistory, TakesBackAndDoesAgainTheLast32Edits)
 {
+    using Command = void (*) (EditedDeck&, int anything);
+    constexpr Command commands[] {
+        [] (EditedDeck& d, int any) { d.transport.setCue (0, any % 16); },
+        [] (EditedDeck& d, int any) { d.transport.deleteCue (0, any % 16); },
+        [] (EditedDeck& d, int) { d.loops.toggleStartPoint (0); },
+        [] (EditedDeck& d, int) { d.grids.setDownbeat (0); },
+        [] (EditedDeck& d, int) { d.grids.halveTempo (0); },
+        [] (EditedDeck& d, int) { d.grids.doubleTempo (0); },
+        [] (EditedDeck& d, int any) { d.grids.setTempo (0, 60.0 + any % 120); },
+        [] (EditedDeck& d, int any) { d.grids.moveGrid (0, any % 2 == 0 ? 1 : -1); },
+        [] (EditedDeck& d, int) { d.grids.toggleGridMode (0); },
+    };
     EditedDeck decks;
     auto& deck = decks.deck();
     std::mt19937 random (3);
@@ -30,36 +42,7 @@ TEST (EditHistory, TakesBackAndDoesAgainTheLast32Edits)
     {
         decks.now += 5000;
         deck.place (random() % 500'000);
-        switch (random() % 9)
-        {
-        case 0:
-            decks.transport.setCue (0, static_cast<int> (random() % 16));
-            break;
-        case 1:
-            decks.transport.deleteCue (0, static_cast<int> (random() % 16));
-            break;
-        case 2:
-            decks.loops.toggleStartPoint (0);
-            break;
-        case 3:
-            decks.grids.setDownbeat (0);
-            break;
-        case 4:
-            decks.grids.halveTempo (0);
-            break;
-        case 5:
-            decks.grids.doubleTempo (0);
-            break;
-        case 6:
-            decks.grids.setTempo (0, 60.0 + random() % 120);
-            break;
-        case 7:
-            decks.grids.moveGrid (0, random() % 2 == 0 ? 1 : -1);
-            break;
-        default:
-            decks.grids.toggleGridMode (0);
-            break;
-        }
+        commands[random() % std::size (commands)](decks, static_cast<int> (random() % 1024));
         if (const auto now = decks.marks(); now != states.back()) // what changes nothing is no edit
             states.push_back (now);
 

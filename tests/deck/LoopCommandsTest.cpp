@@ -167,89 +167,42 @@ TEST (LoopCommands, TheReadingPassesEachBeatOnce)
 
 TEST (LoopCommands, TenThousandRandomCommandsLeaveADeckInOrder)
 {
+    using Command = void (*) (LoopDeck&, unsigned anything);
+    constexpr Command commands[] {
+        [] (LoopDeck& d, unsigned) { d.loops.toggleLoop (0); },
+        [] (LoopDeck& d, unsigned) { d.loops.toggleLeap (0); },
+        [] (LoopDeck& d, unsigned any) { d.loops.changeSize (0, any % 2 == 0 ? 1 : -1); },
+        [] (LoopDeck& d, unsigned any) { d.loops.changeMoveSize (0, any % 2 == 0 ? 1 : -1); },
+        [] (LoopDeck& d, unsigned any) { d.loops.moveLoop (0, any % 2 == 0 ? 1 : -1); },
+        [] (LoopDeck& d, unsigned) { d.loops.loopIn (0); },
+        [] (LoopDeck& d, unsigned) { d.loops.loopOut (0); },
+        [] (LoopDeck& d, unsigned) { d.loops.reloop (0); },
+        [] (LoopDeck& d, unsigned) { d.loops.toggleStartPoint (0); },
+        [] (LoopDeck& d, unsigned) { d.grids.setDownbeat (0); },
+        [] (LoopDeck& d, unsigned any) { any % 2 == 0 ? d.grids.halveTempo (0) : d.grids.doubleTempo (0); },
+        [] (LoopDeck& d, unsigned any) { d.grids.moveGrid (0, any % 2 == 0 ? 1 : -1); },
+        [] (LoopDeck& d, unsigned) { d.grids.toggleGridMode (0); },
+        [] (LoopDeck& d, unsigned any) { d.grids.setTempo (0, any % 400); },
+        [] (LoopDeck& d, unsigned) { d.grids.tapTempo (0); },
+        [] (LoopDeck& d, unsigned any) { any % 2 == 0 ? d.grids.undo (0) : d.grids.redo (0); },
+        [] (LoopDeck& d, unsigned any) { d.transport.jumpToCue (0, static_cast<int> (any % 16)); },
+        [] (LoopDeck& d, unsigned any) { d.transport.deleteCue (0, static_cast<int> (any % 16)); },
+        [] (LoopDeck& d, unsigned any) { d.transport.cue (0, any % 2 == 0); },
+        [] (LoopDeck& d, unsigned any) { d.transport.seekNormalised (0, (any % 1200) / 1000.0 - 0.1); },
+        [] (LoopDeck& d, unsigned any) { d.settings.deckSetup[0].snap = any % 2 == 0; },
+        [] (LoopDeck& d, unsigned any) { d.setTempo (0.7 + (any % 700) / 1000.0); },
+        [] (LoopDeck& d, unsigned any) { d.transport.setReverse (0, any % 3 == 0); },
+        [] (LoopDeck& d, unsigned any) { d.transport.setKeyLock (0, any % 3 != 0); },
+        [] (LoopDeck& d, unsigned any) { d.settings.bypassStretcher = any % 4 == 0; },
+    };
     LoopDeck decks (sine (300.0, 0.9), 174.0);
     auto& deck = decks.deck();
     decks.giveTable (700);
     std::mt19937 random (9);
-    const auto chance = [&random] { return random() % 2 == 0; };
     for (int i = 0; i < 10'000; ++i)
     {
         decks.now += random() % 900;
-        switch (random() % 24)
-        {
-        case 0:
-            decks.loops.toggleLoop (0);
-            break;
-        case 1:
-            decks.loops.toggleLeap (0);
-            break;
-        case 2:
-            decks.loops.changeSize (0, chance() ? 1 : -1);
-            break;
-        case 3:
-            decks.loops.changeMoveSize (0, chance() ? 1 : -1);
-            break;
-        case 4:
-            decks.loops.moveLoop (0, chance() ? 1 : -1);
-            break;
-        case 5:
-            decks.loops.loopIn (0);
-            break;
-        case 6:
-            decks.loops.loopOut (0);
-            break;
-        case 7:
-            decks.loops.reloop (0);
-            break;
-        case 8:
-            decks.loops.toggleStartPoint (0);
-            break;
-        case 9:
-            decks.grids.setDownbeat (0);
-            break;
-        case 10:
-            chance() ? decks.grids.halveTempo (0) : decks.grids.doubleTempo (0);
-            break;
-        case 11:
-            decks.grids.moveGrid (0, chance() ? 1 : -1);
-            break;
-        case 12:
-            decks.grids.toggleGridMode (0);
-            break;
-        case 13:
-            decks.grids.setTempo (0, random() % 400);
-            break;
-        case 14:
-            decks.grids.tapTempo (0);
-            break;
-        case 15:
-            chance() ? decks.grids.undo (0) : decks.grids.redo (0);
-            break;
-        case 16:
-            decks.transport.jumpToCue (0, static_cast<int> (random() % 16));
-            break;
-        case 17:
-            decks.transport.deleteCue (0, static_cast<int> (random() % 16));
-            break;
-        case 18:
-            decks.transport.cue (0, chance());
-            break;
-        case 19:
-            decks.transport.seekNormalised (0, (random() % 1200) / 1000.0 - 0.1);
-            break;
-        case 20:
-            decks.settings.deckSetup[0].snap = chance();
-            break;
-        case 21:
-            decks.setTempo (0.7 + (random() % 700) / 1000.0);
-            break;
-        case 22:
-            decks.transport.setReverse (0, random() % 3 == 0);
-            break;
-        default:
-            decks.settings.bypassStretcher = random() % 4 == 0;
-            break;
-        }
+        commands[random() % std::size (commands)](decks, static_cast<unsigned> (random()));
         if (deck.play.on == 0 && random() % 3 == 0)
             decks.transport.playPause (0);
         if (i % 4 != 0)

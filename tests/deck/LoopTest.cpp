@@ -104,6 +104,17 @@ TEST (Loop, ComesRoundInTimeThroughTheStretcherForHundredsOfTurns)
 TEST (Loop, IsSwitchedSizedAndMovedFromWhatIsHeard)
 {
     // A tone that comes round with 1/32 of a beat: no turn, jump or retaken reading may be heard in it, to the sample.
+    using Command = void (*) (LoopDeck&, int anything);
+    constexpr Command commands[] {
+        [] (LoopDeck& d, int any) { d.loops.moveLoop (0, any % 2 == 0 ? 1 : -1); },
+        [] (LoopDeck& d, int) { d.loops.toggleLeap (0); },
+        [] (LoopDeck& d, int) { d.loops.toggleLoop (0); },
+        [] (LoopDeck& d, int) { d.loops.changeSize (0, -1); },
+        [] (LoopDeck& d, int) { d.loops.changeSize (0, 1); },
+        [] (LoopDeck& d, int any) { d.deck().loopSizes.move = static_cast<int8_t> (any % 9); },
+        [] (LoopDeck& d, int) { d.grids.halveTempo (0); },
+        [] (LoopDeck& d, int) { d.grids.doubleTempo (0); },
+    };
     constexpr double frequency = 640.0, amplitude = 0.5;
     LoopDeck decks (sine (frequency, amplitude));
     auto& deck = decks.deck();
@@ -123,36 +134,9 @@ TEST (Loop, IsSwitchedSizedAndMovedFromWhatIsHeard)
         }
         const auto before = deck.heardPosition();
         const auto linear = deck.head.linear - deck.readLead();
-        auto mayMove = false;
-        switch (random() % 8)
-        {
-        case 0:
-            decks.loops.toggleLoop (0);
-            break;
-        case 1:
-            mayMove = deck.loops.rolling != 0;
-            decks.loops.toggleLeap (0);
-            break;
-        case 2:
-            decks.loops.changeSize (0, -1);
-            break;
-        case 3:
-            decks.loops.changeSize (0, 1);
-            break;
-        case 4:
-            mayMove = true;
-            decks.loops.moveLoop (0, random() % 2 == 0 ? 1 : -1);
-            break;
-        case 5:
-            deck.loopSizes.move = static_cast<int8_t> (random() % 9);
-            break;
-        case 6:
-            decks.grids.halveTempo (0);
-            break;
-        default:
-            decks.grids.doubleTempo (0);
-            break;
-        }
+        const auto which = random() % std::size (commands);
+        const auto mayMove = which == 0 || (which == 1 && deck.loops.rolling != 0);
+        commands[which](decks, static_cast<int> (random() % 1024));
         if (!mayMove)
         {
             ASSERT_NEAR (deck.heardPosition(), before, 1.0e-6) << i;

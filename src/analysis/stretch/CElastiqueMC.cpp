@@ -25,6 +25,9 @@ std::span<const float> leadersOf (int channels, int stereoMode)
 /** A step of the tempo up to this much is left to the frames to come. */
 constexpr double leastAudibleStep = 0.001;
 
+/** Frames off a whole one that count as none, and the change of the key that leads back to it: 0.9 cents. */
+constexpr double wholeFrame = 1.0e-9, leadBack = 0.0005;
+
 constexpr int64_t nothingYet = std::numeric_limits<int64_t>::min() / 2;
 
 std::vector<std::vector<float>> buffers (int count, int frames)
@@ -160,7 +163,7 @@ int64_t CElastiqueMC::vocoderEnd() const noexcept
     return complete < 0 ? nothingYet : timeline.frame (complete).out;
 }
 
-double CElastiqueMC::readingPitch (const StretchFactors& wanted) const noexcept
+double CElastiqueMC::pitchInForce (const StretchFactors& wanted) const noexcept
 {
     if (timeline.isEmpty())
         return wanted.pitch;
@@ -174,6 +177,16 @@ double CElastiqueMC::readingPitch (const StretchFactors& wanted) const noexcept
     return isAudible && pitch > 1.0 / StretchFactors::greatestPitch && pitch < StretchFactors::greatestPitch
                ? pitch
                : maker.pitch;
+}
+
+double CElastiqueMC::readingPitch (const StretchFactors& wanted) const noexcept
+{
+    const auto pitch = pitchInForce (wanted);
+    if (pitch != 1.0 || !resampling)
+        return pitch;
+    // The resampler is led back to whole frames, where it gives its input as it is.
+    const auto stray = std::round (readPosition) - readPosition;
+    return std::abs (stray) < wholeFrame ? 1.0 : 1.0 + std::clamp (stray / outputBlock, -leadBack, leadBack);
 }
 
 int64_t CElastiqueMC::vocoderEndFor (int frames, double pitch) const noexcept

@@ -50,6 +50,7 @@ private:
         int frames, taken;
     };
 
+    PX_AUDIO_THREAD double pitchInForce (const StretchFactors&) const noexcept;
     PX_AUDIO_THREAD double readingPitch (const StretchFactors&) const noexcept;
     PX_AUDIO_THREAD int64_t vocoderEndFor (int frames, double pitch) const noexcept;
     PX_AUDIO_THREAD int framesNeeded (const StretchFactors&) const noexcept;

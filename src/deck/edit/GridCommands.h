@@ -2,7 +2,7 @@
 
 #include "deck/DeckWorld.h"
 
-/** What a hand does to a track's tempo and beat grid, and the way back: the last 32 edits of cues, start point, tempo and
+/** The commands of a track's tempo and beat grid, and the way back: the last 32 edits of cues, start point, tempo and
     grid can be taken back and done again.
 
     Each takes the callback lock for a handful of field writes and does nothing for an index that is no deck. Any thread,

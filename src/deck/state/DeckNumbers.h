@@ -25,7 +25,7 @@ inline constexpr uint32_t tapPauseMs = 3000;
 /** Output frames of a deck's time stretcher per call. */
 inline constexpr int stretcherBlock = 128;
 
-/** How far the pitch fader reaches: the play speed is 1 + (pitch - 0.5) * range.
+/** The reach of the pitch fader: the play speed is 1 + (pitch - 0.5) * range.
     @param index   of the setting; any other than 0 to 12 means 0.16 */
 constexpr double pitchRangeOf (int index) noexcept
 {

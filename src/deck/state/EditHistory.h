@@ -32,7 +32,7 @@ public:
 
     void forget() noexcept;
 
-    /** How many edits can be taken back, and done again. Any thread. */
+    /** Counts of edits that can be taken back, and done again. Any thread. */
     int undoCount() const noexcept { return done; }
     int redoCount() const noexcept { return undone; }
 

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-/** Where the song of a host stands at the begin of a block. */
+/** The position of a host's song at the begin of a block. */
 struct SongPosition
 {
     static constexpr double defaultBpm = 120.0;

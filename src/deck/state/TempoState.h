@@ -16,7 +16,7 @@ struct TempoState
     bool operator== (const TempoState&) const noexcept = default;
 };
 
-/** A deck's wish for the phase of its reference, and how it is held. Written under the callback lock. */
+/** A deck's request for the phase of its reference, and how it is held. Written under the callback lock. */
 struct SyncState
 {
     static constexpr int8_t besideGrid = 2; ///< a request that continues the grid where it has no beats

@@ -11,7 +11,7 @@ namespace
 /** A deck this close to its place stays: a jump would be heard, the distance is not. */
 constexpr double closeSeconds = 0.0005;
 
-// What the tempo alone leaves, such as the rounding of a table's beats to frames, is taken out within half a second.
+// Remains of the tempo alone, such as the rounding of a table's beats to frames, are taken out within half a second.
 constexpr double correctionSeconds = 0.5, greatestCorrection = 0.005;
 constexpr double correctFromSeconds = 0.0001, correctToSeconds = 0.00001;
 
@@ -67,7 +67,7 @@ bool leavesBeat (const DeckPlayer& deck) noexcept
     return region.hasLoop() && !BeatPhase::at (deck.grid(), region, deck.heardPosition()).has_value();
 }
 
-/** Where a deck goes so that `wanted` beats after its even beat are heard now. */
+/** The place to which a deck goes so that `wanted` beats after its even beat are heard now. */
 std::optional<double> placeNear (const DeckPlayer& deck, double wanted) noexcept
 {
     const auto heard = deck.heardPosition();
@@ -84,7 +84,7 @@ std::optional<double> placeNear (const DeckPlayer& deck, double wanted) noexcept
     return {};
 }
 
-/** What the tempos around two places ask of a deck beyond the tempos of the tracks. */
+/** The factor that the tempos around two places ask of a deck beyond the tempos of the tracks. */
 double localFactor (double length, double usualLength, const Beats& theirs) noexcept
 {
     return std::clamp (length / usualLength * theirs.usualLength / theirs.length, 1.0 / greatestLocalTempo,

@@ -2,7 +2,7 @@
 
 #include "deck/DeckWorld.h"
 
-/** How fast a deck is to play in a block. Audio thread. */
+/** The speed at which a deck is to play in a block. Audio thread. */
 namespace TempoSync
 {
 /** The speed factor of the fader, or of the reference while Sync is on: the master deck, or the host. */

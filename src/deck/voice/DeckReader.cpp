@@ -109,7 +109,8 @@ struct Reader : ReadHead
         const auto from = position;
         if (region.isTurnedAt (position))
             position = region.turned (position, rate);
-        position = std::max (position, region.floor);
+        position = std::clamp (position, std::min (region.floor, static_cast<double> (loadedFrames)),
+                               static_cast<double> (loadedFrames));
         const auto jumped = std::abs (position - from) > inaudibleJump + std::abs (rate);
         if (jumped)
             declickFrom (from);

@@ -31,7 +31,7 @@ struct LoopRegion
     /** True where a reading can't stay. */
     bool isLeftAt (double position) const noexcept { return isTurnedAt (position) || position < floor; }
 
-    /** Where a reading that has come to an end of the loop goes on. What it has gone past the end is kept, so that a
+    /** The place at which a reading that has come to an end of the loop goes on. What it has gone past the end is kept, so that a
         thousand rounds last a thousand times the loop; from further outside a manual loop it goes to the loop's very end.
         @param rate   frames of the last step */
     PX_AUDIO_THREAD double turned (double position, double rate) const noexcept;
