@@ -43,7 +43,7 @@ measure() {
 # start TRACK...: the application at the size, its window in $window.
 start() {
     mkdir -p "$work/root/setup"
-    echo $((100 * scale)) >"$work/root/setup/interface_size.txt"
+    echo "interface size=$((100 * scale))" >"$work/root/setup/preferences.txt"
     JACK_NO_START_SERVER=1 JACK_DEFAULT_SERVER=none-$$ "$program" --root "$work/root" --report "$@" >"$work/log" 2>&1 &
     process=$!
     for _ in $(seq 100); do

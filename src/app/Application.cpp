@@ -1,9 +1,10 @@
 #include "app/Application.h"
 
-#include "app/ApplicationSession.h"
+#include "app/ApplicationRun.h"
 #include "cli/RootFolder.h"
 #include "cli/TerminalOutput.h"
 #include "cli/VerbOptions.h"
+#include "ui/WindowPrompts.h"
 
 #include <array>
 
@@ -85,14 +86,18 @@ int runApplication (const juce::StringArray& arguments)
         tracks.add (juce::File::getCurrentWorkingDirectory().getChildFile (path));
 
     juce::JUCEApplicationBase::createInstance = []() -> juce::JUCEApplicationBase* { return new Identity(); };
-    const juce::ScopedJuceInitialiser_GUI toolkit;
+    const juce::ScopedJuceInitialiser_GUI juceScope;
     const std::unique_ptr<juce::JUCEApplicationBase> identity (juce::JUCEApplicationBase::createInstance());
-    ApplicationSession session (*folders, tracks);
+    Session::Options options;
+    options.folders = *folders;
+    options.library = RootFolder::library (given);
+    options.prompts = std::make_shared<WindowPrompts>();
+    ApplicationRun run (std::move (options), tracks);
     if (*seconds > 0)
         juce::Timer::callAfterDelay (static_cast<int> (*seconds) * 1000,
                                      [] { juce::JUCEApplicationBase::quit(); });
     juce::MessageManager::getInstance()->runDispatchLoop();
     if (given.has ("--report"))
-        printLine (session.audioReport());
+        printLine (run.audioReport());
     return ExitCode::success;
 }

@@ -2,6 +2,7 @@
 #include "cli/TerminalOutput.h"
 #include "cli/Verbs.h"
 #include "support/AudioFileTypes.h"
+#include "support/Suggestion.h"
 
 #include <algorithm>
 
@@ -34,7 +35,7 @@ int main (int argc, char** argv)
         printLine ("Platterdex " PX_VERSION);
         return ExitCode::success;
     }
-    // What begins with a dash is the application's, which knows its own options; so are tracks.
+    // A word with a dash in front is the application's, which knows its own options; so are tracks.
     if (arguments.isEmpty() || first.startsWithChar ('-')
         || AudioFileTypes::matches (juce::File::getCurrentWorkingDirectory().getChildFile (first)))
         return runApplication (arguments);
@@ -43,7 +44,13 @@ int main (int argc, char** argv)
     const auto verb =
         std::find_if (verbs.begin(), verbs.end(), [&first] (const Verb& v) { return first == v.name; });
     if (verb == verbs.end())
-        return failWith ("There is no verb " + first.quoted() + "; see platterdex --help.");
+    {
+        juce::StringArray names;
+        for (const auto& each : verbs)
+            names.add (each.name);
+        return failWith ("There is no verb " + first.quoted() + "; see platterdex --help."
+                         + didYouMean (first, names));
+    }
     arguments.remove (0);
     return verb->run (arguments);
 }

@@ -4,15 +4,23 @@
 
 std::optional<Folders> RootFolder::find (const VerbOptions& given)
 {
-    const auto ofEnvironment = juce::SystemStats::getEnvironmentVariable ("PLATTERDEX_ROOT", {});
-    if (!given.has (option.name) && ofEnvironment.isEmpty())
-        return Folders::ofPlugin();
     Folders folders;
-    folders.root = given.has (option.name)
-                       ? given.fileOf (option.name)
-                       : juce::File::getCurrentWorkingDirectory().getChildFile (ofEnvironment);
+    if (given.has (option.name))
+        folders.root = given.fileOf (option.name);
+    else
+        folders = Folders::ofProcess();
     if (folders.root.createDirectory().wasOk() && folders.root.hasWriteAccess())
         return folders;
     failWith ("The folder " + folders.root.getFullPathName() + " can't be made or written.");
     return {};
+}
+
+LibraryPlace RootFolder::library (const VerbOptions& given)
+{
+    LibraryPlace place;
+    if (given.has (libraryOption.name))
+        place.named = given.fileOf (libraryOption.name);
+    else if (given.has (option.name))
+        place.folder = given.fileOf (option.name).getChildFile ("SongManager");
+    return place;
 }

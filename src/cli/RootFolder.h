@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/VerbOptions.h"
+#include "session/LibrarySession.h"
 #include "settings/Folders.h"
 
 #include <optional>
@@ -9,9 +10,16 @@
 namespace RootFolder
 {
 inline constexpr VerbOption option {
-    "--root", "DIR", "the folder of settings, tracks and recordings (PLATTERDEX_ROOT, or beside the program)"
+    "--root", "DIR",
+    "the folder of settings, library, tracks and recordings (PLATTERDEX_ROOT, or beside the program)"
 };
+
+inline constexpr VerbOption libraryOption { "--library", "FILE",
+                                            "the library's file (below --root, or the user's library)" };
 
 /** @returns nothing after a report: the folder can't be made or written */
 std::optional<Folders> find (const VerbOptions&);
+
+/** The library of --library, else the one below --root, else the user's. */
+LibraryPlace library (const VerbOptions&);
 }

@@ -28,6 +28,14 @@ void reportLine (const juce::String& line)
     writeLine (stderr, line);
 }
 
+bool requireEnding (const juce::File& file, const char* ending)
+{
+    if (file.hasFileExtension (ending))
+        return true;
+    failWith (file.getFullPathName() + " does not end in ." + ending + ", which is what is written.");
+    return false;
+}
+
 juce::String oneLine (const juce::String& text)
 {
     const auto isControl = [] (juce::juce_wchar c) { return c < 32 || (c >= 127 && c < 160); };

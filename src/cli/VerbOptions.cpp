@@ -1,5 +1,7 @@
 #include "cli/VerbOptions.h"
 
+#include "support/Suggestion.h"
+
 #include <algorithm>
 #include <charconv>
 #include <string_view>
@@ -26,7 +28,12 @@ VerbOptions::VerbOptions (std::span<const VerbOption> known, const juce::StringA
         const auto option = std::find_if (known.begin(), known.end(),
                                           [&name] (const VerbOption& o) { return name == o.name; });
         if (option == known.end())
-            fault = "There is no option " + name + ".";
+        {
+            juce::StringArray names;
+            for (const auto& each : known)
+                names.add (each.name);
+            fault = "There is no option " + name + "." + didYouMean (name, names);
+        }
         else if (values.containsKey (name))
             fault = "The option " + name + " stands there twice.";
         else if (option->value == nullptr && hasInline)

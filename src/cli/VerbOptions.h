@@ -37,7 +37,7 @@ public:
     /** The value as a file, seen from the current folder. */
     juce::File fileOf (const char* name) const;
 
-    /** What is no option. */
+    /** All words that are no options. */
     juce::StringArray positional;
 
 private:

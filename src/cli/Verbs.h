@@ -19,6 +19,7 @@ struct Verb
 std::span<const Verb> allVerbs();
 
 int runAnalyse (const juce::StringArray& arguments);
+int runAutomix (const juce::StringArray& arguments);
 int runCommands (const juce::StringArray& arguments);
 int runDemoTracks (const juce::StringArray& arguments);
 int runExport (const juce::StringArray& arguments);
@@ -27,5 +28,6 @@ int runList (const juce::StringArray& arguments);
 int runMix (const juce::StringArray& arguments);
 int runPerform (const juce::StringArray& arguments);
 int runPlaylist (const juce::StringArray& arguments);
+int runRemove (const juce::StringArray& arguments);
 int runSmart (const juce::StringArray& arguments);
 int runSnapshot (const juce::StringArray& arguments);

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-/** What came of writing the demo tracks. */
+/** Outcome of writing the demo tracks. */
 struct DemoFilesWritten
 {
     int written = 0;    ///< files that were not there before

@@ -19,7 +19,7 @@ struct DemoTrack
     /** The length of a beat in frames, exact. */
     constexpr double beatFrames() const noexcept { return sampleRate * 60.0 / bpm; }
 
-    /** Where a bar begins, in frames of the file; `bars` gives the end of the track. */
+    /** Beginning of a bar in frames of the file; `bars` gives the end of the track. */
     constexpr int64_t barFrames (int bar) const noexcept
     {
         return firstBeatFrames + static_cast<int64_t> (4.0 * bar * beatFrames() + 0.5);

@@ -155,7 +155,7 @@ public:
 
     void trigger() noexcept { left = 1.0; }
 
-    /** How much is taken away in the next frame, 0 to 1. */
+    /** Reduction in the next frame, 0 to 1. */
     double next() noexcept
     {
         smoothed += 0.02 * (depth * left * left - smoothed);

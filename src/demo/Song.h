@@ -7,7 +7,7 @@
 #include <array>
 #include <span>
 
-/** Where a line's strokes go in the mix. */
+/** Place of a line's strokes in the mix. */
 enum class Bus
 {
     kick,

@@ -27,7 +27,7 @@ struct Phasor
     }
 };
 
-/** What a polynomial band-limited step takes off around the wrap at 0. */
+/** Correction of a polynomial band-limited step around the wrap at 0. */
 double blep (double phase, double step) noexcept
 {
     if (phase < step)

@@ -93,7 +93,9 @@ CPlatterdex::~CPlatterdex()
     preview.load ({});
     recorder.stopRecording();
     settings.automixOn = 0;
-    juce::ignoreUnused (saveSettings (settings, environment.folders.setup())); // nobody is left to be told
+    if (environment.mayKeepSettings == nullptr || environment.mayKeepSettings())
+        juce::ignoreUnused (
+            saveSettings (settings, environment.folders.setup())); // nobody is left to be told
 }
 
 void CPlatterdex::prepareToPlay (double sampleRate, int maximumBlock)

@@ -40,6 +40,9 @@ struct EngineWorld
     /** Without them nobody is asked, and every answer is no. */
     std::shared_ptr<Prompts> prompts;
 
+    /** Asked before the settings are saved at the end: false while another program has the folders. Without it they are. */
+    std::function<bool()> mayKeepSettings;
+
     /** The source of automix's tracks; without one it plays what the decks hold. */
     std::shared_ptr<AutomixSource> automixSource;
 

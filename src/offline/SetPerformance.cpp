@@ -28,8 +28,12 @@ public:
     {
         const auto file = performance.folder.getChildFile (juce::String (load.path));
         if (!AudioFileTypes::matches (file))
-            return report (load.deck, "nothing was loaded: " + file.getFullPathName()
-                                          + " has no extension of an audio file");
+        {
+            report (load.deck,
+                    "nothing was loaded: " + file.getFullPathName() + " has no extension of an audio file");
+            return tellNotLoaded (file.getFullPathName());
+        }
+        loading[static_cast<size_t> (load.deck)] = file.getFullPathName();
         host.load (file, load.deck, load.waits);
     }
 
@@ -71,7 +75,11 @@ public:
     void operator() (const SetScript::End&) {}
 
 private:
-    void engineEvent (EngineEvent, int) override {}
+    void engineEvent (EngineEvent event, int deck) override
+    {
+        if (event == EngineEvent::loadFailed)
+            tellNotLoaded (loading[static_cast<size_t> (deck)]);
+    }
 
     void engineMessage (const juce::String& text, int deck) override
     {
@@ -84,6 +92,12 @@ private:
             performance.report (now() + " deck " + juce::String::charToString ('A' + deck) + ": " + sentence);
     }
 
+    void tellNotLoaded (const juce::String& path)
+    {
+        if (performance.notLoaded != nullptr)
+            performance.notLoaded (path);
+    }
+
     juce::String now() const
     {
         return fixed (static_cast<double> (host.position()) / host.engine().getSampleRate());
@@ -91,6 +105,7 @@ private:
 
     OfflineHost& host;
     const SetPerformance& performance;
+    std::array<juce::String, deckCount> loading; ///< the path that each deck was given last
 };
 }
 

@@ -14,6 +14,9 @@ struct SetPerformance
 
     /** Takes what the engine shows on a deck, and what else went wrong, each as one line with its time. May be empty. */
     std::function<void (const juce::String&)> report;
+
+    /** Takes the path of each track that was not loaded. May be empty. */
+    std::function<void (const juce::String&)> notLoaded {};
 };
 
 /** Plays a set from the host's present position on. A line takes effect before the frame round (seconds * rate) of the

@@ -1,6 +1,7 @@
 #include "offline/SetScript.h"
 
 #include "engine/CommandTable.h"
+#include "support/Suggestion.h"
 
 #include <juce_core/juce_core.h>
 
@@ -169,7 +170,13 @@ int readCommand (Line& line, bool metersToo)
     }
     number = CommandTable::numberOf (text);
     if (number == 0 || (isMeter (number) && !metersToo))
-        line.fail ("There is no command " + quoted (text) + ".");
+    {
+        juce::StringArray constants;
+        for (int each = 1; each <= CommandTable::commandCount; ++each)
+            constants.add (CommandTable::constant (each));
+        line.fail ("There is no command " + quoted (text) + "."
+                   + didYouMean (juce::String (std::string (text)), constants).toStdString());
+    }
     return number;
 }
 

@@ -1,6 +1,8 @@
 #include "plugin/PluginFilter.h"
 
+#include "session/Session.h"
 #include "ui/CPlatterdexVstEditor.h"
+#include "ui/WindowPrompts.h"
 
 #include <utility>
 
@@ -8,18 +10,40 @@ namespace
 {
 thread_local CPlatterdex* newestEngine = nullptr;
 
-/** The decoder lies beside the binary, inside a bundle too, so that a bundle is moved as a whole. */
-EngineWorld worldOfPlugin()
+EngineWorld worldOf (const std::shared_ptr<Session>& session)
 {
-    EngineWorld world;
-    world.folders = Folders::ofPlugin();
-    world.decoderLibrary =
-        juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
-    world.hasMessageLoop = true;
+    auto world = session->world();
     // A host that is promised an editor must get one: some crash on none.
-    world.createEditor = [] (CPlatterdex& engine) { return new CPlatterdexVstEditor (engine); };
+    world.createEditor = [session] (CPlatterdex& engine)
+    { return new CPlatterdexVstEditor (engine, session.get()); };
     return world;
 }
+
+std::shared_ptr<Session> sessionOfProcess()
+{
+    return Session::shared (
+        []
+        {
+            Session::Options options;
+            options.folders = Folders::ofProcess();
+            options.prompts = std::make_shared<WindowPrompts>();
+            return options;
+        });
+}
+
+/** The engine of one instance, tied to the session that all instances of the process share. */
+class PluginEngine final : public CPlatterdex
+{
+public:
+    explicit PluginEngine (const std::shared_ptr<Session>& session)
+        : CPlatterdex (worldOf (session)),
+          tie (*session, *this)
+    {
+    }
+
+private:
+    SessionEngine tie;
+};
 }
 
 CPlatterdex* takeNewestEngine() noexcept
@@ -27,10 +51,10 @@ CPlatterdex* takeNewestEngine() noexcept
     return std::exchange (newestEngine, nullptr);
 }
 
-/** Makes the processor for the shell of any format. */
+/** Makes the processor of an instance for the shell of any format. */
 juce::AudioProcessor* JUCE_CALLTYPE createPluginFilter();
 juce::AudioProcessor* JUCE_CALLTYPE createPluginFilter()
 {
-    newestEngine = new CPlatterdex (worldOfPlugin());
+    newestEngine = new PluginEngine (sessionOfProcess());
     return newestEngine;
 }

@@ -16,6 +16,21 @@ juce::File bundleOf (const juce::File& pluginFile)
     return pluginFile;
 }
 
+/** True below the system's folders, and in one that hosts search for plug-ins or in a maker's folder there: each host would
+    complain of every folder that is no plug-in. */
+bool isForeign (const juce::File& folder)
+{
+    for (const auto* system : { "/usr", "/opt" })
+        if (folder.isAChildOf (juce::File (system)))
+            return true;
+    const auto isSearched = [] (const juce::File& each)
+    {
+        static const juce::StringArray names { "vst", "vst3", "lv2", "lxvst" };
+        return names.contains (each.getFileName().trimCharactersAtStart ("."), true);
+    };
+    return isSearched (folder) || isSearched (folder.getParentDirectory());
+}
+
 /** Tries it: permission bits say nothing of a read-only medium, and nothing at all to an administrator. */
 bool canMakeFilesIn (const juce::File& folder)
 {
@@ -31,7 +46,18 @@ Folders Folders::ofPlugin (const juce::File& pluginFile, const juce::File& userD
     assertMayBlock();
     const auto beside = bundleOf (pluginFile).getParentDirectory();
     Folders folders;
-    folders.root = canMakeFilesIn (beside) ? beside : userData.getChildFile ("Platterdex2");
+    folders.root =
+        !isForeign (beside) && canMakeFilesIn (beside) ? beside : userData.getChildFile ("Platterdex2");
+    return folders;
+}
+
+Folders Folders::ofProcess()
+{
+    const auto named = juce::SystemStats::getEnvironmentVariable ("PLATTERDEX_ROOT", {});
+    if (named.isEmpty())
+        return ofPlugin();
+    Folders folders;
+    folders.root = juce::File::getCurrentWorkingDirectory().getChildFile (named);
     return folders;
 }
 

@@ -11,12 +11,16 @@ struct Folders
     juce::File music = juce::File::getSpecialLocation (juce::File::userMusicDirectory);
 
     /** The folders of an installed plug-in or application. The root is the folder that holds the plug-in file; where
-        that lies in a bundle, the folder that holds the bundle, so that replacing the bundle loses nothing. Where no
-        file can be made in there, the root is "Platterdex2" below `userData`. Not on the audio thread. */
+        that lies in a bundle, the folder that holds the bundle, so that replacing the bundle loses nothing. Where hosts
+        search for plug-ins or the system keeps its programs, and where no file can be made, the root is "Platterdex2"
+        below `userData`. Not on the audio thread. */
     static Folders ofPlugin (
         const juce::File& pluginFile = juce::File::getSpecialLocation (juce::File::currentExecutableFile),
         const juce::File& userData =
             juce::File::getSpecialLocation (juce::File::userApplicationDataDirectory));
+
+    /** The folders that all faces of the program share: PLATTERDEX_ROOT, or those of ofPlugin(). */
+    static Folders ofProcess();
 
     juce::File setup() const { return below ("setup"); }
     juce::File scriptFiles() const { return below ("script_files"); }

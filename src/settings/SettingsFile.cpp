@@ -14,7 +14,6 @@ static_assert (std::endian::native == std::endian::little);
 namespace
 {
 constexpr size_t versionBytes = sizeof (int32_t);
-constexpr size_t fileBytes = versionBytes + sizeof (EngineSettings);
 
 juce::File settingsFile (const juce::File& setupFolder)
 {
@@ -79,17 +78,30 @@ void readSettings (std::span<const std::byte> file, EngineSettings& settings)
     if (version != settingsVersion)
         return;
 
-    const auto block = file.subspan (versionBytes, std::min (file.size(), fileBytes) - versionBytes);
+    const auto block = file.subspan (versionBytes, std::min (file.size(), settingsFileBytes) - versionBytes);
     std::memcpy (static_cast<void*> (&settings), block.data(), block.size());
     repair (settings);
 }
 
 std::vector<std::byte> writeSettings (const EngineSettings& settings)
 {
-    std::vector<std::byte> file (fileBytes);
-    std::memcpy (file.data(), &settingsVersion, versionBytes);
-    std::memcpy (file.data() + versionBytes, static_cast<const void*> (&settings), sizeof settings);
+    std::vector<std::byte> file (settingsFileBytes);
+    writeSettings (settings, file);
     return file;
+}
+
+void writeSettings (const EngineSettings& settings, std::span<std::byte> file) noexcept
+{
+    // Word by word, since other threads write the Relaxed fields meanwhile; none of them lies across two words.
+    using Word = uint64_t __attribute__ ((may_alias));
+    static_assert (sizeof settings % sizeof (Word) == 0 && alignof (EngineSettings) >= alignof (Word));
+    const auto* words = reinterpret_cast<const Word*> (&settings);
+    std::memcpy (file.data(), &settingsVersion, versionBytes);
+    for (size_t i = 0; i < sizeof settings / sizeof (Word); ++i)
+    {
+        const auto word = __atomic_load_n (words + i, __ATOMIC_RELAXED);
+        std::memcpy (file.data() + versionBytes + i * sizeof word, &word, sizeof word);
+    }
 }
 
 bool loadSettings (EngineSettings& settings, const juce::File& setupFolder, const Folders& folders)
@@ -100,7 +112,7 @@ bool loadSettings (EngineSettings& settings, const juce::File& setupFolder, cons
     if (stream.failedToOpen())
         return true;
 
-    std::vector<std::byte> file (fileBytes);
+    std::vector<std::byte> file (settingsFileBytes);
     const auto got = stream.read (file.data(), static_cast<int> (file.size()));
     file.resize (static_cast<size_t> (std::max (got, 0)));
     readSettings (file, settings);
@@ -109,10 +121,12 @@ bool loadSettings (EngineSettings& settings, const juce::File& setupFolder, cons
 
 bool saveSettings (const EngineSettings& settings, const juce::File& setupFolder)
 {
-    assertMayBlock();
-    if (setupFolder.createDirectory().failed())
-        return false;
+    return saveSettings (writeSettings (settings), setupFolder);
+}
 
-    const auto bytes = writeSettings (settings);
-    return replaceFile (settingsFile (setupFolder), bytes.data(), bytes.size());
+bool saveSettings (std::span<const std::byte> file, const juce::File& setupFolder)
+{
+    assertMayBlock();
+    return setupFolder.createDirectory().wasOk()
+           && replaceFile (settingsFile (setupFolder), file.data(), file.size());
 }

@@ -18,8 +18,14 @@ inline constexpr int32_t settingsVersion = 2250;
     and every number that is not finite. Never fails. */
 void readSettings (std::span<const std::byte> file, EngineSettings& settings);
 
+/** The length of a settings file that this program writes. */
+inline constexpr size_t settingsFileBytes = sizeof (int32_t) + sizeof (EngineSettings);
+
 /** The bytes of a settings file. */
 std::vector<std::byte> writeSettings (const EngineSettings&);
+
+/** The same into memory of settingsFileBytes, while audio runs: under the callback lock, which the texts need. */
+void writeSettings (const EngineSettings&, std::span<std::byte> file) noexcept;
 
 /** Fills the settings with the defaults for `folders`, then with "platterdex.set" of the set-up folder.
     Only while no audio runs. @returns true on a first run, that is if the file could not be opened. */
@@ -28,3 +34,6 @@ bool loadSettings (EngineSettings&, const juce::File& setupFolder, const Folders
 /** Replaces "platterdex.set" in the set-up folder. Only while no audio runs.
     @returns false if that failed, which leaves the old file as it was; nobody needs to be told. */
 bool saveSettings (const EngineSettings&, const juce::File& setupFolder);
+
+/** The same with bytes from writeSettings(). Any thread but the audio thread. */
+bool saveSettings (std::span<const std::byte> file, const juce::File& setupFolder);

@@ -1,6 +1,7 @@
 #include "ui/CPlatterdexVstEditor.h"
 
 #include "engine/CPlatterdex.h"
+#include "session/Session.h"
 #include "skin/Palette.h"
 #include "text/FallbackFonts.h"
 #include "ui/KeyRepeat.h"
@@ -15,10 +16,11 @@ int scaled (int length, int percent)
 }
 }
 
-CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, std::function<void()> audioSettings)
+CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* session,
+                                            std::function<void()> audioSettings)
     : AudioProcessorEditor (e),
       engine (e),
-      scale (e.environment.folders.setup()),
+      scale (session != nullptr ? session->preferences() : passing),
       header (e, actions (std::move (audioSettings))),
       global (e),
       ghostMixer (e),

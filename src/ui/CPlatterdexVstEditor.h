@@ -22,6 +22,7 @@
 #include <memory>
 
 class CPlatterdex;
+class Session;
 
 /** The window's content, in plug-in and application alike: header, decks, the block between them, browser. It polls the
     engine, which doesn't know it. Message thread. */
@@ -30,8 +31,10 @@ class CPlatterdexVstEditor : public juce::AudioProcessorEditor,
                              private EngineListener
 {
 public:
-    /** @param audioSettings   opens the dialog of the audio device; empty inside a host, which has its own */
-    explicit CPlatterdexVstEditor (CPlatterdex&, std::function<void()> audioSettings = {});
+    /** @param session         keeps the preferences; outlives the editor. Without one they end with the editor
+        @param audioSettings   opens the dialog of the audio device; empty inside a host, which has its own */
+    explicit CPlatterdexVstEditor (CPlatterdex&, Session* session = nullptr,
+                                   std::function<void()> audioSettings = {});
     ~CPlatterdexVstEditor() override;
 
     /** One sentence in the header on what goes on in the background; empty for nothing. */
@@ -106,6 +109,7 @@ private:
     CPlatterdex& engine;
     const juce::SharedResourcePointer<PollClock> clock;
     const juce::SharedResourcePointer<DefaultLook> look; ///< before every control that draws with it
+    Preferences passing { juce::File() };                ///< of an editor without a session
     EditorScale scale;
     Content content { *this };
     HeaderComponent header;

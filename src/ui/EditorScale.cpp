@@ -4,17 +4,21 @@
 
 #include <algorithm>
 
-EditorScale::EditorScale (const juce::File& setupFolder)
-    : file (setupFolder.getChildFile ("interface_size.txt"))
+namespace
 {
-    if (const auto kept = file.loadFileAsString().getIntValue(); kept >= least && kept <= most)
+constexpr const char* name = "interface size";
+}
+
+EditorScale::EditorScale (Preferences& p) : preferences (p)
+{
+    if (const auto kept = preferences.get (name).getIntValue(); kept >= least && kept <= most)
         value = kept;
 }
 
 void EditorScale::set (int percent)
 {
     value = std::clamp (percent, least, most);
-    file.replaceWithText (juce::String (value) + "\n");
+    preferences.set (name, juce::String (value));
 }
 
 float EditorScale::factorFor (int width, int height) const noexcept

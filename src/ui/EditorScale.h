@@ -1,15 +1,15 @@
 #pragma once
 
-#include <juce_core/juce_core.h>
+#include "session/Preferences.h"
 
-/** The size of the interface in percent of its pixels, kept in a small file of the setup folder. */
+/** The size of the interface in percent of its pixels, kept among the preferences. */
 class EditorScale
 {
 public:
     static constexpr int least = 100, most = 200;
 
-    /** @param setupFolder   may not exist yet */
-    explicit EditorScale (const juce::File& setupFolder);
+    /** @param preferences   outlive this */
+    explicit EditorScale (Preferences& preferences);
 
     int percent() const noexcept { return value; }
 
@@ -21,6 +21,6 @@ public:
     float factorFor (int width, int height) const noexcept;
 
 private:
-    const juce::File file;
+    Preferences& preferences;
     int value = 100;
 };

@@ -50,7 +50,7 @@ TEST (AnalyseVerb, PrintsInTheOrderOfTheNamesAndKeepsWhatItFinds)
         EXPECT_TRUE (fields[6].isNotEmpty());
     }
 
-    // What is kept is read: what a hand has set shows. With --force it is made anew, and the hand's cues stay.
+    // A kept analysis is read, with what a hand has set. With --force it is made anew, and the hand's cues stay.
     const auto track = music.getChildFile ("12.wav");
     const auto file = AnalysisFile::forTrack (folder.file ("root/beatmarks"), track);
     auto told = AnalysisFile::read (file);
@@ -61,7 +61,11 @@ TEST (AnalyseVerb, PrintsInTheOrderOfTheNamesAndKeepsWhatItFinds)
     told->downbeatPos = 22050;
     told->cues.emplace().cuePos[6] = 600.0;
     ASSERT_TRUE (AnalysisFile::write (file, *told));
+    ASSERT_EQ (runProgram ({ "import", "music/12.wav", "--root", "root" }, folder).exitCode, 0);
     const auto read = runProgram (with ({ "--beats" }), folder);
+    EXPECT_EQ (runProgram ({ "list", "--columns", "title,bpm", "--root", "root" }, folder).out[1],
+               "12\t77.25")
+        << "the library below the root learns the tempo";
     EXPECT_TRUE (read.out.contains (track.getFullPathName() + ",9.0,77.25,1,0.500000,"
                                     + fieldsOf (first.out[2])[5] + ","));
     const auto at = read.out.indexOf ("mark,0,0.100000,77.25,half");

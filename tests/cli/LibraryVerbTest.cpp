@@ -86,33 +86,39 @@ TEST_F (LibraryVerbs, BuildAndShowALibrary)
                     "1 audio file, 0 new in the library." },
              Step { { "playlist", "show", "Set", "--columns", "title" },
                     "title|Bravo|Alpha|Bravo|It's a \"test\"|Alpha" },
-             Step { { "playlist", "remove", "Set", "1", "4", "5" }, "" },
+             Step { { "playlist", "remove", "Set", "1", "4", "5" }, "Took 3 songs out of \"Set\"." },
              Step { { "list", "--kind", "playlist", "Set", "--columns", "title" }, "title|Alpha|Bravo" },
              Step { { "list", "--kind", "playlist", "Set", "--search", "b", "--columns", "title" },
                     "title|Bravo" },
-             Step { { "playlist", "create", "Empty" }, "" },
-             Step { {
-                        "playlist",
-                        "rename",
-                        "Empty",
-                        "-",
-                    },
-                    "" },
+             Step { { "playlist", "create", "Empty" }, "Made the playlist \"Empty\"." },
+             Step { { "playlist", "rename", "Empty", "-" }, "Named it \"-\"." },
              Step { { "playlist", "list" }, "name\tsongs|Set\t2|-\t0" },
-             Step { { "playlist", "delete", "-" }, "" },
+             Step { { "playlist", "delete", "-" }, "Deleted the playlist \"-\"." },
              Step { { "playlist", "list" }, "name\tsongs|Set\t2" },
              Step { { "import", "music/Bravo.wav", "--automix" }, "1 audio file, 0 new in the library." },
+             Step { { "automix", "show", "--columns", "title" }, "title|Bravo" },
              Step { { "list", "--kind", "automix", "--columns", "title" }, "title|Bravo" },
-             Step { { "export", "Set", "set.m3u" }, "" },
-             Step { { "export", "--kind", "library", "all.html" }, "" },
-             Step { { "playlist", "import", "set.m3u", "Back" }, "2 songs, 0 new in the library." },
-             Step { { "playlist", "show", "Back", "--columns", "title" }, "title|Alpha|Bravo" },
+             Step { { "automix", "clear" }, "Took 1 song out of the automix list." },
+             Step { { "automix", "show", "--columns", "title" }, "title" },
              Step {
                  { "smart", "list" },
                  "name\tsongs|Recently Played\t0|Recently Added\t3|Top 25 Rated\t0|Top 25 Most Played\t0" },
          })
         EXPECT_EQ (outOf (words), out) << words.joinIntoString (" ");
+    outOf ({ "export", "Set", "set.m3u" });
+    EXPECT_EQ (outOf ({ "export", "--kind", "library", "all.html" }),
+               "Wrote 3 songs to " + folder.file ("all.html").getFullPathName() + ".");
     EXPECT_THAT (folder.file ("all.html").loadFileAsString().toStdString(), HasSubstr ("Bravo"));
+    EXPECT_EQ (outOf ({ "playlist", "import", "set.m3u", "Back" }), "2 songs, 0 new in the library.");
+    EXPECT_EQ (outOf ({ "playlist", "show", "Back", "--columns", "title" }), "title|Alpha|Bravo");
+    EXPECT_EQ (outOf ({ "playlist", "clear", "Back" }), "Took 2 songs out of \"Back\".");
+
+    folder.file ("music/Alpha.wav").deleteFile();
+    EXPECT_EQ (outOf ({ "remove", "--missing" }), "Took 1 song out of the library.");
+    EXPECT_EQ (outOf ({ "remove", "music/Bravo.wav" }), "Took 1 song out of the library.");
+    EXPECT_EQ (outOf ({ "list", "--columns", "title" }), "title|It's a \"test\"");
+    EXPECT_EQ (outOf ({ "remove", "music" }), "Took 1 song out of the library.");
+    EXPECT_EQ (outOf ({ "playlist", "list" }), "name\tsongs|Set\t0|Back\t0");
 }
 
 TEST_F (LibraryVerbs, MakeSmartPlaylistsFromTheirRules)
@@ -123,11 +129,12 @@ TEST_F (LibraryVerbs, MakeSmartPlaylistsFromTheirRules)
         .replaceWithText (rules.replace ("\"rating\" ", "\"title\" ")
                               .replace ("is greater than", "starts with")
                               .replace ("value1=\"3\"", "value1=\"A\""));
-    EXPECT_EQ (outOf ({ "smart", "create", "A's", "--rules", "rules.xml" }), "");
+    EXPECT_EQ (outOf ({ "smart", "create", "A's", "--rules", "rules.xml" }),
+               "Made the smart playlist \"A's\".");
     EXPECT_EQ (outOf ({ "smart", "show", "A's", "--columns", "title" }), "title|Alpha");
     EXPECT_EQ (outOf ({ "list", "--kind", "smart", "A's", "--columns", "title" }), "title|Alpha");
-    EXPECT_EQ (outOf ({ "smart", "rename", "A's", "B" }), "");
-    EXPECT_EQ (outOf ({ "smart", "delete", "B" }), "");
+    outOf ({ "smart", "rename", "A's", "B" });
+    outOf ({ "smart", "delete", "B" });
     EXPECT_THAT (outOf ({ "smart", "list" }).toStdString(), Not (HasSubstr ("|B")));
 }
 
@@ -153,12 +160,18 @@ TEST_F (LibraryVerbs, RefuseInOneSentence)
              Case { { "list", "--kind", "records" }, "no kind \"records\"" },
              Case { { "list", "--kind", "album" }, "needs a name" },
              Case { { "list", "--kind", "album", "X" }, "No song has the album \"X\"" },
-             Case { { "list", "--sort", "colour" }, "no column \"colour\" to sort" },
-             Case { { "list", "--columns", "title,loudness" }, "no column \"loudness\"" },
+             Case { { "list", "--sort", "colour" },
+                    "no column \"colour\" to sort by or search in; there are " },
+             Case { { "list", "--columns", "titel,artist" }, "no column \"titel\"; there are " },
+             Case { { "list", "--columns", "titel" }, "Did you mean title?" },
              Case { { "list", "--in", "title" }, "--search" },
              Case { { "list", "stray" }, "\"stray\"" },
              Case { { "playlist" }, "needs an action" },
              Case { { "playlist", "fly" }, "no action \"fly\"" },
+             Case { { "playlist", "shwo", "Set" }, "Did you mean show?" },
+             Case { { "playlist", "show", "Sat" }, "no playlist \"Sat\". Did you mean Set?" },
+             Case { { "remove" }, "needs a file or folder" },
+             Case { { "remove", "elsewhere" }, "has no song" },
              Case { { "playlist", "add", "Set" }, "takes NAME PATH..." },
              Case { { "playlist", "list", "Set" }, "takes no argument" },
              Case { { "playlist", "create", "Set" }, "a playlist \"Set\" already" },
@@ -283,7 +296,7 @@ TEST_F (LibraryVerbs, TakeBackWhatAKilledProgramHadBegun)
                "WITH n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) "
                "INSERT INTO songs (filename) SELECT '/' || i FROM n" })
             ASSERT_EQ (other.run (sql), 0) << sql;
-        // What lies on the disk now is what a kill would leave.
+        // The disk holds now what a kill would leave.
         library = folder.file ("killed " + words[0] + "/l.sqlite");
         ASSERT_TRUE (library.getParentDirectory().createDirectory().wasOk());
         const auto beside = [] (const juce::File& file)

@@ -93,6 +93,33 @@ TEST (MixVerb, MixesAFolderInPhaseWithoutAGap)
     EXPECT_NEAR (seconds, lastEnd, 0.1);
 }
 
+TEST (MixVerb, FollowsHalfAndDoubleAndPlaysFarTemposAsTheyAre)
+{
+    struct Case
+    {
+        double first, second, followedSeconds;
+        bool isInPhase;
+    };
+    for (const auto& [first, second, followedSeconds, isInPhase] : {
+             Case { 90.0, 126.0, 33.0, false },
+             Case { 86.0, 168.0, 33.0 * 168.0 / 172.0, true },
+         })
+    {
+        const TemporaryFolder folder;
+        writeTrack (folder.file ("1.wav"), first, 33.0, 110.0f);
+        writeTrack (folder.file ("2.wav"), second, 33.0, 82.0f);
+        const auto run = runProgram ({ "mix", "1.wav", "2.wav", "--out", "mix.wav", "--fade", "6", "--report",
+                                       "mix.csv", "--root", "root" },
+                                     folder);
+        ASSERT_EQ (run.exitCode, 0) << run.errorLine();
+        const auto report = linesOf (folder.file ("mix.csv").loadFileAsString());
+        ASSERT_EQ (report.size(), 3);
+        const auto cells = juce::StringArray::fromTokens (report[2], ",", "\"");
+        EXPECT_NEAR (cells[2].getDoubleValue() - cells[1].getDoubleValue(), followedSeconds, 0.2) << second;
+        EXPECT_EQ (std::abs (cells[4].getDoubleValue()) < 5.0, isInPhase) << report[2];
+    }
+}
+
 TEST (MixVerb, SaysWhatIsWrong)
 {
     const TemporaryFolder folder;
@@ -101,6 +128,7 @@ TEST (MixVerb, SaysWhatIsWrong)
     const std::pair<juce::StringArray, const char*> cases[] {
         { { "mix", "--out", "m.wav" }, "mix needs tracks" },
         { { "mix", "bad.wav" }, "mix needs --out FILE." },
+        { { "mix", "bad.wav", "--out", "m.mp3" }, "m.mp3 does not end in .wav" },
         { { "mix", "bad.wav", "--out", "m.wav", "--order", "key" }, "--order is given or tempo" },
         { { "mix", "bad.wav", "--out", "m.wav", "--fade", "121" }, "--fade" },
         { { "mix", "list.m3u", "--out", "m.wav", "--root", "root" }, "There is no track to mix." },

@@ -2,7 +2,7 @@
 
 #include <juce_core/juce_core.h>
 
-/** What the program said and how it ended. */
+/** Output and exit code of a run of the program. */
 struct ProgramRun
 {
     int exitCode = -1;
@@ -36,7 +36,7 @@ inline ProgramRun runProgram (const juce::StringArray& arguments, const juce::Fi
         run.exitCode = static_cast<int> (process.getExitCode());
     run.out = linesOf (outFile.loadFileAsString());
     run.err = linesOf (errFile.loadFileAsString());
-    if (run.err[0].startsWith ("JUCE v")) // the toolkit's greeting in debug builds
+    if (run.err[0].startsWith ("JUCE v")) // JUCE's greeting in debug builds
         run.err.remove (0);
     outFile.deleteFile();
     errFile.deleteFile();

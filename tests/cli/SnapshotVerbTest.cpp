@@ -66,6 +66,7 @@ TEST (SnapshotVerb, RefusesWhatItCanNotPaintInOneSentence)
              Case { { "--out", "a.png", "--view", "moon" }, "no view \"moon\"" },
              Case { { "--out", "a.png", "--view", "deckc" }, "--four only" },
              Case { { "--out", "a.png", "--after", "none.txt" }, "does not exist" },
+             Case { { "--out", "a.jpg" }, "a.jpg does not end in .png" },
              Case { { "--out", "no/such/a.png" }, "can't be written" },
          })
     {

@@ -37,7 +37,7 @@ TEST (Verbs, RefuseWhatTheyDoNotKnow)
         const char* part;
     };
     for (const auto& [arguments, part] : {
-             Case { { "preform" }, "no verb \"preform\"" },
+             Case { { "preform" }, "no verb \"preform\"; see platterdex --help. Did you mean perform?" },
              Case { { "commands", "--csv" }, "no option --csv" },
              Case { { "commands", "--tsv=1" }, "--tsv takes no value" },
              Case { { "commands", "CROSSFADER" }, "takes no argument" },

@@ -100,7 +100,7 @@ TEST (DemoTracks, TheTableSuitsMixingPractice)
 
 TEST (DemoTracks, DrumsStrikeOnTheGrid)
 {
-    // What strikes on the four beats of every bar: a kick, a snare, or nothing that could be told from the rest.
+    // The strokes on the four beats of every bar: a kick, a snare, or nothing that could be told from the rest.
     const std::map<double, std::string> broken { { 100.0, "KS.S" }, { 174.0, "KS.S" } };
     for (const auto& track : demoTracks())
     {

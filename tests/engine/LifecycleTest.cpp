@@ -2,6 +2,7 @@
 #include "analysis/files/AnalysisFile.h"
 #include "deck/AnalysisThread.h"
 #include "deck/DeckAnalysis.h"
+#include "shared/ScriptedPrompts.h"
 
 #include "settings/SettingsFile.h"
 
@@ -174,21 +175,8 @@ TEST (Lifecycle, SettingsSurviveAndAutomixIsNeverOnAfterAStart)
 
 TEST (Lifecycle, PlayUnderAutomixAsksAndAYesEndsIt)
 {
-    struct Answers : Prompts
-    {
-        void askYesNo (const juce::String& title, const juce::String& question,
-                       std::function<void (bool)> answer) override
-        {
-            EXPECT_EQ (title, "Play Locked, automix is active!");
-            EXPECT_EQ (question, "Do you want to stop Automix?");
-            last = answer;
-            answer (yes);
-        }
-        bool yes = false;
-        std::function<void (bool)> last;
-    };
     const TemporaryFolder folder;
-    const auto answers = std::make_shared<Answers>();
+    const auto answers = std::make_shared<ScriptedPrompts>();
     EngineWorld world;
     world.folders.root = folder;
     world.prompts = answers;
@@ -198,6 +186,7 @@ TEST (Lifecycle, PlayUnderAutomixAsksAndAYesEndsIt)
     engine.setParameter (1, 1.0f);
     engine.deliverMessages();
     EXPECT_EQ (engine.settings.automixOn, 1);
+    EXPECT_EQ (answers->asked[0], "Play Locked, automix is active!|Do you want to stop Automix?");
     answers->yes = true;
     engine.setParameter (1, 1.0f);
     EXPECT_EQ (engine.settings.automixOn, 1); // not before the message thread has its turn

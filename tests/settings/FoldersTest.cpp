@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-TEST (Folders, RootHoldsThePluginFileOrItsBundle)
+TEST (Folders, RootHoldsThePluginFileOrItsBundleButNoFolderThatHostsSearch)
 {
     const TemporaryFolder home;
     struct Case
@@ -15,10 +15,12 @@ TEST (Folders, RootHoldsThePluginFileOrItsBundle)
     for (const auto& [plugin, root] : {
              Case { "dj/platterdex.so", "dj" },
              Case { "dj/platterdex", "dj" },
-             Case { ".vst/platterdex.so", ".vst" },
-             Case { ".lv2/Platterdex.lv2/Platterdex.so", ".lv2" },
-             Case { ".vst3/Platterdex.vst3/Contents/x86_64-linux/Platterdex.so", ".vst3" },
-             Case { ".vst3/maker/Platterdex.vst3/Contents/x86_64-linux/Platterdex.so", ".vst3/maker" },
+             Case { "dj/Platterdex.lv2/Platterdex.so", "dj" },
+             Case { "dj/Platterdex.vst3/Contents/x86_64-linux/Platterdex.so", "dj" },
+             Case { ".vst/platterdex.so", "data/Platterdex2" },
+             Case { ".lv2/Platterdex.lv2/Platterdex.so", "data/Platterdex2" },
+             Case { "lib/VST3/Platterdex.vst3/Contents/x86_64-linux/Platterdex.so", "data/Platterdex2" },
+             Case { ".vst3/maker/Platterdex.vst3/Contents/x86_64-linux/Platterdex.so", "data/Platterdex2" },
              Case { "my.vst3.backup/platterdex.so", "my.vst3.backup" },
          })
     {

@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-/** How long an audio device's blocks took, and how long they waited for the engine's lock, which the window and the
+/** Durations of an audio device's blocks and of their waits for the engine's lock, which the window and the
     loaders hold for a few field writes. The audio thread adds, any thread reads. */
 class BlockTimes
 {

@@ -13,7 +13,8 @@ namespace
 {
 constexpr std::array options {
     VerbOption { "--kind", "KIND", "what to write (playlist)" },
-    LibrarySession::option,
+    RootFolder::option,
+    RootFolder::libraryOption,
     VerbOption { "--help", nullptr, "this text" },
 };
 
@@ -44,6 +45,7 @@ int exportSongs (SongDatabase& database, const VerbOptions& given)
         return failWith (file.getFullPathName() + " can't be written.");
     if (result.isCancelled)
         return failWith ("The export was interrupted; " + file.getFullPathName() + " is not complete.");
+    printLine ("Wrote " + LibraryVerb::songs (songs.size()) + " to " + file.getFullPathName() + ".");
     return ExitCode::success;
 }
 }
@@ -55,7 +57,7 @@ int runExport (const juce::StringArray& arguments)
     {
         const auto description = "Writes a playlist, or another list, as M3U or as a web page.\nKinds: "
                                  + LibrarySource::kindWords() + ".";
-        printLine (helpText ("export [--kind KIND] [NAME] OUT.m3u|OUT.html [--library FILE]",
+        printLine (helpText ("export [--kind KIND] [NAME] OUT.m3u|OUT.html [--root DIR] [--library FILE]",
                              description.toRawUTF8(), options));
         return ExitCode::success;
     }
@@ -63,7 +65,6 @@ int runExport (const juce::StringArray& arguments)
         return failWith (given.error());
     if (given.positional.isEmpty())
         return failWith ("export needs a playlist and a file to write to; see platterdex export --help.");
-    LibrarySession library;
-    return library.open (given, LibrarySession::Use::read) ? exportSongs (library.database, given)
-                                                           : ExitCode::badInput;
+    const auto session = LibraryVerb::open (given, LibraryVerb::Use::read);
+    return session != nullptr ? exportSongs (*session->library(), given) : ExitCode::badInput;
 }

@@ -12,7 +12,8 @@ namespace
 constexpr std::array options {
     VerbOption { "--playlist", "NAME", "appends the songs to a playlist too, known ones included" },
     VerbOption { "--automix", nullptr, "appends them to the automix list" },
-    LibrarySession::option,
+    RootFolder::option,
+    RootFolder::libraryOption,
     VerbOption { "--help", nullptr, "this text" },
 };
 }
@@ -23,7 +24,7 @@ int runImport (const juce::StringArray& arguments)
     if (given.has ("--help"))
     {
         printLine (helpText (
-            "import PATH... [--playlist NAME] [--automix] [--library FILE]",
+            "import PATH... [--playlist NAME] [--automix] [--root DIR] [--library FILE]",
             "Brings audio files, and those below folders, into the library with what their tags tell.\n"
             "What is there already stays as it is. Breaking off keeps what was done.",
             options));
@@ -36,19 +37,20 @@ int runImport (const juce::StringArray& arguments)
     if (given.has ("--playlist") && given.has ("--automix"))
         return failWith ("--playlist and --automix don't go together.");
     const auto paths = LibraryVerb::importablePaths (given.positional);
-    LibrarySession library;
-    if (!paths || !library.open (given, LibrarySession::Use::write))
+    const auto session = paths ? LibraryVerb::open (given, LibraryVerb::Use::write) : nullptr;
+    if (session == nullptr)
         return ExitCode::badInput;
+    auto& database = *session->library();
 
     ImportFiles::Target target;
     target.isAutomix = given.has ("--automix");
     if (given.has ("--playlist"))
     {
-        const auto item = LibraryVerb::findPlaylist (library.database, SongListKind::playlist,
-                                                     given.valueOf ("--playlist"));
+        const auto item =
+            LibraryVerb::findPlaylist (database, SongListKind::playlist, given.valueOf ("--playlist"));
         if (!item)
             return ExitCode::badInput;
         target.playlistId = item->id;
     }
-    return LibraryVerb::importPaths (library.database, *paths, target);
+    return LibraryVerb::importPaths (database, *paths, target);
 }

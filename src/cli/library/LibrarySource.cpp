@@ -3,6 +3,7 @@
 #include "cli/TerminalOutput.h"
 #include "cli/library/LibraryVerb.h"
 #include "cli/library/SongTable.h"
+#include "support/Suggestion.h"
 
 #include <algorithm>
 #include <array>
@@ -58,7 +59,11 @@ std::optional<LibrarySource> LibrarySource::find (SongDatabase& database, const 
                                     [&kindWord] (const KindWord& k) { return kindWord == k.word; });
     if (kind == kinds.end())
     {
-        failWith ("There is no kind " + kindWord.quoted() + "; there are " + kindWords() + ".");
+        juce::StringArray words;
+        for (const auto& each : kinds)
+            words.add (each.word);
+        failWith ("There is no kind " + kindWord.quoted() + "; there are " + kindWords() + "."
+                  + didYouMean (kindWord, words));
         return {};
     }
     LibrarySource source { kind->kind, {}, -1 };

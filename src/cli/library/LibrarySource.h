@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/** How the songs of a source are to come. */
+/** Order and search of a source's songs. */
 struct LibraryOrder
 {
     SongField sort = SongField::listOrder;
@@ -15,7 +15,7 @@ struct LibraryOrder
     juce::String term;
 };
 
-/** What the option --kind and a name stand for. */
+/** A source of songs, as named by the option --kind and a name. */
 struct LibrarySource
 {
     SongListKind kind = SongListKind::library;

@@ -1,10 +1,13 @@
 #include "cli/library/LibraryVerb.h"
 
+#include "cli/RootFolder.h"
 #include "cli/TerminalOutput.h"
 #include "cli/TerminalProgress.h"
+#include "cli/TerminalPrompts.h"
 #include "cli/library/LibrarySource.h"
 #include "cli/library/SongTable.h"
 #include "support/AudioFileTypes.h"
+#include "support/Suggestion.h"
 
 #include <algorithm>
 
@@ -61,14 +64,34 @@ int LibraryVerb::runAction (const char* verb, const char* description, std::span
     const auto action =
         std::find_if (actions.begin(), actions.end(), [&name] (const Action& a) { return name == a.name; });
     if (action == actions.end())
-        return failWith (juce::String (verb) + " has no action " + name.quoted() + help);
+    {
+        juce::StringArray names;
+        for (const auto& each : actions)
+            names.add (each.name);
+        return failWith (juce::String (verb) + " has no action " + name.quoted() + help
+                         + didYouMean (name, names));
+    }
     given.positional.remove (0);
     if (given.positional.size() < action->least || given.positional.size() > action->most)
         return failWith (juce::String (verb) + " " + name + " takes "
                          + (action->most == 0 ? "no argument." : juce::String (action->arguments) + "."));
 
-    LibrarySession library;
-    return library.open (given, action->use) ? action->run (library.database, given) : ExitCode::badInput;
+    const auto session = open (given, action->use);
+    return session != nullptr ? action->run (*session->library(), given) : ExitCode::badInput;
+}
+
+std::unique_ptr<Session> LibraryVerb::open (const VerbOptions& given, Use use)
+{
+    Session::Options options;
+    options.library = RootFolder::library (given);
+    options.prompts = std::make_shared<TerminalPrompts>();
+    auto session = std::make_unique<Session> (std::move (options));
+    if (const auto fault = session->openLibrary (use); fault.isNotEmpty())
+    {
+        failWith (fault);
+        return {};
+    }
+    return session;
 }
 
 std::optional<SourceItem> LibraryVerb::findPlaylist (SongDatabase& database, SongListKind kind,
@@ -77,11 +100,14 @@ std::optional<SourceItem> LibraryVerb::findPlaylist (SongDatabase& database, Son
     auto found = playlistsOf (database, kind);
     if (!found)
         return {};
+    juce::StringArray names;
+    for (const auto& item : *found)
+        names.add (item.name);
     std::erase_if (*found, [&name] (const SourceItem& item) { return item.name != name; });
     if (found->size() == 1)
         return found->front();
     const juce::String word (wordFor (kind));
-    failWith (found->empty() ? "There is no " + word + " " + name.quoted() + "."
+    failWith (found->empty() ? "There is no " + word + " " + name.quoted() + "." + didYouMean (name, names)
                              : "There are " + juce::String (found->size()) + " " + word + "s " + name.quoted()
                                    + "; they need names of their own first.");
     return {};
@@ -191,13 +217,21 @@ int LibraryVerb::importPaths (SongDatabase& database, const juce::StringArray& p
     return ExitCode::success;
 }
 
-int LibraryVerb::ended (int code)
+int LibraryVerb::ended (int code, const juce::String& done)
 {
     if (code == LibraryCode::ok)
+    {
+        printLine (done);
         return ExitCode::success;
+    }
     return failWith (code == LibraryCode::busy
                          ? juce::String ("Nothing was changed: another program is at work in the library.")
                      : code == LibraryCode::full
                          ? juce::String ("Nothing was changed: the disk is full.")
                          : "The library refused the change (code " + juce::String (code) + ").");
+}
+
+juce::String LibraryVerb::songs (int count)
+{
+    return juce::String (count) + (count == 1 ? " song" : " songs");
 }

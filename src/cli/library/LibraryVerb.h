@@ -1,14 +1,15 @@
 #pragma once
 
-#include "cli/library/LibrarySession.h"
+#include "cli/RootFolder.h"
 #include "library/database/SongDatabase.h"
 #include "library/import/ImportFiles.h"
+#include "session/Session.h"
 
 #include <limits>
 #include <optional>
 #include <span>
 
-/** What the verbs that work on the library have in common. Each reports what is wrong by itself and gives nothing then;
+/** Functions that the verbs on the library share. Each reports what is wrong by itself and gives nothing then;
     the verb ends with ExitCode::badInput. */
 namespace LibraryVerb
 {
@@ -32,6 +33,9 @@ inline constexpr int anyNumber = std::numeric_limits<int>::max();
 /** Runs the action that the first argument names. */
 int runAction (const char* verb, const char* description, std::span<const Action>,
                std::span<const VerbOption>, const juce::StringArray& arguments);
+
+/** A session on the library of --library, else below --root, else the user's, which is open. */
+std::unique_ptr<Session> open (const VerbOptions&, Use);
 
 /** The one playlist or smart playlist with a name. */
 std::optional<SourceItem> findPlaylist (SongDatabase&, SongListKind, const juce::String& name);
@@ -57,6 +61,9 @@ juce::String whyNotStored (int code);
 /** Imports, watched on the terminal, and prints the outcome in one line. @returns the exit code */
 int importPaths (SongDatabase&, const juce::StringArray& paths, const ImportFiles::Target&);
 
-/** Ends with success, or with a report if the operation gave a code other than 0. */
-int ended (int code);
+/** Ends with a line on what was done, or with a report if the operation gave a code other than 0. */
+int ended (int code, const juce::String& done);
+
+/** "1 song", "2 songs". */
+juce::String songs (int count);
 }

@@ -4,6 +4,7 @@
 #include "cli/library/LibrarySource.h"
 #include "cli/library/LibraryVerb.h"
 #include "cli/library/SongTable.h"
+#include "support/Suggestion.h"
 
 #include <array>
 
@@ -16,7 +17,8 @@ constexpr std::array options {
     VerbOption { "--search", "TEXT", "only songs that have the text" },
     VerbOption { "--in", "COLUMNS", "where --search looks, with commas between (artist,title,album)" },
     SongTable::columnsOption,
-    LibrarySession::option,
+    RootFolder::option,
+    RootFolder::libraryOption,
     VerbOption { "--help", nullptr, "this text" },
 };
 
@@ -24,7 +26,13 @@ std::optional<SongField> fieldNamed (const juce::String& name)
 {
     const auto field = fieldOfColumn (name.toStdString());
     if (!field)
-        failWith ("There is no column " + name.quoted() + " to sort by or search in.");
+    {
+        juce::StringArray names;
+        for (const auto* each : SongDatabase::columnNames)
+            names.add (each);
+        failWith ("There is no column " + name.quoted() + " to sort by or search in; there are "
+                  + names.joinIntoString (", ") + "." + didYouMean (name, names));
+    }
     return field;
 }
 
@@ -112,13 +120,12 @@ int runList (const juce::StringArray& arguments)
               "       and albums, artists, genres for the names there are.";
         printLine (
             helpText ("list [--kind KIND [NAME]] [--sort COLUMN] [--desc] [--search TEXT [--in COLUMNS]]\n"
-                      "                       [--columns NAMES] [--library FILE]",
+                      "                       [--columns NAMES] [--root DIR] [--library FILE]",
                       description.toRawUTF8(), options));
         return ExitCode::success;
     }
     if (given.error().isNotEmpty())
         return failWith (given.error());
-    LibrarySession library;
-    return library.open (given, LibrarySession::Use::read) ? list (library.database, given)
-                                                           : ExitCode::badInput;
+    const auto session = LibraryVerb::open (given, LibraryVerb::Use::read);
+    return session != nullptr ? list (*session->library(), given) : ExitCode::badInput;
 }

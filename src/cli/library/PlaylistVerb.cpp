@@ -44,7 +44,7 @@ int create (SongDatabase& database, VerbOptions& given)
     int32_t id = -1;
     const auto code = database.createPlaylist (name, nullptr, LibraryVerb::lastPlace (database, kind), &id);
     if (code != LibraryCode::ok || given.positional.isEmpty())
-        return LibraryVerb::ended (code);
+        return LibraryVerb::ended (code, "Made the playlist " + name.quoted() + ".");
     return addPaths (database, id, given.positional);
 }
 
@@ -75,7 +75,9 @@ int remove (SongDatabase& database, VerbOptions& given)
                              + place.quoted() + ".");
         entries.push_back (songs[static_cast<int> (number) - 1].entryId);
     }
-    return LibraryVerb::ended (database.removeEntries (item->id, entries));
+    return LibraryVerb::ended (database.removeEntries (item->id, entries),
+                               "Took " + LibraryVerb::songs (static_cast<int> (entries.size())) + " out of "
+                                   + item->name.quoted() + ".");
 }
 
 /** Reads a playlist file of another program. */
@@ -97,21 +99,41 @@ int importFile (SongDatabase& database, VerbOptions& given)
                    + juce::String (result.added) + " new in the library.");
     if (!result.isRead)
         return failWith (file.getFullPathName() + " can't be read to its end as a playlist (.m3u or .xml).");
-    return result.playlistId >= 0 ? ExitCode::success : LibraryVerb::ended (LibraryCode::failed);
+    return result.playlistId >= 0 ? ExitCode::success : LibraryVerb::ended (LibraryCode::failed, {});
 }
 
 int rename (SongDatabase& database, VerbOptions& given)
 {
     const auto item = LibraryVerb::findPlaylist (database, kind, given.positional[0]);
     return item && LibraryVerb::isNameFree (database, kind, given.positional[1])
-               ? LibraryVerb::ended (database.renamePlaylist (item->id, given.positional[1]))
+               ? LibraryVerb::ended (database.renamePlaylist (item->id, given.positional[1]),
+                                     "Named it " + given.positional[1].quoted() + ".")
                : ExitCode::badInput;
+}
+
+int clear (SongDatabase& database, VerbOptions& given)
+{
+    const auto item = LibraryVerb::findPlaylist (database, kind, given.positional[0]);
+    if (!item)
+        return ExitCode::badInput;
+    SongList songs (kind, item->id);
+    if (const auto code = database.fillPlaylist (&songs, item->id, SongField::listOrder, true);
+        code != LibraryCode::ok)
+        return SongTable::unreadable (code);
+    std::vector<int32_t> entries;
+    for (const auto& entry : songs.entries())
+        entries.push_back (entry.entryId);
+    return LibraryVerb::ended (database.removeEntries (item->id, entries),
+                               "Took " + LibraryVerb::songs (songs.size()) + " out of " + item->name.quoted()
+                                   + ".");
 }
 
 int deleteOne (SongDatabase& database, VerbOptions& given)
 {
     const auto item = LibraryVerb::findPlaylist (database, kind, given.positional[0]);
-    return item ? LibraryVerb::ended (database.deletePlaylist (item->id)) : ExitCode::badInput;
+    return item ? LibraryVerb::ended (database.deletePlaylist (item->id),
+                                      "Deleted the playlist " + item->name.quoted() + ".")
+                : ExitCode::badInput;
 }
 
 constexpr std::array actions {
@@ -122,6 +144,7 @@ constexpr std::array actions {
              LibraryVerb::anyNumber, Use::change, add },
     Action { "remove", "NAME PLACE...", "takes out songs by their lines in show, from 1", 2,
              LibraryVerb::anyNumber, Use::change, remove },
+    Action { "clear", "NAME", "takes out all songs", 1, 1, Use::change, clear },
     Action { "import", "FILE.m3u|FILE.xml [NAME]", "a new one from another program's file", 1, 2, Use::write,
              importFile },
     Action { "rename", "NAME NEWNAME", "gives it another name", 2, 2, Use::change, rename },
@@ -130,7 +153,8 @@ constexpr std::array actions {
 
 constexpr std::array options {
     SongTable::columnsOption,
-    LibrarySession::option,
+    RootFolder::option,
+    RootFolder::libraryOption,
     VerbOption { "--help", nullptr, "this text" },
 };
 }

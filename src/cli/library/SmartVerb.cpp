@@ -70,21 +70,25 @@ int create (SongDatabase& database, VerbOptions& given)
     if (!rules || !LibraryVerb::isNameFree (database, kind, name))
         return ExitCode::badInput;
     return LibraryVerb::ended (database.createSmartPlaylist (name, buildSql (*rules), buildXml (*rules),
-                                                             LibraryVerb::lastPlace (database, kind)));
+                                                             LibraryVerb::lastPlace (database, kind)),
+                               "Made the smart playlist " + name.quoted() + ".");
 }
 
 int rename (SongDatabase& database, VerbOptions& given)
 {
     const auto item = LibraryVerb::findPlaylist (database, kind, given.positional[0]);
     return item && LibraryVerb::isNameFree (database, kind, given.positional[1])
-               ? LibraryVerb::ended (database.renameSmartPlaylist (item->id, given.positional[1]))
+               ? LibraryVerb::ended (database.renameSmartPlaylist (item->id, given.positional[1]),
+                                     "Named it " + given.positional[1].quoted() + ".")
                : ExitCode::badInput;
 }
 
 int deleteOne (SongDatabase& database, VerbOptions& given)
 {
     const auto item = LibraryVerb::findPlaylist (database, kind, given.positional[0]);
-    return item ? LibraryVerb::ended (database.deleteSmartPlaylist (item->id)) : ExitCode::badInput;
+    return item ? LibraryVerb::ended (database.deleteSmartPlaylist (item->id),
+                                      "Deleted the smart playlist " + item->name.quoted() + ".")
+                : ExitCode::badInput;
 }
 
 constexpr std::array actions {
@@ -99,7 +103,8 @@ constexpr std::array actions {
 constexpr std::array options {
     VerbOption { "--rules", "FILE", "rules as smart rules prints them" },
     SongTable::columnsOption,
-    LibrarySession::option,
+    RootFolder::option,
+    RootFolder::libraryOption,
     VerbOption { "--help", nullptr, "this text" },
 };
 }

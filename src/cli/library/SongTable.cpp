@@ -1,6 +1,7 @@
 #include "cli/library/SongTable.h"
 
 #include "cli/TerminalOutput.h"
+#include "support/Suggestion.h"
 
 #include <algorithm>
 
@@ -36,7 +37,11 @@ std::optional<SongTable> SongTable::withColumns (const VerbOptions& given)
         const auto column = columnNamed (name.trim());
         if (!column)
         {
-            failWith ("There is no column " + name.trim().quoted() + "; --columns all shows their names.");
+            juce::StringArray names;
+            for (const auto& info : songColumns)
+                names.add (info.name);
+            failWith ("There is no column " + name.trim().quoted() + "; there are "
+                      + names.joinIntoString (", ") + "." + didYouMean (name.trim(), names));
             return {};
         }
         table.columns.push_back (*column);

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-/** What was played when in a mix, and how far the beats of two tracks were apart. Times in seconds. */
+/** Notes the tracks of a mix with their times, and the distance of their beats. Times in seconds. */
 class MixReport
 {
 public:
@@ -16,7 +16,7 @@ public:
         double start = 0.0, end = 0.0;
         double tempo = 0.0; ///< BPM of the track
 
-        /** How late its beats were against those of the track before, in ms, block by block while both were heard; none if
+        /** Delay of its beats against those of the track before, in ms, block by block while both were heard; none if
             one of them has no grid. The stretcher places attacks, and what lies between them wanders a little. */
         std::vector<double> offsets;
     };

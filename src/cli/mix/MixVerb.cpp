@@ -2,11 +2,13 @@
 
 #include "cli/RootFolder.h"
 #include "cli/TerminalOutput.h"
-#include "cli/library/LibraryAutomix.h"
 #include "cli/mix/MixReport.h"
+#include "cli/mix/MixTempo.h"
 #include "cli/mix/MixTracks.h"
 #include "library/import/ImportFiles.h"
 #include "offline/OfflineHost.h"
+#include "session/LibraryAutomix.h"
+#include "session/Session.h"
 #include "settings/SettingsFile.h"
 
 #include <juce_events/juce_events.h>
@@ -32,11 +34,12 @@ constexpr const char* usage =
     "                      [--order given|tempo] [--report FILE] [--rate HZ] [--root DIR]";
 
 constexpr const char* description =
-    "Mixes tracks by automix, faster than real time: one after the other, in tempo and phase, until the last "
-    "has\n"
-    "ended. What has no analysis yet is analysed first, and the analysis is kept below the root. A file "
-    "that\n"
-    "can't be played is one line on the error output.\n"
+    "Mixes tracks by automix, faster than real time: one after the other, in tempo and phase, until the\n"
+    "last has ended. A track whose tempo is beyond 10 % of the one before, and of its half and double, "
+    "plays\n"
+    "in its own tempo. Tracks without an analysis are analysed first, and the analysis is kept below the "
+    "root.\n"
+    "A file that can't be played is one line on the error output.\n"
     "\n"
     "The report has a line for each track: track,start,end,tempo,offset_ms, with times in seconds and the\n"
     "distance of its beats from those of the track before: the median while both are heard.";
@@ -55,7 +58,7 @@ struct PassingFolder
                                   .getChildFile ("platterdex-" + juce::Uuid().toString());
 };
 
-struct Wishes
+struct Options
 {
     double rate = 44100.0;
     int fadeSeconds = 15;
@@ -100,6 +103,8 @@ juce::String render (OfflineHost& host, const LibraryAutomix& list, const juce::
                      TerminalProgress& progress, size_t trackCount)
 {
     auto& engine = host.engine();
+    const auto isSynced = engine.settings.automixSync != 0;
+    MixTempo tempo (engine);
     engine.automix.start();
     engine.deliverMessages();
     host.waitForLoads();
@@ -117,6 +122,8 @@ juce::String render (OfflineHost& host, const LibraryAutomix& list, const juce::
         }
         host.render (blockFrames);
         host.waitForLoads();
+        if (isSynced)
+            tempo.look();
         if (begin >= 0)
             report.look (static_cast<double> (host.position() - begin) / engine.getSampleRate());
         progress.setProgress (static_cast<double> (report.rows().size())
@@ -126,10 +133,9 @@ juce::String render (OfflineHost& host, const LibraryAutomix& list, const juce::
     return begin < 0 ? juce::String ("None of the tracks can be played.") : juce::String();
 }
 
-int mix (const VerbOptions& given, const Wishes& wishes, const Folders& folders)
+int mix (const VerbOptions& given, const Options& wanted, const Folders& folders)
 {
-    const auto decoderFile =
-        juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
+    const auto decoderFile = Session::decoderBesideBinary();
     EngineSettings userSettings;
     loadSettings (userSettings, folders.setup(), folders);
 
@@ -142,7 +148,7 @@ int mix (const VerbOptions& given, const Wishes& wishes, const Folders& folders)
                                      userSettings.tempoRangeIndex, AdecSharedLibrary (decoderFile), progress);
         if (progress.shouldExit())
             return failWith ("The mix was interrupted; nothing was written.");
-        if (wishes.isByTempo)
+        if (wanted.isByTempo)
             MixTracks::sortByTempo (tracks);
         fillAutomixList (database, tracks, progress);
     }
@@ -160,19 +166,19 @@ int mix (const VerbOptions& given, const Wishes& wishes, const Folders& folders)
     OfflineHost::Options hosting;
     hosting.root = run.folder;
     hosting.decoderLibrary = decoderFile;
-    hosting.sampleRate = wishes.rate;
+    hosting.sampleRate = wanted.rate;
     hosting.blockFrames = blockFrames;
     hosting.automixSource = list;
 
     const juce::TemporaryFile part (given.fileOf ("--out"));
     juce::String fault, csv;
     {
-        const juce::ScopedJuceInitialiser_GUI toolkit;
+        const juce::ScopedJuceInitialiser_GUI juceScope;
         OfflineHost host (hosting);
         auto& settings = host.engine().settings;
-        settings.automixFadeSeconds = static_cast<int8_t> (wishes.fadeSeconds);
-        settings.automixSync = wishes.isSynced ? 1 : 0;
-        settings.automixBassSwap = wishes.swapsBass ? 1 : 0;
+        settings.automixFadeSeconds = static_cast<int8_t> (wanted.fadeSeconds);
+        settings.automixSync = wanted.isSynced ? 1 : 0;
+        settings.automixBassSwap = wanted.swapsBass ? 1 : 0;
         MixReport report (host.engine().decks);
         TerminalProgress progress;
         fault = render (host, *list, part.getFile(), report, progress, tracks.size());
@@ -184,6 +190,8 @@ int mix (const VerbOptions& given, const Wishes& wishes, const Folders& folders)
         return failWith (given.fileOf ("--out").getFullPathName() + " can't be written.");
     if (given.has ("--report") && !given.fileOf ("--report").replaceWithText (csv))
         return failWith (given.fileOf ("--report").getFullPathName() + " can't be written.");
+    printLine ("Wrote " + given.fileOf ("--out").getFullPathName() + ", a mix of "
+               + juce::String (static_cast<int> (tracks.size())) + " tracks.");
     return ExitCode::success;
 }
 }
@@ -204,6 +212,8 @@ int runMix (const juce::StringArray& arguments)
         return failWith ("mix needs tracks, playlists or folders; see platterdex mix --help.");
     if (!given.has ("--out"))
         return failWith ("mix needs --out FILE.");
+    if (!requireEnding (given.fileOf ("--out"), "wav"))
+        return ExitCode::badInput;
     const auto order = given.has ("--order") ? given.valueOf ("--order") : juce::String ("given");
     if (order != "given" && order != "tempo")
         return failWith ("--order is given or tempo, not " + order.quoted() + ".");
@@ -211,11 +221,11 @@ int runMix (const juce::StringArray& arguments)
     if (!folders)
         return ExitCode::badInput;
 
-    Wishes wishes;
-    wishes.rate = static_cast<double> (*rate);
-    wishes.fadeSeconds = static_cast<int> (*fade);
-    wishes.isSynced = !given.has ("--no-sync");
-    wishes.swapsBass = given.has ("--bass-swap");
-    wishes.isByTempo = order == "tempo";
-    return mix (given, wishes, *folders);
+    Options wanted;
+    wanted.rate = static_cast<double> (*rate);
+    wanted.fadeSeconds = static_cast<int> (*fade);
+    wanted.isSynced = !given.has ("--no-sync");
+    wanted.swapsBass = given.has ("--bass-swap");
+    wanted.isByTempo = order == "tempo";
+    return mix (given, wanted, *folders);
 }

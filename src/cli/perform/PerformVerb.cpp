@@ -8,6 +8,7 @@
 #include "cli/perform/WavInput.h"
 #include "cli/perform/WavOutput.h"
 #include "offline/SetPerformance.h"
+#include "session/Session.h"
 
 #include <juce_events/juce_events.h>
 
@@ -36,6 +37,7 @@ constexpr const char* description =
     "\n"
     "  SECONDS load DECK PATH [nowait]          DECK is A to D; PATH is seen from the set's folder\n"
     "  SECONDS set COMMAND VALUE [ARG1 ARG2]    COMMAND is a number or constant of platterdex commands\n"
+    "  SECONDS reverse DECK on|off              plays backwards\n"
     "  SECONDS host play|stop|bpm X|seek S      runs inside a host with this transport\n"
     "  SECONDS print COMMAND                    writes the time and what a read gives\n"
     "  SECONDS end                              without it the run ends at the last line\n"
@@ -84,12 +86,13 @@ int perform (VerbOptions& given)
         return failWith (root.fault);
 
     const Interruption interruption;
+    juce::StringArray notLoaded;
+    auto seconds = 0.0;
     {
-        const juce::ScopedJuceInitialiser_GUI toolkit;
+        const juce::ScopedJuceInitialiser_GUI juceScope;
         OfflineHost::Options hosting;
         hosting.root = root.folder;
-        hosting.decoderLibrary =
-            juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
+        hosting.decoderLibrary = Session::decoderBesideBinary();
         hosting.sampleRate = sampleRate;
         hosting.blockFrames = static_cast<int> (*block);
         hosting.hasTransport = script->hasHost();
@@ -103,7 +106,10 @@ int perform (VerbOptions& given)
             return !interruption.isInterrupted() && master.write (channels, frames)
                    && (!all || all->write (channels, frames));
         };
-        performSet (*script, host, { setFile.getParentDirectory(), printLine, reportLine });
+        performSet (*script, host,
+                    { setFile.getParentDirectory(), printLine, reportLine,
+                      [&notLoaded] (const juce::String& path) { notLoaded.addIfNotAlreadyThere (path); } });
+        seconds = static_cast<double> (host.position()) / sampleRate;
     }
     if (interruption.isInterrupted())
         return failWith ("The run was interrupted; nothing was written.");
@@ -113,7 +119,11 @@ int perform (VerbOptions& given)
         return failWith (master.error());
     if (all && !all->finish())
         return failWith (all->error());
-    return ExitCode::success;
+    printLine ("Wrote " + given.fileOf ("--out").getFullPathName() + ", " + juce::String (seconds, 1)
+               + " s.");
+    for (const auto& path : notLoaded)
+        failWith (oneLine (path) + " was not loaded, and is missing in what was performed.");
+    return notLoaded.isEmpty() ? ExitCode::success : ExitCode::badInput;
 }
 }
 

@@ -5,6 +5,7 @@
 #include "cli/perform/RunRoot.h"
 #include "cli/perform/SetFile.h"
 #include "offline/SetPerformance.h"
+#include "session/Session.h"
 #include "text/ZRRenderer.h"
 #include "ui/CPlatterdexVstEditor.h"
 
@@ -30,8 +31,8 @@ constexpr const char* usage =
     "snapshot --out FILE.png [--size WxH] [--scale FACTOR] [--four] [--after SET.txt]\n"
     "                           [--tab NAME] [--view NAME] [--root DIR]";
 
-/** What can be asked for. */
-struct Wish
+/** The picture that is asked for. */
+struct Request
 {
     juce::Point<int> size { 1280, 800 };
     float scale = 1.0f;
@@ -48,46 +49,46 @@ bool isWholeNumber (const juce::String& text)
     return text.isNotEmpty() && text.length() <= 5 && text.containsOnly ("0123456789");
 }
 
-Wish readWish (const VerbOptions& given)
+Request readRequest (const VerbOptions& given)
 {
-    Wish wish;
+    Request request;
     if (given.has ("--size"))
     {
         const auto text = given.valueOf ("--size").toLowerCase();
         const auto width = text.upToFirstOccurrenceOf ("x", false, false),
                    height = text.fromFirstOccurrenceOf ("x", false, false);
-        wish.size = { width.getIntValue(), height.getIntValue() };
-        if (!isWholeNumber (width) || !isWholeNumber (height) || wish.size.x < EditorLayout::minimumWidth
-            || wish.size.y < EditorLayout::minimumHeight
-            || std::max (wish.size.x, wish.size.y) > EditorLayout::maximum)
-            wish.fault = "--size takes a width and a height from 1024x296 to 2560x2560, not \""
-                         + given.valueOf ("--size") + "\".";
+        request.size = { width.getIntValue(), height.getIntValue() };
+        if (!isWholeNumber (width) || !isWholeNumber (height) || request.size.x < EditorLayout::minimumWidth
+            || request.size.y < EditorLayout::minimumHeight
+            || std::max (request.size.x, request.size.y) > EditorLayout::maximum)
+            request.fault = "--size takes a width and a height from 1024x296 to 2560x2560, not \""
+                            + given.valueOf ("--size") + "\".";
     }
     if (given.has ("--scale"))
     {
         const juce::StringArray known { "1", "1.25", "1.5", "2" };
-        wish.scale = given.valueOf ("--scale").getFloatValue();
+        request.scale = given.valueOf ("--scale").getFloatValue();
         if (!known.contains (given.valueOf ("--scale")))
-            wish.fault = "--scale takes 1, 1.25, 1.5 or 2, not \"" + given.valueOf ("--scale") + "\".";
+            request.fault = "--scale takes 1, 1.25, 1.5 or 2, not \"" + given.valueOf ("--scale") + "\".";
     }
     if (given.has ("--tab"))
     {
         const juce::StringArray tabs (GlobalComponent::names.data(), GlobalComponent::tabs);
-        wish.tab = tabs.indexOf (given.valueOf ("--tab"), true);
-        if (wish.tab < 0)
-            wish.fault = "There is no page \"" + given.valueOf ("--tab")
-                         + "\"; --tab takes mixer, fx, sampler, wav, vst or env.";
+        request.tab = tabs.indexOf (given.valueOf ("--tab"), true);
+        if (request.tab < 0)
+            request.fault = "There is no page \"" + given.valueOf ("--tab")
+                            + "\"; --tab takes mixer, fx, sampler, wav, vst or env.";
     }
     if (given.has ("--view"))
     {
-        wish.view = given.valueOf ("--view").toLowerCase();
-        if (!views.contains (wish.view))
-            wish.fault = "There is no view \"" + given.valueOf ("--view") + "\"; --view takes "
-                         + views.joinIntoString (", ") + ".";
+        request.view = given.valueOf ("--view").toLowerCase();
+        if (!views.contains (request.view))
+            request.fault = "There is no view \"" + given.valueOf ("--view") + "\"; --view takes "
+                            + views.joinIntoString (", ") + ".";
     }
-    if ((wish.view == "deckc" || wish.view == "deckd") && !given.has ("--four"))
-        wish.fault = "Decks C and D are seen with --four only.";
-    return wish;
+    if ((request.view == "deckc" || request.view == "deckd") && !given.has ("--four"))
+        request.fault = "Decks C and D are seen with --four only.";
+    return request;
 }
 
 juce::Component& viewOf (CPlatterdexVstEditor& editor, const juce::String& name)
@@ -114,23 +115,23 @@ void refreshAll (juce::Component& parent)
         refreshAll (*parent.getChildComponent (i));
 }
 
-juce::Image paintEditor (CPlatterdex& engine, const Wish& wish)
+juce::Image paintEditor (CPlatterdex& engine, const Request& request)
 {
     CPlatterdexVstEditor editor (engine);
     editor.setVisible (true);
-    editor.globalBlock().setCurrentTabIndex (wish.tab);
-    editor.setSize (wish.size.x, wish.size.y);
-    editor.showParameters (wish.view == "parameters");
+    editor.globalBlock().setCurrentTabIndex (request.tab);
+    editor.setSize (request.size.x, request.size.y);
+    editor.showParameters (request.view == "parameters");
     refreshAll (editor);
-    auto& view = viewOf (editor, wish.view);
+    auto& view = viewOf (editor, request.view);
 
     const auto area =
-        juce::Rectangle<int> (juce::roundToInt (static_cast<float> (view.getWidth()) * wish.scale),
-                              juce::roundToInt (static_cast<float> (view.getHeight()) * wish.scale));
+        juce::Rectangle<int> (juce::roundToInt (static_cast<float> (view.getWidth()) * request.scale),
+                              juce::roundToInt (static_cast<float> (view.getHeight()) * request.scale));
     const juce::Image image (juce::Image::RGB, area.getWidth(), area.getHeight(), true);
     const auto context = createTextContext (image, {}, area, GlyphBlend::Pixels::grey);
     juce::Graphics g (*context);
-    g.addTransform (juce::AffineTransform::scale (wish.scale));
+    g.addTransform (juce::AffineTransform::scale (request.scale));
     view.paintEntireComponent (g, true);
     return image;
 }
@@ -155,9 +156,11 @@ int snapshot (const VerbOptions& given)
         return failWith ("snapshot takes options only; see platterdex snapshot --help.");
     if (!given.has ("--out"))
         return failWith ("snapshot needs --out FILE.png for the picture.");
-    const auto wish = readWish (given);
-    if (wish.fault.isNotEmpty())
-        return failWith (wish.fault);
+    if (!requireEnding (given.fileOf ("--out"), "png"))
+        return ExitCode::badInput;
+    const auto request = readRequest (given);
+    if (request.fault.isNotEmpty())
+        return failWith (request.fault);
 
     SetScript script;
     if (given.has ("--after"))
@@ -171,20 +174,27 @@ int snapshot (const VerbOptions& given)
     if (root.fault.isNotEmpty())
         return failWith (root.fault);
 
-    const juce::ScopedJuceInitialiser_GUI toolkit;
+    const juce::ScopedJuceInitialiser_GUI juceScope;
     OfflineHost::Options hosting;
     hosting.root = root.folder;
-    hosting.decoderLibrary =
-        juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
+    hosting.decoderLibrary = Session::decoderBesideBinary();
     hosting.hasTransport = script.hasHost();
     OfflineHost host (hosting);
-    performSet (script, host, { given.fileOf ("--after").getParentDirectory(), {}, reportLine });
+    juce::StringArray notLoaded;
+    performSet (script, host,
+                { given.fileOf ("--after").getParentDirectory(),
+                  {},
+                  reportLine,
+                  [&notLoaded] (const juce::String& path)
+                  { notLoaded.addIfNotAlreadyThere (oneLine (path)); } });
     host.engine().settings.editor[EditorPreference::fourDeckMode] = given.has ("--four") ? 1 : 0;
 
     const auto file = given.fileOf ("--out");
-    if (!writePng (paintEditor (host.engine(), wish), file))
+    if (!writePng (paintEditor (host.engine(), request), file))
         return failWith (file.getFullPathName() + " can't be written.");
-    return ExitCode::success;
+    printLine ("Wrote " + file.getFullPathName() + ".");
+    return notLoaded.isEmpty() ? ExitCode::success
+                               : failWith (notLoaded.joinIntoString (", ") + " was not loaded.");
 }
 }
 

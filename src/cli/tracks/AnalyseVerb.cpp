@@ -3,8 +3,10 @@
 #include "cli/Interruption.h"
 #include "cli/RootFolder.h"
 #include "cli/TerminalOutput.h"
+#include "cli/TerminalPrompts.h"
 #include "library/import/FolderWalk.h"
 #include "library/tags/ReadTags.h"
+#include "session/Session.h"
 #include "settings/SettingsFile.h"
 #include "support/AudioFileTypes.h"
 #include "tracks/FileAnalysis.h"
@@ -23,13 +25,15 @@ constexpr std::array options {
     VerbOption { "--jobs", "N", "files at the same time, 1 to 64 (1)" },
     VerbOption { "--force", nullptr, "also files whose analysis is kept; what hands have set stays" },
     RootFolder::option,
+    RootFolder::libraryOption,
     VerbOption { "--help", nullptr, "this text" },
 };
 
 constexpr const char* description =
     "Finds tempo, beats and loudness of audio files, and of those below folders, and keeps them for the "
     "decks.\n"
-    "What is kept already is only read. Prints comma-separated values in the order of the names:\n"
+    "What is kept already is only read. The library, where there is one, learns the tempos of its songs. "
+    "Prints comma-separated values in the order of the names:\n"
     "\n"
     "  path,seconds,tempo,beats,downbeat,autogain,speed\n"
     "  with --beats behind it: mark,NUMBER,SECONDS,TEMPO,beat|half|downbeat\n"
@@ -120,12 +124,12 @@ void print (const juce::String& path, const Finding& finding, bool withBeats)
 }
 
 /** Analyses all tracks, some at the same time, and prints them in their order. @returns the exit code */
-int analyseAll (const juce::StringArray& tracks, const Folders& folders, const VerbOptions& given, int jobs)
+int analyseAll (const juce::StringArray& tracks, Session& session, const VerbOptions& given, int jobs)
 {
+    const auto& folders = session.folders;
     EngineSettings settings;
     loadSettings (settings, folders.setup(), folders);
-    const AdecSharedLibrary decoder (
-        juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so"));
+    const AdecSharedLibrary decoder (Session::decoderBesideBinary());
     const Interruption interruption;
 
     std::vector<std::promise<Finding>> promised (static_cast<size_t> (tracks.size()));
@@ -162,6 +166,9 @@ int analyseAll (const juce::StringArray& tracks, const Folders& folders, const V
         else
         {
             print (tracks[i], finding, given.has ("--beats"));
+            if (const auto& found = finding.result.analysis;
+                !found.beatMarks->empty() && found.tempoTracker > 0.0)
+                session.noteTempo (tracks[i], found.tempoTracker);
             if (!finding.result.isWritten)
                 exitCode = failWith (oneLine (tracks[i]) + ": The analysis can't be written below "
                                      + folders.beatmarks().getFullPathName() + ".");
@@ -177,8 +184,9 @@ int runAnalyse (const juce::StringArray& arguments)
     const auto jobs = given.wholeNumber ("--jobs", 1, 1, 64);
     if (given.has ("--help"))
     {
-        printLine (
-            helpText ("analyse PATH... [--beats] [--jobs N] [--force] [--root DIR]", description, options));
+        printLine (helpText ("analyse PATH... [--beats] [--jobs N] [--force] [--root DIR]\n                  "
+                             "      [--library FILE]",
+                             description, options));
         return ExitCode::success;
     }
     if (given.error().isNotEmpty())
@@ -188,6 +196,11 @@ int runAnalyse (const juce::StringArray& arguments)
     const auto folders = RootFolder::find (given);
     if (!folders)
         return ExitCode::badInput;
+    Session::Options options;
+    options.folders = *folders;
+    options.library = RootFolder::library (given);
+    options.prompts = std::make_shared<TerminalPrompts>();
+    Session session (std::move (options));
     printLine ("path,seconds,tempo,beats,downbeat,autogain,speed");
-    return analyseAll (tracksOf (given.positional), *folders, given, static_cast<int> (*jobs));
+    return analyseAll (tracksOf (given.positional), session, given, static_cast<int> (*jobs));
 }

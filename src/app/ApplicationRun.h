@@ -1,28 +1,27 @@
 #pragma once
 
-#include "app/ApplicationLibrary.h"
-#include "app/ApplicationPrompts.h"
 #include "app/DemoTrackWriter.h"
 #include "app/MainWindow.h"
 #include "app/TerminationSignals.h"
 #include "app/audio/AudioDevices.h"
 #include "engine/CPlatterdex.h"
+#include "session/Session.h"
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/look/DefaultLook.h"
 
 /** One run of the application: engine, device and window, made in this order and gone in the reverse one. */
-class ApplicationSession
+class ApplicationRun
 {
 public:
     /** @param tracks   for the decks from A on */
-    ApplicationSession (const Folders&, const juce::Array<juce::File>& tracks);
-    ~ApplicationSession();
+    ApplicationRun (Session::Options, const juce::Array<juce::File>& tracks);
+    ~ApplicationRun();
 
     /** The course of the audio so far, a line on the blocks and one on a recording that lost frames. */
     juce::String audioReport() const;
 
 private:
-    EngineWorld makeWorld (const Folders&);
+    EngineWorld makeWorld();
     void askToQuit();
     bool isPerforming() const;
     void offerDemoTracks();
@@ -31,9 +30,9 @@ private:
     void loadDemoTracks();
 
     const juce::SharedResourcePointer<DefaultLook> look; ///< also of the windows that aren't the editor's
-    const std::shared_ptr<Prompts> prompts = std::make_shared<ApplicationPrompts>();
-    ApplicationLibrary library;
+    const std::shared_ptr<Session> session;
     CPlatterdex engine;
+    SessionEngine tie { *session, engine };
     AudioDevices audio;
     juce::Component::SafePointer<CPlatterdexVstEditor> editor;
     std::unique_ptr<MainWindow> window;

@@ -1,4 +1,4 @@
-#include "cli/library/LibraryAutomix.h"
+#include "session/LibraryAutomix.h"
 
 #include <algorithm>
 

@@ -1,33 +1,31 @@
-#include "app/ApplicationSession.h"
+#include "app/ApplicationRun.h"
 
-#include "cli/library/LibraryAutomix.h"
 #include "demo/DemoTracks.h"
 
-ApplicationSession::ApplicationSession (const Folders& folders, const juce::Array<juce::File>& tracks)
-    : engine (makeWorld (folders)),
-      audio (engine, folders.setup().getChildFile ("audio_device.xml")),
+ApplicationRun::ApplicationRun (Session::Options options, const juce::Array<juce::File>& tracks)
+    : session (std::make_shared<Session> (std::move (options))),
+      engine (makeWorld()),
+      audio (engine, session->folders.setup().getChildFile ("audio_device.xml")),
       signals ([] { juce::JUCEApplicationBase::quit(); })
 {
     engine.setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
-    engine.addAnalysisListener (library);
 
     std::unique_ptr<juce::AudioProcessorEditor> content (engine.createEditorIfNeeded());
-    window = std::make_unique<MainWindow> (std::move (content), folders.setup().getChildFile ("window.txt"),
-                                           [this] { askToQuit(); });
+    window = std::make_unique<MainWindow> (
+        std::move (content), session->folders.setup().getChildFile ("window.txt"), [this] { askToQuit(); });
 
     for (int deck = 0; deck < tracks.size(); ++deck)
         engine.loadTrack (tracks[deck], deck);
     offerDemoTracks();
 }
 
-ApplicationSession::~ApplicationSession()
+ApplicationRun::~ApplicationRun()
 {
-    engine.removeAnalysisListener (library);
     demoTracks.reset();
     window.reset();
 }
 
-juce::String ApplicationSession::audioReport() const
+juce::String ApplicationRun::audioReport() const
 {
     const int64_t lost = engine.recorder.droppedFrames;
     return audio.report()
@@ -35,43 +33,37 @@ juce::String ApplicationSession::audioReport() const
                        : juce::String());
 }
 
-EngineWorld ApplicationSession::makeWorld (const Folders& folders)
+EngineWorld ApplicationRun::makeWorld()
 {
-    EngineWorld made;
-    made.folders = folders;
-    made.decoderLibrary =
-        juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
-    made.prompts = prompts;
-    made.hasMessageLoop = true;
-    made.automixSource = std::make_shared<LibraryAutomix> ([this] { return library.database(); });
+    auto made = session->world();
     made.createEditor = [this] (CPlatterdex& e) -> juce::AudioProcessorEditor*
     {
-        editor = new CPlatterdexVstEditor (e, [this] { audio.showSettings (*window); });
+        editor = new CPlatterdexVstEditor (e, session.get(), [this] { audio.showSettings (*window); });
         return editor;
     };
     return made;
 }
 
-bool ApplicationSession::isPerforming() const
+bool ApplicationRun::isPerforming() const
 {
     return engine.recorder.isRecording()
            || std::any_of (engine.decks.decks.begin(), engine.decks.decks.end(),
                            [] (const auto& deck) { return deck->play.on != 0; });
 }
 
-void ApplicationSession::askToQuit()
+void ApplicationRun::askToQuit()
 {
     if (!isPerforming())
         return juce::JUCEApplicationBase::quit();
-    prompts->askYesNo ("Platterdex is playing", "Do you want to stop the music and quit?",
-                       [] (bool yes)
-                       {
-                           if (yes)
-                               juce::JUCEApplicationBase::quit();
-                       });
+    session->prompts->askYesNo ("Platterdex is playing", "Do you want to stop the music and quit?",
+                                [] (bool yes)
+                                {
+                                    if (yes)
+                                        juce::JUCEApplicationBase::quit();
+                                });
 }
 
-void ApplicationSession::offerDemoTracks()
+void ApplicationRun::offerDemoTracks()
 {
     const juce::File folder (engine.settings.audioFolder.get());
     if (!engine.isFirstRun || !DemoTrackWriter::isWanted (folder))
@@ -86,7 +78,7 @@ void ApplicationSession::offerDemoTracks()
                                                     });
 }
 
-void ApplicationSession::loadDemoTracks()
+void ApplicationRun::loadDemoTracks()
 {
     const juce::File folder (engine.settings.audioFolder.get());
     for (int deck = 0; deck < 2; ++deck)

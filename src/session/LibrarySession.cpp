@@ -1,0 +1,48 @@
+#include "session/LibrarySession.h"
+
+#include "library/sql/DatabaseFile.h"
+
+juce::File LibraryPlace::usersFolder()
+{
+    return juce::File::getSpecialLocation (juce::File::userApplicationDataDirectory)
+        .getChildFile ("SongManager");
+}
+
+LibrarySession::~LibrarySession()
+{
+    database.close();
+    if (library)
+        library->noteClosed();
+}
+
+juce::String LibrarySession::open (const LibraryPlace& place, Use use, const Offer& offer)
+{
+    library.emplace (place.file());
+    const auto file = library->file();
+    const auto path = file.getFullPathName();
+    if (use != Use::write && !file.exists() && !library->hasBackup())
+        return "There is no library " + path + "; platterdex import makes one.";
+    if (file.isDirectory())
+        return path + " is a folder, not a library.";
+    if (file.getParentDirectory().createDirectory().failed())
+        return "The folder " + file.getParentDirectory().getFullPathName() + " can't be made.";
+
+    auto prepared =
+        library->prepare (use == Use::read ? LibraryFile::Purpose::reading : LibraryFile::Purpose::writing);
+    if (prepared.backup != juce::File() && offer != nullptr && offer (prepared.message))
+        prepared.message = library->putBack (prepared.backup);
+    const auto isInMemory = prepared.storage == SongDatabase::Storage::memory;
+    if (isInMemory && use != Use::read)
+        return prepared.message; // what only this process would remember is as good as not done
+    const auto isReadable = !isInMemory || DatabaseFile::check (prepared.file) == DatabaseFile::Health::sound;
+    if (!isReadable || database.open (prepared.file, prepared.storage) != LibraryCode::ok
+        || database.countSongs() < 0)
+    {
+        database.close();
+        return prepared.file.getFullPathName()
+               + (DatabaseFile::isLocked (prepared.file) ? " is being written to by another program."
+                                                         : " can't be opened as a library.");
+    }
+    notice = prepared.message;
+    return {};
+}

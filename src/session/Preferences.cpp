@@ -1,0 +1,33 @@
+#include "session/Preferences.h"
+
+#include "support/ReplaceFile.h"
+
+Preferences::Preferences (const juce::File& f) : file (f)
+{
+    if (!file.existsAsFile())
+        return;
+    for (const auto& line : juce::StringArray::fromLines (file.loadFileAsString()))
+        if (line.containsChar ('='))
+            values.set (line.upToFirstOccurrenceOf ("=", false, false),
+                        line.fromFirstOccurrenceOf ("=", false, false));
+}
+
+juce::String Preferences::get (const juce::String& name, const juce::String& byDefault) const
+{
+    return values.getValue (name, byDefault);
+}
+
+bool Preferences::set (const juce::String& name, const juce::String& value)
+{
+    jassert (!name.containsAnyOf ("=\n\r") && !value.containsAnyOf ("\n\r"));
+    if (values.containsKey (name) && values[name] == value)
+        return true;
+    values.set (name, value);
+    if (file == juce::File())
+        return true;
+    juce::String text;
+    for (const auto& each : values.getAllKeys())
+        text << each << "=" << values[each] << "\n";
+    return file.getParentDirectory().createDirectory().wasOk()
+           && replaceFile (file, text.toRawUTF8(), text.getNumBytesAsUTF8());
+}

@@ -1,0 +1,166 @@
+#include "session/Session.h"
+
+#include "session/LibraryAutomix.h"
+
+#include <cmath>
+#include <utility>
+
+namespace
+{
+std::mutex sharedLock;
+std::weak_ptr<Session> sharedSession;
+
+/** True if one tempo is half or double the other, to 2 %. */
+bool isOctaveOf (double bpm, double known)
+{
+    const auto isNear = [] (double a, double b) { return std::abs (a - b) <= 0.02 * b; };
+    return known > 0.0 && (isNear (2.0 * bpm, known) || isNear (bpm, 2.0 * known));
+}
+}
+
+Session::Session (Options options)
+    : folders (std::move (options.folders)),
+      libraryPlace (std::move (options.library)),
+      decoderLibrary (std::move (options.decoderLibrary)),
+      prompts (std::move (options.prompts))
+{
+}
+
+Session::~Session() = default;
+
+std::shared_ptr<Session> Session::shared (const std::function<Options()>& make)
+{
+    const std::scoped_lock lock (sharedLock);
+    auto session = sharedSession.lock();
+    if (session == nullptr)
+    {
+        session = std::make_shared<Session> (make());
+        sharedSession = session;
+    }
+    return session;
+}
+
+juce::File Session::decoderBesideBinary()
+{
+    return juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
+}
+
+void Session::say (const juce::String& title, const juce::String& sentence)
+{
+    if (prompts == nullptr || sentence.isEmpty())
+        return;
+    // A host may make an instance on a thread of its own; a verb has no message thread at all.
+    const auto* messages = juce::MessageManager::getInstanceWithoutCreating();
+    if (messages == nullptr || messages->isThisTheMessageThread())
+        prompts->notify (title, sentence);
+    else
+        juce::MessageManager::callAsync ([asked = prompts, title, sentence]
+                                         { asked->notify (title, sentence); });
+}
+
+SongDatabase* Session::library()
+{
+    if (opened != nullptr)
+        return &opened->database;
+
+    const auto file = libraryPlace.file().file();
+    const auto written = file.getLastModificationTime();
+    if (file.getSize() == 0 || written == refused)
+        return nullptr;
+    if (const auto fault = open (LibrarySession::Use::change, {}); fault.isNotEmpty())
+    {
+        refused = written;
+        say ("Library", fault);
+        return nullptr;
+    }
+    return &opened->database;
+}
+
+juce::String Session::openLibrary (LibrarySession::Use use)
+{
+    return open (use,
+                 [this] (const juce::String& message)
+                 {
+                     const auto wanted = std::make_shared<bool> (false);
+                     if (prompts != nullptr)
+                         prompts->askYesNo ("Library", message + " Put it there now?",
+                                            [wanted] (bool yes) { *wanted = yes; });
+                     return *wanted;
+                 });
+}
+
+juce::String Session::open (LibrarySession::Use use, const LibrarySession::Offer& offer)
+{
+    auto library = std::make_unique<LibrarySession>();
+    if (const auto fault = library->open (libraryPlace, use, offer); fault.isNotEmpty())
+        return fault;
+    opened = std::move (library);
+    say ("Library", opened->notice);
+    return {};
+}
+
+Preferences& Session::preferences()
+{
+    if (preferenceStore == nullptr)
+        preferenceStore = std::make_unique<Preferences> (folders.setup().getChildFile ("preferences.txt"));
+    return *preferenceStore;
+}
+
+EngineWorld Session::world()
+{
+    EngineWorld made;
+    made.folders = folders;
+    made.decoderLibrary = decoderLibrary;
+    made.prompts = prompts;
+    made.hasMessageLoop = true;
+    made.automixSource =
+        std::make_shared<LibraryAutomix> ([session = shared_from_this()] { return session->library(); });
+    made.mayKeepSettings = [this] { return mayKeepSettings(); };
+    return made;
+}
+
+bool Session::mayKeepSettings()
+{
+    const std::scoped_lock lock (rootMutex);
+    if (rootLock.take())
+        return true;
+    if (!std::exchange (saidThatRootIsTaken, true))
+        say ("Platterdex runs twice",
+             "Another program has the folder " + folders.root.getFullPathName()
+                 + " in use. What you set in this one is not kept while the other runs.");
+    return false;
+}
+
+void Session::noteTempo (const juce::String& path, double bpm)
+{
+    auto* const songs = library();
+    const auto id = songs != nullptr ? songs->idOfFilename (path) : -1;
+    if (id < 0)
+        return;
+    juce::String known;
+    juce::ignoreUnused (songs->readField (SongField::bpm, id, known)); // unread, it is taken for unknown
+    if (!isOctaveOf (bpm, known.getDoubleValue()))
+        juce::ignoreUnused (songs->setBpm (id, bpm)); // a busy file keeps the old tempo until the next load
+}
+
+void Session::notePlay (const juce::String& path)
+{
+    auto* const songs = library();
+    if (const auto id = songs != nullptr ? songs->idOfFilename (path) : -1; id >= 0)
+        juce::ignoreUnused (songs->markPlayed (id)); // of a busy file one play is missing
+}
+
+SessionEngine::SessionEngine (Session& s, CPlatterdex& e) : session (s), engine (e)
+{
+    juce::ignoreUnused (session.mayKeepSettings()); // says so at the start if another program has the root
+    engine.addAnalysisListener (session);
+    session.keeper.add (engine);
+    session.plays.add (engine);
+}
+
+SessionEngine::~SessionEngine()
+{
+    session.plays.remove (engine);
+    session.keeper.remove (engine);
+    engine.removeAnalysisListener (session);
+}

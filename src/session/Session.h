@@ -1,0 +1,101 @@
+#pragma once
+
+#include "engine/EngineWorld.h"
+#include "session/LibrarySession.h"
+#include "session/PlayNotes.h"
+#include "session/Preferences.h"
+#include "session/RootLock.h"
+#include "session/SettingsKeeper.h"
+#include "support/EngineListener.h"
+
+#include <functional>
+#include <memory>
+#include <mutex>
+
+/** The part of the program that every face needs and a process has once: folders, library, prompts, preferences, the
+    decoder's place, the songs of automix, tempos for the library.
+
+    An application makes one; the instances of a plug-in share one, which ends with the last of them. Everything is for
+    the message thread but shared() and SessionEngine: a host may make instances on another one. */
+class Session : public std::enable_shared_from_this<Session>, private EngineListener
+{
+public:
+    struct Options
+    {
+        Folders folders {};
+        LibraryPlace library {};
+        juce::File decoderLibrary = decoderBesideBinary();
+        std::shared_ptr<Prompts> prompts {}; ///< without them nobody is asked
+    };
+
+    /** Touches no file. Owned by a shared_ptr where world() is used. */
+    explicit Session (Options);
+    ~Session() override;
+
+    /** The process's session. @param make   asked if there is none yet, or none any more */
+    static std::shared_ptr<Session> shared (const std::function<Options()>& make);
+
+    /** "adec.so" beside the program or plug-in, inside a bundle too, so that a bundle is moved as a whole. */
+    static juce::File decoderBesideBinary();
+
+    /** The library as a running engine uses it: opened when it is first needed and there. A file that can't be opened is
+        said once, and tried again when somebody has changed it.
+        @returns null while there is no library, or none that can be opened; else a pointer that holds as long as this */
+    SongDatabase* library();
+
+    /** Opens the library for a verb, which can't go on without; asks whether a backup takes the place of a missing one.
+        @returns one sentence on why it can't be opened, or nothing */
+    juce::String openLibrary (LibrarySession::Use);
+
+    /** Notes the tempo of a song in the open library. What its tag tells is not replaced by its half or double; a track that is
+        no song of the library is left alone. @param bpm   above 0 */
+    void noteTempo (const juce::String& path, double bpm);
+
+    /** The world of an engine with a message loop. It keeps this session alive. */
+    EngineWorld world();
+
+    const Folders folders;
+    const LibraryPlace libraryPlace;
+    const juce::File decoderLibrary;
+    const std::shared_ptr<Prompts> prompts;
+
+    /** Read at the first use. */
+    Preferences& preferences();
+
+private:
+    friend class SessionEngine;
+
+    void engineEvent (EngineEvent, int) override {}
+    void engineMessage (const juce::String&, int) override {}
+
+    void tempoFound (const juce::String& path, double bpm) override { noteTempo (path, bpm); }
+    void notePlay (const juce::String& path);
+
+    juce::String open (LibrarySession::Use, const LibrarySession::Offer&);
+    void say (const juce::String& title, const juce::String& sentence);
+    bool mayKeepSettings();
+
+    std::unique_ptr<LibrarySession> opened;
+    juce::Time refused; ///< the library's file as it was when it could not be opened
+    std::unique_ptr<Preferences> preferenceStore;
+    std::mutex rootMutex; ///< of the two below
+    RootLock rootLock { folders.setup() };
+    bool saidThatRootIsTaken = false;
+    PlayNotes plays { [this] (const juce::String& path) { notePlay (path); } };
+    SettingsKeeper keeper { [this] { return mayKeepSettings(); } };
+};
+
+/** Ties an engine to a session for as long as this lives: tempos and plays go to the library, settings to their file. Goes
+    before the engine. The message thread, or another one that makes and ends plug-ins. */
+class SessionEngine
+{
+public:
+    SessionEngine (Session&, CPlatterdex&);
+    ~SessionEngine();
+    SessionEngine (const SessionEngine&) = delete;
+    SessionEngine& operator= (const SessionEngine&) = delete;
+
+private:
+    Session& session;
+    CPlatterdex& engine;
+};

@@ -1,0 +1,80 @@
+#include "session/SettingsKeeper.h"
+
+#include "deck/DeckAnalysis.h"
+#include "settings/SettingsFile.h"
+#include "support/CallbackLock.h"
+
+namespace
+{
+constexpr int lookMs = 1000;
+constexpr Worker::Key newestState = 0;
+
+std::vector<std::byte> bytesOf (CPlatterdex& engine)
+{
+    // The texts of the block change under the lock only.
+    std::vector<std::byte> bytes (settingsFileBytes);
+    const CallbackLock lock (engine.getCallbackLock(), "settings");
+    writeSettings (engine.settings, bytes);
+    return bytes;
+}
+}
+
+SettingsKeeper::SettingsKeeper (std::function<bool()> m) : mayWrite (std::move (m)) {}
+
+SettingsKeeper::~SettingsKeeper()
+{
+    stopTimer();
+    writer.wait();
+}
+
+void SettingsKeeper::add (CPlatterdex& engine)
+{
+    const std::scoped_lock lock (mutex);
+    engines.push_back ({ &engine, {}, bytesOf (engine) });
+    startTimer (lookMs);
+}
+
+void SettingsKeeper::remove (CPlatterdex& engine)
+{
+    const std::scoped_lock lock (mutex);
+    std::erase_if (engines, [&engine] (const Kept& kept) { return kept.engine == &engine; });
+    if (engines.empty())
+        stopTimer();
+    writer.wait();
+}
+
+void SettingsKeeper::timerCallback()
+{
+    const std::scoped_lock lock (mutex);
+    for (auto& kept : engines)
+    {
+        saveMarks (kept);
+        saveSettingsOf (kept);
+    }
+}
+
+void SettingsKeeper::saveMarks (Kept& kept)
+{
+    auto& world = kept.engine->decks;
+    const auto known = kept.marks;
+    {
+        const CallbackLock lock (kept.engine->getCallbackLock(), "marks");
+        for (size_t d = 0; d < known.size(); ++d)
+            kept.marks[d] = world.decks[d]->marks;
+    }
+    for (size_t d = 0; d < known.size(); ++d)
+        if (kept.marks[d] != known[d])
+            requestSaveAnalysis (world, *world.decks[d]);
+}
+
+void SettingsKeeper::saveSettingsOf (Kept& kept)
+{
+    auto bytes = bytesOf (*kept.engine);
+    if (bytes == kept.written || !mayWrite())
+        return;
+    kept.written = std::move (bytes);
+    // What fails is tried again at the next change.
+    writer.post (newestState,
+                 { [bytes = kept.written, folder = kept.engine->environment.folders.setup()] (
+                       const std::stop_token&) { juce::ignoreUnused (saveSettings (bytes, folder)); } });
+}

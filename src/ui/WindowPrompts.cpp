@@ -1,0 +1,107 @@
+#include "ui/WindowPrompts.h"
+
+#include <utility>
+
+namespace
+{
+constexpr const char* field = "text";
+const juce::KeyPress returnKey (juce::KeyPress::returnKey), escapeKey (juce::KeyPress::escapeKey);
+
+juce::KeyPress letter (char key)
+{
+    return juce::KeyPress (key);
+}
+}
+
+WindowPrompts::~WindowPrompts()
+{
+    lifetime.reset(); // the answers of what is closed now find nobody
+}
+
+std::unique_ptr<juce::AlertWindow> WindowPrompts::make (const juce::String& title, const juce::String& text,
+                                                        juce::MessageBoxIconType icon)
+{
+    if (!look)
+        look.emplace();
+    return std::make_unique<juce::AlertWindow> (title, text, icon);
+}
+
+void WindowPrompts::open (std::unique_ptr<juce::AlertWindow> window, Closed closed)
+{
+    auto* shown = window.get();
+    windows.push_back (std::move (window));
+    const auto answered =
+        [this, shown, closed = std::move (closed), here = std::weak_ptr (lifetime)] (int result)
+    {
+        if (here.expired())
+            return;
+        shown->setVisible (false);
+        closed (*shown, result);
+        if (!here.expired())
+            drop (shown);
+    };
+    shown->enterModalState (true, juce::ModalCallbackFunction::create (answered));
+}
+
+void WindowPrompts::drop (const juce::AlertWindow* window)
+{
+    std::erase_if (windows, [window] (const auto& each) { return each.get() == window; });
+}
+
+void WindowPrompts::askYesNo (const juce::String& title, const juce::String& question,
+                              std::function<void (bool yes)> answer)
+{
+    auto window = make (title, question, juce::MessageBoxIconType::QuestionIcon);
+    window->addButton ("Yes", 1, letter ('y'));
+    window->addButton ("No", 0, letter ('n'), returnKey);
+    for (auto* child : window->getChildren())
+        if (child->getName() == "No")
+            child->setExplicitFocusOrder (1);
+    open (std::move (window),
+          [answer = std::move (answer)] (juce::AlertWindow&, int result) { answer (result == 1); });
+}
+
+void WindowPrompts::notify (const juce::String& title, const juce::String& sentence)
+{
+    auto window = make (title, sentence, juce::MessageBoxIconType::InfoIcon);
+    window->addButton ("OK", 0, returnKey, escapeKey);
+    auto* shown = window.get();
+    // Not modal: the decks go on taking keys while it is there.
+    for (auto* child : window->getChildren())
+        if (auto* button = dynamic_cast<juce::Button*> (child))
+            button->onClick = [this, shown, here = std::weak_ptr (lifetime)]
+            {
+                juce::MessageManager::callAsync (
+                    [this, shown, here]
+                    {
+                        if (!here.expired())
+                            drop (shown);
+                    });
+            };
+    windows.push_back (std::move (window));
+    shown->setVisible (true);
+}
+
+void WindowPrompts::askText (const juce::String& title, const juce::String& question,
+                             const juce::String& initial,
+                             std::function<void (std::optional<juce::String>)> answer)
+{
+    auto window = make (title, question, juce::MessageBoxIconType::NoIcon);
+    window->addTextEditor (field, initial);
+    window->addButton ("OK", 1, returnKey);
+    window->addButton ("Cancel", 0, escapeKey);
+    open (std::move (window), [answer = std::move (answer)] (juce::AlertWindow& closed, int result)
+          { answer (result == 1 ? std::optional (closed.getTextEditorContents (field)) : std::nullopt); });
+}
+
+void WindowPrompts::askFile (const FileQuestion& question, std::function<void (const juce::File&)> answer)
+{
+    using Flags = juce::FileBrowserComponent;
+    if (!look)
+        look.emplace();
+    chooser = std::make_unique<juce::FileChooser> (question.title, question.start, question.pattern);
+    chooser->launchAsync (
+        Flags::canSelectFiles
+            | (question.isForWriting ? Flags::saveMode | Flags::warnAboutOverwriting : Flags::openMode),
+        [answer = std::move (answer)] (const juce::FileChooser& chosen) { answer (chosen.getResult()); });
+}

@@ -1,0 +1,58 @@
+#!/usr/bin/env bash
+# Usage: kill.sh PROGRAM. On a display of its own: a second copy on the same folders says so, and a program that is killed
+# two seconds after the last touch of a hand has lost nothing.
+set -euo pipefail
+if [ -z "${KILL_TEST_DISPLAY:-}" ]; then
+    command -v Xvfb > /dev/null && command -v xdotool > /dev/null || exit 77
+    KILL_TEST_DISPLAY=own exec "$(dirname "$0")/../../scripts/on-display.sh" 1400x900 "$0" "$@"
+fi
+program=$(realpath "$1")
+work=$(mktemp -d)
+started=()
+clean_up() {
+    for process in "${started[@]}"; do kill -9 "$process" 2>/dev/null || true; done
+    wait 2>/dev/null || true
+    rm -rf "$work"
+}
+trap clean_up EXIT
+fail() { echo "FAILED: $*" >&2; tail -n 20 "$work"/*.log >&2; exit 1; }
+until_true() {
+    local what=$1 deadline=$((SECONDS + 60))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        [ $SECONDS -lt $deadline ] || fail "$what"
+        sleep 0.1
+    done
+}
+# now SET...: prints what the lines of a set read of the program's files, one value a line.
+now() {
+    printf '%s\n' "$@" >"$work/set.txt"
+    "$program" perform "$work/set.txt" --root "$work/copy" --out "$work/now.wav" | awk '/^[0-9]/ { print $3 }'
+}
+
+echo "20 end" >"$work/silence.txt"
+"$program" perform "$work/silence.txt" --out "$work/track.wav" >"$work/perform.log"
+start() {
+    "$program" "$@" --root "$work/root" >>"$work/app.log" 2>&1 &
+    started+=($!)
+}
+start "$work/track.wav"
+until_true "no window" xdotool search --onlyvisible --name '^Platterdex$'
+window=$(xdotool search --onlyvisible --name '^Platterdex$' | head -1)
+
+start
+until_true "the second copy does not say that it is one" xdotool search --onlyvisible --name '^Platterdex runs twice$'
+kill -9 "${started[1]}"
+until_true "the window does not come back to the front" xdotool windowfocus --sync "$window"
+
+# Hot cue 2 at the track's beginning, and the crossfader one step to the left.
+sleep 1 # the track is short, and loaded by then
+xdotool key 2 key comma
+sleep 2.2 # the promise
+kill -9 "${started[0]}"
+
+cp -r "$work/root" "$work/copy"
+mapfile -t read < <(now "0 load A track.wav" "1 print HOT_CUE_2_A" "1 print CROSSFADER")
+[ "${read[0]}" = 1.000000 ] || fail "the hot cue is lost: ${read[0]}"
+[ "${read[1]}" = 0.450000 ] || fail "the crossfader's place is lost: ${read[1]}"
+echo "nothing was lost"

@@ -1,0 +1,72 @@
+#include "library/import/ImportSong.h"
+#include "session/LibraryAutomix.h"
+#include "session/Session.h"
+#include "shared/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+/** A session whose library holds songs that need no files. */
+struct LibraryNotes : testing::Test
+{
+    SongDatabase& fill()
+    {
+        EXPECT_EQ (session.openLibrary (LibrarySession::Use::write), "");
+        for (const auto& path : paths)
+            EXPECT_TRUE (importSong (*session.library(), path));
+        return *session.library();
+    }
+
+    static Session::Options options (const juce::File& root)
+    {
+        Session::Options made;
+        made.folders.root = root;
+        made.library.folder = root;
+        return made;
+    }
+
+    const TemporaryFolder folder;
+    const juce::StringArray paths { "/music/a.mp3", "/music/b.mp3", "/music/c.mp3" };
+    Session session { options (folder) };
+    SongDatabase& songs = fill();
+};
+}
+
+TEST_F (LibraryNotes, ATempoReplacesWhatWasKnownButNotByItsHalfOrDouble)
+{
+    struct Case
+    {
+        double known, found, kept;
+    };
+    const auto id = songs.idOfFilename (paths[0]);
+    for (const auto& [known, found, kept] : {
+             Case { 0.0, 87.0, 87.0 },
+             Case { 174.0, 87.02, 174.0 },
+             Case { 87.0, 173.5, 87.0 },
+             Case { 120.0, 120.4, 120.4 },
+             Case { 120.0, 80.0, 80.0 },
+         })
+    {
+        ASSERT_EQ (songs.setBpm (id, known), 0);
+        session.noteTempo (paths[0], found);
+        juce::String text;
+        ASSERT_EQ (songs.readField (SongField::bpm, id, text), 0);
+        EXPECT_NEAR (text.getDoubleValue(), kept, 0.01) << known << ", then " << found;
+    }
+    session.noteTempo ("/music/none.mp3", 100.0);
+    EXPECT_EQ (songs.countSongs(), 3);
+}
+
+TEST_F (LibraryNotes, AutomixTakesTheListInItsOrderAndGoesOnWhenItGrows)
+{
+    LibraryAutomix automix ([this] { return &songs; });
+    EXPECT_EQ (automix.nextTrack(), juce::File());
+    ASSERT_EQ (songs.addFilesToAutomix ({ paths[1], paths[0] }), 0);
+    EXPECT_EQ (automix.nextTrack()->getFullPathName(), paths[1]);
+    EXPECT_EQ (automix.nextTrack()->getFullPathName(), paths[0]);
+    EXPECT_EQ (automix.nextTrack(), juce::File());
+    EXPECT_TRUE (automix.isAtEnd());
+    ASSERT_EQ (songs.addFilesToAutomix ({ paths[2] }), 0);
+    EXPECT_EQ (automix.nextTrack()->getFullPathName(), paths[2]);
+}
