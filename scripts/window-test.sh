@@ -140,7 +140,9 @@ run() {
     xdotool keyup t
     [ $changes -eq 1 ] || fail "$name: the held key changed its lamp $changes times"
     xdotool key t
-    # Cue that is held plays on: the letter stays lit until the key comes up.
+    # Cue that is held at its cue point plays on: the letter stays lit until the key comes up.
+    xdotool key q
+    sleep 0.5
     xdotool keydown q
     until_true "$name: a held Cue does not play" has_colour "$letter_x" "$letter_y" $lit
     for _ in $(seq 20); do

@@ -22,7 +22,7 @@ constexpr PlacedControl table[] {
     { { Kind::text, "_masterButton",     "MASTER_",                 "MSTR", "Makes this deck the tempo master" }, {  4,  64, 40, 24 } },
     { { Kind::sign, "_nudgeMinusButton", "PITCH_BEND_NUDGE_MINUS_", "minus_20", "Pitch bend: slower while held" }, {  2,  92, 22, 22 } },
     { { Kind::sign, "_nudgePlusButton",  "PITCH_BEND_NUDGE_PLUS_",  "plus_20", "Pitch bend: faster while held" }, { 24,  92, 22, 22 } },
-    { { Kind::sign, "_cueButton",        "CUE_STUTTER_",            "cue_40", "Cue. Stopped: sets the cue point and plays from it while held. Playing: goes back to the cue point", Lit::deck }, {  4, 118, 40, 32 } },
+    { { Kind::sign, "_cueButton",        "CUE_STUTTER_",            "cue_40", "Cue. Stopped: sets the cue point; at the cue point, plays while held. Playing: goes back to the cue point", Lit::deck }, {  4, 118, 40, 32 } },
     { { Kind::sign, "_playButton",       "PLAY_PAUSE_",             "play_40", "Play or pause. Right click: starts on the master's beat", Lit::deck, "PLAY_SYNCHRONIZED_" }, {  4, 154, 40, 32 } },
 };
 // clang-format on
