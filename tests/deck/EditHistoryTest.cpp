@@ -102,7 +102,7 @@ TEST (EditHistory, RunsOfMovesAndTapsAreOneEdit)
     EXPECT_EQ (deck.marks.bpm, 120.0);
     EXPECT_EQ (deck.marks.bpmAverage, 120.0);
 
-    // What has changed by itself since, and what the edit did not touch, stays.
+    // A field that has changed by itself since, or that the edit did not touch, stays.
     decks.transport.setCue (0, 4);
     deck.marks.bpmAverage = 90.0;
     decks.grids.undo (0);

@@ -225,7 +225,8 @@ void DeckVoice::stretchBlock (ReadHead& head, const VoiceBlock& block, const Rea
     if (input == Input::goesOn)
         readAhead (head, block, drive, count);
     else
-        block.work.input.clear (0, count);
+        for (auto* side : { in[0], in[1] })
+            std::fill_n (side, count, 0.0f);
     framesGiven += count;
     blockBegin = stretcher->getInputPositionOfOutput();
 

@@ -72,7 +72,7 @@ private:
     template <typename Begun>
     const Piece& find (Begun&& hasBegun) const noexcept
     {
-        // What is asked for is seldom far back: steps that double from the newest piece on stay in the cache.
+        // Questions are seldom about frames far back: steps that double from the newest piece on stay in the cache.
         const auto limit = oldestKept;
         auto beyond = count, oldest = std::max (limit, count - 1);
         for (int64_t step = 1; oldest > limit && !hasBegun (at (oldest)); step *= 2)
