@@ -1,8 +1,8 @@
 #include "app/Application.h"
 #include "cli/TerminalOutput.h"
 #include "cli/Verbs.h"
-#include "support/AudioFileTypes.h"
 #include "support/Suggestion.h"
+#include "support/files/AudioFileTypes.h"
 
 #include <algorithm>
 

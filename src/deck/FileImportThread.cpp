@@ -6,7 +6,7 @@
 #include "deck/AnalysisThread.h"
 #include "deck/DeckAnalysis.h"
 #include "deck/sync/MasterDeck.h"
-#include "support/AudioFileTypes.h"
+#include "support/files/AudioFileTypes.h"
 #include "tracks/TrackDecoder.h"
 
 namespace

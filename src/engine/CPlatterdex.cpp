@@ -6,8 +6,8 @@
 #include "engine/CommandParameter.h"
 #include "engine/CommandTable.h"
 #include "settings/SettingsFile.h"
-#include "support/AudioFileTypes.h"
 #include "support/DecimalText.h"
+#include "support/files/AudioFileTypes.h"
 
 #include <array>
 #include <cmath>

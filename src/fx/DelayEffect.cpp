@@ -1,6 +1,6 @@
 #include "fx/DelayEffect.h"
 
-#include "fx/BeatSteps.h"
+#include "fx/effect/BeatSteps.h"
 
 namespace
 {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "fx/EffectMix.h"
-#include "fx/FxEffect.h"
 #include "fx/MFXTapeDelay.h"
+#include "fx/effect/EffectMix.h"
+#include "fx/effect/FxEffect.h"
 #include "support/Relaxed.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 #include "fx/EffectSlot.h"
 
-#include "fx/BeatSteps.h"
 #include "fx/DelayEffect.h"
 #include "fx/SweepEffect.h"
+#include "fx/effect/BeatSteps.h"
 #include "fx/modulation/ModulationFx.h"
 #include "fx/reverb/ReverbFx.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fx/FxEffect.h"
+#include "fx/effect/FxEffect.h"
 #include "support/CrossFade.h"
 
 #include <vector>

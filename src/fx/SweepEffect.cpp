@@ -1,6 +1,6 @@
 #include "fx/SweepEffect.h"
 
-#include "fx/BeatSteps.h"
+#include "fx/effect/BeatSteps.h"
 #include "support/OnePole.h"
 
 #include <algorithm>

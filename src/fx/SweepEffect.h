@@ -1,8 +1,8 @@
 #pragma once
 
-#include "fx/FxEffect.h"
 #include "fx/Lfo.h"
 #include "fx/SweepBiquad.h"
+#include "fx/effect/FxEffect.h"
 #include "support/Relaxed.h"
 
 #include <array>

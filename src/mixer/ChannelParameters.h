@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fx/BeatSteps.h"
+#include "fx/effect/BeatSteps.h"
 #include "mixer/ChannelParameter.h"
 
 #include <algorithm>

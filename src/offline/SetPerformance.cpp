@@ -1,8 +1,8 @@
 #include "offline/SetPerformance.h"
 
 #include "engine/CommandTable.h"
-#include "support/AudioFileTypes.h"
 #include "support/DecimalText.h"
+#include "support/files/AudioFileTypes.h"
 
 #include <cmath>
 

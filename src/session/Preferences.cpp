@@ -1,6 +1,6 @@
 #include "session/Preferences.h"
 
-#include "support/ReplaceFile.h"
+#include "support/files/ReplaceFile.h"
 
 Preferences::Preferences (const juce::File& f) : file (f)
 {

@@ -1,7 +1,7 @@
 #include "settings/SettingsFile.h"
 
 #include "support/AudioThread.h"
-#include "support/ReplaceFile.h"
+#include "support/files/ReplaceFile.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fx/FxEffect.h"
+#include "fx/effect/FxEffect.h"
 
 #include <cmath>
 #include <complex>

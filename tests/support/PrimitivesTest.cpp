@@ -1,9 +1,9 @@
-#include "support/AudioFileTypes.h"
 #include "support/AudioThread.h"
 #include "support/CallbackLock.h"
 #include "support/Clock.h"
 #include "support/GainRamp.h"
 #include "support/NoiseTable.h"
+#include "support/files/AudioFileTypes.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 #include "analysis/beats/BeatTrack.h"
 
-#include "analysis/beats/BarPhase.h"
-#include "analysis/beats/BeatFold.h"
-#include "analysis/beats/OnsetFunction.h"
-#include "analysis/beats/TempoComb.h"
-#include "analysis/beats/TempoFollower.h"
+#include "analysis/beats/bar/BarPhase.h"
+#include "analysis/beats/onset/OnsetFunction.h"
+#include "analysis/beats/tempo/BeatFold.h"
+#include "analysis/beats/tempo/TempoComb.h"
+#include "analysis/beats/tempo/TempoFollower.h"
 
 #include <algorithm>
 #include <cmath>

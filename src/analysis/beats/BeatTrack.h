@@ -1,8 +1,8 @@
 #pragma once
 
-#include "analysis/beats/BeatMarks.h"
-#include "analysis/beats/Downbeat.h"
-#include "analysis/beats/OnsetTracking.h"
+#include "analysis/beats/bar/Downbeat.h"
+#include "analysis/beats/onset/BeatMarks.h"
+#include "analysis/beats/onset/OnsetTracking.h"
 
 /** Lays beats over a whole signal. Made when all of it has gone through the stages, which have to outlive it. */
 class CBeatTrack

@@ -1,9 +1,9 @@
 #include "analysis/beats/DaLoopa.h"
 
 #include "analysis/AnalysisError.h"
-#include "analysis/beats/OnsetFunction.h"
-#include "analysis/beats/OnsetTracking.h"
-#include "analysis/beats/Periodicity.h"
+#include "analysis/beats/onset/OnsetFunction.h"
+#include "analysis/beats/onset/OnsetTracking.h"
+#include "analysis/beats/onset/Periodicity.h"
 
 #include <array>
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "analysis/beats/BeatTrack.h"
-#include "analysis/beats/Downbeat.h"
-#include "analysis/beats/OnsetTracking.h"
 #include "analysis/beats/Takt.h"
+#include "analysis/beats/bar/Downbeat.h"
+#include "analysis/beats/onset/OnsetTracking.h"
 
 #include <memory>
 #include <span>

@@ -3,7 +3,7 @@
 #include "analysis/files/AnalysisBinary.h"
 #include "analysis/files/AnalysisXml.h"
 #include "support/AudioThread.h"
-#include "support/ReplaceFile.h"
+#include "support/files/ReplaceFile.h"
 
 #include <mutex>
 

@@ -6,8 +6,8 @@
 #include "cli/TerminalPrompts.h"
 #include "cli/library/LibrarySource.h"
 #include "cli/library/SongTable.h"
-#include "support/AudioFileTypes.h"
 #include "support/Suggestion.h"
+#include "support/files/AudioFileTypes.h"
 
 #include <algorithm>
 

@@ -4,7 +4,7 @@
 #include "cli/TerminalOutput.h"
 #include "library/formats/M3u.h"
 #include "library/import/FolderWalk.h"
-#include "support/AudioFileTypes.h"
+#include "support/files/AudioFileTypes.h"
 #include "tracks/FileAnalysis.h"
 
 #include <algorithm>

@@ -8,7 +8,7 @@
 #include "library/tags/ReadTags.h"
 #include "session/Session.h"
 #include "settings/SettingsFile.h"
-#include "support/AudioFileTypes.h"
+#include "support/files/AudioFileTypes.h"
 #include "tracks/FileAnalysis.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fx/EffectMix.h"
+#include "fx/effect/EffectMix.h"
 #include "fx/modulation/ChorusBase.h"
 #include "fx/modulation/RandGenerator.h"
 

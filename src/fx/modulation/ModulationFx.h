@@ -1,7 +1,7 @@
 #pragma once
 
-#include "fx/BeatSteps.h"
-#include "fx/FxEffect.h"
+#include "fx/effect/BeatSteps.h"
+#include "fx/effect/FxEffect.h"
 #include "fx/modulation/SimpleFlanger.h"
 #include "fx/modulation/SimplePhaser.h"
 #include "support/Relaxed.h"

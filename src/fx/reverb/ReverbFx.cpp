@@ -1,6 +1,6 @@
 #include "fx/reverb/ReverbFx.h"
 
-#include "fx/BeatSteps.h"
+#include "fx/effect/BeatSteps.h"
 
 void ReverbFx::setSampleRate (double rate) noexcept
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fx/FxEffect.h"
+#include "fx/effect/FxEffect.h"
 #include "fx/reverb/Reverb.h"
 #include "support/Relaxed.h"
 

@@ -1,7 +1,7 @@
 #include "library/import/ImportRun.h"
 
 #include "library/import/FolderWalk.h"
-#include "support/AudioFileTypes.h"
+#include "support/files/AudioFileTypes.h"
 
 namespace
 {

@@ -3,7 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
 #include "skin/Skin.h"
-#include "support/AudioFileTypes.h"
+#include "support/files/AudioFileTypes.h"
 #include "ui/decks/EditMenu.h"
 #include "ui/look/OpenMenu.h"
 #include "ui/panel/PanelPaint.h"

@@ -1,8 +1,8 @@
 #include "beats/Rhythm.h"
 
 #include "analysis/AnalysisError.h"
-#include "analysis/beats/BeatMarks.h"
-#include "analysis/beats/FirFilter.h"
+#include "analysis/beats/onset/BeatMarks.h"
+#include "analysis/beats/onset/FirFilter.h"
 
 #include <gtest/gtest.h>
 

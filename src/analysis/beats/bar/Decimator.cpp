@@ -1,4 +1,4 @@
-#include "analysis/beats/Decimator.h"
+#include "analysis/beats/bar/Decimator.h"
 
 #include <cmath>
 #include <numbers>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "analysis/beats/BarPhase.h"
-#include "analysis/beats/BassIntensity.h"
-#include "analysis/beats/Chroma.h"
-#include "analysis/beats/Decimator.h"
-#include "analysis/beats/HarmonicChange.h"
-#include "analysis/beats/OnsetTracking.h"
+#include "analysis/beats/bar/BarPhase.h"
+#include "analysis/beats/bar/BassIntensity.h"
+#include "analysis/beats/bar/Chroma.h"
+#include "analysis/beats/bar/Decimator.h"
+#include "analysis/beats/bar/HarmonicChange.h"
+#include "analysis/beats/onset/OnsetTracking.h"
 
 #include <span>
 

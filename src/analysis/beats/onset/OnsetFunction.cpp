@@ -1,4 +1,4 @@
-#include "analysis/beats/OnsetFunction.h"
+#include "analysis/beats/onset/OnsetFunction.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "analysis/beats/FirFilter.h"
+#include "analysis/beats/onset/FirFilter.h"
 
 #include <cmath>
 #include <numbers>

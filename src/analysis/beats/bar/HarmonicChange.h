@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/beats/Chroma.h"
+#include "analysis/beats/bar/Chroma.h"
 
 #include <array>
 #include <span>

@@ -1,4 +1,4 @@
-#include "analysis/beats/Chroma.h"
+#include "analysis/beats/bar/Chroma.h"
 
 #include "analysis/AnalysisError.h"
 

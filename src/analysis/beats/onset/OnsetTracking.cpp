@@ -1,8 +1,8 @@
-#include "analysis/beats/OnsetTracking.h"
+#include "analysis/beats/onset/OnsetTracking.h"
 
 #include "analysis/AnalysisError.h"
-#include "analysis/beats/FastLog.h"
-#include "analysis/beats/FirFilter.h"
+#include "analysis/beats/onset/FastLog.h"
+#include "analysis/beats/onset/FirFilter.h"
 
 #include <algorithm>
 #include <cmath>

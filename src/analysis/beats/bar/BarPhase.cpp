@@ -1,7 +1,7 @@
-#include "analysis/beats/BarPhase.h"
+#include "analysis/beats/bar/BarPhase.h"
 
-#include "analysis/beats/BeatFold.h"
-#include "analysis/beats/Periodicity.h"
+#include "analysis/beats/onset/Periodicity.h"
+#include "analysis/beats/tempo/BeatFold.h"
 
 #include <algorithm>
 #include <array>

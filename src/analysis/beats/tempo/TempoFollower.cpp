@@ -1,7 +1,7 @@
-#include "analysis/beats/TempoFollower.h"
+#include "analysis/beats/tempo/TempoFollower.h"
 
-#include "analysis/beats/FirFilter.h"
-#include "analysis/beats/Periodicity.h"
+#include "analysis/beats/onset/FirFilter.h"
+#include "analysis/beats/onset/Periodicity.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
-#include "analysis/beats/HarmonicChange.h"
+#include "analysis/beats/bar/HarmonicChange.h"
 
-#include "analysis/beats/FastLog.h"
+#include "analysis/beats/onset/FastLog.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "analysis/beats/OnsetFunction.h"
-#include "analysis/beats/Pulse.h"
+#include "analysis/beats/onset/OnsetFunction.h"
+#include "analysis/beats/onset/Pulse.h"
 
 #include <optional>
 

@@ -1,7 +1,7 @@
-#include "analysis/beats/AttackCurve.h"
+#include "analysis/beats/onset/AttackCurve.h"
 
-#include "analysis/beats/FastLog.h"
-#include "analysis/beats/Pulse.h"
+#include "analysis/beats/onset/FastLog.h"
+#include "analysis/beats/onset/Pulse.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "analysis/beats/Onset.h"
+#include "analysis/beats/onset/Onset.h"
 
 #include <algorithm>
 #include <cmath>

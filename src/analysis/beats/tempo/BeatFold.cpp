@@ -1,4 +1,4 @@
-#include "analysis/beats/BeatFold.h"
+#include "analysis/beats/tempo/BeatFold.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,10 +1,10 @@
-#include "analysis/beats/Downbeat.h"
+#include "analysis/beats/bar/Downbeat.h"
 
 #include "analysis/AnalysisError.h"
-#include "analysis/beats/BarPhase.h"
-#include "analysis/beats/OnsetFunction.h"
-#include "analysis/beats/Periodicity.h"
-#include "analysis/beats/TempoComb.h"
+#include "analysis/beats/bar/BarPhase.h"
+#include "analysis/beats/onset/OnsetFunction.h"
+#include "analysis/beats/onset/Periodicity.h"
+#include "analysis/beats/tempo/TempoComb.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "analysis/beats/BassIntensity.h"
-#include "analysis/beats/HarmonicChange.h"
-#include "analysis/beats/OnsetFunction.h"
-#include "analysis/beats/Pulse.h"
+#include "analysis/beats/bar/BassIntensity.h"
+#include "analysis/beats/bar/HarmonicChange.h"
+#include "analysis/beats/onset/OnsetFunction.h"
+#include "analysis/beats/onset/Pulse.h"
 
 /** Which place within a pulse is the beat, and which beat is the first of a bar. */
 struct BarPhase

@@ -1,4 +1,4 @@
-#include "analysis/beats/BeatMarks.h"
+#include "analysis/beats/onset/BeatMarks.h"
 
 #include <algorithm>
 #include <cmath>

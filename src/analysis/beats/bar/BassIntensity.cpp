@@ -1,4 +1,4 @@
-#include "analysis/beats/BassIntensity.h"
+#include "analysis/beats/bar/BassIntensity.h"
 
 #include "analysis/signal/Biquad.h"
 #include "support/OnePole.h"

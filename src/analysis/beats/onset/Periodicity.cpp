@@ -1,4 +1,4 @@
-#include "analysis/beats/Periodicity.h"
+#include "analysis/beats/onset/Periodicity.h"
 
 #include "analysis/AnalysisError.h"
 #include "analysis/signal/Fft.h"

@@ -1,4 +1,4 @@
-#include "support/ReplaceFile.h"
+#include "support/files/ReplaceFile.h"
 
 #include "support/AudioThread.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/beats/OnsetTracking.h"
+#include "analysis/beats/onset/OnsetTracking.h"
 
 #include <array>
 #include <span>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "analysis/beats/AttackCurve.h"
-#include "analysis/beats/BeatMarks.h"
-#include "analysis/beats/Onset.h"
+#include "analysis/beats/onset/AttackCurve.h"
+#include "analysis/beats/onset/BeatMarks.h"
+#include "analysis/beats/onset/Onset.h"
 #include "analysis/signal/Fft.h"
 
 #include <array>

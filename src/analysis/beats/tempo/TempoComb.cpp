@@ -1,4 +1,4 @@
-#include "analysis/beats/TempoComb.h"
+#include "analysis/beats/tempo/TempoComb.h"
 
 #include <algorithm>
 #include <cmath>
