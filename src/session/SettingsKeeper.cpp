@@ -73,7 +73,7 @@ void SettingsKeeper::saveSettingsOf (Kept& kept)
     if (bytes == kept.written || !mayWrite())
         return;
     kept.written = std::move (bytes);
-    // What fails is tried again at the next change.
+    // A failure is tried again at the next change.
     writer.post (newestState,
                  { [bytes = kept.written, folder = kept.engine->environment.folders.setup()] (
                        const std::stop_token&) { juce::ignoreUnused (saveSettings (bytes, folder)); } });

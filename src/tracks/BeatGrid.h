@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-/** Where the beats of a track lie. Entries stand half a beat apart, so the full beats are every second entry, counted
+/** The places of a track's beats. Entries stand half a beat apart, so the full beats are every second entry, counted
     from the downbeat's. Either the table tells them (a tracked grid), or tempo and downbeat alone do (a fixed grid).
     A value: made by the caller from the deck's fields under the callback lock, or on the audio thread. */
 struct BeatGrid
@@ -42,7 +42,7 @@ struct BeatGrid
     int32_t firstEntryBeyond (double frame) const noexcept { return countUpTo (frame, 0, 1); }
 
 private:
-    /** How many of the entries first, first + stride and so on lie at or before a position. */
+    /** Counts those of the entries first, first + stride and so on that lie at or before a position. */
     int32_t countUpTo (double frame, int32_t first, int32_t stride) const noexcept;
     std::optional<int32_t> nearestOf (double frame, int32_t first, int32_t stride) const noexcept;
 };

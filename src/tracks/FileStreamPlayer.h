@@ -18,7 +18,7 @@
 class FileStreamPlayer
 {
 public:
-    /** What is shown of the loaded file. */
+    /** The facts that are shown of the loaded file. */
     struct Track
     {
         juce::String path;  ///< empty if nothing is loaded

@@ -31,7 +31,7 @@ void addValue (juce::XmlElement& parent, const char* key, const juce::String& te
 
 void addGrid (juce::XmlElement& parent, const std::vector<BeatMark>& marks)
 {
-    // From the back: the toolkit looks for the end of the list whenever something is appended.
+    // From the back: JUCE looks for the end of the list whenever something is appended.
     for (auto i = static_cast<int> (marks.size()); --i >= 0;)
     {
         const auto& mark = marks[static_cast<size_t> (i)];

@@ -74,7 +74,7 @@ public:
     /** The delay of the first sound after a reset, in output frames. */
     PX_AUDIO_THREAD virtual double getLatency() = 0;
 
-    /** Which input frame, counted from the last reset, is heard in the first frame of the next output block. The frames
+    /** The input frame, counted from the last reset, that is heard in the first frame of the next output block. The frames
         given so far less this one is what the stretcher holds inside. Onsets come out where this says within 0.1 ms. */
     PX_AUDIO_THREAD virtual double getInputPositionOfOutput() = 0;
 
