@@ -5,7 +5,7 @@
 #include "analysis/beats/onset/OnsetFunction.h"
 #include "analysis/beats/onset/Pulse.h"
 
-/** Which place within a pulse is the beat, and which beat is the first of a bar. */
+/** Finds the place within a pulse that is the beat, and the beat that is the first of a bar. */
 struct BarPhase
 {
     double beatOffset = 0.0; ///< in beats of the pulse, 0 to 1

@@ -57,7 +57,7 @@ Path tempoPath (const OnsetFunction& onsets, double bpm)
         auto& mine = own.emplace_back();
         auto& now = best.emplace_back();
         auto& back = from.emplace_back();
-        // Who pays the highest price comes from the best of all.
+        // The path that pays the highest price comes from the best of all.
         const auto bestBefore = best.size() > 1 ? bestOf (best[best.size() - 2]) : 0;
         for (int t = 0; t < numTempos; ++t)
         {
