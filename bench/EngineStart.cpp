@@ -4,8 +4,6 @@
 #include "measure/MusicLike.h"
 #include "measure/Timing.h"
 
-#include "deck/FileImportThread.h"
-
 #include <juce_events/juce_events.h>
 
 #include <cstdio>
@@ -36,7 +34,7 @@ private:
 void loadWhole (BenchEngine& engine, const juce::File& file, int deck)
 {
     engine->loadTrack (file, deck);
-    engine.deck (deck).importThread->waitUntilIdle();
+    engine->loaders.waitUntilIdle (deck);
 }
 
 /** The measurements of one kind of start. */

@@ -99,7 +99,7 @@ private:
                 position = start;
             passed += position >= beat ? 1 : 0;
         }
-        deck.head.position = position;
+        deck.place (position);
         deck.head.nextBeat = passed;
     }
 

@@ -4,8 +4,6 @@
 #include "measure/PlainDecode.h"
 #include "measure/Timing.h"
 
-#include "deck/FileImportThread.h"
-
 #include <juce_events/juce_events.h>
 
 #include <cstdio>
@@ -35,13 +33,15 @@ Load load (BenchEngine& engine, const juce::File& file)
     const auto pausedBefore = engine->pacing.totalPausedMilliseconds();
     const auto usedBefore = Timing::processorNanoseconds (Timing::Threads::others);
 
-    unloadTrack (engine->decks, 0); // frames of another track would count as this one's
+    engine->loaders.unload (0); // else the deck keeps its track until the next one has begun
+    engine->loaders.waitUntilIdle (0);
+
     const auto begin = Timing::nanoseconds();
     engine->loadTrack (file, 0);
-    while (deck.track.loadedFrames < playableFrames && deck.importThread->isBusy())
+    while (deck.track.loadedFrames < playableFrames && deck.isLoading != 0)
         continue;
     result.first = Timing::nanoseconds() - begin;
-    while (deck.importThread->isBusy())
+    while (deck.isLoading != 0)
         std::this_thread::sleep_for (std::chrono::microseconds (500));
     result.whole = Timing::nanoseconds() - begin;
 

@@ -1,8 +1,6 @@
 #include "deck/DeckPlayer.h"
 
-#include "deck/AnalysisThread.h"
 #include "deck/DeckWorld.h"
-#include "deck/FileImportThread.h"
 
 DeckPlayer::DeckPlayer (DeckWorld& owner, int deckIndex) : world (owner), index (deckIndex)
 {

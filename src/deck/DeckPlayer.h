@@ -21,8 +21,6 @@
 #include <optional>
 #include <vector>
 
-class AnalysisThread;
-class FileImportThread;
 struct DeckWorld;
 
 /** One deck: the values of its parts, each a plain struct that is assigned, copied and compared whole.
@@ -130,7 +128,7 @@ struct DeckPlayer
 
     // Loading: written by the loader.
     Relaxed<int32_t> analysisProgress; ///< frames analysed
-    Relaxed<int32_t> cancelLoad;       ///< asks decoder and analysis to stop
+    Relaxed<int8_t> isLoading;         ///< from the request of a load to its end, analysis included
 
     DeckVoice voice;
 
@@ -156,10 +154,4 @@ private:
 
     juce::CriticalSection textLock;
     Texts trackTexts;
-
-public:
-    std::unique_ptr<AnalysisThread> analysisThread;
-
-    /** Last, so that it has gone before what it writes to. */
-    std::unique_ptr<FileImportThread> importThread;
 };

@@ -10,6 +10,7 @@
 #include "support/Pacing.h"
 
 #include <array>
+#include <functional>
 #include <memory>
 
 /** All that the four decks share with each other and with the engine that owns them. */
@@ -42,6 +43,9 @@ struct DeckWorld
     Relaxed<double> pitchRange { 0.16 };
     Relaxed<int8_t> isStandalone; ///< sync follows the master deck (1) or the host (0)
 
+    /** Measures the tempo of a deck's track anew near one in BPM, on a thread of its own. Set by the decks' loaders. */
+    std::function<void (int deck, double nearBpm)> measureTempo = [] (int, double) {};
+
     /** Constants of the running block: exp(-1/x) with x the time in samples. */
     double smoothing5ms = 0.0, decay100ms = 0.0;
 
@@ -66,6 +70,12 @@ struct DeckWorld
     {
         return deck.voice.hasStretcher() && settings.bypassStretcher == 0 && deck.tempo.keyLock != 0
                && deck.play.on != 0 && !deck.isHeld();
+    }
+
+    /** Asks the engine to save a deck's analysis soon. Any thread, also the audio thread. */
+    PX_AUDIO_THREAD void requestSave (const DeckPlayer& deck) noexcept
+    {
+        requests.ask (EngineRequest::saveAnalysis, deck.index);
     }
 
     void setPitchRange (int index) noexcept { pitchRange = pitchRangeOf (index); }

@@ -1,6 +1,5 @@
 #include "engine/Automix.h"
 
-#include "deck/FileImportThread.h"
 #include "deck/sync/MasterDeck.h"
 #include "mixer/AutoCrossfader.h"
 
@@ -22,7 +21,7 @@ bool isPlayedOut (const DeckPlayer& deck) noexcept
 
 bool isLoading (const DeckPlayer& deck) noexcept
 {
-    return deck.importThread != nullptr && deck.importThread->isBusy();
+    return deck.isLoading != 0;
 }
 
 /** Whole seconds of music, of a playing deck those until it ends. */

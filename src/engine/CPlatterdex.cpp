@@ -1,8 +1,6 @@
 #include "engine/CPlatterdex.h"
 
-#include "deck/AnalysisThread.h"
-#include "deck/DeckAnalysis.h"
-#include "deck/FileImportThread.h"
+#include "deck/load/DeckAnalysis.h"
 #include "engine/CommandParameter.h"
 #include "engine/CommandTable.h"
 #include "settings/SettingsFile.h"
@@ -67,8 +65,6 @@ CPlatterdex::CPlatterdex (EngineWorld world)
     {
         auto deck = std::make_unique<DeckPlayer> (decks, d);
         deck->makeStretcher();
-        deck->analysisThread = std::make_unique<AnalysisThread> (decks, *deck);
-        deck->importThread = std::make_unique<FileImportThread> (decks, *deck, environment.decoderLibrary);
         decks.decks[static_cast<size_t> (d)] = std::move (deck);
     }
     decks.setPitchRange (settings.pitchRangeIndex);
@@ -84,12 +80,9 @@ CPlatterdex::~CPlatterdex()
 {
     stopTimer();
     batchAnalysis.stop();
+    loaders.stop(); // a load that still runs changes settings
     for (auto& deck : decks.decks)
-    {
-        deck->importThread.reset(); // a load that still runs changes settings
-        deck->analysisThread.reset();
         saveAnalysis (decks, *deck);
-    }
     preview.load ({});
     recorder.stopRecording();
     settings.automixOn = 0;
@@ -200,7 +193,7 @@ int CPlatterdex::getNumParameters()
 
 void CPlatterdex::loadTrack (const juce::File& file, int deck)
 {
-    ::loadTrack (decks, file, deck);
+    loaders.load (file, deck);
 }
 
 void CPlatterdex::toggleRecorder()
@@ -259,7 +252,7 @@ void CPlatterdex::askToStopAutomix()
 void CPlatterdex::loadNextTrack (int deck)
 {
     auto* player = decks.deck (deck);
-    if (player == nullptr || player->importThread->isBusy()
+    if (player == nullptr || player->isLoading != 0
         || (player->play.on != 0 && player->track.loadedFrames > 0) || settings.automixOn == 0)
         return; // meanwhile somebody else has found something to do for it
 
@@ -271,7 +264,7 @@ void CPlatterdex::loadNextTrack (int deck)
     if (!file)
         return;
     if (*file == juce::File())
-        unloadTrack (decks, deck);
+        loaders.unload (deck);
     else
         loadTrack (*file, deck);
 }
@@ -287,8 +280,7 @@ void CPlatterdex::serveRequests()
             if ((asked >> deck & 1u) != 0)
                 serve (deck);
     };
-    forEachDeck (Request::saveAnalysis,
-                 [this] (int deck) { decks.deck (deck)->analysisThread->requestSave(); });
+    forEachDeck (Request::saveAnalysis, [this] (int deck) { loaders.saveSoon (deck); });
     if (requests.take (Request::askToStopAutomix) != 0)
         askToStopAutomix();
     if (requests.take (Request::toggleAutomix) != 0)

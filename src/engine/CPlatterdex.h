@@ -3,6 +3,7 @@
 #include "deck/DeckWorld.h"
 #include "deck/edit/GridCommands.h"
 #include "deck/edit/LoopCommands.h"
+#include "deck/load/DeckLoader.h"
 #include "deck/play/Transport.h"
 #include "engine/Automix.h"
 #include "engine/EngineWorld.h"
@@ -15,7 +16,7 @@
 #include "settings/EngineSettings.h"
 #include "support/ListenerList.h"
 #include "support/RandGeneratorLCG.h"
-#include "tracks/BatchAnalysisThread.h"
+#include "tracks/BatchAnalysis.h"
 #include "tracks/FileStreamPlayer.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
@@ -153,11 +154,12 @@ public:
     Monitor monitor;
     Meters masterMeters;
     DeckWorld decks;
+    DeckLoaders loaders { decks, environment.decoderLibrary };
     Transport transport;
     LoopCommands loops { decks };
     GridCommands grids { decks };
     Automix automix;
-    BatchAnalysisThread batchAnalysis;
+    BatchAnalysis batchAnalysis;
     HostTransport host;
     PostQueue<uint32_t, 512> midiInput;
     Relaxed<int> hostBlockSize { 256 }; ///< what a hosted plug-in is told

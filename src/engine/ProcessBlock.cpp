@@ -134,13 +134,16 @@ PX_AUDIO_THREAD void renderDecks (Block& block)
     auto& world = block.engine.decks;
     if (world.deck (world.settings.masterDeck) == nullptr)
         return;
+    auto plays = false;
     for (auto& deck : world.decks)
     {
+        plays = plays || deck->play.on != 0;
         const auto pair = block.pair (*deck);
         DeckBlock::render (world, *deck, pair.left, pair.right, block.frames);
         runChannel (block, *deck);
         DeckBlock::checkTimeOuts (world, *deck);
     }
+    world.pacing.setSounding (plays);
 }
 
 PX_AUDIO_THREAD void clearResyncRequests (Block& block)

@@ -1,19 +1,10 @@
 #include "offline/OfflineHost.h"
 
-#include "deck/AnalysisThread.h"
-#include "deck/FileImportThread.h"
-
 #include <algorithm>
 #include <cmath>
 
 namespace
 {
-void waitFor (const DeckPlayer& deck)
-{
-    deck.importThread->waitUntilIdle();
-    deck.analysisThread->waitUntilIdle();
-}
-
 juce::Time timeAfter (double seconds)
 {
     // Local, so that the names of recordings are the same everywhere.
@@ -98,14 +89,14 @@ bool OfflineHost::render (int64_t frames)
 void OfflineHost::load (const juce::File& file, int deck, bool waits)
 {
     processor->loadTrack (file, deck);
-    if (auto* player = processor->decks.deck (deck); waits && player != nullptr)
-        waitFor (*player);
+    if (waits)
+        processor->loaders.waitUntilIdle (deck);
     processor->deliverMessages();
 }
 
 void OfflineHost::waitForLoads()
 {
-    for (const auto& deck : processor->decks.decks)
-        waitFor (*deck);
+    for (int deck = 0; deck < deckCount; ++deck)
+        processor->loaders.waitUntilIdle (deck);
     processor->deliverMessages();
 }

@@ -1,6 +1,5 @@
 #include "session/SettingsKeeper.h"
 
-#include "deck/DeckAnalysis.h"
 #include "settings/SettingsFile.h"
 #include "support/CallbackLock.h"
 
@@ -64,7 +63,7 @@ void SettingsKeeper::saveMarks (Kept& kept)
     }
     for (size_t d = 0; d < known.size(); ++d)
         if (kept.marks[d] != known[d])
-            requestSaveAnalysis (world, *world.decks[d]);
+            world.requestSave (*world.decks[d]);
 }
 
 void SettingsKeeper::saveSettingsOf (Kept& kept)

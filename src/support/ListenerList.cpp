@@ -3,6 +3,14 @@
 #include "support/AudioThread.h"
 
 #include <algorithm>
+#include <memory>
+
+ListenerList::~ListenerList()
+{
+    Entry entry;
+    while (queue.pop (entry))
+        delete entry.text;
+}
 
 void ListenerList::add (EngineListener& listener)
 {
@@ -18,12 +26,20 @@ void ListenerList::remove (EngineListener& listener)
 
 void ListenerList::post (EngineEvent event, int index) noexcept
 {
-    queue.push ({ event, nullptr, index });
+    queue.push ({ .event = event, .index = index });
 }
 
 void ListenerList::postMessage (const char* text, int deck) noexcept
 {
-    queue.push ({ {}, text, deck });
+    queue.push ({ .literal = text, .index = deck });
+}
+
+void ListenerList::postText (const juce::String& text, int deck)
+{
+    assertMayBlock();
+    auto owned = std::make_unique<const juce::String> (text);
+    if (queue.push ({ .text = owned.get(), .index = deck }))
+        juce::ignoreUnused (owned.release()); // the queue has it now
 }
 
 void ListenerList::postTempo (const juce::String& path, double bpm)
@@ -54,14 +70,19 @@ void ListenerList::deliver()
     assertMayBlock();
     Entry entry;
     while (queue.pop (entry))
+    {
+        const std::unique_ptr<const juce::String> text (entry.text);
         call (
-            [&entry] (EngineListener& listener)
+            [&] (EngineListener& listener)
             {
-                if (entry.text != nullptr)
-                    listener.engineMessage (entry.text, entry.index);
+                if (entry.literal != nullptr)
+                    listener.engineMessage (entry.literal, entry.index);
+                else if (text != nullptr)
+                    listener.engineMessage (*text, entry.index);
                 else
                     listener.engineEvent (entry.event, entry.index);
             });
+    }
 
     std::vector<Tempo> found;
     {

@@ -13,6 +13,11 @@
 class ListenerList
 {
 public:
+    ListenerList() = default;
+    ~ListenerList();
+    ListenerList (const ListenerList&) = delete;
+    ListenerList& operator= (const ListenerList&) = delete;
+
     void add (EngineListener&);
     void remove (EngineListener&);
 
@@ -21,6 +26,9 @@ public:
 
     /** The same for a fixed message. @param text   a string literal */
     void postMessage (const char* text, int deck) noexcept;
+
+    /** The same for a text that was made, in order with the events. Any thread that may block. */
+    void postText (const juce::String& text, int deck);
 
     /** Tells the tempo of a track. Any thread that may block; nothing is dropped. */
     void postTempo (const juce::String& path, double bpm);
@@ -32,7 +40,8 @@ private:
     struct Entry
     {
         EngineEvent event {};
-        const char* text = nullptr;
+        const char* literal = nullptr;      ///< a fixed message
+        const juce::String* text = nullptr; ///< a made one, owned; without both the entry is an event
         int index = 0;
     };
 

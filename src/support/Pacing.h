@@ -7,8 +7,8 @@
 
 /** The pauses that worker threads make so that they never starve audio.
 
-    On stage a worker yields 1 ms at the intervals that its loop names; an offline run, where nothing sounds in real
-    time, makes none. One object per engine; any worker thread. */
+    On stage, while a deck plays, a worker yields 1 ms at the intervals that its loop names; an offline run, where
+    nothing sounds in real time, makes none. One object per engine; any worker thread. */
 class Pacing
 {
 public:
@@ -22,21 +22,21 @@ public:
 
     bool isLive() const noexcept { return mode == Mode::live; }
 
-    /** Rests for 1 ms, or not at all offline. */
+    /** Says whether a deck plays; audio thread, at each block. Until then caution is taken. */
+    PX_AUDIO_THREAD void setSounding (bool isSounding) noexcept { sounding = isSounding ? 1 : 0; }
+
+    /** False offline, and on stage while nothing plays that a worker could starve. */
+    bool mustRest() const noexcept { return mode == Mode::live && sounding != 0; }
+
+    /** Rests for 1 ms if that must be. */
     void pause() noexcept
     {
         assertMayBlock();
-        if (mode == Mode::offline)
+        if (!mustRest())
             return;
         const auto before = juce::Time::getMillisecondCounterHiRes();
         juce::Thread::sleep (1);
         pausedMilliseconds += juce::Time::getMillisecondCounterHiRes() - before;
-    }
-
-    /** The priority of threads whose work nobody waits for: on stage it is done with what time is left over. */
-    juce::Thread::Priority workerPriority() const noexcept
-    {
-        return mode == Mode::live ? juce::Thread::Priority::background : juce::Thread::Priority::normal;
     }
 
     /** The time spent in pause() so far, in ms, over all workers (approximate while several pause at once). */
@@ -44,5 +44,6 @@ public:
 
 private:
     const Mode mode;
+    Relaxed<int8_t> sounding { 1 };
     Relaxed<double> pausedMilliseconds { 0.0 };
 };

@@ -32,8 +32,8 @@ AdecTrack::~AdecTrack()
 
 bool AdecTrack::isPlayable() const noexcept
 {
-    return buffer != nullptr && chosen.sampleRate > 0 && bytesPerSample (chosen.sampleFormat) > 0
-           && (chosen.channels == 1 || chosen.channels == 2);
+    return buffer != nullptr && chosen.sampleRate > 0 && chosen.sampleRate <= highestRate
+           && bytesPerSample (chosen.sampleFormat) > 0 && (chosen.channels == 1 || chosen.channels == 2);
 }
 
 size_t AdecTrack::mostFrames() const noexcept

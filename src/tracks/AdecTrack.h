@@ -16,7 +16,10 @@ public:
     AdecTrack (const AdecTrack&) = delete;
     AdecTrack& operator= (const AdecTrack&) = delete;
 
-    /** True if there is a stream of one or two channels whose samples are of a known format. */
+    /** Above any converter's. A header that states more lies, and asks for absurd amounts of memory. */
+    static constexpr double highestRate = 384'000.0;
+
+    /** True if there is a stream of one or two channels at a rate up to highestRate whose samples are of a known format. */
     bool isPlayable() const noexcept;
 
     double sampleRate() const noexcept { return chosen.sampleRate; } ///< Hz

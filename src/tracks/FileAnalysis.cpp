@@ -1,48 +1,44 @@
 #include "tracks/FileAnalysis.h"
 
 #include "analysis/files/AnalysisFile.h"
-#include "analysis/loudness/Autogain.h"
-#include "analysis/track/TrackAnalyser.h"
 #include "tracks/AdecTrack.h"
 #include "tracks/PXAudioSampleBuffer.h"
 #include "tracks/SampleConversion.h"
+#include "tracks/TrackFault.h"
+#include "tracks/TrackMeasure.h"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 
 namespace
 {
-/** Takes what is decoded and feeds tracker and loudness meter.
-
-    Which tracker is right is known when 30 seconds are there or the file has ended; up to then the audio is held. */
+/** Takes decoded audio and rests at the intervals that live audio needs. */
 class Listening
 {
 public:
-    Listening (const FileAnalysis::Request& r, Pacing& p, double trackRate, bool isStereo)
+    Listening (const FileAnalysis::Request& r, Pacing& p, double trackRate)
         : request (r),
           pacing (p),
           rate (trackRate),
-          clipFrames (static_cast<size_t> (std::ceil (TrackAnalyser::clipSeconds * rate)))
+          measure (trackRate)
     {
-        if (isStereo)
-            loudness.emplace (rate);
-        heldLeft.reserve (clipFrames + TrackAnalyser::blockFrames);
-        heldRight.reserve (clipFrames + TrackAnalyser::blockFrames);
     }
 
     /** @returns false if nothing more is wanted */
     bool add (const float* left, const float* right, int frames)
     {
         frames = std::min (frames, PXAudioSampleBuffer::maxFrames - total);
-        for (int done = 0; done < frames;)
+        while (frames > 0)
         {
             // In pieces of the pauses' distance, so that one may be due at the end of each.
-            const auto piece = std::min (frames - done, distance() - sincePause);
-            take (left + done, right + done, piece);
-            done += piece;
+            const auto piece = std::clamp (distance() - sincePause, 1, frames);
+            measure.add (left, right, piece);
+            left += piece;
+            right += piece;
+            frames -= piece;
+            total += piece;
             sincePause += piece;
-            if (sincePause == distance() && !rest())
+            if (sincePause >= distance() && !rest())
                 return false;
         }
         return total < PXAudioSampleBuffer::maxFrames;
@@ -50,53 +46,11 @@ public:
 
     bool isCancelled() const { return cancelled; }
     double seconds() const { return total / rate; }
-
-    TrackAnalysis finish()
-    {
-        if (!analyser)
-            decide (true);
-        TrackAnalysis found;
-        if (cancelled)
-            return found;
-        analyser->finish (request.tempoRangeIndex, found);
-        if (const auto gain = loudness ? loudness->gainDb() : std::nullopt)
-            found.autogain = Autogain::factorFor (*gain);
-        return found;
-    }
+    TrackAnalysis finish() { return measure.finish (request.tempoRangeIndex); }
 
 private:
     /** Frames from one pause to the next. */
-    int distance() const { return pacing.isLive() ? 1024 : TrackAnalyser::blockFrames; }
-
-    void take (const float* left, const float* right, int frames)
-    {
-        if (loudness)
-            loudness->add (left, right, frames);
-        if (analyser)
-            analyser->add (left, right, frames);
-        else
-        {
-            heldLeft.insert (heldLeft.end(), left, left + frames);
-            heldRight.insert (heldRight.end(), right, right + frames);
-            if (heldLeft.size() >= clipFrames)
-                decide (false);
-        }
-        total += frames;
-    }
-
-    void decide (bool isClip)
-    {
-        analyser.emplace (rate, isClip);
-        const auto frames = static_cast<int> (heldLeft.size());
-        for (int done = 0; done < frames && !cancelled; done += distance())
-        {
-            const auto piece = std::min (distance(), frames - done);
-            analyser->add (heldLeft.data() + done, heldRight.data() + done, piece);
-            rest();
-        }
-        heldLeft = {};
-        heldRight = {};
-    }
+    int distance() const { return pacing.mustRest() ? 1024 : TrackAnalyser::blockFrames; }
 
     /** @returns false if the work was cancelled */
     bool rest()
@@ -112,25 +66,11 @@ private:
     const FileAnalysis::Request& request;
     Pacing& pacing;
     const double rate;
-    const size_t clipFrames;
-    std::optional<LoudnessMeter> loudness;
-    std::optional<TrackAnalyser> analyser;
-    std::vector<float> heldLeft, heldRight;
+    TrackMeasure measure;
     int32_t total = 0;
     int sincePause = 0;
     bool cancelled = false;
 };
-
-juce::String faultOf (const juce::File& track, const AdecSharedLibrary& decoder)
-{
-    if (!track.exists())
-        return "The file does not exist.";
-    if (track.isDirectory())
-        return "That is a folder.";
-    if (!decoder.isLoaded())
-        return "The decoder library is missing.";
-    return "The file holds no audio that can be decoded.";
-}
 }
 
 FileAnalysis::Result FileAnalysis::run (const Request& request, const AdecSharedLibrary& decoder,
@@ -141,7 +81,7 @@ FileAnalysis::Result FileAnalysis::run (const Request& request, const AdecShared
     const auto stored = AnalysisFile::forTrack (request.folder, request.track);
     if (stored == request.track)
     {
-        result.fault = faultOf (request.track, decoder);
+        result.fault = faultOfTrack (request.track, decoder);
         return result;
     }
     AdecTrack track (decoder, request.track);
@@ -154,12 +94,11 @@ FileAnalysis::Result FileAnalysis::run (const Request& request, const AdecShared
     }
     if (!track.isPlayable())
     {
-        result.fault =
-            track.channels() > 2 ? "The file has more than two channels." : faultOf (request.track, decoder);
+        result.fault = faultOfTrack (request.track, decoder);
         return result;
     }
 
-    Listening listening (request, pacing, track.sampleRate(), track.channels() == 2);
+    Listening listening (request, pacing, track.sampleRate());
     std::vector<float> left (track.mostFrames()), right (track.mostFrames());
     track.decode (
         [&] (std::span<const std::byte> samples)
@@ -171,13 +110,13 @@ FileAnalysis::Result FileAnalysis::run (const Request& request, const AdecShared
     result.seconds = listening.seconds();
     if (!listening.isCancelled() && result.seconds <= 0.0)
     {
-        result.fault = faultOf (request.track, decoder);
+        result.fault = faultOfTrack (request.track, decoder);
         return result;
     }
-    auto fresh = listening.finish();
     result.isCancelled = listening.isCancelled();
     if (result.isCancelled)
         return result;
+    auto fresh = listening.finish();
     result.analysis = AnalysisFile::writeFresh (stored, std::move (fresh), result.isWritten);
     return result;
 }

@@ -31,6 +31,6 @@ struct Result
 };
 
 /** Reads the analysis of a track, or decodes the track, makes it and writes it. Of a track that is longer than a deck's
-    memory that part is analysed, so that memory does not grow with the track. Loudness is measured of stereo files. */
+    memory that part is analysed, so that memory does not grow with the track. */
 Result run (const Request&, const AdecSharedLibrary&, Pacing&);
 }

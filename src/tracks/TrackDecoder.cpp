@@ -6,8 +6,8 @@
 
 #include <juce_audio_formats/juce_audio_formats.h>
 
-#include <cmath>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace
@@ -18,11 +18,19 @@ constexpr int framesPerPause = 8192, framesToShow = 1'310'720;
 class JobProgress
 {
 public:
-    JobProgress (const TrackTarget& t, const DecodeJob& j) : target (t), job (j), ingest (t) {}
+    JobProgress (const TrackTarget& t, const DecodeJob& j) : target (t), job (j) {}
 
-    void append (const int16_t* left, const int16_t* right, int frames)
+    void append (double rate, const int16_t* left, const int16_t* right, int frames)
     {
-        frames = ingest.append (left, right, frames);
+        if (frames < 1)
+            return;
+        if (!ingest)
+        {
+            job.begun (rate);
+            target.sampleRate = rate;
+            ingest.emplace (target);
+        }
+        frames = ingest->append (left, right, frames);
         total += frames;
         sincePause += frames;
         if (sincePause >= framesPerPause)
@@ -37,26 +45,25 @@ public:
         }
     }
 
-    bool mayGoOn() const { return job.mayGoOn() && target.frames < PXAudioSampleBuffer::maxFrames; }
+    bool hasBegun() const { return ingest.has_value(); }
+    bool mayGoOn() const { return job.mayGoOn() && total < PXAudioSampleBuffer::maxFrames; }
 
 private:
     const TrackTarget& target;
     const DecodeJob& job;
-    TrackIngest ingest;
+    std::optional<TrackIngest> ingest;
     int total = 0, sincePause = 0;
     bool shown = false;
 };
 
-void decodeWithJuce (const juce::File& file, const TrackTarget& target, JobProgress& job)
+void decodeWithJuce (const juce::File& file, JobProgress& job)
 {
     juce::AudioFormatManager formats;
     formats.registerBasicFormats();
     const std::unique_ptr<juce::AudioFormatReader> reader (formats.createReaderFor (file));
     if (reader == nullptr || reader->numChannels < 1 || reader->numChannels > 2
-        || !(reader->sampleRate > 0.0 && std::isfinite (reader->sampleRate)))
+        || !(reader->sampleRate > 0.0 && reader->sampleRate <= AdecTrack::highestRate))
         return;
-    target.sampleRate = reader->sampleRate;
-
     constexpr int pieceFrames = 4096;
     juce::AudioBuffer<float> piece (2, pieceFrames);
     std::array<int16_t, pieceFrames> left, right;
@@ -74,29 +81,29 @@ void decodeWithJuce (const juce::File& file, const TrackTarget& target, JobProgr
         };
         convert (0, left.data());
         convert (1, right.data());
-        job.append (left.data(), right.data(), frames);
+        job.append (reader->sampleRate, left.data(), right.data(), frames);
     }
 }
 }
 
-void decodeTrack (const juce::File& file, const AdecSharedLibrary& library, const TrackTarget& target,
+bool decodeTrack (const juce::File& file, const AdecSharedLibrary& library, const TrackTarget& target,
                   const DecodeJob& decodeJob)
 {
     assertMayBlock();
     JobProgress job (target, decodeJob);
     if (AdecTrack track (library, file); track.isPlayable() && job.mayGoOn())
     {
-        target.sampleRate = track.sampleRate();
         std::vector<int16_t> left (track.mostFrames()), right (track.mostFrames());
         track.decode (
             [&] (std::span<const std::byte> samples)
             {
                 const auto frames = convertTo16Bit (samples, track.sampleFormat(), track.channels(),
                                                     left.data(), right.data());
-                job.append (left.data(), right.data(), frames);
+                job.append (track.sampleRate(), left.data(), right.data(), frames);
                 return job.mayGoOn();
             });
     }
-    if (target.frames < 1 && job.mayGoOn())
-        decodeWithJuce (file, target, job);
+    if (!job.hasBegun() && job.mayGoOn())
+        decodeWithJuce (file, job);
+    return job.hasBegun();
 }

@@ -210,7 +210,7 @@ TEST_F (PerformVerb, PerformsWithoutWhatDidNotLoadAndEndsWithItsPaths)
         EXPECT_TRUE (run.err.contains ("platterdex: " + folder.file (name).getFullPathName()
                                        + " was not loaded, and is missing in what was performed."))
             << run.errorLine();
-    EXPECT_EQ (run.err[0], "0.000000 deck A: *** Load Error *** File not found or DRM protected");
+    EXPECT_EQ (run.err[0], "0.000000 deck A: *** Load Error *** gone.wav The file does not exist.");
     EXPECT_THAT (run.err[1].toStdString(), StartsWith ("0.250000 deck B: nothing was loaded: "));
     EXPECT_EQ (Wav (folder.file ("m.wav")).audio.getNumSamples(), 44100);
 }

@@ -1,8 +1,7 @@
-#include "deck/DeckAnalysis.h"
+#include "deck/load/DeckAnalysis.h"
 #include "DeckFixture.h"
 #include "adec/BuiltDecoder.h"
 #include "analysis/files/AnalysisFile.h"
-#include "deck/AnalysisThread.h"
 #include "shared/DrumFile.h"
 #include "shared/TemporaryFolder.h"
 #include "tracks/FileAnalysis.h"
@@ -17,17 +16,10 @@ struct StoringDecks : DeckFixture, EngineListener
     StoringDecks() : DeckFixture (juce::File (builtDecoder()))
     {
         world.beatmarks = folder.file ("beatmarks");
-        for (auto& each : world.decks)
-            each->analysisThread = std::make_unique<AnalysisThread> (world, *each);
         listeners.add (*this);
     }
 
-    ~StoringDecks() override
-    {
-        listeners.remove (*this);
-        for (auto& each : world.decks)
-            each->importThread.reset();
-    }
+    ~StoringDecks() override { listeners.remove (*this); }
 
     void engineEvent (EngineEvent, int) override {}
     void engineMessage (const juce::String&, int) override {}
@@ -35,15 +27,15 @@ struct StoringDecks : DeckFixture, EngineListener
 
     void load (const juce::File& file, int index = 0)
     {
-        loadTrack (world, file, index);
-        deck (index).importThread->waitUntilIdle();
+        loaders->load (file, index);
+        loaders->waitUntilIdle (index);
         listeners.deliver();
     }
 
     /** Begins a load and returns when the first frames of that track are there. */
     void beginLoad (const juce::File& file)
     {
-        loadTrack (world, file, 0);
+        loaders->load (file, 0);
         while (deck().texts().filePath != file.getFullPathName() || deck().track.loadedFrames < 1)
             juce::Thread::yield();
     }
@@ -132,8 +124,8 @@ TEST (DeckAnalysis, WhatAHandHasSetIsSavedWhenTheTrackLeaves)
 
     // Or on request, on the deck's own thread.
     decks.deck().marks.cues[1] = 55.0;
-    decks.deck().analysisThread->requestSave();
-    decks.deck().analysisThread->waitUntilIdle();
+    decks.loaders->saveSoon (0);
+    decks.loaders->waitUntilIdle (0);
     EXPECT_EQ (decks.stored (track)->cues->cuePos[1], 55.0);
 }
 
@@ -170,7 +162,7 @@ TEST (DeckAnalysis, ALoadThatIsBrokenOffWritesNoHalfAnalysis)
     {
         // While it is decoded, and while it is analysed.
         decks.beginLoad (track);
-        while (round % 2 == 1 && decks.deck().analysisProgress < 1 && decks.deck().importThread->isBusy())
+        while (round % 2 == 1 && decks.deck().analysisProgress < 1 && decks.deck().isLoading != 0)
             juce::Thread::yield();
         decks.load (next);
         const auto found = decks.stored (track);
@@ -197,33 +189,22 @@ TEST (DeckAnalysis, TheTempoIsMeasuredAnewNearTheSeedAndTheGridStays)
     decks.load (track);
     auto& deck = decks.deck();
     const auto marks = deck.beats;
-    const auto measureNear = [&] (float seed)
+    const auto measureNear = [&] (double seed)
     {
-        deck.analysisThread->requestAnalysis (seed);
-        deck.analysisThread->waitUntilIdle();
+        decks.world.measureTempo (0, seed);
+        decks.loaders->waitUntilIdle (0);
         decks.listeners.deliver();
     };
-    measureNear (56.0f);
+    measureNear (56.0);
     EXPECT_NEAR (deck.marks.bpm, 55.0, 0.1);
     EXPECT_EQ (deck.marks.bpmAverage, deck.marks.bpm);
     EXPECT_EQ (decks.tempos.back().second, deck.marks.bpm);
     EXPECT_EQ (deck.beats, marks);
     EXPECT_EQ (deck.analysisProgress, 0);
 
-    // Stopped, or cut off by a load, it changes nothing and says nothing.
-    const auto count = decks.tempos.size();
-    const double before = deck.marks.bpm;
-    deck.analysisThread->requestAnalysis (110.0f);
-    deck.analysisThread->stop();
-    decks.listeners.deliver();
-    // It may have been done already: then all of it.
-    EXPECT_EQ (decks.tempos.size(), count + (deck.marks.bpm == before ? 0 : 1));
-    deck.analysisThread->requestAnalysis (56.0f);
+    // Cut off by a load it changes nothing.
+    decks.world.measureTempo (0, 56.0);
     decks.load (writeDrums (decks.folder.file ("b.wav"), 4.0, 140.0));
-    deck.analysisThread->waitUntilIdle();
-    EXPECT_NEAR (deck.marks.bpm, 140.0, 0.5);
-    const AnalysisThread::Hold held (deck.analysisThread.get());
-    measureNear (70.0f);
     EXPECT_NEAR (deck.marks.bpm, 140.0, 0.5);
 }
 
@@ -231,10 +212,10 @@ TEST (DeckAnalysis, TheGridOfAPlayingDeckAppearsAsAWhole)
 {
     StoringDecks decks;
     const auto track = writeDrums (decks.folder.file ("long.wav"), 60.0, 120.0);
-    loadTrack (decks.world, track, 0);
+    decks.loaders->load (track, 0);
     auto& deck = decks.deck();
     auto sawNone = false;
-    while (deck.importThread->isBusy())
+    while (deck.isLoading != 0)
     {
         const CallbackLock lock (decks.callbackLock, "block");
         deck.play.on = deck.track.loadedFrames > 44'100 ? 1 : 0;
@@ -264,8 +245,8 @@ TEST (DeckAnalysis, ADeckFindsWhatTheAnalysisOfItsFileFinds)
         request.track = track;
         request.folder = folder.file (juce::String (seconds));
         const auto result = FileAnalysis::run (request, decoder, decks.pacing);
-        loadTrack (decks.world, track, 0);
-        decks.deck().importThread->waitUntilIdle();
+        decks.loaders->load (track, 0);
+        decks.loaders->waitUntilIdle (0);
         EXPECT_EQ (result.fault, "");
         EXPECT_EQ (result.seconds, seconds);
         EXPECT_TRUE (result.isWritten && !result.wasStored);
@@ -275,4 +256,68 @@ TEST (DeckAnalysis, ADeckFindsWhatTheAnalysisOfItsFileFinds)
         EXPECT_NEAR (*result.analysis.autogain, decks.deck().track.autogain, 0.002) << seconds;
         EXPECT_FALSE (result.analysis.cues);
     }
+}
+
+TEST (DeckAnalysis, OneTrackOnTwoDecksKeepsWhatEitherHandDid)
+{
+    StoringDecks decks;
+    const auto track = writeDrums (decks.folder.file ("a.wav"), 8.0, 120.0);
+    decks.load (track, 0);
+    decks.load (track, 1);
+    decks.deck (0).marks.cues[1] = 1000.0;
+    decks.deck (0).marks.bpm = 60.0;
+    decks.loaders->saveSoon (0);
+    decks.loaders->waitUntilIdle (0);
+    decks.deck (1).marks.cues[2] = 2000.0;
+    decks.deck (1).marks.downbeatPosition = 777;
+    decks.loaders->saveSoon (1);
+    decks.loaders->waitUntilIdle (1);
+    decks.deck (0).marks.cues[1] = emptyCue;
+    decks.deck (0).marks.cues[3] = 3000.0;
+    decks.loaders->saveSoon (0);
+    decks.loaders->waitUntilIdle (0);
+    const auto stored = decks.stored (track);
+    ASSERT_TRUE (stored && stored->cues);
+    EXPECT_EQ (stored->cues->cuePos[1], emptyCue);
+    EXPECT_EQ (stored->cues->cuePos[2], 2000.0);
+    EXPECT_EQ (stored->cues->cuePos[3], 3000.0);
+    EXPECT_EQ (stored->tempoTracker, 60.0);
+    EXPECT_EQ (stored->downbeatPos, 777);
+}
+
+TEST (DeckAnalysis, AHandDuringTheFirstAnalysisOutlivesIt)
+{
+    StoringDecks decks;
+    const auto track = writeDrums (decks.folder.file ("long.wav"), 100.0, 120.0);
+    decks.beginLoad (track);
+    {
+        const CallbackLock lock (decks.callbackLock, "hand");
+        decks.deck().marks.cues[2] = 5000.0;
+    }
+    while (decks.deck().analysisProgress < 1 && decks.deck().isLoading != 0)
+        juce::Thread::yield();
+    {
+        const CallbackLock lock (decks.callbackLock, "hand");
+        decks.deck().marks.bpm = decks.deck().marks.bpmAverage = 121.0; // a tap within 2 %
+        decks.deck().marks.fixedGrid = 1;
+    }
+    decks.loaders->waitUntilIdle (0);
+    EXPECT_EQ (decks.deck().marks.bpm, 121.0);
+    EXPECT_EQ (decks.deck().marks.fixedGrid, 1);
+    EXPECT_EQ (decks.deck().marks.cues[2], 5000.0);
+    EXPECT_GT (decks.deck().track.numBeats, 300);
+    EXPECT_NE (decks.deck().track.autogain, 1.0);
+    EXPECT_EQ (decks.stored (track)->tempoTracker, 121.0);
+}
+
+TEST (DeckAnalysis, AFileThatCannotBeParsedIsKeptAside)
+{
+    StoringDecks decks;
+    const auto track = writeDrums (decks.folder.file ("a.wav"), 5.0, 120.0);
+    const auto file = decks.storedFor (track);
+    ASSERT_TRUE (file.create() && file.replaceWithText ("cues of ten years, and a byte too much"));
+    decks.load (track);
+    EXPECT_TRUE (decks.stored (track));
+    EXPECT_EQ (file.getSiblingFile (file.getFileName() + ".bad").loadFileAsString(),
+               "cues of ten years, and a byte too much");
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "deck/DeckWorld.h"
-#include "deck/FileImportThread.h"
 #include "deck/edit/GridCommands.h"
 #include "deck/edit/LoopCommands.h"
+#include "deck/load/DeckLoader.h"
 #include "deck/play/DeckBlock.h"
 #include "deck/play/Transport.h"
 #include "tracks/TrackIngest.h"
@@ -27,18 +27,9 @@ struct DeckFixture
         world.smoothing5ms = std::exp (-1.0 / (0.005 * rate));
         world.decay100ms = std::exp (-1.0 / (0.1 * rate));
         for (int d = 0; d < deckCount; ++d)
-        {
-            auto made = std::make_unique<DeckPlayer> (world, d);
-            if (decoderLibrary != juce::File())
-                made->importThread = std::make_unique<FileImportThread> (world, *made, decoderLibrary);
-            world.decks[static_cast<size_t> (d)] = std::move (made);
-        }
-    }
-
-    ~DeckFixture()
-    {
-        for (auto& each : world.decks)
-            each->importThread.reset();
+            world.decks[static_cast<size_t> (d)] = std::make_unique<DeckPlayer> (world, d);
+        if (decoderLibrary != juce::File())
+            loaders = std::make_unique<DeckLoaders> (world, decoderLibrary);
     }
 
     DeckPlayer& deck (int index = 0) { return *world.decks[static_cast<size_t> (index)]; }
@@ -90,4 +81,5 @@ struct DeckFixture
     Transport transport { world };
     LoopCommands loops { world };
     GridCommands grids { world };
+    std::unique_ptr<DeckLoaders> loaders; ///< with a decoder only
 };

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "adec/BuiltDecoder.h"
-#include "deck/FileImportThread.h"
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
 #include "shared/EncodedFiles.h"
@@ -79,7 +78,7 @@ struct EngineFixture
     void load (const juce::File& file, int index)
     {
         engine->loadTrack (file, index);
-        deck (index).importThread->waitUntilIdle();
+        engine->loaders.waitUntilIdle (index);
         engine->deliverMessages();
     }
 

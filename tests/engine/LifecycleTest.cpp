@@ -1,7 +1,6 @@
 #include "EngineFixture.h"
 #include "analysis/files/AnalysisFile.h"
-#include "deck/AnalysisThread.h"
-#include "deck/DeckAnalysis.h"
+#include "deck/load/DeckAnalysis.h"
 #include "shared/ScriptedPrompts.h"
 
 #include "settings/SettingsFile.h"
@@ -19,9 +18,9 @@ TEST (Lifecycle, CuesAreSavedOnRequestAndAtTheEndAndTheNextEngineFindsAllOfIt)
     { return AnalysisFile::read (AnalysisFile::forTrack (engine.folder.file ("beatmarks"), track)); };
     ASSERT_TRUE (stored());
     engine.deck().marks.cues[2] = 300.0;
-    requestSaveAnalysis (engine.engine->decks, engine.deck());
+    engine.engine->decks.requestSave (engine.deck());
     engine.engine->deliverMessages();
-    engine.deck().analysisThread->waitUntilIdle();
+    engine.engine->loaders.waitUntilIdle (0);
     EXPECT_EQ (stored()->cues->cuePos[2], 300.0);
 
     engine.deck().marks.cues[3] = 400.0;

@@ -1,5 +1,4 @@
 #include "ClickDecks.h"
-#include "deck/FileImportThread.h"
 #include "engine/CommandTable.h"
 
 #include <gmock/gmock.h>
@@ -50,6 +49,12 @@ struct AutomixDecks : ClickDecks
     {
         engine.setParameter (CommandTable::numberOf ("AUTOMIX_ON_OFF"), 1.0f);
         engine.deliverMessages();
+    }
+
+    void unload (int index)
+    {
+        engine.loaders.unload (index);
+        engine.loaders.waitUntilIdle (index);
     }
 
     int onAir() { return engine.automix.automixDeck; }
@@ -186,12 +191,12 @@ TEST (Automix, OutlivesWhatAUserDoesMeanwhile)
     const std::pair<const char*, std::function<void (AutomixDecks&)>> actions[] {
         { "seek to the end", [] (auto& d) { d.engine.transport.seekNormalised (0, 1.0); } },
         { "seek back", [] (auto& d) { d.engine.transport.seekNormalised (0, 0.0); } },
-        { "track taken off", [] (auto& d) { unloadTrack (d.engine.decks, 0); } },
+        { "track taken off", [] (auto& d) { d.unload (0); } },
         { "both taken off",
           [] (auto& d)
           {
-              unloadTrack (d.engine.decks, 0);
-              unloadTrack (d.engine.decks, 1);
+              d.unload (0);
+              d.unload (1);
           } },
         { "deck stopped", [] (auto& d) { d.deck (0).play.on = 0; } },
         { "crossfader taken by hand",

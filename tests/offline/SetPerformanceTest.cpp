@@ -115,12 +115,13 @@ TEST (SetPerformance, ReportsWhatDidNotLoadAndGoesOn)
               "1 load B broken.wav\n"
               "2 load C notes.txt\n"
               "2 load D broken.wav nowait\n");
-    const std::string refused = ": *** Load Error *** File not found or DRM protected";
+    const std::string refused = ": *** Load Error *** ",
+                      broken = "broken.wav The file is damaged or holds no audio.";
     ASSERT_EQ (run.reported.size(), 4u);
-    EXPECT_EQ (run.reported[0], "0.000000 deck A" + refused);
-    EXPECT_EQ (run.reported[1], "1.000000 deck B" + refused);
+    EXPECT_EQ (run.reported[0], "0.000000 deck A" + refused + "gone.wav The file does not exist.");
+    EXPECT_EQ (run.reported[1], "1.000000 deck B" + refused + broken);
     EXPECT_THAT (run.reported[2], StartsWith ("2.000000 deck C: nothing was loaded: /"));
-    EXPECT_EQ (run.reported[3], "2.000000 deck D" + refused);
+    EXPECT_EQ (run.reported[3], "2.000000 deck D" + refused + broken);
     EXPECT_TRUE (run.finished);
 }
 

@@ -1,7 +1,6 @@
 #include "UiBench.h"
 
 #include "adec/BuiltDecoder.h"
-#include "deck/FileImportThread.h"
 #include "ui/widgets/MenuButton.h"
 #include "ui/widgets/PXImageButton.h"
 
@@ -51,7 +50,7 @@ void UiBench::load (const juce::File& file, int deck)
 
 void UiBench::wait (int deck)
 {
-    engine.decks.deck (deck)->importThread->waitUntilIdle();
+    engine.loaders.waitUntilIdle (deck);
     engine.deliverMessages();
     refresh();
 }

@@ -5,6 +5,10 @@
 #include "support/AudioThread.h"
 #include "support/files/ReplaceFile.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include <mutex>
 
 namespace AnalysisFile
@@ -14,8 +18,33 @@ namespace
 /** Many times the marks of the longest track. */
 constexpr juce::int64 largestFile = juce::int64 { 64 } << 20;
 
-/** Between reading what a hand has made and writing it again, no other thread writes. */
-std::mutex writing;
+/** Keeps other threads and processes from writing between reading a file and writing it again. A folder that can't
+    be locked, as on some network drives, is written all the same. */
+class WriteLock
+{
+public:
+    explicit WriteLock (const juce::File& file)
+        : folder (::open (file.getParentDirectory().getFullPathName().toRawUTF8(),
+                          O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+        if (folder >= 0)
+            ::flock (folder, LOCK_EX);
+    }
+
+    ~WriteLock()
+    {
+        if (folder >= 0)
+            ::close (folder); // unlocks
+    }
+
+    WriteLock (const WriteLock&) = delete;
+    WriteLock& operator= (const WriteLock&) = delete;
+
+private:
+    static inline std::mutex threads;
+    const std::lock_guard<std::mutex> guard { threads };
+    const int folder;
+};
 
 juce::MemoryBlock bytesOf (const juce::File& file)
 {
@@ -65,17 +94,38 @@ std::optional<TrackAnalysis> read (const juce::File& file)
 bool write (const juce::File& file, const TrackAnalysis& analysis)
 {
     assertMayBlock();
-    const std::lock_guard guard (writing);
+    const WriteLock lock (file);
     return writeLocked (file, analysis);
+}
+
+bool update (const juce::File& file,
+             const std::function<std::optional<TrackAnalysis> (const std::optional<TrackAnalysis>&)>& change)
+{
+    assertMayBlock();
+    if (file.getParentDirectory().createDirectory().failed())
+        return false;
+    const WriteLock lock (file);
+    if (file.existsAsFile() && !juce::FileInputStream (file).openedOk())
+        return false;
+    const auto old = read (file);
+    const auto next = change (old);
+    if (!next)
+        return true;
+    if (!old && file.getSize() > 0)
+        juce::ignoreUnused (
+            file.moveFileTo (file.getSiblingFile (file.getFileName() + ".bad"))); // for a curious hand
+    return writeLocked (file, *next);
 }
 
 TrackAnalysis writeFresh (const juce::File& file, TrackAnalysis fresh, bool& isWritten)
 {
-    assertMayBlock();
-    const std::lock_guard guard (writing);
-    const auto old = read (file);
-    auto merged = old ? mergeFresh (*old, std::move (fresh)) : std::move (fresh);
-    isWritten = writeLocked (file, merged);
+    auto merged = fresh;
+    isWritten = update (file,
+                        [&] (const auto& old)
+                        {
+                            merged = old ? mergeFresh (*old, std::move (fresh)) : std::move (fresh);
+                            return std::optional (merged);
+                        });
     return merged;
 }
 }

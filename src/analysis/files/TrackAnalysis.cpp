@@ -99,6 +99,55 @@ bool isHandMoved (const TrackAnalysis& analysis)
            || std::abs (analysis.tempoTracker / middleTempo (marks) - 1.0) > tempoTolerance;
 }
 
+namespace
+{
+/** Moves the downbeat to the mark that is nearest to a position. */
+void setNearestDownbeat (TrackAnalysis& analysis, int32_t position)
+{
+    const auto& marks = *analysis.beatMarks;
+    const auto distance = [position] (const BeatMark& mark)
+    { return std::abs (static_cast<int64_t> (mark.pos) - position); };
+    const auto nearest =
+        std::min_element (marks.begin(), marks.end(),
+                          [&] (const auto& a, const auto& b) { return distance (a) < distance (b); });
+    analysis.downbeatId = static_cast<int32_t> (nearest - marks.begin());
+}
+}
+
+TrackAnalysis mergeFields (const TrackAnalysis& base, const TrackAnalysis& mine, const TrackAnalysis& theirs)
+{
+    auto merged = theirs;
+    const auto take = [] (const auto& before, const auto& now, auto& field)
+    {
+        if (now != before)
+            field = now;
+    };
+    take (base.tempoTracker, mine.tempoTracker, merged.tempoTracker);
+    take (base.tempoAverage, mine.tempoAverage, merged.tempoAverage);
+    take (base.beatMarks, mine.beatMarks, merged.beatMarks);
+    take (base.gridMode, mine.gridMode, merged.gridMode);
+    take (base.autogain, mine.autogain, merged.autogain);
+    if (mine.beatMarks != base.beatMarks || mine.downbeatPos != base.downbeatPos
+        || mine.downbeatId != base.downbeatId)
+    {
+        merged.downbeatId = mine.downbeatId;
+        merged.downbeatPos = mine.downbeatPos;
+        if (merged.beatMarks && !merged.beatMarks->empty() && merged.beatMarks != mine.beatMarks)
+            setNearestDownbeat (merged, mine.downbeatPos);
+    }
+    if (!mine.cues)
+        return merged;
+    if (!merged.cues)
+        merged.cues.emplace();
+    const auto before = base.cues.value_or (TrackAnalysis::Cues());
+    for (size_t slot = 0; slot < TrackAnalysis::cueCount; ++slot)
+        take (before.cuePos[slot], mine.cues->cuePos[slot], merged.cues->cuePos[slot]);
+    take (before.phaseStart, mine.cues->phaseStart, merged.cues->phaseStart);
+    take (before.transportCueSel, mine.cues->transportCueSel, merged.cues->transportCueSel);
+    take (before.transportStart, mine.cues->transportStart, merged.cues->transportStart);
+    return merged;
+}
+
 TrackAnalysis mergeFresh (const TrackAnalysis& old, TrackAnalysis fresh)
 {
     if (!old.cues)
@@ -117,13 +166,7 @@ TrackAnalysis mergeFresh (const TrackAnalysis& old, TrackAnalysis fresh)
     if (!old.beatMarks || old.beatMarks->empty() || !hasFreshGrid)
         return fresh;
 
-    const auto& marks = *fresh.beatMarks;
-    const auto distance = [&old] (const BeatMark& mark)
-    { return std::abs (static_cast<int64_t> (mark.pos) - old.downbeatPos); };
-    const auto nearest =
-        std::min_element (marks.begin(), marks.end(),
-                          [&] (const auto& a, const auto& b) { return distance (a) < distance (b); });
-    fresh.downbeatId = static_cast<int32_t> (nearest - marks.begin());
-    fresh.downbeatPos = nearest->pos;
+    setNearestDownbeat (fresh, old.downbeatPos);
+    fresh.downbeatPos = (*fresh.beatMarks)[static_cast<size_t> (fresh.downbeatId)].pos;
     return fresh;
 }

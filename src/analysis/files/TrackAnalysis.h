@@ -51,6 +51,11 @@ void repair (TrackAnalysis&);
     stands off its mark, or its tempo is not that of its marks. */
 bool isHandMoved (const TrackAnalysis&);
 
+/** Joins two later states of one track by field: a field in which `mine` differs from `base`, their last common state, is
+    mine, and all others are theirs. Each cue slot is a field; so is the downbeat, which comes to the nearest mark where
+    the other side has a new grid. */
+TrackAnalysis mergeFields (const TrackAnalysis& base, const TrackAnalysis& mine, const TrackAnalysis& theirs);
+
 /** Merges a new analysis of a track into the old one. Cues stay, and a grid that a hand has moved stays with its
     tempo; under a new grid the downbeat stays at the mark that is nearest to where it was, if a deck wrote the old
     value. */

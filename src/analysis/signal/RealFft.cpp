@@ -4,6 +4,7 @@
 
 #include <fftw3.h>
 
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstring>
@@ -12,23 +13,30 @@
 
 namespace
 {
-/** FFTW plans and destroys plans in global tables; only execution is free of them. */
-std::mutex& plannerLock()
+/** The plans of one size. FFTW plans and destroys in global tables, so they are made once and kept. */
+struct Plans
 {
-    static std::mutex lock;
-    return lock;
-}
-
-struct PlanDeleter
-{
-    void operator() (fftwf_plan plan) const
-    {
-        const std::lock_guard guard (plannerLock());
-        fftwf_destroy_plan (plan);
-    }
+    fftwf_plan forward = nullptr, inverse = nullptr;
 };
 
-using Plan = std::unique_ptr<fftwf_plan_s, PlanDeleter>;
+/** Plans of complex transforms, for arrays that are aligned as fftwf_alloc_real() aligns. The tables of FFTW may be in use
+    by a host and its other plug-ins too: they are told to lock.
+    @param size   a power of two
+    @returns null plans without memory */
+Plans plansFor (int size, fftwf_complex* in, fftwf_complex* out)
+{
+    static std::mutex lock;
+    static std::array<Plans, 32> kept;
+    const std::lock_guard guard (lock);
+    [[maybe_unused]] static const auto isShared = (fftwf_make_planner_thread_safe(), true);
+    auto& plans = kept[static_cast<size_t> (std::countr_zero (static_cast<unsigned> (size)))];
+    // Planned by estimate, not by measurement: the same plan in each run, so the same bits in each rendering.
+    if (plans.forward == nullptr)
+        plans.forward = fftwf_plan_dft_1d (size, in, out, FFTW_FORWARD, FFTW_ESTIMATE);
+    if (plans.inverse == nullptr)
+        plans.inverse = fftwf_plan_dft_1d (size, out, in, FFTW_BACKWARD, FFTW_ESTIMATE);
+    return plans;
+}
 
 struct ArrayDeleter
 {
@@ -82,33 +90,30 @@ public:
             cosine[static_cast<size_t> (k)] = static_cast<float> (std::cos (angle));
             sine[static_cast<size_t> (k)] = static_cast<float> (std::sin (angle));
         }
-        // Planned by estimate, not by measurement: the same plan in each run, so the same bits in each rendering.
-        const std::lock_guard guard (plannerLock());
-        auto* const in = reinterpret_cast<fftwf_complex*> (values.get());
-        auto* const out = reinterpret_cast<fftwf_complex*> (bins.get());
-        forwardPlan.reset (fftwf_plan_dft_1d (half, in, out, FFTW_FORWARD, FFTW_ESTIMATE));
-        inversePlan.reset (fftwf_plan_dft_1d (half, out, in, FFTW_BACKWARD, FFTW_ESTIMATE));
-        return forwardPlan != nullptr && inversePlan != nullptr ? AnalysisError::none
-                                                                : AnalysisError::noMemory;
+        plans = plansFor (half, complexValues(), complexBins());
+        return plans.forward != nullptr && plans.inverse != nullptr ? AnalysisError::none
+                                                                    : AnalysisError::noMemory;
     }
 
     void forward (float* out, const float* in) override
     {
         std::memcpy (values.get(), in, bytes());
-        fftwf_execute (forwardPlan.get());
+        fftwf_execute_dft (plans.forward, complexValues(), complexBins());
         unpack (out);
     }
 
     void inverse (float* out, const float* in) override
     {
         pack (in);
-        fftwf_execute (inversePlan.get());
+        fftwf_execute_dft (plans.inverse, complexBins(), complexValues());
         std::memcpy (out, values.get(), bytes());
     }
 
     int getSize() const override { return size; }
 
 private:
+    fftwf_complex* complexValues() { return reinterpret_cast<fftwf_complex*> (values.get()); }
+    fftwf_complex* complexBins() { return reinterpret_cast<fftwf_complex*> (bins.get()); }
     size_t bytes() const { return static_cast<size_t> (size) * sizeof (float); }
 
     /** Makes the spectrum of all values from that of the pairs. */
@@ -191,7 +196,7 @@ private:
     Array values, bins;    ///< of the library's transform, real and imaginary parts in turn
     Array real, imaginary; ///< of the bins
     Array cosine, sine;    ///< of the first quarter of a turn
-    Plan forwardPlan, inversePlan;
+    Plans plans;
 };
 }
 

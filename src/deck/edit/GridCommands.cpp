@@ -1,7 +1,5 @@
 #include "deck/edit/GridCommands.h"
 
-#include "deck/AnalysisThread.h"
-#include "deck/DeckAnalysis.h"
 #include "deck/edit/MarkEdit.h"
 
 #include <cmath>
@@ -28,7 +26,7 @@ void GridCommands::setDownbeat (int deckIndex)
         deck->marks.downbeatIndex = *entry;
         deck->marks.downbeatPosition = static_cast<int32_t> (std::lround (grid.beatAt (*entry)));
     }
-    requestSaveAnalysis (world, *deck);
+    world.requestSave (*deck);
 }
 
 void GridCommands::scaleTempo (int deckIndex, double factor)
@@ -103,8 +101,8 @@ void GridCommands::tapTempo (int deckIndex)
 
 void GridCommands::analyseAgain (int deckIndex)
 {
-    if (auto* deck = world.deck (deckIndex); deck != nullptr && deck->analysisThread != nullptr)
-        deck->analysisThread->requestAnalysis (static_cast<float> (deck->marks.bpm));
+    if (const auto* deck = world.deck (deckIndex))
+        world.measureTempo (deckIndex, deck->marks.bpm);
 }
 
 bool GridCommands::undo (int deckIndex)
@@ -113,6 +111,7 @@ bool GridCommands::undo (int deckIndex)
     if (deck == nullptr)
         return false;
     const CallbackLock lock (world.callbackLock, "undo");
+    world.requestSave (*deck);
     return deck->edits.undo (deck->marks);
 }
 
@@ -122,5 +121,6 @@ bool GridCommands::redo (int deckIndex)
     if (deck == nullptr)
         return false;
     const CallbackLock lock (world.callbackLock, "redo");
+    world.requestSave (*deck);
     return deck->edits.redo (deck->marks);
 }

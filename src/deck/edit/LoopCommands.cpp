@@ -156,6 +156,7 @@ void LoopCommands::toggleStartPoint (int deckIndex)
         return;
     const CallbackLock lock (world.callbackLock, "toggleStartPoint");
     const MarkEdit edit (deck->marks, deck->edits, world.clock());
+    world.requestSave (*deck);
     if (deck->marks.startPointOn != 0)
     {
         deck->marks.startPointOn = 0;

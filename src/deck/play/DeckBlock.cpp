@@ -37,6 +37,18 @@ ReadDrive driveOf (const DeckWorld& world, const DeckPlayer& deck) noexcept
     return drive;
 }
 
+VoiceBlock voiceBlockOf (DeckWorld& world, const DeckPlayer& deck) noexcept
+{
+    return { .source = deck.readSource(),
+             .drive = driveOf (world, deck),
+             .tempo = deck.tempo.factor,
+             .keyTuning = deck.tempo.keyTuning,
+             .isStretched = world.isStretched (deck),
+             .engineRate = world.engineRate,
+             .noise = world.noise,
+             .work = world.voiceWork };
+}
+
 void stop (DeckWorld& world, DeckPlayer& deck) noexcept
 {
     deck.play.on = 0;
@@ -54,26 +66,25 @@ void DeckBlock::releaseScratch (DeckPlayer& deck) noexcept
     }
 }
 
+void DeckBlock::leaveTrack (DeckWorld& world, DeckPlayer& deck) noexcept
+{
+    if (deck.track.loadedFrames > 0)
+        deck.voice.leaveTrack (deck.head, voiceBlockOf (world, deck));
+}
+
 void DeckBlock::render (DeckWorld& world, DeckPlayer& deck, float* left, float* right, int frames) noexcept
 {
     if (deck.track.loadedFrames < 1)
     {
         if (deck.play.on != 0)
             stop (world, deck);
+        deck.voice.renderTail (left, right, frames);
         return;
     }
 
     updateTempo (world, deck);
     findNextBeat (deck.head, deck.grid());
-    const VoiceBlock block { .source = deck.readSource(),
-                             .drive = driveOf (world, deck),
-                             .tempo = deck.tempo.factor,
-                             .keyTuning = deck.tempo.keyTuning,
-                             .isStretched = world.isStretched (deck),
-                             .engineRate = world.engineRate,
-                             .noise = world.noise,
-                             .work = world.voiceWork };
-    deck.voice.render (deck.head, block, left, right, frames);
+    deck.voice.render (deck.head, voiceBlockOf (world, deck), left, right, frames);
     deck.publishHeard();
 
     if (deck.play.on != 0 && deck.jog.scratchOn == 0)

@@ -12,6 +12,10 @@ PX_AUDIO_THREAD void releaseScratch (DeckPlayer&) noexcept;
     engine's rate, before the channel strip. A deck without frames stays silent, and stops if it plays. */
 PX_AUDIO_THREAD void render (DeckWorld&, DeckPlayer&, float* left, float* right, int frames) noexcept;
 
+/** Keeps the deck's sound of this moment to fade out over whatever comes, so that its samples may go. Before the deck's
+    track is reset, under the callback lock. */
+void leaveTrack (DeckWorld&, DeckPlayer&) noexcept;
+
 /** Ends a scratch whose jog messages have stopped coming. */
 PX_AUDIO_THREAD void checkTimeOuts (DeckWorld&, DeckPlayer&) noexcept;
 }

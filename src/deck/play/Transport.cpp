@@ -83,6 +83,7 @@ void Transport::storeCue (DeckWorld& world, DeckPlayer& deck, int slot) noexcept
     const MarkEdit edit (deck.marks, deck.edits, world.clock());
     if (const auto place = snapOf (world, deck).place())
         deck.marks.cues[static_cast<size_t> (slot)] = *place;
+    world.requestSave (deck);
 }
 
 void Transport::returnToCue (DeckPlayer& deck) noexcept
@@ -198,6 +199,7 @@ void Transport::deleteCue (int deckIndex, int slot)
     const CallbackLock lock (world.callbackLock, "deleteCue");
     const MarkEdit edit (deck->marks, deck->edits, world.clock());
     deck->marks.cues[static_cast<size_t> (slot)] = emptyCue;
+    world.requestSave (*deck);
 }
 
 void Transport::cuePlay (int deckIndex, bool pressed)

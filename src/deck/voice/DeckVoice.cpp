@@ -135,6 +135,19 @@ void DeckVoice::keepTail (ReadHead& head, const VoiceBlock& block, const ReadDri
     tail.next = 0;
 }
 
+void DeckVoice::leaveTrack (ReadHead& head, const VoiceBlock& block) noexcept
+{
+    if (stretching || head.rate != 0.0)
+    {
+        auto drive = block.drive;
+        drive.playFactor = stretching ? 1.0 : block.tempo;
+        keepTail (head, block, drive);
+    }
+    ringLeft.clear();
+    ringRight.clear();
+    stretching = false;
+}
+
 void DeckVoice::fadeTail (float* left, float* right, int frames) noexcept
 {
     const auto count = std::min (frames, tailLength - tail.next);

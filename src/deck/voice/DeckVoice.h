@@ -49,6 +49,15 @@ public:
     /** From the next block on the deck is heard from its position, whatever was read ahead. */
     PX_AUDIO_THREAD void restart (ReadHead&) noexcept;
 
+    /** Keeps the sound of this moment, which fades out over whatever comes, and forgets all else: the samples may go. */
+    void leaveTrack (ReadHead&, const VoiceBlock&) noexcept;
+
+    /** Adds the end of such a sound to the silence of a deck without a track. */
+    PX_AUDIO_THREAD void renderTail (float* left, float* right, int frames) noexcept
+    {
+        fadeTail (left, right, frames);
+    }
+
     /** Takes a stretcher for an engine's rate in Hz, or none, in exchange for the one before. Forgets all sound. */
     void changeStretcher (std::unique_ptr<CElastiqueProIf>&, float engineRate) noexcept;
     bool hasStretcher() const noexcept { return stretcher != nullptr; }

@@ -1,6 +1,6 @@
 #include "ui/poll/DeckWatch.h"
 
-#include "deck/FileImportThread.h"
+#include "deck/DeckWorld.h"
 #include "engine/CPlatterdex.h"
 #include "ui/poll/PollClock.h"
 
@@ -54,7 +54,7 @@ DeckView viewOf (const DeckPlayer& deck, double pitchRange)
     view.artist = std::move (texts.artist);
     view.filePath = std::move (texts.filePath);
     view.loadedFrames = deck.track.loadedFrames;
-    view.loading = deck.importThread != nullptr && deck.importThread->isBusy();
+    view.loading = deck.isLoading != 0;
     view.grid = gridOf (deck);
     view.canUndo = deck.edits.undoCount() > 0;
     view.canRedo = deck.edits.redoCount() > 0;

@@ -1,7 +1,6 @@
 #include "adec/BuiltDecoder.h"
 #include "app/audio/EnginePlayer.h"
 #include "app/audio/SilentDevice.h"
-#include "deck/FileImportThread.h"
 #include "demo/DemoFiles.h"
 #include "demo/DemoTracks.h"
 #include "engine/CPlatterdex.h"
@@ -159,7 +158,7 @@ void loadAndPlay (CPlatterdex& engine, const juce::File& folder)
     {
         const auto& track = demoTracks()[static_cast<size_t> (deck) % demoTracks().size()];
         engine.loadTrack (folder.getChildFile (track.fileName), deck);
-        engine.decks.deck (deck)->importThread->waitUntilIdle();
+        engine.loaders.waitUntilIdle (deck);
         engine.transport.playPause (deck);
     }
 }

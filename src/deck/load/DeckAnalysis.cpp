@@ -1,4 +1,4 @@
-#include "deck/DeckAnalysis.h"
+#include "deck/load/DeckAnalysis.h"
 
 #include "analysis/files/AnalysisFile.h"
 #include "deck/DeckWorld.h"
@@ -56,6 +56,12 @@ void applyAnalysis (DeckWorld& world, DeckPlayer& deck, TrackAnalysis analysis)
         deck.marks.startPointOn = *analysis.cues->transportStart;
 }
 
+void applyWhereUntouched (DeckWorld& world, DeckPlayer& deck, const TrackAnalysis& before,
+                          TrackAnalysis found)
+{
+    applyAnalysis (world, deck, mergeFields (before, analysisOf (world, deck), found));
+}
+
 TrackAnalysis analysisOf (DeckWorld& world, DeckPlayer& deck)
 {
     assertMayBlock();
@@ -94,6 +100,12 @@ bool isStored (DeckPlayer& deck, const TrackAnalysis& analysis)
     const std::lock_guard guard (deck.beatsLock);
     return deck.storedAnalysis == analysis;
 }
+
+TrackAnalysis lastKnown (DeckPlayer& deck)
+{
+    const std::lock_guard guard (deck.beatsLock);
+    return deck.storedAnalysis.value_or (TrackAnalysis());
+}
 }
 
 bool loadAnalysis (DeckWorld& world, DeckPlayer& deck)
@@ -111,8 +123,7 @@ bool loadAnalysis (DeckWorld& world, DeckPlayer& deck)
         analysis->autogain.reset();
     }
     applyAnalysis (world, deck, std::move (*analysis));
-    if (hasGrid)
-        setStored (deck, analysisOf (world, deck));
+    setStored (deck, analysisOf (world, deck));
     return hasGrid;
 }
 
@@ -120,32 +131,26 @@ bool saveAnalysis (DeckWorld& world, DeckPlayer& deck)
 {
     assertMayBlock();
     const auto path = deck.texts().analysisPath;
-    if (path.isEmpty() || deck.track.loadedFrames < 1 || numberOfBeats (deck) <= 0.0)
+    if (path.isEmpty() || isStored (deck, analysisOf (world, deck)))
         return true;
-    auto analysis = analysisOf (world, deck);
-    if (isStored (deck, analysis))
-        return true;
-    const auto ofDeck = analysis;
-    if (deck.texts().analysisPath != path)
-        return true; // a loader was quicker, and has saved the old track itself
-    if (!analysis.beatMarks)
-    {
-        if (!isHandMade (*analysis.cues))
-            return true;
-        // Somebody else may have analysed the track meanwhile.
-        if (auto stored = AnalysisFile::read (path); stored && stored->beatMarks)
+    return AnalysisFile::update (
+        path,
+        [&] (const std::optional<TrackAnalysis>& stored) -> std::optional<TrackAnalysis>
         {
-            stored->cues = analysis.cues;
-            analysis = std::move (*stored);
-        }
-    }
-    if (!AnalysisFile::write (path, analysis))
-        return false;
-    setStored (deck, ofDeck);
-    return true;
-}
-
-void requestSaveAnalysis (DeckWorld& world, DeckPlayer& deck) noexcept
-{
-    world.requests.ask (EngineRequest::saveAnalysis, deck.index);
+            auto mine = analysisOf (world, deck);
+            // In this order: a deck whose track is leaving loses first its frames and then its path.
+            if (deck.track.loadedFrames < 1 || deck.texts().analysisPath != path
+                || numberOfBeats (deck) <= 0.0 || isStored (deck, mine)
+                || (!mine.beatMarks && !isHandMade (*mine.cues)))
+                return std::nullopt;
+            auto merged = stored ? mergeFields (lastKnown (deck), mine, *stored) : mine;
+            if (!mine.beatMarks && stored && stored->beatMarks)
+            {
+                // Somebody else has analysed the track meanwhile, and this deck has no values of its own yet.
+                merged = *stored;
+                merged.cues = mergeFields (lastKnown (deck), mine, *stored).cues;
+            }
+            setStored (deck, std::move (mine));
+            return merged;
+        });
 }

@@ -12,18 +12,20 @@ struct DeckWorld;
              be analysed, and the cues are in the deck. */
 bool loadAnalysis (DeckWorld&, DeckPlayer&);
 
-/** Writes the deck's tempo, grid, cues and gain beside the library: before its track is replaced, at the end of the engine,
+/** Writes the deck's tempo, grid, cues and gain beside the library, those fields that have changed since the file was
+    last read or written: another deck may have the same track. Before its track is replaced, at the end of the engine,
     and whenever a hand has changed them. Writes nothing without samples, without a path, or where neither an analysis
     nor a hand has made anything worth keeping. Any thread that may block, without the callback lock.
     @returns false if the file could not be written */
 bool saveAnalysis (DeckWorld&, DeckPlayer&);
 
-/** Asks the engine to save the deck's analysis soon. Any thread, including the audio thread. */
-void requestSaveAnalysis (DeckWorld&, DeckPlayer&) noexcept;
-
 /** The values of an analysis that are a deck's; its marks replace the deck's table as a whole. Any thread that may block,
     without the callback lock: the audio thread sees the old grid or the new one. */
 void applyAnalysis (DeckWorld&, DeckPlayer&, TrackAnalysis);
+
+/** The same with what was found of a track, but for what has changed in the deck since `before`: that was a hand, and
+    stays. */
+void applyWhereUntouched (DeckWorld&, DeckPlayer&, const TrackAnalysis& before, TrackAnalysis found);
 
 /** The values that applyAnalysis() takes, as they stand in the deck. */
 TrackAnalysis analysisOf (DeckWorld&, DeckPlayer&);

@@ -3,24 +3,18 @@
 #include "settings/EngineSettings.h"
 #include "support/ListenerList.h"
 #include "support/Pacing.h"
+#include "support/Worker.h"
 #include "tracks/AdecSharedLibrary.h"
 
-#include <atomic>
-#include <mutex>
-#include <vector>
-
-/** Analyses a list of files without any deck, one after the other, and writes their analysis files. One per engine, at
-    idle priority while something sounds; it rests after every 1024 frames. */
-class BatchAnalysisThread : private juce::Thread
+/** Analyses a list of files without any deck, one after the other, and writes their analysis files. One per engine. While
+    a deck plays it rests after every 1024 frames; on stage it runs at idle priority. */
+class BatchAnalysis
 {
 public:
     /** @param decoderLibrary   where the decoder's shared library lies
         @param analysisFolder   takes the analysis files */
-    BatchAnalysisThread (const juce::File& decoderLibrary, const juce::File& analysisFolder,
-                         const EngineSettings&, ListenerList&, Pacing&);
-
-    /** Stops and ends the thread. */
-    ~BatchAnalysisThread() override;
+    BatchAnalysis (const juce::File& decoderLibrary, const juce::File& analysisFolder, const EngineSettings&,
+                   ListenerList&, Pacing&);
 
     /** Appends files to the list. The listeners are told the tempo of each; one that can't be decoded is passed over.
         Any thread that may block.
@@ -31,9 +25,9 @@ public:
     void stop();
 
     /** Waits for the end of the list. Any thread that may block. */
-    void waitUntilIdle() const;
+    void waitUntilIdle() const { worker.wait(); }
 
-    /** Where the list is. Any thread that may block. */
+    /** The state of the list. Any thread that may block. */
     struct Progress
     {
         bool isRunning = false;
@@ -47,29 +41,17 @@ public:
     Progress progress() const;
 
 private:
-    struct Job
-    {
-        juce::File file;
-        bool isAgain = false;
-    };
+    void analyse (const juce::File&, bool isAgain, const std::stop_token&);
 
-    void run() override;
-    void analyse (const Job&);
-    bool takeNext (Job&);
-
-    AdecSharedLibrary decoder;
+    const AdecSharedLibrary decoder;
     const juce::File folder;
     const EngineSettings& settings;
     ListenerList& listeners;
     Pacing& pacing;
 
-    mutable std::mutex listLock;
-    std::vector<Job> list; ///< those before `done` are done
-    size_t done = 0;
+    mutable std::mutex lock; ///< guards the two below
+    int done = 0, total = 0;
     juce::String currentName;
-    bool isRunning = false; ///< from addFiles() to the end of the list
-
     Relaxed<double> currentSeconds;
-    std::atomic<bool> stopping { false };
-    juce::WaitableEvent wake;
+    Worker worker; ///< last: its jobs use all of the above
 };

@@ -1,0 +1,80 @@
+#include "tracks/BatchAnalysis.h"
+
+#include "tracks/FileAnalysis.h"
+
+BatchAnalysis::BatchAnalysis (const juce::File& decoderLibrary, const juce::File& analysisFolder,
+                              const EngineSettings& s, ListenerList& l, Pacing& p)
+    : decoder (decoderLibrary),
+      folder (analysisFolder),
+      settings (s),
+      listeners (l),
+      pacing (p),
+      worker ("BatchAnalysis", pacing.isLive() ? Worker::Priority::idle : Worker::Priority::normal)
+{
+}
+
+void BatchAnalysis::addFiles (const juce::StringArray& paths, bool isAgain)
+{
+    assertMayBlock();
+    const std::lock_guard guard (lock);
+    if (done == total)
+        done = total = 0;
+    total += paths.size();
+    for (const auto& path : paths)
+    {
+        const auto file = juce::File::getCurrentWorkingDirectory().getChildFile (path);
+        const auto end = [this]
+        {
+            const std::lock_guard ended (lock);
+            ++done;
+        };
+        worker.post ({ [this, file, isAgain, end] (const std::stop_token& stop)
+                       {
+                           analyse (file, isAgain, stop);
+                           end();
+                       },
+                       [end] (const char*) { end(); } });
+    }
+}
+
+void BatchAnalysis::stop()
+{
+    worker.cancel();
+    worker.wait();
+    const std::lock_guard guard (lock);
+    done = total = 0;
+}
+
+BatchAnalysis::Progress BatchAnalysis::progress() const
+{
+    const std::lock_guard guard (lock);
+    if (done == total || !worker.isBusy())
+        return {};
+    return { true, done, total, currentSeconds, currentName };
+}
+
+juce::String BatchAnalysis::Progress::text() const
+{
+    return isRunning ? "Analyzing [" + juce::String (done) + "/" + juce::String (total) + "] : " + name
+                     : juce::String();
+}
+
+void BatchAnalysis::analyse (const juce::File& file, bool isAgain, const std::stop_token& stop)
+{
+    {
+        const std::lock_guard guard (lock);
+        currentName = file.getFileName();
+    }
+    FileAnalysis::Request request;
+    request.track = file;
+    request.folder = folder;
+    request.tempoRangeIndex = settings.tempoRangeIndex;
+    request.isAgain = isAgain;
+    request.mayGoOn = [&stop] { return !stop.stop_requested(); };
+    request.progress = [this] (double seconds) { currentSeconds = seconds; };
+    const auto result = FileAnalysis::run (request, decoder, pacing);
+    currentSeconds = 0.0;
+    const auto& marks = result.analysis.beatMarks;
+    if (result.fault.isEmpty() && !result.isCancelled && marks && !marks->empty())
+        listeners.postTempo (file.getFullPathName(), result.analysis.tempoTracker);
+}
