@@ -116,6 +116,7 @@ void DeckLoader::run (const juce::File& file, const std::stop_token& stop)
         return fail (file, faultOfTrack (file, decoder));
     }
     isPartial = false;
+    deck().track.peak = deck().overview->peak.get();
     world.listeners.post (EngineEvent::trackLoaded, index);
     tellShortened (file, statedSeconds (file, load.tags));
     if (!load.isStored)
