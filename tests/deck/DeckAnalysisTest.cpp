@@ -75,7 +75,7 @@ TEST (DeckAnalysis, ATrackIsAnalysedOnceAndReadFromThenOn)
     const auto phase = *beat / 44100.0 * 125.0 / 60.0;
     EXPECT_NEAR (phase, std::round (phase), 0.03);
 
-    // What stands in the file is taken, to the last bit, by any deck and after a move.
+    // The values of the file are taken, to the last bit, by any deck and after a move.
     auto told = *decks.stored (track);
     told.tempoTracker = 99.125;
     told.gridMode = 1;

@@ -148,7 +148,7 @@ TEST (Loading, EachFaultHasItsWordsAndThePlayingDeckGoesOn)
     }
     decks.transport.playPause (0);
 
-    // What its name does not say plays all the same; what is no audio file by its name is not looked at.
+    // A wrong extension plays all the same; a file that is no audio by its name is not looked at.
     decks.messages.clear();
     decks.loadAndWait (folder.file ("renamed.ogg"));
     EXPECT_GT (decks.deck().track.loadedFrames, 0);
