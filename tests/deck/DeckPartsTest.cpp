@@ -81,12 +81,13 @@ const auto fieldsOfMarks = [] (auto& part, const auto& each)
 };
 const auto fieldsOfFacts = [] (auto& part, const auto& each)
 {
-    auto& [rate, frames, beats, isAnalysed, gain] = part;
+    auto& [rate, frames, beats, isAnalysed, gain, peak] = part;
     each (rate);
     each (frames);
     each (beats);
     each (isAnalysed);
     each (gain);
+    each (peak);
 };
 
 /** Changes one field after the other: each must show in the comparison, go into a copy and be gone after a reset. */
