@@ -11,31 +11,41 @@ LoopCommands& loops (ClickDecks& decks)
     return decks.host->engine().loops;
 }
 
-void toggleLoop (ClickDecks& decks, int deck, int size)
+using Act = std::function<void (ClickDecks&)>;
+
+Act loop (int deck, int size)
 {
-    decks.deck (deck).loopSizes.loop = static_cast<int8_t> (size);
-    loops (decks).toggleLoop (deck);
+    return [=] (ClickDecks& decks)
+    {
+        decks.deck (deck).loopSizes.loop = static_cast<int8_t> (size);
+        loops (decks).toggleLoop (deck);
+    };
 }
 
-void jumpBeats (ClickDecks& decks, int deck, int size, int direction)
+Act roll (int deck, int size)
 {
-    decks.deck (deck).loopSizes.move = static_cast<int8_t> (size);
-    loops (decks).moveLoop (deck, direction);
+    return [=] (ClickDecks& decks)
+    {
+        decks.deck (deck).loopSizes.loop = static_cast<int8_t> (size);
+        loops (decks).toggleLeap (deck);
+    };
 }
 
-void runManualLoop (ClickDecks& decks, int deck, double seconds)
+Act jump (int deck, int size, int direction)
 {
-    loops (decks).loopIn (deck);
-    decks.render (seconds);
-    loops (decks).loopOut (deck);
+    return [=] (ClickDecks& decks)
+    {
+        decks.deck (deck).loopSizes.move = static_cast<int8_t> (size);
+        loops (decks).moveLoop (deck, direction);
+    };
 }
 
 struct LoopCase
 {
     const char* name;
-    std::function<void (ClickDecks&)> begin;
+    Act begin;
     double seconds = 20.0;
-    std::function<void (ClickDecks&)> end = [] (ClickDecks&) {};
+    Act end = [] (ClickDecks&) {};
     double swing = 0.0; ///< of both tables
     double meanwhile =
         1.0; ///< largest distance of the clicks from the beginning to the end, in ms; 0: not looked at
@@ -45,43 +55,29 @@ struct LoopCase
 
 TEST (LoopPhase, LockedDecksStayTogetherThroughLoopsAndBeatJumps)
 {
-    const auto loop = [] (int deck, int size) { return [=] (auto& d) { toggleLoop (d, deck, size); }; };
-    const auto jump = [] (int deck, int size, int direction)
-    { return [=] (auto& d) { jumpBeats (d, deck, size, direction); }; };
     const LoopCase cases[] {
         { "the leader loops 4 beats for two minutes", loop (leader, 7), 120.0, loop (leader, 7) },
         { "the follower does", loop (follower, 7), 120.0, loop (follower, 7) },
         { "both loop, 4 beats and 1",
           [] (auto& d)
           {
-              toggleLoop (d, leader, 7);
-              toggleLoop (d, follower, 5);
+              loop (leader, 7) (d);
+              loop (follower, 5) (d);
           },
           60.0 },
         { "a manual loop of the leader's, one per cent too long",
           [] (auto& d)
           {
-              runManualLoop (d, leader, 2.0);
+              loops (d).loopIn (leader);
+              d.render (2.0);
+              loops (d).loopOut (leader);
               d.deck (leader).loops.out = d.deck (leader).loops.in + 4.04 * 22050.0;
           },
           30.0, [] (auto& d) { loops (d).loopOut (leader); }, 0.0, 45.0, 45.0 },
-        { "a half beat of the leader's", loop (leader, 4), 7.13, loop (leader, 4), 0.0, 0.0 },
         { "a quarter beat of the leader's", loop (leader, 3), 7.13, loop (leader, 3), 0.0, 0.0 },
         { "an eighth of the follower's", loop (follower, 2), 7.13, loop (follower, 2), 0.0, 0.0 },
-        { "a roll of the leader's",
-          [] (auto& d)
-          {
-              d.deck (leader).loopSizes.loop = 2;
-              loops (d).toggleLeap (leader);
-          },
-          5.07, [] (auto& d) { loops (d).toggleLeap (leader); }, 0.01, 0.0, 2.5 },
-        { "a roll of the follower's",
-          [] (auto& d)
-          {
-              d.deck (follower).loopSizes.loop = 3;
-              loops (d).toggleLeap (follower);
-          },
-          5.07, [] (auto& d) { loops (d).toggleLeap (follower); }, 0.01, 0.0, 2.5 },
+        { "a roll of the leader's", roll (leader, 2), 5.07, roll (leader, 2), 0.01, 0.0, 2.5 },
+        { "a roll of the follower's", roll (follower, 3), 5.07, roll (follower, 3), 0.01, 0.0, 2.5 },
         { "the leader loops 4 beats of a table that varies", loop (leader, 7), 30.0, loop (leader, 7), 0.01,
           25.0 },
         { "the follower loops 4 of them", loop (follower, 7), 30.0, loop (follower, 7), 0.01, 25.0 },
@@ -91,8 +87,8 @@ TEST (LoopPhase, LockedDecksStayTogetherThroughLoopsAndBeatJumps)
         { "a loop of 4 beats is moved by 4 and halved",
           [] (auto& d)
           {
-              toggleLoop (d, leader, 7);
-              jumpBeats (d, leader, 7, 1);
+              loop (leader, 7) (d);
+              jump (leader, 7, 1) (d);
               d.render (3.3);
               loops (d).changeSize (leader, -1);
           },
