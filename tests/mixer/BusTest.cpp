@@ -90,33 +90,28 @@ TEST (MasterLimiter, LetsGoInATenthOfASecondAndOutlivesBadNumbers)
 
 TEST (Meters, RiseAtOnceAndFallByFullScaleInThreeTenthsOfASecond)
 {
-    for (const double rate : { 44100.0, 96000.0 })
-        for (const int block : { 64, 441, 4096 })
+    for (const auto& [rate, block] : { std::pair { 44100.0, 64 }, { 44100.0, 4096 }, { 96000.0, 441 } })
+    {
+        Meters meters;
+        meters.setRate (rate);
+        std::vector<float> loud (static_cast<size_t> (block), 0.1f), quiet (loud.size(), 9e-9f);
+        loud[static_cast<size_t> (block / 2)] = -7.0f;
+        meters.update (loud.data(), quiet.data(), block);
+        EXPECT_EQ (meters.level (0), 1.0f);
+        EXPECT_EQ (meters.level (1), 0.0f);
+        int frames = 0;
+        while (meters.level (0) > 0.0f && frames < 10 * rate)
         {
-            Meters meters;
-            meters.setRate (rate);
-            std::vector<float> loud (static_cast<size_t> (block), 0.1f), quiet (loud.size());
-            loud[static_cast<size_t> (block / 2)] = -7.0f;
-            meters.update (loud.data(), quiet.data(), block);
-            EXPECT_EQ (meters.level (0), 1.0f);
-            EXPECT_EQ (meters.level (1), 0.0f);
-            int frames = 0;
-            while (meters.level (0) > 0.0f && frames < 10 * rate)
-            {
-                const auto before = meters.level (0);
-                meters.update (quiet.data(), quiet.data(), block);
-                meters.update (quiet.data(), quiet.data(), 0);
-                EXPECT_LT (meters.level (0), before);
-                frames += block;
-            }
-            EXPECT_NEAR (frames, 0.3 * rate, block + 1.0);
-            meters.update (loud.data(), loud.data(), block / 2); // the peak lies beyond
-            EXPECT_EQ (meters.level (1), 0.1f);
+            const auto before = meters.level (0);
+            meters.update (quiet.data(), quiet.data(), block);
+            meters.update (quiet.data(), quiet.data(), 0);
+            EXPECT_LT (meters.level (0), before);
+            frames += block;
         }
-    Meters meters;
-    const float tiny[] { 9e-9f };
-    meters.update (tiny, tiny, 1);
-    EXPECT_EQ (meters.level (0), 0.0f);
+        EXPECT_NEAR (frames, 0.3 * rate, block + 1.0);
+        meters.update (loud.data(), loud.data(), block / 2); // the peak lies beyond
+        EXPECT_EQ (meters.level (1), 0.1f);
+    }
 }
 
 TEST (Monitor, MixesBySettings)

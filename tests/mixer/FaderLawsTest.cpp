@@ -1,5 +1,4 @@
 #include "mixer/FaderLaws.h"
-#include "mixer/AutoCrossfader.h"
 
 #include <gtest/gtest.h>
 
@@ -45,37 +44,5 @@ TEST (FaderLaws, EveryLawIsAllTheLouderTheFurtherItsFaderIsOpen)
             for (const double curve : { 0.0, 0.3, 1.0 })
                 EXPECT_LE (FaderLaws::crossfaderGain ({ at, curve, smooth }, 1),
                            FaderLaws::crossfaderGain ({ at + 0.01, curve, smooth }, 1));
-    }
-}
-
-TEST (AutoCrossfader, MovesFromEndToEndInItsTimeAndStops)
-{
-    struct Case
-    {
-        int8_t seconds;
-        AutoCrossfader::State side;
-        double from;
-        int blocks; ///< of 10 ms until the end
-    };
-    for (const auto& [seconds, side, from, blocks] : { Case { 1, AutoCrossfader::toRight, 0.0, 100 },
-                                                       { 1, AutoCrossfader::toLeft, 0.5, 50 },
-                                                       { 2, AutoCrossfader::toLeft, 1.0, 200 },
-                                                       { 0, AutoCrossfader::toRight, 0.0, 1 },
-                                                       { -3, AutoCrossfader::toLeft, 0.3, 1 },
-                                                       { 15, AutoCrossfader::toRight, 1.0, 1 } })
-    {
-        EngineSettings settings;
-        settings.automixFadeSeconds = seconds;
-        settings.autoFadeState = side;
-        settings.crossfader = from;
-        int count = 1;
-        while (AutoCrossfader::advance (settings, 10.0) == AutoCrossfader::idle && count < 1000)
-            ++count;
-        EXPECT_NEAR (count, blocks, 1) << int (seconds); // the sum of the steps is rounded
-        EXPECT_EQ (settings.crossfader, side == AutoCrossfader::toLeft ? 0.0 : 1.0);
-        EXPECT_EQ (settings.autoFadeState, AutoCrossfader::idle);
-        settings.crossfader = 0.4;
-        EXPECT_EQ (AutoCrossfader::advance (settings, 10.0), AutoCrossfader::idle);
-        EXPECT_EQ (settings.crossfader, 0.4);
     }
 }
