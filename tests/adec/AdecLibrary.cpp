@@ -2,20 +2,12 @@
 
 #include "adec/BuiltDecoder.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
 
 namespace
 {
-template <typename Function>
-void look (const AdecLibrary& library, const char* name, Function& function)
-{
-    function = reinterpret_cast<Function> (library.find (name));
-    EXPECT_NE (function, nullptr) << name;
-}
-
 float toFloat (const uint8_t* at, int32_t format)
 {
     const auto as = [&] (auto value)
@@ -39,37 +31,9 @@ float toFloat (const uint8_t* at, int32_t format)
 }
 }
 
-AdecLibrary::AdecLibrary() : handle (dlopen (builtDecoder(), RTLD_NOW | RTLD_LOCAL))
+AdecLibrary::AdecLibrary() : AdecSharedLibrary (juce::File (builtDecoder()))
 {
-    EXPECT_NE (handle, nullptr) << dlerror();
-    look (*this, "adec_get_version", getVersion);
-    look (*this, "adec_get_ffmpeg_revision", getFfmpegRevision);
-    look (*this, "adec_get_audio_buffer_size", getAudioBufferSize);
-    look (*this, "adec_init", init);
-    look (*this, "adec_open_filename", openFilename);
-    look (*this, "adec_close_file", closeFile);
-    look (*this, "adec_file_info", fileInfo);
-    look (*this, "adec_stream_info", streamInfo);
-    look (*this, "adec_open_stream", openStream);
-    look (*this, "adec_close_stream", closeStream);
-    look (*this, "adec_read", read);
-    look (*this, "adec_decode_audio", decodeAudio);
-    look (*this, "av_malloc", avMalloc);
-    look (*this, "av_mallocz", avMallocz);
-    look (*this, "av_free", avFree);
-    look (*this, "av_freep", avFreep);
-    look (*this, "av_fast_realloc", avFastRealloc);
-    init();
-}
-
-AdecLibrary::~AdecLibrary()
-{
-    dlclose (handle);
-}
-
-void* AdecLibrary::find (const char* name) const
-{
-    return handle != nullptr ? dlsym (handle, name) : nullptr;
+    EXPECT_TRUE (isLoaded());
 }
 
 int AdecLibrary::Decoded::frames() const
@@ -91,34 +55,34 @@ std::vector<float> AdecLibrary::Decoded::channel (int index) const
 AdecLibrary::Decoded AdecLibrary::decode (const juce::File& path, int32_t bufferBytes) const
 {
     Decoded decoded;
-    auto* const file = openFilename (path.getFullPathName().toRawUTF8());
+    auto* const file = adec_open_filename (path.getFullPathName().toRawUTF8());
     if (file == nullptr)
         return decoded;
     decoded.isOpen = true;
 
     auto fileRecord = emptyRecord<AdecFileRecord>();
-    EXPECT_EQ (fileInfo (file, &fileRecord), 0);
+    EXPECT_EQ (adec_file_info (file, &fileRecord), 0);
     decoded.streamCount = fileRecord.streamCount;
 
     int32_t chosen = -1;
     for (int32_t i = 0; i < fileRecord.streamCount; ++i)
     {
         auto record = emptyRecord<AdecStreamRecord>();
-        if (streamInfo (file, i, &record) != 0 || record.type != adecStreamAudio)
+        if (adec_stream_info (file, i, &record) != 0 || record.type != adecStreamAudio)
             continue;
         decoded.record = record;
         decoded.hasAudio = true;
         chosen = i;
     }
 
-    auto* const stream = openStream (file, chosen);
+    auto* const stream = adec_open_stream (file, chosen);
     decoded.isDecoding = stream != nullptr;
     if (bufferBytes == 0)
-        bufferBytes = getAudioBufferSize();
+        bufferBytes = adec_get_audio_buffer_size();
     std::vector<uint8_t> buffer (static_cast<size_t> (bufferBytes));
 
     auto packet = emptyRecord<AdecPacketRecord>();
-    while (stream != nullptr && read (file, &packet) == 0)
+    while (stream != nullptr && adec_read (file, &packet) == 0)
     {
         EXPECT_EQ (packet.streamIndex, chosen);
         const uint8_t* data = packet.data;
@@ -127,7 +91,7 @@ AdecLibrary::Decoded AdecLibrary::decode (const juce::File& path, int32_t buffer
         while (left > 0)
         {
             int32_t bytes = bufferBytes;
-            const auto used = decodeAudio (stream, data, left, buffer.data(), &bytes);
+            const auto used = adec_decode_audio (stream, data, left, buffer.data(), &bytes);
             if (used < 0)
             {
                 ++decoded.lostPackets;
@@ -143,7 +107,19 @@ AdecLibrary::Decoded AdecLibrary::decode (const juce::File& path, int32_t buffer
             left -= used;
         }
     }
-    closeStream (stream);
-    closeFile (file);
+    adec_close_stream (stream);
+    adec_close_file (file);
     return decoded;
+}
+
+juce::File AdecTest::noise (int frames, int channels) const
+{
+    return EncodedFiles::writeWav (EncodedFiles::makeNoise (channels, frames, 44100), 44100,
+                                   folder.file ("source.wav"));
+}
+
+juce::File AdecTest::encoded (const juce::String& name, const juce::StringArray& options, int frames,
+                              int channels) const
+{
+    return EncodedFiles::encode (noise (frames, channels), folder.file (name), options);
 }

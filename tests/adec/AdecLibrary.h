@@ -1,8 +1,10 @@
 #pragma once
 
-#include "adec/adec.h"
+#include "shared/EncodedFiles.h"
+#include "shared/TemporaryFolder.h"
+#include "tracks/AdecSharedLibrary.h"
 
-#include <juce_core/juce_core.h>
+#include <gtest/gtest.h>
 
 #include <vector>
 
@@ -15,17 +17,11 @@ Record emptyRecord()
     return record;
 }
 
-/** The decoding library as a program sees it: found by name, loaded at run time. */
-class AdecLibrary
+/** The decoding library as a program finds it at run time. */
+class AdecLibrary : public AdecSharedLibrary
 {
 public:
     AdecLibrary();
-    ~AdecLibrary();
-    AdecLibrary (const AdecLibrary&) = delete;
-    AdecLibrary& operator= (const AdecLibrary&) = delete;
-
-    /** @returns null if the library has no such function. */
-    void* find (const char* name) const;
 
     /** A file as it was decoded. */
     struct Decoded
@@ -47,25 +43,16 @@ public:
     /** Decodes the last audio stream of a file whole, the way a deck does.
         @param bufferBytes  the room that each call is given; 0 for what the library asks for */
     Decoded decode (const juce::File&, int32_t bufferBytes = 0) const;
+};
 
-    AdecGetVersion getVersion {};
-    AdecGetFfmpegRevision getFfmpegRevision {};
-    AdecGetAudioBufferSize getAudioBufferSize {};
-    AdecInit init {};
-    AdecOpenFilename openFilename {};
-    AdecCloseFile closeFile {};
-    AdecFileInfo fileInfo {};
-    AdecStreamInfo streamInfo {};
-    AdecOpenStream openStream {};
-    AdecCloseStream closeStream {};
-    AdecRead read {};
-    AdecDecodeAudio decodeAudio {};
-    AvMalloc avMalloc {};
-    AvMallocz avMallocz {};
-    AvFree avFree {};
-    AvFreep avFreep {};
-    AvFastRealloc avFastRealloc {};
+/** A folder for encoded noise, and the library. */
+class AdecTest : public testing::Test
+{
+protected:
+    juce::File noise (int frames = 44100, int channels = 2) const;
+    juce::File encoded (const juce::String& name, const juce::StringArray& options = {}, int frames = 44100,
+                        int channels = 2) const;
 
-private:
-    void* handle;
+    const TemporaryFolder folder;
+    const AdecLibrary library;
 };

@@ -1,28 +1,19 @@
 #include "AdecLibrary.h"
-#include "shared/EncodedFiles.h"
-#include "shared/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
 
 namespace
 {
-class Fuzz : public testing::TestWithParam<const char*>
+class DamagedFile : public AdecTest, public testing::WithParamInterface<const char*>
 {
 };
 }
 
 /** Nothing is expected but an end: no crash, no fault that a sanitizer sees, no endless file. */
-TEST_P (Fuzz, SurvivesDamagedBytes)
+TEST_P (DamagedFile, SurvivesDamagedBytes)
 {
     constexpr int mutations = 300, frames = 11025;
     constexpr int64_t mostBytes = 400'000'000;
-    const TemporaryFolder folder;
-    const AdecLibrary library;
-    const auto wav = EncodedFiles::writeWav (EncodedFiles::makeNoise (2, frames, 44100), 44100,
-                                             folder.file ("source.wav"));
     juce::MemoryBlock original;
-    ASSERT_TRUE (EncodedFiles::encode (wav, folder.file (juce::String ("encoded") + GetParam()))
-                     .loadFileAsData (original));
+    ASSERT_TRUE (encoded (juce::String ("encoded") + GetParam(), {}, frames).loadFileAsData (original));
 
     juce::Random random (4711);
     const auto file = folder.file (juce::String ("damaged") + GetParam());
@@ -48,6 +39,6 @@ TEST_P (Fuzz, SurvivesDamagedBytes)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P (Formats, Fuzz,
+INSTANTIATE_TEST_SUITE_P (Formats, DamagedFile,
                           testing::Values (".mp3", ".m4a", ".ogg", ".flac", ".wma", ".aiff", ".wav"),
                           [] (const auto& info) { return std::string (info.param + 1); });

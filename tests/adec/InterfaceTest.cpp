@@ -1,8 +1,5 @@
 #include "AdecLibrary.h"
-#include "shared/EncodedFiles.h"
-#include "shared/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
+#include "adec/BuiltDecoder.h"
 
 #include <array>
 #include <cstring>
@@ -10,58 +7,50 @@
 
 namespace
 {
-class Interface : public testing::Test
+class Interface : public AdecTest
 {
 protected:
-    juce::File encoded (const char* name, const juce::StringArray& options = {})
-    {
-        const auto wav = EncodedFiles::writeWav (EncodedFiles::makeNoise (2, 44100, 44100), 44100,
-                                                 folder.file ("source.wav"));
-        return EncodedFiles::encode (wav, folder.file (name), options);
-    }
-
     AdecFile* open (const juce::File& file)
     {
-        return library.openFilename (file.getFullPathName().toRawUTF8());
+        return library.adec_open_filename (file.getFullPathName().toRawUTF8());
     }
-
-    const TemporaryFolder folder;
-    const AdecLibrary library;
 };
 }
 
 TEST_F (Interface, AllocatorsOfTheSameHandleWork)
 {
-    EXPECT_NE (library.getVersion(), 0);
-    EXPECT_EQ (library.getFfmpegRevision() >> 16, 59);
+    EXPECT_NE (library.adec_get_version(), 0);
+    EXPECT_EQ (library.adec_get_ffmpeg_revision() >> 16, 59);
 
-    const auto size = static_cast<size_t> (library.getAudioBufferSize());
-    auto* buffer = static_cast<uint8_t*> (library.avMalloc (size));
+    const auto size = static_cast<size_t> (library.adec_get_audio_buffer_size());
+    auto* buffer = static_cast<uint8_t*> (library.av_malloc (size));
     ASSERT_NE (buffer, nullptr);
     EXPECT_EQ (reinterpret_cast<uintptr_t> (buffer) % 16, 0u);
     std::memset (buffer, 1, size);
-    library.avFree (buffer);
+    library.av_free (buffer);
 
-    buffer = static_cast<uint8_t*> (library.avMallocz (16));
+    buffer = static_cast<uint8_t*> (library.av_mallocz (16));
     EXPECT_EQ (buffer[15], 0);
     unsigned int room = 16;
-    buffer = static_cast<uint8_t*> (library.avFastRealloc (buffer, &room, 1000));
+    buffer = static_cast<uint8_t*> (library.av_fast_realloc (buffer, &room, 1000));
     EXPECT_GE (room, 1000u);
-    library.avFreep (&buffer);
+    library.av_freep (&buffer);
     EXPECT_EQ (buffer, nullptr);
 }
 
 TEST_F (Interface, OnlyTheLibrarysNamesAreExported)
 {
-    EXPECT_EQ (library.find ("_ZN8AdecFile4openEPKc"), nullptr);
-    EXPECT_EQ (library.find ("juce_isRunningUnderDebugger"), nullptr);
+    juce::DynamicLibrary handle (builtDecoder());
+    EXPECT_NE (handle.getFunction ("adec_read"), nullptr);
+    for (const auto* name : { "_ZN8AdecFile4openEPKc", "juce_isRunningUnderDebugger" })
+        EXPECT_EQ (handle.getFunction (name), nullptr);
 }
 
 TEST_F (Interface, RecordsThatAreTooSmallStayUntouched)
 {
     auto* const file = open (encoded ("a.flac"));
     ASSERT_NE (file, nullptr);
-    auto* const stream = library.openStream (file, 0);
+    auto* const stream = library.adec_open_stream (file, 0);
 
     const auto refuses = [] (auto record, int32_t size, auto&& call)
     {
@@ -74,13 +63,14 @@ TEST_F (Interface, RecordsThatAreTooSmallStayUntouched)
     for (const int32_t size : { 0, -1, 31, INT32_MIN })
     {
         refuses (AdecStreamRecord {}, size,
-                 [&] (auto* record) { return library.streamInfo (file, 0, record); });
-        refuses (AdecPacketRecord {}, size, [&] (auto* record) { return library.read (file, record); });
-        refuses (AdecFileRecord {}, size, [&] (auto* record) { return library.fileInfo (file, record); });
+                 [&] (auto* record) { return library.adec_stream_info (file, 0, record); });
+        refuses (AdecPacketRecord {}, size, [&] (auto* record) { return library.adec_read (file, record); });
+        refuses (AdecFileRecord {}, size,
+                 [&] (auto* record) { return library.adec_file_info (file, record); });
     }
-    refuses (AdecFileRecord {}, 2623, [&] (auto* record) { return library.fileInfo (file, record); });
-    library.closeStream (stream);
-    library.closeFile (file);
+    refuses (AdecFileRecord {}, 2623, [&] (auto* record) { return library.adec_file_info (file, record); });
+    library.adec_close_stream (stream);
+    library.adec_close_file (file);
 }
 
 TEST_F (Interface, NothingIsWrittenBehindARecord)
@@ -90,10 +80,10 @@ TEST_F (Interface, NothingIsWrittenBehindARecord)
     std::memset (records.data(), 0x55, sizeof (records));
     const auto second = records[1];
     records[0].recordSize = sizeof (records); // a caller with a longer record of its own
-    EXPECT_EQ (library.streamInfo (file, 0, records.data()), 0);
+    EXPECT_EQ (library.adec_stream_info (file, 0, records.data()), 0);
     EXPECT_EQ (records[0].type, adecStreamAudio);
     EXPECT_EQ (std::memcmp (&records[1], &second, sizeof (second)), 0);
-    library.closeFile (file);
+    library.adec_close_file (file);
 }
 
 TEST_F (Interface, NullAndOutOfRangeAreRefused)
@@ -101,42 +91,43 @@ TEST_F (Interface, NullAndOutOfRangeAreRefused)
     auto record = emptyRecord<AdecStreamRecord>();
     auto packet = emptyRecord<AdecPacketRecord>();
     auto info = emptyRecord<AdecFileRecord>();
-    EXPECT_EQ (library.openFilename (nullptr), nullptr);
-    EXPECT_EQ (library.fileInfo (nullptr, &info), -1);
-    EXPECT_EQ (library.streamInfo (nullptr, 0, &record), -1);
-    EXPECT_EQ (library.openStream (nullptr, 0), nullptr);
-    EXPECT_EQ (library.read (nullptr, &packet), -1);
-    library.closeStream (nullptr);
-    library.closeFile (nullptr);
+    EXPECT_EQ (library.adec_open_filename (nullptr), nullptr);
+    EXPECT_EQ (library.adec_file_info (nullptr, &info), -1);
+    EXPECT_EQ (library.adec_stream_info (nullptr, 0, &record), -1);
+    EXPECT_EQ (library.adec_open_stream (nullptr, 0), nullptr);
+    EXPECT_EQ (library.adec_read (nullptr, &packet), -1);
+    library.adec_close_stream (nullptr);
+    library.adec_close_file (nullptr);
 
     auto* const file = open (encoded ("a.ogg"));
     ASSERT_NE (file, nullptr);
-    EXPECT_EQ (library.fileInfo (file, nullptr), -1);
-    EXPECT_EQ (library.read (file, &packet), -1) << "no stream is open";
+    EXPECT_EQ (library.adec_file_info (file, nullptr), -1);
+    EXPECT_EQ (library.adec_read (file, &packet), -1) << "no stream is open";
     for (const int32_t index : { -1, 1, INT32_MAX, INT32_MIN })
     {
-        EXPECT_EQ (library.streamInfo (file, index, &record), -1);
-        EXPECT_EQ (library.openStream (file, index), nullptr);
+        EXPECT_EQ (library.adec_stream_info (file, index, &record), -1);
+        EXPECT_EQ (library.adec_open_stream (file, index), nullptr);
     }
 
-    auto* const stream = library.openStream (file, 0);
-    EXPECT_EQ (library.openStream (file, 0), nullptr) << "it is open already";
-    ASSERT_EQ (library.read (file, &packet), 0);
+    auto* const stream = library.adec_open_stream (file, 0);
+    EXPECT_EQ (library.adec_open_stream (file, 0), nullptr) << "it is open already";
+    ASSERT_EQ (library.adec_read (file, &packet), 0);
     std::array<float, 64> output {};
     int32_t bytes = sizeof (output);
-    EXPECT_LT (library.decodeAudio (nullptr, packet.data, packet.dataSize, output.data(), &bytes), 0);
+    EXPECT_LT (library.adec_decode_audio (nullptr, packet.data, packet.dataSize, output.data(), &bytes), 0);
     EXPECT_EQ (bytes, 0);
     bytes = sizeof (output);
-    EXPECT_LT (library.decodeAudio (stream, nullptr, packet.dataSize, output.data(), &bytes), 0);
-    EXPECT_LT (library.decodeAudio (stream, packet.data, packet.dataSize, output.data(), nullptr), 0);
+    EXPECT_LT (library.adec_decode_audio (stream, nullptr, packet.dataSize, output.data(), &bytes), 0);
+    EXPECT_LT (library.adec_decode_audio (stream, packet.data, packet.dataSize, output.data(), nullptr), 0);
     bytes = sizeof (output);
-    EXPECT_LT (library.decodeAudio (stream, packet.data, packet.dataSize + 1, output.data(), &bytes), 0);
+    EXPECT_LT (library.adec_decode_audio (stream, packet.data, packet.dataSize + 1, output.data(), &bytes),
+               0);
 
-    library.closeFile (file); // before its stream
+    library.adec_close_file (file); // before its stream
     bytes = sizeof (output);
     const uint8_t other[4] {};
-    EXPECT_LT (library.decodeAudio (stream, other, sizeof (other), output.data(), &bytes), 0);
-    library.closeStream (stream);
+    EXPECT_LT (library.adec_decode_audio (stream, other, sizeof (other), output.data(), &bytes), 0);
+    library.adec_close_stream (stream);
 }
 
 TEST_F (Interface, AnySizeOfBufferGivesTheSameSamples)

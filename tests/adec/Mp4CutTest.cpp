@@ -1,8 +1,4 @@
 #include "AdecLibrary.h"
-#include "shared/EncodedFiles.h"
-#include "shared/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
 
 #include <cstring>
 
@@ -79,15 +75,13 @@ juce::String gaplessText (int priming, int padding, int frames)
     return juce::String::formatted (" 00000000 %08X %08X %016X 00000000", priming, padding, frames);
 }
 
-class Mp4Cut : public testing::Test
+class Mp4Cut : public AdecTest
 {
 protected:
     Bytes encodeWith (const char* options)
     {
-        const auto wav = EncodedFiles::writeWav (EncodedFiles::makeNoise (1, sourceFrames, 44100), 44100,
-                                                 folder.file ("source.wav"));
-        return load (EncodedFiles::encode (wav, folder.file ("encoded.m4a"),
-                                           juce::StringArray::fromTokens (options, false)));
+        return load (
+            encoded ("encoded.m4a", juce::StringArray::fromTokens (options, false), sourceFrames, 1));
     }
 
     AdecLibrary::Decoded decode (const Bytes& bytes)
@@ -96,9 +90,6 @@ protected:
         EXPECT_TRUE (file.replaceWithData (bytes.data(), bytes.size()));
         return library.decode (file);
     }
-
-    const TemporaryFolder folder;
-    const AdecLibrary library;
 };
 }
 
@@ -146,9 +137,7 @@ TEST_F (Mp4Cut, MillisecondsOfTheMovieClockDontShortenTheEnd)
     // Each of these ends a different part of a millisecond and of a packet behind the movie clock's tick.
     for (const int frames : { 44100, 44101, 44143, 44144, 45056, 45057, 45099 })
     {
-        const auto wav = EncodedFiles::writeWav (EncodedFiles::makeNoise (1, frames, 44100), 44100,
-                                                 folder.file ("source.wav"));
-        const auto file = EncodedFiles::encode (wav, folder.file ("encoded.m4a"), { "-c:a", "aac" });
+        const auto file = encoded ("encoded.m4a", { "-c:a", "aac" }, frames, 1);
         EXPECT_EQ (library.decode (file).frames(), frames);
     }
 }

@@ -1,10 +1,8 @@
 #include "AdecLibrary.h"
-#include "shared/EncodedFiles.h"
-#include "shared/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
 
 #include <cstring>
+
+using OggCut = AdecTest;
 
 namespace
 {
@@ -45,21 +43,17 @@ void movePagesBack (juce::MemoryBlock& file, int64_t frames)
 }
 }
 
-TEST (OggCut, WhatLiesBeforeTimeZeroIsNotHeard)
+TEST_F (OggCut, WhatLiesBeforeTimeZeroIsNotHeard)
 {
     constexpr int sourceFrames = 100000;
-    const TemporaryFolder folder;
-    const AdecLibrary library;
-    const auto wav = EncodedFiles::writeWav (EncodedFiles::makeNoise (2, sourceFrames, 44100), 44100,
-                                             folder.file ("source.wav"));
-    const auto encoded = EncodedFiles::encode (wav, folder.file ("whole.ogg"), { "-c:a", "libvorbis" });
-    const auto whole = library.decode (encoded);
+    const auto wholeFile = encoded ("whole.ogg", { "-c:a", "libvorbis" }, sourceFrames);
+    const auto whole = library.decode (wholeFile);
     ASSERT_EQ (whole.frames(), sourceFrames);
 
     for (const int early : { 1, 500, 5000 })
     {
         juce::MemoryBlock bytes;
-        ASSERT_TRUE (encoded.loadFileAsData (bytes));
+        ASSERT_TRUE (wholeFile.loadFileAsData (bytes));
         movePagesBack (bytes, early);
         const auto file = folder.file ("cut.ogg");
         ASSERT_TRUE (file.replaceWithData (bytes.getData(), bytes.getSize()));
