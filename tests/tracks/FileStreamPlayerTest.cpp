@@ -1,5 +1,6 @@
 #include "tracks/FileStreamPlayer.h"
 
+#include "shared/Signals.h"
 #include "shared/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -46,22 +47,17 @@ void writeSound (juce::AudioFormat& format, const juce::File& file, const Sound&
                                   static_cast<int> (sound.channels[0].size()));
 }
 
-void writeWav (const juce::File& file, const Sound& sound)
-{
-    juce::WavAudioFormat format;
-    writeSound (format, file, sound, 32);
-}
-
 class Preview : public testing::Test
 {
 protected:
     juce::String wav (const Sound& sound, const char* name = "track.wav")
     {
-        writeWav (folder.file (name), sound);
+        juce::WavAudioFormat format;
+        writeSound (format, folder.file (name), sound, 32);
         return folder.file (name).getFullPathName();
     }
 
-    /** Adds `frames` frames to silence, in blocks of `block`. */
+    /** Adds to silence. */
     Channels hear (int frames, int block = 512)
     {
         Channels heard (2, std::vector<float> (static_cast<size_t> (frames)));
@@ -72,10 +68,7 @@ protected:
 
     static bool isSilent (const Channels& sound)
     {
-        return std::all_of (
-            sound.begin(), sound.end(),
-            [] (const auto& channel)
-            { return std::all_of (channel.begin(), channel.end(), [] (float x) { return x == 0.0f; }); });
+        return Signals::peak (sound[0]) == 0.0 && Signals::peak (sound[1]) == 0.0;
     }
 
     /** Compares from the end of the first fade on. */
@@ -118,9 +111,8 @@ TEST_F (Preview, AddsToWhatTheMonitorHolds)
     player.load (wav ({ counting (1000) }));
     player.play();
     std::vector<float> left (500, 0.25f), right (500, 0.5f);
-    player.addToMonitor (nullptr, right.data(), 500);
+    player.addToMonitor (nullptr, right.data(), 500); // nothing happens without both channels
     player.addToMonitor (left.data(), nullptr, 500);
-    EXPECT_EQ (left[499] + right[499], 0.75f) << "nothing happens without both channels";
     player.addToMonitor (left.data(), right.data(), 500);
     EXPECT_EQ (left[499], 0.25f + 500.0f / 262144.0f);
     EXPECT_EQ (right[499], 0.5f - 500.0f / 262144.0f);
@@ -178,25 +170,25 @@ TEST_F (Preview, LoadReplacesAndAnEmptyPathUnloads)
 
 TEST_F (Preview, KeepsTagsForDisplay)
 {
-    Sound sound { counting (22050), 44100.0, {} };
+    Sound sound { counting (22050) };
     player.load (wav (sound, "untagged.wav"));
     EXPECT_EQ (player.track().title, "untagged");
 
     sound.tags.set ("INAM", "A Title");
     sound.tags.set ("IART", "An Artist");
-    player.load (wav (sound, "tagged.wav"));
+    player.load (wav (sound));
     EXPECT_EQ (player.track().title, "A Title");
     EXPECT_EQ (player.track().artist, "An Artist");
     EXPECT_EQ (player.track().seconds, 0.5);
 }
 
-TEST_F (Preview, ReadsTheFormatsOfTheToolkit)
+TEST_F (Preview, ReadsEveryFormat)
 {
     const Sound sound { counting (30000), 44100.0, {} };
-    const std::unique_ptr<juce::AudioFormat> formats[] = { std::make_unique<juce::AiffAudioFormat>(),
-                                                           std::make_unique<juce::FlacAudioFormat>(),
-                                                           std::make_unique<juce::OggVorbisAudioFormat>() };
-    for (const auto& format : formats)
+    juce::AiffAudioFormat aiff;
+    juce::FlacAudioFormat flac;
+    juce::OggVorbisAudioFormat ogg;
+    for (auto* format : std::initializer_list<juce::AudioFormat*> { &aiff, &flac, &ogg })
     {
         const auto file = folder.file ("track" + format->getFileExtensions()[0]);
         writeSound (*format, file, sound, format->getPossibleBitDepths().contains (16) ? 16 : 32);
@@ -210,26 +202,18 @@ TEST_F (Preview, ReadsTheFormatsOfTheToolkit)
 
 TEST_F (Preview, ResamplesToTheOutputRateIfThatIsKnown)
 {
-    const auto crossingsOfOneSecond = [&] (double fileRate)
+    const auto frequencyOf = [&] (double fileRate, double near)
     {
-        Sound sound { Channels (2), fileRate, {} };
-        for (int i = 0; i < 2 * static_cast<int> (fileRate); ++i)
-            for (auto& channel : sound.channels)
-                channel.push_back (0.5f
-                                   * std::sin (juce::MathConstants<float>::twoPi * 1000.0f
-                                               * static_cast<float> (i) / static_cast<float> (fileRate)));
-        player.load (wav (sound));
+        const auto tone = Signals::sine (1000.0, fileRate, 2 * static_cast<int> (fileRate));
+        player.load (wav ({ { tone, tone }, fileRate }));
         player.play();
         const auto heard = hear (48000)[0];
-        int crossings = 0;
-        for (size_t i = 1; i < heard.size(); ++i)
-            crossings += heard[i - 1] < 0.0f && heard[i] >= 0.0f ? 1 : 0;
-        return crossings;
+        return Signals::fitSine (std::span (heard).subspan (fade), 48000.0, near).frequency;
     };
-    EXPECT_NEAR (crossingsOfOneSecond (44100.0), 1088, 2);
+    EXPECT_NEAR (frequencyOf (44100.0, 1088.0), 48000.0 / 44.1, 0.1);
     player.setOutputRate (48000.0);
     for (const double rate : { 22050.0, 44100.0, 48000.0, 96000.0 })
-        EXPECT_NEAR (crossingsOfOneSecond (rate), 1000, 2) << rate;
+        EXPECT_NEAR (frequencyOf (rate, 1000.0), 1000.0, 0.1) << rate;
 }
 
 TEST_F (Preview, DamagedFilesAreRefusedOrPlayNothingLouder)
