@@ -71,28 +71,23 @@ TEST (DemoFiles, AStopIsHeededAndNothingHalfIsLeft)
     EXPECT_TRUE (folder.file (demoTracks().front().fileName).existsAsFile());
 }
 
-TEST (DemoFiles, AFolderThatCannotBeMadeIsASentence)
+TEST (DemoFiles, WhatCannotBeWrittenIsASentence)
 {
     const TemporaryFolder folder;
     ASSERT_TRUE (folder.file ("file").replaceWithText ("not a folder"));
-    const auto result = writeDemoTracks (folder.file ("file").getChildFile ("audio"));
-    EXPECT_EQ (result.written, 0);
-    EXPECT_THAT (result.error.toStdString(),
-                 testing::MatchesRegex ("The demo tracks could not be written: .*\\."));
-    EXPECT_EQ (folder.file ("file").loadFileAsString(), "not a folder");
-}
-
-TEST (DemoFiles, AFileThatCannotBeWrittenIsASentence)
-{
-    const TemporaryFolder folder;
     occupyAllButFirst (folder);
     // A folder with something in it stands where the unfinished file would go.
     const auto* name = demoTracks().front().fileName;
     ASSERT_TRUE (folder.file (juce::String (name) + ".part").getChildFile ("inner").createDirectory());
-    const auto result = writeDemoTracks (folder);
-    EXPECT_EQ (result.written, 0);
-    EXPECT_THAT (result.error.toStdString(),
-                 testing::MatchesRegex ("The demo track .* could not be written: .*\\."));
+    for (const auto& [target, what] : { std::pair { folder.file ("file").getChildFile ("audio"), "tracks" },
+                                        { folder.file (""), "track .*" } })
+    {
+        const auto result = writeDemoTracks (target);
+        EXPECT_EQ (result.written, 0);
+        EXPECT_THAT (result.error.toStdString(), testing::MatchesRegex ("The demo " + std::string (what)
+                                                                        + " could not be written: .*\\."));
+    }
+    EXPECT_EQ (folder.file ("file").loadFileAsString(), "not a folder");
     EXPECT_FALSE (folder.file (name).exists());
 }
 

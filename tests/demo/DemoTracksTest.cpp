@@ -63,19 +63,14 @@ double onsetAfter (const std::vector<double>& samples, double frame)
 
 TEST (DemoTracks, TheTableSuitsMixingPractice)
 {
-    EXPECT_GE (demoTracks().size(), 5u);
-    std::set<std::string> titles, files;
-    std::set<double> tempos;
+    std::set<std::string> files;
     for (const auto& track : demoTracks())
     {
         SCOPED_TRACE (track.title);
-        titles.insert (track.title);
-        files.insert (track.fileName);
-        tempos.insert (track.bpm);
+        EXPECT_TRUE (files.insert (track.fileName).second);
         EXPECT_EQ (track.fileName, std::string (track.artist) + " - " + track.title + ".flac");
         const auto seconds = static_cast<double> (track.barFrames (track.bars)) / DemoTrack::sampleRate;
-        EXPECT_GE (seconds, 60.0);
-        EXPECT_LE (seconds, 90.5);
+        EXPECT_TRUE (seconds >= 60.0 && seconds <= 90.5) << seconds;
 
         // Intro, main part, break, main part, outro, with 8 bars of drums to mix over at both ends, in phrases of 4.
         std::vector<Kind> form;
@@ -88,14 +83,10 @@ TEST (DemoTracks, TheTableSuitsMixingPractice)
                             lastBar = to;
                         });
         EXPECT_EQ (lastBar, track.bars);
-        EXPECT_EQ (track.bars % 8, 0);
         EXPECT_THAT (form, testing::ElementsAre (Kind::intro, Kind::build, Kind::mainPart, Kind::breakdown,
                                                  Kind::mainPart, Kind::outro));
         EXPECT_GE (demoSections (track).back().bars, 8);
     }
-    EXPECT_EQ (titles.size(), demoTracks().size());
-    EXPECT_EQ (files.size(), demoTracks().size());
-    EXPECT_EQ (tempos.size(), demoTracks().size());
 }
 
 TEST (DemoTracks, DrumsStrikeOnTheGrid)
@@ -240,14 +231,6 @@ TEST (DemoTracks, RenderingRepeatsToTheBitAndTracksDiffer)
         fingerprints.insert (again.getRMSLevel (0, 0, again.getNumSamples()));
     }
     EXPECT_EQ (fingerprints.size(), demoTracks().size());
-}
-
-TEST (DemoTracks, AnUnknownTrackIsEmpty)
-{
-    auto track = demoTracks().front();
-    track.title = "Not One Of Ours";
-    EXPECT_EQ (renderDemoTrack (track).getNumSamples(), 0);
-    EXPECT_TRUE (demoSections (track).empty());
 }
 
 TEST (PortableMath, AgreesWithTheLibrary)
