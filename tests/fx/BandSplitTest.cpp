@@ -11,11 +11,6 @@ namespace
 struct Pairs
 {
     std::vector<float> working, side;
-
-    double levelOf (const std::vector<float>& pair, double hertz, double rate) const
-    {
-        return std::abs (Response::at (pair, hertz, rate));
-    }
 };
 
 /** The left channel of what comes out for an impulse, with the bands that a mask names switched on. */
@@ -65,7 +60,7 @@ TEST (BandSplit, EachBandHasTheSlopesOfFourthOrderCrossovers)
             for (unsigned band = 0; band < 3; ++band)
             {
                 const auto pairs = responseOf (1u << band, rate);
-                EXPECT_NEAR (pairs.levelOf (pairs.working, hertz, rate), wanted[band], 1e-4)
+                EXPECT_NEAR (std::abs (Response::at (pairs.working, hertz, rate)), wanted[band], 1e-4)
                     << rate << " " << band << " " << hertz;
             }
         }

@@ -21,7 +21,8 @@ template <class Channel>
 std::vector<float> impulseResponse (double rate, double turns, double depth, double sign, double wet)
 {
     Channel left, right;
-    std::vector<float> response (8192), other (8192);
+    auto response = Response::impulse (8192);
+    std::vector<float> other (8192);
     for (auto* channel : { &left, &right })
     {
         channel->setSampleRate (rate);
@@ -32,7 +33,6 @@ std::vector<float> impulseResponse (double rate, double turns, double depth, dou
         channel->settle();
         channel->reset();
     }
-    response[0] = 1.0f;
     Channel::processPair (left, right, response.data(), other.data(), 8192);
     return response;
 }
@@ -123,8 +123,7 @@ TEST (ModulationFx, StereoPhaseTurnsTheRightChannelAndTinyMovesAreIgnored)
         effect.setFxParameter (FxParameter::feedback, turns);
         effect.setFxParameter (FxParameter::feedback, turns + 0.00009);
         switchOn (effect, 1.0);
-        std::vector<float> left (1024), right (1024);
-        left[0] = right[0] = 1.0f;
+        auto left = Response::impulse (1024), right = left;
         effect.process (left.data(), right.data(), 1024, frozen);
         EXPECT_NEAR (echoNear (left, 120.0).frames, 120.0, 0.01);
         const auto expected = 120.0 + 72.0 * std::sin (2.0 * pi * turns);
@@ -141,13 +140,19 @@ TYPED_TEST_SUITE (BothModulations, Both);
 
 TYPED_TEST (BothModulations, SwingRepeatsAfterTheStepsBeatsAtTheDecksTempo)
 {
-    for (const auto& [bpm, step] : { std::pair { 120.0, 0.0 }, { 60.0, 0.15 }, { 150.0, 0.3 } })
+    struct Case
     {
-        const auto beats = BeatSteps::at (BeatSteps::modulation, step).beats;
+        double bpm, step, beats;
+        const char* text; ///< in bars
+    };
+    for (const auto& [bpm, step, beats, text] :
+         { Case { 120.0, 0.0, 0.25, "1/16" }, { 60.0, 0.15, 0.5, "1/8" }, { 150.0, 0.3, 1.0, "1/4" } })
+    {
         const auto period = static_cast<size_t> (std::lround (48000.0 * beats * 60.0 / bpm));
         TypeParam effect;
         effect.setSampleRate (48000.0);
         effect.setFxParameter (FxParameter::step, step);
+        EXPECT_EQ (effect.parameterText (FxParameter::step), text);
         switchOn (effect, 1.0);
         // A tone whose period divides the swing's, so that sound and swing repeat together.
         auto left = Signals::sine (1440.0, 48000.0, 48000), right = left;

@@ -14,17 +14,12 @@ namespace
 struct Stereo
 {
     std::vector<float> left, right;
-
-    explicit Stereo (int frames = 0) : left (static_cast<size_t> (frames)), right (left.size()) {}
-
-    static Stereo noise (int frames)
-    {
-        Stereo made;
-        made.left = Signals::noise (frames, 1);
-        made.right = Signals::noise (frames, 2);
-        return made;
-    }
 };
+
+Stereo noise (int frames)
+{
+    return { Signals::noise (frames, 1), Signals::noise (frames, 2) };
+}
 
 void process (Reverb& reverb, Stereo& sound, int block = 128)
 {
@@ -35,7 +30,8 @@ void process (Reverb& reverb, Stereo& sound, int block = 128)
 
 Stereo tail (Reverb& reverb, int frames)
 {
-    Stereo silence (frames);
+    Stereo silence { std::vector<float> (static_cast<size_t> (frames)),
+                     std::vector<float> (static_cast<size_t> (frames)) };
     process (reverb, silence);
     return silence;
 }
@@ -48,7 +44,7 @@ Reverb ringing (double rate, Reverb::Settings settings)
     settings.dry = 0.0f;
     reverb.setSettings (settings);
     reverb.setBypass (false);
-    auto burst = Stereo::noise (static_cast<int> (rate / 2));
+    auto burst = noise (static_cast<int> (rate / 2));
     process (reverb, burst);
     return reverb;
 }
@@ -62,8 +58,7 @@ TEST (Reverb, FirstEchoIsTheShortestCombsAtTheRatesLengthAndTheWidthsLevels)
         reverb.setSampleRate (rate);
         reverb.setBypass (false);
         reverb.reset();
-        Stereo sound (8000);
-        sound.left[0] = 1.0f;
+        Stereo sound { Response::impulse (8000), std::vector<float> (8000) };
         process (reverb, sound);
         const auto length = static_cast<size_t> (1116 * rate / 44100.0);
         EXPECT_EQ (sound.left[0], 1.0f);
@@ -122,7 +117,7 @@ TEST (Reverb, LargestRoomStillDecaysAndOnlyTheFrozenOneDoesNot)
     const auto before = Signals::rms (tail (frozen, 88200).left);
     for (int seconds = 0; seconds < 30; ++seconds)
     {
-        auto ignored = Stereo::noise (44100);
+        auto ignored = noise (44100);
         process (frozen, ignored);
     }
     EXPECT_NEAR (Signals::rms (tail (frozen, 88200).left) / before, 1.0, 0.02);
@@ -137,7 +132,7 @@ TEST (Reverb, AnotherRateEndsTheTailAndTheSameOneDoesNot)
     EXPECT_GT (Signals::peak (tail (reverb, 4410).left), 1e-4);
     for (const auto rate : { 48000.0, 192000.0, 8000.0, 44100.0 })
     {
-        auto burst = Stereo::noise (4410);
+        auto burst = noise (4410);
         process (reverb, burst);
         reverb.setSampleRate (rate);
         EXPECT_EQ (Signals::peak (tail (reverb, 44100).left), 0.0) << rate;
