@@ -51,6 +51,12 @@ struct AutomixDecks : ClickDecks
         engine.deliverMessages();
     }
 
+    void render (double seconds)
+    {
+        ClickDecks::render (seconds);
+        host->waitForLoads(); // a track is taken off in real time
+    }
+
     void unload (int index)
     {
         engine.loaders.unload (index);

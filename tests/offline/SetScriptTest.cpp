@@ -49,7 +49,7 @@ void expectSound (const std::string& text)
     const auto parsed = parseSetScript (text);
     if (const auto* error = std::get_if<SetScriptError> (&parsed))
     {
-        EXPECT_THAT (error->sentence, AllOf (EndsWith ("."), Not (HasSubstr ("\n"))));
+        EXPECT_THAT (error->sentence, AllOf (AnyOf (EndsWith ("."), EndsWith ("?")), Not (HasSubstr ("\n"))));
         EXPECT_GE (error->line, 1);
         EXPECT_LE (error->line, 1 + std::count (text.begin(), text.end(), '\n'));
         return;
