@@ -32,6 +32,9 @@ struct ReadHead
 
     bool operator== (const ReadHead&) const noexcept = default;
 
+    /** The factor of the old audio's gain from frame to frame, and the gain below which it is gone. */
+    static constexpr double declickFade = 0.984, declickFloor = 0.001;
+
     /** Lets the audio of a position fade out while the reading goes on elsewhere. */
     void declickFrom (double where) noexcept
     {

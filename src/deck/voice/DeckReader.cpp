@@ -9,7 +9,6 @@
 namespace
 {
 constexpr double sampleScale = 3.0517578125e-05; // 1 / 32768
-constexpr double declickFloor = 0.001, declickFade = 0.984;
 constexpr double nudgeStep = 2.5e-7;
 constexpr double jogFloor = 0.01, bendFloor = 0.001, rateFloor = 0.001;
 constexpr double dullingSpeed = 10.0;

@@ -17,8 +17,6 @@ int pieceAt (double engineRate) noexcept
     return engineRate > 96000.0 ? 128 : 32;
 }
 
-constexpr double tailFade = 0.984; // of the declick of jumps, for each frame
-
 // Changes of the tempo leave a little between the place that is heard and the one that is due. It is taken out by the
 // stretcher's next frames, by so little that nobody hears it.
 constexpr double correctionSeconds = 0.5, greatestCorrection = 0.0009;
@@ -151,8 +149,8 @@ void DeckVoice::leaveTrack (ReadHead& head, const VoiceBlock& block) noexcept
 void DeckVoice::fadeTail (float* left, float* right, int frames) noexcept
 {
     const auto count = std::min (frames, tailLength - tail.next);
-    auto weight = static_cast<float> (std::pow (tailFade, tail.next));
-    for (int i = 0; i < count; ++i, ++tail.next, weight *= static_cast<float> (tailFade))
+    auto weight = static_cast<float> (std::pow (ReadHead::declickFade, tail.next));
+    for (int i = 0; i < count; ++i, ++tail.next, weight *= static_cast<float> (ReadHead::declickFade))
     {
         left[i] = CrossFade::mixed (left[i], tail.left[static_cast<size_t> (tail.next)], weight);
         right[i] = CrossFade::mixed (right[i], tail.right[static_cast<size_t> (tail.next)], weight);

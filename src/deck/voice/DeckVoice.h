@@ -83,7 +83,7 @@ public:
     static constexpr double slowestStretch = 0.5, fastestStretch = 1.5;
 
 private:
-    static constexpr int tailLength = 448; ///< until the fade is below 0.001
+    static constexpr int tailLength = 448; ///< until a fade by ReadHead::declickFade is below its floor
 
     /** The sound of before a jump, that the new one fades over. */
     struct Tail
