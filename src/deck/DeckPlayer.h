@@ -89,6 +89,9 @@ struct DeckPlayer
     /** Play is on, with a track. Any thread. */
     bool isPlaying() const noexcept { return play.on != 0 && !isEmpty(); }
 
+    /** Play is off, with nothing left to play. Any thread. */
+    bool isPlayedOut() const noexcept { return play.on == 0 && (isEmpty() || isAtEnd()); }
+
     /** A hand holds the deck, or what it gave it has not run out yet. */
     bool isHeld() const noexcept { return jog.scratchOn != 0 || jog.scratchEnded != 0; }
 

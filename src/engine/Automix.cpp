@@ -14,11 +14,6 @@ constexpr double emptyFadeSeconds = 0.5;
 /** A deck that got no track asks again. */
 constexpr double askAgainMs = 1000.0;
 
-bool isPlayedOut (const DeckPlayer& deck) noexcept
-{
-    return deck.play.on == 0 && (deck.isEmpty() || deck.isAtEnd());
-}
-
 bool isLoading (const DeckPlayer& deck) noexcept
 {
     return deck.isLoading != 0;
@@ -46,7 +41,7 @@ void Automix::moveFade (double milliseconds) noexcept
     auto& left = deck (leavesRight ? 1 : 0);
     auto& entered = deck (leavesRight ? 0 : 1);
 
-    const auto hurries = isOn() && isPlayedOut (left) && entered.play.on != 0;
+    const auto hurries = isOn() && left.isPlayedOut() && entered.play.on != 0;
     const auto factor = hurries ? std::max (1.0, settings.automixFadeSeconds / emptyFadeSeconds) : 1.0;
     if (AutoCrossfader::advance (settings, milliseconds * factor) == AutoCrossfader::idle || !isOn()
         || left.play.on == 0)
@@ -85,9 +80,9 @@ void Automix::keepOnAir() noexcept
 {
     auto& onAir = deck (automixDeck);
     auto& other = deck (1 - automixDeck);
-    if (onAir.play.on == 0 && !isPlayedOut (onAir))
+    if (onAir.play.on == 0 && !onAir.isPlayedOut())
         putOnAir (onAir);
-    else if (onAir.isEmpty() && !isLoading (onAir) && !isPlayedOut (other))
+    else if (onAir.isEmpty() && !isLoading (onAir) && !other.isPlayedOut())
         putOnAir (other);
 }
 
@@ -138,13 +133,13 @@ void Automix::handOverNearEnd() noexcept
     const auto& onAir = deck (automixDeck);
     auto& other = deck (1 - automixDeck);
     const auto fade = world.settings.automixFadeSeconds.get();
-    if (onAir.isEmpty() || isLoading (onAir) || isPlayedOut (other) || fade < wholeSecondsLeft (onAir))
+    if (onAir.isEmpty() || isLoading (onAir) || other.isPlayedOut() || fade < wholeSecondsLeft (onAir))
         return;
 
     // A track that still loads may be a longer one, and its tempo isn't known yet.
     const auto waits = isLoading (other)
                        && (world.settings.automixSync != 0 || wholeSecondsLeft (other) <= fade)
-                       && !isPlayedOut (onAir);
+                       && !onAir.isPlayedOut();
     if (waits)
         return;
     if (wholeSecondsLeft (other) > fade)

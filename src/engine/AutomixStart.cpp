@@ -46,14 +46,14 @@ constexpr std::array beginnings {
 
 Holding holdingOf (const DeckPlayer& deck) noexcept
 {
-    return deck.play.on != 0 ? playing : deck.track.loadedFrames > 0 ? loaded : empty;
+    return deck.play.on != 0 ? playing : deck.isEmpty() ? empty : loaded;
 }
 
 void begin (DeckWorld& world, DeckPlayer& deck, const Beginning::Deck& what)
 {
     if (what.stops)
         deck.play.on = deck.play.cueHold = 0;
-    if (what.rewinds || (what.rewindsAtEnd && deck.heardPosition() >= deck.track.loadedFrames))
+    if (what.rewinds || (what.rewindsAtEnd && deck.isAtEnd()))
     {
         deck.jumpTo (0.0);
         if (deck.play.on == 0)
@@ -65,7 +65,7 @@ void begin (DeckWorld& world, DeckPlayer& deck, const Beginning::Deck& what)
         deck.sync.resync = 1;
     }
     // A deck that plays with nothing loaded is as empty as one that stands still.
-    if (what.asks || (what.stops && deck.track.loadedFrames < 1))
+    if (what.asks || (what.stops && deck.isEmpty()))
         deck.play.loadNext = 1;
     if (what.stops || what.starts)
         MasterDeck::choose (world, deck);

@@ -252,8 +252,7 @@ void CPlatterdex::askToStopAutomix()
 void CPlatterdex::loadNextTrack (int deck)
 {
     auto* player = decks.deck (deck);
-    if (player == nullptr || player->isLoading != 0
-        || (player->play.on != 0 && player->track.loadedFrames > 0) || settings.automixOn == 0)
+    if (player == nullptr || player->isLoading != 0 || player->isPlaying() || settings.automixOn == 0)
         return; // meanwhile somebody else has found something to do for it
 
     std::optional<juce::File> file (juce::File {});

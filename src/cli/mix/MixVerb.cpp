@@ -83,19 +83,12 @@ void fillAutomixList (SongDatabase& database, const std::vector<MixTracks::Track
 
 bool isOver (const CPlatterdex& engine)
 {
-    const auto isDone = [&] (int d)
-    {
-        const auto& deck = *engine.decks.decks[static_cast<size_t> (d)];
-        return deck.play.on == 0
-               && (deck.track.loadedFrames < 1
-                   || deck.heardPosition() >= static_cast<double> (deck.track.loadedFrames));
-    };
-    return isDone (0) && isDone (1);
+    return engine.decks.decks[0]->isPlayedOut() && engine.decks.decks[1]->isPlayedOut();
 }
 
 bool hasTrack (const CPlatterdex& engine)
 {
-    return engine.decks.decks[0]->track.loadedFrames > 0 || engine.decks.decks[1]->track.loadedFrames > 0;
+    return !engine.decks.decks[0]->isEmpty() || !engine.decks.decks[1]->isEmpty();
 }
 
 /** Renders until the list has been played. @returns one sentence if there is no mix */

@@ -139,9 +139,8 @@ bool saveAnalysis (DeckWorld& world, DeckPlayer& deck)
         {
             auto mine = analysisOf (world, deck);
             // In this order: a deck whose track is leaving loses first its frames and then its path.
-            if (deck.track.loadedFrames < 1 || deck.texts().analysisPath != path
-                || numberOfBeats (deck) <= 0.0 || isStored (deck, mine)
-                || (!mine.beatMarks && !isHandMade (*mine.cues)))
+            if (deck.isEmpty() || deck.texts().analysisPath != path || numberOfBeats (deck) <= 0.0
+                || isStored (deck, mine) || (!mine.beatMarks && !isHandMade (*mine.cues)))
                 return std::nullopt;
             auto merged = stored ? mergeFields (lastKnown (deck), mine, *stored) : mine;
             if (!mine.beatMarks && stored && stored->beatMarks)

@@ -91,7 +91,7 @@ void DeckLoader::unload()
 
 void DeckLoader::measureTempo (double nearBpm)
 {
-    if (deck().isLoading == 0 && deck().track.loadedFrames > 0)
+    if (deck().isLoading == 0 && !deck().isEmpty())
         worker.post (measureKey,
                      { [this, nearBpm] (const std::stop_token& stop) { measure (nearBpm, stop); } });
 }
@@ -147,7 +147,7 @@ void DeckLoader::dropTrack()
 {
     auto& target = deck();
     isPartial = false;
-    if (target.track.loadedFrames > 0)
+    if (!target.isEmpty())
         saveAnalysis (world, target);
     {
         const CallbackLock lock (world.callbackLock, "change of track");
@@ -261,8 +261,7 @@ void DeckLoaders::load (const juce::File& file, int deckIndex)
             "*** Load Error ***|" + file.getFileName() + "|" + faultOfTrack (file, decoder), deckIndex);
         return world.listeners.post (EngineEvent::loadFailed, deckIndex);
     }
-    if (world.settings.lockLoadedDecks != 0 && !automix && deck->play.on != 0
-        && deck->heardPosition() < deck->track.loadedFrames)
+    if (world.settings.lockLoadedDecks != 0 && !automix && deck->isPlaying() && !deck->isAtEnd())
         return world.listeners.postMessage ("*** Deck Locked ***|Stop the deck to|load new track", deckIndex);
     loaders[static_cast<size_t> (deckIndex)]->load (file);
 }
@@ -270,7 +269,7 @@ void DeckLoaders::load (const juce::File& file, int deckIndex)
 void DeckLoaders::unload (int deckIndex)
 {
     if (const auto* deck = world.deck (deckIndex);
-        deck != nullptr && deck->track.loadedFrames > 0 && deck->isLoading == 0)
+        deck != nullptr && !deck->isEmpty() && deck->isLoading == 0)
         loaders[static_cast<size_t> (deckIndex)]->unload();
 }
 

@@ -45,7 +45,7 @@ void Transport::playOrStop (DeckWorld& world, DeckPlayer& deck) noexcept
         deck.play.on = 0;
     }
 
-    if (deck.play.on != 0 && deck.head.position >= deck.track.loadedFrames)
+    if (deck.play.on != 0 && deck.isAtEnd())
         deck.place (0.0);
     MasterDeck::choose (world, deck);
 }
@@ -266,7 +266,7 @@ void Transport::rewind (int deckIndex)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "rewind");
-    if (deck->track.loadedFrames < 1)
+    if (deck->isEmpty())
         return;
     deck->jumpTo (0.0);
     if (deck->play.on == 0)

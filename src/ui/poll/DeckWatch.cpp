@@ -11,7 +11,7 @@ namespace
 TrackPlaces placesOf (const DeckPlayer& deck)
 {
     TrackPlaces places;
-    if (deck.track.loadedFrames < 1)
+    if (deck.isEmpty())
     {
         places.cues.fill (emptyCue);
         return places;
