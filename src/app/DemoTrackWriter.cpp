@@ -5,16 +5,10 @@
 #include <juce_events/juce_events.h>
 
 DemoTrackWriter::DemoTrackWriter (const juce::File& f, std::function<void (const juce::String&)> done)
-    : Thread ("DemoTracks"),
-      folder (f),
+    : folder (f),
       finished (std::make_shared<std::function<void (const juce::String&)>> (std::move (done)))
 {
-    startThread (Priority::low);
-}
-
-DemoTrackWriter::~DemoTrackWriter()
-{
-    stopThread (-1);
+    worker.post ({ [this] (const std::stop_token& stop) { write (stop); } });
 }
 
 bool DemoTrackWriter::isWanted (const juce::File& folder)
@@ -22,10 +16,10 @@ bool DemoTrackWriter::isWanted (const juce::File& folder)
     return folder.getNumberOfChildFiles (juce::File::findFilesAndDirectories) == 0;
 }
 
-void DemoTrackWriter::run()
+void DemoTrackWriter::write (const std::stop_token& stop)
 {
-    const auto result = writeDemoTracks (folder, [this] { return threadShouldExit(); });
-    if (threadShouldExit())
+    const auto result = writeDemoTracks (folder, [&stop] { return stop.stop_requested(); });
+    if (stop.stop_requested())
         return;
     const auto sentence = result.error.isNotEmpty()
                               ? result.error
