@@ -14,6 +14,9 @@ ApplicationRun::ApplicationRun (Session::Options options, const juce::Array<juce
     window = std::make_unique<MainWindow> (
         std::move (content), session->folders.setup().getChildFile ("window.txt"), [this] { askToQuit(); });
 
+    audio.onChange = [this] { tellOfDevice(); };
+    tellOfDevice();
+
     for (int deck = 0; deck < tracks.size(); ++deck)
         engine.loadTrack (tracks[deck], deck);
     offerDemoTracks();
@@ -42,6 +45,12 @@ EngineWorld ApplicationRun::makeWorld()
         return editor;
     };
     return made;
+}
+
+void ApplicationRun::tellOfDevice()
+{
+    if (editor != nullptr)
+        editor->setNotice (audio.notice(), [this] { audio.showSettings (*window); });
 }
 
 bool ApplicationRun::isPerforming() const
@@ -84,7 +93,7 @@ void ApplicationRun::loadDemoTracks()
     for (int deck = 0; deck < 2; ++deck)
     {
         const auto track = folder.getChildFile (::demoTracks()[static_cast<size_t> (deck)].fileName);
-        if (track.existsAsFile() && engine.decks.deck (deck)->track.loadedFrames == 0)
+        if (track.existsAsFile() && engine.decks.deck (deck)->isEmpty())
             engine.loadTrack (track, deck);
     }
 }

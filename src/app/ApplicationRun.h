@@ -23,6 +23,7 @@ public:
 private:
     EngineWorld makeWorld();
     void askToQuit();
+    void tellOfDevice();
     bool isPerforming() const;
     void offerDemoTracks();
 

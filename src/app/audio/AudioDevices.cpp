@@ -15,6 +15,7 @@ namespace
 {
 constexpr int watchMs = 1000;
 constexpr int mostStalledTurns = 3;
+constexpr int outputsWithMonitor = 4;
 
 /** Above the threads of other programs that ask, below those of the kernel that serve the card. */
 constexpr int audioPriority = 40;
@@ -144,6 +145,17 @@ void AudioDevices::announce()
         std::fflush (stdout);
     }
     announced = line;
+    onChange();
+}
+
+juce::String AudioDevices::notice() const
+{
+    const auto* device = devices.getCurrentAudioDevice();
+    if (device == nullptr || device->getTypeName() == SilentDevice::name)
+        return "No audio device: nothing can be heard. Click to choose one.";
+    if (device->getActiveOutputChannels().countNumberOfSetBits() < outputsWithMonitor)
+        return "Two outputs only: headphones and PFL cannot be heard. Click to choose another device.";
+    return {};
 }
 
 void AudioDevices::saveChoice() const

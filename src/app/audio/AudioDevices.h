@@ -4,6 +4,7 @@
 
 #include <juce_audio_utils/juce_audio_utils.h>
 
+#include <functional>
 #include <memory>
 
 /** The application's audio device: JACK, else ALSA, else silence, or what the user has chosen.
@@ -21,6 +22,12 @@ public:
 
     /** One line on all blocks so far: how many came late, the longest, the lock, and how the kernel schedules them. */
     juce::String report() const;
+
+    /** One sentence on what can't be heard through the device; empty if all can. */
+    juce::String notice() const;
+
+    /** Called after a device was taken up. */
+    std::function<void()> onChange = [] {};
 
     /** Opens the dialog in which the device is chosen. */
     void showSettings (juce::Component& centredOn);
