@@ -1,35 +1,7 @@
 #include "AdecLibrary.h"
 
 #include "adec/BuiltDecoder.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
-
-namespace
-{
-float toFloat (const uint8_t* at, int32_t format)
-{
-    const auto as = [&] (auto value)
-    {
-        std::memcpy (&value, at, sizeof (value));
-        return value;
-    };
-    switch (format)
-    {
-    case adecSampleU8:
-        return (static_cast<float> (*at) - 128.0f) / 128.0f;
-    case adecSampleS16:
-        return static_cast<float> (as (int16_t {})) / 32768.0f;
-    case adecSampleS32:
-        return static_cast<float> (as (int32_t {})) / 2147483648.0f;
-    case adecSampleFloat:
-        return as (float {});
-    default:
-        return static_cast<float> (as (double {}));
-    }
-}
-}
+#include "tracks/SampleConversion.h"
 
 AdecLibrary::AdecLibrary() : AdecSharedLibrary (juce::File (builtDecoder()))
 {
@@ -43,13 +15,10 @@ int AdecLibrary::Decoded::frames() const
 
 std::vector<float> AdecLibrary::Decoded::channel (int index) const
 {
-    const auto sampleBytes = static_cast<size_t> (record.bitsPerSample / 8);
-    const auto channels = static_cast<size_t> (record.channels);
-    std::vector<float> values (static_cast<size_t> (frames()));
-    for (size_t i = 0; i < values.size(); ++i)
-        values[i] = toFloat (samples.data() + (i * channels + static_cast<size_t> (index)) * sampleBytes,
-                             record.sampleFormat);
-    return values;
+    std::vector<float> left (static_cast<size_t> (frames())), right (left.size());
+    convertToFloat (std::as_bytes (std::span (samples)), record.sampleFormat, record.channels, left.data(),
+                    right.data());
+    return index == 0 ? left : right;
 }
 
 AdecLibrary::Decoded AdecLibrary::decode (const juce::File& path, int32_t bufferBytes) const
