@@ -68,8 +68,10 @@ TEST (Stress, BlocksCommandsLoadsAndReadsTogether)
                 fixture.load (fixture.noiseFile (10 + static_cast<int> (random() % 4)), deck);
                 engine.setParameter (1 + deck, 1.0f);
                 engine.decks.deck (deck)->texts();
-                engine.preview.load (preview.getFullPathName());
+                engine.preview.load (loads % 3 == 2 ? juce::String() : preview.getFullPathName());
                 engine.preview.play();
+                if (loads % 4 == 1)
+                    engine.preview.stop();
                 ++loads;
             }
         });

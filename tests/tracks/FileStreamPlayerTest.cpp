@@ -8,7 +8,6 @@
 #include <cmath>
 #include <limits>
 #include <random>
-#include <thread>
 
 namespace
 {
@@ -265,32 +264,4 @@ TEST_F (Preview, LiveNothingIsSkippedOrRepeatedHoweverLateTheDisk)
     ASSERT_EQ (heard.size(), frames);
     for (auto i = fade; i < frames; ++i)
         ASSERT_EQ (heard[i], sound[0][i]);
-}
-
-TEST_F (Preview, CommandsMeetAudioUnharmed)
-{
-    const auto first = wav ({ counting (3000) }, "first.wav");
-    const auto second = wav ({ counting (90000) }, "second.wav");
-    FileStreamPlayer live;
-    std::atomic<bool> done { false };
-    std::thread audio (
-        [&]
-        {
-            std::vector<float> left (256), right (256);
-            while (!done)
-            {
-                live.addToMonitor (left.data(), right.data(), 256);
-                std::this_thread::yield();
-            }
-        });
-    for (int i = 0; i < 200; ++i)
-    {
-        live.load (i % 7 == 6 ? juce::String() : i % 2 == 0 ? first : second);
-        live.play();
-        if (i % 3 == 0)
-            live.stop();
-        EXPECT_EQ (live.track().path.isEmpty(), i % 7 == 6);
-    }
-    done = true;
-    audio.join();
 }
