@@ -59,13 +59,12 @@ TEST (TrackIngest, PiecesOfAnySizeGiveTheSameTrackAndPicture)
         ASSERT_TRUE (std::equal (right.begin(), right.end(), track.samples.right()));
         for (size_t e = 0; e < 41; ++e)
         {
-            const auto &mine = *track.overview, &first = *tracks[0].overview;
-            ASSERT_EQ (mine.overviewMax[e].get(), first.overviewMax[e].get());
-            ASSERT_EQ (mine.overviewMin[e].get(), first.overviewMin[e].get());
-            ASSERT_EQ (mine.overviewLevel[e].get(), first.overviewLevel[e].get());
-            ASSERT_EQ (mine.overviewLow[e].get(), first.overviewLow[e].get());
-            ASSERT_EQ (mine.overviewMid[e].get(), first.overviewMid[e].get());
-            ASSERT_EQ (mine.overviewHigh[e].get(), first.overviewHigh[e].get());
+            const auto picture = [e] (const TrackOverview& of)
+            {
+                return std::array<int, 6> { of.overviewMax[e], of.overviewMin[e], of.overviewLevel[e],
+                                            of.overviewLow[e], of.overviewMid[e], of.overviewHigh[e] };
+            };
+            ASSERT_EQ (picture (*track.overview), picture (*tracks[0].overview));
         }
     }
 }
