@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <random>
 #include <vector>
 
@@ -55,21 +54,13 @@ using Effects = testing::Types<FlangerFx, PhaserFx, ReverbFx, DelayEffect, Sweep
                                Sweep<Mode::bitCrusher>, Sweep<Mode::distortion>>;
 TYPED_TEST_SUITE (EveryEffect, Effects);
 
-/** Effects that forget old sound by themselves. */
+/** Effects that forget old sound by themselves, and take nothing once a block. */
 template <class Effect>
 class ForgettingEffect : public testing::Test
 {
 };
 using ForgettingEffects = testing::Types<FlangerFx, PhaserFx, ReverbFx>;
 TYPED_TEST_SUITE (ForgettingEffect, ForgettingEffects);
-
-/** Those that take nothing once a block. */
-template <class Effect>
-class EveryEffectOfSamples : public testing::Test
-{
-};
-using EffectsOfSamples = testing::Types<FlangerFx, PhaserFx, ReverbFx, DelayEffect>;
-TYPED_TEST_SUITE (EveryEffectOfSamples, EffectsOfSamples);
 
 constexpr std::array parameters { FxParameter::dryWet, FxParameter::frequency, FxParameter::feedback,
                                   FxParameter::step,   FxParameter::bypass,    FxParameter::feedbackSign };
@@ -135,7 +126,7 @@ TYPED_TEST (ForgettingEffect, BypassedItLeavesTheAudioAndForgetsItsTail)
     EXPECT_LT (std::max (Signals::peak (left), Signals::peak (right)), 1e-12);
 }
 
-TYPED_TEST (EveryEffectOfSamples, SameSamplesInWhateverBlocksTheyCome)
+TYPED_TEST (ForgettingEffect, SameSamplesInWhateverBlocksTheyCome)
 {
     for (const auto rate : { 8000.0, 48000.0 })
     {
