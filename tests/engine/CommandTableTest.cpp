@@ -167,21 +167,6 @@ TEST (CommandTable, ButtonsAnswerAPressAndTriggersNothingElse)
     }
 }
 
-TEST (CommandTable, UnbuiltRowsTakeNothing)
-{
-    FourDecks desk;
-    int unbuilt = 0;
-    for (const int number : CommandTable::numbers())
-        if (CommandTable::isUnbuilt (number))
-        {
-            ++unbuilt;
-            const auto before = desk.read (number);
-            desk.write (number, 0.75);
-            EXPECT_EQ (desk.read (number), before);
-        }
-    EXPECT_GT (unbuilt, 0);
-}
-
 TEST (Commands, DecksTakeTheirValuesInTheirOwnUnits)
 {
     EngineFixture fixture;
