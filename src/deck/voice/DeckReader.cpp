@@ -217,7 +217,7 @@ Reading readToJump (ReadHead& head, const ReadSource& source, const ReadDrive& d
         reader.jog = decayed (reader.jog, drive.decay100ms, jogFloor);
         reader.bend = decayed (reader.bend, drive.decay100ms, bendFloor);
 
-        reader.rate = wanted + (reader.rate - wanted) * drive.smoothing5ms;
+        reader.rate = OnePole::approached (reader.rate, wanted, drive.smoothing5ms);
         // Only a deck that comes to rest is cut off: at high engine rates the first steps of a start are below the floor.
         if (std::abs (reader.rate) < rateFloor && std::abs (wanted) < rateFloor)
             reader.rate = 0.0;
