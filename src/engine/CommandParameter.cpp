@@ -9,8 +9,8 @@ namespace
 /** The reading of a stepped command: none of its writes equals it. */
 constexpr float betweenSteps = 0.5f;
 
-/** A controller's largest value: in its terms a step goes up from 64 on. */
-constexpr float stepScale = 127.0f;
+/** The span of a host's 0 to 1 in a controller's terms. */
+constexpr float stepScale = CommandCall::stepUp;
 
 bool isButton (const CommandRow& row)
 {

@@ -47,13 +47,16 @@ enum class CommandFeedback
 /** The arguments of a command's write. */
 struct CommandCall
 {
+    /** The writes of a relative command, as a controller sends them. */
+    static constexpr float stepUp = 127.0f, stepDown = 0.0f, leastStepUp = 64.0f;
+
     int deck = 0;  ///< of the row's decks, groups or slots; 0 where there is but one
     int which = 0; ///< of the row's numbered members, from 0
     float value = 0.0f;
     float arg1 = 1.0f, arg2 = 1.0f;
 
     bool isPressed() const noexcept { return value > 0.0f; }
-    int step() const noexcept { return value >= 64.0f ? 1 : -1; }
+    int step() const noexcept { return value >= leastStepUp ? 1 : -1; }
 };
 
 using CommandWrite = void (*) (CPlatterdex&, const CommandCall&);

@@ -56,8 +56,8 @@ void ParameterRow::makeControls()
         addPressButton ("HOLD");
         break;
     case CommandKind::relative:
-        addStepButton ("-", 1.0f);
-        addStepButton ("+", 127.0f);
+        addStepButton ("-", CommandCall::stepDown);
+        addStepButton ("+", CommandCall::stepUp);
         break;
     case CommandKind::meter:
         return;

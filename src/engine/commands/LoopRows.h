@@ -98,7 +98,7 @@ constexpr CommandRow loopRows[] {
         .name = "Reloop {d}",
         .constant = "RELOOP_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.loops.reloop (c.deck); },
-        .writes = "takes up the manual loop again",
+        .writes = "resumes the manual loop",
         .reads = "0",
     },
     {

@@ -65,8 +65,7 @@ void CommandBinding::release() const
 
 void CommandBinding::step (int direction) const
 {
-    // A step goes up from 64 on, as a controller's do.
-    set (direction > 0 ? 127.0 : 0.0);
+    set (direction > 0 ? CommandCall::stepUp : CommandCall::stepDown);
 }
 
 double CommandBinding::restValue() const
