@@ -18,9 +18,20 @@ EngineWorld world (const juce::File& root, const juce::uint32& now)
     w.clock = [&now] { return now; };
     return w;
 }
+
+std::shared_ptr<Session> sessionIn (const juce::File& root)
+{
+    Session::Options options;
+    options.folders.root = root;
+    options.library.folder = root.getChildFile ("SongManager");
+    return std::make_shared<Session> (std::move (options));
+}
 }
 
-UiBench::UiBench() : engine (world (folder, now)), editor (std::make_unique<CPlatterdexVstEditor> (engine))
+UiBench::UiBench()
+    : engine (world (folder, now)),
+      session (sessionIn (folder)),
+      editor (std::make_unique<CPlatterdexVstEditor> (engine, session.get()))
 {
     engine.setRateAndBufferSizeDetails (48000.0, 512);
     editor->setVisible (true);
@@ -93,7 +104,7 @@ juce::Image UiBench::picture (juce::Component& component, const juce::String& na
 void UiBench::reopen()
 {
     editor.reset();
-    editor = std::make_unique<CPlatterdexVstEditor> (engine);
+    editor = std::make_unique<CPlatterdexVstEditor> (engine, session.get());
     editor->setVisible (true);
     refresh();
 }

@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
+#include "session/Session.h"
 #include "shared/TemporaryFolder.h"
 #include "ui/CPlatterdexVstEditor.h"
 
@@ -53,6 +54,7 @@ public:
     juce::uint32 now = 0; ///< ms of the engine's clock; each refresh() takes a calm turn
     TemporaryFolder folder;
     CPlatterdex engine;
+    std::shared_ptr<Session> session; ///< of the same folder
     std::unique_ptr<CPlatterdexVstEditor> editor;
 };
 
