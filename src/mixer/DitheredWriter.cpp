@@ -11,6 +11,8 @@ DitheredWriter::DitheredWriter (std::unique_ptr<juce::AudioFormatWriter> t)
       target (std::move (t))
 {
     usesFloatingPointData = false;
+    for (int channel = 0; channel < getNumChannels(); ++channel)
+        random.emplace_back (channel + 1);
 }
 
 bool DitheredWriter::write (const int** channels, int frames)
@@ -24,11 +26,12 @@ bool DitheredWriter::write (const int** channels, int frames)
 
     const int64_t step = int64_t { 1 } << (32 - getBitsPerSample());
     constexpr int64_t least = std::numeric_limits<int>::min(), most = std::numeric_limits<int>::max();
-    const auto noise = [&] { return static_cast<int64_t> (random.nextInt (static_cast<int> (step))); };
     juce::HeapBlock<const int*> pointers (count + 1, true);
     for (int channel = 0; channel < count && channels[channel] != nullptr; ++channel)
     {
         auto* const out = rounded.getData() + channel * capacity;
+        auto& numbers = random[static_cast<size_t> (channel)];
+        const auto noise = [&] { return static_cast<int64_t> (numbers.nextInt (static_cast<int> (step))); };
         for (int i = 0; i < frames; ++i)
         {
             // Two numbers of 0 to a step, less their mean of one step; the half step makes the cut a rounding.

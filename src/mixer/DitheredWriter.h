@@ -3,6 +3,7 @@
 #include <juce_audio_formats/juce_audio_formats.h>
 
 #include <memory>
+#include <vector>
 
 /** Rounds what is written to the depth of an integer file, with the dither of two random numbers (triangular, one step
     to either side) that makes the error a noise free of the signal. Seeded alike, so that two recordings of the same
@@ -20,7 +21,7 @@ public:
 
 private:
     const std::unique_ptr<juce::AudioFormatWriter> target;
-    juce::Random random { 1 };
+    std::vector<juce::Random> random; ///< one per channel, so that the portions that are written do not tell
     juce::HeapBlock<int> rounded;
     int capacity = 0;
 };

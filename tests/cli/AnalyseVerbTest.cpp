@@ -36,7 +36,7 @@ TEST (AnalyseVerb, PrintsInTheOrderOfTheNamesAndKeepsWhatItFinds)
     const auto first = runProgram (with ({ "--jobs", "3" }), folder);
     EXPECT_EQ (first.exitCode, 2);
     ASSERT_EQ (first.err.size(), 2) << first.errorLine();
-    EXPECT_TRUE (first.err[0].endsWith ("5.mp3: The file holds no audio that can be decoded."));
+    EXPECT_TRUE (first.err[0].endsWith ("5.mp3: The file is damaged or holds no audio."));
     EXPECT_TRUE (first.err[1].endsWith ("missing.wav: The file does not exist."));
     ASSERT_EQ (first.out.size(), 5);
     EXPECT_EQ (first.out[0], "path,seconds,tempo,beats,downbeat,autogain,speed");
