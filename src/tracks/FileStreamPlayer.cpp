@@ -78,9 +78,11 @@ public:
     {
         if (ended)
             return;
-        const auto region = fifo.write (std::min (frames, fifo.getFreeSpace()));
-        readInto (region.startIndex1, region.blockSize1);
-        readInto (region.startIndex2, region.blockSize2);
+        {
+            const auto region = fifo.write (std::min (frames, fifo.getFreeSpace()));
+            readInto (region.startIndex1, region.blockSize1);
+            readInto (region.startIndex2, region.blockSize2);
+        } // whose end hands the frames over
         ended = !transport.isPlaying();
     }
 
