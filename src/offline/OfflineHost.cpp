@@ -88,6 +88,9 @@ bool OfflineHost::render (int64_t frames)
 
 void OfflineHost::load (const juce::File& file, int deck, bool waits)
 {
+    // Another deck may hold the track: its edits are read or not by their order, not by the speed of the disk.
+    processor->deliverMessages();
+    processor->loaders.waitUntilSaved();
     processor->loadTrack (file, deck);
     if (waits)
         processor->loaders.waitUntilIdle (deck);

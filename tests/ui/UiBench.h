@@ -53,7 +53,6 @@ public:
 
     juce::uint32 now = 0; ///< ms of the engine's clock; each refresh() takes a calm turn
     TemporaryFolder folder;
-    Session session;
     CPlatterdex engine;
     std::shared_ptr<Session> session; ///< of the same folder
     std::unique_ptr<CPlatterdexVstEditor> editor;

@@ -128,8 +128,7 @@ void CEQ::processPair (float* left, float* right, int frames) noexcept
     }
     else
     {
-        constexpr decltype (&CEQ::run<1>) loops[] { &CEQ::run<1>, &CEQ::run<2>, &CEQ::run<3>, &CEQ::run<4> };
-        (this->*loops[count - 1]) (left, right, frames);
+        runBands (left, right, frames);
     }
     settle();
 }
@@ -154,6 +153,21 @@ void CEQ::run (float* left, float* right, int frames) noexcept
         right[i] = stored (value[1]);
     }
     std::copy_n (states.begin(), numBands + 1, histories.begin());
+}
+
+void CEQ::runBands (float* left, float* right, int frames) noexcept
+{
+    switch (count)
+    {
+    case 1:
+        return run<1> (left, right, frames);
+    case 2:
+        return run<2> (left, right, frames);
+    case 3:
+        return run<3> (left, right, frames);
+    default:
+        return run<4> (left, right, frames);
+    }
 }
 
 bool CEQ::takeOverFlat (const CEQ& other) noexcept

@@ -76,6 +76,7 @@ private:
 
     bool hasNoGain() const noexcept;
     bool isFlat() const noexcept;
+    void runBands (float* left, float* right, int frames) noexcept;
     template <int numBands>
     void run (float* left, float* right, int frames) noexcept;
     void settle() noexcept;

@@ -78,6 +78,9 @@ public:
     /** Saves a deck's analysis within a second, several edits at once. */
     void saveSoon (int deckIndex);
 
+    /** Waits until all edits that were to be saved are in their files. Any thread that may block. */
+    void waitUntilSaved() const { saver.wait(); }
+
     /** Waits until a deck neither loads nor measures nor saves. Any thread that may block. */
     void waitUntilIdle (int deckIndex);
 
