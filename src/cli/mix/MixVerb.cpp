@@ -13,6 +13,7 @@
 
 #include <juce_events/juce_events.h>
 
+#include <algorithm>
 #include <array>
 
 namespace
@@ -91,6 +92,8 @@ bool hasTrack (const CPlatterdex& engine)
     return !engine.decks.decks[0]->isEmpty() || !engine.decks.decks[1]->isEmpty();
 }
 
+constexpr int64_t bytesPerFrame = 4; // of a recording: 16 bits, stereo
+
 /** Renders until the list has been played. @returns one sentence if there is no mix */
 juce::String render (OfflineHost& host, const LibraryAutomix& list, const juce::File& out, MixReport& report,
                      TerminalProgress& progress, size_t trackCount)
@@ -123,6 +126,8 @@ juce::String render (OfflineHost& host, const LibraryAutomix& list, const juce::
                               / static_cast<double> (trackCount + 1));
     }
     engine.recorder.stopRecording();
+    if (begin >= 0 && out.getSize() < bytesPerFrame * engine.recorder.recordedFrames)
+        return "The mix can't be written: the disk is full or failing.";
     return begin < 0 ? juce::String ("None of the tracks can be played.") : juce::String();
 }
 
@@ -147,6 +152,9 @@ int mix (const VerbOptions& given, const Options& wanted, const Folders& folders
     }
     if (tracks.empty())
         return failWith ("There is no track to mix.");
+    const auto out = given.fileOf ("--out");
+    if (std::any_of (tracks.begin(), tracks.end(), [&out] (const auto& track) { return track.file == out; }))
+        return failWith (out.getFullPathName() + " is one of the tracks; the mix would replace it.");
 
     // The engine works beside the user's settings, on copies of the analyses.
     const Folders engineFolders { run.folder };
@@ -163,7 +171,7 @@ int mix (const VerbOptions& given, const Options& wanted, const Folders& folders
     hosting.blockFrames = blockFrames;
     hosting.automixSource = list;
 
-    const juce::TemporaryFile part (given.fileOf ("--out"));
+    const juce::TemporaryFile part (out);
     juce::String fault, csv;
     {
         const juce::ScopedJuceInitialiser_GUI juceScope;
@@ -180,11 +188,12 @@ int mix (const VerbOptions& given, const Options& wanted, const Folders& folders
     if (fault.isNotEmpty())
         return failWith (fault);
     if (!part.overwriteTargetFileWithTemporary())
-        return failWith (given.fileOf ("--out").getFullPathName() + " can't be written.");
+        return failWith (out.getFullPathName() + " can't be written.");
     if (given.has ("--report") && !given.fileOf ("--report").replaceWithText (csv))
         return failWith (given.fileOf ("--report").getFullPathName() + " can't be written.");
-    printLine ("Wrote " + given.fileOf ("--out").getFullPathName() + ", a mix of "
-               + juce::String (static_cast<int> (tracks.size())) + " tracks.");
+    printLine ("Wrote " + out.getFullPathName() + ", a mix of "
+               + juce::String (static_cast<int> (tracks.size()))
+               + (tracks.size() == 1 ? " track." : " tracks."));
     return ExitCode::success;
 }
 }
