@@ -93,7 +93,7 @@ TEST_F (SettingsFile, AFirstRunsTextsLieBelowTheRootAndDecksDiffer)
                "~/control_cd/control_cd.wav");
     for (int8_t deck = 0; deck < 4; ++deck)
     {
-        const auto& setup = defaultSettings (folders).deckSetup[static_cast<size_t> (deck)];
+        const auto setup = defaultSettings (folders).deckSetup[static_cast<size_t> (deck)];
         EXPECT_EQ (setup.inputPair, deck);
         EXPECT_EQ (setup.crossfaderSide, deck % 2);
     }
