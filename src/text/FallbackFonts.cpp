@@ -7,7 +7,7 @@
 
 namespace
 {
-/** The system's folders of fonts: the data folders of the XDG base directory specification. */
+/** The system's folders of fonts: the data folders among the XDG base directories. */
 juce::StringArray fontFolders()
 {
     const auto variable = [] (const char* name, const juce::String& otherwise)
