@@ -18,11 +18,13 @@ namespace
 /** SQLite's steps between two looks at the thread's SqlInterruption: some 20 microseconds. */
 constexpr int stepsBetweenLooks = 1000;
 
-/** With a log, the file and the log are brought to the disk at each of its ends, so that a power cut damages nothing, and
-    the log keeps 16 MB of the disk at most once its content is in the file. */
-constexpr std::array withLog { "PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL",
+/** Each commit is on the disk before it counts as stored, so that a power cut takes nothing that a hand has done. The log
+    keeps 16 MB of the disk at most once its content is in the file. */
+constexpr std::array withLog { "PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL",
                                "PRAGMA journal_size_limit=16777216" };
-constexpr std::array withoutLog { "PRAGMA journal_mode=DELETE" };
+
+/** With EXTRA the folder is brought to the disk as well: the last commit is one when the journal has left it. */
+constexpr std::array withoutLog { "PRAGMA journal_mode=DELETE", "PRAGMA synchronous=EXTRA" };
 
 /** File systems by whose memory the processes of one machine can't share the log's index, by their magic numbers: those
     of networks, and those that a program serves, which may be one too. */

@@ -65,6 +65,8 @@ struct FullDisk : testing::TestWithParam<bool>
                 FailingDisk::fillAfter (writes);
                 lastCode = operation (database);
                 hasFailed = FailingDisk::makeRoom();
+                EXPECT_TRUE (lastCode != 0 || hasFailed || FailingDisk::isSynced())
+                    << "a power cut would take it";
                 // A later change is not lost with it, nor does it store what was refused.
                 EXPECT_EQ (database.setRating (7, 3), 0);
                 EXPECT_EQ (database.setRating (7, 0), 0);

@@ -11,6 +11,7 @@ namespace
 {
 std::atomic<int> writesLeft { INT_MAX };
 std::atomic<bool> hasFailed { false };
+std::atomic<int> unsyncedWrites { 0 };
 
 sqlite3_vfs* const below = sqlite3_vfs_find (nullptr);
 
@@ -39,7 +40,14 @@ int write (sqlite3_file* file, const void* bytes, int count, sqlite3_int64 place
         hasFailed = true;
         return SQLITE_FULL;
     }
+    ++unsyncedWrites;
     return inner (file)->pMethods->xWrite (inner (file), bytes, count, place);
+}
+
+int sync (sqlite3_file* file, int flags)
+{
+    unsyncedWrites = 0;
+    return inner (file)->pMethods->xSync (inner (file), flags);
 }
 
 sqlite3_io_methods methods {
@@ -48,7 +56,7 @@ sqlite3_io_methods methods {
     pass<&sqlite3_io_methods::xRead>,
     write,
     pass<&sqlite3_io_methods::xTruncate>,
-    pass<&sqlite3_io_methods::xSync>,
+    sync,
     pass<&sqlite3_io_methods::xFileSize>,
     pass<&sqlite3_io_methods::xLock>,
     pass<&sqlite3_io_methods::xUnlock>,
@@ -103,6 +111,11 @@ FailingDisk::~FailingDisk()
 void FailingDisk::fillAfter (int writes)
 {
     writesLeft = writes;
+}
+
+bool FailingDisk::isSynced()
+{
+    return unsyncedWrites == 0;
 }
 
 bool FailingDisk::makeRoom()

@@ -16,4 +16,7 @@ public:
 
     /** Gives room again. @returns true if a write had failed */
     static bool makeRoom();
+
+    /** True if the last thing that was done is a sync: a power cut would take no write. */
+    static bool isSynced();
 };
