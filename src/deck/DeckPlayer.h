@@ -148,6 +148,9 @@ struct DeckPlayer
         that of two decks with one track the idle one takes nothing from the other. */
     std::optional<TrackAnalysis> storedAnalysis;
 
+    /** The track's tempo and downbeat before any hand changed them, under beatsLock. */
+    std::optional<TrackAnalysis::Untouched> untouched;
+
     /** The deck's own input of the running block, 2 channels of 16384 frames: control signal and line. */
     juce::AudioSampleBuffer scratchBuffer { 2, 16384 };
     int scratchFrames = 0; ///< valid frames of it in this block

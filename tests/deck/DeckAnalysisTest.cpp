@@ -289,11 +289,17 @@ TEST (DeckAnalysis, AHandDuringTheFirstAnalysisOutlivesIt)
 {
     StoringDecks decks;
     const auto track = writeDrums (decks.folder.file ("long.wav"), 100.0, 120.0);
+    // While the track is decoded a hand taps a tempo, and leaves: the next load knows of it.
     decks.beginLoad (track);
     {
         const CallbackLock lock (decks.callbackLock, "hand");
         decks.deck().marks.cues[2] = 5000.0;
+        decks.deck().marks.bpm = decks.deck().marks.bpmAverage = 120.5;
     }
+    decks.loaders->unload (0);
+    decks.load (writeDrums (decks.folder.file ("other.wav"), 5.0, 100.0));
+    decks.beginLoad (track);
+    EXPECT_EQ (decks.deck().marks.bpm, 120.5);
     while (decks.deck().analysisProgress < 1 && decks.deck().isLoading != 0)
         juce::Thread::yield();
     {
@@ -308,6 +314,38 @@ TEST (DeckAnalysis, AHandDuringTheFirstAnalysisOutlivesIt)
     EXPECT_GT (decks.deck().track.numBeats, 300);
     EXPECT_NE (decks.deck().track.autogain, 1.0);
     EXPECT_EQ (decks.stored (track)->tempoTracker, 121.0);
+}
+
+TEST (DeckAnalysis, AnotherAnalysisReplacesWhatNoHandHasSet)
+{
+    StoringDecks decks;
+    const auto track = writeDrums (decks.folder.file ("a.wav"), 8.0, 120.0);
+    decks.load (track);
+    TrackAnalysis better;
+    better.tempoTracker = better.tempoAverage = 119.0;
+    better.beatMarks.emplace();
+    for (int32_t i = 0; i < 30; ++i)
+        better.beatMarks->push_back ({ 500 + i * 11'000, 119.0 });
+    better.downbeatId = 6;
+    better.downbeatPos = 66'500;
+    better.untouched = { 119.0, 66'500 };
+    const auto analyseAgain = [&]
+    {
+        auto isWritten = false;
+        return AnalysisFile::writeFresh (decks.storedFor (track), better, isWritten);
+    };
+    // An untouched downbeat gives way to the new one.
+    EXPECT_EQ (analyseAgain().downbeatPos, 66'500);
+
+    // A tap of a tenth of a beat a minute does not, whichever side it comes from.
+    decks.deck().marks.bpm = decks.deck().marks.bpmAverage = decks.deck().marks.bpm + 0.1;
+    const auto tapped = decks.deck().marks.bpm.get();
+    decks.loaders->saveSoon (0);
+    decks.loaders->waitUntilIdle (0);
+    EXPECT_EQ (analyseAgain().tempoTracker, tapped);
+    decks.load (track, 1);
+    EXPECT_EQ (decks.deck (1).marks.bpm, tapped);
+    EXPECT_EQ (analyseAgain().tempoTracker, tapped);
 }
 
 TEST (DeckAnalysis, AFileThatCannotBeParsedIsKeptAside)

@@ -9,6 +9,9 @@
 
 namespace
 {
+/** Attributes of the element "bpm". Other programs that read the file pass them over. */
+constexpr const char *untouchedTempo = "untouched_tempo", *untouchedDownbeat = "untouched_downbeat";
+
 /** The shortest text that reads back as the same number. */
 juce::String numberText (double value)
 {
@@ -133,7 +136,11 @@ private:
         if (parser.name() == "value" && !holders.empty())
             takeValue (holders.back());
         const auto holder = holderOf (parser.name());
-        hasTempo = hasTempo || (holder == Holder::tempo && parser.depth() == 2);
+        if (holder == Holder::tempo && parser.depth() == 2)
+        {
+            hasTempo = true;
+            takeUntouched();
+        }
         if (holder == Holder::grid && !value.beatMarks)
             value.beatMarks.emplace();
         if (holder == Holder::cues && !value.cues)
@@ -187,6 +194,16 @@ private:
         case Holder::other:
             break;
         }
+    }
+
+    void takeUntouched()
+    {
+        std::optional<double> tempo;
+        std::optional<int32_t> downbeat;
+        take<double> (untouchedTempo, tempo);
+        take<int32_t> (untouchedDownbeat, downbeat);
+        if (tempo && downbeat)
+            value.untouched = { *tempo, *downbeat };
     }
 
     void takeMark()
@@ -254,6 +271,11 @@ std::string AnalysisXml::write (const TrackAnalysis& analysis)
     addValue (tempo, "downbeat_id", juce::String (analysis.downbeatId));
     addValue (tempo, "downbeat_pos", juce::String (analysis.downbeatPos));
     addValue (tempo, "grid_mode", juce::String (analysis.gridMode.value_or (0)));
+    if (analysis.untouched)
+    {
+        tempo.setAttribute (untouchedTempo, fractionText (analysis.untouched->tempo));
+        tempo.setAttribute (untouchedDownbeat, analysis.untouched->downbeatPos);
+    }
     if (analysis.beatMarks)
         addGrid (*root.createNewChildElement ("beatgrid"), *analysis.beatMarks);
     if (analysis.cues)

@@ -81,22 +81,31 @@ void repair (TrackAnalysis& analysis)
     analysis.downbeatPos = std::max (analysis.downbeatPos, 0);
     if (analysis.cues)
         repair (*analysis.cues);
+    if (analysis.untouched && (!isTempo (analysis.untouched->tempo) || analysis.untouched->downbeatPos < 0))
+        analysis.untouched.reset();
     if (const auto gain = analysis.autogain.value_or (1.0); !(gain > 0.0 && gain <= highestGain))
         analysis.autogain.reset();
+}
+
+bool isTempoByHand (const TrackAnalysis& analysis)
+{
+    if (analysis.untouched)
+        return analysis.tempoTracker != analysis.untouched->tempo;
+    const auto hasMarks = analysis.beatMarks && !analysis.beatMarks->empty();
+    return analysis.tempoTracker != analysis.tempoAverage
+           || (hasMarks
+               && std::abs (analysis.tempoTracker / middleTempo (*analysis.beatMarks) - 1.0)
+                      > tempoTolerance);
 }
 
 bool isHandMoved (const TrackAnalysis& analysis)
 {
     if (!analysis.cues || !analysis.beatMarks)
         return false;
-    if (analysis.gridMode.value_or (0) != 0 || analysis.tempoTracker != analysis.tempoAverage)
-        return true;
     const auto& marks = *analysis.beatMarks;
-    if (marks.empty())
-        return false;
     const auto downbeat = static_cast<size_t> (analysis.downbeatId);
-    return (downbeat < marks.size() && marks[downbeat].pos != analysis.downbeatPos)
-           || std::abs (analysis.tempoTracker / middleTempo (marks) - 1.0) > tempoTolerance;
+    return analysis.gridMode.value_or (0) != 0 || isTempoByHand (analysis)
+           || (downbeat < marks.size() && marks[downbeat].pos != analysis.downbeatPos);
 }
 
 namespace
@@ -127,6 +136,7 @@ TrackAnalysis mergeFields (const TrackAnalysis& base, const TrackAnalysis& mine,
     take (base.beatMarks, mine.beatMarks, merged.beatMarks);
     take (base.gridMode, mine.gridMode, merged.gridMode);
     take (base.autogain, mine.autogain, merged.autogain);
+    take (base.untouched, mine.untouched, merged.untouched);
     if (mine.beatMarks != base.beatMarks || mine.downbeatPos != base.downbeatPos
         || mine.downbeatId != base.downbeatId)
     {
@@ -163,7 +173,13 @@ TrackAnalysis mergeFresh (const TrackAnalysis& old, TrackAnalysis fresh)
         return fresh;
     }
     fresh.gridMode = old.gridMode;
-    if (!old.beatMarks || old.beatMarks->empty() || !hasFreshGrid)
+    if (old.untouched && isTempoByHand (old))
+    {
+        fresh.tempoTracker = old.tempoTracker;
+        fresh.tempoAverage = old.tempoAverage;
+    }
+    const auto hasOldGrid = old.beatMarks && !old.beatMarks->empty();
+    if (!hasOldGrid || !hasFreshGrid || (old.untouched && old.untouched->downbeatPos == old.downbeatPos))
         return fresh;
 
     setNearestDownbeat (fresh, old.downbeatPos);

@@ -27,6 +27,16 @@ struct TrackAnalysis
         std::optional<int8_t> transportStart;  ///< 1 while the start point is on
     };
 
+    /** The values before any hand changed them: those of the analysis or, of a track that is still to be analysed, those
+        that its deck began with. */
+    struct Untouched
+    {
+        bool operator== (const Untouched&) const = default;
+
+        double tempo = defaultTempo; ///< BPM
+        int32_t downbeatPos = 0;     ///< frames of the file
+    };
+
     bool operator== (const TrackAnalysis&) const = default;
 
     double tempoTracker = defaultTempo; ///< BPM that the deck works with
@@ -41,14 +51,20 @@ struct TrackAnalysis
     std::optional<int32_t> gridMode; ///< other than 0: tempo and downbeat tell the grid, not the marks
     std::optional<Cues> cues;
     std::optional<double> autogain; ///< linear factor
+
+    std::optional<Untouched> untouched; ///< nothing in files of older versions
 };
 
 /** Makes a value usable that was read from bytes: numbers that are none or far beyond any track take their defaults; of
     the marks those stay that begin a table in ascending order. A table that begins with no usable mark counts as none. */
 void repair (TrackAnalysis&);
 
+/** True if a hand has set the tempo, by however little. Where nobody noted the untouched one: if the tempo is not that of
+    the analysis, or far from that of the marks. */
+bool isTempoByHand (const TrackAnalysis&);
+
 /** True if a hand has moved the grid of a file that a deck has written: it follows tempo and downbeat only, its downbeat
-    stands off its mark, or its tempo is not that of its marks. */
+    stands off its mark, or its tempo is by hand. */
 bool isHandMoved (const TrackAnalysis&);
 
 /** Joins two later states of one track by field: a field in which `mine` differs from `base`, their last common state, is
@@ -57,6 +73,6 @@ bool isHandMoved (const TrackAnalysis&);
 TrackAnalysis mergeFields (const TrackAnalysis& base, const TrackAnalysis& mine, const TrackAnalysis& theirs);
 
 /** Merges a new analysis of a track into the old one. Cues stay, and a grid that a hand has moved stays with its
-    tempo; under a new grid the downbeat stays at the mark that is nearest to where it was, if a deck wrote the old
-    value. */
+    tempo; under a new grid a downbeat that a hand has chosen, or may have chosen, stays at the mark that is nearest to
+    where it was. All else is the new analysis'. */
 TrackAnalysis mergeFresh (const TrackAnalysis& old, TrackAnalysis fresh);

@@ -19,11 +19,13 @@ double numberOfBeats (const DeckPlayer& deck)
                : 0.0;
 }
 
-bool isHandMade (const TrackAnalysis::Cues& cues)
+/** True if anything of a track without a grid was set by hand. */
+bool isHandMade (const TrackAnalysis& analysis)
 {
     const auto isSet = [] (double cue) { return cue > emptyCue; };
+    const auto& cues = *analysis.cues;
     return std::any_of (cues.cuePos.begin(), cues.cuePos.end(), isSet)
-           || cues.transportStart.value_or (0) != 0;
+           || cues.transportStart.value_or (0) != 0 || isTempoByHand (analysis);
 }
 }
 
@@ -37,6 +39,7 @@ void applyAnalysis (DeckWorld& world, DeckPlayer& deck, TrackAnalysis analysis)
     const CallbackLock lock (world.callbackLock, "analysis");
     deck.track.isAnalysed = hasGrid ? 1 : 0;
     deck.beats.swap (marks);
+    deck.untouched = analysis.untouched;
     deck.track.numBeats = static_cast<int32_t> (deck.beats.size());
     deck.marks.downbeatIndex = analysis.downbeatId;
     deck.marks.downbeatPosition = analysis.downbeatPos;
@@ -56,6 +59,17 @@ void applyAnalysis (DeckWorld& world, DeckPlayer& deck, TrackAnalysis analysis)
         deck.marks.startPointOn = *analysis.cues->transportStart;
 }
 
+TrackAnalysis untouchedAnalysisOf (DeckWorld& world, DeckPlayer& deck)
+{
+    auto analysis = analysisOf (world, deck);
+    if (analysis.untouched)
+    {
+        analysis.tempoTracker = analysis.tempoAverage = analysis.untouched->tempo;
+        analysis.downbeatPos = analysis.untouched->downbeatPos;
+    }
+    return analysis;
+}
+
 void applyWhereUntouched (DeckWorld& world, DeckPlayer& deck, const TrackAnalysis& before,
                           TrackAnalysis found)
 {
@@ -69,6 +83,7 @@ TrackAnalysis analysisOf (DeckWorld& world, DeckPlayer& deck)
     auto& cues = analysis.cues.emplace();
     const std::lock_guard table (deck.beatsLock);
     analysis.beatMarks = deck.beats;
+    analysis.untouched = deck.untouched;
 
     // From here on nothing is allocated: what a loader resets meanwhile is reset as a whole.
     const CallbackLock lock (world.callbackLock, "what is saved of a deck");
@@ -112,14 +127,23 @@ bool loadAnalysis (DeckWorld& world, DeckPlayer& deck)
 {
     setStored (deck, std::nullopt);
     auto analysis = AnalysisFile::read (deck.texts().analysisPath);
+    const TrackAnalysis::Untouched beginning { deck.marks.bpm, deck.marks.downbeatPosition };
     if (!analysis)
+    {
+        const std::lock_guard guard (deck.beatsLock);
+        deck.untouched = beginning;
         return false;
+    }
     const auto hasGrid = analysis->beatMarks.has_value();
     if (!hasGrid)
     {
         // Whoever wrote it had measured nothing yet.
-        analysis->tempoTracker = deck.marks.bpm;
-        analysis->tempoAverage = deck.marks.bpmAverage;
+        if (!analysis->untouched || !isTempoByHand (*analysis))
+        {
+            analysis->tempoTracker = deck.marks.bpm;
+            analysis->tempoAverage = deck.marks.bpmAverage;
+            analysis->untouched = beginning;
+        }
         analysis->autogain.reset();
     }
     applyAnalysis (world, deck, std::move (*analysis));
@@ -140,7 +164,7 @@ bool saveAnalysis (DeckWorld& world, DeckPlayer& deck)
             auto mine = analysisOf (world, deck);
             // In this order: a deck whose track is leaving loses first its frames and then its path.
             if (deck.isEmpty() || deck.texts().analysisPath != path || numberOfBeats (deck) <= 0.0
-                || isStored (deck, mine) || (!mine.beatMarks && !isHandMade (*mine.cues)))
+                || isStored (deck, mine) || (!mine.beatMarks && !isHandMade (mine)))
                 return std::nullopt;
             auto merged = stored ? mergeFields (lastKnown (deck), mine, *stored) : mine;
             if (!mine.beatMarks && stored && stored->beatMarks)

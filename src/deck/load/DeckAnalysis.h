@@ -29,3 +29,6 @@ void applyWhereUntouched (DeckWorld&, DeckPlayer&, const TrackAnalysis& before, 
 
 /** The values that applyAnalysis() takes, as they stand in the deck. */
 TrackAnalysis analysisOf (DeckWorld&, DeckPlayer&);
+
+/** The same with tempo and downbeat as they were before any hand: what a first analysis may replace. */
+TrackAnalysis untouchedAnalysisOf (DeckWorld&, DeckPlayer&);

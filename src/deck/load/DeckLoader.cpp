@@ -184,7 +184,7 @@ void DeckLoader::analyse (const std::stop_token& stop)
     auto& target = deck();
     const int frames = target.track.loadedFrames;
     const double rate = target.track.sampleRate;
-    const auto before = analysisOf (world, target);
+    const auto before = untouchedAnalysisOf (world, target);
     TrackMeasure measurement (rate, TrackAnalyser::isClip (frames, rate));
     const auto goesOn = [&] (int done)
     {
