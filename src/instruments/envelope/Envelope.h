@@ -61,6 +61,9 @@ public:
 
     int pointCount() const noexcept { return static_cast<int> (points.size()); }
 
+    /** All points with their derived fields. */
+    PX_AUDIO_THREAD std::span<const EnvelopePoint> allPoints() const noexcept { return points; }
+
     /** A point; EnvelopePoint's defaults for an index out of range. */
     EnvelopePoint point (int index) const noexcept;
 

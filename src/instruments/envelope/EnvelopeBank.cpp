@@ -24,14 +24,22 @@ const Envelope& EnvelopeBank::audible (int row) const noexcept
     return rows[static_cast<std::size_t> (row)].envelope;
 }
 
-Relaxed<bool>& EnvelopeBank::visible (int row) noexcept
+void EnvelopeBank::changed (Row& row) noexcept
 {
-    return at (row).visible;
+    row.revision.fetch_add (1, std::memory_order_relaxed);
+    changes.fetch_add (1, std::memory_order_relaxed);
 }
 
-Relaxed<bool>& EnvelopeBank::enabled (int row) noexcept
+void EnvelopeBank::setVisible (int row, bool isVisible) noexcept
 {
-    return at (row).enabled;
+    at (row).visible = isVisible;
+    changed (at (row));
+}
+
+void EnvelopeBank::setEnabled (int row, bool isEnabled) noexcept
+{
+    at (row).enabled = isEnabled;
+    changed (at (row));
 }
 
 bool EnvelopeBank::isVisible (int row) const noexcept
@@ -46,7 +54,12 @@ bool EnvelopeBank::isEnabled (int row) const noexcept
 
 std::uint32_t EnvelopeBank::revision (int row) const noexcept
 {
-    return at (row).revision;
+    return at (row).revision.load (std::memory_order_relaxed);
+}
+
+std::uint32_t EnvelopeBank::revision() const noexcept
+{
+    return changes.load (std::memory_order_relaxed);
 }
 
 Envelope EnvelopeBank::copy (int row) const
@@ -73,5 +86,5 @@ void EnvelopeBank::replace (int firstRow, std::vector<Envelope> next)
             std::swap (at (firstRow + static_cast<int> (i)).envelope, next[i]);
     }
     for (std::size_t i = 0; i < next.size(); ++i)
-        at (firstRow + static_cast<int> (i)).revision += 1;
+        changed (at (firstRow + static_cast<int> (i)));
 }

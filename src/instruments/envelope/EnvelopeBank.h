@@ -3,6 +3,7 @@
 #include "instruments/envelope/Envelope.h"
 #include "support/Relaxed.h"
 
+#include <atomic>
 #include <mutex>
 
 /** The envelopes of an instrument, where edits meet the audio thread.
@@ -23,11 +24,11 @@ public:
     /** The envelope of a row, for a thread that holds the callback lock. @param row   0 to size() - 1 */
     PX_AUDIO_THREAD const Envelope& audible (int row) const noexcept;
 
-    /** A row's flags. Any thread. */
-    Relaxed<bool>& visible (int row) noexcept;
-    Relaxed<bool>& enabled (int row) noexcept;
+    /** A row's flags: whether an editor shows it, and whether it acts. Any thread. */
     PX_AUDIO_THREAD bool isVisible (int row) const noexcept;
     PX_AUDIO_THREAD bool isEnabled (int row) const noexcept;
+    void setVisible (int row, bool) noexcept;
+    void setEnabled (int row, bool) noexcept;
 
     /** A copy of a row's envelope. Any thread but the audio thread. */
     Envelope copy (int row) const;
@@ -38,21 +39,26 @@ public:
     /** Puts several in from a row on, all between the same two blocks. */
     void replace (int firstRow, std::vector<Envelope>);
 
-    /** Grows with every replacement of a row, so that a view sees whether it has to draw anew. Any thread. */
+    /** Grows with every change of a row's envelope or flags, so that a view sees whether it has to draw anew. Any thread. */
     std::uint32_t revision (int row) const noexcept;
+
+    /** The same over all rows. Any thread. */
+    PX_AUDIO_THREAD std::uint32_t revision() const noexcept;
 
 private:
     struct Row
     {
         Envelope envelope;
         Relaxed<bool> visible { false }, enabled { false };
-        Relaxed<std::uint32_t> revision { 0 };
+        std::atomic<std::uint32_t> revision { 0 };
     };
 
     Row& at (int row) noexcept;
+    void changed (Row&) noexcept;
     const Row& at (int row) const noexcept;
 
     const juce::CriticalSection& callbackLock;
     mutable std::mutex editing;
+    std::atomic<std::uint32_t> changes { 0 };
     std::vector<Row> rows;
 };
