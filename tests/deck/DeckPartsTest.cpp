@@ -63,9 +63,10 @@ const auto fieldsOfJog = [] (auto& part, const auto& each)
 };
 const auto fieldsOfSync = [] (auto& part, const auto& each)
 {
-    auto& [resync, oneShot, hold] = part;
+    auto& [resync, oneShot, beatRatio, hold] = part;
     each (resync);
     each (oneShot);
+    each (beatRatio);
     each (hold);
 };
 const auto fieldsOfMarks = [] (auto& part, const auto& each)

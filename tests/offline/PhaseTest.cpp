@@ -62,6 +62,76 @@ TEST (Phase, LockedDecksAreHeardTogetherFromTheFirstBeat)
     }
 }
 
+TEST (Phase, TemposTooFarApartAreLockedAtHalfOrDoubleOrNotAtAll)
+{
+    struct Case
+    {
+        const char* name;
+        ClickTrack leader, follower;
+        double heardBpm; ///< of the follower
+        double beatRatio;
+        bool keyLock = true;
+        double leaderPitch = 0.5;
+    };
+    const Case cases[] {
+        { "85 under 140", { 140.0 }, { 85.0 }, 70.0, 0.5 },
+        { "without key lock", { 140.0 }, { 85.0 }, 70.0, 0.5, false },
+        { "the tempos vary", { 140.0, 44100.0, 0.02 }, { 85.0, 48000.0, 0.01 }, 71.4, 0.5, true, 0.625 },
+        { "130 over 61", { 61.0, 48000.0 }, { 130.0 }, 122.0, 2.0 },
+        { "50 under 170", { 170.0 }, { 50.0 }, 50.0, 0.0 },
+    };
+    for (const auto& c : cases)
+    {
+        SCOPED_TRACE (c.name);
+        ClickDecks decks;
+        decks.put (0, c.leader);
+        decks.put (1, c.follower);
+        decks.deck (0).tempo.pitch = c.leaderPitch;
+        auto& follower = decks.deck (1);
+        follower.tempo.keyLock = c.keyLock;
+        decks.playPause (0);
+        decks.render (2.4);
+        decks.syncLock (1);
+        decks.playPause (1);
+        decks.render (10.0);
+        EXPECT_EQ (follower.sync.beatRatio, c.beatRatio);
+        EXPECT_NEAR (follower.marks.bpm * follower.tempo.factor, c.heardBpm, 0.05 * c.heardBpm);
+        if (c.beatRatio == 0.0)
+            continue;
+        // Each click of the slower deck has its partner.
+        const auto slower = c.beatRatio < 1.0 ? 1 : 0;
+        const auto distances = decks.distances (slower, 1 - slower, std::llround (2.5 * decks.rate));
+        EXPECT_GE (distances.size(), 9u);
+        EXPECT_LT (ClickDecks::largest (distances), 0.5);
+    }
+}
+
+TEST (Phase, ABorderOfHalfTempoIsNotCrossedToAndFro)
+{
+    ClickDecks decks;
+    decks.put (0, { 140.0 });
+    decks.put (1, { 94.0 });
+    auto& follower = decks.deck (1);
+    decks.playPause (0);
+    decks.syncLock (1);
+    decks.playPause (1);
+    auto changes = 0;
+    for (int step = 0; step < 40; ++step)
+    {
+        decks.deck (0).tempo.pitch = 0.55 + 0.03 * (step % 2); // 1.501 and 1.508 times, then back to 1.49
+        if (step > 20)
+            decks.deck (0).tempo.pitch = 0.5;
+        const double before = follower.sync.beatRatio;
+        decks.render (0.05);
+        changes += follower.sync.beatRatio != before ? 1 : 0;
+    }
+    EXPECT_EQ (changes, 1);
+    EXPECT_EQ (follower.sync.beatRatio, 0.5);
+    decks.deck (0).tempo.pitch = 0.0;
+    decks.render (0.05);
+    EXPECT_EQ (follower.sync.beatRatio, 1.0) << "well within reach";
+}
+
 TEST (Phase, MinutesAddUpNothing)
 {
     // At low rates, which cost less.

@@ -1,5 +1,7 @@
 #include "cli/mix/MixTempo.h"
 
+#include "cli/TerminalOutput.h"
+
 #include <cmath>
 
 namespace
@@ -39,6 +41,12 @@ void MixTempo::prepare (int entering)
     if (follows && factor < 1.0)
         engine.grids.halveTempo (entering);
     if (!follows)
+    {
         engine.transport.setPitch (entering, ownTempo);
+        reportLine ("platterdex: " + oneLine (deck.texts().filePath) + " is at "
+                    + juce::String (deck.marks.bpm, 1) + " BPM too far from "
+                    + juce::String (onAir.marks.bpm * onAir.tempo.factor, 1)
+                    + " BPM for sync to hold: it plays in its own tempo.");
+    }
     engine.settings.automixSync = follows ? 1 : 0;
 }

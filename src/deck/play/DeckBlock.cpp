@@ -14,14 +14,14 @@ void updateTempo (DeckWorld& world, DeckPlayer& deck) noexcept
 {
     if (deck.jog.scratchOn != 0)
         return;
-    const auto tempo = TempoSync::followed (world, deck);
+    const auto tempo = TempoSync::followed (world, deck).tempo;
     if (auto& sync = world.setup (deck).sync; sync != 0)
     {
         if (deck.sync.oneShot != 0)
             sync = deck.sync.oneShot = 0;
         deck.tempo.pitch = (tempo - 1.0) / world.pitchRange + 0.5;
     }
-    deck.tempo.factor = TempoSync::withHand (deck, tempo);
+    deck.tempo.factor = TempoSync::withHand (world, deck, tempo);
 }
 
 ReadDrive driveOf (const DeckWorld& world, const DeckPlayer& deck) noexcept

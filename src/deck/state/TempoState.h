@@ -23,6 +23,10 @@ struct SyncState
 
     Relaxed<int8_t> resync;  ///< asks for an alignment in the next block: 1, or besideGrid
     Relaxed<int8_t> oneShot; ///< Sync clears itself after the first tempo match
+
+    /** Beats of the deck that pass with one of its reference: 1; a half or 2 where the tempos are too far apart for that;
+        0 where they are too far apart for any, so that the deck plays by its fader. 1 without Sync. */
+    Relaxed<double> beatRatio { 1.0 };
     PhaseHold hold;
 
     bool operator== (const SyncState&) const noexcept = default;

@@ -20,13 +20,33 @@ constexpr double greatestErrorSeconds = 0.025;
 
 constexpr double greatestLocalTempo = 1.08;
 
+constexpr const char* tooFarApart = "*** Sync can't hold ***|The tempos are|too far apart";
+
 /** Beats as they are heard at the begin of this block, and how fast they pass. */
 struct Beats
 {
     double phase = 0.0;
     double perFrame = 0.0;                  ///< output frame
     double length = 1.0, usualLength = 1.0; ///< of one, in any unit
+
+    /** The same in smaller beats. @param count   of them in one, 1 or 2 */
+    Beats divided (double count) const noexcept
+    {
+        return { phase * count, perFrame * count, length / count, usualLength / count };
+    }
 };
+
+/** Of a deck and its reference in time at half or double tempo the one's beats are divided until they are as long as the
+    other's. */
+double divisionOfDeck (const DeckPlayer& deck) noexcept
+{
+    return deck.sync.beatRatio == 0.5 ? 2.0 : 1.0;
+}
+
+double divisionOfReference (const DeckPlayer& deck) noexcept
+{
+    return deck.sync.beatRatio == 2.0 ? 2.0 : 1.0;
+}
 
 /** The place in a deck's track that is heard now, as if the rate had been reached already. */
 double heardNow (DeckWorld& world, const DeckPlayer& deck) noexcept
@@ -67,7 +87,8 @@ bool leavesBeat (const DeckPlayer& deck) noexcept
     return region.hasLoop() && !BeatPhase::at (deck.grid(), region, deck.heardPosition()).has_value();
 }
 
-/** The place to which a deck goes so that `wanted` beats after its even beat are heard now. */
+/** The place to which a deck goes so that `wanted` beats after its even beat are heard now. In half or double tempo any
+    of the divided beats will do, and it stays near the one that is heard. */
 std::optional<double> placeNear (const DeckPlayer& deck, double wanted) noexcept
 {
     const auto heard = deck.heardPosition();
@@ -78,7 +99,7 @@ std::optional<double> placeNear (const DeckPlayer& deck, double wanted) noexcept
     const auto length = deck.beatFrames();
     const auto beatsOff = (heard - *beat) / length;
     if (std::abs (beatsOff) <= 1.0)
-        return *beat + wanted * length;
+        return deck.sync.beatRatio == 1.0 ? *beat + wanted * length : heard;
     if (deck.sync.resync == SyncState::besideGrid)
         return *beat + (wanted + std::round (beatsOff)) * length;
     return {};
@@ -92,12 +113,17 @@ double localFactor (double length, double usualLength, const Beats& theirs) noex
 }
 
 /** Jumps there, finely adjusted to be in phase with the reference. */
-void jumpToPhase (DeckWorld& world, DeckPlayer& deck, const Beats& reference, double target) noexcept
+void jumpToPhase (DeckWorld& world, DeckPlayer& deck, const Beats& theirs, double target) noexcept
 {
-    const auto usual = deck.beatFrames();
+    const auto division = divisionOfDeck (deck);
+    const auto reference = theirs.divided (divisionOfReference (deck));
+    const auto usual = deck.beatFrames() / division;
     const auto region = deck.region();
-    const auto at = [&] (double place) {
-        return BeatPhase::at (deck.grid(), region, place).value_or (BeatPhase { reference.phase, usual });
+    const auto at = [&] (double place)
+    {
+        const auto found = BeatPhase::at (deck.grid(), region, place);
+        return found ? BeatPhase { found->phase * division, found->length / division }
+                     : BeatPhase { reference.phase, usual };
     };
     deck.sync.hold.factor = localFactor (at (target).length, usual, reference);
     const auto there = at (target);
@@ -113,6 +139,7 @@ void jumpToPhase (DeckWorld& world, DeckPlayer& deck, const Beats& reference, do
 void holdFrom (DeckPlayer& deck, int reference, double distance) noexcept
 {
     deck.sync.hold.reference = reference;
+    deck.sync.hold.beatRatio = deck.sync.beatRatio;
     deck.sync.hold.distance = distance;
     deck.sync.hold.correcting = false;
 }
@@ -136,10 +163,11 @@ void hold (DeckWorld& world, DeckPlayer& deck, int reference, const std::optiona
     }
     held.factor = localFactor (ours->length, ours->usualLength, *theirs);
 
-    const auto distance = BeatPhase::wrapped (theirs->phase - ours->phase);
-    const auto seconds =
-        BeatPhase::wrapped (distance - held.distance) / (theirs->perFrame * world.engineRate);
-    if (held.reference != reference || !(std::abs (seconds) <= greatestErrorSeconds))
+    const auto common = theirs->divided (divisionOfReference (deck));
+    const auto distance = BeatPhase::wrapped (common.phase - ours->phase * divisionOfDeck (deck));
+    const auto seconds = BeatPhase::wrapped (distance - held.distance) / (common.perFrame * world.engineRate);
+    if (held.reference != reference || held.beatRatio != deck.sync.beatRatio
+        || !(std::abs (seconds) <= greatestErrorSeconds))
         return holdFrom (deck, reference, distance);
 
     held.correcting = std::abs (seconds) > (held.correcting ? correctToSeconds : correctFromSeconds);
@@ -153,6 +181,14 @@ void pauseHold (DeckPlayer& deck) noexcept
 {
     deck.sync.hold.factor = 1.0;
     deck.sync.hold.correcting = false;
+}
+
+void findBeatRatio (DeckWorld& world, DeckPlayer& deck) noexcept
+{
+    const auto next = TempoSync::followed (world, deck).beatRatio;
+    if (next == 0.0 && deck.sync.beatRatio != 0.0)
+        world.listeners.postMessage (tooFarApart, deck.index);
+    deck.sync.beatRatio = next;
 }
 
 void followMaster (DeckWorld& world, DeckPlayer& deck) noexcept
@@ -221,7 +257,8 @@ void PhaseAlignment::run (DeckWorld& world, const SongPosition& host) noexcept
 {
     for (auto& deck : world.decks)
     {
-        if (world.setup (*deck).sync == 0)
+        findBeatRatio (world, *deck);
+        if (world.setup (*deck).sync == 0 || deck->sync.beatRatio == 0.0)
         {
             deck->sync.hold = {};
             continue;

@@ -1,10 +1,14 @@
 #include "deck/sync/TempoSync.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace
 {
 constexpr double nudgeUp = 1.04, nudgeDown = 0.96;
+
+/** A deck goes back to beat for beat only where that is well within reach. */
+constexpr double wellWithin = 1.05;
 
 double fromFader (const DeckWorld& world, const DeckPlayer& deck) noexcept
 {
@@ -15,33 +19,57 @@ double signedRatio (const DeckWorld& world, const DeckPlayer& deck) noexcept
 {
     return deck.track.sampleRate / world.engineRate * (deck.play.reverse != 0 ? -1.0 : 1.0);
 }
-}
 
-double TempoSync::followed (DeckWorld& world, const DeckPlayer& deck) noexcept
+/** @returns nothing for a deck that follows nobody */
+std::optional<double> tempoOfReference (DeckWorld& world, const DeckPlayer& deck) noexcept
 {
     if (world.setup (deck).sync == 0 || !(deck.marks.bpm > 0.0))
-        return fromFader (world, deck);
+        return {};
     if (world.isStandalone == 0)
         return world.hostBpm / deck.marks.bpm;
     const auto* master = world.deck (world.settings.masterDeck);
-    return master != nullptr && master != &deck
-               ? master->marks.bpm / deck.marks.bpm * fromFader (world, *master)
-               : fromFader (world, deck);
+    if (master == nullptr || master == &deck)
+        return {};
+    return master->marks.bpm / deck.marks.bpm * fromFader (world, *master);
 }
 
-double TempoSync::withHand (const DeckPlayer& deck, double followedTempo) noexcept
+/** @param margin   at either end, as a factor */
+bool isWithinReach (double tempo, double margin = 1.0) noexcept
 {
-    const auto tempo = followedTempo * deck.sync.hold.factor - deck.head.bend;
-    return deck.play.nudge == 0 ? tempo : tempo * (deck.play.nudge > 0 ? nudgeUp : nudgeDown);
+    return tempo >= DeckVoice::slowestStretch * margin && tempo <= DeckVoice::fastestStretch / margin;
+}
+
+bool isOctaveOff (const DeckPlayer& deck) noexcept
+{
+    return deck.sync.beatRatio != 1.0;
+}
+}
+
+TempoSync::Followed TempoSync::followed (DeckWorld& world, const DeckPlayer& deck) noexcept
+{
+    const auto wanted = tempoOfReference (world, deck);
+    if (!wanted.has_value())
+        return { fromFader (world, deck) };
+    if (world.settings.bypassStretcher != 0 || isWithinReach (*wanted, isOctaveOff (deck) ? wellWithin : 1.0))
+        return { *wanted };
+    for (const auto beatRatio : { 0.5, 2.0 })
+        if (isWithinReach (*wanted * beatRatio))
+            return { *wanted * beatRatio, beatRatio };
+    return { fromFader (world, deck), 0.0 };
+}
+
+double TempoSync::withHand (const DeckWorld& world, const DeckPlayer& deck, double followedTempo) noexcept
+{
+    auto tempo = followedTempo * deck.sync.hold.factor - deck.head.bend;
+    if (deck.play.nudge != 0)
+        tempo *= deck.play.nudge > 0 ? nudgeUp : nudgeDown;
+    return world.isStretched (deck) ? std::clamp (tempo, DeckVoice::slowestStretch, DeckVoice::fastestStretch)
+                                    : tempo;
 }
 
 double TempoSync::speed (DeckWorld& world, const DeckPlayer& deck) noexcept
 {
-    const auto tempo = withHand (deck, followed (world, deck));
-    return signedRatio (world, deck)
-           * (world.isStretched (deck)
-                  ? std::clamp (tempo, DeckVoice::slowestStretch, DeckVoice::fastestStretch)
-                  : tempo);
+    return signedRatio (world, deck) * withHand (world, deck, followed (world, deck).tempo);
 }
 
 double TempoSync::lagOfRate (DeckWorld& world, const DeckPlayer& deck, double rate) noexcept

@@ -32,6 +32,14 @@ const juce::Rectangle<int> tempoArea { column - 3, 0, columnWidth + 6, 24 },
                                                pitchUnit = tempoUnit.translated (0, 40);
 const juce::Rectangle<int> rangeArea { column, 82, columnWidth, 24 };
 
+/** The tempo's unit, with how it is in time with what the deck follows. @param beatRatio   see SyncState::beatRatio */
+juce::String unitText (double beatRatio)
+{
+    if (beatRatio == 0.0)
+        return "NO SYNC";
+    return beatRatio == 1.0 ? "BPM" : beatRatio < 1.0 ? "BPM 1/2" : "BPM 2/1";
+}
+
 /** The percent that the fader adds to the speed. The number of figures stays, so that it never outgrows its place. */
 juce::String pitchText (double percent)
 {
@@ -46,7 +54,6 @@ DeckTempoPanel::DeckTempoPanel (CPlatterdex& e, int deck)
       range (own (std::make_unique<MenuButton>()))
 {
     addControls (table, deck);
-    addLabel ("BPM", tempoUnit);
     addLabel ("%", pitchUnit);
     range.setComponentID ("_pitchRangeButton");
     range.setTooltip ("Pitch range of all decks, up and down");
@@ -68,11 +75,12 @@ DeckTempoPanel::DeckTempoPanel (CPlatterdex& e, int deck)
 void DeckTempoPanel::pollMoving()
 {
     pollControls();
-    const Texts next { PanelPaint::bpm (watch->grid, watch->bpm()), pitchText (100.0 * watch->pitchShare) };
+    const Texts next { PanelPaint::bpm (watch->grid, watch->bpm()), unitText (watch->beatRatio),
+                       pitchText (100.0 * watch->pitchShare) };
     if (next == shown)
         return;
     shown = next;
-    repaint (tempoArea);
+    repaint (tempoArea.getUnion (tempoUnit));
     repaint (pitchArea);
 }
 
@@ -85,5 +93,6 @@ void DeckTempoPanel::paint (juce::Graphics& g)
 {
     ControlPanel::paint (g);
     PanelPaint::value (g, shown.tempo, tempoArea, juce::Justification::centred, SMLookAndFeel::figureSize);
+    PanelPaint::label (g, shown.unit, tempoUnit);
     PanelPaint::value (g, shown.pitch, pitchArea, juce::Justification::centred, SMLookAndFeel::figureSize);
 }

@@ -12,7 +12,7 @@ public:
 
     struct Texts
     {
-        juce::String tempo, pitch;
+        juce::String tempo, unit { "BPM" }, pitch;
         bool operator== (const Texts&) const = default;
     };
 

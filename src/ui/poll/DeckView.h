@@ -64,6 +64,7 @@ struct DeckView
 
     // Tempo and key
     double tempo = 1.0;      ///< speed factor of the last block
+    double beatRatio = 1.0;  ///< see SyncState::beatRatio
     double pitchShare = 0.0; ///< added to the speed by the pitch fader
     double pitchRange = 0.0; ///< from end to end of the fader
     double semitones = 0.0;  ///< of the key's tuning

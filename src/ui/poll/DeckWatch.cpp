@@ -66,6 +66,7 @@ DeckView viewOf (const DeckPlayer& deck, double pitchRange)
     view.places = placesOf (deck);
 
     view.tempo = deck.tempo.factor;
+    view.beatRatio = deck.sync.beatRatio;
     view.pitchShare = (deck.tempo.pitch - 0.5) * pitchRange;
     view.pitchRange = pitchRange;
     view.semitones = deck.tempo.keyTuning;
