@@ -8,6 +8,7 @@
 #include "engine/Automix.h"
 #include "engine/EngineWorld.h"
 #include "engine/HostTransport.h"
+#include "instruments/smartknob/SmartKnobs.h"
 #include "mixer/AudioRecorder.h"
 #include "mixer/Channel.h"
 #include "mixer/MasterLimiter.h"
@@ -158,6 +159,7 @@ public:
     Transport transport;
     LoopCommands loops { decks };
     GridCommands grids { decks };
+    SmartKnobs smartKnobs { decks, channels };
     Automix automix;
     BatchAnalysis batchAnalysis;
     HostTransport host;

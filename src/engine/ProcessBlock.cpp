@@ -118,6 +118,7 @@ PX_AUDIO_THREAD void runChannel (Block& block, DeckPlayer& deck)
     auto& channel = block.engine.channels[static_cast<size_t> (deck.index)];
     const auto& setup = world.setup (deck);
     const auto pair = block.pair (deck);
+    block.engine.smartKnobs.run (deck.index);
     channel.applyBalance (pair, world.smoothing5ms);
     addLineThrough (block, deck);
     channel.equalise (pair, block.sampleRate);

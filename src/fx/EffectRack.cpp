@@ -58,6 +58,12 @@ void EffectRack::selectFx (int slot, double value) noexcept
         slots[static_cast<size_t> (slot)].selectFx (value);
 }
 
+void EffectRack::setStep (int slot, int effect, double value) noexcept
+{
+    if (slot >= 0 && slot < slotCount && effect >= 0 && effect < FxType::count)
+        slots[static_cast<size_t> (slot)].setStep (effect, value);
+}
+
 std::string EffectRack::fxParameterText (int slot, FxParameter parameter) const
 {
     return slot >= 0 && slot < slotCount ? slots[static_cast<size_t> (slot)].parameterText (parameter)

@@ -21,6 +21,9 @@ public:
     PX_AUDIO_THREAD void setFxParameter (int slot, FxParameter, double value) noexcept;
     PX_AUDIO_THREAD void selectFx (int slot, double value) noexcept;
 
+    /** The step of an effect that need not be selected. @param effect   0 to 9 */
+    PX_AUDIO_THREAD void setStep (int slot, int effect, double value) noexcept;
+
     /** A parameter of a slot's selected effect as a display shows it. Not on the audio thread. */
     std::string fxParameterText (int slot, FxParameter parameter) const;
 

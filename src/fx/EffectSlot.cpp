@@ -124,6 +124,15 @@ void EffectSlot::setFxParameter (FxParameter parameter, double value) noexcept
             each->setFxParameter (parameter, limited);
 }
 
+void EffectSlot::setStep (int index, double value) noexcept
+{
+    auto& own = knobs[static_cast<size_t> (index)].step;
+    if (value == own || !std::isfinite (value))
+        return;
+    own = std::clamp (value, 0.0, 1.0);
+    effect (index).setFxParameter (FxParameter::step, own);
+}
+
 void EffectSlot::selectFx (double value) noexcept
 {
     if (!std::isfinite (value))

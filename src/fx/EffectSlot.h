@@ -50,6 +50,10 @@ public:
     /** From the next block on, by a cross-fade of 5 ms. @param value   0 to 1, in ten steps */
     PX_AUDIO_THREAD void selectFx (double value) noexcept;
 
+    /** The step of one kind of effect, selected or not. @param effect   0 to 9, the caller limits it */
+    PX_AUDIO_THREAD void setStep (int effect, double value) noexcept;
+    double step (int effect) const noexcept { return knobs[static_cast<size_t> (effect)].step; }
+
     double parameter (FxParameter) const noexcept;
     double selector() const noexcept { return selectorValue; }
     int selected() const noexcept { return wanted; }

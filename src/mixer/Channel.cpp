@@ -123,7 +123,8 @@ double Channel::targetGain (const EngineSettings& settings, int side) const noex
                                         settings.crossfaderMode == 0, settings.crossfaderReverse != 0 };
     const auto crossfader =
         knobs.mixOverride == MixOverride::punch ? 1.0 : FaderLaws::crossfaderGain (fader, side);
-    return FaderLaws::faderGain (knobs.volume) * autogain * knobs.gain * 2.0 * crossfader;
+    return FaderLaws::faderGain (knobs.volume * knobs.volumeFactor) * autogain * knobs.gain * 2.0
+           * crossfader;
 }
 
 void Channel::applyFader (const ChannelPair& pair, double target, double smoothing) noexcept

@@ -53,7 +53,8 @@ public:
         not jump. @param factor   linear */
     PX_AUDIO_THREAD void followAutogain (double factor, bool isPlaying, double blockSeconds) noexcept;
 
-    /** The gain that the fader moves to: fader, autogain, gain and crossfader; Punch and Cut stand in for the crossfader.
+    /** The gain that the fader moves to: fader (less what a SmartKnob takes of it), autogain,
+        gain and crossfader; Punch and Cut stand in for the crossfader.
         @param side   of the crossfader, 0 or 1 */
     PX_AUDIO_THREAD double targetGain (const EngineSettings&, int side) const noexcept;
 

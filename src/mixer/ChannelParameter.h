@@ -33,6 +33,7 @@ enum class ChannelParameter
     fxOn1,
     fxOn2,
     fxOn3,
+    volumeFactor, ///< beside the fader, for a SmartKnob
     count
 };
 

@@ -133,6 +133,7 @@ inline constexpr Row table[] {
     fxOn<0> ("FX1 On/Off"),
     fxOn<1> ("FX2 On/Off"),
     fxOn<2> ("FX3 On/Off"),
+    knob<&StripKnobs::volumeFactor> (Id::volumeFactor, "SmartKnob Volume", 1.0),
 };
 
 constexpr bool areInOrder()

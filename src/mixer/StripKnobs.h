@@ -17,6 +17,7 @@ enum class MixOverride : int8_t
 struct StripKnobs
 {
     Relaxed<double> volume { 1.0 }, gain { 0.5 }, balance { 0.5 };
+    Relaxed<double> volumeFactor { 1.0 }; ///< what a SmartKnob leaves of the volume
     Relaxed<double> eqLow { 0.5 }, eqMid { 0.5 }, eqHigh { 0.5 };
     Relaxed<int8_t> killLow, killMid, killHigh;
     Relaxed<int8_t> mute;

@@ -88,13 +88,15 @@ std::string parameterText (CPlatterdex& engine, int deck, int slot)
     return ChannelParameters::row (ChannelParameters::ofSlot (first, slot)).text (channelOf (engine, deck));
 }
 
+/** Moves a parameter by hand, which takes it over from the deck's SmartKnobs. */
 inline void setParameter (CPlatterdex& engine, int deck, ChannelParameter id, double value)
 {
     const auto& row = ChannelParameters::row (id);
-    if (row.isSingleStore)
+    if (row.isSingleStore && !engine.smartKnobs.isAnyOn (deck))
         return row.set (channelOf (engine, deck), value);
     const CallbackLock lock (engine.getCallbackLock(), "channel parameter");
     row.set (channelOf (engine, deck), value);
+    engine.smartKnobs.handMoved (deck, id);
 }
 
 template <ChannelParameter first>
@@ -119,8 +121,10 @@ template <ChannelParameter first>
 void toggleParameter (CPlatterdex& engine, const CommandCall& call)
 {
     const CallbackLock lock (engine.getCallbackLock(), "channel switch");
-    const auto& row = ChannelParameters::row (ChannelParameters::ofSlot (first, call.which));
+    const auto id = ChannelParameters::ofSlot (first, call.which);
+    const auto& row = ChannelParameters::row (id);
     auto& channel = channelOf (engine, call.deck);
     row.set (channel, row.get (channel) < 0.5 ? 1.0 : 0.0);
+    engine.smartKnobs.handMoved (call.deck, id);
 }
 }

@@ -33,25 +33,6 @@ constexpr CommandRow unbuiltRows[] {
         .writes = "timecode off, pitch to its centre",
         .reads = "1 if so",
     },
-    // SmartKnobs
-    {
-        .numbers = { .first = 173, .count = 2, .stride = 1, .decks = 4, .deckStride = 2 },
-        .name = "Smartknob #{n} {d}",
-        .constant = "SMARTKNOB_{n}_{d}",
-        .kind = Kind::value,
-        .shape = Shape::continuous,
-        .feedback = Feedback::level,
-        .writes = "the knob, 0 to 1",
-        .reads = "the value",
-    },
-    {
-        .numbers = { .first = 181, .count = 2, .stride = 1, .decks = 4, .deckStride = 2 },
-        .name = "Smartknob #{n} On {d}",
-        .constant = "SMARTKNOB_{n}_ON_{d}",
-        .feedback = Feedback::lamp,
-        .writes = "toggles",
-        .reads = "the flag",
-    },
     // Sampler
     {
         .numbers = { .first = 354 },
