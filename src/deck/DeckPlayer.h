@@ -21,6 +21,7 @@
 #include <optional>
 #include <vector>
 
+class DeckPattern;
 struct DeckWorld;
 
 /** One deck: the values of its parts, each a plain struct that is assigned, copied and compared whole.
@@ -134,6 +135,7 @@ struct DeckPlayer
     Relaxed<int8_t> isLoading;         ///< from the request of a load to its end, analysis included
 
     DeckVoice voice;
+    DeckPattern* pattern = nullptr; ///< that plays on the deck; set by the engine before its first block
 
     PXAudioSampleBuffer audioMemory;
     std::unique_ptr<TrackOverview> overview = std::make_unique<TrackOverview>();

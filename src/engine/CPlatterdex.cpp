@@ -45,6 +45,8 @@ CPlatterdex::CPlatterdex (EngineWorld world)
       preview (environment.pacing),
       recorder (environment.pacing),
       decks (getCallbackLock(), settings, listeners, pacing, environment.clock),
+      slicegates { SlicegateDeckState { decks, 0 }, SlicegateDeckState { decks, 1 },
+                   SlicegateDeckState { decks, 2 }, SlicegateDeckState { decks, 3 } },
       transport (decks),
       automix (decks, channels),
       batchAnalysis (environment.decoderLibrary, environment.folders.beatmarks(), settings, listeners, pacing)
@@ -65,6 +67,7 @@ CPlatterdex::CPlatterdex (EngineWorld world)
     {
         auto deck = std::make_unique<DeckPlayer> (decks, d);
         deck->makeStretcher();
+        deck->pattern = &slicegates[static_cast<size_t> (d)];
         decks.decks[static_cast<size_t> (d)] = std::move (deck);
     }
     decks.setPitchRange (settings.pitchRangeIndex);

@@ -8,6 +8,7 @@
 #include "engine/Automix.h"
 #include "engine/EngineWorld.h"
 #include "engine/HostTransport.h"
+#include "instruments/slicegate/SlicegateDeckState.h"
 #include "instruments/smartknob/SmartKnobs.h"
 #include "mixer/AudioRecorder.h"
 #include "mixer/Channel.h"
@@ -156,6 +157,7 @@ public:
     Meters masterMeters;
     DeckWorld decks;
     DeckLoaders loaders { decks, environment.decoderLibrary };
+    std::array<SlicegateDeckState, deckCount> slicegates;
     Transport transport;
     LoopCommands loops { decks };
     GridCommands grids { decks };

@@ -9,6 +9,7 @@
 #include "engine/commands/MeterRows.h"
 #include "engine/commands/MixerRows.h"
 #include "engine/commands/PlayRows.h"
+#include "engine/commands/SlicegateRows.h"
 #include "engine/commands/SmartKnobRows.h"
 #include "engine/commands/TempoRows.h"
 #include "engine/commands/UnbuiltRows.h"
@@ -20,9 +21,10 @@ namespace CommandTable
 {
 namespace
 {
-constexpr std::span<const CommandRow> parts[] { playRows,      tempoRows,   cueRows,   loopRows,
-                                                gridRows,      channelRows, mixerRows, effectRows,
-                                                smartKnobRows, automixRows, meterRows, unbuiltRows };
+constexpr std::span<const CommandRow> parts[] { playRows,      tempoRows,     cueRows,     loopRows,
+                                                gridRows,      channelRows,   mixerRows,   effectRows,
+                                                slicegateRows, smartKnobRows, automixRows, meterRows,
+                                                unbuiltRows };
 
 constexpr size_t notInTable = commandCount + meterCount;
 

@@ -1,5 +1,6 @@
 #include "deck/voice/DeckReader.h"
 
+#include "deck/voice/TrackSamples.h"
 #include "support/OnePole.h"
 
 #include <algorithm>
@@ -8,35 +9,11 @@
 
 namespace
 {
-constexpr double sampleScale = 3.0517578125e-05; // 1 / 32768
 constexpr double nudgeStep = 2.5e-7;
 constexpr double jogFloor = 0.01, bendFloor = 0.001, rateFloor = 0.001;
 constexpr double dullingSpeed = 10.0;
 constexpr double inaudibleJump = 2.0;         // frames
 constexpr int32_t longestBar = 1'000'000'000; // frames; a deck may go round a loop without beats all night
-
-struct Frame
-{
-    double left = 0.0, right = 0.0;
-
-    void add (const Frame& other, double weight, double noise = 0.0) noexcept
-    {
-        left += other.left * weight + noise;
-        right += other.right * weight + noise;
-    }
-};
-
-/** The cubic through four samples around b, of which c is the next: Catmull-Rom's. */
-double cubic (const int16_t* b, double t) noexcept
-{
-    const double before = b[-1], here = b[0], next = b[1], after = b[2];
-    return ((((here - next) * 1.5 + (after - before) * 0.5) * t
-             + (before - here * 2.5 + next * 2.0 - after * 0.5))
-                * t
-            + (next - before) * 0.5)
-               * t
-           + here;
-}
 
 struct NextBeat
 {
@@ -53,37 +30,23 @@ NextBeat placeOf (const BeatGrid& grid, int32_t entry) noexcept
 /** The head and the samples that the loop over frames works on, in registers. */
 struct Reader : ReadHead
 {
-    const int16_t *leftSamples, *rightSamples;
-    int32_t loadedFrames;
+    TrackSamples samples;
     double dullingRate = 0.0, dulling = 0.0; ///< the factor of a rate, kept while the rate holds
 
     Reader (const ReadHead& head, const ReadSource& source) noexcept
         : ReadHead (head),
-          leftSamples (source.left),
-          rightSamples (source.right),
-          loadedFrames (source.frames)
+          samples { source.left, source.right, source.frames }
     {
     }
 
-    /** Adds the interpolated samples at a position, times `weight`; nothing where the cubic has no four samples. */
-    void addSampleAt (double where, double weight, double noise, Frame& frame) const noexcept
+    TrackFrame nextFrame (double noise) noexcept
     {
-        const auto index = static_cast<int32_t> (where);
-        if (index < 1 || index >= loadedFrames - 2)
-            return;
-        const auto t = where - index;
-        frame.add ({ cubic (leftSamples + index, t), cubic (rightSamples + index, t) }, weight * sampleScale,
-                   noise);
-    }
-
-    Frame nextFrame (double noise) noexcept
-    {
-        Frame frame;
-        addSampleAt (position, 1.0 - declickGain, noise, frame);
+        TrackFrame frame;
+        samples.addAt (position, 1.0 - declickGain, noise, frame);
         if (declickGain > declickFloor)
         {
-            addSampleAt (declickPosition, declickGain, 0.0, frame);
-            declickPosition = std::clamp (declickPosition + rate, 0.0, static_cast<double> (loadedFrames));
+            samples.addAt (declickPosition, declickGain, 0.0, frame);
+            declickPosition = std::clamp (declickPosition + rate, 0.0, static_cast<double> (samples.frames));
             declickGain *= declickFade;
         }
         else
@@ -108,8 +71,8 @@ struct Reader : ReadHead
         const auto from = position;
         if (region.isTurnedAt (position))
             position = region.turned (position, rate);
-        position = std::clamp (position, std::min (region.floor, static_cast<double> (loadedFrames)),
-                               static_cast<double> (loadedFrames));
+        position = std::clamp (position, std::min (region.floor, static_cast<double> (samples.frames)),
+                               static_cast<double> (samples.frames));
         const auto jumped = std::abs (position - from) > inaudibleJump + std::abs (rate);
         if (jumped)
             declickFrom (from);
@@ -164,49 +127,33 @@ double decayed (double value, double coefficient, double floor) noexcept
     value *= coefficient;
     return std::abs (value) < floor ? 0.0 : value;
 }
-}
 
-void findNextBeat (ReadHead& head, const BeatGrid& grid) noexcept
+/** Neither moves by itself nor by a hand, and has no old audio to fade. */
+bool standsStill (const ReadHead& head, const ReadDrive& drive) noexcept
 {
-    const auto next = placeOf (grid, grid.firstEntryBeyond (head.position));
-    head.nextBeat = next.entry;
-    head.nextBeatFrame = next.frame;
+    return !drive.isPlaying && drive.nudge == 0 && head.rate == 0.0 && head.jog == 0.0 && head.bend == 0.0
+           && head.declickGain == 0.0;
 }
 
-void readDeck (ReadHead& head, const ReadSource& source, const ReadDrive& drive, NoiseTable& noise,
-               float* left, float* right, int frames) noexcept
-{
-    for (int done = 0; done < frames;)
-        done += readToJump (head, source, drive, noise, left + done, right + done, frames - done).frames;
-}
-
-Reading readToJump (ReadHead& head, const ReadSource& source, const ReadDrive& drive, NoiseTable& noise,
-                    float* left, float* right, int frames) noexcept
+/** Moves the head on by up to `frames` frames, each of which is first given to a function; ends after one with which the
+    reading goes on elsewhere. */
+template <typename TakeFrame>
+Reading move (ReadHead& head, const ReadSource& source, const ReadDrive& drive, int frames,
+              TakeFrame&& takeFrame) noexcept
 {
     Reader reader (head, source);
     const Target target (drive);
     const auto nudging = !drive.isPlaying && drive.nudge != 0;
     const auto nudgePush = drive.nudge * nudgeStep;
 
-    const auto still = !drive.isPlaying && !nudging && reader.rate == 0.0 && reader.jog == 0.0
-                       && reader.bend == 0.0 && reader.declickGain == 0.0;
-    if (still)
-    {
-        std::fill_n (left, frames, 0.0f);
-        std::fill_n (right, frames, 0.0f);
-        return { frames, false, false };
-    }
-
-    const auto end = static_cast<double> (reader.loadedFrames);
+    const auto end = static_cast<double> (source.frames);
     const auto linearBefore = reader.linear;
     const auto region = drive.region;
     Reading reading;
     auto& done = reading.frames;
     while (done < frames && !reading.jumped)
     {
-        const auto frame = reader.nextFrame (noise.next());
-        left[done] = static_cast<float> (frame.left);
-        right[done++] = static_cast<float> (frame.right);
+        takeFrame (reader, done++);
 
         const auto wanted = target.at (reader.jog);
         if (nudging)
@@ -240,4 +187,51 @@ Reading readToJump (ReadHead& head, const ReadSource& source, const ReadDrive& d
         reader.roll = std::clamp (reader.roll + (reader.linear - linearBefore), 0.0, end);
     head = reader;
     return reading;
+}
+}
+
+void findNextBeat (ReadHead& head, const BeatGrid& grid) noexcept
+{
+    const auto next = placeOf (grid, grid.firstEntryBeyond (head.position));
+    head.nextBeat = next.entry;
+    head.nextBeatFrame = next.frame;
+}
+
+void readDeck (ReadHead& head, const ReadSource& source, const ReadDrive& drive, NoiseTable& noise,
+               float* left, float* right, int frames) noexcept
+{
+    for (int done = 0; done < frames;)
+        done += readToJump (head, source, drive, noise, left + done, right + done, frames - done).frames;
+}
+
+Reading readToJump (ReadHead& head, const ReadSource& source, const ReadDrive& drive, NoiseTable& noise,
+                    float* left, float* right, int frames) noexcept
+{
+    if (standsStill (head, drive))
+    {
+        std::fill_n (left, frames, 0.0f);
+        std::fill_n (right, frames, 0.0f);
+        return { frames, false, false };
+    }
+    return move (head, source, drive, frames,
+                 [&] (Reader& reader, int frame)
+                 {
+                     const auto sound = reader.nextFrame (noise.next());
+                     left[frame] = static_cast<float> (sound.left);
+                     right[frame] = static_cast<float> (sound.right);
+                 });
+}
+
+void traceDeck (ReadHead& head, const ReadSource& source, const ReadDrive& drive, double* places,
+                int frames) noexcept
+{
+    if (standsStill (head, drive))
+    {
+        std::fill_n (places, frames, head.position);
+        return;
+    }
+    for (int done = 0; done < frames;)
+        done += move (head, source, drive, frames - done,
+                      [&] (const Reader& reader, int frame) { places[done + frame] = reader.position; })
+                    .frames;
 }

@@ -45,3 +45,8 @@ PX_AUDIO_THREAD void readDeck (ReadHead&, const ReadSource&, const ReadDrive&, N
 /** The same, but ends after a frame with which the reading goes on elsewhere. */
 PX_AUDIO_THREAD Reading readToJump (ReadHead&, const ReadSource&, const ReadDrive&, NoiseTable&, float* left,
                                     float* right, int frames) noexcept;
+
+/** Moves the head as a reading does, but hands out the place of each frame in place of its sound. Audio thread.
+    @param places   of `frames` frames, in frames of the file */
+PX_AUDIO_THREAD void traceDeck (ReadHead&, const ReadSource&, const ReadDrive&, double* places,
+                                int frames) noexcept;

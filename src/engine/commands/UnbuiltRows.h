@@ -106,15 +106,6 @@ constexpr CommandRow unbuiltRows[] {
         .writes = "plays while held",
         .reads = "1 while playing",
     },
-    // Slicegate
-    {
-        .numbers = { .first = 377, .count = 8, .stride = 1, .decks = 4, .deckStride = 8 },
-        .name = "Slicegate Pad {d}.{n}",
-        .constant = "SLICEGATE_PAD_{d}_{n}",
-        .feedback = Feedback::lamp,
-        .writes = "toggles the pad",
-        .reads = "1 if active",
-    },
     // Browser and preview
     {
         .numbers = { .first = 409 },

@@ -1,0 +1,337 @@
+#include "instruments/slicegate/SlicegateDeckState.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace
+{
+constexpr double beatsOfWindow = 4.0;
+
+/** Windows that the lowest value of a time curve lies back: eight beats. */
+constexpr double windowsBack = 2.0;
+
+/** Fills a piece with a curve's values; stretches that hold or go straight need but their ends. */
+template <typename Put>
+PX_AUDIO_THREAD void follow (const Envelope& curve, EnvelopeCursor& cursor, double time, double timeStep,
+                             int frames, Put&& put) noexcept
+{
+    const auto first = curve.evaluate (time, cursor);
+    const auto last = time + timeStep * (frames - 1);
+    const auto point = curve.point (static_cast<int> (cursor.segment));
+    if (last <= point.time && point.type == static_cast<uint8_t> (SegmentShape::hold))
+    {
+        for (int i = 0; i < frames; ++i)
+            put (i, first);
+    }
+    else if (last <= point.time && point.sign == EnvelopePoint::straightLine)
+    {
+        const auto slope =
+            frames > 1 ? (curve.evaluate (last, cursor) - first) / static_cast<double> (frames - 1) : 0.0;
+        for (int i = 0; i < frames; ++i)
+            put (i, first + slope * i);
+    }
+    else
+    {
+        for (int i = 0; i < frames; ++i)
+            put (i, curve.evaluate (time + timeStep * i, cursor));
+    }
+}
+
+/** True if a time curve leaves the deck where it is all along. */
+bool staysAtOwnPlace (const Envelope& curve) noexcept
+{
+    const auto count = curve.pointCount();
+    for (int i = 0; i < count; ++i)
+        if (curve.point (i).value != 1.0f)
+            return false;
+    return count > 1 && curve.absoluteTime (count - 1) >= beatsOfWindow;
+}
+}
+
+SlicegateDeckState::SlicegateDeckState (DeckWorld& w, int index)
+    : world (w),
+      deckIndex (index),
+      times (padCount, w.callbackLock),
+      volumes (padCount, w.callbackLock)
+{
+    for (int pad = 0; pad < padCount; ++pad)
+        loadFactoryPreset (FactoryPresets::initialPreset (deckIndex, pad), pad);
+}
+
+//======================================================================================================================
+// Playing
+
+void SlicegateDeckState::trigger (int pad) noexcept
+{
+    if (!isPad (pad) || deck().isEmpty())
+        return;
+    const CallbackLock lock (world.callbackLock, "slicegate pad");
+    const auto mode = playMode (pad);
+    if (!running)
+    {
+        if (world.setup (deck()).quantise != 0)
+            queuedStartPad = pad;
+        else
+            start (pad);
+    }
+    else if (mode == PlayMode::reTrigger)
+    {
+        restartInBeat (pad);
+    }
+    else if (pad == currentPad)
+    {
+        stopRunning();
+    }
+    else
+    {
+        nextPad = pad;
+    }
+    publish();
+}
+
+void SlicegateDeckState::stop() noexcept
+{
+    const CallbackLock lock (world.callbackLock, "slicegate stop");
+    if (running)
+        stopRunning();
+    queuedStartPad = noPad;
+    publish();
+}
+
+void SlicegateDeckState::start (int pad) noexcept
+{
+    const auto window = beatsOfWindow * deck().beatFrames();
+    windowLength = window > 0.0 && std::isfinite (window) ? window : 1.0;
+    elapsed = 0.0;
+    currentPad = pad;
+    running = true;
+    startedPlaying = false;
+}
+
+void SlicegateDeckState::stopRunning() noexcept
+{
+    running = false;
+    nextPad = queuedStartPad = noPad;
+    if (!advanceMode (currentPad))
+        move = { .landsAtRead = true };
+}
+
+void SlicegateDeckState::restartInBeat (int pad) noexcept
+{
+    const auto before = elapsed;
+    elapsed = std::fmod (elapsed, windowLength / beatsOfWindow);
+    // Pressed again, a pad that does not march plays the same beats again; the way to another pad keeps the deck's place.
+    if (pad == currentPad && !advanceMode (pad))
+        move.frames += elapsed - before;
+    currentPad = pad;
+}
+
+PadState SlicegateDeckState::padState (int pad) const noexcept
+{
+    if (!isPad (pad))
+        return PadState::idle;
+    if (pad == shownPad)
+        return PadState::running;
+    return pad == shownNext || pad == queuedStartPad ? PadState::queued : PadState::idle;
+}
+
+double SlicegateDeckState::padProgress (int pad) const noexcept
+{
+    return isPad (pad) && pad == shownPad ? shownProgress.get() : 0.0;
+}
+
+void SlicegateDeckState::publish() noexcept
+{
+    shownPad = running ? currentPad : noPad;
+    shownNext = running ? nextPad : noPad;
+    shownProgress = running ? elapsed / windowLength : 0.0;
+}
+
+//======================================================================================================================
+// DeckPattern
+
+void SlicegateDeckState::beginBlock() noexcept
+{
+    if (!running)
+        return;
+    // A pad that was pressed on a stopped deck plays by itself; one that has run with the deck stops with it.
+    const auto plays = deck().play.on != 0;
+    if (startedPlaying && !plays)
+    {
+        running = false;
+        nextPad = noPad;
+        publish();
+    }
+    startedPlaying = plays;
+}
+
+bool SlicegateDeckState::isActive() const noexcept
+{
+    return running || !slicegateGain.isAt (1.0);
+}
+
+void SlicegateDeckState::comeToBeat() noexcept
+{
+    if (queuedStartPad >= 0 && !running)
+        start (queuedStartPad);
+    queuedStartPad = noPad;
+}
+
+PatternMove SlicegateDeckState::takeMove() noexcept
+{
+    return std::exchange (move, {});
+}
+
+void SlicegateDeckState::makePiece (Piece& piece, double step, int frames) noexcept
+{
+    if (running && step > 0.0)
+        frames = static_cast<int> (
+            std::clamp (std::ceil ((windowLength - elapsed) / step), 1.0, static_cast<double> (frames)));
+    piece.frames = frames;
+    piece.leads = false;
+
+    const auto time = elapsed * beatsOfWindow / windowLength;
+    const auto timeStep = step * beatsOfWindow / windowLength;
+    if (running)
+        makeOffsets (piece, time, timeStep);
+    makeGains (piece, time, timeStep);
+
+    if (running)
+    {
+        elapsed += step * frames;
+        if (elapsed >= windowLength)
+            endPass();
+    }
+    publish();
+}
+
+void SlicegateDeckState::makeOffsets (Piece& piece, double time, double timeStep) noexcept
+{
+    if (!times.isEnabled (currentPad))
+        return;
+    const auto& curve = times.audible (currentPad);
+    if (staysAtOwnPlace (curve))
+        return;
+    piece.leads = true;
+    // In reverse back is the way that the reading has come as well.
+    const auto reach = deck().play.reverse != 0 ? windowsBack * windowLength : -windowsBack * windowLength;
+    follow (curve, timeCursor, time, timeStep, piece.frames,
+            [&] (int i, double value) { piece.offsets[static_cast<size_t> (i)] = (1.0 - value) * reach; });
+}
+
+void SlicegateDeckState::makeGains (Piece& piece, double time, double timeStep) noexcept
+{
+    const auto ramp = [&] (int i, double value)
+    {
+        slicegateGain.setTarget (std::clamp (value, 0.0, 1.0));
+        piece.gains[static_cast<size_t> (i)] = static_cast<float> (slicegateGain.next());
+    };
+    const auto wasOpen = slicegateGain.isAt (1.0);
+    if (running && volumes.isEnabled (currentPad))
+        follow (volumes.audible (currentPad), volumeCursor, time, timeStep, piece.frames, ramp);
+    else
+        for (int i = 0; i < piece.frames; ++i)
+            ramp (i, 1.0);
+    piece.gates = !wasOpen || !slicegateGain.isAt (1.0);
+}
+
+void SlicegateDeckState::endPass() noexcept
+{
+    elapsed = std::fmod (elapsed, windowLength);
+    const auto ended = currentPad;
+    const auto goesOn = nextPad >= 0 || playMode (ended) == PlayMode::loop;
+    if (nextPad >= 0)
+        currentPad = nextPad;
+    nextPad = noPad;
+    running = goesOn;
+    if (!advanceMode (ended))
+        move = goesOn ? PatternMove { .frames = -windowLength } : PatternMove { .landsAtRead = true };
+}
+
+//======================================================================================================================
+// Contents
+
+std::string SlicegateDeckState::padName (int pad) const
+{
+    if (!isPad (pad))
+        return {};
+    const std::lock_guard lock (naming);
+    return at (pad).name;
+}
+
+void SlicegateDeckState::setPadName (int pad, std::string name)
+{
+    if (!isPad (pad))
+        return;
+    const std::lock_guard lock (naming);
+    at (pad).name.swap (name);
+    at (pad).revision = at (pad).revision + 1;
+}
+
+PlayMode SlicegateDeckState::playMode (int pad) const noexcept
+{
+    return isPad (pad) ? static_cast<PlayMode> (at (pad).playMode.get()) : PlayMode::oneShot;
+}
+
+void SlicegateDeckState::setPlayMode (int pad, PlayMode mode) noexcept
+{
+    if (!isPad (pad))
+        return;
+    at (pad).playMode = static_cast<int8_t> (mode);
+    at (pad).revision = at (pad).revision + 1;
+}
+
+bool SlicegateDeckState::advanceMode (int pad) const noexcept
+{
+    return !isPad (pad) || at (pad).advanceMode != 0;
+}
+
+void SlicegateDeckState::setAdvanceMode (int pad, bool on) noexcept
+{
+    if (!isPad (pad))
+        return;
+    at (pad).advanceMode = on ? 1 : 0;
+    at (pad).revision = at (pad).revision + 1;
+}
+
+void SlicegateDeckState::load (int pad, const SlicegatePreset& next)
+{
+    if (!isPad (pad))
+        return;
+    times.replace (pad, next.time.envelope);
+    volumes.replace (pad, next.volume.envelope);
+    if (!next.keepsFlags)
+    {
+        times.visible (pad) = next.time.visible;
+        times.enabled (pad) = next.time.enabled;
+        volumes.visible (pad) = next.volume.visible;
+        volumes.enabled (pad) = next.volume.enabled;
+    }
+    if (next.playMode)
+        setPlayMode (pad, *next.playMode);
+    if (next.rolling)
+        setAdvanceMode (pad, *next.rolling);
+    setPadName (pad, next.name);
+}
+
+SlicegatePreset SlicegateDeckState::preset (int pad) const
+{
+    if (!isPad (pad))
+        return {};
+    return { .name = padName (pad),
+             .time = { times.copy (pad), times.isVisible (pad), times.isEnabled (pad) },
+             .volume = { volumes.copy (pad), volumes.isVisible (pad), volumes.isEnabled (pad) },
+             .playMode = playMode (pad),
+             .rolling = advanceMode (pad) };
+}
+
+void SlicegateDeckState::loadFactoryPreset (int presetId, int pad)
+{
+    load (pad, FactoryPresets::preset (presetId));
+}
+
+std::uint32_t SlicegateDeckState::revision (int pad) const noexcept
+{
+    return isPad (pad) ? at (pad).revision + times.revision (pad) + volumes.revision (pad) : 0;
+}
