@@ -303,10 +303,10 @@ void SlicegateDeckState::load (int pad, const SlicegatePreset& next)
     volumes.replace (pad, next.volume.envelope);
     if (!next.keepsFlags)
     {
-        times.visible (pad) = next.time.visible;
-        times.enabled (pad) = next.time.enabled;
-        volumes.visible (pad) = next.volume.visible;
-        volumes.enabled (pad) = next.volume.enabled;
+        times.setVisible (pad, next.time.visible);
+        times.setEnabled (pad, next.time.enabled);
+        volumes.setVisible (pad, next.volume.visible);
+        volumes.setEnabled (pad, next.volume.enabled);
     }
     if (next.playMode)
         setPlayMode (pad, *next.playMode);
