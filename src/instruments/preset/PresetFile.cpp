@@ -1,0 +1,37 @@
+#include "instruments/preset/PresetFile.h"
+
+#include "instruments/preset/PresetXml.h"
+#include "support/AudioThread.h"
+#include "support/files/ReplaceFile.h"
+
+namespace PresetFile
+{
+std::optional<std::string> read (const juce::File& file)
+{
+    assertMayBlock();
+    juce::FileInputStream stream (file);
+    if (!file.existsAsFile() || stream.failedToOpen())
+        return {};
+    std::string bytes (static_cast<size_t> (
+                           std::clamp<juce::int64> (stream.getTotalLength(), 0, PresetXml::largestFile + 1)),
+                       '\0');
+    const auto got = stream.read (bytes.data(), bytes.size());
+    if (got < 0 || stream.getStatus().failed())
+        return {};
+    bytes.resize (static_cast<size_t> (got));
+    return bytes;
+}
+
+std::string unreadable (const juce::File& file)
+{
+    return "Nothing was loaded from " + file.getFileName().toStdString() + ": the file can't be read.";
+}
+
+std::string write (const juce::File& file, std::string_view bytes)
+{
+    assertMayBlock();
+    if (file.getParentDirectory().createDirectory().wasOk() && replaceFile (file, bytes.data(), bytes.size()))
+        return {};
+    return file.getFullPathName().toStdString() + " can't be written.";
+}
+}

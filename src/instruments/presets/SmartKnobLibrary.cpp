@@ -1,0 +1,52 @@
+#include "instruments/presets/SmartKnobLibrary.h"
+
+#include "instruments/preset/PresetFile.h"
+#include "instruments/smartknob/SmartKnobs.h"
+
+namespace SmartKnobLibrary
+{
+const Entry* find (int id)
+{
+    for (const auto& group : groups())
+        for (const auto& entry : group.entries)
+            if (entry.id == id)
+                return &entry;
+    return nullptr;
+}
+
+std::string loadFactory (SmartKnobs& knobs, int deck, int knob, int id)
+{
+    const auto* entry = find (id);
+    if (entry == nullptr)
+        return "There is no SmartKnob preset " + std::to_string (id) + ".";
+    auto read = readSmartKnobPreset (entry->text);
+    if (const auto* fault = std::get_if<std::string> (&read))
+        return PresetXml::sentence (entry->name, *fault);
+    auto& preset = std::get<SmartKnobPreset> (read);
+    preset.name = entry->name;
+    knobs.loadSmartKnobPreset (deck, knob, preset, rowsOfChannel);
+    return {};
+}
+
+std::string loadFile (SmartKnobs& knobs, int deck, int knob, const juce::File& file, int rows)
+{
+    const auto bytes = PresetFile::read (file);
+    if (!bytes)
+        return PresetFile::unreadable (file);
+    auto read = readSmartKnobPreset (*bytes);
+    if (const auto* fault = std::get_if<std::string> (&read))
+        return PresetXml::sentence (file.getFileName().toStdString(), *fault);
+    auto& preset = std::get<SmartKnobPreset> (read);
+    if (preset.name.empty())
+        preset.name = file.getFileNameWithoutExtension().toStdString();
+    knobs.loadSmartKnobPreset (deck, knob, preset, rows);
+    return {};
+}
+
+std::string saveFile (const SmartKnobs& knobs, int deck, int knob, const juce::File& file)
+{
+    auto preset = knobs.preset (deck, knob);
+    preset.name = file.getFileNameWithoutExtension().toStdString();
+    return PresetFile::write (file, writeSmartKnobPreset (preset));
+}
+}
