@@ -42,8 +42,9 @@ double levelOf (const std::string& word, const CurveText::Names& names)
 
 SegmentShape shapeOf (const std::string& word)
 {
-    constexpr std::array<const char*, 11> words { "single", "double", "hold",      "stairs", "smoothstairs", "pulse",
-                                                  "wave",   "alt",    "altdouble", "sine",   "smooth" };
+    constexpr std::array<const char*, 11> words { "single",       "double", "hold",  "stairs",
+                                                  "smoothstairs", "pulse",  "wave",  "alt",
+                                                  "altdouble",    "sine",   "smooth" };
     for (size_t i = 0; i < words.size(); ++i)
         if (word == words[i])
             return static_cast<SegmentShape> (i);
@@ -58,7 +59,9 @@ double tensionOfRepeats (const std::string& word, SegmentShape shape)
     if (given < 1.0 || given > 500.0)
         throw Fault ("\"" + word + "\" is no number of repeats.");
     // Stairs have one step more for a positive tension, a wave half a turn more.
-    const auto extra = shape == SegmentShape::stairs && count > 0.0 ? 2.0 : shape == SegmentShape::wave ? 0.0 : 1.0;
+    const auto extra = shape == SegmentShape::stairs && count > 0.0 ? 2.0
+                       : shape == SegmentShape::wave                ? 0.0
+                                                                    : 1.0;
     const auto steps = std::max (0.0, given - extra);
     const auto tension = (1.0 - std::log (steps * 1000.0 + 1.0) / std::log (1000001.0)) / 0.6;
     return std::copysign (std::min (tension, 1.0), count);
@@ -68,7 +71,8 @@ EnvelopePoint pointOf (const std::string& text, const CurveText::Names& names)
 {
     const auto words = wordsOf (text);
     if (words.size() < 2 || words.size() > 4)
-        throw Fault ("\"" + text + "\" is no point: it needs a place, a level and at most a shape with a tension.");
+        throw Fault ("\"" + text
+                     + "\" is no point: it needs a place, a level and at most a shape with a tension.");
     const auto place = numberOf (words[0]);
     if (!place)
         throw Fault ("\"" + words[0] + "\" is no place.");

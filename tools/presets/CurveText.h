@@ -27,8 +27,8 @@ using Names = std::function<std::optional<double> (std::string_view)>;
 
 struct Ends
 {
-    double last;         ///< place of the last point
-    double scale;        ///< places to the envelope's time
+    double last;  ///< place of the last point
+    double scale; ///< places to the envelope's time
 };
 
 /** Reads a curve. A level alone is a curve that stays there. Throws Fault. */

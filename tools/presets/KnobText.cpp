@@ -74,10 +74,7 @@ std::optional<double> stepOf (const std::array<BeatSteps::Step, count>& steps, s
 class Maker
 {
 public:
-    Maker()
-    {
-        preset.content = SmartKnobPreset::empty();
-    }
+    Maker() { preset.content = SmartKnobPreset::empty(); }
 
     /** Reads a line such as "FX1 Param  1/8". */
     void addRow (const std::string& line)
@@ -120,7 +117,8 @@ private:
             return set (row, switchCurve (text));
         if (const auto slot = slotOf (SmartKnobRow::fx1Param); slot >= 0)
             return set (row, CurveText::read (text, wholeTurn,
-                                              [this, slot] (std::string_view word) { return paramOf (slot, word); }));
+                                              [this, slot] (std::string_view word)
+                                              { return paramOf (slot, word); }));
         set (row, CurveText::read (text, wholeTurn));
     }
 

@@ -37,13 +37,15 @@ void writeSource (const std::vector<KnobText::Group>& groups, std::ostream& out)
     {
         out << "\nconstexpr SmartKnobLibrary::Entry group" << g << "[] {\n";
         for (const auto& preset : groups[g].presets)
-            out << "    { " << preset.id << ", \"" << preset.name << "\", " << identifierOf (preset) << " },\n";
+            out << "    { " << preset.id << ", \"" << preset.name << "\", " << identifierOf (preset)
+                << " },\n";
         out << "};\n";
     }
     out << "\nconstexpr SmartKnobLibrary::Group all[] {\n";
     for (size_t g = 0; g < groups.size(); ++g)
         out << "    { \"" << groups[g].name << "\", group" << g << " },\n";
-    out << "};\n}\n\nstd::span<const SmartKnobLibrary::Group> SmartKnobLibrary::groups()\n{\n    return all;\n}\n";
+    out << "};\n}\n\nstd::span<const SmartKnobLibrary::Group> SmartKnobLibrary::groups()\n{\n    return "
+           "all;\n}\n";
 }
 
 void printTable (const std::vector<KnobText::Group>& groups)

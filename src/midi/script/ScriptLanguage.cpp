@@ -1,0 +1,251 @@
+#include "midi/script/ScriptLanguage.h"
+
+#include "midi/script/ArrayMemory.h"
+#include "midi/script/ScriptSource.h"
+#include "midi/script/ShippedScripts.h"
+
+#include <angelscript.h>
+#include <angelscript/scriptarray.h>
+#include <angelscript/scriptbuilder.h>
+#include <angelscript/scriptstdstring.h>
+
+#include <functional>
+
+using namespace AngelScript;
+
+namespace
+{
+constexpr const char* moduleName = "main_module";
+
+constexpr asPWORD scriptStackBytes = 1 << 20, calls = 2000, nestedCalls = 32;
+
+/** Does something on a thread with room for deep recursion, and returns when it is done. */
+class DeepStack : juce::Thread
+{
+public:
+    explicit DeepStack (std::function<void()> t) : Thread ("script build", 256 << 20), task (std::move (t))
+    {
+        startThread();
+        waitForThreadToExit (-1);
+    }
+
+private:
+    void run() override
+    {
+        task();
+        asThreadCleanup();
+    }
+
+    std::function<void()> task;
+};
+
+/** Adds the sections of a script to a builder, within the limits of their number and size. */
+class Sections
+{
+public:
+    using Refuse = std::function<void (const juce::String& file, const ScriptFault&)>;
+
+    Sections (CScriptBuilder& b, const juce::File& folder, Refuse r)
+        : builder (b),
+          scriptFolder (folder),
+          refuse (std::move (r))
+    {
+        builder.SetIncludeCallback (include, this);
+    }
+
+    bool add (const juce::String& name, const std::string& text)
+    {
+        ++count;
+        bytes += text.size();
+        if (count > ScriptLimits::files || bytes > ScriptLimits::sourceBytes)
+            return refuse (name, { 1, 1, "The script and what it includes are too long." }), false;
+        if (const auto fault = faultOf (text))
+            return refuse (name, *fault), false;
+        if (text.empty())
+            return true;
+        return builder.AddSectionFromMemory (name.toRawUTF8(), text.data(),
+                                             static_cast<unsigned> (text.size()))
+               >= 0;
+    }
+
+private:
+    static int include (const char* name, const char* from, CScriptBuilder*, void* self)
+    {
+        return static_cast<Sections*> (self)->include (juce::String::fromUTF8 (name),
+                                                       juce::File (juce::String::fromUTF8 (from)))
+                   ? 0
+                   : -1;
+    }
+
+    bool include (const juce::String& name, const juce::File& from)
+    {
+        const auto file = resolveInclude (name, from, scriptFolder);
+        juce::String reason = "There is no file " + name + " beside the script or in the folder of scripts.";
+        if (file != juce::File())
+        {
+            if (const auto text = readScriptFile (file, reason))
+                return add (file.getFullPathName(), *text);
+        }
+        else if (const auto* const shipped = ShippedScripts::find (name.toStdString()))
+            return add (scriptFolder.getChildFile (name).getFullPathName(), std::string (shipped->text));
+        refuse (from.getFullPathName(), { 0, 0, reason.toStdString() });
+        return false;
+    }
+
+    CScriptBuilder& builder;
+    const juce::File scriptFolder;
+    const Refuse refuse;
+    size_t count = 0, bytes = 0;
+};
+}
+
+void ScriptLanguage::Shutdown::operator() (asIScriptEngine* engine) const
+{
+    engine->ShutDownAndRelease();
+}
+
+ScriptLanguage::ScriptLanguage (ScriptFunctions& functions)
+{
+    static const auto isMultithreaded = asPrepareMultithread() >= 0;
+    juce::ignoreUnused (isMultithreaded);
+    ArrayMemory::limit();
+
+    scriptEngine.reset (asCreateScriptEngine());
+    scriptEngine->SetMessageCallback (asMETHOD (ScriptLanguage, addMessage), this, asCALL_THISCALL);
+    scriptEngine->SetEngineProperty (asEP_MAX_STACK_SIZE, scriptStackBytes);
+    scriptEngine->SetEngineProperty (asEP_MAX_CALL_STACK_SIZE, calls);
+    scriptEngine->SetEngineProperty (asEP_MAX_NESTED_CALLS, nestedCalls);
+    // Global variables may run any code of the script, which must not happen unwatched.
+    scriptEngine->SetEngineProperty (asEP_INIT_GLOBAL_VARS_AFTER_BUILD, 0);
+    scriptEngine->SetContextCallbacks (lendContext, takeContextBack, this);
+    RegisterScriptArray (scriptEngine.get(), true);
+    RegisterStdString (scriptEngine.get());
+    functions.registerWith (*scriptEngine);
+}
+
+ScriptLanguage::~ScriptLanguage()
+{
+    discard();
+}
+
+ScriptLanguage::Build ScriptLanguage::build (const juce::File& file, const juce::File& scriptFolder)
+{
+    juce::String reason;
+    if (auto text = readScriptFile (file, reason))
+        return build (file, std::move (*text), scriptFolder);
+    discard();
+    current = {};
+    addError (file.getFullPathName(), 0, 0, reason);
+    return std::move (current);
+}
+
+ScriptLanguage::Build ScriptLanguage::build (const juce::File& file, std::string text,
+                                             const juce::File& scriptFolder)
+{
+    discard();
+    current = {};
+    leftOut = 0;
+    const DeepStack done ([&] { compile (file, text, scriptFolder); });
+    if (leftOut > 0)
+        current.messages.push_back ({ .kind = ScriptEntry::Kind::info,
+                                      .file = file.getFullPathName(),
+                                      .text = juce::String (leftOut) + " more messages are not shown." });
+    return std::move (current);
+}
+
+void ScriptLanguage::discard()
+{
+    discardEnd = std::chrono::steady_clock::now() + std::chrono::seconds (1);
+    scriptEngine->DiscardModule (moduleName);
+    scriptEngine->GarbageCollect();
+}
+
+asIScriptContext* ScriptLanguage::lendContext (asIScriptEngine* engine, void* self)
+{
+    auto* const context = engine->CreateContext();
+    context->SetLineCallback (asFUNCTION (lineReached), self, asCALL_CDECL);
+    return context;
+}
+
+void ScriptLanguage::takeContextBack (asIScriptEngine*, asIScriptContext* context, void*)
+{
+    context->Release();
+}
+
+void ScriptLanguage::lineReached (asIScriptContext* context, void* self)
+{
+    if (std::chrono::steady_clock::now() > static_cast<ScriptLanguage*> (self)->discardEnd)
+        context->Abort();
+}
+
+void ScriptLanguage::compile (const juce::File& file, const std::string& text, const juce::File& scriptFolder)
+{
+    CScriptBuilder builder;
+    if (builder.StartNewModule (scriptEngine.get(), moduleName) < 0)
+        return addError (file.getFullPathName(), 0, 0, "There is no room for another script.");
+
+    Sections sections (builder, scriptFolder,
+                       [this] (const juce::String& name, const ScriptFault& fault)
+                       { addError (name, fault.line, fault.column, fault.text); });
+    if (sections.add (file.getFullPathName(), text) && builder.BuildModule() >= 0)
+        findFunctions (file);
+    if (!current.program)
+        scriptEngine->DiscardModule (moduleName);
+}
+
+void ScriptLanguage::findFunctions (const juce::File& file)
+{
+    auto* const module = scriptEngine->GetModule (moduleName);
+    ScriptProgram program { .module = module };
+    struct Wanted
+    {
+        asIScriptFunction*& function;
+        const char* declaration;
+        const char* ifMissing; ///< scripts' authors know these texts, blanks and all
+    };
+    const Wanted all[] {
+        { program.onMessage, "void OnMidiMessageReceived(const string &in, int, int, int)",
+          "Cannot find function 'void OnMidiMessageReceived(std::string &in name, int status, int data, int "
+          "value)'" },
+        { program.onTimer, "void OnTimerCallback()", "Cannot find function 'void OnTimerCallback()'" },
+        { program.onStart, "void OnStart()", "Cannot find function'void OnStart()'" },
+        { program.onStop, "void OnStop()", "Cannot find function'void OnStop()'" },
+    };
+    for (const auto& wanted : all)
+    {
+        wanted.function = module->GetFunctionByDecl (wanted.declaration);
+        if (wanted.function == nullptr)
+        {
+            scriptEngine->WriteMessage (file.getFullPathName().toRawUTF8(), 0, 0, asMSGTYPE_ERROR,
+                                        wanted.ifMissing);
+            return;
+        }
+    }
+    current.program = program;
+}
+
+void ScriptLanguage::addMessage (const asSMessageInfo& message)
+{
+    if (current.messages.size() >= mostMessages)
+    {
+        ++leftOut;
+        return;
+    }
+    const auto kind = message.type == asMSGTYPE_ERROR     ? ScriptEntry::Kind::error
+                      : message.type == asMSGTYPE_WARNING ? ScriptEntry::Kind::warning
+                                                          : ScriptEntry::Kind::info;
+    constexpr int longest = 400;
+    current.messages.push_back (
+        { .kind = kind,
+          .file = juce::String::fromUTF8 (message.section != nullptr ? message.section : ""),
+          .line = message.row,
+          .column = message.col,
+          .text = juce::String::fromUTF8 (message.message != nullptr ? message.message : "")
+                      .substring (0, longest) });
+}
+
+void ScriptLanguage::addError (const juce::String& file, int line, int column, const juce::String& text)
+{
+    current.messages.push_back (
+        { .kind = ScriptEntry::Kind::error, .file = file, .line = line, .column = column, .text = text });
+}
