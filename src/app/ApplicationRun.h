@@ -5,6 +5,7 @@
 #include "app/TerminationSignals.h"
 #include "app/audio/AudioDevices.h"
 #include "engine/CPlatterdex.h"
+#include "midi/system/MidiSystem.h"
 #include "session/Session.h"
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/look/DefaultLook.h"
@@ -34,6 +35,7 @@ private:
     const std::shared_ptr<Session> session;
     CPlatterdex engine;
     SessionEngine tie { *session, engine };
+    MidiSystem midi { engine, {} };
     AudioDevices audio;
     juce::Component::SafePointer<CPlatterdexVstEditor> editor;
     std::unique_ptr<MainWindow> window;

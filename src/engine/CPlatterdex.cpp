@@ -231,15 +231,6 @@ juce::AudioProcessorEditor* CPlatterdex::createEditor()
     return environment.createEditor != nullptr ? environment.createEditor (*this) : nullptr;
 }
 
-void CPlatterdex::handleIncomingMidiMessage (juce::MidiInput*, const juce::MidiMessage& message)
-{
-    if (message.getRawDataSize() != 3)
-        return;
-    const auto* bytes = message.getRawData();
-    midiInput.push (static_cast<uint32_t> (bytes[0]) | static_cast<uint32_t> (bytes[1]) << 8
-                    | static_cast<uint32_t> (bytes[2]) << 16);
-}
-
 void CPlatterdex::askToStopAutomix()
 {
     if (environment.prompts == nullptr)

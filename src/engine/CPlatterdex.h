@@ -33,7 +33,7 @@ class CommandParameter;
     Every control is a numbered command, 1 to 465 (CommandTable.h); the host's parameters, the mapping, scripts and the
     editor all go through setParameter and getParameter. What happens in a block stands in ProcessBlock.cpp. The
     processor's callback lock, which a host holds around processBlock, is the one lock of deck and mixer state. */
-class CPlatterdex : public juce::AudioProcessor, public juce::MidiInputCallback, private juce::Timer
+class CPlatterdex : public juce::AudioProcessor, private juce::Timer
 {
 public:
     static constexpr int inputChannels = 10, outputChannels = 14;
@@ -138,9 +138,6 @@ public:
     void setStateInformation (const void*, int) override {}
     void setCurrentProgramStateInformation (const void*, int) override {}
 
-    /** Takes messages of 3 bytes, packed into one word as status, data, value from the low byte up. */
-    void handleIncomingMidiMessage (juce::MidiInput*, const juce::MidiMessage&) override;
-
     //==================================================================================================================
     // The parts, in order of construction. Public for the command table, the block's stages and the views' polling.
 
@@ -165,7 +162,6 @@ public:
     Automix automix;
     BatchAnalysis batchAnalysis;
     HostTransport host;
-    PostQueue<uint32_t, 512> midiInput;
     Relaxed<int> hostBlockSize { 256 }; ///< what a hosted plug-in is told
 
     /** True if no settings were found when this engine was made. */

@@ -184,18 +184,6 @@ TEST (Lifecycle, PlayUnderAutomixAsksAndAYesEndsIt)
     answers->last (true); // the box was left open: its answer finds nobody, and says so to nobody
 }
 
-TEST (Lifecycle, ThreeByteMidiIsPackedAndTheRestDropped)
-{
-    EngineFixture fixture;
-    fixture.engine->handleIncomingMidiMessage (nullptr, juce::MidiMessage (0x93, 0x45, 0x7f));
-    fixture.engine->handleIncomingMidiMessage (nullptr, juce::MidiMessage::programChange (1, 5));
-    fixture.engine->handleIncomingMidiMessage (nullptr, juce::MidiMessage::createSysExMessage ("abcdef", 6));
-    uint32_t word = 0;
-    ASSERT_TRUE (fixture.engine->midiInput.pop (word));
-    EXPECT_EQ (word, 0x7f4593u);
-    EXPECT_FALSE (fixture.engine->midiInput.pop (word));
-}
-
 TEST (Lifecycle, AnEngineEndsInTheMiddleOfEverything)
 {
     for (int round = 0; round < 10; ++round)

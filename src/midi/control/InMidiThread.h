@@ -1,0 +1,28 @@
+#pragma once
+
+#include "midi/control/MidiMessageQueue.h"
+
+#include <thread>
+
+class MidiControl;
+
+/** Carries messages out, one after the other. A message that comes alone is carried out at once; a flood is held to a bounded
+    number in a millisecond, so that it leaves the machine to the audio. */
+class InMidiThread
+{
+public:
+    InMidiThread (MidiControl&, MidiMessageQueue&);
+    ~InMidiThread() { stop(); }
+
+    void start();
+
+    /** Ends the thread, also one that waits for a message. */
+    void stop();
+
+private:
+    void run();
+
+    MidiControl& control;
+    MidiMessageQueue& queue;
+    std::thread thread;
+};

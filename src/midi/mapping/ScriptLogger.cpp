@@ -1,0 +1,11 @@
+#include "midi/mapping/ScriptLogger.h"
+
+ScriptLogger::ScriptLogger (const juce::File& file, const juce::Time& now) : FileLogger (file, {}, 0)
+{
+    file.replaceWithText ({});
+    const auto rule = "//" + juce::String::repeatedString ("=", 77);
+    logMessage (rule);
+    logMessage ("// " + file.getFileName());
+    logMessage ("// MIDI script created: " + now.toString (true, true));
+    logMessage (rule);
+}

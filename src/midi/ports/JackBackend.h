@@ -1,0 +1,27 @@
+#pragma once
+
+#include "midi/ports/JackClient.h"
+
+/** The MIDI ports of JACK, whose server may come and go: it is looked for each time the ports are asked for. */
+class JackBackend : public MidiBackend
+{
+public:
+    JackBackend() = default;
+    ~JackBackend() override;
+
+    std::vector<MidiPortInfo> ports (MidiDirection) override;
+    std::unique_ptr<OpenMidiInput> openInput (const MidiPortInfo&, MidiReceiver&) override;
+    std::unique_ptr<OpenMidiOutput> openOutput (const MidiPortInfo&) override;
+    void watch (std::function<void()> changed) override;
+
+private:
+    std::shared_ptr<JackClient> connected();
+    void tellOfChange();
+
+    JackLibrary library;
+    std::mutex lock; ///< of the connection
+    std::shared_ptr<JackClient> client;
+    int connections = 0;
+    std::mutex watcherLock; ///< taken by JACK's threads
+    std::function<void()> watcher;
+};

@@ -1,0 +1,63 @@
+#include "midi/system/MidiSystem.h"
+
+#include "midi/mapping/MidiMappingFile.h"
+
+#include <juce_events/juce_events.h>
+
+MidiSystem::MidiSystem (CPlatterdex& e, Options options)
+    : engine (e),
+      ports (std::move (options.backends)),
+      control (e, ports, options.drivers),
+      mappingFile (e.environment.folders.setup().getChildFile ("default_midi_mapping.xml")),
+      deviceListFile (e.environment.folders.setup().getChildFile ("midi_devices_list.xml"))
+{
+    if (!control.loadMidiDeviceList (deviceListFile))
+        setAside (deviceListFile, "list of MIDI devices");
+    if (!loadMidiMapping (mappingFile, control.mapping) && mappingFile.existsAsFile())
+        setAside (mappingFile, "MIDI mapping");
+    if (options.hasThreads)
+        control.start();
+    if (!engine.isFirstRun)
+        control.selectController (engine.settings.controllerPreset);
+    if (options.opensPorts)
+        ports.watch();
+}
+
+MidiSystem::~MidiSystem()
+{
+    if (mayKeepFiles())
+        juce::ignoreUnused (saveMapping(), saveDeviceList()); // nobody is left to be told
+    control.stop();
+}
+
+bool MidiSystem::mayKeepFiles() const
+{
+    return engine.environment.mayKeepSettings == nullptr || engine.environment.mayKeepSettings();
+}
+
+bool MidiSystem::saveDeviceList() const
+{
+    return control.saveMidiDeviceList (deviceListFile);
+}
+
+bool MidiSystem::saveMapping() const
+{
+    return saveMidiMapping (control.mapping, mappingFile);
+}
+
+/** Moves a file that can't be read out of the way of the one that is written at the end, and says so. */
+void MidiSystem::setAside (const juce::File& file, const juce::String& what) const
+{
+    const auto place = file.getSiblingFile (file.getFileNameWithoutExtension() + ".damaged.xml");
+    const auto isKept = file.moveFileTo (place.getNonexistentSibling());
+    if (engine.environment.prompts == nullptr)
+        return;
+    const auto sentence = "The " + what + " " + file.getFullPathName() + " can't be read"
+                          + (isKept ? " and was put aside." : ".");
+    const auto* messages = juce::MessageManager::getInstanceWithoutCreating();
+    if (messages == nullptr || messages->isThisTheMessageThread())
+        engine.environment.prompts->notify ("MIDI", sentence);
+    else
+        juce::MessageManager::callAsync ([asked = engine.environment.prompts, sentence]
+                                         { asked->notify ("MIDI", sentence); });
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "midi/control/MidiControl.h"
+
+/** All of an engine's MIDI: the ports, the way of messages, the files that these are kept in. Made after the engine and gone
+    before it, on the message thread or another one that makes and ends plug-ins. */
+class MidiSystem
+{
+public:
+    struct Options
+    {
+        /** False inside a host, which owns the ports, until the user asks for them. */
+        bool opensPorts = true;
+
+        /** False where somebody else drives the control, as an offline run does. */
+        bool hasThreads = true;
+        MidiPortService::Backends backends = MidiPortService::systemBackends();
+        std::span<const ControllerDriver> drivers {};
+    };
+
+    MidiSystem (CPlatterdex&, Options);
+
+    /** Keeps mapping and devices, unless another program has the folders. */
+    ~MidiSystem();
+
+    /** Writes the device list; called after each change of the ports that are wanted.
+        @returns false if it can't be written */
+    bool saveDeviceList() const;
+
+    /** Writes the mapping that the next start begins with. @returns false if it can't be written */
+    bool saveMapping() const;
+
+    CPlatterdex& engine;
+    MidiPortService ports;
+    MidiControl control;
+
+private:
+    bool mayKeepFiles() const;
+    void setAside (const juce::File&, const juce::String& what) const;
+
+    const juce::File mappingFile, deviceListFile;
+};
