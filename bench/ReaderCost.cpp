@@ -9,7 +9,7 @@
 #include <cstdio>
 #include <ctime>
 
-// bench_reader: what a frame costs a deck's reader, and what loops and the walk along the beat grid add to it.
+// bench_reader: the cost of a frame of a deck's reader by speed, and what loops add to it.
 
 namespace
 {
@@ -19,16 +19,13 @@ constexpr int framesPerCall = 128, callsPerRound = 4000, rounds = 80;
 struct Row
 {
     const char* what;
-    bool grid = false;
+    double speed;      ///< frames of the file per output frame
     int loopSize = -1; ///< none below 0
-    bool reads =
-        true; ///< else only the comparisons of region and walk are made, on places that move as a reading's
 };
 
 constexpr Row rows[] {
-    { "reading, no grid", false, -1, true },     { "reading, grid", true, -1, true },
-    { "loop of 4 beats", true, 7, true },        { "loop of 1/32 beat", true, 0, true },
-    { "the comparisons alone", true, 7, false },
+    { "2 % off the file's speed", 1.02 }, { "the file's own speed", 1.0 },  { "twice the speed", 2.0 },
+    { "loop of 4 beats", 1.02, 7 },       { "loop of 1/32 beat", 1.02, 0 },
 };
 
 /** Processor time of this thread, to the nanosecond: rounds are shorter than the ticks of other clocks. */
@@ -39,24 +36,20 @@ int64_t ownNanoseconds()
     return now.tv_sec * int64_t { 1'000'000'000 } + now.tv_nsec;
 }
 
-/** One deck that plays at 2 % off the file's rate, so that no place falls on a frame for long. */
+/** One deck that plays. */
 class Deck
 {
 public:
-    explicit Deck (const Row& r) : row (r), engine (true, engineRate, framesPerCall), deck (engine.deck (0))
+    explicit Deck (const Row& row) : engine (true, engineRate, framesPerCall), deck (engine.deck (0))
     {
         engine.putTrack (0, MusicLike::make (trackSeconds, engineRate), engineRate);
         deck.marks.bpm = bpm;
-        if (row.grid)
-            for (double at = 100.0; at < deck.track.loadedFrames; at += deck.beatFrames() / 2.0)
-                deck.beats.push_back ({ static_cast<int32_t> (at), bpm });
-        deck.track.numBeats = static_cast<int32_t> (deck.beats.size());
         deck.play.on = 1;
         deck.place (start);
         deck.loops.start = start;
         deck.loops.mode = row.loopSize < 0 ? noLoop : beatLoop;
         deck.loopSizes.loop = static_cast<int8_t> (std::max (0, row.loopSize));
-        drive.playFactor = 1.02;
+        drive.playFactor = row.speed;
         drive.smoothing5ms = 0.99547;
         drive.decay100ms = 0.99977;
         drive.isPlaying = true;
@@ -71,45 +64,19 @@ public:
         {
             if (deck.head.position > 0.9 * deck.track.loadedFrames)
                 deck.place (start);
-            if (row.reads)
-            {
-                findNextBeat (deck.head, deck.grid());
-                readDeck (deck.head, deck.readSource(), drive, engine->decks.noise, left.data(), right.data(),
-                          framesPerCall);
-            }
-            else
-            {
-                compare();
-            }
+            readDeck (deck.head, deck.readSource(), drive, engine->decks.noise, left.data(), right.data(),
+                      framesPerCall);
         }
         const auto spent = ownNanoseconds() - before;
         return static_cast<double> (spent) / (static_cast<double> (callsPerRound) * framesPerCall);
     }
 
 private:
-    void compare()
-    {
-        const auto region = drive.region;
-        auto position = deck.head.position;
-        const auto beat = position + 1.0e6;
-        for (int i = 0; i < framesPerCall; ++i)
-        {
-            position += drive.playFactor;
-            if (region.isLeftAt (position))
-                position = start;
-            passed += position >= beat ? 1 : 0;
-        }
-        deck.place (position);
-        deck.head.nextBeat = passed;
-    }
-
     static constexpr double start = 441'000.0;
-    const Row row;
     BenchEngine engine;
     DeckPlayer& deck;
     ReadDrive drive;
     std::array<float, framesPerCall> left {}, right {};
-    int passed = 0;
 };
 }
 

@@ -1,18 +1,15 @@
 #pragma once
 
-#include "support/AudioThread.h"
+#include "support/FadeCurve.h"
 
 #include <algorithm>
 
-/** A gain that moves to each new target: linearly over 64 samples, or, once it knows the sample rate, along the S of a
-    smoothstep over 5 ms, whose ends have no corner to be heard. Audio thread. */
+/** A gain that moves to each new target: linearly over 64 samples, or, once it knows the sample rate, along FadeCurve over
+    5 ms. Audio thread. */
 class GainRamp
 {
 public:
     static constexpr int steps = 64;
-
-    /** The length of a ramp that is not heard as a click, in seconds. */
-    static constexpr double smoothSeconds = 0.005;
 
     explicit GainRamp (double initial = 1.0) noexcept : target (initial), current (initial) {}
 
@@ -20,7 +17,7 @@ public:
     PX_AUDIO_THREAD void setSampleRate (double rate) noexcept
     {
         isSmooth = true;
-        length = std::max (1, static_cast<int> (smoothSeconds * rate));
+        length = std::max (1, static_cast<int> (FadeCurve::seconds * rate));
     }
 
     PX_AUDIO_THREAD void setTarget (double next) noexcept
@@ -66,7 +63,7 @@ private:
     double part() const noexcept
     {
         const auto t = static_cast<double> (total - remaining) / total;
-        return isSmooth ? t * t * (3.0 - 2.0 * t) : t;
+        return isSmooth ? FadeCurve::at (t) : t;
     }
 
     double target, current, start = 0.0;

@@ -30,13 +30,10 @@ void change (PhaseHold& hold)
 // Every field of each part: a binding that names too few does not compile.
 const auto fieldsOfHead = [] (auto& part, const auto& each)
 {
-    auto& [position, rate, linear, roll, jog, bend, accel, declickAt, declickGain, beatFrame, beat, since,
-           bar] = part;
-    for (auto* field :
-         { &position, &rate, &linear, &roll, &jog, &bend, &accel, &declickAt, &declickGain, &beatFrame })
+    auto& [position, rate, linear, roll, jog, bend, accel, declickAt, declickLeft] = part;
+    for (auto* field : { &position, &rate, &linear, &roll, &jog, &bend, &accel, &declickAt })
         each (*field);
-    for (auto* field : { &beat, &since, &bar })
-        each (*field);
+    each (declickLeft);
 };
 const auto fieldsOfPlay = [] (auto& part, const auto& each)
 {

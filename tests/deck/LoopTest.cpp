@@ -30,7 +30,7 @@ TEST (Loop, OfEverySizeAndTempoTurnsAtTheExactSample)
                 deck.loops.mode = noLoop;
                 decks.loops.toggleLoop (0);
                 deck.place (before);
-                deck.head.declickGain = 0.0;
+                deck.head.declickLeft = 0;
 
                 std::vector<float> heard;
                 int turns = 0;
@@ -118,6 +118,7 @@ TEST (Loop, IsSwitchedSizedAndMovedFromWhatIsHeard)
     constexpr double frequency = 640.0, amplitude = 0.5;
     LoopDeck decks (sine (frequency, amplitude));
     auto& deck = decks.deck();
+    deck.track.sampleRate = 44'100.0001; // just beside the engine's, so that nothing leads it to whole frames
     decks.playFrom (1'000'000.0);
     deck.loopSizes.loop = 0;
 

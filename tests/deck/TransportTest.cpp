@@ -102,14 +102,14 @@ TEST (Transport, HotCuesSetThenJump)
     decks.transport.jumpToCue (0, 3);
     EXPECT_EQ (deck.marks.cues[3], 70'000.0);
     EXPECT_EQ (deck.play.currentCue, 3);
-    EXPECT_EQ (deck.head.declickGain, 0.0);
+    EXPECT_EQ (deck.head.declickLeft, 0);
 
     deck.place (200'000.0);
     deck.loops.mode = 1;
     decks.transport.jumpToCue (0, 3);
     EXPECT_EQ (deck.head.position, 70'000.0);
     EXPECT_EQ (deck.head.declickPosition, 200'000.0);
-    EXPECT_EQ (deck.head.declickGain, 1.0);
+    EXPECT_EQ (deck.head.declickLeft, ReadHead::wholeFade);
     EXPECT_EQ (deck.loops.mode, 0);
     EXPECT_EQ (deck.sync.resync, 1);
 

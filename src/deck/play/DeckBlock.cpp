@@ -2,6 +2,7 @@
 
 #include "deck/sync/MasterDeck.h"
 #include "deck/sync/TempoSync.h"
+#include "support/FadeCurve.h"
 
 #include <algorithm>
 #include <cmath>
@@ -33,6 +34,7 @@ ReadDrive driveOf (const DeckWorld& world, const DeckPlayer& deck) noexcept
     drive.isPlaying = deck.play.on != 0 && deck.jog.scratchOn == 0;
     drive.isRolling = deck.loops.rolling != 0;
     drive.nudge = deck.play.nudge;
+    drive.fadeFrames = std::max (1, static_cast<int> (FadeCurve::jumpSeconds * world.engineRate));
     drive.region = deck.region();
     return drive;
 }
@@ -83,7 +85,6 @@ void DeckBlock::render (DeckWorld& world, DeckPlayer& deck, float* left, float* 
     }
 
     updateTempo (world, deck);
-    findNextBeat (deck.head, deck.grid());
     deck.voice.render (deck.head, voiceBlockOf (world, deck), left, right, frames);
     deck.publishHeard();
 

@@ -20,25 +20,19 @@ struct ReadHead
     double bend = 0.0;       ///< from the jog while playing, in ratio
     double nudgeAccel = 0.0; ///< rate added per sample while nudging at a stop
 
-    // The old audio that a jump fades out
+    // The old audio that a jump fades out, along FadeCurve
     double declickPosition = 0.0;
-    double declickGain = 0.0;
-
-    // The walk along the beat grid
-    double nextBeatFrame = std::numeric_limits<double>::infinity(); ///< infinite past the last entry
-    int32_t nextBeat = 0;       ///< the entry that the reading comes to next; found anew in each block
-    int32_t framesSinceBar = 0; ///< output frames since the last even beat
-    int32_t framesOfBar = 0;    ///< output frames between the two even beats before
+    int32_t declickLeft = 0; ///< output frames for which it is still heard
 
     bool operator== (const ReadHead&) const noexcept = default;
 
-    /** The factor of the old audio's gain from frame to frame, and the gain below which it is gone. */
-    static constexpr double declickFade = 0.984, declickFloor = 0.001;
+    /** More output frames than any fade has: the reader limits it to the length of one at the engine's rate. */
+    static constexpr int32_t wholeFade = std::numeric_limits<int32_t>::max();
 
     /** Lets the audio of a position fade out while the reading goes on elsewhere. */
     void declickFrom (double where) noexcept
     {
         declickPosition = where;
-        declickGain = 1.0;
+        declickLeft = wholeFade;
     }
 };

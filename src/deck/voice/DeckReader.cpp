@@ -1,100 +1,36 @@
 #include "deck/voice/DeckReader.h"
 
-#include "deck/voice/TrackSamples.h"
+#include "support/CrossFade.h"
 #include "support/OnePole.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <limits>
 
 namespace
 {
 constexpr double nudgeStep = 2.5e-7;
 constexpr double jogFloor = 0.01, bendFloor = 0.001, rateFloor = 0.001;
 constexpr double dullingSpeed = 10.0;
-constexpr double inaudibleJump = 2.0;         // frames
-constexpr int32_t longestBar = 1'000'000'000; // frames; a deck may go round a loop without beats all night
+constexpr double inaudibleJump = 2.0; // frames
 
-struct NextBeat
+/** A rate this near to its goal has arrived. */
+constexpr double arrived = 1.0e-7;
+
+/** The change of the rate that leads a deck at the file's own speed to whole frames: 0.35 cents, for 60 ms at most. */
+constexpr double leadToFrame = 0.0002;
+constexpr double wholeFrame = 1.0e-9;
+
+/** Frames that are traced before they are interpolated. */
+constexpr int traceFrames = 64;
+
+/** The way of a few output frames through the track. */
+struct Trace
 {
-    int32_t entry;
-    double frame;
-};
-
-NextBeat placeOf (const BeatGrid& grid, int32_t entry) noexcept
-{
-    return { entry,
-             entry < grid.beatCount() ? grid.beatAt (entry) : std::numeric_limits<double>::infinity() };
-}
-
-/** The head and the samples that the loop over frames works on, in registers. */
-struct Reader : ReadHead
-{
-    TrackSamples samples;
-    double dullingRate = 0.0, dulling = 0.0; ///< the factor of a rate, kept while the rate holds
-
-    Reader (const ReadHead& head, const ReadSource& source) noexcept
-        : ReadHead (head),
-          samples { source.left, source.right, source.frames }
-    {
-    }
-
-    TrackFrame nextFrame (double noise) noexcept
-    {
-        TrackFrame frame;
-        samples.addAt (position, 1.0 - declickGain, noise, frame);
-        if (declickGain > declickFloor)
-        {
-            samples.addAt (declickPosition, declickGain, 0.0, frame);
-            declickPosition = std::clamp (declickPosition + rate, 0.0, static_cast<double> (samples.frames));
-            declickGain *= declickFade;
-        }
-        else
-        {
-            declickGain = 0.0;
-        }
-
-        if (rate != dullingRate)
-        {
-            const auto g = rate * dullingSpeed;
-            dulling = g / std::sqrt (1.0 + g * g);
-            dullingRate = rate;
-        }
-        frame.left *= dulling;
-        frame.right *= dulling;
-        return frame;
-    }
-
-    /** Leads a position that has left the region back to it. @returns true if it goes on elsewhere */
-    bool keepTo (const LoopRegion& region) noexcept
-    {
-        const auto from = position;
-        if (region.isTurnedAt (position))
-            position = region.turned (position, rate);
-        position = std::clamp (position, std::min (region.floor, static_cast<double> (samples.frames)),
-                               static_cast<double> (samples.frames));
-        const auto jumped = std::abs (position - from) > inaudibleJump + std::abs (rate);
-        if (jumped)
-            declickFrom (from);
-        return jumped;
-    }
-
-    /** @param frame   of this reading */
-    void passBeat (const BeatGrid& grid, int frame) noexcept
-    {
-        if ((nextBeat - grid.downbeatEntry()) % 2 == 0)
-        {
-            framesOfBar = framesSinceBar + frame;
-            framesSinceBar = -frame;
-        }
-        comeTo (placeOf (grid, nextBeat + 1));
-    }
-
-    void comeTo (const NextBeat& next) noexcept
-    {
-        nextBeat = next.entry;
-        nextBeatFrame = next.frame;
-    }
+    std::array<double, traceFrames> places, oldPlaces; ///< of the sound, and of the one that a jump fades out
+    std::array<float, traceFrames> dulling, oldShare;
+    int oldFrames = 0; ///< that have an old place
+    double fastest = 0.0;
 };
 
 /** The speed that the rate goes for. */
@@ -128,73 +64,170 @@ double decayed (double value, double coefficient, double floor) noexcept
     return std::abs (value) < floor ? 0.0 : value;
 }
 
-/** Neither moves by itself nor by a hand, and has no old audio to fade. */
-bool standsStill (const ReadHead& head, const ReadDrive& drive) noexcept
+/** The head, and all that the loop over frames works on, in registers. */
+class Reader : public ReadHead
 {
-    return !drive.isPlaying && drive.nudge == 0 && head.rate == 0.0 && head.jog == 0.0 && head.bend == 0.0
-           && head.declickGain == 0.0;
-}
-
-/** Moves the head on by up to `frames` frames, each of which is first given to a function; ends after one with which the
-    reading goes on elsewhere. */
-template <typename TakeFrame>
-Reading move (ReadHead& head, const ReadSource& source, const ReadDrive& drive, int frames,
-              TakeFrame&& takeFrame) noexcept
-{
-    Reader reader (head, source);
-    const Target target (drive);
-    const auto nudging = !drive.isPlaying && drive.nudge != 0;
-    const auto nudgePush = drive.nudge * nudgeStep;
-
-    const auto end = static_cast<double> (source.frames);
-    const auto linearBefore = reader.linear;
-    const auto region = drive.region;
-    Reading reading;
-    auto& done = reading.frames;
-    while (done < frames && !reading.jumped)
+public:
+    Reader (const ReadHead& head, const ReadSource& source, const ReadDrive& d) noexcept
+        : ReadHead (head),
+          drive (d),
+          region (d.region),
+          target (d),
+          end (source.frames),
+          isNudging (!d.isPlaying && d.nudge != 0),
+          isLed (d.isPlaying && !d.region.hasLoop()),
+          linearBefore (head.linear)
     {
-        takeFrame (reader, done++);
-
-        const auto wanted = target.at (reader.jog);
-        if (nudging)
-        {
-            reader.nudgeAccel += nudgePush;
-            reader.rate += reader.nudgeAccel;
-        }
-        reader.jog = decayed (reader.jog, drive.decay100ms, jogFloor);
-        reader.bend = decayed (reader.bend, drive.decay100ms, bendFloor);
-
-        reader.rate = OnePole::approached (reader.rate, wanted, drive.smoothing5ms);
-        // Only a deck that comes to rest is cut off: at high engine rates the first steps of a start are below the floor.
-        if (std::abs (reader.rate) < rateFloor && std::abs (wanted) < rateFloor)
-            reader.rate = 0.0;
-
-        reader.position = std::clamp (reader.position + reader.rate, 0.0, end);
-        reader.linear += reader.rate;
-        if (region.isLeftAt (reader.position))
-        {
-            reading.led = true;
-            reading.jumped = reader.keepTo (region);
-            // A beat that it lands on counts as passed, so that a loop ticks once a round.
-            reader.comeTo (placeOf (source.grid,
-                                    source.grid.firstEntryBeyond (reader.position - std::abs (reader.rate))));
-        }
-        if (reader.position >= reader.nextBeatFrame)
-            reader.passBeat (source.grid, done);
+        declickLeft = std::min (declickLeft, d.fadeFrames);
     }
-    reader.framesSinceBar = std::min (reader.framesSinceBar, longestBar) + done;
-    if (drive.isRolling)
-        reader.roll = std::clamp (reader.roll + (reader.linear - linearBefore), 0.0, end);
-    head = reader;
-    return reading;
-}
-}
 
-void findNextBeat (ReadHead& head, const BeatGrid& grid) noexcept
+    bool isStill() const noexcept
+    {
+        return !drive.isPlaying && !isNudging && rate == 0.0 && jog == 0.0 && bend == 0.0 && declickLeft == 0;
+    }
+
+    /** Goes on by up to `frames`, but ends with one after which the reading goes on elsewhere. */
+    Reading trace (Trace& trace, int frames) noexcept
+    {
+        Reading reading;
+        trace.oldFrames = 0;
+        trace.fastest = std::abs (rate);
+        while (reading.frames < frames && !reading.jumped)
+        {
+            const auto i = static_cast<size_t> (reading.frames++);
+            trace.places[i] = position;
+            trace.dulling[i] = dulled();
+            if (declickLeft > 0)
+                traceOld (trace);
+            moveRate();
+            trace.fastest = std::max (trace.fastest, std::abs (rate));
+            position = std::clamp (position + rate, 0.0, end);
+            linear += rate;
+            if (region.isLeftAt (position))
+            {
+                reading.led = true;
+                reading.jumped = keepToRegion();
+            }
+        }
+        return reading;
+    }
+
+    /** Gives the head back. */
+    void leaveTo (ReadHead& head) noexcept
+    {
+        if (drive.isRolling)
+            roll = std::clamp (roll + (linear - linearBefore), 0.0, end);
+        head = *this;
+    }
+
+private:
+    void traceOld (Trace& trace) noexcept
+    {
+        const auto i = static_cast<size_t> (trace.oldFrames++);
+        trace.oldPlaces[i] = declickPosition;
+        trace.oldShare[i] =
+            static_cast<float> (FadeCurve::at (static_cast<double> (declickLeft) / drive.fadeFrames));
+        declickPosition = std::clamp (declickPosition + rate, 0.0, end);
+        --declickLeft;
+    }
+
+    /** The factor of the dulling of slow speeds. */
+    float dulled() noexcept
+    {
+        if (rate != dullingRate)
+        {
+            const auto g = rate * dullingSpeed;
+            dulling = static_cast<float> (g / std::sqrt (1.0 + g * g));
+            dullingRate = rate;
+        }
+        return dulling;
+    }
+
+    void moveRate() noexcept
+    {
+        const auto wanted = target.at (jog);
+        if (isNudging)
+        {
+            nudgeAccel += drive.nudge * nudgeStep;
+            rate += nudgeAccel;
+        }
+        jog = decayed (jog, drive.decay100ms, jogFloor);
+        bend = decayed (bend, drive.decay100ms, bendFloor);
+
+        rate = OnePole::approached (rate, wanted, drive.smoothing5ms);
+        const auto missing = std::abs (rate - wanted);
+        if (missing < arrived)
+            rate = wanted;
+        if (isLed && std::abs (wanted) == 1.0 && missing <= leadToFrame)
+            rate = leadingToFrame (wanted);
+        // Only a deck that comes to rest is cut off: at high engine rates the first steps of a start are below the floor.
+        if (std::abs (rate) < rateFloor && std::abs (wanted) < rateFloor)
+            rate = 0.0;
+    }
+
+    double leadingToFrame (double wanted) noexcept
+    {
+        const auto stray = std::round (position) - position;
+        if (std::abs (stray) < wholeFrame)
+        {
+            position = std::round (position);
+            return wanted;
+        }
+        return wanted + std::clamp (stray, -leadToFrame, leadToFrame);
+    }
+
+    /** Leads a position that has left the region back to it. @returns true if it goes on elsewhere */
+    bool keepToRegion() noexcept
+    {
+        const auto from = position;
+        if (region.isTurnedAt (position))
+            position = region.turned (position, rate);
+        position = std::clamp (position, std::min (region.floor, end), end);
+        const auto jumped = std::abs (position - from) > inaudibleJump + std::abs (rate);
+        if (jumped)
+        {
+            declickFrom (from);
+            declickLeft = drive.fadeFrames;
+        }
+        return jumped;
+    }
+
+    const ReadDrive& drive;
+    const LoopRegion region;
+    const Target target;
+    const double end;
+    const bool isNudging, isLed;
+    const double linearBefore;
+    double dullingRate = 0.0;
+    float dulling = 0.0f; ///< the factor of a rate, kept while the rate holds
+};
+
+/** Makes the sound of a trace. */
+void render (const Trace& trace, const TrackSamples& samples, NoiseTable& noise, float* left, float* right,
+             int frames) noexcept
 {
-    const auto next = placeOf (grid, grid.firstEntryBeyond (head.position));
-    head.nextBeat = next.entry;
-    head.nextBeatFrame = next.frame;
+    samples.read (trace.places.data(), trace.fastest, left, right, frames);
+    if (trace.oldFrames > 0)
+    {
+        std::array<float, traceFrames> oldLeft, oldRight;
+        samples.read (trace.oldPlaces.data(), trace.fastest, oldLeft.data(), oldRight.data(),
+                      trace.oldFrames);
+        for (int i = 0; i < trace.oldFrames; ++i)
+        {
+            const auto at = static_cast<size_t> (i);
+            left[i] = CrossFade::mixed (left[i], oldLeft[at], trace.oldShare[at]);
+            right[i] = CrossFade::mixed (right[i], oldRight[at], trace.oldShare[at]);
+        }
+    }
+    for (int i = 0; i < frames; ++i)
+    {
+        const auto at = static_cast<size_t> (i);
+        const auto tiny = samples.covers (trace.places[at]) ? static_cast<float> (noise.next()) : 0.0f;
+        const auto factor = trace.dulling[at];
+        left[i] = (left[i] + tiny) * factor;
+        right[i] = (right[i] + tiny) * factor;
+    }
+}
 }
 
 void readDeck (ReadHead& head, const ReadSource& source, const ReadDrive& drive, NoiseTable& noise,
@@ -207,31 +240,41 @@ void readDeck (ReadHead& head, const ReadSource& source, const ReadDrive& drive,
 Reading readToJump (ReadHead& head, const ReadSource& source, const ReadDrive& drive, NoiseTable& noise,
                     float* left, float* right, int frames) noexcept
 {
-    if (standsStill (head, drive))
+    Reader reader (head, source, drive);
+    if (reader.isStill())
     {
         std::fill_n (left, frames, 0.0f);
         std::fill_n (right, frames, 0.0f);
         return { frames, false, false };
     }
-    return move (head, source, drive, frames,
-                 [&] (Reader& reader, int frame)
-                 {
-                     const auto sound = reader.nextFrame (noise.next());
-                     left[frame] = static_cast<float> (sound.left);
-                     right[frame] = static_cast<float> (sound.right);
-                 });
+
+    const auto samples = source.samples();
+    Reading reading;
+    Trace trace;
+    while (reading.frames < frames && !reading.jumped)
+    {
+        const auto done = reading.frames;
+        const auto part = reader.trace (trace, std::min (frames - done, traceFrames));
+        render (trace, samples, noise, left + done, right + done, part.frames);
+        reading = { done + part.frames, reading.led || part.led, part.jumped };
+    }
+    reader.leaveTo (head);
+    return reading;
 }
 
 void traceDeck (ReadHead& head, const ReadSource& source, const ReadDrive& drive, double* places,
                 int frames) noexcept
 {
-    if (standsStill (head, drive))
-    {
-        std::fill_n (places, frames, head.position);
-        return;
-    }
+    Reader reader (head, source, drive);
+    Trace trace;
     for (int done = 0; done < frames;)
-        done += move (head, source, drive, frames - done,
-                      [&] (const Reader& reader, int frame) { places[done + frame] = reader.position; })
-                    .frames;
+    {
+        const auto part = reader.trace (trace, std::min (frames - done, traceFrames));
+        std::copy_n (trace.places.begin(), part.frames, places + done);
+        done += part.frames;
+    }
+    // Without sound there is none to fade out.
+    reader.declickPosition = head.declickPosition;
+    reader.declickLeft = head.declickLeft;
+    reader.leaveTo (head);
 }

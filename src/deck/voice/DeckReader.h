@@ -2,6 +2,7 @@
 
 #include "deck/state/ReadHead.h"
 #include "deck/voice/LoopRegion.h"
+#include "deck/voice/TrackSamples.h"
 #include "support/NoiseTable.h"
 #include "tracks/BeatGrid.h"
 
@@ -11,6 +12,8 @@ struct ReadSource
     const int16_t *left = nullptr, *right = nullptr;
     int32_t frames = 0; ///< that are loaded
     BeatGrid grid;
+
+    TrackSamples samples() const noexcept { return { left, right, frames }; }
 };
 
 /** All that a block holds fixed of a reading: commands fall between blocks. */
@@ -23,6 +26,7 @@ struct ReadDrive
     bool isPlaying = false;    ///< on its own: not stopped, and not in scratch
     bool isRolling = false;    ///< in a rolling loop
     int nudge = 0;             ///< -1, 0 or 1
+    int fadeFrames = 132;      ///< output frames in which a jump's old audio fades out
     LoopRegion region;
 };
 
@@ -34,11 +38,9 @@ struct Reading
     bool jumped = false; ///< with its last frame it went on elsewhere
 };
 
-/** Finds the beat that the reading comes to next. Once a block: the walk itself costs one comparison a frame. */
-PX_AUDIO_THREAD void findNextBeat (ReadHead&, const BeatGrid&) noexcept;
-
-/** Reads `frames` output frames from a track at the head's varying rate and moves the head on: four-point cubic
-    interpolation, declick of jumps, dulling of slow speeds, turns of loops. Audio thread. */
+/** Reads `frames` output frames from a track at the head's varying rate and moves the head on: interpolation, declick of
+    jumps, dulling of slow speeds, turns of loops. A deck that plays at the file's own speed, in no loop, is led to whole frames within
+    60 ms: from then on the samples come out as they are. Audio thread. */
 PX_AUDIO_THREAD void readDeck (ReadHead&, const ReadSource&, const ReadDrive&, NoiseTable&, float* left,
                                float* right, int frames) noexcept;
 
@@ -46,7 +48,7 @@ PX_AUDIO_THREAD void readDeck (ReadHead&, const ReadSource&, const ReadDrive&, N
 PX_AUDIO_THREAD Reading readToJump (ReadHead&, const ReadSource&, const ReadDrive&, NoiseTable&, float* left,
                                     float* right, int frames) noexcept;
 
-/** Moves the head as a reading does, but hands out the place of each frame in place of its sound. Audio thread.
-    @param places   of `frames` frames, in frames of the file */
+/** The movement of readDeck() alone; its fade after a jump stays as it is.
+    @param places   gets the place of each output frame, in frames of the file. Audio thread. */
 PX_AUDIO_THREAD void traceDeck (ReadHead&, const ReadSource&, const ReadDrive&, double* places,
                                 int frames) noexcept;

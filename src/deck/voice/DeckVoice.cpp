@@ -2,6 +2,7 @@
 
 #include "deck/state/DeckNumbers.h"
 #include "support/CrossFade.h"
+#include "support/FadeCurve.h"
 
 #include <algorithm>
 #include <cmath>
@@ -33,7 +34,7 @@ void DeckVoice::changeStretcher (std::unique_ptr<CElastiqueProIf>& next, float e
     ringLeft.clear();
     ringRight.clear();
     stretching = false;
-    tail.next = tailLength;
+    tail.next = tail.length;
     restartPending = true;
     stretcher.swap (next);
     stretcherRate = engineRate;
@@ -70,12 +71,10 @@ void DeckVoice::setBackTo (ReadHead& head, const ReadSource& source, double fram
     head.position = std::clamp (piece.positionAt (frame), 0.0, static_cast<double> (source.frames));
     head.linear = piece.linearAt (frame);
     head.roll = now.roll - (now.linear - head.linear);
-    head.framesSinceBar += static_cast<int32_t> (frame - static_cast<double> (piece.firstFrame));
     // The hand has not gone back.
     head.jog = now.jog;
     head.bend = now.bend;
     head.nudgeAccel = now.nudgeAccel;
-    findNextBeat (head, source.grid);
 }
 
 bool DeckVoice::isHeardOtherwise (const VoiceBlock& block) const noexcept
@@ -117,18 +116,19 @@ double DeckVoice::heardRate (const ReadHead& head) const noexcept
 
 void DeckVoice::keepTail (ReadHead& head, const VoiceBlock& block, const ReadDrive& drive) noexcept
 {
+    tail.length = std::min (drive.fadeFrames, longestTail);
     if (!stretching)
     {
         const auto before = head;
-        readDeck (head, block.source, drive, block.noise, tail.left.data(), tail.right.data(), tailLength);
+        readDeck (head, block.source, drive, block.noise, tail.left.data(), tail.right.data(), tail.length);
         head = before;
     }
     else
     {
-        while (ringLeft.available() < tailLength)
+        while (ringLeft.available() < tail.length)
             stretchBlock (head, block, drive, Input::ended);
-        ringLeft.read (tail.left.data(), tailLength);
-        ringRight.read (tail.right.data(), tailLength);
+        ringLeft.read (tail.left.data(), tail.length);
+        ringRight.read (tail.right.data(), tail.length);
     }
     tail.next = 0;
 }
@@ -148,10 +148,11 @@ void DeckVoice::leaveTrack (ReadHead& head, const VoiceBlock& block) noexcept
 
 void DeckVoice::fadeTail (float* left, float* right, int frames) noexcept
 {
-    const auto count = std::min (frames, tailLength - tail.next);
-    auto weight = static_cast<float> (std::pow (ReadHead::declickFade, tail.next));
-    for (int i = 0; i < count; ++i, ++tail.next, weight *= static_cast<float> (ReadHead::declickFade))
+    const auto count = std::min (frames, tail.length - tail.next);
+    for (int i = 0; i < count; ++i, ++tail.next)
     {
+        const auto weight =
+            static_cast<float> (FadeCurve::at (1.0 - static_cast<double> (tail.next) / tail.length));
         left[i] = CrossFade::mixed (left[i], tail.left[static_cast<size_t> (tail.next)], weight);
         right[i] = CrossFade::mixed (right[i], tail.right[static_cast<size_t> (tail.next)], weight);
     }
@@ -166,11 +167,11 @@ void DeckVoice::begin (ReadHead& head, const VoiceBlock& block, const ReadDrive&
         if (stretching && !jumped)
             setBackTo (head, block.source, heardFrame());
         keepTail (head, block, drive);
-        head.declickGain = 0.0;
+        head.declickLeft = 0;
     }
     else if (!moves)
     {
-        head.declickGain = 0.0;
+        head.declickLeft = 0;
     }
 
     // The speed that is heard goes on: through a stretcher the tempo is no part of the rate.

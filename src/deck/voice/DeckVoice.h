@@ -36,7 +36,7 @@ struct VoiceBlock
     A deck that needs its stretcher, with key lock on, reads ahead by the 0.14 s that a stretcher holds. All else is heard
     straight from the reader. What a hand does is heard at once all the same: a new tempo plays what the stretcher holds
     already; a jump, another direction, another way round a loop, another key and each change between the two ways begin
-    anew at the place that is heard, over which 10 ms of the old sound fade out.
+    anew at the place that is heard, over which 3 ms of the old sound fade out.
 
     Audio thread under the callback lock, or a command that holds it. */
 class DeckVoice
@@ -83,13 +83,13 @@ public:
     static constexpr double slowestStretch = 0.5, fastestStretch = 1.5;
 
 private:
-    static constexpr int tailLength = 448; ///< until a fade by ReadHead::declickFade is below its floor
+    static constexpr int longestTail = 1024; ///< output frames, of any engine's rate
 
-    /** The sound of before a jump, that the new one fades over. */
+    /** The sound of before a jump, that the new one fades over along FadeCurve. */
     struct Tail
     {
-        std::array<float, tailLength> left {}, right {};
-        int next = tailLength;
+        std::array<float, longestTail> left {}, right {};
+        int length = 0, next = 0;
     };
 
     PX_AUDIO_THREAD void begin (ReadHead&, const VoiceBlock&, const ReadDrive&) noexcept;

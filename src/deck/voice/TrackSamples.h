@@ -4,45 +4,49 @@
 
 #include <cstdint>
 
-/** One frame of a track on its way to the output. */
+/** A frame of sound, full scale 1. */
 struct TrackFrame
 {
-    double left = 0.0, right = 0.0;
-
-    void add (const TrackFrame& other, double weight, double noise = 0.0) noexcept
-    {
-        left += other.left * weight + noise;
-        right += other.right * weight + noise;
-    }
+    float left = 0.0f, right = 0.0f;
 };
 
-/** The samples of a track between its frames. A value; audio thread. */
-struct TrackSamples
+/** The samples of a 16-bit track, on its frames and between them: a sinc of 24 frames under Kaiser's window, whose images
+    lie 80 dB and more under a tone of up to 16 kHz of 44.1. A place on a frame gives that frame as it is.
+
+    A reading at more than 1.2 frames a step is low-passed by twice as many frames, so that what lies above half of the
+    output's rate does not fold back. A value; any thread. */
+class TrackSamples
 {
-    static constexpr double sampleScale = 3.0517578125e-05; // 1 / 32768
-
-    const int16_t *left = nullptr, *right = nullptr;
-    int32_t frames = 0; ///< that are loaded
-
-    /** The cubic through four samples around b, of which c is the next: Catmull-Rom's. */
-    static double cubic (const int16_t* b, double t) noexcept
+public:
+    /** @param loadedFrames   that are there; beyond them, and at frame 0, is silence */
+    TrackSamples (const int16_t* leftSamples, const int16_t* rightSamples, int32_t loadedFrames) noexcept
+        : left (leftSamples),
+          right (rightSamples),
+          frames (loadedFrames)
     {
-        const double before = b[-1], here = b[0], next = b[1], after = b[2];
-        return ((((here - next) * 1.5 + (after - before) * 0.5) * t
-                 + (before - here * 2.5 + next * 2.0 - after * 0.5))
-                    * t
-                + (next - before) * 0.5)
-                   * t
-               + here;
     }
 
-    /** Adds the interpolated samples at a place, times `weight`; nothing where the cubic has no four samples. */
-    PX_AUDIO_THREAD void addAt (double where, double weight, double noise, TrackFrame& frame) const noexcept
+    /** True for a place that has sound; outside the track and at its edges is silence. */
+    PX_AUDIO_THREAD bool covers (double place) const noexcept
     {
-        const auto index = static_cast<int32_t> (where);
-        if (index < 1 || index >= frames - 2)
-            return;
-        const auto t = where - index;
-        frame.add ({ cubic (left + index, t), cubic (right + index, t) }, weight * sampleScale, noise);
+        const auto frame = static_cast<int32_t> (place);
+        return frame >= 1 && frame < frames - 2;
     }
+
+    /** @param place   in frames of the file
+        @param rate    of the reading, in frames of the file per output frame; only its size matters */
+    PX_AUDIO_THREAD TrackFrame at (double place, double rate) const noexcept
+    {
+        TrackFrame frame;
+        read (&place, rate, &frame.left, &frame.right, 1);
+        return frame;
+    }
+
+    /** The same for each of `count` places. */
+    PX_AUDIO_THREAD void read (const double* places, double rate, float* leftOut, float* rightOut,
+                               int count) const noexcept;
+
+private:
+    const int16_t *left, *right;
+    int32_t frames;
 };
