@@ -16,6 +16,7 @@ constexpr std::array verbs {
     Verb { "automix", "shows, fills and clears the automix list", runAutomix },
     Verb { "export", "writes a list as M3U or as a web page", runExport },
     Verb { "snapshot", "paints the window into a PNG file, without a display", runSnapshot },
+    Verb { "midi", "lists the MIDI ports, or shows what they receive", runMidi },
     Verb { "commands", "prints the table of commands", runCommands },
     Verb { "demo-tracks", "writes the demo tracks into a folder", runDemoTracks },
 };

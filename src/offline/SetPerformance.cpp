@@ -1,6 +1,7 @@
 #include "offline/SetPerformance.h"
 
 #include "engine/CommandTable.h"
+#include "midi/system/MidiSystem.h"
 #include "support/DecimalText.h"
 #include "support/files/AudioFileTypes.h"
 
@@ -17,9 +18,19 @@ juce::String fixed (double value)
 class Performer : private EngineListener
 {
 public:
-    Performer (OfflineHost& h, const SetPerformance& p) : host (h), performance (p)
+    Performer (OfflineHost& h, const SetPerformance& p, bool hasMidi) : host (h), performance (p)
     {
         host.engine().listeners.add (*this);
+        if (!hasMidi)
+            return;
+        MidiSystem::Options options;
+        options.backends.clear();
+        options.hasThreads = options.opensPorts = false;
+        midi = std::make_unique<MidiSystem> (host.engine(), std::move (options));
+        midi->control.sender.onSend = [this] (std::span<const uint8_t> message) {
+            sent.add (
+                juce::String::toHexString (message.data(), static_cast<int> (message.size())).toUpperCase());
+        };
     }
 
     ~Performer() override { host.engine().listeners.remove (*this); }
@@ -72,6 +83,21 @@ public:
                            + fixed (static_cast<double> (host.engine().getParameter (line.number))));
     }
 
+    void operator() (const SetScript::Midi& line)
+    {
+        midi->control.handle (line.status, line.data, line.value);
+        host.engine().deliverMessages();
+    }
+
+    void operator() (const SetScript::PrintMidi&)
+    {
+        midi->control.tick();
+        if (performance.print != nullptr)
+            for (const auto& message : sent)
+                performance.print (now() + " MIDI " + message);
+        sent.clear();
+    }
+
     void operator() (const SetScript::End&) {}
 
 private:
@@ -106,12 +132,14 @@ private:
     OfflineHost& host;
     const SetPerformance& performance;
     std::array<juce::String, deckCount> loading; ///< the path that each deck was given last
+    std::unique_ptr<MidiSystem> midi;            ///< of a set that plays a controller
+    juce::StringArray sent;                      ///< to controllers, in hexadecimal digits
 };
 }
 
 bool performSet (const SetScript& script, OfflineHost& host, const SetPerformance& performance)
 {
-    Performer performer (host, performance);
+    Performer performer (host, performance, script.hasMidi());
     for (const auto& event : script.events)
     {
         const int64_t frame = std::llround (event.seconds * host.engine().getSampleRate());

@@ -69,7 +69,15 @@ public:
     {
         if (isAtEnd())
             return fail ("A load needs the path of a file.");
-        return rest.front() == '"' ? quotedPath() : barePath();
+        return rest.front() == '"' ? quotedText ("path") : barePath();
+    }
+
+    /** A name: one word, or several in quotes. */
+    std::string_view name()
+    {
+        if (isAtEnd())
+            return fail ("The name of the controller is missing.");
+        return rest.front() == '"' ? quotedText ("name") : word();
     }
 
     /** @param what   begins the sentence of a word that is missing or no number */
@@ -113,15 +121,15 @@ private:
             rest.remove_prefix (1);
     }
 
-    std::string_view quotedPath()
+    std::string_view quotedText (const std::string& what)
     {
         const auto close = rest.find ('"', 1);
         if (close == std::string_view::npos)
-            return fail ("The path has no closing quote.");
+            return fail ("The " + what + " has no closing quote.");
         const auto found = rest.substr (1, close - 1);
         rest.remove_prefix (close + 1);
         skipBlanks();
-        return found.empty() ? fail ("The path is empty.") : found;
+        return found.empty() ? fail ("The " + what + " is empty.") : found;
     }
 
     std::string_view barePath()
@@ -267,6 +275,44 @@ SetScript::Host readHost (Line& line)
     return host;
 }
 
+/** @param what   begins the sentence of a byte that is missing, no number or out of its range */
+int readByte (Line& line, const std::string& what, int lowest, int highest)
+{
+    const auto text = line.word();
+    if (text.empty())
+        return line.fail (what + " is missing."), lowest;
+    const auto isHex = text.starts_with ("0x");
+    const auto digits = isHex ? text.substr (2) : text;
+    int byte = -1;
+    const auto* end = digits.data() + digits.size();
+    const auto [stopped, error] = std::from_chars (digits.data(), end, byte, isHex ? 16 : 10);
+    if (error != std::errc {} || stopped != end || byte < lowest || byte > highest)
+        line.fail (what + " lies between " + std::to_string (lowest) + " and " + std::to_string (highest)
+                   + ", decimal or as 0x90; it is not " + quoted (text) + ".");
+    return byte;
+}
+
+SetScript::Midi readMidi (Line& line)
+{
+    SetScript::Midi midi;
+    midi.port = line.name();
+    midi.status = readByte (line, "The status", 128, 239);
+    midi.data = readByte (line, "The data byte", 0, 127);
+    midi.value = readByte (line, "The value", 0, 127);
+    line.expectEnd();
+    return midi;
+}
+
+std::variant<SetScript::Print, SetScript::PrintMidi> readPrint (Line& line)
+{
+    if (auto ahead = line; ahead.word() == "midi")
+    {
+        line = ahead;
+        return SetScript::PrintMidi {};
+    }
+    return SetScript::Print { readCommand (line, true) };
+}
+
 SetScript::Event readEvent (Line& line, int lineNumber)
 {
     SetScript::Event event;
@@ -286,15 +332,17 @@ SetScript::Event readEvent (Line& line, int lineNumber)
         event.action = readReverse (line);
     else if (action == "host")
         event.action = readHost (line);
+    else if (action == "midi")
+        event.action = readMidi (line);
     else if (action == "print")
-        event.action = SetScript::Print { readCommand (line, true) };
+        std::visit ([&event] (const auto& print) { event.action = print; }, readPrint (line));
     else if (action == "end")
         event.action = SetScript::End {};
     else if (action.empty())
-        line.fail ("After the time an action is missing: load, set, reverse, host, print or end.");
+        line.fail ("After the time an action is missing: load, set, reverse, host, midi, print or end.");
     else
         line.fail ("There is no action " + quoted (action)
-                   + ", only load, set, reverse, host, print and end.");
+                   + ", only load, set, reverse, host, midi, print and end.");
     line.expectEnd();
     return event;
 }
@@ -313,6 +361,15 @@ bool SetScript::hasHost() const noexcept
 {
     return std::any_of (events.begin(), events.end(),
                         [] (const Event& event) { return std::holds_alternative<Host> (event.action); });
+}
+
+bool SetScript::hasMidi() const noexcept
+{
+    return std::any_of (events.begin(), events.end(),
+                        [] (const Event& event) {
+                            return std::holds_alternative<Midi> (event.action)
+                                   || std::holds_alternative<PrintMidi> (event.action);
+                        });
 }
 
 std::variant<SetScript, SetScriptError> parseSetScript (std::string_view text)

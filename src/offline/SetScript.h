@@ -58,6 +58,19 @@ struct SetScript
         int number = 0; ///< 1 to 465, or a meter, 1001 to 1006
     };
 
+    /** A message from a controller. */
+    struct Midi
+    {
+        std::string port;        ///< the name of its device, UTF-8
+        int status = 0;          ///< 128 to 239
+        int data = 0, value = 0; ///< 0 to 127
+    };
+
+    /** Prints the messages that were sent to controllers since the last such line. */
+    struct PrintMidi
+    {
+    };
+
     struct End
     {
     };
@@ -66,13 +79,16 @@ struct SetScript
     {
         int line = 0; ///< from 1
         double seconds = 0.0;
-        std::variant<End, Load, Command, Reverse, Host, Print> action;
+        std::variant<End, Load, Command, Reverse, Host, Print, Midi, PrintMidi> action;
     };
 
     std::vector<Event> events; ///< times never go back
 
     /** True if the set drives a host's transport; otherwise it is played by the application on its own. */
     bool hasHost() const noexcept;
+
+    /** True if a controller plays or its lamps are read. */
+    bool hasMidi() const noexcept;
 };
 
 /** The fault of a text that is no set. */

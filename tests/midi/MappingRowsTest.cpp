@@ -17,8 +17,9 @@ std::optional<Write> expected (int row, int type, int value, double reading)
 {
     const auto straight = value / 127.0, turned = 1.0 - straight;
     const auto step = value < 64 ? -1.0 : 1.0;
-    const auto whenPressed = [&] (double written) -> std::optional<Write>
-    { return value > 0 ? std::optional (Write { row, written }) : std::nullopt; };
+    const auto whenPressed = [&] (double written) -> std::optional<Write> {
+        return value > 0 ? std::optional (Write { row, written }) : std::nullopt;
+    };
     const std::array continuous { straight, turned, reading + step * 0.05, reading - step * 0.05 };
     const std::array pitch { straight, turned, 1.0 - reading + step * 0.0005, 1.0 - reading - step * 0.0005 };
     switch (CommandTable::find (row)->shape)

@@ -91,8 +91,9 @@ TEST (MidiControl, ShortMessagesAreLimitedAndSentOnceUnlessForced)
     sender.sendMidiShort (0x80, 0, 127);
     sender.sendMidiShort (0x80, 0, 127, true);
     sender.sendMidiSysEx (Bytes { 0xf0, 1, 0xf7 });
-    EXPECT_THAT (fixture.cables->takeSent (pad), ElementsAre (Bytes { 255, 127, 0 }, Bytes { 128, 0, 127 },
-                                                              Bytes { 128, 0, 127 }, Bytes { 0xf0, 1, 0xf7 }));
+    EXPECT_THAT (fixture.cables->takeSent (pad),
+                 ElementsAre (Bytes { 255, 127, 0 }, Bytes { 128, 0, 127 }, Bytes { 128, 0, 127 },
+                              Bytes { 0xf0, 1, 0xf7 }));
 }
 
 TEST (MidiControl, LampsTellTheTruthOfMappedButtonsAndFaders)
@@ -102,7 +103,8 @@ TEST (MidiControl, LampsTellTheTruthOfMappedButtonsAndFaders)
     auto& control = fixture.midi->control;
     control.mapping.setRow (CommandTable::numberOf ("EQ_HIGH_KILL_A"), { 0x90, 11 });
     control.mapping.setRow (CommandTable::numberOf ("VOLUME_A"), { 0xb0, 7 });
-    control.mapping.setRow (CommandTable::numberOf ("GAIN_A"), { 0xb0, 8, 2 }); // an endless knob has no place
+    control.mapping.setRow (CommandTable::numberOf ("GAIN_A"),
+                            { 0xb0, 8, 2 }); // an endless knob has no place
     fixture.set ("VOLUME_A", 0.5f);
     fixture.set ("EQ_HIGH_KILL_A");
     control.tick();
@@ -110,7 +112,8 @@ TEST (MidiControl, LampsTellTheTruthOfMappedButtonsAndFaders)
     control.mapping.showsLamps = true;
     control.tick();
     control.tick();
-    EXPECT_THAT (fixture.cables->takeSent (pad), ElementsAre (Bytes { 0x90, 11, 127 }, Bytes { 0xb0, 7, 64 }));
+    EXPECT_THAT (fixture.cables->takeSent (pad),
+                 ElementsAre (Bytes { 0x90, 11, 127 }, Bytes { 0xb0, 7, 64 }));
     fixture.set ("EQ_HIGH_KILL_A");
     control.tick();
     EXPECT_THAT (fixture.cables->takeSent (pad), ElementsAre (Bytes { 0x90, 11, 0 }));
@@ -119,9 +122,8 @@ TEST (MidiControl, LampsTellTheTruthOfMappedButtonsAndFaders)
     control.selectController (1);
     control.tick();
     control.tick();
-    EXPECT_THAT (fixture.cables->takeSent (pad),
-                 ElementsAre (Bytes { 0x90, 1, 127 }, Bytes { 0x90, 11, 0 }, Bytes { 0xb0, 7, 64 },
-                              Bytes { 0x90, 1, 0 }));
+    EXPECT_THAT (fixture.cables->takeSent (pad), ElementsAre (Bytes { 0x90, 1, 127 }, Bytes { 0x90, 11, 0 },
+                                                              Bytes { 0xb0, 7, 64 }, Bytes { 0x90, 1, 0 }));
 }
 
 TEST (MidiControl, OnlyMovesOfFadersAreCoalesced)
@@ -133,7 +135,8 @@ TEST (MidiControl, OnlyMovesOfFadersAreCoalesced)
     mapping.setRow (CommandTable::numberOf ("VOLUME_A"), { 0xb0, 3, 2 });
     mapping.setRow (CommandTable::numberOf ("VOLUME_B"), { 0xb0, 4, 0, 0, MidiControlFeature::fine });
     mapping.setRow (CommandTable::numberOf ("PLAY_PAUSE_A"), { 0xb0, 5 });
-    const auto word = [] (int data, int value, int status = 0xb0) { return MidiWord::pack (status, data, value); };
+    const auto word = [] (int data, int value, int status = 0xb0)
+    { return MidiWord::pack (status, data, value); };
     std::vector<uint32_t> words;
     for (int value = 1; value < 3; ++value)
     {

@@ -9,18 +9,19 @@ TEST (MidiMapping, FilesAreLimitedRowByRowOrRefusedAsAWhole)
 {
     const TemporaryFolder folder;
     const auto file = folder.file ("m.xml");
-    file.replaceWithText ("<midiMapping version='2000' name=''><controls>"
-                          "<value id='0' status='144' data='1'/><value id='466' status='144' data='1'/>"
-                          "<value id='5' status='999' data='-4' res0='9' res1='7'/>"
-                          "<value id='6' status='176' data='7' res0='1' features='14bit takeover'/></controls>"
-                          "<value id='7' status='144' data='1'/></midiMapping>");
+    file.replaceWithText (
+        "<midiMapping version='2000' name=''><controls>"
+        "<value id='0' status='144' data='1'/><value id='466' status='144' data='1'/>"
+        "<value id='5' status='999' data='-4' res0='9' res1='7'/>"
+        "<value id='6' status='176' data='7' res0='1' features='14bit takeover'/></controls>"
+        "<value id='7' status='144' data='1'/></midiMapping>");
     MidiMapping mapping;
     mapping.setRow (4, { 0x91, 9 });
     ASSERT_TRUE (loadMidiMapping (file, mapping));
     EXPECT_EQ (mapping.row (4), (MidiMappingRow { 0x91, 9 })); // a load doesn't clear
     EXPECT_EQ (mapping.row (5), (MidiMappingRow { 255, 0, 3, 0 }));
-    EXPECT_EQ (mapping.row (6), (MidiMappingRow { 176, 7, 1, 0,
-                                                  MidiControlFeature::fine | MidiControlFeature::takeover }));
+    EXPECT_EQ (mapping.row (6),
+               (MidiMappingRow { 176, 7, 1, 0, MidiControlFeature::fine | MidiControlFeature::takeover }));
     for (const int empty : { 0, 7, 466 })
         EXPECT_FALSE (mapping.row (empty).isAssigned()) << empty;
 
@@ -101,8 +102,9 @@ TEST (MidiMapping, AGeneratedScriptHoldsNotesAndControllersAndNothingElse)
     const auto empty = file.loadFileAsString();
     EXPECT_TRUE (empty.startsWith ("//" + juce::String::repeatedString ("=", 77)
                                    + "\r\n// midi_script.c\r\n// MIDI script created: "));
-    for (const auto* callback : { "void OnMidiMessageReceived (const string &in name, int status, int data, int value)",
-                                  "void OnTimerCallback()", "void OnStart()", "void OnStop()" })
+    for (const auto* callback :
+         { "void OnMidiMessageReceived (const string &in name, int status, int data, int value)",
+           "void OnTimerCallback()", "void OnStart()", "void OnStop()" })
         EXPECT_TRUE (empty.contains ("\r\n" + juce::String (callback) + "\r\n{\r\n")) << callback;
     EXPECT_EQ (empty.replace ("\r\n", "").indexOfAnyOf ("\r\n"), -1);
 

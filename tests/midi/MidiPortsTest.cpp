@@ -30,14 +30,16 @@ juce::MemoryInputStream* streamOf (const char* text)
 
 TEST (MidiPorts, BridgesOfASequencerPortAreLeftOut)
 {
-    const std::vector<MidiPortInfo> sequencer { { "Pad MIDI 1", "s1" }, { "Pad MIDI 1", "s2" }, { "Fader", "s3" } };
+    const std::vector<MidiPortInfo> sequencer { { "Pad MIDI 1", "s1" },
+                                                { "Pad MIDI 1", "s2" },
+                                                { "Fader", "s3" } };
     const std::vector<MidiPortInfo> jack { { "a2j:Pad [20] (capture): Pad MIDI 1", "j1" },
                                            { "Midi-Bridge:Pad 2:(capture_0) Pad MIDI 1", "j2" },
                                            { "a2j:Pad [24] (capture): Pad MIDI 1", "j3" },
                                            { "synth:out", "j4" } };
-    EXPECT_THAT (namesOf (mergePorts (sequencer, jack)),
-                 ElementsAre ("Pad MIDI 1", "Pad MIDI 1", "Fader", "a2j:Pad [24] (capture): Pad MIDI 1",
-                              "synth:out"));
+    EXPECT_THAT (
+        namesOf (mergePorts (sequencer, jack)),
+        ElementsAre ("Pad MIDI 1", "Pad MIDI 1", "Fader", "a2j:Pad [24] (capture): Pad MIDI 1", "synth:out"));
 }
 
 TEST (MidiPorts, TwoDevicesOfOneNameKeepTheirPlacesOverAReplug)
@@ -134,12 +136,15 @@ TEST (MidiPorts, APortThatLosesMessagesIsPaintedAgainInWhole)
 TEST (MidiPorts, DeviceListsOfAnyKindAreReadOrRefusedAsAWhole)
 {
     const auto lists = parseMidiDeviceList (std::unique_ptr<juce::InputStream> (streamOf (
-        "<midiList version='2000' name=''><MIDIINPUT name='A &amp; B'/><MIDIINPUT name='A &amp; B'/><MIDIINPUT/>"
+        "<midiList version='2000' name=''><MIDIINPUT name='A &amp; B'/><MIDIINPUT name='A &amp; "
+        "B'/><MIDIINPUT/>"
         "<odd><MIDIINPUT name='deep'/></odd><MIDIOUTPUT name='C' place='3'/><MIDIOUTPUT name='D' place='-9'/>"
         "</midiList>")));
     ASSERT_TRUE (lists);
-    EXPECT_THAT (lists->inputs, ElementsAre (MidiPortSet::Wanted { "A & B", 0 }, MidiPortSet::Wanted { "A & B", 1 }));
-    EXPECT_THAT (lists->outputs, ElementsAre (MidiPortSet::Wanted { "C", 3 }, MidiPortSet::Wanted { "D", 0 }));
+    EXPECT_THAT (lists->inputs,
+                 ElementsAre (MidiPortSet::Wanted { "A & B", 0 }, MidiPortSet::Wanted { "A & B", 1 }));
+    EXPECT_THAT (lists->outputs,
+                 ElementsAre (MidiPortSet::Wanted { "C", 3 }, MidiPortSet::Wanted { "D", 0 }));
     for (const auto* text : { "", "<midiList>", "<midiMapping/>", "<midiList/><midiList/>" })
         EXPECT_FALSE (parseMidiDeviceList (std::unique_ptr<juce::InputStream> (streamOf (text)))) << text;
 }

@@ -109,6 +109,28 @@ TEST (SetPerformance, PrintsInOneFormat)
     EXPECT_TRUE (run.reported.empty());
 }
 
+TEST (SetPerformance, AControllerPlaysByTheRootsMappingAndItsLampsArePrinted)
+{
+    OfflineRun run;
+    run.folder.file ("root")
+        .getChildFile ("setup/default_midi_mapping.xml")
+        .replaceWithText ("<midiMapping version='2000' name='' lamps='1'><controls>"
+                          "<value id='277' status='176' data='7'/><value id='229' status='144' data='11'/>"
+                          "</controls></midiMapping>");
+    run.play ("0 print midi\n"
+              "0.5 midi Pad 0xB0 7 127\n"
+              "0.5 midi \"My Pad\" 0x90 11 127\n"
+              "0.6 midi \"My Pad\" 0x80 11 64 # a release\n"
+              "0.7 print CROSSFADER\n"
+              "0.7 print EQ_HIGH_KILL_A\n"
+              "0.7 print midi\n"
+              "0.8 print midi\n");
+    EXPECT_THAT (run.printed,
+                 ElementsAre ("0.000000 MIDI 90 0B 00", "0.000000 MIDI B0 07 40", "0.700000 CROSSFADER 1.000000",
+                              "0.700000 EQ_HIGH_KILL_A 1.000000", "0.700000 MIDI 90 0B 7F",
+                              "0.700000 MIDI B0 07 7F"));
+}
+
 TEST (SetPerformance, ReportsWhatDidNotLoadAndGoesOn)
 {
     OfflineRun run;

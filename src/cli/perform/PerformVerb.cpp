@@ -39,7 +39,9 @@ constexpr const char* description =
     "  SECONDS set COMMAND VALUE [ARG1 ARG2]    COMMAND is a number or constant of platterdex commands\n"
     "  SECONDS reverse DECK on|off              plays backwards\n"
     "  SECONDS host play|stop|bpm X|seek S      runs inside a host with this transport\n"
+    "  SECONDS midi PORT STATUS DATA VALUE      plays a controller; bytes decimal or as 0x90\n"
     "  SECONDS print COMMAND                    writes the time and what a read gives\n"
+    "  SECONDS print midi                       writes what was sent to controllers\n"
     "  SECONDS end                              without it the run ends at the last line\n"
     "  # a comment";
 

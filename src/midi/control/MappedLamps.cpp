@@ -15,7 +15,8 @@ void MappedLamps::findLamps (const MidiMapping& mapping)
             || (kind != 0x90 && kind != 0xb0) || row.type() == MidiControlType::encoder
             || row.type() == MidiControlType::encoderInverted)
             continue;
-        if (std::none_of (lamps.begin(), lamps.end(), [&row] (const Lamp& lamp)
+        if (std::none_of (lamps.begin(), lamps.end(),
+                          [&row] (const Lamp& lamp)
                           { return lamp.status == row.status && lamp.data == row.data; }))
             lamps.push_back ({ number, row.status, row.data });
     }

@@ -13,9 +13,18 @@ constexpr uint32_t pack (int status, int data, int value) noexcept
            | (static_cast<uint32_t> (value) & 0xffu) << 16;
 }
 
-constexpr int status (uint32_t word) noexcept { return static_cast<int> (word & 0xffu); }
-constexpr int data (uint32_t word) noexcept { return static_cast<int> (word >> 8 & 0xffu); }
-constexpr int value (uint32_t word) noexcept { return static_cast<int> (word >> 16 & 0xffu); }
+constexpr int status (uint32_t word) noexcept
+{
+    return static_cast<int> (word & 0xffu);
+}
+constexpr int data (uint32_t word) noexcept
+{
+    return static_cast<int> (word >> 8 & 0xffu);
+}
+constexpr int value (uint32_t word) noexcept
+{
+    return static_cast<int> (word >> 16 & 0xffu);
+}
 
 /** Makes a note off a note on of value 0, so that no consumer has to know both. */
 constexpr uint32_t withoutNoteOff (uint32_t word) noexcept

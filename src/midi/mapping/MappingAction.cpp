@@ -19,7 +19,9 @@ bool isEncoder (const MidiMappingRow& row)
 }
 }
 
-MidiMappingDispatcher::MidiMappingDispatcher (CPlatterdex& e, const MidiMapping& m) : engine (e), mapping (m) {}
+MidiMappingDispatcher::MidiMappingDispatcher (CPlatterdex& e, const MidiMapping& m) : engine (e), mapping (m)
+{
+}
 
 void MidiMappingDispatcher::dispatchMidiMapping (int status, int data, int value)
 {
@@ -59,7 +61,8 @@ void MidiMappingDispatcher::act (int number, const MidiMappingRow& row, int valu
 {
     const auto value01 = value / 127.0;
     const auto isTurned = row.type() != MidiControlType::absolute;
-    const auto step = (value < 0x40 ? -1.0 : 1.0) * (row.type() == MidiControlType::encoderInverted ? -1.0 : 1.0);
+    const auto step =
+        (value < 0x40 ? -1.0 : 1.0) * (row.type() == MidiControlType::encoderInverted ? -1.0 : 1.0);
     const auto reading = [&] { return static_cast<double> (engine.getParameter (number)); };
     switch (CommandTable::find (number)->shape)
     {

@@ -49,11 +49,12 @@ std::vector<MidiControlChoice> controlChoices (int row)
     {
     case MappingShape::continuous:
     case MappingShape::pitch:
-        choices.insert (choices.end(),
-                        { { "Soft Takeover", Type::absolute, Feature::takeover },
-                          { "Soft Takeover Invert", Type::inverted, Feature::takeover },
-                          { "14-bit Soft Takeover", Type::absolute, Feature::fine | Feature::takeover },
-                          { "14-bit Soft Takeover Invert", Type::inverted, Feature::fine | Feature::takeover } });
+        choices.insert (
+            choices.end(),
+            { { "Soft Takeover", Type::absolute, Feature::takeover },
+              { "Soft Takeover Invert", Type::inverted, Feature::takeover },
+              { "14-bit Soft Takeover", Type::absolute, Feature::fine | Feature::takeover },
+              { "14-bit Soft Takeover Invert", Type::inverted, Feature::fine | Feature::takeover } });
         [[fallthrough]];
     case MappingShape::seek:
         choices.insert (choices.end(), { { "14-bit", Type::absolute, Feature::fine },

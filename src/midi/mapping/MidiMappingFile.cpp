@@ -26,10 +26,9 @@ constexpr std::array featureWords { FeatureWord { MidiControlFeature::fine, "14b
 int number (const XmlPullParser& xml, const char* name)
 {
     const auto* text = xml.attribute (name);
-    return text != nullptr
-               ? static_cast<int> (std::clamp<juce::int64> (
-                   juce::String (juce::CharPointer_UTF8 (text->c_str())).getLargeIntValue(), -1, 1 << 20))
-               : 0;
+    return text != nullptr ? static_cast<int> (std::clamp<juce::int64> (
+               juce::String (juce::CharPointer_UTF8 (text->c_str())).getLargeIntValue(), -1, 1 << 20))
+                           : 0;
 }
 
 MidiControlFeature readFeatures (const XmlPullParser& xml)

@@ -107,9 +107,10 @@ juce::StringArray midiScriptLines (const MidiMapping& mapping)
     for (const auto* line :
          { "#include \"px_commands.h\"", "",
            "void OnMidiMessageReceived (const string &in name, int status, int data, int value)", "{",
-           "  // this callback is called when a midi message is received from a midi device", "", "  // stack",
-           "  float value01 = value / 127.0;", "  float valueInc = (value < 0x40) ? -1.0 : 1.0;",
-           "  float isDown = (value > 0) ? 1.0 : 0.0;", "", "  // NN's", "  if((status & 0xF0) == 0x90) {", "" })
+           "  // this callback is called when a midi message is received from a midi device", "",
+           "  // stack", "  float value01 = value / 127.0;",
+           "  float valueInc = (value < 0x40) ? -1.0 : 1.0;", "  float isDown = (value > 0) ? 1.0 : 0.0;", "",
+           "  // NN's", "  if((status & 0xF0) == 0x90) {", "" })
         lines.add (line);
     addBlocks (lines, mapping, { 0x90, 0x80 });
     for (const auto* line : { "  }", "", "  // CC's", "  if((status & 0xF0) == 0xB0) {", "" })
@@ -119,8 +120,10 @@ juce::StringArray midiScriptLines (const MidiMapping& mapping)
         lines.add (line);
     addEmptyCallback (lines, "void OnTimerCallback()",
                       "  // this callback is called continunuosly by PX every 50 ms");
-    addEmptyCallback (lines, "void OnStart()", "  // this callback is called by PX when the script is started");
-    addEmptyCallback (lines, "void OnStop()", "  // this callback is called by PX when the script is stopped");
+    addEmptyCallback (lines, "void OnStart()",
+                      "  // this callback is called by PX when the script is started");
+    addEmptyCallback (lines, "void OnStop()",
+                      "  // this callback is called by PX when the script is stopped");
     lines.add ("// EOF");
     return lines;
 }

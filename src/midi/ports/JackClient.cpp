@@ -73,10 +73,11 @@ bool JackClient::start()
     if (client == nullptr)
         return false;
 
-
     jack.set_process_callback (
-        client, [] (jack_nframes_t frames, void* context)
-        { return static_cast<JackClient*> (context)->process (frames); }, this);
+        client,
+        [] (jack_nframes_t frames, void* context)
+        { return static_cast<JackClient*> (context)->process (frames); },
+        this);
     jack.set_port_registration_callback (
         client,
         [] (jack_port_id_t port, int isThere, void* context)
@@ -135,9 +136,10 @@ juce::String JackClient::shownName (jack_port_t* port) const
     for (int i = jack.port_get_aliases (port, aliases); --i >= 0;)
     {
         const auto alias = juce::String (juce::CharPointer_UTF8 (aliases[i]));
-        const auto device = alias.startsWith ("alsa_pcm:") ? alias.fromFirstOccurrenceOf (":", false, false)
-                                                                 .upToFirstOccurrenceOf ("/", false, false)
-                                                           : alias;
+        const auto device =
+            alias.startsWith ("alsa_pcm:")
+                ? alias.fromFirstOccurrenceOf (":", false, false).upToFirstOccurrenceOf ("/", false, false)
+                : alias;
         if (device.isNotEmpty())
             return device;
     }
@@ -164,7 +166,8 @@ jack_port_t* JackClient::makePort (const juce::String& handle, MidiDirection dir
 {
     if (!isAlive())
         return nullptr;
-    const auto device = handle.fromFirstOccurrenceOf (".", false, false).fromFirstOccurrenceOf (":", false, false);
+    const auto device =
+        handle.fromFirstOccurrenceOf (".", false, false).fromFirstOccurrenceOf (":", false, false);
     const auto isInput = direction == MidiDirection::input;
     const auto ownName = juce::String (isInput ? "in " : "out ") + juce::String (++portsMade);
     auto* port = jack.port_register (client, ownName.toRawUTF8(), JACK_DEFAULT_MIDI_TYPE,
@@ -233,7 +236,8 @@ void JackClient::readInputs (jack_nframes_t frames) noexcept
         for (uint32_t n = 0; n < count; ++n)
         {
             jack_midi_event_t event {};
-            if (jack.midi_event_get (&event, buffer, n) != 0 || event.size == 0 || event.size > longestMessage)
+            if (jack.midi_event_get (&event, buffer, n) != 0 || event.size == 0
+                || event.size > longestMessage)
                 continue;
             if (arrived.write (static_cast<uint8_t> (i), { event.buffer, event.size }))
                 hasArrived = true;

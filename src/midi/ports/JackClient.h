@@ -21,7 +21,8 @@ public:
     /** @param number    tells the handles of this connection from those of earlier ones
         @param changed   called when ports come or go, or the server ends
         @returns null if no server answers */
-    static std::shared_ptr<JackClient> connect (const JackLibrary&, int number, std::function<void()> changed);
+    static std::shared_ptr<JackClient> connect (const JackLibrary&, int number,
+                                                std::function<void()> changed);
     ~JackClient();
 
     /** False once the server has gone. */

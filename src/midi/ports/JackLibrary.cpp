@@ -5,7 +5,8 @@ JackLibrary::JackLibrary()
     isComplete = library.open ("libjack.so.0");
     const auto find = [this] (auto& function, const char* name)
     {
-        function = reinterpret_cast<std::remove_reference_t<decltype (function)>> (library.getFunction (name));
+        function =
+            reinterpret_cast<std::remove_reference_t<decltype (function)>> (library.getFunction (name));
         isComplete = isComplete && function != nullptr;
     };
     find (client_open, "jack_client_open");

@@ -9,7 +9,8 @@ juce::String deviceBehindBridge (const juce::String& jackName)
     return jackName;
 }
 
-std::vector<MidiPortInfo> mergePorts (std::vector<MidiPortInfo> sequencer, const std::vector<MidiPortInfo>& jack)
+std::vector<MidiPortInfo> mergePorts (std::vector<MidiPortInfo> sequencer,
+                                      const std::vector<MidiPortInfo>& jack)
 {
     juce::StringArray alone; // devices of the sequencer that no port of JACK has been found for
     for (const auto& port : sequencer)

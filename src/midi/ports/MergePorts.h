@@ -8,4 +8,5 @@ juce::String deviceBehindBridge (const juce::String& jackName);
 
 /** The ports of both systems, each device once: a port of JACK that only bridges a port of the sequencer is left out. Two
     devices of one name are two in both lists. */
-std::vector<MidiPortInfo> mergePorts (std::vector<MidiPortInfo> sequencer, const std::vector<MidiPortInfo>& jack);
+std::vector<MidiPortInfo> mergePorts (std::vector<MidiPortInfo> sequencer,
+                                      const std::vector<MidiPortInfo>& jack);

@@ -60,7 +60,10 @@ private:
         return head;
     }
 
-    uint32_t placeOf (uint32_t at) const noexcept { return at & (static_cast<uint32_t> (storage.size()) - 1); }
+    uint32_t placeOf (uint32_t at) const noexcept
+    {
+        return at & (static_cast<uint32_t> (storage.size()) - 1);
+    }
 
     void copyIn (uint32_t at, std::span<const uint8_t> bytes) noexcept
     {

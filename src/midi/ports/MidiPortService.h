@@ -31,7 +31,9 @@ public:
     struct Pace
     {
         std::chrono::milliseconds look { 1000 }; ///< between two looks without a reason
-        std::chrono::milliseconds quiet { 300 }; ///< without a further change before a look: devices come port by port
+        std::chrono::milliseconds quiet {
+            300
+        }; ///< without a further change before a look: devices come port by port
     };
 
     /** @param backends   the sequencer first: a port that two systems have is the first one's */

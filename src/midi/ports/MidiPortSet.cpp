@@ -65,7 +65,8 @@ void MidiPortSet::setEnabled (MidiDirection direction, const juce::String& name,
 {
     const auto there = service.ports (direction);
     Wanted port { name, 0 };
-    if (index >= 0 && index < static_cast<int> (there.size()) && there[static_cast<size_t> (index)].name == name)
+    if (index >= 0 && index < static_cast<int> (there.size())
+        && there[static_cast<size_t> (index)].name == name)
         port.place = there[static_cast<size_t> (index)].place;
     else if (const auto first = std::find_if (there.begin(), there.end(),
                                               [&name] (const auto& each) { return each.name == name; });
@@ -86,7 +87,8 @@ void MidiPortSet::setEnabled (MidiDirection direction, const juce::String& name,
 bool MidiPortSet::isEnabled (MidiDirection direction, const juce::String& name, int index) const
 {
     const auto list = rows (direction);
-    return std::any_of (list.begin(), list.end(), [&] (const Row& row)
+    return std::any_of (list.begin(), list.end(),
+                        [&] (const Row& row)
                         { return row.isOpen && row.name == name && (index < 0 || row.index == index); });
 }
 
@@ -109,7 +111,8 @@ std::vector<MidiPortSet::Row> MidiPortSet::rows (MidiDirection direction) const
                           std::find (all.begin(), all.end(), key) != all.end(), isOpen (direction, key) });
     }
     for (const auto& each : all)
-        if (std::none_of (there.begin(), there.end(), [&each] (const auto& port) { return isSame (port, each); }))
+        if (std::none_of (there.begin(), there.end(),
+                          [&each] (const auto& port) { return isSame (port, each); }))
             list.push_back ({ each.name, each.place, -1, true, false });
     return list;
 }
@@ -218,8 +221,9 @@ void MidiPortSet::portsChanged()
     const auto outputsThere = service.ports (MidiDirection::output);
     auto hasChanged = closeUnwanted (inputs, MidiDirection::input, inputsThere);
     hasChanged |= closeUnwanted (outputs, MidiDirection::output, outputsThere);
-    hasChanged |= openWanted (inputs, MidiDirection::input, inputsThere,
-                              [this] (const MidiPortInfo& port) { return service.openInput (port, receiver); });
+    hasChanged |=
+        openWanted (inputs, MidiDirection::input, inputsThere,
+                    [this] (const MidiPortInfo& port) { return service.openInput (port, receiver); });
     if (openWanted (outputs, MidiDirection::output, outputsThere,
                     [this] (const MidiPortInfo& port) { return service.openOutput (port); }))
     {

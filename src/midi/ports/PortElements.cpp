@@ -22,8 +22,8 @@ void writePortElements (juce::XmlElement& root, const MidiPortSet& set)
     for (const auto direction : { MidiDirection::input, MidiDirection::output })
         for (const auto& port : set.wanted (direction))
         {
-            auto* element = root.createNewChildElement (direction == MidiDirection::input ? inputElement
-                                                                                          : outputElement);
+            auto* element =
+                root.createNewChildElement (direction == MidiDirection::input ? inputElement : outputElement);
             element->setAttribute ("name", port.name);
             if (port.place > 0)
                 element->setAttribute ("place", port.place);
