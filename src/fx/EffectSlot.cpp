@@ -82,6 +82,9 @@ void EffectSlot::setSampleRate (double rate) noexcept
     current = wanted;
     arrival.setSampleRate (rate);
     arrival.reset (1.0);
+    // The longest of them has faded out by then: filters by the sample, delays by the second.
+    quietAfter = std::max (4096, static_cast<int> (0.1 * rate));
+    quietFrames = isOn() ? 0 : quietAfter;
 }
 
 Relaxed<double>& EffectSlot::knob (FxParameter parameter) noexcept
@@ -153,9 +156,14 @@ void EffectSlot::process (float* left, float* right, int frames, double bpm) noe
         former = current;
         current = wanted;
         effect (current).reset();
-        arrival.reset (0.0);
-        arrival.setTarget (1.0);
+        // Of two effects that only pass the sound on, one takes over from the other unheard.
+        if (isOn() || quietFrames < quietAfter)
+        {
+            arrival.reset (0.0);
+            arrival.setTarget (1.0);
+        }
     }
+    quietFrames = isOn() ? 0 : std::min (quietFrames + frames, quietAfter);
 
     auto done = 0;
     while (arrival.isMoving() && done < frames)

@@ -84,4 +84,6 @@ private:
     Relaxed<int> wanted;
     int current, former;
     GainRamp arrival { 1.0 }; ///< of the current effect, over the former
+    int quietFrames = 0,
+        quietAfter = 1; ///< since the slot was switched off; so many, and nothing of it is heard
 };
