@@ -3,6 +3,7 @@
 #include "deck/load/DeckAnalysis.h"
 #include "engine/CommandParameter.h"
 #include "engine/CommandTable.h"
+#include "instruments/presets/InstrumentContents.h"
 #include "settings/SettingsFile.h"
 #include "support/DecimalText.h"
 #include "support/files/AudioFileTypes.h"
@@ -48,6 +49,7 @@ CPlatterdex::CPlatterdex (EngineWorld world)
       slicegates { SlicegateDeckState { decks, 0 }, SlicegateDeckState { decks, 1 },
                    SlicegateDeckState { decks, 2 }, SlicegateDeckState { decks, 3 } },
       transport (decks),
+      instrumentContents (InstrumentContents::makeStore (environment.folders.setup(), smartKnobs)),
       automix (decks, channels),
       batchAnalysis (environment.decoderLibrary, environment.folders.beatmarks(), settings, listeners, pacing)
 {
@@ -71,6 +73,7 @@ CPlatterdex::CPlatterdex (EngineWorld world)
         decks.decks[static_cast<size_t> (d)] = std::move (deck);
     }
     decks.setPitchRange (settings.pitchRangeIndex);
+    damagedContents = instrumentContents.restore();
 
     for (int number = 1; number <= CommandTable::commandCount; ++number)
         addParameter (new CommandParameter (*this, number));
@@ -89,9 +92,10 @@ CPlatterdex::~CPlatterdex()
     preview.load ({});
     recorder.stopRecording();
     settings.automixOn = 0;
-    if (environment.mayKeepSettings == nullptr || environment.mayKeepSettings())
-        juce::ignoreUnused (
-            saveSettings (settings, environment.folders.setup())); // nobody is left to be told
+    if (environment.mayKeepSettings != nullptr && !environment.mayKeepSettings())
+        return;
+    juce::ignoreUnused (saveSettings (settings, environment.folders.setup())); // nobody is left to be told
+    instrumentContents.save();
 }
 
 void CPlatterdex::prepareToPlay (double sampleRate, int maximumBlock)
@@ -283,8 +287,19 @@ void CPlatterdex::serveRequests()
     forEachDeck (Request::loadNextTrack, [this] (int deck) { loadNextTrack (deck); });
 }
 
+void CPlatterdex::tellOfDamagedContents()
+{
+    constexpr auto title = "Pads and knobs";
+    for (const auto& sentence : std::exchange (damagedContents, {}))
+        if (environment.prompts != nullptr)
+            environment.prompts->notify (title, sentence);
+        else
+            listeners.postText (juce::String ("*** ") + title + " ***|" + sentence, 0);
+}
+
 void CPlatterdex::deliverMessages()
 {
+    tellOfDamagedContents();
     serveRequests();
     listeners.deliver();
 }

@@ -8,6 +8,7 @@
 #include "engine/Automix.h"
 #include "engine/EngineWorld.h"
 #include "engine/HostTransport.h"
+#include "instruments/preset/ContentStore.h"
 #include "instruments/slicegate/SlicegateDeckState.h"
 #include "instruments/smartknob/SmartKnobs.h"
 #include "mixer/AudioRecorder.h"
@@ -159,6 +160,9 @@ public:
     LoopCommands loops { decks };
     GridCommands grids { decks };
     SmartKnobs smartKnobs { decks, channels };
+
+    /** The contents of pads and knobs, kept among the set-up files. The message thread. */
+    ContentStore instrumentContents;
     Automix automix;
     BatchAnalysis batchAnalysis;
     HostTransport host;
@@ -172,8 +176,11 @@ private:
     CommandParameter* parameterOf (int number) const;
     void serveRequests();
     void askToStopAutomix();
+    void tellOfDamagedContents();
     void loadNextTrack (int deck);
     void timerCallback() override { deliverMessages(); }
+
+    std::vector<std::string> damagedContents; ///< sentences that are yet to be told
 
     /** An answer to a prompt may come when the engine has gone: it looks here whether it has. */
     const std::shared_ptr<const int> lifetime = std::make_shared<const int> (0);

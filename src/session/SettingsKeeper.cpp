@@ -49,6 +49,7 @@ void SettingsKeeper::timerCallback()
     {
         saveMarks (kept);
         saveSettingsOf (kept);
+        saveContentsOf (kept);
     }
 }
 
@@ -76,4 +77,13 @@ void SettingsKeeper::saveSettingsOf (Kept& kept)
     writer.post (newestState,
                  { [bytes = kept.written, folder = kept.engine->environment.folders.setup()] (
                        const std::stop_token&) { juce::ignoreUnused (saveSettings (bytes, folder)); } });
+}
+
+void SettingsKeeper::saveContentsOf (Kept& kept)
+{
+    if (!kept.engine->instrumentContents.hasChanged() || !mayWrite())
+        return;
+    for (auto& document : kept.engine->instrumentContents.takeChanged())
+        writer.post ({ [document = std::move (document)] (const std::stop_token&)
+                       { juce::ignoreUnused (ContentStore::write (document)); } });
 }

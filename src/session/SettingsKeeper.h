@@ -8,8 +8,8 @@
 #include <mutex>
 #include <vector>
 
-/** Writes the settings of running engines, and has their decks write cues and grids, within two seconds of a change, so that
-    a program that is killed loses nothing older. Engines of one root share the settings' file: the last change is kept.
+/** Writes the settings of running engines and the contents of their pads and knobs, and has their decks write cues and
+    grids, within two seconds of a change, so that a program that is killed loses nothing older. Engines of one root share the settings' file: the last change is kept.
 
     The message thread looks, a thread of this writes. Engines may come and go on any thread that may block. */
 class SettingsKeeper : private juce::Timer
@@ -36,6 +36,7 @@ private:
     void timerCallback() override;
     static void saveMarks (Kept&);
     void saveSettingsOf (Kept&);
+    void saveContentsOf (Kept&);
 
     const std::function<bool()> mayWrite;
     std::mutex mutex; ///< of the engines

@@ -33,6 +33,12 @@ std::vector<std::string> ContentStore::restore()
     return sentences;
 }
 
+bool ContentStore::hasChanged() const
+{
+    return std::any_of (contents.begin(), contents.end(),
+                        [] (const Kept& kept) { return kept.content.revision() != kept.known; });
+}
+
 std::vector<ContentStore::Document> ContentStore::takeChanged()
 {
     std::vector<Document> documents;

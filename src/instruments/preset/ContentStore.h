@@ -33,6 +33,9 @@ public:
     /** Reads all files that are there. @returns a sentence for each that is damaged */
     std::vector<std::string> restore();
 
+    /** True if takeChanged() would give something. */
+    bool hasChanged() const;
+
     struct Document
     {
         juce::File file;

@@ -51,7 +51,7 @@ std::string checkRoot (const XmlPullParser& parser, std::string_view root)
 {
     if (parser.name() != root)
         return "It holds no " + std::string (root) + ".";
-    if (numberIn (parser, "version", version) != version)
+    if (parser.attribute ("version") != nullptr && numberIn (parser, "version", -1) != version)
         return "It was written by another version.";
     return {};
 }

@@ -44,7 +44,8 @@ struct KnobDesk
     };
 
     /** Sends a sound through deck A's channel. @param beforeBlock   called with the frame of each block's start */
-    Sound play (Sound sound, const std::function<void (int)>& beforeBlock = [] (int) {})
+    Sound play (
+        Sound sound, const std::function<void (int)>& beforeBlock = [] (int) {})
     {
         auto& channel = channels[0];
         const auto smoothing = OnePole::coefficient (0.005, rate);

@@ -19,7 +19,8 @@ constexpr double songSeconds = 3.0, tailSeconds = 0.6, toneHz = 1000.0;
 
 std::span<const float> part (const std::vector<float>& signal, double from, double to)
 {
-    return std::span (signal).subspan (static_cast<size_t> (from * rate), static_cast<size_t> ((to - from) * rate));
+    return std::span (signal).subspan (static_cast<size_t> (from * rate),
+                                       static_cast<size_t> ((to - from) * rate));
 }
 
 double decibels (double ratio)
@@ -37,8 +38,10 @@ const std::vector<float>& song()
         for (size_t i = 0; i < static_cast<size_t> (songSeconds * rate); ++i)
         {
             const auto t = static_cast<double> (i) / rate;
-            const auto kick = std::fmod (t, 0.5), hat = std::fmod (t + 0.25, 0.5), snare = std::fmod (t + 0.5, 1.0);
-            auto value = 0.5 * std::exp (-9.0 * kick) * std::sin (2.0 * pi * (50.0 * kick + 8.0 * (1.0 - std::exp (-30.0 * kick))));
+            const auto kick = std::fmod (t, 0.5), hat = std::fmod (t + 0.25, 0.5),
+                       snare = std::fmod (t + 0.5, 1.0);
+            auto value = 0.5 * std::exp (-9.0 * kick)
+                         * std::sin (2.0 * pi * (50.0 * kick + 8.0 * (1.0 - std::exp (-30.0 * kick))));
             value += (0.12 * std::exp (-40.0 * hat) + 0.2 * std::exp (-18.0 * snare)) * noise[i];
             for (const auto hertz : { 55.0, 220.0, 277.2, 329.6 })
                 value += (hertz < 100.0 ? 0.12 : 0.05) * (2.0 * std::fmod (t * hertz, 1.0) - 1.0);
@@ -60,14 +63,15 @@ double brightness (std::span<const float> signal)
 
 struct Heard
 {
-    double level, peak, tail;   ///< dB, of the song as it was
-    double brightness;          ///< of the song as it was
-    double difference;          ///< greatest, from the song as it was
-    double depth, swing;        ///< of the tone: dB between its loud and soft, and between its sides
-    double roughness;           ///< of the tone's highs as they were
+    double level, peak, tail; ///< dB, of the song as it was
+    double brightness;        ///< of the song as it was
+    double difference;        ///< greatest, from the song as it was
+    double depth, swing;      ///< of the tone: dB between its loud and soft, and between its sides
+    double roughness;         ///< of the tone's highs as they were
 };
 
-std::vector<float> played (int id, double place, const std::vector<float>& sound, std::vector<float>* right = nullptr)
+std::vector<float> played (int id, double place, const std::vector<float>& sound,
+                           std::vector<float>* right = nullptr)
 {
     KnobDesk desk;
     EXPECT_EQ (SmartKnobLibrary::loadFactory (desk.knobs, 0, 0, id), "");
@@ -93,9 +97,11 @@ Heard listen (int id, double place)
     Heard heard {};
     const auto reference = Signals::rms (part (before, 0.5, songSeconds));
     heard.level = decibels (Signals::rms (part (after, 0.5, songSeconds)) / reference);
-    heard.tail = decibels (Signals::rms (part (after, songSeconds + 0.1, songSeconds + tailSeconds)) / reference);
+    heard.tail =
+        decibels (Signals::rms (part (after, songSeconds + 0.1, songSeconds + tailSeconds)) / reference);
     heard.peak = decibels (Signals::peak (after) / Signals::peak (before));
-    heard.brightness = brightness (part (after, 0.5, songSeconds)) / brightness (part (before, 0.5, songSeconds));
+    heard.brightness =
+        brightness (part (after, 0.5, songSeconds)) / brightness (part (before, 0.5, songSeconds));
     for (size_t i = static_cast<size_t> (0.1 * rate); i < after.size(); ++i)
         heard.difference = std::max (heard.difference, static_cast<double> (std::abs (after[i] - before[i])));
 
@@ -215,9 +221,9 @@ TEST_P (PresetSound, IsWhatItsNamePromises)
                                               [&word] (const Word& each) { return word == each.word; });
             ASSERT_NE (known, std::end (words)) << word;
             EXPECT_TRUE (known->holds (heard))
-                << "not " << word << " at " << place << ": level " << heard.level << ", brightness " << heard.brightness
-                << ", tail " << heard.tail << ", depth " << heard.depth << ", swing " << heard.swing << ", roughness "
-                << heard.roughness << ", difference " << heard.difference;
+                << "not " << word << " at " << place << ": level " << heard.level << ", brightness "
+                << heard.brightness << ", tail " << heard.tail << ", depth " << heard.depth << ", swing "
+                << heard.swing << ", roughness " << heard.roughness << ", difference " << heard.difference;
         }
     }
 }
@@ -234,9 +240,11 @@ TEST (PresetSounds, NoPresetIsLeftOut)
         {
             ++count;
             const auto isEmpty = std::string_view (entry.name) == "Empty";
-            EXPECT_EQ (entry.text == SmartKnobLibrary::find (104)->text, isEmpty || entry.id == 104) << entry.id;
-            EXPECT_TRUE (isEmpty || std::any_of (std::begin (promises), std::end (promises),
-                                                 [&entry] (const Promise& each) { return each.id == entry.id; }))
+            EXPECT_EQ (entry.text == SmartKnobLibrary::find (104)->text, isEmpty || entry.id == 104)
+                << entry.id;
+            EXPECT_TRUE (isEmpty
+                         || std::any_of (std::begin (promises), std::end (promises),
+                                         [&entry] (const Promise& each) { return each.id == entry.id; }))
                 << entry.id;
         }
     EXPECT_EQ (count, 54u);

@@ -37,15 +37,18 @@ TEST (SmartKnobPreset, ABadOneIsRefusedInASentenceAndChangesNothing)
 {
     const auto good = goodText();
     const auto infinite = "00 00 00 00 00 00 f0 7f", notANumber = "00 00 00 00 00 00 f8 7f",
-               negative = "00 00 00 00 00 00 f0 bf", firstTime = "03 00 00 00 03 00 00 00 03 00 00 00 00 00 00 00 00 00 00 00";
+               negative = "00 00 00 00 00 00 f0 bf",
+               firstTime = "03 00 00 00 03 00 00 00 03 00 00 00 00 00 00 00 00 00 00 00";
     std::string manyPoints = "data=\"03 00 00 00 03 00 00 00 ff ff ff 7f";
     for (int i = 0; i < 3000; ++i)
         manyPoints += " 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00";
-    const auto time = [&] (const char* number) { return altered (good, firstTime, std::string (firstTime).substr (0, 36) + number); };
+    const auto time = [&] (const char* number)
+    { return altered (good, firstTime, std::string (firstTime).substr (0, 36) + number); };
     const std::pair<const char*, std::string> cases[] {
-        { "empty", "" },
+        { "empty", " " },
         { "no XML", "smartKnobPreset" },
-        { "another root", altered (altered (good, "<smartKnobPreset", "<sliceGatePreset"), "</smartKnobPreset", "</sliceGatePreset") },
+        { "another root", altered (altered (good, "<smartKnobPreset", "<sliceGatePreset"),
+                                   "</smartKnobPreset", "</sliceGatePreset") },
         { "half", good.substr (0, good.size() / 2) },
         { "without its last tag", good.substr (0, good.rfind ("</")) },
         { "another version", altered (good, "version=\"2000\"", "version=\"2001\"") },
@@ -72,8 +75,10 @@ TEST (SmartKnobPreset, ABadOneIsRefusedInASentenceAndChangesNothing)
         const auto file = folder.file ("knob.xml");
         file.replaceWithData (text.data(), text.size());
         const auto sentence = SmartKnobLibrary::loadFile (desk.knobs, 0, 0, file);
-        EXPECT_TRUE (sentence.starts_with ("Nothing was loaded from knob.xml: i") && sentence.ends_with (".")) << what << ": " << sentence;
-        EXPECT_EQ (std::count (sentence.begin(), sentence.end(), '.'), 2) << sentence; // that of the file's name and the last
+        EXPECT_TRUE (sentence.starts_with ("Nothing was loaded from knob.xml: i") && sentence.ends_with ("."))
+            << what << ": " << sentence;
+        EXPECT_EQ (std::count (sentence.begin(), sentence.end(), '.'), 2)
+            << sentence; // that of the file's name and the last
     }
     EXPECT_NE (SmartKnobLibrary::loadFile (desk.knobs, 0, 0, folder.file ("none.xml")), "");
     EXPECT_TRUE (isSame (desk.knobs.preset (0, 0), before));

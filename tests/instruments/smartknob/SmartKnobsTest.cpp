@@ -65,12 +65,18 @@ TEST (SmartKnobs, RowsReachTheirParametersAndTheEndReadsTheCurvesEnd)
     using Row = SmartKnobRow;
     constexpr auto level = 0.2 + 0.3 * 0.7;
     const Case cases[] {
-        { Row::eqLow, Id::eqLow, 0.2, level, 0.9 },           { Row::eqMid, Id::eqMid, 0.2, level, 0.9 },
-        { Row::eqHigh, Id::eqHigh, 0.2, level, 0.9 },         { Row::filter, Id::filter, 0.2, level, 0.9 },
-        { Row::fx1Select, Id::fxSelect1, 0.2, level, 0.9 },   { Row::fx3Select, Id::fxSelect3, 0.2, level, 0.9 },
-        { Row::dryWet, Id::fxDryWet, 0.2, level, 0.9 },       { Row::fx1On, Id::fxOn1, 0.0, 0.0, 1.0 },
-        { Row::fx3On, Id::fxOn3, 0.0, 0.0, 1.0 },             { Row::fxFrequency, Id::fxFrequency, 0.2, level, 0.9 },
-        { Row::fx1Param, Id::fxStep1, 0.2, level, 0.9 },      { Row::fx3Param, Id::fxStep3, 0.2, level, 0.9 },
+        { Row::eqLow, Id::eqLow, 0.2, level, 0.9 },
+        { Row::eqMid, Id::eqMid, 0.2, level, 0.9 },
+        { Row::eqHigh, Id::eqHigh, 0.2, level, 0.9 },
+        { Row::filter, Id::filter, 0.2, level, 0.9 },
+        { Row::fx1Select, Id::fxSelect1, 0.2, level, 0.9 },
+        { Row::fx3Select, Id::fxSelect3, 0.2, level, 0.9 },
+        { Row::dryWet, Id::fxDryWet, 0.2, level, 0.9 },
+        { Row::fx1On, Id::fxOn1, 0.0, 0.0, 1.0 },
+        { Row::fx3On, Id::fxOn3, 0.0, 0.0, 1.0 },
+        { Row::fxFrequency, Id::fxFrequency, 0.2, level, 0.9 },
+        { Row::fx1Param, Id::fxStep1, 0.2, level, 0.9 },
+        { Row::fx3Param, Id::fxStep3, 0.2, level, 0.9 },
         { Row::volume, Id::volumeFactor, 0.2, level, 0.9 },
     };
     for (const auto& each : cases)
@@ -78,8 +84,12 @@ TEST (SmartKnobs, RowsReachTheirParametersAndTheEndReadsTheCurvesEnd)
         KnobDesk desk;
         desk.knobs.loadSmartKnobPreset (0, 0, presetOf ({ { each.row, 0.2f, 0.9f } }));
         desk.knobs.setSmartKnobOn (0, 0, true);
-        for (const auto& [place, value] : { std::pair { 0.0, each.atNothing }, { 0.3, each.inside }, { 1.0, each.atEnd },
-                                            { 7.0, each.atEnd }, { -1.0, each.atNothing }, { NAN, each.atNothing } })
+        for (const auto& [place, value] : { std::pair { 0.0, each.atNothing },
+                                            { 0.3, each.inside },
+                                            { 1.0, each.atEnd },
+                                            { 7.0, each.atEnd },
+                                            { -1.0, each.atNothing },
+                                            { NAN, each.atNothing } })
         {
             turnTo (desk, 0, place);
             EXPECT_NEAR (desk.get (each.parameter), value, 1e-6)
@@ -92,21 +102,24 @@ TEST (SmartKnobs, RowsReachTheirParametersAndTheEndReadsTheCurvesEnd)
 TEST (SmartKnobs, ADisabledRowLeavesItsTargetAndAPluginRowOnlyTellsItsValue)
 {
     KnobDesk desk;
-    auto preset = presetOf ({ { SmartKnobRow::filter, 0.0f, 1.0f }, { SmartKnobRow::pluginParam2, 0.0f, 1.0f } });
+    auto preset =
+        presetOf ({ { SmartKnobRow::filter, 0.0f, 1.0f }, { SmartKnobRow::pluginParam2, 0.0f, 1.0f } });
     preset.rows[static_cast<size_t> (SmartKnobRow::filter)].enabled = false;
     desk.knobs.loadSmartKnobPreset (0, 0, preset);
     desk.knobs.setSmartKnobOn (0, 0, true);
     turnTo (desk, 0, 0.75);
     EXPECT_EQ (desk.get (Id::filter), 0.5);
     EXPECT_FALSE (desk.knobs.holds (0, Id::filter));
-    EXPECT_NEAR (desk.knobs.drivenValue (0, static_cast<int> (SmartKnobRow::pluginParam2)).value(), 0.75, 1e-6);
+    EXPECT_NEAR (desk.knobs.drivenValue (0, static_cast<int> (SmartKnobRow::pluginParam2)).value(), 0.75,
+                 1e-6);
     EXPECT_FALSE (desk.knobs.drivenValue (0, static_cast<int> (SmartKnobRow::filter)));
 }
 
 TEST (SmartKnobs, TheSecondKnobWinsAndOnlyTheLastToGoOffRestores)
 {
     KnobDesk desk;
-    desk.knobs.loadSmartKnobPreset (0, 0, presetOf ({ { SmartKnobRow::eqLow, 0.1f, 0.1f }, { SmartKnobRow::eqMid, 0.2f, 0.2f } }));
+    desk.knobs.loadSmartKnobPreset (
+        0, 0, presetOf ({ { SmartKnobRow::eqLow, 0.1f, 0.1f }, { SmartKnobRow::eqMid, 0.2f, 0.2f } }));
     desk.knobs.loadSmartKnobPreset (0, 1, presetOf ({ { SmartKnobRow::eqLow, 0.9f, 0.9f } }));
     desk.knobs.setSmartKnobOn (0, 0, true);
     desk.runBlock();
@@ -125,7 +138,8 @@ TEST (SmartKnobs, TheSecondKnobWinsAndOnlyTheLastToGoOffRestores)
 TEST (SmartKnobs, AHandTakesAHeldControlOverUntilAKnobComesOnAgain)
 {
     KnobDesk desk;
-    desk.knobs.loadSmartKnobPreset (0, 0, presetOf ({ { SmartKnobRow::filter, 0.0f, 1.0f }, { SmartKnobRow::eqLow, 0.0f, 1.0f } }));
+    desk.knobs.loadSmartKnobPreset (
+        0, 0, presetOf ({ { SmartKnobRow::filter, 0.0f, 1.0f }, { SmartKnobRow::eqLow, 0.0f, 1.0f } }));
     desk.knobs.setSmartKnobOn (0, 0, true);
     turnTo (desk, 0, 0.2);
     desk.moveByHand (Id::filter, 0.6);
@@ -209,9 +223,12 @@ TEST (SmartKnobs, NoRowClicksWhenItsKnobTurnsOrSwitches)
         { { { Row::filter, 0.5f, 1.0f } }, "high-pass" },
         { { { Row::filter, 0.5f, 0.0f } }, "low-pass" },
         { { { Row::volume, 1.0f, 0.0f } }, "volume" },
-        { { { Row::fx2On, 0.0f, 1.0f }, { Row::dryWet, 0.0f, 1.0f }, { Row::fx2Param, 0.0f, 1.0f } }, "phaser" },
-        { { { Row::fx1Select, 0.95f, 0.95f }, { Row::fx1On, 0.0f, 1.0f }, { Row::dryWet, 0.2f, 0.8f } }, "reverb" },
-        { { { Row::fx1Select, 0.35f, 0.45f }, { Row::fx1On, 1.0f, 1.0f }, { Row::dryWet, 1.0f, 1.0f } }, "filters" },
+        { { { Row::fx2On, 0.0f, 1.0f }, { Row::dryWet, 0.0f, 1.0f }, { Row::fx2Param, 0.0f, 1.0f } },
+          "phaser" },
+        { { { Row::fx1Select, 0.95f, 0.95f }, { Row::fx1On, 0.0f, 1.0f }, { Row::dryWet, 0.2f, 0.8f } },
+          "reverb" },
+        { { { Row::fx1Select, 0.35f, 0.45f }, { Row::fx1On, 1.0f, 1.0f }, { Row::dryWet, 1.0f, 1.0f } },
+          "filters" },
     };
     const auto tone = Signals::sine (90.0, KnobDesk::rate, static_cast<int> (2.5 * KnobDesk::rate));
     for (const auto& each : cases)
@@ -223,13 +240,15 @@ TEST (SmartKnobs, NoRowClicksWhenItsKnobTurnsOrSwitches)
             const auto seconds = frame / KnobDesk::rate;
             desk.knobs.setSmartKnobOn (0, 0, seconds > 0.3 && seconds < 2.0);
             // A sweep, then jumps from end to end.
-            desk.knobs.setSmartKnobValue (0, 0, seconds < 1.3 ? seconds - 0.3 : std::fmod (seconds, 0.2) > 0.1);
+            desk.knobs.setSmartKnobValue (0, 0,
+                                          seconds < 1.3 ? seconds - 0.3 : std::fmod (seconds, 0.2) > 0.1);
         };
         const auto out = desk.play ({ tone, tone }, hand);
         // The second difference: 90 Hz have next to none, a step has all of its height.
         auto worst = 0.0;
         for (size_t i = 2000; i < out.left.size(); ++i)
-            worst = std::max (worst, std::abs (static_cast<double> (out.left[i] - 2.0f * out.left[i - 1] + out.left[i - 2])));
+            worst = std::max (worst, std::abs (static_cast<double> (out.left[i] - 2.0f * out.left[i - 1]
+                                                                    + out.left[i - 2])));
         EXPECT_LT (worst, 0.01) << each.name;
     }
 }
