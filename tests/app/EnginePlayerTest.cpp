@@ -102,7 +102,8 @@ struct PlayerBench
     }
 
     Numbering engine;
-    EnginePlayer player { engine };
+    Relaxed<int8_t> split { 0 };
+    EnginePlayer player { engine, &split };
     SilentDevice device;
 };
 }
@@ -120,6 +121,23 @@ TEST (EnginePlayer, OutputsAreTheEnginesFirstOnesInOrder)
     }
     EXPECT_EQ (PlayerBench().play (0, 1, 32)[0][3], 153.0f)
         << "a single output carries both sides of the master";
+}
+
+TEST (EnginePlayer, TwoOutputsCarryTheSplitMonitorWhereThatIsWanted)
+{
+    for (const auto& [maySplit, isSplit] : { std::pair { 1, 1 }, { 1, 0 }, { 0, 1 } })
+    {
+        PlayerBench bench;
+        bench.player.maySplit = static_cast<int8_t> (maySplit);
+        bench.split = static_cast<int8_t> (isSplit);
+        const auto out = bench.play (0, 2, 300);
+        const auto isWanted = maySplit + isSplit == 2;
+        EXPECT_EQ (out[0][299], isWanted ? 399.0f : 199.0f);
+        EXPECT_EQ (out[1][299], isWanted ? 499.0f : 299.0f);
+        for (size_t i = 0; i < 100; ++i) // the numbers themselves step at 100
+            ASSERT_LE (out[0][i + 1] - out[0][i], isWanted && i < 99 ? 4.0f : 400.0f) << "glides over 5 ms";
+        EXPECT_EQ (bench.play (0, 4, 3)[1][0], 200.0f) << "four outputs have both";
+    }
 }
 
 TEST (EnginePlayer, InputsArriveInOrderAndMissingOnesAreSilent)

@@ -6,6 +6,7 @@
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
 #include "support/CallbackLock.h"
+#include "ui/look/OpenMenu.h"
 
 #include <alsa/asoundlib.h>
 
@@ -14,8 +15,10 @@
 namespace
 {
 constexpr int watchMs = 1000;
-constexpr int mostStalledTurns = 3;
 constexpr int outputsWithMonitor = 4;
+
+/** The preference that lets two outputs be split, and its value. */
+constexpr const char *twoOutputs = "two outputs", *asSplit = "split";
 
 /** Above the threads of other programs that ask, below those of the kernel that serve the card. */
 constexpr int audioPriority = 40;
@@ -33,6 +36,34 @@ void quietLibraries (juce::DynamicLibrary& jack)
         if (const auto set = reinterpret_cast<Setter> (jack.getFunction (function)))
             set ([] (const char*) {});
 }
+
+/** JUCE's selector, and in a line below it the names of the outputs in their order. */
+class SettingsPage : public juce::Component
+{
+public:
+    explicit SettingsPage (juce::AudioDeviceManager& devices)
+        : selector (devices, 0, CPlatterdex::inputChannels, 0, CPlatterdex::outputChannels, false, false,
+                    true, false)
+    {
+        names.setText ("Pairs of outputs in their order: Master, Headphones, decks A to D, sampler.",
+                       juce::dontSendNotification);
+        names.setJustificationType (juce::Justification::centred);
+        addAndMakeVisible (selector);
+        addAndMakeVisible (names);
+        setSize (560, 550);
+    }
+
+    void resized() override
+    {
+        auto area = getLocalBounds();
+        names.setBounds (area.removeFromBottom (30));
+        selector.setBounds (area);
+    }
+
+private:
+    juce::AudioDeviceSelectorComponent selector;
+    juce::Label names;
+};
 
 class SettingsDialog : public juce::DialogWindow
 {
@@ -53,16 +84,16 @@ void AudioDevices::Devices::createAudioDeviceTypes (juce::OwnedArray<juce::Audio
     types.add (new SilentDeviceType());
 }
 
-AudioDevices::AudioDevices (juce::AudioProcessor& engine, const juce::File& file)
-    : choiceFile (file),
-      player (engine)
+AudioDevices::AudioDevices (CPlatterdex& e, Preferences& p, const juce::File& file)
+    : engine (e),
+      preferences (p),
+      player (engine, &engine.settings.monitorSplit),
+      keeper (devices, file, CPlatterdex::inputChannels, CPlatterdex::outputChannels)
 {
     quietLibraries (jack);
-    const auto choice = juce::parseXML (choiceFile);
+    player.maySplit = preferences.get (twoOutputs) == asSplit ? 1 : 0;
     devices.addAudioCallback (&player);
-    devices.initialise (CPlatterdex::inputChannels, CPlatterdex::outputChannels, choice.get(), true);
-    if (!isRunning())
-        openFirstThatRuns();
+    keeper.start();
     announce();
     devices.addChangeListener (this);
     startTimer (watchMs);
@@ -73,42 +104,26 @@ AudioDevices::~AudioDevices()
     stopTimer();
     dialog.reset();
     devices.removeChangeListener (this);
-    saveChoice();
+    keeper.saveChoice();
     devices.removeAudioCallback (&player);
     devices.closeAudioDevice();
-}
-
-bool AudioDevices::isRunning() const
-{
-    auto* device = devices.getCurrentAudioDevice();
-    return device != nullptr && device->isOpen() && device->isPlaying();
-}
-
-void AudioDevices::openFirstThatRuns()
-{
-    for (const auto* type : devices.getAvailableDeviceTypes())
-    {
-        devices.closeAudioDevice();
-        devices.setCurrentAudioDeviceType (type->getTypeName(), false);
-        if (!isRunning())
-            devices.initialise (CPlatterdex::inputChannels, CPlatterdex::outputChannels, nullptr, false);
-        if (isRunning() && devices.getCurrentAudioDeviceType() == type->getTypeName())
-            return;
-    }
 }
 
 void AudioDevices::timerCallback()
 {
     askForRealTime();
-    const uint32_t blocks = player.times.blocks;
-    stalledTurns = blocks == blocksSeen ? stalledTurns + 1 : 0;
-    blocksSeen = blocks;
-    if (isRunning() && stalledTurns < mostStalledTurns)
-        return;
-    stalledTurns = 0;
-    printLine ("The audio device has stopped.");
-    openFirstThatRuns();
-    announce();
+    const auto wasRunning = keeper.isRunning();
+    if (keeper.look (player.times.blocks))
+    {
+        if (!wasRunning)
+            printLine ("The audio device has stopped.");
+        announce();
+    }
+    else if (notice() != noticed) // the split was switched
+    {
+        noticed = notice();
+        onChange();
+    }
 }
 
 void AudioDevices::askForRealTime()
@@ -122,7 +137,7 @@ void AudioDevices::askForRealTime()
 void AudioDevices::changeListenerCallback (juce::ChangeBroadcaster*)
 {
     announce();
-    saveChoice();
+    keeper.saveChoice();
 }
 
 void AudioDevices::announce()
@@ -145,23 +160,65 @@ void AudioDevices::announce()
         std::fflush (stdout);
     }
     announced = line;
+    noticed = notice();
+    onChange();
+}
+
+int AudioDevices::outputs() const
+{
+    const auto* device = devices.getCurrentAudioDevice();
+    return device == nullptr || device->getTypeName() == SilentDevice::name
+               ? 0
+               : device->getActiveOutputChannels().countNumberOfSetBits();
+}
+
+bool AudioDevices::isSplit() const
+{
+    return player.maySplit != 0 && engine.settings.monitorSplit != 0;
+}
+
+void AudioDevices::split (bool wanted)
+{
+    preferences.set (twoOutputs, wanted ? asSplit : "master");
+    engine.settings.monitorSplit = player.maySplit = wanted ? 1 : 0;
+    noticed = notice();
     onChange();
 }
 
 juce::String AudioDevices::notice() const
 {
-    const auto* device = devices.getCurrentAudioDevice();
-    if (device == nullptr || device->getTypeName() == SilentDevice::name)
+    const auto count = outputs();
+    if (count == 0)
         return "No audio device: nothing can be heard. Click to choose one.";
-    if (device->getActiveOutputChannels().countNumberOfSetBits() < outputsWithMonitor)
-        return "Two outputs only: headphones and PFL cannot be heard. Click to choose another device.";
+    if (count == 2 && isSplit())
+        return "Two outputs, split: Headphones with the cue on the left, Master on the right. Click to "
+               "change.";
+    if (count < outputsWithMonitor)
+        return "Two outputs, Master only: Headphones and PFL cannot be heard. Click for what helps.";
     return {};
 }
 
-void AudioDevices::saveChoice() const
+void AudioDevices::offerHelp (juce::Component& window)
 {
-    if (const auto choice = devices.createStateXml())
-        choice->writeTo (choiceFile);
+    if (outputs() != 2)
+        return showSettings (window);
+    juce::PopupMenu menu;
+    menu.addItem ("Split: cue left, master right", true, isSplit(), [this] { split (!isSplit()); });
+    for (const auto& card : keeper.cardsWithOutputs (outputsWithMonitor))
+        menu.addItem ("Use " + card.name + " (" + card.type + ") for Master and Headphones",
+                      [this, card]
+                      {
+                          keeper.use (card);
+                          announce();
+                      });
+    menu.addSeparator();
+    menu.addItem ("Audio settings...",
+                  [this, shown = juce::Component::SafePointer (&window)]
+                  {
+                      if (shown != nullptr)
+                          showSettings (*shown);
+                  });
+    openMenu (menu, window, juce::PopupMenu::Options().withMousePosition());
 }
 
 juce::String AudioDevices::report() const
@@ -181,13 +238,9 @@ void AudioDevices::showSettings (juce::Component& centredOn)
 {
     if (dialog == nullptr)
     {
-        auto selector = std::make_unique<juce::AudioDeviceSelectorComponent> (
-            devices, 0, CPlatterdex::inputChannels, 0, CPlatterdex::outputChannels, false, false, true,
-            false);
-        selector->setSize (560, 520);
         dialog = std::make_unique<SettingsDialog>();
         dialog->setUsingNativeTitleBar (true);
-        dialog->setContentOwned (selector.release(), true);
+        dialog->setContentOwned (new SettingsPage (devices), true);
         dialog->centreAroundComponent (&centredOn, dialog->getWidth(), dialog->getHeight());
     }
     dialog->setVisible (true);

@@ -1,23 +1,30 @@
 #pragma once
 
+#include "app/audio/DeviceKeeper.h"
 #include "app/audio/EnginePlayer.h"
+#include "session/Preferences.h"
 
 #include <juce_audio_utils/juce_audio_utils.h>
 
 #include <functional>
 #include <memory>
 
+class CPlatterdex;
+
 /** The application's audio device: JACK, else ALSA, else silence, or what the user has chosen.
 
     The choice is kept in a file. A device that dies is followed by the next one that opens, at the latest the silent
-    one: the engine never stands still. Each device that is taken up is named in one line on the standard output.
-    Message thread. */
+    one: the engine never stands still. The chosen one is taken up again once it is back. Each device that is taken up is
+    named in one line on the standard output.
+
+    Where a device has two outputs only, these can be split: the left one carries the headphones with the cue, the right
+    one the master. Message thread. */
 class AudioDevices : private juce::Timer, private juce::ChangeListener
 {
 public:
-    /** @param engine       outlives this
+    /** @param engine       outlives this, as do the preferences, which say whether two outputs may be split
         @param choiceFile   where the user's choice is kept */
-    AudioDevices (juce::AudioProcessor& engine, const juce::File& choiceFile);
+    AudioDevices (CPlatterdex& engine, Preferences&, const juce::File& choiceFile);
     ~AudioDevices() override;
 
     /** One line on all blocks so far: how many came late, the longest, the lock, and how the kernel schedules them. */
@@ -26,8 +33,11 @@ public:
     /** One sentence on what can't be heard through the device; empty if all can. */
     juce::String notice() const;
 
-    /** Called after a device was taken up. */
+    /** Called when the notice may be another. */
     std::function<void()> onChange = [] {};
+
+    /** Offers what helps against the notice: the split and cards with more outputs, or the dialog at once. */
+    void offerHelp (juce::Component& window);
 
     /** Opens the dialog in which the device is chosen. */
     void showSettings (juce::Component& centredOn);
@@ -40,19 +50,19 @@ private:
 
     void timerCallback() override;
     void changeListenerCallback (juce::ChangeBroadcaster*) override;
-    bool isRunning() const;
-    void openFirstThatRuns();
     void announce();
     void askForRealTime();
-    void saveChoice() const;
+    int outputs() const;
+    bool isSplit() const;
+    void split (bool wanted);
 
-    const juce::File choiceFile;
+    CPlatterdex& engine;
+    Preferences& preferences;
     juce::DynamicLibrary jack;
     EnginePlayer player;
     Devices devices;
-    juce::String announced;
-    uint32_t blocksSeen = 0;
-    int stalledTurns = 0;
+    DeviceKeeper keeper;
+    juce::String announced, noticed;
     int askedFor = 0; ///< the thread that real time was last asked for
     std::unique_ptr<juce::DialogWindow> dialog;
 };

@@ -1,6 +1,9 @@
 #include "app/audio/EnginePlayer.h"
 
+#include "support/CrossFade.h"
+
 #include <algorithm>
+#include <array>
 #include <unistd.h>
 
 namespace
@@ -9,7 +12,7 @@ namespace
 constexpr int leastCapacity = 1024;
 }
 
-EnginePlayer::EnginePlayer (juce::AudioProcessor& e) : engine (e) {}
+EnginePlayer::EnginePlayer (juce::AudioProcessor& e, const Relaxed<int8_t>* s) : engine (e), split (s) {}
 
 void EnginePlayer::audioDeviceAboutToStart (juce::AudioIODevice* device)
 {
@@ -19,6 +22,7 @@ void EnginePlayer::audioDeviceAboutToStart (juce::AudioIODevice* device)
     thread = 0;
     buffer.setSize (channels, capacity);
     rate = device->getCurrentSampleRate();
+    splitShare.setSampleRate (rate);
     engine.setRateAndBufferSizeDetails (rate, device->getCurrentBufferSizeSamples());
     engine.prepareToPlay (rate, device->getCurrentBufferSizeSamples());
 }
@@ -71,11 +75,26 @@ void EnginePlayer::playPart (const float* const* inputs, int inputCount, float* 
         }
         return;
     }
+    if (outputCount == 2 && channels > 3 && split != nullptr && out (0) != nullptr && out (1) != nullptr)
+        return playTwo (out (0), out (1), frames);
     for (int i = 0; i < outputCount; ++i)
     {
         if (auto* target = out (i); target != nullptr && i < channels)
             juce::FloatVectorOperations::copy (target, block.getReadPointer (i), frames);
         else if (target != nullptr)
             juce::FloatVectorOperations::clear (target, frames);
+    }
+}
+
+void EnginePlayer::playTwo (float* left, float* right, int frames)
+{
+    splitShare.setTarget (maySplit != 0 && *split != 0 ? 1.0 : 0.0);
+    const std::array<const float*, 2> master { buffer.getReadPointer (0), buffer.getReadPointer (1) };
+    const std::array<const float*, 2> monitor { buffer.getReadPointer (2), buffer.getReadPointer (3) };
+    for (int i = 0; i < frames; ++i)
+    {
+        const auto share = static_cast<float> (splitShare.next());
+        left[i] = CrossFade::mixed (master[0][i], monitor[0][i], share);
+        right[i] = CrossFade::mixed (master[1][i], monitor[1][i], share);
     }
 }

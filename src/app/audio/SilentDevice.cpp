@@ -24,7 +24,10 @@ juce::BigInteger firstOf (juce::BigInteger wanted, int count)
 }
 }
 
-SilentDevice::SilentDevice() : AudioIODevice (name, name) {}
+SilentDevice::SilentDevice (const juce::String& deviceName, const juce::String& typeName)
+    : AudioIODevice (deviceName, typeName)
+{
+}
 
 SilentDevice::~SilentDevice()
 {

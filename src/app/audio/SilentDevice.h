@@ -15,7 +15,8 @@ public:
     static constexpr int inputCount = 10, outputCount = 14, defaultBlock = 256;
     static constexpr double defaultRate = 48000.0;
 
-    SilentDevice();
+    /** @param deviceName, typeName   as the device manager knows it */
+    explicit SilentDevice (const juce::String& deviceName = name, const juce::String& typeName = name);
     ~SilentDevice() override;
 
     juce::StringArray getOutputChannelNames() override;
