@@ -4,6 +4,7 @@
 #include "engine/CommandParameter.h"
 #include "engine/CommandTable.h"
 #include "instruments/presets/InstrumentContents.h"
+#include "mixer/AutoCrossfader.h"
 #include "settings/SettingsFile.h"
 #include "support/DecimalText.h"
 #include "support/files/AudioFileTypes.h"
@@ -61,6 +62,8 @@ CPlatterdex::CPlatterdex (EngineWorld world)
         environment.folders.createAll()); // a part that lacks its folder says so when it needs it
     isFirstRun = loadSettings (settings, environment.folders.setup(), environment.folders);
     settings.automixOn = 0;
+    settings.autoFadeState = AutoCrossfader::idle;
+    handCrossfader = settings.crossfader.get();
     if (decks.deck (settings.masterDeck) == nullptr)
         settings.masterDeck = juce::jlimit<int8_t> (0, deckCount - 1, settings.masterDeck);
 
@@ -94,7 +97,8 @@ CPlatterdex::~CPlatterdex()
     settings.automixOn = 0;
     if (environment.mayKeepSettings != nullptr && !environment.mayKeepSettings())
         return;
-    juce::ignoreUnused (saveSettings (settings, environment.folders.setup())); // nobody is left to be told
+    juce::ignoreUnused (
+        saveSettings (settingsToKeep(), environment.folders.setup())); // nobody is left to be told
     instrumentContents.save();
 }
 
@@ -266,6 +270,27 @@ void CPlatterdex::loadNextTrack (int deck)
         loadTrack (*file, deck);
 }
 
+void CPlatterdex::toggleAutomix()
+{
+    if (settings.automixOn != 0)
+        return automix.stop();
+    if (environment.automixSource != nullptr)
+        environment.automixSource->begin();
+    automix.start();
+}
+
+std::vector<std::byte> CPlatterdex::settingsToKeep()
+{
+    std::vector<std::byte> bytes (settingsFileBytes);
+    {
+        // The texts of the block change under the lock only.
+        const CallbackLock lock (getCallbackLock(), "settings");
+        writeSettings (settings, bytes);
+    }
+    setRestingCrossfader (bytes, handCrossfader);
+    return bytes;
+}
+
 void CPlatterdex::serveRequests()
 {
     using Request = EngineRequest;
@@ -281,7 +306,7 @@ void CPlatterdex::serveRequests()
     if (requests.take (Request::askToStopAutomix) != 0)
         askToStopAutomix();
     if (requests.take (Request::toggleAutomix) != 0)
-        settings.automixOn != 0 ? automix.stop() : automix.start();
+        toggleAutomix();
     if (requests.take (Request::toggleRecorder) != 0)
         toggleRecorder();
     forEachDeck (Request::loadNextTrack, [this] (int deck) { loadNextTrack (deck); });

@@ -168,6 +168,14 @@ public:
     HostTransport host;
     Relaxed<int> hostBlockSize { 256 }; ///< what a hosted plug-in is told
 
+    /** The place where a hand last had the crossfader, 0 to 1, which is kept for the next start: automix and fades leave it
+        where they end, with one side silent. */
+    Relaxed<double> handCrossfader { 0.5 };
+
+    /** The bytes of the settings' file: the settings as a hand has left them, without a fade that runs. Any thread that may
+        block, without the callback lock. */
+    std::vector<std::byte> settingsToKeep();
+
     /** True if no settings were found when this engine was made. */
     bool isFirstRun = false;
 
@@ -175,6 +183,7 @@ private:
     static BusesProperties buses();
     CommandParameter* parameterOf (int number) const;
     void serveRequests();
+    void toggleAutomix();
     void askToStopAutomix();
     void tellOfDamagedContents();
     void loadNextTrack (int deck);

@@ -7,15 +7,6 @@ namespace
 {
 constexpr int lookMs = 1000;
 constexpr Worker::Key newestState = 0;
-
-std::vector<std::byte> bytesOf (CPlatterdex& engine)
-{
-    // The texts of the block change under the lock only.
-    std::vector<std::byte> bytes (settingsFileBytes);
-    const CallbackLock lock (engine.getCallbackLock(), "settings");
-    writeSettings (engine.settings, bytes);
-    return bytes;
-}
 }
 
 SettingsKeeper::SettingsKeeper (std::function<bool()> m) : mayWrite (std::move (m)) {}
@@ -29,7 +20,7 @@ SettingsKeeper::~SettingsKeeper()
 void SettingsKeeper::add (CPlatterdex& engine)
 {
     const std::scoped_lock lock (mutex);
-    engines.push_back ({ &engine, {}, bytesOf (engine) });
+    engines.push_back ({ &engine, {}, engine.settingsToKeep() });
     startTimer (lookMs);
 }
 
@@ -69,7 +60,7 @@ void SettingsKeeper::saveMarks (Kept& kept)
 
 void SettingsKeeper::saveSettingsOf (Kept& kept)
 {
-    auto bytes = bytesOf (*kept.engine);
+    auto bytes = kept.engine->settingsToKeep();
     if (bytes == kept.written || !mayWrite())
         return;
     kept.written = std::move (bytes);

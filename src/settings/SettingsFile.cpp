@@ -37,6 +37,13 @@ void keepFinite (Relaxed<T>& value, T otherwise)
         value = T { 0 };
 }
 
+/** Keeps a level, a position or a mix: 0 to 1. */
+void keepShare (Relaxed<double>& value, double otherwise)
+{
+    keepFinite (value, otherwise);
+    keepWithin (value, 0.0, 1.0, otherwise);
+}
+
 void repair (DeckSetup& setup, const DeckSetup& defaults)
 {
     for (auto* value : { &setup.timecodeCalibration, &setup.lineGain })
@@ -54,16 +61,16 @@ void repair (DeckSetup& setup, const DeckSetup& defaults)
 void repair (EngineSettings& settings)
 {
     const EngineSettings defaults;
-    keepFinite (settings.masterVolume, 1.0);
-    if (!(settings.masterVolume > 0.0 && settings.masterVolume <= 1.0))
+    keepShare (settings.masterVolume, 1.0);
+    if (settings.masterVolume == 0.0)
         settings.masterVolume = 1.0;
-    keepFinite (settings.crossfader, defaults.crossfader.get());
-    keepFinite (settings.crossfaderCurve, defaults.crossfaderCurve.get());
-    keepFinite (settings.monitorMix, defaults.monitorMix.get());
-    keepFinite (settings.monitorVolume, defaults.monitorVolume.get());
+    keepShare (settings.crossfader, defaults.crossfader);
+    keepShare (settings.crossfaderCurve, defaults.crossfaderCurve);
+    keepShare (settings.monitorMix, defaults.monitorMix);
+    keepShare (settings.monitorVolume, defaults.monitorVolume);
     keepWithin<int8_t> (settings.editor[EditorPreference::listFontSize], 12, 22, 16);
     for (auto& level : settings.samplerLevels)
-        keepFinite (level, 1.0);
+        keepShare (level, 1.0);
     for (size_t deck = 0; deck < settings.deckSetup.size(); ++deck)
         repair (settings.deckSetup[deck], defaults.deckSetup[deck]);
 }
@@ -102,6 +109,13 @@ void writeSettings (const EngineSettings& settings, std::span<std::byte> file) n
         const auto word = __atomic_load_n (words + i, __ATOMIC_RELAXED);
         std::memcpy (file.data() + versionBytes + i * sizeof word, &word, sizeof word);
     }
+}
+
+void setRestingCrossfader (std::span<std::byte> file, double place) noexcept
+{
+    const auto idle = EngineSettings().autoFadeState.get();
+    std::memcpy (&file[versionBytes + offsetof (EngineSettings, crossfader)], &place, sizeof place);
+    std::memcpy (&file[versionBytes + offsetof (EngineSettings, autoFadeState)], &idle, sizeof idle);
 }
 
 bool loadSettings (EngineSettings& settings, const juce::File& setupFolder, const Folders& folders)

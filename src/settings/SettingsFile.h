@@ -14,8 +14,8 @@ inline constexpr int32_t settingsVersion = 2250;
 
     The bytes are the version as a little-endian int32 and the block. Another version changes nothing, bytes that are
     missing at the end leave the rest as it is, bytes beyond the block are ignored. What the engine could not use comes
-    back as its default: values outside the ranges of the master volume, the list's font size and the decks' set-up,
-    and every number that is not finite. Never fails. */
+    back as its default: values outside the ranges of levels, positions and mixes (0 to 1), the list's font size and the
+    decks' set-up, and every number that is not finite. Never fails. */
 void readSettings (std::span<const std::byte> file, EngineSettings& settings);
 
 /** The length of a settings file that this program writes. */
@@ -26,6 +26,9 @@ std::vector<std::byte> writeSettings (const EngineSettings&);
 
 /** The same into memory of settingsFileBytes, while audio runs: under the callback lock, which the texts need. */
 void writeSettings (const EngineSettings&, std::span<std::byte> file) noexcept;
+
+/** Changes the crossfader in bytes of writeSettings() to a place, 0 to 1, at which no fade moves it. */
+void setRestingCrossfader (std::span<std::byte> file, double place) noexcept;
 
 /** Fills the settings with the defaults for `folders`, then with "platterdex.set" of the set-up folder.
     Only while no audio runs. @returns true on a first run, that is if the file could not be opened. */

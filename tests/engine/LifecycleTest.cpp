@@ -159,6 +159,19 @@ TEST (Lifecycle, SettingsSurviveAndAutomixIsNeverOnAfterAStart)
     EXPECT_EQ (fixture.engine->settings.automixOn, 0);
 }
 
+TEST (Lifecycle, TheCrossfaderComesBackWhereAHandHadIt)
+{
+    EngineFixture fixture;
+    fixture.set ("CROSSFADER", 0.3f);
+    fixture.set ("AUTO_CROSSFADER_RIGHT");
+    fixture.render (44100);
+    EXPECT_GT (fixture.get ("CROSSFADER"), 0.3f);
+    fixture.makeEngine(); // quit in the fade
+    EXPECT_FLOAT_EQ (fixture.get ("CROSSFADER"), 0.3f);
+    fixture.render (44100);
+    EXPECT_FLOAT_EQ (fixture.get ("CROSSFADER"), 0.3f) << "the fade does not go on";
+}
+
 TEST (Lifecycle, PlayUnderAutomixAsksAndAYesEndsIt)
 {
     const TemporaryFolder folder;

@@ -183,6 +183,8 @@ TEST_F (SettingsFile, NumbersOutsideTheirRangeComeBackAsDefaults)
                                                             { subnormal, 1.0 },
                                                             { 1.0, 1.0 },
                                                             { 0.001, 0.001 } });
+    expectRepairs<&EngineSettings::monitorVolume, double> ({ { 100.0, 1.0 }, { -1.0, 1.0 }, { 0.0, 0.0 } });
+    expectRepairs<&EngineSettings::crossfader, double> ({ { 1.5, 0.5 }, { 1.0, 1.0 } });
     expectRepairs<&DeckSetup::lineGain, double> ({ { -0.01, 1.0 },
                                                    { 0.0, 0.0 },
                                                    { 4.0, 4.0 },

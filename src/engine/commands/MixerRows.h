@@ -9,7 +9,7 @@ namespace CommandTable
 inline void moveCrossfader (CPlatterdex& engine, const CommandCall& call)
 {
     const CallbackLock lock (engine.getCallbackLock(), "crossfader");
-    engine.settings.crossfader = limited (call);
+    engine.settings.crossfader = engine.handCrossfader = limited (call);
     engine.settings.autoFadeState = AutoCrossfader::idle;
 }
 
