@@ -31,6 +31,8 @@ std::optional<juce::File> LibraryAutomix::nextTrack()
     if (code == LibraryCode::ok)
     {
         place = placeOfNext (list);
+        if (place >= list.size() && mayBeginAgain)
+            place = 0;
         if (place < list.size())
             code = database->readField (SongField::filename, list[place].songId, path);
     }
@@ -40,6 +42,7 @@ std::optional<juce::File> LibraryAutomix::nextTrack()
         return {};
     if (atEnd)
         return juce::File();
+    mayBeginAgain = false;
     last = list[place];
     lastPlace = place;
     return juce::File (path);

@@ -26,7 +26,10 @@ Session::Session (Options options)
 {
 }
 
-Session::~Session() = default;
+Session::~Session()
+{
+    notes.wait();
+}
 
 std::shared_ptr<Session> Session::shared (const std::function<Options()>& make)
 {
@@ -133,21 +136,30 @@ bool Session::mayKeepSettings()
 
 void Session::noteTempo (const juce::String& path, double bpm)
 {
-    auto* const songs = library();
-    const auto id = songs != nullptr ? songs->idOfFilename (path) : -1;
-    if (id < 0)
-        return;
-    juce::String known;
-    juce::ignoreUnused (songs->readField (SongField::bpm, id, known)); // unread, it is taken for unknown
-    if (!isOctaveOf (bpm, known.getDoubleValue()))
-        juce::ignoreUnused (songs->setBpm (id, bpm)); // a busy file keeps the old tempo until the next load
+    if (auto* const songs = library())
+        notes.post ({ [songs, path, bpm] (const std::stop_token&)
+                      {
+                          const auto id = songs->idOfFilename (path);
+                          if (id < 0)
+                              return;
+                          juce::String known;
+                          // Unread, it is taken for unknown.
+                          juce::ignoreUnused (songs->readField (SongField::bpm, id, known));
+                          if (!isOctaveOf (bpm, known.getDoubleValue()))
+                              // A file that stays busy keeps the old tempo until the next load.
+                              juce::ignoreUnused (songs->setBpm (id, bpm));
+                      } });
 }
 
 void Session::notePlay (const juce::String& path)
 {
-    auto* const songs = library();
-    if (const auto id = songs != nullptr ? songs->idOfFilename (path) : -1; id >= 0)
-        juce::ignoreUnused (songs->markPlayed (id)); // of a busy file one play is missing
+    if (auto* const songs = library())
+        notes.post ({ [songs, path] (const std::stop_token&)
+                      {
+                          // Of a busy file one play is missing.
+                          if (const auto id = songs->idOfFilename (path); id >= 0)
+                              juce::ignoreUnused (songs->markPlayed (id));
+                      } });
 }
 
 SessionEngine::SessionEngine (Session& s, CPlatterdex& e) : session (s), engine (e)

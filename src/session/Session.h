@@ -47,9 +47,13 @@ public:
         @returns one sentence on why it can't be opened, or nothing */
     juce::String openLibrary (LibrarySession::Use);
 
-    /** Notes the tempo of a song in the open library. What its tag tells is not replaced by its half or double; a track that is
-        no song of the library is left alone. @param bpm   above 0 */
+    /** Notes the tempo of a song in the library, on a thread of its own: another program may be at work in the file. What
+        its tag tells is not replaced by its half or double; a track that is no song of the library is left alone.
+        @param bpm   above 0 */
     void noteTempo (const juce::String& path, double bpm);
+
+    /** Waits until all tempos and plays are noted. Any thread that may block. */
+    void waitForNotes() const { notes.wait(); }
 
     /** The world of an engine with a message loop. It keeps this session alive. */
     EngineWorld world();
@@ -83,6 +87,7 @@ private:
     bool saidThatRootIsTaken = false;
     PlayNotes plays { [this] (const juce::String& path) { notePlay (path); } };
     SettingsKeeper keeper { [this] { return mayKeepSettings(); } };
+    Worker notes { "LibraryNotes" }; ///< last: its jobs use the library
 };
 
 /** Ties an engine to a session for as long as this lives: tempos and plays go to the library, settings to their file. Goes

@@ -50,11 +50,13 @@ TEST_F (LibraryNotes, ATempoReplacesWhatWasKnownButNotByItsHalfOrDouble)
     {
         ASSERT_EQ (songs.setBpm (id, known), 0);
         session.noteTempo (paths[0], found);
+        session.waitForNotes();
         juce::String text;
         ASSERT_EQ (songs.readField (SongField::bpm, id, text), 0);
         EXPECT_NEAR (text.getDoubleValue(), kept, 0.01) << known << ", then " << found;
     }
     session.noteTempo ("/music/none.mp3", 100.0);
+    session.waitForNotes();
     EXPECT_EQ (songs.countSongs(), 3);
 }
 
@@ -69,4 +71,9 @@ TEST_F (LibraryNotes, AutomixTakesTheListInItsOrderAndGoesOnWhenItGrows)
     EXPECT_TRUE (automix.isAtEnd());
     ASSERT_EQ (songs.addFilesToAutomix ({ paths[2] }), 0);
     EXPECT_EQ (automix.nextTrack()->getFullPathName(), paths[2]);
+    EXPECT_EQ (automix.nextTrack(), juce::File());
+    automix.begin();
+    EXPECT_EQ (automix.nextTrack()->getFullPathName(), paths[1]);
+    automix.begin();
+    EXPECT_EQ (automix.nextTrack()->getFullPathName(), paths[0]) << "switched off and on within the list";
 }
