@@ -14,7 +14,7 @@
 #include <thread>
 
 // bench_analysis [FILE...]: how much faster than real time tracks are analysed on one core, by processor time but for the
-// row with pauses; and the memory that the analysis of a short and a long track takes. Without files it makes music up.
+// live columns, which are a batch's beside an engine; and the memory that the analysis of a short and a long track takes. Without files it makes music up.
 
 namespace
 {
@@ -59,9 +59,8 @@ double decoded (const juce::File& file)
         });
 }
 
-FileAnalysis::Result run (const juce::File& file, const juce::File& folder, Pacing::Mode mode)
+FileAnalysis::Result run (const juce::File& file, const juce::File& folder, Pacing& pacing)
 {
-    Pacing pacing (mode);
     FileAnalysis::Request request;
     request.track = file;
     request.folder = folder;
@@ -69,21 +68,30 @@ FileAnalysis::Result run (const juce::File& file, const juce::File& folder, Paci
     return FileAnalysis::run (request, decoder(), pacing);
 }
 
+/** The rate by the clock at which a batch on stage works. @param isSounding   a deck plays */
+double onStage (const juce::File& file, const juce::File& folder, bool isSounding)
+{
+    Pacing pacing (Pacing::Mode::live);
+    pacing.setSounding (isSounding);
+    const auto begin = juce::Time::getMillisecondCounterHiRes();
+    const auto seconds = run (file, folder, pacing).seconds;
+    return 1000.0 * seconds / (juce::Time::getMillisecondCounterHiRes() - begin);
+}
+
 void printRow (const juce::File& file, const juce::File& folder)
 {
     const auto whole = DecodedFile::read (file);
     FileAnalysis::Result result;
-    const auto both = processorSeconds ([&] { result = run (file, folder, Pacing::Mode::offline); });
+    Pacing pacing (Pacing::Mode::offline);
+    const auto both = processorSeconds ([&] { result = run (file, folder, pacing); });
     if (result.fault.isNotEmpty())
         return (void)std::printf ("%s: %s\n", file.getFileName().toRawUTF8(), result.fault.toRawUTF8());
     const auto times = [&result] (double seconds) { return seconds > 0.0 ? result.seconds / seconds : 0.0; };
     const auto alone = whole.frames() > 0 ? times (analysed (whole)) : 0.0;
     const auto decoding = times (decoded (file));
-    const auto begin = juce::Time::getMillisecondCounterHiRes();
-    run (file, folder, Pacing::Mode::live);
-    const auto paced = times ((juce::Time::getMillisecondCounterHiRes() - begin) / 1000.0);
-    std::printf ("%8.0f %12.0f %12.0f %12.0f %12.0f  %s\n", result.seconds, alone, decoding, times (both),
-                 paced, file.getFileName().toRawUTF8());
+    std::printf ("%8.0f %12.0f %12.0f %12.0f %12.0f %12.0f  %s\n", result.seconds, alone, decoding,
+                 times (both), onStage (file, folder, false), onStage (file, folder, true),
+                 file.getFileName().toRawUTF8());
 }
 
 /** The greatest resident memory while a file is analysed, above what was there before, in MB. */
@@ -95,7 +103,8 @@ double peakMegabytes (const juce::File& file, const juce::File& folder)
     std::thread work (
         [&]
         {
-            run (file, folder, Pacing::Mode::offline);
+            Pacing pacing (Pacing::Mode::offline);
+            run (file, folder, pacing);
             done = true;
         });
     while (!done)
@@ -126,8 +135,8 @@ int main (int argc, char** argv)
                   EncodedFiles::encode (shortTrack, folder.file ("3 minutes.mp3"), { "-b:a", "256k" }),
                   EncodedFiles::encode (shortTrack, folder.file ("3 minutes.flac")) };
 
-    std::printf ("%8s %12s %12s %12s %12s  x real time\n", "seconds", "alone", "decoding", "both, stored",
-                 "with pauses");
+    std::printf ("%8s %12s %12s %12s %12s %12s  x real time\n", "seconds", "alone", "decoding",
+                 "both, stored", "live, silent", "a deck plays");
     for (const auto& file : files)
         printRow (file, folder.file ("marks"));
 

@@ -5,6 +5,7 @@
 #include "support/files/AudioFileTypes.h"
 
 #include <algorithm>
+#include <csignal>
 
 namespace
 {
@@ -23,6 +24,8 @@ int printUsage()
 
 int main (int argc, char** argv)
 {
+    // A file that may not grow any further is one that can't be written, which is said, and no end of the program.
+    std::signal (SIGXFSZ, SIG_IGN);
     juce::StringArray arguments;
     for (int i = 1; i < argc; ++i)
         arguments.add (juce::String::fromUTF8 (argv[i]));

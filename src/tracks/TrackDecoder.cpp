@@ -56,13 +56,22 @@ private:
     bool shown = false;
 };
 
-void decodeWithJuce (const juce::File& file, JobProgress& job)
+/** @returns null for a file that JUCE can't read, or that no deck takes */
+std::unique_ptr<juce::AudioFormatReader> openWithJuce (const juce::File& file)
 {
     juce::AudioFormatManager formats;
     formats.registerBasicFormats();
-    const std::unique_ptr<juce::AudioFormatReader> reader (formats.createReaderFor (file));
+    std::unique_ptr<juce::AudioFormatReader> reader (formats.createReaderFor (file));
     if (reader == nullptr || reader->numChannels < 1 || reader->numChannels > 2
         || !(reader->sampleRate > 0.0 && reader->sampleRate <= AdecTrack::highestRate))
+        return {};
+    return reader;
+}
+
+void decodeWithJuce (const juce::File& file, JobProgress& job)
+{
+    const auto reader = openWithJuce (file);
+    if (reader == nullptr)
         return;
     constexpr int pieceFrames = 4096;
     juce::AudioBuffer<float> piece (2, pieceFrames);
@@ -106,4 +115,21 @@ bool decodeTrack (const juce::File& file, const AdecSharedLibrary& library, cons
     if (!job.hasBegun() && job.mayGoOn())
         decodeWithJuce (file, job);
     return job.hasBegun();
+}
+
+bool hasAudio (const juce::File& file, const AdecSharedLibrary& library)
+{
+    assertMayBlock();
+    auto isFound = false;
+    if (AdecTrack track (library, file); track.isPlayable())
+        track.decode (
+            [&isFound] (std::span<const std::byte> samples)
+            {
+                isFound = !samples.empty();
+                return !isFound;
+            });
+    if (isFound)
+        return true;
+    const auto reader = openWithJuce (file);
+    return reader != nullptr && reader->lengthInSamples > 0;
 }

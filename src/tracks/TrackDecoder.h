@@ -21,3 +21,6 @@ struct DecodeJob
     gives no frame leaves the target as it is. Any thread that may block.
     @returns true if there was a frame */
 bool decodeTrack (const juce::File&, const AdecSharedLibrary&, const TrackTarget&, const DecodeJob&);
+
+/** True if decodeTrack() would find a frame in a file. Decodes no more than the first. Any thread that may block. */
+bool hasAudio (const juce::File&, const AdecSharedLibrary&);

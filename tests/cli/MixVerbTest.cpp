@@ -65,9 +65,10 @@ TEST (MixVerb, MixesAFolderInPhaseWithoutAGap)
     const auto run = runProgram ({ "mix", "tracks", "--out", "mix.wav", "--fade", "6", "--report", "mix.csv",
                                    "--order", "tempo", "--root", "root" },
                                  juce::File (folder));
-    ASSERT_EQ (run.exitCode, 0) << run.errorLine();
-    ASSERT_EQ (run.err.size(), 1) << run.errorLine();
+    ASSERT_EQ (run.exitCode, 2) << "a track is missing";
+    ASSERT_EQ (run.err.size(), 2) << run.errorLine();
     EXPECT_TRUE (run.err[0].contains ("2 bad.wav was skipped: ")) << run.err[0];
+    EXPECT_TRUE (run.err[1].contains ("1 track is missing")) << run.err[1];
 
     const auto report = linesOf (juce::File (folder.file ("mix.csv")).loadFileAsString());
     ASSERT_EQ (report.size(), 5);

@@ -185,6 +185,11 @@ TEST_F (PerformVerb, RefusesBadInputInOneLine)
                    "/dev/null can't be written: it is not a plain file.");
     expectRefusal ({ "set.txt", "--out", "m.wav", "--all-out", "./m.wav" }, "name the same file");
     expectRefusal ({ "set.txt", "--out", "m.wav", "--all-out", "dir" }, "dir can't be written");
+    expectRefusal ({ "set.txt", "--out", "set.txt" }, "set.txt is what the run reads; it would be replaced.");
+    expectRefusal ({ "set.txt", "--out", "m.wav", "--in", "slow.wav", "--all-out", "slow.wav" },
+                   "slow.wav is what");
+    write ("loads.txt", "0 load A text.wav\n1 end\n");
+    expectRefusal ({ "loads.txt", "--out", "text.wav" }, "text.wav is what the run reads");
     expectRefusal ({ "set.txt", "--out", "m.wav", "--root", "set.txt" }, "can't be made or written.");
     expectRefusal ({ "set.txt", "--out", "m.wav", "--in", "gone.wav" }, "gone.wav does not exist.");
     expectRefusal ({ "set.txt", "--out", "m.wav", "--in", "text.wav" }, "text.wav is not a WAV file.");

@@ -8,6 +8,8 @@
 #include "cli/library/SongTable.h"
 #include "support/Suggestion.h"
 #include "support/files/AudioFileTypes.h"
+#include "tracks/TrackDecoder.h"
+#include "tracks/TrackFault.h"
 
 #include <algorithm>
 
@@ -198,15 +200,22 @@ juce::String LibraryVerb::whyNotStored (int code)
 int LibraryVerb::importPaths (SongDatabase& database, const juce::StringArray& paths,
                               const ImportFiles::Target& target)
 {
+    const AdecSharedLibrary decoder (Session::decoderBesideBinary());
+    const auto judge = [&decoder] (const juce::File& file) {
+        return !decoder.isLoaded() || hasAudio (file, decoder) ? juce::String()
+                                                               : faultOfTrack (file, decoder);
+    };
     ImportResult result;
     {
         TerminalProgress progress;
-        result = ImportFiles (&database, paths, target).run (progress);
+        result = ImportFiles (&database, paths, target, judge).run (progress);
     }
     const auto count = [] (int files)
     { return juce::String (files) + (files == 1 ? " audio file" : " audio files"); };
     if (result.isLocked() && result.added == 0)
         return failWith ("The import ended: another program is writing to the library.");
+    for (const auto& refused : result.unplayable)
+        failWith (oneLine (refused));
     printLine (count (result.accepted) + ", " + juce::String (result.added) + " new in the library.");
     if (result.code != LibraryCode::ok)
         return failWith (whyNotStored (result.code) + " " + count (result.refused) + " not stored.");
@@ -214,6 +223,8 @@ int LibraryVerb::importPaths (SongDatabase& database, const juce::StringArray& p
         return failWith ("The library refused " + count (result.refused) + ".");
     if (result.isCancelled)
         return failWith ("The import was interrupted; what was done is kept.");
+    if (!result.unplayable.isEmpty())
+        return failWith (count (result.unplayable.size()) + " not imported, which no deck could load.");
     return ExitCode::success;
 }
 

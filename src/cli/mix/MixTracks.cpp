@@ -11,22 +11,23 @@
 
 namespace
 {
-void skip (const juce::String& path, const juce::String& reason)
+void skip (const juce::String& path, const juce::String& reason, int& skipped)
 {
+    ++skipped;
     reportLine ("platterdex: " + oneLine (path) + " was skipped: " + reason);
 }
 
-void addPlaylist (const juce::File& playlist, juce::StringArray& tracks)
+void addPlaylist (const juce::File& playlist, juce::StringArray& tracks, int& skipped)
 {
     juce::FileInputStream stream (playlist);
     if (stream.failedToOpen())
-        return skip (playlist.getFullPathName(), "it can't be read.");
+        return skip (playlist.getFullPathName(), "it can't be read.", skipped);
     M3u::read (stream,
                [&] (const juce::String& line, juce::int64)
                {
                    const auto path = M3u::findFile (line, playlist.getParentDirectory());
                    if (path.isEmpty())
-                       skip (line, "there is no such file.");
+                       skip (line, "there is no such file.", skipped);
                    else
                        tracks.add (path);
                    return true;
@@ -34,7 +35,7 @@ void addPlaylist (const juce::File& playlist, juce::StringArray& tracks)
 }
 }
 
-juce::StringArray MixTracks::find (const juce::StringArray& arguments)
+juce::StringArray MixTracks::find (const juce::StringArray& arguments, int& skipped)
 {
     juce::StringArray tracks;
     for (const auto& argument : arguments)
@@ -50,11 +51,11 @@ juce::StringArray MixTracks::find (const juce::StringArray& arguments)
                                         return true;
                                     });
         else if (!file.existsAsFile())
-            skip (path, "there is no such file.");
+            skip (path, "there is no such file.", skipped);
         else if (file.hasFileExtension ("m3u;m3u8"))
-            addPlaylist (file, tracks);
+            addPlaylist (file, tracks, skipped);
         else if (!AudioFileTypes::matches (file))
-            skip (path, "it is no audio file of a kind that is played.");
+            skip (path, "it is no audio file of a kind that is played.", skipped);
         else
             tracks.add (path);
     }
@@ -63,7 +64,7 @@ juce::StringArray MixTracks::find (const juce::StringArray& arguments)
 
 std::vector<MixTracks::Track> MixTracks::analyse (const juce::StringArray& paths, const juce::File& beatmarks,
                                                   int tempoRangeIndex, const AdecSharedLibrary& decoder,
-                                                  TerminalProgress& progress)
+                                                  TerminalProgress& progress, int& skipped)
 {
     std::vector<Track> tracks;
     Pacing pacing (Pacing::Mode::offline);
@@ -86,7 +87,7 @@ std::vector<MixTracks::Track> MixTracks::analyse (const juce::StringArray& paths
             break;
         if (result.fault.isNotEmpty())
         {
-            skip (paths[i], result.fault);
+            skip (paths[i], result.fault, skipped);
             continue;
         }
         const auto hasBeats = result.analysis.beatMarks && !result.analysis.beatMarks->empty();

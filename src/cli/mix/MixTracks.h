@@ -18,14 +18,14 @@ struct Track
 };
 
 /** The audio files that the arguments name: files, folders with all below them, and the entries of playlists (.m3u).
-    What can't be found is reported and left out. */
-juce::StringArray find (const juce::StringArray& arguments);
+    What can't be found is reported, left out and counted. */
+juce::StringArray find (const juce::StringArray& arguments, int& skipped);
 
-/** Analyses what has no analysis yet. What can't be analysed is reported and left out.
+/** Analyses what has no analysis yet. What can't be analysed is reported, left out and counted.
     @param beatmarks   the folder of the analyses
     @returns those until the user broke off */
 std::vector<Track> analyse (const juce::StringArray& paths, const juce::File& beatmarks, int tempoRangeIndex,
-                            const AdecSharedLibrary&, TerminalProgress&);
+                            const AdecSharedLibrary&, TerminalProgress&, int& skipped);
 
 /** From slow to fast; tracks without a tempo are last. */
 void sortByTempo (std::vector<Track>&);

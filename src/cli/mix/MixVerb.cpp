@@ -41,7 +41,7 @@ constexpr const char* description =
     "in its own tempo, which a line on the error output says. Tracks without an analysis are analysed "
     "first,\n"
     "and the analysis is kept below the root.\n"
-    "A file that can't be played is one line on the error output.\n"
+    "A file that can't be played is one line on the error output, and exit code 2 at the end.\n"
     "\n"
     "The report has a line for each track: track,start,end,tempo,offset_ms, with times in seconds and the\n"
     "distance of its beats from those of the track before: the median while both are heard.";
@@ -67,9 +67,10 @@ struct Options
     bool isSynced = true, swapsBass = false, isByTempo = false;
 };
 
-/** Puts the tracks into a library of this run and into its automix list. The user's own automix list stays. */
-void fillAutomixList (SongDatabase& database, const std::vector<MixTracks::Track>& tracks,
-                      ImportProgress& progress)
+/** Puts the tracks into a library of this run and into its automix list. The user's own automix list stays.
+    @returns the number of those that were skipped */
+int fillAutomixList (SongDatabase& database, const std::vector<MixTracks::Track>& tracks,
+                     ImportProgress& progress)
 {
     juce::StringArray paths;
     for (const auto& track : tracks)
@@ -77,10 +78,15 @@ void fillAutomixList (SongDatabase& database, const std::vector<MixTracks::Track
     auto once = paths;
     once.removeDuplicates (false);
     ImportFiles (&database, once, {}).run (progress);
+    auto skipped = 0;
     for (const auto& path : once)
         if (database.idOfFilename (path) < 0)
+        {
+            ++skipped;
             reportLine ("platterdex: " + oneLine (path) + " was skipped: The library doesn't take it.");
+        }
     database.addFilesToAutomix (paths);
+    return skipped;
 }
 
 bool isOver (const CPlatterdex& engine)
@@ -140,16 +146,18 @@ int mix (const VerbOptions& given, const Options& wanted, const Folders& folders
 
     const PassingFolder run;
     std::vector<MixTracks::Track> tracks;
+    auto skipped = 0;
     SongDatabase database (run.folder.getChildFile ("library"), SongDatabase::Storage::memory);
     {
         TerminalProgress progress;
-        tracks = MixTracks::analyse (MixTracks::find (given.positional), folders.beatmarks(),
-                                     userSettings.tempoRangeIndex, AdecSharedLibrary (decoderFile), progress);
+        tracks = MixTracks::analyse (MixTracks::find (given.positional, skipped), folders.beatmarks(),
+                                     userSettings.tempoRangeIndex, AdecSharedLibrary (decoderFile), progress,
+                                     skipped);
         if (progress.shouldExit())
             return failWith ("The mix was interrupted; nothing was written.");
         if (wanted.isByTempo)
             MixTracks::sortByTempo (tracks);
-        fillAutomixList (database, tracks, progress);
+        skipped += fillAutomixList (database, tracks, progress);
     }
     if (tracks.empty())
         return failWith ("There is no track to mix.");
@@ -195,6 +203,9 @@ int mix (const VerbOptions& given, const Options& wanted, const Folders& folders
     printLine ("Wrote " + out.getFullPathName() + ", a mix of "
                + juce::String (static_cast<int> (tracks.size()))
                + (tracks.size() == 1 ? " track." : " tracks."));
+    if (skipped > 0)
+        return failWith (juce::String (skipped)
+                         + (skipped == 1 ? " track is missing in it." : " tracks are missing in it."));
     return ExitCode::success;
 }
 }

@@ -45,6 +45,19 @@ constexpr const char* description =
     "  SECONDS end                              without it the run ends at the last line\n"
     "  # a comment";
 
+/** @returns false, after a report, if a file to be written is one that the run reads */
+bool spares (const juce::File& out, const juce::File& setFile, const SetScript& script,
+             const VerbOptions& given)
+{
+    auto isRead = out == setFile || (given.has ("--in") && out == given.fileOf ("--in"));
+    for (const auto& event : script.events)
+        if (const auto* load = std::get_if<SetScript::Load> (&event.action))
+            isRead = isRead || out == setFile.getSiblingFile (juce::String::fromUTF8 (load->path.c_str()));
+    if (isRead)
+        failWith (out.getFullPathName() + " is what the run reads; it would be replaced.");
+    return !isRead;
+}
+
 int perform (VerbOptions& given)
 {
     const auto rate = given.wholeNumber ("--rate", 44100, 8000, 192000);
@@ -66,6 +79,10 @@ int perform (VerbOptions& given)
     const auto script = readSetFile (setFile);
     if (!script)
         return ExitCode::badInput;
+
+    for (const auto* option : { "--out", "--all-out" })
+        if (given.has (option) && !spares (given.fileOf (option), setFile, *script, given))
+            return ExitCode::badInput;
 
     const auto sampleRate = static_cast<double> (*rate);
     std::optional<WavInput> input;

@@ -158,6 +158,8 @@ int snapshot (const VerbOptions& given)
         return failWith ("snapshot needs --out FILE.png for the picture.");
     if (!requireEnding (given.fileOf ("--out"), "png"))
         return ExitCode::badInput;
+    if (given.has ("--after") && given.fileOf ("--out") == given.fileOf ("--after"))
+        return failWith ("--out and --after name the same file.");
     const auto request = readRequest (given);
     if (request.fault.isNotEmpty())
         return failWith (request.fault);

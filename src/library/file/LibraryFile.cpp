@@ -22,17 +22,29 @@ constexpr const char* withoutBackup =
 /** The size of a new file before there is a song in it, and about that of a write of a few rows. */
 constexpr size_t probeBytes = 64 * 1024;
 
-/** Tries it: permission bits say nothing of a full disk or a read-only medium, and nothing at all to an administrator. */
-bool canWriteIn (const juce::File& folder)
+enum class Writing
+{
+    works,
+    isForbidden,
+    findsNoRoom
+};
+
+/** Makes the folder and tries it: permission bits say nothing of a full disk or a read-only medium, and nothing at all to an administrator. */
+Writing tryToWriteIn (const juce::File& folder)
 {
     const juce::TemporaryFile probe (folder.getChildFile ("probe"));
+    if (folder.createDirectory().wasOk())
     {
         juce::FileOutputStream stream (probe.getFile());
         if (stream.openedOk())
             stream.writeRepeatedByte (0, probeBytes);
     }
-    // JUCE's ways to write a whole file don't tell of a full disk.
-    return probe.getFile().getSize() == static_cast<juce::int64> (probeBytes);
+    // JUCE's ways to write a whole file don't tell of a full disk. One that is full to the last folder makes no file either.
+    if (probe.getFile().getSize() == static_cast<juce::int64> (probeBytes))
+        return Writing::works;
+    return probe.getFile().exists() || folder.getBytesFreeOnVolume() < static_cast<juce::int64> (probeBytes)
+               ? Writing::findsNoRoom
+               : Writing::isForbidden;
 }
 
 /** Size, number and time of the last change, to the nanosecond: they tell one state of a file from another. */
@@ -162,6 +174,14 @@ void LibraryFile::backUp() const
             juce::ignoreUnused (backups[i].deleteFile());
 }
 
+LibraryFile::Session LibraryFile::inMemoryOfFullDisk() const
+{
+    return {
+        library, SongDatabase::Storage::memory,
+        "There is no room for the library file on the disk: nothing that is done to the library is kept."
+    };
+}
+
 LibraryFile::Session LibraryFile::inMemory() const
 {
     return {
@@ -243,9 +263,11 @@ LibraryFile::Session LibraryFile::prepare (Purpose purpose)
     assertMayBlock();
     isSound = false;
     lock.release();
-    if (library.getParentDirectory().createDirectory().failed() || !canWriteIn (library.getParentDirectory())
-        || (library.exists() && !library.hasWriteAccess()))
+    const auto folder = library.getParentDirectory();
+    if (library.exists() && !library.hasWriteAccess())
         return inMemory();
+    if (const auto writing = tryToWriteIn (folder); writing != Writing::works)
+        return writing == Writing::findsNoRoom ? inMemoryOfFullDisk() : inMemory();
 
     Session session;
     session.file = library;

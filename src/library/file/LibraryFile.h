@@ -68,6 +68,7 @@ private:
 
     bool isAsItWasClosed() const;
     Session inMemory() const;
+    Session inMemoryOfFullDisk() const;
     juce::File todaysBackup() const;
     juce::File besideBackups (const char* ending) const;
     juce::Array<juce::File> backupsNewestFirst() const;

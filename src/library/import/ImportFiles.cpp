@@ -2,10 +2,11 @@
 
 #include "library/database/SongDatabase.h"
 
-ImportFiles::ImportFiles (SongDatabase* d, const juce::StringArray& p, const Target& t)
+ImportFiles::ImportFiles (SongDatabase* d, const juce::StringArray& p, const Target& t, SongBatch::Judge j)
     : database (d),
       paths (p),
-      target (t)
+      target (t),
+      judge (std::move (j))
 {
 }
 
@@ -15,7 +16,7 @@ ImportResult ImportFiles::run (ImportProgress& progress)
         return {};
 
     juce::StringArray accepted;
-    ImportRun importRun (*database, progress);
+    ImportRun importRun (*database, progress, judge);
     importRun.onAccepted = [&accepted] (const juce::String& path) { accepted.add (path); };
     for (int i = 0; i < paths.size(); ++i)
     {

@@ -18,8 +18,10 @@ public:
     };
 
     /** @param database   none ends the import at once
-        @param paths      absolute, of files and folders */
-    ImportFiles (SongDatabase* database, const juce::StringArray& paths, const Target&);
+        @param paths      absolute, of files and folders
+        @param judge      lets files pass that a deck can load; without it all do */
+    ImportFiles (SongDatabase* database, const juce::StringArray& paths, const Target&,
+                 SongBatch::Judge judge = {});
 
     /** Any thread but the audio thread; the list must not be in use by another. Files that the library could not store are
         put nowhere; the result's code is also that of a list that could not be written. */
@@ -32,4 +34,5 @@ private:
     SongDatabase* const database;
     const juce::StringArray paths;
     const Target target;
+    const SongBatch::Judge judge;
 };

@@ -9,8 +9,8 @@ namespace
 constexpr const char* attributesOfAnother = "._";
 }
 
-ImportRun::ImportRun (SongDatabase& database, ImportProgress& p)
-    : batch (database),
+ImportRun::ImportRun (SongDatabase& database, ImportProgress& p, SongBatch::Judge judge)
+    : batch (database, std::move (judge)),
       progress (p),
       filter (AudioFileTypes::wildcard, {}, {})
 {
@@ -22,6 +22,7 @@ ImportResult ImportRun::end()
     result.added = batch.added();
     result.refused = batch.refused();
     result.code = batch.code();
+    result.unplayable = batch.unplayable();
     return result;
 }
 
@@ -34,10 +35,14 @@ bool ImportRun::importFile (const juce::String& path, double part)
     if (filter.isFileSuitable (file) && !file.getFileName().startsWith (attributesOfAnother))
     {
         progress.setStatusText (path);
-        ++result.accepted;
-        if (!batch.take (path))
+        const auto refused = batch.unplayable().size();
+        const auto isGoingOn = batch.take (path);
+        if (batch.unplayable().size() == refused)
+            ++result.accepted;
+        if (!isGoingOn)
             return false;
-        onAccepted (path);
+        if (batch.unplayable().size() == refused)
+            onAccepted (path);
     }
     progress.setProgress (part);
     return true;

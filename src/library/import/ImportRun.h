@@ -16,6 +16,9 @@ struct ImportResult
     int refused = 0;  ///< of these, those that are not stored for a fault
     bool isCancelled = false;
 
+    /** Files that no deck could load, which are not counted above, each with the reason: "PATH: sentence". */
+    juce::StringArray unplayable {};
+
     /** The code of LibraryCode, or SQLite's, of the fault that ended the import: after a full disk, say, or where another
         program was waited for in vain. */
     int code = 0;
@@ -27,7 +30,7 @@ struct ImportResult
 class ImportRun
 {
 public:
-    ImportRun (SongDatabase&, ImportProgress&);
+    ImportRun (SongDatabase&, ImportProgress&, SongBatch::Judge = {});
 
     /** Imports a file if it is one of AudioFileTypes.
         @param part   that is done with it, 0 to 1
@@ -38,7 +41,7 @@ public:
         @param from, to   what the folder is of the whole; the walk's estimate goes from one to the other */
     bool importFolder (const juce::File&, double from = 0.0, double to = 1.0);
 
-    /** Called for each accepted path, known or new. */
+    /** Called for each accepted path, known or new; not for one that no deck could load. */
     std::function<void (const juce::String& path)> onAccepted = [] (const juce::String&) {};
 
     /** Stores the last songs. */

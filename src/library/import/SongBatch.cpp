@@ -11,6 +11,18 @@ namespace
 {
 /** A portion takes some 10 ms to store. */
 constexpr size_t largestPortion = 256;
+
+/** Bytes below which a header may promise audio that is not there. */
+constexpr juce::int64 smallFile = 4096;
+}
+
+juce::String SongBatch::faultOf (const juce::String& path, const SongRecord& song) const
+{
+    if (judge == nullptr)
+        return {};
+    const auto file = juce::File::createFileWithoutCheckingPath (path);
+    return song[SongColumn::duration].getIntValue() > 0 && file.getSize() >= smallFile ? juce::String()
+                                                                                       : judge (file);
 }
 
 bool SongBatch::take (const juce::String& path)
@@ -21,8 +33,14 @@ bool SongBatch::take (const juce::String& path)
     const auto known = database.countFilename (path);
     if (known > 0)
         return true;
-    auto& song = waiting.emplace_back();
+    SongRecord song;
     readTags (path, song);
+    if (const auto fault = faultOf (path, song); fault.isNotEmpty())
+    {
+        notPlayable.add (path + ": " + fault);
+        return true;
+    }
+    waiting.push_back (std::move (song));
     if (failure = LibraryCode::ofCount (known); failure != LibraryCode::ok)
         return store();
     return waiting.size() < portion || store();

@@ -2,6 +2,7 @@
 
 #include "library/songs/SongRecord.h"
 
+#include <functional>
 #include <vector>
 
 /** Songs on their way into the library. Tags are read while nothing is locked, and the songs stored in portions, each a
@@ -10,11 +11,18 @@
 class SongBatch
 {
 public:
-    explicit SongBatch (SongDatabase& d) : database (d) {}
+    /** Says in one sentence why no deck could load a file, or nothing. It may decode a little. */
+    using Judge = std::function<juce::String (const juce::File&)>;
+
+    /** @param j   is asked of new files that tell no length, and of very small ones; without it all files are taken */
+    explicit SongBatch (SongDatabase& d, Judge j = {}) : database (d), judge (std::move (j)) {}
 
     /** Takes a file in, with what its tags tell, unless the library knows its path.
         @returns false once the library can't store any more; see code() */
     bool take (const juce::String& path);
+
+    /** The files that were not taken because no deck could load them, each with the reason: "PATH: sentence". */
+    const juce::StringArray& unplayable() const { return notPlayable; }
 
     /** Stores what was taken in last. Belongs at the end. @returns as take() */
     bool store();
@@ -27,8 +35,12 @@ public:
     int code() const { return failure; }
 
 private:
+    juce::String faultOf (const juce::String& path, const SongRecord&) const;
+
     SongDatabase& database;
+    const Judge judge;
     std::vector<SongRecord> waiting;
+    juce::StringArray notPlayable;
     size_t portion = 1; ///< small at first: a library that can't be written to shows at once
     int stored = 0, notStored = 0;
     int failure = 0;
