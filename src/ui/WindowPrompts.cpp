@@ -1,5 +1,6 @@
 #include "ui/WindowPrompts.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace
@@ -79,7 +80,14 @@ void WindowPrompts::notify (const juce::String& title, const juce::String& sente
                     });
             };
     windows.push_back (std::move (window));
-    shown->setVisible (true);
+    // In front of the program's window too, which may just be opening.
+    juce::MessageManager::callAsync (
+        [this, shown, here = std::weak_ptr (lifetime)]
+        {
+            const auto isThere = [shown] (const auto& each) { return each.get() == shown; };
+            if (!here.expired() && std::any_of (windows.begin(), windows.end(), isThere))
+                shown->setVisible (true);
+        });
 }
 
 void WindowPrompts::askText (const juce::String& title, const juce::String& question,
@@ -96,12 +104,13 @@ void WindowPrompts::askText (const juce::String& title, const juce::String& ques
 
 void WindowPrompts::askFile (const FileQuestion& question, std::function<void (const juce::File&)> answer)
 {
-    using Flags = juce::FileBrowserComponent;
     if (!look)
         look.emplace();
-    chooser = std::make_unique<juce::FileChooser> (question.title, question.start, question.pattern);
-    chooser->launchAsync (
-        Flags::canSelectFiles
-            | (question.isForWriting ? Flags::saveMode | Flags::warnAboutOverwriting : Flags::openMode),
-        [answer = std::move (answer)] (const juce::FileChooser& chosen) { answer (chosen.getResult()); });
+    chooser = std::make_unique<FileDialog> (
+        question,
+        [answer = std::move (answer), here = std::weak_ptr (lifetime)] (const juce::File& file)
+        {
+            if (!here.expired())
+                answer (file);
+        });
 }

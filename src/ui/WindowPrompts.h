@@ -2,6 +2,7 @@
 
 #include "support/Prompts.h"
 #include "ui/look/DefaultLook.h"
+#include "ui/look/FileDialog.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
@@ -36,6 +37,6 @@ private:
 
     std::optional<juce::SharedResourcePointer<DefaultLook>> look; ///< from the first window on
     std::vector<std::unique_ptr<juce::AlertWindow>> windows;
-    std::unique_ptr<juce::FileChooser> chooser;
+    std::unique_ptr<FileDialog> chooser;
     std::shared_ptr<const int> lifetime = std::make_shared<const int> (0);
 };

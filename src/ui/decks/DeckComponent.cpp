@@ -267,12 +267,12 @@ void DeckComponent::chooseFile()
     const juce::File current (watch->filePath);
     const auto folder = current.existsAsFile() ? current.getParentDirectory()
                                                : juce::File (engine.settings.audioFolder.get());
-    chooser = std::make_unique<juce::FileChooser> ("Load a track into deck " + PanelPaint::letterOf (deck()),
-                                                   folder, AudioFileTypes::wildcard);
-    chooser->launchAsync (juce::FileBrowserComponent::openMode | juce::FileBrowserComponent::canSelectFiles,
-                          [this] (const juce::FileChooser& chosen)
-                          {
-                              if (const auto file = chosen.getResult(); file != juce::File())
-                                  engine.loadTrack (file, deck());
-                          });
+    chooser = std::make_unique<FileDialog> (
+        Prompts::FileQuestion { "Load a track into deck " + PanelPaint::letterOf (deck()), folder,
+                                AudioFileTypes::wildcard },
+        [this] (const juce::File& file)
+        {
+            if (file != juce::File())
+                engine.loadTrack (file, deck());
+        });
 }

@@ -4,6 +4,7 @@
 #include "ui/deckviews/DeckWaveform.h"
 #include "ui/deckviews/DeckWaveformThumbnail.h"
 #include "ui/layout/DeckLayout.h"
+#include "ui/look/FileDialog.h"
 #include "ui/panel/ControlPanel.h"
 #include "ui/poll/DeckWatch.h"
 #include "ui/widgets/PXTextButton.h"
@@ -74,7 +75,7 @@ private:
     DeckWaveform waveform;
     DeckWaveformThumbnail thumbnail;
     std::vector<std::unique_ptr<DeckContainerPanel>> leftPanels, rightPanels;
-    std::unique_ptr<juce::FileChooser> chooser;
+    std::unique_ptr<FileDialog> chooser;
 
     juce::Image ground; ///< of the strip, in the pixels of the last paint
     Texts shown;

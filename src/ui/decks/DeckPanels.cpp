@@ -7,6 +7,7 @@
 #include "ui/decks/EditMenu.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/widgets/PXTextButton.h"
+#include "ui/widgets/ValueWords.h"
 
 namespace
 {
@@ -45,7 +46,7 @@ constexpr PlacedControl gridTable[] {
 // clang-format on
 
 const juce::Rectangle<int> loopSizeArea { 32, 38, 36, 24 }, moveSizeArea { 32, 76, 36, 24 };
-const juce::Rectangle<int> tuningArea { margin, 48, width, 20 };
+const juce::Rectangle<int> tuningArea { margin, 48, width, 20 }, trackTempoArea { margin, 12, width, 20 };
 constexpr int hotCueHeight = 32, hotCueStep = 34;
 }
 
@@ -138,7 +139,7 @@ void DeckKeyPanel::paint (juce::Graphics& g)
 DeckGridPanel::DeckGridPanel (CPlatterdex& e, int deck)
     : ControlPanel (e),
       watch (e, deck),
-      fixed (addButton ("_gridModeButton", "FIXED", { margin, 112, width, 24 },
+      fixed (addButton ("_gridModeButton", "FIXED", { margin, 112, half, 24 },
                         "Fixed grid: equal beats in place of the detected ones",
                         [this] { engine.grids.toggleGridMode (watch.deck()); }))
 {
@@ -147,9 +148,14 @@ DeckGridPanel::DeckGridPanel (CPlatterdex& e, int deck)
                [this] { engine.grids.halveTempo (watch.deck()); });
     addButton ("_doubleTempoButton", "x2", { right, 34, half, 24 }, "Doubles the BPM of the track",
                [this] { engine.grids.doubleTempo (watch.deck()); });
-    addButton ("_tapButton", "TAP", { margin, 60, width, 24 },
+    addButton ("_tapButton", "TAP", { margin, 60, half, 24 },
                "Tap along with the beat: from the second tap on it sets the BPM",
                [this] { engine.grids.tapTempo (watch.deck()); });
+    addButton ("_enterTempoButton", "SET", { right, 60, half, 24 }, "Enter the BPM of the track",
+               [this] { enterTempo(); });
+    addButton ("_syncToAnalysisButton", "SYNC", { right, 112, half, 24 },
+               "Sync to analysis: measures the BPM again, near the one shown",
+               [this] { engine.grids.analyseAgain (watch.deck()); });
     addButton ("_gridBackButton", "<", { margin, 86, 24, 24 }, "Moves the fixed grid a little earlier",
                [this] { engine.grids.moveGrid (watch.deck(), -1); });
     addButton ("_gridOnButton", ">", { 72, 86, 24, 24 }, "Moves the fixed grid a little later",
@@ -174,6 +180,22 @@ PXTextButton& DeckGridPanel::addButton (const char* name, const char* text, juce
     return button;
 }
 
+void DeckGridPanel::enterTempo()
+{
+    if (watch->loadedFrames < 1)
+        return;
+    const auto words = ValueWords::tempo();
+    entry = ValueEntry::open (*this, trackTempoArea, words.text (watch->grid.bpm),
+                              [this, words] (const juce::String& typed)
+                              {
+                                  const auto bpm = words.value (typed);
+                                  if (bpm.has_value())
+                                      engine.grids.setTempo (watch.deck(), *bpm);
+                                  refresh();
+                                  return bpm.has_value();
+                              });
+}
+
 void DeckGridPanel::mouseDown (const juce::MouseEvent& event)
 {
     if (event.mods.isPopupMenu())
@@ -194,6 +216,5 @@ void DeckGridPanel::pollMoving()
 void DeckGridPanel::paint (juce::Graphics& g)
 {
     ControlPanel::paint (g);
-    PanelPaint::value (g, tempo, { margin, 12, width, 20 }, juce::Justification::centred,
-                       SMLookAndFeel::titleSize);
+    PanelPaint::value (g, tempo, trackTempoArea, juce::Justification::centred, SMLookAndFeel::titleSize);
 }

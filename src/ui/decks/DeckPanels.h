@@ -3,6 +3,7 @@
 #include "deck/state/DeckNumbers.h"
 #include "ui/panel/ControlPanel.h"
 #include "ui/poll/DeckWatch.h"
+#include "ui/widgets/ValueEntry.h"
 
 #include <array>
 #include <functional>
@@ -52,7 +53,7 @@ private:
     juce::String shown;
 };
 
-/** The beat grid and its edits. */
+/** The beat grid, the track's tempo and their edits. */
 class DeckGridPanel : public ControlPanel
 {
 public:
@@ -65,8 +66,10 @@ private:
     void mouseDown (const juce::MouseEvent&) override;
     PXTextButton& addButton (const char* name, const char* text, juce::Rectangle<int>, const char* tip,
                              std::function<void()> act);
+    void enterTempo();
 
     const DeckWatch watch;
     PXTextButton& fixed;
+    std::unique_ptr<ValueEntry> entry;
     juce::String tempo;
 };

@@ -8,7 +8,6 @@ namespace
 {
 constexpr float wheelClick =
     0.2f; ///< what a wheel without clicks has turned when another's would have clicked
-constexpr int entryWidth = 64, entryHeight = 22;
 
 enum MenuItem : int
 {
@@ -16,41 +15,6 @@ enum MenuItem : int
     enterItem
 };
 }
-
-/** The field for a typed value. It is modal: when a menu closes, the window system may hand the keyboard back to the
-    window, and what is typed must not play the decks. */
-class PXSlider::ValueEntry : public juce::TextEditor
-{
-public:
-    ValueEntry()
-    {
-        setComponentID ("_valueEntry");
-        setJustification (juce::Justification::centred);
-        onEscapeKey = [this] { close(); };
-    }
-
-    /** Hands the keyboard back to whoever takes the window's keys. */
-    void close()
-    {
-        setVisible (false); // ends the modal state
-        for (auto* other = owner.getComponent(); other != nullptr; other = other->getParentComponent())
-            if (other->getWantsKeyboardFocus())
-                return other->grabKeyboardFocus();
-    }
-
-    /** @param slider   that the value is for */
-    void open (juce::Component& slider)
-    {
-        owner = &slider;
-        selectAll();
-        enterModalState (true);
-    }
-
-    void inputAttemptWhenModal() override { close(); }
-
-private:
-    SafePointer<juce::Component> owner;
-};
 
 PXSlider::PXSlider (const juce::String& name, SliderStyle style) : Slider (style, NoTextBox)
 {
@@ -201,26 +165,14 @@ void PXSlider::showMenu()
 
 void PXSlider::enterValue()
 {
-    auto* window = getTopLevelComponent();
-    if (window == nullptr || window == this)
-        return;
-    const auto place = window->getLocalArea (this, getLocalBounds())
-                           .withSizeKeepingCentre (entryWidth, entryHeight)
-                           .constrainedWithin (window->getLocalBounds());
-    entry = std::make_unique<ValueEntry>();
-    entry->setBounds (place);
-    entry->setText (words.text (proportion()), false);
-    entry->onReturnKey = [this] { takeEntry (entry->getText()); };
-    window->addAndMakeVisible (*entry);
-    entry->open (*this);
-}
-
-void PXSlider::takeEntry (const juce::String& typed)
-{
-    entry->close();
-    const auto value = words.value (typed);
-    if (!value.has_value())
-        return;
-    const ScopedDragNotification drag (*this);
-    moveTo (*value);
+    entry = ValueEntry::open (*this, getLocalBounds(), words.text (proportion()),
+                              [this] (const juce::String& typed)
+                              {
+                                  const auto value = words.value (typed);
+                                  if (!value.has_value())
+                                      return false;
+                                  const ScopedDragNotification drag (*this);
+                                  moveTo (*value);
+                                  return true;
+                              });
 }

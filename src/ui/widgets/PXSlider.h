@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/command/CommandWidget.h"
+#include "ui/widgets/ValueEntry.h"
 #include "ui/widgets/ValueWords.h"
 
 #include <functional>
@@ -69,7 +70,6 @@ protected:
     double proportion() const;
 
 private:
-    class ValueEntry;
     class Moment : public juce::Timer
     {
     public:
@@ -82,7 +82,6 @@ private:
 
     void moveTo (double newProportion);
     void showMenu();
-    void takeEntry (const juce::String& typed);
 
     std::unique_ptr<ScopedDragNotification> dragging;
     std::unique_ptr<ValueEntry> entry;

@@ -68,6 +68,16 @@ ValueWords ValueWords::pitch (DeckWatch watch)
              } };
 }
 
+ValueWords ValueWords::tempo()
+{
+    return { [] (double value) { return juce::String (value, 2); },
+             [] (const juce::String& typed) -> std::optional<double>
+             {
+                 const auto bpm = numberIn (typed);
+                 return bpm.has_value() && *bpm > 0.0 ? bpm : std::nullopt;
+             } };
+}
+
 ValueWords ValueWords::share()
 {
     return { [] (double value) { return juce::String (100.0 * value, 1) + " %"; },

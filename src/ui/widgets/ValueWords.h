@@ -27,6 +27,9 @@ struct ValueWords
         "126.5 bpm". A number without a unit is a tempo from 30 on. */
     static ValueWords pitch (DeckWatch);
 
+    /** A track's tempo in BPM: "126.50". */
+    static ValueWords tempo();
+
     /** A share of the range: "50.0 %". */
     static ValueWords share();
 };

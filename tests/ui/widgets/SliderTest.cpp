@@ -230,8 +230,6 @@ TEST (PXSlider, TakesTypedValuesInTheWordsThatItShows)
         { ValueWords::share(), "50.0 %", "75", 0.75 },
         { ValueWords::share(), "50.0 %", "12,5 %", 0.125 },
         { ValueWords::share(), "50.0 %", "900 %", 1.0 },
-        { ValueWords::share(), "50.0 %", "none", 0.5 },
-        { ValueWords::share(), "50.0 %", "", 0.5 },
         { ValueWords::decibels(), "+0.0 dB", "-6.02", 0.25 },
         { ValueWords::decibels(), "+0.0 dB", "+3 dB", 0.7063 },
         { ValueWords::decibels(), "+0.0 dB", "-inf", 0.0 },
@@ -257,6 +255,22 @@ TEST (PXSlider, TakesTypedValuesInTheWordsThatItShows)
         EXPECT_NEAR (knob.getValue(), c.expected, 1.0e-4) << c.typed;
         EXPECT_FALSE (field->isVisible());
     }
+    // A text without a number is not dropped in silence: the field stays and says what it takes.
+    knob.setWords (ValueWords::pitch (watch));
+    knob.enterValue();
+    auto* field = dynamic_cast<juce::TextEditor*> (window.findChildWithID ("_valueEntry"));
+    ASSERT_NE (field, nullptr);
+    for (const auto* typed : { "abc", "" })
+    {
+        const auto before = knob.getValue();
+        field->setText (typed, false);
+        field->onReturnKey();
+        EXPECT_EQ (knob.getValue(), before);
+        EXPECT_TRUE (field->isVisible());
+        EXPECT_TRUE (field->isEmpty());
+    }
+    field->onEscapeKey();
+    EXPECT_FALSE (field->isVisible());
 }
 
 TEST (PXFxSlider, SaysWhatTheSlotsEffectSays)
