@@ -8,28 +8,10 @@ if [ -z "${WINDOW_TEST_DISPLAY:-}" ]; then
     WINDOW_TEST_DISPLAY=own exec "$(dirname "$0")/on-display.sh" 1400x900 "$0" "$@"
 fi
 program=$(realpath "$1")
-work=$(mktemp -d)
+. "$(dirname "$0")/window-helpers.sh"
 pictures=$(realpath -m "${2:-$work/pictures}")
 mkdir -p "$pictures"
-started=()
-
-clean_up() {
-    for process in "${started[@]}"; do kill "$process" 2>/dev/null || true; done
-    wait 2>/dev/null || true
-    rm -rf "$work"
-}
-trap clean_up EXIT
-fail() { [ -n "${DISPLAY:-}" ] && picture failed; echo "FAILED: $*" >&2; for log in "$work"/*.log; do echo "--- $log" >&2; tail -n 20 "$log" >&2; done; exit 1; }
-
-# Waits until a command succeeds, up to 60 seconds.
-until_true() {
-    local what=$1 deadline=$((SECONDS + 60))
-    shift
-    until "$@" >/dev/null 2>&1; do
-        [ $SECONDS -lt $deadline ] || fail "$what"
-        sleep 0.1
-    done
-}
+before_failure() { picture failed || true; }
 
 # The colour of a point of the screen as six hexadecimal digits.
 colour_at() {
@@ -60,6 +42,31 @@ picture() { ffmpeg -loglevel error -y -f x11grab -video_size 1400x900 -i "$DISPL
 "$program" demo-tracks "$work/tracks" >"$work/tracks.log" || fail "the demo tracks can't be written"
 mapfile -t tracks < <(find "$work/tracks" -name '*.flac' | sort | head -4)
 
+# load_by_typing: a path that is typed into the dialog of F1, which has the keyboard, is loaded by one Return.
+load_by_typing() {
+    "$program" "${tracks[0]}" --root "$work/root-typed" >"$work/typed.log" 2>&1 &
+    local process=$! window
+    started+=($process)
+    until_true "no window to type in" xdotool search --onlyvisible --name '^Platterdex$'
+    window=$(xdotool search --onlyvisible --name '^Platterdex$' | tail -1)
+    find_window "$window"
+    local wave="$((left + 300)) $((top + 55 + 120)) 110" before
+    sleep 2
+    # shellcheck disable=SC2086 # three numbers
+    before=$(row_at $wave)
+    xdotool windowfocus --sync "$window" key F1
+    until_true "F1 opens no dialog" xdotool search --onlyvisible --name '^Load a track into deck A$'
+    until_true "the dialog lies behind the window" is_on_top "Load a track into deck A"
+    sleep 0.5
+    xdotool type --delay 20 "${tracks[3]}"
+    xdotool key Return
+    # shellcheck disable=SC2086
+    until_true "a typed path is not loaded by one Return" lacks_row "$before" $wave
+    kill -TERM $process
+    wait $process || fail "it does not end after a typed path"
+}
+lacks_row() { [ "$1" != "$(row_at "$2" "$3" "$4")" ] && ! xdotool search --onlyvisible --name '^Load a track'; }
+
 # open_and_close: the window goes while its tracks still load, by itself and by its frame.
 open_and_close() {
     "$program" "${tracks[@]}" --root "$work/root-quick" --quit-after 1 >"$work/quick.log" 2>&1 ||
@@ -86,6 +93,10 @@ run() {
     local window
     window=$(xdotool search --onlyvisible --name '^Platterdex$' | tail -1)
     find_window "$window"
+    # Four tracks bring up four decks; the larger views of two are what follows.
+    until_true "$name: deck C was given a track and is not shown" has_colour "$((left + 14))" "$((top + 296 + 20))" 2b2e32
+    xdotool mousemove "$((left + 5 + 159 + 20))" "$((top + 5 + 24))" click 1
+    until_true "$name: deck C does not go" lacks_colour "$((left + 14))" "$((top + 296 + 20))" 2b2e32
 
     # In deck A, from the editor's corner: its letter, lit while it plays; a row of the thumbnail and of the waveform;
     # Play. The strip is (width - 230) / 2 wide, the block between the decks begins 2 pixels after it.
@@ -244,6 +255,7 @@ run() {
 
 export JACK_NO_AUDIO_RESERVATION=1
 JACK_DEFAULT_SERVER=platterdex-none-$$ open_and_close
+JACK_DEFAULT_SERVER=platterdex-none-$$ load_by_typing
 JACK_DEFAULT_SERVER=platterdex-none-$$ run without-jack '^(No audio device found: running silently\.|Audio device: ALSA,)'
 
 if [ "${WINDOW_TEST_JACK:-yes}" != yes ]; then

@@ -5,11 +5,13 @@
 ApplicationRun::ApplicationRun (Session::Options options, const juce::Array<juce::File>& tracks)
     : session (std::make_shared<Session> (std::move (options))),
       engine (makeWorld()),
-      audio (engine, session->folders.setup().getChildFile ("audio_device.xml")),
+      audio (engine, session->preferences(), session->folders.setup().getChildFile ("audio_device.xml")),
       signals ([] { juce::JUCEApplicationBase::quit(); })
 {
     engine.setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
 
+    if (tracks.size() > 2)
+        engine.settings.editor[EditorPreference::fourDeckMode] = 1; // what is loaded there shall be seen
     std::unique_ptr<juce::AudioProcessorEditor> content (engine.createEditorIfNeeded());
     window = std::make_unique<MainWindow> (
         std::move (content), session->folders.setup().getChildFile ("window.txt"), [this] { askToQuit(); });
@@ -50,7 +52,7 @@ EngineWorld ApplicationRun::makeWorld()
 void ApplicationRun::tellOfDevice()
 {
     if (editor != nullptr)
-        editor->setNotice (audio.notice(), [this] { audio.showSettings (*window); });
+        editor->setNotice (audio.notice(), [this] { audio.offerHelp (*editor); });
 }
 
 bool ApplicationRun::isPerforming() const

@@ -7,23 +7,7 @@ if [ -z "${KILL_TEST_DISPLAY:-}" ]; then
     KILL_TEST_DISPLAY=own exec "$(dirname "$0")/../../scripts/on-display.sh" 1400x900 "$0" "$@"
 fi
 program=$(realpath "$1")
-work=$(mktemp -d)
-started=()
-clean_up() {
-    for process in "${started[@]}"; do kill -9 "$process" 2>/dev/null || true; done
-    wait 2>/dev/null || true
-    rm -rf "$work"
-}
-trap clean_up EXIT
-fail() { echo "FAILED: $*" >&2; tail -n 20 "$work"/*.log >&2; exit 1; }
-until_true() {
-    local what=$1 deadline=$((SECONDS + 60))
-    shift
-    until "$@" >/dev/null 2>&1; do
-        [ $SECONDS -lt $deadline ] || fail "$what"
-        sleep 0.1
-    done
-}
+. "$(dirname "$0")/../../scripts/window-helpers.sh"
 # now SET...: prints what the lines of a set read of the program's files, one value a line.
 now() {
     printf '%s\n' "$@" >"$work/set.txt"
@@ -42,6 +26,7 @@ window=$(xdotool search --onlyvisible --name '^Platterdex$' | head -1)
 
 start
 until_true "the second copy does not say that it is one" xdotool search --onlyvisible --name '^Platterdex runs twice$'
+until_true "what the second copy says lies behind its window" is_on_top "Platterdex runs twice"
 kill -9 "${started[1]}"
 until_true "the window does not come back to the front" xdotool windowfocus --sync "$window"
 

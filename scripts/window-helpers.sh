@@ -1,0 +1,35 @@
+# Functions for tests that open windows, read by them. They run on a display of their own (scripts/on-display.sh); what is
+# started goes into `started` and ends with the test, and with it the folder "$work".
+work=$(mktemp -d)
+started=()
+
+clean_up() {
+    for process in "${started[@]}"; do kill -9 "$process" 2>/dev/null || true; done
+    wait 2>/dev/null || true
+    rm -rf "$work"
+}
+trap clean_up EXIT
+
+# Called with the sentence of a failure; a test may add what shows it to `before_failure`.
+before_failure() { :; }
+fail() {
+    before_failure
+    echo "FAILED: $*" >&2
+    for log in "$work"/*.log; do echo "--- $log" >&2; tail -n 20 "$log" >&2; done
+    exit 1
+}
+
+# until_true SENTENCE COMMAND...: waits until the command succeeds, up to 60 seconds.
+until_true() {
+    local what=$1 deadline=$((SECONDS + 60))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        [ $SECONDS -lt $deadline ] || fail "$what"
+        sleep 0.1
+    done
+}
+
+# The window on top of all others has this name.
+is_on_top() {
+    [ "$(xdotool getwindowname "$(xprop -root _NET_CLIENT_LIST_STACKING | sed 's/.*[ #]//')")" = "$1" ]
+}
