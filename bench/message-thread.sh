@@ -77,7 +77,6 @@ stop
 
 start "${tracks[@]}"
 sleep 12
-click 184 29 # two or four decks
 # Play on A, B, C and D, each in its strip's transport column; the right strips begin behind the block of pages.
 right=$((5 + (1920 - 230) / 2 + 220 + 24))
 for place in "29 225" "$right 225" "29 466" "$right 466"; do
