@@ -48,7 +48,9 @@ VoiceBlock voiceBlockOf (DeckWorld& world, const DeckPlayer& deck) noexcept
              .isStretched = world.isStretched (deck),
              .engineRate = world.engineRate,
              .noise = world.noise,
-             .work = world.voiceWork };
+             .work = world.voiceWork,
+             .pattern = deck.pattern,
+             .isScratched = deck.jog.scratchOn != 0 };
 }
 
 void stop (DeckWorld& world, DeckPlayer& deck) noexcept

@@ -34,6 +34,7 @@ void DeckVoice::changeStretcher (std::unique_ptr<CElastiqueProIf>& next, float e
     ringLeft.clear();
     ringRight.clear();
     stretching = false;
+    patternVoice.end();
     tail.next = tail.length;
     restartPending = true;
     stretcher.swap (next);
@@ -116,8 +117,17 @@ double DeckVoice::heardRate (const ReadHead& head) const noexcept
 
 void DeckVoice::keepTail (ReadHead& head, const VoiceBlock& block, const ReadDrive& drive) noexcept
 {
+    // The end of an older tail lies under the new one.
+    auto older = tail;
     tail.length = std::min (drive.fadeFrames, longestTail);
-    if (!stretching)
+    if (patternVoice.isSounding())
+    {
+        for (int done = 0; done < tail.length; done += PatternVoice::longestPiece)
+            patternVoice.readOn (block.source, patternSetting (block), head.rate, block.noise,
+                                 tail.left.data() + done, tail.right.data() + done,
+                                 std::min (PatternVoice::longestPiece, tail.length - done));
+    }
+    else if (!stretching)
     {
         const auto before = head;
         readDeck (head, block.source, drive, block.noise, tail.left.data(), tail.right.data(), tail.length);
@@ -130,6 +140,9 @@ void DeckVoice::keepTail (ReadHead& head, const VoiceBlock& block, const ReadDri
         ringLeft.read (tail.left.data(), tail.length);
         ringRight.read (tail.right.data(), tail.length);
     }
+    std::swap (tail, older);
+    fadeTail (older.left.data(), older.right.data(), older.length);
+    tail = older;
     tail.next = 0;
 }
 
@@ -144,6 +157,7 @@ void DeckVoice::leaveTrack (ReadHead& head, const VoiceBlock& block) noexcept
     ringLeft.clear();
     ringRight.clear();
     stretching = false;
+    patternVoice.end();
 }
 
 void DeckVoice::fadeTail (float* left, float* right, int frames) noexcept
@@ -272,8 +286,8 @@ void DeckVoice::fillRings (ReadHead& head, const VoiceBlock& block, const ReadDr
     ringRight.write (in[1], count);
 }
 
-void DeckVoice::render (ReadHead& head, const VoiceBlock& block, float* left, float* right,
-                        int frames) noexcept
+void DeckVoice::renderPlain (ReadHead& head, const VoiceBlock& block, float* left, float* right,
+                             int frames) noexcept
 {
     follow (head, block);
     auto drive = block.drive;
@@ -293,4 +307,127 @@ void DeckVoice::render (ReadHead& head, const VoiceBlock& block, float* left, fl
         done += piece;
     }
     fadeTail (left, right, frames);
+}
+
+void DeckVoice::render (ReadHead& head, const VoiceBlock& block, float* left, float* right,
+                        int frames) noexcept
+{
+    auto* const pattern = block.pattern;
+    if (pattern != nullptr)
+    {
+        pattern->beginBlock();
+        makeMove (head, block, pattern->takeMove());
+        if (!pattern->awaitsBeat())
+            awaitedBeat = -1.0;
+    }
+    for (int done = 0; done < frames;)
+    {
+        const auto plain = pattern == nullptr
+                           || !(pattern->isActive() || pattern->awaitsBeat() || patternVoice.isSounding());
+        if (plain)
+            return renderPlain (head, block, left + done, right + done, frames - done);
+        done += renderPattern (head, block, left + done, right + done, frames - done);
+    }
+}
+
+int DeckVoice::renderPattern (ReadHead& head, const VoiceBlock& block, float* left, float* right,
+                              int frames) noexcept
+{
+    auto& pattern = *block.pattern;
+    auto& piece = block.work.piece;
+    const auto step =
+        std::max (0.0, block.drive.speedRatio * (block.isStretched ? 1.0 / stretchOf (block) : block.tempo));
+    piece.frames = std::min (frames, DeckPattern::longestPiece);
+    if (pattern.awaitsBeat())
+    {
+        const auto until = framesToEvenBeat (head, block, step);
+        if (until == 0)
+            pattern.comeToBeat();
+        else
+            piece.frames = std::min (piece.frames, until);
+    }
+    piece.leads = piece.gates = false;
+    if (pattern.isActive())
+        pattern.makePiece (piece, step, piece.frames);
+
+    if (piece.leads || patternVoice.isSounding())
+        readAway (head, block, piece, left, right);
+    else
+        renderPlain (head, block, left, right, piece.frames);
+    if (piece.gates)
+        for (int i = 0; i < piece.frames; ++i)
+        {
+            left[i] *= piece.gains[static_cast<size_t> (i)];
+            right[i] *= piece.gains[static_cast<size_t> (i)];
+        }
+    makeMove (head, block, pattern.takeMove());
+    return piece.frames;
+}
+
+void DeckVoice::readAway (ReadHead& head, const VoiceBlock& block, const DeckPattern::Piece& piece,
+                          float* left, float* right) noexcept
+{
+    auto drive = block.drive;
+    if (stretching || restartPending)
+    {
+        // The reading goes on past the stretcher, which would blur jumps and scratches.
+        auto straight = block;
+        straight.isStretched = false;
+        drive.playFactor = stretching ? 1.0 : block.tempo;
+        begin (head, straight, drive);
+    }
+    if (!patternVoice.isSounding())
+        patternVoice.begin (head);
+
+    drive.playFactor = block.tempo;
+    drive.isPlaying = drive.isPlaying || (piece.leads && !block.isScratched);
+    auto* const own = block.work.places.data();
+    head.declickLeft = 0;
+    traceDeck (head, block.source, drive, own, piece.frames);
+    head.declickLeft = 0;
+    patternVoice.read (block.source, patternSetting (block), own,
+                       piece.leads ? piece.offsets.data() : nullptr, head.rate, block.noise, left, right,
+                       piece.frames);
+    fadeTail (left, right, piece.frames);
+}
+
+PatternVoice::Setting DeckVoice::patternSetting (const VoiceBlock& block) const noexcept
+{
+    return { block.drive.fadeFrames, block.drive.smoothing5ms, block.drive.region.floor };
+}
+
+void DeckVoice::makeMove (ReadHead& head, const VoiceBlock& block, const PatternMove& move) noexcept
+{
+    auto target = heardPosition (head, block.source.frames) + move.frames;
+    if (move.landsAtRead && patternVoice.isSounding())
+        target = patternVoice.lastPlace();
+    else if (move.frames == 0.0)
+        return;
+
+    if (isStretching())
+        restart (head);
+    else if (!patternVoice.isSounding())
+        head.declickFrom (head.position);
+    head.position = std::clamp (target, 0.0, static_cast<double> (block.source.frames));
+    findNextBeat (head, block.source.grid);
+}
+
+int DeckVoice::framesToEvenBeat (const ReadHead& head, const VoiceBlock& block, double step) noexcept
+{
+    const auto place = heardPosition (head, block.source.frames);
+    const auto isPassed = place >= awaitedBeat - step / 2.0
+                          && place < awaitedBeat + DeckPattern::longestPiece * (2.0 * step + 1.0);
+    if (awaitedBeat >= 0.0 && isPassed)
+    {
+        awaitedBeat = -1.0;
+        return 0;
+    }
+    const auto& grid = block.source.grid;
+    auto entry = grid.firstEntryBeyond (place);
+    if ((entry - grid.downbeatEntry()) % 2 != 0)
+        ++entry;
+    awaitedBeat = entry < grid.beatCount() ? grid.beatAt (entry) : -1.0;
+    if (awaitedBeat < 0.0 || !(step > 0.0))
+        return DeckPattern::longestPiece;
+    return std::max (1, static_cast<int> (std::min (1e6, std::round ((awaitedBeat - place) / step))));
 }

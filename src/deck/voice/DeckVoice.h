@@ -1,7 +1,9 @@
 #pragma once
 
 #include "analysis/stretch/TimeStretcher.h"
+#include "deck/voice/DeckPattern.h"
 #include "deck/voice/DeckReader.h"
+#include "deck/voice/PatternVoice.h"
 #include "deck/voice/ReadAheadMap.h"
 #include "support/RingBuffer.h"
 
@@ -16,6 +18,8 @@ struct VoiceWorkspace
 {
     juce::AudioSampleBuffer input { 2, 65536 }; ///< the reader's output before the stretcher
     juce::AudioSampleBuffer output { 2, 1024 }; ///< the stretcher's
+    DeckPattern::Piece piece;
+    std::array<double, DeckPattern::longestPiece> places; ///< the deck's own, of a piece
 };
 
 /** All that a block tells a voice. */
@@ -29,6 +33,8 @@ struct VoiceBlock
     double engineRate = 44100.0;
     NoiseTable& noise;
     VoiceWorkspace& work;
+    DeckPattern* pattern = nullptr; ///< that plays on the deck
+    bool isScratched = false;       ///< a hand holds the deck: no pattern moves it
 };
 
 /** Makes what is heard of what a deck reads.
@@ -92,6 +98,20 @@ private:
         int length = 0, next = 0;
     };
 
+    PX_AUDIO_THREAD void renderPlain (ReadHead&, const VoiceBlock&, float* left, float* right,
+                                      int frames) noexcept;
+
+    /** Renders at most so many frames of a deck on which a pattern plays or waits. @returns how many */
+    PX_AUDIO_THREAD int renderPattern (ReadHead&, const VoiceBlock&, float* left, float* right,
+                                       int frames) noexcept;
+    PX_AUDIO_THREAD void readAway (ReadHead&, const VoiceBlock&, const DeckPattern::Piece&, float* left,
+                                   float* right) noexcept;
+    PX_AUDIO_THREAD void makeMove (ReadHead&, const VoiceBlock&, const PatternMove&) noexcept;
+
+    /** Frames until the next even beat is heard, 0 if that is now. @param step   frames of the file per output frame */
+    PX_AUDIO_THREAD int framesToEvenBeat (const ReadHead&, const VoiceBlock&, double step) noexcept;
+    PX_AUDIO_THREAD PatternVoice::Setting patternSetting (const VoiceBlock&) const noexcept;
+
     PX_AUDIO_THREAD void begin (ReadHead&, const VoiceBlock&, const ReadDrive&) noexcept;
     PX_AUDIO_THREAD void keepTail (ReadHead&, const VoiceBlock&, const ReadDrive&) noexcept;
     PX_AUDIO_THREAD void fadeTail (float* left, float* right, int frames) noexcept;
@@ -123,6 +143,8 @@ private:
     RingBuffer ringLeft, ringRight; ///< made, not yet heard
     bool stretching = false, restartPending = true;
     Tail tail;
+    PatternVoice patternVoice;
+    double awaitedBeat = -1.0; ///< that a pattern is to begin with, in frames of the file
 
     LoopRegion region;      ///< that is read in
     double keyTuning = 0.0; ///< that is played in

@@ -2,9 +2,9 @@
 
 #include "instruments/slicegate/SlicegatePreset.h"
 
-#include <array>
 #include <span>
 #include <string_view>
+#include <vector>
 
 /** The patterns that the system brings along. They are written in resources/slicegate as text, and turned into
     constant data while building. Any thread. */
@@ -25,8 +25,8 @@ struct Entry
 struct Group
 {
     std::string_view name;
-    bool inMenu = true; ///< the two groups of special effects stand in no menu
-    std::span<const Entry> presets;
+    int menuPlace = 0; ///< from 1; the groups of 0 stand in no menu
+    std::vector<Entry> presets;
 };
 
 /** All groups, by id. */

@@ -42,10 +42,10 @@ PX_AUDIO_THREAD void follow (const Envelope& curve, EnvelopeCursor& cursor, doub
 bool staysAtOwnPlace (const Envelope& curve) noexcept
 {
     const auto count = curve.pointCount();
-    for (int i = 0; i < count; ++i)
-        if (curve.point (i).value != 1.0f)
-            return false;
-    return count > 1 && curve.absoluteTime (count - 1) >= beatsOfWindow;
+    const auto points = curve.allPoints();
+    return count > 1
+           && std::all_of (points.begin(), points.end(), [] (const auto& p) { return p.value == 1.0f; })
+           && curve.absoluteTime (count - 1) >= beatsOfWindow;
 }
 }
 
@@ -113,7 +113,7 @@ void SlicegateDeckState::stopRunning() noexcept
 {
     running = false;
     nextPad = queuedStartPad = noPad;
-    if (!advanceMode (currentPad))
+    if (!advanceMode (currentPad) && times.isEnabled (currentPad))
         move = { .landsAtRead = true };
 }
 
@@ -122,7 +122,7 @@ void SlicegateDeckState::restartInBeat (int pad) noexcept
     const auto before = elapsed;
     elapsed = std::fmod (elapsed, windowLength / beatsOfWindow);
     // Pressed again, a pad that does not march plays the same beats again; the way to another pad keeps the deck's place.
-    if (pad == currentPad && !advanceMode (pad))
+    if (pad == currentPad && !advanceMode (pad) && times.isEnabled (pad))
         move.frames += elapsed - before;
     currentPad = pad;
 }
@@ -245,93 +245,6 @@ void SlicegateDeckState::endPass() noexcept
         currentPad = nextPad;
     nextPad = noPad;
     running = goesOn;
-    if (!advanceMode (ended))
+    if (!advanceMode (ended) && times.isEnabled (ended))
         move = goesOn ? PatternMove { .frames = -windowLength } : PatternMove { .landsAtRead = true };
-}
-
-//======================================================================================================================
-// Contents
-
-std::string SlicegateDeckState::padName (int pad) const
-{
-    if (!isPad (pad))
-        return {};
-    const std::lock_guard lock (naming);
-    return at (pad).name;
-}
-
-void SlicegateDeckState::setPadName (int pad, std::string name)
-{
-    if (!isPad (pad))
-        return;
-    const std::lock_guard lock (naming);
-    at (pad).name.swap (name);
-    at (pad).revision = at (pad).revision + 1;
-}
-
-PlayMode SlicegateDeckState::playMode (int pad) const noexcept
-{
-    return isPad (pad) ? static_cast<PlayMode> (at (pad).playMode.get()) : PlayMode::oneShot;
-}
-
-void SlicegateDeckState::setPlayMode (int pad, PlayMode mode) noexcept
-{
-    if (!isPad (pad))
-        return;
-    at (pad).playMode = static_cast<int8_t> (mode);
-    at (pad).revision = at (pad).revision + 1;
-}
-
-bool SlicegateDeckState::advanceMode (int pad) const noexcept
-{
-    return !isPad (pad) || at (pad).advanceMode != 0;
-}
-
-void SlicegateDeckState::setAdvanceMode (int pad, bool on) noexcept
-{
-    if (!isPad (pad))
-        return;
-    at (pad).advanceMode = on ? 1 : 0;
-    at (pad).revision = at (pad).revision + 1;
-}
-
-void SlicegateDeckState::load (int pad, const SlicegatePreset& next)
-{
-    if (!isPad (pad))
-        return;
-    times.replace (pad, next.time.envelope);
-    volumes.replace (pad, next.volume.envelope);
-    if (!next.keepsFlags)
-    {
-        times.setVisible (pad, next.time.visible);
-        times.setEnabled (pad, next.time.enabled);
-        volumes.setVisible (pad, next.volume.visible);
-        volumes.setEnabled (pad, next.volume.enabled);
-    }
-    if (next.playMode)
-        setPlayMode (pad, *next.playMode);
-    if (next.rolling)
-        setAdvanceMode (pad, *next.rolling);
-    setPadName (pad, next.name);
-}
-
-SlicegatePreset SlicegateDeckState::preset (int pad) const
-{
-    if (!isPad (pad))
-        return {};
-    return { .name = padName (pad),
-             .time = { times.copy (pad), times.isVisible (pad), times.isEnabled (pad) },
-             .volume = { volumes.copy (pad), volumes.isVisible (pad), volumes.isEnabled (pad) },
-             .playMode = playMode (pad),
-             .rolling = advanceMode (pad) };
-}
-
-void SlicegateDeckState::loadFactoryPreset (int presetId, int pad)
-{
-    load (pad, FactoryPresets::preset (presetId));
-}
-
-std::uint32_t SlicegateDeckState::revision (int pad) const noexcept
-{
-    return isPad (pad) ? at (pad).revision + times.revision (pad) + volumes.revision (pad) : 0;
 }

@@ -69,10 +69,10 @@ public:
     void loadFactoryPreset (int presetId, int pad);
 
     /** @returns a sentence for the user if nothing was loaded, else nothing */
-    std::string importPreset (const juce::File&, int pad);
+    juce::String importPreset (const juce::File&, int pad);
 
     /** @returns a sentence for the user if nothing was written, else nothing */
-    std::string exportPreset (const juce::File&, int pad) const;
+    juce::String exportPreset (const juce::File&, int pad) const;
 
     /** Grows with each change of a pad's contents, so that they can be kept and drawn. Any thread. */
     std::uint32_t revision (int pad) const noexcept;

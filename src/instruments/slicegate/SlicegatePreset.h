@@ -1,10 +1,8 @@
 #pragma once
 
-#include "instruments/envelope/Envelope.h"
+#include "instruments/preset/PresetXml.h"
 
-#include <cstddef>
 #include <optional>
-#include <span>
 #include <string>
 #include <variant>
 
@@ -19,29 +17,33 @@ enum class PlayMode : int8_t
     loop       ///< plays until a second press
 };
 
-/** One of a pad's two curves, over four beats. */
-struct PadCurve
-{
-    Envelope envelope;
-    bool visible = true, enabled = true;
-};
-
 /** The contents of a pad, as factory presets and files hold them. A value. */
 struct SlicegatePreset
 {
-    std::string name; ///< UTF-8; empty where a file has none
-    PadCurve time;    ///< 1 is the deck's own place, each 1/16 less half a beat further back
-    PadCurve volume;
+    std::string name;      ///< UTF-8; empty where a file has none
+    PresetXml::Curve time; ///< 1 is the deck's own place, each 1/16 less half a beat further back
+    PresetXml::Curve volume;
 
     std::optional<PlayMode> playMode; ///< nothing leaves the pad's as it is
     std::optional<bool> rolling;      ///< "Rolling / March"; nothing leaves the pad's as it is
 
-    /** True where flags and modes stay the pad's own, as with the factory's plain curves. */
+    /** True where flags stay the pad's own, as with the factory's plain curves. */
     bool keepsFlags = false;
 };
 
-/** Reads a file of one pad. Takes any bytes. @returns the preset, or one sentence for the user */
-std::variant<SlicegatePreset, std::string> readSlicegatePreset (std::span<const std::byte>);
+namespace SlicegateXml
+{
+inline constexpr const char* root = "sliceGatePreset";
+
+/** Reads the preset whose root has just begun, to its end. @returns a fault, see PresetXml */
+std::string read (XmlPullParser&, SlicegatePreset&);
+
+/** Writes it as an element. @param indent   blanks before it */
+std::string write (const SlicegatePreset&, int indent = 0);
+}
+
+/** Reads the file of a pad. Takes any bytes. @returns the preset, or a fault that says why it is none (see PresetXml) */
+std::variant<SlicegatePreset, std::string> readSlicegatePreset (std::string_view bytes);
 
 /** The file of a pad: XML, UTF-8. */
 std::string writeSlicegatePreset (const SlicegatePreset&);
