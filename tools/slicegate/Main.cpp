@@ -32,8 +32,8 @@ public:
     {
         std::string points;
         for (const auto& p : curve)
-            points += "    { " + number (p.delta) + ", " + number (p.value) + "f, " + number (p.tension) + "f, "
-                      + std::to_string (p.type) + " },\n";
+            points += "    { " + number (p.delta) + ", " + number (p.value) + "f, " + number (p.tension)
+                      + "f, " + std::to_string (p.type) + " },\n";
         const auto [found, isNew] = names.try_emplace (points, "curve" + std::to_string (names.size()));
         if (isNew)
             text += "constexpr PatternPoint " + found->second + "[] {\n" + points + "};\n";
@@ -55,14 +55,15 @@ std::string dataOf (const std::vector<PatternGroup>& groups)
         const auto name = "patterns" + std::to_string (group.patterns.front().id);
         patterns += "constexpr PatternRow " + name + "[] {\n";
         for (const auto& p : group.patterns)
-            patterns += "    { { " + std::to_string (p.id) + ", " + quoted (p.name) + " }, " + arrays.nameOf (p.time)
-                        + ", " + arrays.nameOf (p.volume) + " },\n";
+            patterns += "    { { " + std::to_string (p.id) + ", " + quoted (p.name) + " }, "
+                        + arrays.nameOf (p.time) + ", " + arrays.nameOf (p.volume) + " },\n";
         patterns += "};\n";
         table += "    { " + quoted (group.name) + ", " + std::to_string (group.menuPlace) + ", "
                  + (group.setsFlags ? "true" : "false") + ", " + name + " },\n";
     }
-    return "// Written by px_pattern_maker.\n#include \"instruments/slicegate/FactoryPatterns.h\"\n\nnamespace\n{\n" + arrays.text
-           + patterns + "constexpr PatternGroupRow groups[] {\n" + table
+    return "// Written by px_pattern_maker.\n#include "
+           "\"instruments/slicegate/FactoryPatterns.h\"\n\nnamespace\n{\n"
+           + arrays.text + patterns + "constexpr PatternGroupRow groups[] {\n" + table
            + "};\n}\n\nstd::span<const PatternGroupRow> factoryPatterns()\n{\n    return groups;\n}\n";
 }
 }
@@ -85,11 +86,12 @@ int main (int argc, char** argv)
         {
             return std::cerr << file.getFileName() << ": " << fault.sentence << '\n', 1;
         }
-    std::sort (groups.begin(), groups.end(), [] (const auto& a, const auto& b)
-               { return a.patterns.front().id < b.patterns.front().id; });
+    std::sort (groups.begin(), groups.end(),
+               [] (const auto& a, const auto& b) { return a.patterns.front().id < b.patterns.front().id; });
 
     const auto target = juce::File::getCurrentWorkingDirectory().getChildFile (argv[2]);
-    const auto done = juce::String (argv[1]) == "--sheet" ? drawSheet (groups, target)
-                                                          : target.replaceWithText (dataOf (groups), false, false, "\n");
+    const auto done = juce::String (argv[1]) == "--sheet"
+                          ? drawSheet (groups, target)
+                          : target.replaceWithText (dataOf (groups), false, false, "\n");
     return done ? 0 : (std::cerr << target.getFullPathName() << " can't be written\n", 1);
 }

@@ -26,10 +26,10 @@ struct Stretch
 {
     Value from, to;
     double beats = 0.0;
-    double speed = 1.0;               ///< of a stretch without an end of its own
-    bool hasEnd = false;              ///< `to` is given
-    double slice = 0.0;               ///< repeated slices of this length; 0 for none
-    std::string shape;                ///< "" is a line
+    double speed = 1.0;  ///< of a stretch without an end of its own
+    bool hasEnd = false; ///< `to` is given
+    double slice = 0.0;  ///< repeated slices of this length; 0 for none
+    std::string shape;   ///< "" is a line
     double tension = 0.0;
 };
 
@@ -268,7 +268,9 @@ public:
             throw PatternFault { "it is " + std::to_string (total) + " beats long instead of 4" };
         for (const auto& line : lines)
             if (!(inRange (line.from) && inRange (line.to)))
-                throw PatternFault { "it leaves what can be reached: the future, more than 8 beats back, or a level beyond 1" };
+                throw PatternFault {
+                    "it leaves what can be reached: the future, more than 8 beats back, or a level beyond 1"
+                };
 
         PatternCurve made { { 0.0, limited (lines.front().from), 0.0, hold } };
         for (size_t i = 0; i < lines.size(); ++i)
@@ -328,7 +330,8 @@ void addShaped (Curve& curve, const Stretch& s, double from, double to, const au
     if (s.shape.empty() || s.shape == "curve")
     {
         const auto isLevel = std::abs (valueAt (from, 0.0) - valueAt (to, s.beats)) < tiny;
-        curve.add ({ valueAt (from, 0.0), valueAt (to, s.beats), s.beats, isLevel ? hold : single, s.tension });
+        curve.add (
+            { valueAt (from, 0.0), valueAt (to, s.beats), s.beats, isLevel ? hold : single, s.tension });
         return;
     }
     const auto pieces = s.beats >= 0.25 ? 8 : 4;

@@ -9,8 +9,8 @@ namespace
 constexpr int columns = 9, cellWidth = 196, cellHeight = 96, heading = 34, margin = 14;
 constexpr double window = 4.0, reach = 8.0;
 
-const juce::Colour ground (0xff16181b), cellColour (0xff202429), gridColour (0xff343a41), textColour (0xffd5dade),
-    ownColour (0xff5c656f), timeColour (0xff2db5ed), volumeColour (0xffe8a33d);
+const juce::Colour ground (0xff16181b), cellColour (0xff202429), gridColour (0xff343a41),
+    textColour (0xffd5dade), ownColour (0xff5c656f), timeColour (0xff2db5ed), volumeColour (0xffe8a33d);
 
 Envelope envelopeOf (const PatternCurve& curve)
 {
@@ -54,7 +54,8 @@ public:
             g.drawVerticalLine (juce::roundToInt (x (beat)), plot.getY(), plot.getBottom());
 
         if (!isSilentOrNeutral (pattern.volume))
-            drawCurve (pattern.volume, volumeColour, 1.6f, [this] (double, double level)
+            drawCurve (pattern.volume, volumeColour, 1.6f,
+                       [this] (double, double level)
                        { return plot.getBottom() - static_cast<float> (level) * plot.getHeight(); });
         if (isSilentOrNeutral (pattern.time))
             return;
@@ -71,10 +72,7 @@ public:
     }
 
 private:
-    float x (double time) const
-    {
-        return plot.getX() + static_cast<float> (time / window) * plot.getWidth();
-    }
+    float x (double time) const { return plot.getX() + static_cast<float> (time / window) * plot.getWidth(); }
 
     static double lowestPlace (const PatternCurve& curve)
     {
@@ -122,7 +120,8 @@ bool drawSheet (const std::vector<PatternGroup>& groups, const juce::File& png)
     auto height = 2 * margin;
     for (const auto& group : groups)
         height += heading + rowsOf (group) * cellHeight;
-    juce::Image image (juce::Image::RGB, 2 * margin + columns * cellWidth, height, true, juce::SoftwareImageType());
+    juce::Image image (juce::Image::RGB, 2 * margin + columns * cellWidth, height, true,
+                       juce::SoftwareImageType());
     juce::Graphics g (image);
     g.fillAll (ground);
     auto top = margin;
@@ -136,7 +135,8 @@ bool drawSheet (const std::vector<PatternGroup>& groups, const juce::File& png)
         for (size_t i = 0; i < group.patterns.size(); ++i)
         {
             const auto column = static_cast<int> (i) % columns, row = static_cast<int> (i) / columns;
-            Cell (g, juce::Rectangle<int> (margin + column * cellWidth, top + row * cellHeight, cellWidth, cellHeight)
+            Cell (g, juce::Rectangle<int> (margin + column * cellWidth, top + row * cellHeight, cellWidth,
+                                           cellHeight)
                          .reduced (3))
                 .draw (group.patterns[i]);
         }

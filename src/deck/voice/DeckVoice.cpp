@@ -409,7 +409,6 @@ void DeckVoice::makeMove (ReadHead& head, const VoiceBlock& block, const Pattern
     else if (!patternVoice.isSounding())
         head.declickFrom (head.position);
     head.position = std::clamp (target, 0.0, static_cast<double> (block.source.frames));
-    findNextBeat (head, block.source.grid);
 }
 
 int DeckVoice::framesToEvenBeat (const ReadHead& head, const VoiceBlock& block, double step) noexcept

@@ -9,7 +9,8 @@
 namespace
 {
 constexpr double jumpSeconds = 0.002;
-constexpr double heardStep = 3.0; ///< frames by which a step may differ from the one before without being heard
+constexpr double heardStep =
+    3.0; ///< frames by which a step may differ from the one before without being heard
 constexpr double dullingSpeed = 10.0;
 constexpr double glideFade = 0.984, glideFloor = 0.01; // of a frame
 }
@@ -38,7 +39,8 @@ void PatternVoice::begin (const ReadHead& head) noexcept
 }
 
 /** Takes up the step to a frame's place. @returns the speed that is heard */
-double PatternVoice::speedOf (double step, int frame, double ownRate, double fileRate, int fadeFrames) noexcept
+double PatternVoice::speedOf (double step, int frame, double ownRate, double fileRate,
+                              int fadeFrames) noexcept
 {
     const auto before = lastStep;
     lastStep = step;
@@ -142,7 +144,8 @@ void PatternVoice::read (const ReadSource& source, const Setting& setting, const
     const auto end = static_cast<double> (source.frames);
     const auto samples = source.samples();
     for (int k = 0; k < fadingCount; ++k)
-        fading[static_cast<size_t> (k)].left = std::min (fading[static_cast<size_t> (k)].left, setting.fadeFrames);
+        fading[static_cast<size_t> (k)].left =
+            std::min (fading[static_cast<size_t> (k)].left, setting.fadeFrames);
 
     Way way;
     trace (way, setting, own, offsets, ownRate, source.grid.sampleRate, end, frames);
@@ -159,8 +162,8 @@ void PatternVoice::read (const ReadSource& source, const Setting& setting, const
         sounding = false;
 }
 
-void PatternVoice::readOn (const ReadSource& source, const Setting& setting, double ownRate, NoiseTable& noise,
-                           float* left, float* right, int frames) noexcept
+void PatternVoice::readOn (const ReadSource& source, const Setting& setting, double ownRate,
+                           NoiseTable& noise, float* left, float* right, int frames) noexcept
 {
     std::array<double, longestPiece> places;
     for (int i = 0; i < frames; ++i)

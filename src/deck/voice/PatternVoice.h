@@ -66,18 +66,19 @@ private:
         double fastest = 0.0;
     };
 
-    PX_AUDIO_THREAD void trace (Way&, const Setting&, const double* own, const double* offsets, double ownRate,
-                                double fileRate, double end, int frames) noexcept;
-    PX_AUDIO_THREAD double speedOf (double step, int frame, double ownRate, double fileRate, int fadeFrames) noexcept;
-    PX_AUDIO_THREAD void mixFading (const TrackSamples&, const Setting&, double ownRate, double end, float* left,
-                                    float* right, int frames) noexcept;
+    PX_AUDIO_THREAD void trace (Way&, const Setting&, const double* own, const double* offsets,
+                                double ownRate, double fileRate, double end, int frames) noexcept;
+    PX_AUDIO_THREAD double speedOf (double step, int frame, double ownRate, double fileRate,
+                                    int fadeFrames) noexcept;
+    PX_AUDIO_THREAD void mixFading (const TrackSamples&, const Setting&, double ownRate, double end,
+                                    float* left, float* right, int frames) noexcept;
     PX_AUDIO_THREAD double dullingOf (double speed) noexcept;
 
     bool sounding = false;
     double place = 0.0, motion = 0.0, lastStep = 0.0;
     double glide = 0.0; ///< what a small step is still to be made up for
     double level = 0.0; ///< of the sound: signed with the deck's direction, near 0 where the reading stands
-    double dullingStep = 0.0, dulling = 0.0; ///< kept while the step holds
+    double dullingStep = 0.0, dulling = 0.0;  ///< kept while the step holds
     std::array<Fading, mostFading> fading {}; ///< the oldest first
     int fadingCount = 0;
 };

@@ -91,7 +91,8 @@ juce::String SlicegateDeckState::importPreset (const juce::File& file, int pad)
 {
     juce::MemoryBlock bytes;
     if (file.getSize() > static_cast<juce::int64> (PresetXml::largestFile) || !file.loadFileAsData (bytes))
-        return PresetXml::sentence (file.getFileName().toStdString(), "It can't be read, or is too large for a preset.");
+        return PresetXml::sentence (file.getFileName().toStdString(),
+                                    "It can't be read, or is too large for a preset.");
     auto read = readSlicegatePreset ({ static_cast<const char*> (bytes.getData()), bytes.getSize() });
     if (const auto* fault = std::get_if<std::string> (&read))
         return PresetXml::sentence (file.getFileName().toStdString(), *fault);
@@ -108,6 +109,7 @@ juce::String SlicegateDeckState::exportPreset (const juce::File& file, int pad) 
     if (written.name.empty() || written.name == FactoryPresets::nameOf (FactoryPresets::emptyPreset))
         written.name = file.getFileNameWithoutExtension().toStdString();
     const auto text = writeSlicegatePreset (written);
-    return replaceFile (file, text.data(), text.size()) ? juce::String()
-                                                        : "The preset could not be written to " + file.getFullPathName() + ".";
+    return replaceFile (file, text.data(), text.size())
+               ? juce::String()
+               : "The preset could not be written to " + file.getFullPathName() + ".";
 }

@@ -22,19 +22,19 @@ PX_AUDIO_THREAD void follow (const Envelope& curve, EnvelopeCursor& cursor, doub
     if (last <= point.time && point.type == static_cast<uint8_t> (SegmentShape::hold))
     {
         for (int i = 0; i < frames; ++i)
-            put (i, first);
+            put (i, first, true);
     }
     else if (last <= point.time && point.sign == EnvelopePoint::straightLine)
     {
         const auto slope =
             frames > 1 ? (curve.evaluate (last, cursor) - first) / static_cast<double> (frames - 1) : 0.0;
         for (int i = 0; i < frames; ++i)
-            put (i, first + slope * i);
+            put (i, first + slope * i, false);
     }
     else
     {
         for (int i = 0; i < frames; ++i)
-            put (i, curve.evaluate (time + timeStep * i, cursor));
+            put (i, curve.evaluate (time + timeStep * i, cursor), false);
     }
 }
 
@@ -217,12 +217,17 @@ void SlicegateDeckState::makeOffsets (Piece& piece, double time, double timeStep
     // In reverse back is the way that the reading has come as well.
     const auto reach = deck().play.reverse != 0 ? windowsBack * windowLength : -windowsBack * windowLength;
     follow (curve, timeCursor, time, timeStep, piece.frames,
-            [&] (int i, double value) { piece.offsets[static_cast<size_t> (i)] = (1.0 - value) * reach; });
+            [&] (int i, double value, bool holds)
+            {
+                // A distance in whole frames leaves a deck at the file's own speed on the frames that it is on.
+                const auto offset = (1.0 - value) * reach;
+                piece.offsets[static_cast<size_t> (i)] = holds ? std::round (offset) : offset;
+            });
 }
 
 void SlicegateDeckState::makeGains (Piece& piece, double time, double timeStep) noexcept
 {
-    const auto ramp = [&] (int i, double value)
+    const auto ramp = [&] (int i, double value, bool)
     {
         slicegateGain.setTarget (std::clamp (value, 0.0, 1.0));
         piece.gains[static_cast<size_t> (i)] = static_cast<float> (slicegateGain.next());
@@ -232,7 +237,7 @@ void SlicegateDeckState::makeGains (Piece& piece, double time, double timeStep) 
         follow (volumes.audible (currentPad), volumeCursor, time, timeStep, piece.frames, ramp);
     else
         for (int i = 0; i < piece.frames; ++i)
-            ramp (i, 1.0);
+            ramp (i, 1.0, true);
     piece.gates = !wasOpen || !slicegateGain.isAt (1.0);
 }
 

@@ -9,7 +9,8 @@ namespace
 void readOption (const XmlPullParser& parser, SlicegatePreset& preset)
 {
     if (parser.attribute ("play_mode") != nullptr)
-        preset.playMode = static_cast<PlayMode> (std::clamp (PresetXml::numberIn (parser, "play_mode", 0), 0, 2));
+        preset.playMode =
+            static_cast<PlayMode> (std::clamp (PresetXml::numberIn (parser, "play_mode", 0), 0, 2));
     if (parser.attribute ("advance_mode") != nullptr)
         preset.rolling = PresetXml::numberIn (parser, "advance_mode", 1) > 0;
 }
