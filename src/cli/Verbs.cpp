@@ -17,6 +17,7 @@ constexpr std::array verbs {
     Verb { "export", "writes a list as M3U or as a web page", runExport },
     Verb { "snapshot", "paints the window into a PNG file, without a display", runSnapshot },
     Verb { "midi", "lists the MIDI ports, or shows what they receive", runMidi },
+    Verb { "script", "builds scripts for MIDI controllers and prints their errors", runScript },
     Verb { "commands", "prints the table of commands", runCommands },
     Verb { "demo-tracks", "writes the demo tracks into a folder", runDemoTracks },
 };

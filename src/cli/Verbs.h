@@ -30,5 +30,6 @@ int runMix (const juce::StringArray& arguments);
 int runPerform (const juce::StringArray& arguments);
 int runPlaylist (const juce::StringArray& arguments);
 int runRemove (const juce::StringArray& arguments);
+int runScript (const juce::StringArray& arguments);
 int runSmart (const juce::StringArray& arguments);
 int runSnapshot (const juce::StringArray& arguments);
