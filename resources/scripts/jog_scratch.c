@@ -21,7 +21,7 @@ const float SEARCH = 0.002f;
 array<bool> isShifted (2);
 array<int> pitchHigh (2);
 
-void OnMidiMessageReceived (const string& in name, int status, int data, int value)
+void OnMidiMessageReceived (const string &in name, int status, int data, int value)
 {
     int deck = status & 0x0F;
     if (deck > 1)

@@ -29,7 +29,7 @@ void Meter (int meter, int control, float level)
     sendMidiMessage (0xB0, control, int (shown[meter] * LAMPS + 0.5f));
 }
 
-void OnMidiMessageReceived (const string& in name, int status, int data, int value) {}
+void OnMidiMessageReceived (const string &in name, int status, int data, int value) {}
 
 void OnStart() {}
 

@@ -5,7 +5,7 @@
 // The controls that were told already, one place for each status and data byte
 array<bool> isKnown (128 * 128);
 
-void OnMidiMessageReceived (const string& in name, int status, int data, int value)
+void OnMidiMessageReceived (const string &in name, int status, int data, int value)
 {
     int place = (status - 128) * 128 + data;
     if (status < 128 || isKnown[place])

@@ -25,7 +25,7 @@ const int CC_FILTER = 0x17;
 const int CC_VOLUME = 0x13;
 const int CC_CROSSFADER = 0x1F; // on channel 1 or 2
 
-void OnMidiMessageReceived (const string& in name, int status, int data, int value)
+void OnMidiMessageReceived (const string &in name, int status, int data, int value)
 {
     int deck = status & 0x0F;
     if (deck > 1)

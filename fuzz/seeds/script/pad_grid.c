@@ -29,7 +29,7 @@ int ticks = 0;
 // The commands of the second row, by column
 array<int> functions = { PLAY_PAUSE_A, SYNC_A, LOOP_HALF_A, LOOP_A, LOOP_DOUBLE_A, LEAP_A, PFL_A };
 
-void OnMidiMessageReceived (const string& in name, int status, int data, int value)
+void OnMidiMessageReceived (const string &in name, int status, int data, int value)
 {
     if (status != 0x90)
         return;

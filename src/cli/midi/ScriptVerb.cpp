@@ -9,7 +9,8 @@
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--check", nullptr, "build the scripts and print what the compiler says; nothing of them runs" },
+    VerbOption { "--check", nullptr,
+                 "build the scripts and print what the compiler says; nothing of them runs" },
     VerbOption { "--examples", "FOLDER", "write px_commands.h and the example scripts into a folder" },
     VerbOption { "--help", nullptr, "this text" },
 };
@@ -48,10 +49,11 @@ int runScript (const juce::StringArray& arguments)
         return failWith (given.error());
     if (given.has ("--help"))
     {
-        printLine (helpText ("script FILE... --check",
-                             "Builds scripts for MIDI controllers and prints errors and warnings, each with its file, line\n"
-                             "and column. Ends with 0 if all of them could run, else with 2.",
-                             options));
+        printLine (helpText (
+            "script FILE... --check",
+            "Builds scripts for MIDI controllers and prints errors and warnings, each with its file, line\n"
+            "and column. Ends with 0 if all of them could run, else with 2.",
+            options));
         return ExitCode::success;
     }
     if (given.has ("--examples"))

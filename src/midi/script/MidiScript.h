@@ -50,6 +50,9 @@ public:
     /** True if a callback was ended because it hung. Any thread. */
     bool hasHung() const { return callbacks[message].isRetired || callbacks[timer].isRetired; }
 
+    /** Makes the script send all its lamps again, as to a device that has just come. Any thread. */
+    void forgetSent() noexcept { functions.forgetSentSoon(); }
+
     /** Hands a message to the script, which sees it soon on its own thread. Any thread that may block. */
     void post (ScriptMidiMessage);
 

@@ -39,6 +39,7 @@ void ScriptFunctions::registerWith (asIScriptEngine& engine)
 
 void ScriptFunctions::forgetSent()
 {
+    mustForget = false;
     std::memset (outCache.get(), 1, sizeof (SentValues));
 }
 
@@ -83,6 +84,8 @@ void ScriptFunctions::set (int index, float param1, float param2, float param3)
 
 void ScriptFunctions::sendMidiMessage (int status, int data, int value)
 {
+    if (mustForget.load (std::memory_order_relaxed))
+        forgetSent();
     status = juce::jlimit (128, 255, status);
     data = juce::jlimit (0, 127, data);
     auto& sent = (*outCache)[static_cast<size_t> (status)][static_cast<size_t> (data)];

@@ -4,6 +4,7 @@
 #include "midi/script/ScriptWorld.h"
 
 #include <array>
+#include <atomic>
 #include <memory>
 #include <string>
 
@@ -27,6 +28,9 @@ public:
 
     /** Forgets what was sent, so that every first message of a script goes out. While no script runs. */
     void forgetSent();
+
+    /** Asks for the same before the next message goes out. Any thread. */
+    void forgetSentSoon() noexcept { mustForget = true; }
 
     void log (const std::string& text);
     float get (int index);
@@ -52,5 +56,6 @@ private:
     const ScriptWorld& world;
     ScriptTurn& turn;
     juce::File script;
+    std::atomic<bool> mustForget { false };
     std::unique_ptr<SentValues> outCache = std::make_unique<SentValues>();
 };

@@ -61,10 +61,10 @@ public:
             return refuse (name, { 1, 1, "The script and what it includes are too long." }), false;
         if (const auto fault = faultOf (text))
             return refuse (name, *fault), false;
-        if (text.empty())
-            return true;
-        return builder.AddSectionFromMemory (name.toRawUTF8(), text.data(),
-                                             static_cast<unsigned> (text.size()))
+        // The compiler's parser looks beyond the end of code that breaks off.
+        const auto padded = text + std::string (64, '\n');
+        return builder.AddSectionFromMemory (name.toRawUTF8(), padded.data(),
+                                             static_cast<unsigned> (padded.size()))
                >= 0;
     }
 

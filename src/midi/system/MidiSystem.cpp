@@ -1,6 +1,7 @@
 #include "midi/system/MidiSystem.h"
 
 #include "midi/mapping/MidiMappingFile.h"
+#include "midi/script/ShippedScripts.h"
 
 #include <juce_events/juce_events.h>
 
@@ -8,8 +9,11 @@ MidiSystem::MidiSystem (CPlatterdex& e, Options options)
     : engine (e),
       ports (std::move (options.backends)),
       control (e, ports, options.drivers),
+      scripts (&e, ports, e.environment.folders.scriptFiles()),
       mappingFile (e.environment.folders.setup().getChildFile ("default_midi_mapping.xml")),
-      deviceListFile (e.environment.folders.setup().getChildFile ("midi_devices_list.xml"))
+      deviceListFile (e.environment.folders.setup().getChildFile ("midi_devices_list.xml")),
+      scriptSetupFile (scripts.folder().getChildFile ("script_setup.xml")),
+      runsScripts (options.hasThreads)
 {
     if (!control.loadMidiDeviceList (deviceListFile))
         setAside (deviceListFile, "list of MIDI devices");
@@ -21,12 +25,18 @@ MidiSystem::MidiSystem (CPlatterdex& e, Options options)
         control.selectController (engine.settings.controllerPreset);
     if (options.opensPorts)
         ports.watch();
+    if (!runsScripts)
+        return;
+    // Without the shipped files scripts still run: the header is built in.
+    juce::ignoreUnused (ShippedScripts::install (scripts.folder()));
+    if (!scripts.loadSetup (scriptSetupFile))
+        setAside (scriptSetupFile, "list of scripts");
 }
 
 MidiSystem::~MidiSystem()
 {
     if (mayKeepFiles())
-        juce::ignoreUnused (saveMapping(), saveDeviceList()); // nobody is left to be told
+        juce::ignoreUnused (saveMapping(), saveDeviceList(), saveScriptSetup()); // nobody is left to be told
     control.stop();
 }
 
@@ -38,6 +48,11 @@ bool MidiSystem::mayKeepFiles() const
 bool MidiSystem::saveDeviceList() const
 {
     return control.saveMidiDeviceList (deviceListFile);
+}
+
+bool MidiSystem::saveScriptSetup() const
+{
+    return !runsScripts || scripts.saveSetup (scriptSetupFile);
 }
 
 bool MidiSystem::saveMapping() const

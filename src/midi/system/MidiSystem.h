@@ -1,6 +1,7 @@
 #pragma once
 
 #include "midi/control/MidiControl.h"
+#include "midi/script/MidiScriptEngine.h"
 
 /** All of an engine's MIDI: the ports, the way of messages, the files that these are kept in. Made after the engine and gone
     before it, on the message thread or another one that makes and ends plug-ins. */
@@ -20,7 +21,7 @@ public:
 
     MidiSystem (CPlatterdex&, Options);
 
-    /** Keeps mapping and devices, unless another program has the folders. */
+    /** Keeps mapping, devices and the list of scripts, unless another program has the folders. */
     ~MidiSystem();
 
     /** Writes the device list; called after each change of the ports that are wanted.
@@ -33,10 +34,16 @@ public:
     CPlatterdex& engine;
     MidiPortService ports;
     MidiControl control;
+    MidiScriptEngine scripts;
+
+    /** Writes the list of scripts and their ports; called after each change of either.
+        @returns false if it can't be written */
+    bool saveScriptSetup() const;
 
 private:
     bool mayKeepFiles() const;
     void setAside (const juce::File&, const juce::String& what) const;
 
-    const juce::File mappingFile, deviceListFile;
+    const juce::File mappingFile, deviceListFile, scriptSetupFile;
+    const bool runsScripts;
 };

@@ -40,7 +40,7 @@ TEST (MidiScript, MissingFunctionsAreNamedOneAtATime)
     for (size_t missing = 0; missing < std::size (names); ++missing)
     {
         ScriptFixture f;
-        juce::String text;
+        juce::String text ("int other;\n");
         for (size_t i = 0; i < missing; ++i)
             text << "void " << names[i] << " {}\n";
         EXPECT_FALSE (f.load (text));

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "midi/ports/MidiPortSet.h"
+#include "midi/script/MidiScript.h"
+#include "midi/script/ScriptJournal.h"
+#include "support/Relaxed.h"
+#include "support/Worker.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+/** The scripts of an engine: their ports, which no other part of the program shares, and the list of files. Each script
+    hears every message of every port and runs by itself. Message thread, but for midiArrived(). */
+class MidiScriptEngine : private MidiReceiver
+{
+public:
+    /** A script of the list, as it is shown. */
+    struct Row
+    {
+        juce::File file;
+        MidiScript::State state = MidiScript::State::none;
+        bool hasHung = false;
+        bool operator== (const Row&) const = default;
+    };
+
+    /** @param o              target of get and set; null stops them
+        @param scriptFolder   the folder of scripts, where included files are looked for and the set-up lies */
+    MidiScriptEngine (CPlatterdex* o, MidiPortService&, const juce::File& scriptFolder, ScriptTimes times = {});
+
+    /** Stops all scripts, which takes as long as the slowest. */
+    ~MidiScriptEngine() override;
+
+    /** Adds a script to the list and loads it, or loads it anew if it is there. Returns at once: a worker loads. */
+    void addScript (const juce::File&);
+
+    /** Takes a script off the list. It stops soon. */
+    void removeScript (const juce::File&);
+
+    std::vector<Row> rows() const;
+
+    /** True while a script is loaded or stopped. */
+    bool isBusy() const { return worker.isBusy(); }
+
+    /** Waits until no script is loaded or stopped. For programs without a window. */
+    void waitUntilIdle() const { worker.wait(); }
+
+    /** Opens the ports and loads the scripts that a file names, in place of those so far. Missing and damaged files change
+        nothing. @returns false if the file is damaged */
+    bool loadSetup (const juce::File&);
+
+    /** @returns false if the file can't be written */
+    bool saveSetup (const juce::File&) const;
+
+    /** The last message of a port: status in bits 0 to 7, data in 8 to 15, value in 16 to 23. Any thread. */
+    uint32_t lastMessage() const { return lastArrived; }
+
+    MidiPortSet& ports() { return portSet; }
+    ScriptJournal& journal() { return scriptJournal; }
+    const juce::File& folder() const { return scriptFolder; }
+
+private:
+    using Scripts = std::vector<std::shared_ptr<MidiScript>>;
+
+    /** A file of the list; its script is made with it and lives until its last job is done. */
+    struct Entry
+    {
+        juce::File file;
+        std::shared_ptr<MidiScript> script;
+    };
+
+    void midiArrived (const juce::String& port, std::span<const uint8_t>) override;
+    std::shared_ptr<const Scripts> listeningScripts() const;
+    void publish();
+    void load (const Entry&);
+
+    CPlatterdex* const owner;
+    const juce::File scriptFolder;
+    const ScriptTimes times;
+    ScriptJournal scriptJournal;
+    std::vector<Entry> entries;
+    Relaxed<uint32_t> lastArrived;
+    mutable std::mutex listeningLock; ///< of the pointer
+    std::shared_ptr<const Scripts> listening = std::make_shared<Scripts>();
+    MidiPortSet portSet; ///< behind all that its messages reach
+    Worker worker { "Script loader" };
+};
