@@ -61,8 +61,9 @@ public:
             return refuse (name, { 1, 1, "The script and what it includes are too long." }), false;
         if (const auto fault = faultOf (text))
             return refuse (name, *fault), false;
-        // The compiler's parser looks beyond the end of code that breaks off.
-        const auto padded = text + std::string (64, '\n');
+        // Where code breaks off within a type, the parser looks at the byte behind the end and, if that is a ">", goes on
+        // from there. A semicolon, which means nothing between functions, stops it before.
+        const auto padded = text + "\n;\n";
         return builder.AddSectionFromMemory (name.toRawUTF8(), padded.data(),
                                              static_cast<unsigned> (padded.size()))
                >= 0;

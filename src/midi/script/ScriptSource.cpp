@@ -29,6 +29,9 @@ public:
         return 'a';
     }
 
+    /** True at the end of a text whose last comment does not end. */
+    bool isInComment() const { return breaksOff; }
+
     ScriptFault faultHere (std::string text) const { return { tokenLine, tokenColumn, std::move (text) }; }
 
 private:
@@ -49,12 +52,15 @@ private:
         }
     }
 
-    void skipTo (std::string_view ending)
+    /** @returns false if the text ends before */
+    bool skipTo (std::string_view ending)
     {
         while (at < source.size() && !startsWith (ending))
             step();
+        const auto isThere = at < source.size();
         for (size_t i = 0; i < ending.size() && at < source.size(); ++i)
             step();
+        return isThere;
     }
 
     void skipBlanks()
@@ -64,7 +70,12 @@ private:
             if (startsWith ("//"))
                 skipTo ("\n");
             else if (startsWith ("/*"))
-                skipTo ("*/");
+            {
+                tokenLine = line;
+                tokenColumn = static_cast<int> (at - lineStart) + 1;
+                at += 2;
+                breaksOff = !skipTo ("*/");
+            }
             else if (static_cast<unsigned char> (source[at]) <= ' ')
                 step();
             else
@@ -77,7 +88,8 @@ private:
         if (startsWith ("\"\"\""))
         {
             at += 3;
-            return skipTo ("\"\"\"");
+            skipTo ("\"\"\"");
+            return;
         }
         for (++at; at < source.size() && source[at] != quote && source[at] != '\n'; ++at)
             if (source[at] == '\\' && at + 1 < source.size() && source[at + 1] != '\n')
@@ -89,6 +101,7 @@ private:
     std::string_view source;
     size_t at = 0, lineStart = 0;
     int line = 1, tokenLine = 1, tokenColumn = 1;
+    bool breaksOff = false;
 };
 }
 
@@ -119,6 +132,8 @@ std::optional<ScriptFault> faultOf (std::string_view source)
         if (depth == 0 && (c == ';' || c == '}'))
             tokens = 0;
     }
+    if (scanner.isInComment())
+        return scanner.faultHere ("This comment does not end.");
     return std::nullopt;
 }
 

@@ -60,6 +60,9 @@ TEST (ScriptSource, LimitsLookThroughTextsAndComments)
                            + "\"; '" + deep + "' \"\"\" " + deep + "\n\" \"\"\""));
     const auto fault = faultOf ("// \"\nint a;\n  x = " + deep);
     ASSERT_TRUE (fault);
+    const auto open = faultOf ("int a; /*/ int b;\n");
+    ASSERT_TRUE (open);
+    EXPECT_EQ (open->column, 8) << "a comment that does not end";
     EXPECT_EQ (fault->line, 3);
     EXPECT_EQ (fault->column, 7 + ScriptLimits::nesting);
 }
