@@ -27,7 +27,7 @@ juce::String channelName (const std::array<const char*, count>& pairs, int chann
     return juce::String (pairs[static_cast<size_t> (channel / 2)]) + (channel % 2 == 0 ? " L" : " R");
 }
 
-constexpr int messageIntervalMs = 20;
+constexpr int messageIntervalMs = 40; ///< as often as views look
 }
 
 juce::AudioProcessor::BusesProperties CPlatterdex::buses()
