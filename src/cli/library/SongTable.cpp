@@ -65,7 +65,9 @@ int SongTable::print (SongDatabase& database, const SongList& list) const
     for (int first = 0; first < list.size(); first += rowsAtOnce)
     {
         songs.clear();
-        if (const auto code = database.readSongs (&list, first, first + rowsAtOnce, songs); code != 0)
+        if (const auto code =
+                database.readSongs (&list, first, first + rowsAtOnce, songs, SongDatabase::Presence::skipped);
+            code != 0)
             return unreadable (code);
         for (const auto& song : songs)
         {

@@ -84,9 +84,18 @@ public:
     int readSong (int32_t id, SongRecord&);
     int readForeignSong (int32_t id, SongRecord&);
 
+    /** The search for the files of songs that are read. */
+    enum class Presence
+    {
+        looked,
+        skipped
+    };
+
     /** Reads the songs of the entries `first` to `last` - 1, clipped to the list, inside one transaction.
-        @param records   as many as entries that are left, in their order */
-    int readSongs (const SongList*, int first, int last, std::vector<SongRecord>& records);
+        @param records   as many as entries that are left, in their order
+        @param presence  skipped leaves `present` false: looking for the files takes longer than all else */
+    int readSongs (const SongList*, int first, int last, std::vector<SongRecord>& records,
+                   Presence presence = Presence::looked);
 
     /** The stored text of one field. bpm comes as SQLite prints it. */
     int readField (SongField, int32_t id, juce::String& text);
@@ -246,7 +255,7 @@ private:
     static int readText (SqlConnection&, const std::string& sql, juce::String& text);
     static int count (SqlConnection&, const std::string& sql);
 
-    int readSongFrom (SqlConnection&, bool foreign, int32_t id, SongRecord&);
+    int readSongFrom (SqlConnection&, bool foreign, int32_t id, SongRecord&, Presence = Presence::looked);
     int readFieldFrom (SqlConnection&, const char* table, SongField, int32_t id, juce::String& text);
     int insertInto (const char* table, const SongRecord&);
     int setField (SongField, int32_t id, const std::string& value);

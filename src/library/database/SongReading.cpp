@@ -34,7 +34,8 @@ void readColumns (const SqlRow& row, SongRecord& record)
 }
 }
 
-int SongDatabase::readSongFrom (SqlConnection& from, bool foreign, int32_t id, SongRecord& record)
+int SongDatabase::readSongFrom (SqlConnection& from, bool foreign, int32_t id, SongRecord& record,
+                                Presence presence)
 {
     record.id = -1;
     record.database = this;
@@ -46,7 +47,7 @@ int SongDatabase::readSongFrom (SqlConnection& from, bool foreign, int32_t id, S
                                       });
     if (record.id < 0)
         record.columns.fill ({});
-    record.present = FileFacts::isPresent (record[SongColumn::filename]);
+    record.present = presence == Presence::looked && FileFacts::isPresent (record[SongColumn::filename]);
     return code;
 }
 
@@ -60,7 +61,8 @@ int SongDatabase::readForeignSong (int32_t id, SongRecord& record)
     return readSongFrom (connection, true, id, record);
 }
 
-int SongDatabase::readSongs (const SongList* list, int first, int last, std::vector<SongRecord>& records)
+int SongDatabase::readSongs (const SongList* list, int first, int last, std::vector<SongRecord>& records,
+                             Presence presence)
 {
     if (list == nullptr)
         return LibraryCode::badArgument;
@@ -73,7 +75,8 @@ int SongDatabase::readSongs (const SongList* list, int first, int last, std::vec
     SqlTransaction transaction (*loan, SqlTransaction::Purpose::reading);
     auto code = transaction.code();
     for (auto i = first; i < last && code == LibraryCode::ok; ++i)
-        code = readSongFrom (*loan, foreign, (*list)[i].songId, records[static_cast<size_t> (i - first)]);
+        code = readSongFrom (*loan, foreign, (*list)[i].songId, records[static_cast<size_t> (i - first)],
+                             presence);
     return transaction.commitIf (code);
 }
 

@@ -53,7 +53,8 @@ ExportPlaylist::Result ExportPlaylist::run (ImportProgress& progress)
         if (result.isCancelled)
             break;
         if (row % rowsAtOnce == 0)
-            isGood = database->readSongs (&list, row, std::min (row + rowsAtOnce, list.size()), records)
+            isGood = database->readSongs (&list, row, std::min (row + rowsAtOnce, list.size()), records,
+                                          SongDatabase::Presence::skipped)
                      == LibraryCode::ok;
         const auto place = static_cast<size_t> (row % rowsAtOnce);
         if (!isGood || place >= records.size())

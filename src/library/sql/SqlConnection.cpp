@@ -202,18 +202,24 @@ int SqlConnection::prepare (const std::string& sql, unsigned flags, sqlite3_stmt
                                nullptr);
 }
 
-int SqlConnection::run (const std::string& sql)
+int SqlConnection::runOnce (const std::string& sql, bool mayWrite, const RowFunction& row)
 {
     assertMayBlock();
     const juce::ScopedLock scope (lock);
     if (handle == nullptr)
         return LibraryCode::notOpen;
     sqlite3_stmt* statement = nullptr;
-    if (const auto code = prepare (sql, 0, statement); code != SQLITE_OK)
-        return code;
-    const auto code = stepThrough (statement, nullptr);
+    auto code = prepare (sql, 0, statement);
+    if (code == SQLITE_OK)
+        code = mayWrite || sqlite3_stmt_readonly (statement) != 0 ? stepThrough (statement, row)
+                                                                  : SQLITE_READONLY;
     sqlite3_finalize (statement);
     return code;
+}
+
+int SqlConnection::run (const std::string& sql)
+{
+    return runOnce (sql, true, nullptr);
 }
 
 int SqlConnection::insert (const std::string& sql, int64_t& newId)
@@ -227,17 +233,8 @@ int SqlConnection::insert (const std::string& sql, int64_t& newId)
 
 int SqlConnection::query (const std::string& sql, const RowFunction& row)
 {
-    assertMayBlock();
-    const juce::ScopedLock scope (lock);
-    if (handle == nullptr)
-        return LibraryCode::notOpen;
-    sqlite3_stmt* statement = nullptr;
-    auto code = prepare (sql, 0, statement);
-    if (code == SQLITE_OK)
-        // Conditions of smart playlists come out of the file: they select, and nothing else.
-        code = sqlite3_stmt_readonly (statement) != 0 ? stepThrough (statement, row) : SQLITE_READONLY;
-    sqlite3_finalize (statement);
-    return code;
+    // Conditions of smart playlists come out of the file: they select, and nothing else.
+    return runOnce (sql, false, row);
 }
 
 int SqlConnection::keptStatement (const std::string& sql, sqlite3_stmt*& statement)
@@ -255,7 +252,7 @@ int SqlConnection::keptStatement (const std::string& sql, sqlite3_stmt*& stateme
     return code;
 }
 
-int SqlConnection::queryKept (const std::string& sql, int32_t value, const RowFunction& row)
+int SqlConnection::runBound (const std::string& sql, const Binding& bind, const RowFunction& row)
 {
     assertMayBlock();
     const juce::ScopedLock scope (lock);
@@ -264,29 +261,29 @@ int SqlConnection::queryKept (const std::string& sql, int32_t value, const RowFu
     sqlite3_stmt* statement = nullptr;
     if (const auto code = keptStatement (sql, statement); code != SQLITE_OK)
         return code;
-    sqlite3_bind_int (statement, 1, value);
+    bind (statement);
     const auto code = stepThrough (statement, row);
     sqlite3_reset (statement);
+    sqlite3_clear_bindings (statement);
     return code;
+}
+
+int SqlConnection::queryKept (const std::string& sql, int32_t value, const RowFunction& row)
+{
+    return runBound (
+        sql, [value] (sqlite3_stmt* statement) { sqlite3_bind_int (statement, 1, value); }, row);
 }
 
 int SqlConnection::runKept (const std::string& sql, std::span<const std::string> values,
                             const RowFunction& row)
 {
-    assertMayBlock();
-    const juce::ScopedLock scope (lock);
-    if (handle == nullptr)
-        return LibraryCode::notOpen;
-    sqlite3_stmt* statement = nullptr;
-    if (const auto code = keptStatement (sql, statement); code != SQLITE_OK)
-        return code;
-    for (size_t i = 0; i < values.size(); ++i)
-        sqlite3_bind_text (statement, static_cast<int> (i + 1), values[i].data(),
-                           static_cast<int> (values[i].size()), SQLITE_STATIC);
-    const auto code = stepThrough (statement, row);
-    sqlite3_reset (statement);
-    sqlite3_clear_bindings (statement);
-    return code;
+    const auto bind = [values] (sqlite3_stmt* statement)
+    {
+        for (size_t i = 0; i < values.size(); ++i)
+            sqlite3_bind_text (statement, static_cast<int> (i + 1), values[i].data(),
+                               static_cast<int> (values[i].size()), SQLITE_STATIC);
+    };
+    return runBound (sql, bind, row);
 }
 
 bool SqlConnection::isInTransaction() const

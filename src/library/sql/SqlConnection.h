@@ -105,8 +105,12 @@ private:
     };
 
     int openWith (const juce::String& path, int flags);
+    using Binding = std::function<void (sqlite3_stmt*)>;
+
     int prepare (const std::string& sql, unsigned flags, sqlite3_stmt*&) const;
+    int runOnce (const std::string& sql, bool mayWrite, const RowFunction&);
     int keptStatement (const std::string& sql, sqlite3_stmt*&);
+    int runBound (const std::string& sql, const Binding&, const RowFunction&);
 
     juce::CriticalSection lock;
     sqlite3* handle = nullptr;
