@@ -1,7 +1,6 @@
 #include "cli/Verbs.h"
 
 #include "cli/TerminalOutput.h"
-#include "cli/library/LibrarySource.h"
 #include "cli/library/LibraryVerb.h"
 #include "cli/library/SongTable.h"
 
@@ -12,24 +11,11 @@ namespace
 using LibraryVerb::Action;
 using LibraryVerb::Use;
 
-int show (SongDatabase& database, VerbOptions& given)
-{
-    const auto table = SongTable::withColumns (given);
-    if (!table)
-        return ExitCode::badInput;
-    SongList songs (SongListKind::automix);
-    const auto code = database.fillAutomix (&songs, SongField::listOrder, true);
-    return code == LibraryCode::ok ? table->print (database, songs) : SongTable::unreadable (code);
-}
-
 int add (SongDatabase& database, VerbOptions& given)
 {
-    const auto paths = LibraryVerb::importablePaths (given.positional);
-    if (!paths)
-        return ExitCode::badInput;
     ImportFiles::Target target;
     target.isAutomix = true;
-    return LibraryVerb::importPaths (database, *paths, target);
+    return LibraryVerb::importArguments (database, given.positional, target);
 }
 
 int clear (SongDatabase& database, VerbOptions&)
@@ -40,7 +26,8 @@ int clear (SongDatabase& database, VerbOptions&)
 }
 
 constexpr std::array actions {
-    Action { "show", "", "the songs in the order in which they are played", 0, 0, Use::read, show },
+    Action { "show", "", "the songs in the order in which they are played", 0, 0, Use::read,
+             LibraryVerb::onList<LibraryVerb::showPlaylist, SongListKind::automix> },
     Action { "add", "PATH...", "appends files and folders, which are imported if need be", 1,
              LibraryVerb::anyNumber, Use::write, add },
     Action { "clear", "", "takes out all songs", 0, 0, Use::change, clear },

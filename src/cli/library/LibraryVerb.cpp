@@ -138,7 +138,7 @@ int32_t LibraryVerb::lastPlace (SongDatabase& database, SongListKind kind)
     return last + 1;
 }
 
-int LibraryVerb::printPlaylists (SongDatabase& database, SongListKind kind)
+int LibraryVerb::printPlaylists (SongDatabase& database, SongListKind kind, VerbOptions&)
 {
     const auto playlists = playlistsOf (database, kind);
     if (!playlists)
@@ -158,12 +158,40 @@ int LibraryVerb::printPlaylists (SongDatabase& database, SongListKind kind)
 int LibraryVerb::showPlaylist (SongDatabase& database, SongListKind kind, VerbOptions& given)
 {
     const auto table = SongTable::withColumns (given);
-    const auto item = table ? findPlaylist (database, kind, given.positional[0]) : std::nullopt;
+    if (!table)
+        return ExitCode::badInput;
+    LibrarySource source { kind, {}, -1 };
+    if (kind != SongListKind::automix)
+    {
+        const auto item = findPlaylist (database, kind, given.positional[0]);
+        if (!item)
+            return ExitCode::badInput;
+        source = { kind, item->name, item->id };
+    }
+    SongList songs;
+    const auto code = source.fill (database, songs, {});
+    return code == LibraryCode::ok ? table->print (database, songs) : SongTable::unreadable (code);
+}
+
+int LibraryVerb::renamePlaylist (SongDatabase& database, SongListKind kind, VerbOptions& given)
+{
+    const auto item = findPlaylist (database, kind, given.positional[0]);
+    const auto name = given.positional[1];
+    if (!item || !isNameFree (database, kind, name))
+        return ExitCode::badInput;
+    return ended (kind == SongListKind::smartPlaylist ? database.renameSmartPlaylist (item->id, name)
+                                                      : database.renamePlaylist (item->id, name),
+                  "Named it " + name.quoted() + ".");
+}
+
+int LibraryVerb::deletePlaylist (SongDatabase& database, SongListKind kind, VerbOptions& given)
+{
+    const auto item = findPlaylist (database, kind, given.positional[0]);
     if (!item)
         return ExitCode::badInput;
-    SongList songs;
-    const auto code = LibrarySource { kind, item->name, item->id }.fill (database, songs, {});
-    return code == LibraryCode::ok ? table->print (database, songs) : SongTable::unreadable (code);
+    return ended (kind == SongListKind::smartPlaylist ? database.deleteSmartPlaylist (item->id)
+                                                      : database.deletePlaylist (item->id),
+                  juce::String ("Deleted the ") + wordFor (kind) + " " + item->name.quoted() + ".");
 }
 
 std::optional<juce::StringArray> LibraryVerb::importablePaths (const juce::StringArray& arguments)
@@ -182,6 +210,13 @@ std::optional<juce::StringArray> LibraryVerb::importablePaths (const juce::Strin
         paths.add (path);
     }
     return paths;
+}
+
+int LibraryVerb::importArguments (SongDatabase& database, const juce::StringArray& arguments,
+                                  const ImportFiles::Target& target)
+{
+    const auto paths = importablePaths (arguments);
+    return paths ? importPaths (database, *paths, target) : ExitCode::badInput;
 }
 
 juce::String LibraryVerb::whyNotStored (int code)

@@ -47,13 +47,29 @@ bool isNameFree (SongDatabase&, SongListKind, const juce::String& name);
 int32_t lastPlace (SongDatabase&, SongListKind);
 
 /** All lists of the kind, each with its number of songs. */
-int printPlaylists (SongDatabase&, SongListKind);
+int printPlaylists (SongDatabase&, SongListKind, VerbOptions& given);
 
-/** The songs of the list that the first argument names. */
+/** The songs of the list that the first argument names; of the automix list without one. */
 int showPlaylist (SongDatabase&, SongListKind, VerbOptions& given);
+
+/** Gives the list that the first argument names the second as its name. */
+int renamePlaylist (SongDatabase&, SongListKind, VerbOptions& given);
+
+/** Deletes the list that the first argument names; its songs stay in the library. */
+int deletePlaylist (SongDatabase&, SongListKind, VerbOptions& given);
+
+/** One of the functions above as an action of a kind of list. */
+template <int (*function) (SongDatabase&, SongListKind, VerbOptions&), SongListKind kind>
+int onList (SongDatabase& database, VerbOptions& given)
+{
+    return function (database, kind, given);
+}
 
 /** Files and folders, seen from the current folder, that can be imported. @returns their full paths */
 std::optional<juce::StringArray> importablePaths (const juce::StringArray& arguments);
+
+/** Imports the files and folders that the arguments name. @returns the exit code */
+int importArguments (SongDatabase&, const juce::StringArray& arguments, const ImportFiles::Target&);
 
 /** A sentence for the code that ended an import. */
 juce::String whyNotStored (int code);

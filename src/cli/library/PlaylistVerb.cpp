@@ -8,6 +8,8 @@
 #include "library/import/ImportFiles.h"
 
 #include <array>
+#include <functional>
+#include <numeric>
 
 namespace
 {
@@ -17,22 +19,9 @@ constexpr auto kind = SongListKind::playlist;
 
 int addPaths (SongDatabase& database, int32_t id, const juce::StringArray& arguments)
 {
-    const auto paths = LibraryVerb::importablePaths (arguments);
-    if (!paths)
-        return ExitCode::badInput;
     ImportFiles::Target target;
     target.playlistId = id;
-    return LibraryVerb::importPaths (database, *paths, target);
-}
-
-int list (SongDatabase& database, VerbOptions&)
-{
-    return LibraryVerb::printPlaylists (database, kind);
-}
-
-int show (SongDatabase& database, VerbOptions& given)
-{
-    return LibraryVerb::showPlaylist (database, kind, given);
+    return LibraryVerb::importArguments (database, arguments, target);
 }
 
 int create (SongDatabase& database, VerbOptions& given)
@@ -55,29 +44,60 @@ int add (SongDatabase& database, VerbOptions& given)
     return item ? addPaths (database, item->id, given.positional) : ExitCode::badInput;
 }
 
-int remove (SongDatabase& database, VerbOptions& given)
+/** Takes the songs at some places of a list out of it.
+    @param placesOf   chooses from the songs; gives nothing after a report */
+int removeFrom (SongDatabase& database, const juce::String& name,
+                const std::function<std::optional<std::vector<int>> (const SongList&)>& placesOf)
 {
-    const auto item = LibraryVerb::findPlaylist (database, kind, given.positional[0]);
+    const auto item = LibraryVerb::findPlaylist (database, kind, name);
     if (!item)
         return ExitCode::badInput;
-    given.positional.remove (0);
     SongList songs (kind, item->id);
     if (const auto code = database.fillPlaylist (&songs, item->id, SongField::listOrder, true);
         code != LibraryCode::ok)
         return SongTable::unreadable (code);
-
+    const auto places = placesOf (songs);
+    if (!places)
+        return ExitCode::badInput;
     std::vector<int32_t> entries;
-    for (const auto& place : given.positional)
-    {
-        const auto number = place.containsOnly ("0123456789") ? place.getLargeIntValue() : 0;
-        if (number < 1 || number > songs.size())
-            return failWith ("The playlist has places 1 to " + juce::String (songs.size()) + ", not "
-                             + place.quoted() + ".");
-        entries.push_back (songs[static_cast<int> (number) - 1].entryId);
-    }
+    for (const auto place : *places)
+        entries.push_back (songs[place].entryId);
     return LibraryVerb::ended (database.removeEntries (item->id, entries),
                                "Took " + LibraryVerb::songs (static_cast<int> (entries.size())) + " out of "
                                    + item->name.quoted() + ".");
+}
+
+int remove (SongDatabase& database, VerbOptions& given)
+{
+    const auto placesOf = [&given] (const SongList& songs) -> std::optional<std::vector<int>>
+    {
+        std::vector<int> places;
+        for (int i = 1; i < given.positional.size(); ++i)
+        {
+            const auto place = given.positional[i];
+            const auto number = place.containsOnly ("0123456789") ? place.getLargeIntValue() : 0;
+            if (number < 1 || number > songs.size())
+            {
+                failWith ("The playlist has places 1 to " + juce::String (songs.size()) + ", not "
+                          + place.quoted() + ".");
+                return {};
+            }
+            places.push_back (static_cast<int> (number) - 1);
+        }
+        return places;
+    };
+    return removeFrom (database, given.positional[0], placesOf);
+}
+
+int clear (SongDatabase& database, VerbOptions& given)
+{
+    const auto all = [] (const SongList& songs) -> std::optional<std::vector<int>>
+    {
+        std::vector<int> places (static_cast<size_t> (songs.size()));
+        std::iota (places.begin(), places.end(), 0);
+        return places;
+    };
+    return removeFrom (database, given.positional[0], all);
 }
 
 /** Reads a playlist file of another program. */
@@ -102,43 +122,11 @@ int importFile (SongDatabase& database, VerbOptions& given)
     return result.playlistId >= 0 ? ExitCode::success : LibraryVerb::ended (LibraryCode::failed, {});
 }
 
-int rename (SongDatabase& database, VerbOptions& given)
-{
-    const auto item = LibraryVerb::findPlaylist (database, kind, given.positional[0]);
-    return item && LibraryVerb::isNameFree (database, kind, given.positional[1])
-               ? LibraryVerb::ended (database.renamePlaylist (item->id, given.positional[1]),
-                                     "Named it " + given.positional[1].quoted() + ".")
-               : ExitCode::badInput;
-}
-
-int clear (SongDatabase& database, VerbOptions& given)
-{
-    const auto item = LibraryVerb::findPlaylist (database, kind, given.positional[0]);
-    if (!item)
-        return ExitCode::badInput;
-    SongList songs (kind, item->id);
-    if (const auto code = database.fillPlaylist (&songs, item->id, SongField::listOrder, true);
-        code != LibraryCode::ok)
-        return SongTable::unreadable (code);
-    std::vector<int32_t> entries;
-    for (const auto& entry : songs.entries())
-        entries.push_back (entry.entryId);
-    return LibraryVerb::ended (database.removeEntries (item->id, entries),
-                               "Took " + LibraryVerb::songs (songs.size()) + " out of " + item->name.quoted()
-                                   + ".");
-}
-
-int deleteOne (SongDatabase& database, VerbOptions& given)
-{
-    const auto item = LibraryVerb::findPlaylist (database, kind, given.positional[0]);
-    return item ? LibraryVerb::ended (database.deletePlaylist (item->id),
-                                      "Deleted the playlist " + item->name.quoted() + ".")
-                : ExitCode::badInput;
-}
-
 constexpr std::array actions {
-    Action { "list", "", "the playlists, with their numbers of songs", 0, 0, Use::read, list },
-    Action { "show", "NAME", "its songs in order", 1, 1, Use::read, show },
+    Action { "list", "", "the playlists, with their numbers of songs", 0, 0, Use::read,
+             LibraryVerb::onList<LibraryVerb::printPlaylists, kind> },
+    Action { "show", "NAME", "its songs in order", 1, 1, Use::read,
+             LibraryVerb::onList<LibraryVerb::showPlaylist, kind> },
     Action { "create", "NAME [PATH...]", "a new playlist", 1, LibraryVerb::anyNumber, Use::write, create },
     Action { "add", "NAME PATH...", "appends files and folders, which are imported if need be", 2,
              LibraryVerb::anyNumber, Use::change, add },
@@ -147,8 +135,10 @@ constexpr std::array actions {
     Action { "clear", "NAME", "takes out all songs", 1, 1, Use::change, clear },
     Action { "import", "FILE.m3u|FILE.xml [NAME]", "a new one from another program's file", 1, 2, Use::write,
              importFile },
-    Action { "rename", "NAME NEWNAME", "gives it another name", 2, 2, Use::change, rename },
-    Action { "delete", "NAME", "its songs stay in the library", 1, 1, Use::change, deleteOne },
+    Action { "rename", "NAME NEWNAME", "gives it another name", 2, 2, Use::change,
+             LibraryVerb::onList<LibraryVerb::renamePlaylist, kind> },
+    Action { "delete", "NAME", "its songs stay in the library", 1, 1, Use::change,
+             LibraryVerb::onList<LibraryVerb::deletePlaylist, kind> },
 };
 
 constexpr std::array options {

@@ -16,16 +16,6 @@ constexpr auto kind = SongListKind::smartPlaylist;
 /** Larger documents are none of ours. */
 constexpr juce::int64 largestRules = 1 << 20;
 
-int list (SongDatabase& database, VerbOptions&)
-{
-    return LibraryVerb::printPlaylists (database, kind);
-}
-
-int show (SongDatabase& database, VerbOptions& given)
-{
-    return LibraryVerb::showPlaylist (database, kind, given);
-}
-
 int printRules (SongDatabase& database, VerbOptions& given)
 {
     const auto item = LibraryVerb::findPlaylist (database, kind, given.positional[0]);
@@ -74,30 +64,17 @@ int create (SongDatabase& database, VerbOptions& given)
                                "Made the smart playlist " + name.quoted() + ".");
 }
 
-int rename (SongDatabase& database, VerbOptions& given)
-{
-    const auto item = LibraryVerb::findPlaylist (database, kind, given.positional[0]);
-    return item && LibraryVerb::isNameFree (database, kind, given.positional[1])
-               ? LibraryVerb::ended (database.renameSmartPlaylist (item->id, given.positional[1]),
-                                     "Named it " + given.positional[1].quoted() + ".")
-               : ExitCode::badInput;
-}
-
-int deleteOne (SongDatabase& database, VerbOptions& given)
-{
-    const auto item = LibraryVerb::findPlaylist (database, kind, given.positional[0]);
-    return item ? LibraryVerb::ended (database.deleteSmartPlaylist (item->id),
-                                      "Deleted the smart playlist " + item->name.quoted() + ".")
-                : ExitCode::badInput;
-}
-
 constexpr std::array actions {
-    Action { "list", "", "the smart playlists, with their numbers of songs", 0, 0, Use::read, list },
-    Action { "show", "NAME", "the songs that fit now", 1, 1, Use::read, show },
+    Action { "list", "", "the smart playlists, with their numbers of songs", 0, 0, Use::read,
+             LibraryVerb::onList<LibraryVerb::printPlaylists, kind> },
+    Action { "show", "NAME", "the songs that fit now", 1, 1, Use::read,
+             LibraryVerb::onList<LibraryVerb::showPlaylist, kind> },
     Action { "rules", "NAME", "its rules as XML", 1, 1, Use::read, printRules },
     Action { "create", "NAME --rules FILE.xml", "a new one", 1, 1, Use::write, create },
-    Action { "rename", "NAME NEWNAME", "gives it another name", 2, 2, Use::change, rename },
-    Action { "delete", "NAME", "its songs stay in the library", 1, 1, Use::change, deleteOne },
+    Action { "rename", "NAME NEWNAME", "gives it another name", 2, 2, Use::change,
+             LibraryVerb::onList<LibraryVerb::renamePlaylist, kind> },
+    Action { "delete", "NAME", "its songs stay in the library", 1, 1, Use::change,
+             LibraryVerb::onList<LibraryVerb::deletePlaylist, kind> },
 };
 
 constexpr std::array options {

@@ -7,8 +7,6 @@
 #include "cli/perform/SetFile.h"
 #include "cli/perform/WavInput.h"
 #include "cli/perform/WavOutput.h"
-#include "offline/SetPerformance.h"
-#include "session/Session.h"
 
 #include <juce_events/juce_events.h>
 
@@ -109,12 +107,9 @@ int perform (VerbOptions& given)
     auto seconds = 0.0;
     {
         const juce::ScopedJuceInitialiser_GUI juceScope;
-        OfflineHost::Options hosting;
-        hosting.root = root.folder;
-        hosting.decoderLibrary = Session::decoderBesideBinary();
+        auto hosting = hostingOf (*script, root.folder);
         hosting.sampleRate = sampleRate;
         hosting.blockFrames = static_cast<int> (*block);
-        hosting.hasTransport = script->hasHost();
         hosting.seed = *seed;
         OfflineHost host (hosting);
 
@@ -125,9 +120,7 @@ int perform (VerbOptions& given)
             return !interruption.isInterrupted() && master.write (channels, frames)
                    && (!all || all->write (channels, frames));
         };
-        performSet (*script, host,
-                    { setFile.getParentDirectory(), printLine, reportLine,
-                      [&notLoaded] (const juce::String& path) { notLoaded.addIfNotAlreadyThere (path); } });
+        notLoaded = performSetFile (*script, host, setFile, printLine);
         seconds = static_cast<double> (host.position()) / sampleRate;
     }
     if (interruption.isInterrupted())
@@ -140,9 +133,7 @@ int perform (VerbOptions& given)
         return failWith (all->error());
     printLine ("Wrote " + given.fileOf ("--out").getFullPathName() + ", " + juce::String (seconds, 1)
                + " s.");
-    for (const auto& path : notLoaded)
-        failWith (oneLine (path) + " was not loaded, and is missing in what was performed.");
-    return notLoaded.isEmpty() ? ExitCode::success : ExitCode::badInput;
+    return endOfSet (notLoaded);
 }
 }
 

@@ -1,6 +1,8 @@
 #include "cli/perform/SetFile.h"
 
 #include "cli/TerminalOutput.h"
+#include "offline/SetPerformance.h"
+#include "session/Session.h"
 
 namespace
 {
@@ -36,4 +38,30 @@ std::optional<SetScript> readSetFile (const juce::File& file)
         return {};
     }
     return std::get<SetScript> (std::move (parsed));
+}
+
+OfflineHost::Options hostingOf (const SetScript& script, const juce::File& root)
+{
+    OfflineHost::Options hosting;
+    hosting.root = root;
+    hosting.decoderLibrary = Session::decoderBesideBinary();
+    hosting.hasTransport = script.hasHost();
+    return hosting;
+}
+
+juce::StringArray performSetFile (const SetScript& script, OfflineHost& host, const juce::File& file,
+                                  std::function<void (const juce::String&)> print)
+{
+    juce::StringArray notLoaded;
+    performSet (script, host,
+                { file.getParentDirectory(), std::move (print), reportLine,
+                  [&notLoaded] (const juce::String& path) { notLoaded.addIfNotAlreadyThere (path); } });
+    return notLoaded;
+}
+
+int endOfSet (const juce::StringArray& notLoaded)
+{
+    for (const auto& path : notLoaded)
+        failWith (oneLine (path) + " was not loaded, and is missing in what was performed.");
+    return notLoaded.isEmpty() ? ExitCode::success : ExitCode::badInput;
 }

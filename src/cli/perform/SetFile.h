@@ -1,10 +1,23 @@
 #pragma once
 
+#include "offline/OfflineHost.h"
 #include "offline/SetScript.h"
 
-#include <juce_core/juce_core.h>
-
+#include <functional>
 #include <optional>
 
 /** Reads a set from its file. @returns nothing after a report of what is wrong */
 std::optional<SetScript> readSetFile (const juce::File&);
+
+/** What a host of a set needs, in a root folder. */
+OfflineHost::Options hostingOf (const SetScript&, const juce::File& root);
+
+/** Performs a set; what happens to it is reported on the error output.
+    @param file    the tracks are seen from its folder
+    @param print   takes the lines that the set prints; nobody without it
+    @returns the paths that were not loaded */
+juce::StringArray performSetFile (const SetScript&, OfflineHost&, const juce::File& file,
+                                  std::function<void (const juce::String&)> print = {});
+
+/** Reports the paths that were not loaded. @returns the exit code */
+int endOfSet (const juce::StringArray& notLoaded);

@@ -4,8 +4,6 @@
 #include "cli/VerbOptions.h"
 #include "cli/perform/RunRoot.h"
 #include "cli/perform/SetFile.h"
-#include "offline/SetPerformance.h"
-#include "session/Session.h"
 #include "text/ZRRenderer.h"
 #include "ui/CPlatterdexVstEditor.h"
 
@@ -177,26 +175,15 @@ int snapshot (const VerbOptions& given)
         return failWith (root.fault);
 
     const juce::ScopedJuceInitialiser_GUI juceScope;
-    OfflineHost::Options hosting;
-    hosting.root = root.folder;
-    hosting.decoderLibrary = Session::decoderBesideBinary();
-    hosting.hasTransport = script.hasHost();
-    OfflineHost host (hosting);
-    juce::StringArray notLoaded;
-    performSet (script, host,
-                { given.fileOf ("--after").getParentDirectory(),
-                  {},
-                  reportLine,
-                  [&notLoaded] (const juce::String& path)
-                  { notLoaded.addIfNotAlreadyThere (oneLine (path)); } });
+    OfflineHost host (hostingOf (script, root.folder));
+    const auto notLoaded = performSetFile (script, host, given.fileOf ("--after"));
     host.engine().settings.editor[EditorPreference::fourDeckMode] = given.has ("--four") ? 1 : 0;
 
     const auto file = given.fileOf ("--out");
     if (!writePng (paintEditor (host.engine(), request), file))
         return failWith (file.getFullPathName() + " can't be written.");
     printLine ("Wrote " + file.getFullPathName() + ".");
-    return notLoaded.isEmpty() ? ExitCode::success
-                               : failWith (notLoaded.joinIntoString (", ") + " was not loaded.");
+    return endOfSet (notLoaded);
 }
 }
 
