@@ -18,6 +18,8 @@ constexpr std::array verbs {
     Verb { "snapshot", "paints the window into a PNG file, without a display", runSnapshot },
     Verb { "midi", "lists the MIDI ports, or shows what they receive", runMidi },
     Verb { "script", "builds scripts for MIDI controllers and prints their errors", runScript },
+    Verb { "timecode", "decodes a recorded control signal into speeds and positions", runTimecode },
+    Verb { "control-cd", "writes the control disc into a WAV file", runControlCd },
     Verb { "commands", "prints the table of commands", runCommands },
     Verb { "demo-tracks", "writes the demo tracks into a folder", runDemoTracks },
 };

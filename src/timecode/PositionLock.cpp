@@ -1,0 +1,255 @@
+#include "timecode/PositionLock.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <numbers>
+
+namespace
+{
+constexpr double longestGapSeconds = 0.06;
+constexpr int widestSlip = 96;   // cycles
+constexpr int bitsToRecall = 18; // a wrong place in 50,000
+} // namespace
+
+void PositionLock::prepare (const ControlMedium& newMedium, const GrooveCode& newCode, double sampleRate) noexcept
+{
+    medium = &newMedium;
+    code = &newCode;
+    rate = sampleRate;
+    reset();
+}
+
+void PositionLock::reset() noexcept
+{
+    cycles.fill ({});
+    slotLevels.fill ({});
+    started = known = remembered = false;
+    meanHeight = spread = trust = 0;
+    heightsSeen = absentSamples = doubtful = 0;
+}
+
+std::optional<double> PositionLock::cycle() const noexcept
+{
+    if (! known || doubtful > 0)
+        return std::nullopt;
+    const auto at = turnsNow + static_cast<double> (offset);
+    return at >= 0 && at < static_cast<double> (code->length()) ? std::optional (at) : std::nullopt;
+}
+
+void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
+{
+    turnsNow = reading.turns;
+    even = reading.even;
+    tooFast = std::abs (reading.turnsPerSample) > (medium->isOwnDisc() ? 0.065 : 0.15);
+    if (! reading.present)
+    {
+        started = false;
+        absentSamples += 2;
+        if (absentSamples > 2 * longestGapSeconds * rate)
+            known = false;
+        else
+            trust = std::min (trust, 0.55f); // the first bits decide
+        return;
+    }
+    absentSamples = std::max (0, absentSamples - 1);
+    const auto whole = static_cast<std::int64_t> (reading.lateTurns);
+    const auto number = whole - (reading.lateTurns < static_cast<double> (whole) ? 1 : 0);
+    if (! started || number != current)
+    {
+        if (started && std::abs (number - current) == 1)
+            finish (current, number > current);
+        enteredForward = ! started || number > current;
+        current = number;
+        started = true;
+        auto& fresh = cycleAt (number);
+        fresh = {};
+        fresh.number = number;
+    }
+    auto& here = cycleAt (current);
+    if (reading.coasting)
+        return;
+    const auto sector = std::min (sectors - 1, static_cast<int> ((reading.lateTurns - static_cast<double> (number)) * sectors));
+    here.sum[static_cast<std::size_t> (sector)] += medium->isOwnDisc() ? reading.burst : reading.level;
+    here.weight[static_cast<std::size_t> (sector)] += reading.burstWeight;
+    ++here.count[static_cast<std::size_t> (sector)];
+}
+
+void PositionLock::finish (std::int64_t number, bool forward) noexcept
+{
+    auto& done = cycleAt (number);
+    if (forward != enteredForward || tooFast || ! readBits (done))
+        return;
+    done.read = true;
+    if (known)
+        test (number, forward);
+    if (! known && remembered)
+        recall (number, forward);
+    if (! known || doubtful > 0)
+        search (number, forward);
+}
+
+bool PositionLock::readBits (Cycle& c) noexcept
+{
+    if (medium->isOwnDisc())
+    {
+        for (std::size_t slot = 0; slot < 6; ++slot)
+            if (c.weight[2 * slot] + c.weight[2 * slot + 1] < 0.2f)
+                return false;
+        for (std::size_t slot = 0; slot < 6; ++slot)
+        {
+            // Clear and set slots are learnt apart: phase errors and clipping move them.
+            auto& levels = slotLevels[slot];
+            const auto height = (c.sum[2 * slot] + c.sum[2 * slot + 1]) / (c.weight[2 * slot] + c.weight[2 * slot + 1]);
+            const auto middle = 0.5f * (levels.clear + levels.set);
+            c.value[slot] = std::clamp ((height - middle) / std::max (0.3f, levels.set - levels.clear), -1.0f, 1.0f);
+            if (! even)
+                continue;
+            const bool isSet = known ? (code->bitsAt (c.number + offset) >> slot & 1) != 0 : height > middle;
+            if (isSet)
+                levels.set += 0.04f * (std::clamp (height, 0.4f, 1.4f) - levels.set);
+            else
+                levels.clear += 0.04f * (std::clamp (height, -0.4f, 0.4f) - levels.clear);
+        }
+        return true;
+    }
+    // A cycle that holds a 0 is weakest at its middle; the reading point of other decoders stands a quarter beside.
+    float height = 0, weights = 0;
+    int empty = 0;
+    for (std::size_t i = 0; i < sectors; ++i)
+    {
+        if (c.count[i] == 0)
+        {
+            ++empty;
+            continue;
+        }
+        const auto a = (static_cast<float> (i) + 0.5f) / sectors;
+        const auto weight = 1 - std::cos (2 * std::numbers::pi_v<float> * a);
+        height += weight * c.sum[i] / static_cast<float> (c.count[i]);
+        weights += weight;
+    }
+    if (empty > sectors / 2)
+        return false;
+    height /= weights;
+    heightsSeen = std::min (heightsSeen + 1, 48);
+    meanHeight += (height - meanHeight) / static_cast<float> (heightsSeen);
+    spread += (std::abs (height - meanHeight) - spread) / static_cast<float> (heightsSeen);
+    c.value[0] = std::clamp ((height - meanHeight) / std::max (spread, 1e-9f), -1.5f, 1.5f);
+    return true;
+}
+
+unsigned PositionLock::hardBits (std::int64_t number) noexcept
+{
+    const auto& c = cycleAt (number);
+    unsigned bits = 0;
+    for (int i = 0; i < code->bitsPerCycle(); ++i)
+        bits |= (c.value[static_cast<std::size_t> (i)] > 0 ? 1U : 0U) << i;
+    return bits;
+}
+
+float PositionLock::agreement (std::int64_t oldest, std::int64_t newest, std::int64_t at, int& bitsSeen) noexcept
+{
+    float agreed = 0, all = 0;
+    bitsSeen = 0;
+    for (auto n = oldest; n <= newest; ++n)
+    {
+        if (! wasRead (n))
+            continue;
+        const auto expected = code->bitsAt (n + at);
+        const auto& c = cycleAt (n);
+        for (int i = 0; i < code->bitsPerCycle(); ++i)
+        {
+            const auto v = c.value[static_cast<std::size_t> (i)];
+            agreed += (expected >> i & 1) != 0 ? v : -v;
+            all += std::abs (v);
+            ++bitsSeen;
+        }
+    }
+    return all > 0 ? agreed / all : 0;
+}
+
+int PositionLock::wrongBits (std::int64_t oldest, std::int64_t latest, std::int64_t at) noexcept
+{
+    int wrong = 0;
+    for (auto n = oldest; n <= latest; ++n)
+        wrong += std::popcount (hardBits (n) ^ code->bitsAt (n + at));
+    return wrong;
+}
+
+void PositionLock::recall (std::int64_t newest, bool forward) noexcept
+{
+    // A record that was held stands where it stood, give or take a turn that nobody counted.
+    const auto needed = std::max (bitsToRecall / code->bitsPerCycle(), code->bitsPerCycle() > 1 ? code->cyclesToLocate() + 1 : 0);
+    const auto direction = forward ? -1 : 1;
+    for (int i = 0; i < needed; ++i)
+        if (! wasRead (newest + direction * i))
+            return;
+    const auto oldest = std::min (newest, newest + direction * (needed - 1));
+    for (const auto shift : { 0, -1, 1, -2, 2 })
+        if (wrongBits (oldest, oldest + needed - 1, offset + shift) == 0)
+        {
+            offset += shift;
+            known = true;
+            doubtful = 0;
+            trust = 1;
+            return;
+        }
+}
+
+void PositionLock::search (std::int64_t newest, bool forward) noexcept
+{
+    const auto wanted = code->cyclesToLocate();
+    const auto all = wanted + code->cyclesToBelieve() + (remembered ? 0 : 4); // the first place counts most
+    const auto direction = forward ? -1 : 1; // towards what was read before
+    for (int i = 0; i < all; ++i)
+        if (! wasRead (newest + direction * i))
+            return;
+    const auto oldest = std::min (newest, newest + direction * (all - 1));
+    const auto latest = oldest + all - 1;
+    std::array<unsigned, 32> window {};
+    const auto first = forward ? newest - wanted + 1 : newest;
+    for (int i = 0; i < wanted; ++i)
+        window[static_cast<std::size_t> (i)] = hardBits (first + i);
+    const auto found = code->locate (std::span (window).first (static_cast<std::size_t> (wanted)));
+    if (! found.has_value())
+        return;
+    const auto candidate = *found - first;
+    if (wrongBits (oldest, latest, candidate) > code->bitsPerCycle() / 3)
+        return;
+    offset = candidate;
+    remembered = true;
+    known = true;
+    doubtful = 0;
+    trust = 1;
+}
+
+void PositionLock::test (std::int64_t newest, bool forward) noexcept
+{
+    int bits = 0;
+    trust += 0.06f * (agreement (newest, newest, offset, bits) - trust);
+    const auto direction = forward ? -1 : 1;
+    const auto other = newest + direction * 31;
+    const auto oldest = std::min (newest, other), latest = std::max (newest, other);
+    if (trust > 0.4f)
+    {
+        doubtful = 0;
+        return;
+    }
+    ++doubtful;
+    float best = 0;
+    std::int64_t at = 0;
+    for (int shift = -widestSlip; shift <= widestSlip; ++shift)
+        if (const auto a = agreement (oldest, latest, offset + shift, bits); a > best)
+        {
+            best = a;
+            at = shift;
+        }
+    if (best > 0.9f && bits >= 30 * code->bitsPerCycle())
+    {
+        offset += at;
+        trust = best;
+        doubtful = 0;
+    }
+    else if (doubtful > 64)
+        known = remembered = false;
+}

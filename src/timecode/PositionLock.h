@@ -1,0 +1,80 @@
+#pragma once
+
+#include "timecode/CarrierTracker.h"
+#include "timecode/ControlMedium.h"
+
+#include <algorithm>
+#include <array>
+
+/** Finds and keeps the place of the needle in a coded groove.
+
+    Each cycle that was passed from end to end leaves its bits under its number in the count of turns, whichever way
+    it was passed. Enough neighbours that stand somewhere in the code fix how the count lies on the groove; from then
+    on the place is the count, through reversals, slow hands and dropouts, and the bits that pass only test it:
+    when they stop agreeing, places nearby are tried before the place is given up. Audio thread; allocates nothing. */
+class PositionLock
+{
+public:
+    /** Sets the medium and its code, both outliving this, and the rate of the input, and resets. */
+    void prepare (const ControlMedium&, const GrooveCode&, double sampleRate) noexcept;
+    void reset() noexcept;
+
+    /** Takes in one reading of the carrier. */
+    void process (const CarrierTracker::Reading&) noexcept;
+
+    /** Running share of bits that the code foretold, 0 to 1; 0 while the place is unknown. */
+    float trustInPlace() const noexcept { return known ? std::max (0.0f, trust) : 0; }
+
+    /** Place of the needle in cycles of the medium, or nothing. */
+    std::optional<double> cycle() const noexcept;
+
+private:
+    static constexpr int sectors = 12;
+    static constexpr int history = 256; // cycles, a power of two
+
+    struct Cycle
+    {
+        std::int64_t number = -1;
+        std::array<float, sectors> sum {}, weight {};
+        std::array<std::uint16_t, sectors> count {};
+        std::array<float, 6> value {}; // soft bits, above 0 for a 1
+        bool read = false;
+    };
+
+    Cycle& cycleAt (std::int64_t number) noexcept { return cycles[static_cast<std::size_t> (number) & (history - 1)]; }
+    bool wasRead (std::int64_t number) noexcept
+    {
+        const auto& c = cycleAt (number);
+        return c.number == number && c.read;
+    }
+    unsigned hardBits (std::int64_t number) noexcept;
+    void finish (std::int64_t number, bool forward) noexcept;
+    bool readBits (Cycle&) noexcept;
+    int wrongBits (std::int64_t oldest, std::int64_t latest, std::int64_t offset) noexcept;
+    void recall (std::int64_t newest, bool forward) noexcept;
+    void search (std::int64_t newest, bool forward) noexcept;
+    void test (std::int64_t newest, bool forward) noexcept;
+    float agreement (std::int64_t oldest, std::int64_t newest, std::int64_t offset, int& bitsSeen) noexcept;
+
+    const ControlMedium* medium = nullptr;
+    const GrooveCode* code = nullptr;
+    double rate = 44100, turnsNow = 0;
+
+    std::array<Cycle, history> cycles {};
+    std::int64_t current = 0;
+    bool started = false, enteredForward = true;
+    float meanHeight = 0, spread = 0;
+    int heightsSeen = 0;
+    struct SlotLevels
+    {
+        float clear = 0, set = 1;
+    };
+    std::array<SlotLevels, 6> slotLevels {};
+    bool tooFast = false, even = false;
+
+    bool known = false, remembered = false;
+    std::int64_t offset = 0; // cycle of the medium minus number in the count
+    float trust = 0;
+    int absentSamples = 0;
+    int doubtful = 0;
+};
