@@ -30,6 +30,7 @@ int runMidi (const juce::StringArray& arguments);
 int runMix (const juce::StringArray& arguments);
 int runPerform (const juce::StringArray& arguments);
 int runPlaylist (const juce::StringArray& arguments);
+int runPresets (const juce::StringArray& arguments);
 int runRemove (const juce::StringArray& arguments);
 int runScript (const juce::StringArray& arguments);
 int runSmart (const juce::StringArray& arguments);

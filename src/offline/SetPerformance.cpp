@@ -1,6 +1,7 @@
 #include "offline/SetPerformance.h"
 
 #include "engine/CommandTable.h"
+#include "instruments/presets/SmartKnobLibrary.h"
 #include "midi/system/MidiSystem.h"
 #include "support/DecimalText.h"
 #include "support/files/AudioFileTypes.h"
@@ -75,6 +76,28 @@ public:
         }
     }
 
+    void operator() (const SetScript::Preset& line)
+    {
+        const auto isPad = line.target == SetScript::Preset::Target::slicegate;
+        auto& pads = host.engine().slicegates[static_cast<size_t> (line.deck)];
+        auto& knobs = host.engine().smartKnobs;
+        std::string sentence;
+        if (const auto* id = std::get_if<int> (&line.source))
+        {
+            if (isPad)
+                pads.loadFactoryPreset (*id, line.index);
+            else
+                sentence = SmartKnobLibrary::loadFactory (knobs, line.deck, line.index, *id);
+            return reportFault (line.deck, sentence, {});
+        }
+        const auto file =
+            performance.folder.getChildFile (juce::String (std::get<std::string> (line.source)));
+        reportFault (line.deck,
+                     isPad ? pads.importPreset (file, line.index)
+                           : SmartKnobLibrary::loadFile (knobs, line.deck, line.index, file),
+                     file.getFullPathName());
+    }
+
     void operator() (const SetScript::Print& line)
     {
         if (performance.print == nullptr)
@@ -110,6 +133,15 @@ private:
     void engineMessage (const juce::String& text, int deck) override
     {
         report (deck, text.replaceCharacter ('|', ' '));
+    }
+
+    /** @param path   of the file that was not loaded */
+    void reportFault (int deck, const std::string& sentence, const juce::String& path)
+    {
+        if (sentence.empty())
+            return;
+        report (deck, sentence);
+        tellNotLoaded (path);
     }
 
     void report (int deck, const juce::String& sentence)

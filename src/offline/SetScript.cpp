@@ -1,6 +1,9 @@
 #include "offline/SetScript.h"
 
 #include "engine/CommandTable.h"
+#include "instruments/presets/SmartKnobLibrary.h"
+#include "instruments/slicegate/FactoryPresets.h"
+#include "instruments/smartknob/SmartKnobs.h"
 #include "support/Suggestion.h"
 
 #include <juce_core/juce_core.h>
@@ -64,11 +67,11 @@ public:
         return found;
     }
 
-    /** A path in quotes, or without them everything up to a comment or a last word "nowait". */
-    std::string_view path()
+    /** A path in quotes, or without them everything up to a comment or a last word "nowait". @param whose   "A load" */
+    std::string_view path (const std::string& whose = "A load")
     {
         if (isAtEnd())
-            return fail ("A load needs the path of a file.");
+            return fail (whose + " needs the path of a file.");
         return rest.front() == '"' ? quotedText ("path") : barePath();
     }
 
@@ -242,6 +245,55 @@ SetScript::Reverse readReverse (Line& line)
     return reverse;
 }
 
+/** A whole number as the next word and the last. @returns nothing, and the line as it was, if there is none */
+std::optional<int> readOnlyNumber (Line& line)
+{
+    auto ahead = line;
+    const auto text = ahead.word();
+    int number = 0;
+    const auto* end = text.data() + text.size();
+    if (const auto [stopped, error] = std::from_chars (text.data(), end, number);
+        text.empty() || error != std::errc {} || stopped != end || !ahead.isAtEnd())
+        return {};
+    line = ahead;
+    return number;
+}
+
+bool isPadPreset (int id)
+{
+    for (const auto& group : FactoryPresets::groups())
+        for (const auto& entry : group.presets)
+            if (entry.id == id)
+                return true;
+    return false;
+}
+
+SetScript::Preset readPreset (Line& line, SetScript::Preset::Target target)
+{
+    const auto isPad = target == SetScript::Preset::Target::slicegate;
+    const std::string whose = isPad ? "A slicegate" : "A smartknob";
+    const auto count = isPad ? padCount : SmartKnobs::knobsPerDeck;
+    SetScript::Preset preset { .target = target, .deck = readDeck (line, whose), .index = 0, .source = 0 };
+    const auto number = line.word();
+    if (number.size() != 1 || number.front() < '1' || number.front() >= '1' + count)
+        line.fail (whose + " needs the number of a " + (isPad ? "pad" : "knob") + ", 1 to "
+                   + std::to_string (count) + ".");
+    else
+        preset.index = number.front() - '1';
+    if (const auto id = readOnlyNumber (line))
+    {
+        preset.source = *id;
+        if (isPad ? !isPadPreset (*id) : SmartKnobLibrary::find (*id) == nullptr)
+            line.fail ("There is no preset " + std::to_string (*id) + "; platterdex presets lists them.");
+    }
+    else
+    {
+        preset.source = std::string (line.path (whose));
+    }
+    line.expectEnd();
+    return preset;
+}
+
 SetScript::Host readHost (Line& line)
 {
     using Action = SetScript::Host::Action;
@@ -334,15 +386,21 @@ SetScript::Event readEvent (Line& line, int lineNumber)
         event.action = readHost (line);
     else if (action == "midi")
         event.action = readMidi (line);
+    else if (action == "slicegate")
+        event.action = readPreset (line, SetScript::Preset::Target::slicegate);
+    else if (action == "smartknob")
+        event.action = readPreset (line, SetScript::Preset::Target::smartknob);
     else if (action == "print")
         std::visit ([&event] (const auto& print) { event.action = print; }, readPrint (line));
     else if (action == "end")
         event.action = SetScript::End {};
     else if (action.empty())
-        line.fail ("After the time an action is missing: load, set, reverse, host, midi, print or end.");
+        line.fail ("After the time an action is missing: load, set, reverse, host, midi, slicegate, "
+                   "smartknob, print "
+                   "or end.");
     else
         line.fail ("There is no action " + quoted (action)
-                   + ", only load, set, reverse, host, midi, print and end.");
+                   + ", only load, set, reverse, host, midi, slicegate, smartknob, print and end.");
     line.expectEnd();
     return event;
 }

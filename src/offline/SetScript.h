@@ -53,6 +53,21 @@ struct SetScript
         double value = 0.0;
     };
 
+    /** Fills a pad or a SmartKnob. */
+    struct Preset
+    {
+        enum class Target
+        {
+            slicegate, ///< index: the pad, 0 to 7
+            smartknob  ///< index: the knob, 0 or 1
+        };
+
+        Target target {};
+        int deck = 0; ///< 0 to 3
+        int index = 0;
+        std::variant<int, std::string> source; ///< the id of one of the program's own, or a path as of a load
+    };
+
     struct Print
     {
         int number = 0; ///< 1 to 465, or a meter, 1001 to 1006
@@ -79,7 +94,7 @@ struct SetScript
     {
         int line = 0; ///< from 1
         double seconds = 0.0;
-        std::variant<End, Load, Command, Reverse, Host, Print, Midi, PrintMidi> action;
+        std::variant<End, Load, Command, Reverse, Host, Preset, Print, Midi, PrintMidi> action;
     };
 
     std::vector<Event> events; ///< times never go back

@@ -128,3 +128,10 @@ TEST (LoopSet, GoesThroughEveryLoopCommandWithoutAllocating)
     expectAllTurned (turned, { { 113, 152 }, { 165, 172 }, { 457, 460 } }, 2);
     expectFiniteAndBounded (script);
 }
+
+TEST (KnobSet, TurnsEverySmartKnobWithoutAllocating)
+{
+    const auto script = readSet ("knobs.txt");
+    expectAllTurned (commandsOf (script), { { 173, 188 } });
+    expectFiniteAndBounded (script);
+}

@@ -4,6 +4,8 @@
 
 #include "EngineFixture.h"
 
+#include "instruments/presets/SmartKnobLibrary.h"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -67,6 +69,10 @@ TEST (Stress, BlocksCommandsLoadsAndReadsTogether)
                 const auto deck = static_cast<int> (random() % deckCount);
                 fixture.load (fixture.noiseFile (10 + static_cast<int> (random() % 4)), deck);
                 engine.setParameter (1 + deck, 1.0f);
+                SmartKnobLibrary::loadFactory (engine.smartKnobs, deck, static_cast<int> (random() % 2),
+                                               201 + static_cast<int> (random() % 34));
+                engine.smartKnobs.bank (deck, 0).setEnabled (static_cast<int> (random() % 20),
+                                                             random() % 2 == 0);
                 engine.decks.deck (deck)->texts();
                 engine.preview.load (loads % 3 == 2 ? juce::String() : preview.getFullPathName());
                 engine.preview.play();

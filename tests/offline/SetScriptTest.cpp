@@ -119,6 +119,19 @@ TEST (SetScript, TakesPathsWithAndWithoutQuotes)
     }
 }
 
+TEST (SetScript, ReadsPresetsByIdAndByFile)
+{
+    const auto script =
+        scriptOf ("0 slicegate B 8 107\n0 smartknob 0 2 303 # all\n0 smartknob D 1 303 ways.xml\n");
+    using Target = SetScript::Preset::Target;
+    const auto& pad = actionAt<SetScript::Preset> (script, 0);
+    EXPECT_TRUE (pad.target == Target::slicegate && pad.deck == 1 && pad.index == 7
+                 && std::get<int> (pad.source) == 107);
+    const auto& knob = actionAt<SetScript::Preset> (script, 1);
+    EXPECT_TRUE (knob.target == Target::smartknob && knob.deck == 0 && knob.index == 1);
+    EXPECT_EQ (std::get<std::string> (actionAt<SetScript::Preset> (script, 2).source), "303 ways.xml");
+}
+
 TEST (SetScript, RefusesEachFaultWithItsLineAndSentence)
 {
     struct Case
@@ -158,6 +171,11 @@ TEST (SetScript, RefusesEachFaultWithItsLineAndSentence)
         { "0 midi Pad 144 1 2x", 1, "The value lies between 0 and 127" },
         { "0 midi \"Pad", 1, "The name has no closing quote" },
         { "0 midi", 1, "The name of the controller is missing" },
+        { "0 slicegate", 1, "A slicegate needs a deck" },
+        { "0 slicegate A 9 107", 1, "the number of a pad, 1 to 8" },
+        { "0 smartknob A 3 101", 1, "the number of a knob, 1 to 2" },
+        { "0 smartknob A 1 115", 1, "There is no preset 115" },
+        { "0 smartknob A 1", 1, "A smartknob needs the path of a file" },
         { "0 print 1007", 1, "no command of the number \"1007\"" },
         { "0 print 1\n0 \xff\xfe", 2, "not UTF-8" },
         { std::string ("0 print 1\n0 pr\0nt 1", 18), 2, "control characters" },

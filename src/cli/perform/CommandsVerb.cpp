@@ -1,10 +1,10 @@
 #include "cli/Verbs.h"
 
 #include "cli/TerminalOutput.h"
+#include "cli/TerminalTable.h"
 #include "cli/VerbOptions.h"
 #include "engine/CommandTable.h"
 
-#include <algorithm>
 #include <array>
 
 namespace
@@ -15,8 +15,6 @@ constexpr std::array options {
 };
 
 constexpr std::array columns { "number", "kind", "constant", "name", "write", "read", "state" };
-
-using Row = std::array<juce::String, columns.size()>;
 
 const char* nameOf (CommandKind kind)
 {
@@ -36,12 +34,10 @@ const char* nameOf (CommandKind kind)
     return "meter";
 }
 
-std::vector<Row> makeRows()
+std::vector<juce::StringArray> makeRows()
 {
-    std::vector<Row> rows;
-    Row head;
-    std::copy (columns.begin(), columns.end(), head.begin());
-    rows.push_back (head);
+    std::vector<juce::StringArray> rows { juce::StringArray (columns.data(),
+                                                             static_cast<int> (columns.size())) };
     const auto text = [] (std::string_view words) { return juce::String (words.data(), words.size()); };
     for (const int number : CommandTable::numbers())
     {
@@ -51,15 +47,6 @@ std::vector<Row> makeRows()
                           CommandTable::isUnbuilt (number) ? "unbuilt" : "built" });
     }
     return rows;
-}
-
-std::array<int, columns.size()> widthsOf (const std::vector<Row>& rows)
-{
-    std::array<int, columns.size()> widths {};
-    for (const auto& row : rows)
-        for (size_t i = 0; i < row.size(); ++i)
-            widths[i] = std::max (widths[i], row[i].length());
-    return widths;
 }
 }
 
@@ -80,15 +67,6 @@ int runCommands (const juce::StringArray& arguments)
     if (!given.positional.isEmpty())
         return failWith ("commands takes no argument, not \"" + given.positional[0] + "\".");
 
-    const auto rows = makeRows();
-    const auto widths = widthsOf (rows);
-    const auto tabs = given.has ("--tsv");
-    for (const auto& row : rows)
-    {
-        juce::String line;
-        for (size_t i = 0; i < row.size(); ++i)
-            line << (tabs ? row[i] + "\t" : row[i].paddedRight (' ', widths[i] + 2));
-        printLine (tabs ? line.dropLastCharacters (1) : line.trimEnd());
-    }
+    printTable (makeRows(), given.has ("--tsv"));
     return ExitCode::success;
 }

@@ -1,0 +1,62 @@
+#include "EngineFixture.h"
+
+#include "instruments/presets/SmartKnobLibrary.h"
+
+#include <gtest/gtest.h>
+
+TEST (InstrumentContents, SurviveTheEngineAndADamagedFileIsPutAsideAndTold)
+{
+    EngineFixture fixture;
+    ASSERT_EQ (SmartKnobLibrary::loadFactory (fixture.engine->smartKnobs, 2, 1, 303), "");
+    const auto before = writeSmartKnobPreset (fixture.engine->smartKnobs.preset (2, 1));
+    fixture.makeEngine();
+    EXPECT_EQ (writeSmartKnobPreset (fixture.engine->smartKnobs.preset (2, 1)), before);
+    EXPECT_EQ (fixture.engine->smartKnobs.name (2, 1), "Total Chaos MO");
+
+    fixture.engine->smartKnobs.clear (2, 1);
+    ASSERT_EQ (SmartKnobLibrary::loadFactory (fixture.engine->smartKnobs, 0, 0, 101), "");
+    fixture.makeEngine();
+    EXPECT_FALSE (fixture.engine->smartKnobs.bank (2, 1).isEnabled (0)) << "a cleared knob stays empty";
+
+    const auto file = fixture.folder.file ("setup/smartknob_A1.xml");
+    ASSERT_TRUE (file.existsAsFile());
+    fixture.engine.reset();
+    file.replaceWithText (file.loadFileAsString().dropLastCharacters (40));
+    fixture.makeEngine();
+    struct : EngineListener
+    {
+        void engineEvent (EngineEvent, int) override {}
+        void engineMessage (const juce::String& text, int) override { texts.add (text); }
+        juce::StringArray texts;
+    } listener;
+    fixture.engine->addAnalysisListener (listener);
+    fixture.engine->deliverMessages();
+    fixture.engine->deliverMessages();
+    ASSERT_EQ (listener.texts.size(), 1);
+    EXPECT_TRUE (listener.texts[0].contains ("smartknob_A1.xml is damaged")) << listener.texts[0];
+    EXPECT_TRUE (fixture.folder.file ("setup/smartknob_A1.xml.bad").existsAsFile());
+    EXPECT_FALSE (fixture.engine->smartKnobs.bank (0, 0).isEnabled (3));
+    fixture.engine->removeAnalysisListener (listener);
+}
+
+TEST (SmartKnobCommands, MoveTheChannelAndAHandsCommandTakesOver)
+{
+    EngineFixture fixture;
+    fixture.loadNoise (0, 1);
+    ASSERT_EQ (SmartKnobLibrary::loadFactory (fixture.engine->smartKnobs, 0, 1, 105), "");
+    fixture.set ("SMARTKNOB_2_ON_B");
+    EXPECT_EQ (fixture.get ("SMARTKNOB_2_ON_B"), 0.0f) << "no track";
+    fixture.set ("SMARTKNOB_2_ON_A");
+    EXPECT_EQ (fixture.get ("SMARTKNOB_2_ON_A"), 1.0f);
+    fixture.set ("SMARTKNOB_2_A", 1.0f);
+    fixture.render (512);
+    EXPECT_NEAR (fixture.get ("FILTER_A"), 0.9f, 1e-6f);
+    fixture.set ("FILTER_A", 0.7f);
+    fixture.set ("EQ_LOW_KILL_A"); // of a parameter that no knob knows
+    fixture.set ("SMARTKNOB_2_A", 0.5f);
+    fixture.render (512);
+    EXPECT_EQ (fixture.get ("FILTER_A"), 0.7f);
+    fixture.set ("SMARTKNOB_2_ON_A");
+    EXPECT_EQ (fixture.get ("SMARTKNOB_2_ON_A"), 0.0f);
+    EXPECT_EQ (fixture.get ("FILTER_A"), 0.7f);
+}
