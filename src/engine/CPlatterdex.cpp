@@ -3,7 +3,7 @@
 #include "deck/load/DeckAnalysis.h"
 #include "engine/CommandParameter.h"
 #include "engine/CommandTable.h"
-#include "instruments/presets/InstrumentContents.h"
+#include "instruments/contents/InstrumentContents.h"
 #include "mixer/AutoCrossfader.h"
 #include "settings/SettingsFile.h"
 #include "support/DecimalText.h"
@@ -50,7 +50,8 @@ CPlatterdex::CPlatterdex (EngineWorld world)
       slicegates { SlicegateDeckState { decks, 0 }, SlicegateDeckState { decks, 1 },
                    SlicegateDeckState { decks, 2 }, SlicegateDeckState { decks, 3 } },
       transport (decks),
-      instrumentContents (InstrumentContents::makeStore (environment.folders.setup(), smartKnobs)),
+      instrumentContents (
+          InstrumentContents::makeStore (environment.folders.setup(), smartKnobs, slicegates)),
       automix (decks, channels),
       batchAnalysis (environment.decoderLibrary, environment.folders.beatmarks(), settings, listeners, pacing)
 {

@@ -93,7 +93,7 @@ public:
         const auto file =
             performance.folder.getChildFile (juce::String (std::get<std::string> (line.source)));
         reportFault (line.deck,
-                     isPad ? pads.importPreset (file, line.index)
+                     isPad ? pads.importPreset (file, line.index).toStdString()
                            : SmartKnobLibrary::loadFile (knobs, line.deck, line.index, file),
                      file.getFullPathName());
     }

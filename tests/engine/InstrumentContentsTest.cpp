@@ -1,5 +1,6 @@
 #include "EngineFixture.h"
 
+#include "instruments/contents/SlicegateBank.h"
 #include "instruments/presets/SmartKnobLibrary.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +10,13 @@ TEST (InstrumentContents, SurviveTheEngineAndADamagedFileIsPutAsideAndTold)
     EngineFixture fixture;
     ASSERT_EQ (SmartKnobLibrary::loadFactory (fixture.engine->smartKnobs, 2, 1, 303), "");
     const auto before = writeSmartKnobPreset (fixture.engine->smartKnobs.preset (2, 1));
+    auto& pads = fixture.engine->slicegates[3];
+    pads.loadFactoryPreset (107, 5);
+    pads.setPlayMode (5, PlayMode::loop);
+    const auto bank = writeSlicegateBank (bankOf (pads));
     fixture.makeEngine();
+    EXPECT_EQ (writeSlicegateBank (bankOf (fixture.engine->slicegates[3])), bank);
+    EXPECT_FALSE (fixture.folder.file ("setup/slicegate_A.xml").existsAsFile()) << "nothing has changed it";
     EXPECT_EQ (writeSmartKnobPreset (fixture.engine->smartKnobs.preset (2, 1)), before);
     EXPECT_EQ (fixture.engine->smartKnobs.name (2, 1), "Total Chaos MO");
 
@@ -59,4 +66,25 @@ TEST (SmartKnobCommands, MoveTheChannelAndAHandsCommandTakesOver)
     fixture.set ("SMARTKNOB_2_ON_A");
     EXPECT_EQ (fixture.get ("SMARTKNOB_2_ON_A"), 0.0f);
     EXPECT_EQ (fixture.get ("FILTER_A"), 0.7f);
+}
+
+TEST (SlicegateBank, GoesThroughAFileWholeOrNotAtAll)
+{
+    EngineFixture fixture;
+    auto& pads = fixture.engine->slicegates;
+    const auto file = fixture.folder.file ("banks/Mine.xml");
+    ASSERT_EQ (saveBank (pads[0], file), "");
+    ASSERT_EQ (loadBank (pads[2], file), "");
+    EXPECT_EQ (writeSlicegateBank (bankOf (pads[2])), writeSlicegateBank (bankOf (pads[0])));
+
+    const auto before = writeSlicegateBank (bankOf (pads[1]));
+    const auto text = file.loadFileAsString();
+    const auto lastPad = text.lastIndexOf ("<sliceGatePreset");
+    for (const auto& bad : { text.substring (0, lastPad) + "</slicegateBank>", text.dropLastCharacters (20),
+                             text.replace ("2000", "2001"), text.replace (" 02\"", "\"") })
+    {
+        file.replaceWithText (bad);
+        EXPECT_NE (loadBank (pads[1], file), "");
+    }
+    EXPECT_EQ (writeSlicegateBank (bankOf (pads[1])), before);
 }
