@@ -80,8 +80,11 @@ void EffectSlot::setSampleRate (double rate) noexcept
     for (auto& each : effects)
         each->setSampleRate (rate);
     current = wanted;
-    arrival.setSampleRate (rate);
-    arrival.reset (1.0);
+    for (auto* const ramp : { &arrival, &intake })
+    {
+        ramp->setSampleRate (rate);
+        ramp->reset (1.0);
+    }
     // The longest of them has faded out by then: filters by the sample, delays by the second.
     quietAfter = std::max (4096, static_cast<int> (0.1 * rate));
     quietFrames = isOn() ? 0 : quietAfter;
@@ -151,24 +154,34 @@ std::string EffectSlot::parameterText (FxParameter parameter) const
 
 void EffectSlot::process (float* left, float* right, int frames, double bpm) noexcept
 {
-    if (!arrival.isMoving() && wanted != current)
+    if (arrival.isAt (1.0) && wanted != current)
     {
         former = current;
         current = wanted;
         effect (current).reset();
-        // Of two effects that only pass the sound on, one takes over from the other unheard.
+        intake.reset (0.0);
+        intake.setTarget (1.0);
+        arrival.reset (0.0);
+        // Of two effects that only pass the sound on the new one listens in unheard.
         if (isOn() || quietFrames < quietAfter)
-        {
-            arrival.reset (0.0);
             arrival.setTarget (1.0);
-        }
     }
     quietFrames = isOn() ? 0 : std::min (quietFrames + frames, quietAfter);
 
     auto done = 0;
-    while (arrival.isMoving() && done < frames)
+    while (!arrival.isAt (1.0) && done < frames)
     {
-        const auto piece = std::min ({ frames - done, arrival.samplesLeft(), longestPiece });
+        if (!intake.isMoving() && !arrival.isMoving())
+        {
+            if (!isOn())
+            {
+                arrival.reset (1.0);
+                break;
+            }
+            arrival.setTarget (1.0);
+        }
+        const auto way = std::max (intake.samplesLeft(), arrival.samplesLeft());
+        const auto piece = std::min ({ frames - done, way, longestPiece });
         crossfade (left + done, right + done, piece, bpm);
         done += piece;
     }
@@ -184,11 +197,11 @@ void EffectSlot::crossfade (float* left, float* right, int frames, double bpm) n
     effect (former).process (oldLeft.data(), oldRight.data(), frames, bpm);
 
     // The new effect hears the sound fade in as well: otherwise its first echo would begin with a step.
-    for (auto* const samples : { left, right })
+    for (int i = 0; i < frames; ++i)
     {
-        auto gain = arrival;
-        for (int i = 0; i < frames; ++i)
-            samples[i] *= static_cast<float> (gain.next());
+        const auto gain = static_cast<float> (intake.next());
+        left[i] *= gain;
+        right[i] *= gain;
     }
     effect (current).process (left, right, frames, bpm);
     CrossFade::over (oldLeft.data(), oldRight.data(), left, right, frames, arrival);
