@@ -43,7 +43,8 @@ EngineWorld ApplicationRun::makeWorld()
     auto made = session->world();
     made.createEditor = [this] (CPlatterdex& e) -> juce::AudioProcessorEditor*
     {
-        editor = new CPlatterdexVstEditor (e, session.get(), [this] { audio.showSettings (*window); });
+        editor = new CPlatterdexVstEditor (
+            e, session.get(), [this] { audio.showSettings (*window); }, midiWindows.pages());
         return editor;
     };
     return made;

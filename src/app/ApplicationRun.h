@@ -9,6 +9,7 @@
 #include "session/Session.h"
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/look/DefaultLook.h"
+#include "ui/midi/MidiWindows.h"
 
 /** One run of the application: engine, device and window, made in this order and gone in the reverse one. */
 class ApplicationRun
@@ -38,6 +39,7 @@ private:
     MidiSystem midi { engine, {} };
     AudioDevices audio;
     juce::Component::SafePointer<CPlatterdexVstEditor> editor;
+    MidiWindows midiWindows { midi };
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<DemoTrackWriter> demoTracks;
     TerminationSignals signals;

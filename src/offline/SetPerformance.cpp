@@ -26,7 +26,7 @@ public:
             return;
         MidiSystem::Options options;
         options.backends.clear();
-        options.hasThreads = options.opensPorts = false;
+        options.hasThreads = false;
         midi = std::make_unique<MidiSystem> (host.engine(), std::move (options));
         midi->control.sender.onSend = [this] (std::span<const uint8_t> message) {
             sent.add (

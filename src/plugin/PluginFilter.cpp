@@ -3,21 +3,13 @@
 #include "session/Session.h"
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/WindowPrompts.h"
+#include "ui/midi/MidiWindows.h"
 
 #include <utility>
 
 namespace
 {
 thread_local CPlatterdex* newestEngine = nullptr;
-
-EngineWorld worldOf (const std::shared_ptr<Session>& session)
-{
-    auto world = session->world();
-    // A host that is promised an editor must get one: some crash on none.
-    world.createEditor = [session] (CPlatterdex& engine)
-    { return new CPlatterdexVstEditor (engine, session.get()); };
-    return world;
-}
 
 std::shared_ptr<Session> sessionOfProcess()
 {
@@ -42,7 +34,21 @@ public:
     }
 
 private:
+    static EngineWorld worldOf (const std::shared_ptr<Session>& session)
+    {
+        auto world = session->world();
+        // A host that is promised an editor must get one: some crash on none.
+        world.createEditor = [session] (CPlatterdex& engine)
+        {
+            return new CPlatterdexVstEditor (engine, session.get(), {},
+                                             static_cast<PluginEngine&> (engine).midiWindows.pages());
+        };
+        return world;
+    }
+
     SessionEngine tie;
+    MidiSystem midi { *this, { .isInHost = true } };
+    MidiWindows midiWindows { midi };
 };
 }
 

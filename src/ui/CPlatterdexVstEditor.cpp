@@ -17,11 +17,12 @@ int scaled (int length, int percent)
 }
 
 CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* session,
-                                            std::function<void()> audioSettings)
+                                            std::function<void()> audioSettings,
+                                            std::vector<EditorPage> pages)
     : AudioProcessorEditor (e),
       engine (e),
       scale (session != nullptr ? session->preferences() : passing),
-      header (e, actions (std::move (audioSettings))),
+      header (e, actions (std::move (audioSettings), std::move (pages))),
       global (e),
       ghostMixer (e),
       corner (this, getConstrainer()),
@@ -62,9 +63,11 @@ CPlatterdexVstEditor::~CPlatterdexVstEditor()
     engine.editorBeingDeleted (this);
 }
 
-HeaderActions CPlatterdexVstEditor::actions (std::function<void()> audioSettings)
+HeaderActions CPlatterdexVstEditor::actions (std::function<void()> audioSettings,
+                                             std::vector<EditorPage> pages)
 {
     HeaderActions made;
+    made.pages = std::move (pages);
     // The window is ours where the audio device is.
     if (audioSettings != nullptr)
     {

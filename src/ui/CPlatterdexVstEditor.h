@@ -32,9 +32,11 @@ class CPlatterdexVstEditor : public juce::AudioProcessorEditor,
 {
 public:
     /** @param session         keeps the preferences; outlives the editor. Without one they end with the editor
-        @param audioSettings   opens the dialog of the audio device; empty inside a host, which has its own */
+        @param audioSettings   opens the dialog of the audio device; empty inside a host, which has its own
+        @param pages           further windows for the menu of the preferences */
     explicit CPlatterdexVstEditor (CPlatterdex&, Session* session = nullptr,
-                                   std::function<void()> audioSettings = {});
+                                   std::function<void()> audioSettings = {},
+                                   std::vector<EditorPage> pages = {});
     ~CPlatterdexVstEditor() override;
 
     /** One sentence in the header on what goes on in the background; empty for nothing. */
@@ -97,7 +99,7 @@ private:
 
     void engineEvent (EngineEvent, int index) override;
     void engineMessage (const juce::String&, int deck) override;
-    HeaderActions actions (std::function<void()> audioSettings);
+    HeaderActions actions (std::function<void()> audioSettings, std::vector<EditorPage>);
     Arrangement arrangement() const;
     void followArrangement();
     void arrange();

@@ -29,6 +29,7 @@ struct EngineFixture
         world.wallClock = [] { return juce::Time (2024, 11, 31, 23, 59, 7); };
         world.pacing = pacing;
         world.seed = 1;
+        world.prompts = prompts;
         engine = std::make_unique<CPlatterdex> (std::move (world));
         engine->setPlayConfigDetails (CPlatterdex::inputChannels, CPlatterdex::outputChannels, rate, 512);
         if (standalone)
@@ -95,6 +96,7 @@ struct EngineFixture
     }
 
     const Pacing::Mode pacing;
+    std::shared_ptr<Prompts> prompts; ///< of the engines made from now on
     const TemporaryFolder folder;
     std::atomic<int64_t> renderedFrames { 0 };
     std::unique_ptr<CPlatterdex> engine;

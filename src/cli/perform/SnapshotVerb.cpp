@@ -6,6 +6,8 @@
 #include "cli/perform/SetFile.h"
 #include "text/ZRRenderer.h"
 #include "ui/CPlatterdexVstEditor.h"
+#include "ui/midi/MidiMappingComponent.h"
+#include "ui/midi/MidiPortsPage.h"
 
 #include <array>
 
@@ -19,8 +21,10 @@ constexpr std::array options {
     VerbOption { "--after", "SET.txt", "paints what stands there when this set has been performed" },
     VerbOption { "--tab", "NAME",
                  "the page of the block between the decks: mixer, fx, sampler, wav, vst or env" },
-    VerbOption { "--view", "NAME",
-                 "only a part: header, decka to deckd, global, ghost, browser or parameters" },
+    VerbOption {
+        "--view", "NAME",
+        "only a part: header, decka to deckd, global, ghost, browser or parameters; or a window of its own: "
+        "midi-mapping or midi-ports" },
     VerbOption { "--root", "DIR", "where the engine keeps its settings (a folder removed at the end)" },
     VerbOption { "--help", nullptr, "this text" },
 };
@@ -39,8 +43,8 @@ struct Request
     juce::String fault;
 };
 
-const juce::StringArray views { "header", "decka", "deckb",   "deckc",     "deckd",
-                                "global", "ghost", "browser", "parameters" };
+const juce::StringArray views { "header", "decka",   "deckb",      "deckc",        "deckd",     "global",
+                                "ghost",  "browser", "parameters", "midi-mapping", "midi-ports" };
 
 bool isWholeNumber (const juce::String& text)
 {
@@ -113,25 +117,47 @@ void refreshAll (juce::Component& parent)
         refreshAll (*parent.getChildComponent (i));
 }
 
+juce::Image paintView (juce::Component& view, float scale)
+{
+    const auto area = juce::Rectangle<int> (juce::roundToInt (static_cast<float> (view.getWidth()) * scale),
+                                            juce::roundToInt (static_cast<float> (view.getHeight()) * scale));
+    const juce::Image image (juce::Image::RGB, area.getWidth(), area.getHeight(), true);
+    const auto context = createTextContext (image, {}, area, GlyphBlend::Pixels::grey);
+    juce::Graphics g (*context);
+    g.addTransform (juce::AffineTransform::scale (scale));
+    view.paintEntireComponent (g, true);
+    return image;
+}
+
+/** A window of MIDI, which no editor holds. */
+juce::Image paintMidi (CPlatterdex& engine, const Request& request)
+{
+    const juce::SharedResourcePointer<DefaultLook> look;
+    MidiSystem::Options options;
+    options.hasThreads = false;
+    MidiSystem midi (engine, std::move (options));
+    midi.ports.lookNow();
+    std::unique_ptr<juce::Component> view;
+    if (request.view == "midi-ports")
+        view = std::make_unique<MidiPortsPage> (midi, [] {});
+    else
+        view = std::make_unique<MidiMappingComponent> (midi);
+    view->setVisible (true);
+    refreshAll (*view);
+    return paintView (*view, request.scale);
+}
+
 juce::Image paintEditor (CPlatterdex& engine, const Request& request)
 {
+    if (request.view.startsWith ("midi-"))
+        return paintMidi (engine, request);
     CPlatterdexVstEditor editor (engine);
     editor.setVisible (true);
     editor.globalBlock().setCurrentTabIndex (request.tab);
     editor.setSize (request.size.x, request.size.y);
     editor.showParameters (request.view == "parameters");
     refreshAll (editor);
-    auto& view = viewOf (editor, request.view);
-
-    const auto area =
-        juce::Rectangle<int> (juce::roundToInt (static_cast<float> (view.getWidth()) * request.scale),
-                              juce::roundToInt (static_cast<float> (view.getHeight()) * request.scale));
-    const juce::Image image (juce::Image::RGB, area.getWidth(), area.getHeight(), true);
-    const auto context = createTextContext (image, {}, area, GlyphBlend::Pixels::grey);
-    juce::Graphics g (*context);
-    g.addTransform (juce::AffineTransform::scale (request.scale));
-    view.paintEntireComponent (g, true);
-    return image;
+    return paintView (viewOf (editor, request.view), request.scale);
 }
 
 bool writePng (const juce::Image& image, const juce::File& file)

@@ -109,11 +109,12 @@ bool MidiControl::loadMidiDeviceList (const juce::File& file)
     const auto isThere = file.existsAsFile();
     const auto lists = isThere ? parseMidiDeviceList (file.createInputStream()) : std::nullopt;
     lists.value_or (PortLists {}).applyTo (ports);
+    opensInHost = lists && lists->opensInHost;
     return lists.has_value() || !isThere;
 }
 
 bool MidiControl::saveMidiDeviceList (const juce::File& file) const
 {
-    const auto text = deviceListText (ports);
+    const auto text = deviceListText (ports, opensInHost);
     return replaceFile (file, text.toRawUTF8(), text.getNumBytesAsUTF8());
 }

@@ -49,6 +49,14 @@ public:
     /** Has the next message make itself the control of a row. Any thread. @param row   1 to 465; others do nothing */
     void learn (int row);
     void cancelLearn() { midiLearnArmed = 0; }
+
+    /** Has a learning that is under way, or the next one, be for another row; others than 1 to 465 do nothing. */
+    void selectLearnRow (int row)
+    {
+        if (MidiMapping::isCommand (row))
+            midiLearnRow = row;
+    }
+
     bool isLearning() const { return midiLearnArmed != 0; }
 
     /** The row that learns, or has learnt last. */
@@ -59,6 +67,9 @@ public:
 
     /** Selects a model and runs its start-up step. Message thread. */
     void selectController (int model);
+
+    /** True if the device list wants the ports open inside a host too. */
+    Relaxed<bool> opensInHost { false };
 
     /** Reads the ports to open; a file that is missing or no device list leaves none.
         @returns false if there is a file and it can't be read */

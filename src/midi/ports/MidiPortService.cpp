@@ -58,12 +58,6 @@ bool MidiPortService::isWatching() const
     return isOn;
 }
 
-bool MidiPortService::hasLooked() const
-{
-    const std::scoped_lock sl (lock);
-    return looksDone > 0;
-}
-
 std::vector<MidiPortInfo> MidiPortService::ports (MidiDirection direction) const
 {
     const std::scoped_lock sl (lock);

@@ -48,8 +48,7 @@ public:
     void watch (bool on = true);
     bool isWatching() const;
 
-    /** True once the ports have been looked for. */
-    bool hasLooked() const;
+    bool hasBackends() const noexcept { return !backends.empty(); }
 
     /** The ports that were there at the last look. Any thread. */
     std::vector<MidiPortInfo> ports (MidiDirection) const;

@@ -6,6 +6,7 @@ namespace
 {
 constexpr const char* inputElement = "MIDIINPUT";
 constexpr const char* outputElement = "MIDIOUTPUT";
+constexpr const char* hostAttribute = "inHost";
 
 /** More devices of one name than that nobody has; a larger number in a file is a fault. */
 constexpr int mostPlaces = 64;
@@ -63,18 +64,25 @@ std::optional<PortLists> parseMidiDeviceList (std::unique_ptr<juce::InputStream>
             return lists;
         if (event != Event::start)
             continue;
-        if (xml.depth() == 1 && xml.name() != "midiList")
-            return {};
+        if (xml.depth() == 1)
+        {
+            if (xml.name() != "midiList")
+                return {};
+            const auto* inHost = xml.attribute (hostAttribute);
+            lists.opensInHost = inHost != nullptr && *inHost == "1";
+        }
         if (xml.depth() == 2)
             readPortElement (xml, lists);
     }
 }
 
-juce::String deviceListText (const MidiPortSet& set)
+juce::String deviceListText (const MidiPortSet& set, bool opensInHost)
 {
     juce::XmlElement root ("midiList");
     root.setAttribute ("version", 2000);
     root.setAttribute ("name", "");
+    if (opensInHost)
+        root.setAttribute (hostAttribute, 1);
     writePortElements (root, set);
     return root.toString();
 }

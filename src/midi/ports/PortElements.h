@@ -7,6 +7,7 @@
 struct PortLists
 {
     std::vector<MidiPortSet::Wanted> inputs, outputs;
+    bool opensInHost = false; ///< of a device list, in an attribute of our own
 
     /** Takes the place of what a set wants so far. */
     void applyTo (MidiPortSet&) const;
@@ -24,4 +25,4 @@ bool readPortElement (const XmlPullParser&, PortLists&);
 std::optional<PortLists> parseMidiDeviceList (std::unique_ptr<juce::InputStream>);
 
 /** The text of a device list file. */
-juce::String deviceListText (const MidiPortSet&);
+juce::String deviceListText (const MidiPortSet&, bool opensInHost);

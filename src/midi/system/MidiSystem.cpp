@@ -13,7 +13,8 @@ MidiSystem::MidiSystem (CPlatterdex& e, Options options)
       mappingFile (e.environment.folders.setup().getChildFile ("default_midi_mapping.xml")),
       deviceListFile (e.environment.folders.setup().getChildFile ("midi_devices_list.xml")),
       scriptSetupFile (scripts.folder().getChildFile ("script_setup.xml")),
-      runsScripts (options.hasThreads)
+      runsScripts (options.hasThreads),
+      inHost (options.isInHost)
 {
     if (!control.loadMidiDeviceList (deviceListFile))
         setAside (deviceListFile, "list of MIDI devices");
@@ -23,7 +24,7 @@ MidiSystem::MidiSystem (CPlatterdex& e, Options options)
         control.start();
     if (!engine.isFirstRun)
         control.selectController (engine.settings.controllerPreset);
-    if (options.opensPorts)
+    if (opensPorts() && ports.hasBackends())
         ports.watch();
     if (!runsScripts)
         return;
@@ -43,6 +44,18 @@ MidiSystem::~MidiSystem()
 bool MidiSystem::mayKeepFiles() const
 {
     return engine.environment.mayKeepSettings == nullptr || engine.environment.mayKeepSettings();
+}
+
+bool MidiSystem::opensPorts() const
+{
+    return !inHost || control.opensInHost;
+}
+
+void MidiSystem::setOpensPorts (bool opens)
+{
+    control.opensInHost = opens;
+    ports.watch (opensPorts());
+    juce::ignoreUnused (saveDeviceList()); // written again at the end
 }
 
 bool MidiSystem::saveDeviceList() const

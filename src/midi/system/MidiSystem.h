@@ -10,8 +10,8 @@ class MidiSystem
 public:
     struct Options
     {
-        /** False inside a host, which owns the ports, until the user asks for them. */
-        bool opensPorts = true;
+        /** True inside a host, which owns the ports: they are opened only if the user has asked for it. */
+        bool isInHost = false;
 
         /** False where somebody else drives the control, as an offline run does. */
         bool hasThreads = true;
@@ -23,6 +23,12 @@ public:
 
     /** Keeps mapping, devices and the list of scripts, unless another program has the folders. */
     ~MidiSystem();
+
+    bool isInHost() const noexcept { return inHost; }
+
+    /** True if ports are opened: always outside a host, by the user's choice inside one. */
+    bool opensPorts() const;
+    void setOpensPorts (bool);
 
     /** Writes the device list; called after each change of the ports that are wanted.
         @returns false if it can't be written */
@@ -45,5 +51,5 @@ private:
     void setAside (const juce::File&, const juce::String& what) const;
 
     const juce::File mappingFile, deviceListFile, scriptSetupFile;
-    const bool runsScripts;
+    const bool runsScripts, inHost;
 };

@@ -1,12 +1,23 @@
 #pragma once
 
+#include <juce_core/juce_core.h>
+
 #include <functional>
+#include <vector>
+
+/** A window of its own that the menu of the preferences opens. */
+struct EditorPage
+{
+    juce::String title;
+    std::function<void()> open;
+};
 
 /** The header's requests to the editor. An empty function means that there is no such thing here, and nothing is offered
     for it. */
 struct HeaderActions
 {
     std::function<void()> audioSettings;
+    std::vector<EditorPage> pages;
     std::function<void (bool)> setFullScreen;
     std::function<bool()> isFullScreen;
     std::function<void (bool)> showParameters;

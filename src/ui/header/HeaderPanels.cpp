@@ -81,6 +81,8 @@ juce::PopupMenu HeaderButtons::preferencesMenu()
     juce::PopupMenu menu;
     if (actions.audioSettings != nullptr)
         menu.addItem ("Audio settings...", actions.audioSettings);
+    for (const auto& page : actions.pages)
+        menu.addItem (page.title + "...", page.open);
     if (actions.showParameters != nullptr)
         menu.addItem ("All parameters", true, actions.showsParameters(),
                       [this] { actions.showParameters (!actions.showsParameters()); });

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "midi/mapping/MidiMapping.h"
+
+#include <juce_core/juce_core.h>
+
+#include <array>
+
+/** The parts of the mapping table, and its texts. */
+namespace MappingAreas
+{
+inline constexpr std::array names { "Deck A", "Deck B",       "Deck C",    "Deck D",       "Mixer",
+                                    "Effects", "Loop Sampler", "Slicegate", "Song Manager", "Global" };
+
+/** The area of a row, an index into names. @param row   1 to 465 */
+int areaOf (int row);
+
+/** The rows of an area whose name holds each word of a text, in order. @param area   -1 for all */
+std::vector<int> rowsOf (int area, const juce::String& search);
+
+/** A control as the table shows it: "CH 1 - NN 60"; nothing for a row without one. */
+juce::String controlText (const MidiMappingRow&);
+
+/** The names of the other commands that share a row's control, with commas between. */
+juce::String sharedWith (const MidiMapping&, int row);
+}

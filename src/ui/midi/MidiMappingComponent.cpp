@@ -1,0 +1,225 @@
+#include "ui/midi/MidiMappingComponent.h"
+
+#include "engine/CommandTable.h"
+#include "midi/mapping/MidiMappingFile.h"
+#include "midi/mapping/MidiScriptGenerator.h"
+#include "skin/Palette.h"
+#include "ui/midi/MappingAreas.h"
+#include "ui/panel/PanelPaint.h"
+
+namespace
+{
+constexpr int margin = 8, gap = 4, rowHeight = 24;
+constexpr int filterLabel = 48, areaWidth = 220, searchWidth = 220, lampsWidth = 64, buttonWidth = 96;
+
+/** The file with an extension, if the user gave none. */
+juce::File withEnding (const juce::File& file, const char* ending)
+{
+    return file.hasFileExtension (ending) ? file : file.getSiblingFile (file.getFileName() + ending);
+}
+}
+
+MidiMappingComponent::MidiMappingComponent (MidiSystem& m) : PollingView (Pace::moving), midi (m)
+{
+    setOpaque (true);
+    areas.setTextWhenNothingSelected ("Select area of commands to map.");
+    areas.setTooltip ("Select area of commands to map.");
+    areas.addItem ("All commands", 1);
+    for (const auto* name : MappingAreas::names)
+        areas.addItem (name, areas.getNumItems() + 1);
+    areas.onChange = [this] { showFiltered(); };
+    addAndMakeVisible (areas);
+
+    search.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
+    search.setJustification (juce::Justification::centredLeft);
+    search.setTextToShowWhenEmpty ("Search", palette::label);
+    search.onTextChange = [this] { showFiltered(); };
+    search.onEscapeKey = [this] { search.clear(); };
+    addAndMakeVisible (search);
+
+    table.onLearn = [this] { midi.control.learn (table.selectedCommand()); };
+    table.onForget = [this] { forget(); };
+    addAndMakeVisible (table);
+
+    addButton (lampsButton, "Lights the lamps of the controller by the commands that its buttons are mapped to.",
+               [this] { mapping.showsLamps = !mapping.showsLamps; });
+    addButton (learnButton,
+               "Activates MIDI learn function to link hardware controls to PX commands. Double click the command in the "
+               "list or press [Return] key to active learn mode in a single step.",
+               [this] { toggleLearning(); });
+    learnButton.setHue (skin::Hue::lime);
+    addButton (forgetButton,
+               "Select a command in the list and click this button to delete the control link. You can use also the "
+               "[Delete] key like a shortcut for this function.",
+               [this] { forget(); });
+    addButton (loadButton, "Loads a controller setup from disk.", [this] { load(); });
+    addButton (clearButton, "Clear all the mapped functions in the list.", [this] { clearAll(); });
+    addButton (saveButton, "Saves a controller setup to disk.", [this] { save(); });
+    addButton (exportButton, "Exports controller setup to a script file.", [this] { exportScript(); });
+    addButton (closeButton, "", [this] { onClose(); });
+    setSize (width, height);
+    showFiltered();
+}
+
+MidiMappingComponent::~MidiMappingComponent()
+{
+    midi.control.cancelLearn();
+    if (!midi.saveMapping())
+        say ("MIDI Mapping Editor", "The mapping could not be kept: its folder can't be written to.");
+}
+
+void MidiMappingComponent::addButton (PXTextButton& button, const char* tip, std::function<void()> act)
+{
+    button.setTooltip (tip);
+    button.onClick = std::move (act);
+    addAndMakeVisible (button);
+}
+
+void MidiMappingComponent::filter (int area, const juce::String& text)
+{
+    search.setText (text, juce::dontSendNotification);
+    areas.setSelectedItemIndex (area + 1, juce::dontSendNotification);
+    showFiltered();
+}
+
+void MidiMappingComponent::showFiltered()
+{
+    table.show (MappingAreas::rowsOf (std::max (-1, areas.getSelectedItemIndex() - 1), search.getText()));
+}
+
+void MidiMappingComponent::toggleLearning()
+{
+    if (midi.control.isLearning())
+        midi.control.cancelLearn();
+    else
+        midi.control.learn (table.selectedCommand());
+}
+
+void MidiMappingComponent::forget()
+{
+    if (const auto row = table.selectedCommand(); row > 0)
+        mapping.setRow (row, { 0, mapping.row (row).data });
+}
+
+void MidiMappingComponent::say (const juce::String& title, const juce::String& sentence)
+{
+    if (auto* asked = prompts())
+        asked->notify (title, sentence);
+}
+
+void MidiMappingComponent::clearAll()
+{
+    if (auto* asked = prompts())
+        asked->askYesNo ("Confirm Clear All", "Are you sure you want to clear all midi assigns?",
+                         [here = SafePointer (this)] (bool yes)
+                         {
+                             if (yes && here != nullptr)
+                                 here->mapping.clear();
+                         });
+}
+
+void MidiMappingComponent::load()
+{
+    auto* asked = prompts();
+    if (asked == nullptr)
+        return;
+    const auto start = midi.engine.environment.folders.setup().getChildFile ("default_midi_mapping.xml");
+    asked->askFile ({ "Load a MIDI mapping...", start, "*.xml" },
+                    [here = SafePointer (this)] (const juce::File& file)
+                    {
+                        if (here == nullptr || file == juce::File())
+                            return;
+                        if (!loadMidiMapping (file, here->mapping))
+                            here->say ("MIDI Mapping Editor",
+                                       file.getFullPathName() + " is no MIDI mapping; nothing was changed.");
+                    });
+}
+
+void MidiMappingComponent::save()
+{
+    auto* asked = prompts();
+    if (asked == nullptr)
+        return;
+    const auto start = midi.engine.environment.folders.setup().getChildFile ("default_midi_mapping.xml");
+    asked->askFile ({ "Save the MIDI mapping...", start, "*.xml", true },
+                    [here = SafePointer (this)] (const juce::File& file)
+                    {
+                        if (here == nullptr || file == juce::File())
+                            return;
+                        if (!saveMidiMapping (here->mapping, withEnding (file, ".xml")))
+                            here->say ("MIDI Mapping Editor", file.getFullPathName() + " can't be written.");
+                    });
+}
+
+void MidiMappingComponent::exportScript()
+{
+    auto* asked = prompts();
+    if (asked == nullptr)
+        return;
+    const auto start = midi.engine.environment.folders.scriptFiles().getChildFile ("midi_script.c");
+    asked->askFile ({ "Export the midi script file...", start, "*.c", true },
+                    [here = SafePointer (this)] (const juce::File& file)
+                    {
+                        if (here == nullptr || file == juce::File())
+                            return;
+                        if (!generateMidiScript (here->mapping, withEnding (file, ".c")))
+                            here->say ("MIDI Mapping Editor", file.getFullPathName() + " can't be written.");
+                    });
+}
+
+juce::String MidiMappingComponent::monitorText() const
+{
+    if (midi.control.isLearning())
+        return "Move or press the control for \"" + juce::String (CommandTable::name (midi.control.learnRow())) + "\"...";
+    const auto seen = midi.control.lastSeen();
+    if (seen.count == 0)
+        return "MIDI Monitor: " + PanelPaint::dash();
+    const auto hex = [] (int byte) { return juce::String::toHexString (byte).toUpperCase(); };
+    juce::StringArray names;
+    mapping.forEachMatch (seen.status, seen.data, [&names] (int number, const MidiMappingRow&)
+                          { names.add (CommandTable::name (number)); });
+    return "MIDI Monitor: " + hex (seen.status) + " " + hex (seen.data) + " " + hex (seen.value) + "   "
+           + MappingAreas::controlText ({ seen.status, seen.data }) + " = " + juce::String (seen.value)
+           + (names.isEmpty() ? "   (no command)" : "   " + names.joinIntoString (", "));
+}
+
+void MidiMappingComponent::pollMoving()
+{
+    learnButton.setToggleState (midi.control.isLearning(), juce::dontSendNotification);
+    lampsButton.setToggleState (mapping.showsLamps, juce::dontSendNotification);
+    if (const auto text = monitorText(); text != monitor)
+    {
+        monitor = text;
+        repaint (monitorArea);
+    }
+}
+
+void MidiMappingComponent::paint (juce::Graphics& g)
+{
+    g.fillAll (palette::panel);
+    PanelPaint::label (g, "Filter:", { margin, margin, filterLabel, rowHeight }, juce::Justification::centredLeft);
+    PanelPaint::value (g, monitor, monitorArea, juce::Justification::centredLeft);
+}
+
+void MidiMappingComponent::resized()
+{
+    auto area = getLocalBounds().reduced (margin);
+    auto top = area.removeFromTop (rowHeight).withTrimmedLeft (filterLabel);
+    areas.setBounds (top.removeFromLeft (areaWidth));
+    lampsButton.setBounds (top.removeFromRight (lampsWidth));
+    top.removeFromRight (gap);
+    search.setBounds (top.removeFromRight (searchWidth));
+
+    auto bottom = area.removeFromBottom (rowHeight);
+    closeButton.setBounds (bottom.removeFromRight (buttonWidth));
+    for (auto* button : { &learnButton, &forgetButton, &loadButton, &clearButton, &saveButton, &exportButton })
+    {
+        button->setBounds (bottom.removeFromLeft (buttonWidth));
+        bottom.removeFromLeft (gap);
+    }
+    area.removeFromBottom (gap);
+    monitorArea = area.removeFromBottom (rowHeight);
+    area.removeFromBottom (gap);
+    area.removeFromTop (gap);
+    table.setBounds (area);
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "midi/system/MidiSystem.h"
+#include "ui/midi/MidiMappingTableComponent.h"
+#include "ui/widgets/PXTextButton.h"
+
+/** The mapping editor: links the controls of a controller with commands. It writes the default mapping when it goes, and
+    calls off a learning. Message thread. */
+class MidiMappingComponent : public PollingView
+{
+public:
+    static constexpr int width = 726, height = 575;
+
+    explicit MidiMappingComponent (MidiSystem&);
+    ~MidiMappingComponent() override;
+
+    std::function<void()> onClose; ///< the button "Close"
+
+    MidiMappingTableComponent& tableView() noexcept { return table; }
+
+    /** Shows the commands of an area whose names hold a text. @param area   -1 for all */
+    void filter (int area, const juce::String& text);
+
+    void paint (juce::Graphics&) override;
+    void resized() override;
+
+private:
+    void pollMoving() override;
+    void addButton (PXTextButton&, const char* tip, std::function<void()>);
+    void showFiltered();
+    void toggleLearning();
+    void forget();
+    void clearAll();
+    void load();
+    void save();
+    void exportScript();
+    void say (const juce::String& title, const juce::String& sentence);
+    Prompts* prompts() const { return midi.engine.environment.prompts.get(); }
+    juce::String monitorText() const;
+
+    MidiSystem& midi;
+    MidiMapping& mapping { midi.control.mapping };
+    juce::ComboBox areas;
+    juce::TextEditor search;
+    MidiMappingTableComponent table { midi.control };
+    PXTextButton lampsButton { "Lamps" }, learnButton { "Learn" }, forgetButton { "Forget" }, loadButton { "Load" },
+        clearButton { "Clear All" }, saveButton { "Save" }, exportButton { "Export Script" },
+        closeButton { "Close" };
+    juce::String monitor;
+    juce::Rectangle<int> monitorArea;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "midi/system/MidiSystem.h"
+#include "ui/midi/PortListComponent.h"
+#include "ui/widgets/PXTextButton.h"
+
+/** The page of the engine's ports: two lists, and the way to the mapping editor. */
+class MidiPortsPage : public juce::Component
+{
+public:
+    static constexpr int width = 560, height = 420;
+
+    /** @param openMapping   opens the mapping editor */
+    MidiPortsPage (MidiSystem&, std::function<void()> openMapping);
+
+    void refresh();
+    void paint (juce::Graphics&) override;
+    void resized() override;
+
+private:
+    MidiSystem& midi;
+    PortListComponent inputs, outputs;
+    juce::ToggleButton hostToggle { "Open MIDI ports inside this host" };
+    PXTextButton mappingButton { "Open MIDI Mapping Editor" };
+    juce::Rectangle<int> inputLabel, outputLabel;
+};

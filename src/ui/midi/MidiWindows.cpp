@@ -1,0 +1,77 @@
+#include "ui/midi/MidiWindows.h"
+
+#include "skin/Palette.h"
+#include "ui/midi/MidiMappingComponent.h"
+#include "ui/midi/MidiPortsPage.h"
+
+/** A window that ends when it is closed. */
+class MidiWindows::Window : public juce::DocumentWindow
+{
+public:
+    Window (const char* title, std::unique_ptr<juce::Component> content, std::function<void()> c)
+        : DocumentWindow (title, palette::panel, closeButton),
+          close (std::move (c))
+    {
+        setUsingNativeTitleBar (true);
+        setContentOwned (content.release(), true);
+        setResizable (true, false);
+        setResizeLimits (360, 240, 4096, 4096);
+        centreWithSize (getWidth(), getHeight());
+        setVisible (true);
+    }
+
+    void closeButtonPressed() override
+    {
+        // Not from within the window's own call.
+        juce::MessageManager::callAsync (
+            [here = SafePointer (this)]
+            {
+                if (here != nullptr)
+                    here->close();
+            });
+    }
+
+private:
+    const std::function<void()> close;
+    juce::TooltipWindow tips { this };
+};
+
+MidiWindows::MidiWindows (MidiSystem& m) : midi (m) {}
+
+MidiWindows::~MidiWindows() = default;
+
+void MidiWindows::show (std::unique_ptr<Window>& window, const char* title,
+                        std::function<std::unique_ptr<juce::Component>()> make)
+{
+    if (!look)
+        look.emplace();
+    if (window == nullptr)
+        window = std::make_unique<Window> (title, make(), [&window] { window.reset(); });
+    window->toFront (true);
+}
+
+std::vector<EditorPage> MidiWindows::pages()
+{
+    return { { "MIDI ports", [this] { showPorts(); } }, { "MIDI mapping", [this] { showMapping(); } } };
+}
+
+void MidiWindows::showPorts()
+{
+    show (ports, "MIDI Ports",
+          [this] { return std::make_unique<MidiPortsPage> (midi, [this] { showMapping(); }); });
+}
+
+void MidiWindows::showMapping()
+{
+    show (mapping, "MIDI Mapping Editor",
+          [this]
+          {
+              auto made = std::make_unique<MidiMappingComponent> (midi);
+              made->onClose = [this]
+              {
+                  if (mapping != nullptr)
+                      mapping->closeButtonPressed();
+              };
+              return made;
+          });
+}

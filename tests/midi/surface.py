@@ -1,0 +1,182 @@
+"""A controller on JACK, played into the application: learnt in the mapping editor, played, turned, lit, unplugged."""
+
+import os
+import re
+import subprocess
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+SERVER = f"platterdex-surface-{os.getpid()}"
+os.environ.update(JACK_DEFAULT_SERVER=SERVER, JACK_NO_AUDIO_RESERVATION="1", JACK_NO_START_SERVER="1")
+
+import jack  # noqa: E402: it reads the environment
+
+NOTE_ON, CONTROLLER = 0x90, 0xB0
+PLAY_NOTE, SCRATCH_NOTE, FADER, WHEEL = 10, 20, 7, 21
+MAPPING = """<midiMapping version="2000" name="" lamps="1"><controls>
+<value id="277" status="176" data="7" res0="0" res1="0"/>
+<value id="205" status="144" data="20" res0="0" res1="0"/>
+<value id="201" status="176" data="21" res0="0" res1="0" features="wheel"/>
+</controls></midiMapping>"""
+DEVICES = """<midiList version="2000" name=""><MIDIINPUT name="Controller:out"/><MIDIOUTPUT name="Controller:in"/></midiList>"""
+
+
+class Controller:
+    """The device: sends what is queued, keeps the last value of every lamp and the times of all that comes."""
+
+    def __init__(self):
+        self.client = jack.Client("Controller", no_start_server=True)
+        self.output = self.client.midi_outports.register("out")
+        self.input = self.client.midi_inports.register("in")
+        self.queue, self.lamps, self.arrivals = [], {}, []
+        self.client.set_process_callback(self.process)
+        self.client.activate()
+
+    def process(self, _frames):
+        self.output.clear_buffer()
+        while self.queue:
+            self.output.write_midi_event(0, self.queue.pop(0))
+        for _, data in self.input.incoming_midi_events():
+            message = bytes(data)
+            if len(message) == 3:
+                self.lamps[message[0], message[1]] = message[2]
+                self.arrivals.append(time.monotonic())
+
+    def send(self, *message):
+        self.queue.append(bytes(message))
+
+    def is_connected(self):
+        return self.output.number_of_connections == 1 and self.input.number_of_connections == 1
+
+    def unplug(self):
+        self.client.deactivate()
+        self.client.close()
+
+
+def until(what, condition, seconds=30.0):
+    """Waits until a condition holds. Returns the seconds that it took."""
+    begin = time.monotonic()
+    while not condition():
+        if time.monotonic() - begin > seconds:
+            raise SystemExit(f"FAILED: {what} did not come true within {seconds} s")
+        time.sleep(0.01)
+    return time.monotonic() - begin
+
+
+def run(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True, timeout=60).stdout
+
+
+def window(name):
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{name}$"], capture_output=True, text=True)
+    return found.stdout.split()[-1] if found.stdout.split() else None
+
+
+def window_when_still(name):
+    until(f"a window {name}", lambda: window(name))
+    shown, last = window(name), None
+    while last != (now := run("xdotool", "getwindowgeometry", shown)):
+        last = now
+        time.sleep(0.5)
+    return shown
+
+
+def click(shown, x, y, times=1):
+    run("xdotool", "mousemove", "--window", shown, str(x), str(y))
+    time.sleep(0.2)
+    run("xdotool", "click", "--repeat", str(times), "--delay", "80", "1")
+    time.sleep(0.2)
+
+
+def picture(folder, name):
+    if folder:
+        run("ffmpeg", "-loglevel", "error", "-y", "-f", "x11grab", "-video_size", "1400x900", "-i", os.environ["DISPLAY"],
+            "-frames:v", "1", f"{folder}/{name}.png")
+
+
+def learn(controller, pictures):
+    """Opens the mapping editor from the menu and has the first row, Play/Pause A, learn a note."""
+    main = window_when_still("Platterdex")
+    click(main, 56, 24)
+    run("xdotool", "key", "Down", "Down", "Down", "Return")
+    editor = window_when_still("MIDI Mapping Editor")
+    click(editor, 120, 72, times=2)
+    time.sleep(0.3)
+    picture(pictures, "learning")
+    controller.send(NOTE_ON, PLAY_NOTE, 127)
+    until("the lamp of the learnt button", lambda: controller.lamps.get((NOTE_ON, PLAY_NOTE)) == 127)
+    picture(pictures, "learnt")
+    run("xdotool", "windowclose", editor)
+
+
+def play(controller):
+    for value in (0, 127, 0):
+        controller.send(NOTE_ON, PLAY_NOTE, value)
+    until("the lamp of a stopped deck", lambda: controller.lamps.get((NOTE_ON, PLAY_NOTE)) == 0)
+    for value in range(128):
+        controller.send(CONTROLLER, FADER, value)
+    until("the place of the crossfader", lambda: controller.lamps.get((CONTROLLER, FADER)) == 127)
+
+    def turn():
+        controller.send(CONTROLLER, WHEEL, 70)
+        return controller.lamps.get((NOTE_ON, SCRATCH_NOTE)) == 127
+
+    until("the lamp of a scratch while the wheel turns", turn)
+    until("the end of the scratch", lambda: controller.lamps.get((NOTE_ON, SCRATCH_NOTE)) == 0)
+
+
+def replug(controller):
+    controller.unplug()
+    again = Controller()
+    print(f"replug: open after {until('the port that came back', again.is_connected, 2.0):.2f} s", end=", ")
+    wanted = {(NOTE_ON, PLAY_NOTE), (CONTROLLER, FADER), (NOTE_ON, SCRATCH_NOTE)}
+    print(f"painted after {until('all lamps again', lambda: wanted <= set(again.lamps), 2.0):.2f} s more")
+    return again
+
+
+def main():
+    program, pictures = sys.argv[1], (sys.argv[2] if len(sys.argv) > 2 else None)
+    started = []
+    with tempfile.TemporaryDirectory() as work:
+        if pictures:
+            Path(pictures).mkdir(parents=True, exist_ok=True)
+        setup = Path(work, "root", "setup")
+        setup.mkdir(parents=True)
+        (setup / "default_midi_mapping.xml").write_text(MAPPING)
+        (setup / "midi_devices_list.xml").write_text(DEVICES)
+        run(program, "demo-tracks", f"{work}/tracks")
+        try:
+            started.append(subprocess.Popen(["jackd", "-n", SERVER, "-r", "-d", "dummy", "-r", "48000", "-p", "256", "-C", "10",
+                                             "-P", "14"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+            until("the JACK server", lambda: subprocess.run(["jack_lsp", "-s", SERVER], capture_output=True).returncode == 0)
+            controller = Controller()
+            log = open(f"{work}/log", "w+")
+            track = next(Path(work, "tracks").glob("*.flac"))
+            application = subprocess.Popen([program, str(track), "--root", f"{work}/root"], stdout=log, stderr=log)
+            started.append(application)
+            until("the ports of the application", controller.is_connected, 60.0)
+            learn(controller, pictures)
+            play(controller)
+            controller = replug(controller)
+            play(controller)
+            application.terminate()
+            if application.wait(20) != 0:
+                raise SystemExit("FAILED: the application did not end well")
+            row = re.search(r'<value id="1" status="(\d+)" data="(\d+)"', (setup / "default_midi_mapping.xml").read_text())
+            if row is None or row.groups() != (str(NOTE_ON), str(PLAY_NOTE)):
+                raise SystemExit("FAILED: the learnt row was not kept")
+            print("learnt, played, turned, unplugged and kept")
+        except BaseException:
+            picture(pictures, "failed")
+            if Path(work, "log").exists():
+                print(Path(work, "log").read_text()[-3000:], file=sys.stderr)
+            raise
+        finally:
+            for process in reversed(started):
+                process.terminate()
+                process.wait(20)
+
+
+main()
