@@ -8,7 +8,7 @@ import tempfile
 import time
 from pathlib import Path
 
-SERVER = f"platterdex-surface-{os.getpid()}"
+SERVER = f"px-{os.getpid()}"  # a longer name breaks JACK
 os.environ.update(JACK_DEFAULT_SERVER=SERVER, JACK_NO_AUDIO_RESERVATION="1", JACK_NO_START_SERVER="1")
 
 import jack  # noqa: E402: it reads the environment
@@ -99,7 +99,7 @@ def picture(folder, name):
 def learn(controller, pictures):
     """Opens the mapping editor from the menu and has the first row, Play/Pause A, learn a note."""
     main = window_when_still("Platterdex")
-    click(main, 56, 24)
+    click(main, 219, 28)
     run("xdotool", "key", "Down", "Down", "Down", "Return")
     editor = window_when_still("MIDI Mapping Editor")
     click(editor, 120, 72, times=2)
@@ -108,7 +108,7 @@ def learn(controller, pictures):
     controller.send(NOTE_ON, PLAY_NOTE, 127)
     until("the lamp of the learnt button", lambda: controller.lamps.get((NOTE_ON, PLAY_NOTE)) == 127)
     picture(pictures, "learnt")
-    run("xdotool", "windowclose", editor)
+    click(editor, 670, 555)
 
 
 def play(controller):

@@ -7,4 +7,4 @@ if ! command -v jackd >/dev/null; then
     echo "SKIPPED: there is no jackd (package jackd2)"
     exit 77
 fi
-exec "$here/../../scripts/on-display.sh" 1400x900 python3 "$here/surface.py" "$@"
+exec "$here/../../scripts/on-display.sh" 1400x900 /usr/bin/python3 "$here/surface.py" "$@"

@@ -9,7 +9,7 @@
 
 namespace
 {
-constexpr int rowHeight = 24, headerHeight = 24, margin = 8, litMark = 4;
+constexpr int rowHeight = 24, headerHeight = 24, margin = 8, litMark = 4, cellMargin = 4;
 constexpr int commandWidth = 270, typeWidth = 190, messageWidth = 238;
 constexpr uint32_t litMs = 250;
 
@@ -91,6 +91,7 @@ void MidiMappingTableComponent::show (std::vector<int> commands)
     const auto selected = selectedCommand();
     shown = std::move (commands);
     table.updateContent();
+    table.resized(); // the columns make room for the scroll bar
     select (selected);
     table.repaint();
 }
@@ -155,7 +156,7 @@ void MidiMappingTableComponent::paintRowBackground (juce::Graphics& g, int row, 
 void MidiMappingTableComponent::paintCell (juce::Graphics& g, int row, int column, int width, int height, bool)
 {
     const auto number = commandOf (row);
-    auto area = juce::Rectangle<int> (width, height).withTrimmedLeft (margin);
+    auto area = juce::Rectangle<int> (width, height).withTrimmedLeft (cellMargin);
     g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
     const auto mapped = control.mapping.row (number);
     if (column == command)

@@ -47,7 +47,13 @@ void MidiWindows::show (std::unique_ptr<Window>& window, const char* title,
         look.emplace();
     if (window == nullptr)
         window = std::make_unique<Window> (title, make(), [&window] { window.reset(); });
-    window->toFront (true);
+    // The menu that was chosen from brings its own window to the front when it goes, which is after this call.
+    juce::MessageManager::callAsync (
+        [shown = juce::Component::SafePointer (window.get())]
+        {
+            if (shown != nullptr)
+                shown->toFront (true);
+        });
 }
 
 std::vector<EditorPage> MidiWindows::pages()
