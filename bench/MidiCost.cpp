@@ -138,7 +138,8 @@ void measureLatency (BenchEngine& engine, bool isPlaying)
     std::thread device (
         [&]
         {
-            const auto period = std::chrono::nanoseconds (static_cast<int64_t> (blockFrames / engineRate * 1e9));
+            const auto period =
+                std::chrono::nanoseconds (static_cast<int64_t> (blockFrames / engineRate * 1e9));
             for (auto next = std::chrono::steady_clock::now(); !stopping;)
             {
                 if (isPlaying)

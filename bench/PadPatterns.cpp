@@ -47,9 +47,11 @@ juce::AudioBuffer<float> drums()
         {
             const auto since = [] (double of, double from, double each)
             { return std::fmod (of - from + 64.0 * each, each) * beat / rate; };
-            const auto kick = since (beats, 0.0, 1.0), snare = since (beats, 1.0, 2.0), hat = since (beats, 0.5, 1.0);
+            const auto kick = since (beats, 0.0, 1.0), snare = since (beats, 1.0, 2.0),
+                       hat = since (beats, 0.5, 1.0);
             const auto noise = random.nextDouble() * 2.0 - 1.0;
-            return 0.6 * std::exp (-kick / 0.09) * std::sin (40.0 * (1.0 - std::exp (-kick / 0.05)) + 300.0 * kick)
+            return 0.6 * std::exp (-kick / 0.09)
+                       * std::sin (40.0 * (1.0 - std::exp (-kick / 0.05)) + 300.0 * kick)
                    + 0.3 * std::exp (-snare / 0.07) * noise + 0.15 * std::exp (-hat / 0.02) * noise;
         });
 }
@@ -86,7 +88,8 @@ std::vector<Material> materials()
     all.push_back ({ "drums", drums() });
     all.push_back ({ "bass", bass() });
     all.push_back ({ "song", song() });
-    all.push_back ({ "tone", made ([] (double t, double) { return 0.7 * std::sin (2.0 * std::numbers::pi * 2205.0 * t); }) });
+    all.push_back ({ "tone", made ([] (double t, double)
+                                   { return 0.7 * std::sin (2.0 * std::numbers::pi * 2205.0 * t); }) });
     return all;
 }
 
@@ -191,13 +194,13 @@ double decibels (double ratio)
 
 struct Findings
 {
-    double correlation = 1.0;   ///< the least of a stretch with its source
-    double repetition = 1.0;    ///< with itself, at the distance of the name
-    double duty = 0.0;          ///< the most by which the open part differs, of the whole
-    double edge = 0.0;          ///< ms, the most by which a gate's edge strays
-    double back = -180.0;       ///< dB, what differs from the deck after the end
-    int silent = 0;             ///< stretches without the sound that they should have
-    double peak = -180.0;       ///< dB over the deck's
+    double correlation = 1.0; ///< the least of a stretch with its source
+    double repetition = 1.0;  ///< with itself, at the distance of the name
+    double duty = 0.0;        ///< the most by which the open part differs, of the whole
+    double edge = 0.0;        ///< ms, the most by which a gate's edge strays
+    double back = -180.0;     ///< dB, what differs from the deck after the end
+    int silent = 0;           ///< stretches without the sound that they should have
+    double peak = -180.0;     ///< dB over the deck's
 
     void take (const Findings& other)
     {
@@ -212,8 +215,8 @@ struct Findings
 
     bool passes() const
     {
-        return correlation > 0.99 && repetition > 0.97 && duty < 0.01 && edge < 1.0 && back < -60.0 && silent == 0
-               && peak < 1.0;
+        return correlation > 0.99 && repetition > 0.97 && duty < 0.01 && edge < 1.0 && back < -60.0
+               && silent == 0 && peak < 1.0;
     }
 };
 
@@ -259,8 +262,10 @@ Findings measure (Deck& deck, int id, const std::string& name, bool isTone)
 
     const auto source = [&] (int i)
     {
-        const auto place = run.from + i + static_cast<int> (std::lround (expected.offset[static_cast<size_t> (i)]));
-        return static_cast<double> (deck.dry[static_cast<size_t> (std::clamp (place, 0, static_cast<int> (deck.dry.size()) - 1))]);
+        const auto place =
+            run.from + i + static_cast<int> (std::lround (expected.offset[static_cast<size_t> (i)]));
+        return static_cast<double> (
+            deck.dry[static_cast<size_t> (std::clamp (place, 0, static_cast<int> (deck.dry.size()) - 1))]);
     };
 
     // Each stretch that plays at the track's speed is the track at the stated distance.
@@ -275,7 +280,7 @@ Findings measure (Deck& deck, int id, const std::string& name, bool isTone)
             stretch = {};
             continue;
         }
-        stretch.add (run.heard[at] , source (i) * expected.level[at]);
+        stretch.add (run.heard[at], source (i) * expected.level[at]);
     }
     if (stretch.isLoud())
         found.correlation = std::min (found.correlation, stretch.value());
@@ -302,7 +307,8 @@ Findings measure (Deck& deck, int id, const std::string& name, bool isTone)
             }
             return std::sqrt (a / b);
         };
-        const auto isGate = std::all_of (expected.offset.begin(), expected.offset.end(), [] (double o) { return o == 0.0; });
+        const auto isGate =
+            std::all_of (expected.offset.begin(), expected.offset.end(), [] (double o) { return o == 0.0; });
         for (int i = 0; i < window && isGate; i += 5)
         {
             open += level (i) > 0.5;
@@ -311,7 +317,8 @@ Findings measure (Deck& deck, int id, const std::string& name, bool isTone)
         found.duty = std::abs (open - statedOpen) * 5.0 / window;
         for (int i = 300; i < window - 300 && isGate; ++i)
         {
-            const auto before = expected.level[static_cast<size_t> (i) - 1], after = expected.level[static_cast<size_t> (i)];
+            const auto before = expected.level[static_cast<size_t> (i) - 1],
+                       after = expected.level[static_cast<size_t> (i)];
             if (std::abs (after - before) < 0.5)
                 continue;
             const auto middle = (before + after) / 2.0;
@@ -332,7 +339,8 @@ Findings measure (Deck& deck, int id, const std::string& name, bool isTone)
         difference = std::max (difference, std::abs (static_cast<double> (run.heard[static_cast<size_t> (i)])
                                                      - deck.dry[static_cast<size_t> (run.from + i)]));
     for (int i = run.from - 2 * window; i < run.from + window; ++i)
-        dryPeak = std::max (dryPeak, std::abs (static_cast<double> (deck.dry[static_cast<size_t> (std::max (0, i))])));
+        dryPeak = std::max (dryPeak,
+                            std::abs (static_cast<double> (deck.dry[static_cast<size_t> (std::max (0, i))])));
     for (const auto sample : run.heard)
         peak = std::max (peak, std::abs (static_cast<double> (sample)));
     found.back = decibels (difference / dryPeak);
@@ -355,8 +363,9 @@ Findings measure (Deck& deck, int id, const std::string& name, bool isTone)
 
 void print (const std::string& name, int count, const Findings& f)
 {
-    std::printf ("| %s | %d | %.4f | %.4f | %.2f | %.2f | %.0f | %d | %.2f |%s\n", name.c_str(), count, f.correlation,
-                 f.repetition, f.duty * 100.0, f.edge, f.back, f.silent, f.peak, f.passes() ? "" : " FAILS");
+    std::printf ("| %s | %d | %.4f | %.4f | %.2f | %.2f | %.0f | %d | %.2f |%s\n", name.c_str(), count,
+                 f.correlation, f.repetition, f.duty * 100.0, f.edge, f.back, f.silent, f.peak,
+                 f.passes() ? "" : " FAILS");
 }
 }
 
@@ -370,15 +379,20 @@ int main (int argc, char** argv)
         for (const auto& group : FactoryPresets::groups())
             for (const auto& preset : group.presets)
             {
-                const auto of = measure (deck, preset.id, std::string (preset.name), material.name == std::string ("tone"));
+                const auto of = measure (deck, preset.id, std::string (preset.name),
+                                         material.name == std::string ("tone"));
                 if (!of.passes())
-                    print (std::to_string (preset.id) + " " + std::string (preset.name) + " (" + material.name + ")", 1, of);
+                    print (std::to_string (preset.id) + " " + std::string (preset.name) + " (" + material.name
+                               + ")",
+                           1, of);
                 found[preset.id].take (of);
             }
     }
 
-    std::printf ("| patterns | count | correlation with the source | repeats at the stated distance | duty off, %% | edges off, ms | "
-                 "deck after the end, dB | silent | peak over the deck, dB |\n|---|---|---|---|---|---|---|---|---|\n");
+    std::printf ("| patterns | count | correlation with the source | repeats at the stated distance | duty "
+                 "off, %% | edges off, ms | "
+                 "deck after the end, dB | silent | peak over the deck, dB "
+                 "|\n|---|---|---|---|---|---|---|---|---|\n");
     auto fails = 0;
     for (const auto& group : FactoryPresets::groups())
     {

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-/** What is read of a device list has names and places, each once, and is read again as it is written. */
+/** Checks that a device list's ports have names and places, each once, and are read again as they are written. */
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
     const auto lists = parseMidiDeviceList (std::make_unique<juce::MemoryInputStream> (data, size, false));

@@ -10,7 +10,7 @@ std::unique_ptr<juce::InputStream> streamOf (const void* data, size_t size)
 }
 }
 
-/** What is read of a mapping lies in its ranges, and is read again as it is written. */
+/** Checks that a mapping's rows lie in their ranges, and are read again as they are written. */
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
     const auto file = parseMidiMapping (streamOf (data, size));

@@ -5,8 +5,12 @@
 
 #include <algorithm>
 
-MidiScriptEngine::MidiScriptEngine (CPlatterdex* o, MidiPortService& service, const juce::File& folder, ScriptTimes t)
-    : owner (o), scriptFolder (folder), times (t), portSet (service, *this)
+MidiScriptEngine::MidiScriptEngine (CPlatterdex* o, MidiPortService& service, const juce::File& folder,
+                                    ScriptTimes t)
+    : owner (o),
+      scriptFolder (folder),
+      times (t),
+      portSet (service, *this)
 {
     // A device that comes back has dark lamps, whatever was sent to it before.
     portSet.onChange = [this]
@@ -30,7 +34,8 @@ MidiScriptEngine::~MidiScriptEngine()
 
 void MidiScriptEngine::addScript (const juce::File& file)
 {
-    auto found = std::find_if (entries.begin(), entries.end(), [&] (const Entry& e) { return e.file == file; });
+    auto found =
+        std::find_if (entries.begin(), entries.end(), [&] (const Entry& e) { return e.file == file; });
     if (found == entries.end())
     {
         const ScriptWorld world { .owner = owner,
@@ -60,7 +65,8 @@ void MidiScriptEngine::load (const Entry& entry)
 
 void MidiScriptEngine::removeScript (const juce::File& file)
 {
-    const auto found = std::find_if (entries.begin(), entries.end(), [&] (const Entry& e) { return e.file == file; });
+    const auto found =
+        std::find_if (entries.begin(), entries.end(), [&] (const Entry& e) { return e.file == file; });
     if (found == entries.end())
         return;
     worker.post ({ .run = [script = found->script] (const std::stop_token&) { script->stopScript(); } });

@@ -26,7 +26,8 @@ public:
 
     /** @param o              target of get and set; null stops them
         @param scriptFolder   the folder of scripts, where included files are looked for and the set-up lies */
-    MidiScriptEngine (CPlatterdex* o, MidiPortService&, const juce::File& scriptFolder, ScriptTimes times = {});
+    MidiScriptEngine (CPlatterdex* o, MidiPortService&, const juce::File& scriptFolder,
+                      ScriptTimes times = {});
 
     /** Stops all scripts, which takes as long as the slowest. */
     ~MidiScriptEngine() override;

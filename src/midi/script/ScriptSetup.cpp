@@ -7,7 +7,8 @@ std::optional<ScriptSetup> parseScriptSetup (std::unique_ptr<juce::InputStream> 
     ScriptSetup setup;
     for (auto event = xml.next(); event != Event::finished; event = xml.next())
     {
-        if (event == Event::failed || (event == Event::start && xml.depth() == 1 && xml.name() != "midiScript"))
+        if (event == Event::failed
+            || (event == Event::start && xml.depth() == 1 && xml.name() != "midiScript"))
             return {};
         if (event != Event::start || xml.depth() != 2 || readPortElement (xml, setup.ports))
             continue;

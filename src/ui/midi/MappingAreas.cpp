@@ -65,7 +65,8 @@ juce::String MappingAreas::controlText (const MidiMappingRow& row)
         return channel + "NN " + juce::String (row.data);
     case 0xe0:
         return channel + "Pitch bend"
-               + (has (row.features, MidiControlFeature::fine) ? juce::String() : " " + juce::String (row.data));
+               + (has (row.features, MidiControlFeature::fine) ? juce::String()
+                                                               : " " + juce::String (row.data));
     default:
         return channel + "CC " + juce::String (row.data);
     }

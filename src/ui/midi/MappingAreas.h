@@ -9,7 +9,7 @@
 /** The parts of the mapping table, and its texts. */
 namespace MappingAreas
 {
-inline constexpr std::array names { "Deck A", "Deck B",       "Deck C",    "Deck D",       "Mixer",
+inline constexpr std::array names { "Deck A",  "Deck B",       "Deck C",    "Deck D",       "Mixer",
                                     "Effects", "Loop Sampler", "Slicegate", "Song Manager", "Global" };
 
 /** The area of a row, an index into names. @param row   1 to 465 */

@@ -41,17 +41,20 @@ MidiMappingComponent::MidiMappingComponent (MidiSystem& m) : PollingView (Pace::
     table.onForget = [this] { forget(); };
     addAndMakeVisible (table);
 
-    addButton (lampsButton, "Lights the lamps of the controller by the commands that its buttons are mapped to.",
+    addButton (lampsButton,
+               "Lights the lamps of the controller by the commands that its buttons are mapped to.",
                [this] { mapping.showsLamps = !mapping.showsLamps; });
     addButton (learnButton,
-               "Activates MIDI learn function to link hardware controls to PX commands. Double click the command in the "
+               "Activates MIDI learn function to link hardware controls to PX commands. Double click the "
+               "command in the "
                "list or press [Return] key to active learn mode in a single step.",
                [this] { toggleLearning(); });
     learnButton.setHue (skin::Hue::lime);
-    addButton (forgetButton,
-               "Select a command in the list and click this button to delete the control link. You can use also the "
-               "[Delete] key like a shortcut for this function.",
-               [this] { forget(); });
+    addButton (
+        forgetButton,
+        "Select a command in the list and click this button to delete the control link. You can use also the "
+        "[Delete] key like a shortcut for this function.",
+        [this] { forget(); });
     addButton (loadButton, "Loads a controller setup from disk.", [this] { load(); });
     addButton (clearButton, "Clear all the mapped functions in the list.", [this] { clearAll(); });
     addButton (saveButton, "Saves a controller setup to disk.", [this] { save(); });
@@ -170,13 +173,15 @@ void MidiMappingComponent::exportScript()
 juce::String MidiMappingComponent::monitorText() const
 {
     if (midi.control.isLearning())
-        return "Move or press the control for \"" + juce::String (CommandTable::name (midi.control.learnRow())) + "\"...";
+        return "Move or press the control for \""
+               + juce::String (CommandTable::name (midi.control.learnRow())) + "\"...";
     const auto seen = midi.control.lastSeen();
     if (seen.count == 0)
         return "MIDI Monitor: " + PanelPaint::dash();
     const auto hex = [] (int byte) { return juce::String::toHexString (byte).toUpperCase(); };
     juce::StringArray names;
-    mapping.forEachMatch (seen.status, seen.data, [&names] (int number, const MidiMappingRow&)
+    mapping.forEachMatch (seen.status, seen.data,
+                          [&names] (int number, const MidiMappingRow&)
                           { names.add (CommandTable::name (number)); });
     return "MIDI Monitor: " + hex (seen.status) + " " + hex (seen.data) + " " + hex (seen.value) + "   "
            + MappingAreas::controlText ({ seen.status, seen.data }) + " = " + juce::String (seen.value)
@@ -197,7 +202,8 @@ void MidiMappingComponent::pollMoving()
 void MidiMappingComponent::paint (juce::Graphics& g)
 {
     g.fillAll (palette::panel);
-    PanelPaint::label (g, "Filter:", { margin, margin, filterLabel, rowHeight }, juce::Justification::centredLeft);
+    PanelPaint::label (g, "Filter:", { margin, margin, filterLabel, rowHeight },
+                       juce::Justification::centredLeft);
     PanelPaint::value (g, monitor, monitorArea, juce::Justification::centredLeft);
 }
 
@@ -212,7 +218,8 @@ void MidiMappingComponent::resized()
 
     auto bottom = area.removeFromBottom (rowHeight);
     closeButton.setBounds (bottom.removeFromRight (buttonWidth));
-    for (auto* button : { &learnButton, &forgetButton, &loadButton, &clearButton, &saveButton, &exportButton })
+    for (auto* button :
+         { &learnButton, &forgetButton, &loadButton, &clearButton, &saveButton, &exportButton })
     {
         button->setBounds (bottom.removeFromLeft (buttonWidth));
         bottom.removeFromLeft (gap);

@@ -43,9 +43,9 @@ private:
     juce::ComboBox areas;
     juce::TextEditor search;
     MidiMappingTableComponent table { midi.control };
-    PXTextButton lampsButton { "Lamps" }, learnButton { "Learn" }, forgetButton { "Forget" }, loadButton { "Load" },
-        clearButton { "Clear All" }, saveButton { "Save" }, exportButton { "Export Script" },
-        closeButton { "Close" };
+    PXTextButton lampsButton { "Lamps" }, learnButton { "Learn" }, forgetButton { "Forget" },
+        loadButton { "Load" }, clearButton { "Clear All" }, saveButton { "Save" },
+        exportButton { "Export Script" }, closeButton { "Close" };
     juce::String monitor;
     juce::Rectangle<int> monitorArea;
 };

@@ -43,8 +43,10 @@ public:
                 addItem (choice.text, getNumItems() + 1);
         }
         const auto row = mapping.row (command);
-        const auto chosen = std::find_if (choices.begin(), choices.end(), [&row] (const auto& choice)
-                                          { return choice.type == row.type() && choice.features == row.features; });
+        const auto chosen =
+            std::find_if (choices.begin(), choices.end(),
+                          [&row] (const auto& choice)
+                          { return choice.type == row.type() && choice.features == row.features; });
         setSelectedItemIndex (chosen != choices.end() ? static_cast<int> (chosen - choices.begin()) : 0,
                               juce::dontSendNotification);
     }
@@ -56,7 +58,9 @@ private:
 };
 }
 
-MidiMappingTableComponent::MidiMappingTableComponent (MidiControl& c) : PollingView (Pace::moving), control (c)
+MidiMappingTableComponent::MidiMappingTableComponent (MidiControl& c)
+    : PollingView (Pace::moving),
+      control (c)
 {
     auto& header = table.getHeader();
     const auto flags = juce::TableHeaderComponent::visible | juce::TableHeaderComponent::resizable;
@@ -153,7 +157,8 @@ void MidiMappingTableComponent::paintRowBackground (juce::Graphics& g, int row, 
     g.fillRect (litMark, 0, width - litMark, height);
 }
 
-void MidiMappingTableComponent::paintCell (juce::Graphics& g, int row, int column, int width, int height, bool)
+void MidiMappingTableComponent::paintCell (juce::Graphics& g, int row, int column, int width, int height,
+                                           bool)
 {
     const auto number = commandOf (row);
     auto area = juce::Rectangle<int> (width, height).withTrimmedLeft (cellMargin);

@@ -47,9 +47,9 @@ private:
 
     MidiControl& control;
     juce::TableListBox table { {}, this };
-    std::vector<int> shown;                                     ///< commands
-    std::array<uint32_t, MidiMapping::rowCount> seenHits {};    ///< by command
-    std::array<uint32_t, MidiMapping::rowCount> litUntilMs {};  ///< 0 for a dark row
+    std::vector<int> shown;                                    ///< commands
+    std::array<uint32_t, MidiMapping::rowCount> seenHits {};   ///< by command
+    std::array<uint32_t, MidiMapping::rowCount> litUntilMs {}; ///< 0 for a dark row
     uint32_t seenRevision = 0;
     bool seenLearning = false;
 };

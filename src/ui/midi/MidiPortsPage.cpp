@@ -16,14 +16,15 @@ MidiPortsPage::MidiPortsPage (MidiSystem& m, std::function<void()> openMapping)
     inputs.onChange = outputs.onChange = [this]
     {
         if (!midi.saveDeviceList() && midi.engine.environment.prompts != nullptr)
-            midi.engine.environment.prompts->notify ("MIDI",
-                                                     "The list of devices could not be kept: its folder can't be "
-                                                     "written to.");
+            midi.engine.environment.prompts->notify (
+                "MIDI", "The list of devices could not be kept: its folder can't be "
+                        "written to.");
     };
     addAndMakeVisible (inputs);
     addAndMakeVisible (outputs);
 
-    hostToggle.setTooltip ("A host keeps the ports for itself as a rule. Turn this on to play Platterdex directly.");
+    hostToggle.setTooltip (
+        "A host keeps the ports for itself as a rule. Turn this on to play Platterdex directly.");
     hostToggle.setToggleState (midi.opensPorts(), juce::dontSendNotification);
     hostToggle.onClick = [this] { midi.setOpensPorts (hostToggle.getToggleState()); };
     addChildComponent (hostToggle);

@@ -24,7 +24,8 @@ public:
 private:
     class Window;
 
-    void show (std::unique_ptr<Window>&, const char* title, std::function<std::unique_ptr<juce::Component>()> make);
+    void show (std::unique_ptr<Window>&, const char* title,
+               std::function<std::unique_ptr<juce::Component>()> make);
 
     MidiSystem& midi;
     std::optional<juce::SharedResourcePointer<DefaultLook>> look; ///< from the first window on

@@ -36,9 +36,10 @@ void PortListComponent::makeToggles()
     toggles.clear();
     for (const auto& row : rows)
     {
-        const auto text = row.title() + (row.index < 0                   ? " - not connected"
-                                         : row.isWanted && !row.isOpen ? " - can't be opened"
-                                                                         : "");
+        const auto text = row.title()
+                          + (row.index < 0                 ? " - not connected"
+                             : row.isWanted && !row.isOpen ? " - can't be opened"
+                                                           : "");
         auto toggle = std::make_unique<juce::ToggleButton> (text);
         toggle->setToggleState (row.isWanted, juce::dontSendNotification);
         toggle->setAlpha (row.isWanted && !row.isOpen ? 0.6f : 1.0f);

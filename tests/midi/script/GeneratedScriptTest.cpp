@@ -68,14 +68,14 @@ TEST_P (GeneratedScript, OfAFullTableActsAsTheDispatcher)
         std::string names;
         for (size_t i = 0; i < expected.size(); ++i)
             if (std::abs (actual[i] - expected[i]) > 1e-5f)
-                names += CommandTable::name (static_cast<int> (i) + 1) + ": " + std::to_string (actual[i]) + ", not "
-                         + std::to_string (expected[i]) + "\n";
+                names += CommandTable::name (static_cast<int> (i) + 1) + ": " + std::to_string (actual[i])
+                         + ", not " + std::to_string (expected[i]) + "\n";
         return names;
     };
     EXPECT_TRUE (ScriptFixture::comes ([&] { return differing().empty(); })) << differing();
 }
 
 INSTANTIATE_TEST_SUITE_P (ControlTypes, GeneratedScript,
-                          testing::Values (MidiControlType::absolute, MidiControlType::inverted, MidiControlType::encoder,
-                                           MidiControlType::encoderInverted),
+                          testing::Values (MidiControlType::absolute, MidiControlType::inverted,
+                                           MidiControlType::encoder, MidiControlType::encoderInverted),
                           [] (const auto& info) { return std::to_string (static_cast<int> (info.param)); });

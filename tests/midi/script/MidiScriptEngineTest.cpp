@@ -1,6 +1,6 @@
+#include "midi/script/MidiScriptEngine.h"
 #include "../FakeMidiBackend.h"
 #include "ScriptFixture.h"
-#include "midi/script/MidiScriptEngine.h"
 
 #include <gmock/gmock.h>
 
@@ -100,7 +100,8 @@ TEST (MidiScriptEngine, HungScriptHoldsUpNeitherPortNorOtherScripts)
     f.cables->play (device, { 0xb0, 7, 127 });
     EXPECT_TRUE (f.comes (device, { 0xb0, 1, 127 }));
     EXPECT_TRUE (ScriptFixture::comes ([&] { return f.scripts->rows()[0].hasHung; }));
-    EXPECT_EQ (f.scripts->rows()[1], (MidiScriptEngine::Row { f.folder.file ("good.c"), MidiScript::State::running, false }));
+    EXPECT_EQ (f.scripts->rows()[1],
+               (MidiScriptEngine::Row { f.folder.file ("good.c"), MidiScript::State::running, false }));
 }
 
 TEST (MidiScriptEngine, DeviceThatComesBackGetsItsLampsAgain)
@@ -132,7 +133,8 @@ TEST (MidiScriptEngine, SetupKeepsScriptsAndPortsThatAreAbsent)
     EXPECT_EQ (rows[0].state, MidiScript::State::running);
     EXPECT_EQ (rows[1].state, MidiScript::State::none);
     EXPECT_THAT (f.scripts->journal().after (0).back().text.toStdString(), HasSubstr ("There is no file"));
-    EXPECT_THAT (f.scripts->ports().wanted (MidiDirection::output), ElementsAre (MidiPortSet::Wanted { "Surface", 0 }));
+    EXPECT_THAT (f.scripts->ports().wanted (MidiDirection::output),
+                 ElementsAre (MidiPortSet::Wanted { "Surface", 0 }));
 
     for (const auto* text : { "", "<midiList/>", "<midiScript><script file='x.c'>" })
     {

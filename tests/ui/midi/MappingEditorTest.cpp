@@ -62,7 +62,8 @@ TEST (MappingEditor, LearnsForgetsShowsConflictsAndKeepsTheTable)
     }
     EXPECT_FALSE (control.isLearning());
     MidiMapping kept;
-    ASSERT_TRUE (loadMidiMapping (fixture.folder.file ("setup").getChildFile ("default_midi_mapping.xml"), kept));
+    ASSERT_TRUE (
+        loadMidiMapping (fixture.folder.file ("setup").getChildFile ("default_midi_mapping.xml"), kept));
     EXPECT_TRUE (kept.row (volume).isAssigned());
 }
 
