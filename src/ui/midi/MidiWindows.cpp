@@ -15,6 +15,7 @@ public:
         setUsingNativeTitleBar (true);
         setContentOwned (content.release(), true);
         setResizable (true, false);
+        setAlwaysOnTop (true); // a click on the decks does not hide it
         setResizeLimits (360, 240, 4096, 4096);
         centreWithSize (getWidth(), getHeight());
         setVisible (true);
@@ -47,13 +48,7 @@ void MidiWindows::show (std::unique_ptr<Window>& window, const char* title,
         look.emplace();
     if (window == nullptr)
         window = std::make_unique<Window> (title, make(), [&window] { window.reset(); });
-    // The menu that was chosen from brings its own window to the front when it goes, which is after this call.
-    juce::MessageManager::callAsync (
-        [shown = juce::Component::SafePointer (window.get())]
-        {
-            if (shown != nullptr)
-                shown->toFront (true);
-        });
+    window->toFront (true);
 }
 
 std::vector<EditorPage> MidiWindows::pages()
