@@ -3,6 +3,7 @@
 #include "measure/Machine.h"
 #include "measure/MusicLike.h"
 #include "measure/Timing.h"
+#include "mixer/ChannelParameters.h"
 
 #include <juce_events/juce_events.h>
 

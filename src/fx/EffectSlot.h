@@ -83,7 +83,8 @@ private:
     Relaxed<double> selectorValue;
     Relaxed<int> wanted;
     int current, former;
-    GainRamp arrival { 1.0 };            ///< of the current effect, over the former
-    GainRamp intake { 1.0 };             ///< of the sound, into the current effect
-    int quietFrames = 0, quietAfter = 1; ///< since the slot was switched off; so many, and nothing of it is heard
+    GainRamp arrival { 1.0 }; ///< of the current effect, over the former
+    GainRamp intake { 1.0 };  ///< of the sound, into the current effect
+    int quietFrames = 0,
+        quietAfter = 1; ///< since the slot was switched off; so many, and nothing of it is heard
 };

@@ -26,7 +26,8 @@ void CDTracker::loseFrame() noexcept
     awaitingSync = true;
 }
 
-void CDTracker::process (const float* left, const float* right, double* speedOut, double* positionOut, int count) noexcept
+void CDTracker::process (const float* left, const float* right, double* speedOut, double* positionOut,
+                         int count) noexcept
 {
     for (int i = 0; i < count; ++i)
     {
@@ -85,10 +86,12 @@ void CDTracker::crossed (float left, float right, bool rising, double& positionO
     readCycle (start, period, amplitude, direction, positionOut);
 }
 
-void CDTracker::readCycle (double start, double period, float amplitude, int direction, double& positionOut) noexcept
+void CDTracker::readCycle (double start, double period, float amplitude, int direction,
+                           double& positionOut) noexcept
 {
     const auto first = static_cast<int> (start);
-    const auto residualAt = [this] (int index) -> float& { return ringResidual[static_cast<std::size_t> (index & 255)]; };
+    const auto residualAt = [this] (int index) -> float&
+    { return ringResidual[static_cast<std::size_t> (index & 255)]; };
     if (period >= 2)
     {
         const auto samples = static_cast<int> (period);
@@ -96,8 +99,9 @@ void CDTracker::readCycle (double start, double period, float amplitude, int dir
         for (int k = 0; k < samples; ++k)
         {
             phase -= std::floor (phase);
-            residualAt (first + k) = static_cast<float> (std::sin (turn * phase) * (-static_cast<float> (direction) * amplitude)) +
-                                     ringLeft[static_cast<std::size_t> ((first + k) & 255)];
+            residualAt (first + k) =
+                static_cast<float> (std::sin (turn * phase) * (-static_cast<float> (direction) * amplitude))
+                + ringLeft[static_cast<std::size_t> ((first + k) & 255)];
             phase += 1 / period;
         }
         for (const auto outside : { first - 2, first - 1, first + samples, first + samples + 1 })

@@ -24,7 +24,8 @@ public:
     /** Reads count frames.
         @param speedOut     one speed a frame, drawn by 0.001 towards the decoded position
         @param positionOut  one a frame: seconds, where a frame was decoded over 5 ms away, else -1 */
-    virtual void process (const float* left, const float* right, double* speedOut, double* positionOut, int count) noexcept;
+    virtual void process (const float* left, const float* right, double* speedOut, double* positionOut,
+                          int count) noexcept;
 
     virtual void reserved() noexcept {}
 
@@ -38,7 +39,8 @@ public:
 
 private:
     void crossed (float left, float right, bool rising, double& positionOut) noexcept;
-    void readCycle (double start, double period, float amplitude, int direction, double& positionOut) noexcept;
+    void readCycle (double start, double period, float amplitude, int direction,
+                    double& positionOut) noexcept;
     void takeSymbol (int symbol, int direction, double& positionOut) noexcept;
     void loseFrame() noexcept;
 

@@ -59,7 +59,8 @@ void CarrierPresence::judge (double hz, bool inGap) noexcept
 {
     const auto level = std::sqrt (meanSquare);
     // Frequency weighed by energy: rumble that passes near zero leaps in angle, but has no weight there.
-    const auto slowHz = std::abs (cross) / std::max (meanSquare, 1e-20f) * rate / (2 * std::numbers::pi_v<float>);
+    const auto slowHz =
+        std::abs (cross) / std::max (meanSquare, 1e-20f) * rate / (2 * std::numbers::pi_v<float>);
 
     const auto floor = (absentTicks < ticksOf (0.02) ? 0.15f : 0.22f) * nominal;
     const bool onCourse = scatter < 0.025f && level > 1e-4f && (inGap || level > floor);
@@ -67,11 +68,12 @@ void CarrierPresence::judge (double hz, bool inGap) noexcept
     const bool unproved = nominal == 0 && (slowHz < 60 || std::hypot (lineX, lineY) > 0.85f * meanSquare);
     // A weak carrier that hardly turns is rumble. A record's level falls with its speed, a disc's does not.
     const bool weak = level < (vinyl ? (atRest ? 0.5f : 0.4f) : 0.7f) * nominal;
-    restTicks = weak && slowHz < (atRest ? 60 : 40) ? std::min (restTicks + 1, 100) : std::max (0, restTicks - 4);
+    restTicks =
+        weak && slowHz < (atRest ? 60 : 40) ? std::min (restTicks + 1, 100) : std::max (0, restTicks - 4);
     atRest = weak && restTicks > (atRest ? 0 : ticksOf (0.012));
 
     // After a rest a carrier has to last longer than dust does.
-    const bool heard = onCourse && ! unproved && ! atRest;
+    const bool heard = onCourse && !unproved && !atRest;
     absentTicks = heard ? absentTicks : std::min (absentTicks + 1, ticksOf (1));
     heardTicks = heard ? heardTicks + 1 : 0;
     if (heardTicks > ticksOf (0.0025))

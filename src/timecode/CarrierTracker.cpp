@@ -16,8 +16,10 @@ float turnsOf (float x, float y) noexcept
     if (big <= 0)
         return 0;
     const auto q = small / big, s = q * q;
-    auto turns = q * (0.15915494f +
-                      s * (-0.05303984f + s * (0.03154769f + s * (-0.02028754f + s * (0.01012353f - s * 0.00247f)))));
+    auto turns =
+        q
+        * (0.15915494f
+           + s * (-0.05303984f + s * (0.03154769f + s * (-0.02028754f + s * (0.01012353f - s * 0.00247f)))));
     if (ax > ay)
         turns = 0.25f - turns;
     if (y < 0)
@@ -85,7 +87,7 @@ void CarrierTracker::reset() noexcept
 
 CarrierTracker::Reading CarrierTracker::process (float left, float right) noexcept
 {
-    if (! std::isfinite (left) || ! std::isfinite (right))
+    if (!std::isfinite (left) || !std::isfinite (right))
         left = right = 0;
     const auto hz = static_cast<float> (std::abs (turnsPerSample) * rate);
     const auto point = circle.process (std::clamp (left, -8.0f, 8.0f), std::clamp (right, -8.0f, 8.0f), hz,
@@ -93,12 +95,13 @@ CarrierTracker::Reading CarrierTracker::process (float left, float right) noexce
 
     const auto leak = static_cast<float> (1 / (0.005 * rate));
     brief += 16 * leak * (point.squared() - brief);
-    const bool collapsed = (presence.isPresent() || gap > 0) && brief < 0.01f * before && gap < 3 * longestHold;
-    if (! collapsed)
+    const bool collapsed =
+        (presence.isPresent() || gap > 0) && brief < 0.01f * before && gap < 3 * longestHold;
+    if (!collapsed)
         before += 0.3f * leak * (point.squared() - before);
 
     follow (turnsOf (point.x, point.y), collapsed);
-    presence.observe (point, jitter, ! coasting);
+    presence.observe (point, jitter, !coasting);
     const auto reading = lateReading (point, coasting);
 
     tickSum += turns;
@@ -141,7 +144,7 @@ void CarrierTracker::follow (float angle, bool collapsed) noexcept
     {
         turns = foretold + miss;
         trusting = std::max (0, trusting - 1);
-        if (! strays)
+        if (!strays)
             meanJitter += 0.002 * (std::abs (jitter) - meanJitter);
     }
     gap = collapsed ? gap + 1 : 0;
@@ -163,7 +166,8 @@ void CarrierTracker::resumeAt (double newTurns) noexcept
 void CarrierTracker::believe() noexcept
 {
     // The hand moved the record after all: follow it from where the angles left their course.
-    const auto at = [this] (int back) { return (pathIndex - static_cast<std::size_t> (back)) & (pathSize - 1); };
+    const auto at = [this] (int back)
+    { return (pathIndex - static_cast<std::size_t> (back)) & (pathSize - 1); };
     turns = path[at (strayed + 1)];
     for (int back = strayed; back >= 0; --back)
     {
@@ -185,12 +189,14 @@ void CarrierTracker::believe() noexcept
     evenTicks = strayed = 0;
 }
 
-CarrierTracker::Reading CarrierTracker::lateReading (const ControlCircle::Point& point, bool isCoasting) noexcept
+CarrierTracker::Reading CarrierTracker::lateReading (const ControlCircle::Point& point,
+                                                     bool isCoasting) noexcept
 {
     // Bits are read in the middle of the slope's window, where the phase is known from both sides.
     auto& kept = late[static_cast<std::size_t> (lateIndex)];
     const auto there = lateTurns + lateStep * samplesInTick;
-    Reading reading { turns, there, lateStep, kept.level * lateGain, 0, 0, presence.isPresent(), evenTicks > 0, isCoasting };
+    Reading reading { turns,         there,     lateStep, kept.level * lateGain, 0, 0, presence.isPresent(),
+                      evenTicks > 0, isCoasting };
     if (disc)
     {
         const auto part = wrapped (there);

@@ -18,12 +18,12 @@ public:
         double turns = 0;          ///< cycles of the carrier since reset, forward is up
         double lateTurns = 0;      ///< the same some 1.5 ms ago, smoothed: the place of what follows
         double turnsPerSample = 0; ///< there
-        float level = 0;           ///< radius of the circle as it would be at nominal speed, in units of the input
-        float burst = 0;           ///< the disc's third harmonic, matched
-        float burstWeight = 0;     ///< the same if the slot is set
-        bool present = false;      ///< a carrier stands or turns
-        bool even = false;         ///< the speed hardly changes
-        bool coasting = false;     ///< the signal is away or disturbed, turns go on at their speed
+        float level = 0; ///< radius of the circle as it would be at nominal speed, in units of the input
+        float burst = 0; ///< the disc's third harmonic, matched
+        float burstWeight = 0; ///< the same if the slot is set
+        bool present = false;  ///< a carrier stands or turns
+        bool even = false;     ///< the speed hardly changes
+        bool coasting = false; ///< the signal is away or disturbed, turns go on at their speed
     };
 
     /** Sets the medium and the rate of the input, Hz, and resets. */

@@ -44,7 +44,8 @@ float ControlCircle::cornerHz (float x, float y, float hz, float energy) noexcep
     return std::clamp ((0.01f + 0.1f * lift) * hz, 2.0f, 120.0f);
 }
 
-ControlCircle::Point ControlCircle::process (float left, float right, float hz, float energy, bool canLearn) noexcept
+ControlCircle::Point ControlCircle::process (float left, float right, float hz, float energy,
+                                             bool canLearn) noexcept
 {
     auto x = primaryIsLeft ? left : right;
     auto rawY = secondarySign * (primaryIsLeft ? right : left);

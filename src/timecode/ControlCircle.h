@@ -11,9 +11,10 @@ class ControlCircle
 public:
     struct Point
     {
-        float x = 0;       ///< primary channel without bursts: the sine of the carrier's angle
-        float y = 0;       ///< the other channel, turned so that a forward carrier leads from y to x: its cosine
-        float primary = 0; ///< primary channel with its bursts, 1 at the carrier's peak; 0 before the level is known
+        float x = 0; ///< primary channel without bursts: the sine of the carrier's angle
+        float y = 0; ///< the other channel, turned so that a forward carrier leads from y to x: its cosine
+        float primary =
+            0; ///< primary channel with its bursts, 1 at the carrier's peak; 0 before the level is known
         float squared() const noexcept { return x * x + y * y; }
     };
 

@@ -61,7 +61,8 @@ unsigned ControlDiscCode::bitsAt (std::int64_t cycle) const noexcept
 {
     if (cycle < 0 || cycle >= length())
         return 0;
-    return turned (symbolAt (static_cast<unsigned> (cycle / cyclesPerFrame), static_cast<int> (cycle % cyclesPerFrame)));
+    return turned (
+        symbolAt (static_cast<unsigned> (cycle / cyclesPerFrame), static_cast<int> (cycle % cyclesPerFrame)));
 }
 
 std::int64_t ControlDiscCode::length() const noexcept
@@ -76,7 +77,8 @@ std::optional<std::int64_t> ControlDiscCode::locate (std::span<const unsigned> c
     {
         if (cycles[static_cast<std::size_t> (sync)] != 0x3f)
             continue;
-        const auto nibbleOf = [&] (int at) { return turned (cycles[static_cast<std::size_t> (at)]) >> 1 & 15; };
+        const auto nibbleOf = [&] (int at)
+        { return turned (cycles[static_cast<std::size_t> (at)]) >> 1 & 15; };
         unsigned upper = 0, lower = 0;
         for (int cycle = 1; sync + cycle < cyclesPerFrame; ++cycle)
             upper |= nibbleOf (sync + cycle) << (20 - 4 * cycle);

@@ -9,4 +9,5 @@
     @param frames    how many of controlDisc::frameCount
     @param goesOn    told after each second of signal how many frames are done; false ends the file there, whole and shorter
     @returns one sentence if the file can't be written, else nothing */
-juce::String writeControlDisc (const juce::File&, int frames, const std::function<bool (int framesDone)>& goesOn);
+juce::String writeControlDisc (const juce::File&, int frames,
+                               const std::function<bool (int framesDone)>& goesOn);

@@ -12,7 +12,8 @@ constexpr int widestSlip = 96;   // cycles
 constexpr int bitsToRecall = 18; // a wrong place in 50,000
 } // namespace
 
-void PositionLock::prepare (const ControlMedium& newMedium, const GrooveCode& newCode, double sampleRate) noexcept
+void PositionLock::prepare (const ControlMedium& newMedium, const GrooveCode& newCode,
+                            double sampleRate) noexcept
 {
     medium = &newMedium;
     code = &newCode;
@@ -31,7 +32,7 @@ void PositionLock::reset() noexcept
 
 std::optional<double> PositionLock::cycle() const noexcept
 {
-    if (! known || doubtful > 0)
+    if (!known || doubtful > 0)
         return std::nullopt;
     const auto at = turnsNow + static_cast<double> (offset);
     return at >= 0 && at < static_cast<double> (code->length()) ? std::optional (at) : std::nullopt;
@@ -42,7 +43,7 @@ void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
     turnsNow = reading.turns;
     even = reading.even;
     tooFast = std::abs (reading.turnsPerSample) > (medium->isOwnDisc() ? 0.065 : 0.15);
-    if (! reading.present)
+    if (!reading.present)
     {
         started = false;
         absentSamples += 2;
@@ -55,11 +56,11 @@ void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
     absentSamples = std::max (0, absentSamples - 1);
     const auto whole = static_cast<std::int64_t> (reading.lateTurns);
     const auto number = whole - (reading.lateTurns < static_cast<double> (whole) ? 1 : 0);
-    if (! started || number != current)
+    if (!started || number != current)
     {
         if (started && std::abs (number - current) == 1)
             finish (current, number > current);
-        enteredForward = ! started || number > current;
+        enteredForward = !started || number > current;
         current = number;
         started = true;
         auto& fresh = cycleAt (number);
@@ -69,7 +70,8 @@ void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
     auto& here = cycleAt (current);
     if (reading.coasting)
         return;
-    const auto sector = std::min (sectors - 1, static_cast<int> ((reading.lateTurns - static_cast<double> (number)) * sectors));
+    const auto sector = std::min (
+        sectors - 1, static_cast<int> ((reading.lateTurns - static_cast<double> (number)) * sectors));
     here.sum[static_cast<std::size_t> (sector)] += medium->isOwnDisc() ? reading.burst : reading.level;
     here.weight[static_cast<std::size_t> (sector)] += reading.burstWeight;
     ++here.count[static_cast<std::size_t> (sector)];
@@ -78,14 +80,14 @@ void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
 void PositionLock::finish (std::int64_t number, bool forward) noexcept
 {
     auto& done = cycleAt (number);
-    if (forward != enteredForward || tooFast || ! readBits (done))
+    if (forward != enteredForward || tooFast || !readBits (done))
         return;
     done.read = true;
     if (known)
         test (number, forward);
-    if (! known && remembered)
+    if (!known && remembered)
         recall (number, forward);
-    if (! known || doubtful > 0)
+    if (!known || doubtful > 0)
         search (number, forward);
 }
 
@@ -100,10 +102,12 @@ bool PositionLock::readBits (Cycle& c) noexcept
         {
             // Clear and set slots are learnt apart: phase errors and clipping move them.
             auto& levels = slotLevels[slot];
-            const auto height = (c.sum[2 * slot] + c.sum[2 * slot + 1]) / (c.weight[2 * slot] + c.weight[2 * slot + 1]);
+            const auto height =
+                (c.sum[2 * slot] + c.sum[2 * slot + 1]) / (c.weight[2 * slot] + c.weight[2 * slot + 1]);
             const auto middle = 0.5f * (levels.clear + levels.set);
-            c.value[slot] = std::clamp ((height - middle) / std::max (0.3f, levels.set - levels.clear), -1.0f, 1.0f);
-            if (! even)
+            c.value[slot] =
+                std::clamp ((height - middle) / std::max (0.3f, levels.set - levels.clear), -1.0f, 1.0f);
+            if (!even)
                 continue;
             const bool isSet = known ? (code->bitsAt (c.number + offset) >> slot & 1) != 0 : height > middle;
             if (isSet)
@@ -147,13 +151,14 @@ unsigned PositionLock::hardBits (std::int64_t number) noexcept
     return bits;
 }
 
-float PositionLock::agreement (std::int64_t oldest, std::int64_t newest, std::int64_t at, int& bitsSeen) noexcept
+float PositionLock::agreement (std::int64_t oldest, std::int64_t newest, std::int64_t at,
+                               int& bitsSeen) noexcept
 {
     float agreed = 0, all = 0;
     bitsSeen = 0;
     for (auto n = oldest; n <= newest; ++n)
     {
-        if (! wasRead (n))
+        if (!wasRead (n))
             continue;
         const auto expected = code->bitsAt (n + at);
         const auto& c = cycleAt (n);
@@ -179,10 +184,11 @@ int PositionLock::wrongBits (std::int64_t oldest, std::int64_t latest, std::int6
 void PositionLock::recall (std::int64_t newest, bool forward) noexcept
 {
     // A record that was held stands where it stood, give or take a turn that nobody counted.
-    const auto needed = std::max (bitsToRecall / code->bitsPerCycle(), code->bitsPerCycle() > 1 ? code->cyclesToLocate() + 1 : 0);
+    const auto needed = std::max (bitsToRecall / code->bitsPerCycle(),
+                                  code->bitsPerCycle() > 1 ? code->cyclesToLocate() + 1 : 0);
     const auto direction = forward ? -1 : 1;
     for (int i = 0; i < needed; ++i)
-        if (! wasRead (newest + direction * i))
+        if (!wasRead (newest + direction * i))
             return;
     const auto oldest = std::min (newest, newest + direction * (needed - 1));
     for (const auto shift : { 0, -1, 1, -2, 2 })
@@ -200,9 +206,9 @@ void PositionLock::search (std::int64_t newest, bool forward) noexcept
 {
     const auto wanted = code->cyclesToLocate();
     const auto all = wanted + code->cyclesToBelieve() + (remembered ? 0 : 4); // the first place counts most
-    const auto direction = forward ? -1 : 1; // towards what was read before
+    const auto direction = forward ? -1 : 1;                                  // towards what was read before
     for (int i = 0; i < all; ++i)
-        if (! wasRead (newest + direction * i))
+        if (!wasRead (newest + direction * i))
             return;
     const auto oldest = std::min (newest, newest + direction * (all - 1));
     const auto latest = oldest + all - 1;
@@ -211,7 +217,7 @@ void PositionLock::search (std::int64_t newest, bool forward) noexcept
     for (int i = 0; i < wanted; ++i)
         window[static_cast<std::size_t> (i)] = hardBits (first + i);
     const auto found = code->locate (std::span (window).first (static_cast<std::size_t> (wanted)));
-    if (! found.has_value())
+    if (!found.has_value())
         return;
     const auto candidate = *found - first;
     if (wrongBits (oldest, latest, candidate) > code->bitsPerCycle() / 3)

@@ -41,7 +41,10 @@ private:
         bool read = false;
     };
 
-    Cycle& cycleAt (std::int64_t number) noexcept { return cycles[static_cast<std::size_t> (number) & (history - 1)]; }
+    Cycle& cycleAt (std::int64_t number) noexcept
+    {
+        return cycles[static_cast<std::size_t> (number) & (history - 1)];
+    }
     bool wasRead (std::int64_t number) noexcept
     {
         const auto& c = cycleAt (number);

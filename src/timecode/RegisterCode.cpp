@@ -8,7 +8,9 @@ constexpr std::int64_t anchorSpacing = 64;
 }
 
 RegisterCode::RegisterCode (const ControlMedium& medium)
-    : width (medium.bits), taps (medium.taps | 1), cycles (medium.length),
+    : width (medium.bits),
+      taps (medium.taps | 1),
+      cycles (medium.length),
       packed (static_cast<std::size_t> (medium.length / 64 + 2)),
       anchors (std::bit_ceil (static_cast<std::size_t> (2 * (medium.length / anchorSpacing + 2))))
 {

@@ -18,7 +18,8 @@ constexpr std::array wirings { ControlWiring {},
 constexpr double firstTrialSeconds = 0.2, provedTrialSeconds = 4;
 } // namespace
 
-void TimecodeDecoder::prepare (const ControlMedium& newMedium, std::shared_ptr<const GrooveCode> newCode, double sampleRate)
+void TimecodeDecoder::prepare (const ControlMedium& newMedium, std::shared_ptr<const GrooveCode> newCode,
+                               double sampleRate)
 {
     medium = newMedium;
     code = std::move (newCode);
@@ -53,7 +54,8 @@ std::optional<double> TimecodeDecoder::position() const noexcept
 void TimecodeDecoder::process (float left, float right) noexcept
 {
     const auto wired = wiring();
-    const auto first = (wired.leftInverted ? -1.0f : 1.0f) * left, second = (wired.rightInverted ? -1.0f : 1.0f) * right;
+    const auto first = (wired.leftInverted ? -1.0f : 1.0f) * left,
+               second = (wired.rightInverted ? -1.0f : 1.0f) * right;
     const auto reading = wired.exchanged ? tracker.process (second, first) : tracker.process (first, second);
     turns += tracker.speed() * medium.carrierHz / rate;
     if (code == nullptr)
@@ -67,11 +69,13 @@ void TimecodeDecoder::process (float left, float right) noexcept
         return;
     }
     const auto fast = std::abs (tracker.speed());
-    if (! reading.present || fast < 0.5 || fast > 1.8 || ! reading.even)
+    if (!reading.present || fast < 0.5 || fast > 1.8 || !reading.even)
         return;
     // Each round through all wirings listens twice as long, for poor signals.
-    const auto trial = wiringIsProved ? provedTrialSeconds
-                                      : firstTrialSeconds * (1 << std::min (4, wiringsTried / static_cast<int> (wirings.size())));
+    const auto trial =
+        wiringIsProved
+            ? provedTrialSeconds
+            : firstTrialSeconds * (1 << std::min (4, wiringsTried / static_cast<int> (wirings.size())));
     if (++unreadFrames > trial * rate * 1000 / medium.carrierHz)
         tryNextWiring();
 }

@@ -13,7 +13,8 @@ void TurnHistory::prepare (double sampleRate) noexcept
 {
     tickLength = std::max (1, static_cast<int> (std::lround (sampleRate / ticksPerSecond)));
     for (std::size_t i = 0; i < lengths.size(); ++i)
-        lengths[i] = std::clamp (static_cast<int> (std::lround (windowSeconds[i] * sampleRate / tickLength)), 9, capacity);
+        lengths[i] = std::clamp (static_cast<int> (std::lround (windowSeconds[i] * sampleRate / tickLength)),
+                                 9, capacity);
     lengths[0] = 3 * (2 * (lengths[0] / 6) + 1); // three thirds, and the middle is a tick
     reset();
 }
@@ -74,8 +75,8 @@ void TurnHistory::shift (double turns) noexcept
 double TurnHistory::slope (int window) const noexcept
 {
     const auto n = lengthInTicks (window);
-    return sums[static_cast<std::size_t> (window)].weighted * 6 / (static_cast<double> (n) * (static_cast<double> (n) * n - 1)) /
-           tickLength;
+    return sums[static_cast<std::size_t> (window)].weighted * 6
+           / (static_cast<double> (n) * (static_cast<double> (n) * n - 1)) / tickLength;
 }
 
 double TurnHistory::mean (int window) const noexcept
@@ -90,5 +91,6 @@ double TurnHistory::middle() const noexcept
     for (int i = 0; i < lengths[0]; ++i)
         sums[static_cast<std::size_t> (i / third)] += at (i);
     // Of a parabola the mean lies 9/24 of the thirds' second difference beside the middle.
-    return (sums[0] + sums[1] + sums[2]) / lengths[0] - (sums[0] - 2 * sums[1] + sums[2]) / third * (9.0 / 24);
+    return (sums[0] + sums[1] + sums[2]) / lengths[0]
+           - (sums[0] - 2 * sums[1] + sums[2]) / third * (9.0 / 24);
 }

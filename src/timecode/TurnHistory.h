@@ -46,7 +46,10 @@ private:
 
     static constexpr int capacity = 128;
     void sumAnew() noexcept;
-    double at (int ticksBack) const noexcept { return ring[static_cast<std::size_t> ((next - 1 - ticksBack) & (capacity - 1))]; }
+    double at (int ticksBack) const noexcept
+    {
+        return ring[static_cast<std::size_t> ((next - 1 - ticksBack) & (capacity - 1))];
+    }
 
     int tickLength = 6, next = 0;
     std::array<int, windows> lengths { 21, 48, 118 };

@@ -125,10 +125,9 @@ TEST (SetPerformance, AControllerPlaysByTheRootsMappingAndItsLampsArePrinted)
               "0.7 print EQ_HIGH_KILL_A\n"
               "0.7 print midi\n"
               "0.8 print midi\n");
-    EXPECT_THAT (run.printed,
-                 ElementsAre ("0.000000 MIDI 90 0B 00", "0.000000 MIDI B0 07 40", "0.700000 CROSSFADER 1.000000",
-                              "0.700000 EQ_HIGH_KILL_A 1.000000", "0.700000 MIDI 90 0B 7F",
-                              "0.700000 MIDI B0 07 7F"));
+    EXPECT_THAT (run.printed, ElementsAre ("0.000000 MIDI 90 0B 00", "0.000000 MIDI B0 07 40",
+                                           "0.700000 CROSSFADER 1.000000", "0.700000 EQ_HIGH_KILL_A 1.000000",
+                                           "0.700000 MIDI 90 0B 7F", "0.700000 MIDI B0 07 7F"));
 }
 
 TEST (SetPerformance, ReportsWhatDidNotLoadAndGoesOn)

@@ -24,8 +24,8 @@ Tracked track (const ControlSignal& signal)
     result.speeds.resize (signal.size());
     result.positions.resize (signal.size());
     result.tracker.setSampleRate (signal.rate);
-    result.tracker.process (signal.left.data(), signal.right.data(), result.speeds.data(), result.positions.data(),
-                            static_cast<int> (signal.size()));
+    result.tracker.process (signal.left.data(), signal.right.data(), result.speeds.data(),
+                            result.positions.data(), static_cast<int> (signal.size()));
     for (const auto position : result.positions)
         result.known += position >= 0 ? 1 : 0;
     return result;
@@ -33,7 +33,8 @@ Tracked track (const ControlSignal& signal)
 
 ControlSignal disc (double start, double speed, double seconds = 1)
 {
-    return play (*findControlMedium ("cd"), start, seconds, [speed] (double) { return std::optional (speed); });
+    return play (*findControlMedium ("cd"), start, seconds,
+                 [speed] (double) { return std::optional (speed); });
 }
 }
 

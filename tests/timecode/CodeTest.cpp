@@ -68,13 +68,15 @@ TEST (ControlDisc, AFrameCarriesItsNumberInBursts)
     std::array<float, controlDisc::samplesPerFrame> left {}, right {};
     for (const auto number : { 0U, 1U, 0xfffffU, 0x5a5a5U, 244799U })
     {
-        ASSERT_EQ (controlDisc::generateFrame (number, left.data(), right.data()), controlDisc::samplesPerFrame);
+        ASSERT_EQ (controlDisc::generateFrame (number, left.data(), right.data()),
+                   controlDisc::samplesPerFrame);
         unsigned read = 0;
         for (std::size_t cycle = 0; cycle < 6; ++cycle)
             for (std::size_t slot = 0; slot < 6; ++slot)
             {
                 const auto middle = cycle * 48 + slot * 8 + 4;
-                const auto bare = 0.5 * std::sin (2 * juce::MathConstants<double>::pi * static_cast<double> (middle) / 48);
+                const auto bare =
+                    0.5 * std::sin (2 * juce::MathConstants<double>::pi * static_cast<double> (middle) / 48);
                 const bool isSet = std::abs (left[middle] - bare) > 0.2;
                 if (cycle == 0)
                     EXPECT_TRUE (isSet) << "sync cycle, slot " << slot;
@@ -90,7 +92,8 @@ TEST (ControlDisc, AFrameCarriesItsNumberInBursts)
 TEST (ControlDisc, TheFileIsTheSameEachTimeAndEndsWhereItIsCancelled)
 {
     const TemporaryFolder folder;
-    const auto once = folder.file ("once.wav"), again = folder.file ("again.wav"), cut = folder.file ("cut.wav");
+    const auto once = folder.file ("once.wav"), again = folder.file ("again.wav"),
+               cut = folder.file ("cut.wav");
     const auto always = [] (int) { return true; };
     ASSERT_EQ (writeControlDisc (once, 1000, always), juce::String());
     ASSERT_EQ (writeControlDisc (again, 1000, always), juce::String());
@@ -100,5 +103,6 @@ TEST (ControlDisc, TheFileIsTheSameEachTimeAndEndsWhereItIsCancelled)
     EXPECT_EQ (framesIn (once), 1000);
     EXPECT_GE (framesIn (cut), 300) << "the header says what is there";
     EXPECT_LT (framesIn (cut), 500);
-    EXPECT_TRUE (writeControlDisc (folder.file ("no/such/folder/x.wav"), 10, always).contains ("can't be written"));
+    EXPECT_TRUE (
+        writeControlDisc (folder.file ("no/such/folder/x.wav"), 10, always).contains ("can't be written"));
 }

@@ -18,7 +18,8 @@ void groove (const ControlMedium& medium, const GrooveCode& code, double cycles,
     if (medium.isOwnDisc())
     {
         const auto slot = static_cast<int> ((cycles - number) * 6);
-        left = static_cast<float> (0.5 * std::sin (angle) + (bits >> slot & 1 ? 0.25 * std::sin (3 * angle) : 0));
+        left = static_cast<float> (0.5 * std::sin (angle)
+                                   + (bits >> slot & 1 ? 0.25 * std::sin (3 * angle) : 0));
         right = static_cast<float> (-0.25 * std::cos (angle));
         return;
     }
@@ -46,7 +47,7 @@ ControlSignal play (const ControlMedium& medium, double start, double seconds,
         const auto speed = speedAt (static_cast<double> (i) / rate);
         place += speed.value_or (0) / rate;
         signal.place[i] = speed.has_value() ? place : ControlSignal::needleUp;
-        if (! speed.has_value())
+        if (!speed.has_value())
             continue;
         groove (medium, *code, place * medium.carrierHz, signal.left[i], signal.right[i]);
         const auto level = medium.levelFollowsSpeed ? cartridgeLevel (*speed, medium.carrierHz) : 1.0f;

@@ -55,8 +55,14 @@ auto steadily (double speed)
     return [speed] (double) { return std::optional (speed); };
 }
 
-const ControlMedium& own() { return *findControlMedium ("cd"); }
-const ControlMedium& record() { return *findControlMedium ("serato_2a"); }
+const ControlMedium& own()
+{
+    return *findControlMedium ("cd");
+}
+const ControlMedium& record()
+{
+    return *findControlMedium ("serato_2a");
+}
 }
 
 TEST (TimecodeDecoder, EveryMediumIsReadBothWaysAndAtTheTurntablesSpeeds)
@@ -90,14 +96,41 @@ TEST (TimecodeDecoder, FaultyCablesAndCartridgesAreReadAllTheSame)
         std::function<void (float&, float&, double)> apply;
     };
     const std::vector<Fault> faults {
-        { "40 dB too low", [] (float& l, float& r, double) { l *= 0.01f; r *= 0.01f; } },
+        { "40 dB too low",
+          [] (float& l, float& r, double)
+          {
+              l *= 0.01f;
+              r *= 0.01f;
+          } },
         { "right 6 dB down", [] (float&, float& r, double) { r *= 0.5f; } },
-        { "DC", [] (float& l, float& r, double) { l += 0.05f; r += 0.05f; } },
-        { "crosstalk of -12 dB", [] (float& l, float& r, double) { const auto a = l; l += 0.25f * r; r += 0.25f * a; } },
+        { "DC",
+          [] (float& l, float& r, double)
+          {
+              l += 0.05f;
+              r += 0.05f;
+          } },
+        { "crosstalk of -12 dB",
+          [] (float& l, float& r, double)
+          {
+              const auto a = l;
+              l += 0.25f * r;
+              r += 0.25f * a;
+          } },
         { "exchanged", [] (float& l, float& r, double) { std::swap (l, r); } },
-        { "inverted", [] (float& l, float& r, double) { l = -l; r = -r; } },
+        { "inverted",
+          [] (float& l, float& r, double)
+          {
+              l = -l;
+              r = -r;
+          } },
         { "left inverted", [] (float& l, float&, double) { l = -l; } },
-        { "hum", [] (float& l, float& r, double t) { const auto h = static_cast<float> (0.025 * std::sin (tau * 50 * t)); l += h; r += h; } },
+        { "hum",
+          [] (float& l, float& r, double t)
+          {
+              const auto h = static_cast<float> (0.025 * std::sin (tau * 50 * t));
+              l += h;
+              r += h;
+          } },
     };
     for (const auto* medium : { &own(), &record() })
         for (const auto& fault : faults)
@@ -113,7 +146,8 @@ TEST (TimecodeDecoder, FaultyCablesAndCartridgesAreReadAllTheSame)
 
 TEST (TimecodeDecoder, AScratchKeepsThePlaceAndTheDirection)
 {
-    const auto hand = [] (double t) { return std::optional (t < 0.5 ? 1.0 : 2.5 * std::sin (tau * 2 * (t - 0.5)) + (t > 2.5 ? 1 : 0)); };
+    const auto hand = [] (double t)
+    { return std::optional (t < 0.5 ? 1.0 : 2.5 * std::sin (tau * 2 * (t - 0.5)) + (t > 2.5 ? 1 : 0)); };
     for (const auto* medium : { &own(), &record() })
     {
         const auto signal = play (*medium, 100, 3, hand);
@@ -134,7 +168,8 @@ TEST (TimecodeDecoder, ALiftedNeedleStopsWithinSixtyMillisecondsWhateverTheCable
 {
     for (const auto* medium : { &own(), &record() })
     {
-        auto signal = play (*medium, 30, 2, [] (double t) { return t < 1 ? std::optional (1.0) : std::nullopt; });
+        auto signal =
+            play (*medium, 30, 2, [] (double t) { return t < 1 ? std::optional (1.0) : std::nullopt; });
         change (signal,
                 [] (float& left, float& right, double t)
                 {
@@ -165,7 +200,8 @@ TEST (TimecodeDecoder, ANeedleDropIsFoundAgainAndADropoutIsBridged)
         for (auto i = signal.at (0.4); i < signal.at (0.44); ++i)
             signal.left[i] = signal.right[i] = 0;
         const auto found = decode (signal, *medium);
-        EXPECT_GT (found.position[signal.at (0.43)], 0) << medium->id << ": the place goes on through 40 ms of nothing";
+        EXPECT_GT (found.position[signal.at (0.43)], 0)
+            << medium->id << ": the place goes on through 40 ms of nothing";
         EXPECT_NEAR (found.position[signal.at (0.55)], signal.place[signal.at (0.55)], 0.001) << medium->id;
         EXPECT_GT (found.knownShare (signal, 1.06), 0.999) << medium->id;
         EXPECT_NEAR (found.speed[signal.at (1.02)], 1, 0.02) << medium->id;
@@ -177,12 +213,15 @@ TEST (TimecodeDecoder, GarbageGivesFiniteNumbersAndIsForgotten)
     auto signal = play (record(), 50, 1.5, steadily (1));
     for (auto i = signal.at (0.3); i < signal.at (0.8); ++i)
     {
-        const std::array garbage { std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity(), 1e30f, -1.0f, 1.0f };
+        const std::array garbage { std::numeric_limits<float>::quiet_NaN(),
+                                   std::numeric_limits<float>::infinity(), 1e30f, -1.0f, 1.0f };
         signal.left[i] = garbage[i % 5];
         signal.right[i] = garbage[(i / 3) % 5];
     }
     const auto found = decode (signal, record());
     for (std::size_t i = 0; i < signal.size(); ++i)
-        ASSERT_TRUE (std::isfinite (found.speed[i]) && std::abs (found.speed[i]) <= 10 && std::isfinite (found.position[i])) << i;
+        ASSERT_TRUE (std::isfinite (found.speed[i]) && std::abs (found.speed[i]) <= 10
+                     && std::isfinite (found.position[i]))
+            << i;
     EXPECT_GT (found.knownShare (signal, 1.2), 0.99);
 }

@@ -48,9 +48,11 @@ public:
     {
         if (message.empty())
             return;
-        printLine (secondsText (static_cast<juce::int64> (juce::Time::getMillisecondCounter() - begin)) + "  " + port + "  "
-                   + juce::String::toHexString (message.data(), static_cast<int> (message.size())).toUpperCase()
-                   + "  " + wordsOf (message));
+        printLine (
+            secondsText (static_cast<juce::int64> (juce::Time::getMillisecondCounter() - begin)) + "  " + port
+            + "  "
+            + juce::String::toHexString (message.data(), static_cast<int> (message.size())).toUpperCase()
+            + "  " + wordsOf (message));
     }
 
 private:
@@ -100,9 +102,10 @@ int runMidi (const juce::StringArray& arguments)
         return failWith (given.error());
     if (given.has ("--help"))
     {
-        printLine (helpText ("midi --list | --monitor [--seconds SECONDS]",
-                             "Shows the MIDI ports of the ALSA sequencer and of JACK, and what comes in through them.",
-                             options));
+        printLine (helpText (
+            "midi --list | --monitor [--seconds SECONDS]",
+            "Shows the MIDI ports of the ALSA sequencer and of JACK, and what comes in through them.",
+            options));
         return ExitCode::success;
     }
     if (given.has ("--list") == given.has ("--monitor") || !given.positional.isEmpty())

@@ -25,31 +25,35 @@ int runControlCd (const juce::StringArray& arguments)
     VerbOptions given (options, arguments);
     if (given.error().isEmpty() && given.has ("--help"))
     {
-        printLine (helpText ("control-cd --out FILE.wav",
-                             "Writes the control disc, to burn on a CD or to play from any player into a deck's input.",
-                             options));
+        printLine (helpText (
+            "control-cd --out FILE.wav",
+            "Writes the control disc, to burn on a CD or to play from any player into a deck's input.",
+            options));
         return ExitCode::success;
     }
     const auto minutes = given.wholeNumber ("--minutes", 27, 1, 27);
     if (given.error().isNotEmpty())
         return failWith (given.error());
-    if (! given.has ("--out") || ! given.positional.isEmpty())
+    if (!given.has ("--out") || !given.positional.isEmpty())
         return failWith ("control-cd needs --out FILE.wav.");
     const auto file = given.fileOf ("--out");
-    if (! requireEnding (file, ".wav"))
+    if (!requireEnding (file, ".wav"))
         return ExitCode::badInput;
 
-    const auto frames = std::min (controlDisc::frameCount, static_cast<int> (std::lround (static_cast<double> (*minutes) * 60 / frameSeconds)));
+    const auto frames =
+        std::min (controlDisc::frameCount,
+                  static_cast<int> (std::lround (static_cast<double> (*minutes) * 60 / frameSeconds)));
     const Interruption interruption;
     auto written = 0;
     const auto fault = writeControlDisc (file, frames,
                                          [&] (int done)
                                          {
                                              written = done;
-                                             return ! interruption.isInterrupted();
+                                             return !interruption.isInterrupted();
                                          });
     if (fault.isNotEmpty())
         return failWith (fault);
-    printLine ("Wrote " + juce::String (written * frameSeconds, 1) + " s of the control disc to " + file.getFullPathName() + ".");
+    printLine ("Wrote " + juce::String (written * frameSeconds, 1) + " s of the control disc to "
+               + file.getFullPathName() + ".");
     return ExitCode::success;
 }

@@ -33,7 +33,8 @@ void decode (juce::AudioFormatReader& reader, const ControlMedium& medium)
     auto nextLine = 0.0;
     for (juce::int64 first = 0; first < reader.lengthInSamples; first += blockSize)
     {
-        const auto count = static_cast<int> (std::min<juce::int64> (blockSize, reader.lengthInSamples - first));
+        const auto count =
+            static_cast<int> (std::min<juce::int64> (blockSize, reader.lengthInSamples - first));
         reader.read (&block, 0, count, first, true, true);
         for (int i = 0; i < count; ++i)
         {
@@ -55,10 +56,11 @@ int runTimecode (const juce::StringArray& arguments)
         return failWith (given.error());
     if (given.has ("--help"))
     {
-        printLine (helpText ("timecode FILE.wav --medium NAME",
-                             "Decodes a recorded control signal: a line each millisecond with time, speed (1 is nominal) and\n"
-                             "position in seconds of the medium, -1 while it is unknown.",
-                             options));
+        printLine (helpText (
+            "timecode FILE.wav --medium NAME",
+            "Decodes a recorded control signal: a line each millisecond with time, speed (1 is nominal) and\n"
+            "position in seconds of the medium, -1 while it is unknown.",
+            options));
         return ExitCode::success;
     }
     if (given.has ("--list"))
@@ -74,11 +76,12 @@ int runTimecode (const juce::StringArray& arguments)
         return failWith ("There is no medium " + name.quoted() + "; timecode --list names them.");
 
     const auto file = juce::File::getCurrentWorkingDirectory().getChildFile (given.positional[0]);
-    if (! file.existsAsFile())
+    if (!file.existsAsFile())
         return failWith ("There is no file " + file.getFullPathName() + ".");
     const std::unique_ptr<juce::AudioFormatReader> reader (
         juce::WavAudioFormat().createReaderFor (file.createInputStream().release(), true));
-    if (reader == nullptr || reader->numChannels < 2 || reader->sampleRate < 8000 || reader->sampleRate > 384000)
+    if (reader == nullptr || reader->numChannels < 2 || reader->sampleRate < 8000
+        || reader->sampleRate > 384000)
         return failWith (file.getFullPathName() + " is no stereo WAV file of 8 to 384 kHz.");
     decode (*reader, *medium);
     return ExitCode::success;
