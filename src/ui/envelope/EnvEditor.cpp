@@ -1,0 +1,187 @@
+#include "ui/envelope/EnvEditor.h"
+
+#include "skin/Palette.h"
+#include "support/Prompts.h"
+#include "support/files/ReplaceFile.h"
+
+namespace
+{
+constexpr int rowHeight = 24, gap = 4, barHeight = 12, menuWidth = 88, buttonWidth = 56;
+constexpr juce::int64 mostBytes = 1 << 16; // of a state's file
+
+/** Shared by all editors, so that a state can be copied from one to the other. */
+std::optional<Envelope>& clipboard()
+{
+    static std::optional<Envelope> state;
+    return state;
+}
+}
+
+EnvEditor::EnvEditor (Prompts* p) : prompts (p)
+{
+    menuButton.setComponentID ("_curveMenuButton");
+    menuButton.setTooltip ("Files, copies and turns of the curve; snap and sliding of its points");
+    menuButton.onFillMenu = [this] (juce::PopupMenu& filled) { filled = menu(); };
+    menuButton.onMenuChoice = [this] (int id) { choose (id); };
+    undoButton.setComponentID ("_undoButton");
+    undoButton.setTooltip ("Takes the last edit back (Ctrl+Z)");
+    undoButton.onClick = [this] { component.undo(); };
+    redoButton.setComponentID ("_redoButton");
+    redoButton.setTooltip ("Does it again (Ctrl+Shift+Z)");
+    redoButton.onClick = [this] { component.redo(); };
+    bar.setSmallestRange (0.0625);
+    bar.addListener (this);
+    component.addListener (*this);
+    for (auto* child :
+         std::initializer_list<juce::Component*> { &menuButton, &undoButton, &redoButton, &component, &bar })
+        addAndMakeVisible (child);
+    graphEnvChanged (component);
+}
+
+EnvEditor::~EnvEditor()
+{
+    component.removeListener (*this);
+}
+
+void EnvEditor::resized()
+{
+    auto area = getLocalBounds();
+    auto row = area.removeFromTop (rowHeight);
+    menuButton.setBounds (row.removeFromLeft (menuWidth));
+    for (auto* button : { &undoButton, &redoButton })
+    {
+        row.removeFromLeft (gap);
+        button->setBounds (row.removeFromLeft (buttonWidth));
+    }
+    area.removeFromTop (gap);
+    bar.setBounds (area.removeFromBottom (barHeight));
+    area.removeFromBottom (gap);
+    component.setBounds (area);
+}
+
+void EnvEditor::paint (juce::Graphics& g)
+{
+    g.setColour (palette::edgeDark);
+    g.drawRect (component.getBounds().expanded (1));
+}
+
+juce::PopupMenu EnvEditor::menu() const
+{
+    juce::PopupMenu made;
+    made.addItem (openState, "Open State File (Beatloom)", prompts != nullptr);
+    made.addItem (saveState, "Save State File (Beatloom)", prompts != nullptr);
+    made.addSeparator();
+    made.addItem (copyState, "Copy State");
+    made.addItem (pasteState, "Paste State", clipboard().has_value());
+    made.addSeparator();
+    made.addItem (flipLevels, "Flip vertically");
+    made.addItem (normaliseLevels, "Normalize levels");
+    made.addSeparator();
+    made.addItem (snapX, "Snap X", true, component.rules.snapX);
+    made.addItem (snapY, "Snap Y", true, component.rules.snapY);
+    made.addItem (sliding, "Sliding Point Move", true, component.rules.sliding);
+    return made;
+}
+
+void EnvEditor::choose (int item)
+{
+    const auto change = [this] (auto&& how)
+    {
+        auto next = component.envelope();
+        how (next);
+        component.applyToSelected (std::move (next));
+    };
+    auto& rules = component.rules;
+    switch (item)
+    {
+    case openState:
+        openFile();
+        break;
+    case saveState:
+        saveFile();
+        break;
+    case copyState:
+        clipboard() = component.envelope();
+        break;
+    case pasteState:
+        if (clipboard())
+            change ([] (Envelope& next) { next.assign (*clipboard()); });
+        break;
+    case flipLevels:
+        change ([] (Envelope& next) { next.flip(); });
+        break;
+    case normaliseLevels:
+        change ([] (Envelope& next) { next.normalise(); });
+        break;
+    case snapX:
+        rules.snapX = !rules.snapX;
+        break;
+    case snapY:
+        rules.snapY = !rules.snapY;
+        break;
+    case sliding:
+        rules.sliding = !rules.sliding;
+        break;
+    default:
+        break;
+    }
+}
+
+void EnvEditor::openFile()
+{
+    prompts->askFile (
+        { "Open a curve's state...", {}, "*.zev", false },
+        [self = SafePointer (this)] (const juce::File& file)
+        {
+            if (self == nullptr || file == juce::File())
+                return;
+            juce::MemoryBlock block;
+            auto next = self->component.envelope();
+            auto fault = EnvelopeFault::cutOff;
+            if (file.getSize() <= mostBytes && file.loadFileAsData (block))
+            {
+                const std::span bytes (static_cast<const std::uint8_t*> (block.getData()), block.getSize());
+                fault = next.faultIn (bytes);
+                if (fault == EnvelopeFault::none && next.read (bytes))
+                    return self->component.applyToSelected (std::move (next));
+            }
+            self->prompts->notify ("Curve", file.getFileName() + " can't be read: " + sentenceFor (fault));
+        });
+}
+
+void EnvEditor::saveFile()
+{
+    prompts->askFile (
+        { "Save the curve's state...",
+          juce::File::getSpecialLocation (juce::File::userDocumentsDirectory).getChildFile ("Curve.zev"),
+          "*.zev", true },
+        [self = SafePointer (this)] (const juce::File& chosen)
+        {
+            if (self == nullptr || chosen == juce::File())
+                return;
+            const auto file = chosen.withFileExtension ("zev");
+            const auto bytes = self->component.envelope().blob();
+            if (!replaceFile (file, bytes.data(), bytes.size()))
+                self->prompts->notify ("Curve", file.getFullPathName() + " can't be written.");
+        });
+}
+
+bool EnvEditor::keyPressed (const juce::KeyPress& key)
+{
+    return component.keyPressed (key);
+}
+
+void EnvEditor::graphEnvChanged (EnvComponent&)
+{
+    undoButton.setEnabled (component.canUndo());
+    redoButton.setEnabled (component.canRedo());
+    bar.setRangeLimits (component.fullTime(), juce::dontSendNotification);
+    bar.setCurrentRange (component.view().time, juce::dontSendNotification);
+}
+
+void EnvEditor::scrollBarMoved (juce::ScrollBar*, double)
+{
+    auto next = component.view();
+    next.time = bar.getCurrentRange();
+    component.setView (next);
+}
