@@ -83,12 +83,14 @@ Fx1DeckComponent::Fx1DeckComponent (CPlatterdex& e, int deck) : ControlPanel (e)
         };
         name.onMenuChoice = [this, slot] (int id) { choose (slot, id - 1); };
         name.setBounds (areas.name);
+        markWhenHeld (name, selectors[slot]);
 
         auto& knob = own (std::make_unique<PXFxSlider> ("_fxParameterSlider"));
         knobs[slot] = &knob;
         knob.setKnob (knobSize, false);
         knob.bindSlot (e, deck, static_cast<int> (slot));
         knob.setBounds (areas.knob);
+        markWhenHeld (knob, knob.commandNumber());
     }
 }
 

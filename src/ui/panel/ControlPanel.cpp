@@ -79,6 +79,7 @@ juce::Component* ControlPanel::addControl (const ControlSpec& spec, int deck, ju
         control.setTooltip (tip);
         control.bind (engine, number);
         control.setBounds (area);
+        markWhenHeld (control, number);
         return &control;
     };
     const auto dressButton = [&] (auto& button)
@@ -130,6 +131,22 @@ void ControlPanel::pollControls()
 {
     for (auto* widget : polled)
         widget->poll();
+    for (auto& each : markables)
+        if (const auto isHeld = each.held.isHeld (engine); std::exchange (each.isMarked, isHeld) != isHeld)
+            repaint (HeldControl::markArea (each.control->getBounds()));
+}
+
+void ControlPanel::markWhenHeld (const juce::Component& control, int command)
+{
+    if (const auto held = HeldControl::of (command))
+        markables.push_back ({ &control, *held });
+}
+
+void ControlPanel::paintOverChildren (juce::Graphics& g)
+{
+    for (const auto& each : markables)
+        if (each.isMarked)
+            HeldControl::paintMark (g, each.control->getBounds());
 }
 
 void ControlPanel::paint (juce::Graphics& g)

@@ -2,6 +2,7 @@
 
 #include "ui/command/CommandWidget.h"
 #include "ui/panel/ControlSpec.h"
+#include "ui/panel/HeldControl.h"
 #include "ui/poll/PollingView.h"
 
 #include <concepts>
@@ -30,6 +31,7 @@ public:
     const std::vector<Label>& words() const noexcept { return labels; }
 
     void paint (juce::Graphics&) override;
+    void paintOverChildren (juce::Graphics&) override;
 
 protected:
     /** Makes a table's controls. @param deck   0 to 3, or -1 for controls that belong to none
@@ -51,6 +53,9 @@ protected:
         return control;
     }
 
+    /** Lets a control show that a SmartKnob holds its parameter. Nothing happens for a command that no knob can hold. */
+    void markWhenHeld (const juce::Component&, int command);
+
     void addLabel (const juce::String&, juce::Rectangle<int>,
                    juce::Justification = juce::Justification::centred);
     void clearLabels() { labels.clear(); }
@@ -66,4 +71,12 @@ private:
     std::vector<std::unique_ptr<juce::Component>> controls;
     std::vector<CommandWidget*> polled;
     std::vector<Label> labels;
+
+    struct Markable
+    {
+        const juce::Component* control;
+        HeldControl held;
+        bool isMarked = false;
+    };
+    std::vector<Markable> markables;
 };
