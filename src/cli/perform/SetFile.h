@@ -9,7 +9,7 @@
 /** Reads a set from its file. @returns nothing after a report of what is wrong */
 std::optional<SetScript> readSetFile (const juce::File&);
 
-/** What a host of a set needs, in a root folder. */
+/** The options of the host that performs a set in a root folder. */
 OfflineHost::Options hostingOf (const SetScript&, const juce::File& root);
 
 /** Performs a set; what happens to it is reported on the error output.
