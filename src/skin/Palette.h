@@ -36,6 +36,9 @@ inline const juce::Colour selected { 0xffafc81c }; ///< selected, learnt
 inline const juce::Colour danger { 0xffcd3700 };   ///< recording, clipping; a ground, never small text
 inline const juce::Colour scope { 0xff227bd5 };    ///< the wave of the magnified view
 
+/** The two curves of a Slicegate pad. */
+inline const juce::Colour padTime { 0xff2db5ed }, padVolume { 0xfff2c14e };
+
 /** The hue of a deck, 0 to 3. It marks what that deck does, and nothing else. */
 inline const std::array<juce::Colour, 4> decks { juce::Colour { 0xff56b4e9 }, juce::Colour { 0xffe69f00 },
                                                  juce::Colour { 0xff2fbf8f }, juce::Colour { 0xffd985b5 } };

@@ -75,7 +75,6 @@ enum class Sign : std::uint8_t
     load,
     eject,
     loop,
-    reset,
     search,
     close,
     minimise,
@@ -137,7 +136,8 @@ constexpr unsigned bit (Hue hue)
 }
 
 constexpr unsigned deckHues = bit (Hue::deckA) | bit (Hue::deckB) | bit (Hue::deckC) | bit (Hue::deckD);
-constexpr unsigned knobHues = bit (Hue::neutral) | bit (Hue::accent) | deckHues;
+constexpr unsigned plainKnobHues = bit (Hue::neutral) | bit (Hue::accent);
+constexpr unsigned knobHues = plainKnobHues | deckHues;
 constexpr unsigned litHues = bit (Hue::accent) | deckHues | bit (Hue::lime) | bit (Hue::red);
 constexpr unsigned onlyAccent = bit (Hue::accent), onlyRed = bit (Hue::red), onlyLime = bit (Hue::lime);
 constexpr unsigned meterHues = bit (Hue::neutral) | deckHues;
@@ -146,10 +146,10 @@ constexpr int smallKnobFrames = 65, knobFrames = 97; ///< odd, so that there is 
 
 constexpr Family families[] {
     // Knobs. The accent's are for the time that a value is being changed.
-    { "knob_28", 28, 28, smallKnobFrames, Material::knob, knobHues },
+    { "knob_28", 28, 28, smallKnobFrames, Material::knob, plainKnobHues },
     { "knob_40", 40, 40, knobFrames, Material::knob, knobHues },
-    { "knob_28_centred", 28, 28, smallKnobFrames, Material::centredKnob, knobHues },
-    { "knob_40_centred", 40, 40, knobFrames, Material::centredKnob, knobHues },
+    { "knob_28_centred", 28, 28, smallKnobFrames, Material::centredKnob, plainKnobHues },
+    { "knob_40_centred", 40, 40, knobFrames, Material::centredKnob, plainKnobHues },
 
     // Faders: a track to any length in three pieces, or one with its ticks at a fixed length. A cap's middle travels
     // from 14 pixels inside one end to 14 inside the other, and the ticks stand where its line can.
@@ -165,6 +165,9 @@ constexpr Family families[] {
     { "button_20", 64, 20, buttonFrames, Material::button, litHues },
     { "button_24", 64, 24, buttonFrames, Material::button, litHues },
     { "button_32", 64, 32, buttonFrames, Material::button, litHues },
+
+    // The pads of the Slicegate, which carry a picture of their own curves.
+    { "pad_52", 52, 47, buttonFrames, Material::button, deckHues },
 
     // Buttons with a sign.
     { "play_40", 40, 32, buttonFrames, Material::signButton, deckHues, Sign::playPause },
@@ -185,12 +188,9 @@ constexpr Family families[] {
     { "left_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::left },
     { "right_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::right },
     { "right_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::right },
-    { "up_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::up },
-    { "down_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::down },
     { "load_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::load },
     { "eject_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::eject },
     { "loop_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::loop },
-    { "reset_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::reset },
     { "menu_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::menu },
     { "tickbox", 20, 20, buttonFrames, Material::tickBox, onlyAccent },
 

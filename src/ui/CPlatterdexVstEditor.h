@@ -14,6 +14,7 @@
 #include "ui/layout/EditorLayout.h"
 #include "ui/look/DefaultLook.h"
 #include "ui/widgets/PXTooltipComponent.h"
+#include "ui/window/ToolWindows.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
@@ -28,6 +29,7 @@ class Session;
     engine, which doesn't know it. Message thread. */
 class CPlatterdexVstEditor : public juce::AudioProcessorEditor,
                              public juce::DragAndDropContainer,
+                             public ToolWindowOwner,
                              private EngineListener
 {
 public:
@@ -69,6 +71,7 @@ public:
     GlobalComponent& globalBlock() noexcept { return global; }
     GhostMixerComponent& ghostStrip() noexcept { return ghostMixer; }
     BrowserSeat& browserView() noexcept { return browser; }
+    ToolWindows& toolWindows() override { return tools; }
 
     void paint (juce::Graphics&) override {} // the content covers all of it
     void resized() override;
@@ -124,6 +127,7 @@ private:
     std::unique_ptr<ParameterList> parameters;
     PXTooltipComponent tooltip;
     KeyboardCommands keyboard;
+    ToolWindows tools;
 
     Arrangement arranged;
     int touchedDeck = 0;            ///< by the mouse, the last time

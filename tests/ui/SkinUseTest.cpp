@@ -60,12 +60,6 @@ TEST (SkinUse, EveryStripIsShownOrWaitsForAPanel)
           { "lock_24", "loop_24", "load_24", "eject_24", "sign_loop", "sign_padlock", "meter_level_a",
             "meter_level_b", "meter_level_c", "meter_level_d" } },
         { "page VST", { "power_24", "menu_20", "left_20", "right_20" } },
-        { "page ENV", { "up_20", "down_20", "reset_20" } },
-        { "panel SmartKnob",
-          { "knob_28_a", "knob_28_b", "knob_28_c", "knob_28_d", "knob_40", "knob_40_accent", "knob_40_a",
-            "knob_40_b", "knob_40_c", "knob_40_d", "knob_28_centred_a", "knob_28_centred_b",
-            "knob_28_centred_c", "knob_28_centred_d", "knob_40_centred_a", "knob_40_centred_b",
-            "knob_40_centred_c", "knob_40_centred_d" } },
         { "browser",
           { "sign_headphones", "sign_search", "sign_left", "sign_right", "sign_up", "sign_down", "panel",
             "well" } },
@@ -77,7 +71,11 @@ TEST (SkinUse, EveryStripIsShownOrWaitsForAPanel)
     UiBench bench;
     bench.engine.settings.editor[EditorPreference::deckPanelsLeft] = 0;
     bench.engine.settings.editor[EditorPreference::deckPanelsRight] = 0;
-    bench.load (bench.halfLoudTrack(), 0);
+    for (int deck = 0; deck < deckCount; ++deck)
+    {
+        bench.load (bench.halfLoudTrack(), deck);
+        bench.engine.smartKnobs.setSmartKnobOn (deck, 0, true);
+    }
     HeaderActions actions;
     actions.setFullScreen = [] (bool) {};
     actions.isFullScreen = [] { return false; };
@@ -88,6 +86,7 @@ TEST (SkinUse, EveryStripIsShownOrWaitsForAPanel)
                      [&] { return std::make_unique<Mixer4ChannelsComponent> (bench.engine, true); } },
                    { "ghost mixer", [&] { return std::make_unique<GhostMixerComponent> (bench.engine); } },
                    { "effects", [&] { return std::make_unique<Fx4DecksComponent> (bench.engine); } },
+                   { "pads", [&] { return std::make_unique<Slicegate4DecksComponent> (bench.engine); } },
                    { "pages", [&] { return std::make_unique<GlobalComponent> (bench.engine); } },
                    { "dialogs and lists", [] { return std::make_unique<Dialog>(); } } };
     for (int deck = 0; deck < deckCount; ++deck)

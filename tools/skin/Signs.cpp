@@ -186,13 +186,6 @@ Path loop()
     return path;
 }
 
-Path reset()
-{
-    auto path = stroked (arc (8, 8.5f, 5.2f, -40, 230), 2.2f);
-    path.addTriangle (6.8f, 0.4f, 6.8f, 8.0f, 1.4f, 3.6f);
-    return path;
-}
-
 Path search()
 {
     auto path = stroked (arc (6.5f, 6.5f, 4.4f, 0, 360), 2.2f);
@@ -259,8 +252,6 @@ Path drawn (Sign sign, bool on)
         return eject();
     case Sign::loop:
         return loop();
-    case Sign::reset:
-        return reset();
     case Sign::search:
         return search();
     case Sign::close:

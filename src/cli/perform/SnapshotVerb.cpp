@@ -8,6 +8,8 @@
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/midi/MidiMappingComponent.h"
 #include "ui/midi/MidiPortsPage.h"
+#include "ui/slicegate/SlicegateEditorComponent.h"
+#include "ui/smartknob/SmartKnobEditorComponent.h"
 
 #include <array>
 
@@ -24,7 +26,7 @@ constexpr std::array options {
     VerbOption {
         "--view", "NAME",
         "only a part: header, decka to deckd, global, ghost, browser or parameters; or a window of its own: "
-        "midi-mapping or midi-ports" },
+        "midi-mapping, midi-ports, pad-editor or knob-editor (of deck A's first)" },
     VerbOption { "--root", "DIR", "where the engine keeps its settings (a folder removed at the end)" },
     VerbOption { "--help", nullptr, "this text" },
 };
@@ -43,8 +45,9 @@ struct Request
     juce::String fault;
 };
 
-const juce::StringArray views { "header", "decka",   "deckb",      "deckc",        "deckd",     "global",
-                                "ghost",  "browser", "parameters", "midi-mapping", "midi-ports" };
+const juce::StringArray views { "header",     "decka",      "deckb",      "deckc",      "deckd",
+                                "global",     "ghost",      "browser",    "parameters", "midi-mapping",
+                                "midi-ports", "pad-editor", "knob-editor" };
 
 bool isWholeNumber (const juce::String& text)
 {
@@ -147,10 +150,26 @@ juce::Image paintMidi (CPlatterdex& engine, const Request& request)
     return paintView (*view, request.scale);
 }
 
+/** An editor of curves, which stands in a window of its own. */
+juce::Image paintCurves (CPlatterdex& engine, const Request& request)
+{
+    const juce::SharedResourcePointer<DefaultLook> look;
+    std::unique_ptr<juce::Component> view;
+    if (request.view == "pad-editor")
+        view = std::make_unique<SlicegateEditorComponent> (engine, 0, 0);
+    else
+        view = std::make_unique<SmartKnobEditorComponent> (engine, 0, 0);
+    view->setVisible (true);
+    refreshAll (*view);
+    return paintView (*view, request.scale);
+}
+
 juce::Image paintEditor (CPlatterdex& engine, const Request& request)
 {
     if (request.view.startsWith ("midi-"))
         return paintMidi (engine, request);
+    if (request.view.endsWith ("-editor"))
+        return paintCurves (engine, request);
     CPlatterdexVstEditor editor (engine);
     editor.setVisible (true);
     editor.globalBlock().setCurrentTabIndex (request.tab);

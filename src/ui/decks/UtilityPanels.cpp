@@ -3,6 +3,7 @@
 #include "engine/CommandTable.h"
 #include "ui/decks/DeckPanels.h"
 #include "ui/decks/DeckTempoPanel.h"
+#include "ui/smartknob/DeckSmartKnobPanel.h"
 
 namespace UtilityPanels
 {
@@ -15,6 +16,7 @@ bool isOffered (int index)
     case cue:
     case grid:
     case key:
+    case smartKnob:
     case tempo:
     case empty:
         return true;
@@ -37,6 +39,8 @@ std::unique_ptr<juce::Component> make (int index, CPlatterdex& engine, int deck)
         return std::make_unique<DeckGridPanel> (engine, deck);
     case key:
         return std::make_unique<DeckKeyPanel> (engine, deck);
+    case smartKnob:
+        return std::make_unique<DeckSmartKnobPanel> (engine, deck);
     case tempo:
         return std::make_unique<DeckTempoPanel> (engine, deck);
     default:

@@ -3,6 +3,7 @@
 #include "ui/deckviews/DeckPeakScope.h"
 #include "ui/global/Fx1DeckComponent.h"
 #include "ui/panel/PanelPaint.h"
+#include "ui/slicegate/SlicegateComponent.h"
 
 void DeckStackPage::resized()
 {
@@ -37,4 +38,14 @@ Peakscope2DecksComponent::Peakscope2DecksComponent (CPlatterdex& engine) : DeckS
 Peakscope4DecksComponent::Peakscope4DecksComponent (CPlatterdex& engine) : DeckStackPage (Letters::over)
 {
     addViews<DeckPeakScope> (engine, 4);
+}
+
+Slicegate2DecksComponent::Slicegate2DecksComponent (CPlatterdex& engine)
+{
+    addViews<SlicegateComponent> (engine, 2);
+}
+
+Slicegate4DecksComponent::Slicegate4DecksComponent (CPlatterdex& engine)
+{
+    addViews<SlicegateComponent> (engine, 4);
 }

@@ -63,3 +63,16 @@ class Peakscope4DecksComponent : public DeckStackPage
 public:
     explicit Peakscope4DecksComponent (CPlatterdex&);
 };
+
+/** The page "ENV". */
+class Slicegate2DecksComponent : public DeckStackPage
+{
+public:
+    explicit Slicegate2DecksComponent (CPlatterdex&);
+};
+
+class Slicegate4DecksComponent : public DeckStackPage
+{
+public:
+    explicit Slicegate4DecksComponent (CPlatterdex&);
+};

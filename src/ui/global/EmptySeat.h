@@ -35,15 +35,3 @@ class VstHost4DecksComponent : public EmptySeat
 public:
     VstHost4DecksComponent() : EmptySeat ("VST") {}
 };
-
-class Slicegate2DecksComponent : public EmptySeat
-{
-public:
-    Slicegate2DecksComponent() : EmptySeat ("ENV") {}
-};
-
-class Slicegate4DecksComponent : public EmptySeat
-{
-public:
-    Slicegate4DecksComponent() : EmptySeat ("ENV") {}
-};

@@ -37,7 +37,7 @@ void GlobalComponent::setMode (Mode next)
         add (new Sampler4DecksComponent());
         add (new Peakscope4DecksComponent (engine));
         add (new VstHost4DecksComponent());
-        add (new Slicegate4DecksComponent());
+        add (new Slicegate4DecksComponent (engine));
     }
     else
     {
@@ -46,7 +46,7 @@ void GlobalComponent::setMode (Mode next)
         add (new Sampler2DecksComponent());
         add (new Peakscope2DecksComponent (engine));
         add (new VstHost2DecksComponent());
-        add (new Slicegate2DecksComponent());
+        add (new Slicegate2DecksComponent (engine));
     }
     setCurrentTabIndex (shown);
 }

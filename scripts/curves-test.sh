@@ -1,0 +1,136 @@
+#!/usr/bin/env bash
+# Works on a pad's and a SmartKnob's curves in real windows with a real mouse: opens both editors from their popups, drags,
+# adds and bends points, takes all of it back, and finds the edits in the user's files.
+# usage: scripts/curves-test.sh PROGRAM [FOLDER]    pictures of the windows are left in FOLDER
+set -euo pipefail
+if [ -z "${CURVES_TEST_DISPLAY:-}" ]; then
+    CURVES_TEST_DISPLAY=own exec "$(dirname "$0")/on-display.sh" 1400x900 "$0" "$@"
+fi
+program=$(realpath "$1")
+work=$(mktemp -d)
+pictures=$(realpath -m "${2:-$work/pictures}")
+mkdir -p "$pictures"
+started=()
+clean_up() {
+    for process in "${started[@]}"; do kill "$process" 2>/dev/null || true; done
+    wait 2>/dev/null || true
+    rm -rf "$work"
+}
+trap clean_up EXIT
+picture() { ffmpeg -loglevel error -y -f x11grab -draw_mouse 0 -video_size 1400x900 -i "$DISPLAY" -frames:v 1 "$pictures/$1.png"; }
+fail() { picture failed; echo "FAILED: $*" >&2; cat "$work"/*.log >&2; exit 1; }
+until_true() {
+    local what=$1 deadline=$((SECONDS + 60))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        [ $SECONDS -lt $deadline ] || fail "$what"
+        sleep 0.2
+    done
+}
+window_of() { xdotool search --onlyvisible --name "$1" | tail -1; }
+has_window() { [ -n "$(window_of "$1")" ]; }
+has_no_window() { [ -z "$(window_of "$1")" ]; }
+# place WINDOW: sets left, top, WIDTH and HEIGHT once it stands still.
+place() {
+    local last=none
+    until [ "$last" = "$(xdotool getwindowgeometry "$1")" ]; do
+        last=$(xdotool getwindowgeometry "$1")
+        sleep 0.4
+    done
+    eval "$(xdotool getwindowgeometry --shell "$1")"
+    eval "$(xdotool mousemove --window "$1" 0 0 getmouselocation --shell)"
+    left=$X top=$Y
+}
+# The curves of an editor's window as they are seen, the pointer away from them.
+curves() {
+    xdotool mousemove $((left + 40)) $((top + HEIGHT - 20))
+    sleep 0.4
+    ffmpeg -loglevel error -f x11grab -draw_mouse 0 -video_size $((WIDTH - plot - 20))x$((HEIGHT - 140)) \
+        -i "$DISPLAY+$((left + plot)),$((top + 62))" -frames:v 1 -pix_fmt rgb24 -f rawvideo - | md5sum
+}
+shows() { [ "$(curves)" = "$1" ]; }
+differs() { [ "$(curves)" != "$1" ]; }
+# drag X Y TO_X TO_Y [BUTTON]: in pixels of the window.
+drag() {
+    xdotool mousemove $((left + $1)) $((top + $2))
+    sleep 0.2
+    xdotool mousedown "${5:-1}"
+    for step in 1 2 3 4; do
+        xdotool mousemove $((left + $1 + ($3 - $1) * step / 4)) $((top + $2 + ($4 - $2) * step / 4))
+        sleep 0.05
+    done
+    xdotool mouseup "${5:-1}"
+    sleep 0.2
+}
+
+# edit NAME: adds, drags and bends points in the window that is placed, and takes all of it back.
+edit() {
+    local name=$1 before added
+    before=$(curves)
+    local middle=$((plot + (WIDTH - plot) / 2)) height=$((HEIGHT / 2))
+    drag $middle $height $((middle + 30)) $((height - 30)) 3 # a new point, dragged as it comes
+    until_true "$name: the right button adds no point" differs "$before"
+    added=$(curves)
+    drag $((middle + 30)) $((height - 30)) $((middle - 40)) $((height + 40))
+    until_true "$name: a point can't be dragged" differs "$added"
+    picture "$name-edited"
+    xdotool mousemove $((left + middle - 40)) $((top + height + 40)) key ctrl+z
+    until_true "$name: the drag is not taken back" shows "$added"
+    xdotool key ctrl+z
+    until_true "$name: the point is not taken back" shows "$before"
+    xdotool key ctrl+shift+z
+    until_true "$name: the point does not come again" shows "$added"
+}
+
+"$program" demo-tracks "$work/tracks" >"$work/tracks.log" || fail "the demo tracks can't be written"
+track=$(find "$work/tracks" -name '*.flac' | sort | head -1)
+"$program" "$track" --root "$work/root" >"$work/run.log" 2>&1 &
+started+=($!)
+until_true "no window" has_window '^Platterdex$'
+window=$(window_of '^Platterdex$')
+place "$window"
+deck=$(((WIDTH - 230) / 2))
+main_left=$left main_top=$top
+
+# The page ENV is the last tab; the popup of the first pad opens its editor by its fifth line from below.
+xdotool mousemove $((left + deck + 7 + 198)) $((top + 22 + 12)) click 1
+sleep 0.7
+pad_x=$((left + deck + 7 + 30)) pad_y=$((top + 22 + 24 + 50))
+xdotool mousemove $pad_x $pad_y
+sleep 0.3
+xdotool click 3
+sleep 0.8
+picture pad-popup
+xdotool key Up Up Up Up Up Return
+until_true "the pad's editor does not open" has_window '^Slicegate Editor for pad A.1$'
+editor=$(window_of '^Slicegate Editor for pad A.1$')
+plot=224
+place "$editor"
+edit pad
+# The pad plays while its editor is open: the first click goes to the front, the second plays.
+xdotool windowactivate "$editor" key Escape
+until_true "Escape does not close the pad's editor" has_no_window '^Slicegate Editor for pad A.1$'
+
+# The first panel left of the waveform becomes the SmartKnobs; EDIT opens the first knob's editor.
+left=$main_left top=$main_top
+xdotool windowactivate "$window"
+xdotool mousemove $((left + 5 + 49 + 50)) $((top + 55 + 12)) click 1
+sleep 0.7
+xdotool key Up Up Up Return # Empty, Tempo, SmartKnob
+sleep 0.7
+picture knob-panel
+xdotool mousemove $((left + 5 + 49 + 50)) $((top + 55 + 24 + 10)) click 1
+sleep 0.8
+picture knob-popup
+xdotool key Escape
+sleep 0.3
+xdotool mousemove $((left + 5 + 49 + 74)) $((top + 55 + 24 + 64)) click 1
+until_true "the knob's editor does not open" has_window '^Deck A SmartKnob #1 Editor$'
+editor=$(window_of '^Deck A SmartKnob #1 Editor$')
+plot=280
+place "$editor"
+edit knob
+xdotool mousemove $((left + WIDTH - 48)) $((top + HEIGHT - 20)) click 1
+until_true "CLOSE does not close the knob's editor" has_no_window '^Deck A SmartKnob #1 Editor$'
+xdotool windowactivate "$window" key --clearmodifiers alt+F4 || true
+echo "pictures in $pictures"
