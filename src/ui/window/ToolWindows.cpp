@@ -4,6 +4,8 @@
 
 namespace
 {
+constexpr int menuGoneMs = 150;
+
 bool hasDisplay()
 {
     return !juce::Desktop::getInstance().getDisplays().displays.isEmpty();
@@ -87,8 +89,14 @@ void ToolWindows::open (const juce::String& title, juce::Component& opener, cons
         window.addToDesktop();
     }
     window.setVisible (true);
+    // The menu that has been chosen from takes the front back for its own window until it has gone.
     if (window.isShowing())
-        window.toFront (true);
+        juce::Timer::callAfterDelay (menuGoneMs,
+                                     [shown = juce::Component::SafePointer<ToolWindow> (&window)]
+                                     {
+                                         if (shown != nullptr)
+                                             shown->toFront (true);
+                                     });
 }
 
 void ToolWindows::close (const juce::String& title)
