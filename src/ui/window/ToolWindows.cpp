@@ -34,6 +34,7 @@ ToolWindow::ToolWindow (const juce::String& title, std::unique_ptr<juce::Compone
     setUsingNativeTitleBar (false);
     setTitleBarHeight (juce::roundToInt (24.0f * scale));
     setContentNonOwned (&scaled, true);
+    setAlwaysOnTop (true); // a click on the decks does not hide it
     setResizable (true, true);
     setResizeLimits (width / 2, height / 2, 4 * width, 4 * height);
 }
