@@ -9,18 +9,21 @@
 #include <cstdio>
 #include <map>
 #include <numbers>
+#include <utility>
 
 // bench_pads: plays every factory pattern of the Slicegate over drums, a bass, a song and a tone, and measures whether what is
 // heard is what the pattern says. The deck without a pad is the measure; nothing of the pads' own reading is used but the
 // curves.
 // usage: bench_pads [--all]     --all prints a row a pattern, not one a group. Ends with 1 if a pattern fails.
+//        bench_pads --cost     what pads add to a block
 
 namespace
 {
 constexpr double rate = 44100.0, bpm = 120.0;
 constexpr int beat = 22050, window = 4 * beat, block = 126, trackBeats = 24, startBeat = 10;
 constexpr int firstPad = 377;
-constexpr int settled = 160; ///< frames after a jump in which it is still faded
+constexpr int settled = 160;   ///< frames after a jump in which it is still faded
+constexpr int rampFrames = 64; ///< of a gate
 
 using Samples = std::vector<float>;
 
@@ -43,13 +46,15 @@ juce::AudioBuffer<float> drums()
 {
     juce::Random random (7);
     return made (
-        [&random] (double, double beats)
+        [&random, last = 0.0] (double, double beats) mutable
         {
             const auto since = [] (double of, double from, double each)
             { return std::fmod (of - from + 64.0 * each, each) * beat / rate; };
             const auto kick = since (beats, 0.0, 1.0), snare = since (beats, 1.0, 2.0),
                        hat = since (beats, 0.5, 1.0);
-            const auto noise = random.nextDouble() * 2.0 - 1.0;
+            // Between two drawn values lies a line: music has little at the upper end.
+            const auto next = random.nextDouble() * 2.0 - 1.0;
+            const auto noise = (std::exchange (last, next) + next) * 0.7;
             return 0.6 * std::exp (-kick / 0.09)
                        * std::sin (40.0 * (1.0 - std::exp (-kick / 0.05)) + 300.0 * kick)
                    + 0.3 * std::exp (-snare / 0.07) * noise + 0.15 * std::exp (-hat / 0.02) * noise;
@@ -170,12 +175,18 @@ struct Expectation
             level.push_back (preset.volume.envelope.evaluate (time));
         }
         sinceMove.assign (window, 0);
-        for (int i = 1; i < window; ++i)
-            sinceMove[static_cast<size_t> (i)] =
-                std::abs (offset[static_cast<size_t> (i)] - offset[static_cast<size_t> (i) - 1]) < 1e-6
-                    ? sinceMove[static_cast<size_t> (i) - 1] + 1
+        untilMove.assign (window, 0);
+        for (size_t i = 1; i < window; ++i)
+            sinceMove[i] =
+                std::abs (offset[i] - offset[i - 1]) < 1e-6 && std::abs (level[i] - level[i - 1]) < 1e-4
+                    ? sinceMove[i - 1] + 1
                     : 0;
+        for (size_t i = window - 1; i-- > 0;)
+            untilMove[i] = sinceMove[i + 1] > 0 ? untilMove[i + 1] + 1 : 0;
     }
+
+    /** At the track's speed and one level, away from jumps and the ramps of gates. */
+    bool isSettled (size_t i) const { return sinceMove[i] >= settled && untilMove[i] >= rampFrames; }
 
     double speed (int i) const
     {
@@ -183,8 +194,8 @@ struct Expectation
         return 1.0 + offset[at] - offset[at - 1];
     }
 
-    std::vector<double> offset, level; ///< frames of the file from the deck's own place; 0 to 1
-    std::vector<int> sinceMove;        ///< frames for which the offset has held
+    std::vector<double> offset, level;     ///< frames of the file from the deck's own place; 0 to 1
+    std::vector<int> sinceMove, untilMove; ///< frames for which offset and level have held, and will
 };
 
 double decibels (double ratio)
@@ -230,6 +241,13 @@ public:
         ab += a * b;
         ++count;
     }
+    void add (const Correlation& other)
+    {
+        aa += other.aa;
+        bb += other.bb;
+        ab += other.ab;
+        count += other.count;
+    }
     bool isLoud() const { return aa + bb > 2e-6 * count && count > 256; }
     double value() const { return ab / std::sqrt (aa * bb + 1e-30); }
 
@@ -260,36 +278,60 @@ Findings measure (Deck& deck, int id, const std::string& name, bool isTone)
     const auto run = deck.press (id);
     Findings found;
 
-    const auto source = [&] (int i)
+    const auto placeOf = [&] (int i)
     {
-        const auto place =
-            run.from + i + static_cast<int> (std::lround (expected.offset[static_cast<size_t> (i)]));
-        return static_cast<double> (
-            deck.dry[static_cast<size_t> (std::clamp (place, 0, static_cast<int> (deck.dry.size()) - 1))]);
+        return std::clamp (run.from + i + expected.offset[static_cast<size_t> (i)], 1.0,
+                           static_cast<double> (deck.dry.size() - 2));
     };
+    const auto source = [&] (int i) { return deck.dry[static_cast<size_t> (std::lround (placeOf (i)))]; };
 
-    // Each stretch that plays at the track's speed is the track at the stated distance.
-    Correlation stretch;
+    // Each stretch that plays at the track's speed is the track at the stated distance, on a frame or between two.
+    std::array<Correlation, 3> stretch;
+    const auto endStretch = [&]
+    {
+        if (stretch[0].isLoud())
+            found.correlation = std::min (
+                found.correlation, std::max ({ stretch[0].value(), stretch[1].value(), stretch[2].value() }));
+        stretch = {};
+    };
     for (int i = 0; i < window; ++i)
     {
         const auto at = static_cast<size_t> (i);
-        if (expected.sinceMove[at] < settled || expected.level[at] < 0.05)
+        if (!expected.isSettled (at) || expected.level[at] < 0.05)
         {
-            if (stretch.isLoud())
-                found.correlation = std::min (found.correlation, stretch.value());
-            stretch = {};
+            endStretch();
             continue;
         }
-        stretch.add (run.heard[at], source (i) * expected.level[at]);
+        const auto frame = static_cast<size_t> (placeOf (i));
+        const auto heard = run.heard[at], level = static_cast<float> (expected.level[at]);
+        const auto before = deck.dry[frame] * level, after = deck.dry[frame + 1] * level;
+        stretch[0].add (heard, before);
+        stretch[1].add (heard, after);
+        stretch[2].add (heard, (before + after) / 2.0f);
     }
-    if (stretch.isLoud())
-        found.correlation = std::min (found.correlation, stretch.value());
+    endStretch();
 
-    if (const auto distance = static_cast<int> (statedRepeat (name) * beat); distance > 0 && !isTone)
+    // A name that states a repeat: each round is the first one. A distance between two frames rounds either way.
+    if (const auto distance = statedRepeat (name) * beat; distance > 0.0 && !isTone)
     {
+        // Of a short round most is a fade: it is compared with the one before, from the third on.
+        const auto isLong = distance > 4 * settled;
         Correlation rounds;
-        for (int i = distance + settled; i < window; ++i)
-            rounds.add (run.heard[static_cast<size_t> (i)], run.heard[static_cast<size_t> (i - distance)]);
+        for (int round = isLong ? 1 : 3; (round + 1) * distance <= window; ++round)
+        {
+            const auto begin = static_cast<int> (std::lround (round * distance));
+            const auto last = static_cast<int> (std::lround ((round - 1) * distance));
+            std::array<Correlation, 3> shifted;
+            for (int i = isLong ? settled : 0; i < static_cast<int> (distance) - 1; ++i)
+                for (int k = 0; k < 3; ++k)
+                    shifted[static_cast<size_t> (k)].add (
+                        run.heard[static_cast<size_t> (begin + i)],
+                        isLong ? deck.dry[static_cast<size_t> (run.from + i + k - 1)]
+                               : run.heard[static_cast<size_t> (last + i + k - 1)]);
+            rounds.add (*std::max_element (shifted.begin(), shifted.end(),
+                                           [] (const auto& a, const auto& b)
+                                           { return a.value() < b.value(); }));
+        }
         found.repetition = rounds.value();
     }
 
@@ -367,10 +409,73 @@ void print (const std::string& name, int count, const Findings& f)
                  f.correlation, f.repetition, f.duty * 100.0, f.edge, f.back, f.silent, f.peak,
                  f.passes() ? "" : " FAILS");
 }
+
+/** Nanoseconds of a block of 128 frames with four decks, the lower tenth of many short runs. */
+double costOfBlock (int preset, bool keyLock, double tempo)
+{
+    BenchEngine engine (true, rate, 128);
+    const auto audio = drums();
+    for (int d = 0; d < deckCount; ++d)
+    {
+        auto& deck = engine.deck (d);
+        engine.putTrack (d, audio, rate);
+        deck.marks.bpm = deck.marks.bpmAverage = bpm;
+        deck.marks.fixedGrid = 1;
+        deck.tempo.keyLock = keyLock ? 1 : 0;
+        engine->transport.setPitch (d, 0.5 + (tempo - 1.0) / engine->decks.pitchRange);
+        engine->transport.playPause (d);
+        auto& pads = engine->slicegates[static_cast<size_t> (d)];
+        pads.loadFactoryPreset (std::max (preset, FactoryPresets::emptyPreset), 0);
+        pads.setPlayMode (0, PlayMode::loop);
+    }
+    std::vector<double> costs;
+    for (int run = 0; run < 7; ++run)
+    {
+        for (int d = 0; d < deckCount; ++d)
+        {
+            engine->transport.seekFrames (d, 9.0 * beat + 1000.0 * d);
+            auto& pads = engine->slicegates[static_cast<size_t> (d)];
+            if (preset != 0 && pads.padState (0) == PadState::idle)
+                pads.trigger (0);
+        }
+        for (int i = 0; i < 100; ++i)
+            engine.processBlock();
+        for (int chunk = 0; chunk < 100; ++chunk)
+        {
+            constexpr int blocks = 15;
+            int64_t sum = 0;
+            for (int i = 0; i < blocks; ++i)
+                sum += engine.processBlock();
+            costs.push_back (static_cast<double> (sum) / blocks);
+        }
+    }
+    // A machine that others work on as well is only ever slower.
+    std::sort (costs.begin(), costs.end());
+    return costs[costs.size() / 10];
+}
+
+void printCost()
+{
+    constexpr auto blockNanoseconds = 128.0 / rate * 1e9;
+    const auto straight = costOfBlock (0, false, 1.0), locked = costOfBlock (0, true, 1.03);
+    std::printf ("Four decks, a block of 128 frames: %.0f ns, %.0f ns with key lock. A pad on each adds:\n",
+                 straight, locked);
+    std::printf ("| pad | ns | of a core | ns with key lock | of a core |\n|---|---|---|---|---|\n");
+    for (const int id : { 105, 128, 120, 703, 708, 726 })
+    {
+        const auto more = costOfBlock (id, false, 1.0) - straight,
+                   moreLocked = costOfBlock (id, true, 1.03) - locked;
+        std::printf ("| %d %s | %.0f | %.2f %% | %.0f | %.2f %% |\n", id,
+                     std::string (FactoryPresets::nameOf (id)).c_str(), more, more / blockNanoseconds * 100.0,
+                     moreLocked, moreLocked / blockNanoseconds * 100.0);
+    }
+}
 }
 
 int main (int argc, char** argv)
 {
+    if (argc > 1 && juce::String (argv[1]) == "--cost")
+        return printCost(), 0;
     const auto printsAll = argc > 1 && juce::String (argv[1]) == "--all";
     std::map<int, Findings> found;
     for (const auto& material : materials())

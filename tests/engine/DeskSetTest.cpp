@@ -135,3 +135,10 @@ TEST (KnobSet, TurnsEverySmartKnobWithoutAllocating)
     expectAllTurned (commandsOf (script), { { 173, 188 } });
     expectFiniteAndBounded (script);
 }
+
+TEST (PadSet, PressesEveryPadWithoutAllocating)
+{
+    const auto script = readSet ("pads.txt");
+    expectAllTurned (commandsOf (script), { { 377, 408 } });
+    expectFiniteAndBounded (script);
+}

@@ -4,6 +4,7 @@
 #include <juce_core/juce_core.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <iostream>
 #include <map>
 
@@ -15,8 +16,10 @@ namespace
 {
 std::string number (double value)
 {
-    const auto text = juce::String (value, 17).toStdString();
-    return text.find ('.') == std::string::npos && text.find ('e') == std::string::npos ? text + ".0" : text;
+    // All digits: a curve must not end before its window does.
+    char text[32];
+    std::snprintf (text, sizeof (text), "%.17g", value);
+    return std::string (text).find_first_of (".e") == std::string::npos ? std::string (text) + ".0" : text;
 }
 
 std::string quoted (const std::string& text)

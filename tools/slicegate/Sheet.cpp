@@ -87,14 +87,14 @@ private:
     void drawCurve (const PatternCurve& curve, juce::Colour colour, float thickness, Height&& height)
     {
         const auto envelope = envelopeOf (curve);
-        constexpr int steps = 1024;
+        constexpr int steps = 4096;
         juce::Path path;
         auto before = 0.0f;
         for (int i = 0; i < steps; ++i)
         {
             const auto time = window * (i + 0.5) / steps;
             const auto y = height (time, envelope.evaluate (time));
-            if (i == 0 || std::abs (y - before) > 3.0f)
+            if (i == 0 || std::abs (y - before) > 0.2f * plot.getHeight())
                 path.startNewSubPath (x (time), y);
             else
                 path.lineTo (x (time), y);

@@ -11,7 +11,7 @@ namespace
 constexpr double jumpSeconds = 0.002;
 constexpr double heardStep =
     3.0; ///< frames by which a step may differ from the one before without being heard
-constexpr double dullingSpeed = 10.0;
+constexpr double dullingSpeed = 10.0, unheardLevel = 0.003;
 constexpr double glideFade = 0.984, glideFloor = 0.01; // of a frame
 }
 
@@ -35,7 +35,7 @@ void PatternVoice::begin (const ReadHead& head) noexcept
     fadingCount = 0;
     level = std::copysign (dullingOf (head.rate), head.rate);
     if (head.declickLeft > 0)
-        fading[static_cast<size_t> (fadingCount++)] = { head.declickPosition, head.declickLeft, 0 };
+        fading[static_cast<size_t> (fadingCount++)] = { head.declickPosition, level, head.declickLeft, 0 };
 }
 
 /** Takes up the step to a frame's place. @returns the speed that is heard */
@@ -50,8 +50,10 @@ double PatternVoice::speedOf (double step, int frame, double ownRate, double fil
     {
         // With all places taken, the sound of a moment ago has hardly come in yet.
         if (fadingCount < mostFading)
-            fading[static_cast<size_t> (fadingCount++)] = { place + glide + ownRate, fadeFrames, frame };
+            fading[static_cast<size_t> (fadingCount++)] = { place + glide + ownRate, level, fadeFrames,
+                                                            frame };
         glide = 0.0;
+        level = std::copysign (dullingOf (ownRate), ownRate);
         return motion = ownRate;
     }
     if (std::abs (step - before) <= heardStep)
@@ -119,7 +121,8 @@ void PatternVoice::mixFading (const TrackSamples& samples, const Setting& settin
         samples.read (places.data(), ownRate, oldLeft.data(), oldRight.data(), count);
         for (int i = 0; i < count; ++i)
         {
-            const auto weight = weights[static_cast<size_t> (k)][static_cast<size_t> (old.begin + i)];
+            const auto weight = weights[static_cast<size_t> (k)][static_cast<size_t> (old.begin + i)]
+                                * static_cast<float> (old.level);
             left[old.begin + i] += oldLeft[static_cast<size_t> (i)] * weight;
             right[old.begin + i] += oldRight[static_cast<size_t> (i)] * weight;
         }
@@ -150,15 +153,21 @@ void PatternVoice::read (const ReadSource& source, const Setting& setting, const
     Way way;
     trace (way, setting, own, offsets, ownRate, source.grid.sampleRate, end, frames);
     samples.read (way.places.data(), way.fastest, left, right, frames);
+    for (int i = 0; i < frames; ++i)
+    {
+        left[i] *= way.levels[static_cast<size_t> (i)];
+        right[i] *= way.levels[static_cast<size_t> (i)];
+    }
     if (fadingCount > 0)
         mixFading (samples, setting, ownRate, end, left, right, frames);
     for (int i = 0; i < frames; ++i)
     {
         const auto quiet = static_cast<float> (noise.next());
-        left[i] = left[i] * way.levels[static_cast<size_t> (i)] + quiet;
-        right[i] = right[i] * way.levels[static_cast<size_t> (i)] + quiet;
+        left[i] += quiet;
+        right[i] += quiet;
     }
-    if (offsets == nullptr && fadingCount == 0 && glide == 0.0)
+    const auto isAtOwnLevel = std::abs (level - std::copysign (dullingOf (ownRate), ownRate)) < unheardLevel;
+    if (offsets == nullptr && fadingCount == 0 && glide == 0.0 && isAtOwnLevel)
         sounding = false;
 }
 

@@ -52,6 +52,7 @@ private:
     struct Fading
     {
         double place = 0.0; ///< of its next frame
+        double level = 1.0; ///< as it was left
         int left = 0;       ///< output frames until the sound after it has taken its place
         int begin = 0;      ///< frame of the piece from which on it fades
     };

@@ -229,15 +229,26 @@ void SlicegateDeckState::makeGains (Piece& piece, double time, double timeStep) 
 {
     const auto ramp = [&] (int i, double value, bool)
     {
-        slicegateGain.setTarget (std::clamp (value, 0.0, 1.0));
+        const auto next = std::clamp (value, 0.0, 1.0);
+        // A curve that moves no faster than the ramp is followed as it is.
+        if (!slicegateGain.isMoving() && std::abs (next - slicegateGain.value()) <= 1.0 / GainRamp::steps)
+            slicegateGain.reset (next);
+        else
+            slicegateGain.setTarget (next);
         piece.gains[static_cast<size_t> (i)] = static_cast<float> (slicegateGain.next());
     };
     const auto wasOpen = slicegateGain.isAt (1.0);
-    if (running && volumes.isEnabled (currentPad))
-        follow (volumes.audible (currentPad), volumeCursor, time, timeStep, piece.frames, ramp);
-    else
+    // A ramp begins half its length before its edge, so that its middle is on it.
+    const auto begin = time + timeStep * (GainRamp::steps / 2);
+    const auto& curve = volumes.audible (currentPad);
+    if (!running || !volumes.isEnabled (currentPad))
         for (int i = 0; i < piece.frames; ++i)
             ramp (i, 1.0, true);
+    else if (begin + timeStep * piece.frames < beatsOfWindow)
+        follow (curve, volumeCursor, begin, timeStep, piece.frames, ramp);
+    else
+        for (int i = 0; i < piece.frames; ++i)
+            ramp (i, curve.evaluate (std::min (begin + timeStep * i, beatsOfWindow), volumeCursor), false);
     piece.gates = !wasOpen || !slicegateGain.isAt (1.0);
 }
 
