@@ -8,6 +8,7 @@
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/midi/MidiMappingComponent.h"
 #include "ui/midi/MidiPortsPage.h"
+#include "ui/midi/MidiScriptingPage.h"
 #include "ui/slicegate/SlicegateEditorComponent.h"
 #include "ui/smartknob/SmartKnobEditorComponent.h"
 
@@ -26,7 +27,7 @@ constexpr std::array options {
     VerbOption {
         "--view", "NAME",
         "only a part: header, decka to deckd, global, ghost, browser or parameters; or a window of its own: "
-        "midi-mapping, midi-ports, pad-editor or knob-editor (of deck A's first)" },
+        "midi-mapping, midi-ports, midi-scripts, pad-editor or knob-editor (of deck A's first)" },
     VerbOption { "--root", "DIR", "where the engine keeps its settings (a folder removed at the end)" },
     VerbOption { "--help", nullptr, "this text" },
 };
@@ -45,9 +46,9 @@ struct Request
     juce::String fault;
 };
 
-const juce::StringArray views { "header",     "decka",      "deckb",      "deckc",      "deckd",
-                                "global",     "ghost",      "browser",    "parameters", "midi-mapping",
-                                "midi-ports", "pad-editor", "knob-editor" };
+const juce::StringArray views { "header",     "decka",        "deckb",      "deckc",      "deckd",
+                                "global",     "ghost",        "browser",    "parameters", "midi-mapping",
+                                "midi-ports", "midi-scripts", "pad-editor", "knob-editor" };
 
 bool isWholeNumber (const juce::String& text)
 {
@@ -143,6 +144,13 @@ juce::Image paintMidi (CPlatterdex& engine, const Request& request)
     std::unique_ptr<juce::Component> view;
     if (request.view == "midi-ports")
         view = std::make_unique<MidiPortsPage> (midi, [] {});
+    else if (request.view == "midi-scripts")
+    {
+        const auto isRead = midi.scripts.loadSetup (midi.scripts.folder().getChildFile ("script_setup.xml"));
+        juce::ignoreUnused (isRead); // a damaged list shows as an empty one
+        midi.scripts.waitUntilIdle();
+        view = std::make_unique<MidiScriptingPage> (midi);
+    }
     else
         view = std::make_unique<MidiMappingComponent> (midi);
     view->setVisible (true);

@@ -1,6 +1,5 @@
 #include "midi/script/ScriptLanguage.h"
 
-#include "midi/script/ArrayMemory.h"
 #include "midi/script/ScriptSource.h"
 #include "midi/script/ShippedScripts.h"
 
@@ -9,7 +8,10 @@
 #include <angelscript/scriptbuilder.h>
 #include <angelscript/scriptstdstring.h>
 
+#include <atomic>
+#include <cstdlib>
 #include <functional>
+#include <malloc.h>
 
 using namespace AngelScript;
 
@@ -18,6 +20,36 @@ namespace
 constexpr const char* moduleName = "main_module";
 
 constexpr asPWORD scriptStackBytes = 1 << 20, calls = 2000, nestedCalls = 32;
+
+/** The memory of the arrays of all scripts, in bytes. An array that would go beyond it fails with an exception in its script:
+    a loop that lets one grow must not take the memory of the whole program. */
+namespace ArrayMemory
+{
+constexpr size_t mostPerArray = 64u << 20, mostTogether = 256u << 20;
+std::atomic<size_t> taken { 0 };
+
+void* allocate (size_t bytes)
+{
+    if (bytes > mostPerArray || taken + bytes > mostTogether)
+        return nullptr;
+    auto* const memory = std::malloc (bytes);
+    taken += malloc_usable_size (memory);
+    return memory;
+}
+
+void release (void* memory)
+{
+    taken -= malloc_usable_size (memory);
+    std::free (memory);
+}
+}
+
+/** Readies the library for the process. */
+bool prepareLibrary()
+{
+    CScriptArray::SetMemoryFunctions (ArrayMemory::allocate, ArrayMemory::release);
+    return asPrepareMultithread() >= 0;
+}
 
 /** Does something on a thread with room for deep recursion, and returns when it is done. */
 class DeepStack : juce::Thread
@@ -61,8 +93,8 @@ public:
             return refuse (name, { 1, 1, "The script and what it includes are too long." }), false;
         if (const auto fault = faultOf (text))
             return refuse (name, *fault), false;
-        // Where code breaks off within a type, the parser looks at the byte behind the end and, if that is a ">", goes on
-        // from there. A semicolon, which means nothing between functions, stops it before.
+        // A semicolon, which means nothing between functions, stops the parser: within a type that breaks off it looks at the
+        // byte behind the end and, if that is a ">", goes on from there.
         const auto padded = text + "\n;\n";
         return builder.AddSectionFromMemory (name.toRawUTF8(), padded.data(),
                                              static_cast<unsigned> (padded.size()))
@@ -107,9 +139,8 @@ void ScriptLanguage::Shutdown::operator() (asIScriptEngine* engine) const
 
 ScriptLanguage::ScriptLanguage (ScriptFunctions& functions)
 {
-    static const auto isMultithreaded = asPrepareMultithread() >= 0;
-    juce::ignoreUnused (isMultithreaded);
-    ArrayMemory::limit();
+    static const auto isPrepared = prepareLibrary();
+    juce::ignoreUnused (isPrepared);
 
     scriptEngine.reset (asCreateScriptEngine());
     scriptEngine->SetMessageCallback (asMETHOD (ScriptLanguage, addMessage), this, asCALL_THISCALL);

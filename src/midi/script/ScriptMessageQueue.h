@@ -22,7 +22,7 @@ class ScriptMessageQueue
 {
 public:
     static constexpr size_t capacity = 512;
-    static constexpr std::chrono::milliseconds patience { 50 };
+    static constexpr std::chrono::milliseconds patience { 250 };
 
     /** A closed ring takes nothing, and nobody misses it.
         @returns false if the message was dropped because the ring is full. Any thread that may block */

@@ -3,6 +3,12 @@
 #include "skin/Palette.h"
 #include "ui/midi/MidiMappingComponent.h"
 #include "ui/midi/MidiPortsPage.h"
+#include "ui/midi/MidiScriptingPage.h"
+
+namespace
+{
+constexpr int newsPeriodMs = 200;
+}
 
 /** A window that ends when it is closed. */
 class MidiWindows::Window : public juce::DocumentWindow
@@ -53,7 +59,10 @@ void MidiWindows::show (std::unique_ptr<Window>& window, const char* title,
 
 std::vector<EditorPage> MidiWindows::pages()
 {
-    return { { "MIDI ports", [this] { showPorts(); } }, { "MIDI mapping", [this] { showMapping(); } } };
+    startTimer (newsPeriodMs);
+    return { { "MIDI ports", [this] { showPorts(); } },
+             { "MIDI mapping", [this] { showMapping(); } },
+             { "MIDI scripting", [this] { showScripts(); } } };
 }
 
 void MidiWindows::showPorts()
@@ -75,4 +84,32 @@ void MidiWindows::showMapping()
               };
               return made;
           });
+}
+
+void MidiWindows::showScripts()
+{
+    show (scripts, "MIDI Scripting", [this] { return std::make_unique<MidiScriptingPage> (midi); });
+}
+
+void MidiWindows::timerCallback()
+{
+    using Shown = ScriptMessagesView::Shown;
+    const auto newest = midi.scripts.journal().newest();
+    if (newest == toldNumber)
+        return;
+    tellNews (scriptMessages, "Midi Scripting Message", Shown::messages);
+    // The page shows the log anyhow.
+    if (scripts == nullptr)
+        tellNews (scriptLog, "Midi Scripting Log Message", Shown::log);
+    toldNumber = newest;
+}
+
+/** Opens the window of new messages; one that is open shows them by itself. */
+void MidiWindows::tellNews (std::unique_ptr<Window>& window, const char* title,
+                            ScriptMessagesView::Shown shown)
+{
+    const auto& journal = midi.scripts.journal();
+    if (window == nullptr && ScriptMessagesView::hasNews (journal, shown, toldNumber))
+        show (window, title,
+              [&] { return std::make_unique<ScriptMessagesView> (journal, shown, toldNumber); });
 }

@@ -3,23 +3,27 @@
 #include "midi/system/MidiSystem.h"
 #include "ui/header/HeaderActions.h"
 #include "ui/look/DefaultLook.h"
+#include "ui/midi/ScriptMessagesView.h"
 
 #include <optional>
 
-/** The windows of MIDI beside the editor's: the ports, and the mapping editor. Each is open once; closing it ends it. Message
-    thread. */
-class MidiWindows
+/** The windows of MIDI beside the editor's: the ports, the mapping editor, the scripts, and what these have to say, which
+    opens by itself. Each is open once; closing it ends it. Message thread. */
+class MidiWindows : private juce::Timer
 {
 public:
     explicit MidiWindows (MidiSystem&);
-    ~MidiWindows();
+    ~MidiWindows() override;
 
     /** Opens a window, or brings it to the front. */
     void showPorts();
 
-    /** The ways to the windows, for the editor's menu; they hold as long as this. */
-    std::vector<EditorPage> pages();
     void showMapping();
+    void showScripts();
+
+    /** The ways to the windows, for the menu of an editor; they hold as long as this. From now on messages of scripts open
+        windows. */
+    std::vector<EditorPage> pages();
 
 private:
     class Window;
@@ -27,7 +31,11 @@ private:
     void show (std::unique_ptr<Window>&, const char* title,
                std::function<std::unique_ptr<juce::Component>()> make);
 
+    void timerCallback() override;
+    void tellNews (std::unique_ptr<Window>&, const char* title, ScriptMessagesView::Shown);
+
     MidiSystem& midi;
+    uint64_t toldNumber = 0;                                      ///< of the scripts' journal
     std::optional<juce::SharedResourcePointer<DefaultLook>> look; ///< from the first window on
-    std::unique_ptr<Window> ports, mapping;
+    std::unique_ptr<Window> ports, mapping, scripts, scriptMessages, scriptLog;
 };
