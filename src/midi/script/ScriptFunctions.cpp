@@ -46,10 +46,9 @@ void ScriptFunctions::forgetSent()
 void ScriptFunctions::log (const std::string& text)
 {
     constexpr size_t longest = 1000;
-    world.journal.add (
-        { .kind = ScriptEntry::Kind::log,
-          .file = script.getFullPathName(),
-          .text = juce::String::fromUTF8 (text.data(), static_cast<int> (std::min (text.size(), longest))) });
+    world.journal.add ({ .kind = ScriptEntry::Kind::log,
+                         .file = script.getFullPathName(),
+                         .text = textFromScript (std::string_view (text).substr (0, longest)) });
 }
 
 float ScriptFunctions::get (int index)

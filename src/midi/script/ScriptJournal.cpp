@@ -1,7 +1,24 @@
 #include "midi/script/ScriptJournal.h"
 
+#include "support/xml/Utf8.h"
+#include "support/xml/XmlCharacters.h"
+
 #include <algorithm>
 #include <array>
+#include <string>
+
+juce::String textFromScript (std::string_view bytes)
+{
+    std::string text;
+    for (size_t at = 0; at < bytes.size() && bytes[at] != 0;)
+    {
+        const auto* const here = reinterpret_cast<const unsigned char*> (bytes.data()) + at;
+        const auto [character, length] = utf8At (here, bytes.size() - at);
+        XmlCharacters::append (text, character);
+        at += length;
+    }
+    return juce::String::fromUTF8 (text.data(), static_cast<int> (text.size()));
+}
 
 juce::String textOf (const ScriptEntry& entry)
 {

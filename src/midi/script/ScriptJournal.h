@@ -6,6 +6,7 @@
 #include <deque>
 #include <mutex>
 #include <span>
+#include <string_view>
 #include <vector>
 
 /** One thing that a script, or the compiler about it, has to say. */
@@ -25,6 +26,10 @@ struct ScriptEntry
     juce::String text;
     uint64_t number = 0; ///< given by the journal, from 1
 };
+
+/** Text from a script, which may hold any bytes: what is no UTF-8 is taken as Latin-1. JUCE's strings do not end on bytes that
+    are neither. */
+juce::String textFromScript (std::string_view);
 
 /** "Error (Ln 3, Col 5) : ..."; a line of the script's own as it is. */
 juce::String textOf (const ScriptEntry&);

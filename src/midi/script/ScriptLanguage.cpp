@@ -104,8 +104,9 @@ public:
 private:
     static int include (const char* name, const char* from, CScriptBuilder*, void* self)
     {
-        return static_cast<Sections*> (self)->include (juce::String::fromUTF8 (name),
-                                                       juce::File (juce::String::fromUTF8 (from)))
+        return static_cast<Sections*> (self)->include (
+                   textFromScript (std::string_view (name).substr (0, longestName)),
+                   juce::File (juce::String::fromUTF8 (from)))
                    ? 0
                    : -1;
     }
@@ -124,6 +125,8 @@ private:
         refuse (from.getFullPathName(), { 0, 0, reason.toStdString() });
         return false;
     }
+
+    static constexpr size_t longestName = 255; ///< bytes, as of a file system
 
     CScriptBuilder& builder;
     const juce::File scriptFolder;
@@ -272,8 +275,8 @@ void ScriptLanguage::addMessage (const asSMessageInfo& message)
           .file = juce::String::fromUTF8 (message.section != nullptr ? message.section : ""),
           .line = message.row,
           .column = message.col,
-          .text = juce::String::fromUTF8 (message.message != nullptr ? message.message : "")
-                      .substring (0, longest) });
+          .text =
+              textFromScript (message.message != nullptr ? message.message : "").substring (0, longest) });
 }
 
 void ScriptLanguage::addError (const juce::String& file, int line, int column, const juce::String& text)
