@@ -3,6 +3,7 @@
 #include "engine/CommandTable.h"
 #include "instruments/presets/SmartKnobLibrary.h"
 #include "midi/system/MidiSystem.h"
+#include "settings/SettingNames.h"
 #include "support/DecimalText.h"
 #include "support/files/AudioFileTypes.h"
 
@@ -53,6 +54,17 @@ public:
     {
         host.engine().dispatch (command.number, command.value, command.arg1, command.arg2);
         host.engine().deliverMessages();
+    }
+
+    void operator() (const SetScript::Setting& line)
+    {
+        auto& engine = host.engine();
+        const auto [row, deck] = NamedSetting::find (line.name);
+        if (row->isText())
+            return row->writeText (engine.settings, juce::String (line.text));
+        const CallbackLock lock (engine.getCallbackLock(), "setting");
+        row->write (engine.settings, deck, line.value);
+        engine.decks.setPitchRange (engine.settings.pitchRangeIndex);
     }
 
     void operator() (const SetScript::Reverse& line)

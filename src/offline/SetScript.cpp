@@ -4,6 +4,8 @@
 #include "instruments/presets/SmartKnobLibrary.h"
 #include "instruments/slicegate/FactoryPresets.h"
 #include "instruments/smartknob/SmartKnobs.h"
+#include "settings/SettingNames.h"
+#include "support/DecimalText.h"
 #include "support/Suggestion.h"
 
 #include <juce_core/juce_core.h>
@@ -72,7 +74,7 @@ public:
     {
         if (isAtEnd())
             return fail (whose + " needs the path of a file.");
-        return rest.front() == '"' ? quotedText ("path") : barePath();
+        return rest.front() == '"' ? quotedText ("path") : barePath (whose);
     }
 
     /** A name: one word, or several in quotes. */
@@ -135,7 +137,7 @@ private:
         return found.empty() ? fail ("The " + what + " is empty.") : found;
     }
 
-    std::string_view barePath()
+    std::string_view barePath (const std::string& whose)
     {
         size_t end = 0;
         auto ahead = *this;
@@ -147,7 +149,7 @@ private:
             end = static_cast<size_t> (next.data() + next.size() - rest.data());
         }
         if (end == 0)
-            return fail ("A load needs the path of a file.");
+            return fail (whose + " needs the path of a file.");
         const auto found = rest.substr (0, end);
         rest.remove_prefix (end);
         skipBlanks();
@@ -231,6 +233,37 @@ SetScript::Command readSet (Line& line)
     }
     line.expectEnd();
     return command;
+}
+
+SetScript::Setting readSetting (Line& line)
+{
+    SetScript::Setting setting;
+    setting.name = line.word();
+    if (setting.name.empty())
+        return line.fail ("The setting is missing."), setting;
+    const auto* row = NamedSetting::find (setting.name).row;
+    if (row == nullptr)
+    {
+        juce::StringArray names;
+        for (const auto& each : SettingName::all())
+            names.add (juce::String (std::string (each.name)) + (each.isOfDeck ? "_A" : ""));
+        line.fail ("There is no setting " + quoted (std::string_view (setting.name)) + "."
+                   + didYouMean (juce::String (setting.name), names).toStdString());
+        return setting;
+    }
+    if (row->isText())
+    {
+        setting.text = line.path ("The setting");
+    }
+    else
+    {
+        setting.value = line.number ("The setting's value");
+        if (line.error().empty() && !(setting.value >= row->lowest && setting.value <= row->highest))
+            line.fail (setting.name + " must lie between " + decimalText (row->lowest, 3) + " and "
+                       + decimalText (row->highest, 3) + ".");
+    }
+    line.expectEnd();
+    return setting;
 }
 
 SetScript::Reverse readReverse (Line& line)
@@ -380,6 +413,8 @@ SetScript::Event readEvent (Line& line, int lineNumber)
         event.action = readLoad (line);
     else if (action == "set")
         event.action = readSet (line);
+    else if (action == "setting")
+        event.action = readSetting (line);
     else if (action == "reverse")
         event.action = readReverse (line);
     else if (action == "host")
@@ -395,12 +430,12 @@ SetScript::Event readEvent (Line& line, int lineNumber)
     else if (action == "end")
         event.action = SetScript::End {};
     else if (action.empty())
-        line.fail ("After the time an action is missing: load, set, reverse, host, midi, slicegate, "
+        line.fail ("After the time an action is missing: load, set, setting, reverse, host, midi, slicegate, "
                    "smartknob, print "
                    "or end.");
     else
         line.fail ("There is no action " + quoted (action)
-                   + ", only load, set, reverse, host, midi, slicegate, smartknob, print and end.");
+                   + ", only load, set, setting, reverse, host, midi, slicegate, smartknob, print and end.");
     line.expectEnd();
     return event;
 }

@@ -33,6 +33,13 @@ struct SetScript
         float arg1 = 1.0f, arg2 = 1.0f;
     };
 
+    struct Setting
+    {
+        std::string name;   ///< one that NamedSetting finds
+        double value = 0.0; ///< within its span
+        std::string text;   ///< of a setting that is a text
+    };
+
     struct Reverse
     {
         int deck = 0; ///< 0 to 3
@@ -94,7 +101,7 @@ struct SetScript
     {
         int line = 0; ///< from 1
         double seconds = 0.0;
-        std::variant<End, Load, Command, Reverse, Host, Preset, Print, Midi, PrintMidi> action;
+        std::variant<End, Load, Command, Setting, Reverse, Host, Preset, Print, Midi, PrintMidi> action;
     };
 
     std::vector<Event> events; ///< times never go back

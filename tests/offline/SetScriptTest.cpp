@@ -18,6 +18,8 @@ constexpr const char* wholeSet = "# a set of everything\n"
                                  "\n"
                                  "0.25 set PLAY_PAUSE_A 1\r\n"
                                  "\t0.25\tset 201 0.5 -2e-2 .25\n"
+                                 "0.5 setting lineGain_C 2.5\n"
+                                 "0.5 setting recordFile \"a take.wav\"\n"
                                  "1e0 host play\n"
                                  "1 host bpm 126.5\n"
                                  "2 host seek 30\n"
@@ -71,7 +73,7 @@ void expectSound (const std::string& text)
 TEST (SetScript, ReadsEveryAction)
 {
     const auto script = scriptOf (wholeSet);
-    ASSERT_EQ (script.events.size(), 11u);
+    ASSERT_EQ (script.events.size(), 13u);
     EXPECT_TRUE (script.hasHost());
     EXPECT_FALSE (scriptOf ("0 print 1").hasHost());
 
@@ -84,12 +86,15 @@ TEST (SetScript, ReadsEveryAction)
     EXPECT_EQ (actionAt<SetScript::Command> (script, 2).arg1, 1.0f);
     const auto& jog = actionAt<SetScript::Command> (script, 3);
     EXPECT_TRUE (jog.number == 201 && jog.value == 0.5f && jog.arg1 == -0.02f && jog.arg2 == 0.25f);
-    EXPECT_EQ (actionAt<SetScript::Host> (script, 4).action, HostAction::play);
-    EXPECT_EQ (actionAt<SetScript::Host> (script, 5).value, 126.5);
-    EXPECT_EQ (actionAt<SetScript::Host> (script, 6).value, 30.0);
-    EXPECT_EQ (actionAt<SetScript::Host> (script, 7).action, HostAction::stop);
-    EXPECT_EQ (actionAt<SetScript::Print> (script, 8).number, 1001);
-    EXPECT_EQ (actionAt<SetScript::Print> (script, 9).number, 277);
+    const auto& gain = actionAt<SetScript::Setting> (script, 4);
+    EXPECT_TRUE (gain.name == "lineGain_C" && gain.value == 2.5);
+    EXPECT_EQ (actionAt<SetScript::Setting> (script, 5).text, "a take.wav");
+    EXPECT_EQ (actionAt<SetScript::Host> (script, 6).action, HostAction::play);
+    EXPECT_EQ (actionAt<SetScript::Host> (script, 7).value, 126.5);
+    EXPECT_EQ (actionAt<SetScript::Host> (script, 8).value, 30.0);
+    EXPECT_EQ (actionAt<SetScript::Host> (script, 9).action, HostAction::stop);
+    EXPECT_EQ (actionAt<SetScript::Print> (script, 10).number, 1001);
+    EXPECT_EQ (actionAt<SetScript::Print> (script, 11).number, 277);
 }
 
 TEST (SetScript, TakesPathsWithAndWithoutQuotes)

@@ -216,6 +216,8 @@ TEST_F (SettingsFile, WhateverAFileHoldsTheAudioNumbersAreUsable)
         std::vector<double> numbers { settings.masterVolume, settings.crossfader, settings.crossfaderCurve,
                                       settings.monitorMix, settings.monitorVolume };
         numbers.insert (numbers.end(), settings.samplerLevels.begin(), settings.samplerLevels.end());
+        for (const auto part : numbers)
+            ASSERT_TRUE (part >= 0.0 && part <= 1.0) << part << " in round " << round;
         for (const auto& deck : settings.deckSetup)
         {
             numbers.insert (numbers.end(),
