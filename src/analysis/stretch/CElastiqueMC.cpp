@@ -28,6 +28,23 @@ constexpr double leastAudibleStep = 0.001;
 /** Frames off a whole one that count as none, and the change of the key that leads back to it: 0.9 cents. */
 constexpr double wholeFrame = 1.0e-9, leadBack = 0.0005;
 
+/** A step of the speed at which the output is read that is heard as a click where it is not spread over a block, and the
+    frames in which it then stays the same. */
+constexpr double leastGlide = 0.001;
+constexpr int glidePiece = 8;
+
+/** The speed at which a block of the output is read. */
+struct Glide
+{
+    double from, to;
+
+    bool isMoving() const noexcept { return from != to; }
+    double greatest() const noexcept { return std::max (from, to); }
+
+    /** @param part   of the block, 0 to 1 */
+    double at (double part) const noexcept { return part < 1.0 ? from + (to - from) * part : to; }
+};
+
 constexpr int64_t nothingYet = std::numeric_limits<int64_t>::min() / 2;
 
 std::vector<std::vector<float>> buffers (int count, int frames)
@@ -189,6 +206,12 @@ double CElastiqueMC::readingPitch (const StretchFactors& wanted) const noexcept
     return std::abs (stray) < wholeFrame ? 1.0 : 1.0 + std::clamp (stray / outputBlock, -leadBack, leadBack);
 }
 
+double CElastiqueMC::glideFrom (const StretchFactors& wanted) const noexcept
+{
+    const auto pitch = readingPitch (wanted);
+    return fetchedEnd > 0 && std::abs (pitch / readyStep - 1.0) > leastGlide ? readyStep : pitch;
+}
+
 int64_t CElastiqueMC::vocoderEndFor (int frames, double pitch) const noexcept
 {
     const auto missing = frames - ready;
@@ -200,7 +223,7 @@ int64_t CElastiqueMC::vocoderEndFor (int frames, double pitch) const noexcept
 
 int CElastiqueMC::framesNeeded (const StretchFactors& wanted) const noexcept
 {
-    const auto end = vocoderEndFor (outputBlock, readingPitch (wanted));
+    const auto end = vocoderEndFor (outputBlock, std::max (glideFrom (wanted), readingPitch (wanted)));
     auto complete = vocoderEnd();
     auto done = stage == stages();
     auto in = timeline.nextIn (wanted) - wanted.hopIn;
@@ -256,8 +279,8 @@ int CElastiqueMC::process (const float* const* in, int frames, float* const* out
     const auto isEnough = given.frames >= getFramesNeeded();
     if (isEnough)
     {
-        const auto pitch = readingPitch (factors);
-        const auto end = vocoderEndFor (outputBlock, pitch);
+        const Glide glide { glideFrom (factors), readingPitch (factors) };
+        const auto end = vocoderEndFor (outputBlock, glide.greatest());
         const auto taken = static_cast<double> (end - fetchedEnd);
         for (;;)
         {
@@ -274,8 +297,12 @@ int CElastiqueMC::process (const float* const* in, int frames, float* const* out
         const auto span = static_cast<double> (vocoderEnd() - from) - taken;
         runStages (stagesFor (span > 0.0 ? static_cast<double> (end - from) / span : 1.0));
 
-        for (int done = 0; done < outputBlock; done += piece)
-            produce (out, done, std::min (piece, outputBlock - done), pitch);
+        const auto step = glide.isMoving() ? glidePiece : piece;
+        for (int done = 0; done < outputBlock; done += step)
+        {
+            const auto frames = std::min (step, outputBlock - done);
+            produce (out, done, frames, glide.at (static_cast<double> (done + frames) / outputBlock));
+        }
     }
     take (given, given.frames - given.taken);
     return isEnough ? 0 : -1;

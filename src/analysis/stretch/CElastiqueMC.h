@@ -52,6 +52,7 @@ private:
 
     PX_AUDIO_THREAD double pitchInForce (const StretchFactors&) const noexcept;
     PX_AUDIO_THREAD double readingPitch (const StretchFactors&) const noexcept;
+    PX_AUDIO_THREAD double glideFrom (const StretchFactors&) const noexcept;
     PX_AUDIO_THREAD int64_t vocoderEndFor (int frames, double pitch) const noexcept;
     PX_AUDIO_THREAD int framesNeeded (const StretchFactors&) const noexcept;
 
