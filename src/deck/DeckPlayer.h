@@ -79,7 +79,10 @@ struct DeckPlayer
     ReadSource readSource() const noexcept;
 
     /** The part of the track that is read now. */
-    LoopRegion region() const noexcept { return { loops, beatLoopFrames(), marks, play }; }
+    LoopRegion region() const noexcept
+    {
+        return { loops, beatLoopFrames(), marks, play, track.loadedFrames };
+    }
 
     /** No frame of a track is there. Any thread. */
     bool isEmpty() const noexcept { return track.loadedFrames < 1; }

@@ -79,6 +79,7 @@ TEST (EditHistory, RunsOfMovesAndTapsAreOneEdit)
     EditedDeck decks;
     auto& deck = decks.deck();
     const auto pause = [&] (uint32_t ms) { decks.now += ms; };
+    deck.marks.fixedGrid = 1;
     for (int i = 0; i < 20; ++i, pause (300))
         decks.grids.moveGrid (0, 1);
     pause (2000);
@@ -148,6 +149,14 @@ TEST (GridCommands, KeepTempoDownbeatAndGridWithinTheirLimits)
     deck.track.numBeats = 1;
     deck.place (100'000.0);
     decks.grids.setDownbeat (0);
+    EXPECT_EQ (deck.marks.downbeatIndex, 3);
+
+    // An edit leaves the grid alone that is not in force.
+    decks.grids.moveGrid (0, 1);
+    EXPECT_EQ (deck.marks.downbeatPosition, 33'075);
+    deck.marks.fixedGrid = 1;
+    decks.grids.setDownbeat (0);
+    EXPECT_NE (deck.marks.downbeatPosition, 33'075);
     EXPECT_EQ (deck.marks.downbeatIndex, 3);
 
     for (int i = 0; i < 2000; ++i)

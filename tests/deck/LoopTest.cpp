@@ -101,6 +101,24 @@ TEST (Loop, ComesRoundInTimeThroughTheStretcherForHundredsOfTurns)
     }
 }
 
+TEST (Loop, ABeatLoopWhoseEndLiesBehindTheTrackTurnsAtTheTracksEnd)
+{
+    for (const bool keyLock : { false, true })
+    {
+        LoopDeck decks;
+        decks.deck().tempo.keyLock = keyLock ? 1 : 0;
+        decks.playFrom (trackFrames - 30'000.0); // a loop of four beats would be 88200 frames long
+        decks.loops.toggleLoop (0);
+        const double start = decks.deck().loops.start;
+        for (int block = 0; block < 4000; ++block)
+        {
+            decks.render (64, 0, 64);
+            ASSERT_EQ (decks.deck().play.on, 1) << block;
+            ASSERT_GE (decks.deck().heardPosition(), start - 1.0) << block;
+        }
+    }
+}
+
 TEST (Loop, IsSwitchedSizedAndMovedFromWhatIsHeard)
 {
     // A tone that comes round with 1/32 of a beat: no turn, jump or retaken reading may be heard in it, to the sample.

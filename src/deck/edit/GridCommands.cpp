@@ -23,7 +23,9 @@ void GridCommands::setDownbeat (int deckIndex)
         if (!entry)
             return;
         const MarkEdit edit (deck->marks, deck->edits, world.clock());
-        deck->marks.downbeatIndex = *entry;
+        // Entries of a fixed grid are counted anew with every change of it: only the place means anything.
+        if (!grid.fixedGrid)
+            deck->marks.downbeatIndex = *entry;
         deck->marks.downbeatPosition = static_cast<int32_t> (std::lround (grid.beatAt (*entry)));
     }
     world.requestSave (*deck);
@@ -59,6 +61,8 @@ void GridCommands::moveGrid (int deckIndex, int direction)
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "moveGrid");
+    if (deck->marks.fixedGrid == 0)
+        return;
     const MarkEdit edit (deck->marks, deck->edits, world.clock(), EditHistory::Kind::gridMove);
     const auto moved = deck->marks.downbeatPosition + (direction > 0 ? gridStep : -gridStep);
     deck->marks.downbeatPosition = juce::jlimit (0, deck->track.loadedFrames.get(), moved);

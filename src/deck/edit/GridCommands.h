@@ -12,8 +12,8 @@ class GridCommands
 public:
     explicit GridCommands (DeckWorld& w) noexcept : world (w) {}
 
-    /** Makes the entry nearest to the place that is heard the downbeat, unless none lies within 100,000 frames, and
-        has the track's analysis saved soon. */
+    /** Makes the entry nearest to the place that is heard the downbeat of the grid in force, unless none lies within 100,000
+        frames, and has the track's analysis saved soon. */
     void setDownbeat (int deck);
 
     /** A tempo moves within 30 to 250 BPM and no further than an octave from that of the analysis, or not at all. */
@@ -23,7 +23,7 @@ public:
     /** @param bpm   limited to 32 to 256 */
     void setTempo (int deck, double bpm);
 
-    /** Moves a fixed grid by 512 frames of the file: back (-1) or on (+1). */
+    /** Moves a fixed grid by 512 frames of the file: back (-1) or on (+1). The beats of a table stay. */
     void moveGrid (int deck, int direction);
 
     /** Between the table of a tracked grid and a grid of tempo and downbeat alone. */

@@ -8,9 +8,9 @@
 
 namespace
 {
-void stepSize (Relaxed<int8_t>& size, int step) noexcept
+int8_t limitedSize (int size) noexcept
 {
-    size = static_cast<int8_t> (std::clamp (size + (step > 0 ? 1 : -1), 0, loopSizeCount - 1));
+    return static_cast<int8_t> (std::clamp (size, 0, loopSizeCount - 1));
 }
 }
 
@@ -61,20 +61,32 @@ void LoopCommands::toggleLeap (int deck)
 
 void LoopCommands::changeSize (int deckIndex, int step)
 {
+    if (const auto* deck = world.deck (deckIndex))
+        setSize (deckIndex, deck->loopSizes.loop + (step > 0 ? 1 : -1));
+}
+
+void LoopCommands::changeMoveSize (int deckIndex, int step)
+{
+    if (const auto* deck = world.deck (deckIndex))
+        setMoveSize (deckIndex, deck->loopSizes.move + (step > 0 ? 1 : -1));
+}
+
+void LoopCommands::setSize (int deckIndex, int size)
+{
     auto* deck = world.deck (deckIndex);
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "loop size");
-    stepSize (deck->loopSizes.loop, step);
+    deck->loopSizes.loop = limitedSize (size);
 }
 
-void LoopCommands::changeMoveSize (int deckIndex, int step)
+void LoopCommands::setMoveSize (int deckIndex, int size)
 {
     auto* deck = world.deck (deckIndex);
     if (deck == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "loop move size");
-    stepSize (deck->loopSizes.move, step);
+    deck->loopSizes.move = limitedSize (size);
 }
 
 void LoopCommands::moveLoop (int deckIndex, int direction)

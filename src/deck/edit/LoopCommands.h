@@ -24,6 +24,10 @@ public:
     /** The same for the size by which moveLoop() moves. */
     void changeMoveSize (int deck, int step);
 
+    /** Either size at once. @param size   index, limited to 0 to 10 */
+    void setSize (int deck, int size);
+    void setMoveSize (int deck, int size);
+
     /** Moves the loop that runs, and the position, by the move size: back (-1) or on (+1). Without a loop, a beat jump. */
     void moveLoop (int deck, int direction);
 

@@ -183,7 +183,7 @@ void pauseHold (DeckPlayer& deck) noexcept
     deck.sync.hold.correcting = false;
 }
 
-void findBeatRatio (DeckWorld& world, DeckPlayer& deck) noexcept
+PX_AUDIO_THREAD void findBeatRatio (DeckWorld& world, DeckPlayer& deck) noexcept
 {
     const auto next = TempoSync::followed (world, deck).beatRatio;
     if (next == 0.0 && deck.sync.beatRatio != 0.0)

@@ -4,7 +4,7 @@
 #include <cmath>
 
 LoopRegion::LoopRegion (const Loops& loops, double beatLoopFrames, const TrackMarks& marks,
-                        const PlayState& play) noexcept
+                        const PlayState& play, int32_t trackFrames) noexcept
     : isReverse (play.reverse != 0),
       floor (marks.startPointOn != 0 ? marks.startPoint.get() : 0.0)
 {
@@ -12,7 +12,7 @@ LoopRegion::LoopRegion (const Loops& loops, double beatLoopFrames, const TrackMa
         return;
     keepsBeat = loops.mode == beatLoop;
     loopStart = keepsBeat ? loops.start : loops.in;
-    length = keepsBeat ? beatLoopFrames : loops.out - loops.in;
+    length = std::min (keepsBeat ? beatLoopFrames : loops.out - loops.in, trackFrames - loopStart);
     if (!(length >= shortestLoop) || !std::isfinite (length))
         return;
 

@@ -19,10 +19,11 @@ struct LoopRegion
 
     LoopRegion() noexcept = default;
 
-    /** @param beatLoopFrames   the length of the beat loop
+    /** @param beatLoopFrames   the length of the beat loop; one whose end lies behind the track turns at the track's end
+        @param trackFrames      that are loaded
         Audio thread, or a command under the callback lock. */
-    PX_AUDIO_THREAD LoopRegion (const Loops&, double beatLoopFrames, const TrackMarks&,
-                                const PlayState&) noexcept;
+    PX_AUDIO_THREAD LoopRegion (const Loops&, double beatLoopFrames, const TrackMarks&, const PlayState&,
+                                int32_t trackFrames) noexcept;
 
     bool operator== (const LoopRegion&) const noexcept = default;
 

@@ -28,8 +28,7 @@ void BeatStepField::poll()
 
 void BeatStepField::chooseStep (int wanted)
 {
-    for (auto at = current(); at != wanted; at += wanted > at ? 1 : -1)
-        command().step (wanted > at ? 1 : -1);
+    onChoose (wanted);
     poll();
 }
 

@@ -16,6 +16,9 @@ public:
 
     const juce::String& text() const noexcept { return shown; }
 
+    /** Takes a step, 0 to 10, that was chosen. Set before the first look at the field. */
+    std::function<void (int)> onChoose = [] (int) {};
+
     void poll() override;
     void paint (juce::Graphics&) override;
     void mouseDown (const juce::MouseEvent&) override;

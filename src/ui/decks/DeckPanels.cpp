@@ -63,6 +63,9 @@ DeckLoopPanel::DeckLoopPanel (CPlatterdex& e, int deck) : ControlPanel (e)
         field.setTooltip (juce::String (tip) + ". Wheel to change, click for a list.");
         field.bind (e, CommandTable::numberOf (constant, deck));
         field.setBounds (area);
+        // At once: step by step a loop that runs would pass through all sizes between.
+        field.onChoose = [&e, deck, isLoop = std::string_view (constant) == "LOOP_SIZE_"] (int size)
+        { isLoop ? e.loops.setSize (deck, size) : e.loops.setMoveSize (deck, size); };
     }
 }
 
@@ -156,10 +159,12 @@ DeckGridPanel::DeckGridPanel (CPlatterdex& e, int deck)
     addButton ("_syncToAnalysisButton", "SYNC", { right, 112, half, 24 },
                "Sync to analysis: measures the BPM again, near the one shown",
                [this] { engine.grids.analyseAgain (watch.deck()); });
-    addButton ("_gridBackButton", "<", { margin, 86, 24, 24 }, "Moves the fixed grid a little earlier",
-               [this] { engine.grids.moveGrid (watch.deck(), -1); });
-    addButton ("_gridOnButton", ">", { 72, 86, 24, 24 }, "Moves the fixed grid a little later",
-               [this] { engine.grids.moveGrid (watch.deck(), 1); });
+    for (const auto direction : { -1, 1 })
+        moves.push_back (&addButton (direction < 0 ? "_gridBackButton" : "_gridOnButton",
+                                     direction < 0 ? "<" : ">", { direction < 0 ? margin : 72, 86, 24, 24 },
+                                     direction < 0 ? "Moves the fixed grid a little earlier"
+                                                   : "Moves the fixed grid a little later",
+                                     [this, direction] { engine.grids.moveGrid (watch.deck(), direction); }));
     addLabel ("MOVE", { 28, 86, 44, 24 });
     addLabel ("TRACK BPM", { margin, 0, width, 12 });
 }
@@ -206,6 +211,8 @@ void DeckGridPanel::pollMoving()
 {
     pollControls();
     fixed.setToggleState (watch->grid.fixed, juce::dontSendNotification);
+    for (auto* button : moves)
+        button->setEnabled (watch->grid.fixed); // the beats of a table stay where they were found
     const auto next = PanelPaint::bpm (watch->grid, watch->grid.bpm);
     if (next == tempo)
         return;

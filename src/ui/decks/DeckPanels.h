@@ -71,5 +71,6 @@ private:
     const DeckWatch watch;
     PXTextButton& fixed;
     std::unique_ptr<ValueEntry> entry;
+    std::vector<PXTextButton*> moves; ///< of the fixed grid
     juce::String tempo;
 };
