@@ -2,7 +2,7 @@
 // it costs.
 // usage: bench_phase_drift [MINUTES]
 
-#include "../tests/offline/ClickDecks.h"
+#include "../tests/engine/ClickDecks.h"
 
 #include <juce_events/juce_events.h>
 

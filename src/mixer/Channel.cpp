@@ -91,8 +91,6 @@ void Channel::tapCue (const ChannelPair& pair, const ChannelPair& monitor, bool 
         juce::FloatVectorOperations::addWithMultiply (monitor.left, pair.left, gain, pair.frames);
         juce::FloatVectorOperations::addWithMultiply (monitor.right, pair.right, gain, pair.frames);
     }
-    const auto peak = gain * std::max (peakOf (pair.left, pair.frames), peakOf (pair.right, pair.frames));
-    cuePeak = std::max (cuePeak.get(), static_cast<double> (peak));
 }
 
 void Channel::setSampleRate (double rate) noexcept

@@ -25,7 +25,6 @@ public:
     EffectRack effects;
 
     Relaxed<double> lastLeft, lastRight; ///< the last samples after the fader
-    Relaxed<double> cuePeak;             ///< of the cue signal; whoever shows it sets it back to 0
 
     Channel() noexcept { cueTap.setSampleRate (44100.0); }
 
@@ -41,8 +40,7 @@ public:
     /** @param bpm   the deck's tempo */
     PX_AUDIO_THREAD void runEffects (const ChannelPair&, double bpm) noexcept;
 
-    /** Adds the pair to the monitor at the gain's knob, and raises `cuePeak`, while the cue (PFL) is on. The gain moves over
-        5 ms. */
+    /** Adds the pair to the monitor at the gain's knob while the cue (PFL) is on. The gain moves over 5 ms. */
     PX_AUDIO_THREAD void tapCue (const ChannelPair&, const ChannelPair& monitor, bool isOn) noexcept;
 
     /** The autogain that keeps a track below full scale: its own, but above 1 at most to where the peak reaches full scale.
