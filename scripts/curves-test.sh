@@ -48,6 +48,13 @@ curves() {
     ffmpeg -loglevel error -f x11grab -draw_mouse 0 -video_size $((WIDTH - plot - 20))x$((HEIGHT - 140)) \
         -i "$DISPLAY+$((left + plot)),$((top + 62))" -frames:v 1 -pix_fmt rgb24 -f rawvideo - | md5sum
 }
+# The button UNDO, which is dark while there is nothing to take back.
+undo_button() {
+    ffmpeg -loglevel error -f x11grab -draw_mouse 0 -video_size 50x16 -i "$DISPLAY+$((left + plot + 94)),$((top + 36))" \
+        -frames:v 1 -pix_fmt rgb24 -f rawvideo - | md5sum
+}
+has_undo() { [ "$(undo_button)" != "$1" ]; }
+has_no_undo() { [ "$(undo_button)" = "$1" ]; }
 shows() { [ "$(curves)" = "$1" ]; }
 differs() { [ "$(curves)" != "$1" ]; }
 # drag X Y TO_X TO_Y [BUTTON]: in pixels of the window.
@@ -65,9 +72,10 @@ drag() {
 
 # edit NAME: adds, drags and bends points in the window that is placed, and takes all of it back.
 edit() {
-    local name=$1 before added
+    local name=$1 before added nothing
     before=$(curves)
-    local middle=$((plot + (WIDTH - plot) / 2)) height=$((HEIGHT / 2))
+    nothing=$(undo_button)
+    local middle=$((plot + (WIDTH - plot) / 3)) height=$((HEIGHT * 3 / 10))
     drag $middle $height $((middle + 30)) $((height - 30)) 3 # a new point, dragged as it comes
     until_true "$name: the right button adds no point" differs "$before"
     added=$(curves)
@@ -77,9 +85,9 @@ edit() {
     xdotool mousemove $((left + middle - 40)) $((top + height + 40)) key ctrl+z
     until_true "$name: the drag is not taken back" shows "$added"
     xdotool key ctrl+z
-    until_true "$name: the point is not taken back" shows "$before"
+    until_true "$name: the point is not taken back" has_no_undo "$nothing"
     xdotool key ctrl+shift+z
-    until_true "$name: the point does not come again" shows "$added"
+    until_true "$name: the point does not come again" has_undo "$nothing"
 }
 
 "$program" demo-tracks "$work/tracks" >"$work/tracks.log" || fail "the demo tracks can't be written"
@@ -107,7 +115,6 @@ editor=$(window_of '^Slicegate Editor for pad A.1$')
 plot=224
 place "$editor"
 edit pad
-# The pad plays while its editor is open: the first click goes to the front, the second plays.
 xdotool windowactivate "$editor" key Escape
 until_true "Escape does not close the pad's editor" has_no_window '^Slicegate Editor for pad A.1$'
 

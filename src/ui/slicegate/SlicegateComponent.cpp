@@ -1,6 +1,7 @@
 #include "ui/slicegate/SlicegateComponent.h"
 
 #include "engine/CPlatterdex.h"
+#include "instruments/contents/SlicegateBank.h"
 #include "skin/Palette.h"
 #include "ui/look/ShortText.h"
 #include "ui/panel/PanelPaint.h"
@@ -9,10 +10,15 @@ namespace
 {
 constexpr int columns = 4, left = 4, firstRow = 26;
 constexpr juce::Point<int> badgePlace { 4, 4 };
-const juce::Rectangle<int> nameArea { 28, 4, 120, 20 };
+const juce::Rectangle<int> nameArea { 28, 4, 112, 20 }, bankArea { 144, 4, 68, 20 };
 }
 
-SlicegateComponent::SlicegateComponent (CPlatterdex& e, int d) : ControlPanel (e), deck (d), badge (e, d)
+SlicegateComponent::SlicegateComponent (CPlatterdex& e, int d)
+    : ControlPanel (e),
+      deck (d),
+      badge (e, d),
+      bankFiles ({ "Slicegate", "Select a bank of pads...", "Save the bank of pads..." },
+                 e.environment.folders.slicegateFiles().getChildFile ("banks"), e.environment.prompts.get())
 {
     badge.setTopLeftPosition (badgePlace);
     addAndMakeVisible (badge);
@@ -23,6 +29,37 @@ SlicegateComponent::SlicegateComponent (CPlatterdex& e, int d) : ControlPanel (e
                                  firstRow + i / columns * SlicegatePad::height);
         pads[static_cast<size_t> (i)] = &made;
     }
+    auto& bank = own (std::make_unique<MenuButton> ("BANK"));
+    bank.setComponentID ("_slicegateBankButton");
+    bank.setTooltip ("Loads, saves or clears all eight pads of the deck");
+    bank.setBounds (bankArea);
+    bank.onFillMenu = [this] (juce::PopupMenu& menu)
+    {
+        menu.addItem (loadAll, "Load all pads...", bankFiles.canAsk());
+        menu.addItem (saveAll, "Save all pads...", bankFiles.canAsk());
+        menu.addSeparator();
+        menu.addItem (clearAll, "Clear all pads");
+    };
+    bank.onMenuChoice = [this] (int id) { chooseBank (id); };
+}
+
+void SlicegateComponent::chooseBank (int item)
+{
+    auto& state = engine.slicegates[static_cast<size_t> (deck)];
+    if (item == loadAll)
+        bankFiles.askToLoad ([&state] (const juce::File& file) { return loadBank (state, file); });
+    else if (item == saveAll)
+        bankFiles.askToSave ("Bank " + PanelPaint::letterOf (deck),
+                             [&state] (const juce::File& file)
+                             {
+                                 if (const auto made = file.getParentDirectory().createDirectory();
+                                     made.failed())
+                                     return std::string ("The folder of the banks can't be made.");
+                                 return saveBank (state, file);
+                             });
+    else if (item == clearAll)
+        for (int pad = 0; pad < padCount; ++pad)
+            state.loadFactoryPreset (FactoryPresets::emptyPreset, pad);
 }
 
 void SlicegateComponent::pollMoving()

@@ -3,10 +3,11 @@
 #include "ui/panel/ControlPanel.h"
 #include "ui/panel/DeckBadge.h"
 #include "ui/slicegate/SlicegatePad.h"
+#include "ui/widgets/MenuButton.h"
 
 #include <array>
 
-/** A deck's eight Slicegate pads, and the name of the one that runs. */
+/** A deck's eight Slicegate pads, the name of the one that runs, and the menu that loads and saves all eight. */
 class SlicegateComponent : public ControlPanel
 {
 public:
@@ -17,11 +18,20 @@ public:
 
     void paint (juce::Graphics&) override;
 
+    enum BankItem
+    {
+        loadAll = 1,
+        saveAll,
+        clearAll
+    };
+    void chooseBank (int item);
+
 private:
     void pollMoving() override;
 
     const int deck;
     DeckBadge badge;
+    const PresetFiles bankFiles;
     std::array<SlicegatePad*, padCount> pads {};
     juce::String running;
 };
