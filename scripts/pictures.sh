@@ -20,3 +20,5 @@ snapshot() {
 snapshot four-decks --size 1280x800 --four
 snapshot effects --size 1280x560 --tab fx
 snapshot deck --view decka --size 1440x728 --scale 2
+snapshot pad-editor --view pad-editor
+snapshot knob-editor --view knob-editor
