@@ -111,10 +111,17 @@ def learn(controller, pictures):
     click(editor, 670, 555)
 
 
-def play(controller):
+def press_play(controller):
+    before = controller.lamps[NOTE_ON, PLAY_NOTE]
     for value in (0, 127, 0):
         controller.send(NOTE_ON, PLAY_NOTE, value)
-    until("the lamp of a stopped deck", lambda: controller.lamps.get((NOTE_ON, PLAY_NOTE)) == 0)
+    until("another lamp after a press of play", lambda: controller.lamps[NOTE_ON, PLAY_NOTE] == 127 - before)
+
+
+def play(controller):
+    press_play(controller)
+    if controller.lamps[NOTE_ON, PLAY_NOTE] != 0:
+        press_play(controller)  # a wheel scratches a stopped deck only
     for value in range(128):
         controller.send(CONTROLLER, FADER, value)
     until("the place of the crossfader", lambda: controller.lamps.get((CONTROLLER, FADER)) == 127)
