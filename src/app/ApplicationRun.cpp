@@ -1,6 +1,7 @@
 #include "app/ApplicationRun.h"
 
 #include "demo/DemoTracks.h"
+#include "demo/FirstBank.h"
 
 ApplicationRun::ApplicationRun (Session::Options options, const juce::Array<juce::File>& tracks)
     : session (std::make_shared<Session> (std::move (options))),
@@ -66,19 +67,42 @@ bool ApplicationRun::isPerforming() const
 void ApplicationRun::askToQuit()
 {
     if (!isPerforming())
-        return juce::JUCEApplicationBase::quit();
+        return offerLoops();
     session->prompts->askYesNo ("Platterdex is playing", "Do you want to stop the music and quit?",
-                                [] (bool yes)
+                                [this] (bool yes)
                                 {
                                     if (yes)
-                                        juce::JUCEApplicationBase::quit();
+                                        offerLoops();
+                                });
+}
+
+void ApplicationRun::offerLoops()
+{
+    const auto loops = engine.sampler.unsavedLoops();
+    if (loops == 0)
+        return juce::JUCEApplicationBase::quit();
+    // Either way they lie on their pads again at the next start.
+    session->prompts->askYesNo ("Recorded loops",
+                                juce::String (loops)
+                                    + (loops == 1 ? " recorded loop is in no file of yours."
+                                                  : " recorded loops are in no file of yours.")
+                                    + " Do you want to save to the samples folder?",
+                                [this] (bool yes)
+                                {
+                                    if (yes && !engine.sampler.keepUnsavedLoops())
+                                        return session->prompts->notify (
+                                            "Recorded loops", "They can't be written to the samples folder.");
+                                    juce::JUCEApplicationBase::quit();
                                 });
 }
 
 void ApplicationRun::offerDemoTracks()
 {
     const juce::File folder (engine.settings.audioFolder.get());
-    if (!engine.isFirstRun || !DemoTrackWriter::isWanted (folder))
+    if (!engine.isFirstRun)
+        return;
+    offerFirstBank();
+    if (!DemoTrackWriter::isWanted (folder))
         return;
     editor->setStatus ("Writing demo tracks...");
     demoTracks = std::make_unique<DemoTrackWriter> (folder,
@@ -88,6 +112,13 @@ void ApplicationRun::offerDemoTracks()
                                                             editor->setStatus (sentence);
                                                         loadDemoTracks();
                                                     });
+}
+
+void ApplicationRun::offerFirstBank()
+{
+    const auto samples = session->folders.samples();
+    if (engine.sampler.bank().samples.empty() && writeFirstBank (samples).isEmpty())
+        engine.sampler.loadBank (firstBankFile (samples));
 }
 
 void ApplicationRun::loadDemoTracks()

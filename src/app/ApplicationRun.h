@@ -25,6 +25,12 @@ public:
 private:
     EngineWorld makeWorld();
     void askToQuit();
+
+    /** Offers loops of the sampler that were never saved, and quits. */
+    void offerLoops();
+
+    /** Writes the first bank and lays it on the pads, unless something lies there. */
+    void offerFirstBank();
     void tellOfDevice();
     bool isPerforming() const;
     void offerDemoTracks();

@@ -78,17 +78,22 @@ CPlatterdex::CPlatterdex (EngineWorld world)
     }
     decks.setPitchRange (settings.pitchRangeIndex);
     damagedContents = instrumentContents.restore();
+    sampler.setMasterGain (settings.samplerLevels[0]);
 
     for (int number = 1; number <= CommandTable::commandCount; ++number)
         addParameter (new CommandParameter (*this, number));
 
-    if (environment.hasMessageLoop)
-        startTimer (messageIntervalMs);
+    if (!environment.hasMessageLoop)
+        return;
+    sampler.restorePads();
+    startTimer (messageIntervalMs);
 }
 
 CPlatterdex::~CPlatterdex()
 {
     stopTimer();
+    sampler.stop();
+    keepPads();
     batchAnalysis.stop();
     loaders.stop(); // a load that still runs changes settings
     for (auto& deck : decks.decks)
@@ -108,6 +113,7 @@ void CPlatterdex::prepareToPlay (double sampleRate, int maximumBlock)
     hostBlockSize = maximumBlock;
     for (auto& deck : decks.decks)
         deck->makeStretcher (sampleRate);
+    sampler.renewStretchers (sampleRate);
 }
 
 void CPlatterdex::setParameter (int number, float value)
@@ -292,6 +298,14 @@ std::vector<std::byte> CPlatterdex::settingsToKeep()
     return bytes;
 }
 
+void CPlatterdex::keepPads()
+{
+    // Runs without a user leave nothing behind, and another program's pads are not ours to change.
+    if (environment.hasMessageLoop
+        && (environment.mayKeepSettings == nullptr || environment.mayKeepSettings()))
+        sampler.keepPads();
+}
+
 void CPlatterdex::serveRequests()
 {
     using Request = EngineRequest;
@@ -311,6 +325,10 @@ void CPlatterdex::serveRequests()
     if (requests.take (Request::toggleRecorder) != 0)
         toggleRecorder();
     forEachDeck (Request::loadNextTrack, [this] (int deck) { loadNextTrack (deck); });
+    if (requests.take (Request::recordLoop) != 0)
+        sampler.serveLoop();
+    if (requests.take (Request::keepPads) != 0)
+        keepPads();
 }
 
 void CPlatterdex::tellOfDamagedContents()

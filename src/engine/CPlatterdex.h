@@ -9,6 +9,7 @@
 #include "engine/EngineWorld.h"
 #include "engine/HostTransport.h"
 #include "instruments/preset/ContentStore.h"
+#include "instruments/sampler/Sampler.h"
 #include "instruments/slicegate/SlicegateDeckState.h"
 #include "instruments/smartknob/SmartKnobs.h"
 #include "mixer/AudioRecorder.h"
@@ -166,6 +167,7 @@ public:
     Automix automix;
     BatchAnalysis batchAnalysis;
     HostTransport host;
+    Sampler sampler { decks, host, environment.folders, environment.decoderLibrary, environment.wallClock };
     Relaxed<int> hostBlockSize { 256 }; ///< what a hosted plug-in is told
 
     /** The place where a hand last had the crossfader, 0 to 1, which is kept for the next start: automix and fades leave it
@@ -187,6 +189,7 @@ private:
     void askToStopAutomix();
     void tellOfDamagedContents();
     void loadNextTrack (int deck);
+    void keepPads();
     void timerCallback() override { deliverMessages(); }
 
     std::vector<std::string> damagedContents; ///< sentences that are yet to be told

@@ -9,6 +9,7 @@
 #include "engine/commands/MeterRows.h"
 #include "engine/commands/MixerRows.h"
 #include "engine/commands/PlayRows.h"
+#include "engine/commands/SamplerRows.h"
 #include "engine/commands/SlicegateRows.h"
 #include "engine/commands/SmartKnobRows.h"
 #include "engine/commands/TempoRows.h"
@@ -23,8 +24,8 @@ namespace
 {
 constexpr std::span<const CommandRow> parts[] { playRows,      tempoRows,     cueRows,     loopRows,
                                                 gridRows,      channelRows,   mixerRows,   effectRows,
-                                                slicegateRows, smartKnobRows, automixRows, meterRows,
-                                                unbuiltRows };
+                                                slicegateRows, smartKnobRows, automixRows, samplerRows,
+                                                meterRows,     unbuiltRows };
 
 constexpr size_t notInTable = commandCount + meterCount;
 

@@ -154,7 +154,12 @@ PX_AUDIO_THREAD void clearResyncRequests (Block& block)
     block.engine.automix.handOverNearEnd();
 }
 
-PX_AUDIO_THREAD void runSampler (Block&) {}
+PX_AUDIO_THREAD void runSampler (Block& block)
+{
+    float* const bus[] { block.channel (samplerLeft), block.channel (samplerLeft + 1) };
+    float* const monitor[] { block.channel (monitorLeft), block.channel (monitorLeft + 1) };
+    block.engine.sampler.render (bus, monitor, block.frames);
+}
 
 PX_AUDIO_THREAD void runDeckInserts (Block&) {}
 

@@ -50,6 +50,21 @@ public:
         host.load (file, load.deck, load.waits);
     }
 
+    void operator() (const SetScript::Sample& line)
+    {
+        const auto file = performance.folder.getChildFile (juce::String (line.path));
+        auto& sampler = host.engine().sampler;
+        sampler.loadSample (line.pad, file);
+        sampler.waitUntilIdle();
+        const auto& slot = *sampler.desk.find (line.pad);
+        if (!slot.isEmpty())
+            return;
+        if (performance.report != nullptr)
+            performance.report (now() + " pad " + juce::String (line.pad + 1) + ": nothing was loaded: "
+                                + file.getFullPathName() + ": " + slot.texts().fault);
+        tellNotLoaded (file.getFullPathName());
+    }
+
     void operator() (const SetScript::Command& command)
     {
         host.engine().dispatch (command.number, command.value, command.arg1, command.arg2);

@@ -221,6 +221,23 @@ SetScript::Load readLoad (Line& line)
     return load;
 }
 
+SetScript::Sample readSample (Line& line)
+{
+    SetScript::Sample sample;
+    const auto pad = line.word();
+    const auto number = toNumber (pad).value_or (0.0);
+    if (pad.empty())
+        line.fail ("A sample needs a pad, 1 to 16.");
+    else if (number < 1.0 || number > 16.0 || number != std::floor (number))
+        line.fail ("There is no pad " + quoted (pad) + ", only 1 to 16.");
+    sample.pad = static_cast<int> (number) - 1;
+    if (line.error().empty() && line.isAtEnd())
+        line.fail ("A sample needs the path of a file.");
+    sample.path = line.path();
+    line.expectEnd();
+    return sample;
+}
+
 SetScript::Command readSet (Line& line)
 {
     SetScript::Command command;
@@ -411,6 +428,8 @@ SetScript::Event readEvent (Line& line, int lineNumber)
     const auto action = line.word();
     if (action == "load")
         event.action = readLoad (line);
+    else if (action == "sample")
+        event.action = readSample (line);
     else if (action == "set")
         event.action = readSet (line);
     else if (action == "setting")
@@ -430,12 +449,14 @@ SetScript::Event readEvent (Line& line, int lineNumber)
     else if (action == "end")
         event.action = SetScript::End {};
     else if (action.empty())
-        line.fail ("After the time an action is missing: load, set, setting, reverse, host, midi, slicegate, "
+        line.fail ("After the time an action is missing: load, sample, set, setting, reverse, host, midi, "
+                   "slicegate, "
                    "smartknob, print "
                    "or end.");
     else
-        line.fail ("There is no action " + quoted (action)
-                   + ", only load, set, setting, reverse, host, midi, slicegate, smartknob, print and end.");
+        line.fail (
+            "There is no action " + quoted (action)
+            + ", only load, sample, set, setting, reverse, host, midi, slicegate, smartknob, print and end.");
     line.expectEnd();
     return event;
 }

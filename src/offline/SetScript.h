@@ -26,6 +26,13 @@ struct SetScript
         bool waits = true;
     };
 
+    /** A file for one of the sampler's pads. */
+    struct Sample
+    {
+        int pad = 0;      ///< 0 to 15
+        std::string path; ///< UTF-8, not empty, as it stands in the text
+    };
+
     struct Command
     {
         int number = 0; ///< 1 to 465
@@ -101,7 +108,7 @@ struct SetScript
     {
         int line = 0; ///< from 1
         double seconds = 0.0;
-        std::variant<End, Load, Command, Setting, Reverse, Host, Preset, Print, Midi, PrintMidi> action;
+        std::variant<End, Load, Sample, Command, Setting, Reverse, Host, Preset, Print, Midi, PrintMidi> action;
     };
 
     std::vector<Event> events; ///< times never go back

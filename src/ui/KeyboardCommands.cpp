@@ -11,6 +11,7 @@ namespace
 using Key = juce::KeyPress;
 
 constexpr int ctrl = juce::ModifierKeys::ctrlModifier;
+constexpr int shift = juce::ModifierKeys::shiftModifier;
 constexpr int ctrlShift = juce::ModifierKeys::ctrlModifier | juce::ModifierKeys::shiftModifier;
 constexpr float fadeStep = 0.05f;
 
@@ -54,6 +55,22 @@ const KeyBinding table[] {
     { '.',            0, ".",      "CROSSFADER",               "crossfader to the right", fadeStep },
     { 'Z',            0, "Z",      "AUTO_CROSSFADER_LEFT",     "fade to the left" },
     { 'X',            0, "X",      "AUTO_CROSSFADER_RIGHT",    "fade to the right" },
+    { 'Q',        shift, "Shift+Q", "SAMPLER_PLAY_PAD_1",      "sampler pad 1 (hold)" },
+    { 'W',        shift, "Shift+W", "SAMPLER_PLAY_PAD_2",      "sampler pad 2 (hold)" },
+    { 'E',        shift, "Shift+E", "SAMPLER_PLAY_PAD_3",      "sampler pad 3 (hold)" },
+    { 'R',        shift, "Shift+R", "SAMPLER_PLAY_PAD_4",      "sampler pad 4 (hold)" },
+    { 'T',        shift, "Shift+T", "SAMPLER_PLAY_PAD_5",      "sampler pad 5 (hold)" },
+    { 'Y',        shift, "Shift+Y", "SAMPLER_PLAY_PAD_6",      "sampler pad 6 (hold)" },
+    { 'U',        shift, "Shift+U", "SAMPLER_PLAY_PAD_7",      "sampler pad 7 (hold)" },
+    { 'I',        shift, "Shift+I", "SAMPLER_PLAY_PAD_8",      "sampler pad 8 (hold)" },
+    { 'A',        shift, "Shift+A", "SAMPLER_PLAY_PAD_9",      "sampler pad 9 (hold)" },
+    { 'S',        shift, "Shift+S", "SAMPLER_PLAY_PAD_10",     "sampler pad 10 (hold)" },
+    { 'D',        shift, "Shift+D", "SAMPLER_PLAY_PAD_11",     "sampler pad 11 (hold)" },
+    { 'F',        shift, "Shift+F", "SAMPLER_PLAY_PAD_12",     "sampler pad 12 (hold)" },
+    { 'G',        shift, "Shift+G", "SAMPLER_PLAY_PAD_13",     "sampler pad 13 (hold)" },
+    { 'H',        shift, "Shift+H", "SAMPLER_PLAY_PAD_14",     "sampler pad 14 (hold)" },
+    { 'J',        shift, "Shift+J", "SAMPLER_PLAY_PAD_15",     "sampler pad 15 (hold)" },
+    { 'K',        shift, "Shift+K", "SAMPLER_PLAY_PAD_16",     "sampler pad 16 (hold)" },
     { Key::F1Key,     0, "F1",     nullptr, "load a track", 0.0f, KeyAction::load, 0 },
     { Key::F2Key,     0, "F2",     nullptr, "load a track", 0.0f, KeyAction::load, 1 },
     { Key::F3Key,     0, "F3",     nullptr, "load a track", 0.0f, KeyAction::load, 2 },

@@ -44,7 +44,7 @@ struct ClickDecks
         host = std::make_unique<OfflineHost> (options);
         host->sink = [this] (const float* const* channels, int frames)
         {
-            for (int deck = 0; deck < deckCount; ++deck)
+            for (int deck = 0; deck <= sampler; ++deck)
                 listen (deck, channels[4 + 2 * deck], frames);
             listened += frames;
             return true;
@@ -122,7 +122,8 @@ struct ClickDecks
 
     const double rate; ///< of the engine
     TemporaryFolder folder;
-    std::array<std::vector<double>, deckCount> clicks; ///< frames of the run
+    static constexpr int sampler = deckCount;              ///< stands for its bus among the decks
+    std::array<std::vector<double>, deckCount + 1> clicks; ///< frames of the run
     std::unique_ptr<OfflineHost> host;
 
 private:
@@ -139,5 +140,5 @@ private:
     }
 
     int64_t listened = 0;
-    std::array<int64_t, deckCount> lastLoud { -10'000, -10'000, -10'000, -10'000 };
+    std::array<int64_t, deckCount + 1> lastLoud { -10'000, -10'000, -10'000, -10'000, -10'000 };
 };

@@ -34,6 +34,7 @@ constexpr const char* description =
     "Plays a set faster than real time. Its lines, in the order of their times:\n"
     "\n"
     "  SECONDS load DECK PATH [nowait]          DECK is A to D; PATH is seen from the set's folder\n"
+    "  SECONDS sample PAD PATH                  PAD is 1 to 16, of the sampler\n"
     "  SECONDS set COMMAND VALUE [ARG1 ARG2]    COMMAND is a number or constant of platterdex commands\n"
     "  SECONDS reverse DECK on|off              plays backwards\n"
     "  SECONDS host play|stop|bpm X|seek S      runs inside a host with this transport\n"

@@ -12,18 +12,6 @@ public:
 };
 
 // The pages to come, each with its own name in either mode.
-class Sampler2DecksComponent : public EmptySeat
-{
-public:
-    Sampler2DecksComponent() : EmptySeat ("SAMPLER") {}
-};
-
-class Sampler4DecksComponent : public EmptySeat
-{
-public:
-    Sampler4DecksComponent() : EmptySeat ("SAMPLER") {}
-};
-
 class VstHost2DecksComponent : public EmptySeat
 {
 public:

@@ -5,6 +5,7 @@
 #include "ui/global/EmptySeat.h"
 #include "ui/global/MixerPages.h"
 #include "ui/look/SMLookAndFeel.h"
+#include "ui/sampler/SamplerPages.h"
 #include "ui/widgets/PXTabBarButton.h"
 
 GlobalComponent::GlobalComponent (CPlatterdex& e)
@@ -34,7 +35,7 @@ void GlobalComponent::setMode (Mode next)
     {
         add (new Mixer4ChannelsComponent (engine, mode.orderABCD));
         add (new Fx4DecksComponent (engine));
-        add (new Sampler4DecksComponent());
+        add (new Sampler4DecksComponent (engine));
         add (new Peakscope4DecksComponent (engine));
         add (new VstHost4DecksComponent());
         add (new Slicegate4DecksComponent (engine));
@@ -43,7 +44,7 @@ void GlobalComponent::setMode (Mode next)
     {
         add (new Mixer2ChannelsComponent (engine));
         add (new Fx2DecksComponent (engine));
-        add (new Sampler2DecksComponent());
+        add (new Sampler2DecksComponent (engine));
         add (new Peakscope2DecksComponent (engine));
         add (new VstHost2DecksComponent());
         add (new Slicegate2DecksComponent (engine));

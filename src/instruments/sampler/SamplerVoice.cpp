@@ -1,0 +1,312 @@
+#include "instruments/sampler/SamplerVoice.h"
+
+#include "support/FadeCurve.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+// The distance from the reference's beats: what nobody hears is taken out by a change of tempo, more by a greater one, and
+// by a jump at the next beat; from far away a voice jumps at once.
+constexpr double correctionSeconds = 0.5;
+constexpr double quietCorrection = 0.0009, greatestCorrection = 0.005;
+constexpr double correctFromSeconds = 0.00002, correctToSeconds = 0.000005;
+constexpr double hurrySeconds = 0.0004, pullSeconds = 0.003, farSeconds = 0.025;
+constexpr double tolerance = 1.0e-9;
+
+double smooth (double part) noexcept
+{
+    return FadeCurve::at (std::clamp (part, 0.0, 1.0));
+}
+
+double modulo (double value, double divisor) noexcept
+{
+    return value - divisor * std::floor (value / divisor);
+}
+
+/** Beats in which a sample counts its places: whole ones, unless it is shorter than one. */
+double countedBeats (double beats) noexcept
+{
+    return beats >= 1.0 ? std::floor (beats) : beats;
+}
+
+double framesPerBeat (const SamplerVoice::Block& block) noexcept
+{
+    return block.sample.regionFrames() / countedBeats (block.beats);
+}
+
+int fadeFramesAt (double rate, int most) noexcept
+{
+    return std::clamp (static_cast<int> (FadeCurve::seconds * rate), 1, most);
+}
+
+double wrapped (const SampleView& view, double frame) noexcept
+{
+    if (view.loops && frame >= view.end && view.regionFrames() > 0)
+        return view.begin + std::fmod (frame - view.begin, view.regionFrames());
+    return std::min (frame, static_cast<double> (view.frames));
+}
+}
+
+std::unique_ptr<CElastiqueProIf> SamplerVoice::changeStretcher (std::unique_ptr<CElastiqueProIf> next,
+                                                                float rate) noexcept
+{
+    stretcher.swap (next);
+    stretcherRate = rate;
+    // A voice that sounds through the old one goes on with the new one where it is heard.
+    if (sounding && mode == Mode::stretched)
+        startFrom (heard, false);
+    return next;
+}
+
+void SamplerVoice::startFrom (double frame, bool waitsForBeat) noexcept
+{
+    startPending = true;
+    startFrame = frame;
+    waiting = waitsForBeat;
+}
+
+SamplerVoice::Mode SamplerVoice::modeFor (const Block& block) const noexcept
+{
+    if (!block.synced || !(block.bpm > 0.0))
+        return Mode::straight;
+    const auto ratio = block.clock.bpm / block.bpm;
+    if (!(ratio >= slowestSync - tolerance && ratio <= fastestSync + tolerance))
+        return Mode::straight;
+    return block.stretched && stretcher != nullptr ? Mode::stretched : Mode::varispeed;
+}
+
+bool SamplerVoice::isLocked (const Block& block) const noexcept
+{
+    return mode != Mode::straight && block.clock.isRunning && block.bend == 1.0 && block.beats > 0.0
+           && block.sample.regionFrames() > 0;
+}
+
+double SamplerVoice::tempoRatio (const Block& block) const noexcept
+{
+    if (mode == Mode::straight)
+        return 1.0;
+    if (!isLocked (block))
+        return block.clock.bpm / block.bpm;
+    const auto ratio = block.clock.perFrame * framesPerBeat (block) * block.engineRate / block.sampleRate;
+    return std::clamp (ratio, 0.9 * slowestSync, 1.1 * fastestSync);
+}
+
+double SamplerVoice::frameFor (const Block& block, double phase) const noexcept
+{
+    const auto beats = countedBeats (block.beats);
+    const auto cycle = block.clock.isNumbered ? beats : std::min (2.0, beats);
+    return block.sample.begin + modulo (phase, cycle) * framesPerBeat (block);
+}
+
+double SamplerVoice::heardNow (const Block&) const noexcept
+{
+    if (mode != Mode::stretched)
+        return place.frame;
+    const auto next = stretcher->getIdealInputPositionOfOutput();
+    const auto ahead = static_cast<double> (stretchBlock - madeNext) / stretchBlock;
+    return origin + (next - ahead * (next - madeBegin)) * inputStep;
+}
+
+double SamplerVoice::distance (const Block& block, double offset) const noexcept
+{
+    const auto cycle = block.clock.isNumbered
+                           ? static_cast<double> (block.sample.regionFrames())
+                           : std::min (2.0, countedBeats (block.beats)) * framesPerBeat (block);
+    const auto frames = heardNow (block) - frameFor (block, block.clock.phaseAt (offset));
+    return (frames - cycle * std::round (frames / cycle)) / block.sampleRate;
+}
+
+void SamplerVoice::begin (const Block& block, Mode next, double frame) noexcept
+{
+    mode = next;
+    sounding = true;
+    place = { frame, false };
+    level = block.level;
+    correcting = false;
+    fadeDone = 0;
+    fadeLength = SampleReading::beginsWithStep (block.sample, frame)
+                     ? fadeFramesAt (block.engineRate, longestTail)
+                     : 0;
+    if (mode != Mode::stretched)
+        return;
+    origin = frame;
+    inputStep = block.sampleRate / block.engineRate;
+    madeNext = stretchBlock;
+    madeBegin = 0.0;
+    stretcher->reset();
+}
+
+void SamplerVoice::jump (const Block& block, Mode next, double frame) noexcept
+{
+    if (sounding)
+        keepTail (block);
+    begin (block, next, frame);
+}
+
+double SamplerVoice::correction (const Block& block, double offset) noexcept
+{
+    if (!isLocked (block) || waiting)
+        return 0.0;
+    const auto ahead = distance (block, offset);
+    correcting = std::abs (ahead) > (correcting ? correctToSeconds : correctFromSeconds);
+    const auto limit = std::abs (ahead) > hurrySeconds ? greatestCorrection : quietCorrection;
+    return correcting ? std::clamp (ahead / correctionSeconds, -limit, limit) : 0.0;
+}
+
+void SamplerVoice::stretchOn (const Block& block, double offset) noexcept
+{
+    const auto away = correction (block, offset);
+    lastSpeed = tempoRatio (block) * block.bend;
+    auto pitch = 1.0f;
+    stretcher->setStretchAndPitch (static_cast<float> ((1.0 + away) / lastSpeed), &pitch, 0);
+
+    auto* const* in = block.work.input.getArrayOfWritePointers();
+    const auto count = std::clamp (stretcher->getFramesNeeded(), 0, block.work.input.getNumSamples());
+    SampleReading::read (block.sample, place, inputStep, edgeFrames (block), in[0], in[1], count);
+    madeBegin = stretcher->getIdealInputPositionOfOutput();
+
+    const float* const inputs[] { in[0], in[1] };
+    float* const outputs[] { madeLeft.data(), madeRight.data() };
+    if (stretcher->process (inputs, count, outputs) != 0)
+    {
+        madeLeft.fill (0.0f);
+        madeRight.fill (0.0f);
+    }
+    madeNext = 0;
+}
+
+double SamplerVoice::edgeFrames (const Block& block) const noexcept
+{
+    return FadeCurve::jumpSeconds * block.sampleRate;
+}
+
+void SamplerVoice::make (const Block& block, int offset, float* left, float* right, int frames) noexcept
+{
+    if (mode != Mode::stretched)
+    {
+        const auto away = mode == Mode::varispeed ? correction (block, offset) : 0.0;
+        lastSpeed = tempoRatio (block) * block.bend;
+        SampleReading::read (block.sample, place,
+                             block.sampleRate / block.engineRate * lastSpeed * (1.0 - away),
+                             edgeFrames (block), left, right, frames);
+    }
+    for (int done = 0; mode == Mode::stretched && done < frames;)
+    {
+        if (madeNext == stretchBlock)
+            stretchOn (block, offset + done);
+        const auto piece = std::min (frames - done, stretchBlock - madeNext);
+        std::copy_n (madeLeft.data() + madeNext, piece, left + done);
+        std::copy_n (madeRight.data() + madeNext, piece, right + done);
+        madeNext += piece;
+        done += piece;
+    }
+    shape (left, right, frames);
+}
+
+void SamplerVoice::shape (float* left, float* right, int frames) noexcept
+{
+    const auto fading = std::min (frames, fadeLength - fadeDone);
+    for (int i = 0; i < fading; ++i)
+    {
+        const auto part = static_cast<float> (smooth (static_cast<double> (++fadeDone) / fadeLength));
+        left[i] *= part;
+        right[i] *= part;
+    }
+    if (level == 1.0f)
+        return;
+    juce::FloatVectorOperations::multiply (left, level, frames);
+    juce::FloatVectorOperations::multiply (right, level, frames);
+}
+
+void SamplerVoice::keepTail (const Block& block) noexcept
+{
+    const auto length = fadeFramesAt (block.engineRate, longestTail);
+    auto* const* out = block.work.output.getArrayOfWritePointers();
+    make (block, 0, out[0], out[1], length);
+    for (int i = 0; i < length; ++i)
+    {
+        const auto weight = static_cast<float> (smooth (1.0 - static_cast<double> (i + 1) / length));
+        const auto older = tailNext + i;
+        const auto at = static_cast<size_t> (i), from = static_cast<size_t> (older);
+        tailLeft[at] = out[0][i] * weight + (older < tailEnd ? tailLeft[from] : 0.0f);
+        tailRight[at] = out[1][i] * weight + (older < tailEnd ? tailRight[from] : 0.0f);
+    }
+    tailNext = 0;
+    tailEnd = length;
+}
+
+void SamplerVoice::addTail (float* left, float* right, int frames) noexcept
+{
+    const auto count = std::min (frames, tailEnd - tailNext);
+    if (count <= 0)
+        return;
+    juce::FloatVectorOperations::add (left, tailLeft.data() + tailNext, count);
+    juce::FloatVectorOperations::add (right, tailRight.data() + tailNext, count);
+    tailNext += count;
+}
+
+void SamplerVoice::leave (const Block& block) noexcept
+{
+    if (sounding)
+        keepTail (block);
+    sounding = startPending = waiting = false;
+    heard = 0.0;
+}
+
+int SamplerVoice::followReference (const Block& block, int offset, int frames) noexcept
+{
+    const auto phase = block.clock.phaseAt (offset), perFrame = block.clock.perFrame;
+    const auto isAtBeat = std::abs (phase - std::round (phase)) < 0.5 * perFrame;
+    const auto next = isAtBeat ? std::round (phase) + 1.0 : std::ceil (phase);
+    const auto toBeat = std::max (1, static_cast<int> (std::min ((next - phase) / perFrame + 0.5, 1.0e6)));
+
+    const auto away = std::abs (distance (block, offset));
+    const auto jumpsNow = isAtBeat ? away > pullSeconds : away > farSeconds && !waiting && toBeat >= frames;
+    waiting = waiting && !isAtBeat;
+    if (jumpsNow)
+        jump (block, mode, frameFor (block, phase));
+    return std::min ({ frames, toBeat, stretchBlock });
+}
+
+bool SamplerVoice::render (const Block& block, bool isOn, float* left, float* right, int frames) noexcept
+{
+    std::fill_n (left, frames, 0.0f);
+    std::fill_n (right, frames, 0.0f);
+    if (frames < 1)
+        return isOn;
+
+    const auto wanted = modeFor (block);
+    if (!isOn && sounding)
+        leave (block);
+    if (isOn && (startPending || !sounding))
+    {
+        if (sounding)
+            keepTail (block);
+        mode = wanted;
+        const auto joins = isLocked (block) && !waiting;
+        begin (block, wanted, joins ? frameFor (block, block.clock.phaseAt (0)) : startFrame);
+        startPending = false;
+    }
+    else if (sounding && wanted != mode)
+    {
+        jump (block, wanted, wrapped (block.sample, heardNow (block)));
+    }
+
+    auto isEnded = false;
+    for (int done = 0; sounding && done < frames;)
+    {
+        const auto rest = frames - done;
+        const auto piece = isLocked (block) ? followReference (block, done, rest) : rest;
+        make (block, done, left + done, right + done, piece);
+        done += piece;
+        isEnded = !block.sample.loops && heardNow (block) >= block.sample.frames;
+        if (isEnded)
+            sounding = false;
+    }
+    if (sounding)
+        heard = wrapped (block.sample, heardNow (block));
+    addTail (left, right, frames);
+    return isOn && !isEnded;
+}

@@ -1,0 +1,123 @@
+#include "SamplerFixture.h"
+#include "offline/ClickDecks.h"
+
+namespace
+{
+/** Decks of clicks and a pad with a loop of them, synced. */
+struct SyncedPad : ClickDecks
+{
+    explicit SyncedPad (const ClickTrack& track, double sampleBpm, int beats = 4, int block = 512)
+        : ClickDecks (false, block)
+    {
+        host->engine().setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
+        put (0, track);
+        host->engine().settings.masterDeck = 0;
+        const auto perBeat = static_cast<int> (std::lround (60.0 / sampleBpm * rate));
+        std::vector<float> signal (static_cast<size_t> (perBeat * beats));
+        for (int beat = 0; beat < beats; ++beat)
+            for (int i = 0; i < 400; ++i)
+                signal[static_cast<size_t> (beat * perBeat + i)] =
+                    static_cast<float> (0.79 * std::exp (-i / 80.0) * std::cos (i * 0.4274));
+        SampleFacts facts;
+        facts.beats = 2.0 * beats;
+        facts.bpm = sampleBpm;
+        putSample (pads(), 0, signal, facts);
+        pads().setPlayMode (0, loopMode);
+        pads().setSync (true);
+    }
+
+    Sampler& pads() { return host->engine().sampler; }
+    /** @param lead   ms by which the master's clicks are heard before its beats */
+    double distanceFrom (int64_t frame, double lead = 0.0) const
+    {
+        auto all = distances (sampler, 0, frame);
+        for (auto& each : all)
+            each -= lead;
+        return largest (all);
+    }
+    size_t clicksFrom (int64_t frame) const
+    {
+        const auto& all = clicks[sampler];
+        return static_cast<size_t> (std::count_if (
+            all.begin(), all.end(), [&] (double c) { return c >= static_cast<double> (frame); }));
+    }
+};
+}
+
+TEST (SamplerSync, BeatsStayOnTheMastersThroughTenMinutesOfTempoChanges)
+{
+    for (const double sampleBpm : { 120.0, 110.0 })
+    {
+        SyncedPad desk ({ .bpm = 120.0, .seconds = 700.0 }, sampleBpm);
+        desk.host->engine().decks.pitchRange = 0.5;
+        desk.playPause (0);
+        desk.render (1.2345);
+        desk.pads().padPress (0, 127);
+        for (int step = 0; step < 3000; ++step)
+        {
+            // A hand that rides the fader by 15 % up and down, and now and then lets it snap by 3 %.
+            const auto snap = step / 200 % 2 == 0 ? 0.03 : -0.03;
+            desk.deck (0).tempo.pitch = 0.5 + 0.3 * std::sin (step * 0.02) + snap;
+            desk.render (0.2);
+        }
+        EXPECT_LT (desk.distanceFrom (0), 1.0) << sampleBpm;
+        EXPECT_GT (desk.clicksFrom (0), 1000u);
+    }
+}
+
+TEST (SamplerSync, FollowsAMasterThatJumpsLoopsNudgesAndReverses)
+{
+    for (const int block : { 128, 1024 })
+    {
+        SyncedPad desk ({ .bpm = 126.0, .seconds = 200.0 }, 120.0, 4, block);
+        auto& engine = desk.host->engine();
+        desk.playPause (0);
+        desk.render (2.0);
+        desk.pads().padPress (0, 127);
+        const auto settle = [&] (double seconds, const char* what, double lead = 0.0)
+        {
+            desk.render (1.0);
+            const auto from = desk.host->position();
+            desk.render (seconds);
+            EXPECT_LT (desk.distanceFrom (from, lead), 1.0) << what << " " << block;
+            EXPECT_GE (desk.clicksFrom (from), static_cast<size_t> (seconds * 1.9)) << what << " " << block;
+        };
+        settle (5.0, "plays");
+        {
+            const CallbackLock lock (engine.getCallbackLock(), "test");
+            desk.deck (0).jumpTo (50.07 * desk.rate);
+        }
+        settle (5.0, "jumped");
+        engine.setParameter (CommandTable::numberOf ("LOOP_A"), 1.0f);
+        settle (8.0, "loops");
+        engine.setParameter (CommandTable::numberOf ("LOOP_A"), 1.0f);
+        settle (4.0, "left the loop");
+        engine.setParameter (CommandTable::numberOf ("PITCH_BEND_NUDGE_PLUS_A"), 1.0f);
+        desk.render (1.0);
+        engine.setParameter (CommandTable::numberOf ("PITCH_BEND_NUDGE_PLUS_A"), 0.0f);
+        settle (4.0, "nudged");
+        engine.transport.setReverse (0, true);
+        settle (5.0, "reverse", 2.5); // a click that runs backwards swells
+        engine.transport.setReverse (0, false);
+        settle (5.0, "forward again");
+    }
+}
+
+TEST (SamplerSync, AHitThatIsNoLoopKeepsItsTempo)
+{
+    SyncedPad desk ({ .bpm = 120.0 }, 120.0);
+    const auto hit = Signals::noise (4000, 1);
+    SampleFacts facts;
+    facts.bpm = 400.0;
+    facts.beats = 4.0;
+    putSample (desk.pads(), 1, hit, facts);
+    std::vector<float> bus;
+    desk.host->sink = [&] (const float* const* channels, int frames)
+    { return bus.insert (bus.end(), channels[12], channels[12] + frames), true; };
+    desk.playPause (0);
+    desk.render (1.0);
+    bus.clear();
+    desk.pads().padPress (1, 127);
+    desk.render (0.1);
+    EXPECT_TRUE (std::equal (hit.begin(), hit.begin() + 3500, bus.begin()));
+}
