@@ -7,6 +7,15 @@ namespace
 {
 constexpr double longestDelta = 1e9;
 
+/** The delta from one time to a later one which, when it is added, leads no less far. */
+double deltaBetween (double from, double to) noexcept
+{
+    auto delta = std::max (to - from, 0.0);
+    while (from + delta < to)
+        delta = std::nextafter (delta, longestDelta);
+    return delta;
+}
+
 EnvelopePoint smoothPoint (double delta, float value)
 {
     EnvelopePoint point;
@@ -164,6 +173,18 @@ void Envelope::moveMarkers (int index, int step) noexcept
             *marker += step;
 }
 
+void Envelope::movePoint (int index, double time)
+{
+    if (index < 0 || index + 1 >= pointCount())
+        return;
+    auto& moved = points[static_cast<std::size_t> (index)];
+    auto& next = points[static_cast<std::size_t> (index) + 1];
+    const auto before = absoluteTime (index - 1);
+    moved.delta = std::clamp (time, before, next.time) - before;
+    next.delta = deltaBetween (before + moved.delta, next.time);
+    recalculate();
+}
+
 void Envelope::insertPoint (int index, const EnvelopePoint& next)
 {
     if (index < 0 || index > pointCount() || pointCount() >= maxPoints)
@@ -179,7 +200,7 @@ void Envelope::deletePoint (int index)
         return;
     const auto at = points.begin() + index;
     if (index + 1 < pointCount())
-        (at + 1)->delta += at->delta;
+        (at + 1)->delta = deltaBetween (absoluteTime (index - 1), (at + 1)->time);
     points.erase (at);
     moveMarkers (index, -1);
     recalculate();

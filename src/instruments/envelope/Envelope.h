@@ -76,12 +76,17 @@ public:
     /** Appends points of EnvelopePoint's defaults, or removes the last ones. @param count   0 to maxPoints */
     void setPointCount (int count);
 
+    /** Moves a point in time, limited to between its neighbours. The next one keeps its time: rounding never makes it
+        earlier, since a curve that ends too early reads 0 at its end. Nothing happens to the last point, or for an index
+        out of range. */
+    void movePoint (int index, double time);
+
     /** Puts a point in front of another. Markers at or behind it move on by one. Nothing happens when the envelope is full.
         @param index   0 to pointCount() */
     void insertPoint (int index, const EnvelopePoint&);
 
-    /** Takes a point out; the next one's delta grows by its own, so that later points keep their times. Markers at or
-        behind it move back by one. Nothing happens for an index out of range. */
+    /** Takes a point out; the next one's delta grows, so that later points keep their times. Markers at or behind it move
+        back by one. Nothing happens for an index out of range. */
     void deletePoint (int index);
 
     /** Time of a point since the envelope's start; 0 for a negative index, the last point's for one beyond it. */

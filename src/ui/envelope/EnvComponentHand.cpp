@@ -77,8 +77,10 @@ void EnvComponent::mouseDown (const juce::MouseEvent& event)
         auto wanted = rules;
         if (event.mods.isShiftDown())
             wanted.snapX = wanted.snapY = false;
-        const auto index = EnvEdit::insertPoint (
-            next, { place.time (event.position.x), place.level (event.position.y) }, lastType, wanted);
+        // Beyond the edge of the plot no point may lengthen the curve.
+        const auto time = fullTime().clipValue (place.time (event.position.x));
+        const auto index =
+            EnvEdit::insertPoint (next, { time, place.level (event.position.y) }, lastType, wanted);
         if (index < 0)
             return;
         show (selected, std::move (next));

@@ -23,25 +23,15 @@ void EnvEdit::movePoint (Envelope& envelope, int index, Place place, const Rules
 {
     place = snapped (place, rules);
     const auto last = envelope.pointCount() - 1;
-    auto points = std::vector (envelope.allPoints().begin(), envelope.allPoints().end());
-    if (index < 0 || index > last)
-        return;
-    auto& moved = points[static_cast<size_t> (index)];
+    auto moved = envelope.point (index);
     moved.value = static_cast<float> (place.level);
-    if (index > 0 && !(index == last && rules.pinLast))
-    {
-        const auto delta = std::max (place.time - envelope.absoluteTime (index - 1), 0.0);
-        if (rules.sliding || index == last)
-            moved.delta = delta;
-        else
-        {
-            auto& next = points[static_cast<size_t> (index) + 1];
-            const auto sum = moved.delta + next.delta;
-            moved.delta = std::min (delta, sum);
-            next.delta = sum - moved.delta;
-        }
-    }
-    envelope.setPoints (points);
+    const auto movesInTime = index > 0 && !(index == last && rules.pinLast);
+    const auto takesLaterAlong = rules.sliding || index == last;
+    if (movesInTime && takesLaterAlong)
+        moved.delta = std::max (place.time - envelope.absoluteTime (index - 1), 0.0);
+    envelope.setPoint (index, moved);
+    if (movesInTime && !takesLaterAlong)
+        envelope.movePoint (index, place.time);
 }
 
 int EnvEdit::insertPoint (Envelope& envelope, Place place, std::uint8_t type, const Rules& rules)
@@ -51,16 +41,16 @@ int EnvEdit::insertPoint (Envelope& envelope, Place place, std::uint8_t type, co
     place = snapped (place, rules);
     const auto index = std::min (EnvGeometry::segmentAt (envelope, place.time), envelope.pointCount());
     EnvelopePoint added;
-    added.delta = std::max (place.time - envelope.absoluteTime (index - 1), 0.0);
+    added.delta = 0.0;
     added.value = static_cast<float> (place.level);
     added.tension = 0.0f;
     added.type = type;
-    if (auto next = envelope.point (index); index < envelope.pointCount())
-    {
-        next.delta = std::max (next.delta - added.delta, 0.0);
-        envelope.setPoint (index, next);
-    }
+    const auto isLast = index == envelope.pointCount();
+    if (isLast)
+        added.delta = std::max (place.time - envelope.absoluteTime (index - 1), 0.0);
     envelope.insertPoint (index, added);
+    if (!isLast)
+        envelope.movePoint (index, place.time);
     return index;
 }
 

@@ -145,7 +145,7 @@ void EnvEditor::openFile()
                 if (fault == EnvelopeFault::none && next.read (bytes))
                     return self->component.applyToSelected (std::move (next));
             }
-            self->prompts->notify ("Curve", file.getFileName() + " can't be read: " + sentenceFor (fault));
+            self->prompts->notify ("Curve", file.getFileName() + " can't be read. " + sentenceFor (fault));
         });
 }
 

@@ -67,6 +67,16 @@ TEST (Envelope, EditsKeepTimesAndMoveMarkers)
     EXPECT_DOUBLE_EQ (envelope.absoluteTime (8), time + 0.1);
     EXPECT_EQ (envelope.absoluteTime (-1), 0.0);
     EXPECT_EQ (envelope.point (99).tension, 0.5f);
+
+    // However often points are moved to odd places, the end does not come earlier.
+    const auto last = envelope.pointCount() - 1;
+    const auto end = envelope.absoluteTime (last);
+    for (int i = 0; i < 2000; ++i)
+    {
+        envelope.movePoint (1 + i % (last - 1), end * (i * 379 % 748) / 748.0);
+        ASSERT_GE (envelope.absoluteTime (last), end) << i;
+    }
+    EXPECT_NEAR (envelope.absoluteTime (last), end, 1e-9);
 }
 
 TEST (Envelope, FlipsAndNormalises)
