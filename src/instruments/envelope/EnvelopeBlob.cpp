@@ -83,7 +83,8 @@ bool readPoint (ByteReader& reader, const Header& header, EnvelopePoint& point)
 
 bool isUsable (const EnvelopePoint& p)
 {
-    return p.delta >= 0.0 && p.delta <= 1e6 && std::abs (p.value) <= 16.0f && std::abs (p.tension) <= 1.0f;
+    return p.delta >= 0.0 && p.delta <= 1e6 && p.value >= 0.0f && p.value <= 1.0f
+           && std::abs (p.tension) <= 1.0f;
 }
 
 class ByteWriter

@@ -138,6 +138,8 @@ TEST (EnvelopeBlob, BrokenOnesChangeNothingAndAreTold)
              { Bytes().header (-1, 0).tail(), EnvelopeFault::oddNumber },
              { withLevel (-1.0, 0.5), EnvelopeFault::oddNumber },
              { withLevel (1e300, 0.5), EnvelopeFault::oddNumber },
+             { withLevel (1.0, -0.5), EnvelopeFault::oddNumber },
+             { withLevel (1.0, 1.5), EnvelopeFault::oddNumber },
              { withLevel (1.0, std::numeric_limits<double>::quiet_NaN()), EnvelopeFault::oddNumber },
              { withLevel (1.0, 1e38), EnvelopeFault::oddNumber },
              { withLevel (1.0, 0.5, 1.5f), EnvelopeFault::oddNumber } })
