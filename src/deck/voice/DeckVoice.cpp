@@ -414,19 +414,21 @@ void DeckVoice::makeMove (ReadHead& head, const VoiceBlock& block, const Pattern
 int DeckVoice::framesToEvenBeat (const ReadHead& head, const VoiceBlock& block, double step) noexcept
 {
     const auto place = heardPosition (head, block.source.frames);
-    const auto isPassed = place >= awaitedBeat - step / 2.0
-                          && place < awaitedBeat + DeckPattern::longestPiece * (2.0 * step + 1.0);
+    const auto isReverse = block.drive.region.isReverse;
+    const auto beyond = isReverse ? awaitedBeat - place : place - awaitedBeat;
+    const auto isPassed = beyond >= -step / 2.0 && beyond < DeckPattern::longestPiece * (2.0 * step + 1.0);
     if (awaitedBeat >= 0.0 && isPassed)
     {
         awaitedBeat = -1.0;
         return 0;
     }
     const auto& grid = block.source.grid;
-    auto entry = grid.firstEntryBeyond (place);
+    auto entry = grid.firstEntryBeyond (place) - (isReverse ? 1 : 0);
     if ((entry - grid.downbeatEntry()) % 2 != 0)
-        ++entry;
-    awaitedBeat = entry < grid.beatCount() ? grid.beatAt (entry) : -1.0;
+        entry += isReverse ? -1 : 1;
+    awaitedBeat = entry >= 0 && entry < grid.beatCount() ? grid.beatAt (entry) : -1.0;
     if (awaitedBeat < 0.0 || !(step > 0.0))
         return DeckPattern::longestPiece;
-    return std::max (1, static_cast<int> (std::min (1e6, std::round ((awaitedBeat - place) / step))));
+    return std::max (1,
+                     static_cast<int> (std::min (1e6, std::round (std::abs (awaitedBeat - place) / step))));
 }

@@ -90,15 +90,6 @@ void SlicegateDeckState::trigger (int pad) noexcept
     publish();
 }
 
-void SlicegateDeckState::stop() noexcept
-{
-    const CallbackLock lock (world.callbackLock, "slicegate stop");
-    if (running)
-        stopRunning();
-    queuedStartPad = noPad;
-    publish();
-}
-
 void SlicegateDeckState::start (int pad) noexcept
 {
     const auto window = beatsOfWindow * deck().beatFrames();
@@ -117,13 +108,18 @@ void SlicegateDeckState::stopRunning() noexcept
         move = { .landsAtRead = true };
 }
 
+double SlicegateDeckState::alongDeck (double frames) const noexcept
+{
+    return deck().play.reverse != 0 ? -frames : frames;
+}
+
 void SlicegateDeckState::restartInBeat (int pad) noexcept
 {
     const auto before = elapsed;
     elapsed = std::fmod (elapsed, windowLength / beatsOfWindow);
     // Pressed again, a pad that does not march plays the same beats again; the way to another pad keeps the deck's place.
     if (pad == currentPad && !advanceMode (pad) && times.isEnabled (pad))
-        move.frames += elapsed - before;
+        move.frames += alongDeck (elapsed - before);
     currentPad = pad;
 }
 
@@ -215,7 +211,7 @@ void SlicegateDeckState::makeOffsets (Piece& piece, double time, double timeStep
         return;
     piece.leads = true;
     // In reverse back is the way that the reading has come as well.
-    const auto reach = deck().play.reverse != 0 ? windowsBack * windowLength : -windowsBack * windowLength;
+    const auto reach = alongDeck (-windowsBack * windowLength);
     follow (curve, timeCursor, time, timeStep, piece.frames,
             [&] (int i, double value, bool holds)
             {
@@ -262,5 +258,6 @@ void SlicegateDeckState::endPass() noexcept
     nextPad = noPad;
     running = goesOn;
     if (!advanceMode (ended) && times.isEnabled (ended))
-        move = goesOn ? PatternMove { .frames = -windowLength } : PatternMove { .landsAtRead = true };
+        move = goesOn ? PatternMove { .frames = alongDeck (-windowLength) }
+                      : PatternMove { .landsAtRead = true };
 }

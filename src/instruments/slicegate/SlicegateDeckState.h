@@ -36,9 +36,6 @@ public:
         any thread. */
     void trigger (int pad) noexcept;
 
-    /** Ends a pad that runs or waits, as a second press would. Takes the callback lock; any thread. */
-    void stop() noexcept;
-
     /** Any thread. */
     PadState padState (int pad) const noexcept;
 
@@ -101,6 +98,9 @@ private:
     Pad& at (int pad) noexcept { return pads[static_cast<size_t> (pad)]; }
     const Pad& at (int pad) const noexcept { return pads[static_cast<size_t> (pad)]; }
     const DeckPlayer& deck() const noexcept { return *world.decks[static_cast<size_t> (deckIndex)]; }
+
+    /** Frames in the direction in which the deck plays, as frames of the file. */
+    PX_AUDIO_THREAD double alongDeck (double frames) const noexcept;
 
     PX_AUDIO_THREAD void start (int pad) noexcept;
     PX_AUDIO_THREAD void stopRunning() noexcept;

@@ -81,6 +81,7 @@ TEST (Slicegate, LeavesTheDeckWhereItsModesSay)
         double pressAgain; ///< beats after the press, 0 for none
         double away;       ///< beats, after 6 beats
         bool runs = false; ///< then
+        bool reversed = false;
     };
     const Case cases[] {
         { "one shot, to its end", repeatHalf, PlayMode::oneShot, true, 0.0, 0.0 },
@@ -90,6 +91,7 @@ TEST (Slicegate, LeavesTheDeckWhereItsModesSay)
         { "a reverse without march", reverse, PlayMode::oneShot, false, 1.25, -2.5 },
         { "a loop marches on", repeatTwo, PlayMode::loop, true, 0.0, 0.0, true },
         { "a loop without march", repeatTwo, PlayMode::loop, false, 0.0, -4.0, true },
+        { "the same in reverse", repeatTwo, PlayMode::loop, false, 0.0, 4.0, true, true },
         { "re-trigger begins the beat anew", repeatTwo, PlayMode::reTrigger, true, 2.3, 0.0 },
         { "re-trigger without march plays its beats again", repeatTwo, PlayMode::reTrigger, false, 2.3,
           -4.0 },
@@ -100,7 +102,10 @@ TEST (Slicegate, LeavesTheDeckWhereItsModesSay)
             SCOPED_TRACE (std::string (c.name) + (keyLock != 0 ? ", key lock" : ""));
             PadDecks decks;
             for (int index : { 0, 1 })
+            {
                 decks.deck (index).tempo.keyLock = static_cast<int8_t> (keyLock);
+                decks.host->engine().transport.setReverse (index, c.reversed);
+            }
             decks.put (0, c.preset, c.mode, c.marches);
             decks.render (1.0);
             decks.press (0);
@@ -144,11 +149,12 @@ TEST (Slicegate, AQueuedPadBeginsWhenThePassEnds)
 
 TEST (Slicegate, BeginsOnTheEvenBeatThatIsHeard)
 {
-    for (const auto keyLock : { 0, 1 })
+    for (const auto& [keyLock, reversed] : { std::pair (0, false), { 1, false }, { 0, true }, { 1, true } })
     {
         PadDecks decks;
         decks.host->engine().settings.deckSetup[0].quantise = 1;
         decks.deck().tempo.keyLock = static_cast<int8_t> (keyLock);
+        decks.host->engine().transport.setReverse (0, reversed);
         decks.host->engine().transport.setPitch (0, 0.9);
         decks.put (0, mute);
         decks.render (0.8);
@@ -158,7 +164,8 @@ TEST (Slicegate, BeginsOnTheEvenBeatThatIsHeard)
         const auto beats = decks.deck().heardPosition() / beat;
         const auto step = decks.deck().tempo.factor.get();
         decks.render (1.5);
-        const auto due = before + static_cast<size_t> ((std::ceil (beats) - beats) * beat / step);
+        const auto until = reversed ? beats - std::floor (beats) : std::ceil (beats) - beats;
+        const auto due = before + static_cast<size_t> (until * beat / step);
         // A mute's ramp of 64 frames begins half its length early.
         EXPECT_GT (decks.levelAt (due - 132), 0.9) << keyLock;
         EXPECT_LT (decks.levelAt (due + 76), 0.05) << keyLock;
