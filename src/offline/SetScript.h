@@ -108,7 +108,8 @@ struct SetScript
     {
         int line = 0; ///< from 1
         double seconds = 0.0;
-        std::variant<End, Load, Sample, Command, Setting, Reverse, Host, Preset, Print, Midi, PrintMidi> action;
+        std::variant<End, Load, Sample, Command, Setting, Reverse, Host, Preset, Print, Midi, PrintMidi>
+            action;
     };
 
     std::vector<Event> events; ///< times never go back

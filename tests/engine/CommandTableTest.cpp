@@ -39,6 +39,10 @@ struct FourDecks : EngineFixture
         engine->settings.recordFile.set (folder.file ("r.wav").getFullPathName());
         for (int d = 0; d < deckCount; ++d)
             loadNoise (d, 1);
+        for (int pad = 0; pad <= Sampler::preview; ++pad)
+            engine->sampler.ghostRecordToPad (0, pad, 5);
+        engine->sampler.waitUntilIdle();
+        engine->deliverMessages();
     }
 
     float read (int number) { return engine->getParameter (number); }
@@ -152,7 +156,9 @@ TEST (CommandTable, ButtonsAnswerAPressAndTriggersNothingElse)
                 desk.write (number, none);
         EXPECT_TRUE (!isTrigger || desk.read (number) == before) << name;
         // A press that only undoes what an earlier button did, such as the end of a loop, is answered by the next.
-        bool answers = row->feedback != CommandFeedback::lamp || isSyncOfMaster (*desk.engine, number);
+        // A loop is taken from a deck faster than a lamp can show.
+        bool answers = row->feedback != CommandFeedback::lamp || isSyncOfMaster (*desk.engine, number)
+                       || name == "Sampler Record Loop";
         for (int press = 0; press < 2; ++press)
         {
             desk.write (number, 0.01);

@@ -31,6 +31,7 @@ constexpr double wholeFrame = 1.0e-9, leadBack = 0.0005;
 /** A step of the speed at which the output is read that is heard as a click where it is not spread over a block, and the
     frames in which it then stays the same. */
 constexpr double leastGlide = 0.001;
+constexpr double widestGlide = 2.0; // an octave at once is a new sound; input for a glide to it would pile up
 constexpr int glidePiece = 8;
 
 /** The speed at which a block of the output is read. */
@@ -209,7 +210,9 @@ double CElastiqueMC::readingPitch (const StretchFactors& wanted) const noexcept
 double CElastiqueMC::glideFrom (const StretchFactors& wanted) const noexcept
 {
     const auto pitch = readingPitch (wanted);
-    return fetchedEnd > 0 && std::abs (pitch / readyStep - 1.0) > leastGlide ? readyStep : pitch;
+    const auto step = pitch / readyStep;
+    const auto isHeard = std::abs (step - 1.0) > leastGlide;
+    return fetchedEnd > 0 && isHeard && step > 1.0 / widestGlide && step < widestGlide ? readyStep : pitch;
 }
 
 int64_t CElastiqueMC::vocoderEndFor (int frames, double pitch) const noexcept

@@ -1,7 +1,7 @@
 #include "SamplerFixture.h"
+#include "engine/ClickDecks.h"
 #include "instruments/sampler/sample/SampleFile.h"
 #include "instruments/sampler/sample/SampleTempo.h"
-#include "offline/ClickDecks.h"
 
 TEST (SampleTempo, OfALoopIsToldByItsLength)
 {

@@ -1,5 +1,5 @@
 #include "SamplerFixture.h"
-#include "offline/ClickDecks.h"
+#include "engine/ClickDecks.h"
 
 namespace
 {

@@ -25,7 +25,7 @@ TEST (ScriptingPage, ABuildsMessagesStandInOneViewWithTheirPlaces)
     messages.refresh();
     log.refresh();
     EXPECT_THAT (messages.shownText().toStdString(),
-                 AllOf (HasSubstr ("bad.c  Error (Ln 1, Col 33) : "),
+                 AllOf (HasSubstr ("bad.c  Error (Ln 1, Col 32) : "),
                         HasSubstr ("bad.c  Error (Ln 2, Col 17) : "), Not (HasSubstr ("a line"))));
     EXPECT_EQ (log.shownText(), "bad.c  a line\n");
     EXPECT_FALSE (ScriptMessagesView::hasNews (journal, Shown::messages, journal.newest() - 1));
