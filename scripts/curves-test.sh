@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Works on a pad's and a SmartKnob's curves in real windows with a real mouse: opens both editors from their popups, drags,
-# adds and bends points, takes all of it back, and finds the edits in the user's files.
+# adds points, takes all of it back and does it again, and finds the edits in the user's files after a kill.
 # usage: scripts/curves-test.sh PROGRAM [FOLDER]    pictures of the windows are left in FOLDER
 set -euo pipefail
 if [ -z "${CURVES_TEST_DISPLAY:-}" ]; then
@@ -70,7 +70,7 @@ drag() {
     sleep 0.2
 }
 
-# edit NAME: adds, drags and bends points in the window that is placed, and takes all of it back.
+# edit NAME: adds and drags a point in the window that is placed, takes it back and does it again.
 edit() {
     local name=$1 before added nothing
     before=$(curves)
@@ -139,5 +139,10 @@ place "$editor"
 edit knob
 xdotool mousemove $((left + WIDTH - 48)) $((top + HEIGHT - 20)) click 1
 until_true "CLOSE does not close the knob's editor" has_no_window '^Deck A SmartKnob #1 Editor$'
-xdotool windowactivate "$window" key --clearmodifiers alt+F4 || true
+
+# Edits reach the disk within seconds, so a kill takes none of them.
+kept() { grep -q '<Env' "$work/root/setup/$1"; }
+for file in slicegate_A.xml smartknob_A1.xml; do until_true "$file is not written" kept "$file"; done
+kill -9 "${started[0]}"
+for file in slicegate_A.xml smartknob_A1.xml; do kept "$file" || fail "$file is gone after a kill"; done
 echo "pictures in $pictures"
