@@ -1,12 +1,18 @@
 #include "midi/ports/JackLibrary.h"
 
+#include <dlfcn.h>
+
 JackLibrary::JackLibrary()
 {
-    isComplete = library.open ("libjack.so.0");
-    const auto find = [this] (auto& function, const char* name)
+    // Stays loaded: it keeps objects of its own until the process ends, and threads that may still return into it.
+    auto* const library = dlopen ("libjack.so.0", RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
+    isComplete = library != nullptr;
+    const auto find = [this, library] (auto& function, const char* name)
     {
         function =
-            reinterpret_cast<std::remove_reference_t<decltype (function)>> (library.getFunction (name));
+            library == nullptr
+                ? nullptr
+                : reinterpret_cast<std::remove_reference_t<decltype (function)>> (dlsym (library, name));
         isComplete = isComplete && function != nullptr;
     };
     find (client_open, "jack_client_open");

@@ -40,6 +40,5 @@ public:
     decltype (&::jack_midi_event_reserve) midi_event_reserve = nullptr;
 
 private:
-    juce::DynamicLibrary library;
     bool isComplete = false;
 };
