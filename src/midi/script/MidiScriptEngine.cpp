@@ -1,6 +1,7 @@
 #include "midi/script/MidiScriptEngine.h"
 
 #include "midi/script/ScriptSetup.h"
+#include "midi/script/ScriptThreads.h"
 #include "support/files/ReplaceFile.h"
 
 #include <algorithm>
@@ -27,7 +28,12 @@ MidiScriptEngine::~MidiScriptEngine()
     // Each script has seconds to end: they use them at the same time.
     std::vector<std::jthread> enders;
     for (const auto& entry : entries)
-        enders.emplace_back ([script = entry.script.get()] { script->stopScript(); });
+        enders.emplace_back (
+            [script = entry.script.get()]
+            {
+                const ScriptThreadCleanup cleanup;
+                script->stopScript();
+            });
     enders.clear();
     portSet.close();
 }
@@ -56,6 +62,7 @@ void MidiScriptEngine::load (const Entry& entry)
     worker.post ({ .run =
                        [entry, tellFault] (const std::stop_token&)
                    {
+                       const ScriptThreadCleanup cleanup;
                        if (!entry.file.existsAsFile())
                            tellFault ("There is no file " + entry.file.getFullPathName() + ".");
                        entry.script->loadScript (entry.file);
@@ -69,7 +76,12 @@ void MidiScriptEngine::removeScript (const juce::File& file)
         std::find_if (entries.begin(), entries.end(), [&] (const Entry& e) { return e.file == file; });
     if (found == entries.end())
         return;
-    worker.post ({ .run = [script = found->script] (const std::stop_token&) { script->stopScript(); } });
+    worker.post ({ .run = [script = found->script] (const std::stop_token&) mutable
+                   {
+                       const ScriptThreadCleanup cleanup;
+                       script->stopScript();
+                       script = nullptr;
+                   } });
     entries.erase (found);
     publish();
 }

@@ -2,8 +2,14 @@
 
 #include <angelscript.h>
 
+ScriptThreadCleanup::~ScriptThreadCleanup()
+{
+    AngelScript::asThreadCleanup();
+}
+
 void InputControllerThread::run()
 {
+    const ScriptThreadCleanup cleanup;
     for (auto inARow = 0; !threadShouldExit();)
     {
         const auto message = queue.pop();
@@ -17,15 +23,14 @@ void InputControllerThread::run()
             inARow = 0;
         }
     }
-    AngelScript::asThreadCleanup();
 }
 
 void TimerControllerThread::run()
 {
+    const ScriptThreadCleanup cleanup;
     while (!threadShouldExit())
     {
         tick();
         wait (static_cast<int> (pause.count()));
     }
-    AngelScript::asThreadCleanup();
 }

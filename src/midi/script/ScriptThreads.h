@@ -7,6 +7,15 @@
 #include <chrono>
 #include <functional>
 
+/** Takes back what AngelScript keeps for a thread: stands first in whatever a thread does with scripts. */
+struct ScriptThreadCleanup
+{
+    ScriptThreadCleanup() = default;
+    ~ScriptThreadCleanup();
+    ScriptThreadCleanup (const ScriptThreadCleanup&) = delete;
+    ScriptThreadCleanup& operator= (const ScriptThreadCleanup&) = delete;
+};
+
 /** Hands each message of a queue to a script. Ends when it is told to and the queue is closed. */
 class InputControllerThread : public juce::Thread
 {
