@@ -27,6 +27,7 @@ MidiScriptEngine::~MidiScriptEngine()
     worker.wait();
     // Each script has seconds to end: they use them at the same time.
     std::vector<std::jthread> enders;
+    enders.reserve (entries.size());
     for (const auto& entry : entries)
         enders.emplace_back (
             [script = entry.script.get()]
@@ -89,6 +90,7 @@ void MidiScriptEngine::removeScript (const juce::File& file)
 std::vector<MidiScriptEngine::Row> MidiScriptEngine::rows() const
 {
     std::vector<Row> rows;
+    rows.reserve (entries.size());
     for (const auto& entry : entries)
         rows.push_back ({ entry.file, entry.script->state(), entry.script->hasHung() });
     return rows;
