@@ -7,26 +7,11 @@ if [ -z "${CURVES_TEST_DISPLAY:-}" ]; then
     CURVES_TEST_DISPLAY=own exec "$(dirname "$0")/on-display.sh" 1400x900 "$0" "$@"
 fi
 program=$(realpath "$1")
-work=$(mktemp -d)
+source "$(dirname "$0")/window-helpers.sh"
 pictures=$(realpath -m "${2:-$work/pictures}")
 mkdir -p "$pictures"
-started=()
-clean_up() {
-    for process in "${started[@]}"; do kill "$process" 2>/dev/null || true; done
-    wait 2>/dev/null || true
-    rm -rf "$work"
-}
-trap clean_up EXIT
 picture() { ffmpeg -loglevel error -y -f x11grab -draw_mouse 0 -video_size 1400x900 -i "$DISPLAY" -frames:v 1 "$pictures/$1.png"; }
-fail() { picture failed; echo "FAILED: $*" >&2; cat "$work"/*.log >&2; exit 1; }
-until_true() {
-    local what=$1 deadline=$((SECONDS + 60))
-    shift
-    until "$@" >/dev/null 2>&1; do
-        [ $SECONDS -lt $deadline ] || fail "$what"
-        sleep 0.2
-    done
-}
+before_failure() { picture failed || true; }
 window_of() { xdotool search --onlyvisible --name "$1" | tail -1; }
 has_window() { [ -n "$(window_of "$1")" ]; }
 has_no_window() { [ -z "$(window_of "$1")" ]; }
