@@ -1,11 +1,24 @@
 #include "app/ApplicationRun.h"
 
+#include "app/audio/RealTimePriority.h"
 #include "demo/DemoTracks.h"
 #include "demo/FirstBank.h"
+
+namespace
+{
+/** Below the audio thread's: a block never waits for a controller. */
+constexpr int midiPriority = 35;
+
+MidiSystem::Options midiOptions()
+{
+    return { .askForRealTime = [] (pid_t thread) { RealTimePriority::request (thread, midiPriority); } };
+}
+}
 
 ApplicationRun::ApplicationRun (Session::Options options, const juce::Array<juce::File>& tracks)
     : session (std::make_shared<Session> (std::move (options))),
       engine (makeWorld()),
+      midi (engine, midiOptions()),
       audio (engine, session->preferences(), session->folders.setup().getChildFile ("audio_device.xml")),
       signals ([] { juce::JUCEApplicationBase::quit(); })
 {

@@ -42,7 +42,7 @@ private:
     const std::shared_ptr<Session> session;
     CPlatterdex engine;
     SessionEngine tie { *session, engine };
-    MidiSystem midi { engine, {} };
+    MidiSystem midi;
     AudioDevices audio;
     juce::Component::SafePointer<CPlatterdexVstEditor> editor;
     MidiWindows midiWindows { midi };

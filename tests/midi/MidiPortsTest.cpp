@@ -2,6 +2,7 @@
 #include "midi/ports/MergePorts.h"
 #include "midi/ports/MessageRing.h"
 #include "midi/ports/PortElements.h"
+#include "midi/ports/SequencerAnnouncements.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -40,6 +41,19 @@ TEST (MidiPorts, BridgesOfASequencerPortAreLeftOut)
     EXPECT_THAT (
         namesOf (mergePorts (sequencer, jack)),
         ElementsAre ("Pad MIDI 1", "Pad MIDI 1", "Fader", "a2j:Pad [24] (capture): Pad MIDI 1", "synth:out"));
+}
+
+TEST (MidiPorts, SequencerPortThatComesBackAtItsNumberIsAnotherOne)
+{
+    int changes = 0;
+    SequencerAnnouncements announcements ([&] { ++changes; });
+    constexpr int clientStart = 60, portStart = 63, portExit = 64, portChange = 65; // snd_seq_event_type
+    for (const auto type : { clientStart, portExit, portStart, portChange })
+        announcements.take (type, { 20, 1 });
+    announcements.take (portStart, { 20, 0 });
+    EXPECT_EQ (announcements.comings().of ("20-1"), 1);
+    EXPECT_EQ (announcements.comings().of ("20-0"), 1);
+    EXPECT_EQ (changes, 3) << "clients without ports come whenever a list is asked for";
 }
 
 TEST (MidiPorts, TwoDevicesOfOneNameKeepTheirPlacesOverAReplug)

@@ -4,6 +4,7 @@
 #include "midi/control/MidiControl.h"
 
 #include <chrono>
+#include <unistd.h>
 
 namespace
 {
@@ -42,7 +43,12 @@ private:
 };
 }
 
-InMidiThread::InMidiThread (MidiControl& c, MidiMessageQueue& q) : control (c), queue (q) {}
+InMidiThread::InMidiThread (MidiControl& c, MidiMessageQueue& q, RealTimeRequest r)
+    : control (c),
+      queue (q),
+      askForRealTime (std::move (r))
+{
+}
 
 void InMidiThread::start()
 {
@@ -60,6 +66,8 @@ void InMidiThread::stop()
 void InMidiThread::run()
 {
     juce::Thread::setCurrentThreadName ("InMidiThread");
+    if (askForRealTime != nullptr)
+        askForRealTime (::gettid());
     std::vector<uint32_t> words;
     words.reserve (512);
     Bound bound;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "midi/control/MidiMessageQueue.h"
+#include "midi/ports/MidiPort.h"
 
 #include <thread>
 
@@ -11,7 +12,7 @@ class MidiControl;
 class InMidiThread
 {
 public:
-    InMidiThread (MidiControl&, MidiMessageQueue&);
+    InMidiThread (MidiControl&, MidiMessageQueue&, RealTimeRequest);
     ~InMidiThread() { stop(); }
 
     void start();
@@ -24,5 +25,6 @@ private:
 
     MidiControl& control;
     MidiMessageQueue& queue;
+    const RealTimeRequest askForRealTime;
     std::thread thread;
 };

@@ -3,10 +3,12 @@
 #include "midi/ports/PortElements.h"
 #include "support/files/ReplaceFile.h"
 
-MidiControl::MidiControl (CPlatterdex& e, MidiPortService& service, std::span<const ControllerDriver> d)
+MidiControl::MidiControl (CPlatterdex& e, MidiPortService& service, std::span<const ControllerDriver> d,
+                          const RealTimeRequest& realTime)
     : engine (e),
       ports (service, *this),
-      drivers (d)
+      drivers (d),
+      inMidiThread (*this, midiInQueue, realTime)
 {
 }
 

@@ -24,8 +24,10 @@ public:
         int status = 0, data = 0, value = 0;
     };
 
-    /** @param drivers   by model number; outlives this */
-    MidiControl (CPlatterdex&, MidiPortService&, std::span<const ControllerDriver> drivers = {});
+    /** @param drivers    by model number; outlives this
+        @param realTime   asks for real time for InMidiThread; may be empty */
+    MidiControl (CPlatterdex&, MidiPortService&, std::span<const ControllerDriver> drivers = {},
+                 const RealTimeRequest& realTime = {});
     ~MidiControl() override;
 
     /** Starts the two threads. Without them handle() and tick() are called by whoever drives this. */
@@ -95,6 +97,6 @@ private:
     Relaxed<uint32_t> midiTickCount { 0 };
     MappedLamps lamps;
     MidiMessageQueue midiInQueue;
-    InMidiThread inMidiThread { *this, midiInQueue };
+    InMidiThread inMidiThread;
     OutMidiThread outMidiThread { *this };
 };

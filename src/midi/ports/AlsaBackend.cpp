@@ -3,10 +3,14 @@
 #include <juce_audio_devices/juce_audio_devices.h>
 
 #include <mutex>
+#include <unistd.h>
 
 namespace
 {
 constexpr const char* prefix = "alsa:";
+
+/** The client of the sequencer itself, whose ports "Timer" and "Announce" are no devices. */
+constexpr const char* systemClient = "0-";
 
 /** JUCE's client of the sequencer belongs to the process and is made and found without a lock. */
 std::mutex clientLock;
@@ -18,13 +22,16 @@ bool hasClosed = false;
 
 juce::String identifierOf (const MidiPortInfo& port)
 {
-    return port.handle.fromFirstOccurrenceOf (prefix, false, false);
+    return port.handle.fromFirstOccurrenceOf (prefix, false, false).upToFirstOccurrenceOf (".", false, false);
 }
 
 class AlsaInput : public OpenMidiInput, private juce::MidiInputCallback
 {
 public:
-    AlsaInput (const MidiPortInfo& port, MidiReceiver& r) : receiver (r), name (port.name)
+    AlsaInput (const MidiPortInfo& port, MidiReceiver& r, std::atomic<pid_t>& t)
+        : receiver (r),
+          name (port.name),
+          reader (t)
     {
         const std::scoped_lock sl (clientLock);
         const auto since = juce::Time::getMillisecondCounter() - lastClosed;
@@ -48,11 +55,15 @@ public:
 private:
     void handleIncomingMidiMessage (juce::MidiInput*, const juce::MidiMessage& message) override
     {
+        // The number changes with the first input after a while without.
+        thread_local const auto thread = ::gettid();
+        reader.store (thread, std::memory_order_relaxed);
         receiver.midiArrived (name, { message.getRawData(), static_cast<size_t> (message.getRawDataSize()) });
     }
 
     MidiReceiver& receiver;
     const juce::String name;
+    std::atomic<pid_t>& reader;
     std::unique_ptr<juce::MidiInput> input;
 };
 
@@ -92,21 +103,54 @@ std::unique_ptr<Result> orNull (std::unique_ptr<Open> made)
 }
 }
 
+AlsaBackend::~AlsaBackend()
+{
+    watch ({});
+}
+
+void AlsaBackend::watch (std::function<void()> changed)
+{
+    const std::scoped_lock sl (watcherLock);
+    watcher = std::move (changed);
+}
+
+void AlsaBackend::tellOfChange()
+{
+    const std::scoped_lock sl (watcherLock);
+    if (watcher != nullptr)
+        watcher();
+}
+
 std::vector<MidiPortInfo> AlsaBackend::ports (MidiDirection direction)
 {
     if (!juce::File ("/dev/snd/seq").exists())
         return {}; // the library would complain on the terminal at each try
+    const std::scoped_lock al (announcementsLock);
+    if (announcements == nullptr)
+    {
+        announcements = std::make_unique<SequencerAnnouncements> ([this] { tellOfChange(); });
+        announcements->start();
+    }
+    if (const auto thread = reader.load (std::memory_order_relaxed);
+        thread != askedFor && askForRealTime != nullptr)
+    {
+        askedFor = thread;
+        askForRealTime (thread);
+    }
     const std::scoped_lock sl (clientLock);
     std::vector<MidiPortInfo> list;
     for (const auto& device : direction == MidiDirection::input ? juce::MidiInput::getAvailableDevices()
                                                                 : juce::MidiOutput::getAvailableDevices())
-        list.push_back ({ device.name, prefix + device.identifier });
+        if (!device.identifier.startsWith (systemClient))
+            list.push_back (
+                { device.name, prefix + device.identifier + "."
+                                   + juce::String (announcements->comings().of (device.identifier)) });
     return list;
 }
 
 std::unique_ptr<OpenMidiInput> AlsaBackend::openInput (const MidiPortInfo& port, MidiReceiver& receiver)
 {
-    return orNull<AlsaInput, OpenMidiInput> (std::make_unique<AlsaInput> (port, receiver));
+    return orNull<AlsaInput, OpenMidiInput> (std::make_unique<AlsaInput> (port, receiver, reader));
 }
 
 std::unique_ptr<OpenMidiOutput> AlsaBackend::openOutput (const MidiPortInfo& port)

@@ -30,7 +30,8 @@ std::shared_ptr<JackClient> JackBackend::connected()
         // Without a server each try takes 4 ms, and would print several lines.
         library.set_error_function ([] (const char*) {});
         library.set_info_function ([] (const char*) {});
-        client = JackClient::connect (library, ++connections, [this] { tellOfChange(); });
+        client = JackClient::connect (
+            library, ++connections, [this] { tellOfChange(); }, askForRealTime);
     }
     return client;
 }

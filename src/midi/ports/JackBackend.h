@@ -6,7 +6,8 @@
 class JackBackend : public MidiBackend
 {
 public:
-    JackBackend() = default;
+    /** @param r   asks for real time for the thread that hands messages over; may be empty */
+    explicit JackBackend (RealTimeRequest r) : askForRealTime (std::move (r)) {}
     ~JackBackend() override;
 
     std::vector<MidiPortInfo> ports (MidiDirection) override;
@@ -18,6 +19,7 @@ private:
     std::shared_ptr<JackClient> connected();
     void tellOfChange();
 
+    const RealTimeRequest askForRealTime;
     JackLibrary library;
     std::mutex lock; ///< of the connection
     std::shared_ptr<JackClient> client;

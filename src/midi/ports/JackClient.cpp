@@ -1,6 +1,7 @@
 #include "midi/ports/JackClient.h"
 
 #include <algorithm>
+#include <unistd.h>
 
 namespace
 {
@@ -8,6 +9,12 @@ constexpr const char* clientName = "Platterdex MIDI";
 
 /** A message that is longer goes through no port's buffer. */
 constexpr size_t longestMessage = 1 << 15;
+
+/** A name as JACK gives it. */
+juce::String textOf (const char* utf8)
+{
+    return juce::String (juce::CharPointer_UTF8 (utf8));
+}
 }
 
 class JackClient::OpenInput : public OpenMidiInput
@@ -53,17 +60,19 @@ private:
     Output& output;
 };
 
-JackClient::JackClient (const JackLibrary& library, int n, std::function<void()> c)
+JackClient::JackClient (const JackLibrary& library, int n, std::function<void()> c, RealTimeRequest r)
     : jack (library),
       number (n),
-      changed (std::move (c))
+      changed (std::move (c)),
+      askForRealTime (std::move (r))
 {
 }
 
 std::shared_ptr<JackClient> JackClient::connect (const JackLibrary& library, int number,
-                                                 std::function<void()> changed)
+                                                 std::function<void()> changed, RealTimeRequest realTime)
 {
-    std::shared_ptr<JackClient> made (new JackClient (library, number, std::move (changed)));
+    std::shared_ptr<JackClient> made (
+        new JackClient (library, number, std::move (changed), std::move (realTime)));
     return made->start() ? made : nullptr;
 }
 
@@ -114,19 +123,17 @@ void JackClient::portRegistered (jack_port_id_t id)
     auto* const port = jack.port_by_id (client, id);
     if (port == nullptr || jack.port_is_mine (client, port) != 0)
         return;
-    const std::scoped_lock sl (comingsLock);
-    ++comings[jack.port_name (port)];
+    comings.add (textOf (jack.port_name (port)));
 }
 
 juce::String JackClient::handleOf (const juce::String& portName)
 {
-    const std::scoped_lock sl (comingsLock);
-    return "jack:" + juce::String (number) + "." + juce::String (comings[portName]) + ":" + portName;
+    return "jack:" + juce::String (number) + "." + juce::String (comings.of (portName)) + ":" + portName;
 }
 
 juce::String JackClient::shownName (jack_port_t* port) const
 {
-    const juce::String name (juce::CharPointer_UTF8 (jack.port_name (port)));
+    const auto name = textOf (jack.port_name (port));
     if (!name.startsWith ("system:"))
         return name;
     // The server's own ports bear the device's name as an alias.
@@ -135,7 +142,7 @@ juce::String JackClient::shownName (jack_port_t* port) const
     char* const aliases[] { first.data(), second.data() };
     for (int i = jack.port_get_aliases (port, aliases); --i >= 0;)
     {
-        const auto alias = juce::String (juce::CharPointer_UTF8 (aliases[i]));
+        const auto alias = textOf (aliases[i]);
         const auto device =
             alias.startsWith ("alsa_pcm:")
                 ? alias.fromFirstOccurrenceOf (":", false, false).upToFirstOccurrenceOf ("/", false, false)
@@ -155,7 +162,7 @@ std::vector<MidiPortInfo> JackClient::ports (MidiDirection direction)
     for (const auto** name = names; name != nullptr && *name != nullptr; ++name)
         if (auto* port = jack.port_by_name (client, *name);
             port != nullptr && jack.port_is_mine (client, port) == 0)
-            list.push_back ({ shownName (port), handleOf (*name) });
+            list.push_back ({ shownName (port), handleOf (textOf (*name)) });
     if (names != nullptr)
         jack.free (names);
     return list;
@@ -275,6 +282,8 @@ void JackClient::writeOutputs (jack_nframes_t frames) noexcept
 void JackClient::deliver (const std::stop_token& stop)
 {
     juce::Thread::setCurrentThreadName ("JACK MIDI in");
+    if (askForRealTime != nullptr)
+        askForRealTime (::gettid());
     std::array<uint8_t, longestMessage> message;
     while (!stop.stop_requested())
     {

@@ -3,10 +3,10 @@
 #include "midi/ports/JackLibrary.h"
 #include "midi/ports/MessageRing.h"
 #include "midi/ports/MidiPort.h"
+#include "midi/ports/PortComings.h"
 
 #include <array>
 #include <atomic>
-#include <map>
 #include <mutex>
 #include <semaphore>
 #include <thread>
@@ -20,9 +20,10 @@ public:
 
     /** @param number    tells the handles of this connection from those of earlier ones
         @param changed   called when ports come or go, or the server ends
+        @param realTime  asks for real time for the thread that hands messages over; may be empty
         @returns null if no server answers */
-    static std::shared_ptr<JackClient> connect (const JackLibrary&, int number,
-                                                std::function<void()> changed);
+    static std::shared_ptr<JackClient> connect (const JackLibrary&, int number, std::function<void()> changed,
+                                                RealTimeRequest realTime);
     ~JackClient();
 
     /** False once the server has gone. */
@@ -53,7 +54,7 @@ private:
     class OpenInput;
     class OpenOutput;
 
-    JackClient (const JackLibrary&, int number, std::function<void()> changed);
+    JackClient (const JackLibrary&, int number, std::function<void()> changed, RealTimeRequest);
     bool start();
     int process (jack_nframes_t);
     void readInputs (jack_nframes_t) noexcept;
@@ -68,14 +69,13 @@ private:
     const JackLibrary& jack;
     const int number;
     const std::function<void()> changed;
+    const RealTimeRequest askForRealTime;
     jack_client_t* client = nullptr;
     std::atomic<bool> hasEnded { false };
     std::atomic<uint32_t> lost { 0 };
     std::atomic<int> portsMade { 0 };
 
-    std::mutex comingsLock;
-    std::map<juce::String, int> comings; ///< how often a port of a name has registered
-
+    PortComings comings; ///< by name
     std::array<Input, mostPorts> inputs;
     std::array<Output, mostPorts> outputs;
     std::mutex delivery; ///< held while a receiver is called

@@ -6,7 +6,12 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <sys/types.h>
 #include <vector>
+
+/** Asks the system to run a thread that messages pass in real time, so that busy programs don't delay them. Given by a shell
+    that may ask, on any thread that may wait; empty elsewhere. */
+using RealTimeRequest = std::function<void (pid_t thread)>;
 
 enum class MidiDirection
 {

@@ -34,11 +34,11 @@ MidiPortService::~MidiPortService()
     thread = {};
 }
 
-MidiPortService::Backends MidiPortService::systemBackends()
+MidiPortService::Backends MidiPortService::systemBackends (const RealTimeRequest& realTime)
 {
     Backends made;
-    made.push_back (std::make_unique<AlsaBackend>());
-    made.push_back (std::make_unique<JackBackend>());
+    made.push_back (std::make_unique<AlsaBackend> (realTime));
+    made.push_back (std::make_unique<JackBackend> (realTime));
     return made;
 }
 

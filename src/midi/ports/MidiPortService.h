@@ -41,8 +41,8 @@ public:
     MidiPortService (Backends backends, Pace);
     ~MidiPortService();
 
-    /** The sequencer and JACK. */
-    static Backends systemBackends();
+    /** The sequencer and JACK. @param realTime   asks for real time for their threads; may be empty */
+    static Backends systemBackends (const RealTimeRequest& realTime = {});
 
     /** Begins to look for ports, or ends it: then there are none, and all are closed. Any thread. */
     void watch (bool on = true);

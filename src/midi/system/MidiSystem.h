@@ -15,7 +15,11 @@ public:
 
         /** False where somebody else drives the control, as an offline run does. */
         bool hasThreads = true;
-        MidiPortService::Backends backends = MidiPortService::systemBackends();
+
+        /** Asks for real time for the threads between a port and the engine. Empty inside a host, whose threads are its own
+            concern. Scripts never run in real time: one without an end would stop the machine. */
+        RealTimeRequest askForRealTime {};
+        MidiPortService::Backends backends = MidiPortService::systemBackends (askForRealTime);
         std::span<const ControllerDriver> drivers {};
     };
 
