@@ -7,43 +7,19 @@
 
 #include <juce_events/juce_events.h>
 
-#include <atomic>
 #include <cstdio>
-#include <thread>
 
-// bench_midi: what a message and a tick of the lamps cost, and how long a message takes from its port to its effect while
-// four decks play.
+// bench_midi: the time that a message through the mapping table and a tick of the lamps take.
 
 namespace
 {
 constexpr int blockFrames = 256;
 constexpr double engineRate = 48000.0;
-constexpr int messagesPerSecond = 2000, secondsOfMessages = 20;
-
-/** Takes the time at which each message has acted: the driver of a model hears it after the mapping table. */
-struct Arrivals
-{
-    static inline std::vector<int64_t> sent, acted;
-    static inline std::atomic<size_t> count { 0 };
-
-    static void heard (MidiControl&, int, int, int)
-    {
-        const auto index = count.load (std::memory_order_relaxed);
-        if (index < acted.size())
-            acted[index] = Timing::nanoseconds();
-        count.store (index + 1, std::memory_order_release);
-    }
-
-    static constexpr std::array<ControllerDriver, 2> drivers { ControllerDriver {},
-                                                               ControllerDriver { .input = heard } };
-};
-
-std::unique_ptr<MidiSystem> makeMidi (CPlatterdex& engine, bool hasThreads)
+std::unique_ptr<MidiSystem> makeMidi (CPlatterdex& engine)
 {
     MidiSystem::Options options;
     options.backends.clear();
-    options.hasThreads = hasThreads;
-    options.drivers = Arrivals::drivers;
+    options.hasThreads = false;
     return std::make_unique<MidiSystem> (engine, std::move (options));
 }
 
@@ -62,7 +38,7 @@ void printLine (const char* what, Timing::Durations& all, double unit, const cha
 
 void measureDispatch (BenchEngine& engine)
 {
-    const auto midi = makeMidi (*engine, false);
+    const auto midi = makeMidi (*engine);
     fill (midi->control.mapping);
     const auto measure = [&] (const char* what, const char* constant)
     {
@@ -93,7 +69,7 @@ void measureDispatch (BenchEngine& engine)
 
 void measureLamps (BenchEngine& engine)
 {
-    const auto midi = makeMidi (*engine, false);
+    const auto midi = makeMidi (*engine);
     auto& mapping = midi->control.mapping;
     int lamps = 0;
     for (int row = 1; row < MidiMapping::rowCount && lamps < 300; ++row)
@@ -111,67 +87,6 @@ void measureLamps (BenchEngine& engine)
     std::printf ("%d lamps\n", lamps);
     printLine ("tick of unchanged lamps", all, 1e3, "us");
 }
-
-/** Prints how many of the durations lie in each span of a doubling row. */
-void printHistogram (const Timing::Durations& all, size_t total)
-{
-    int64_t lower = 0;
-    for (int64_t upper = 62'500; lower < 16'000'000; lower = upper, upper *= 2)
-    {
-        const auto share = all.countAbove (lower - 1) - all.countAbove (upper - 1);
-        std::printf ("  below %8.4f ms  %7zu  %s\n", static_cast<double> (upper) / 1e6, share,
-                     std::string (60 * share / std::max<size_t> (1, total), '#').c_str());
-    }
-    std::printf ("  above             %7zu\n", all.countAbove (lower - 1));
-}
-
-/** Faders, jogs and notes at a pace no controller reaches, while a device asks for blocks. @param isPlaying   blocks come */
-void measureLatency (BenchEngine& engine, bool isPlaying)
-{
-    const auto midi = makeMidi (*engine, true);
-    midi->control.selectController (1);
-    const std::array constants { "CROSSFADER", "JOG_A", "LOOP_SIZE_A", "VOLUME_B", "FILTER_C" };
-    for (size_t i = 0; i < constants.size(); ++i)
-        midi->control.mapping.setRow (CommandTable::numberOf (constants[i]), { 0xb0, static_cast<int> (i) });
-
-    std::atomic<bool> stopping { false };
-    std::thread device (
-        [&]
-        {
-            const auto period =
-                std::chrono::nanoseconds (static_cast<int64_t> (blockFrames / engineRate * 1e9));
-            for (auto next = std::chrono::steady_clock::now(); !stopping;)
-            {
-                if (isPlaying)
-                    engine.processBlock();
-                std::this_thread::sleep_until (next += period);
-            }
-        });
-    constexpr size_t total = messagesPerSecond * secondsOfMessages;
-    Arrivals::count = 0;
-    Arrivals::sent.assign (total, 0);
-    Arrivals::acted.assign (total, 0);
-    auto next = std::chrono::steady_clock::now();
-    for (size_t i = 0; i < total; ++i)
-    {
-        const std::array message { static_cast<uint8_t> (0xb0), static_cast<uint8_t> (i % constants.size()),
-                                   static_cast<uint8_t> (60 + i % 8) };
-        Arrivals::sent[i] = Timing::nanoseconds();
-        midi->control.midiArrived ({}, message);
-        std::this_thread::sleep_until (next += std::chrono::microseconds (1'000'000 / messagesPerSecond));
-    }
-    std::this_thread::sleep_for (std::chrono::milliseconds (200));
-    stopping = true;
-    device.join();
-
-    const size_t acted = Arrivals::count;
-    Timing::Durations all (total);
-    for (size_t i = 0; i < std::min (acted, total); ++i)
-        all.add (Arrivals::acted[i] - Arrivals::sent[i]);
-    printLine (isPlaying ? "port to effect, four decks playing" : "port to effect, no audio", all, 1e6, "ms");
-    std::printf ("  %zu of %zu messages came through\n", acted, total);
-    printHistogram (all, total);
-}
 }
 
 int main()
@@ -180,19 +95,7 @@ int main()
     Machine::print();
     std::printf ("%-44s %9s %9s %9s %9s %9s\n", "", "times", "mean", "median", "99.9 %", "most");
     BenchEngine engine (false, engineRate, blockFrames);
-    juce::AudioBuffer<float> noise (2, static_cast<int> (60 * engineRate));
-    juce::Random random (1);
-    for (int i = 0; i < noise.getNumSamples(); ++i)
-        noise.setSample (0, i, random.nextFloat() - 0.5f);
-    noise.copyFrom (1, 0, noise, 0, 0, noise.getNumSamples());
     measureDispatch (engine);
     measureLamps (engine);
-    for (int deck = 0; deck < deckCount; ++deck)
-    {
-        engine.putTrack (deck, noise, engineRate);
-        engine->transport.playPause (deck);
-    }
-    measureLatency (engine, false);
-    measureLatency (engine, true);
     return 0;
 }
