@@ -21,7 +21,7 @@ public:
         tokenColumn = static_cast<int> (at - lineStart) + 1;
         const auto c = source[at];
         if (c == '"' || c == '\'')
-            return skipText (c), '"';
+            return endsText = skipText (c), '"';
         if (!isWordPart (c))
             return ++at, c;
         while (at < source.size() && isWordPart (source[at]))
@@ -31,6 +31,9 @@ public:
 
     /** True at the end of a text whose last comment does not end. */
     bool isInComment() const { return breaksOff; }
+
+    /** True at the end of a text whose last long text, one in three quotes, does not end. */
+    bool isInLongText() const { return !endsText; }
 
     ScriptFault faultHere (std::string text) const { return { tokenLine, tokenColumn, std::move (text) }; }
 
@@ -83,25 +86,27 @@ private:
         }
     }
 
-    void skipText (char quote)
+    /** Steps over a text, which goes on over ends of lines, as it does for the compiler before that finds fault with it.
+        @returns false if it is a long one that does not end */
+    bool skipText (char quote)
     {
         if (startsWith ("\"\"\""))
         {
             at += 3;
-            skipTo ("\"\"\"");
-            return;
+            return skipTo ("\"\"\"");
         }
-        for (++at; at < source.size() && source[at] != quote && source[at] != '\n'; ++at)
-            if (source[at] == '\\' && at + 1 < source.size() && source[at + 1] != '\n')
-                ++at;
-        if (at < source.size() && source[at] == quote)
+        for (step(); at < source.size() && source[at] != quote; step())
+            if (source[at] == '\\' && at + 1 < source.size())
+                step();
+        if (at < source.size())
             ++at;
+        return true;
     }
 
     std::string_view source;
     size_t at = 0, lineStart = 0;
     int line = 1, tokenLine = 1, tokenColumn = 1;
-    bool breaksOff = false;
+    bool breaksOff = false, endsText = true;
 };
 }
 
@@ -134,6 +139,8 @@ std::optional<ScriptFault> faultOf (std::string_view source)
     }
     if (scanner.isInComment())
         return scanner.faultHere ("This comment does not end.");
+    if (scanner.isInLongText()) // the compiler would look behind its end
+        return scanner.faultHere ("This text in three quotes does not end.");
     return std::nullopt;
 }
 

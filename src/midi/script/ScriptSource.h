@@ -24,7 +24,7 @@ struct ScriptFault
     std::string text;
 };
 
-/** Looks for code that goes beyond ScriptLimits, or ends within a comment. Any bytes; time grows with their number. */
+/** Looks for code that goes beyond ScriptLimits, or ends within a comment or a text in three quotes. Any bytes; time grows with their number. */
 std::optional<ScriptFault> faultOf (std::string_view source);
 
 /** The text of a script's file without its byte order mark.

@@ -63,6 +63,14 @@ TEST (ScriptSource, LimitsLookThroughTextsAndComments)
     const auto open = faultOf ("int a; /*/ int b;\n");
     ASSERT_TRUE (open);
     EXPECT_EQ (open->column, 8) << "a comment that does not end";
+
+    // The compiler's texts go on over ends of lines, and a long one that breaks off has it look behind the end.
+    EXPECT_FALSE (faultOf ("string s = \"" + deep + "\n" + deep + "\"; string t = \"open"));
+    const auto longText = faultOf ("string s = \"\n\"; [a \"\"\" b \\\"\n\"\"");
+    ASSERT_TRUE (longText);
+    EXPECT_THAT (longText->text, HasSubstr ("in three quotes"));
+    EXPECT_EQ (longText->line, 2);
+    EXPECT_EQ (longText->column, 7);
     EXPECT_EQ (fault->line, 3);
     EXPECT_EQ (fault->column, 7 + ScriptLimits::nesting);
 }
