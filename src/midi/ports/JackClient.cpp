@@ -45,6 +45,7 @@ public:
 
     ~OpenOutput() override
     {
+        client->awaitSent (output);
         client->endPort (output.port.exchange (nullptr));
         output.isTaken = false;
     }
@@ -258,6 +259,7 @@ void JackClient::readInputs (jack_nframes_t frames) noexcept
 
 void JackClient::writeOutputs (jack_nframes_t frames) noexcept
 {
+    cycles.fetch_add (1, std::memory_order_relaxed);
     for (auto& output : outputs)
     {
         auto* const port = output.port.load();
@@ -276,6 +278,23 @@ void JackClient::writeOutputs (jack_nframes_t frames) noexcept
                 break;
             output.ring.take (room != nullptr ? room : message.data());
         }
+    }
+}
+
+void JackClient::awaitSent (const Output& output) const
+{
+    // A buffer that was written in one cycle is read by the device's program in this or the next.
+    constexpr uint32_t cyclesToDevice = 3;
+    constexpr int mostMs = 200;
+    auto emptySince = cycles.load (std::memory_order_relaxed);
+    for (int ms = 0; ms < mostMs && isAlive(); ++ms)
+    {
+        const auto now = cycles.load (std::memory_order_relaxed);
+        if (!output.ring.isEmpty())
+            emptySince = now;
+        else if (now - emptySince >= cyclesToDevice)
+            return;
+        juce::Thread::sleep (1);
     }
 }
 

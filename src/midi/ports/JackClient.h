@@ -60,6 +60,9 @@ private:
     void readInputs (jack_nframes_t) noexcept;
     void writeOutputs (jack_nframes_t) noexcept;
     void deliver (const std::stop_token&);
+
+    /** Waits until the last messages of an output have left us, for as long as a server that works may take. */
+    void awaitSent (const Output&) const;
     void portRegistered (jack_port_id_t);
     juce::String handleOf (const juce::String& portName);
     juce::String shownName (jack_port_t*) const;
@@ -74,6 +77,7 @@ private:
     std::atomic<bool> hasEnded { false };
     std::atomic<uint32_t> lost { 0 };
     std::atomic<int> portsMade { 0 };
+    std::atomic<uint32_t> cycles { 0 }; ///< of JACK's process callback
 
     PortComings comings; ///< by name
     std::array<Input, mostPorts> inputs;

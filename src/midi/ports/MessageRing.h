@@ -33,6 +33,12 @@ public:
         return true;
     }
 
+    /** True if all that was written has been taken. Any thread. */
+    bool isEmpty() const noexcept
+    {
+        return written.load (std::memory_order_acquire) == taken.load (std::memory_order_acquire);
+    }
+
     /** Length of the message at the front, or 0 if there is none. A message without bytes is never written. */
     PX_AUDIO_THREAD uint32_t nextSize() const noexcept
     {
