@@ -2,7 +2,7 @@
 
 #include "engine/CommandTable.h"
 #include "instruments/presets/SmartKnobLibrary.h"
-#include "midi/system/MidiSystem.h"
+#include "offline/SetControllers.h"
 #include "settings/SettingNames.h"
 #include "support/DecimalText.h"
 #include "support/files/AudioFileTypes.h"
@@ -23,19 +23,25 @@ public:
     Performer (OfflineHost& h, const SetPerformance& p, bool hasMidi) : host (h), performance (p)
     {
         host.engine().listeners.add (*this);
-        if (!hasMidi)
-            return;
-        MidiSystem::Options options;
-        options.backends.clear();
-        options.hasThreads = false;
-        midi = std::make_unique<MidiSystem> (host.engine(), std::move (options));
-        midi->control.sender.onSend = [this] (std::span<const uint8_t> message) {
-            sent.add (
-                juce::String::toHexString (message.data(), static_cast<int> (message.size())).toUpperCase());
-        };
+        if (hasMidi)
+            controllers = std::make_unique<SetControllers> (host);
     }
 
     ~Performer() override { host.engine().listeners.remove (*this); }
+
+    /** Renders up to a frame of the run, and has the scripts' timers run on the way.
+        @returns false if the host's sink has ended it */
+    bool renderTo (int64_t frame)
+    {
+        while (controllers != nullptr && controllers->nextTick().value_or (frame + 1) <= frame)
+        {
+            if (!host.render (*controllers->nextTick() - host.position()))
+                return false;
+            controllers->tick();
+            tellOfScripts();
+        }
+        return host.render (frame - host.position());
+    }
 
     void operator() (const SetScript::Load& load)
     {
@@ -135,17 +141,24 @@ public:
 
     void operator() (const SetScript::Midi& line)
     {
-        midi->control.handle (line.status, line.data, line.value);
-        host.engine().deliverMessages();
+        controllers->play (line);
+        tellOfScripts();
+    }
+
+    void operator() (const SetScript::Script& line)
+    {
+        const auto file = performance.folder.getChildFile (juce::String (line.path));
+        if (!controllers->loadScript (file))
+            tellNotLoaded (file.getFullPathName());
+        tellOfScripts();
     }
 
     void operator() (const SetScript::PrintMidi&)
     {
-        midi->control.tick();
+        const auto sent = controllers->takeSent();
         if (performance.print != nullptr)
             for (const auto& message : sent)
                 performance.print (now() + " MIDI " + message);
-        sent.clear();
     }
 
     void operator() (const SetScript::End&) {}
@@ -183,6 +196,18 @@ private:
             performance.notLoaded (path);
     }
 
+    void tellOfScripts()
+    {
+        for (const auto& entry : controllers->takeTold())
+            if (const auto line = now() + " "; entry.kind != ScriptEntry::Kind::log)
+            {
+                if (performance.report != nullptr)
+                    performance.report (line + entry.file + ": " + textOf (entry));
+            }
+            else if (performance.print != nullptr)
+                performance.print (line + "LOG " + entry.text.replaceCharacters ("\r\n\t", "   "));
+    }
+
     juce::String now() const
     {
         return fixed (static_cast<double> (host.position()) / host.engine().getSampleRate());
@@ -191,8 +216,7 @@ private:
     OfflineHost& host;
     const SetPerformance& performance;
     std::array<juce::String, deckCount> loading; ///< the path that each deck was given last
-    std::unique_ptr<MidiSystem> midi;            ///< of a set that plays a controller
-    juce::StringArray sent;                      ///< to controllers, in hexadecimal digits
+    std::unique_ptr<SetControllers> controllers; ///< of a set that has some
 };
 }
 
@@ -202,7 +226,7 @@ bool performSet (const SetScript& script, OfflineHost& host, const SetPerformanc
     for (const auto& event : script.events)
     {
         const int64_t frame = std::llround (event.seconds * host.engine().getSampleRate());
-        if (!host.render (frame - host.position()))
+        if (!performer.renderTo (frame))
             return false;
         std::visit (performer, event.action);
     }

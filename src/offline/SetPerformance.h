@@ -9,8 +9,8 @@ struct SetPerformance
     juce::File folder; ///< of relative paths
 
     /** Takes a line of a print: the time in seconds, the command's script constant (a meter's number) and what a read
-        gives, in one format: "12.500000 CROSSFADER 0.250000"; of what was sent to controllers "12.500000 MIDI 90 0B 7F".
-        May be empty. */
+        gives, in one format: "12.500000 CROSSFADER 0.250000"; of what was sent to controllers "12.500000 MIDI 90 0B 7F"
+        and of what a script logs "12.500000 LOG text". May be empty. */
     std::function<void (const juce::String&)> print;
 
     /** Takes what the engine shows on a deck, and what else went wrong, each as one line with its time. May be empty. */

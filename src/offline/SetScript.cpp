@@ -405,6 +405,15 @@ SetScript::Midi readMidi (Line& line)
     return midi;
 }
 
+SetScript::Script readScript (Line& line)
+{
+    if (line.isAtEnd())
+        line.fail ("A script needs the path of its file.");
+    SetScript::Script script { std::string (line.path()) };
+    line.expectEnd();
+    return script;
+}
+
 std::variant<SetScript::Print, SetScript::PrintMidi> readPrint (Line& line)
 {
     if (auto ahead = line; ahead.word() == "midi")
@@ -440,6 +449,8 @@ SetScript::Event readEvent (Line& line, int lineNumber)
         event.action = readHost (line);
     else if (action == "midi")
         event.action = readMidi (line);
+    else if (action == "script")
+        event.action = readScript (line);
     else if (action == "slicegate")
         event.action = readPreset (line, SetScript::Preset::Target::slicegate);
     else if (action == "smartknob")
@@ -450,13 +461,12 @@ SetScript::Event readEvent (Line& line, int lineNumber)
         event.action = SetScript::End {};
     else if (action.empty())
         line.fail ("After the time an action is missing: load, sample, set, setting, reverse, host, midi, "
-                   "slicegate, "
-                   "smartknob, print "
-                   "or end.");
+                   "script, slicegate, smartknob, print or end.");
     else
         line.fail (
             "There is no action " + quoted (action)
-            + ", only load, sample, set, setting, reverse, host, midi, slicegate, smartknob, print and end.");
+            + ": load, sample, set, setting, reverse, host, midi, script, slicegate, smartknob, print or "
+              "end.");
     line.expectEnd();
     return event;
 }
@@ -480,9 +490,11 @@ bool SetScript::hasHost() const noexcept
 bool SetScript::hasMidi() const noexcept
 {
     return std::any_of (events.begin(), events.end(),
-                        [] (const Event& event) {
+                        [] (const Event& event)
+                        {
                             return std::holds_alternative<Midi> (event.action)
-                                   || std::holds_alternative<PrintMidi> (event.action);
+                                   || std::holds_alternative<PrintMidi> (event.action)
+                                   || std::holds_alternative<Script> (event.action);
                         });
 }
 

@@ -95,6 +95,12 @@ struct SetScript
         int data = 0, value = 0; ///< 0 to 127
     };
 
+    /** A file of a script for controllers. */
+    struct Script
+    {
+        std::string path; ///< UTF-8, not empty, as it stands in the text
+    };
+
     /** Prints the messages that were sent to controllers since the last such line. */
     struct PrintMidi
     {
@@ -108,7 +114,8 @@ struct SetScript
     {
         int line = 0; ///< from 1
         double seconds = 0.0;
-        std::variant<End, Load, Sample, Command, Setting, Reverse, Host, Preset, Print, Midi, PrintMidi>
+        std::variant<End, Load, Sample, Command, Setting, Reverse, Host, Preset, Print, Midi, PrintMidi,
+                     Script>
             action;
     };
 
@@ -117,7 +124,7 @@ struct SetScript
     /** True if the set drives a host's transport; otherwise it is played by the application on its own. */
     bool hasHost() const noexcept;
 
-    /** True if a controller plays or its lamps are read. */
+    /** True if a controller plays, its lamps are read or a script runs. */
     bool hasMidi() const noexcept;
 };
 

@@ -130,6 +130,43 @@ TEST (SetPerformance, AControllerPlaysByTheRootsMappingAndItsLampsArePrinted)
                                            "0.700000 MIDI 90 0B 7F", "0.700000 MIDI B0 07 7F"));
 }
 
+TEST (SetPerformance, ScriptsHearControllersAndTheirTimersRunInRenderedTime)
+{
+    const auto perform = []
+    {
+        OfflineRun run;
+        run.folder.file ("lamps.c").replaceWithText (
+            "#include \"px_commands.h\"\n"
+            "int ticks = 0; array<int> none;\n"
+            "void OnMidiMessageReceived(const string &in name, int status, int data, int value) {\n"
+            "  if(value == 0) none[0] = 1;\n"
+            "  set(CROSSFADER, value / 127.0f); log(name + \" after \" + ticks);\n"
+            "}\n"
+            "void OnTimerCallback() { sendMidiMessage(0xB0, 7, ++ticks); }\n"
+            "void OnStart() { sendMidiMessage(0x90, 1, 127); }\n"
+            "void OnStop() {}\n");
+        run.folder.file ("broken.c").replaceWithText ("void OnStart( {}");
+        run.play ("0.01 script lamps.c\n"
+                  "0.06 midi \"My Pad\" 0xB0 9 127\n"
+                  "0.1 midi Other 0xB1 9 64\n"
+                  "0.11 midi Other 0xB1 9 0\n"
+                  "0.2 print CROSSFADER\n"
+                  "0.2 print midi\n"
+                  "0.3 script broken.c\n");
+        return std::pair { run.printed, run.reported };
+    };
+    const auto [printed, reported] = perform();
+    EXPECT_THAT (printed, ElementsAre ("0.060000 LOG My Pad after 1", "0.100000 LOG Other after 2",
+                                       "0.200000 CROSSFADER 0.503937", "0.200000 MIDI 90 01 7F",
+                                       "0.200000 MIDI B0 07 01", "0.200000 MIDI B0 07 02",
+                                       "0.200000 MIDI B0 07 03", "0.200000 MIDI B0 07 04"));
+    EXPECT_THAT (reported, testing::Contains (AllOf (StartsWith ("0.110000 /"), HasSubstr ("(Ln 4, Col"),
+                                                     HasSubstr ("OnMidiMessageReceived failed"))));
+    EXPECT_THAT (reported, testing::Contains (AllOf (StartsWith ("0.300000 /"), HasSubstr ("broken.c"),
+                                                     HasSubstr ("Error (Ln 1"))));
+    EXPECT_EQ (perform().first, printed);
+}
+
 TEST (SetPerformance, ReportsWhatDidNotLoadAndGoesOn)
 {
     OfflineRun run;

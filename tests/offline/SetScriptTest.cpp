@@ -175,6 +175,7 @@ TEST (SetScript, RefusesEachFaultWithItsLineAndSentence)
         { "0 midi Pad 144 128 2", 1, "The data byte lies between 0 and 127" },
         { "0 midi Pad 144 1 2x", 1, "The value lies between 0 and 127" },
         { "0 midi \"Pad", 1, "The name has no closing quote" },
+        { "0 script", 1, "A script needs the path of its file" },
         { "0 midi", 1, "The name of the controller is missing" },
         { "0 slicegate", 1, "A slicegate needs a deck" },
         { "0 slicegate A 9 107", 1, "the number of a pad, 1 to 8" },

@@ -39,6 +39,7 @@ constexpr const char* description =
     "  SECONDS reverse DECK on|off              plays backwards\n"
     "  SECONDS host play|stop|bpm X|seek S      runs inside a host with this transport\n"
     "  SECONDS midi PORT STATUS DATA VALUE      plays a controller; bytes decimal or as 0x90\n"
+    "  SECONDS script PATH                      runs a script, which hears what controllers play\n"
     "  SECONDS slicegate DECK PAD ID|FILE       fills pad 1 to 8; platterdex presets lists the ids\n"
     "  SECONDS smartknob DECK KNOB ID|FILE      fills SmartKnob 1 or 2\n"
     "  SECONDS print COMMAND                    writes the time and what a read gives\n"

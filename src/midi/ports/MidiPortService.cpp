@@ -84,6 +84,17 @@ void MidiPortService::lookNow()
 {
     watch();
     std::unique_lock sl (lock);
+    awaitLook (sl);
+}
+
+void MidiPortService::waitForPorts()
+{
+    if (std::unique_lock sl (lock); isOn)
+        awaitLook (sl);
+}
+
+void MidiPortService::awaitLook (std::unique_lock<std::mutex>& sl)
+{
     const auto wanted = ++looksWanted;
     wake.notify_all();
     told.wait (sl, [&] { return looksDone >= wanted; });

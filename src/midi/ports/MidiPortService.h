@@ -62,6 +62,10 @@ public:
     /** Looks at once, and waits until the listeners have been told. Any thread but the service's own. */
     void lookNow();
 
+    /** Waits until all wanted ports that are there have been opened; returns at once while nothing is watched. Any thread
+        that may block but the service's own. */
+    void waitForPorts();
+
     /** @returns null if the port is gone. The service's thread */
     std::unique_ptr<OpenMidiInput> openInput (const MidiPortInfo&, MidiReceiver&);
     std::unique_ptr<OpenMidiOutput> openOutput (const MidiPortInfo&);
@@ -80,6 +84,7 @@ private:
     void run (const std::stop_token&);
     void awaitReason (const std::stop_token&);
     void look();
+    void awaitLook (std::unique_lock<std::mutex>&);
     MidiBackend* backendOf (MidiDirection, const MidiPortInfo&) const;
 
     const Backends backends;

@@ -4,12 +4,7 @@
 
 MidiScript::MidiScript (ScriptWorld w)
     : world (std::move (w)),
-      inputThread (messageQueue,
-                   [this] (const ScriptMidiMessage& m)
-                   {
-                       ScriptContext::Message arguments { m.port, m.status, m.data, m.value };
-                       run (message, *messageContext, &arguments);
-                   }),
+      inputThread (messageQueue, [this] (const ScriptMidiMessage& m) { runMessage (m); }),
       timerThread (world.times.timer, [this] { run (timer, *timerContext); })
 {
 }
@@ -75,6 +70,8 @@ bool MidiScript::build (const juce::File& file)
 void MidiScript::startScript()
 {
     run (start, *lifeContext);
+    if (world.isStepped)
+        return;
     messageQueue.open();
     inputThread.startThread();
     timerThread.startThread();
@@ -120,10 +117,24 @@ void MidiScript::post (ScriptMidiMessage posted)
 {
     if (currentState != State::running || callbacks[message].isRetired)
         return;
+    if (world.isStepped)
+        return runMessage (posted);
     if (!messageQueue.push (std::move (posted)) && currentState == State::running
         && !hasDropped.exchange (true))
         tell (ScriptEntry::Kind::warning, getScriptFile().getFullPathName(), 0, 0,
               "Messages come faster than the script takes them; some were dropped.");
+}
+
+void MidiScript::tick()
+{
+    if (currentState == State::running)
+        run (timer, *timerContext);
+}
+
+void MidiScript::runMessage (const ScriptMidiMessage& m)
+{
+    ScriptContext::Message arguments { m.port, m.status, m.data, m.value };
+    run (message, *messageContext, &arguments);
 }
 
 void MidiScript::run (CallbackIndex index, ScriptContext& context, ScriptContext::Message* arguments)

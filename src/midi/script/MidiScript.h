@@ -53,8 +53,12 @@ public:
     /** Makes the script send all its lamps again, as to a device that has just come. Any thread. */
     void forgetSent() noexcept { functions.forgetSentSoon(); }
 
-    /** Hands a message to the script, which sees it soon on its own thread. Any thread that may block. */
+    /** Hands a message to the script, which sees it soon on its own thread; a stepped one has seen it on return. Any thread
+        that may block. */
     void post (ScriptMidiMessage);
+
+    /** Calls the timer of a stepped script. */
+    void tick();
 
 private:
     enum CallbackIndex
@@ -76,6 +80,7 @@ private:
 
     bool build (const juce::File&);
     void startScript();
+    void runMessage (const ScriptMidiMessage&);
     void stopLocked();
     void run (CallbackIndex, ScriptContext&, ScriptContext::Message* = nullptr);
     bool isFine (ScriptContext::Outcome, const ScriptContext&, Callback&);

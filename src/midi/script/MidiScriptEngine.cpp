@@ -6,12 +6,14 @@
 
 #include <algorithm>
 
-MidiScriptEngine::MidiScriptEngine (CPlatterdex* o, MidiPortService& service, const juce::File& folder,
-                                    ScriptTimes t)
+MidiScriptEngine::MidiScriptEngine (CPlatterdex* o, MidiPortService& portService, const juce::File& folder,
+                                    ScriptTimes t, bool stepped)
     : owner (o),
+      service (portService),
       scriptFolder (folder),
       times (t),
-      portSet (service, *this)
+      isStepped (stepped),
+      portSet (portService, *this)
 {
     // A device that comes back has dark lamps, whatever was sent to it before.
     portSet.onChange = [this]
@@ -46,14 +48,30 @@ void MidiScriptEngine::addScript (const juce::File& file)
     if (found == entries.end())
     {
         const ScriptWorld world { .owner = owner,
-                                  .send = [this] (std::span<const uint8_t> bytes) { portSet.send (bytes); },
+                                  .send =
+                                      [this] (std::span<const uint8_t> bytes)
+                                  {
+                                      portSet.send (bytes);
+                                      if (onSend != nullptr)
+                                          onSend (bytes);
+                                  },
                                   .journal = scriptJournal,
                                   .scriptFolder = scriptFolder,
-                                  .times = times };
+                                  .times = times,
+                                  .isStepped = isStepped };
         found = entries.insert (entries.end(), { file, std::make_shared<MidiScript> (world) });
         publish();
     }
     load (*found);
+    if (isStepped)
+        worker.wait();
+}
+
+void MidiScriptEngine::tick()
+{
+    const ScriptThreadCleanup cleanup;
+    for (const auto& script : *listeningScripts())
+        script->tick();
 }
 
 void MidiScriptEngine::load (const Entry& entry)
@@ -106,6 +124,8 @@ bool MidiScriptEngine::loadSetup (const juce::File& file)
     setup->ports.applyTo (portSet);
     while (!entries.empty())
         removeScript (entries.back().file);
+    // Messages that a script sends at its start must find its device open.
+    worker.post ({ .run = [this] (const std::stop_token&) { service.waitForPorts(); } });
     for (const auto& name : setup->files)
         addScript (scriptFolder.getChildFile (name));
     return true;
@@ -132,6 +152,9 @@ void MidiScriptEngine::midiArrived (const juce::String& port, std::span<const ui
         message.value = 0;
     }
     lastArrived = static_cast<uint32_t> (message.status | message.data << 8 | message.value << 16);
+    std::optional<ScriptThreadCleanup> cleanup;
+    if (isStepped)
+        cleanup.emplace();
     for (const auto& script : *listeningScripts())
         script->post (message);
 }

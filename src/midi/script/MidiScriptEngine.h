@@ -12,7 +12,7 @@
 
 /** The scripts of an engine: their ports, which no other part of the program shares, and the list of files. Each script
     hears every message of every port and runs by itself. Message thread, but for midiArrived(). */
-class MidiScriptEngine : private MidiReceiver
+class MidiScriptEngine : public MidiReceiver
 {
 public:
     /** A script of the list, as it is shown. */
@@ -25,15 +25,27 @@ public:
     };
 
     /** @param o              target of get and set; null stops them
-        @param scriptFolder   the folder of scripts, where included files are looked for and the set-up lies */
+        @param scriptFolder   the folder of scripts, where included files are looked for and the set-up lies
+        @param isStepped      true for scripts without threads: one thread loads them, plays messages and calls tick() */
     MidiScriptEngine (CPlatterdex* o, MidiPortService&, const juce::File& scriptFolder,
-                      ScriptTimes times = {});
+                      ScriptTimes times = {}, bool isStepped = false);
 
     /** Stops all scripts, which takes as long as the slowest. */
     ~MidiScriptEngine() override;
 
-    /** Adds a script to the list and loads it, or loads it anew if it is there. Returns at once: a worker loads. */
+    /** Adds a script to the list and loads it, or loads it anew if it is there. Returns at once: a worker loads. A stepped
+        one runs on return. */
     void addScript (const juce::File&);
+
+    /** Gives a message of three bytes to every script; others are dropped. Any thread that may block.
+        @param port   the name of its source; one without a name is "NoDeviceName" */
+    void midiArrived (const juce::String& port, std::span<const uint8_t>) override;
+
+    /** Calls the timers of stepped scripts. */
+    void tick();
+
+    /** Hears each message that scripts send, whether a port is open or not. Set before the first script is added. */
+    std::function<void (std::span<const uint8_t>)> onSend;
 
     /** Takes a script off the list. It stops soon. */
     void removeScript (const juce::File&);
@@ -70,14 +82,15 @@ private:
         std::shared_ptr<MidiScript> script;
     };
 
-    void midiArrived (const juce::String& port, std::span<const uint8_t>) override;
     std::shared_ptr<const Scripts> listeningScripts() const;
     void publish();
     void load (const Entry&);
 
     CPlatterdex* const owner;
+    MidiPortService& service;
     const juce::File scriptFolder;
     const ScriptTimes times;
+    const bool isStepped;
     ScriptJournal scriptJournal;
     std::vector<Entry> entries;
     Relaxed<uint32_t> lastArrived;

@@ -32,4 +32,7 @@ struct ScriptWorld
     juce::File scriptFolder {};
 
     ScriptTimes times {};
+
+    /** True where the script has no threads: whoever posts a message carries it out, and whoever calls tick() runs the timer. */
+    bool isStepped = false;
 };
