@@ -1,4 +1,5 @@
-"""A controller on JACK, played into the application: learnt in the mapping editor, played, turned, lit, unplugged."""
+"""A controller on JACK, played into the application: learnt in the mapping editor, played, turned, lit, unplugged; a script
+that hears it too, and one with an error."""
 
 import os
 import re
@@ -20,17 +21,31 @@ MAPPING = """<midiMapping version="2000" name="" lamps="1"><controls>
 <value id="205" status="144" data="20" res0="0" res1="0"/>
 <value id="201" status="176" data="21" res0="0" res1="0" features="wheel"/>
 </controls></midiMapping>"""
-DEVICES = """<midiList version="2000" name=""><MIDIINPUT name="Controller:out"/><MIDIOUTPUT name="Controller:in"/></midiList>"""
+PORTS = """<MIDIINPUT name="Contrôleur:out"/><MIDIOUTPUT name="Contrôleur:in"/>"""
+DEVICES = f"""<midiList version="2000" name="">{PORTS}</midiList>"""
+SCRIPTS = f"""<midiScript version="2000" name="">{PORTS}<script file="broken.c"/><script file="kill.c"/></midiScript>"""
+SCRIPT_NOTE_ON, KILL_NOTE = 0x91, 40
+IDENTITY_REQUEST = bytes((0xF0, 0x7E, 0x7F, 0x06, 0x01, 0xF7))
+BROKEN_SCRIPT = "void OnStart() { turn(1); }"
+SCRIPT = """#include "px_commands.h"
+void OnMidiMessageReceived (const string &in name, int status, int data, int value)
+{
+  if(status == 0x91 && data == 40 && value > 0) { set(EQ_HIGH_KILL_B); log("pressed on " + name); }
+}
+void OnTimerCallback () { sendMidiMessage(0x91, 40, get(EQ_HIGH_KILL_B) > 0.0f ? 127 : 0); }
+void OnStart () { sendSysExMessage("F0 7E 7F 06 01 F7"); }
+void OnStop () { sendMidiMessage(0x91, 40, 1); }
+"""
 
 
 class Controller:
     """The device: sends what is queued, keeps the last value of every lamp and the times of all that comes."""
 
     def __init__(self):
-        self.client = jack.Client("Controller", no_start_server=True)
+        self.client = jack.Client("Contrôleur", no_start_server=True)
         self.output = self.client.midi_outports.register("out")
         self.input = self.client.midi_inports.register("in")
-        self.queue, self.lamps, self.arrivals = [], {}, []
+        self.queue, self.lamps, self.exclusive = [], {}, []
         self.client.set_process_callback(self.process)
         self.client.activate()
 
@@ -42,13 +57,15 @@ class Controller:
             message = bytes(data)
             if len(message) == 3:
                 self.lamps[message[0], message[1]] = message[2]
-                self.arrivals.append(time.monotonic())
+            elif message[:1] == b"\xf0":
+                self.exclusive.append(message)
 
     def send(self, *message):
         self.queue.append(bytes(message))
 
     def is_connected(self):
-        return self.output.number_of_connections == 1 and self.input.number_of_connections == 1
+        """Both the mapping and the scripts have the ports open."""
+        return self.output.number_of_connections == 2 and self.input.number_of_connections == 2
 
     def unplug(self):
         self.client.deactivate()
@@ -111,6 +128,28 @@ def learn(controller, pictures):
     click(editor, 670, 555)
 
 
+def close_with_picture(name, pictures):
+    shown = window_when_still(name)
+    picture(pictures, name.replace(" ", "-").lower())
+    run("xdotool", "windowclose", shown)
+    until(f"the end of the window {name}", lambda: not window(name))
+
+
+def hear_scripts(controller, pictures):
+    """The script with an error is told of in one window, the other one lives: its lamp follows a button that only it knows."""
+    until("what a script sends at its start", lambda: IDENTITY_REQUEST in controller.exclusive)
+    close_with_picture("Midi Scripting Message", pictures)
+    until("the lamp of the script", lambda: controller.lamps.get((SCRIPT_NOTE_ON, KILL_NOTE)) == 0)
+    press_killed(controller, 127)
+    close_with_picture("Midi Scripting Log Message", pictures)
+
+
+def press_killed(controller, expected):
+    for value in (127, 0):
+        controller.send(SCRIPT_NOTE_ON, KILL_NOTE, value)
+    until("the lamp of the script after a press", lambda: controller.lamps.get((SCRIPT_NOTE_ON, KILL_NOTE)) == expected)
+
+
 def press_play(controller):
     before = controller.lamps[NOTE_ON, PLAY_NOTE]
     for value in (0, 127, 0):
@@ -138,7 +177,7 @@ def replug(controller):
     controller.unplug()
     again = Controller()
     print(f"replug: open after {until('the port that came back', again.is_connected, 2.0):.2f} s", end=", ")
-    wanted = {(NOTE_ON, PLAY_NOTE), (CONTROLLER, FADER), (NOTE_ON, SCRATCH_NOTE)}
+    wanted = {(NOTE_ON, PLAY_NOTE), (CONTROLLER, FADER), (NOTE_ON, SCRATCH_NOTE), (SCRIPT_NOTE_ON, KILL_NOTE)}
     print(f"painted after {until('all lamps again', lambda: wanted <= set(again.lamps), 2.0):.2f} s more")
     return again
 
@@ -153,6 +192,11 @@ def main():
         setup.mkdir(parents=True)
         (setup / "default_midi_mapping.xml").write_text(MAPPING)
         (setup / "midi_devices_list.xml").write_text(DEVICES)
+        folder = Path(work, "root", "script_files")
+        folder.mkdir()
+        (folder / "broken.c").write_text(BROKEN_SCRIPT)
+        (folder / "kill.c").write_text(SCRIPT)
+        (folder / "script_setup.xml").write_text(SCRIPTS)
         run(program, "demo-tracks", f"{work}/tracks")
         try:
             started.append(subprocess.Popen(["jackd", "-n", SERVER, "-r", "-d", "dummy", "-r", "48000", "-p", "256", "-C", "10",
@@ -164,17 +208,20 @@ def main():
             application = subprocess.Popen([program, str(track), "--root", f"{work}/root"], stdout=log, stderr=log)
             started.append(application)
             until("the ports of the application", controller.is_connected, 60.0)
+            hear_scripts(controller, pictures)
             learn(controller, pictures)
             play(controller)
             controller = replug(controller)
             play(controller)
+            press_killed(controller, 0)
             application.terminate()
             if application.wait(20) != 0:
                 raise SystemExit("FAILED: the application did not end well")
+            until("the lamp that the script lights at its end", lambda: controller.lamps[SCRIPT_NOTE_ON, KILL_NOTE] == 1, 2.0)
             row = re.search(r'<value id="1" status="(\d+)" data="(\d+)"', (setup / "default_midi_mapping.xml").read_text())
             if row is None or row.groups() != (str(NOTE_ON), str(PLAY_NOTE)):
                 raise SystemExit("FAILED: the learnt row was not kept")
-            print("learnt, played, turned, unplugged and kept")
+            print("scripted, learnt, played, turned, unplugged and kept")
         except BaseException:
             picture(pictures, "failed")
             if Path(work, "log").exists():
