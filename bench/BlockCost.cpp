@@ -8,6 +8,9 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
+#include <span>
+#include <string>
 #include <string_view>
 
 // bench_block: what an audio block costs, as a share of its own duration on one core.
@@ -15,7 +18,10 @@
 namespace
 {
 constexpr double engineRate = 44100.0, trackSeconds = 60.0;
+constexpr std::string_view onlyOption = "--only=", blocksOption = "--blocks=";
 constexpr int warmUpBlocks = 500;
+constexpr size_t quietBlocks =
+    400; // in a row: every phase of a stretcher's frames, but hardly an interruption
 
 enum Command
 {
@@ -49,8 +55,6 @@ struct Row
     bool keyLocked = false; ///< through the stretcher, every deck at the file's tempo times `tempo`
     double tempo = 1.0;
     bool effects = false; ///< filter set, three effects of each deck on
-
-    int blocks() const { return frames >= 1024 ? 30'000 : 100'000; }
 };
 
 /** Holds a row's decks in play, as a hand at the controls would. */
@@ -132,13 +136,15 @@ private:
     int64_t moves = 0;
 };
 
-bool measure (const Row& row)
+/** @param mostBlocks   of up to 256 frames; fewer of longer ones */
+bool measure (const Row& row, int mostBlocks)
 {
+    const auto blocks = row.frames >= 1024 ? mostBlocks * 3 / 10 : mostBlocks;
     BenchEngine engine (true, engineRate, row.frames);
     Hand hand (engine, row);
     int silent = 0;
-    Timing::Durations durations (static_cast<size_t> (row.blocks()));
-    for (int i = -warmUpBlocks; i < row.blocks(); ++i)
+    Timing::Durations durations (static_cast<size_t> (blocks));
+    for (int i = -warmUpBlocks; i < blocks; ++i)
     {
         hand.move();
         const auto duration = engine.processBlock();
@@ -148,13 +154,14 @@ bool measure (const Row& row)
     }
 
     const auto share = 100.0 / (row.frames / engineRate * 1e9);
-    std::printf ("%-24s %6d %6d %8zu %8.2f %9.3f %% %9.3f %% %9.3f %%\n", row.what, row.frames, row.decks,
-                 durations.count(), durations.mean() / 1000.0, durations.mean() * share,
+    const auto quietest = durations.leastMean (quietBlocks) * share;
+    std::printf ("%-24s %6d %6d %8zu %8.2f %9.3f %% %9.3f %% %9.3f %% %9.3f %%\n", row.what, row.frames,
+                 row.decks, durations.count(), durations.mean() / 1000.0, durations.mean() * share, quietest,
                  durations.quantile (0.9999) * share, durations.quantile (1.0) * share);
     std::fflush (stdout);
 
     // A wheel that turns round is silent for a moment; a deck that does not play would be silent throughout.
-    if (silent <= row.blocks() / 4)
+    if (silent <= blocks / 4)
         return true;
     std::printf ("%d of these blocks did not sound as they should: the row is void.\n", silent);
     return false;
@@ -163,19 +170,26 @@ bool measure (const Row& row)
 
 int main (int argc, char** argv)
 {
-    constexpr std::string_view option = "--only=";
-    const std::string_view argument (argc > 1 ? argv[1] : "");
-    const auto wanted = argument.substr (0, option.size()) == option ? argument.substr (option.size()) : "";
+    std::string wanted;
+    int blocks = 100'000;
+    for (const std::string_view argument : std::span (argv + 1, static_cast<size_t> (argc - 1)))
+    {
+        if (argument.starts_with (onlyOption))
+            wanted = argument.substr (onlyOption.size());
+        else if (argument.starts_with (blocksOption))
+            blocks = std::max (1, std::atoi (argument.data() + blocksOption.size()));
+    }
     const juce::ScopedJuceInitialiser_GUI toolkit;
     Machine::print();
     std::printf ("Cost of a block, callback lock included; shares of the block's duration on one core.\n");
-    std::printf ("%-24s %6s %6s %8s %8s %11s %11s %11s\n", "", "frames", "decks", "blocks", "mean us", "mean",
-                 "99.99 %", "maximum");
+    std::printf ("%-24s %6s %6s %8s %8s %11s %11s %11s %11s\n", "", "frames", "decks", "blocks", "mean us",
+                 "mean", "quietest", "99.99 %", "maximum");
 
     auto valid = true;
-    const auto run = [&] (const Row& row) {
-        valid =
-            (std::string_view (row.what).find (wanted) == std::string_view::npos || measure (row)) && valid;
+    const auto run = [&] (const Row& row)
+    {
+        valid = (std::string_view (row.what).find (wanted) == std::string_view::npos || measure (row, blocks))
+                && valid;
     };
     const auto runAt = [&] (std::initializer_list<int> blockSizes, Row row)
     {

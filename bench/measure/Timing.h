@@ -56,6 +56,22 @@ public:
         return all.empty() ? 0.0 : sum / static_cast<double> (all.size());
     }
 
+    /** The least mean of `length` measurements in a row, before any quantile(): what the work takes where the machine
+        had a quiet moment. */
+    double leastMean (size_t length) const
+    {
+        double sum = 0.0, least = 0.0;
+        for (size_t i = 0; i < all.size(); ++i)
+        {
+            sum += static_cast<double> (all[i]);
+            if (i < length)
+                least = sum;
+            else if (sum -= static_cast<double> (all[i - length]); sum < least)
+                least = sum;
+        }
+        return all.empty() ? 0.0 : least / static_cast<double> (std::min (length, all.size()));
+    }
+
     /** The least value that `part` of the measurements (0 to 1) do not exceed; 0.5 is the median, 1 the maximum. */
     double quantile (double part)
     {

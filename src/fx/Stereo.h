@@ -10,9 +10,11 @@ namespace StereoMath
 /** Values below the threshold in magnitude, and NaN, become 0. */
 PX_AUDIO_THREAD inline Stereo flushed (Stereo value, double threshold) noexcept
 {
+    // One comparison, which masks: the outcome of two would be taken apart into its values, ten times as long.
     using Bits = long long __attribute__ ((vector_size (16)));
-    const Bits keep = (value >= threshold) | (value <= -threshold);
-    return reinterpret_cast<Stereo> (reinterpret_cast<Bits> (value) & keep);
+    constexpr auto withoutSign = 0x7fff'ffff'ffff'ffff;
+    const auto magnitude = reinterpret_cast<Stereo> (reinterpret_cast<Bits> (value) & withoutSign);
+    return magnitude >= threshold ? value : Stereo {};
 }
 
 PX_AUDIO_THREAD inline Stereo load (const float* left, const float* right, int index) noexcept

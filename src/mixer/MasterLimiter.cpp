@@ -3,10 +3,13 @@
 #include "mixer/Peak.h"
 #include "support/OnePole.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace
 {
+constexpr int longestPiece = 64;
 constexpr double releaseSeconds = 0.099;
 
 /** The envelope that counts as come to rest: it would stay some rounding errors above 1 for ever. */
@@ -90,7 +93,7 @@ double MasterLimiter::nextGain (double level) noexcept
     calmFrames = limiterEnvelope > 1.0 ? 0 : calmFrames + 1;
 
     auto& oldest = gains[static_cast<size_t> (gainIndex)];
-    gainIndex = (gainIndex + 1) % window;
+    gainIndex = gainIndex + 1 < window ? gainIndex + 1 : 0;
     gainSum -= oldest;
     oldest = 1.0 / limiterEnvelope;
     gainSum += oldest;
@@ -108,10 +111,19 @@ void MasterLimiter::process (float* left, float* right, int frames, double volum
         delay.process (left, right, frames);
         return;
     }
+    for (int done = 0; done < frames; done += longestPiece)
+        limit (left + done, right + done, std::min (longestPiece, frames - done));
+}
+
+void MasterLimiter::limit (float* left, float* right, int frames) noexcept
+{
+    std::array<double, longestPiece> piece;
+    for (int i = 0; i < frames; ++i)
+        piece[static_cast<size_t> (i)] = nextGain (std::max (std::abs (left[i]), std::abs (right[i])));
+    delay.process (left, right, frames);
     for (int i = 0; i < frames; ++i)
     {
-        const auto gain = nextGain (std::max (std::abs (left[i]), std::abs (right[i])));
-        delay.process (left + i, right + i, 1);
+        const auto gain = piece[static_cast<size_t> (i)];
         left[i] = std::clamp (static_cast<float> (left[i] * gain), -1.0f, 1.0f);
         right[i] = std::clamp (static_cast<float> (right[i] * gain), -1.0f, 1.0f);
     }

@@ -50,6 +50,7 @@ private:
     void applyVolume (float* left, float* right, int frames, double volume) noexcept;
     void calmDown() noexcept;
     double nextGain (double level) noexcept;
+    void limit (float* left, float* right, int frames) noexcept;
 
     PairDelay delay;
     SlidingMaximum loudest;

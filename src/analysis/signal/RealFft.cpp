@@ -31,10 +31,11 @@ Plans plansFor (int size, fftwf_complex* in, fftwf_complex* out)
     [[maybe_unused]] static const auto isShared = (fftwf_make_planner_thread_safe(), true);
     auto& plans = kept[static_cast<size_t> (std::countr_zero (static_cast<unsigned> (size)))];
     // Planned by estimate, not by measurement: the same plan in each run, so the same bits in each rendering.
+    constexpr auto flags = FFTW_ESTIMATE | FFTW_PRESERVE_INPUT;
     if (plans.forward == nullptr)
-        plans.forward = fftwf_plan_dft_1d (size, in, out, FFTW_FORWARD, FFTW_ESTIMATE);
+        plans.forward = fftwf_plan_dft_1d (size, in, out, FFTW_FORWARD, flags);
     if (plans.inverse == nullptr)
-        plans.inverse = fftwf_plan_dft_1d (size, out, in, FFTW_BACKWARD, FFTW_ESTIMATE);
+        plans.inverse = fftwf_plan_dft_1d (size, out, in, FFTW_BACKWARD, flags);
     return plans;
 }
 
@@ -90,30 +91,46 @@ public:
             cosine[static_cast<size_t> (k)] = static_cast<float> (std::cos (angle));
             sine[static_cast<size_t> (k)] = static_cast<float> (std::sin (angle));
         }
-        plans = plansFor (half, complexValues(), complexBins());
+        plans = plansFor (half, asComplex (values.get()), asComplex (bins.get()));
         return plans.forward != nullptr && plans.inverse != nullptr ? AnalysisError::none
                                                                     : AnalysisError::noMemory;
     }
 
     void forward (float* out, const float* in) override
     {
-        std::memcpy (values.get(), in, bytes());
-        fftwf_execute_dft (plans.forward, complexValues(), complexBins());
+        fftwf_execute_dft (plans.forward, asComplex (aligned (in)), asComplex (bins.get()));
         unpack (out);
     }
 
     void inverse (float* out, const float* in) override
     {
         pack (in);
-        fftwf_execute_dft (plans.inverse, complexBins(), complexValues());
-        std::memcpy (out, values.get(), bytes());
+        auto* const to = isAligned (out) ? out : values.get();
+        fftwf_execute_dft (plans.inverse, asComplex (bins.get()), asComplex (to));
+        if (to != out)
+            std::memcpy (out, to, bytes());
     }
 
     int getSize() const override { return size; }
 
 private:
-    fftwf_complex* complexValues() { return reinterpret_cast<fftwf_complex*> (values.get()); }
-    fftwf_complex* complexBins() { return reinterpret_cast<fftwf_complex*> (bins.get()); }
+    static fftwf_complex* asComplex (float* array) { return reinterpret_cast<fftwf_complex*> (array); }
+
+    /** True for an array that the plans may work on in place of `values`. */
+    bool isAligned (const float* array) const
+    {
+        return fftwf_alignment_of (const_cast<float*> (array)) == fftwf_alignment_of (values.get());
+    }
+
+    /** The values, copied only where they don't lie as the plans want them. The transform leaves them as they are. */
+    float* aligned (const float* in)
+    {
+        if (isAligned (in))
+            return const_cast<float*> (in);
+        std::memcpy (values.get(), in, bytes());
+        return values.get();
+    }
+
     size_t bytes() const { return static_cast<size_t> (size) * sizeof (float); }
 
     /** Makes the spectrum of all values from that of the pairs. */

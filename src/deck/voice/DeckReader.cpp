@@ -27,6 +27,8 @@ constexpr int traceFrames = 64;
 /** The way of a few output frames through the track. */
 struct Trace
 {
+    bool isSteady = false;                             ///< at one rate, with no old place
+    bool isWhole = false;                              ///< from frame to frame: 1 each, or -1
     std::array<double, traceFrames> places, oldPlaces; ///< of the sound, and of the one that a jump fades out
     std::array<float, traceFrames> dulling, oldShare;
     int oldFrames = 0; ///< that have an old place
@@ -92,6 +94,12 @@ public:
         Reading reading;
         trace.oldFrames = 0;
         trace.fastest = std::abs (rate);
+        trace.isSteady = isSteadyFor (frames);
+        if (trace.isSteady)
+        {
+            traceSteady (trace, frames);
+            return { frames, false, false };
+        }
         while (reading.frames < frames && !reading.jumped)
         {
             const auto i = static_cast<size_t> (reading.frames++);
@@ -121,6 +129,38 @@ public:
     }
 
 private:
+    /** True if for so many frames the rate has arrived, nothing else is at work, and the region holds. */
+    bool isSteadyFor (int frames) const noexcept
+    {
+        if (isNudging || jog != 0.0 || bend != 0.0 || declickLeft != 0 || std::abs (rate) < rateFloor
+            || rate != target.at (0.0))
+            return false;
+        if (isLed && std::abs (rate) == 1.0 && position != std::round (position))
+            return false;
+        const auto first = position + rate, beyond = position + (frames + 1) * rate;
+        return !region.isLeftAt (first) && !region.isLeftAt (beyond) && beyond >= 0.0 && beyond <= end;
+    }
+
+    void traceSteady (Trace& trace, int frames) noexcept
+    {
+        trace.isWhole = std::abs (rate) == 1.0 && position == std::round (position);
+        std::fill_n (trace.dulling.begin(), frames, dulled());
+        const auto from = position;
+        auto* const places = trace.places.data();
+        if (trace.isWhole)
+        {
+            for (int i = 0; i < frames; ++i)
+                places[i] = from + i * rate;
+            position = from + frames * rate;
+        }
+        else
+        {
+            for (int i = 0; i < frames; ++i, position += rate)
+                places[i] = position;
+        }
+        linear += frames * rate;
+    }
+
     void traceOld (Trace& trace) noexcept
     {
         const auto i = static_cast<size_t> (trace.oldFrames++);
@@ -206,6 +246,21 @@ private:
 void render (const Trace& trace, const TrackSamples& samples, NoiseTable& noise, float* left, float* right,
              int frames) noexcept
 {
+    const auto last = static_cast<size_t> (frames - 1);
+    if (trace.isSteady && samples.covers (trace.places[0]) && samples.covers (trace.places[last]))
+    {
+        if (trace.isWhole)
+            samples.readWhole (trace.places[0], trace.places[0] <= trace.places[last], left, right, frames);
+        else
+            samples.read (trace.places.data(), trace.fastest, left, right, frames);
+        for (int i = 0; i < frames; ++i)
+        {
+            const auto tiny = static_cast<float> (noise.next());
+            left[i] = (left[i] + tiny) * trace.dulling[0];
+            right[i] = (right[i] + tiny) * trace.dulling[0];
+        }
+        return;
+    }
     samples.read (trace.places.data(), trace.fastest, left, right, frames);
     if (trace.oldFrames > 0)
     {

@@ -398,11 +398,11 @@ PatternVoice::Setting DeckVoice::patternSetting (const VoiceBlock& block) const 
 
 void DeckVoice::makeMove (ReadHead& head, const VoiceBlock& block, const PatternMove& move) noexcept
 {
-    auto target = heardPosition (head, block.source.frames) + move.frames;
-    if (move.landsAtRead && patternVoice.isSounding())
-        target = patternVoice.lastPlace();
-    else if (move.frames == 0.0)
+    const auto landsAtRead = move.landsAtRead && patternVoice.isSounding();
+    if (!landsAtRead && move.frames == 0.0)
         return;
+    const auto target =
+        landsAtRead ? patternVoice.lastPlace() : heardPosition (head, block.source.frames) + move.frames;
 
     if (isStretching())
         restart (head);

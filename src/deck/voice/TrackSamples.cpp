@@ -207,6 +207,24 @@ void render (const Job& job) noexcept
 }
 }
 
+void TrackSamples::readWhole (double place, bool isOnward, float* leftOut, float* rightOut,
+                              int count) const noexcept
+{
+    const auto first = static_cast<int32_t> (place);
+    const auto convert = [=] (const int16_t* samples, float* out)
+    {
+        samples += first;
+        if (isOnward)
+            for (int i = 0; i < count; ++i)
+                out[i] = static_cast<float> (samples[i]) * sampleScale;
+        else
+            for (int i = 0; i < count; ++i)
+                out[i] = static_cast<float> (samples[-i]) * sampleScale;
+    };
+    convert (left, leftOut);
+    convert (right, rightOut);
+}
+
 void TrackSamples::read (const double* places, double rate, float* leftOut, float* rightOut,
                          int count) const noexcept
 {

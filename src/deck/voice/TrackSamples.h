@@ -46,6 +46,10 @@ public:
     PX_AUDIO_THREAD void read (const double* places, double rate, float* leftOut, float* rightOut,
                                int count) const noexcept;
 
+    /** The frames from a whole place on, onwards or backwards, all of which have sound. */
+    PX_AUDIO_THREAD void readWhole (double place, bool isOnward, float* leftOut, float* rightOut,
+                                    int count) const noexcept;
+
 private:
     const int16_t *left, *right;
     int32_t frames;

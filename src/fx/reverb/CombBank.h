@@ -7,14 +7,14 @@
 
 /** The reverb's parallel comb filters: eight per channel, each with a one-pole low-pass in its feedback.
 
-    All sixteen are worked side by side. A piece of each line is laid across a table of frames times combs, so that one
-    frame's sixteen steps are the lanes of a few vector operations. */
+    All sixteen are worked side by side: four frames of four lines are turned into the lanes of vectors, so that one frame's sixteen
+    steps are a few vector operations, and back. */
 class CombBank
 {
 public:
     static constexpr int perChannel = 8, combs = 2 * perChannel;
 
-    /** Frames of the table; no line may be shorter than a piece. */
+    /** A multiple of four; no line may be shorter than a piece. */
     static constexpr int pieceFrames = 32;
 
     using Piece = std::array<float, pieceFrames>;
@@ -41,7 +41,14 @@ private:
         size_t index = 0;
     };
 
+    /** The frames of a line that come next: in their place, or a copy where they lie in two parts or are no whole piece. */
+    float* beginPiece (size_t comb, size_t count) noexcept;
+
+    /** Puts a piece back, and moves on. */
+    void endPiece (size_t comb, const float* piece, size_t count) noexcept;
+
     std::array<Line, combs> lines;
+    std::array<Piece, combs> pieces {};
     std::array<float, combs> filterStores {};
     float feedback = 0.84f, damp1 = 0.0f, damp2 = 1.0f;
 };
