@@ -26,33 +26,57 @@ float cartridgeLevel (double speed, double carrierHz) noexcept
     return static_cast<float> (fast * curve (fast * carrierHz) / curve (carrierHz));
 }
 
-void CarrierPresence::prepare (const ControlMedium& medium, double sampleRate) noexcept
+void CarrierPresence::prepare (const ControlMedium& medium, double sampleRate, int framesInTick) noexcept
 {
     carrier = medium.carrierHz;
     vinyl = medium.levelFollowsSpeed;
     rate = static_cast<float> (sampleRate);
+    frames = framesInTick;
     leak = 1 / (0.005f * rate);
+    for (std::size_t i = 0; i < levels.size(); ++i)
+        levels[i] = vinyl ? cartridgeLevel (static_cast<double> (i) / levelsPerSpeed, carrier) : 1.0f;
     reset();
+}
+
+float CarrierPresence::levelAt (double speed) const noexcept
+{
+    const auto at = std::min (static_cast<float> (std::abs (speed)), static_cast<float> (fastestLevel))
+                    * static_cast<float> (levelsPerSpeed);
+    const auto below = static_cast<std::size_t> (at);
+    return levels[below] + (at - static_cast<float> (below)) * (levels[below + 1] - levels[below]);
 }
 
 void CarrierPresence::reset() noexcept
 {
     meanSquare = scatter = cross = lineX = lineY = nominal = 0;
-    last = {};
+    lastX = lastY = 0;
     present = atRest = false;
     restTicks = heardTicks = 0;
     absentTicks = ticksOf (1);
 }
 
-void CarrierPresence::observe (const ControlCircle::Point& point, double jitter, bool isTrusted) noexcept
+void CarrierPresence::observe (const ControlCircle::Points& points, const TickLanes& jitter,
+                               int trustedFrames) noexcept
 {
-    meanSquare += leak * (point.squared() - meanSquare);
-    if (isTrusted)
-        scatter += leak * (static_cast<float> (jitter * jitter) - scatter);
-    cross += 0.6f * leak * (point.x * last.y - point.y * last.x - cross);
-    lineX += 0.5f * leak * (point.x * point.x - point.y * point.y - lineX);
-    lineY += 0.5f * leak * (2 * point.x * point.y - lineY);
-    last = point;
+    TickLanes turned, across, along, scattered;
+    for (int i = 0; i < TickLanes::size; ++i)
+    {
+        across[i] = points.x[i] * points.x[i] - points.y[i] * points.y[i];
+        along[i] = 2 * points.x[i] * points.y[i];
+        scattered[i] = jitter[i] * jitter[i];
+    }
+    for (int i = 1; i < TickLanes::size; ++i) // behind the tick's last frame all is 0
+        turned[i] = points.x[i] * points.y[i - 1] - points.y[i] * points.x[i - 1];
+    turned[0] = points.x[0] * lastY - points.y[0] * lastX;
+    lastX = points.x[frames - 1];
+    lastY = points.y[frames - 1];
+
+    const auto n = static_cast<float> (frames);
+    meanSquare += leak * (points.squared.sum() - n * meanSquare);
+    scatter += leak * (scattered.sum() - static_cast<float> (trustedFrames) * scatter);
+    cross += 0.6f * leak * (turned.sum() - n * cross);
+    lineX += 0.5f * leak * (across.sum() - n * lineX);
+    lineY += 0.5f * leak * (along.sum() - n * lineY);
 }
 
 void CarrierPresence::judge (double hz, bool inGap) noexcept
@@ -65,7 +89,8 @@ void CarrierPresence::judge (double hz, bool inGap) noexcept
     const auto floor = (absentTicks < ticksOf (0.02) ? 0.15f : 0.22f) * nominal;
     const bool onCourse = scatter < 0.025f && level > 1e-4f && (inGap || level > floor);
     // Before a carrier was heard, hum could be one; but it moves both channels along one line.
-    const bool unproved = nominal == 0 && (slowHz < 60 || std::hypot (lineX, lineY) > 0.85f * meanSquare);
+    const bool unproved =
+        nominal == 0 && (slowHz < 60 || lineX * lineX + lineY * lineY > 0.7225f * meanSquare * meanSquare);
     // A weak carrier that hardly turns is rumble. A record's level falls with its speed, a disc's does not.
     const bool weak = level < (vinyl ? (atRest ? 0.5f : 0.4f) : 0.7f) * nominal;
     restTicks =
@@ -82,7 +107,7 @@ void CarrierPresence::judge (double hz, bool inGap) noexcept
 
     if (present && hz > 0.15 * carrier && hz < 2 * carrier)
     {
-        const auto heardLevel = vinyl ? level / cartridgeLevel (hz / carrier, carrier) : level;
+        const auto heardLevel = level / levelAt (hz / carrier);
         nominal += (heardLevel > nominal ? 0.01f : 0.0005f) * (heardLevel - nominal);
     }
 }

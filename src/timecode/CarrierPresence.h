@@ -10,34 +10,42 @@ float cartridgeLevel (double speed, double carrierHz) noexcept;
 class CarrierPresence
 {
 public:
-    void prepare (const ControlMedium&, double sampleRate) noexcept;
-    void reset() noexcept;
+    void prepare (const ControlMedium&, double sampleRate, int framesInTick) noexcept;
+    PX_AUDIO_THREAD void reset() noexcept;
 
-    /** Takes in a point of the circle.
-        @param jitter      turns by which its angle missed its course
-        @param isTrusted   the point lies on its course, or was waited for long enough */
-    void observe (const ControlCircle::Point&, double jitter, bool isTrusted) noexcept;
+    /** Takes in the points of a tick.
+        @param jitter         turns by which each angle missed its course, 0 where it is not trusted
+        @param trustedFrames  points that lie on their course, or were waited for long enough */
+    PX_AUDIO_THREAD void observe (const ControlCircle::Points&, const TickLanes& jitter,
+                                  int trustedFrames) noexcept;
 
     /** Judges, once a tick.
         @param hz     frequency of the carrier over the last 3 ms
         @param inGap  the signal collapsed less than 20 ms ago */
-    void judge (double hz, bool inGap) noexcept;
+    PX_AUDIO_THREAD void judge (double hz, bool inGap) noexcept;
 
-    bool isPresent() const noexcept { return present; }
+    PX_AUDIO_THREAD bool isPresent() const noexcept { return present; }
 
     /** Mean square of the circle's radius over 5 ms. */
-    float energy() const noexcept { return meanSquare; }
+    PX_AUDIO_THREAD float energy() const noexcept { return meanSquare; }
 
     /** Level of the carrier at nominal speed, root mean square; 0 before one was heard. */
-    float nominalLevel() const noexcept { return nominal; }
+    PX_AUDIO_THREAD float nominalLevel() const noexcept { return nominal; }
+
+    /** Level that a speed has on this medium, 1 at the nominal one; always 1 on a disc. */
+    PX_AUDIO_THREAD float levelAt (double speed) const noexcept;
 
 private:
+    static constexpr int levelsPerSpeed = 32, fastestLevel = 10;
+
     double carrier = 1000;
     float leak = 0.005f, rate = 44100;
+    int frames = 6;
     bool vinyl = false;
+    std::array<float, levelsPerSpeed * fastestLevel + 2> levels {}; // by speed
 
     float meanSquare = 0, scatter = 0, cross = 0, lineX = 0, lineY = 0, nominal = 0;
-    ControlCircle::Point last;
+    float lastX = 0, lastY = 0;
     bool present = false, atRest = false;
     int restTicks = 0, heardTicks = 0, absentTicks = 0;
 };

@@ -2,25 +2,27 @@
 
 #include "timecode/CarrierPresence.h"
 #include "timecode/ControlCircle.h"
-#include "timecode/TurnHistory.h"
+#include "timecode/TurnCounter.h"
 
 /** Follows a carrier in quadrature: its turns and the speed of the groove.
 
-    The channels are made a circle and read as an angle, which is counted on through whole turns. Speed is the slope of
-    that count by least squares: over 3 ms while a hand moves the record, over up to 16 ms while the longer slopes
-    agree with the shorter. Angles that leave the course (dust, dropouts) are waited out for 3 ms; when they were the
-    hand after all, the count goes back to where it began and follows them. Audio thread; allocates nothing. */
+    The channels are made a circle and read as an angle, whose turns are counted. Speed is the slope of that count by
+    least squares: over 3 ms while a hand moves the record, over up to 16 ms while the longer slopes agree with the
+    shorter. All work is done a tick (136 microseconds) at a time. Audio thread; allocates nothing. */
 class CarrierTracker
 {
 public:
+    /** The groove at a tick, and the frames of the tick in the middle of the shortest slope's window, some 1.5 ms
+        ago, where the phase is known from both sides: there bits are read. */
     struct Reading
     {
-        double turns = 0;          ///< cycles of the carrier since reset, forward is up
-        double lateTurns = 0;      ///< the same some 1.5 ms ago, smoothed: the place of what follows
-        double turnsPerSample = 0; ///< there
-        float level = 0; ///< radius of the circle as it would be at nominal speed, in units of the input
-        float burst = 0; ///< the disc's third harmonic, matched
-        float burstWeight = 0; ///< the same if the slot is set
+        double turns = 0;     ///< cycles of the carrier since reset, forward is up; at the tick's last frame
+        double lateTurns = 0; ///< the same at the first frame of the late tick, smoothed
+        double turnsPerFrame = 0; ///< there
+        TickLanes
+            level; ///< radius of the circle as it would be at nominal speed, in units of the input; not of a disc
+        TickLanes burst;       ///< the disc's third harmonic, matched
+        TickLanes burstWeight; ///< the same if the slot is set
         bool present = false;  ///< a carrier stands or turns
         bool even = false;     ///< the speed hardly changes
         bool coasting = false; ///< the signal is away or disturbed, turns go on at their speed
@@ -28,51 +30,45 @@ public:
 
     /** Sets the medium and the rate of the input, Hz, and resets. */
     void prepare (const ControlMedium&, double sampleRate) noexcept;
-    void reset() noexcept;
+    PX_AUDIO_THREAD void reset() noexcept;
 
-    /** Reads one frame. */
-    Reading process (float left, float right) noexcept;
+    PX_AUDIO_THREAD int framesInTick() const noexcept { return history.samplesPerTick(); }
+
+    /** Reads a tick of frames; those behind its last must be 0. */
+    PX_AUDIO_THREAD const Reading& process (const TickLanes& left, const TickLanes& right) noexcept;
 
     /** Speed of the groove, 1 nominal, at most 10 either way; 0 without a carrier. */
-    double speed() const noexcept { return groovesSpeed; }
+    PX_AUDIO_THREAD double speed() const noexcept { return groovesSpeed; }
 
-    const CarrierPresence& carrierPresence() const noexcept { return presence; }
+    PX_AUDIO_THREAD const CarrierPresence& carrierPresence() const noexcept { return presence; }
 
 private:
-    void follow (float angle, bool collapsed) noexcept;
-    void resumeAt (double newTurns) noexcept;
-    void believe() noexcept;
-    void tick() noexcept;
-    Reading lateReading (const ControlCircle::Point&, bool coasting) noexcept;
+    PX_AUDIO_THREAD bool hasCollapsed() noexcept;
+    PX_AUDIO_THREAD void judgeSpeed (bool leftTheCourse) noexcept;
+    PX_AUDIO_THREAD void readLateTick() noexcept;
 
     double rate = 44100, carrier = 1000;
-    bool disc = false, vinyl = false;
+    bool disc = false;
     ControlCircle circle;
     CarrierPresence presence;
     TurnHistory history;
+    TurnCounter counter;
 
-    // The count and what disturbs it, in samples.
-    double turns = 0, turnsPerSample = 0, lineTurns = 0, lineStep = 0;
-    double jitter = 0, meanJitter = 0.01, lastAngle = 0, lastMiss = 0;
-    int strayed = 0, smoothStrays = 0, calm = 0, trusting = 0, gap = 0;
-    int longestStray = 132, longestHold = 882;
-    bool coasting = false;
+    ControlCircle::Points points;
+    TurnCounter::Course course;
+    Reading reading;
+    int longestHold = 882;       // frames
     float brief = 0, before = 0; // the circle's square over 0.3 and 16 ms
 
-    int evenTicks = 0, samplesInTick = 0;
-    double tickSum = 0, groovesSpeed = 0, slopeNoise = 0;
+    int evenTicks = 0;
+    double groovesSpeed = 0, slopeNoise = 0;
 
-    static constexpr std::size_t pathSize = 1024; // samples, more than 3 ms at 192 kHz
-    std::array<float, pathSize> angles {};
-    std::array<double, pathSize> path {};
-    std::size_t pathIndex = 0;
-
+    /** Points of the last ticks, until they are in the middle of the slope's window. */
     struct Late
     {
-        float primary = 0, level = 0;
+        TickLanes primary, squared;
+        bool coasting = false;
     };
-    std::array<Late, 1024> late {};
-    int lateIndex = 0;
-    double lateTurns = 0, lateStep = 0;
-    float lateGain = 1;
+    std::array<Late, 32> late {};
+    std::size_t lateIndex = 0;
 };

@@ -14,12 +14,16 @@ constexpr int fewestFrames = 200;
 constexpr float burstPower = 1.14f;
 } // namespace
 
-void ControlCircle::prepare (const ControlMedium& medium, double sampleRate) noexcept
+void ControlCircle::prepare (const ControlMedium& medium, double sampleRate, int framesInTick) noexcept
 {
     rate = static_cast<float> (sampleRate);
+    frames = framesInTick;
+    perFrame = 1 / static_cast<float> (frames);
     disc = medium.isOwnDisc();
     primaryIsLeft = medium.primaryIsLeft;
     secondarySign = medium.reversedPhase ? 1.0f : -1.0f;
+    for (int i = 0; i < TickLanes::size; ++i)
+        inTick[i] = i < frames ? 1.0f : 0.0f;
     reset();
 }
 
@@ -33,52 +37,97 @@ void ControlCircle::reset() noexcept
     stretch = disc ? 2.0f : 1.0f; // its right channel is half as loud
 }
 
-float ControlCircle::cornerHz (float x, float y, float hz, float energy) noexcept
+void ControlCircle::HighPass::process (TickLanes& lanes, float mean, float share, float perFrame) noexcept
+{
+    const auto slowBefore = slow, slowerBefore = slower;
+    slow += share * (mean - slow);
+    slower += share * (mean - 0.5f * (slow + slowBefore) - slower);
+    const auto before = slowBefore + slowerBefore, climb = (slow + slower - before) * perFrame;
+    for (int i = 0; i < TickLanes::size; ++i)
+        lanes[i] -= before + climb * static_cast<float> (i + 1);
+}
+
+float ControlCircle::cornerHz (float meanX, float meanY, float hz, float energy) noexcept
 {
     // The bits themselves reach below 60 Hz: only what exceeds them lifts the corner.
-    const auto share = tau * 60 / rate;
-    slowX += share * (x - slowX);
-    slowY += share * (y - slowY);
-    slowEnergy += 20 / rate * (slowX * slowX + slowY * slowY - slowEnergy);
+    const auto share = tau * 60 / rate * static_cast<float> (frames);
+    slowX += share * (meanX - slowX);
+    slowY += share * (meanY - slowY);
+    slowEnergy += 20 / rate * static_cast<float> (frames) * (slowX * slowX + slowY * slowY - slowEnergy);
     const auto lift = std::min (1.0f, slowEnergy / std::max (0.02f * energy, 1e-12f));
     return std::clamp ((0.01f + 0.1f * lift) * hz, 2.0f, 120.0f);
 }
 
-ControlCircle::Point ControlCircle::process (float left, float right, float hz, float energy,
-                                             bool canLearn) noexcept
+void ControlCircle::removeBursts (Points& points) const noexcept
 {
-    auto x = primaryIsLeft ? left : right;
-    auto rawY = secondarySign * (primaryIsLeft ? right : left);
-    const auto share = std::min (0.5f, tau * cornerHz (x, rawY, hz, energy) / rate);
-    x = highPassX.process (x, share);
-    rawY = highPassY.process (rawY, share);
+    // A set slot adds half of sin 3a = sin a (4 cos^2 a - 1): the circle tells if it was set.
+    const auto scale = 1 / amplitude;
+    for (int i = 0; i < TickLanes::size; ++i)
+    {
+        const auto cosine = points.y[i] * scale, squaredCosine = cosine * cosine;
+        const auto primary = points.primary[i];
+        const auto sineIfSet = primary / (0.5f + 2 * squaredCosine);
+        const auto errorIfClear = std::abs (primary * primary + squaredCosine - 1);
+        const auto errorIfSet = std::abs (sineIfSet * sineIfSet + squaredCosine - 1);
+        points.x[i] = errorIfClear > errorIfSet ? sineIfSet * amplitude : points.x[i];
+    }
+}
 
-    Point point { x, (rawY - shear * x) * stretch, 0 };
-    if (amplitude > 0)
-        point.primary = x / amplitude;
+void ControlCircle::process (const TickLanes& left, const TickLanes& right, float hz, float energy,
+                             bool canLearn, Points& points) noexcept
+{
+    TickLanes x, rawY;
+    const auto &first = primaryIsLeft ? left : right, &second = primaryIsLeft ? right : left;
+    for (int i = 0; i < TickLanes::size; ++i)
+    {
+        x[i] = first[i];
+        rawY[i] = secondarySign * second[i];
+    }
+    const auto meanX = x.sum() * perFrame, meanY = rawY.sum() * perFrame;
+    const auto share =
+        std::min (0.5f, tau * cornerHz (meanX, meanY, hz, energy) / rate * static_cast<float> (frames));
+    highPassX.process (x, meanX, share, perFrame);
+    highPassY.process (rawY, meanY, share, perFrame);
+
+    const auto scale = amplitude > 0 ? 1 / amplitude : 0;
+    for (int i = 0; i < TickLanes::size; ++i)
+    {
+        x[i] *= inTick[i];
+        rawY[i] *= inTick[i];
+        points.x[i] = x[i];
+        points.y[i] = (rawY[i] - shear * x[i]) * stretch;
+        points.primary[i] = x[i] * scale;
+    }
     if (disc && amplitude > 0)
-    {
-        // A set slot adds half of sin 3a = sin a (4 cos^2 a - 1): the circle tells if it was set.
-        const auto cosine = point.y / amplitude, squaredCosine = cosine * cosine;
-        const auto sineIfSet = point.primary / (0.5f + 2 * squaredCosine);
-        const auto errorIfClear = std::abs (point.primary * point.primary + squaredCosine - 1);
-        if (errorIfClear > std::abs (sineIfSet * sineIfSet + squaredCosine - 1))
-            point.x = sineIfSet * amplitude;
-    }
-
+        removeBursts (points);
+    for (int i = 0; i < TickLanes::size; ++i)
+        points.squared[i] = points.x[i] * points.x[i] + points.y[i] * points.y[i];
     if (canLearn && hz > 100)
+        learn (x, rawY, points);
+    adapt (energy);
+}
+
+void ControlCircle::learn (const TickLanes& x, const TickLanes& rawY, const Points& points) noexcept
+{
+    framesLearnt = std::min (framesLearnt + frames, static_cast<int> (learningSeconds * rate));
+    const auto weight = 1 / static_cast<float> (std::max (framesLearnt, fewestFrames));
+    // Before the circle is round, bursts are mistaken more than they mislead.
+    const auto& cleaned = static_cast<float> (framesLearnt) > 0.15f * rate ? points.x : x;
+    TickLanes square, cleanSquare, otherSquare, product;
+    const auto unstretch = 1 / stretch;
+    for (int i = 0; i < TickLanes::size; ++i)
     {
-        framesLearnt = std::min (framesLearnt + 1, static_cast<int> (learningSeconds * rate));
-        const auto weight = 1.0f / static_cast<float> (std::max (framesLearnt, fewestFrames));
-        const auto unstretched = point.y / stretch;
-        // Before the circle is round, bursts are mistaken more than they mislead.
-        const auto cleaned = static_cast<float> (framesLearnt) > 0.15f * rate ? point.x : x;
-        squares += weight * (x * x - squares);
-        cleanSquares += weight * (x * cleaned - cleanSquares);
-        otherSquares += weight * (unstretched * unstretched - otherSquares);
-        products += weight * (rawY * cleaned - products);
+        const auto other = points.y[i] * unstretch;
+        square[i] = x[i] * x[i];
+        cleanSquare[i] = x[i] * cleaned[i];
+        otherSquare[i] = other * other;
+        product[i] = rawY[i] * cleaned[i];
     }
-    return point;
+    const auto count = static_cast<float> (frames);
+    squares += weight * (square.sum() - count * squares);
+    cleanSquares += weight * (cleanSquare.sum() - count * cleanSquares);
+    otherSquares += weight * (otherSquare.sum() - count * otherSquares);
+    products += weight * (product.sum() - count * products);
 }
 
 void ControlCircle::adapt (float energy) noexcept

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "timecode/ControlMedium.h"
+#include "timecode/TickLanes.h"
 
 /** Makes the two channels of a control signal a circle around zero.
 
@@ -9,47 +10,47 @@
 class ControlCircle
 {
 public:
-    struct Point
+    /** The points of a tick's frames; 0 behind its last. */
+    struct Points
     {
-        float x = 0; ///< primary channel without bursts: the sine of the carrier's angle
-        float y = 0; ///< the other channel, turned so that a forward carrier leads from y to x: its cosine
-        float primary =
-            0; ///< primary channel with its bursts, 1 at the carrier's peak; 0 before the level is known
-        float squared() const noexcept { return x * x + y * y; }
+        TickLanes x; ///< primary channel without bursts: the sine of the carrier's angle
+        TickLanes y; ///< the other channel, turned so that a forward carrier leads from y to x: its cosine
+        TickLanes
+            primary; ///< primary channel with its bursts, 1 at the carrier's peak; 0 before the level is known
+        TickLanes squared; ///< of the radius
     };
 
-    void prepare (const ControlMedium&, double sampleRate) noexcept;
-    void reset() noexcept;
+    /** @param framesInTick  frames of each tick, at most TickLanes::size */
+    void prepare (const ControlMedium&, double sampleRate, int framesInTick) noexcept;
+    PX_AUDIO_THREAD void reset() noexcept;
 
-    /** Corrects one frame.
+    /** Corrects the frames of a tick and takes into use what was learnt of their shape.
         @param hz          frequency of the carrier now
         @param energy      mean of the point's square over some milliseconds
-        @param canLearn    the carrier is there: its shape may be learnt from this frame */
-    Point process (float left, float right, float hz, float energy, bool canLearn) noexcept;
-
-    /** Takes what was learnt into use; once in some samples is enough. */
-    void adapt (float energy) noexcept;
+        @param canLearn    the carrier is there: its shape may be learnt from these frames */
+    PX_AUDIO_THREAD void process (const TickLanes& left, const TickLanes& right, float hz, float energy,
+                                  bool canLearn, Points&) noexcept;
 
 private:
-    /** Two poles, each a running mean that is taken off. */
+    /** Two poles, each a running mean that moves once a tick and is taken off on a line. */
     struct HighPass
     {
         float slow = 0, slower = 0;
 
-        float process (float input, float share) noexcept
-        {
-            slow += share * (input - slow);
-            const auto once = input - slow;
-            slower += share * (once - slower);
-            return once - slower;
-        }
+        PX_AUDIO_THREAD void process (TickLanes&, float mean, float share, float perFrame) noexcept;
     };
 
-    float cornerHz (float x, float y, float hz, float energy) noexcept;
+    PX_AUDIO_THREAD float cornerHz (float meanX, float meanY, float hz, float energy) noexcept;
+    PX_AUDIO_THREAD void removeBursts (Points&) const noexcept;
+    PX_AUDIO_THREAD void learn (const TickLanes& x, const TickLanes& rawY, const Points&) noexcept;
+    PX_AUDIO_THREAD void adapt (float energy) noexcept;
 
     float rate = 44100;
+    int frames = 6;
+    float perFrame = 1.0f / 6;
     bool disc = false, primaryIsLeft = true;
     float secondarySign = 1;
+    TickLanes inTick; // 1 in the tick's frames, 0 behind
 
     HighPass highPassX, highPassY;
     float slowX = 0, slowY = 0, slowEnergy = 0;

@@ -3,21 +3,27 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <numbers>
 
 namespace
 {
 constexpr double longestGapSeconds = 0.06;
 constexpr int widestSlip = 96;   // cycles
 constexpr int bitsToRecall = 18; // a wrong place in 50,000
+
+std::int64_t floorOf (double turns) noexcept
+{
+    const auto whole = static_cast<std::int64_t> (turns);
+    return whole - (turns < static_cast<double> (whole) ? 1 : 0);
+}
 } // namespace
 
-void PositionLock::prepare (const ControlMedium& newMedium, const GrooveCode& newCode,
-                            double sampleRate) noexcept
+void PositionLock::prepare (const ControlMedium& newMedium, const GrooveCode& newCode, double sampleRate,
+                            int framesInTick) noexcept
 {
     medium = &newMedium;
     code = &newCode;
-    rate = sampleRate;
+    framesPerTick = framesInTick;
+    longestGapTicks = static_cast<int> (longestGapSeconds * sampleRate / framesInTick);
     reset();
 }
 
@@ -27,7 +33,7 @@ void PositionLock::reset() noexcept
     slotLevels.fill ({});
     started = known = remembered = false;
     meanHeight = spread = trust = 0;
-    heightsSeen = absentSamples = doubtful = 0;
+    heightsSeen = absentTicks = doubtful = 0;
 }
 
 std::optional<double> PositionLock::cycle() const noexcept
@@ -42,45 +48,80 @@ void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
 {
     turnsNow = reading.turns;
     even = reading.even;
-    tooFast = std::abs (reading.turnsPerSample) > (medium->isOwnDisc() ? 0.065 : 0.15);
+    tooFast = std::abs (reading.turnsPerFrame) > (medium->isOwnDisc() ? 0.065 : 0.15);
     if (!reading.present)
     {
         started = false;
-        absentSamples += 2;
-        if (absentSamples > 2 * longestGapSeconds * rate)
+        absentTicks += 2;
+        if (absentTicks > 2 * longestGapTicks)
             known = false;
         else
             trust = std::min (trust, 0.55f); // the first bits decide
         return;
     }
-    absentSamples = std::max (0, absentSamples - 1);
-    const auto whole = static_cast<std::int64_t> (reading.lateTurns);
-    const auto number = whole - (reading.lateTurns < static_cast<double> (whole) ? 1 : 0);
-    if (!started || number != current)
+    absentTicks = std::max (0, absentTicks - 1);
+    const auto last = reading.lateTurns + reading.turnsPerFrame * (framesPerTick - 1);
+    if (started && floorOf (reading.lateTurns) == current && floorOf (last) == current)
     {
-        if (started && std::abs (number - current) == 1)
-            finish (current, number > current);
-        enteredForward = !started || number > current;
-        current = number;
-        started = true;
-        auto& fresh = cycleAt (number);
-        fresh = {};
-        fresh.number = number;
+        gather (reading, 0, framesPerTick);
+        return;
     }
-    auto& here = cycleAt (current);
+    for (int i = 0; i < framesPerTick; ++i)
+    {
+        const auto number = floorOf (reading.lateTurns + reading.turnsPerFrame * i);
+        if (!started || number != current)
+            enter (number);
+        gather (reading, i, i + 1);
+    }
+}
+
+void PositionLock::enter (std::int64_t number) noexcept
+{
+    if (started && std::abs (number - current) == 1)
+        finish (current, number > current);
+    enteredForward = !started || number > current;
+    current = number;
+    started = true;
+    auto& fresh = cycleAt (number);
+    fresh = {};
+    fresh.number = number;
+}
+
+void PositionLock::gather (const CarrierTracker::Reading& reading, int firstFrame, int endFrame) noexcept
+{
     if (reading.coasting)
         return;
-    const auto sector = std::min (
-        sectors - 1, static_cast<int> ((reading.lateTurns - static_cast<double> (number)) * sectors));
-    here.sum[static_cast<std::size_t> (sector)] += medium->isOwnDisc() ? reading.burst : reading.level;
-    here.weight[static_cast<std::size_t> (sector)] += reading.burstWeight;
-    ++here.count[static_cast<std::size_t> (sector)];
+    auto& here = cycleAt (current);
+    const auto within = static_cast<float> (reading.lateTurns - static_cast<double> (current));
+    const auto step = static_cast<float> (reading.turnsPerFrame);
+    here.covered += std::abs (step) * static_cast<float> (endFrame - firstFrame);
+    if (medium->isOwnDisc())
+    {
+        for (int i = firstFrame; i < endFrame; ++i)
+        {
+            const auto slot = static_cast<std::size_t> (std::clamp (
+                static_cast<int> ((within + step * static_cast<float> (i)) * slots), 0, slots - 1));
+            here.sum[slot] += reading.burst[i];
+            here.weight[slot] += reading.burstWeight[i];
+        }
+        return;
+    }
+    // A cycle that holds a 0 is weakest at its middle; the reading point of other decoders stands a quarter beside.
+    // Weighed by the groove that passed, not by the time that it took.
+    const auto passed = std::abs (step) + 1e-6f;
+    for (int i = firstFrame; i < endFrame; ++i)
+    {
+        const auto at = within + step * static_cast<float> (i);
+        const auto window = at * (1 - at), weight = passed * window * window;
+        here.sum[0] += weight * reading.level[i];
+        here.weight[0] += weight;
+    }
 }
 
 void PositionLock::finish (std::int64_t number, bool forward) noexcept
 {
     auto& done = cycleAt (number);
-    if (forward != enteredForward || tooFast || !readBits (done))
+    if (forward != enteredForward || tooFast || !(medium->isOwnDisc() ? readSlots (done) : readHeight (done)))
         return;
     done.read = true;
     if (known)
@@ -91,50 +132,35 @@ void PositionLock::finish (std::int64_t number, bool forward) noexcept
         search (number, forward);
 }
 
-bool PositionLock::readBits (Cycle& c) noexcept
+bool PositionLock::readSlots (Cycle& c) noexcept
 {
-    if (medium->isOwnDisc())
+    for (const auto weight : c.weight)
+        if (weight < 0.2f)
+            return false;
+    for (std::size_t slot = 0; slot < slots; ++slot)
     {
-        for (std::size_t slot = 0; slot < 6; ++slot)
-            if (c.weight[2 * slot] + c.weight[2 * slot + 1] < 0.2f)
-                return false;
-        for (std::size_t slot = 0; slot < 6; ++slot)
-        {
-            // Clear and set slots are learnt apart: phase errors and clipping move them.
-            auto& levels = slotLevels[slot];
-            const auto height =
-                (c.sum[2 * slot] + c.sum[2 * slot + 1]) / (c.weight[2 * slot] + c.weight[2 * slot + 1]);
-            const auto middle = 0.5f * (levels.clear + levels.set);
-            c.value[slot] =
-                std::clamp ((height - middle) / std::max (0.3f, levels.set - levels.clear), -1.0f, 1.0f);
-            if (!even)
-                continue;
-            const bool isSet = known ? (code->bitsAt (c.number + offset) >> slot & 1) != 0 : height > middle;
-            if (isSet)
-                levels.set += 0.04f * (std::clamp (height, 0.4f, 1.4f) - levels.set);
-            else
-                levels.clear += 0.04f * (std::clamp (height, -0.4f, 0.4f) - levels.clear);
-        }
-        return true;
-    }
-    // A cycle that holds a 0 is weakest at its middle; the reading point of other decoders stands a quarter beside.
-    float height = 0, weights = 0;
-    int empty = 0;
-    for (std::size_t i = 0; i < sectors; ++i)
-    {
-        if (c.count[i] == 0)
-        {
-            ++empty;
+        // Clear and set slots are learnt apart: phase errors and clipping move them.
+        auto& levels = slotLevels[slot];
+        const auto height = c.sum[slot] / c.weight[slot];
+        const auto middle = 0.5f * (levels.clear + levels.set);
+        c.value[slot] =
+            std::clamp ((height - middle) / std::max (0.3f, levels.set - levels.clear), -1.0f, 1.0f);
+        if (!even)
             continue;
-        }
-        const auto a = (static_cast<float> (i) + 0.5f) / sectors;
-        const auto weight = 1 - std::cos (2 * std::numbers::pi_v<float> * a);
-        height += weight * c.sum[i] / static_cast<float> (c.count[i]);
-        weights += weight;
+        const bool isSet = known ? (code->bitsAt (c.number + offset) >> slot & 1) != 0 : height > middle;
+        if (isSet)
+            levels.set += 0.04f * (std::clamp (height, 0.4f, 1.4f) - levels.set);
+        else
+            levels.clear += 0.04f * (std::clamp (height, -0.4f, 0.4f) - levels.clear);
     }
-    if (empty > sectors / 2)
+    return true;
+}
+
+bool PositionLock::readHeight (Cycle& c) noexcept
+{
+    if (c.covered < 0.5f)
         return false;
-    height /= weights;
+    const auto height = c.sum[0] / c.weight[0];
     heightsSeen = std::min (heightsSeen + 1, 48);
     meanHeight += (height - meanHeight) / static_cast<float> (heightsSeen);
     spread += (std::abs (height - meanHeight) - spread) / static_cast<float> (heightsSeen);

@@ -16,7 +16,7 @@ class PositionLock
 {
 public:
     /** Sets the medium and its code, both outliving this, and the rate of the input, and resets. */
-    void prepare (const ControlMedium&, const GrooveCode&, double sampleRate) noexcept;
+    void prepare (const ControlMedium&, const GrooveCode&, double sampleRate, int framesInTick) noexcept;
     void reset() noexcept;
 
     /** Takes in one reading of the carrier. */
@@ -29,15 +29,15 @@ public:
     std::optional<double> cycle() const noexcept;
 
 private:
-    static constexpr int sectors = 12;
     static constexpr int history = 256; // cycles, a power of two
+    static constexpr int slots = 6;     // of a disc's cycle
 
     struct Cycle
     {
         std::int64_t number = -1;
-        std::array<float, sectors> sum {}, weight {};
-        std::array<std::uint16_t, sectors> count {};
-        std::array<float, 6> value {}; // soft bits, above 0 for a 1
+        float covered = 0;                          ///< share of the cycle that was heard
+        std::array<float, slots> sum {}, weight {}; ///< by slot; a record's whole cycle in the first
+        std::array<float, slots> value {};          ///< soft bits, above 0 for a 1
         bool read = false;
     };
 
@@ -50,9 +50,12 @@ private:
         const auto& c = cycleAt (number);
         return c.number == number && c.read;
     }
+    void enter (std::int64_t number) noexcept;
+    void gather (const CarrierTracker::Reading&, int firstFrame, int endFrame) noexcept;
+    bool readSlots (Cycle&) noexcept;
+    bool readHeight (Cycle&) noexcept;
     unsigned hardBits (std::int64_t number) noexcept;
     void finish (std::int64_t number, bool forward) noexcept;
-    bool readBits (Cycle&) noexcept;
     int wrongBits (std::int64_t oldest, std::int64_t latest, std::int64_t offset) noexcept;
     void recall (std::int64_t newest, bool forward) noexcept;
     void search (std::int64_t newest, bool forward) noexcept;
@@ -61,7 +64,8 @@ private:
 
     const ControlMedium* medium = nullptr;
     const GrooveCode* code = nullptr;
-    double rate = 44100, turnsNow = 0;
+    int framesPerTick = 6, longestGapTicks = 441;
+    double turnsNow = 0;
 
     std::array<Cycle, history> cycles {};
     std::int64_t current = 0;
@@ -72,12 +76,12 @@ private:
     {
         float clear = 0, set = 1;
     };
-    std::array<SlotLevels, 6> slotLevels {};
+    std::array<SlotLevels, slots> slotLevels {};
     bool tooFast = false, even = false;
 
     bool known = false, remembered = false;
     std::int64_t offset = 0; // cycle of the medium minus number in the count
     float trust = 0;
-    int absentSamples = 0;
+    int absentTicks = 0;
     int doubtful = 0;
 };

@@ -15,6 +15,8 @@ constexpr std::array wirings { ControlWiring {},
                                ControlWiring { true, true, true },
                                ControlWiring { true, true, false },
                                ControlWiring { true, false, true } };
+constexpr double fastestTickRate = 72000; // of frames, Hz
+constexpr float loudest = 8;              // of an input, full scale 1; what is above is no signal
 constexpr double firstTrialSeconds = 0.2, provedTrialSeconds = 4;
 } // namespace
 
@@ -23,10 +25,14 @@ void TimecodeDecoder::prepare (const ControlMedium& newMedium, std::shared_ptr<c
 {
     medium = newMedium;
     code = std::move (newCode);
-    rate = sampleRate;
+    inputRate = sampleRate;
+    averaged = 1;
+    while (inputRate / averaged > fastestTickRate)
+        averaged *= 2;
+    const auto rate = inputRate / averaged;
     tracker.prepare (medium, rate);
     if (code != nullptr)
-        lock.prepare (medium, *code, rate);
+        lock.prepare (medium, *code, rate, tracker.framesInTick());
     wiringIndex = 0;
     reset();
 }
@@ -35,8 +41,11 @@ void TimecodeDecoder::reset() noexcept
 {
     tracker.reset();
     lock.reset();
-    turns = 0;
-    wiringsTried = unreadFrames = 0;
+    secondsTravelled = 0;
+    leftTick = rightTick = {};
+    gathered = inAverage = 0;
+    leftSum = rightSum = 0;
+    wiringsTried = unreadTicks = 0;
     wiringIsProved = false;
 }
 
@@ -48,24 +57,54 @@ ControlWiring TimecodeDecoder::wiring() const noexcept
 std::optional<double> TimecodeDecoder::position() const noexcept
 {
     const auto cycle = code != nullptr ? lock.cycle() : std::nullopt;
-    return cycle.has_value() ? std::optional (*cycle / medium.carrierHz) : std::nullopt;
+    return cycle.has_value() ? std::optional (*cycle / medium.carrierHz + pendingSeconds()) : std::nullopt;
 }
 
 void TimecodeDecoder::process (float left, float right) noexcept
 {
+    if (averaged > 1)
+    {
+        leftSum += left;
+        rightSum += right;
+        if (++inAverage < averaged)
+            return;
+        left = leftSum / static_cast<float> (averaged);
+        right = rightSum / static_cast<float> (averaged);
+        leftSum = rightSum = 0;
+        inAverage = 0;
+    }
+    leftTick[gathered] = std::abs (left) <= loudest ? left : 0; // not a number is no signal either
+    rightTick[gathered] = std::abs (right) <= loudest ? right : 0;
+    if (++gathered < tracker.framesInTick())
+        return;
+    gathered = 0;
+    processTick();
+}
+
+void TimecodeDecoder::processTick() noexcept
+{
     const auto wired = wiring();
-    const auto first = (wired.leftInverted ? -1.0f : 1.0f) * left,
-               second = (wired.rightInverted ? -1.0f : 1.0f) * right;
-    const auto reading = wired.exchanged ? tracker.process (second, first) : tracker.process (first, second);
-    turns += tracker.speed() * medium.carrierHz / rate;
+    if (wired.leftInverted || wired.rightInverted)
+        for (int i = 0; i < TickLanes::size; ++i)
+        {
+            leftTick[i] *= wired.leftInverted ? -1.0f : 1.0f;
+            rightTick[i] *= wired.rightInverted ? -1.0f : 1.0f;
+        }
+    const auto& reading =
+        wired.exchanged ? tracker.process (rightTick, leftTick) : tracker.process (leftTick, rightTick);
+    secondsTravelled += tracker.speed() * tracker.framesInTick() * averaged / inputRate;
     if (code == nullptr)
         return;
-
     lock.process (reading);
-    if (lock.cycle().has_value())
+    watchWiring (reading);
+}
+
+void TimecodeDecoder::watchWiring (const CarrierTracker::Reading& reading) noexcept
+{
+    if (isLocked())
     {
         wiringIsProved = true;
-        unreadFrames = 0;
+        unreadTicks = 0;
         return;
     }
     const auto fast = std::abs (tracker.speed());
@@ -76,13 +115,13 @@ void TimecodeDecoder::process (float left, float right) noexcept
         wiringIsProved
             ? provedTrialSeconds
             : firstTrialSeconds * (1 << std::min (4, wiringsTried / static_cast<int> (wirings.size())));
-    if (++unreadFrames > trial * rate * 1000 / medium.carrierHz)
+    if (++unreadTicks > trial * TurnHistory::ticksPerSecond * 1000 / medium.carrierHz)
         tryNextWiring();
 }
 
 void TimecodeDecoder::tryNextWiring() noexcept
 {
-    unreadFrames = 0;
+    unreadTicks = 0;
     wiringIsProved = false;
     ++wiringsTried;
     wiringIndex = (wiringIndex + 1) % static_cast<int> (wirings.size());

@@ -9,9 +9,10 @@ struct ControlWiring
     bool operator== (const ControlWiring&) const = default;
 };
 
-/** Speed and place of the needle from the two channels of a control signal, sample by sample.
+/** Speed and place of the needle from the two channels of a control signal.
 
-    When a carrier is there whose code can't be read, other wirings are tried in turn until one can. Audio thread;
+    Frames are gathered to ticks (six at 44,100 Hz); speed is renewed with each, the place goes on between them. Above
+    72 kHz neighbouring frames are averaged first. When a carrier is there whose code can't be read, other wirings are tried in turn until one can. Audio thread;
     allocates nothing but in prepare(). */
 class TimecodeDecoder
 {
@@ -21,39 +22,55 @@ public:
     void prepare (const ControlMedium&, std::shared_ptr<const GrooveCode> code, double sampleRate);
 
     /** Forgets what was heard. */
-    void reset() noexcept;
+    PX_AUDIO_THREAD void reset() noexcept;
 
-    void process (float left, float right) noexcept;
+    PX_AUDIO_THREAD void process (float left, float right) noexcept;
 
     /** 1 is nominal, backwards below 0; 0 without a carrier. */
-    double speed() const noexcept { return tracker.speed(); }
+    PX_AUDIO_THREAD double speed() const noexcept { return tracker.speed(); }
 
     /** Seconds of the medium at its nominal speed, or nothing. */
-    std::optional<double> position() const noexcept;
+    PX_AUDIO_THREAD std::optional<double> position() const noexcept;
 
     /** Seconds of groove that went by under the needle, forwards less backwards, since the last reset. */
-    double travelled() const noexcept { return turns / medium.carrierHz; }
+    PX_AUDIO_THREAD double travelled() const noexcept { return secondsTravelled + pendingSeconds(); }
 
-    bool hasSignal() const noexcept { return tracker.carrierPresence().isPresent(); }
+    /** The needle's place is known: position() has one. */
+    PX_AUDIO_THREAD bool isLocked() const noexcept { return code != nullptr && lock.cycle().has_value(); }
+
+    PX_AUDIO_THREAD bool hasSignal() const noexcept { return tracker.carrierPresence().isPresent(); }
 
     /** Level of the carrier at nominal speed, root mean square of the input; 0 before one was heard. */
-    float level() const noexcept { return tracker.carrierPresence().nominalLevel(); }
+    PX_AUDIO_THREAD float level() const noexcept { return tracker.carrierPresence().nominalLevel(); }
 
     /** Share of cycles that said what the code foretold, 0 to 1; 0 while the place is unknown. */
-    float quality() const noexcept { return lock.trustInPlace(); }
+    PX_AUDIO_THREAD float quality() const noexcept { return lock.trustInPlace(); }
 
-    ControlWiring wiring() const noexcept;
+    PX_AUDIO_THREAD ControlWiring wiring() const noexcept;
 
 private:
-    void tryNextWiring() noexcept;
+    PX_AUDIO_THREAD void processTick() noexcept;
+    PX_AUDIO_THREAD void watchWiring (const CarrierTracker::Reading&) noexcept;
+    PX_AUDIO_THREAD void tryNextWiring() noexcept;
+
+    /** Seconds of groove that went by since the last tick, by its speed. */
+    PX_AUDIO_THREAD double pendingSeconds() const noexcept
+    {
+        return tracker.speed() * (gathered * averaged + inAverage) / inputRate;
+    }
 
     ControlMedium medium {};
     std::shared_ptr<const GrooveCode> code;
-    double rate = 44100, turns = 0;
+    double inputRate = 44100, secondsTravelled = 0;
     CarrierTracker tracker;
     PositionLock lock;
 
+    // Frames that wait for their tick.
+    TickLanes leftTick, rightTick;
+    int gathered = 0, averaged = 1, inAverage = 0;
+    float leftSum = 0, rightSum = 0;
+
     int wiringIndex = 0, wiringsTried = 0;
     bool wiringIsProved = false;
-    int unreadFrames = 0;
+    int unreadTicks = 0;
 };

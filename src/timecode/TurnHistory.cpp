@@ -11,7 +11,8 @@ constexpr int pushesBetweenSums = 512; // rounding can't gather for longer
 
 void TurnHistory::prepare (double sampleRate) noexcept
 {
-    tickLength = std::max (1, static_cast<int> (std::lround (sampleRate / ticksPerSecond)));
+    tickLength =
+        std::clamp (static_cast<int> (std::lround (sampleRate / ticksPerSecond)), 1, TickLanes::size);
     for (std::size_t i = 0; i < lengths.size(); ++i)
         lengths[i] = std::clamp (static_cast<int> (std::lround (windowSeconds[i] * sampleRate / tickLength)),
                                  9, capacity);
@@ -22,7 +23,12 @@ void TurnHistory::prepare (double sampleRate) noexcept
 void TurnHistory::reset() noexcept
 {
     ring.fill (0);
-    sums.fill ({});
+    for (int window = 0; window < windows; ++window)
+    {
+        const auto n = static_cast<double> (lengthInTicks (window));
+        sums[static_cast<std::size_t> (window)] = { 0, 0, 6 / (n * (n * n - 1)) / tickLength };
+    }
+    newestThird = oldestThird = 0;
     next = pushesUntilSummedAnew = 0;
 }
 
@@ -32,10 +38,13 @@ void TurnHistory::push (double turnsOfTick) noexcept
     {
         const auto n = lengthInTicks (window);
         const auto leaving = at (n - 1);
-        auto& [plain, weighted] = sums[static_cast<std::size_t> (window)];
-        weighted += (n - 1) * (turnsOfTick + leaving) - 2 * (plain - leaving);
-        plain += turnsOfTick - leaving;
+        auto& sum = sums[static_cast<std::size_t> (window)];
+        sum.weighted += (n - 1) * (turnsOfTick + leaving) - 2 * (sum.plain - leaving);
+        sum.plain += turnsOfTick - leaving;
     }
+    const auto third = lengths[0] / 3;
+    newestThird += turnsOfTick - at (third - 1);
+    oldestThird += at (2 * third - 1) - at (3 * third - 1);
     ring[static_cast<std::size_t> (next)] = turnsOfTick;
     next = (next + 1) & (capacity - 1);
     if (--pushesUntilSummedAnew <= 0)
@@ -47,14 +56,21 @@ void TurnHistory::sumAnew() noexcept
     pushesUntilSummedAnew = pushesBetweenSums;
     for (int window = 0; window < windows; ++window)
     {
-        Sums fresh;
+        auto& sum = sums[static_cast<std::size_t> (window)];
         const auto n = lengthInTicks (window);
+        sum.plain = sum.weighted = 0;
         for (int i = 0; i < n; ++i)
         {
-            fresh.plain += at (i);
-            fresh.weighted += (n - 1 - 2 * i) * at (i);
+            sum.plain += at (i);
+            sum.weighted += (n - 1 - 2 * i) * at (i);
         }
-        sums[static_cast<std::size_t> (window)] = fresh;
+    }
+    const auto third = lengths[0] / 3;
+    newestThird = oldestThird = 0;
+    for (int i = 0; i < third; ++i)
+    {
+        newestThird += at (i);
+        oldestThird += at (2 * third + i);
     }
 }
 
@@ -74,9 +90,8 @@ void TurnHistory::shift (double turns) noexcept
 
 double TurnHistory::slope (int window) const noexcept
 {
-    const auto n = lengthInTicks (window);
-    return sums[static_cast<std::size_t> (window)].weighted * 6
-           / (static_cast<double> (n) * (static_cast<double> (n) * n - 1)) / tickLength;
+    const auto& sum = sums[static_cast<std::size_t> (window)];
+    return sum.weighted * sum.toSlope;
 }
 
 double TurnHistory::mean (int window) const noexcept
@@ -86,11 +101,7 @@ double TurnHistory::mean (int window) const noexcept
 
 double TurnHistory::middle() const noexcept
 {
-    const auto third = lengths[0] / 3;
-    std::array<double, 3> sums {};
-    for (int i = 0; i < lengths[0]; ++i)
-        sums[static_cast<std::size_t> (i / third)] += at (i);
     // Of a parabola the mean lies 9/24 of the thirds' second difference beside the middle.
-    return (sums[0] + sums[1] + sums[2]) / lengths[0]
-           - (sums[0] - 2 * sums[1] + sums[2]) / third * (9.0 / 24);
+    const auto all = sums[0].plain, middleThird = all - newestThird - oldestThird;
+    return all / lengths[0] - (newestThird - 2 * middleThird + oldestThird) / (lengths[0] / 3) * (9.0 / 24);
 }
