@@ -178,12 +178,13 @@ juce::String MidiMappingComponent::monitorText() const
     const auto seen = midi.control.lastSeen();
     if (seen.count == 0)
         return "MIDI Monitor: " + PanelPaint::dash();
-    const auto hex = [] (int byte) { return juce::String::toHexString (byte).toUpperCase(); };
+    const std::array bytes { static_cast<uint8_t> (seen.status), static_cast<uint8_t> (seen.data),
+                             static_cast<uint8_t> (seen.value) };
     juce::StringArray names;
     mapping.forEachMatch (seen.status, seen.data,
                           [&names] (int number, const MidiMappingRow&)
                           { names.add (CommandTable::name (number)); });
-    return "MIDI Monitor: " + hex (seen.status) + " " + hex (seen.data) + " " + hex (seen.value) + "   "
+    return "MIDI Monitor: " + juce::String::toHexString (bytes.data(), 3).toUpperCase() + "   "
            + MappingAreas::controlText ({ seen.status, seen.data }) + " = " + juce::String (seen.value)
            + (names.isEmpty() ? "   (no command)" : "   " + names.joinIntoString (", "));
 }

@@ -15,10 +15,10 @@ juce::String hexText (uint32_t word)
 {
     if (word == 0)
         return PanelPaint::dash();
-    juce::StringArray bytes;
-    for (int shift = 0; shift < 24; shift += 8)
-        bytes.add (juce::String::toHexString (static_cast<int> (word >> shift & 0xff)).toUpperCase());
-    return bytes.joinIntoString (" ");
+    std::array<uint8_t, 3> bytes {};
+    for (size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<uint8_t> (word >> 8 * i);
+    return juce::String::toHexString (bytes.data(), static_cast<int> (bytes.size())).toUpperCase();
 }
 }
 
