@@ -33,9 +33,11 @@ public:
         @returns false if the host's sink has ended it */
     bool renderTo (int64_t frame)
     {
-        while (controllers != nullptr && controllers->nextTick().value_or (frame + 1) <= frame)
+        const auto nextTick = [this]
+        { return controllers != nullptr ? controllers->nextTick() : std::nullopt; };
+        for (auto tick = nextTick(); tick && *tick <= frame; tick = nextTick())
         {
-            if (!host.render (*controllers->nextTick() - host.position()))
+            if (!host.render (*tick - host.position()))
                 return false;
             controllers->tick();
             tellOfScripts();

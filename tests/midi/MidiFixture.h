@@ -10,7 +10,7 @@ struct MidiFixture : EngineFixture
     explicit MidiFixture (std::span<const ControllerDriver> d = {}) : drivers (d) { begin(); }
     ~MidiFixture() { midi.reset(); }
 
-    void begin()
+    void begin (bool isInHost = false)
     {
         MidiSystem::Options options;
         options.backends.clear();
@@ -19,6 +19,7 @@ struct MidiFixture : EngineFixture
         options.backends.push_back (std::move (made));
         options.drivers = drivers;
         options.hasThreads = false;
+        options.isInHost = isInHost;
         midi = std::make_unique<MidiSystem> (*engine, std::move (options));
     }
 

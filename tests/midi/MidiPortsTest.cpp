@@ -103,6 +103,33 @@ TEST (MidiPorts, WhatIsWantedOutlivesTheCableAndTheProgram)
                  ElementsAre (MidiPortSet::Wanted { "Pad" }, MidiPortSet::Wanted { "Other" }));
 }
 
+TEST (MidiPorts, InAHostAreClosedUntilTheUserAsksAndStayAsChosen)
+{
+    MidiFixture fixture;
+    fixture.midi->control.ports.setInputEnabled ("Pad", true);
+    const auto restart = [&fixture]
+    {
+        fixture.midi.reset();
+        fixture.begin (true);
+        return fixture.cables->plug ("Pad");
+    };
+    const auto isHeard = [&fixture] (const juce::String& pad)
+    {
+        if (fixture.midi->ports.isWatching())
+            fixture.look();
+        return fixture.cables->play (pad, { 0x90, 60, 1 }) > 0;
+    };
+    auto pad = restart();
+    EXPECT_FALSE (isHeard (pad));
+    fixture.midi->setOpensPorts (true);
+    EXPECT_TRUE (isHeard (pad));
+    pad = restart();
+    EXPECT_TRUE (isHeard (pad));
+    fixture.midi->setOpensPorts (false);
+    pad = restart();
+    EXPECT_FALSE (isHeard (pad));
+}
+
 TEST (MidiPorts, AClosedPortIsForgottenAndOneOpenTwiceHearsTwice)
 {
     struct Counter : MidiReceiver

@@ -134,7 +134,7 @@ juce::String JackClient::handleOf (const juce::String& portName)
 
 juce::String JackClient::shownName (jack_port_t* port) const
 {
-    const auto name = textOf (jack.port_name (port));
+    auto name = textOf (jack.port_name (port));
     if (!name.startsWith ("system:"))
         return name;
     // The server's own ports bear the device's name as an alias.
@@ -165,7 +165,7 @@ std::vector<MidiPortInfo> JackClient::ports (MidiDirection direction)
             port != nullptr && jack.port_is_mine (client, port) == 0)
             list.push_back ({ shownName (port), handleOf (textOf (*name)) });
     if (names != nullptr)
-        jack.free (names);
+        jack.free (static_cast<void*> (names));
     return list;
 }
 

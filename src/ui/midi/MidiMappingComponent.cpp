@@ -32,6 +32,7 @@ MidiMappingComponent::MidiMappingComponent (MidiSystem& m) : PollingView (Pace::
 
     search.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
     search.setJustification (juce::Justification::centredLeft);
+    search.setIndents (gap, 0);
     search.setTextToShowWhenEmpty ("Search", palette::label);
     search.onTextChange = [this] { showFiltered(); };
     search.onEscapeKey = [this] { search.clear(); };
