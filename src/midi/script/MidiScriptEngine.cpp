@@ -18,7 +18,8 @@ MidiScriptEngine::MidiScriptEngine (CPlatterdex* o, MidiPortService& portService
     // A device that comes back has dark lamps, whatever was sent to it before.
     portSet.onChange = [this]
     {
-        for (const auto& script : *listeningScripts())
+        const auto scripts = listeningScripts();
+        for (const auto& script : *scripts)
             script->forgetSent();
     };
 }
@@ -70,7 +71,8 @@ void MidiScriptEngine::addScript (const juce::File& file)
 void MidiScriptEngine::tick()
 {
     const ScriptThreadCleanup cleanup;
-    for (const auto& script : *listeningScripts())
+    const auto scripts = listeningScripts();
+    for (const auto& script : *scripts)
         script->tick();
 }
 
@@ -155,7 +157,8 @@ void MidiScriptEngine::midiArrived (const juce::String& port, std::span<const ui
     std::optional<ScriptThreadCleanup> cleanup;
     if (isStepped)
         cleanup.emplace();
-    for (const auto& script : *listeningScripts())
+    const auto scripts = listeningScripts();
+    for (const auto& script : *scripts)
         script->post (message);
 }
 
