@@ -155,11 +155,21 @@ int CFastResample::process (const float* const* in, int frames, float* const* ou
         std::copy_n (in[channel], taken, history[channel].begin() + taps - 1);
 
     const auto produced = position.framesProduced (frames, ratio);
-    render ({ table.data(), history.data(), history.size(), position, ratio, out, produced });
+    if (ratio == 1.0 && position.isWhole())
+        copy (out, produced);
+    else
+        render ({ table.data(), history.data(), history.size(), position, ratio, out, produced });
     for (auto& buffer : history)
         std::memmove (buffer.data(), buffer.data() + taken, kept * sizeof (float));
     position.advance (frames, produced, ratio);
     return produced;
+}
+
+void CFastResample::copy (float* const* out, int frames) const noexcept
+{
+    const auto first = position.nearest() + taps / 2 - 1;
+    for (size_t channel = 0; channel < history.size(); ++channel)
+        std::copy_n (history[channel].begin() + first, frames, out[channel]);
 }
 
 int CFastResample::framesProduced (int frames, double ratio) const noexcept

@@ -49,6 +49,9 @@ public:
 private:
     CFastResample (int channels, int order, int largestBlock);
 
+    /** Gives the frames of the call as they are: what the kernel makes of them at whole places. */
+    PX_AUDIO_THREAD void copy (float* const* out, int frames) const noexcept;
+
     const int taps, largestBlock;
     void (*const render) (const Job&) noexcept; ///< for this number of taps on this processor
     std::vector<float> table;                   ///< rows of `taps` coefficients each

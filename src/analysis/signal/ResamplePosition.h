@@ -45,7 +45,13 @@ public:
 
     PX_AUDIO_THREAD void reset() noexcept { carried = 0.0; }
 
+    /** True if nothing but the rounding of sums keeps the next output frame off a whole input frame, the nearest one. */
+    PX_AUDIO_THREAD bool isWhole() const noexcept { return std::abs (carried - nearest()) < roundingOfSums; }
+    PX_AUDIO_THREAD int nearest() const noexcept { return static_cast<int> (carried + 0.5); }
+
 private:
+    static constexpr double roundingOfSums = 1.0e-9;
+
     double carried =
         0.0; ///< where the next output frame lies, in frames after the input so far; never negative
 };
