@@ -70,7 +70,7 @@ CElastiqueMC::CElastiqueMC (int blockSize, int channelCount, float rate)
       frequency (static_cast<size_t> (frameLength)),
       synthesised (buffers (workChannels, frameLength)),
       spectraRing { StretchSpectra (workChannels, frameLength), StretchSpectra (workChannels, frameLength),
-                    StretchSpectra (workChannels, frameLength) },
+                    StretchSpectra (workChannels, frameLength), StretchSpectra (workChannels, frameLength) },
       turners { PhaseTurner (frameLength, leadersOf (channels, 0)),
                 PhaseTurner (frameLength, leadersOf (channels, 1)) },
       input (workChannels, std::max (16 * frameLength, 65'536)),
@@ -122,7 +122,7 @@ void CElastiqueMC::reset() noexcept
     detector.reset();
     resampler->reset();
     factors = *StretchFactors::of (1.0f, 1.0f, frameLength);
-    inputEnd = signalEnd = detectedEnd = 0;
+    inputEnd = signalEnd = detectedBegin = detectedEnd = 0;
     stage = stages();
     fetchedEnd = 0;
     lastFetch = 0;
@@ -130,6 +130,17 @@ void CElastiqueMC::reset() noexcept
     readyStep = 1.0;
     readPosition = 0.0;
     resampling = false;
+}
+
+void CElastiqueMC::startInside (const float* const* lead) noexcept
+{
+    Input given { lead, getLeadFrames(), 0 };
+    inputEnd = detectedBegin = detectedEnd = -getLeadFrames();
+    take (given, given.frames);
+    // The lead's own beginning is no onset.
+    detectUpTo (timeline.nextIn (factors));
+    detector.skip();
+    timeline.startInside();
 }
 
 int CElastiqueMC::setOutputBlockSize (int frames) noexcept
@@ -239,7 +250,8 @@ int CElastiqueMC::framesNeeded (const StretchFactors& wanted) const noexcept
         {
             complete = out;
             in += wanted.hopIn;
-            out = out == nothingYet ? in : out + timeline.leastHop (wanted, in);
+            out = out == nothingYet ? timeline.leastFirstOut (wanted, in)
+                                    : out + timeline.leastHop (wanted, in);
         }
         if (complete >= end)
             break;
@@ -263,7 +275,8 @@ int CElastiqueMC::getPreFramesNeeded() const noexcept
 {
     // As framesNeeded() of an empty stretcher: frames begin where the first of them ends with its hop.
     const auto end = resampler->latency() + static_cast<int> (outputBlock * factors.pitch) + 1;
-    auto in = static_cast<int64_t> (factors.hopIn - frameLength), out = in, complete = nothingYet;
+    auto in = static_cast<int64_t> (factors.hopIn - frameLength), out = timeline.leastFirstOut (factors, in),
+         complete = nothingYet;
     while (complete < end)
     {
         in += factors.hopIn;

@@ -29,6 +29,8 @@ public:
     PX_AUDIO_THREAD int setStretchPitch (float* stretch, float pitch, int keepPhase) noexcept;
     PX_AUDIO_THREAD int setStretchAndPitch (float stretch, float* pitch, int keepPhase) noexcept;
     PX_AUDIO_THREAD void reset() noexcept;
+    PX_AUDIO_THREAD int getLeadFrames() const noexcept { return frameLength + frameLength / 4; }
+    PX_AUDIO_THREAD void startInside (const float* const* lead) noexcept;
     PX_AUDIO_THREAD int flush (float* const* out) noexcept;
     PX_AUDIO_THREAD int getPreFramesNeeded() const noexcept;
     PX_AUDIO_THREAD int setStereoMode (int mode) noexcept;
@@ -43,6 +45,9 @@ private:
     static constexpr int piece = 128;
     static constexpr int resampleOrder = 3;
     static constexpr int history = 32; ///< frames kept of what has been fetched: the resampler's width
+
+    /** The frame that is analysed, the one that is turned, and two before it. */
+    static constexpr int keptSpectra = 4;
 
     struct Input
     {
@@ -73,7 +78,7 @@ private:
 
     StretchSpectra& spectra (int64_t frame) noexcept
     {
-        return spectraRing[static_cast<size_t> ((frame + 3) % 3)];
+        return spectraRing[static_cast<size_t> (frame & (keptSpectra - 1))];
     }
     int64_t vocoderEnd() const noexcept;
     int stages() const noexcept { return 5 * workChannels; }
@@ -91,14 +96,14 @@ private:
     std::vector<float> analysisWindow, synthesisWindow, product; ///< the product is of both
     std::vector<float> time, frequency;                          ///< of the stage that runs
     std::vector<std::vector<float>> synthesised;                 ///< per work channel
-    std::array<StretchSpectra, 3> spectraRing;
+    std::array<StretchSpectra, keptSpectra> spectraRing;
     std::array<PhaseTurner, 2> turners; ///< by stereo mode
 
     // Input, and the vocoder's output before the resampler with the sum of its windows as the last channel.
     SampleRing input, vocoded;
     int64_t inputEnd = 0, signalEnd = 0; ///< the second without the silence of flush()
     OnsetDetector detector;
-    int64_t detectedEnd = 0;
+    int64_t detectedBegin = 0, detectedEnd = 0;
     StretchTimeline timeline;
     int stage = 0; ///< of the newest frame's work; stages() when done
 

@@ -93,7 +93,7 @@ void CElastiqueMC::beginFrame (Input& given) noexcept
     detectUpTo (end);
     auto onset = detector.find();
     if (onset)
-        onset = steepestAfter (*onset * (frameLength / OnsetDetector::blocksPerFrame));
+        onset = steepestAfter (detectedBegin + *onset * (frameLength / OnsetDetector::blocksPerFrame));
     timeline.add (factors, onset);
     stage = 0;
 }

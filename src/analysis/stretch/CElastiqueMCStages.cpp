@@ -93,7 +93,7 @@ void CElastiqueMC::turnPhases() noexcept
     else if (now.ratio == 1.0)
         turner.relax();
     if (now.onset)
-        turner.resetRisen (spectra (frame - 1), spectra (frame + 1));
+        turner.resetRisen (spectra (frame - (now.isDeferred ? 2 : 1)), spectra (frame + 1));
 }
 
 void CElastiqueMC::synthesise (int channel) noexcept

@@ -28,6 +28,8 @@ public:
         return engine->setStretchAndPitch (stretch, pitch, keepPhase);
     }
     void reset() override { engine->reset(); }
+    void startInside (const float* const* lead) override { engine->startInside (lead); }
+    int getLeadFrames() override { return engine->getLeadFrames(); }
     int flush (float* const* out) override { return engine->flush (out); }
     int getPreFramesNeeded() override { return engine->getPreFramesNeeded(); }
     int setStereoMode (int mode) override { return engine->setStereoMode (mode); }

@@ -28,6 +28,9 @@ public:
         @returns the number of the onset's block since the reset, or nothing */
     PX_AUDIO_THREAD std::optional<int64_t> find() noexcept;
 
+    /** Looks at no block so far, but remembers their energy. */
+    PX_AUDIO_THREAD void skip() noexcept { searched = count; }
+
     static constexpr int look = 4; ///< blocks over which a rise must hold
 
 private:

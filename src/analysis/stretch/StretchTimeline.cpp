@@ -2,17 +2,21 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace
 {
 /** Ratios between which onsets are kept whole. Beyond, too little is left between them to make it up. */
-constexpr double leastElastic = 0.6, greatestElastic = 2.2;
+constexpr double leastElastic = 0.45, greatestElastic = 2.2;
 
 /** Above this pitch a block takes so many frames that the doubt of their hops would pile up input. */
 constexpr double greatestElasticPitch = 4.0;
 
 /** Shares of the ratio's hop between which one hop may lie, and of the frame that it never exceeds. */
 constexpr double shortestHop = 0.3, longestHop = 2.0, longestShare = 0.6;
+
+/** The same of the hop to an onset's first frame: what is thin before an onset is not heard. */
+constexpr double longestShareToOnset = 0.72;
 
 bool isElastic (const StretchFactors& factors) noexcept
 {
@@ -52,6 +56,8 @@ void StretchTimeline::reset() noexcept
     newest = -1;
     lastOnset = 0;
     target = 0.0;
+    isInside = false;
+    awaited.reset();
     history[0] = {};
 }
 
@@ -71,17 +77,27 @@ bool StretchTimeline::holds (int64_t in, int64_t sample) const noexcept
 void StretchTimeline::add (const StretchFactors& factors, std::optional<int64_t> onset) noexcept
 {
     const auto in = nextIn (factors);
-    Frame next { in, in, 0.0, factors.pitch, factors.ratio, onset.has_value() };
+    Frame next { in, in, 0.0, factors.pitch, factors.ratio };
+    if (!onset && awaited)
+    {
+        onset = awaited;
+        next.isDeferred = true;
+    }
+    awaited.reset();
     if (newest < 0)
     {
         // The signal begins at 0 in both times, whatever the ratio.
-        target = factors.ratio * (static_cast<double> (in) + middle);
+        target = factors.ratio * static_cast<double> (in + middle);
+        next.out = firstOut (factors, in, onset);
     }
     else
     {
         target += factors.ratio * factors.hopIn;
+        if (onset && isOutOfReach (factors, in, *onset))
+            awaited = std::exchange (onset, std::nullopt);
         next.out = frame (newest).out + hopFor (factors, in, onset);
     }
+    next.onset = onset.has_value();
     if (onset)
         lastOnset = *onset;
     next.target = target;
@@ -89,12 +105,43 @@ void StretchTimeline::add (const StretchFactors& factors, std::optional<int64_t>
     history[static_cast<size_t> (newest & (size - 1))] = next;
 }
 
-bool StretchTimeline::isBeginning (int64_t in) const noexcept
+double StretchTimeline::shiftFor (const StretchFactors& factors, int64_t in, int64_t onset) const noexcept
 {
-    return in < 0 && holds (in, 0);
+    return isElastic (factors) ? (factors.ratio - 1.0) * static_cast<double> (onset - in - middle) : 0.0;
 }
 
-int StretchTimeline::hopFor (const StretchFactors& factors, int64_t in, std::optional<int64_t> onset) noexcept
+int64_t StretchTimeline::firstOut (const StretchFactors& factors, int64_t in,
+                                   std::optional<int64_t> onset) const noexcept
+{
+    if (!isInside)
+        return in;
+    const auto shift = onset ? shiftFor (factors, in, *onset) : 0.0;
+    return even (factors.ratio * static_cast<double> (in + middle) + shift) - middle;
+}
+
+int64_t StretchTimeline::leastFirstOut (const StretchFactors& factors, int64_t in) const noexcept
+{
+    return std::min (firstOut (factors, in, in), firstOut (factors, in, in + frameLength));
+}
+
+bool StretchTimeline::isOutOfReach (const StretchFactors& factors, int64_t in, int64_t onset) const noexcept
+{
+    // In a sound that is sped up, a frame whose last part holds an onset would have to lie before the one before it. The
+    // next frame, which holds it nearer to its middle, can place it.
+    if (!isElastic (factors) || isBeginning (in) || !holds (in + factors.hopIn, onset))
+        return false;
+    const auto hop =
+        target - static_cast<double> (frame (newest).out + middle) + shiftFor (factors, in, onset);
+    return hop < HopLimits (factors, frameLength).least - static_cast<double> (frameLength) / 128;
+}
+
+bool StretchTimeline::isBeginning (int64_t in) const noexcept
+{
+    return !isInside && in < 0 && holds (in, 0);
+}
+
+int StretchTimeline::hopFor (const StretchFactors& factors, int64_t in,
+                             std::optional<int64_t> onset) const noexcept
 {
     // However the factors change while it is taken in, the signal's beginning comes out whole and at once.
     if (isBeginning (in))
@@ -105,16 +152,19 @@ int StretchTimeline::hopFor (const StretchFactors& factors, int64_t in, std::opt
     const auto stray = wanted - factors.hopIn; // of the frame's middle, after a hop as in the input
     const auto whole = isElastic (factors) && holds (before.in, lastOnset) && holds (in, lastOnset);
     const HopLimits limits (factors, frameLength);
-    auto limited = [&] (double hop) { return even (std::clamp (hop, limits.least, limits.greatest)); };
 
     if (onset && isElastic (factors))
     {
-        const auto shift = (factors.ratio - 1.0) * static_cast<double> (*onset - in - middle);
+        const auto shift = shiftFor (factors, in, *onset);
         const auto tolerance = frameLength / 32;
-        return whole && std::abs (stray + shift) <= tolerance ? factors.hopIn : limited (wanted + shift);
+        if (whole && std::abs (stray + shift) <= tolerance)
+            return factors.hopIn;
+        return even (std::clamp (wanted + shift, limits.least,
+                                 std::max (limits.greatest, longestShareToOnset * frameLength)));
     }
     const auto farthest = std::abs (factors.ratio - 1.0) * 0.75 * frameLength + frameLength / 32;
-    return whole && std::abs (stray) <= farthest ? factors.hopIn : limited (wanted);
+    return whole && std::abs (stray) <= farthest ? factors.hopIn
+                                                 : even (std::clamp (wanted, limits.least, limits.greatest));
 }
 
 int StretchTimeline::leastHop (const StretchFactors& factors, int64_t in) const noexcept

@@ -20,12 +20,23 @@ public:
         int64_t in = 0, out = 0; ///< first sample, in the input and in the vocoder's output
         double target = 0.0;     ///< where its middle would lie in the output by the ratio alone
         double pitch = 1.0, ratio = 1.0;
-        bool onset = false; ///< a sound sets on in it that the frame before does not hold
+        bool onset = false;      ///< a sound sets on in it that the frame before does not hold
+        bool isDeferred = false; ///< the frame before holds it at its end, but could not place it
     };
 
     explicit StretchTimeline (int length) noexcept : frameLength (length), middle (length / 2) {}
 
     PX_AUDIO_THREAD void reset() noexcept;
+
+    /** The signal goes on from sound before its first sample: no beginning is to come out whole. After reset(). */
+    PX_AUDIO_THREAD void startInside() noexcept
+    {
+        isInside = true;
+        lastOnset = -2 * frameLength;
+    }
+
+    /** The least first output sample that add() can give to the first frame. @param in   its first input sample */
+    PX_AUDIO_THREAD int64_t leastFirstOut (const StretchFactors&, int64_t in) const noexcept;
 
     PX_AUDIO_THREAD bool isEmpty() const noexcept { return newest < 0; }
 
@@ -67,11 +78,18 @@ private:
     PX_AUDIO_THREAD int64_t frameBehind (double vocoderPosition, MiddleOf&&) const noexcept;
     template <typename MiddleOf>
     PX_AUDIO_THREAD double inputAt (double vocoderPosition, MiddleOf&&) const noexcept;
-    PX_AUDIO_THREAD int hopFor (const StretchFactors&, int64_t in, std::optional<int64_t> onset) noexcept;
+    PX_AUDIO_THREAD int64_t firstOut (const StretchFactors&, int64_t in,
+                                      std::optional<int64_t> onset) const noexcept;
+    PX_AUDIO_THREAD int hopFor (const StretchFactors&, int64_t in,
+                                std::optional<int64_t> onset) const noexcept;
+    PX_AUDIO_THREAD double shiftFor (const StretchFactors&, int64_t in, int64_t onset) const noexcept;
+    PX_AUDIO_THREAD bool isOutOfReach (const StretchFactors&, int64_t in, int64_t onset) const noexcept;
 
     const int frameLength, middle;
     std::array<Frame, size> history {};
     int64_t newest = -1;
     int64_t lastOnset = 0;
-    double target = 0.0; ///< where the newest frame's middle should lie
+    std::optional<int64_t> awaited; ///< an onset that the next frame is to place
+    double target = 0.0;            ///< where the newest frame's middle should lie
+    bool isInside = false;          ///< sound goes before the signal
 };

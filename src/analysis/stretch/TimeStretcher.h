@@ -56,6 +56,11 @@ public:
     /** Forgets all signal. The factors return to 1. */
     PX_AUDIO_THREAD virtual void reset() = 0;
 
+    /** Begins in the midst of a sound, after a reset and before any input: it comes out at the factors from its first frame
+        on, where a sound's own beginning would come out whole first. @param lead   the getLeadFrames() frames before it */
+    PX_AUDIO_THREAD virtual void startInside (const float* const* lead) = 0;
+    PX_AUDIO_THREAD virtual int getLeadFrames() = 0;
+
     /** Plays out what the stretcher still holds, a block at a time.
         @returns frames of the block that hold signal, -1 if none are left */
     PX_AUDIO_THREAD virtual int flush (float* const* out) = 0;
