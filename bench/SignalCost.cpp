@@ -3,8 +3,8 @@
 
 #include "analysis/signal/FastResample.h"
 #include "analysis/signal/RealFft.h"
+#include "analysis/signal/Resample.h"
 #include "analysis/signal/spare/FftSplit.h"
-#include "analysis/signal/spare/Resample.h"
 #include "shared/Signals.h"
 
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "analysis/signal/spare/Resample.h"
+#include "analysis/signal/Resample.h"
 #include "analysis/AnalysisError.h"
 #include "analysis/signal/FastResample.h"
 #include "shared/Signals.h"

@@ -1,30 +1,5 @@
 #include "SamplerFixture.h"
 
-#include <numbers>
-
-namespace
-{
-/** The largest change of a signal's slope, which a click makes and a low tone does not. */
-double roughness (const std::vector<float>& signal)
-{
-    double most = 0.0;
-    for (size_t i = 2; i < signal.size(); ++i)
-        most = std::max (most,
-                         std::abs (static_cast<double> (signal[i] - 2.0f * signal[i - 1] + signal[i - 2])));
-    return most;
-}
-
-std::vector<float> toneFrom (double phase, double seconds, double hertz = 220.0)
-{
-    std::vector<float> made (static_cast<size_t> (seconds * SamplerRun::rate));
-    for (size_t i = 0; i < made.size(); ++i)
-        made[i] = static_cast<float> (
-            0.5
-            * std::sin (phase + 2.0 * std::numbers::pi * hertz / SamplerRun::rate * static_cast<double> (i)));
-    return made;
-}
-}
-
 TEST (SamplerPad, AnswersPressesAndReleasesByItsMode)
 {
     struct Case

@@ -90,6 +90,29 @@ TEST (SampleImport, ASavedSampleComesBackWithItsTempoAndLoop)
         EXPECT_NEAR (run.slot (1).buffer.left()[i], signal[static_cast<size_t> (i)], 1.0 / 32767) << i;
 }
 
+TEST (SampleImport, ASampleOfAHigherRateIsSavedWithoutWhatFolds)
+{
+    SamplerRun run;
+    constexpr double rate = 96000.0;
+    auto signal = toneFrom (0.0, 1.0, 1000.0, rate);
+    const auto high = toneFrom (0.0, 1.0, 30000.0, rate);
+    std::transform (signal.begin(), signal.end(), high.begin(), signal.begin(), std::plus());
+    SampleFacts facts;
+    facts.sampleRate = 96000;
+    facts.bpm = 120.0;
+    facts.beats = 4.0;
+    putSample (run.sampler(), 0, signal, facts);
+    run.sampler().saveSample (0, run.folder.file ("s.wav"));
+    run.sampler().loadSample (1, run.folder.file ("s.wav"));
+    const auto& slot = run.slot (1);
+    ASSERT_EQ (slot.lengthFrames, 44100);
+    EXPECT_EQ (slot.sampleRate, 44100u);
+    const std::span<const float> saved (slot.buffer.left() + 4410, 30000);
+    const auto fit = Signals::fitSine (saved, 44100.0, 1000.0);
+    EXPECT_NEAR (fit.amplitude, 0.5, 0.001);
+    EXPECT_LT (fit.residualRms, 0.5e-4);
+}
+
 TEST (SampleImport, LongSamplesAreListenedTo)
 {
     SamplerRun run;

@@ -10,7 +10,28 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
+#include <span>
 #include <vector>
+
+/** The largest change of a signal's slope, which a click makes and a low tone does not. */
+inline double roughness (std::span<const float> signal)
+{
+    double most = 0.0;
+    for (size_t i = 2; i < signal.size(); ++i)
+        most = std::max (most,
+                         std::abs (static_cast<double> (signal[i] - 2.0f * signal[i - 1] + signal[i - 2])));
+    return most;
+}
+
+inline std::vector<float> toneFrom (double phase, double seconds, double hertz = 220.0, double rate = 44100.0)
+{
+    std::vector<float> made (static_cast<size_t> (std::lround (seconds * rate)));
+    for (size_t i = 0; i < made.size(); ++i)
+        made[i] = static_cast<float> (
+            0.5 * std::sin (phase + 2.0 * std::numbers::pi * hertz / rate * static_cast<double> (i)));
+    return made;
+}
 
 /** Puts a mono signal onto a slot as a loaded sample. */
 inline void putSample (Sampler& sampler, int index, const std::vector<float>& signal, SampleFacts facts = {})

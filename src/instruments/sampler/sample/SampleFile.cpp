@@ -1,6 +1,6 @@
 #include "instruments/sampler/sample/SampleFile.h"
 
-#include "analysis/signal/FastResample.h"
+#include "analysis/signal/Resample.h"
 #include "support/files/ReplaceFile.h"
 
 #include <juce_audio_formats/juce_audio_formats.h>
@@ -12,16 +12,16 @@
 
 namespace
 {
-constexpr int pieceFrames = 4096, resampleOrder = 3;
+constexpr int pieceFrames = 4096;
 
 using Pair = std::array<std::vector<float>, 2>;
 
-/** The pair at another rate, without the resampler's delay. */
+/** The pair at another rate, without the resampler's delay, and without what the new rate can't hold. */
 Pair resampled (const float* left, const float* right, int frames, double ratio)
 {
-    std::unique_ptr<CFastResample> resampler;
+    std::unique_ptr<CResampleFloat> resampler;
     Pair made;
-    if (CFastResample::create (resampler, 2, resampleOrder, pieceFrames) != 0)
+    if (CResampleFloat::create (resampler, 2, pieceFrames) != 0)
         return made;
     const auto wanted = static_cast<size_t> (std::lround (frames / ratio));
     const auto late = static_cast<size_t> (std::lround (resampler->latency() / ratio));
@@ -40,7 +40,7 @@ Pair resampled (const float* left, const float* right, int frames, double ratio)
         }
         const float* const inputs[] { in[0].data(), in[1].data() };
         float* const outputs[] { out[0].data(), out[1].data() };
-        const auto count = resampler->process (inputs, pieceFrames, outputs, ratio);
+        const auto count = resampler->process (inputs, outputs, pieceFrames, ratio);
         if (count < 1)
             return {};
         for (size_t side = 0; side < 2; ++side)
@@ -116,7 +116,7 @@ bool SampleFile::write (const juce::File& file, const float* left, const float* 
     juce::MemoryBlock bytes;
     auto* stream = new juce::MemoryOutputStream (bytes, false);
     std::unique_ptr<juce::AudioFormatWriter> writer (juce::WavAudioFormat().createWriterFor (
-        stream, facts.sampleRate / ratio, 2, 16, metadataOf (facts, ratio), 0));
+        stream, rate > 0.0 ? rate : facts.sampleRate, 2, 16, metadataOf (facts, ratio), 0));
     if (writer == nullptr)
     {
         delete stream;

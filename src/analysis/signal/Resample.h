@@ -1,7 +1,7 @@
 #pragma once
 
 #include "analysis/signal/ResamplePosition.h"
-#include "analysis/signal/spare/SincKernel.h"
+#include "analysis/signal/SincKernel.h"
 #include "support/AudioThread.h"
 
 #include <cstdint>

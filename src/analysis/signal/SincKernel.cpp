@@ -1,4 +1,4 @@
-#include "analysis/signal/spare/SincKernel.h"
+#include "analysis/signal/SincKernel.h"
 
 #include "analysis/signal/KaiserSinc.h"
 
