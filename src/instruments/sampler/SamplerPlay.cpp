@@ -10,6 +10,9 @@ namespace
 /** A pad at its rest of 0.5 plays its sample as it is. */
 constexpr double padScale = 2.0;
 
+/** When the master jumps, all synced pads follow, some blocks one after the other: a jump takes 5 % of a block of so many. */
+constexpr int framesPerJump = 64;
+
 template <typename Peak>
 void raise (Peak& peak, const float* samples, int frames, double gain) noexcept
 {
@@ -173,6 +176,7 @@ void Sampler::render (float* const bus[2], float* const monitor[2], int frames) 
         auto here = clock;
         here.frames = count;
         here.phaseAtEnd = clock.phaseAt (done + count);
+        desk.jumpsLeft = std::max (1, count / framesPerJump);
         float* const busHere[] { bus[0] + done, bus[1] + done };
         float* const monitorHere[] { monitor[0] + done, monitor[1] + done };
         for (int slot = 0; slot < SamplerSlots::slotCount; ++slot)

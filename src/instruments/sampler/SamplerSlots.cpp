@@ -6,7 +6,7 @@ constexpr double bendDown = 0.96, bendUp = 1.04;
 constexpr int stretchBlock = 128;
 }
 
-SamplerVoice::Block SamplerSlots::blockOf (SamplerSlot& slot, const SamplerClock& clock) const noexcept
+SamplerVoice::Block SamplerSlots::blockOf (SamplerSlot& slot, const SamplerClock& clock) noexcept
 {
     auto view = slot.view;
     view.loops = slot.isLooping();
@@ -23,7 +23,8 @@ SamplerVoice::Block SamplerSlots::blockOf (SamplerSlot& slot, const SamplerClock
                                 : 1.0,
              .level = slot.pressLevel,
              .clock = clock,
-             .work = world.voiceWork };
+             .work = world.voiceWork,
+             .jumpsLeft = jumpsLeft };
 }
 
 void SamplerSlots::silence (SamplerSlot& slot)

@@ -31,12 +31,13 @@ public:
     SampleFacts factsOf (const SamplerSlot&) const;
 
     /** The slot as its voice sees it in a block. */
-    SamplerVoice::Block blockOf (SamplerSlot&, const SamplerClock&) const noexcept;
+    SamplerVoice::Block blockOf (SamplerSlot&, const SamplerClock&) noexcept;
 
     /** A stretcher for stretchRate, null without memory. Any thread that may block. */
     std::unique_ptr<CElastiqueProIf> makeStretcher() const;
 
     DeckWorld& world;
     Relaxed<double> stretchRate { 44100.0 }; ///< Hz, that the engine was prepared for
+    int jumpsLeft = 0;                       ///< see SamplerVoice::Block; under the callback lock
     std::array<SamplerSlot, slotCount> slots;
 };

@@ -120,13 +120,19 @@ double SamplerVoice::distance (const Block& block, double offset) const noexcept
 
 void SamplerVoice::begin (const Block& block, Mode next, double frame) noexcept
 {
+    // Between two frames each one read would be interpolated; half a frame is nothing that a correction would begin for.
+    if (block.sampleRate == block.engineRate)
+        frame = std::round (frame);
     mode = next;
     sounding = true;
+    jumpPending = false;
     place = { frame, false };
     level = block.level;
     correcting = false;
     fadeDone = 0;
-    fadeLength = SampleReading::beginsWithStep (block.sample, frame)
+    // An attack comes out whole; in mid-sound the stretcher is led in, and its phases are not the sample's.
+    const auto leads = mode == Mode::stretched && !SampleReading::beginsWithAttack (block.sample, frame);
+    fadeLength = leads || SampleReading::beginsWithStep (block.sample, frame)
                      ? fadeFramesAt (block.engineRate, longestTail)
                      : 0;
     if (mode != Mode::stretched)
@@ -136,6 +142,27 @@ void SamplerVoice::begin (const Block& block, Mode next, double frame) noexcept
     madeNext = stretchBlock;
     madeBegin = 0.0;
     stretcher->reset();
+    if (leads)
+        leadIn (block, frame);
+}
+
+void SamplerVoice::leadIn (const Block& block, double frame) noexcept
+{
+    const auto count = std::min (stretcher->getLeadFrames(), block.work.input.getNumSamples());
+    auto* const* in = block.work.input.getArrayOfWritePointers();
+    SamplePlace from { frame - count * inputStep, false };
+    auto silent = 0;
+    if (block.sample.loops && from.frame < block.sample.begin && block.sample.regionFrames() > 0)
+        from.frame =
+            block.sample.begin + modulo (from.frame - block.sample.begin, block.sample.regionFrames());
+    else if (from.frame < 0.0)
+        silent = std::min (count, static_cast<int> (std::ceil (-from.frame / inputStep)));
+    from.frame += silent * inputStep;
+    std::fill_n (in[0], silent, 0.0f);
+    std::fill_n (in[1], silent, 0.0f);
+    SampleReading::read (block.sample, from, inputStep, edgeFrames (block), in[0] + silent, in[1] + silent,
+                         count - silent);
+    stretcher->startInside (in);
 }
 
 void SamplerVoice::jump (const Block& block, Mode next, double frame) noexcept
@@ -263,10 +290,15 @@ int SamplerVoice::followReference (const Block& block, int offset, int frames) n
     const auto toBeat = std::max (1, static_cast<int> (std::min ((next - phase) / perFrame + 0.5, 1.0e6)));
 
     const auto away = std::abs (distance (block, offset));
-    const auto jumpsNow = isAtBeat ? away > pullSeconds : away > farSeconds && !waiting && toBeat >= frames;
+    const auto isPulled = isAtBeat ? away > pullSeconds : away > farSeconds && !waiting && toBeat >= frames;
     waiting = waiting && !isAtBeat;
-    if (jumpsNow)
+    jumpPending = away > pullSeconds && (jumpPending || isPulled);
+    if (jumpPending && block.jumpsLeft > 0)
+    {
+        --block.jumpsLeft;
+        jumpPending = false;
         jump (block, mode, frameFor (block, phase));
+    }
     return std::min ({ frames, toBeat, stretchBlock });
 }
 

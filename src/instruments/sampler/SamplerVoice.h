@@ -30,6 +30,7 @@ public:
         float level = 1.0f;    ///< of the press
         SamplerClock clock;
         VoiceWorkspace& work;
+        int& jumpsLeft; ///< of all voices in this block: to begin anew costs as much as thirty blocks
     };
 
     /** Asks for a begin with the next block, at a frame of the sample; a synced voice whose reference runs begins in phase.
@@ -94,6 +95,8 @@ private:
     PX_AUDIO_THREAD int followReference (const Block&, int offset, int frames) noexcept;
 
     PX_AUDIO_THREAD void begin (const Block&, Mode, double frame) noexcept;
+    /** Gives the stretcher what goes before a frame that is no sample's begin, so that it is in time from there on. */
+    PX_AUDIO_THREAD void leadIn (const Block&, double frame) noexcept;
     PX_AUDIO_THREAD void jump (const Block&, Mode, double frame) noexcept;
     PX_AUDIO_THREAD void make (const Block&, int offset, float* left, float* right, int frames) noexcept;
     PX_AUDIO_THREAD void stretchOn (const Block&, double offset) noexcept;
@@ -109,7 +112,7 @@ private:
     std::unique_ptr<CElastiqueProIf> stretcher;
     float stretcherRate = 0.0f;
 
-    bool sounding = false, startPending = false, waiting = false;
+    bool sounding = false, startPending = false, waiting = false, jumpPending = false;
     double startFrame = 0.0;
     Mode mode = Mode::straight;
     SamplePlace place;  ///< that is read next

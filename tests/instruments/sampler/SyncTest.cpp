@@ -65,6 +65,55 @@ TEST (SamplerSync, BeatsStayOnTheMastersThroughTenMinutesOfTempoChanges)
     }
 }
 
+TEST (SamplerSync, BeatsLieOnTheMastersAtAnyRatioFromTheFirstOn)
+{
+    for (const double ratio : { 0.502, 0.573, 0.724, 0.947, 1.059, 1.299, 1.46, 1.68, 1.78, 1.907, 1.997 })
+    {
+        SyncedPad desk ({ .bpm = 126.0 }, 126.0 / ratio);
+        desk.playPause (0);
+        desk.render (1.2345); // 18 ms before a beat
+        desk.pads().padPress (0, 127);
+        desk.render (20.0);
+        EXPECT_LT (desk.distanceFrom (0), 0.8) << ratio;
+        EXPECT_GT (desk.clicksFrom (0), 40u) << ratio;
+    }
+}
+
+TEST (SamplerSync, PadsThatAJumpOfTheMasterPullsDoNotClick)
+{
+    SyncedPad desk ({ .bpm = 126.0 }, 120.0, 4, 128);
+    constexpr double sampleBpm = 118.0;
+    SampleFacts facts;
+    facts.beats = 8.0;
+    facts.bpm = sampleBpm;
+    const auto tone = toneFrom (1.0, 4 * 60.0 / sampleBpm);
+    desk.pads().clearSlot (0);
+    for (int pad = 1; pad < Sampler::padCount; ++pad)
+    {
+        putSample (desk.pads(), pad, tone, facts);
+        desk.pads().setPlayMode (pad, loopMode);
+    }
+    std::vector<float> bus;
+    desk.host->sink = [&] (const float* const* channels, int frames)
+    { return bus.insert (bus.end(), channels[12], channels[12] + frames), true; };
+    desk.playPause (0);
+    desk.render (1.0);
+    for (int pad = 1; pad < Sampler::padCount; ++pad)
+        desk.pads().padPress (pad, 127);
+    for (const double seconds : { 2.0, 20.07, 41.1, 1.23 })
+    {
+        const CallbackLock lock (desk.host->engine().getCallbackLock(), "test");
+        desk.deck (0).jumpTo (seconds * desk.rate);
+        desk.render (1.5);
+        for (int pad = 1; pad < Sampler::padCount; ++pad)
+            EXPECT_NEAR (desk.pads().desk.slots[1].position,
+                         desk.pads().desk.slots[static_cast<size_t> (pad)].position, 0.001 * desk.rate)
+                << seconds;
+    }
+    EXPECT_GT (Signals::peak (bus), 3.0);
+    EXPECT_LT (roughness (bus), 15.0 * (roughness (tone) + 0.006));
+}
+
 TEST (SamplerSync, FollowsAMasterThatJumpsLoopsNudgesAndReverses)
 {
     for (const int block : { 128, 1024 })

@@ -12,6 +12,7 @@ namespace
 constexpr int neighbourhood = 64;
 constexpr float seamFactor = 1.5f, beginFactor = 4.0f;
 constexpr float inaudible = 1.0e-3f;
+constexpr float attackFactor = 4.0f;
 
 float cubic (float before, float here, float next, float after, float t) noexcept
 {
@@ -185,6 +186,20 @@ bool SampleReading::beginsWithStep (const SampleView& view, double frame) noexce
         if (!isOwn (side[first], largestStep (side, first, last), beginFactor))
             return true;
     return false;
+}
+
+bool SampleReading::beginsWithAttack (const SampleView& view, double frame) noexcept
+{
+    const auto first = std::clamp (static_cast<int32_t> (frame), 0, view.frames);
+    auto before = inaudible, after = 0.0f;
+    for (const auto* side : { view.left, view.right })
+    {
+        for (auto i = std::max (0, first - 4 * neighbourhood); i < first; ++i)
+            before = std::max (before, std::abs (side[i]));
+        for (auto i = first; i < std::min (view.frames, first + 2 * neighbourhood); ++i)
+            after = std::max (after, std::abs (side[i]));
+    }
+    return after > attackFactor * before;
 }
 
 void SampleReading::inspectSeam (SampleView& view) noexcept

@@ -41,6 +41,9 @@ PX_AUDIO_THREAD void read (const SampleView&, SamplePlace&, double step, double 
     follow. An attack, a noise or a start from zero needs none. Audio thread. */
 PX_AUDIO_THREAD bool beginsWithStep (const SampleView&, double frame) noexcept;
 
+/** True if a hit sets on within some 3 ms of a frame: much louder than what lies before. Audio thread. */
+PX_AUDIO_THREAD bool beginsWithAttack (const SampleView&, double frame) noexcept;
+
 /** Looks at the seam of the region and says which side of it is to be faded. Any thread. */
 void inspectSeam (SampleView&) noexcept;
 }
