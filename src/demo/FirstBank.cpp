@@ -5,6 +5,7 @@
 #include "instruments/sampler/SamplerBank.h"
 #include "instruments/sampler/SamplerSlot.h"
 #include "instruments/sampler/sample/SampleFile.h"
+#include "support/FadeCurve.h"
 #include "support/files/ReplaceFile.h"
 
 #include <algorithm>
@@ -107,6 +108,38 @@ Shot chordOf (const TonePatch& patch, std::initializer_list<int> notes, double s
     return made;
 }
 
+/** A loop of so many beats out of a sound that goes on: the sound's first half second leads into the loop's begin, and its
+    end fades over to that. */
+Shot heldLoop (int beats, double bpm, Shot sound)
+{
+    const auto frames = static_cast<size_t> (std::lround (beats * 60.0 / bpm * rate));
+    const auto lead = static_cast<size_t> (0.5 * rate);
+    for (auto* side : { &sound.left, &sound.right })
+    {
+        if (side->empty())
+            continue;
+        side->resize (lead + frames);
+        for (size_t i = 0; i < lead; ++i)
+        {
+            const auto part = (static_cast<double> (i) + 0.5) / static_cast<double> (lead);
+            auto& end = (*side)[frames + i];
+            end = static_cast<float> (end * std::sqrt (1.0 - part) + (*side)[i] * std::sqrt (part));
+        }
+        side->erase (side->begin(), side->begin() + static_cast<std::ptrdiff_t> (lead));
+    }
+    return sound;
+}
+
+/** Fades the end of a hit out, which its file cuts off. */
+void fadeEnd (Shot& shot)
+{
+    const auto length = std::min (shot.frames(), static_cast<size_t> (0.06 * rate));
+    for (auto* side : { &shot.left, &shot.right })
+        for (size_t i = 0; i < std::min (length, side->size()); ++i)
+            (*side)[side->size() - 1 - i] *=
+                static_cast<float> (FadeCurve::at (static_cast<double> (i) / static_cast<double> (length)));
+}
+
 struct Sound
 {
     const char* name;
@@ -139,7 +172,7 @@ const std::array<Sound, SamplerBank::padCount>& sounds()
         Sound { "Hey", retriggerMode, 0, 0.0, [] { return voiceOf (64.0, eh, ee, 0.35); } },
         Sound { "Pad Hold", triggerMode, 4, 120.0,
                 [] {
-                    return chordOf (sawPad, { 45, 57, 60, 64 }, 2.0);
+                    return heldLoop (4, 120.0, chordOf (sawPad, { 45, 57, 60, 64 }, 2.5));
                 } },
         Sound { "Hats", loopMode, 1, 124.0,
                 [] {
@@ -192,6 +225,10 @@ bool write (const juce::File& file, const Sound& sound)
         shot.left.resize (frames);
         if (!shot.right.empty())
             shot.right.resize (frames);
+    }
+    else
+    {
+        fadeEnd (shot);
     }
     normalise (shot);
     SampleFacts facts;
