@@ -1,0 +1,3 @@
+void OnStart() {}
+[a """ b "
+""
