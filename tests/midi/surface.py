@@ -113,12 +113,22 @@ def picture(folder, name):
             "-frames:v", "1", f"{folder}/{name}.png")
 
 
-def learn(controller, pictures):
-    """Opens the mapping editor from the menu and has the first row, Play/Pause A, learn a note."""
+def open_editor():
+    """Opens the mapping editor from the menu, again if a change of the focus has closed that."""
     main = window_when_still("Platterdex")
-    click(main, 219, 28)
-    run("xdotool", "key", "Down", "Down", "Down", "Return")
-    editor = window_when_still("MIDI Mapping Editor")
+    end = time.monotonic() + 30.0
+    while not window("MIDI Mapping Editor") and time.monotonic() < end:
+        click(main, 219, 28)
+        run("xdotool", "key", "Down", "Down", "Down", "Return")
+        tried = time.monotonic()
+        while not window("MIDI Mapping Editor") and time.monotonic() < tried + 5.0:
+            time.sleep(0.1)
+    return window_when_still("MIDI Mapping Editor")
+
+
+def learn(controller, pictures):
+    """Has the first row of the mapping editor, Play/Pause A, learn a note."""
+    editor = open_editor()
     click(editor, 120, 72, times=2)
     time.sleep(0.3)
     picture(pictures, "learning")
