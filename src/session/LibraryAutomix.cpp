@@ -1,6 +1,7 @@
 #include "session/LibraryAutomix.h"
 
 #include <algorithm>
+#include <utility>
 
 LibraryAutomix::LibraryAutomix (std::function<SongDatabase*()> l) : library (std::move (l)) {}
 
@@ -46,4 +47,40 @@ std::optional<juce::File> LibraryAutomix::nextTrack()
     last = list[place];
     lastPlace = place;
     return juce::File (path);
+}
+
+AutomixReader::AutomixReader (std::function<SongDatabase*()> l)
+    : library (std::move (l)),
+      list ([this] { return open.load(); })
+{
+}
+
+void AutomixReader::begin()
+{
+    worker.post ({ [this] (const std::stop_token&)
+                   {
+                       list.begin();
+                       const std::scoped_lock scope (lock);
+                       answer.reset();
+                   } });
+}
+
+std::optional<juce::File> AutomixReader::nextTrack()
+{
+    {
+        const std::scoped_lock scope (lock);
+        if (auto known = std::exchange (answer, std::nullopt))
+            return known;
+    }
+    open = library();
+    if (open.load() == nullptr)
+        return juce::File();
+    if (!worker.isBusy())
+        worker.post ({ [this] (const std::stop_token&)
+                       {
+                           auto next = list.nextTrack();
+                           const std::scoped_lock scope (lock);
+                           answer = std::move (next);
+                       } });
+    return {};
 }

@@ -2,8 +2,11 @@
 
 #include "engine/AutomixSource.h"
 #include "library/database/SongDatabase.h"
+#include "support/Worker.h"
 
+#include <atomic>
 #include <functional>
+#include <mutex>
 
 /** Gives automix the songs of the library's automix list, each once, in the list's order; from its beginning again when
     automix is switched on after its end. The list itself stays as it is, and may change meanwhile. */
@@ -26,4 +29,26 @@ private:
     SongListEntry last; ///< what was given last
     int lastPlace = -1;
     bool atEnd = false, mayBeginAgain = false;
+};
+
+/** The same on a stage: the list is read on a thread of its own, for a file on a slow drive must not hold up the message
+    thread. A question gives nothing at first, and the answer when it is asked again. */
+class AutomixReader : public AutomixSource
+{
+public:
+    explicit AutomixReader (std::function<SongDatabase*()> library);
+
+    void begin() override;
+    std::optional<juce::File> nextTrack() override;
+
+    /** Waits for the answer to the last question. */
+    void wait() const { worker.wait(); }
+
+private:
+    const std::function<SongDatabase*()> library;
+    std::atomic<SongDatabase*> open { nullptr }; ///< as the message thread found it
+    LibraryAutomix list;                         ///< the worker's
+    std::mutex lock;                             ///< of the answer
+    std::optional<juce::File> answer;
+    Worker worker { "automixList" }; ///< last: its jobs use all of the above
 };

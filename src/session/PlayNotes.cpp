@@ -1,16 +1,22 @@
 #include "session/PlayNotes.h"
 
+#include <utility>
+
 namespace
 {
 constexpr int lookMs = 1000;
 }
 
-PlayNotes::PlayNotes (std::function<void (const juce::String&)> s) : started (std::move (s)) {}
+PlayNotes::PlayNotes (std::function<void (const juce::String&)> l, std::function<void (const PlayedSong&)> s)
+    : loaded (std::move (l)),
+      started (std::move (s))
+{
+}
 
 void PlayNotes::add (CPlatterdex& engine)
 {
     const std::scoped_lock lock (mutex);
-    engines.push_back ({ &engine, {} });
+    engines.push_back ({ &engine, {}, {} });
     startTimer (lookMs);
 }
 
@@ -24,27 +30,36 @@ void PlayNotes::remove (CPlatterdex& engine)
 
 void PlayNotes::timerCallback()
 {
-    for (const auto& path : takeStarted())
-        started (path);
+    juce::StringArray nowLoaded;
+    std::vector<PlayedSong> nowStarted;
+    {
+        const std::scoped_lock lock (mutex);
+        for (auto& watched : engines)
+            lookAt (watched, nowLoaded, nowStarted);
+    }
+    for (const auto& path : nowLoaded)
+        loaded (path);
+    for (const auto& song : nowStarted)
+        started (song);
 }
 
-juce::StringArray PlayNotes::takeStarted()
+void PlayNotes::lookAt (Watched& watched, juce::StringArray& nowLoaded,
+                        std::vector<PlayedSong>& nowStarted) const
 {
-    juce::StringArray paths;
-    const std::scoped_lock lock (mutex);
-    for (auto& watched : engines)
-        for (size_t d = 0; d < watched.noted.size(); ++d)
-        {
-            const auto& deck = *watched.engine->decks.decks[d];
-            auto& noted = watched.noted[d];
-            if (deck.play.on == 0 && noted.isEmpty())
-                continue;
-            const auto path = deck.track.loadedFrames > 0 ? deck.texts().filePath : juce::String();
-            if (path == noted)
-                continue;
-            noted = deck.play.on != 0 ? path : juce::String();
-            if (noted.isNotEmpty())
-                paths.add (noted);
-        }
-    return paths;
+    for (size_t d = 0; d < watched.noted.size(); ++d)
+    {
+        const auto& deck = *watched.engine->decks.decks[d];
+        const auto texts = deck.track.loadedFrames > 0 ? deck.texts() : DeckPlayer::Texts();
+        if (std::exchange (watched.loaded[d], texts.filePath) != texts.filePath
+            && texts.filePath.isNotEmpty())
+            nowLoaded.add (texts.filePath);
+        if (deck.play.on == 0 && watched.noted[d].isEmpty())
+            continue;
+        if (texts.filePath == watched.noted[d])
+            continue;
+        watched.noted[d] = deck.play.on != 0 ? texts.filePath : juce::String();
+        if (watched.noted[d].isNotEmpty())
+            nowStarted.push_back ({ juce::Time::getCurrentTime(), static_cast<int> (d), texts.filePath,
+                                    texts.title, texts.artist });
+    }
 }

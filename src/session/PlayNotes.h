@@ -1,18 +1,21 @@
 #pragma once
 
 #include "engine/CPlatterdex.h"
+#include "session/browse/PlayHistory.h"
 
 #include <functional>
 #include <mutex>
 #include <vector>
 
-/** Tells which songs are played: once for each track on a deck, within a second of its start, on the message
-    thread. Engines may come and go on any thread. */
+/** Tells which songs are loaded and played: each once for a track on a deck, within a second, on the message thread. Engines
+    may come and go on any thread. */
 class PlayNotes : private juce::Timer
 {
 public:
-    /** @param started   takes the path of a track that a deck has begun to play */
-    explicit PlayNotes (std::function<void (const juce::String& path)> started);
+    /** @param loaded    takes the path of a track that has come onto a deck
+        @param started   takes a track that a deck has begun to play */
+    PlayNotes (std::function<void (const juce::String& path)> loaded,
+               std::function<void (const PlayedSong&)> started);
     ~PlayNotes() override { stopTimer(); }
 
     void add (CPlatterdex&);
@@ -22,13 +25,15 @@ private:
     struct Watched
     {
         CPlatterdex* engine;
-        std::array<juce::String, deckCount> noted; ///< the path of each deck's track, if it was told
+        std::array<juce::String, deckCount> loaded; ///< the path of each deck's track
+        std::array<juce::String, deckCount> noted;  ///< the same, once it was played
     };
 
     void timerCallback() override;
-    juce::StringArray takeStarted();
+    void lookAt (Watched&, juce::StringArray& nowLoaded, std::vector<PlayedSong>& nowStarted) const;
 
-    const std::function<void (const juce::String&)> started;
+    const std::function<void (const juce::String&)> loaded;
+    const std::function<void (const PlayedSong&)> started;
     std::mutex mutex; ///< of the engines
     std::vector<Watched> engines;
 };

@@ -1,6 +1,9 @@
 #include "session/Session.h"
 
+#include "library/import/ImportSong.h"
 #include "session/LibraryAutomix.h"
+#include "support/files/AudioFileTypes.h"
+#include "tracks/TrackFault.h"
 
 #include <cmath>
 #include <utility>
@@ -70,13 +73,39 @@ SongDatabase* Session::library()
     const auto written = file.getLastModificationTime();
     if (file.getSize() == 0 || written == refused)
         return nullptr;
-    if (const auto fault = open (LibrarySession::Use::change, {}); fault.isNotEmpty())
+    fault = open (LibrarySession::Use::change, {});
+    if (fault.isNotEmpty())
     {
         refused = written;
         say ("Library", fault);
         return nullptr;
     }
     return &opened->database;
+}
+
+LibraryRoom* Session::browser()
+{
+    if (room != nullptr)
+        return room.get();
+    if (opened == nullptr)
+        fault = open (LibrarySession::Use::write, {});
+    if (opened == nullptr)
+        return nullptr;
+    LibraryRoom::Places places;
+    places.history = libraryPlace.file().file().getSiblingFile ("history");
+    places.folders = libraryPlace.file().file().getSiblingFile ("music_folders.txt");
+    places.judge = importJudge (decoderLibrary);
+    room = std::make_unique<LibraryRoom> (opened->database, places);
+    if (!room->jobs.folders().isEmpty())
+        room->jobs.lookAtFolders();
+    return room.get();
+}
+
+SongPreview* Session::previewOf (const CPlatterdex& engine)
+{
+    const std::scoped_lock scope (previewMutex);
+    const auto found = previews.find (&engine);
+    return found != previews.end() ? found->second.get() : nullptr;
 }
 
 juce::String Session::openLibrary (LibrarySession::Use use)
@@ -117,7 +146,7 @@ EngineWorld Session::world()
     made.prompts = prompts;
     made.hasMessageLoop = true;
     made.automixSource =
-        std::make_shared<LibraryAutomix> ([session = shared_from_this()] { return session->library(); });
+        std::make_shared<AutomixReader> ([session = shared_from_this()] { return session->library(); });
     made.mayKeepSettings = [this] { return mayKeepSettings(); };
     return made;
 }
@@ -151,21 +180,44 @@ void Session::noteTempo (const juce::String& path, double bpm)
                       } });
 }
 
-void Session::notePlay (const juce::String& path)
+void Session::noteLoad (const juce::String& path)
 {
-    if (auto* const songs = library())
-        notes.post ({ [songs, path] (const std::stop_token&)
+    if (room != nullptr)
+        notes.post ({ [this, path] (const std::stop_token&)
                       {
-                          // Of a busy file one play is missing.
-                          if (const auto id = songs->idOfFilename (path); id >= 0)
-                              juce::ignoreUnused (songs->markPlayed (id));
+                          if (AudioFileTypes::matches (juce::File (path))
+                              && importSong (opened->database, path))
+                              room->watch.look();
                       } });
+}
+
+void Session::notePlay (const PlayedSong& song)
+{
+    auto* const songs = library();
+    if (songs == nullptr)
+        return;
+    notes.post ({ [songs, song, shared = room.get()] (const std::stop_token&)
+                  {
+                      // Of a busy file one play is missing.
+                      if (const auto id = songs->idOfFilename (song.path); id >= 0)
+                          juce::ignoreUnused (songs->markPlayed (id));
+                      if (shared == nullptr)
+                          return;
+                      // Where it can't be written, the list of this session has it all the same.
+                      juce::ignoreUnused (shared->history.note (song));
+                      shared->watch.look();
+                      shared->watch.tell ({ .lists = true });
+                  } });
 }
 
 SessionEngine::SessionEngine (Session& s, CPlatterdex& e) : session (s), engine (e)
 {
     juce::ignoreUnused (session.mayKeepSettings()); // says so at the start if another program has the root
     engine.addAnalysisListener (session);
+    {
+        const std::scoped_lock scope (session.previewMutex);
+        session.previews.emplace (&engine, std::make_unique<SongPreview> (engine.preview));
+    }
     session.keeper.add (engine);
     session.plays.add (engine);
 }
@@ -175,4 +227,6 @@ SessionEngine::~SessionEngine()
     session.plays.remove (engine);
     session.keeper.remove (engine);
     engine.removeAnalysisListener (session);
+    const std::scoped_lock scope (session.previewMutex);
+    session.previews.erase (&engine);
 }

@@ -6,9 +6,12 @@
 #include "session/Preferences.h"
 #include "session/RootLock.h"
 #include "session/SettingsKeeper.h"
+#include "session/browse/LibraryRoom.h"
+#include "session/browse/SongPreview.h"
 #include "support/EngineListener.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 
@@ -47,6 +50,17 @@ public:
         @returns one sentence on why it can't be opened, or nothing */
     juce::String openLibrary (LibrarySession::Use);
 
+    /** What the browsers of this process share of the library, which is made empty if it is missing. Files that decks load
+        come into the library from then on.
+        @returns null if it can't be opened; libraryFault() says why. Holds as long as this */
+    LibraryRoom* browser();
+
+    /** One sentence on why the library could not be opened the last time, or nothing. */
+    juce::String libraryFault() const { return fault; }
+
+    /** The preview of an engine that a SessionEngine ties to this. */
+    SongPreview* previewOf (const CPlatterdex&);
+
     /** Notes the tempo of a song in the library, on a thread of its own: another program may be at work in the file. What
         its tag tells is not replaced by its half or double; a track that is no song of the library is left alone.
         @param bpm   above 0 */
@@ -73,19 +87,25 @@ private:
     void engineMessage (const juce::String&, int) override {}
 
     void tempoFound (const juce::String& path, double bpm) override { noteTempo (path, bpm); }
-    void notePlay (const juce::String& path);
+    void noteLoad (const juce::String& path);
+    void notePlay (const PlayedSong&);
 
     juce::String open (LibrarySession::Use, const LibrarySession::Offer&);
     void say (const juce::String& title, const juce::String& sentence);
     bool mayKeepSettings();
 
     std::unique_ptr<LibrarySession> opened;
-    juce::Time refused; ///< the library's file as it was when it could not be opened
+    std::unique_ptr<LibraryRoom> room; ///< behind the library that it uses
+    juce::Time refused;                ///< the library's file as it was when it could not be opened
+    juce::String fault;
+    std::map<const CPlatterdex*, std::unique_ptr<SongPreview>> previews;
+    std::mutex previewMutex; ///< of the one above
     std::unique_ptr<Preferences> preferenceStore;
     std::mutex rootMutex; ///< of the two below
     RootLock rootLock { folders.setup() };
     bool saidThatRootIsTaken = false;
-    PlayNotes plays { [this] (const juce::String& path) { notePlay (path); } };
+    PlayNotes plays { [this] (const juce::String& path) { noteLoad (path); },
+                      [this] (const PlayedSong& song) { notePlay (song); } };
     SettingsKeeper keeper { [this] { return mayKeepSettings(); } };
     Worker notes { "LibraryNotes" }; ///< last: its jobs use the library
 };

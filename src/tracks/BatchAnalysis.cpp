@@ -13,9 +13,35 @@ BatchAnalysis::BatchAnalysis (const juce::File& decoderLibrary, const juce::File
 {
 }
 
-void BatchAnalysis::addFiles (const juce::StringArray& paths, bool isAgain)
+/** The files of one call, as long as one of them waits or is at work. */
+struct BatchAnalysis::Batch
+{
+    explicit Batch (Watch w) : watch (std::move (w)) {}
+
+    ~Batch()
+    {
+        if (watch.ended != nullptr)
+            watch.ended();
+    }
+
+    Batch (const Batch&) = delete;
+    Batch& operator= (const Batch&) = delete;
+
+    bool shouldStop() const { return watch.shouldStop != nullptr && watch.shouldStop(); }
+
+    void tell (const juce::File& file, const juce::String& fault) const
+    {
+        if (watch.each != nullptr)
+            watch.each ({ file.getFullPathName(), fault });
+    }
+
+    const Watch watch;
+};
+
+void BatchAnalysis::addFiles (const juce::StringArray& paths, bool isAgain, Watch watch)
 {
     assertMayBlock();
+    const auto batch = std::make_shared<const Batch> (std::move (watch));
     const std::lock_guard guard (lock);
     if (done == total)
         done = total = 0;
@@ -28,12 +54,17 @@ void BatchAnalysis::addFiles (const juce::StringArray& paths, bool isAgain)
             const std::lock_guard ended (lock);
             ++done;
         };
-        worker.post ({ [this, file, isAgain, end] (const std::stop_token& stop)
+        worker.post ({ [this, file, isAgain, end, batch] (const std::stop_token& stop)
                        {
-                           analyse (file, isAgain, stop);
+                           if (!batch->shouldStop())
+                               analyse (file, isAgain, *batch, stop);
                            end();
                        },
-                       [end] (const char*) { end(); } });
+                       [end, file, batch] (const char* reason)
+                       {
+                           batch->tell (file, reason);
+                           end();
+                       } });
     }
 }
 
@@ -59,7 +90,8 @@ juce::String BatchAnalysis::Progress::text() const
                      : juce::String();
 }
 
-void BatchAnalysis::analyse (const juce::File& file, bool isAgain, const std::stop_token& stop)
+void BatchAnalysis::analyse (const juce::File& file, bool isAgain, const Batch& batch,
+                             const std::stop_token& stop)
 {
     {
         const std::lock_guard guard (lock);
@@ -70,10 +102,12 @@ void BatchAnalysis::analyse (const juce::File& file, bool isAgain, const std::st
     request.folder = folder;
     request.tempoRangeIndex = settings.tempoRangeIndex;
     request.isAgain = isAgain;
-    request.mayGoOn = [&stop] { return !stop.stop_requested(); };
+    request.mayGoOn = [&] { return !stop.stop_requested() && !batch.shouldStop(); };
     request.progress = [this] (double seconds) { currentSeconds = seconds; };
     const auto result = FileAnalysis::run (request, decoder, pacing);
     currentSeconds = 0.0;
+    if (!result.isCancelled)
+        batch.tell (file, result.fault);
     const auto& marks = result.analysis.beatMarks;
     if (result.fault.isEmpty() && !result.isCancelled && marks && !marks->empty())
         listeners.postTempo (file.getFullPathName(), result.analysis.tempoTracker);

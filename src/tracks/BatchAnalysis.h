@@ -16,10 +16,26 @@ public:
     BatchAnalysis (const juce::File& decoderLibrary, const juce::File& analysisFolder, const EngineSettings&,
                    ListenerList&, Pacing&);
 
+    /** What became of a file. */
+    struct Outcome
+    {
+        juce::String path;
+        juce::String fault; ///< one sentence if it could not be analysed
+    };
+
+    /** Looks after the files of one call of addFiles(), on the analysing thread or on whichever stops it. Functions may be
+        left out. */
+    struct Watch
+    {
+        std::function<void (const Outcome&)> each;
+        std::function<bool()> shouldStop; ///< asked at each block of a file, and before each
+        std::function<void()> ended;      ///< called once, behind the last file or when they are dropped
+    };
+
     /** Appends files to the list. The listeners are told the tempo of each; one that can't be decoded is passed over.
         Any thread that may block.
         @param isAgain   also files whose analysis is stored, of which only hand-made work stays; others are only read */
-    void addFiles (const juce::StringArray& paths, bool isAgain = false);
+    void addFiles (const juce::StringArray& paths, bool isAgain = false, Watch watch = {});
 
     /** Empties the list, ends the running job at its next block and waits for that. Any thread that may block. */
     void stop();
@@ -41,7 +57,8 @@ public:
     Progress progress() const;
 
 private:
-    void analyse (const juce::File&, bool isAgain, const std::stop_token&);
+    struct Batch;
+    void analyse (const juce::File&, bool isAgain, const Batch&, const std::stop_token&);
 
     const AdecSharedLibrary decoder;
     const juce::File folder;

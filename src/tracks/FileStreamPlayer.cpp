@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <span>
+#include <utility>
 
 namespace
 {
@@ -52,14 +53,19 @@ FileStreamPlayer::Track describe (const juce::File& file, const juce::AudioForma
 class FileStreamPlayer::Stream : public juce::TimeSliceClient
 {
 public:
-    /** @param rate   the rate of the frames in the ring, in Hz */
-    Stream (std::unique_ptr<juce::AudioFormatReader> reader, double rate) : source (reader.release(), true)
+    /** @param rate   the rate of the frames in the ring, in Hz
+        @param from   the place of the first frame, in seconds */
+    Stream (std::unique_ptr<juce::AudioFormatReader> reader, double rate, double from)
+        : source (reader.release(), true),
+          frameSeconds (1.0 / rate),
+          firstSeconds (from)
     {
         // The transport does its own reading ahead under a lock that whoever pulls from it waits for while the disk
         // is read. So it is given none, and pulled from the thread.
         const auto fileRate = source.getAudioFormatReader()->sampleRate;
         transport.setSource (&source, 0, nullptr, rate == fileRate ? 0.0 : fileRate, 2);
         transport.prepareToPlay (preparedFrames, rate);
+        transport.setPosition (from);
         transport.start();
     }
 
@@ -104,7 +110,14 @@ public:
         };
         add (region.startIndex1, region.blockSize1);
         add (region.startIndex2, region.blockSize2);
+        mixed += count;
         return count;
+    }
+
+    /** The place behind the last frame that was mixed, in seconds. Audio thread, or while it is kept out. */
+    PX_AUDIO_THREAD double position() const noexcept
+    {
+        return firstSeconds + static_cast<double> (mixed) * frameSeconds;
     }
 
     /** True once the last frame has left the ring. Audio thread or under the player's command lock. */
@@ -128,6 +141,8 @@ private:
     juce::AudioBuffer<float> ring { 2, readAheadFrames + 1 };
     juce::AudioFormatReaderSource source;
     juce::AudioTransportSource transport;
+    const double frameSeconds, firstSeconds;
+    int64_t mixed = 0;                 ///< frames; the audio thread's
     std::atomic<bool> ended { false }; ///< set after the last frames were written
 };
 
@@ -140,10 +155,11 @@ FileStreamPlayer::FileStreamPlayer (Pacing::Mode m) : mode (m)
 FileStreamPlayer::~FileStreamPlayer()
 {
     unload();
+    replaceStream (nullptr);
     thread.stopThread (-1);
 }
 
-bool FileStreamPlayer::load (const juce::String& path)
+bool FileStreamPlayer::load (const juce::String& path, double fromSeconds)
 {
     assertMayBlock();
     const juce::ScopedLock command (commandLock);
@@ -162,30 +178,48 @@ bool FileStreamPlayer::load (const juce::String& path)
     current = describe (file, *reader);
     const double engineRate = outputRate;
     const auto rate = isRate (engineRate) ? engineRate : reader->sampleRate;
-    auto next = std::make_unique<Stream> (std::move (reader), rate);
+    const auto from = juce::jlimit (0.0, current.seconds, fromSeconds);
+    auto next = std::make_unique<Stream> (std::move (reader), rate, from);
     next->fill (prefillFrames);
     if (mode == Pacing::Mode::live)
         thread.addTimeSliceClient (next.get());
-
-    const juce::SpinLock::ScopedLockType sl (streamLock);
-    stream = std::move (next);
-    fade.reset (0.0);
-    fadeFrames = 0;
+    replaceStream (std::move (next));
+    heardSeconds = from;
     return true;
+}
+
+void FileStreamPlayer::replaceStream (std::unique_ptr<Stream> next)
+{
+    std::unique_ptr<Stream> gone;
+    {
+        const juce::SpinLock::ScopedLockType sl (streamLock);
+        gone = std::exchange (leaving, std::exchange (stream, std::move (next)));
+        leavingFade = fade;
+        leavingFade.setTarget (0.0);
+        leavingFrames = leaving != nullptr ? fadeFrames : 0;
+        fade.reset (0.0);
+        fadeFrames = 0;
+    }
+    if (gone != nullptr)
+        thread.removeTimeSliceClient (gone.get());
 }
 
 void FileStreamPlayer::unload()
 {
     const juce::ScopedLock command (commandLock);
     playing = false;
-    std::unique_ptr<Stream> old;
-    {
-        const juce::SpinLock::ScopedLockType sl (streamLock);
-        old = std::move (stream);
-    }
-    if (old != nullptr)
-        thread.removeTimeSliceClient (old.get());
+    replaceStream (nullptr);
+    heardSeconds = 0.0;
     current = {};
+}
+
+void FileStreamPlayer::seek (double seconds)
+{
+    assertMayBlock();
+    const juce::ScopedLock command (commandLock);
+    const bool plays = playing;
+    if (current.path.isNotEmpty() && load (juce::String (current.path), seconds))
+        playing = plays;
 }
 
 void FileStreamPlayer::play()
@@ -209,12 +243,20 @@ void FileStreamPlayer::addToMonitor (float* left, float* right, int frames) noex
     if (left == nullptr || right == nullptr)
         return;
     const juce::SpinLock::ScopedTryLockType attempt (streamLock);
-    if (!attempt.isLocked() || stream == nullptr)
+    if (!attempt.isLocked())
+        return;
+    if (leaving != nullptr && leavingFrames > 0)
+    {
+        const auto due = std::min (frames, leavingFrames);
+        juce::ignoreUnused (leaving->mix (left, right, due, leavingFade)); // what its ring lacks is silence
+        leavingFrames -= due;
+    }
+    if (stream == nullptr)
         return;
     const bool plays = playing;
     if (plays)
         fadeFrames = GainRamp::steps;
-    fade.setTarget (plays ? 1.0 : 0.0);
+    fade.setTarget (plays ? static_cast<float> (levelGain) : 0.0);
 
     // Once stopped only the fade is played, and the position stays where it ended.
     auto wanted = plays ? frames : std::min (frames, fadeFrames);
@@ -231,6 +273,7 @@ void FileStreamPlayer::addToMonitor (float* left, float* right, int frames) noex
         if (!plays)
             fadeFrames -= count;
     }
+    heardSeconds = stream->position();
     if (stream->hasFinished())
         playing = false;
 }

@@ -32,9 +32,20 @@ public:
     explicit FileStreamPlayer (Pacing::Mode mode = Pacing::Mode::live);
     ~FileStreamPlayer();
 
-    /** Replaces the file, stopped at its start. An empty path, or a file that can't be read, leaves nothing loaded.
+    /** Replaces the file, stopped at its start or at a place in it; what played before fades out. An empty path, or a file that
+        can't be read, leaves nothing loaded. @param fromSeconds   clipped to the file
         @returns whether a file is loaded. Any thread but the audio thread, also while audio runs. */
-    bool load (const juce::String& path);
+    bool load (const juce::String& path, double fromSeconds = 0.0);
+
+    /** Goes to a place in the file, in seconds, and plays on if it plays. Any thread but the audio thread. */
+    void seek (double seconds);
+
+    /** The place of what is heard, in seconds of the file; 0 if nothing is loaded. Any thread. */
+    double position() const noexcept { return heardSeconds; }
+
+    /** The loudness in the monitor bus. @param gain   0 to 1, which it is at first. Any thread. */
+    void setLevel (float gain) noexcept { levelGain = gain; }
+    float level() const noexcept { return levelGain; }
 
     /** Plays on from where it was stopped, or anew from the start of a file that has ended. Any thread but the audio
         thread. */
@@ -63,6 +74,7 @@ private:
     class Stream;
 
     void unload();
+    void replaceStream (std::unique_ptr<Stream>);
 
     const Pacing::Mode mode;
     juce::AudioFormatManager formatManager;
@@ -79,4 +91,10 @@ private:
     std::unique_ptr<Stream> stream;
     GainRamp fade { 0.0 };
     int fadeFrames = 0; ///< frames that are left to fade once playing ends
+
+    std::unique_ptr<Stream> leaving; ///< fades out under the next one
+    GainRamp leavingFade { 0.0 };
+    int leavingFrames = 0;
+    Relaxed<double> heardSeconds { 0.0 };
+    Relaxed<float> levelGain { 1.0f };
 };

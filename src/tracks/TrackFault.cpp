@@ -2,9 +2,11 @@
 
 #include "support/AudioThread.h"
 #include "tracks/AdecTrack.h"
+#include "tracks/TrackDecoder.h"
 
 #include <algorithm>
 #include <array>
+#include <memory>
 
 namespace
 {
@@ -68,4 +70,13 @@ juce::String faultOfTrack (const juce::File& file, const AdecSharedLibrary& deco
     if (track.sampleRate() > AdecTrack::highestRate)
         return "The file states a sample rate above 384 kHz.";
     return "The file is damaged or holds no audio.";
+}
+
+std::function<juce::String (const juce::File&)> importJudge (const juce::File& decoderLibrary)
+{
+    return [decoder = std::make_shared<const AdecSharedLibrary> (decoderLibrary)] (const juce::File& file)
+    {
+        return !decoder->isLoaded() || hasAudio (file, *decoder) ? juce::String()
+                                                                 : faultOfTrack (file, *decoder);
+    };
 }

@@ -8,7 +8,6 @@
 #include "cli/library/SongTable.h"
 #include "support/Suggestion.h"
 #include "support/files/AudioFileTypes.h"
-#include "tracks/TrackDecoder.h"
 #include "tracks/TrackFault.h"
 
 #include <algorithm>
@@ -235,15 +234,11 @@ juce::String LibraryVerb::whyNotStored (int code)
 int LibraryVerb::importPaths (SongDatabase& database, const juce::StringArray& paths,
                               const ImportFiles::Target& target)
 {
-    const AdecSharedLibrary decoder (Session::decoderBesideBinary());
-    const auto judge = [&decoder] (const juce::File& file) {
-        return !decoder.isLoaded() || hasAudio (file, decoder) ? juce::String()
-                                                               : faultOfTrack (file, decoder);
-    };
     ImportResult result;
     {
         TerminalProgress progress;
-        result = ImportFiles (&database, paths, target, judge).run (progress);
+        result = ImportFiles (&database, paths, target, importJudge (Session::decoderBesideBinary()))
+                     .run (progress);
     }
     const auto count = [] (int files)
     { return juce::String (files) + (files == 1 ? " audio file" : " audio files"); };

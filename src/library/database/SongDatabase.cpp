@@ -77,6 +77,8 @@ int SongDatabase::open (const juce::File& file, Storage storage, const Notice& n
             notice (cannotOpen);
         return made;
     }
+    connection.watchRows ("songs");
+    juce::ignoreUnused (connection.haveOthersWritten()); // from now on
     if (storage == Storage::file)
         readers.open (file.getFullPathName(), [this] (SqlConnection& reader) { prepare (reader); });
     return LibraryCode::ok;
@@ -168,4 +170,17 @@ int SongDatabase::count (SqlConnection& from, const std::string& sql)
 int SongDatabase::copyTo (const juce::File& target)
 {
     return isOpen() ? DatabaseFile::copy (connection, target) : LibraryCode::notOpen;
+}
+
+SongDatabase::Changes SongDatabase::takeChanges()
+{
+    Changes changes;
+    auto stored = connection.takeStored();
+    std::sort (stored.rows.begin(), stored.rows.end());
+    stored.rows.erase (std::unique (stored.rows.begin(), stored.rows.end()), stored.rows.end());
+    changes.songs.assign (stored.rows.begin(), stored.rows.end());
+    changes.allSongs = stored.allRows;
+    changes.lists = stored.elsewhere;
+    changes.byOthers = connection.haveOthersWritten();
+    return changes;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/database/ListContent.h"
 #include "library/songs/SongField.h"
 #include "library/songs/SongList.h"
 #include "library/songs/SongRecord.h"
@@ -243,6 +244,39 @@ public:
     int loadLayout (const SongList*, juce::String& layoutXml);
     int loadSelection (const SongList*, juce::String& selectionXml);
 
+    /** @name Lists as a whole, for edits that can be taken back */
+    /** Reads all that is stored of a list: a playlist, a smart playlist, the automix list or the recommendations. One that
+        isn't there gives 0 and `exists` false. */
+    int readList (const ListRef&, ListContent&);
+
+    /** Makes a list what the content says: makes or deletes it, gives it its name, place and entries. Entries keep their ids,
+        which rise with the order; those without one, or whose id another list has, and all behind them get new ones. The layout
+        texts and rules are written only where a list is made. @param content   gets the ids */
+    int writeList (ListContent& content);
+
+    /** @name Whole columns, for an index of all songs */
+    /** Hands over rows of id, duration, filesize and then the fields, by rising id.
+        @param only   the songs to read; null for all */
+    int scanSongs (std::span<const SongField>, const std::vector<int32_t>* only,
+                   const SqlConnection::RowFunction&);
+
+    /** @name Changes */
+    struct Changes
+    {
+        std::vector<int32_t> songs; ///< that this object changed; in rising order, each once
+        bool allSongs = false;      ///< or any of them
+        bool lists = false;         ///< this object changed something else
+        bool byOthers = false;      ///< other programs wrote something
+
+        bool any() const { return !songs.empty() || allSongs || lists || byOthers; }
+    };
+
+    /** True if takeChanges() has something of this object's own. Never waits. */
+    bool hasStored() const { return connection.hasStored(); }
+
+    /** Takes what was stored since the last call; for one caller. May wait for a transaction that is under way. */
+    Changes takeChanges();
+
 private:
     int openStorage (const juce::File&, Storage);
     int createSchema();
@@ -274,6 +308,10 @@ private:
     int addSongs (const LinkTable&, int32_t id, const SongList&, std::vector<int32_t>* entryIds = nullptr);
     int addFiles (const LinkTable&, int32_t id, const juce::StringArray& paths);
     int replaceEntries (const std::string& deleteOld, const LinkTable&, SongList&);
+    int readEntries (const LinkTable&, int32_t id, std::vector<ListContent::Entry>&);
+    int writeEntries (const LinkTable&, int32_t id, std::vector<ListContent::Entry>&);
+    int writePlaylistRow (ListContent&, bool isThere);
+    int insertPlaylistRow (ListContent&, const std::string& id);
     int readLayout (const SongList*, const char* what, juce::String& xml);
     int listSources (SqlConnection&, const char* table, SongListKind, std::vector<SourceItem>&);
 

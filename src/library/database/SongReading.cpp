@@ -80,6 +80,22 @@ int SongDatabase::readSongs (const SongList* list, int first, int last, std::vec
     return transaction.commitIf (code);
 }
 
+int SongDatabase::scanSongs (std::span<const SongField> fields, const std::vector<int32_t>* only,
+                             const SqlConnection::RowFunction& row)
+{
+    std::string sql ("SELECT id,duration,filesize");
+    for (const auto field : fields)
+    {
+        if (!hasColumn (field))
+            return LibraryCode::badField;
+        sql += std::string (",") + nameOf (columnOf (field));
+    }
+    sql += " FROM songs";
+    if (only != nullptr)
+        sql += " WHERE id IN (" + StoredText::joined (*only) + ")";
+    return reading()->query (sql + " ORDER BY id", row);
+}
+
 int SongDatabase::readFieldFrom (SqlConnection& from, const char* table, SongField field, int32_t id,
                                  juce::String& text)
 {

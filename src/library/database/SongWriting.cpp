@@ -201,7 +201,10 @@ int SongDatabase::clearLibrary()
     statements.insert (statements.end(), defaults.begin(), defaults.end());
     const auto code = runTogether (statements);
     if (code == LibraryCode::ok)
+    {
+        connection.noteAllRows();
         juce::ignoreUnused (connection.run ("VACUUM;")); // only gives back room on the disk
+    }
     return code;
 }
 

@@ -23,7 +23,10 @@ enum class SongListKind : int32_t
     foreignPlaylist,
     searchForeignPlaylist,
     recommendation,
-    searchRecommendation
+    searchRecommendation,
+
+    /** A session in which songs were played, kept beside the library; no operation of SongDatabase knows it. */
+    history
 };
 
 /** True where the songs are those of a foreign library: they can be searched and sorted, never edited. */

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace
 {
@@ -55,6 +56,9 @@ juce::String asUri (const juce::String& path)
     return "file:" + path.replace ("%", "%25").replace ("?", "%3f").replace ("#", "%23") + "?immutable=1";
 }
 
+/** Changed rows that are noted one by one; behind more, all are looked at. */
+constexpr size_t mostNotedRows = 100'000;
+
 /** Steps through all rows. */
 int stepThrough (sqlite3_stmt* statement, const SqlConnection::RowFunction& row)
 {
@@ -87,6 +91,14 @@ juce::String SqlRow::text (int column) const
     if (sqlite3_column_type (statement, column) == SQLITE_INTEGER)
         return StoredText::ofInteger (sqlite3_column_int64 (statement, column));
     return StoredText::read (reinterpret_cast<const char*> (sqlite3_column_text (statement, column)));
+}
+
+std::string_view SqlRow::bytes (int column) const
+{
+    const auto* text = reinterpret_cast<const char*> (sqlite3_column_text (statement, column));
+    if (text == nullptr)
+        return {};
+    return { text, static_cast<size_t> (sqlite3_column_bytes (statement, column)) };
 }
 
 SqlConnection::~SqlConnection()
@@ -145,6 +157,9 @@ void SqlConnection::close()
     kept.clear();
     juce::ignoreUnused (sqlite3_close (handle)); // refused only for statements that are not finalized
     handle = nullptr;
+    watchedTable = nullptr;
+    written = {};
+    dataVersion = -1;
 }
 
 void SqlConnection::setPatience (int milliseconds)
@@ -214,6 +229,7 @@ int SqlConnection::runOnce (const std::string& sql, bool mayWrite, const RowFunc
         code = mayWrite || sqlite3_stmt_readonly (statement) != 0 ? stepThrough (statement, row)
                                                                   : SQLITE_READONLY;
     sqlite3_finalize (statement);
+    noteStored();
     return code;
 }
 
@@ -265,7 +281,70 @@ int SqlConnection::runBound (const std::string& sql, const Binding& bind, const 
     const auto code = stepThrough (statement, row);
     sqlite3_reset (statement);
     sqlite3_clear_bindings (statement);
+    noteStored();
     return code;
+}
+
+void SqlConnection::watchRows (const char* table)
+{
+    const juce::ScopedLock scope (lock);
+    if (handle == nullptr)
+        return;
+    watchedTable = table;
+    totalChanges = sqlite3_total_changes (handle);
+    const auto noteRow = [] (void* self, int, const char*, const char* changed, sqlite3_int64 row)
+    {
+        auto& connection = *static_cast<SqlConnection*> (self);
+        if (std::string_view (changed) != connection.watchedTable)
+            connection.written.elsewhere = true;
+        else if (connection.written.rows.size() < mostNotedRows)
+            connection.written.rows.push_back (row);
+        else
+            connection.written.allRows = true;
+    };
+    sqlite3_update_hook (handle, noteRow, this);
+}
+
+void SqlConnection::noteStored()
+{
+    if (watchedTable == nullptr || sqlite3_get_autocommit (handle) == 0)
+        return;
+    const auto changes = sqlite3_total_changes (handle);
+    if (changes == totalChanges && !written.allRows)
+        return;
+    totalChanges = changes;
+    // A table that is emptied counts its rows and names none.
+    const std::scoped_lock scope (storedLock);
+    stored.elsewhere = stored.elsewhere || written.elsewhere || written.rows.empty();
+    stored.allRows = stored.allRows || written.allRows || stored.rows.size() > mostNotedRows;
+    stored.rows.insert (stored.rows.end(), written.rows.begin(), written.rows.end());
+    written = {};
+    hasNewlyStored = true;
+}
+
+SqlConnection::Stored SqlConnection::takeStored()
+{
+    const std::scoped_lock scope (storedLock);
+    hasNewlyStored = false;
+    return std::exchange (stored, {});
+}
+
+void SqlConnection::noteAllRows()
+{
+    const std::scoped_lock scope (storedLock);
+    stored.allRows = true;
+    hasNewlyStored = true;
+}
+
+bool SqlConnection::haveOthersWritten()
+{
+    const juce::ScopedLock scope (lock);
+    int64_t version = -1;
+    if (query ("PRAGMA data_version", [&] (const SqlRow& row) { version = row.int64 (0); })
+        != LibraryCode::ok)
+        return false;
+    const auto before = std::exchange (dataVersion, version);
+    return before >= 0 && before != version;
 }
 
 int SqlConnection::queryKept (const std::string& sql, int32_t value, const RowFunction& row)

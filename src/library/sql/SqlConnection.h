@@ -4,8 +4,10 @@
 
 #include <atomic>
 #include <functional>
+#include <mutex>
 #include <span>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -25,6 +27,9 @@ public:
 
     /** The bytes as they are stored, valid UTF-8 or not, up to a zero byte. */
     juce::String text (int column) const;
+
+    /** The bytes themselves, as long as the row function runs. */
+    std::string_view bytes (int column) const;
 
 private:
     sqlite3_stmt* statement;
@@ -83,6 +88,27 @@ public:
         @param values   bytes in the order of the "?"; a column of numbers makes numbers of them */
     int runKept (const std::string& sql, std::span<const std::string> values, const RowFunction& = {});
 
+    /** What this connection has stored. */
+    struct Stored
+    {
+        std::vector<int64_t> rows; ///< of the watched table, in no order, some more than once
+        bool allRows = false;      ///< of it, or too many to be named
+        bool elsewhere = false;    ///< in other tables
+    };
+
+    /** Notes from now on which rows of a table are changed. @param table   a literal */
+    void watchRows (const char* table);
+
+    /** Takes what was stored since the last call. Any thread; never waits for a statement. */
+    Stored takeStored();
+    bool hasStored() const noexcept { return hasNewlyStored; }
+
+    /** Notes that all rows of the watched table are stored anew: SQLite tells nothing of a table that is emptied. */
+    void noteAllRows();
+
+    /** True once after other connections, of this program or others, have written to the file. The first call says false. */
+    bool haveOthersWritten();
+
     bool isInTransaction() const;
 
     /** True within a SqlTransaction of the calling thread. */
@@ -112,9 +138,18 @@ private:
     int keptStatement (const std::string& sql, sqlite3_stmt*&);
     int runBound (const std::string& sql, const Binding&, const RowFunction&);
 
+    void noteStored();
+
     juce::CriticalSection lock;
     sqlite3* handle = nullptr;
     std::vector<Kept> kept;
+    const char* watchedTable = nullptr;
+    Stored written; ///< by the transaction at hand
+    int64_t totalChanges = 0;
+    int64_t dataVersion = -1;
+    std::mutex storedLock; ///< of the one below
+    Stored stored;
+    std::atomic<bool> hasNewlyStored { false };
     int patience = defaultPatience;
     std::atomic<std::thread::id> owner {};
 };

@@ -1,0 +1,74 @@
+#include "library/query/RunQuery.h"
+
+#include "library/query/FoldedText.h"
+#include "library/sql/SqlInterruption.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace
+{
+/** The field of which a kind shows one value. */
+std::optional<SongField> fieldOf (SongListKind kind)
+{
+    switch (kind)
+    {
+    case SongListKind::album:
+        return SongField::album;
+    case SongListKind::artist:
+        return SongField::artist;
+    case SongListKind::genre:
+        return SongField::genre;
+    default:
+        return {};
+    }
+}
+
+/** The rows of a source that is not the whole library. */
+int fillSource (const SongQuery& query, SongDatabase& database, SongList& list)
+{
+    const auto sort = query.sort;
+    const auto ascending = query.ascending;
+    switch (query.kind)
+    {
+    case SongListKind::playlist:
+        return database.fillPlaylist (&list, query.id, sort, ascending);
+    case SongListKind::smartPlaylist:
+        return database.fillSmartPlaylist (&list, query.id, sort, ascending);
+    case SongListKind::automix:
+        return database.fillAutomix (&list, sort, ascending);
+    case SongListKind::recommendation:
+        return database.fillRecommendation (&list, sort, ascending);
+    case SongListKind::foreignPlaylist:
+        return database.fillForeignPlaylist (&list, query.id, sort, ascending);
+    default:
+        break;
+    }
+    if (const auto field = fieldOf (query.kind))
+        return database.fillByField (query.name, *field, &list, sort, ascending);
+    return LibraryCode::wrongKind;
+}
+
+bool isWholeLibrary (SongListKind kind)
+{
+    return kind == SongListKind::root || kind == SongListKind::library || kind == SongListKind::albums
+           || kind == SongListKind::artists;
+}
+}
+
+int runQuery (const SongQuery& query, SongDatabase& database, const SongIndex& index, SongList& list,
+              const std::stop_token& stop)
+{
+    const SqlInterruption interruption (stop);
+    list = SongList (query.kind, query.id);
+    list.name = query.name;
+    list.sorted = query.sort != SongField::listOrder;
+    if (query.isFiltered() && !index.waitUntilBuilt (stop))
+        return LibraryCode::interrupted;
+    if (isWholeLibrary (query.kind))
+        return index.isBuilt() ? index.fill (database, query, list, stop)
+                               : database.fillLibrary (&list, query.sort, query.ascending);
+    if (const auto code = fillSource (query, database, list); code != LibraryCode::ok || !query.isFiltered())
+        return code;
+    return isForeign (query.kind) ? LibraryCode::ok : index.filter (database, query, list, stop);
+}

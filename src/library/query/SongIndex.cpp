@@ -1,0 +1,232 @@
+#include "library/query/SongIndex.h"
+
+#include "library/query/FoldedText.h"
+#include "library/songs/SongLimits.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+constexpr auto numberFields = std::to_array ({ SongField::bpm, SongField::rating });
+
+/** Columns of a scan: id, duration, size, the texts, the numbers. */
+constexpr int firstText = 3, firstNumber = firstText + static_cast<int> (SongIndex::textFields.size());
+constexpr auto filenameText =
+    std::find (SongIndex::textFields.begin(), SongIndex::textFields.end(), SongField::filename)
+    - SongIndex::textFields.begin();
+
+std::vector<SongField> scannedFields()
+{
+    std::vector<SongField> fields (SongIndex::textFields.begin(), SongIndex::textFields.end());
+    fields.insert (fields.end(), numberFields.begin(), numberFields.end());
+    return fields;
+}
+}
+
+int SongIndex::Songs::positionOf (int32_t id) const
+{
+    const auto found = std::lower_bound (ids.begin(), ids.end(), id);
+    return found != ids.end() && *found == id ? static_cast<int> (found - ids.begin()) : -1;
+}
+
+void SongIndex::Songs::forgetRanks (SongField field)
+{
+    for (size_t i = 0; i < columns.size(); ++i)
+        if (textFields[i] == field)
+            columns[i].ranks.clear();
+    ranks.erase (field);
+}
+
+void SongIndex::Songs::put (const SqlRow& row, size_t position)
+{
+    const auto known = there[position] != 0;
+    durations[position] = asUnsigned32 (row.int64 (1));
+    sizes[position] = asUnsigned32 (row.int64 (2));
+    bpm[position] = static_cast<float> (row.real (firstNumber));
+    rating[position] = static_cast<uint8_t> (std::clamp (row.int32 (firstNumber + 1), 0, 255));
+    for (size_t i = 0; i < columns.size(); ++i)
+    {
+        auto& column = columns[i];
+        const auto texts = column.texts.size();
+        column.values[position] = column.texts.add (row.bytes (firstText + static_cast<int> (i)));
+        if (column.texts.size() != texts)
+            column.ranks.clear();
+        if (textFields[i] == SongField::year)
+            year[position] = static_cast<int16_t> (
+                std::clamp (row.int32 (firstText + static_cast<int> (i)), -32768, 32767));
+    }
+    there[position] = 1;
+    if (!known && deleted > 0)
+        --deleted;
+}
+
+void SongIndex::Songs::append (const SqlRow& row)
+{
+    ids.push_back (row.int32 (0));
+    durations.push_back (0);
+    sizes.push_back (0);
+    bpm.push_back (0.0f);
+    year.push_back (0);
+    rating.push_back (0);
+    there.push_back (1);
+    for (auto& column : columns)
+        column.values.push_back (0);
+    put (row, ids.size() - 1);
+}
+
+int SongIndex::build (SongDatabase& database)
+{
+    Songs made;
+    const auto code =
+        database.scanSongs (scannedFields(), nullptr, [&made] (const SqlRow& row) { made.append (row); });
+    if (code != LibraryCode::ok)
+    {
+        const std::unique_lock writing (lock);
+        failed = true;
+        builtOrFailed.notify_all();
+        return code;
+    }
+    for (auto& column : made.columns)
+    {
+        column.texts.shrink();
+        column.values.shrink_to_fit();
+    }
+    const std::unique_lock writing (lock);
+    std::swap (songs, made);
+    built = true;
+    failed = false;
+    builtOrFailed.notify_all();
+    return code;
+}
+
+bool SongIndex::waitUntilBuilt (const std::stop_token& stop) const
+{
+    std::shared_lock reading (lock);
+    return builtOrFailed.wait (reading, stop, [this] { return built || failed; }) && built;
+}
+
+bool SongIndex::isBuilt() const
+{
+    const std::shared_lock reading (lock);
+    return built;
+}
+
+bool SongIndex::update (SongDatabase& database, const std::vector<int32_t>& songIds)
+{
+    const std::unique_lock writing (lock);
+    if (!built)
+        return false;
+    std::vector<int32_t> seen;
+    auto isInOrder = true;
+    const auto code = database.scanSongs (scannedFields(), &songIds,
+                                          [&] (const SqlRow& row)
+                                          {
+                                              const auto id = row.int32 (0);
+                                              seen.push_back (id);
+                                              if (const auto at = songs.positionOf (id); at >= 0)
+                                                  songs.put (row, static_cast<size_t> (at));
+                                              else if (songs.ids.empty() || id > songs.ids.back())
+                                                  songs.append (row);
+                                              else
+                                                  isInOrder = false;
+                                          });
+    for (const auto id : songIds)
+        if (const auto at = songs.positionOf (id);
+            at >= 0 && !std::binary_search (seen.begin(), seen.end(), id))
+            songs.deleted += std::exchange (songs.there[static_cast<size_t> (at)], uint8_t { 0 });
+    songs.ranks.clear();
+    return code == LibraryCode::ok && isInOrder && songs.deleted <= songs.ids.size() / 4 + 1000;
+}
+
+int SongIndex::size() const
+{
+    const std::shared_lock reading (lock);
+    return static_cast<int> (songs.ids.size() - songs.deleted);
+}
+
+size_t SongIndex::bytesUsed() const
+{
+    const std::shared_lock reading (lock);
+    const std::scoped_lock ranking (rankLock);
+    auto bytes = songs.ids.capacity() * (3 * sizeof (uint32_t) + sizeof (float) + sizeof (int16_t) + 2);
+    for (const auto& column : songs.columns)
+        bytes += column.texts.bytesUsed()
+                 + (column.values.capacity() + column.ranks.capacity()) * sizeof (uint32_t);
+    for (const auto& [field, ranks] : songs.ranks)
+        bytes += ranks.capacity() * sizeof (uint32_t);
+    return bytes;
+}
+
+const SongIndex::Column* SongIndex::columnOf (SongField field) const
+{
+    const auto found = std::find (textFields.begin(), textFields.end(), field);
+    return found != textFields.end() ? &songs.columns[static_cast<size_t> (found - textFields.begin())]
+                                     : nullptr;
+}
+
+SongListEntry SongIndex::entryOf (SongDatabase& database, uint32_t position) const
+{
+    return { songs.durations[position], songs.sizes[position], songs.ids[position], -1, &database };
+}
+
+int SongIndex::fill (SongDatabase& database, const SongQuery& query, SongList& list,
+                     const std::stop_token& stop) const
+{
+    const std::shared_lock reading (lock);
+    list.clear();
+    Mask mask;
+    if (const auto code = maskOf (database, query, stop, mask); code != LibraryCode::ok)
+        return code;
+    const auto& paths = songs.columns[filenameText];
+    std::vector<uint32_t> positions;
+    positions.reserve (mask.empty() ? songs.ids.size() : 0);
+    for (uint32_t position = 0; position < songs.ids.size(); ++position)
+        if (songs.there[position] != 0
+            && (query.isFiltered() ? mask.empty() || mask[position] != 0
+                                   : !paths.texts.upper (paths.values[position]).empty()))
+            positions.push_back (position);
+    if (const auto code = sortPositions (database, query.sort, query.ascending, positions);
+        code != LibraryCode::ok)
+        return code;
+    if (stop.stop_requested())
+        return LibraryCode::interrupted;
+    for (const auto position : positions)
+        list.add (entryOf (database, position));
+    return LibraryCode::ok;
+}
+
+int SongIndex::filter (SongDatabase& database, const SongQuery& query, SongList& list,
+                       const std::stop_token& stop) const
+{
+    const std::shared_lock reading (lock);
+    Mask mask;
+    if (const auto code = maskOf (database, query, stop, mask); code != LibraryCode::ok || mask.empty())
+        return code;
+    SongList left (list);
+    left.clear();
+    for (const auto& entry : list.entries())
+        if (const auto position = songs.positionOf (entry.songId);
+            position >= 0 && mask[static_cast<size_t> (position)] != 0)
+            left.add (entry);
+    list = std::move (left);
+    return LibraryCode::ok;
+}
+
+int SongIndex::findFirst (const SongList& list, SongField field, const juce::String& prefix, int from) const
+{
+    const std::shared_lock reading (lock);
+    const auto* const column = columnOf (field);
+    const auto folded = FoldedText::of (prefix.toStdString());
+    if (column == nullptr || folded.empty())
+        return -1;
+    for (auto i = 0; i < list.size(); ++i)
+    {
+        const auto row = (juce::jmax (0, from) + i) % list.size();
+        if (const auto position = songs.positionOf (list[row].songId);
+            position >= 0
+            && column->texts.folded (column->values[static_cast<size_t> (position)]).starts_with (folded))
+            return row;
+    }
+    return -1;
+}

@@ -1,0 +1,287 @@
+#include "session/browse/LibraryJobs.h"
+
+#include "library/exchange/ExportPlaylist.h"
+#include "library/exchange/ImportItunes.h"
+#include "library/exchange/ImportPlaylist.h"
+#include "library/import/ImportFiles.h"
+#include "library/import/MovedFiles.h"
+#include "library/query/RunQuery.h"
+#include "session/browse/JobTask.h"
+#include "session/browse/LibraryFaults.h"
+#include "session/browse/LibraryRoom.h"
+#include "tracks/BatchAnalysis.h"
+
+#include <algorithm>
+
+namespace
+{
+juce::String songsText (int count)
+{
+    return juce::String (count) + (count == 1 ? " song" : " songs");
+}
+
+/** The list that songs are put into, as an import takes it. @param list   has to live as long as the import */
+ImportFiles::Target targetOf (ListRef target, int place, SongList& list)
+{
+    if (place >= 0)
+        return { &list, place };
+    if (target.kind == SongListKind::playlist)
+        return { .playlistId = target.id };
+    return { .isAutomix = target.kind == SongListKind::automix };
+}
+
+int fillTarget (SongDatabase& database, SongList& list)
+{
+    if (list.kind == SongListKind::playlist)
+        return database.fillPlaylist (&list, list.playlistId, SongField::listOrder, true);
+    return list.kind == SongListKind::automix ? database.fillAutomix (&list, SongField::listOrder, true)
+                                              : LibraryCode::ok;
+}
+}
+
+LibraryJobs::LibraryJobs (LibraryRoom& r) : room (r) {}
+
+LibraryJobs::~LibraryJobs()
+{
+    const std::scoped_lock scope (lock);
+    for (const auto& task : tasks)
+        task->cancel();
+}
+
+std::shared_ptr<LibraryJobs::Task> LibraryJobs::add (const juce::String& title)
+{
+    const std::scoped_lock scope (lock);
+    tasks.push_back (std::make_shared<Task> (++lastId, title, changeCount));
+    ++*changeCount;
+    return tasks.back();
+}
+
+int LibraryJobs::post (const juce::String& title, std::function<void (Task&)> run)
+{
+    const auto task = add (title);
+    worker.post ({ [this, task, run = std::move (run)] (const std::stop_token&)
+                   {
+                       if (task->shouldExit())
+                           return;
+                       task->begin();
+                       run (*task);
+                       room.watch.look();
+                   },
+                   [task] (const char* reason) { task->end ({}, reason); } });
+    return task->id;
+}
+
+int LibraryJobs::importPaths (const juce::StringArray& paths, ListRef target, int place)
+{
+    return post (ImportTexts::windowTitle,
+                 [this, paths, target, place] (Task& task)
+                 {
+                     SongList list (target.kind, target.id);
+                     if (const auto code = fillTarget (room.database, list); code != LibraryCode::ok)
+                         return task.end ({}, LibraryFaults::sentence (code));
+                     const auto result = ImportFiles (&room.database, paths, targetOf (target, place, list),
+                                                      room.places.judge)
+                                             .run (task);
+                     if (result.code == LibraryCode::ok && !result.isCancelled)
+                         rememberFolders (paths);
+                     for (const auto& refused : result.unplayable)
+                         task.addFailure (refused);
+                     task.end (songsText (result.accepted) + " met, " + juce::String (result.added) + " new.",
+                               LibraryFaults::sentence (result.code));
+                 });
+}
+
+int LibraryJobs::importPlaylist (const juce::File& file, const juce::String& name)
+{
+    return post (ExchangeTexts::importWindow,
+                 [this, file, name] (Task& task)
+                 {
+                     const auto result = ImportPlaylist (&room.database, file, -1, name).run (task);
+                     task.end (songsText (result.songs) + " in the playlist, " + juce::String (result.added)
+                                   + " new.",
+                               result.code != LibraryCode::ok ? LibraryFaults::sentence (result.code)
+                               : result.isRead || result.isCancelled
+                                   ? juce::String()
+                                   : file.getFullPathName() + " can't be read to its end as a playlist.");
+                 });
+}
+
+int LibraryJobs::importForeign (const juce::File& file)
+{
+    return post (ExchangeTexts::itunesWindow,
+                 [this, file] (Task& task)
+                 {
+                     const auto result = ImportItunes (&room.database, file).run (task);
+                     task.end (songsText (result.tracks) + ", " + juce::String (result.playlists)
+                                   + " playlists.",
+                               result.isRead || result.isCancelled
+                                   ? juce::String()
+                                   : file.getFullPathName() + " can't be read as a music library.");
+                 });
+}
+
+int LibraryJobs::exportList (const SongQuery& query, const juce::String& name, const juce::File& file)
+{
+    return post (ExchangeTexts::exportWindow,
+                 [this, query, name, file] (Task& task)
+                 {
+                     task.setStatusText (ExchangeTexts::exportStatus + file.getFullPathName());
+                     if (query.kind == SongListKind::history)
+                         return task.end ({}, room.history.exportTo (query.id, file));
+                     SongList list;
+                     if (const auto code = runQuery (query, room.database, room.watch.index(), list);
+                         code != LibraryCode::ok)
+                         return task.end ({}, LibraryFaults::sentence (code));
+                     list.name = name;
+                     const auto result = ExportPlaylist (&room.database, list, file).run (task);
+                     task.end (songsText (result.rows) + " exported.",
+                               result.isWritten
+                                   ? juce::String()
+                                   : file.getFullPathName() + " can't be written, or the disk is full.");
+                 });
+}
+
+int LibraryJobs::backup (const juce::File& file)
+{
+    return post ("Create Backup",
+                 [this, file] (Task& task)
+                 {
+                     task.setStatusText (file.getFullPathName());
+                     const auto code = room.database.copyTo (file);
+                     task.end (code == LibraryCode::ok
+                                   ? "The library is copied to " + file.getFullPathName() + "."
+                                   : juce::String(),
+                               code == LibraryCode::ok
+                                   ? juce::String()
+                                   : file.getFullPathName() + " can't be written, or the disk is full.");
+                 });
+}
+
+int LibraryJobs::analyse (BatchAnalysis& analysis, const juce::StringArray& paths, bool isAgain)
+{
+    const auto task = add ("Analyzing");
+    task->begin();
+    task->setCount (0, paths.size());
+    analysis.addFiles (
+        paths, isAgain,
+        { [task, total = paths.size(), done = 0] (const BatchAnalysis::Outcome& outcome) mutable
+          {
+              if (outcome.fault.isNotEmpty())
+                  task->addFailure (outcome.path + ": " + outcome.fault);
+              task->setCount (++done, total);
+              task->setStatusText (outcome.path);
+          },
+          [task] { return task->shouldExit(); },
+          [task]
+          {
+              const auto job = task->job();
+              task->end (songsText (job.done - job.failures.size()) + " analysed.");
+          } });
+    return task->id;
+}
+
+juce::StringArray LibraryJobs::folders() const
+{
+    const std::scoped_lock scope (folderLock);
+    auto lines = juce::StringArray::fromLines (room.places.folders.loadFileAsString());
+    lines.removeEmptyStrings();
+    return lines;
+}
+
+void LibraryJobs::rememberFolders (const juce::StringArray& paths)
+{
+    auto known = folders();
+    const auto before = known.size();
+    for (const auto& path : paths)
+    {
+        const auto isBelowKnown = std::any_of (known.begin(), known.end(),
+                                               [&] (const juce::String& folder)
+                                               { return path == folder || path.startsWith (folder + "/"); });
+        if (!isBelowKnown && juce::File (path).isDirectory() && !path.containsAnyOf ("\r\n"))
+            known.add (path);
+    }
+    const std::scoped_lock scope (folderLock);
+    if (known.size() != before)
+        // Unwritten, the folder is only not looked at again.
+        juce::ignoreUnused (
+            room.places.folders.replaceWithText (known.joinIntoString ("\n") + "\n", false, false, "\n"));
+}
+
+void LibraryJobs::forgetFolder (const juce::String& path)
+{
+    auto known = folders();
+    known.removeString (path);
+    const std::scoped_lock scope (folderLock);
+    juce::ignoreUnused (
+        room.places.folders.replaceWithText (known.joinIntoString ("\n") + "\n", false, false, "\n"));
+}
+
+void LibraryJobs::relocateIn (const juce::StringArray& below, Task& task)
+{
+    const auto result = relocateSongs (room.database, below, task);
+    for (const auto& doubtful : result.doubtful)
+        task.addFailure (doubtful);
+    task.end (juce::String (result.missing) + " missing, " + juce::String (result.found) + " found again.",
+              LibraryFaults::sentence (result.code));
+}
+
+int LibraryJobs::relocate (const juce::File& folder)
+{
+    return post ("Looking for moved files",
+                 [this, folder] (Task& task) { relocateIn ({ folder.getFullPathName() }, task); });
+}
+
+int LibraryJobs::lookAtFolders()
+{
+    return post (
+        "Looking at music folders",
+        [this] (Task& task)
+        {
+            juce::StringArray there;
+            for (const auto& folder : folders())
+                if (juce::File (folder).isDirectory())
+                    there.add (folder);
+                else
+                    task.addFailure (folder + ": The folder is not there now.");
+            relocateIn (there, task);
+            if (there.isEmpty() || task.shouldExit() || task.job().state == LibraryJob::State::failed)
+                return;
+            const auto moved = task.job().summary;
+            task.begin();
+            const auto result = ImportFiles (&room.database, there, {}, room.places.judge).run (task);
+            for (const auto& refused : result.unplayable)
+                task.addFailure (refused);
+            task.end (moved + " " + songsText (result.accepted) + " met, " + juce::String (result.added)
+                          + " new.",
+                      LibraryFaults::sentence (result.code));
+        });
+}
+
+std::vector<LibraryJob> LibraryJobs::jobs() const
+{
+    const std::scoped_lock scope (lock);
+    std::vector<LibraryJob> all;
+    for (const auto& task : tasks)
+        all.push_back (task->job());
+    return all;
+}
+
+void LibraryJobs::cancel (int id)
+{
+    const std::scoped_lock scope (lock);
+    for (const auto& task : tasks)
+        if (task->id == id)
+            task->cancel();
+}
+
+void LibraryJobs::dismiss (int id)
+{
+    const std::scoped_lock scope (lock);
+    std::erase_if (tasks, [id] (const auto& task) { return task->id == id && !task->job().isActive(); });
+    ++*changeCount;
+}
+
+void LibraryJobs::settle()
+{
+    worker.wait();
+}
