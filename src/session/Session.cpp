@@ -92,7 +92,7 @@ LibraryRoom* Session::browser()
     if (opened == nullptr)
         return nullptr;
     LibraryRoom::Places places;
-    places.history = libraryPlace.file().file().getSiblingFile ("history");
+    places.history = historyFolder();
     places.folders = libraryPlace.file().file().getSiblingFile ("music_folders.txt");
     places.judge = importJudge (decoderLibrary);
     room = std::make_unique<LibraryRoom> (opened->database, places);
@@ -203,7 +203,7 @@ void Session::notePlay (const PlayedSong& song)
                           juce::ignoreUnused (songs->markPlayed (id));
                       if (shared == nullptr)
                           return;
-                      // Where it can't be written, the list of this session has it all the same.
+                      // Unwritten, the list of this session has it all the same.
                       juce::ignoreUnused (shared->history.note (song));
                       shared->watch.look();
                       shared->watch.tell ({ .lists = true });

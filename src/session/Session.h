@@ -6,8 +6,8 @@
 #include "session/Preferences.h"
 #include "session/RootLock.h"
 #include "session/SettingsKeeper.h"
+#include "session/SongPreview.h"
 #include "session/browse/LibraryRoom.h"
-#include "session/browse/SongPreview.h"
 #include "support/EngineListener.h"
 
 #include <functional>
@@ -50,7 +50,7 @@ public:
         @returns one sentence on why it can't be opened, or nothing */
     juce::String openLibrary (LibrarySession::Use);
 
-    /** What the browsers of this process share of the library, which is made empty if it is missing. Files that decks load
+    /** The part of the library that the browsers of this process share; it is made empty if it is missing. Files that decks load
         come into the library from then on.
         @returns null if it can't be opened; libraryFault() says why. Holds as long as this */
     LibraryRoom* browser();
@@ -71,6 +71,9 @@ public:
 
     /** The world of an engine with a message loop. It keeps this session alive. */
     EngineWorld world();
+
+    /** The folder of the history of what was played, which need not exist. */
+    juce::File historyFolder() const { return libraryPlace.file().file().getSiblingFile ("history"); }
 
     const Folders folders;
     const LibraryPlace libraryPlace;

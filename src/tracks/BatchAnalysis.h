@@ -16,7 +16,7 @@ public:
     BatchAnalysis (const juce::File& decoderLibrary, const juce::File& analysisFolder, const EngineSettings&,
                    ListenerList&, Pacing&);
 
-    /** What became of a file. */
+    /** The result for a file. */
     struct Outcome
     {
         juce::String path;

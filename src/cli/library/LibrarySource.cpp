@@ -3,6 +3,7 @@
 #include "cli/TerminalOutput.h"
 #include "cli/library/LibraryVerb.h"
 #include "cli/library/SongTable.h"
+#include "library/query/RunQuery.h"
 #include "support/Suggestion.h"
 
 #include <algorithm>
@@ -97,32 +98,21 @@ std::optional<LibrarySource> LibrarySource::find (SongDatabase& database, const 
 
 int LibrarySource::fill (SongDatabase& database, SongList& list, LibraryOrder order) const
 {
-    list.kind = kind;
-    list.playlistId = id;
-    list.name = name;
     const auto hasOrder = kind == SongListKind::playlist || kind == SongListKind::automix;
     if (order.sort == SongField::listOrder && !hasOrder)
         order.sort = SongField::artist;
 
     const auto [sort, ascending, fields, term] = order;
-    const auto isSearch = !fields.empty();
-    switch (kind)
-    {
-    case SongListKind::playlist:
-        return isSearch ? database.searchPlaylist (&list, id, fields, term, sort, ascending)
-                        : database.fillPlaylist (&list, id, sort, ascending);
-    case SongListKind::smartPlaylist:
-        return isSearch ? database.searchSmartPlaylist (&list, id, fields, term, sort, ascending)
-                        : database.fillSmartPlaylist (&list, id, sort, ascending);
-    case SongListKind::automix:
-        return isSearch ? database.searchAutomix (&list, fields, term, sort, ascending)
-                        : database.fillAutomix (&list, sort, ascending);
-    default:
-        break;
-    }
-    if (const auto field = fieldOf (kind))
-        return isSearch ? database.searchWithinField (&list, *field, name, fields, term, sort, ascending)
-                        : database.fillByField (name, *field, &list, sort, ascending);
-    return isSearch ? database.searchLibrary (&list, fields, term, sort, ascending)
-                    : database.fillLibrary (&list, sort, ascending);
+    SongQuery query { .kind = kind,
+                      .id = id,
+                      .name = name,
+                      .sort = sort,
+                      .ascending = ascending,
+                      .search = term,
+                      .fields = fields };
+    SongIndex index;
+    if (query.isFiltered())
+        if (const auto code = index.build (database); code != LibraryCode::ok)
+            return code;
+    return runQuery (query, database, index, list);
 }

@@ -136,7 +136,7 @@ int SongDatabase::writeEntries (const LinkTable& table, int32_t id, Entries& ent
     const auto [changedStored, changed] =
         std::mismatch (stored.begin(), stored.end(), entries.begin(), entries.end());
 
-    // What only lost entries keeps the others' rows as they are.
+    // A list that only lost entries keeps the others' rows as they are.
     const auto below = changed == entries.begin() ? -1 : std::prev (changed)->entryId;
     const auto isRising = hasRisingIds (changed, entries.end(), below);
     const auto isSubset =

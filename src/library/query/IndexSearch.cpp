@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numeric>
 
-// What a query leaves of all songs, and in which order.
+// The songs that a query leaves, and their order.
 
 namespace
 {

@@ -86,7 +86,7 @@ std::optional<QueryTerms::Range> rangeOf (SongField field, const juce::String& t
     const auto rest = text.substring (comparison.length());
     if (rest.isEmpty())
         return range;
-    // What is shown as 128 lies within half a step of it; years and stars have no parts.
+    // A tempo shown as 128 lies within half a step of it; years and stars have no parts.
     const auto halfOf = [field] (const Number& number)
     { return field == SongField::bpm ? 0.5 * number.step : 0.0; };
     const auto least = [&] (const Number& number) { return number.value - halfOf (number); };

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-/** What is typed into the search field, taken apart.
+/** The text of a search field, taken apart.
 
         deep "night drive"        words in any order, each in any chosen field; a phrase keeps its blanks
         bpm:120-126  bpm:128      a tempo: a range, or what is shown as that number

@@ -18,7 +18,7 @@ struct SongQuery
     /** Of an album, artist or genre. */
     juce::String name;
 
-    /** Where a source has no order of its own, SongField::listOrder gives the order in which songs were added. */
+    /** SongField::listOrder gives, for a source without an order of its own, the order in which songs were added. */
     SongField sort = SongField::listOrder;
     bool ascending = true;
 

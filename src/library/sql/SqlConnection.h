@@ -88,7 +88,7 @@ public:
         @param values   bytes in the order of the "?"; a column of numbers makes numbers of them */
     int runKept (const std::string& sql, std::span<const std::string> values, const RowFunction& = {});
 
-    /** What this connection has stored. */
+    /** The changes that this connection has stored. */
     struct Stored
     {
         std::vector<int64_t> rows; ///< of the watched table, in no order, some more than once

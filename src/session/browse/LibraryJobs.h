@@ -45,7 +45,7 @@ struct LibraryJob
     /** One sentence about the outcome, once it has ended. */
     juce::String summary;
 
-    /** What did not succeed, each with the reason: "PATH: sentence". */
+    /** The things that did not succeed, each with the reason: "PATH: sentence". */
     juce::StringArray failures;
 
     bool isActive() const { return state == State::waiting || state == State::running; }

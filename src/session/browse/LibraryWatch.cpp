@@ -48,7 +48,7 @@ void LibraryWatch::timerCallback()
 
 void LibraryWatch::look()
 {
-    worker.post (looking, { [this] (const std::stop_token&) { lookOnWorker(); } });
+    worker.post (looking, { [this] (const std::stop_token&) { lookOnWorker (true); } });
 }
 
 void LibraryWatch::rebuild()
@@ -61,7 +61,7 @@ void LibraryWatch::rebuild()
     owesRebuild = false;
 }
 
-void LibraryWatch::lookOnWorker()
+void LibraryWatch::lookOnWorker (bool mayRest)
 {
     const auto changes = database.takeChanges();
     LibraryChange change;
@@ -71,7 +71,8 @@ void LibraryWatch::lookOnWorker()
     change.songIds = changes.songs;
     owesRebuild = owesRebuild || changes.byOthers;
     const auto isRested =
-        juce::Time::getMillisecondCounter() - lastRebuildEnd >= restAfterRebuild * lastRebuildTook;
+        !mayRest
+        || juce::Time::getMillisecondCounter() - lastRebuildEnd >= restAfterRebuild * lastRebuildTook;
     if (changes.allSongs || (owesRebuild && isRested)
         || (!changes.songs.empty() && !songs.update (database, changes.songs)))
     {
@@ -98,7 +99,7 @@ void LibraryWatch::tell (const LibraryChange& change)
 
 void LibraryWatch::settle()
 {
-    look();
+    worker.post ({ [this] (const std::stop_token&) { lookOnWorker (false); } });
     worker.wait();
     calls.deliver();
 }

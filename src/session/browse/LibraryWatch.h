@@ -34,7 +34,7 @@ public:
 
 private:
     void timerCallback() override;
-    void lookOnWorker();
+    void lookOnWorker (bool mayRest);
     void rebuild();
 
     SongDatabase& database;

@@ -150,7 +150,7 @@ void RowSource::want (int first, int last)
         missing.add ((*rows)[i]);
         isUrgent = isUrgent || (i >= first && i < last);
     }
-    // What lies ahead is read in portions, not row by row.
+    // The rows ahead are read in portions, not one by one.
     if (missing.isEmpty() || (!isUrgent && missing.size() < readBehind && to < rows->size()))
         return;
     reader.post (newest, { [this, missing = std::move (missing), ofRows = rows] (const std::stop_token&)
@@ -287,14 +287,22 @@ void RowSource::libraryChanged (const LibraryChange& change)
         reopen();
 }
 
-void RowSource::settle()
+void RowSource::settleRows()
 {
     do
     {
         opener.wait();
         reader.wait();
+        calls.deliver();
+    } while (opener.isBusy() || reader.isBusy());
+}
+
+void RowSource::settle()
+{
+    do
+    {
+        settleRows();
         files.wait();
         calls.deliver();
     } while (opener.isBusy() || reader.isBusy() || files.isBusy());
-    calls.deliver();
 }

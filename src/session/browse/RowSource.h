@@ -73,6 +73,9 @@ public:
     /** Waits for all that was asked, and delivers it. For programs without a message loop. */
     void settle();
 
+    /** The same without waiting for the look at the rows' files. */
+    void settleRows();
+
 private:
     struct Cached
     {

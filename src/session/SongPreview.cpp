@@ -1,4 +1,4 @@
-#include "session/browse/SongPreview.h"
+#include "session/SongPreview.h"
 
 namespace
 {
