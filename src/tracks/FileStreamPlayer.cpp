@@ -155,7 +155,6 @@ FileStreamPlayer::FileStreamPlayer (Pacing::Mode m) : mode (m)
 FileStreamPlayer::~FileStreamPlayer()
 {
     unload();
-    replaceStream (nullptr);
     thread.stopThread (-1);
 }
 
@@ -193,10 +192,14 @@ void FileStreamPlayer::replaceStream (std::unique_ptr<Stream> next)
     std::unique_ptr<Stream> gone;
     {
         const juce::SpinLock::ScopedLockType sl (streamLock);
-        gone = std::exchange (leaving, std::exchange (stream, std::move (next)));
-        leavingFade = fade;
-        leavingFade.setTarget (0.0);
-        leavingFrames = leaving != nullptr ? fadeFrames : 0;
+        if (stream != nullptr)
+        {
+            gone = std::exchange (leaving, std::move (stream));
+            leavingFade = fade;
+            leavingFade.setTarget (0.0);
+            leavingFrames = fadeFrames;
+        }
+        stream = std::move (next);
         fade.reset (0.0);
         fadeFrames = 0;
     }
@@ -248,6 +251,8 @@ void FileStreamPlayer::addToMonitor (float* left, float* right, int frames) noex
     if (leaving != nullptr && leavingFrames > 0)
     {
         const auto due = std::min (frames, leavingFrames);
+        if (mode == Pacing::Mode::offline)
+            leaving->fill (due);
         juce::ignoreUnused (leaving->mix (left, right, due, leavingFade)); // what its ring lacks is silence
         leavingFrames -= due;
     }
