@@ -259,6 +259,7 @@ public:
         @param only   the songs to read; null for all */
     int scanSongs (std::span<const SongField>, const std::vector<int32_t>* only,
                    const SqlConnection::RowFunction&);
+    int scanForeignSongs (std::span<const SongField>, const SqlConnection::RowFunction&);
 
     /** @name Changes */
     struct Changes

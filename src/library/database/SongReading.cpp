@@ -22,6 +22,14 @@ const std::string& selectSongOf (bool foreign)
     return foreign ? itunes : own;
 }
 
+std::string selectFields (std::span<const SongField> fields, const char* table)
+{
+    std::string sql ("SELECT id,duration,filesize");
+    for (const auto field : fields)
+        sql += std::string (",") + nameOf (columnOf (field));
+    return sql + " FROM " + table;
+}
+
 void readColumns (const SqlRow& row, SongRecord& record)
 {
     for (int i = 0; i < songColumnCount; ++i)
@@ -83,17 +91,18 @@ int SongDatabase::readSongs (const SongList* list, int first, int last, std::vec
 int SongDatabase::scanSongs (std::span<const SongField> fields, const std::vector<int32_t>* only,
                              const SqlConnection::RowFunction& row)
 {
-    std::string sql ("SELECT id,duration,filesize");
-    for (const auto field : fields)
-    {
-        if (!hasColumn (field))
-            return LibraryCode::badField;
-        sql += std::string (",") + nameOf (columnOf (field));
-    }
-    sql += " FROM songs";
-    if (only != nullptr)
-        sql += " WHERE id IN (" + StoredText::joined (*only) + ")";
-    return reading()->query (sql + " ORDER BY id", row);
+    if (!std::all_of (fields.begin(), fields.end(), hasColumn))
+        return LibraryCode::badField;
+    const auto condition =
+        only != nullptr ? " WHERE id IN (" + StoredText::joined (*only) + ")" : std::string();
+    return reading()->query (selectFields (fields, "songs") + condition + " ORDER BY id", row);
+}
+
+int SongDatabase::scanForeignSongs (std::span<const SongField> fields, const SqlConnection::RowFunction& row)
+{
+    if (!std::all_of (fields.begin(), fields.end(), hasColumn))
+        return LibraryCode::badField;
+    return connection.query (selectFields (fields, "itunes_songs") + " ORDER BY id", row);
 }
 
 int SongDatabase::readFieldFrom (SqlConnection& from, const char* table, SongField field, int32_t id,

@@ -63,12 +63,18 @@ int runQuery (const SongQuery& query, SongDatabase& database, const SongIndex& i
     list = SongList (query.kind, query.id);
     list.name = query.name;
     list.sorted = query.sort != SongField::listOrder;
-    if (query.isFiltered() && !index.waitUntilBuilt (stop))
+    if (query.isFiltered() && !isForeign (query.kind) && !index.waitUntilBuilt (stop))
         return LibraryCode::interrupted;
     if (isWholeLibrary (query.kind))
         return index.isBuilt() ? index.fill (database, query, list, stop)
                                : database.fillLibrary (&list, query.sort, query.ascending);
     if (const auto code = fillSource (query, database, list); code != LibraryCode::ok || !query.isFiltered())
         return code;
-    return isForeign (query.kind) ? LibraryCode::ok : index.filter (database, query, list, stop);
+    if (!isForeign (query.kind))
+        return index.filter (database, query, list, stop);
+    // A foreign library is searched now and then, and read anew at each start: its index is not kept.
+    SongIndex foreign;
+    if (const auto code = foreign.build (database, SongIndex::Songs::foreign); code != LibraryCode::ok)
+        return code;
+    return foreign.filter (database, query, list, stop);
 }

@@ -24,13 +24,13 @@ std::vector<SongField> scannedFields()
 }
 }
 
-int SongIndex::Songs::positionOf (int32_t id) const
+int SongIndex::Table::positionOf (int32_t id) const
 {
     const auto found = std::lower_bound (ids.begin(), ids.end(), id);
     return found != ids.end() && *found == id ? static_cast<int> (found - ids.begin()) : -1;
 }
 
-void SongIndex::Songs::forgetRanks (SongField field)
+void SongIndex::Table::forgetRanks (SongField field)
 {
     for (size_t i = 0; i < columns.size(); ++i)
         if (textFields[i] == field)
@@ -38,7 +38,7 @@ void SongIndex::Songs::forgetRanks (SongField field)
     ranks.erase (field);
 }
 
-void SongIndex::Songs::put (const SqlRow& row, size_t position)
+void SongIndex::Table::put (const SqlRow& row, size_t position)
 {
     const auto known = there[position] != 0;
     durations[position] = asUnsigned32 (row.int64 (1));
@@ -61,7 +61,7 @@ void SongIndex::Songs::put (const SqlRow& row, size_t position)
         --deleted;
 }
 
-void SongIndex::Songs::append (const SqlRow& row)
+void SongIndex::Table::append (const SqlRow& row)
 {
     ids.push_back (row.int32 (0));
     durations.push_back (0);
@@ -75,11 +75,13 @@ void SongIndex::Songs::append (const SqlRow& row)
     put (row, ids.size() - 1);
 }
 
-int SongIndex::build (SongDatabase& database)
+int SongIndex::build (SongDatabase& database, Songs which)
 {
-    Songs made;
-    const auto code =
-        database.scanSongs (scannedFields(), nullptr, [&made] (const SqlRow& row) { made.append (row); });
+    Table made;
+    const auto take = [&made] (const SqlRow& row) { made.append (row); };
+    const auto fields = scannedFields();
+    const auto code = which == Songs::library ? database.scanSongs (fields, nullptr, take)
+                                              : database.scanForeignSongs (fields, take);
     if (code != LibraryCode::ok)
     {
         const std::unique_lock writing (lock);

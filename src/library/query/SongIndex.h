@@ -26,8 +26,14 @@ public:
                                              SongField::filename, SongField::key,     SongField::format,
                                              SongField::year };
 
+    enum class Songs
+    {
+        library,
+        foreign
+    };
+
     /** Reads all songs. Those who ask go on with what was there. */
-    int build (SongDatabase&);
+    int build (SongDatabase&, Songs = Songs::library);
     bool isBuilt() const;
 
     /** @returns false if the token was stopped, or building failed, before there was an index */
@@ -58,7 +64,7 @@ private:
         mutable std::vector<uint32_t> ranks; ///< of each text; none until they are needed
     };
 
-    struct Songs
+    struct Table
     {
         std::vector<int32_t> ids; ///< rising
         std::vector<uint32_t> durations, sizes;
@@ -96,5 +102,5 @@ private:
     mutable std::condition_variable_any builtOrFailed;
     mutable std::mutex rankLock; ///< of all ranks; behind the one above
     bool built = false, failed = false;
-    Songs songs;
+    Table songs;
 };

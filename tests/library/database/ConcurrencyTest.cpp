@@ -1,7 +1,6 @@
 #include "LibraryFixture.h"
 
 #include "disk/FailingDisk.h"
-#include "library/database/SongLoader.h"
 #include "library/sql/DatabaseFile.h"
 #include "library/sql/SqlInterruption.h"
 
@@ -217,31 +216,6 @@ TEST_F (Concurrency, ATransactionBelongsToItsTask)
     EXPECT_EQ (other.get(), 0);
     EXPECT_EQ (text (id, SongField::rating) + text (id, SongField::bpm), "0120.0")
         << "the end of one task took back what another had stored";
-}
-
-TEST_F (Concurrency, OnlyTheNewestSearchIsAnswered)
-{
-    for (const auto* path : { "/a", "/ab", "/abc" })
-        add (path);
-    int32_t endless = -1;
-    ok ({ database.createSmartPlaylist (
-        "endless", " id IN (WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL SELECT x+1 FROM n) SELECT x FROM n); ",
-        "", 1, &endless) });
-    const SongField path[] { SongField::filename };
-    SongLoader loader;
-    loader.request ({}, [&] (SongList& list)
-                    { return database.fillSmartPlaylist (&list, endless, SongField::title, true); });
-    EXPECT_FALSE (loader.take());
-    for (const auto* term : { "a", "ab", "abc" })
-        loader.request (SongList (SongListKind::searchLibrary), [&, term] (SongList& list)
-                        { return database.searchLibrary (&list, path, term, SongField::title, true); });
-    loader.wait();
-    const auto result = loader.take();
-    ASSERT_TRUE (result);
-    EXPECT_EQ (result->code, 0);
-    EXPECT_EQ (result->list.size(), 1);
-    EXPECT_EQ (result->list.kind, SongListKind::searchLibrary);
-    EXPECT_FALSE (loader.take()) << "once";
 }
 
 TEST_F (Concurrency, AnInterruptedThreadAloneStops)

@@ -59,6 +59,13 @@ TEST_F (Rows, OfTheNewestQuestionAloneAreShown)
 {
     addSongs (100);
     room.watch.settle();
+    int32_t endless = -1;
+    EXPECT_EQ (database.createSmartPlaylist (
+                   "endless",
+                   " id IN (WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL SELECT x+1 FROM n) SELECT x FROM n); ",
+                   "", 1, &endless),
+               0);
+    rows.open ({ .kind = SongListKind::smartPlaylist, .id = endless });
     for (int i = 0; i < 20; ++i)
         rows.open ({ .search = "song " + juce::String (i), .fields = { SongField::title } });
     rows.settle();
