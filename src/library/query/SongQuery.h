@@ -16,17 +16,17 @@ struct SongQuery
     int32_t id = -1;
 
     /** Of an album, artist or genre. */
-    juce::String name;
+    juce::String name {};
 
     /** SongField::listOrder gives, for a source without an order of its own, the order in which songs were added. */
     SongField sort = SongField::listOrder;
     bool ascending = true;
 
     /** As it was typed, see QueryTerms. Nothing but blanks is no search. */
-    juce::String search;
+    juce::String search {};
 
     /** The fields in which words are looked for; without any, words find nothing. */
-    std::vector<SongField> fields;
+    std::vector<SongField> fields {};
 
     /** Only songs whose tempo, half or double is within so many percent of this one, in BPM; 0 for all. */
     double fitBpm = 0.0, fitPercent = 0.0;

@@ -1,9 +1,6 @@
 #include "session/browse/LibraryEdits.h"
 
 #include "library/query/RunQuery.h"
-#include "library/tags/ReadTags.h"
-#include "library/tags/WriteTag.h"
-#include "session/browse/LibraryFaults.h"
 #include "session/browse/LibraryRoom.h"
 
 #include <algorithm>
@@ -24,14 +21,6 @@ juce::String nameOf (const ListContent& content)
     return content.name;
 }
 
-SongList listOf (const std::vector<int32_t>& songIds)
-{
-    SongList list (SongListKind::library);
-    for (const auto id : songIds)
-        list.add ({ 0, 0, id, -1, nullptr });
-    return list;
-}
-
 std::vector<ListContent::Entry> newEntries (const std::vector<int32_t>& songIds)
 {
     std::vector<ListContent::Entry> entries;
@@ -48,6 +37,16 @@ void putAt (std::vector<ListContent::Entry>& entries, int place, const std::vect
     entries.insert (entries.begin() + static_cast<std::ptrdiff_t> (at), more.begin(), more.end());
     for (size_t i = 0; i < more.size(); ++i)
         placed.push_back (at + i);
+}
+
+LibraryEdits::Done withPlaces (const std::shared_ptr<std::vector<int32_t>>& entryIds,
+                               LibraryEdits::Placed done)
+{
+    return [done = std::move (done), entryIds] (int code)
+    {
+        if (done != nullptr)
+            done (code, *entryIds);
+    };
 }
 
 LibraryEdits::Placed withoutPlaces (LibraryEdits::Done done)
@@ -86,34 +85,32 @@ void LibraryEdits::post (std::function<int()> edit, Done done)
                    [answer] (const char*) { answer (LibraryCode::failed); } });
 }
 
+int LibraryEdits::runEdit (ListRef list, const juce::String& verb, const ListChange& change,
+                           std::vector<int32_t>& entryIds)
+{
+    ListContent named, result;
+    if (const auto code = database.readList (list, named); code != LibraryCode::ok)
+        return code;
+    if (!named.exists)
+        return LibraryCode::badArgument;
+    std::vector<size_t> placed;
+    // Recommendations live in memory and go with the session: nothing to take back.
+    const auto isKept = list.kind != SongListKind::recommendation;
+    const auto code = history.edit (
+        database, list, isKept ? verb.replace ("%", nameOf (named)) : juce::String(),
+        [&] (ListContent& content) { return change (content, placed); }, &result);
+    if (code == LibraryCode::ok)
+        for (const auto at : placed)
+            entryIds.push_back (result.entries[at].entryId);
+    return code;
+}
+
 void LibraryEdits::editList (ListRef list, const juce::String& verb, ListChange change, Placed done)
 {
     const auto entryIds = std::make_shared<std::vector<int32_t>>();
-    post (
-        [this, list, verb, change = std::move (change), entryIds]
-        {
-            std::vector<size_t> placed;
-            ListContent result;
-            ListContent named;
-            // Recommendations live in memory and go with the session: nothing to take back.
-            const auto isKept = list.kind != SongListKind::recommendation;
-            if (const auto code = database.readList (list, named); code != LibraryCode::ok)
-                return code;
-            if (!named.exists)
-                return LibraryCode::badArgument;
-            const auto code = history.edit (
-                database, list, isKept ? verb.replace ("%", nameOf (named)) : juce::String(),
-                [&] (ListContent& content) { return change (content, placed); }, &result);
-            if (code == LibraryCode::ok)
-                for (const auto at : placed)
-                    entryIds->push_back (result.entries[at].entryId);
-            return code;
-        },
-        [done = std::move (done), entryIds] (int code)
-        {
-            if (done != nullptr)
-                done (code, *entryIds);
-        });
+    post ([this, list, verb, change = std::move (change), entryIds]
+          { return runEdit (list, verb, change, *entryIds); },
+          withPlaces (entryIds, std::move (done)));
 }
 
 void LibraryEdits::insert (ListRef list, int place, std::vector<int32_t> songIds, Placed done)
@@ -131,17 +128,24 @@ void LibraryEdits::insert (ListRef list, int place, std::vector<int32_t> songIds
 
 void LibraryEdits::append (ListRef list, const SongQuery& query, Placed done)
 {
-    editList (
-        list, "Add songs to %",
-        [this, query] (ListContent& content, std::vector<size_t>& placed)
+    const auto entryIds = std::make_shared<std::vector<int32_t>>();
+    post (
+        [this, list, query, entryIds]
         {
+            // Asked before the edit, which keeps everybody else from the file.
             SongList found;
-            const auto code = runQuery (query, database, room.watch.index(), found);
-            if (code == LibraryCode::ok)
+            if (const auto code = runQuery (query, database, room.watch.index(), found);
+                code != LibraryCode::ok)
+                return code;
+            const auto put = [&found] (ListContent& content, std::vector<size_t>& placed)
+            {
                 putAt (content.entries, -1, newEntries (found.songIds()), placed);
-            return code;
+                return LibraryCode::ok;
+            };
+            return runEdit (list, "Add " + songsText (static_cast<size_t> (found.size())) + " to %", put,
+                            *entryIds);
         },
-        std::move (done));
+        withPlaces (entryIds, std::move (done)));
 }
 
 void LibraryEdits::remove (ListRef list, std::vector<int32_t> entryIds, Done done)
@@ -342,148 +346,6 @@ juce::String LibraryEdits::undoText() const
 void LibraryEdits::undo (Done done)
 {
     post ([this] { return history.undo (database); }, std::move (done));
-}
-
-void LibraryEdits::deleteSongs (std::vector<int32_t> songIds, Done done)
-{
-    post (
-        [this, list = listOf (songIds)]
-        {
-            // All or none: half of a selection would be a puzzle.
-            auto transaction = database.beginTransaction();
-            return transaction.commitIf (transaction.code() == LibraryCode::ok ? database.deleteSongs (&list)
-                                                                               : transaction.code());
-        },
-        std::move (done));
-}
-
-void LibraryEdits::clearLibrary (Done done)
-{
-    post (
-        [this]
-        {
-            const auto code = database.clearLibrary();
-            if (code == LibraryCode::ok)
-                history.clear();
-            return code;
-        },
-        std::move (done));
-}
-
-void LibraryEdits::setRating (std::vector<int32_t> songIds, int stars, Done done)
-{
-    post (
-        [this, songIds = std::move (songIds), stars]
-        {
-            auto transaction = database.beginTransaction();
-            auto code = transaction.code();
-            for (auto id = songIds.begin(); id != songIds.end() && code == LibraryCode::ok; ++id)
-                code = database.setRating (*id, std::clamp (stars, 0, 5));
-            return transaction.commitIf (code);
-        },
-        std::move (done));
-}
-
-void LibraryEdits::setField (int32_t songId, SongField field, const juce::String& text, Done done)
-{
-    post (
-        [this, songId, field, text]
-        {
-            if (!hasColumn (field))
-                return LibraryCode::badField;
-            const auto column = columnOf (field);
-            auto code = 0;
-            if (infoOf (column).type == SongColumnType::text)
-                code = database.setTextField (field, songId, text);
-            else if (field == SongField::bpm)
-                code = database.setBpm (songId, text.replaceCharacter (',', '.').getDoubleValue());
-            else
-                code = database.setIntField (field, songId, text.getLargeIntValue());
-            if (code != LibraryCode::ok)
-                return code;
-            SongRecord record;
-            code = database.readSong (songId, record);
-            if (code == LibraryCode::ok && record.present && !writeTag (record, field))
-                return LibraryFaults::tagNotWritten;
-            return code;
-        },
-        std::move (done));
-}
-
-void LibraryEdits::clearPlayed (std::vector<int32_t> songIds, Done done)
-{
-    post (
-        [this, list = listOf (songIds)]
-        {
-            auto transaction = database.beginTransaction();
-            return transaction.commitIf (transaction.code() == LibraryCode::ok ? database.clearPlayed (&list)
-                                                                               : transaction.code());
-        },
-        std::move (done));
-}
-
-void LibraryEdits::reloadTags (std::vector<int32_t> songIds, Done done)
-{
-    post (
-        [this, songIds = std::move (songIds)]
-        {
-            for (const auto id : songIds)
-            {
-                SongRecord record;
-                if (const auto code = database.readSong (id, record); code != LibraryCode::ok)
-                    return code;
-                if (!record.present)
-                    continue;
-                readTags (record[SongColumn::filename], record);
-                if (const auto code = database.updateSong (record); code != LibraryCode::ok)
-                    return code;
-            }
-            return LibraryCode::ok;
-        },
-        std::move (done));
-}
-
-void LibraryEdits::saveLayout (ListRef list, const juce::String& layoutXml, const juce::String& selectionXml,
-                               Done done)
-{
-    post (
-        [this, list, layoutXml, selectionXml]
-        {
-            const SongList named (list.kind, list.id);
-            return database.saveLayout (&named, layoutXml, selectionXml);
-        },
-        std::move (done));
-}
-
-void LibraryEdits::loadLayout (ListRef list,
-                               std::function<void (const juce::String&, const juce::String&)> answer)
-{
-    worker.post ({ [this, list, answer = std::move (answer)] (const std::stop_token&)
-                   {
-                       const SongList named (list.kind, list.id);
-                       juce::String layout, selection;
-                       // Unread, a view has its default.
-                       juce::ignoreUnused (database.loadLayout (&named, layout),
-                                           database.loadSelection (&named, selection));
-                       calls.post ([answer, layout, selection] { answer (layout, selection); });
-                   } });
-}
-
-void LibraryEdits::pathsOf (std::vector<int32_t> songIds,
-                            std::function<void (const juce::StringArray&)> answer)
-{
-    worker.post ({ [this, songIds = std::move (songIds), answer = std::move (answer)] (const std::stop_token&)
-                   {
-                       juce::StringArray paths;
-                       for (const auto id : songIds)
-                       {
-                           juce::String path;
-                           if (database.readField (SongField::filename, id, path) == LibraryCode::ok
-                               && path.isNotEmpty())
-                               paths.add (path);
-                       }
-                       calls.post ([answer, paths] { answer (paths); });
-                   } });
 }
 
 void LibraryEdits::settle()

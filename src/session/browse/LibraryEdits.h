@@ -101,6 +101,7 @@ private:
     /** A change of a list, as ListUndo makes it, that tells which entries are to be named. */
     using ListChange = std::function<int (ListContent&, std::vector<size_t>& placed)>;
     void make (ListContent, Created);
+    int runEdit (ListRef, const juce::String& verb, const ListChange&, std::vector<int32_t>& entryIds);
     void editList (ListRef, const juce::String& verb, ListChange, Placed);
 
     LibraryRoom& room;

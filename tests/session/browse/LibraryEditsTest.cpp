@@ -87,7 +87,7 @@ TEST_F (Edits, DoWhatTheySayAndAreTakenBackOneByOneToTheLastId)
         { [&] { edits.append (automix, { .kind = SongListKind::playlist, .id = playlist.id }, {}); },
           automix,
           { 5, 2, 1, 3, 4 },
-          "Add songs to the automix list" },
+          "Add 5 songs to the automix list" },
         { [&] { edits.clear (playlist); }, playlist, {}, "Clear p" },
         { [&] { edits.append (other, { songs[0] }); }, other, { 5, 1 }, "Add 1 song to q" },
         { [&] { edits.rename (other, "r's", {}); }, other, { 5, 1 }, "Rename q" },
