@@ -170,26 +170,25 @@ int SongIndex::sortPositions (SongDatabase& database, SongField field, bool asce
         else if (const auto code = rankNumbers (database, field, ranks); code != LibraryCode::ok)
             return code;
     }
-    // Counts and places: equal songs keep the order in which they were added.
+    // Counts and places: equal songs keep the order in which they were added, or the reverse of it.
     const auto most = static_cast<uint32_t> (ranks.size());
     const auto keyOf = [&] (uint32_t position)
-    {
-        const auto rank = ranks[column != nullptr ? column->values[position] : position];
-        return ascending ? rank : most - 1 - rank;
-    };
+    { return ranks[column != nullptr ? column->values[position] : position]; };
     if (positions.size() < ranks.size() / 16)
-    {
         std::stable_sort (positions.begin(), positions.end(),
                           [&] (uint32_t a, uint32_t b) { return keyOf (a) < keyOf (b); });
-        return LibraryCode::ok;
+    else
+    {
+        std::vector<uint32_t> places (most + 1);
+        for (const auto position : positions)
+            ++places[keyOf (position) + 1];
+        std::partial_sum (places.begin(), places.end(), places.begin());
+        std::vector<uint32_t> sorted (positions.size());
+        for (const auto position : positions)
+            sorted[places[keyOf (position)]++] = position;
+        positions = std::move (sorted);
     }
-    std::vector<uint32_t> places (most + 1);
-    for (const auto position : positions)
-        ++places[keyOf (position) + 1];
-    std::partial_sum (places.begin(), places.end(), places.begin());
-    std::vector<uint32_t> sorted (positions.size());
-    for (const auto position : positions)
-        sorted[places[keyOf (position)]++] = position;
-    positions = std::move (sorted);
+    if (!ascending)
+        std::reverse (positions.begin(), positions.end());
     return LibraryCode::ok;
 }

@@ -43,7 +43,7 @@ void SongIndex::Table::put (const SqlRow& row, size_t position)
     const auto known = there[position] != 0;
     durations[position] = asUnsigned32 (row.int64 (1));
     sizes[position] = asUnsigned32 (row.int64 (2));
-    bpm[position] = static_cast<float> (row.real (firstNumber));
+    bpm[position] = row.real (firstNumber);
     rating[position] = static_cast<uint8_t> (std::clamp (row.int32 (firstNumber + 1), 0, 255));
     for (size_t i = 0; i < columns.size(); ++i)
     {
@@ -66,7 +66,7 @@ void SongIndex::Table::append (const SqlRow& row)
     ids.push_back (row.int32 (0));
     durations.push_back (0);
     sizes.push_back (0);
-    bpm.push_back (0.0f);
+    bpm.push_back (0.0);
     year.push_back (0);
     rating.push_back (0);
     there.push_back (1);
@@ -151,7 +151,7 @@ size_t SongIndex::bytesUsed() const
 {
     const std::shared_lock reading (lock);
     const std::scoped_lock ranking (rankLock);
-    auto bytes = songs.ids.capacity() * (3 * sizeof (uint32_t) + sizeof (float) + sizeof (int16_t) + 2);
+    auto bytes = songs.ids.capacity() * (3 * sizeof (uint32_t) + sizeof (double) + sizeof (int16_t) + 2);
     for (const auto& column : songs.columns)
         bytes += column.texts.bytesUsed()
                  + (column.values.capacity() + column.ranks.capacity()) * sizeof (uint32_t);

@@ -68,7 +68,7 @@ private:
     {
         std::vector<int32_t> ids; ///< rising
         std::vector<uint32_t> durations, sizes;
-        std::vector<float> bpm;
+        std::vector<double> bpm;
         std::vector<int16_t> year;
         std::vector<uint8_t> rating;
         std::vector<uint8_t> there; ///< 0 for a song that was deleted

@@ -18,7 +18,7 @@ bool contains (const std::vector<ListContent::Entry>& entries, const ListContent
 ListContent takenBack (const ListContent& before, const ListContent& after, const ListContent& now)
 {
     auto result = before;
-    if (now == after)
+    if (now == after || (!now.exists && !after.exists))
         return result;
     if (!after.exists && now.exists)
     {

@@ -28,7 +28,10 @@ juce::String textOf (const juce::String& cell)
             continue;
         }
         const auto escaped = c.getAndAdvance();
-        text += escaped == 't' ? '\t' : escaped == 'n' ? '\n' : escaped == 'r' ? '\r' : escaped;
+        text << juce::String::charToString (escaped == 't'   ? juce_wchar { '\t' }
+                                            : escaped == 'n' ? juce_wchar { '\n' }
+                                            : escaped == 'r' ? juce_wchar { '\r' }
+                                                             : escaped);
     }
     return text;
 }

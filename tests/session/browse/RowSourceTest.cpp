@@ -74,7 +74,8 @@ TEST_F (Rows, OfTheNewestQuestionAloneAreShown)
     EXPECT_EQ (opened, 1);
     auto found = -2;
     show ({ .sort = SongField::title });
-    rows.findFirst (SongField::title, "s\xc3\xb6ng 5", 0, [&] (int row) { found = row; });
+    rows.findFirst (SongField::title, juce::CharPointer_UTF8 ("s\xc3\xb6ng 5"), 0,
+                    [&] (int row) { found = row; });
     rows.settle();
     EXPECT_EQ (title (found), "Song 5");
 }
