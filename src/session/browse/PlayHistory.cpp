@@ -28,9 +28,9 @@ juce::String textOf (const juce::String& cell)
             continue;
         }
         const auto escaped = c.getAndAdvance();
-        text << juce::String::charToString (escaped == 't'   ? juce_wchar { '\t' }
-                                            : escaped == 'n' ? juce_wchar { '\n' }
-                                            : escaped == 'r' ? juce_wchar { '\r' }
+        text << juce::String::charToString (escaped == 't'   ? juce::juce_wchar { '\t' }
+                                            : escaped == 'n' ? juce::juce_wchar { '\n' }
+                                            : escaped == 'r' ? juce::juce_wchar { '\r' }
                                                              : escaped);
     }
     return text;
