@@ -6,6 +6,7 @@
 #include "deck/state/Loops.h"
 #include "deck/state/PlayState.h"
 #include "deck/state/ReadHead.h"
+#include "deck/state/RecordMotion.h"
 #include "deck/state/TempoState.h"
 #include "deck/state/TrackFacts.h"
 #include "deck/state/TrackMarks.h"
@@ -159,6 +160,9 @@ struct DeckPlayer
     /** The deck's own input of the running block, 2 channels of 16384 frames: control signal and line. */
     juce::AudioSampleBuffer scratchBuffer { 2, 16384 };
     int scratchFrames = 0; ///< valid frames of it in this block
+
+    /** The speeds of the running block while play.followsRecord. */
+    RecordMotion record;
 
 private:
     Relaxed<double> heard; ///< as of the last block or move

@@ -69,7 +69,7 @@ struct DeckWorld
     bool isStretched (const DeckPlayer& deck) const noexcept
     {
         return deck.voice.hasStretcher() && settings.bypassStretcher == 0 && deck.tempo.keyLock != 0
-               && deck.play.on != 0 && !deck.isHeld();
+               && deck.play.on != 0 && deck.play.followsRecord == 0 && !deck.isHeld();
     }
 
     /** Asks the engine to save a deck's analysis soon. Any thread, also the audio thread. */

@@ -26,14 +26,14 @@ struct DeckSetup
     Relaxed<int8_t> snap { 0 };
     Relaxed<int8_t> quantise { 0 };
     Relaxed<int8_t> timecodeOn { 0 };
-    std::array<uint8_t, 4> reserved4 {};
+    Relaxed<float> timecodeGain { 0.0f }; ///< dB, -24 to 48, on the control signal's input
     Relaxed<double> timecodeCalibration {
         1.0
     };                                          ///< 0 to 4, factor on the nominal speed of the control signal
     Relaxed<double> lineGain { 1.0 };           ///< 0 to 4, linear, of the line-through input
     Relaxed<float> timecodeThreshold { 0.32f }; ///< 0 to 1; times -100 it is the tracker's level in dB
     Relaxed<float> timecodeLeadIn { 2.0f };     ///< seconds
-    Relaxed<int8_t> timecodeType { 0 };         ///< 0 none, 1 to 8 the kind of record
+    Relaxed<int8_t> timecodeType { 0 };         ///< 0 to 17, index of the record among the brands
     Relaxed<int8_t> timecodeAbsolute { 0 };
     Relaxed<int8_t> timecodeInvert { 0 };
     Relaxed<int8_t> inputPair { 0 }; ///< 0 to 3
@@ -140,7 +140,7 @@ static_assert (offsetof (DeckSetup, sync) == 0);
 static_assert (offsetof (DeckSetup, snap) == 1);
 static_assert (offsetof (DeckSetup, quantise) == 2);
 static_assert (offsetof (DeckSetup, timecodeOn) == 3);
-static_assert (offsetof (DeckSetup, reserved4) == 4);
+static_assert (offsetof (DeckSetup, timecodeGain) == 4);
 static_assert (offsetof (DeckSetup, timecodeCalibration) == 8);
 static_assert (offsetof (DeckSetup, lineGain) == 16);
 static_assert (offsetof (DeckSetup, timecodeThreshold) == 24);

@@ -54,7 +54,9 @@ void repair (DeckSetup& setup, const DeckSetup& defaults)
     keepFinite (setup.timecodeThreshold, defaults.timecodeThreshold.get());
     keepWithin (setup.timecodeThreshold, 0.0f, 1.0f, defaults.timecodeThreshold.get());
     keepFinite (setup.timecodeLeadIn, defaults.timecodeLeadIn.get());
-    keepWithin<int8_t> (setup.timecodeType, 0, 8, defaults.timecodeType);
+    keepFinite (setup.timecodeGain, 0.0f);
+    keepWithin (setup.timecodeGain, -24.0f, 48.0f, 0.0f);
+    keepWithin<int8_t> (setup.timecodeType, 0, 17, defaults.timecodeType);
     keepWithin<int8_t> (setup.inputPair, 0, 3, defaults.inputPair);
 }
 

@@ -14,8 +14,9 @@ enum class EngineRequest
     askToStopAutomix, ///< Play was pressed on the deck while automix runs
     toggleAutomix,
     toggleRecorder,
-    recordLoop, ///< the sampler has noted a loop of a deck: its frames are to be copied
-    keepPads,   ///< other samples lie on the pads: that outlasts the session
+    recordLoop,          ///< the sampler has noted a loop of a deck: its frames are to be copied
+    makeTimecodeDecoder, ///< the deck's control record, or the rate, is another
+    keepPads,            ///< other samples lie on the pads: that outlasts the session
     count
 };
 

@@ -37,8 +37,8 @@ const auto fieldsOfHead = [] (auto& part, const auto& each)
 };
 const auto fieldsOfPlay = [] (auto& part, const auto& each)
 {
-    auto& [on, cueHold, currentCue, reverse, nudge, loadNext, elapsed, armed] = part;
-    for (auto* field : { &on, &cueHold, &currentCue, &reverse, &nudge, &loadNext })
+    auto& [on, cueHold, currentCue, reverse, nudge, loadNext, elapsed, follows, armed] = part;
+    for (auto* field : { &on, &cueHold, &currentCue, &reverse, &nudge, &loadNext, &follows })
         each (*field);
     each (elapsed);
     each (armed);

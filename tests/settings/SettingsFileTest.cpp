@@ -195,7 +195,7 @@ TEST_F (SettingsFile, NumbersOutsideTheirRangeComeBackAsDefaults)
         { { -0.01, 1.0 }, { 4.0, 4.0 }, { notANumber, 1.0 } });
     expectRepairs<&DeckSetup::timecodeThreshold, float> (
         { { -0.1f, 0.32f }, { 0.0f, 0.0f }, { 1.0f, 1.0f }, { 1.1f, 0.32f } });
-    expectRepairs<&DeckSetup::timecodeType, int8_t> ({ { -1, 0 }, { 8, 8 }, { 9, 0 } });
+    expectRepairs<&DeckSetup::timecodeType, int8_t> ({ { -1, 0 }, { 17, 17 }, { 18, 0 } });
     expectRepairs<&DeckSetup::inputPair, int8_t> ({ { -1, 2 }, { 0, 0 }, { 3, 3 }, { 4, 2 }, { 127, 2 } });
     expectRepairs<&EngineSettings::masterDeck, int8_t> (
         { { 9, 9 } }); // which the engine takes as no master at all

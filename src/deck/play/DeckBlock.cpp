@@ -13,7 +13,7 @@ constexpr uint32_t scratchTimeOutMs = 26, touchTimeOutMs = 2000;
 
 void updateTempo (DeckWorld& world, DeckPlayer& deck) noexcept
 {
-    if (deck.jog.scratchOn != 0)
+    if (deck.jog.scratchOn != 0 || deck.play.followsRecord != 0)
         return;
     const auto tempo = TempoSync::followed (world, deck).tempo;
     if (auto& sync = world.setup (deck).sync; sync != 0)
@@ -25,7 +25,7 @@ void updateTempo (DeckWorld& world, DeckPlayer& deck) noexcept
     deck.tempo.factor = TempoSync::withHand (world, deck, tempo);
 }
 
-ReadDrive driveOf (const DeckWorld& world, const DeckPlayer& deck) noexcept
+ReadDrive driveOf (const DeckWorld& world, DeckPlayer& deck) noexcept
 {
     ReadDrive drive;
     drive.speedRatio = deck.track.sampleRate / world.engineRate;
@@ -36,10 +36,11 @@ ReadDrive driveOf (const DeckWorld& world, const DeckPlayer& deck) noexcept
     drive.nudge = deck.play.nudge;
     drive.fadeFrames = std::max (1, static_cast<int> (FadeCurve::jumpSeconds * world.engineRate));
     drive.region = deck.region();
+    drive.record = deck.play.followsRecord != 0 ? &deck.record : nullptr;
     return drive;
 }
 
-VoiceBlock voiceBlockOf (DeckWorld& world, const DeckPlayer& deck) noexcept
+VoiceBlock voiceBlockOf (DeckWorld& world, DeckPlayer& deck) noexcept
 {
     return { .source = deck.readSource(),
              .drive = driveOf (world, deck),
@@ -93,7 +94,7 @@ void DeckBlock::render (DeckWorld& world, DeckPlayer& deck, float* left, float* 
     if (deck.play.on != 0 && deck.jog.scratchOn == 0)
         deck.play.elapsedOutput += frames;
     const auto heard = deck.heardPosition();
-    if (deck.play.on != 0 && heard > 0.0 && heard >= deck.track.loadedFrames)
+    if (deck.play.on != 0 && deck.play.followsRecord == 0 && heard > 0.0 && heard >= deck.track.loadedFrames)
         stop (world, deck);
 }
 

@@ -176,6 +176,7 @@ void Transport::jumpToCue (int deckIndex, int slot)
     deck->loops.rolling = 0;
     if (!keepPhase (world, *deck, target))
         return;
+    world.setup (*deck).timecodeAbsolute = 0; // a record would take the deck back at once
     deck->sync.resync = 1;
     deck->jumpTo (target);
     if (deck->play.on == 0)

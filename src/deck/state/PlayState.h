@@ -14,6 +14,7 @@ struct PlayState
     Relaxed<int8_t> nudge;          ///< -1, 0 or 1
     Relaxed<int8_t> loadNext;       ///< automix asks for the next track
     Relaxed<int32_t> elapsedOutput; ///< output frames in play
+    Relaxed<int8_t> followsRecord;  ///< a control record moves the deck: `on` follows its speed
     bool cuePlayArmed = false;      ///< a press of Cue/Play on the stopped deck waits for its release
 
     bool operator== (const PlayState&) const noexcept = default;

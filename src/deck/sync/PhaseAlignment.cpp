@@ -258,7 +258,7 @@ void PhaseAlignment::run (DeckWorld& world, const SongPosition& host) noexcept
     for (auto& deck : world.decks)
     {
         findBeatRatio (world, *deck);
-        if (world.setup (*deck).sync == 0 || deck->sync.beatRatio == 0.0)
+        if (world.setup (*deck).sync == 0 || deck->sync.beatRatio == 0.0 || deck->play.followsRecord != 0)
         {
             deck->sync.hold = {};
             continue;

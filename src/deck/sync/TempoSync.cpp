@@ -12,7 +12,9 @@ constexpr double wellWithin = 1.05;
 
 double fromFader (const DeckWorld& world, const DeckPlayer& deck) noexcept
 {
-    return 1.0 + (deck.tempo.pitch - 0.5) * world.pitchRange;
+    // The fader of a deck under a record shows the record's speed itself.
+    const auto range = deck.play.followsRecord != 0 ? 1.0 : world.pitchRange.get();
+    return 1.0 + (deck.tempo.pitch - 0.5) * range;
 }
 
 double signedRatio (const DeckWorld& world, const DeckPlayer& deck) noexcept

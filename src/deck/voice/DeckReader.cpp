@@ -76,8 +76,8 @@ public:
           region (d.region),
           target (d),
           end (source.frames),
-          isNudging (!d.isPlaying && d.nudge != 0),
-          isLed (d.isPlaying && !d.region.hasLoop()),
+          isNudging (!d.isPlaying && d.nudge != 0 && d.record == nullptr),
+          isLed (d.isPlaying && !d.region.hasLoop() && d.record == nullptr),
           linearBefore (head.linear)
     {
         declickLeft = std::min (declickLeft, d.fadeFrames);
@@ -85,7 +85,8 @@ public:
 
     bool isStill() const noexcept
     {
-        return !drive.isPlaying && !isNudging && rate == 0.0 && jog == 0.0 && bend == 0.0 && declickLeft == 0;
+        return drive.record == nullptr && !drive.isPlaying && !isNudging && rate == 0.0 && jog == 0.0
+               && bend == 0.0 && declickLeft == 0;
     }
 
     /** Goes on by up to `frames`, but ends with one after which the reading goes on elsewhere. */
@@ -193,6 +194,11 @@ private:
         }
         jog = decayed (jog, drive.decay100ms, jogFloor);
         bend = decayed (bend, drive.decay100ms, bendFloor);
+        if (drive.record != nullptr)
+        {
+            rate = drive.record->take() * drive.speedRatio;
+            return;
+        }
 
         rate = OnePole::approached (rate, wanted, drive.smoothing5ms);
         const auto missing = std::abs (rate - wanted);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "deck/state/ReadHead.h"
+#include "deck/state/RecordMotion.h"
 #include "deck/voice/LoopRegion.h"
 #include "deck/voice/TrackSamples.h"
 #include "support/NoiseTable.h"
@@ -28,6 +29,7 @@ struct ReadDrive
     int nudge = 0;             ///< -1, 0 or 1
     int fadeFrames = 132;      ///< output frames in which a jump's old audio fades out
     LoopRegion region;
+    RecordMotion* record = nullptr; ///< that moves the deck in place of tempo and jog; null: none
 };
 
 /** The result of a reading. */

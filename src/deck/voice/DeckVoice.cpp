@@ -117,6 +117,8 @@ double DeckVoice::heardRate (const ReadHead& head) const noexcept
 
 void DeckVoice::keepTail (ReadHead& head, const VoiceBlock& block, const ReadDrive& drive) noexcept
 {
+    // What is read for the tail is taken back.
+    auto record = block.drive.record != nullptr ? *block.drive.record : RecordMotion {};
     // The end of an older tail lies under the new one.
     auto older = tail;
     tail.length = std::min (drive.fadeFrames, longestTail);
@@ -130,7 +132,9 @@ void DeckVoice::keepTail (ReadHead& head, const VoiceBlock& block, const ReadDri
     else if (!stretching)
     {
         const auto before = head;
-        readDeck (head, block.source, drive, block.noise, tail.left.data(), tail.right.data(), tail.length);
+        auto ahead = drive;
+        ahead.record = drive.record != nullptr ? &record : nullptr;
+        readDeck (head, block.source, ahead, block.noise, tail.left.data(), tail.right.data(), tail.length);
         head = before;
     }
     else

@@ -8,7 +8,7 @@ LoopRegion::LoopRegion (const Loops& loops, double beatLoopFrames, const TrackMa
     : isReverse (play.reverse != 0),
       floor (marks.startPointOn != 0 ? marks.startPoint.get() : 0.0)
 {
-    if (play.on == 0 || loops.mode == noLoop)
+    if ((play.on == 0 && play.followsRecord == 0) || loops.mode == noLoop)
         return;
     keepsBeat = loops.mode == beatLoop;
     loopStart = keepsBeat ? loops.start : loops.in;
