@@ -49,6 +49,8 @@ CPlatterdex::CPlatterdex (EngineWorld world)
       decks (getCallbackLock(), settings, listeners, pacing, environment.clock),
       slicegates { SlicegateDeckState { decks, 0 }, SlicegateDeckState { decks, 1 },
                    SlicegateDeckState { decks, 2 }, SlicegateDeckState { decks, 3 } },
+      timecodes { TimecodeDeck { decks, 0 }, TimecodeDeck { decks, 1 }, TimecodeDeck { decks, 2 },
+                  TimecodeDeck { decks, 3 } },
       transport (decks),
       instrumentContents (
           InstrumentContents::makeStore (environment.folders.setup(), smartKnobs, slicegates)),
@@ -327,6 +329,8 @@ void CPlatterdex::serveRequests()
     forEachDeck (Request::loadNextTrack, [this] (int deck) { loadNextTrack (deck); });
     if (requests.take (Request::recordLoop) != 0)
         sampler.serveLoop();
+    forEachDeck (Request::makeTimecodeDecoder,
+                 [this] (int deck) { timecodes[static_cast<size_t> (deck)].renewDecoder(); });
     if (requests.take (Request::keepPads) != 0)
         keepPads();
 }

@@ -14,12 +14,15 @@
 #include "instruments/smartknob/SmartKnobs.h"
 #include "mixer/AudioRecorder.h"
 #include "mixer/Channel.h"
+#include "mixer/LatencyProbe.h"
+#include "mixer/LineThrough.h"
 #include "mixer/MasterLimiter.h"
 #include "mixer/Meters.h"
 #include "mixer/Monitor.h"
 #include "settings/EngineSettings.h"
 #include "support/ListenerList.h"
 #include "support/RandGeneratorLCG.h"
+#include "timecode/deckmode/TimecodeListener.h"
 #include "tracks/BatchAnalysis.h"
 #include "tracks/FileStreamPlayer.h"
 
@@ -157,6 +160,10 @@ public:
     DeckWorld decks;
     DeckLoaders loaders { decks, environment.decoderLibrary };
     std::array<SlicegateDeckState, deckCount> slicegates;
+    std::array<TimecodeDeck, deckCount> timecodes;
+    TimecodeListener timecodeListener { timecodes, decks };
+    std::array<LineThrough, deckCount> lineThroughs;
+    LatencyProbe latencyProbe;
     Transport transport;
     LoopCommands loops { decks };
     GridCommands grids { decks };

@@ -13,6 +13,7 @@
 #include "engine/commands/SlicegateRows.h"
 #include "engine/commands/SmartKnobRows.h"
 #include "engine/commands/TempoRows.h"
+#include "engine/commands/TimecodeRows.h"
 #include "engine/commands/UnbuiltRows.h"
 
 #include <span>
@@ -25,7 +26,7 @@ namespace
 constexpr std::span<const CommandRow> parts[] { playRows,      tempoRows,     cueRows,     loopRows,
                                                 gridRows,      channelRows,   mixerRows,   effectRows,
                                                 slicegateRows, smartKnobRows, automixRows, samplerRows,
-                                                meterRows,     unbuiltRows };
+                                                timecodeRows,  meterRows,     unbuiltRows };
 
 constexpr size_t notInTable = commandCount + meterCount;
 

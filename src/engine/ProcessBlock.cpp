@@ -44,6 +44,8 @@ PX_AUDIO_THREAD void takeSampleRate (Block& block)
         block.engine.preview.setOutputRate (block.sampleRate);
         for (auto& channel : block.engine.channels)
             channel.setSampleRate (block.sampleRate);
+        for (auto& line : block.engine.lineThroughs)
+            line.setSampleRate (block.sampleRate);
     }
 }
 
@@ -69,6 +71,9 @@ PX_AUDIO_THREAD void advanceCrossfaderAndAutomix (Block& block)
 
 PX_AUDIO_THREAD void takeDeckInputs (Block& block)
 {
+    if (auto& probe = block.engine.latencyProbe; probe.isRunning())
+        probe.listen (block.channel (2 * probe.pair()), block.channel (2 * probe.pair() + 1), block.frames,
+                      block.sampleRate);
     for (auto& deck : block.engine.decks.decks)
     {
         deck->scratchFrames = 0;
@@ -100,16 +105,9 @@ PX_AUDIO_THREAD void alignPhases (Block& block)
 PX_AUDIO_THREAD void addLineThrough (Block& block, DeckPlayer& deck)
 {
     const auto& setup = block.engine.decks.setup (deck);
-    if (setup.lineThrough == 0)
-        return;
-    const auto gain = static_cast<float> (setup.lineGain.get());
-    const auto add = [&] (float* target, int side)
-    {
-        juce::FloatVectorOperations::addWithMultiply (target, deck.scratchBuffer.getReadPointer (side), gain,
-                                                      deck.scratchFrames);
-    };
-    add (block.pair (deck).left, 0);
-    add (block.pair (deck).right, 1);
+    block.engine.lineThroughs[static_cast<size_t> (deck.index)].add (
+        block.pair (deck), deck.scratchBuffer, deck.scratchFrames,
+        setup.lineThrough != 0 ? setup.lineGain.get() : 0.0);
 }
 
 PX_AUDIO_THREAD void runChannel (Block& block, DeckPlayer& deck)
@@ -138,9 +136,10 @@ PX_AUDIO_THREAD void renderDecks (Block& block)
     auto plays = false;
     for (auto& deck : world.decks)
     {
-        plays = plays || deck->play.on != 0;
         const auto pair = block.pair (*deck);
+        block.engine.timecodes[static_cast<size_t> (deck->index)].feed();
         DeckBlock::render (world, *deck, pair.left, pair.right, block.frames);
+        plays = plays || deck->play.on != 0;
         runChannel (block, *deck);
         DeckBlock::checkTimeOuts (world, *deck);
     }
@@ -184,6 +183,7 @@ PX_AUDIO_THREAD void limitMaster (Block& block)
     auto& engine = block.engine;
     const auto [left, right, frames] = block.pair (masterLeft);
     engine.limiter.process (left, right, frames, engine.settings.masterVolume);
+    engine.latencyProbe.emit (left, right, frames, block.sampleRate);
     engine.masterMeters.update (left, right, frames);
 }
 

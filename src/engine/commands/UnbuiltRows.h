@@ -8,31 +8,6 @@
 namespace CommandTable
 {
 constexpr CommandRow unbuiltRows[] {
-    // Timecode
-    {
-        .numbers = perDeck (153),
-        .name = "DVS Absolute Mode {d}",
-        .constant = "DVS_ABSOLUTE_MODE_{d}",
-        .feedback = Feedback::lamp,
-        .writes = "timecode on, absolute",
-        .reads = "1 if so",
-    },
-    {
-        .numbers = perDeck (157),
-        .name = "DVS Relative Mode {d}",
-        .constant = "DVS_RELATIVE_MODE_{d}",
-        .feedback = Feedback::lamp,
-        .writes = "timecode on, relative",
-        .reads = "1 if so",
-    },
-    {
-        .numbers = perDeck (161),
-        .name = "DVS Internal Mode {d}",
-        .constant = "DVS_INTERNAL_MODE_{d}",
-        .feedback = Feedback::lamp,
-        .writes = "timecode off, pitch to its centre",
-        .reads = "1 if so",
-    },
     // Browser and preview
     {
         .numbers = { .first = 409 },

@@ -1,0 +1,119 @@
+#include "measure/BenchEngine.h"
+#include "measure/Machine.h"
+#include "measure/Timing.h"
+
+#include "timecode/ControlDisc.h"
+#include "timecode/TimecodeDecoder.h"
+#include "timecode/deckmode/TimecodeBrand.h"
+
+#include <cmath>
+#include <cstdio>
+#include <numbers>
+#include <vector>
+
+// bench_timecode: what following control records costs: the decoder of a deck alone, and the decks' whole way from input to
+// speed, as a share of the block's own duration on one core.
+
+namespace
+{
+constexpr double rate = 44100;
+constexpr int frames = 128, seconds = 20, blocks = static_cast<int> (seconds * rate / frames);
+
+struct Signal
+{
+    std::vector<float> left, right;
+};
+
+/** A steady second after second of a medium from its beginning. */
+Signal signalOf (const ControlMedium& medium)
+{
+    Signal made;
+    const auto code = codeOf (medium);
+    for (int i = 0; i < blocks * frames; ++i)
+    {
+        const auto cycles = i * medium.carrierHz / rate;
+        const auto angle = 2 * std::numbers::pi * cycles;
+        const auto bits = code->bitsAt (static_cast<std::int64_t> (cycles));
+        const auto slot = static_cast<int> ((cycles - std::floor (cycles)) * 6);
+        const auto height = medium.isOwnDisc() || bits != 0 ? 0.5 : 0.5 - (1 - std::cos (angle)) / 8;
+        const auto burst = medium.isOwnDisc() && (bits >> slot & 1u) != 0 ? 0.25 * std::sin (3 * angle) : 0.0;
+        const auto primary = static_cast<float> (height * std::sin (angle) + burst),
+                   secondary = static_cast<float> ((medium.isOwnDisc() ? -0.25 : -height) * std::cos (angle));
+        made.left.push_back (medium.primaryIsLeft ? primary : secondary);
+        made.right.push_back (medium.primaryIsLeft ? secondary : primary);
+    }
+    return made;
+}
+
+void print (const char* what, const Timing::Durations& durations)
+{
+    const auto share = 100.0 / (frames / rate * 1e9);
+    std::printf ("%-34s %9.4f %% %9.4f %% %9.4f %%\n", what, durations.mean() * share,
+                 durations.quantile (0.5) * share, durations.quantile (0.999) * share);
+}
+
+void decoderAlone (const char* what, const ControlMedium& medium)
+{
+    const auto signal = signalOf (medium);
+    const auto decoder = std::make_unique<TimecodeDecoder>();
+    decoder->prepare (medium, codeOf (medium), rate);
+    Timing::Durations durations (blocks);
+    for (int block = 0; block < blocks; ++block)
+    {
+        const auto before = Timing::nanoseconds();
+        for (int i = block * frames; i < (block + 1) * frames; ++i)
+            decoder->process (signal.left[static_cast<size_t> (i)], signal.right[static_cast<size_t> (i)]);
+        durations.add (Timing::nanoseconds() - before);
+    }
+    print (what, durations);
+}
+
+/** The stage of all four decks, by what stands in their input buffers. */
+void fourDecks (const char* what, const ControlMedium& medium)
+{
+    const auto signal = signalOf (medium);
+    BenchEngine engine (true, rate, frames);
+    for (int deck = 0; deck < deckCount; ++deck)
+    {
+        auto& timecode = engine->timecodes[static_cast<size_t> (deck)];
+        timecode.setBrand (timecodeBrandOf (medium));
+        timecode.setMode (TimecodeDeck::Mode::absolute);
+        juce::AudioBuffer<float> track (2, static_cast<int> (2 * seconds * rate));
+        track.clear();
+        engine.putTrack (deck, track, rate);
+    }
+    engine.processBlock();
+    engine->deliverMessages();
+    Timing::Durations durations (blocks);
+    for (int block = 0; block < blocks; ++block)
+    {
+        for (int deck = 0; deck < deckCount; ++deck)
+        {
+            auto& input = engine.deck (deck).scratchBuffer;
+            const auto first = static_cast<size_t> (block * frames);
+            std::copy_n (signal.left.data() + first, frames, input.getWritePointer (0));
+            std::copy_n (signal.right.data() + first, frames, input.getWritePointer (1));
+            engine.deck (deck).scratchFrames = frames;
+        }
+        const auto before = Timing::nanoseconds();
+        for (auto& timecode : engine->timecodes)
+            timecode.feed();
+        durations.add (Timing::nanoseconds() - before);
+    }
+    print (what, durations);
+}
+}
+
+int main()
+{
+    Machine::print();
+    std::printf ("Cost of control records at %d frames; shares of the block's duration on one core.\n",
+                 frames);
+    std::printf ("%-34s %11s %11s %11s\n", "", "mean", "median", "99.9 %");
+    const auto& disc = controlMedia()[0];
+    const auto& record = *findControlMedium ("serato_2a");
+    decoderAlone ("decoder, control disc", disc);
+    decoderAlone ("decoder, record", record);
+    fourDecks ("four decks, control disc", disc);
+    fourDecks ("four decks, record", record);
+}
