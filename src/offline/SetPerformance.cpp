@@ -133,6 +133,18 @@ public:
                      file.getFullPathName());
     }
 
+    void operator() (const SetScript::Timecode& line)
+    {
+        auto& engine = host.engine();
+        if (line.inputPair >= 0)
+            engine.settings.deckSetup[static_cast<size_t> (line.deck)].inputPair =
+                static_cast<int8_t> (line.inputPair);
+        auto& deck = engine.timecodes[static_cast<size_t> (line.deck)];
+        deck.setBrand (line.brand);
+        deck.setMode (static_cast<TimecodeDeck::Mode> (line.mode));
+        deck.renewDecoder(); // from the next frame on, not from the next block
+    }
+
     void operator() (const SetScript::Print& line)
     {
         if (performance.print == nullptr)

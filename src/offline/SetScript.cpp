@@ -7,10 +7,12 @@
 #include "settings/SettingNames.h"
 #include "support/DecimalText.h"
 #include "support/Suggestion.h"
+#include "timecode/deckmode/TimecodeBrand.h"
 
 #include <juce_core/juce_core.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -77,11 +79,11 @@ public:
         return rest.front() == '"' ? quotedText ("path") : barePath (whose);
     }
 
-    /** A name: one word, or several in quotes. */
-    std::string_view name()
+    /** A name: one word, or several in quotes. @param whose   "the controller" */
+    std::string_view name (const std::string& whose)
     {
         if (isAtEnd())
-            return fail ("The name of the controller is missing.");
+            return fail ("The name of " + whose + " is missing.");
         return rest.front() == '"' ? quotedText ("name") : word();
     }
 
@@ -344,6 +346,46 @@ SetScript::Preset readPreset (Line& line, SetScript::Preset::Target target)
     return preset;
 }
 
+/** @returns the index of a record by its name or its medium's short one; -1 for none */
+int findBrand (std::string_view name)
+{
+    const auto brands = timecodeBrands();
+    const auto found =
+        std::ranges::find_if (brands, [name] (const TimecodeBrand& each)
+                              { return name == each.name || (each.isCoded() && name == each.medium->id); });
+    return found == brands.end() ? -1 : static_cast<int> (found - brands.begin());
+}
+
+SetScript::Timecode readTimecode (Line& line)
+{
+    using Mode = SetScript::Timecode::Mode;
+    constexpr std::array<std::pair<std::string_view, Mode>, 3> modes {
+        { { "internal", Mode::internal }, { "relative", Mode::relative }, { "absolute", Mode::absolute } }
+    };
+    SetScript::Timecode timecode;
+    timecode.deck = readDeck (line, "A timecode");
+    const auto record = line.name ("the record");
+    timecode.brand = findBrand (record);
+    if (timecode.brand < 0)
+        line.fail ("There is no record " + quoted (record)
+                   + "; platterdex timecode --list names those whose code is known.");
+    const auto word = line.word();
+    const auto mode = std::ranges::find (modes, word, &std::pair<std::string_view, Mode>::first);
+    if (mode == modes.end())
+        line.fail ("A timecode is absolute, relative or internal, not " + quoted (word) + ".");
+    else
+        timecode.mode = mode->second;
+    if (const auto input = line.word(); !input.empty())
+    {
+        timecode.inputPair = input.size() == 1 ? static_cast<int> (std::string_view ("ABCD").find (input))
+                                               : -1; // npos is -1 too
+        if (timecode.inputPair < 0)
+            line.fail ("There is no input " + quoted (input) + ", only A to D.");
+    }
+    line.expectEnd();
+    return timecode;
+}
+
 SetScript::Host readHost (Line& line)
 {
     using Action = SetScript::Host::Action;
@@ -397,7 +439,7 @@ int readByte (Line& line, const std::string& what, int lowest, int highest)
 SetScript::Midi readMidi (Line& line)
 {
     SetScript::Midi midi;
-    midi.port = line.name();
+    midi.port = line.name ("the controller");
     midi.status = readByte (line, "The status", 128, 239);
     midi.data = readByte (line, "The data byte", 0, 127);
     midi.value = readByte (line, "The value", 0, 127);
@@ -455,18 +497,20 @@ SetScript::Event readEvent (Line& line, int lineNumber)
         event.action = readPreset (line, SetScript::Preset::Target::slicegate);
     else if (action == "smartknob")
         event.action = readPreset (line, SetScript::Preset::Target::smartknob);
+    else if (action == "timecode")
+        event.action = readTimecode (line);
     else if (action == "print")
         std::visit ([&event] (const auto& print) { event.action = print; }, readPrint (line));
     else if (action == "end")
         event.action = SetScript::End {};
     else if (action.empty())
         line.fail ("After the time an action is missing: load, sample, set, setting, reverse, host, midi, "
-                   "script, slicegate, smartknob, print or end.");
+                   "script, slicegate, smartknob, timecode, print or end.");
     else
         line.fail (
             "There is no action " + quoted (action)
-            + ": load, sample, set, setting, reverse, host, midi, script, slicegate, smartknob, print or "
-              "end.");
+            + ": load, sample, set, setting, reverse, host, midi, script, slicegate, smartknob, timecode, "
+              "print or end.");
     line.expectEnd();
     return event;
 }

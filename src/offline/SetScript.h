@@ -82,6 +82,22 @@ struct SetScript
         std::variant<int, std::string> source; ///< the id of one of the program's own, or a path as of a load
     };
 
+    /** Puts a deck under a control record. */
+    struct Timecode
+    {
+        enum class Mode
+        {
+            internal,
+            relative,
+            absolute
+        };
+
+        int deck = 0;  ///< 0 to 3
+        int brand = 0; ///< index of the record
+        Mode mode {};
+        int inputPair = -1; ///< 0 to 3; -1 leaves it
+    };
+
     struct Print
     {
         int number = 0; ///< 1 to 465, or a meter, 1001 to 1006
@@ -114,8 +130,8 @@ struct SetScript
     {
         int line = 0; ///< from 1
         double seconds = 0.0;
-        std::variant<End, Load, Sample, Command, Setting, Reverse, Host, Preset, Print, Midi, PrintMidi,
-                     Script>
+        std::variant<End, Load, Sample, Command, Setting, Reverse, Host, Preset, Timecode, Print, Midi,
+                     PrintMidi, Script>
             action;
     };
 

@@ -42,6 +42,8 @@ constexpr const char* description =
     "  SECONDS script PATH                      runs a script, which hears what controllers play\n"
     "  SECONDS slicegate DECK PAD ID|FILE       fills pad 1 to 8; platterdex presets lists the ids\n"
     "  SECONDS smartknob DECK KNOB ID|FILE      fills SmartKnob 1 or 2\n"
+    "  SECONDS timecode DECK RECORD MODE [INPUT] follows a control record in the input A to D;\n"
+    "                                           MODE is absolute, relative or internal\n"
     "  SECONDS print COMMAND                    writes the time and what a read gives\n"
     "  SECONDS print midi                       writes what was sent to controllers\n"
     "  SECONDS end                              without it the run ends at the last line\n"
