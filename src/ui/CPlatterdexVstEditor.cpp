@@ -5,6 +5,8 @@
 #include "skin/Palette.h"
 #include "text/FallbackFonts.h"
 #include "ui/KeyRepeat.h"
+#include "ui/timecode/CDControlGeneratorPreferencesPage.h"
+#include "ui/timecode/TimecodePreferencesPage.h"
 
 namespace
 {
@@ -68,6 +70,10 @@ HeaderActions CPlatterdexVstEditor::actions (std::function<void()> audioSettings
 {
     HeaderActions made;
     made.pages = std::move (pages);
+    made.pages.push_back (
+        { "Timecode", [this] { TimecodePreferencesPage::open (toolWindows(), *this, engine); } });
+    made.pages.push_back ({ "Control CD generator", [this]
+                            { CDControlGeneratorPreferencesPage::open (toolWindows(), *this, engine); } });
     // The window is ours where the audio device is.
     if (audioSettings != nullptr)
     {

@@ -4,6 +4,7 @@
 #include "cli/VerbOptions.h"
 #include "cli/perform/RunRoot.h"
 #include "cli/perform/SetFile.h"
+#include "cli/perform/WavInput.h"
 #include "text/ZRRenderer.h"
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/midi/MidiMappingComponent.h"
@@ -11,8 +12,11 @@
 #include "ui/midi/MidiScriptingPage.h"
 #include "ui/slicegate/SlicegateEditorComponent.h"
 #include "ui/smartknob/SmartKnobEditorComponent.h"
+#include "ui/timecode/CDControlGeneratorPreferencesPage.h"
+#include "ui/timecode/TimecodePreferencesPage.h"
 
 #include <array>
+#include <optional>
 
 namespace
 {
@@ -22,18 +26,20 @@ constexpr std::array options {
     VerbOption { "--scale", "FACTOR", "1, 1.25, 1.5 or 2: pixels of the picture for one of the window (1)" },
     VerbOption { "--four", nullptr, "four decks instead of two" },
     VerbOption { "--after", "SET.txt", "paints what stands there when this set has been performed" },
+    VerbOption { "--in", "FILE", "a WAV file of up to 10 channels for the inputs of the set" },
     VerbOption { "--tab", "NAME",
                  "the page of the block between the decks: mixer, fx, sampler, wav, vst or env" },
     VerbOption {
         "--view", "NAME",
         "only a part: header, decka to deckd, global, ghost, browser or parameters; or a window of its own: "
-        "midi-mapping, midi-ports, midi-scripts, pad-editor or knob-editor (of deck A's first)" },
+        "midi-mapping, midi-ports, midi-scripts, timecode, control-cd, pad-editor or knob-editor (of deck "
+        "A's first)" },
     VerbOption { "--root", "DIR", "where the engine keeps its settings (a folder removed at the end)" },
     VerbOption { "--help", nullptr, "this text" },
 };
 
 constexpr const char* usage =
-    "snapshot --out FILE.png [--size WxH] [--scale FACTOR] [--four] [--after SET.txt]\n"
+    "snapshot --out FILE.png [--size WxH] [--scale FACTOR] [--four] [--after SET.txt] [--in FILE]\n"
     "                           [--tab NAME] [--view NAME] [--root DIR]";
 
 /** The picture that is asked for. */
@@ -46,9 +52,10 @@ struct Request
     juce::String fault;
 };
 
-const juce::StringArray views { "header",     "decka",        "deckb",      "deckc",      "deckd",
-                                "global",     "ghost",        "browser",    "parameters", "midi-mapping",
-                                "midi-ports", "midi-scripts", "pad-editor", "knob-editor" };
+const juce::StringArray views { "header",     "decka",        "deckb",      "deckc",
+                                "deckd",      "global",       "ghost",      "browser",
+                                "parameters", "midi-mapping", "midi-ports", "midi-scripts",
+                                "pad-editor", "knob-editor",  "timecode",   "control-cd" };
 
 bool isWholeNumber (const juce::String& text)
 {
@@ -158,13 +165,17 @@ juce::Image paintMidi (CPlatterdex& engine, const Request& request)
     return paintView (*view, request.scale);
 }
 
-/** An editor of curves, which stands in a window of its own. */
-juce::Image paintCurves (CPlatterdex& engine, const Request& request)
+/** An editor of curves or a page, which stands in a window of its own. */
+juce::Image paintWindow (CPlatterdex& engine, const Request& request)
 {
     const juce::SharedResourcePointer<DefaultLook> look;
     std::unique_ptr<juce::Component> view;
     if (request.view == "pad-editor")
         view = std::make_unique<SlicegateEditorComponent> (engine, 0, 0);
+    else if (request.view == "timecode")
+        view = std::make_unique<TimecodePreferencesPage> (engine);
+    else if (request.view == "control-cd")
+        view = std::make_unique<CDControlGeneratorPreferencesPage> (engine);
     else
         view = std::make_unique<SmartKnobEditorComponent> (engine, 0, 0);
     view->setVisible (true);
@@ -176,8 +187,8 @@ juce::Image paintEditor (CPlatterdex& engine, const Request& request)
 {
     if (request.view.startsWith ("midi-"))
         return paintMidi (engine, request);
-    if (request.view.endsWith ("-editor"))
-        return paintCurves (engine, request);
+    if (request.view.endsWith ("-editor") || request.view == "timecode" || request.view == "control-cd")
+        return paintWindow (engine, request);
     CPlatterdexVstEditor editor (engine);
     editor.setVisible (true);
     editor.globalBlock().setCurrentTabIndex (request.tab);
@@ -228,8 +239,19 @@ int snapshot (const VerbOptions& given)
         return failWith (root.fault);
 
     const juce::ScopedJuceInitialiser_GUI juceScope;
-    OfflineHost host (hostingOf (script, root.folder));
+    const auto hosting = hostingOf (script, root.folder);
+    std::optional<WavInput> input;
+    if (given.has ("--in"))
+        if (input.emplace (given.fileOf ("--in"), hosting.sampleRate, CPlatterdex::inputChannels);
+            input->error().isNotEmpty())
+            return failWith (input->error());
+    OfflineHost host (hosting);
+    if (input)
+        host.input = [&input] (auto& inputs, int64_t first) { input->read (inputs, first); };
     const auto notLoaded = performSetFile (script, host, given.fileOf ("--after"));
+    for (int deck = 0; deck < deckCount; ++deck)
+        host.engine().timecodeListener.listen (deck);
+    host.engine().timecodeListener.waitUntilIdle();
     host.engine().settings.editor[EditorPreference::fourDeckMode] = given.has ("--four") ? 1 : 0;
 
     const auto file = given.fileOf ("--out");

@@ -4,6 +4,7 @@
 #include "ui/decks/DeckPanels.h"
 #include "ui/decks/DeckTempoPanel.h"
 #include "ui/smartknob/DeckSmartKnobPanel.h"
+#include "ui/timecode/DeckDVSPanel.h"
 
 namespace UtilityPanels
 {
@@ -15,6 +16,7 @@ bool isOffered (int index)
         return !CommandTable::isUnbuilt (CommandTable::numberOf ("LOOP_A"));
     case cue:
     case grid:
+    case dvs:
     case key:
     case smartKnob:
     case tempo:
@@ -37,6 +39,8 @@ std::unique_ptr<juce::Component> make (int index, CPlatterdex& engine, int deck)
         return std::make_unique<DeckCuePanel> (engine, deck);
     case grid:
         return std::make_unique<DeckGridPanel> (engine, deck);
+    case dvs:
+        return std::make_unique<DeckDVSPanel> (engine, deck);
     case key:
         return std::make_unique<DeckKeyPanel> (engine, deck);
     case smartKnob:

@@ -67,7 +67,7 @@ DeckView viewOf (const DeckPlayer& deck, double pitchRange)
 
     view.tempo = deck.tempo.factor;
     view.beatRatio = deck.sync.beatRatio;
-    view.pitchShare = (deck.tempo.pitch - 0.5) * pitchRange;
+    view.pitchShare = (deck.tempo.pitch - 0.5) * (deck.play.followsRecord != 0 ? 1.0 : pitchRange);
     view.pitchRange = pitchRange;
     view.semitones = deck.tempo.keyTuning;
 

@@ -1,0 +1,54 @@
+#include "ui/timecode/TimecodeWords.h"
+
+#include "timecode/deckmode/TimecodeBrand.h"
+#include "ui/look/TimeText.h"
+#include "ui/panel/PanelPaint.h"
+
+juce::String TimecodeWords::quality (const TimecodeDeck::Status& status, const InputDiagnosis::Report& input)
+{
+    if (!status.hasSignal)
+        return PanelPaint::dash();
+    const auto share = status.isPlaceKnown ? status.quality : input.quality;
+    return juce::String (juce::roundToInt (100.0f * share)) + " %";
+}
+
+juce::String TimecodeWords::diagnosis (const TimecodeDeck::Status& status,
+                                       const InputDiagnosis::Report& input)
+{
+    using Finding = InputDiagnosis::Finding;
+    if (status.isInControlZone)
+        return "end of the record: the deck plays by itself";
+    if (input.finding == Finding::good || input.finding == Finding::noisy
+        || input.finding == Finding::levelLow)
+        if (status.isPlaceKnown)
+        {
+            if (status.wiring.exchanged)
+                return "channels swapped";
+            if (status.wiring.leftInverted != status.wiring.rightInverted)
+                return status.wiring.leftInverted ? "left channel inverted" : "right channel inverted";
+        }
+    return inputWords (input);
+}
+
+juce::String TimecodeWords::found (int brand)
+{
+    return juce::String ("found: ") + timecodeBrand (brand).name;
+}
+
+juce::String TimecodeWords::latency (const LatencyProbe::Result& result, int inputPair)
+{
+    using State = LatencyProbe::State;
+    if (result.inputPair != inputPair || result.state == State::idle)
+        return {};
+    if (result.state == State::running)
+        return "listening...";
+    return result.state == State::measured ? juce::String (result.milliseconds, 1) + " ms"
+                                           : "no click came back";
+}
+
+juce::String TimecodeWords::motion (const TimecodeDeck::Status& status)
+{
+    const auto speed =
+        status.hasSignal ? juce::String::formatted ("%+.3f x", status.speed) : PanelPaint::dash() + " x";
+    return speed + "   " + (status.isPlaceKnown ? timeText (status.seconds) : PanelPaint::dash());
+}
