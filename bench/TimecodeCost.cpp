@@ -90,7 +90,7 @@ void fourDecks (const char* what, const ControlMedium& medium)
         for (int deck = 0; deck < deckCount; ++deck)
         {
             auto& input = engine.deck (deck).scratchBuffer;
-            const auto first = static_cast<size_t> (block * frames);
+            const auto first = block * frames;
             std::copy_n (signal.left.data() + first, frames, input.getWritePointer (0));
             std::copy_n (signal.right.data() + first, frames, input.getWritePointer (1));
             engine.deck (deck).scratchFrames = frames;

@@ -117,7 +117,7 @@ double DeckVoice::heardRate (const ReadHead& head) const noexcept
 
 void DeckVoice::keepTail (ReadHead& head, const VoiceBlock& block, const ReadDrive& drive) noexcept
 {
-    // What is read for the tail is taken back.
+    // Takes back the reading for the tail.
     auto record = block.drive.record != nullptr ? *block.drive.record : RecordMotion {};
     // The end of an older tail lies under the new one.
     auto older = tail;

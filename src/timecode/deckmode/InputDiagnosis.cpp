@@ -148,7 +148,7 @@ std::string inputWords (const InputDiagnosis::Report& report)
     case clipped:
         return "input clips: turn the level down";
     case mono:
-        return "both channels carry the same: no control signal";
+        return "both channels are the same";
     case phonoLevel:
         return "phono level at a line input";
     case levelLow:

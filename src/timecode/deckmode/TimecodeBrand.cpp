@@ -28,7 +28,7 @@ const std::vector<TimecodeBrand>& table() noexcept
             { "Generic Vinyl", nullptr, true },
         };
         for (const auto& medium : controlMedia().subspan (1))
-            all.push_back ({ medium.name.data(), &medium, medium.levelFollowsSpeed });
+            all.push_back ({ std::string (medium.name), &medium, medium.levelFollowsSpeed });
         return all;
     }();
     return brands;

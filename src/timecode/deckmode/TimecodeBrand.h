@@ -3,11 +3,12 @@
 #include "timecode/ControlMedium.h"
 
 #include <span>
+#include <string>
 
 /** An entry of the list of records and discs that a deck can be steered by. */
 struct TimecodeBrand
 {
-    const char* name;
+    std::string name;
     const ControlMedium*
         medium;    ///< null: the code is not known, only the motion of the carrier can be followed
     bool isRecord; ///< played by a needle, behind a lead-in groove; else a disc

@@ -2,6 +2,7 @@
 
 #include "deck/sync/MasterDeck.h"
 #include "support/OnePole.h"
+#include "timecode/TimecodeDecoder.h"
 #include "timecode/deckmode/TimecodeBrand.h"
 
 #include <algorithm>
@@ -27,7 +28,19 @@ float sound (float sample, float gain) noexcept
 }
 }
 
+/** A decoder with what it was made for. */
+struct TimecodeDeck::Seat
+{
+    TimecodeDecoder decoder;
+    int brand = 0;
+    double calibration = 1, rate = 0;
+    bool isCoded = false, hasLeadIn = false;
+    double zoneBegin = 0; ///< seconds of the medium
+};
+
 TimecodeDeck::TimecodeDeck (DeckWorld& w, int deckIndex) : world (w), index (deckIndex) {}
+
+TimecodeDeck::~TimecodeDeck() = default;
 
 //======================================================================================================================
 // The hand's side
@@ -108,7 +121,9 @@ TimecodeDeck::Status TimecodeDeck::status() const noexcept
     now.seconds = shown.seconds;
     now.quality = shown.quality;
     now.level = shown.level;
-    now.wiring = { (shown.wiring & 1) != 0, (shown.wiring & 2) != 0, (shown.wiring & 4) != 0 };
+    now.isExchanged = (shown.wiring & 1) != 0;
+    now.isLeftInverted = (shown.wiring & 2) != 0;
+    now.isRightInverted = (shown.wiring & 4) != 0;
     return now;
 }
 
@@ -116,7 +131,7 @@ void TimecodeDeck::renewDecoder()
 {
     const auto& setup = world.settings.deckSetup[static_cast<size_t> (index)];
     auto made = std::make_unique<Seat>();
-    made->brand = setup.timecodeType;
+    made->brand = static_cast<int> (setup.timecodeType);
     made->calibration = setup.timecodeCalibration;
     made->rate = world.engineRate;
     const auto& brand = timecodeBrand (made->brand);
@@ -302,7 +317,7 @@ void TimecodeDeck::alignToRecord() noexcept
     const auto fileRate = deck->track.sampleRate.get();
     const auto ratio = fileRate / world.engineRate;
     const auto end = static_cast<double> (deck->track.loadedFrames);
-    const auto target = *place * fileRate;
+    const auto target = place.value_or (0.0) * fileRate;
     if (target < 0.0 || target - ratio * static_cast<double> (frames) < 0.0)
         waitInLeadIn (target / ratio);
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "deck/DeckWorld.h"
-#include "timecode/TimecodeDecoder.h"
 #include "timecode/deckmode/InputTap.h"
 #include "timecode/deckmode/RecordServo.h"
 
 #include <array>
+#include <atomic>
 #include <memory>
 #include <optional>
 
@@ -18,6 +18,7 @@ class TimecodeDeck
 {
 public:
     TimecodeDeck (DeckWorld&, int deckIndex);
+    ~TimecodeDeck();
 
     /** Reads the deck's input of this block and moves the deck by it. Before the deck is rendered; audio thread. */
     PX_AUDIO_THREAD void feed() noexcept;
@@ -51,7 +52,7 @@ public:
     void learn();
 
     //==================================================================================================================
-    // What the record does. Any thread, no lock.
+    // Readings of the record. Any thread, no lock.
 
     struct Status
     {
@@ -64,7 +65,9 @@ public:
         double seconds = 0; ///< of the medium, if isPlaceKnown
         float quality = 0;  ///< 0 to 1
         float level = 0;    ///< root mean square of the carrier before GAIN; 0 before one was heard
-        ControlWiring wiring;
+
+        /** Cables as they were found to be plugged. */
+        bool isExchanged = false, isLeftInverted = false, isRightInverted = false;
     };
     Status status() const noexcept;
 
@@ -75,15 +78,7 @@ public:
     InputTap tap;
 
 private:
-    /** A decoder with what it was made for. */
-    struct Seat
-    {
-        TimecodeDecoder decoder;
-        int brand = 0;
-        double calibration = 1, rate = 0;
-        bool isCoded = false, hasLeadIn = false;
-        double zoneBegin = 0; ///< seconds of the medium
-    };
+    struct Seat;
 
     PX_AUDIO_THREAD bool isSeatCurrent() const noexcept;
     PX_AUDIO_THREAD void letGo() noexcept;
@@ -100,7 +95,7 @@ private:
     DeckWorld& world;
     const int index;
     DeckPlayer* deck = nullptr; ///< of this block
-    std::unique_ptr<Seat> seat; ///< changes under the callback lock
+    std::unique_ptr<Seat> seat; ///< the decoder; changes under the callback lock
 
     static constexpr int longestBlock = 16384;
     std::array<float, longestBlock> speeds {};

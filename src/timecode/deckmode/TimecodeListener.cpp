@@ -1,5 +1,6 @@
 #include "timecode/deckmode/TimecodeListener.h"
 
+#include "timecode/deckmode/MediumRecogniser.h"
 #include "timecode/deckmode/TimecodeBrand.h"
 
 namespace
@@ -8,11 +9,26 @@ namespace
 constexpr double patienceSeconds = 0.3;
 }
 
+struct TimecodeListener::Ear
+{
+    int64_t read = 0;
+    double rate = 0;
+    int brand = -1;
+    Picture picture;
+    InputDiagnosis diagnosis;
+    std::unique_ptr<MediumRecogniser> recogniser;
+    double unreadSeconds = 0;
+};
+
 TimecodeListener::TimecodeListener (std::array<TimecodeDeck, deckCount>& d, DeckWorld& w)
     : decks (d),
       world (w)
 {
+    for (auto& ear : ears)
+        ear = std::make_unique<Ear>();
 }
+
+TimecodeListener::~TimecodeListener() = default;
 
 void TimecodeListener::listen (int deck)
 {
@@ -27,9 +43,9 @@ TimecodeListener::Picture TimecodeListener::picture (int deck) const
 
 void TimecodeListener::hear (int deck)
 {
-    auto& ear = ears[static_cast<size_t> (deck)];
+    auto& ear = *ears[static_cast<size_t> (deck)];
     const auto& timecode = decks[static_cast<size_t> (deck)];
-    const int brand = world.settings.deckSetup[static_cast<size_t> (deck)].timecodeType;
+    const auto brand = static_cast<int> (world.settings.deckSetup[static_cast<size_t> (deck)].timecodeType);
     if (ear.rate != world.engineRate || ear.brand != brand)
     {
         ear.rate = world.engineRate;

@@ -2,7 +2,6 @@
 
 #include "support/Worker.h"
 #include "timecode/deckmode/InputDiagnosis.h"
-#include "timecode/deckmode/MediumRecogniser.h"
 #include "timecode/deckmode/ScopeImage.h"
 #include "timecode/deckmode/TimecodeDeck.h"
 
@@ -14,7 +13,8 @@
 class TimecodeListener
 {
 public:
-    explicit TimecodeListener (std::array<TimecodeDeck, deckCount>& decks, DeckWorld&);
+    TimecodeListener (std::array<TimecodeDeck, deckCount>& decks, DeckWorld&);
+    ~TimecodeListener();
 
     struct Picture
     {
@@ -33,23 +33,14 @@ public:
     void waitUntilIdle() const { worker.wait(); }
 
 private:
-    struct Ear
-    {
-        int64_t read = 0;
-        double rate = 0;
-        int brand = -1;
-        Picture picture;
-        InputDiagnosis diagnosis;
-        std::unique_ptr<MediumRecogniser> recogniser;
-        double unreadSeconds = 0;
-    };
+    struct Ear;
 
     void hear (int deck);
     void recognise (Ear&, const TimecodeDeck&, std::span<const InputTap::Frame>);
 
     std::array<TimecodeDeck, deckCount>& decks;
     DeckWorld& world;
-    std::array<Ear, deckCount> ears; ///< the worker's
+    std::array<std::unique_ptr<Ear>, deckCount> ears; ///< the worker's
     mutable std::mutex picturesLock;
     std::array<Picture, deckCount> pictures;
     Worker worker { "timecode" };

@@ -1,6 +1,7 @@
 #include "ui/timecode/DeckDVSPanel.h"
 
 #include "engine/CPlatterdex.h"
+#include "skin/Palette.h"
 #include "ui/look/ShortText.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/timecode/TimecodePreferencesPage.h"
@@ -87,8 +88,8 @@ void DeckDVSPanel::pollMoving()
     foundBrand = picture.foundBrand;
     found.setVisible (foundBrand >= 0);
     if (foundBrand >= 0)
-        found.setButtonText (
-            shortText (TimecodeWords::found (foundBrand), SMLookAndFeel::buttonFont (24), width - 8));
+        found.setButtonText (shortText (TimecodeWords::found (foundBrand), SMLookAndFeel::buttonFont (24),
+                                        found.textArea().getWidth()));
 
     const auto nextQuality = TimecodeWords::quality (status, picture.input);
     const auto next = TimecodeWords::diagnosis (status, picture.input);

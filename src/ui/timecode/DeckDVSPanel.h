@@ -10,7 +10,7 @@ public:
     DeckDVSPanel (CPlatterdex&, int deck);
     ~DeckDVSPanel() override;
 
-    /** What is wrong with the signal, or how the record turns. */
+    /** The diagnosis of the signal. */
     const juce::String& words() const noexcept { return shown; }
 
     void paint (juce::Graphics&) override;

@@ -14,10 +14,10 @@ constexpr int letter = 20;
 
 const juce::Rectangle<int> titleArea { margin, 4, letter, letter }, nameArea { margin + 26, 4, 100, letter },
     scopeArea { margin, 32, ScopeImage::side, ScopeImage::side },
-    qualityArea { margin, 164, ScopeImage::side, 16 }, motionArea { column, 116, 164, 20 },
+    qualityArea { margin, 164, ScopeImage::side, 16 }, motionArea { knobLeft, 112, 124, 20 },
     wordsArea { column, 144, 300, 20 }, foundArea { column, 168, 300, 24 },
     latencyArea { knobLeft, 4, 124, 22 }, latencyTextArea { boxLeft - 40, 4, knobLeft - boxLeft + 32, 22 },
-    learnArea { knobLeft, 112, 46, 24 }, invertArea { knobLeft + 50, 112, 74, 24 };
+    learnArea { column, 116, 60, 24 }, invertArea { column + 64, 116, 100, 24 };
 
 constexpr const char* learnTip =
     "Calibrate Platterdex to the nominal speed of a timecoded vinyl / cd (unpitched). To reset calibration "
@@ -230,5 +230,5 @@ void TimecodeDeckComponent::paint (juce::Graphics& g)
                            SMLookAndFeel::labelSize);
     PanelPaint::value (g, shown.latency, latencyTextArea, juce::Justification::centredRight);
     PanelPaint::value (g, shown.motion, motionArea, juce::Justification::centredLeft);
-    PanelPaint::value (g, shown.words, wordsArea, juce::Justification::centredLeft, SMLookAndFeel::titleSize);
+    PanelPaint::value (g, shown.words, wordsArea, juce::Justification::centredLeft);
 }

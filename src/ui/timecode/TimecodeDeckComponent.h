@@ -1,5 +1,6 @@
 #pragma once
 
+#include "timecode/deckmode/TimecodeDeck.h"
 #include "ui/panel/ControlPanel.h"
 #include "ui/timecode/TimecodeCalibrationScope.h"
 #include "ui/widgets/PXImageRotarySlider.h"

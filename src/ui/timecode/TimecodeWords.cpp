@@ -22,17 +22,17 @@ juce::String TimecodeWords::diagnosis (const TimecodeDeck::Status& status,
         || input.finding == Finding::levelLow)
         if (status.isPlaceKnown)
         {
-            if (status.wiring.exchanged)
+            if (status.isExchanged)
                 return "channels swapped";
-            if (status.wiring.leftInverted != status.wiring.rightInverted)
-                return status.wiring.leftInverted ? "left channel inverted" : "right channel inverted";
+            if (status.isLeftInverted != status.isRightInverted)
+                return status.isLeftInverted ? "left channel inverted" : "right channel inverted";
         }
     return inputWords (input);
 }
 
 juce::String TimecodeWords::found (int brand)
 {
-    return juce::String ("found: ") + timecodeBrand (brand).name;
+    return "found: " + juce::String (timecodeBrand (brand).name);
 }
 
 juce::String TimecodeWords::latency (const LatencyProbe::Result& result, int inputPair)
