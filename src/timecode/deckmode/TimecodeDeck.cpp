@@ -131,7 +131,7 @@ void TimecodeDeck::renewDecoder()
 {
     const auto& setup = world.settings.deckSetup[static_cast<size_t> (index)];
     auto made = std::make_unique<Seat>();
-    made->brand = static_cast<int> (setup.timecodeType);
+    made->brand = std::max (0, static_cast<int> (setup.timecodeType));
     made->calibration = setup.timecodeCalibration;
     made->rate = world.engineRate;
     const auto& brand = timecodeBrand (made->brand);

@@ -45,7 +45,8 @@ void TimecodeListener::hear (int deck)
 {
     auto& ear = *ears[static_cast<size_t> (deck)];
     const auto& timecode = decks[static_cast<size_t> (deck)];
-    const auto brand = static_cast<int> (world.settings.deckSetup[static_cast<size_t> (deck)].timecodeType);
+    const auto brand =
+        std::max (0, static_cast<int> (world.settings.deckSetup[static_cast<size_t> (deck)].timecodeType));
     if (ear.rate != world.engineRate || ear.brand != brand)
     {
         ear.rate = world.engineRate;
