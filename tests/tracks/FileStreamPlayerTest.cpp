@@ -117,6 +117,30 @@ TEST_F (Preview, AddsToWhatTheMonitorHolds)
     EXPECT_EQ (right[499], 0.5f - 500.0f / 262144.0f);
 }
 
+TEST_F (Preview, SeeksWithoutAJumpAndTellsItsPlace)
+{
+    const auto sound = counting (100000);
+    player.load (wav ({ sound }));
+    player.play();
+    hear (10000);
+    EXPECT_NEAR (player.position(), 10000 / 44100.0, 1e-9);
+    player.seek (1.0);
+    const auto heard = hear (2000);
+    EXPECT_NEAR (heard[0][0], sound[0][10000], 0.02f) << "the former place fades out";
+    expectSame ({ { heard[0].begin() + fade, heard[0].end() }, { heard[1].begin() + fade, heard[1].end() } },
+                { { sound[0].begin() + 44100 + fade, sound[0].end() },
+                  { sound[1].begin() + 44100 + fade, sound[1].end() } },
+                0, 1900);
+    EXPECT_NEAR (player.position(), 1.0 + 2000 / 44100.0, 1e-9);
+    player.setLevel (0.5f);
+    EXPECT_NEAR (hear (500)[0][499], 0.5f * sound[0][46599], 1e-6f);
+    player.stop();
+    hear (500);
+    player.seek (99.0);
+    EXPECT_FALSE (player.isPlaying()) << "it was stopped";
+    EXPECT_NEAR (player.position(), 100000 / 44100.0, 1e-6);
+}
+
 TEST_F (Preview, StopFadesAndPlayGoesOnFromThere)
 {
     const auto sound = counting (50000);

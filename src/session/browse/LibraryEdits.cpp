@@ -24,6 +24,7 @@ juce::String nameOf (const ListContent& content)
 std::vector<ListContent::Entry> newEntries (const std::vector<int32_t>& songIds)
 {
     std::vector<ListContent::Entry> entries;
+    entries.reserve (songIds.size());
     for (const auto id : songIds)
         entries.push_back ({ -1, id });
     return entries;

@@ -261,6 +261,7 @@ std::vector<LibraryJob> LibraryJobs::jobs() const
 {
     const std::scoped_lock scope (lock);
     std::vector<LibraryJob> all;
+    all.reserve (tasks.size());
     for (const auto& task : tasks)
         all.push_back (task->job());
     return all;

@@ -243,6 +243,7 @@ void RowSource::dropUnused()
     if (cache.size() <= mostCached)
         return;
     std::vector<uint64_t> uses;
+    uses.reserve (cache.size());
     for (const auto& [id, cached] : cache)
         uses.push_back (cached.used);
     const auto oldest = uses.end() - static_cast<std::ptrdiff_t> (leastCached);
