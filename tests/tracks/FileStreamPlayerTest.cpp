@@ -172,6 +172,7 @@ TEST_F (Preview, LoadReplacesAndAnEmptyPathUnloads)
     hear (512);
     EXPECT_TRUE (player.load (second));
     EXPECT_EQ (player.track().path, second);
+    hear (fade); // of the first
     EXPECT_TRUE (isSilent (hear (512)));
     player.play();
     expectSame (hear (40000), counting (50000, 1), fade, 40000); // a mono file sounds on both sides
