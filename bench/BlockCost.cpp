@@ -20,8 +20,8 @@ namespace
 constexpr double engineRate = 44100.0, trackSeconds = 60.0;
 constexpr std::string_view onlyOption = "--only=", blocksOption = "--blocks=";
 constexpr int warmUpBlocks = 500;
-constexpr size_t quietBlocks =
-    400; // in a row: every phase of a stretcher's frames, but hardly an interruption
+// In a row: every phase of a stretcher's frames, but hardly an interruption.
+constexpr size_t quietBlocks = 96;
 
 enum Command
 {

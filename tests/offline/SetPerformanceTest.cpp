@@ -91,6 +91,33 @@ TEST (SetPerformance, BlockSizeChangesNothing)
         << "two runs must give the same samples, bit for bit";
 }
 
+TEST (SetPerformance, AtItsOwnTempoATrackComesOutAsItsFileTimesAGain)
+{
+    constexpr int from = 2 * runRate, frames = runRate / 2, mostLate = 600;
+    for (const std::string keyLock : { "", "0 set KEY_LOCK_A 1\n" })
+    {
+        OfflineRun run (128);
+        run.play ("0 load A sweep.wav\n" + keyLock + "0 set PLAY_PAUSE_A 1\n3 end\n");
+        const auto source = run.host->engine().decks.deck (0)->readSource();
+        auto least = 1.0;
+        for (int late = 0; late < mostLate; ++late)
+        {
+            double product = 0.0, power = 0.0, largest = 0.0;
+            const auto file = [&] (int i) { return source.left[from + i - late] / 32768.0; };
+            const auto heard = [&] (int i) { return double { run.master[static_cast<size_t> (from + i)] }; };
+            for (int i = 0; i < frames; ++i)
+            {
+                product += heard (i) * file (i);
+                power += file (i) * file (i);
+            }
+            for (int i = 0; i < frames && largest < least; ++i)
+                largest = std::max (largest, std::abs (heard (i) - product / power * file (i)));
+            least = std::min (least, largest);
+        }
+        EXPECT_LT (least, 0.25 / 32768.0) << "a quarter of the file's step; " << keyLock;
+    }
+}
+
 TEST (SetPerformance, PrintsInOneFormat)
 {
     OfflineRun run;
