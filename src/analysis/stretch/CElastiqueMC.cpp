@@ -73,6 +73,7 @@ CElastiqueMC::CElastiqueMC (int blockSize, int channelCount, float rate)
                     StretchSpectra (workChannels, frameLength), StretchSpectra (workChannels, frameLength) },
       turners { PhaseTurner (frameLength, leadersOf (channels, 0)),
                 PhaseTurner (frameLength, leadersOf (channels, 1)) },
+      keptTurners { turners },
       input (workChannels, std::max (16 * frameLength, 65'536)),
       vocoded (workChannels + 1, 4 * frameLength),
       detector (frameLength / OnsetDetector::blocksPerFrame),
@@ -88,6 +89,7 @@ CElastiqueMC::CElastiqueMC (int blockSize, int channelCount, float rate)
         analysisWindow[i] = static_cast<float> (hamming);
         synthesisWindow[i] = static_cast<float> (hann / frameLength); // the transform back does not scale
         product[i] = static_cast<float> (hamming * hann);
+        windowEnergy += hamming * hamming;
     }
 }
 
@@ -112,12 +114,20 @@ void CElastiqueMC::reset() noexcept
         const auto to = timeline.frame (timeline.newestFrame()).out + frameLength;
         vocoded.clear (from, static_cast<int> (to - from));
     }
-    input.clear (-frameLength, frameLength);
+    if (hasKeptTurns)
+        keepPast();
+    else
+        input.clear (-frameLength, frameLength);
     for (auto& buffer : fetched)
         std::fill (buffer.begin(), buffer.end(), 0.0f);
     stereoMode = nextStereoMode;
     for (auto& turner : turners)
         turner.reset();
+    if (hasKeptTurns)
+        turners[static_cast<size_t> (stereoMode)].takeTurns (keptTurners[static_cast<size_t> (stereoMode)]);
+    else
+        levelKeeper.reset();
+    hasKeptTurns = false;
     timeline.reset();
     detector.reset();
     resampler->reset();
@@ -331,6 +341,47 @@ int CElastiqueMC::flush (float* const* out) noexcept
         return -1;
     process (nullptr, getFramesNeeded(), out);
     return static_cast<int> (std::min<double> (outputBlock, std::ceil (left * factors.stretch)));
+}
+
+void CElastiqueMC::keepTurns (int framesBack) noexcept
+{
+    const auto newest = timeline.newestFrame();
+    hasKeptTurns = stereoMode == nextStereoMode && newest > 2;
+    if (!hasKeptTurns)
+        return;
+
+    // The turns are those of the frame that was turned last, some hops ahead of what is heard.
+    const auto& turned = timeline.frame (stage < 3 * workChannels ? newest - 2 : newest - 1);
+    const auto &frame = timeline.frame (newest - 1), &before = timeline.frame (newest - 2);
+    const auto place = readPosition - (ready + framesBack) * readyStep;
+    const auto heard = timeline.inputAt (place);
+    const auto behind = (place - heard) - static_cast<double> (turned.out - turned.in);
+    keptPlace = static_cast<int64_t> (std::floor (heard));
+    auto& kept = keptTurners[static_cast<size_t> (stereoMode)];
+    kept.takeTurns (turners[static_cast<size_t> (stereoMode)]);
+    kept.findPeaks (spectra (newest - 1));
+    kept.turnOn (spectra (newest - 1), spectra (newest - 2), static_cast<int> (frame.in - before.in), behind);
+}
+
+void CElastiqueMC::keepPast() noexcept
+{
+    for (int c = 0; c < workChannels; ++c)
+    {
+        auto* const past = time.data();
+        input.forPieces (c, keptPlace - frameLength, frameLength,
+                         [past] (const float* x, int offset, int count)
+                         { std::copy_n (x, count, past + offset); });
+        input.forPieces (c, -frameLength, frameLength,
+                         [past] (float* x, int offset, int count) { std::copy_n (past + offset, count, x); });
+    }
+}
+
+double CElastiqueMC::getStretchOfOutput() const noexcept
+{
+    if (timeline.isEmpty())
+        return factors.stretch;
+    const auto& maker = timeline.makerOf (readPosition);
+    return maker.ratio / maker.pitch;
 }
 
 double CElastiqueMC::getInputPositionOfOutput() const noexcept

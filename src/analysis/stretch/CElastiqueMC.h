@@ -2,6 +2,7 @@
 
 #include "analysis/signal/FastResample.h"
 #include "analysis/signal/RealFft.h"
+#include "analysis/stretch/LevelKeeper.h"
 #include "analysis/stretch/OnsetDetector.h"
 #include "analysis/stretch/PhaseTurner.h"
 #include "analysis/stretch/SampleRing.h"
@@ -31,6 +32,8 @@ public:
     PX_AUDIO_THREAD void reset() noexcept;
     PX_AUDIO_THREAD int getLeadFrames() const noexcept { return frameLength + frameLength / 4; }
     PX_AUDIO_THREAD void startInside (const float* const* lead) noexcept;
+    PX_AUDIO_THREAD void keepTurns (int framesBack) noexcept;
+    PX_AUDIO_THREAD double getStretchOfOutput() const noexcept;
     PX_AUDIO_THREAD int flush (float* const* out) noexcept;
     PX_AUDIO_THREAD int getPreFramesNeeded() const noexcept;
     PX_AUDIO_THREAD int setStereoMode (int mode) noexcept;
@@ -61,6 +64,7 @@ private:
     PX_AUDIO_THREAD int64_t vocoderEndFor (int frames, double pitch) const noexcept;
     PX_AUDIO_THREAD int framesNeeded (const StretchFactors&) const noexcept;
 
+    PX_AUDIO_THREAD void keepPast() noexcept;
     PX_AUDIO_THREAD void take (Input&, int frames) noexcept;
     PX_AUDIO_THREAD void beginFrame (Input&) noexcept;
     PX_AUDIO_THREAD void detectUpTo (int64_t end) noexcept;
@@ -68,12 +72,14 @@ private:
     PX_AUDIO_THREAD int stagesFor (double share) const noexcept;
     PX_AUDIO_THREAD void runStages (int upTo) noexcept;
     PX_AUDIO_THREAD void analyse (int channel) noexcept;
+    PX_AUDIO_THREAD void addPower (int channel, bool isLast) noexcept;
     PX_AUDIO_THREAD bool isTurning (int64_t frame) const noexcept;
     PX_AUDIO_THREAD void findPeaks() noexcept;
     PX_AUDIO_THREAD void turnPhases() noexcept;
     PX_AUDIO_THREAD void synthesise (int channel) noexcept;
     PX_AUDIO_THREAD void overlapAdd (int channel) noexcept;
     PX_AUDIO_THREAD void fetch (int frames) noexcept;
+    PX_AUDIO_THREAD void keepLevel (int frames) noexcept;
     PX_AUDIO_THREAD void produce (float* const* out, int offset, int frames, double pitch) noexcept;
 
     StretchSpectra& spectra (int64_t frame) noexcept
@@ -97,7 +103,9 @@ private:
     std::vector<float> time, frequency;                          ///< of the stage that runs
     std::vector<std::vector<float>> synthesised;                 ///< per work channel
     std::array<StretchSpectra, keptSpectra> spectraRing;
-    std::array<PhaseTurner, 2> turners; ///< by stereo mode
+    std::array<PhaseTurner, 2> turners, keptTurners; ///< by stereo mode
+    bool hasKeptTurns = false;
+    int64_t keptPlace = 0; ///< the input frame at which the next signal goes on
 
     // Input, and the vocoder's output before the resampler with the sum of its windows as the last channel.
     SampleRing input, vocoded;
@@ -109,6 +117,8 @@ private:
 
     // Behind the vocoder: what has been fetched, and what the resampler gave beyond a block.
     std::vector<std::vector<float>> fetched, resampled;
+    LevelKeeper levelKeeper;
+    double windowEnergy = 0.0; ///< of the analysis window
     int64_t fetchedEnd = 0;
     int lastFetch = 0;
     double readPosition = 0.0; ///< of the frame after the ready ones, in the vocoder's output

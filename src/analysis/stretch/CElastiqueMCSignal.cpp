@@ -16,6 +16,21 @@ constexpr float leastWindowSum = 1.0e-3f;
 using Lanes [[gnu::vector_size (16)]] = float;
 using LanesAnywhere [[gnu::vector_size (16), gnu::aligned (4), gnu::may_alias]] = float;
 
+float energyOf (const float* samples, int count) noexcept
+{
+    Lanes energy {};
+    int i = 0;
+    for (; i + 4 <= count; i += 4)
+    {
+        const Lanes some = *reinterpret_cast<const LanesAnywhere*> (samples + i);
+        energy += some * some;
+    }
+    auto sum = (energy[0] + energy[1]) + (energy[2] + energy[3]);
+    for (; i < count; ++i)
+        sum += samples[i] * samples[i];
+    return sum;
+}
+
 /** Of a count of samples that four divides: what changes counts, not what swings slowly. */
 float energyOfDifferences (const float* samples, int count, float before) noexcept
 {
@@ -146,11 +161,12 @@ void CElastiqueMC::fetch (int frames) noexcept
         vocoded.clear (first, static_cast<int> (-first));
     }
     auto* const inverse = time.data();
+    const auto gain = levelKeeper.gain();
     vocoded.forPieces (workChannels, fetchedEnd, frames,
                        [&] (const float* sum, int offset, int count)
                        {
                            for (int i = 0; i < count; ++i)
-                               inverse[offset + i] = 1.0f / std::max (leastWindowSum, sum[i]);
+                               inverse[offset + i] = gain / std::max (leastWindowSum, sum[i]);
                        });
     for (int c = 0; c < channels; ++c)
     {
@@ -163,6 +179,7 @@ void CElastiqueMC::fetch (int frames) noexcept
                                    fresh[offset + i] = x[i] * inverse[offset + i];
                            });
     }
+    keepLevel (frames);
     if (channels == 2 && stereoMode == 0)
     {
         auto *const a = fetched[0].data() + history, *const b = fetched[1].data() + history;
@@ -176,6 +193,22 @@ void CElastiqueMC::fetch (int frames) noexcept
     vocoded.clear (fetchedEnd, frames);
     fetchedEnd += frames;
     lastFetch = frames;
+}
+
+void CElastiqueMC::keepLevel (int frames) noexcept
+{
+    const auto weights = turners[static_cast<size_t> (stereoMode)].leaders();
+    if (workChannels != channels || frames <= 0)
+        return; // there the leading sum does not come out
+    const auto seconds = frames / static_cast<double> (sampleRate);
+    if (factors.ratio == 1.0)
+        return levelKeeper.rest (seconds);
+    double made = 0.0;
+    for (size_t c = 0; c < weights.size(); ++c)
+        made += static_cast<double> (weights[c] * energyOf (fetched[c].data() + history, frames));
+    const auto gain = static_cast<double> (levelKeeper.gain());
+    const auto given = timeline.powerAt (static_cast<double> (fetchedEnd) + 0.5 * frames);
+    levelKeeper.add (given * frames, made / (gain * gain), seconds);
 }
 
 void CElastiqueMC::produce (float* const* out, int offset, int frames, double pitch) noexcept

@@ -37,7 +37,7 @@ void CElastiqueMC::runStages (int upTo) noexcept
             analyse (channel);
             break;
         case 1:
-            turners[static_cast<size_t> (stereoMode)].addPower (spectra (timeline.newestFrame()), channel);
+            addPower (channel, isLast);
             break;
         case 2:
             if (channel == 0)
@@ -66,6 +66,15 @@ void CElastiqueMC::analyse (int channel) noexcept
                 to[offset + i] = x[i] * window[offset + i];
         });
     transform->forward (spectra (newest).bins[static_cast<size_t> (channel)].data(), time.data());
+}
+
+void CElastiqueMC::addPower (int channel, bool isLast) noexcept
+{
+    const auto& turner = turners[static_cast<size_t> (stereoMode)];
+    const auto newest = timeline.newestFrame();
+    turner.addPower (spectra (newest), channel);
+    if (isLast)
+        timeline.setPower (newest, turner.totalPower (spectra (newest)) / (windowEnergy * frameLength));
 }
 
 bool CElastiqueMC::isTurning (int64_t frame) const noexcept

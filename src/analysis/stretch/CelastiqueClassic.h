@@ -30,6 +30,8 @@ public:
     void reset() override { engine->reset(); }
     void startInside (const float* const* lead) override { engine->startInside (lead); }
     int getLeadFrames() override { return engine->getLeadFrames(); }
+    void keepTurns (int framesBack) override { engine->keepTurns (framesBack); }
+    double getStretchOfOutput() override { return engine->getStretchOfOutput(); }
     int flush (float* const* out) override { return engine->flush (out); }
     int getPreFramesNeeded() override { return engine->getPreFramesNeeded(); }
     int setStereoMode (int mode) override { return engine->setStereoMode (mode); }

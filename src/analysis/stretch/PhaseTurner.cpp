@@ -137,6 +137,17 @@ void PhaseTurner::addPower (StretchSpectra& frame, int channel) const noexcept
         power[k] += weight * (x[k] * x[k] + x[length - k] * x[length - k]);
 }
 
+double PhaseTurner::totalPower (const StretchSpectra& frame) const noexcept
+{
+    // From bin 0 to half - 1, and what lies behind the last bin is zero.
+    Lanes sum {};
+    for (int k = 0; k < half; k += lanes)
+        sum += Lanes (*reinterpret_cast<const LanesAnywhere*> (frame.power.data() + k));
+    const auto all = static_cast<double> ((sum[0] + sum[1]) + (sum[2] + sum[3]));
+    return 2.0 * all - static_cast<double> (frame.power[0])
+           + static_cast<double> (frame.power[static_cast<size_t> (half)]);
+}
+
 void PhaseTurner::findPeaks (const StretchSpectra& frame) noexcept
 {
     const auto* const power = frame.power.data();
@@ -182,12 +193,26 @@ void PhaseTurner::findPeaks (const StretchSpectra& frame) noexcept
 void PhaseTurner::propagate (const StretchSpectra& frame, const StretchSpectra& before, int hopIn,
                              int hopOut) noexcept
 {
-    if (hopOut == hopIn || peakCount == 0)
+    turnOn (frame, before, hopIn, hopOut - hopIn);
+}
+
+void PhaseTurner::takeTurns (const PhaseTurner& other) noexcept
+{
+    std::copy (other.cosine.begin(), other.cosine.end(), cosine.begin());
+    std::copy (other.sine.begin(), other.sine.end(), sine.begin());
+    isNone = other.isNone;
+}
+
+void PhaseTurner::turnOn (const StretchSpectra& frame, const StretchSpectra& before, int hopIn,
+                          double samples) noexcept
+{
+    if (samples == 0.0 || peakCount == 0)
         return;
 
     const auto step = 2.0f * pi / static_cast<float> (length);
-    const auto difference = hopOut - hopIn;
-    const auto share = static_cast<float> (difference) / static_cast<float> (hopIn);
+    const auto share = static_cast<float> (samples) / static_cast<float> (hopIn);
+    const auto whole = static_cast<int> (std::floor (samples));
+    const auto fractionStep = step * static_cast<float> (samples - whole);
     const auto mask = length - 1;
 
     for (int i = 0; i < peakCount; ++i)
@@ -206,7 +231,8 @@ void PhaseTurner::propagate (const StretchSpectra& frame, const StretchSpectra& 
         imaginary[index] = imaginarySum;
         // Whole turns are taken off in whole numbers, so that high bins are as exact as low ones.
         expected[index] = step * static_cast<float> ((peaks[index] * hopIn) & mask);
-        surplus[index] = step * static_cast<float> ((peaks[index] * difference) & mask);
+        surplus[index] = step * static_cast<float> ((peaks[index] * whole) & mask)
+                         + fractionStep * static_cast<float> (peaks[index]);
         turnCosine[index] = cosine[k];
         turnSine[index] = sine[k];
     }

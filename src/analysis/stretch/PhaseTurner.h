@@ -37,6 +37,9 @@ public:
     /** Sums up the power of a channel that leads, the first one first. */
     PX_AUDIO_THREAD void addPower (StretchSpectra&, int channel) const noexcept;
 
+    /** The sum of a frame's power over all bins, those of negative frequency too. */
+    PX_AUDIO_THREAD double totalPower (const StretchSpectra&) const noexcept;
+
     /** Finds the peaks of a frame that are not just the window's leakage of stronger ones. */
     PX_AUDIO_THREAD void findPeaks (const StretchSpectra&) noexcept;
 
@@ -44,6 +47,14 @@ public:
         `hopOut` in the output. */
     PX_AUDIO_THREAD void propagate (const StretchSpectra& frame, const StretchSpectra& before, int hopIn,
                                     int hopOut) noexcept;
+
+    /** Turns the regions of the peaks found by what their partials go on in so many samples, back for less than none.
+        Their frequencies are those between two frames that lie `hopIn` apart. */
+    PX_AUDIO_THREAD void turnOn (const StretchSpectra& frame, const StretchSpectra& before, int hopIn,
+                                 double samples) noexcept;
+
+    /** Takes all turns over from another of the same length. */
+    PX_AUDIO_THREAD void takeTurns (const PhaseTurner& other) noexcept;
 
     /** Turns the bins back in which a sound sets on between the two frames; what goes on through it stays. */
     PX_AUDIO_THREAD void resetRisen (const StretchSpectra& before, const StretchSpectra& after) noexcept;

@@ -212,6 +212,17 @@ double StretchTimeline::idealInputAt (double vocoderPosition) const noexcept
     return inputAt (vocoderPosition, [] (const Frame& f) { return f.target; });
 }
 
+double StretchTimeline::powerAt (double vocoderPosition) const noexcept
+{
+    if (newest < 0)
+        return 0.0;
+    const auto index = frameBehind (vocoderPosition, [this] (const Frame& f) { return placedMiddle (f); });
+    const auto &from = frame (index), &to = frame (std::min (newest, index + 1));
+    const auto way = placedMiddle (to) - placedMiddle (from);
+    const auto part = way > 0.0 ? std::clamp ((vocoderPosition - placedMiddle (from)) / way, 0.0, 1.0) : 0.0;
+    return from.power + (to.power - from.power) * part;
+}
+
 const StretchTimeline::Frame& StretchTimeline::makerOf (double vocoderPosition) const noexcept
 {
     const auto behind = frameBehind (vocoderPosition, [this] (const Frame& f) { return placedMiddle (f); });

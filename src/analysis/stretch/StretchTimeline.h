@@ -22,6 +22,7 @@ public:
         double pitch = 1.0, ratio = 1.0;
         bool onset = false;      ///< a sound sets on in it that the frame before does not hold
         bool isDeferred = false; ///< the frame before holds it at its end, but could not place it
+        double power = 0.0;      ///< mean of its samples under the window, as far as known
     };
 
     explicit StretchTimeline (int length) noexcept : frameLength (length), middle (length / 2) {}
@@ -44,6 +45,14 @@ public:
     PX_AUDIO_THREAD int64_t newestFrame() const noexcept { return newest; }
 
     PX_AUDIO_THREAD const Frame& frame (int64_t index) const noexcept { return history[index & (size - 1)]; }
+
+    PX_AUDIO_THREAD void setPower (int64_t index, double power) noexcept
+    {
+        history[index & (size - 1)].power = power;
+    }
+
+    /** The power that the sound at a place of the vocoder's output was made of, between the frames around it. */
+    PX_AUDIO_THREAD double powerAt (double vocoderPosition) const noexcept;
 
     /** First input sample of the next frame. */
     PX_AUDIO_THREAD int64_t nextIn (const StretchFactors&) const noexcept;

@@ -61,6 +61,15 @@ public:
     PX_AUDIO_THREAD virtual void startInside (const float* const* lead) = 0;
     PX_AUDIO_THREAD virtual int getLeadFrames() = 0;
 
+    /** Lets the next reset() go on at the whole input frame that is heard, in its sound and in the phases of its partials:
+        so the old sound and the new one can be faded into each other.
+        @param framesBack   output frames before the next block's first, at which that frame is heard */
+    PX_AUDIO_THREAD virtual void keepTurns (int framesBack) = 0;
+
+    /** The stretch that the next block's first frame was made for. Where it is not the one that is set, the key strays by
+        their ratio. */
+    PX_AUDIO_THREAD virtual double getStretchOfOutput() = 0;
+
     /** Plays out what the stretcher still holds, a block at a time.
         @returns frames of the block that hold signal, -1 if none are left */
     PX_AUDIO_THREAD virtual int flush (float* const* out) = 0;

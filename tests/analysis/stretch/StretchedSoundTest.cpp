@@ -96,6 +96,22 @@ TEST (StretchedSound, SinesKeepFrequencyLevelAndPurity)
     }
 }
 
+TEST (StretchedSound, NoiseKeepsItsLevel)
+{
+    const Channels noise { Signals::noise (300'000, 1), Signals::noise (300'000, 2) };
+    for (const auto stretch : { 0.94, 1.06, 1.5 })
+    {
+        StretcherDriver driver;
+        driver.set (stretch, 1.0);
+        driver.render (noise, 250'000);
+        const auto level = [] (std::span<const float> left, std::span<const float> right)
+        { return std::hypot (Signals::rms (left), Signals::rms (right)); };
+        const auto heard =
+            level (part (driver.out[0], 120'000, 120'000), part (driver.out[1], 120'000, 120'000));
+        EXPECT_NEAR (decibels (heard / level (noise[0], noise[1])), 0.0, 0.2) << stretch;
+    }
+}
+
 TEST (StretchedSound, ClicksStayWholeSingleAndInTime)
 {
     // A second tone goes on through them, which must not be chopped for their sake.
