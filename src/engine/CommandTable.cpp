@@ -1,6 +1,7 @@
 #include "engine/CommandTable.h"
 
 #include "engine/commands/AutomixRows.h"
+#include "engine/commands/BrowserRows.h"
 #include "engine/commands/ChannelRows.h"
 #include "engine/commands/CueRows.h"
 #include "engine/commands/EffectRows.h"
@@ -25,8 +26,8 @@ namespace
 {
 constexpr std::span<const CommandRow> parts[] { playRows,      tempoRows,     cueRows,     loopRows,
                                                 gridRows,      channelRows,   mixerRows,   effectRows,
-                                                slicegateRows, smartKnobRows, automixRows, samplerRows,
-                                                timecodeRows,  meterRows,     unbuiltRows };
+                                                slicegateRows, smartKnobRows, automixRows, browserRows,
+                                                samplerRows,   timecodeRows,  meterRows,   unbuiltRows };
 
 constexpr size_t notInTable = commandCount + meterCount;
 
