@@ -5,7 +5,7 @@
 
 namespace
 {
-constexpr const char* field = "text";
+constexpr const char* field = "inputText";
 const juce::KeyPress returnKey (juce::KeyPress::returnKey), escapeKey (juce::KeyPress::escapeKey);
 
 juce::KeyPress letter (char key)

@@ -1,12 +1,15 @@
 #include "ui/look/FileDialog.h"
 
 #include "skin/Palette.h"
+#include "ui/look/FolderQuestion.h"
 
 namespace
 {
 int flagsOf (const Prompts::FileQuestion& question)
 {
     using Flags = juce::FileBrowserComponent;
+    if (FolderQuestion::isOne (question))
+        return Flags::openMode | Flags::canSelectDirectories;
     return Flags::canSelectFiles | (question.isForWriting ? Flags::saveMode : Flags::openMode);
 }
 
