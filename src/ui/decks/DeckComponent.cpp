@@ -5,6 +5,8 @@
 #include "skin/Skin.h"
 #include "support/files/AudioFileTypes.h"
 #include "ui/decks/EditMenu.h"
+#include "ui/decks/TrackLoad.h"
+#include "ui/drag/FileDragSource.h"
 #include "ui/look/OpenMenu.h"
 #include "ui/panel/PanelPaint.h"
 
@@ -218,11 +220,14 @@ void DeckComponent::filesDropped (const juce::StringArray& files, int, int)
     setDropTarget (false);
     for (const auto& path : files)
         if (const juce::File file (path); AudioFileTypes::matches (file))
-            return engine.loadTrack (file, deck());
+            return TrackLoad::onto (engine, watch, file, *this);
 }
 
 juce::File DeckComponent::trackOf (const SourceDetails& details) const
 {
+    for (const auto& path : DragSourceName::filesOf (details))
+        if (const juce::File file (path); AudioFileTypes::matches (file))
+            return file;
     if (details.description.toString() != DeckWaveform::dragDescription || details.sourceComponent == nullptr)
         return {};
     const auto* source = details.sourceComponent->findParentComponentOfClass<DeckComponent>();
@@ -240,7 +245,7 @@ void DeckComponent::itemDropped (const SourceDetails& details)
 {
     setDropTarget (false);
     if (const auto track = trackOf (details); track != juce::File())
-        engine.loadTrack (track, deck());
+        TrackLoad::onto (engine, watch, track, *this);
 }
 
 void DeckComponent::setDropTarget (bool target)
@@ -273,6 +278,6 @@ void DeckComponent::chooseFile()
         [this] (const juce::File& file)
         {
             if (file != juce::File())
-                engine.loadTrack (file, deck());
+                TrackLoad::onto (engine, watch, file, *this);
         });
 }

@@ -2,7 +2,7 @@
 
 #include "support/files/AudioFileTypes.h"
 #include "ui/deckviews/DeckWaveform.h"
-#include "ui/sampler/FileDragSource.h"
+#include "ui/drag/FileDragSource.h"
 
 #include <algorithm>
 
@@ -30,12 +30,7 @@ juce::File fileOf (CPlatterdex& engine, const SamplerDrag::Details& details)
                 return juce::File (deck->texts().filePath);
         return {};
     }
-    if (name != SamplerDrag::ofPlaylist && name != SamplerDrag::ofBrowser)
-        return {};
-    const auto* files = dynamic_cast<const FileDragSource*> (source);
-    if (files == nullptr)
-        return {};
-    for (const auto& path : files->draggedFiles())
+    for (const auto& path : DragSourceName::filesOf (details))
         if (const juce::File file (path); AudioFileTypes::matches (file))
             return file;
     return {};

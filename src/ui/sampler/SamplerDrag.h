@@ -7,9 +7,7 @@
 /** The drags that end on a pad: files, songs, the loop of the preview, other pads. Message thread. */
 namespace SamplerDrag
 {
-inline constexpr const char *ofWaveform = "SamplerWaveformDragSource", *ofPad = "SamplerPadDragSource",
-                            *ofPlaylist = "PlaylistTableDragSource",
-                            *ofBrowser = "ColumnFileBrowserDragSource";
+inline constexpr const char *ofWaveform = "SamplerWaveformDragSource", *ofPad = "SamplerPadDragSource";
 
 using Details = juce::DragAndDropTarget::SourceDetails;
 

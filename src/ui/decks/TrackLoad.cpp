@@ -1,0 +1,34 @@
+#include "ui/decks/TrackLoad.h"
+
+#include "engine/CPlatterdex.h"
+#include "ui/panel/PanelPaint.h"
+
+void TrackLoad::onto (CPlatterdex& engine, const DeckWatch& watch, const juce::File& file, juce::Component& asker)
+{
+    const auto deck = watch.deck();
+    const auto& prompts = engine.environment.prompts;
+    const auto& now = watch.look();
+    if (!now.playing || now.position >= now.loadedFrames || engine.settings.lockLoadedDecks != 0
+        || prompts == nullptr)
+        return engine.loadTrack (file, deck);
+    prompts->askYesNo (
+        "Deck " + PanelPaint::letterOf (deck) + " is playing",
+        "Load " + file.getFileName() + " in place of the track that plays on deck "
+            + PanelPaint::letterOf (deck) + "?",
+        [&engine, file, deck, alive = juce::Component::SafePointer<juce::Component> (&asker)] (bool yes)
+        {
+            if (yes && alive != nullptr)
+                engine.loadTrack (file, deck);
+        });
+}
+
+int TrackLoad::freeDeck (std::span<const DeckWatch> decks)
+{
+    for (const auto& watch : decks)
+        if (const auto& deck = watch.look(); deck.loadedFrames == 0 && !deck.loading)
+            return watch.deck();
+    for (const auto& watch : decks)
+        if (const auto& deck = watch.look(); !deck.playing && !deck.loading)
+            return watch.deck();
+    return -1;
+}
