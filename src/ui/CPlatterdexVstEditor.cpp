@@ -4,19 +4,47 @@
 #include "session/Session.h"
 #include "skin/Palette.h"
 #include "text/FallbackFonts.h"
+#include "ui/KeyCard.h"
 #include "ui/KeyRepeat.h"
 #include "ui/timecode/CDControlGeneratorPreferencesPage.h"
 #include "ui/timecode/TimecodePreferencesPage.h"
 
 namespace
 {
-constexpr int startWidth = 1280, startHeight = 800;
+constexpr int startWidth = 1280, startHeight = 800, browserHeight = 332; ///< of a browser that comes back
+constexpr const char *browserTitle = "Song Manager", *keysTitle = "Keys";
 
 int scaled (int length, int percent)
 {
     return juce::roundToInt (length * percent / 100.0);
 }
 }
+
+/** Holds the browser while it stands in a window of its own. Drags begin and keys end there as in the editor. */
+class CPlatterdexVstEditor::BrowserWindowContent : public juce::Component,
+                                                   public juce::DragAndDropContainer,
+                                                   public ToolWindowOwner
+{
+public:
+    explicit BrowserWindowContent (CPlatterdexVstEditor& e) : editor (e)
+    {
+        setSize (std::max (800, editor.browser.getWidth()), std::max (500, editor.browser.getHeight()));
+        addAndMakeVisible (editor.browser);
+    }
+
+    ~BrowserWindowContent() override
+    {
+        removeChildComponent (&editor.browser);
+        editor.browserWindowClosed();
+    }
+
+    ToolWindows& toolWindows() override { return editor.tools; }
+    void resized() override { editor.browser.setBounds (getLocalBounds()); }
+    bool keyPressed (const juce::KeyPress& key) override { return editor.keyPressed (key); }
+
+private:
+    CPlatterdexVstEditor& editor;
+};
 
 CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* session,
                                             std::function<void()> audioSettings,
@@ -27,6 +55,7 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* session,
       header (e, actions (std::move (audioSettings), std::move (pages))),
       global (e),
       ghostMixer (e),
+      browser (e, session),
       corner (this, getConstrainer()),
       tooltip (content, [&e] { return e.settings.editor[EditorPreference::showTooltips] != 0; }),
       keyboard (e)
@@ -34,6 +63,9 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* session,
     setOpaque (true);
     setWantsKeyboardFocus (true);
     keyboard.onAction = [this] (KeyAction action, int deck) { act (action, deck); };
+
+    browser.onEscape = [this] { grabKeyboardFocus(); };
+    browser.onOpenInWindow = [this] { showBrowserInWindow (!isBrowserInWindow()); };
 
     global.onTabChange = [this] { followArrangement(); };
     content.setOpaque (true);
@@ -62,6 +94,7 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* session,
 CPlatterdexVstEditor::~CPlatterdexVstEditor()
 {
     engine.listeners.remove (*this);
+    isArranged = false; // what closes now arranges nothing
     engine.editorBeingDeleted (this);
 }
 
@@ -74,6 +107,12 @@ HeaderActions CPlatterdexVstEditor::actions (std::function<void()> audioSettings
         { "Timecode", [this] { TimecodePreferencesPage::open (toolWindows(), *this, engine); } });
     made.pages.push_back ({ "Control CD generator", [this]
                             { CDControlGeneratorPreferencesPage::open (toolWindows(), *this, engine); } });
+    made.pages.push_back ({ keysTitle, [this]
+                            {
+                                tools.open (keysTitle, *this,
+                                            [] (const std::function<void()>&)
+                                            { return std::make_unique<KeyCard>(); });
+                            } });
     // The window is ours where the audio device is.
     if (audioSettings != nullptr)
     {
@@ -132,7 +171,7 @@ void CPlatterdexVstEditor::followArrangement()
     global.setMode ({ arranged.mode.fourDecks, arranged.orderABCD });
     ghostMixer.setFourDecks (arranged.mode.fourDecks);
     arrange();
-    if (modeChanged && !browserShown)
+    if (modeChanged && (!browserShown || isBrowserInWindow()))
         snapHeight();
 }
 
@@ -154,8 +193,9 @@ void CPlatterdexVstEditor::arrange()
     place (global, layout.global, desk);
     place (ghostMixer, layout.ghostMixer, desk);
     // The notice takes the browser's first row; without a browser it lies over the last one of what is left.
+    const auto hasBrowser = desk && browserShown && !isBrowserInWindow();
     auto notice = juce::Rectangle<int> (content.getWidth(), NoticeBar::height);
-    if (desk && browserShown && layout.browser.getHeight() > NoticeBar::height)
+    if (hasBrowser && layout.browser.getHeight() > NoticeBar::height)
         notice.setY (layout.browser.getY());
     else
         notice.setY (content.getHeight() - NoticeBar::height);
@@ -163,7 +203,8 @@ void CPlatterdexVstEditor::arrange()
         layout.browser.setTop (
             std::min (layout.browser.getBottom(), layout.browser.getY() + NoticeBar::height));
     place (noticeBar, notice, noticeBar.sentence().isNotEmpty());
-    place (browser, layout.browser, desk && browserShown);
+    if (!isBrowserInWindow())
+        place (browser, layout.browser, hasBrowser);
     corner.setBounds (layout.resizer.withPosition (getWidth() - layout.resizer.getWidth(),
                                                    getHeight() - layout.resizer.getHeight()));
     if (parameters != nullptr)
@@ -196,6 +237,36 @@ void CPlatterdexVstEditor::showBrowser (bool shown)
     arrange();
     if (!shown)
         snapHeight();
+}
+
+void CPlatterdexVstEditor::showBrowserInWindow (bool inWindow)
+{
+    if (inWindow == isBrowserInWindow())
+        return;
+    if (!inWindow)
+        return tools.find (browserTitle)->closeButtonPressed();
+    tools.open (browserTitle, *this,
+                [this] (const std::function<void()>&)
+                {
+                    auto made = std::make_unique<BrowserWindowContent> (*this);
+                    browserWindow = made.get();
+                    return made;
+                });
+    arrange();
+    snapHeight();
+}
+
+void CPlatterdexVstEditor::browserWindowClosed()
+{
+    browserWindow = nullptr;
+    if (!isArranged)
+        return;
+    content.addChildComponent (browser);
+    // Room for it again, if its window had taken it.
+    if (wantedSize.y > 0.0
+        && content.getHeight() <= EditorLayout::heightWithoutBrowser (arranged.mode.fourDecks))
+        setSize (getWidth(), getHeight() + scaled (browserHeight, scale.percent()));
+    arrange();
 }
 
 void CPlatterdexVstEditor::snapHeight()
@@ -293,6 +364,12 @@ void CPlatterdexVstEditor::act (KeyAction action, int deck)
     case KeyAction::redo:
         engine.grids.redo (touchedDeck);
         break;
+    case KeyAction::songs:
+        browser.takeKeyboard();
+        break;
+    case KeyAction::search:
+        browser.takeKeyboardToSearch();
+        break;
     case KeyAction::none:
         break;
     }
@@ -305,6 +382,10 @@ void CPlatterdexVstEditor::mouseDown (const juce::MouseEvent& event)
         strip = event.eventComponent->findParentComponentOfClass<DeckComponent>();
     if (strip != nullptr)
         touchedDeck = strip->deck();
+    // A click on the decks takes the keyboard back to them.
+    if (browser.hasKeyboardFocus (true) && event.eventComponent != &browser
+        && !browser.isParentOf (event.eventComponent))
+        grabKeyboardFocus();
     clock->hurry();
 }
 

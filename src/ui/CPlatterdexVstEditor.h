@@ -2,11 +2,11 @@
 
 #include "deck/state/DeckNumbers.h"
 #include "support/EngineListener.h"
-#include "ui/BrowserSeat.h"
 #include "ui/EditorScale.h"
 #include "ui/KeyboardCommands.h"
 #include "ui/NoticeBar.h"
 #include "ui/ParameterList.h"
+#include "ui/browser/SongManager.h"
 #include "ui/decks/DeckComponent.h"
 #include "ui/global/GhostMixerComponent.h"
 #include "ui/global/GlobalComponent.h"
@@ -53,6 +53,10 @@ public:
     /** Shows or hides the browser. Without one the window snaps to the height of what is left. */
     void showBrowser (bool);
 
+    /** Moves the browser into a window of its own, or back. */
+    void showBrowserInWindow (bool);
+    bool isBrowserInWindow() const { return browserWindow != nullptr; }
+
     /** @param percent   100 to 200; the window grows or shrinks with it as far as the screen has room */
     void setScale (int percent);
 
@@ -64,13 +68,13 @@ public:
     void refreshDecks();
 
     /** Asks the browser to show what has changed. */
-    void updateBrowser() { browser.repaint(); }
+    void updateBrowser() { browser.refresh(); }
 
     DeckComponent& deck (int index) { return *decks[static_cast<size_t> (index)]; }
     HeaderComponent& headerStrip() noexcept { return header; }
     GlobalComponent& globalBlock() noexcept { return global; }
     GhostMixerComponent& ghostStrip() noexcept { return ghostMixer; }
-    BrowserSeat& browserView() noexcept { return browser; }
+    SongManager& browserView() noexcept { return browser; }
     ToolWindows& toolWindows() override { return tools; }
 
     void paint (juce::Graphics&) override {} // the content covers all of it
@@ -100,6 +104,9 @@ private:
         CPlatterdexVstEditor& editor;
     };
 
+    class BrowserWindowContent;
+
+    void browserWindowClosed();
     void engineEvent (EngineEvent, int index) override;
     void engineMessage (const juce::String&, int deck) override;
     HeaderActions actions (std::function<void()> audioSettings, std::vector<EditorPage>);
@@ -121,12 +128,13 @@ private:
     std::array<std::unique_ptr<DeckComponent>, deckCount> decks;
     GlobalComponent global;
     GhostMixerComponent ghostMixer;
-    BrowserSeat browser;
+    SongManager browser;
     NoticeBar noticeBar;
     juce::ResizableCornerComponent corner;
     std::unique_ptr<ParameterList> parameters;
     PXTooltipComponent tooltip;
     KeyboardCommands keyboard;
+    BrowserWindowContent* browserWindow = nullptr; ///< the tool window's, while there is one
     ToolWindows tools;
 
     Arrangement arranged;

@@ -75,6 +75,8 @@ const KeyBinding table[] {
     { Key::F2Key,     0, "F2",     nullptr, "load a track", 0.0f, KeyAction::load, 1 },
     { Key::F3Key,     0, "F3",     nullptr, "load a track", 0.0f, KeyAction::load, 2 },
     { Key::F4Key,     0, "F4",     nullptr, "load a track", 0.0f, KeyAction::load, 3 },
+    { Key::tabKey,    0, "Tab",    nullptr, "keys to the songs (Esc: back)", 0.0f, KeyAction::songs },
+    { 'F',         ctrl, "Ctrl+F", nullptr, "search songs", 0.0f, KeyAction::search },
     { 'C',         ctrl, "Ctrl+C", nullptr, "coloured waveform on or off", 0.0f, KeyAction::spectralWaveform },
     { 'Z',         ctrl, "Ctrl+Z", nullptr, "undo cue or grid edit", 0.0f, KeyAction::undo },
     { 'Z',    ctrlShift, "Ctrl+Shift+Z", nullptr, "redo", 0.0f, KeyAction::redo },

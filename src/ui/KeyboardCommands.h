@@ -14,7 +14,9 @@ enum class KeyAction
     none,
     load, ///< the dialog that chooses a track for a deck
     spectralWaveform,
-    undo, ///< the last edit of cues or grid on the deck that was touched last
+    songs,  ///< the keyboard goes to the browser's songs
+    search, ///< or to its search field
+    undo,   ///< the last edit of cues or grid on the deck that was touched last
     redo
 };
 

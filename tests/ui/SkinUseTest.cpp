@@ -61,7 +61,7 @@ TEST (SkinUse, EveryStripIsShownOrWaitsForAPanel)
             "meter_level_b", "meter_level_c", "meter_level_d" } },
         { "page VST", { "power_24", "menu_20", "left_20", "right_20" } },
         { "browser",
-          { "sign_headphones", "sign_search", "sign_left", "sign_right", "sign_up", "sign_down", "panel",
+          { "sign_headphones", "sign_left", "sign_right", "sign_up", "sign_down", "panel",
             "well" } },
         { "learning of controllers", { "button_20_lime", "button_24_lime", "button_32_lime" } },
         { "dialogs of preferences and editors", { "button_32", "button_32_red" } },
@@ -87,6 +87,8 @@ TEST (SkinUse, EveryStripIsShownOrWaitsForAPanel)
                    { "ghost mixer", [&] { return std::make_unique<GhostMixerComponent> (bench.engine); } },
                    { "effects", [&] { return std::make_unique<Fx4DecksComponent> (bench.engine); } },
                    { "pads", [&] { return std::make_unique<Slicegate4DecksComponent> (bench.engine); } },
+                   { "browser",
+                     [&] { return std::make_unique<SongManager> (bench.engine, bench.session.get()); } },
                    { "pages", [&] { return std::make_unique<GlobalComponent> (bench.engine); } },
                    { "dialogs and lists", [] { return std::make_unique<Dialog>(); } } };
     for (int deck = 0; deck < deckCount; ++deck)

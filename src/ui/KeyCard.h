@@ -5,12 +5,12 @@
 #include <array>
 #include <vector>
 
-/** Stands in the browser's place: the keys that play, a row for each action and a column for each deck, and the first
-    steps where there is room for them. */
-class BrowserSeat : public juce::Component
+/** A card of the keys that play, a row for each action and a column for each deck, and the first steps where there is room for
+    them. */
+class KeyCard : public juce::Component
 {
 public:
-    BrowserSeat();
+    KeyCard();
 
     void paint (juce::Graphics&) override;
 

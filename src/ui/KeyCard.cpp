@@ -1,4 +1,4 @@
-#include "ui/BrowserSeat.h"
+#include "ui/KeyCard.h"
 
 #include "skin/Palette.h"
 #include "ui/KeyboardCommands.h"
@@ -38,8 +38,9 @@ void paintText (juce::Graphics& g, const juce::String& text, juce::Rectangle<int
 }
 }
 
-BrowserSeat::BrowserSeat()
+KeyCard::KeyCard()
 {
+    setSize (1120, 400);
     setOpaque (true);
     for (const auto& binding : keyBindings())
     {
@@ -63,7 +64,7 @@ BrowserSeat::BrowserSeat()
 }
 
 /** As few blocks side by side as the height allows; then what there is width for. */
-BrowserSeat::Plan BrowserSeat::plan() const
+KeyCard::Plan KeyCard::plan() const
 {
     Plan made;
     const auto room = getLocalBounds().reduced (margin, edge);
@@ -97,7 +98,7 @@ BrowserSeat::Plan BrowserSeat::plan() const
     return made;
 }
 
-void BrowserSeat::paint (juce::Graphics& g)
+void KeyCard::paint (juce::Graphics& g)
 {
     g.fillAll (palette::ground);
     const auto parts = plan();
@@ -129,7 +130,7 @@ void BrowserSeat::paint (juce::Graphics& g)
         paintDesk (g, next (deskWidth));
 }
 
-void BrowserSeat::paintActions (juce::Graphics& g, juce::Rectangle<int> block, size_t from, size_t to) const
+void KeyCard::paintActions (juce::Graphics& g, juce::Rectangle<int> block, size_t from, size_t to) const
 {
     const auto keysOf = [] (juce::Rectangle<int> row, size_t deck)
     {
@@ -152,7 +153,7 @@ void BrowserSeat::paintActions (juce::Graphics& g, juce::Rectangle<int> block, s
     }
 }
 
-void BrowserSeat::paintDesk (juce::Graphics& g, juce::Rectangle<int> area) const
+void KeyCard::paintDesk (juce::Graphics& g, juce::Rectangle<int> area) const
 {
     if (area.getHeight() > static_cast<int> (desk.size()) * lineHeight)
         PanelPaint::label (g, "DESK", area.removeFromTop (lineHeight), juce::Justification::centredLeft);

@@ -1,0 +1,158 @@
+#include "ui/browser/actions/SongActions.h"
+
+#include "session/browse/LibraryFaults.h"
+#include "ui/decks/TrackLoad.h"
+
+namespace
+{
+/** The preview that the session keeps for the engine, if it does. */
+SongPreview* playerOf (const BrowserWorld& world)
+{
+    return world.session != nullptr ? world.session->previewOf (world.engine) : nullptr;
+}
+}
+
+SongActions::SongActions (BrowserWorld& w, const SongStatus& s, juce::Component& a)
+    : ownPlayer (playerOf (w) == nullptr ? std::make_unique<SongPreview> (w.engine.preview) : nullptr),
+      player (ownPlayer != nullptr ? *ownPlayer : *playerOf (w)),
+      world (w),
+      status (s),
+      asker (a)
+{
+}
+
+/** Says what went wrong. */
+LibraryEdits::Done SongActions::done()
+{
+    return [this, alive = juce::Component::SafePointer<juce::Component> (&asker)] (int code)
+    {
+        if (alive != nullptr)
+            world.say (LibraryFaults::sentence (code));
+    };
+}
+
+void SongActions::load (const juce::String& path, int deck)
+{
+    if (path.isNotEmpty() && deck >= 0 && deck < world.decks())
+        TrackLoad::onto (world.engine, status.decks()[static_cast<size_t> (deck)], juce::File (path), asker);
+}
+
+void SongActions::loadToFreeDeck (const juce::String& path)
+{
+    const auto deck = TrackLoad::freeDeck (status.decks().first (static_cast<size_t> (world.decks())));
+    if (deck >= 0)
+        return load (path, deck);
+    if (path.isNotEmpty() && world.prompts() != nullptr)
+        world.prompts()->notify ("No free deck",
+                                 "All decks are playing. Stop one, or load onto one with its menu or key.");
+}
+
+void SongActions::appendToAutomix (const SelectedSongs& songs)
+{
+    if (world.room != nullptr && !songs.songIds.empty())
+        world.room->edits.append ({ SongListKind::automix, -1 }, songs.songIds,
+                                  [said = done()] (int code, const std::vector<int32_t>&) { said (code); });
+}
+
+void SongActions::preview (const juce::String& path)
+{
+    if (path.isNotEmpty())
+        player.toggle (path);
+}
+
+void SongActions::resetPlayedStatus (const SelectedSongs& songs)
+{
+    withPaths (songs, [this] (const juce::StringArray& paths)
+               {
+                   world.room->history.resetPlayed (paths);
+                   asker.repaint();
+               });
+}
+
+void SongActions::resetPlayedStatistics (const SelectedSongs& songs)
+{
+    if (world.room != nullptr)
+        world.room->edits.clearPlayed (songs.songIds, done());
+}
+
+void SongActions::reloadTags (const SelectedSongs& songs)
+{
+    if (world.room != nullptr)
+        world.room->edits.reloadTags (songs.songIds, done());
+}
+
+void SongActions::showInFolder (const juce::String& path)
+{
+    if (path.isNotEmpty())
+        juce::File (path).revealToUser();
+}
+
+void SongActions::analyse (const SelectedSongs& songs)
+{
+    withPaths (songs, [this] (const juce::StringArray& paths)
+               { world.room->jobs.analyse (world.engine.batchAnalysis, paths); });
+}
+
+/** Calls with the paths of all songs, of which a view knows but those in sight. */
+void SongActions::withPaths (const SelectedSongs& songs, std::function<void (const juce::StringArray&)> take)
+{
+    if (world.room == nullptr || songs.isEmpty())
+        return;
+    if (static_cast<size_t> (songs.paths.size()) >= songs.songIds.size() || isForeign (songs.source.kind))
+        return take (songs.paths);
+    world.room->edits.pathsOf (
+        songs.songIds, [take = std::move (take), alive = juce::Component::SafePointer<juce::Component> (&asker)] (
+                           const juce::StringArray& paths)
+        {
+            if (alive != nullptr)
+                take (paths);
+        });
+}
+
+SongActions::Question SongActions::removalQuestion (const SelectedSongs& songs)
+{
+    const auto count = static_cast<int> (songs.songIds.size());
+    const auto isList = songs.source.isList();
+    return { count == 1 ? "REMOVE ITEM" : "REMOVE ITEMS",
+             "Are you sure you want to remove "
+                 + (count == 1 ? juce::String ("the selected song from ")
+                               : juce::String (count) + " songs from ")
+                 + (isList ? "the list?" : "your library?") };
+}
+
+void SongActions::remove (const SelectedSongs& songs)
+{
+    if (world.room == nullptr || world.prompts() == nullptr || songs.songIds.empty()
+        || isForeign (songs.source.kind))
+        return;
+    const auto question = removalQuestion (songs);
+    world.prompts()->askYesNo (
+        question.title, question.sentence,
+        [this, songs, alive = juce::Component::SafePointer<juce::Component> (&asker)] (bool yes)
+        {
+            if (!yes || alive == nullptr || world.room == nullptr)
+                return;
+            if (songs.source.isList())
+                world.room->edits.remove (songs.source.list(), songs.entryIds, done());
+            else
+                world.room->edits.deleteSongs (songs.songIds, done());
+        });
+}
+
+void SongActions::rate (int32_t songId, int stars)
+{
+    if (world.room != nullptr)
+        world.room->edits.setRating ({ songId }, stars, done());
+}
+
+void SongActions::edit (int32_t songId, SongField field, const juce::String& text)
+{
+    if (world.room != nullptr)
+        world.room->edits.setField (songId, field, text, done());
+}
+
+void SongActions::undo()
+{
+    if (world.room != nullptr && world.room->edits.canUndo())
+        world.room->edits.undo (done());
+}

@@ -1,0 +1,229 @@
+#include "ui/browser/actions/SourceActions.h"
+
+#include "session/browse/LibraryFaults.h"
+#include "ui/look/FolderQuestion.h"
+
+namespace
+{
+const juce::String backupTime { "%Y-%m-%d_(%Hh%Mm%Ss)" };
+
+juce::File musicFolder (const BrowserWorld& world)
+{
+    const juce::File kept (world.engine.settings.audioFolder.get());
+    return kept.isDirectory() ? kept : juce::File::getSpecialLocation (juce::File::userMusicDirectory);
+}
+
+juce::File playlistFolder (const BrowserWorld& world)
+{
+    const juce::File kept (world.engine.settings.playlistFolder.get());
+    return kept.isDirectory() ? kept : juce::File::getSpecialLocation (juce::File::userDocumentsDirectory);
+}
+}
+
+SourceActions::SourceActions (BrowserWorld& w, juce::Component& a) : world (w), asker (a) {}
+
+/** Says what went wrong. */
+LibraryEdits::Done SourceActions::done()
+{
+    return [this, alive = juce::Component::SafePointer<juce::Component> (&asker)] (int code)
+    {
+        if (alive != nullptr)
+            world.say (LibraryFaults::sentence (code));
+    };
+}
+
+LibraryEdits::Placed SourceActions::placed()
+{
+    return [said = done()] (int code, const std::vector<int32_t>&) { said (code); };
+}
+
+void SourceActions::ask (const juce::String& title, const juce::String& question, std::function<void()> yes)
+{
+    if (world.room == nullptr || world.prompts() == nullptr)
+        return;
+    world.prompts()->askYesNo (
+        title, question,
+        [yes = std::move (yes), alive = juce::Component::SafePointer<juce::Component> (&asker)] (bool answer)
+        {
+            if (answer && alive != nullptr)
+                yes();
+        });
+}
+
+void SourceActions::askFile (const Prompts::FileQuestion& question, std::function<void (const juce::File&)> take)
+{
+    if (world.room == nullptr || world.prompts() == nullptr)
+        return;
+    world.prompts()->askFile (
+        question, [take = std::move (take),
+                   alive = juce::Component::SafePointer<juce::Component> (&asker)] (const juce::File& file)
+        {
+            if (file != juce::File() && alive != nullptr)
+                take (file);
+        });
+}
+
+void SourceActions::importFolder()
+{
+    askFile (FolderQuestion::make (ImportTexts::folderChooserTitle, musicFolder (world)), [this] (const juce::File& folder)
+             { world.room->jobs.importPaths ({ folder.getFullPathName() }); });
+}
+
+void SourceActions::backUp()
+{
+    const auto name = "px_music_library_" + juce::Time::getCurrentTime().formatted (backupTime) + ".sqlite";
+    askFile ({ "Save Backup Collection File As",
+               juce::File::getSpecialLocation (juce::File::userDocumentsDirectory).getChildFile (name),
+               "*.sqlite", true },
+             [this] (const juce::File& file) { world.room->jobs.backup (file.withFileExtension ("sqlite")); });
+}
+
+void SourceActions::clearLibrary()
+{
+    ask ("Confirm delete", "Are you sure you want to clear the Library?",
+         [this] { world.room->edits.clearLibrary (done()); });
+}
+
+void SourceActions::lookAtFolders()
+{
+    if (world.room != nullptr)
+        world.room->jobs.lookAtFolders();
+}
+
+void SourceActions::relocate()
+{
+    askFile (FolderQuestion::make ("Please select the folder that holds the missing files...", musicFolder (world)), [this] (const juce::File& folder) { world.room->jobs.relocate (folder); });
+}
+
+void SourceActions::createPlaylist()
+{
+    if (world.room == nullptr || world.prompts() == nullptr)
+        return;
+    world.prompts()->askText (
+        "Enter Playlist Name", "Please enter name of new playlist.", "Playlist",
+        [this, alive = juce::Component::SafePointer<juce::Component> (&asker)] (
+            std::optional<juce::String> name)
+        {
+            if (alive != nullptr && name && name->trim().isNotEmpty())
+                world.room->edits.create (name->trim(), {},
+                                          [said = done()] (int code, int32_t) { said (code); });
+        });
+}
+
+void SourceActions::importPlaylist()
+{
+    askFile ({ "Select a playlist file", playlistFolder (world), "*.m3u;*.xml" },
+             [this] (const juce::File& file)
+             {
+                 world.prompts()->askText (
+                     "Enter Playlist Name", "Please enter name of new playlist.",
+                     file.getFileNameWithoutExtension(),
+                     [this, file, alive = juce::Component::SafePointer<juce::Component> (&asker)] (
+                         std::optional<juce::String> name)
+                     {
+                         if (alive != nullptr && name && name->trim().isNotEmpty())
+                             world.room->jobs.importPlaylist (file, name->trim());
+                     });
+             });
+}
+
+void SourceActions::createSmartPlaylist()
+{
+    if (world.room == nullptr || world.prompts() == nullptr)
+        return;
+    world.prompts()->askText (
+        "Enter smart playlist name", "Please enter name of new smart playlist.", "Smart Playlist",
+        [this, alive = juce::Component::SafePointer<juce::Component> (&asker)] (
+            std::optional<juce::String> given)
+        {
+            const auto name = given.value_or (juce::String()).trim();
+            if (alive == nullptr || name.isEmpty())
+                return;
+            world.room->edits.createSmart (
+                name, {}, {},
+                [this, name, alive] (int code, int32_t id)
+                {
+                    if (alive == nullptr)
+                        return;
+                    world.say (LibraryFaults::sentence (code));
+                    if (code == 0 && editRules != nullptr)
+                        editRules ({ SongListKind::smartPlaylist, id, name });
+                });
+        });
+}
+
+void SourceActions::remove (const Source& source)
+{
+    const auto what = source.kind == SongListKind::history ? "the history '" : "the playlist '";
+    ask ("Confirm delete", "Are you sure you want to delete " + juce::String (what) + source.name + "'?",
+         [this, source]
+         {
+             if (source.kind != SongListKind::history)
+                 return world.room->edits.deleteList ({ source.kind, source.id }, done());
+             if (!world.room->history.remove (source.id))
+                 world.say ("The history of this session can't be deleted.");
+         });
+}
+
+void SourceActions::rename (const Source& source, const juce::String& name)
+{
+    if (world.room != nullptr)
+        world.room->edits.rename ({ source.kind, source.id }, name, done());
+}
+
+void SourceActions::move (const Source& source, int by)
+{
+    if (world.room != nullptr)
+        world.room->edits.moveInTree ({ source.kind, source.id }, by, done());
+}
+
+void SourceActions::clear (const Source& source)
+{
+    const auto isAutomix = source.kind == SongListKind::automix;
+    ask ("Confirm clear",
+         isAutomix ? "Are you sure you want to clear the automix playlist?"
+                   : "Are you sure you want to clear the recommendation list?",
+         [this, source] { world.room->edits.clear (source.list(), done()); });
+}
+
+void SourceActions::append (std::vector<int32_t> songIds, ListRef list)
+{
+    if (world.room != nullptr && !songIds.empty())
+        world.room->edits.append (list, std::move (songIds), placed());
+}
+
+void SourceActions::append (const Source& source, ListRef list)
+{
+    if (world.room != nullptr && !isForeign (source.kind))
+        world.room->edits.append (list, source.query(), placed());
+}
+
+void SourceActions::appendToAutomix (const Source& source)
+{
+    append (source, { SongListKind::automix, -1 });
+}
+
+void SourceActions::importFiles (const juce::StringArray& files, ListRef list)
+{
+    if (world.room != nullptr)
+        world.room->jobs.importPaths (files, list);
+}
+
+void SourceActions::exportTo (const Source& source, Format format)
+{
+    const auto isM3u = format == Format::m3u;
+    const juce::String extension (isM3u ? "m3u" : "html");
+    const auto start =
+        playlistFolder (world).getChildFile (juce::File::createLegalFileName (source.name) + "." + extension);
+    askFile ({ isM3u ? "Save the playlist..." : "Save the webpage...", start, "*." + extension, true },
+             [this, source, extension] (const juce::File& chosen)
+             {
+                 const auto file = chosen.withFileExtension (extension);
+                 if (source.kind != SongListKind::history)
+                 {
+                     world.room->jobs.exportList (source.query(), source.name, file);
+                     return;
+                 }
+                 world.say (world.room->history.exportTo (source.id, file));
+             });
+}

@@ -1,0 +1,246 @@
+// Mouse, keys and drags of the table.
+
+#include "session/browse/LibraryFaults.h"
+#include "skin/Palette.h"
+#include "support/files/AudioFileTypes.h"
+#include "ui/browser/table/CellEditor.h"
+#include "ui/browser/table/PlaylistTable.h"
+#include "ui/browser/table/TableColumn.h"
+#include "ui/look/OpenMenu.h"
+
+namespace
+{
+constexpr juce::uint32 typingMs = 900; ///< letters that follow each other in that time are one word
+
+bool isLetter (const juce::KeyPress& key)
+{
+    const auto mods = key.getModifiers();
+    return key.getTextCharacter() > ' ' && !mods.isCtrlDown() && !mods.isAltDown() && !mods.isCommandDown();
+}
+}
+
+bool PlaylistTable::keyPressed (const juce::KeyPress& key)
+{
+    const auto code = key.getKeyCode();
+    if (key.getModifiers().isCtrlDown() && code >= '1' && code <= '4')
+    {
+        actions.load (selectedPath(), code - '1');
+        return true;
+    }
+    if (code == juce::KeyPress::escapeKey && onEscape != nullptr)
+        return onEscape(), true;
+    if (code == juce::KeyPress::F2Key && getSelectedRow() >= 0)
+        return editCell (getSelectedRow(), TableColumn::of (SongField::title)), true;
+    if (TableListBox::keyPressed (key))
+        return true;
+    if (!isLetter (key))
+        return false;
+    typed (key.getTextCharacter());
+    return true;
+}
+
+/** Goes to the next song that begins with what is typed, in the column by which the rows are sorted, else in the title. */
+void PlaylistTable::typed (juce::juce_wchar letter)
+{
+    const auto now = juce::Time::getMillisecondCounter();
+    if (now - typedAt > typingMs)
+        typedLetters.clear();
+    typedAt = now;
+    typedLetters += juce::String::charToString (letter);
+    if (rows == nullptr)
+        return;
+    const auto isText = query.sort == SongField::artist || query.sort == SongField::album
+                        || query.sort == SongField::genre || query.sort == SongField::filename;
+    // One letter goes on to the next song with it; more narrow down.
+    const auto from = std::max (0, getSelectedRow()) + (typedLetters.length() == 1 ? 1 : 0);
+    rows->findFirst (isText ? query.sort : SongField::title, typedLetters, from,
+                     [this] (int row)
+                     {
+                         if (row >= 0)
+                             selectRow (row);
+                     });
+}
+
+void PlaylistTable::returnKeyPressed (int row)
+{
+    handRow = row;
+    actions.loadToFreeDeck (pathOf (row));
+}
+
+void PlaylistTable::cellClicked (int row, int column, const juce::MouseEvent& event)
+{
+    handRow = row;
+    if (!event.mods.isPopupMenu())
+        return;
+    auto menu = rowMenu (row, column);
+    openMenu (menu, *this, juce::PopupMenu::Options().withMousePosition());
+}
+
+void PlaylistTable::cellDoubleClicked (int row, int, const juce::MouseEvent& event)
+{
+    handRow = row;
+    if (!event.mods.isPopupMenu())
+        actions.loadToFreeDeck (pathOf (row));
+}
+
+juce::PopupMenu PlaylistTable::rowMenu (int row, int column)
+{
+    const auto songs = selection();
+    const auto path = pathOf (row);
+    const auto isForeignList = isForeign (shown.kind);
+    juce::PopupMenu menu;
+    menu.addItem ("Edit", !isForeignList, false, [this, row, column] { editCell (row, column); });
+    for (int deck = 0; deck < world.decks(); ++deck)
+        menu.addItem ("Load to Deck " + juce::String (deck + 1), path.isNotEmpty(), false,
+                      [this, path, deck] { actions.load (path, deck); });
+    menu.addItem ("Append To Automix List", !isForeignList, false, [this, songs] { actions.appendToAutomix (songs); });
+    menu.addItem ("Preview", path.isNotEmpty(), false, [this, path] { actions.preview (path); });
+    menu.addItem ("Reset Played Status", [this, songs] { actions.resetPlayedStatus (songs); });
+    menu.addItem ("Reset Played Statistics", !isForeignList, false,
+                  [this, songs] { actions.resetPlayedStatistics (songs); });
+    menu.addItem ("Reload Tags", !isForeignList, false, [this, songs] { actions.reloadTags (songs); });
+    menu.addItem ("Show in Explorer", path.isNotEmpty(), false, [this, path] { actions.showInFolder (path); });
+    menu.addItem ("Analyze", path.isNotEmpty(), false, [this, songs] { actions.analyse (songs); });
+    menu.addItem ("Remove", !isForeignList, false, [this, songs] { actions.remove (songs); });
+    return menu;
+}
+
+void PlaylistTable::editCell (int row, int column)
+{
+    const auto* song = rows != nullptr ? rows->row (row) : nullptr;
+    if (song == nullptr || isForeign (shown.kind))
+        return;
+    if (!TableColumn::isEditable (column) || !getHeader().isColumnVisible (column))
+        column = TableColumn::of (SongField::title);
+    if (!getHeader().isColumnVisible (column))
+        return;
+    const auto field = *TableColumn::fieldOf (column);
+    scrollToEnsureRowIsOnscreen (row);
+    scrollToEnsureColumnIsOnscreen (column);
+    editor = std::make_unique<CellEditor> (
+        SongDatabase::fieldText (*song, field), painter.font(), field,
+        [this, id = song->id, field] (std::optional<juce::String> text)
+        {
+            if (text)
+                actions.edit (id, field, *text);
+            // It is still in a call of the editor.
+            juce::MessageManager::callAsync (
+                [alive = juce::Component::SafePointer<PlaylistTable> (this)]
+                {
+                    if (alive == nullptr || alive->editor == nullptr)
+                        return;
+                    alive->editor.reset();
+                    alive->grabKeyboardFocus();
+                });
+        });
+    addAndMakeVisible (*editor);
+    editor->setBounds (getCellPosition (column, row, true));
+    editor->grabKeyboardFocus();
+}
+
+juce::String PlaylistTable::getCellTooltip (int row, int column)
+{
+    const auto shownRow = rowAt (row, false);
+    if (column != TableColumn::status || shownRow.song == nullptr)
+        return {};
+    if (shownRow.isMissing)
+        return "The file is not there: " + (*shownRow.song)[SongColumn::filename];
+    if (const auto deck = shownRow.status.deck())
+        return "On deck " + juce::String::charToString (static_cast<juce::juce_wchar> ('A' + *deck));
+    return shownRow.status.wasPlayed ? "Played in this session" : "";
+}
+
+juce::var PlaylistTable::getDragSourceDescription (const juce::SparseSet<int>&)
+{
+    return DragSourceName::table;
+}
+
+int PlaylistTable::placeAt (juce::Point<int> position) const
+{
+    if (!isInOwnOrder())
+        return list().size();
+    const auto place = getInsertionIndexForPosition (position.x, position.y);
+    return place < 0 ? list().size() : place;
+}
+
+void PlaylistTable::markPlace (int place)
+{
+    if (place == dropPlace)
+        return;
+    dropPlace = place;
+    repaint();
+}
+
+void PlaylistTable::paintOverChildren (juce::Graphics& g)
+{
+    TableListBox::paintOverChildren (g);
+    if (dropPlace < 0)
+        return;
+    g.setColour (palette::accent);
+    const auto room = getLocalBounds().withTrimmedTop (getHeaderHeight());
+    if (!isInOwnOrder())
+        return g.drawRect (room, 2);
+    const auto y = getRowPosition (dropPlace, true).getY();
+    g.fillRect (room.withY (juce::jlimit (room.getY(), room.getBottom() - 2, y - 1)).withHeight (2));
+}
+
+bool PlaylistTable::isInterestedInDragSource (const SourceDetails& details)
+{
+    const auto name = details.description.toString();
+    if (name == DragSourceName::table)
+        return details.sourceComponent == this ? isInOwnOrder() : shown.isEditable();
+    return name == DragSourceName::files && world.room != nullptr
+           && (shown.isEditable() || shown.kind == SongListKind::library);
+}
+
+void PlaylistTable::itemDragMove (const SourceDetails& details)
+{
+    markPlace (placeAt (details.localPosition));
+}
+
+void PlaylistTable::itemDropped (const SourceDetails& details)
+{
+    markPlace (-1);
+    if (world.room == nullptr)
+        return;
+    const auto place = placeAt (details.localPosition);
+    const auto placed = [this, alive = juce::Component::SafePointer<juce::Component> (this)] (
+                            int code, const std::vector<int32_t>& entryIds)
+    {
+        if (alive == nullptr)
+            return;
+        if (code == 0)
+            selectEntries (entryIds);
+        else
+            world.say (LibraryFaults::sentence (code));
+    };
+    if (const auto* table = dynamic_cast<PlaylistTable*> (details.sourceComponent.get()))
+    {
+        const auto songs = table->selection();
+        if (table == this)
+            world.room->edits.move (shown.list(), songs.entryIds, place, placed);
+        else
+            world.room->edits.insert (shown.list(), place, songs.songIds, placed);
+        return;
+    }
+    dropFiles (DragSourceName::filesOf (details), place);
+}
+
+bool PlaylistTable::isInterestedInFileDrag (const juce::StringArray&)
+{
+    return world.room != nullptr && (shown.isEditable() || shown.kind == SongListKind::library);
+}
+
+void PlaylistTable::filesDropped (const juce::StringArray& files, int x, int y)
+{
+    markPlace (-1);
+    dropFiles (files, placeAt ({ x, y }));
+}
+
+void PlaylistTable::dropFiles (const juce::StringArray& files, int place)
+{
+    if (world.room == nullptr || files.isEmpty())
+        return;
+    world.room->jobs.importPaths (files, shown.isEditable() ? shown.list() : ListRef {},
+                                  isInOwnOrder() ? place : -1);
+}

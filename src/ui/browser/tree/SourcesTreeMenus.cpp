@@ -1,0 +1,97 @@
+// The menus of the tree's rows.
+
+#include "ui/browser/tree/SourcesTree.h"
+#include "ui/look/OpenMenu.h"
+
+namespace
+{
+using Role = TreeNode::Role;
+using Format = SourceActions::Format;
+
+juce::PopupMenu exportMenu (SourceActions& actions, const Source& source)
+{
+    juce::PopupMenu menu;
+    menu.addItem ("To M3U", [&actions, source] { actions.exportTo (source, Format::m3u); });
+    menu.addItem ("To HTML", [&actions, source] { actions.exportTo (source, Format::html); });
+    return menu;
+}
+
+void addLibraryItems (juce::PopupMenu& menu, SourceActions& actions)
+{
+    menu.addItem ("Import Music Folders", [&actions] { actions.importFolder(); });
+    menu.addItem ("Create Backup", [&actions] { actions.backUp(); });
+    menu.addItem ("Clear Collection", [&actions] { actions.clearLibrary(); });
+    menu.addSeparator();
+    menu.addItem ("Look For New Files", [&actions] { actions.lookAtFolders(); });
+    menu.addItem ("Relocate Missing Files", [&actions] { actions.relocate(); });
+}
+
+void addPlaylistItems (juce::PopupMenu& menu, SourceActions& actions, const Source& source,
+                       const std::function<void()>& rename)
+{
+    const auto isSmart = source.kind == SongListKind::smartPlaylist;
+    if (isSmart && actions.editRules != nullptr)
+        menu.addItem ("Edit Smart Playlist", [&actions, source] { actions.editRules (source); });
+    menu.addItem ("Delete", [&actions, source] { actions.remove (source); });
+    menu.addItem ("Rename", rename);
+    menu.addItem ("Move Up", [&actions, source] { actions.move (source, -1); });
+    menu.addItem ("Move Down", [&actions, source] { actions.move (source, 1); });
+    menu.addItem ("Append to Automix List", [&actions, source] { actions.appendToAutomix (source); });
+    menu.addSubMenu ("Export", exportMenu (actions, source));
+    if (!isSmart)
+        menu.addItem ("Copy To Play Order", actions.copyToPlayOrder != nullptr, false,
+                      [&actions, source] { actions.copyToPlayOrder (source); });
+}
+}
+
+void SourcesTree::openMenu (SourcesTreeItem& item)
+{
+    auto menu = menuOf (item.node);
+    if (world.room != nullptr && menu.getNumItems() > 0)
+        ::openMenu (menu, *this, juce::PopupMenu::Options().withMousePosition());
+}
+
+juce::PopupMenu SourcesTree::menuOf (const TreeNode& node)
+{
+    juce::PopupMenu menu;
+    const auto source = node.source().value_or (Source {});
+    switch (node.role)
+    {
+    case Role::library:
+        addLibraryItems (menu, actions);
+        break;
+    case Role::playlists:
+        menu.addItem ("Create Playlist", [this] { actions.createPlaylist(); });
+        menu.addItem ("Import Playlist", [this] { actions.importPlaylist(); });
+        break;
+    case Role::smartPlaylists:
+        menu.addItem ("Create Smart Playlist", [this] { actions.createSmartPlaylist(); });
+        break;
+    case Role::playlist:
+    case Role::smartPlaylist:
+        addPlaylistItems (menu, actions, source,
+                          [this, name = node.uniqueName()]
+                          {
+                              // The tree may have been built anew while the menu was open.
+                              if (auto* there = find ([&name] (const TreeNode& each)
+                                                      { return each.uniqueName() == name; }))
+                                  rename (*there);
+                          });
+        break;
+    case Role::automix:
+    case Role::recommendations:
+        menu.addItem ("Clear List", [this, source] { actions.clear (source); });
+        menu.addSubMenu ("Export", exportMenu (actions, source));
+        break;
+    case Role::foreignPlaylist:
+        menu.addSubMenu ("Export", exportMenu (actions, source));
+        break;
+    case Role::session:
+        menu.addSubMenu ("Export", exportMenu (actions, source));
+        menu.addItem ("Delete", [this, source] { actions.remove (source); });
+        break;
+    default:
+        break;
+    }
+    return menu;
+}

@@ -1,0 +1,274 @@
+#include "../UiBench.h"
+#include "shared/ScriptedPrompts.h"
+#include "ui/browser/table/PlaylistTableItemRating.h"
+#include "ui/browser/table/TableColumn.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace
+{
+using Key = juce::KeyPress;
+
+/** A browser of its own over an engine and a library of a few songs. */
+struct BrowserBench
+{
+    BrowserBench()
+    {
+        Session::Options options;
+        options.folders.root = bench.folder;
+        options.library.folder = bench.folder.file ("Songs");
+        options.prompts = prompts;
+        session = std::make_shared<Session> (std::move (options));
+        auto& library = session->browser()->database;
+        for (const auto* line : { "Zulu|Ada|120", "Alpha|Bob|126", "Mike|Cid|90", "Deep Alpha|Dee|60" })
+        {
+            const auto parts = juce::StringArray::fromTokens (line, "|", {});
+            SongRecord song;
+            song[SongColumn::title] = parts[0];
+            song[SongColumn::artist] = parts[1];
+            song[SongColumn::bpm] = parts[2];
+            song[SongColumn::filename] = bench.folder.file (parts[0] + ".wav").getFullPathName();
+            bench.halfLoudTrack (1.0).copyFileTo (juce::File (song[SongColumn::filename]));
+            EXPECT_EQ (library.insertSong (song), 0);
+        }
+        session->browser()->watch.look();
+        browser = std::make_unique<SongManager> (bench.engine, session.get());
+        browser->setBounds (0, 0, 1280, 400);
+        browser->setVisible (true);
+        browser->settle();
+    }
+
+    juce::StringArray titles()
+    {
+        juce::StringArray all;
+        auto& library = session->browser()->database;
+        for (const auto& entry : browser->songs().list().entries())
+        {
+            juce::String title;
+            EXPECT_EQ (library.readField (SongField::title, entry.songId, title), 0);
+            all.add (title);
+        }
+        return all;
+    }
+
+    void search (const juce::String& text)
+    {
+        browser->searchField().setText (text);
+        browser->settle();
+    }
+
+    void press (int key, int modifiers = 0)
+    {
+        EXPECT_TRUE (browser->songs().keyPressed (Key (key, juce::ModifierKeys (modifiers), 0)));
+        browser->settle();
+    }
+
+    void command (const char* constant, float value = 1.0f)
+    {
+        bench.engine.setParameter (CommandTable::numberOf (constant), value);
+        browser->PollingView::refresh();
+        browser->settle();
+    }
+
+    int32_t makePlaylist (const juce::String& name, std::vector<int32_t> songs)
+    {
+        int32_t made = -1;
+        session->browser()->edits.create (name, std::move (songs), [&made] (int, int32_t id) { made = id; });
+        browser->settle();
+        return made;
+    }
+
+    juce::String onDeck (int deck)
+    {
+        bench.wait (deck);
+        return juce::File (bench.engine.decks.deck (deck)->texts().filePath).getFileNameWithoutExtension();
+    }
+
+    UiBench bench;
+    std::shared_ptr<ScriptedPrompts> prompts = std::make_shared<ScriptedPrompts>();
+    std::shared_ptr<Session> session;
+    std::unique_ptr<SongManager> browser;
+};
+
+juce::StringArray wordsOf (const juce::PopupMenu& menu)
+{
+    juce::StringArray words;
+    for (juce::PopupMenu::MenuItemIterator item (menu); item.next();)
+        words.add (item.getItem().text);
+    return words;
+}
+}
+
+TEST (Browser, ShowsTheLibraryByArtistAndSortsByAColumn)
+{
+    BrowserBench b;
+    EXPECT_EQ (b.titles().joinIntoString (","), "Zulu,Alpha,Mike,Deep Alpha");
+    b.browser->songs().sortBy (TableColumn::of (SongField::bpm), false);
+    b.browser->settle();
+    EXPECT_EQ (b.titles().joinIntoString (","), "Alpha,Zulu,Mike,Deep Alpha");
+}
+
+TEST (Browser, FindsWordsInAnyOrderAndRangesAndNothingWithoutFields)
+{
+    BrowserBench b;
+    for (const auto& [text, found] : std::map<juce::String, juce::String> { { "alpha", "Alpha,Deep Alpha" },
+                                                                            { "alpha dee", "Deep Alpha" },
+                                                                            { "bpm:100-130", "Zulu,Alpha" },
+                                                                            { "  ", "Zulu,Alpha,Mike,Deep Alpha" },
+                                                                            { "nobody", "" } })
+    {
+        b.search (text);
+        EXPECT_EQ (b.titles().joinIntoString (","), found) << text;
+    }
+    b.browser->searchField().setFields ({});
+    b.search ("alpha");
+    EXPECT_EQ (b.titles().size(), 0);
+}
+
+TEST (Browser, SourcesKeepLayoutAndSelection)
+{
+    BrowserBench b;
+    const auto id = b.makePlaylist ("Warm Up", { 3, 1, 2 });
+    ASSERT_GT (id, 0);
+    ASSERT_TRUE (b.browser->showSourceNamed ("Warm Up"));
+    EXPECT_EQ (b.titles().joinIntoString (","), "Mike,Zulu,Alpha");
+    auto& table = b.browser->songs();
+    EXPECT_TRUE (table.getHeader().isColumnVisible (TableColumn::order));
+    table.getHeader().setColumnWidth (TableColumn::of (SongField::title), 321);
+    table.selectRow (2);
+    ASSERT_TRUE (b.browser->showSourceNamed ("Library"));
+    EXPECT_FALSE (table.getHeader().isColumnVisible (TableColumn::order));
+    EXPECT_NE (table.getHeader().getColumnWidth (TableColumn::of (SongField::title)), 321);
+    ASSERT_TRUE (b.browser->showSourceNamed ("Warm Up"));
+    EXPECT_EQ (table.getHeader().getColumnWidth (TableColumn::of (SongField::title)), 321);
+    EXPECT_EQ (table.getSelectedRow(), 2);
+}
+
+TEST (Browser, MenusHaveTheirWordsInTheirOrder)
+{
+    BrowserBench b;
+    auto& table = b.browser->songs();
+    table.selectRow (0);
+    const auto row = wordsOf (table.rowMenu (0, TableColumn::status));
+    EXPECT_EQ (row.joinIntoString (","),
+               "Edit,Load to Deck 1,Load to Deck 2,Append To Automix List,Preview,Reset Played Status,"
+               "Reset Played Statistics,Reload Tags,Show in Explorer,Analyze,Remove");
+    b.bench.engine.settings.editor[EditorPreference::fourDeckMode] = 1;
+    EXPECT_TRUE (wordsOf (table.rowMenu (0, TableColumn::status)).contains ("Load to Deck 4"));
+
+    using Role = TreeNode::Role;
+    auto& tree = b.browser->sources();
+    const auto words = [&tree] (Role role) { return wordsOf (tree.menuOf ({ role, "x", 1 })).joinIntoString (","); };
+    EXPECT_TRUE (words (Role::library).startsWith ("Import Music Folders,Create Backup,Clear Collection"));
+    EXPECT_EQ (words (Role::playlists), "Create Playlist,Import Playlist");
+    EXPECT_EQ (words (Role::playlist),
+               "Delete,Rename,Move Up,Move Down,Append to Automix List,Export,Copy To Play Order");
+    EXPECT_EQ (words (Role::smartPlaylist),
+               "Delete,Rename,Move Up,Move Down,Append to Automix List,Export");
+    EXPECT_EQ (words (Role::automix), "Clear List,Export");
+}
+
+TEST (Browser, RemovingAsksAndGoesByTheSource)
+{
+    BrowserBench b;
+    ASSERT_GT (b.makePlaylist ("Warm Up", { 1, 2, 1 }), 0);
+    ASSERT_TRUE (b.browser->showSourceNamed ("Warm Up"));
+    auto& table = b.browser->songs();
+    table.selectRow (2);
+    b.press (Key::deleteKey);
+    EXPECT_EQ (b.prompts->asked[0],
+               "REMOVE ITEM|Are you sure you want to remove the selected song from the list?");
+    EXPECT_EQ (table.list().size(), 3) << "the answer was no";
+    b.prompts->yes = true;
+    b.press (Key::deleteKey);
+    EXPECT_EQ (b.titles().joinIntoString (","), "Zulu,Alpha") << "of two equal songs the chosen one";
+    EXPECT_TRUE (b.session->browser()->edits.canUndo());
+    b.session->browser()->edits.undo();
+    b.browser->settle();
+    EXPECT_EQ (b.titles().joinIntoString (","), "Zulu,Alpha,Zulu");
+
+    ASSERT_TRUE (b.browser->showSourceNamed ("Library"));
+    table.selectRangeOfRows (0, 1);
+    b.press (Key::deleteKey);
+    EXPECT_EQ (b.prompts->asked[b.prompts->asked.size() - 1],
+               "REMOVE ITEMS|Are you sure you want to remove 2 songs from your library?");
+    EXPECT_EQ (table.list().size(), 2);
+}
+
+TEST (Browser, ReturnLoadsTheFirstFreeDeckAndKeysLoadTheirs)
+{
+    BrowserBench b;
+    auto& table = b.browser->songs();
+    table.selectRow (1);
+    b.press (Key::returnKey);
+    EXPECT_EQ (b.onDeck (0), "Alpha");
+    b.press (Key::downKey);
+    b.press (Key::returnKey);
+    EXPECT_EQ (b.onDeck (1), "Mike") << "an empty deck comes first";
+    b.press ('1', juce::ModifierKeys::ctrlModifier);
+    EXPECT_EQ (b.onDeck (0), "Mike");
+    for (int deck = 0; deck < 2; ++deck)
+        b.bench.engine.setParameter (CommandTable::numberOf ("PLAY_PAUSE_A") + deck, 1.0f);
+    b.press (Key::returnKey);
+    EXPECT_TRUE (b.prompts->asked[b.prompts->asked.size() - 1].startsWith ("No free deck|"));
+}
+
+TEST (Browser, ControllersMoveLoadAndKeepTheirOrder)
+{
+    BrowserBench b;
+    auto& table = b.browser->songs();
+    table.selectRow (0);
+    b.bench.engine.setParameter (CommandTable::numberOf ("PLAYLIST_SELECT"), CommandCall::stepUp);
+    b.bench.engine.setParameter (CommandTable::numberOf ("PLAYLIST_DOWN"), 1.0f);
+    b.bench.engine.setParameter (CommandTable::numberOf ("PLAYLIST_LOAD_B"), 1.0f);
+    b.command ("PLAYLIST_UP");
+    EXPECT_EQ (table.getSelectedRow(), 1);
+    EXPECT_EQ (b.onDeck (1), "Mike");
+    b.command ("PLAYLIST_SELECT", CommandCall::stepDown);
+    EXPECT_EQ (table.getSelectedRow(), 0);
+
+    b.command ("DIRECTORY_DOWN");
+    EXPECT_EQ (b.browser->sources().selectedSource()->name, "Albums");
+    b.command ("DIRECTORY_UP");
+    EXPECT_EQ (b.browser->sources().selectedSource()->name, "Library");
+}
+
+TEST (Browser, AStarIsOneClickAndTheLastOneGoesOut)
+{
+    BrowserBench b;
+    PlaylistTableItemRating stars;
+    stars.setSize (90, 24);
+    stars.show (2, 1);
+    int rated = -1;
+    stars.onRate = [&rated] (int row, int count) { rated = row * 10 + count; };
+    const auto click = [&stars] (float x)
+    {
+        stars.mouseDown (mouseAt (stars, { x, 12.0f }));
+        stars.mouseUp (mouseAt (stars, { x, 12.0f }));
+    };
+    click (4.0f + 3.5f * 16.0f);
+    EXPECT_EQ (rated, 24);
+    click (4.0f + 3.5f * 16.0f);
+    EXPECT_EQ (rated, 23);
+    click (1.0f);
+    EXPECT_EQ (rated, 20);
+}
+
+TEST (Browser, APlayingDeckAsksBeforeItLosesItsTrack)
+{
+    BrowserBench b;
+    const auto file = b.bench.halfLoudTrack();
+    b.bench.load (file, 0);
+    b.bench.engine.setParameter (CommandTable::numberOf ("PLAY_PAUSE_A"), 1.0f);
+    b.browser->songs().selectRow (0);
+    b.press ('1', juce::ModifierKeys::ctrlModifier);
+    // The engine of the bench has no prompts: nobody can be asked, and the hand has its will.
+    EXPECT_EQ (b.onDeck (0), "Zulu");
+    b.bench.engine.setParameter (CommandTable::numberOf ("PLAY_PAUSE_A"), 1.0f);
+    b.bench.engine.settings.lockLoadedDecks = 1;
+    b.browser->songs().selectRow (1);
+    b.press ('1', juce::ModifierKeys::ctrlModifier);
+    EXPECT_EQ (b.onDeck (0), "Zulu") << "locked";
+}
