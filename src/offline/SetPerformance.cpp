@@ -175,6 +175,8 @@ public:
                 performance.print (now() + " MIDI " + message);
     }
 
+    void operator() (const SetScript::Browse&) {} // for pictures, which know the script
+
     void operator() (const SetScript::End&) {}
 
 private:

@@ -466,6 +466,42 @@ std::variant<SetScript::Print, SetScript::PrintMidi> readPrint (Line& line)
     return SetScript::Print { readCommand (line, true) };
 }
 
+SetScript::Browse readBrowse (Line& line)
+{
+    using Action = SetScript::Browse::Action;
+    SetScript::Browse browse;
+    const auto action = line.word();
+    if (action == "source" || action == "search" || action == "sort")
+    {
+        browse.action = action == "source"   ? Action::source
+                        : action == "search" ? Action::search
+                                             : Action::sort;
+        browse.text = line.name ("what to browse");
+    }
+    else if (action == "select")
+    {
+        browse.action = Action::select;
+        const auto row = line.number ("The row");
+        if (line.error().empty() && !(row >= 1.0 && row <= 1e6 && row == std::floor (row)))
+            line.fail ("A row is a number from 1.");
+        else
+            browse.number = static_cast<int> (row);
+    }
+    else
+    {
+        line.fail ("A browse is source, search, select or sort, not " + quoted (action) + ".");
+    }
+    if (browse.action == Action::sort)
+    {
+        const auto way = line.word();
+        if (!way.empty() && way != "down")
+            line.fail ("After the column only \"down\" may follow, not " + quoted (way) + ".");
+        browse.number = way.empty() ? 1 : -1;
+    }
+    line.expectEnd();
+    return browse;
+}
+
 SetScript::Event readEvent (Line& line, int lineNumber)
 {
     SetScript::Event event;
@@ -493,6 +529,8 @@ SetScript::Event readEvent (Line& line, int lineNumber)
         event.action = readMidi (line);
     else if (action == "script")
         event.action = readScript (line);
+    else if (action == "browse")
+        event.action = readBrowse (line);
     else if (action == "slicegate")
         event.action = readPreset (line, SetScript::Preset::Target::slicegate);
     else if (action == "smartknob")
@@ -505,11 +543,11 @@ SetScript::Event readEvent (Line& line, int lineNumber)
         event.action = SetScript::End {};
     else if (action.empty())
         line.fail ("After the time an action is missing: load, sample, set, setting, reverse, host, midi, "
-                   "script, slicegate, smartknob, timecode, print or end.");
+                   "script, browse, slicegate, smartknob, timecode, print or end.");
     else
         line.fail (
             "There is no action " + quoted (action)
-            + ": load, sample, set, setting, reverse, host, midi, script, slicegate, smartknob, timecode, "
+            + ": load, sample, set, setting, reverse, host, midi, script, browse, slicegate, smartknob, timecode, "
               "print or end.");
     line.expectEnd();
     return event;

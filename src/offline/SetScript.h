@@ -122,6 +122,22 @@ struct SetScript
     {
     };
 
+    /** A hand in the browser, for pictures: nothing is heard of it. */
+    struct Browse
+    {
+        enum class Action
+        {
+            source, ///< text: its name in the tree
+            search, ///< text: as it is typed
+            select, ///< number: the row from 1
+            sort    ///< text: the column's header; number: 1 for upwards, -1 for downwards
+        };
+
+        Action action {};
+        std::string text; ///< UTF-8
+        int number = 0;
+    };
+
     struct End
     {
     };
@@ -131,7 +147,7 @@ struct SetScript
         int line = 0; ///< from 1
         double seconds = 0.0;
         std::variant<End, Load, Sample, Command, Setting, Reverse, Host, Preset, Timecode, Print, Midi,
-                     PrintMidi, Script>
+                     PrintMidi, Browse, Script>
             action;
     };
 

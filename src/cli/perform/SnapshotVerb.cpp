@@ -5,8 +5,10 @@
 #include "cli/perform/RunRoot.h"
 #include "cli/perform/SetFile.h"
 #include "cli/perform/WavInput.h"
+#include "session/Session.h"
 #include "text/ZRRenderer.h"
 #include "ui/CPlatterdexVstEditor.h"
+#include "ui/browser/table/TableColumn.h"
 #include "ui/midi/MidiMappingComponent.h"
 #include "ui/midi/MidiPortsPage.h"
 #include "ui/midi/MidiScriptingPage.h"
@@ -183,17 +185,60 @@ juce::Image paintWindow (CPlatterdex& engine, const Request& request)
     return paintView (*view, request.scale);
 }
 
-juce::Image paintEditor (CPlatterdex& engine, const Request& request)
+/** A session whose library lies below the engine's own folder. */
+std::shared_ptr<Session> sessionOf (const CPlatterdex& engine)
+{
+    Session::Options made;
+    made.folders = engine.environment.folders;
+    made.library.folder = made.folders.root.getChildFile ("SongManager");
+    made.decoderLibrary = engine.environment.decoderLibrary;
+    return std::make_shared<Session> (std::move (made));
+}
+
+/** Does in the browser what the set's lines say. @returns a sentence on what can't be done, or nothing */
+juce::String browse (SongManager& browser, const SetScript& script)
+{
+    using Action = SetScript::Browse::Action;
+    browser.settle();
+    for (const auto& event : script.events)
+    {
+        const auto* line = std::get_if<SetScript::Browse> (&event.action);
+        if (line == nullptr)
+            continue;
+        const juce::String text (line->text);
+        const auto columns = TableColumn::all();
+        const auto column = std::find_if (columns.begin(), columns.end(),
+                                          [&text] (const auto& each) { return text.equalsIgnoreCase (each.text); });
+        auto& songs = browser.songs();
+        if (line->action == Action::source && !browser.showSourceNamed (text))
+            return "The browser has no source \"" + text + "\".";
+        if (line->action == Action::sort && column == columns.end())
+            return "The browser has no column \"" + text + "\".";
+        if (line->action == Action::sort)
+            songs.sortBy (column->id, line->number > 0);
+        else if (line->action == Action::search)
+            browser.searchField().setText (text);
+        else if (line->action == Action::select)
+            songs.selectRow (line->number - 1);
+        browser.settle();
+    }
+    return {};
+}
+
+juce::Image paintEditor (CPlatterdex& engine, const Request& request, const SetScript& script)
 {
     if (request.view.startsWith ("midi-"))
         return paintMidi (engine, request);
     if (request.view.endsWith ("-editor") || request.view == "timecode" || request.view == "control-cd")
         return paintWindow (engine, request);
-    CPlatterdexVstEditor editor (engine);
+    const auto session = sessionOf (engine);
+    CPlatterdexVstEditor editor (engine, session.get());
     editor.setVisible (true);
     editor.globalBlock().setCurrentTabIndex (request.tab);
     editor.setSize (request.size.x, request.size.y);
     editor.showParameters (request.view == "parameters");
+    if (const auto fault = browse (editor.browserView(), script); fault.isNotEmpty())
+        reportLine ("platterdex: " + fault);
     refreshAll (editor);
     return paintView (viewOf (editor, request.view), request.scale);
 }
@@ -255,7 +300,7 @@ int snapshot (const VerbOptions& given)
     host.engine().settings.editor[EditorPreference::fourDeckMode] = given.has ("--four") ? 1 : 0;
 
     const auto file = given.fileOf ("--out");
-    if (!writePng (paintEditor (host.engine(), request), file))
+    if (!writePng (paintEditor (host.engine(), request, script), file))
         return failWith (file.getFullPathName() + " can't be written.");
     printLine ("Wrote " + file.getFullPathName() + ".");
     return endOfSet (notLoaded);
