@@ -1,0 +1,141 @@
+#include "measure/Machine.h"
+#include "measure/MadeUpSongs.h"
+#include "measure/Timing.h"
+
+#include "shared/TemporaryFolder.h"
+#include "text/ZRRenderer.h"
+#include "ui/browser/SongManager.h"
+#include "ui/browser/table/TableColumn.h"
+#include "ui/look/DefaultLook.h"
+
+#include <cstdio>
+
+// bench_crate [--songs=N]...: what the browser's view costs the message thread while it is scrolled, and how long a source, an
+// order and a search take until their rows are painted, at 1,000 and 100,000 songs, 1920 wide, at 1x and 2x.
+
+namespace
+{
+constexpr int width = 1920, height = 500, frames = 200, rowsOfFrame = 3, questions = 11;
+
+int64_t timed (const std::function<void()>& work)
+{
+    const auto begin = Timing::nanoseconds();
+    work();
+    return Timing::nanoseconds() - begin;
+}
+
+class Crate
+{
+public:
+    explicit Crate (int songs) : engine (world())
+    {
+        Session::Options options;
+        options.folders.root = folder;
+        options.library.folder = folder.file ("SongManager");
+        session = std::make_shared<Session> (std::move (options));
+        auto& database = session->browser()->database;
+        MadeUpSongs source { songs };
+        auto transaction = database.beginTransaction();
+        for (int i = 0; i < songs; ++i)
+            juce::ignoreUnused (database.insertSong (source.song (i)));
+        juce::ignoreUnused (transaction.commit());
+        session->browser()->watch.look();
+        browser = std::make_unique<SongManager> (engine, session.get());
+        browser->setBounds (0, 0, width, height);
+        browser->setVisible (true);
+        browser->settle();
+    }
+
+    /** Paints the table as a screen of a scale shows it. */
+    void paint (float scale)
+    {
+        auto& table = browser->songs();
+        const auto area = (table.getLocalBounds().toFloat() * scale).getSmallestIntegerContainer();
+        if (image.getBounds() != area)
+            image = juce::Image (juce::Image::RGB, area.getWidth(), area.getHeight(), true, juce::SoftwareImageType());
+        const auto context = createTextContext (image, {}, area);
+        juce::Graphics g (*context);
+        g.addTransform (juce::AffineTransform::scale (scale));
+        table.paintEntireComponent (g, true);
+    }
+
+    /** The message thread's time for one step of scrolling, without the reading, which is others'. */
+    void scroll (float scale)
+    {
+        auto& table = browser->songs();
+        auto& bar = table.getVerticalScrollBar();
+        Timing::Durations steps, paints;
+        bar.setCurrentRangeStart (0.0);
+        for (int frame = 0; frame < frames; ++frame)
+        {
+            steps.add (timed ([&] { bar.setCurrentRangeStart (bar.getCurrentRangeStart() + rowsOfFrame * table.getRowHeight()); }));
+            table.settle();
+            paints.add (timed ([&] { paint (scale); }));
+        }
+        std::printf ("%-36s %8.2f %8.2f\n", "a step of scrolling",
+                     steps.quantile (0.5) / 1e6, steps.quantile (1.0) / 1e6);
+        std::printf ("%-36s %8.2f %8.2f\n", scale > 1.0f ? "a paint of all rows, 2x" : "a paint of all rows, 1x",
+                     paints.quantile (0.5) / 1e6, paints.quantile (1.0) / 1e6);
+    }
+
+    void ask (const char* what, const std::function<void (int)>& question)
+    {
+        Timing::Durations times;
+        for (int i = 0; i < questions; ++i)
+            times.add (timed (
+                [&]
+                {
+                    question (i);
+                    browser->songs().settle();
+                    paint (1.0f);
+                }));
+        std::printf ("%-36s %8.2f %8.2f\n", what, times.quantile (0.5) / 1e6, times.quantile (1.0) / 1e6);
+    }
+
+    std::unique_ptr<SongManager> browser;
+
+private:
+    EngineWorld world() const
+    {
+        EngineWorld made;
+        made.folders.root = folder;
+        return made;
+    }
+
+    const juce::SharedResourcePointer<DefaultLook> look;
+    const TemporaryFolder folder;
+    CPlatterdex engine;
+    std::shared_ptr<Session> session;
+    juce::Image image;
+};
+
+void measure (int songs)
+{
+    Crate crate (songs);
+    std::printf ("\n%d songs, ms%30s %8s\n", songs, "median", "maximum");
+    crate.scroll (1.0f);
+    crate.scroll (2.0f);
+    auto& table = crate.browser->songs();
+    crate.ask ("a source until it is painted", [&] (int i)
+               { crate.browser->showSourceNamed (i % 2 == 0 ? "Automix List" : "Library"); });
+    crate.browser->showSourceNamed ("Library");
+    crate.ask ("an order until it is painted", [&] (int i)
+               { table.sortBy (TableColumn::of (SongField::title), i % 2 == 0); });
+    crate.ask ("a search until it is painted", [&] (int i)
+               { crate.browser->searchField().setText (i % 2 == 0 ? "dreams" : "dreams 12"); });
+}
+}
+
+int main (int argc, char** argv)
+{
+    const juce::ScopedJuceInitialiser_GUI juceScope;
+    Machine::print();
+    std::vector<int> sizes;
+    for (int i = 1; i < argc; ++i)
+        if (const juce::String option (argv[i]); option.startsWith ("--songs="))
+            sizes.push_back (option.fromFirstOccurrenceOf ("=", false, false).getIntValue());
+    if (sizes.empty())
+        sizes = { 1000, 100'000 };
+    for (const auto songs : sizes)
+        measure (songs);
+}
