@@ -56,8 +56,9 @@ void Automix::swapBass() noexcept
 {
     if (world.settings.automixBassSwap == 0)
         return;
-    channels[0].knobs.eqLow = 0.5 - world.settings.crossfader * 0.5;
-    channels[1].knobs.eqLow = world.settings.crossfader * 0.5;
+    const auto ofRight = world.settings.crossfader * 0.5;
+    smartKnobs.moveBeside (0, ChannelParameter::eqLow, 0.5 - ofRight);
+    smartKnobs.moveBeside (1, ChannelParameter::eqLow, ofRight);
 }
 
 void Automix::setSync() noexcept

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "deck/DeckWorld.h"
-#include "mixer/Channel.h"
+#include "instruments/smartknob/SmartKnobs.h"
 
 /** Plays one track after the other on decks A and B, from one to the other by the automatic crossfader.
 
@@ -11,7 +11,7 @@
 class Automix
 {
 public:
-    Automix (DeckWorld& w, Channels& c) noexcept : world (w), channels (c) {}
+    Automix (DeckWorld& w, SmartKnobs& k) noexcept : world (w), smartKnobs (k) {}
 
     /** Begins with what the decks hold. Message thread. */
     void start();
@@ -41,6 +41,6 @@ private:
     PX_AUDIO_THREAD void putOnAir (DeckPlayer&) noexcept;
 
     DeckWorld& world;
-    Channels& channels;
+    SmartKnobs& smartKnobs;
     std::array<double, 2> sinceAsked {}; ///< ms
 };

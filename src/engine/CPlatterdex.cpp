@@ -54,7 +54,7 @@ CPlatterdex::CPlatterdex (EngineWorld world)
       transport (decks),
       instrumentContents (
           InstrumentContents::makeStore (environment.folders.setup(), smartKnobs, slicegates)),
-      automix (decks, channels),
+      automix (decks, smartKnobs),
       batchAnalysis (environment.decoderLibrary, environment.folders.beatmarks(), settings, listeners, pacing)
 {
     random.seed (environment.seed.value_or (juce::Time::currentTimeMillis()));

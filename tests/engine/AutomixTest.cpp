@@ -163,6 +163,35 @@ TEST (Automix, HandsOnNearTheEndAndAsksForTheNext)
     EXPECT_EQ (decks.settings.crossfader, 1.0);
 }
 
+TEST (Automix, TheBassSwapLeavesALowBandToTheKnobThatHoldsIt)
+{
+    AutomixDecks decks;
+    decks.hold (0, loaded);
+    auto& knobs = decks.engine.smartKnobs;
+    const auto low = [&] (int deck)
+    { return decks.engine.channels[static_cast<size_t> (deck)].knobs.eqLow.get(); };
+    knobs.bank (0, 0).setEnabled (static_cast<int> (SmartKnobRow::eqLow), true);
+    knobs.setSmartKnobOn (0, 0, true);
+    knobs.setSmartKnobValue (0, 0, 1.0);
+    decks.settings.automixBassSwap = 1;
+    decks.settings.crossfader = 0.4;
+    decks.render (0.1);
+    EXPECT_NEAR (low (0), 1.0, 1e-6) << "of the knob";
+    EXPECT_NEAR (low (1), 0.2, 1e-9) << "no knob holds it";
+
+    // Beside a row that is not held the swap's value stays when the knob goes off; so does it when it held the band.
+    for (const auto held : { true, false })
+    {
+        knobs.bank (0, 0).setEnabled (static_cast<int> (SmartKnobRow::eqLow), held);
+        decks.render (0.1);
+        knobs.setSmartKnobOn (0, 0, false);
+        if (held)
+            decks.render (0.1);
+        EXPECT_NEAR (low (0), 0.3, 1e-9) << held;
+        knobs.setSmartKnobOn (0, 0, true);
+    }
+}
+
 TEST (Automix, ShortTracksAndFadeZero)
 {
     struct Case

@@ -98,6 +98,16 @@ void SmartKnobs::handMoved (int deck, ChannelParameter parameter) noexcept
     own.isDue = true; // an effect that a hand has chosen takes the step of a row that is still held
 }
 
+void SmartKnobs::moveBeside (int deck, ChannelParameter parameter, double value) noexcept
+{
+    const auto row = SmartKnobRows::rowOf (parameter);
+    if (holderOf (deck, row) >= 0)
+        return;
+    ChannelParameters::row (parameter).set (channelOf (deck), value);
+    if (row >= 0 && isAnyOn (deck))
+        rowsOf (deck).saved.capture (channelOf (deck), row);
+}
+
 void SmartKnobs::captureSmartKnob (int deck, int knob) noexcept
 {
     if (!isOn (deck, 1 - knob))

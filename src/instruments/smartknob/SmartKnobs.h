@@ -50,6 +50,10 @@ public:
     /** Tells that a hand has just moved a parameter. The caller holds the callback lock. */
     void handMoved (int deck, ChannelParameter) noexcept;
 
+    /** Moves a parameter for a part that moves it by itself, as automix does the low bands: a knob that holds it keeps it,
+        and beside a knob the value is the one that stays when the knobs go off. Audio thread. */
+    PX_AUDIO_THREAD void moveBeside (int deck, ChannelParameter, double value) noexcept;
+
     //==================================================================================================================
     // Contents. Any thread but the audio thread.
 
