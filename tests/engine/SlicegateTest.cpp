@@ -1,5 +1,6 @@
 #include "ClickDecks.h"
 
+#include "engine/CommandTable.h"
 #include "instruments/slicegate/FactoryPresets.h"
 
 #include <random>
@@ -172,6 +173,86 @@ TEST (Slicegate, BeginsOnTheEvenBeatThatIsHeard)
     }
 }
 
+TEST (Slicegate, AQuantisedPadNeverWaitsForABeatThatDoesNotCome)
+{
+    struct Case
+    {
+        const char* name;
+        std::function<void (PadDecks&)> prepare, afterPress;
+        double begins; ///< beats after the press
+        bool reversed = false;
+    };
+    const auto nothing = [] (PadDecks&) {};
+    const auto loop = [] (double from, double to)
+    {
+        return [from, to] (PadDecks& decks)
+        {
+            auto& loops = decks.deck().loops;
+            loops.in = from * beat;
+            loops.out = to * beat;
+            loops.mode = manualLoop;
+        };
+    };
+    const Case cases[] {
+        { "no grid", [] (PadDecks& d) { d.deck().marks.fixedGrid = 0; }, nothing, 0.0 },
+        { "behind the last beat",
+          [] (PadDecks& d) { d.host->engine().transport.seekFrames (0, 79.7 * beat); }, nothing, 0.0 },
+        { "quantise is switched off", nothing,
+          [] (PadDecks& d) { d.host->engine().settings.deckSetup[0].quantise = 0; }, 0.0 },
+        { "a loop of a beat", loop (11.0, 12.0), nothing, 0.7 },
+        { "a loop that ends before its next beat", loop (11.0, 11.5), nothing, 0.2 },
+        { "the same in reverse", loop (11.2, 11.7), nothing, 0.1, true },
+        { "a loop that turns to before a beat", loop (10.9, 11.6), nothing, 0.4 },
+        { "a loop between two beats", loop (11.1, 11.5), nothing, 0.2 },
+    };
+    for (const auto& c : cases)
+        for (const auto keyLock : { 0, 1 })
+        {
+            SCOPED_TRACE (std::string (c.name) + (keyLock != 0 ? ", key lock" : ""));
+            PadDecks decks;
+            decks.host->engine().settings.deckSetup[0].quantise = 1;
+            decks.host->engine().transport.setReverse (0, c.reversed);
+            decks.deck().tempo.keyLock = static_cast<int8_t> (keyLock);
+            decks.host->engine().transport.seekFrames (0, c.reversed ? 13.3 * beat : 9.3 * beat);
+            decks.put (0, mute);
+            decks.render (1.98);
+            c.prepare (decks);
+            decks.render (0.02);
+            decks.press (0);
+            c.afterPress (decks);
+            const auto pressed = decks.heard.size();
+            decks.render (1.2);
+            auto mutes = pressed;
+            while (mutes + 100 < decks.heard.size() && decks.levelAt (mutes) > 0.05)
+                mutes += 10;
+            EXPECT_NEAR (static_cast<double> (mutes - pressed) / beat, c.begins, 0.02);
+        }
+}
+
+TEST (Slicegate, APadThatWaitsIsCalledOffByASecondPressAndWithTheDeck)
+{
+    for (const auto& callOff :
+         std::vector<std::function<void (PadDecks&)>> { [] (PadDecks& decks) { decks.press (0); },
+                                                        [] (PadDecks& decks)
+                                                        {
+                                                            decks.host->engine().transport.playPause (0);
+                                                            decks.render (0.1);
+                                                            decks.host->engine().transport.playPause (0);
+                                                        } })
+    {
+        PadDecks decks;
+        decks.host->engine().settings.deckSetup[0].quantise = 1;
+        decks.put (0, mute, PlayMode::loop);
+        decks.render (0.3);
+        decks.press (0);
+        decks.render (0.1);
+        EXPECT_EQ (decks.pads().padState (0), PadState::queued);
+        callOff (decks);
+        decks.render (1.5);
+        EXPECT_EQ (decks.pads().padState (0), PadState::idle);
+    }
+}
+
 TEST (Slicegate, IsHeardWithinTenMillisecondsAndAsSteepThroughKeyLock)
 {
     for (const auto keyLock : { 0, 1 })
@@ -223,6 +304,33 @@ TEST (Slicegate, AReverseThroughKeyLockIsTheTrackBackwards)
                      0.488 * std::sin (2.0 * M_PI * 20.0 * (from - static_cast<double> (i)) / rate), 0.03);
 }
 
+TEST (Slicegate, TheKeyMovesWithTheTempoOnlyWhileATimeCurveRuns)
+{
+    PadDecks decks;
+    decks.deck().tempo.keyLock = 1;
+    decks.host->engine().transport.setPitch (0, 0.75);
+    decks.put (0, repeatTwo);
+    decks.put (1, gate);
+    const auto hertz = [&] (size_t from)
+    {
+        const auto rises = [&] (size_t i) { return decks.heard[i - 1] < 0.0f && decks.heard[i] >= 0.0f; };
+        std::vector<size_t> at;
+        for (auto i = from + 441; i + 1 < from + 5000; ++i) // 10 ms later
+            if (rises (i))
+                at.push_back (i);
+        return rate * static_cast<double> (at.size() - 1) / static_cast<double> (at.back() - at.front());
+    };
+    decks.render (1.0);
+    for (const auto& [pad, expected] :
+         { std::pair { 0, 441.0 * decks.deck().tempo.factor }, { 0, 441.0 }, { 1, 441.0 } })
+    {
+        const auto from = decks.heard.size();
+        decks.press (pad);
+        decks.render (0.4);
+        EXPECT_NEAR (hertz (from), expected, 1.5) << pad;
+    }
+}
+
 TEST (Slicegate, MarchingPadsKeepTheLeadersPhaseForTenMinutes)
 {
     for (const auto& [preset, keyLock] :
@@ -250,6 +358,47 @@ TEST (Slicegate, MarchingPadsKeepTheLeadersPhaseForTenMinutes)
         const auto distances = decks.distances (1, 0, from);
         EXPECT_GT (distances.size(), 12u);
         EXPECT_LT (ClickDecks::largest (distances), 1.0);
+    }
+}
+
+TEST (Slicegate, PressesLeaveADeckThatNobodySyncsWhereItWouldBe)
+{
+    for (const auto& [pitch, key, mode] : { std::tuple { 0.5, 0.75, PlayMode::oneShot },
+                                            { 1.0, 0.5, PlayMode::oneShot },
+                                            { 0.8, 0.5, PlayMode::oneShot },
+                                            { 0.8, 0.5, PlayMode::loop } })
+    {
+        SCOPED_TRACE (::testing::Message() << pitch << " " << key);
+        ClickDecks decks;
+        for (int index : { 0, 1 })
+        {
+            decks.put (index, { .seconds = 120.0 });
+            decks.deck (index).tempo.keyLock = 1;
+            auto& transport = decks.host->engine().transport;
+            transport.setPitch (index, pitch);
+            decks.host->engine().setParameter (CommandTable::numberOf ("KEY_TUNING_A") + index,
+                                               static_cast<float> (key));
+            decks.playPause (index);
+        }
+        auto& pads = decks.host->engine().slicegates[1];
+        pads.loadFactoryPreset (reverse, 0);
+        pads.setPlayMode (0, mode);
+        decks.render (4.0);
+        for (int press = 0; press < (mode == PlayMode::loop ? 1 : 80); ++press)
+        {
+            pads.trigger (0);
+            decks.render (0.37);
+        }
+        decks.render (mode == PlayMode::loop ? 30.0 : 3.0);
+        if (mode == PlayMode::loop)
+            pads.trigger (0);
+        decks.render (0.5);
+        const auto from = decks.host->position();
+        decks.render (8.0);
+        const auto distances = decks.distances (1, 0, from);
+        EXPECT_GT (distances.size(), 12u);
+        EXPECT_LT (ClickDecks::largest (distances), 1.0);
+        EXPECT_NEAR (decks.deck (1).heardPosition(), decks.deck (0).heardPosition(), 44.0);
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -63,6 +64,11 @@ double DeckVoice::heardFrame() const noexcept
     return next - (next - blockBegin) * ringLeft.available() / stretcherBlock;
 }
 
+double DeckVoice::dueHeardFrame() const noexcept
+{
+    return dueFrame - (dueFrame - dueBegin) * ringLeft.available() / stretcherBlock;
+}
+
 double DeckVoice::readLead (const ReadHead& head) const noexcept
 {
     if (!hasReadAhead())
@@ -112,7 +118,7 @@ bool DeckVoice::follow (ReadHead& head, const VoiceBlock& block) noexcept
         stretcher->keepTurns (ringLeft.available());
     if (isElsewhere || isRetuned)
     {
-        setBackTo (head, block.source, isRetuned ? std::floor (heardFrame()) : heardFrame());
+        setBackTo (head, block.source, isRetuned ? std::floor (heardFrame()) : dueHeardFrame());
         restartPending = true;
     }
     region = block.drive.region;
@@ -201,7 +207,7 @@ void DeckVoice::begin (ReadHead& head, const VoiceBlock& block, const ReadDrive&
     if (stretching || (moves && !jumped))
     {
         if (stretching && !jumped)
-            setBackTo (head, block.source, heardFrame());
+            setBackTo (head, block.source, dueHeardFrame());
         keepTail (head, block, drive);
         head.declickLeft = 0;
     }
@@ -222,7 +228,7 @@ void DeckVoice::begin (ReadHead& head, const VoiceBlock& block, const ReadDrive&
         return;
     map.clear();
     framesGiven = framesMade = 0;
-    blockBegin = dueFrame = 0.0;
+    blockBegin = dueBegin = dueFrame = 0.0;
     correcting = false;
     stretcher->reset();
 }
@@ -252,7 +258,7 @@ void DeckVoice::setFactors (const VoiceBlock& block) noexcept
     const auto ahead = stretcher->getIdealInputPositionOfOutput() - dueFrame;
     correcting = std::abs (ahead) > (correcting ? correctTo : correctFrom);
     auto stretch = stretchOf (block);
-    dueFrame += stretcherBlock / stretch;
+    dueBegin = std::exchange (dueFrame, dueFrame + stretcherBlock / stretch);
     if (correcting)
         stretch *= 1.0
                    + std::clamp (ahead / (correctionSeconds * block.engineRate), -greatestCorrection,
@@ -343,7 +349,7 @@ void DeckVoice::render (ReadHead& head, const VoiceBlock& block, float* left, fl
         pattern->beginBlock();
         makeMove (head, block, pattern->takeMove());
         if (!pattern->awaitsBeat())
-            awaitedBeat = -1.0;
+            beatWait.end();
     }
     for (int done = 0; done < frames;)
     {
@@ -365,7 +371,8 @@ int DeckVoice::renderPattern (ReadHead& head, const VoiceBlock& block, float* le
     piece.frames = std::min (frames, DeckPattern::longestPiece);
     if (pattern.awaitsBeat())
     {
-        const auto until = framesToEvenBeat (head, block, step);
+        const auto until = beatWait.framesLeft (block.source.grid, block.drive.region,
+                                                heardPosition (head, block.source.frames), step);
         if (until == 0)
             pattern.comeToBeat();
         else
@@ -434,26 +441,4 @@ void DeckVoice::makeMove (ReadHead& head, const VoiceBlock& block, const Pattern
     else if (!patternVoice.isSounding())
         head.declickFrom (head.position);
     head.position = std::clamp (target, 0.0, static_cast<double> (block.source.frames));
-}
-
-int DeckVoice::framesToEvenBeat (const ReadHead& head, const VoiceBlock& block, double step) noexcept
-{
-    const auto place = heardPosition (head, block.source.frames);
-    const auto isReverse = block.drive.region.isReverse;
-    const auto beyond = isReverse ? awaitedBeat - place : place - awaitedBeat;
-    const auto isPassed = beyond >= -step / 2.0 && beyond < DeckPattern::longestPiece * (2.0 * step + 1.0);
-    if (awaitedBeat >= 0.0 && isPassed)
-    {
-        awaitedBeat = -1.0;
-        return 0;
-    }
-    const auto& grid = block.source.grid;
-    auto entry = grid.firstEntryBeyond (place) - (isReverse ? 1 : 0);
-    if ((entry - grid.downbeatEntry()) % 2 != 0)
-        entry += isReverse ? -1 : 1;
-    awaitedBeat = entry >= 0 && entry < grid.beatCount() ? grid.beatAt (entry) : -1.0;
-    if (awaitedBeat < 0.0 || !(step > 0.0))
-        return DeckPattern::longestPiece;
-    return std::max (1,
-                     static_cast<int> (std::min (1e6, std::round (std::abs (awaitedBeat - place) / step))));
 }

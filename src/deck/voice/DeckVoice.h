@@ -1,6 +1,7 @@
 #pragma once
 
 #include "analysis/stretch/TimeStretcher.h"
+#include "deck/voice/BeatWait.h"
 #include "deck/voice/DeckPattern.h"
 #include "deck/voice/DeckReader.h"
 #include "deck/voice/PatternVoice.h"
@@ -109,8 +110,6 @@ private:
                                    float* right) noexcept;
     PX_AUDIO_THREAD void makeMove (ReadHead&, const VoiceBlock&, const PatternMove&) noexcept;
 
-    /** Frames until the next even beat is heard, 0 if that is now. @param step   frames of the file per output frame */
-    PX_AUDIO_THREAD int framesToEvenBeat (const ReadHead&, const VoiceBlock&, double step) noexcept;
     PX_AUDIO_THREAD PatternVoice::Setting patternSetting (const VoiceBlock&) const noexcept;
 
     PX_AUDIO_THREAD void begin (ReadHead&, const VoiceBlock&, const ReadDrive&) noexcept;
@@ -128,6 +127,10 @@ private:
 
     /** The frame given to the stretcher that is heard next. */
     PX_AUDIO_THREAD double heardFrame() const noexcept;
+
+    /** The same by tempo alone, without what the stretcher leaves of it. A deck that is set back to it loses nothing however
+        often that happens. */
+    PX_AUDIO_THREAD double dueHeardFrame() const noexcept;
     bool hasReadAhead() const noexcept { return isStretching() && !map.isEmpty(); }
 
     PX_AUDIO_THREAD void fillRings (ReadHead&, const VoiceBlock&, const ReadDrive&, int frames) noexcept;
@@ -147,7 +150,7 @@ private:
     bool stretching = false, restartPending = true;
     Tail tail;
     PatternVoice patternVoice;
-    double awaitedBeat = -1.0; ///< that a pattern is to begin with, in frames of the file
+    BeatWait beatWait; ///< of a pattern that is to begin
 
     LoopRegion region;      ///< that is read in
     double keyTuning = 0.0; ///< that is played in
@@ -157,5 +160,6 @@ private:
     int64_t framesGiven = 0, framesMade = 0;
     double blockBegin = 0.0; ///< the frame that is heard with the last block's first
     double dueFrame = 0.0;   ///< the frame to be heard with the next block's first, by tempo
+    double dueBegin = 0.0;   ///< the same of the last block's
     bool correcting = false;
 };

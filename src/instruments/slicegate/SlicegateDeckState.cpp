@@ -11,31 +11,30 @@ constexpr double beatsOfWindow = 4.0;
 /** Windows that the lowest value of a time curve lies back: eight beats. */
 constexpr double windowsBack = 2.0;
 
-/** Fills a piece with a curve's values; stretches that hold or go straight need but their ends. */
-template <typename Put>
-PX_AUDIO_THREAD void follow (const Envelope& curve, EnvelopeCursor& cursor, double time, double timeStep,
-                             int frames, Put&& put) noexcept
+using Levels = std::array<double, DeckPattern::longestPiece>;
+
+/** Fills a piece with a curve's levels; stretches that hold or go straight need but their ends.
+    @returns true if the level holds: then the first stands for all */
+PX_AUDIO_THREAD bool follow (const Envelope& curve, EnvelopeCursor& cursor, double time, double timeStep,
+                             int frames, Levels& levels) noexcept
 {
-    const auto first = curve.evaluate (time, cursor);
+    const auto first = levels[0] = curve.evaluate (time, cursor);
     const auto last = time + timeStep * (frames - 1);
     const auto point = curve.point (static_cast<int> (cursor.segment));
-    if (last <= point.time && point.type == static_cast<uint8_t> (SegmentShape::hold))
-    {
-        for (int i = 0; i < frames; ++i)
-            put (i, first, true);
-    }
-    else if (last <= point.time && point.sign == EnvelopePoint::straightLine)
+    const auto isWithin = last <= point.time;
+    if (isWithin && point.type == static_cast<uint8_t> (SegmentShape::hold))
+        return true;
+    if (isWithin && point.sign == EnvelopePoint::straightLine)
     {
         const auto slope =
             frames > 1 ? (curve.evaluate (last, cursor) - first) / static_cast<double> (frames - 1) : 0.0;
-        for (int i = 0; i < frames; ++i)
-            put (i, first + slope * i, false);
+        for (int i = 1; i < frames; ++i)
+            levels[static_cast<size_t> (i)] = first + slope * i;
+        return false;
     }
-    else
-    {
-        for (int i = 0; i < frames; ++i)
-            put (i, curve.evaluate (time + timeStep * i, cursor), false);
-    }
+    for (int i = 1; i < frames; ++i)
+        levels[static_cast<size_t> (i)] = curve.evaluate (time + timeStep * i, cursor);
+    return false;
 }
 
 /** True if a time curve leaves the deck where it is all along. */
@@ -70,7 +69,10 @@ void SlicegateDeckState::trigger (int pad) noexcept
     const auto mode = playMode (pad);
     if (!running)
     {
-        if (world.setup (deck()).quantise != 0)
+        startedPlaying = false;
+        if (queuedStartPad == pad)
+            queuedStartPad = noPad; // pressed again, a pad that waits is called off
+        else if (world.setup (deck()).quantise != 0)
             queuedStartPad = pad;
         else
             start (pad);
@@ -149,14 +151,18 @@ void SlicegateDeckState::publish() noexcept
 
 void SlicegateDeckState::beginBlock() noexcept
 {
-    if (!running)
+    // Without quantise nothing waits for a beat.
+    if (queuedStartPad >= 0 && world.setup (deck()).quantise == 0)
+        comeToBeat();
+    if (!running && queuedStartPad < 0)
         return;
-    // A pad that was pressed on a stopped deck plays by itself; one that has run with the deck stops with it.
+    // A pad that was pressed on a stopped deck plays by itself, or waits until the deck comes to a beat; one that has run or
+    // waited with the deck ends with it.
     const auto plays = deck().play.on != 0;
     if (startedPlaying && !plays)
     {
         running = false;
-        nextPad = noPad;
+        nextPad = queuedStartPad = noPad;
         publish();
     }
     startedPlaying = plays;
@@ -212,39 +218,48 @@ void SlicegateDeckState::makeOffsets (Piece& piece, double time, double timeStep
     piece.leads = true;
     // In reverse back is the way that the reading has come as well.
     const auto reach = alongDeck (-windowsBack * windowLength);
-    follow (curve, timeCursor, time, timeStep, piece.frames,
-            [&] (int i, double value, bool holds)
-            {
-                // A distance in whole frames leaves a deck at the file's own speed on the frames that it is on.
-                const auto offset = (1.0 - value) * reach;
-                piece.offsets[static_cast<size_t> (i)] = holds ? std::round (offset) : offset;
-            });
+    Levels levels;
+    if (follow (curve, timeCursor, time, timeStep, piece.frames, levels))
+        // A distance in whole frames leaves a deck at the file's own speed on the frames that it is on.
+        std::fill_n (piece.offsets.begin(), piece.frames, std::round ((1.0 - levels[0]) * reach));
+    else
+        for (size_t i = 0; i < static_cast<size_t> (piece.frames); ++i)
+            piece.offsets[i] = (1.0 - levels[i]) * reach;
 }
 
 void SlicegateDeckState::makeGains (Piece& piece, double time, double timeStep) noexcept
 {
-    const auto ramp = [&] (int i, double value, bool)
-    {
-        const auto next = std::clamp (value, 0.0, 1.0);
-        // A curve that moves no faster than the ramp is followed as it is.
-        if (!slicegateGain.isMoving() && std::abs (next - slicegateGain.value()) <= 1.0 / GainRamp::steps)
-            slicegateGain.reset (next);
-        else
-            slicegateGain.setTarget (next);
-        piece.gains[static_cast<size_t> (i)] = static_cast<float> (slicegateGain.next());
-    };
     const auto wasOpen = slicegateGain.isAt (1.0);
     // A ramp begins half its length before its edge, so that its middle is on it.
     const auto begin = time + timeStep * (GainRamp::steps / 2);
     const auto& curve = volumes.audible (currentPad);
+    auto holds = true;
+    Levels levels;
     if (!running || !volumes.isEnabled (currentPad))
-        for (int i = 0; i < piece.frames; ++i)
-            ramp (i, 1.0, true);
+        levels[0] = 1.0;
     else if (begin + timeStep * piece.frames < beatsOfWindow)
-        follow (curve, volumeCursor, begin, timeStep, piece.frames, ramp);
+        holds = follow (curve, volumeCursor, begin, timeStep, piece.frames, levels);
     else
+    {
+        holds = false;
         for (int i = 0; i < piece.frames; ++i)
-            ramp (i, curve.evaluate (std::min (begin + timeStep * i, beatsOfWindow), volumeCursor), false);
+            levels[static_cast<size_t> (i)] =
+                curve.evaluate (std::min (begin + timeStep * i, beatsOfWindow), volumeCursor);
+    }
+
+    if (const auto held = std::clamp (levels[0], 0.0, 1.0); holds && slicegateGain.isAt (held))
+        std::fill_n (piece.gains.begin(), piece.frames, static_cast<float> (held));
+    else
+        for (size_t i = 0; i < static_cast<size_t> (piece.frames); ++i)
+        {
+            const auto next = std::clamp (levels[holds ? 0 : i], 0.0, 1.0);
+            // A curve that moves no faster than the ramp is followed as it is.
+            if (!slicegateGain.isMoving() && std::abs (next - slicegateGain.value()) <= 1.0 / GainRamp::steps)
+                slicegateGain.reset (next);
+            else
+                slicegateGain.setTarget (next);
+            piece.gains[i] = static_cast<float> (slicegateGain.next());
+        }
     piece.gates = !wasOpen || !slicegateGain.isAt (1.0);
 }
 
