@@ -128,7 +128,7 @@ public:
         const auto file =
             performance.folder.getChildFile (juce::String (std::get<std::string> (line.source)));
         reportFault (line.deck,
-                     isPad ? pads.importPreset (file, line.index).toStdString()
+                     isPad ? pads.importPreset (file, line.index)
                            : SmartKnobLibrary::loadFile (knobs, line.deck, line.index, file),
                      file.getFullPathName());
     }

@@ -61,12 +61,9 @@ void loadBank (SlicegateDeckState& deck, const SlicegateBank& bank)
 
 std::string loadBank (SlicegateDeckState& deck, const juce::File& file)
 {
-    const auto bytes = PresetFile::read (file);
-    if (!bytes)
-        return PresetFile::unreadable (file);
-    const auto bank = readSlicegateBank (*bytes);
-    if (const auto* fault = std::get_if<std::string> (&bank))
-        return PresetXml::sentence (file.getFileName().toStdString(), *fault);
+    const auto bank = PresetFile::load (file, &readSlicegateBank);
+    if (const auto* sentence = std::get_if<std::string> (&bank))
+        return *sentence;
     loadBank (deck, std::get<SlicegateBank> (bank));
     return {};
 }

@@ -1,16 +1,25 @@
 #include "instruments/preset/PresetFile.h"
 
-#include "instruments/preset/PresetXml.h"
 #include "support/AudioThread.h"
 #include "support/files/ReplaceFile.h"
 
+#include <filesystem>
+
 namespace PresetFile
 {
+bool isReadable (const juce::File& file)
+{
+    std::error_code error;
+    return std::filesystem::is_regular_file (file.getFullPathName().toStdString(), error);
+}
+
 std::optional<std::string> read (const juce::File& file)
 {
     assertMayBlock();
+    if (!isReadable (file))
+        return {};
     juce::FileInputStream stream (file);
-    if (!file.existsAsFile() || stream.failedToOpen())
+    if (stream.failedToOpen())
         return {};
     std::string bytes (static_cast<size_t> (
                            std::clamp<juce::int64> (stream.getTotalLength(), 0, PresetXml::largestFile + 1)),

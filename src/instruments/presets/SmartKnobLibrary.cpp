@@ -30,16 +30,10 @@ std::string loadFactory (SmartKnobs& knobs, int deck, int knob, int id)
 
 std::string loadFile (SmartKnobs& knobs, int deck, int knob, const juce::File& file, int rows)
 {
-    const auto bytes = PresetFile::read (file);
-    if (!bytes)
-        return PresetFile::unreadable (file);
-    auto read = readSmartKnobPreset (*bytes);
-    if (const auto* fault = std::get_if<std::string> (&read))
-        return PresetXml::sentence (file.getFileName().toStdString(), *fault);
-    auto& preset = std::get<SmartKnobPreset> (read);
-    if (preset.name.empty())
-        preset.name = file.getFileNameWithoutExtension().toStdString();
-    knobs.loadSmartKnobPreset (deck, knob, preset, rows);
+    const auto preset = PresetFile::load (file, &readSmartKnobPreset);
+    if (const auto* sentence = std::get_if<std::string> (&preset))
+        return *sentence;
+    knobs.loadSmartKnobPreset (deck, knob, std::get<SmartKnobPreset> (preset), rows);
     return {};
 }
 

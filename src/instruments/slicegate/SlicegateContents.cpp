@@ -1,5 +1,6 @@
 #include "instruments/slicegate/SlicegateDeckState.h"
-#include "support/files/ReplaceFile.h"
+
+#include "instruments/preset/PresetFile.h"
 
 // The contents of a deck's pads: what the message thread changes and everybody reads.
 
@@ -87,29 +88,19 @@ std::uint32_t SlicegateDeckState::revision (int pad) const noexcept
     return isPad (pad) ? at (pad).revision + times.revision (pad) + volumes.revision (pad) : 0;
 }
 
-juce::String SlicegateDeckState::importPreset (const juce::File& file, int pad)
+std::string SlicegateDeckState::importPreset (const juce::File& file, int pad)
 {
-    juce::MemoryBlock bytes;
-    if (file.getSize() > static_cast<juce::int64> (PresetXml::largestFile) || !file.loadFileAsData (bytes))
-        return PresetXml::sentence (file.getFileName().toStdString(),
-                                    "It can't be read, or is too large for a preset.");
-    auto read = readSlicegatePreset ({ static_cast<const char*> (bytes.getData()), bytes.getSize() });
-    if (const auto* fault = std::get_if<std::string> (&read))
-        return PresetXml::sentence (file.getFileName().toStdString(), *fault);
-    auto& preset = std::get<SlicegatePreset> (read);
-    if (preset.name.empty())
-        preset.name = file.getFileNameWithoutExtension().toStdString();
-    load (pad, preset);
+    const auto found = PresetFile::load (file, &readSlicegatePreset);
+    if (const auto* sentence = std::get_if<std::string> (&found))
+        return *sentence;
+    load (pad, std::get<SlicegatePreset> (found));
     return {};
 }
 
-juce::String SlicegateDeckState::exportPreset (const juce::File& file, int pad) const
+std::string SlicegateDeckState::exportPreset (const juce::File& file, int pad) const
 {
     auto written = preset (pad);
     if (written.name.empty() || written.name == FactoryPresets::nameOf (FactoryPresets::emptyPreset))
         written.name = file.getFileNameWithoutExtension().toStdString();
-    const auto text = writeSlicegatePreset (written);
-    return replaceFile (file, text.data(), text.size())
-               ? juce::String()
-               : "The preset could not be written to " + file.getFullPathName() + ".";
+    return PresetFile::write (file, writeSlicegatePreset (written));
 }

@@ -65,11 +65,11 @@ public:
     /** @param presetId   of FactoryPresets; others load "Empty" */
     void loadFactoryPreset (int presetId, int pad);
 
-    /** @returns a sentence for the user if nothing was loaded, else nothing */
-    juce::String importPreset (const juce::File&, int pad);
+    /** @returns a sentence for the user if nothing was loaded, else "" */
+    std::string importPreset (const juce::File&, int pad);
 
-    /** @returns a sentence for the user if nothing was written, else nothing */
-    juce::String exportPreset (const juce::File&, int pad) const;
+    /** @returns a sentence for the user if nothing was written, else "" */
+    std::string exportPreset (const juce::File&, int pad) const;
 
     /** Grows with each change of a pad's contents, so that they can be kept and drawn. Any thread. */
     std::uint32_t revision (int pad) const noexcept;

@@ -1,5 +1,7 @@
 #include "ui/envelope/PresetFiles.h"
 
+#include "instruments/preset/PresetFile.h"
+
 PresetFiles::PresetFiles (Words w, juce::File f, Prompts* p)
     : words (std::move (w)),
       folder (std::move (f)),
@@ -11,6 +13,7 @@ juce::PopupMenu PresetFiles::menu()
 {
     juce::PopupMenu made;
     files = folder.findChildFiles (juce::File::findFiles, false, words.pattern);
+    files.removeIf ([] (const juce::File& file) { return !PresetFile::isReadable (file); });
     files.sort();
     for (int i = 0; i < files.size(); ++i)
         made.addItem (firstId + i, files[i].getFileNameWithoutExtension());
