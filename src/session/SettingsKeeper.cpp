@@ -72,9 +72,13 @@ void SettingsKeeper::saveSettingsOf (Kept& kept)
 
 void SettingsKeeper::saveContentsOf (Kept& kept)
 {
-    if (!kept.engine->instrumentContents.hasChanged() || !mayWrite())
+    auto& store = kept.engine->instrumentContents;
+    if (const auto complaint = store.takeComplaint(); !complaint.empty())
+        kept.engine->listeners.postText (
+            "*** Pads and knobs ***|" + juce::String::fromUTF8 (complaint.c_str()), 0);
+    if (!store.hasChanged() || !mayWrite())
         return;
-    for (auto& document : kept.engine->instrumentContents.takeChanged())
-        writer.post ({ [document = std::move (document)] (const std::stop_token&)
-                       { juce::ignoreUnused (ContentStore::write (document)); } });
+    for (auto& document : store.takeChanged())
+        writer.post ({ [document = std::move (document), &store] (const std::stop_token&)
+                       { store.write (document); } });
 }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 TEST (InstrumentContents, SurviveTheEngineAndADamagedFileIsPutAsideAndTold)
 {
     EngineFixture fixture;
@@ -44,6 +46,26 @@ TEST (InstrumentContents, SurviveTheEngineAndADamagedFileIsPutAsideAndTold)
     EXPECT_TRUE (fixture.folder.file ("setup/smartknob_A1.xml.bad").existsAsFile());
     EXPECT_FALSE (fixture.engine->smartKnobs.bank (0, 0).isEnabled (3));
     fixture.engine->removeAnalysisListener (listener);
+}
+
+TEST (InstrumentContents, AreWrittenAgainUntilTheyCanBe)
+{
+    EngineFixture fixture;
+    auto& store = fixture.engine->instrumentContents;
+    const auto file = fixture.folder.file ("setup/slicegate_D.xml");
+    ASSERT_TRUE (file.getChildFile ("in the way").createDirectory().wasOk());
+    fixture.engine->slicegates[3].loadFactoryPreset (107, 5);
+    for (int turn = 0; turn < 2; ++turn)
+    {
+        for (const auto& document : store.takeChanged())
+            store.write (document);
+        EXPECT_EQ (store.takeComplaint().empty(), turn > 0) << "once";
+        EXPECT_TRUE (store.hasChanged());
+    }
+    ASSERT_TRUE (file.deleteRecursively());
+    store.save();
+    EXPECT_FALSE (store.hasChanged());
+    EXPECT_TRUE (file.existsAsFile());
 }
 
 TEST (SmartKnobCommands, MoveTheChannelAndAHandsCommandTakesOver)
@@ -86,5 +108,9 @@ TEST (SlicegateBank, GoesThroughAFileWholeOrNotAtAll)
         file.replaceWithText (bad);
         EXPECT_NE (loadBank (pads[1], file), "");
     }
+    const auto pipe = fixture.folder.file ("banks/pipe.xml");
+    ASSERT_EQ (mkfifo (pipe.getFullPathName().toRawUTF8(), 0600), 0);
+    for (const auto& noFile : { pipe, juce::File ("/dev/zero"), fixture.folder.file ("banks") })
+        EXPECT_NE (loadBank (pads[1], noFile), "");
     EXPECT_EQ (writeSlicegateBank (bankOf (pads[1])), before);
 }

@@ -2,6 +2,8 @@
 
 #include "instruments/preset/PresetFile.h"
 
+#include <utility>
+
 void ContentStore::add (Content content)
 {
     const auto revision = content.revision();
@@ -36,28 +38,42 @@ std::vector<std::string> ContentStore::restore()
 bool ContentStore::hasChanged() const
 {
     return std::any_of (contents.begin(), contents.end(),
-                        [] (const Kept& kept) { return kept.content.revision() != kept.known; });
+                        [] (const Kept& kept) { return kept.isToBeWritten(); });
 }
 
 std::vector<ContentStore::Document> ContentStore::takeChanged()
 {
     std::vector<Document> documents;
-    for (auto& kept : contents)
-        if (const auto revision = kept.content.revision(); revision != kept.known)
+    for (size_t i = 0; i < contents.size(); ++i)
+        if (auto& kept = contents[i]; kept.isToBeWritten())
         {
-            kept.known = revision; // before the bytes are made: a change meanwhile is seen the next time
-            documents.push_back ({ folder.getChildFile (kept.content.fileName), kept.content.write() });
+            kept.known =
+                kept.content
+                    .revision(); // before the bytes are made: a change meanwhile is seen the next time
+            kept.isLost = false;
+            documents.push_back ({ folder.getChildFile (kept.content.fileName), kept.content.write(), i });
         }
     return documents;
+}
+
+std::string ContentStore::takeComplaint()
+{
+    if (std::exchange (hasComplained, isFailing.get()) || !isFailing)
+        return {};
+    return "Pads and SmartKnobs can't be kept: nothing can be written to "
+           + folder.getFullPathName().toStdString() + ". It is tried again until it can.";
 }
 
 void ContentStore::save()
 {
     for (const auto& document : takeChanged())
-        juce::ignoreUnused (write (document));
+        write (document);
 }
 
-bool ContentStore::write (const Document& document)
+void ContentStore::write (const Document& document)
 {
-    return PresetFile::write (document.file, document.bytes).empty();
+    const auto failed = !PresetFile::write (document.file, document.bytes).empty();
+    if (failed)
+        contents[document.content].isLost = true;
+    isFailing = failed;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Relaxed.h"
+
 #include <juce_core/juce_core.h>
 
 #include <functional>
@@ -11,7 +13,8 @@
     at the start, takes what has changed now and then and writes it, and saves the rest at the end.
 
     A file that can't be read as what it must be leaves the content at its default, and is kept beside with ".bad" at its
-    name's end. One thread at a time, not the audio thread. */
+    name's end. What can't be written counts as changed until it can. One thread at a time, but for write(), and not the
+    audio thread. */
 class ContentStore
 {
 public:
@@ -40,26 +43,36 @@ public:
     {
         juce::File file;
         std::string bytes;
+        size_t content; ///< its index
     };
 
-    /** The files that have to be written: those of the contents which have changed since they were last asked for. */
+    /** The files that have to be written: those of the contents which have changed since they were last asked for, and those
+        which could not be written since. */
     std::vector<Document> takeChanged();
+
+    /** A sentence for the user when writing has begun to fail, "" at all other times. */
+    std::string takeComplaint();
 
     /** Writes what takeChanged() would give. What can't be written is lost: nobody is left to be told. */
     void save();
 
-    /** Writes one file in one step. @returns false if that failed, which leaves the old file */
-    static bool write (const Document&);
+    /** Writes one file in one step; a failure leaves the old file. Any thread that may block. */
+    void write (const Document&);
 
 private:
     struct Kept
     {
         Content content;
-        uint32_t known; ///< the revision that is in the file, or on its way there
+        uint32_t known;                 ///< the revision that is in the file, or on its way there
+        Relaxed<bool> isLost { false }; ///< it did not get there
+
+        bool isToBeWritten() const { return isLost || content.revision() != known; }
     };
 
     std::string restore (Kept&) const;
 
     const juce::File folder;
     std::vector<Kept> contents;
+    Relaxed<bool> isFailing { false };
+    bool hasComplained = false;
 };
