@@ -25,6 +25,7 @@ EngineWorld OfflineHost::makeWorld (const Options& options) const
     world.pacing = Pacing::Mode::offline;
     world.seed = options.seed;
     world.automixSource = options.automixSource;
+    world.mayKeepSettings = options.mayKeepSettings;
     return world;
 }
 

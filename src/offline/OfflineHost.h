@@ -22,6 +22,7 @@ public:
         std::shared_ptr<AutomixSource> automixSource {}; ///< may be null
         bool hasTransport = false; ///< true: inside a host; false: the application on its own
         int64_t seed = RandGeneratorLCG::defaultSeed; ///< of everything random
+        std::function<bool()> mayKeepSettings {};     ///< see EngineWorld; may be empty
     };
 
     explicit OfflineHost (const Options&);

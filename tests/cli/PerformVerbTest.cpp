@@ -7,6 +7,9 @@
 #include <juce_audio_formats/juce_audio_formats.h>
 
 #include <cmath>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace
 {
@@ -135,6 +138,26 @@ TEST_F (PerformVerb, EqualRunsGiveEqualBytes)
     const auto first = folder.file ("1").getChildFile (recording);
     EXPECT_EQ (Wav (first).audio.getNumSamples(), 22050);
     EXPECT_EQ (bytesOf (first), bytesOf (folder.file ("2").getChildFile (recording)));
+}
+
+TEST_F (PerformVerb, KeepsNothingInARootThatAnotherProgramHas)
+{
+    write ("pads.txt", "0 slicegate A 5 727\n0.1 end\n");
+    const auto run = [&] { return perform ({ "pads.txt", "--out", "o.wav", "--root", "root" }); };
+    const auto setup = folder.file ("root/setup"), pads = setup.getChildFile ("slicegate_A.xml");
+    ASSERT_TRUE (setup.createDirectory().wasOk());
+    const auto lock =
+        open (setup.getChildFile ("session.lock").getFullPathName().toRawUTF8(), O_RDWR | O_CREAT, 0644);
+    ASSERT_EQ (flock (lock, LOCK_EX), 0);
+    const auto second = run();
+    EXPECT_EQ (second.exitCode, 0);
+    EXPECT_THAT (second.errorLine().toStdString(), HasSubstr ("are not kept"));
+    EXPECT_FALSE (pads.existsAsFile());
+    EXPECT_EQ (setup.getNumberOfChildFiles (juce::File::findFiles), 1) << "the lock";
+
+    close (lock);
+    EXPECT_TRUE (run().err.isEmpty());
+    EXPECT_TRUE (pads.existsAsFile());
 }
 
 TEST_F (PerformVerb, FeedsTheInputs)

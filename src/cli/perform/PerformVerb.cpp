@@ -113,7 +113,7 @@ int perform (VerbOptions& given)
     auto seconds = 0.0;
     {
         const juce::ScopedJuceInitialiser_GUI juceScope;
-        auto hosting = hostingOf (*script, root.folder);
+        auto hosting = hostingOf (*script, root);
         hosting.sampleRate = sampleRate;
         hosting.blockFrames = static_cast<int> (*block);
         hosting.seed = *seed;

@@ -10,6 +10,12 @@ RunRoot::RunRoot (const VerbOptions& given) : isTemporary (!given.has ("--root")
                          : given.fileOf ("--root");
     if (folder.createDirectory().failed() || !folder.hasWriteAccess())
         fault = "The folder " + folder.getFullPathName() + " can't be made or written.";
+    if (isTemporary || fault.isNotEmpty())
+        return;
+    isHeld = lock.emplace (Folders { folder }.setup()).take();
+    if (!isHeld)
+        reportLine ("platterdex: Another program has the folder " + folder.getFullPathName()
+                    + " in use; settings, pads and SmartKnobs of this run are not kept.");
 }
 
 RunRoot::~RunRoot()

@@ -40,10 +40,11 @@ std::optional<SetScript> readSetFile (const juce::File& file)
     return std::get<SetScript> (std::move (parsed));
 }
 
-OfflineHost::Options hostingOf (const SetScript& script, const juce::File& root)
+OfflineHost::Options hostingOf (const SetScript& script, const RunRoot& root)
 {
     OfflineHost::Options hosting;
-    hosting.root = root;
+    hosting.root = root.folder;
+    hosting.mayKeepSettings = [&root] { return root.mayKeepSettings(); };
     hosting.decoderLibrary = Session::decoderBesideBinary();
     hosting.hasTransport = script.hasHost();
     return hosting;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/perform/RunRoot.h"
 #include "offline/OfflineHost.h"
 #include "offline/SetScript.h"
 
@@ -9,8 +10,8 @@
 /** Reads a set from its file. @returns nothing after a report of what is wrong */
 std::optional<SetScript> readSetFile (const juce::File&);
 
-/** The options of the host that performs a set in a root folder. */
-OfflineHost::Options hostingOf (const SetScript&, const juce::File& root);
+/** The options of the host that performs a set in a root folder, which outlives the host. */
+OfflineHost::Options hostingOf (const SetScript&, const RunRoot&);
 
 /** Performs a set; what happens to it is reported on the error output.
     @param file    the tracks are seen from its folder

@@ -284,7 +284,7 @@ int snapshot (const VerbOptions& given)
         return failWith (root.fault);
 
     const juce::ScopedJuceInitialiser_GUI juceScope;
-    const auto hosting = hostingOf (script, root.folder);
+    const auto hosting = hostingOf (script, root);
     std::optional<WavInput> input;
     if (given.has ("--in"))
         if (input.emplace (given.fileOf ("--in"), hosting.sampleRate, CPlatterdex::inputChannels);
