@@ -304,9 +304,11 @@ std::optional<int> readOnlyNumber (Line& line)
     const auto text = ahead.word();
     int number = 0;
     const auto* end = text.data() + text.size();
-    if (const auto [stopped, error] = std::from_chars (text.data(), end, number);
-        text.empty() || error != std::errc {} || stopped != end || !ahead.isAtEnd())
+    const auto [stopped, error] = std::from_chars (text.data(), end, number);
+    if (text.empty() || error == std::errc::invalid_argument || stopped != end || !ahead.isAtEnd())
         return {};
+    if (error != std::errc {})
+        line.fail (std::string (text) + " is too large a number for a preset.");
     line = ahead;
     return number;
 }
@@ -337,6 +339,10 @@ SetScript::Preset readPreset (Line& line, SetScript::Preset::Target target)
         preset.source = *id;
         if (isPad ? !isPadPreset (*id) : SmartKnobLibrary::find (*id) == nullptr)
             line.fail ("There is no preset " + std::to_string (*id) + "; platterdex presets lists them.");
+    }
+    else if (line.isAtEnd())
+    {
+        line.fail (whose + " needs the id of a preset or the path of a file.");
     }
     else
     {
