@@ -14,6 +14,9 @@
 // bench_instruments: what pads and SmartKnobs add to a block of four playing decks, as a share of its duration on one core.
 // Two engines play the same, one with instruments and one without, block by block in turn; the difference is theirs. What
 // the knobs' own stage takes, without the work that moving parameters give to equaliser and effects, is timed by itself.
+//
+//        bench_instruments        all of it
+//        bench_instruments ID     the pad of one preset
 
 namespace
 {
@@ -146,12 +149,18 @@ void measureAddition (const char* what, Prepare&& prepare)
 }
 }
 
-int main()
+int main (int count, char** arguments)
 {
     const juce::ScopedJuceInitialiser_GUI juceScope;
     Machine::print();
     std::printf ("Four decks, blocks of %d frames at %.0f Hz; medians, shares of a block on one core.\n",
                  frames, rate);
+    if (count > 1)
+    {
+        measureAddition ("added: a pad a deck",
+                         [id = std::atoi (arguments[1])] (Desk& desk) { desk.runPads (id); });
+        return 0;
+    }
     measureStage ("knobs' stage, 2 x 20 rows a deck, at rest", false);
     measureStage ("knobs' stage, 2 x 20 rows a deck, all turning", true);
     measureAddition ("added: 2 x 20 rows a deck, at rest", [] (Desk& desk) { desk.holdKnobs (false); });

@@ -1,7 +1,8 @@
 #include "instruments/envelope/SegmentShape.h"
 
+#include "instruments/envelope/ShapeMath.h"
+
 #include <cmath>
-#include <numbers>
 
 namespace
 {
@@ -23,16 +24,16 @@ float stepsOf (float tension)
 
 PX_AUDIO_THREAD double roundHalfUp (double v) noexcept
 {
-    return std::floor (v + 0.5);
+    return ShapeMath::floorOf (v + 0.5);
 }
 
 /** The exponential bend of single and double curves. */
 PX_AUDIO_THREAD double bend (const EnvelopePoint& p, double x) noexcept
 {
     if (p.shapeA > 0.0f)
-        return 1.0 - (std::exp ((1.0 - x) * p.shapeC) - 1.0) * p.shapeB;
+        return 1.0 - ShapeMath::exponentialLessOne ((1.0 - x) * p.shapeC) * p.shapeB;
     if (p.shapeA < 0.0f)
-        return (std::exp (x * p.shapeC) - 1.0) * p.shapeB;
+        return ShapeMath::exponentialLessOne (x * p.shapeC) * p.shapeB;
     return x;
 }
 
@@ -53,7 +54,7 @@ PX_AUDIO_THREAD double twice (double x, Bend one) noexcept
 
 PX_AUDIO_THREAD double smoothStairs (const EnvelopePoint& p, double x) noexcept
 {
-    const auto b = p.shapeA * x - 0.5, r = std::floor (b), y = 2.0 * (b - r) - 1.0;
+    const auto b = p.shapeA * x - 0.5, r = ShapeMath::floorOf (b), y = 2.0 * (b - r) - 1.0;
     const auto side = y >= 0.0 ? 1.0 : -1.0, rest = 1.0 - std::abs (y);
     const auto within = p.sign >= 0.0f ? y * y * y : side * (1.0 - rest * rest * rest);
     return (r + 1.0 + 0.5 * within) * p.shapeB;
@@ -62,22 +63,23 @@ PX_AUDIO_THREAD double smoothStairs (const EnvelopePoint& p, double x) noexcept
 PX_AUDIO_THREAD double pulse (const EnvelopePoint& p, double x) noexcept
 {
     const auto step = roundHalfUp (p.shapeA * x - p.shapeC);
-    return step - 2.0 * std::floor (0.5 * step);
+    return step - 2.0 * ShapeMath::floorOf (0.5 * step);
 }
 
 PX_AUDIO_THREAD double wave (const EnvelopePoint& p, double x) noexcept
 {
     const auto a = p.shapeA * x;
     if (p.sign < 0.0f)
-        return (std::sin ((a + 0.75) * p.shapeB) + 1.0) * 0.5;
+        return (ShapeMath::sineOf ((a + 0.75) * p.shapeB) + 1.0) * 0.5;
     const auto b = a - 0.5;
-    return std::abs (2.0 * (b - std::floor (b)) - 1.0);
+    return std::abs (2.0 * (b - ShapeMath::floorOf (b)) - 1.0);
 }
 
 PX_AUDIO_THREAD double halfSine (const EnvelopePoint& p, double x) noexcept
 {
-    const auto angle = x * (0.5 * std::numbers::pi);
-    return x - p.shapeA * (x - (p.sign > 0.0f ? std::sin (angle) : 1.0 - std::cos (angle)));
+    const auto bent =
+        p.sign > 0.0f ? ShapeMath::sineOfQuarterTurns (x) : 1.0 - ShapeMath::sineOfQuarterTurns (1.0 - x);
+    return x - p.shapeA * (x - bent);
 }
 
 PX_AUDIO_THREAD double smooth (const EnvelopePoint& p, double x) noexcept

@@ -1,10 +1,12 @@
 #include "Curves.h"
+#include "instruments/envelope/ShapeMath.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <functional>
 #include <numbers>
+#include <random>
 #include <set>
 
 using enum SegmentShape;
@@ -72,6 +74,28 @@ TEST (SegmentShape, FollowsItsClosedForm)
             EXPECT_NEAR (envelope.evaluate (x), c.expected (x), 2e-6)
                 << SegmentShapes::names[static_cast<size_t> (c.shape)] << " " << c.tension << " at " << x;
     }
+}
+
+TEST (ShapeMath, IsTheLibrarysFunctionsAndExactAtTheEndsOfSegments)
+{
+    std::mt19937 random (3);
+    for (const auto range : { 1.0, 20.0, 7000.0, 1e12 })
+        for (int i = 0; i < 20'000; ++i)
+        {
+            const auto x = std::uniform_real_distribution (-range, range) (random);
+            EXPECT_EQ (ShapeMath::floorOf (x), std::floor (x));
+            EXPECT_NEAR (ShapeMath::sineOf (x), std::sin (x), 1e-12 + 1e-15 * std::abs (x)) << x;
+            EXPECT_NEAR (ShapeMath::sineOfQuarterTurns (x), std::sin (0.5 * std::numbers::pi * x),
+                         1e-12 + 1e-15 * std::abs (x))
+                << x;
+            if (range > 100.0)
+                continue;
+            EXPECT_NEAR (ShapeMath::exponentialLessOne (x) / std::expm1 (x), 1.0, 1e-12) << x;
+        }
+    for (const auto x : { -1.0, 0.0, 1.0 })
+        EXPECT_EQ (ShapeMath::sineOfQuarterTurns (x), x);
+    EXPECT_EQ (ShapeMath::exponentialLessOne (0.0), 0.0);
+    EXPECT_TRUE (std::isnan (ShapeMath::sineOf (NAN)) && std::isnan (ShapeMath::exponentialLessOne (NAN)));
 }
 
 TEST (SegmentShape, StepsFollowTheTension)
