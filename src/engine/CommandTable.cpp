@@ -6,13 +6,12 @@
 #include "engine/commands/CueRows.h"
 #include "engine/commands/EffectRows.h"
 #include "engine/commands/GridRows.h"
+#include "engine/commands/InstrumentRows.h"
 #include "engine/commands/LoopRows.h"
 #include "engine/commands/MeterRows.h"
 #include "engine/commands/MixerRows.h"
 #include "engine/commands/PlayRows.h"
 #include "engine/commands/SamplerRows.h"
-#include "engine/commands/SlicegateRows.h"
-#include "engine/commands/SmartKnobRows.h"
 #include "engine/commands/TempoRows.h"
 #include "engine/commands/TimecodeRows.h"
 #include "engine/commands/UnbuiltRows.h"
@@ -24,10 +23,10 @@ namespace CommandTable
 {
 namespace
 {
-constexpr std::span<const CommandRow> parts[] { playRows,      tempoRows,     cueRows,     loopRows,
-                                                gridRows,      channelRows,   mixerRows,   effectRows,
-                                                slicegateRows, smartKnobRows, automixRows, browserRows,
-                                                samplerRows,   timecodeRows,  meterRows,   unbuiltRows };
+constexpr std::span<const CommandRow> parts[] { playRows,       tempoRows,   cueRows,     loopRows,
+                                                gridRows,       channelRows, mixerRows,   effectRows,
+                                                instrumentRows, automixRows, browserRows, samplerRows,
+                                                timecodeRows,   meterRows,   unbuiltRows };
 
 constexpr size_t notInTable = commandCount + meterCount;
 

@@ -72,9 +72,11 @@ bool TurnCounter::countTogether (const TickLanes& angles, const Course& course) 
     const auto step = course.isEven ? course.lineStep : course.step;
     if (course.isEven)
     {
-        const auto lineAngle = static_cast<float> (turn::wrapped (start)), lineStep = static_cast<float> (step);
+        const auto lineAngle = static_cast<float> (turn::wrapped (start)),
+                   lineStep = static_cast<float> (step);
         for (int i = 0; i < TickLanes::size; ++i)
-            misses[i] = turn::wrapped (turn::wrapped (angles[i] - lineAngle) - lineStep * static_cast<float> (i + 1));
+            misses[i] =
+                turn::wrapped (turn::wrapped (angles[i] - lineAngle) - lineStep * static_cast<float> (i + 1));
     }
     const auto limit = (course.isEven ? 0.05f : 0.1f) + 4 * static_cast<float> (meanJitter);
     for (int i = 0; i < frames; ++i)

@@ -20,7 +20,7 @@ public:
 
     struct Counted
     {
-        TickLanes jitter;           ///< turns by which each angle missed the step from the one before; 0 if not trusted
+        TickLanes jitter; ///< turns by which each angle missed the step from the one before; 0 if not trusted
         int trustedFrames = 0;      ///< frames that were not waited out
         double mean = 0;            ///< of the tick's counts
         bool leftTheCourse = false; ///< the count leapt, or went back: nothing runs evenly any more

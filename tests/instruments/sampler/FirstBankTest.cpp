@@ -1,5 +1,5 @@
-#include "SamplerFixture.h"
 #include "demo/FirstBank.h"
+#include "SamplerFixture.h"
 
 #include <map>
 

@@ -2,10 +2,10 @@
 
 #include "engine/commands/RowHelpers.h"
 
-/** The decks' SmartKnobs. */
+/** The commands of the decks' SmartKnobs and Slicegate pads. */
 namespace CommandTable
 {
-constexpr CommandRow smartKnobRows[] {
+constexpr CommandRow instrumentRows[] {
     {
         .numbers = { .first = 173, .count = 2, .stride = 1, .decks = 4, .deckStride = 2 },
         .name = "Smartknob #{n} {d}",
@@ -29,6 +29,18 @@ constexpr CommandRow smartKnobRows[] {
         .feedback = Feedback::lamp,
         .writes = "toggles; on needs a track",
         .reads = "the flag",
+    },
+    {
+        .numbers = { .first = 377, .count = 8, .stride = 1, .decks = 4, .deckStride = 8 },
+        .name = "Slicegate Pad {d}.{n}",
+        .constant = "SLICEGATE_PAD_{d}_{n}",
+        .write = [] (CPlatterdex& e, const CommandCall& c)
+        { e.slicegates[static_cast<size_t> (c.deck)].trigger (c.which); },
+        .read = [] (CPlatterdex& e, int deck, int pad) -> double
+        { return e.slicegates[static_cast<size_t> (deck)].padState (pad) == PadState::running; },
+        .feedback = Feedback::lamp,
+        .writes = "presses the pad",
+        .reads = "1 while it runs",
     },
 };
 }
