@@ -96,6 +96,7 @@ void WindowPrompts::askText (const juce::String& title, const juce::String& ques
 {
     auto window = make (title, question, juce::MessageBoxIconType::NoIcon);
     window->addTextEditor (field, initial);
+    window->getTextEditor (field)->setExplicitFocusOrder (1); // typing begins at once, over what is there
     window->addButton ("OK", 1, returnKey);
     window->addButton ("Cancel", 0, escapeKey);
     open (std::move (window), [answer = std::move (answer)] (juce::AlertWindow& closed, int result)

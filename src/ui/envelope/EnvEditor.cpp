@@ -1,5 +1,6 @@
 #include "ui/envelope/EnvEditor.h"
 
+#include "instruments/preset/PresetFile.h"
 #include "skin/Palette.h"
 #include "support/Prompts.h"
 #include "support/files/ReplaceFile.h"
@@ -7,7 +8,6 @@
 namespace
 {
 constexpr int rowHeight = 24, gap = 4, barHeight = 12, menuWidth = 88, buttonWidth = 56;
-constexpr juce::int64 mostBytes = 1 << 16; // of a state's file
 
 /** Shared by all editors, so that a state can be copied from one to the other. */
 std::optional<Envelope>& clipboard()
@@ -15,10 +15,18 @@ std::optional<Envelope>& clipboard()
     static std::optional<Envelope> state;
     return state;
 }
+
+/** Snap and sliding as they were set last, in whatever editor; off when the program starts. */
+EnvEdit::Rules& lastRules()
+{
+    static EnvEdit::Rules rules;
+    return rules;
+}
 }
 
 EnvEditor::EnvEditor (Prompts* p) : prompts (p)
 {
+    component.rules = lastRules();
     menuButton.setComponentID ("_curveMenuButton");
     menuButton.setTooltip ("Files, copies and turns of the curve; snap and sliding of its points");
     menuButton.onFillMenu = [this] (juce::PopupMenu& filled) { filled = menu(); };
@@ -125,6 +133,7 @@ void EnvEditor::choose (int item)
     default:
         break;
     }
+    lastRules() = rules;
 }
 
 void EnvEditor::openFile()
@@ -135,12 +144,11 @@ void EnvEditor::openFile()
         {
             if (self == nullptr || file == juce::File())
                 return;
-            juce::MemoryBlock block;
             auto next = self->component.envelope();
             auto fault = EnvelopeFault::cutOff;
-            if (file.getSize() <= mostBytes && file.loadFileAsData (block))
+            if (const auto read = PresetFile::read (file))
             {
-                const std::span bytes (static_cast<const std::uint8_t*> (block.getData()), block.getSize());
+                const std::span bytes (reinterpret_cast<const std::uint8_t*> (read->data()), read->size());
                 fault = next.faultIn (bytes);
                 if (fault == EnvelopeFault::none && next.read (bytes))
                     return self->component.applyToSelected (std::move (next));

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <sys/stat.h>
 
 namespace
 {
@@ -41,6 +42,25 @@ juce::PopupMenu filled (Menu& menu)
     menu.fill (made);
     return made;
 }
+
+/** An engine whose questions the test answers, and menus of its first pad and knob. */
+struct Asked
+{
+    static EngineWorld worldIn (const juce::File& root, const std::shared_ptr<Prompts>& prompts)
+    {
+        EngineWorld world;
+        world.folders.root = root;
+        world.prompts = prompts;
+        return world;
+    }
+
+    const TemporaryFolder folder;
+    const std::shared_ptr<ScriptedPrompts> prompts = std::make_shared<ScriptedPrompts>();
+    CPlatterdex engine { worldIn (folder, prompts) };
+    juce::Component opener;
+    PadMenu pad { engine, 0, 0 };
+    SmartKnobMenu knob { engine, 0, 0 };
+};
 
 void runMessages()
 {
@@ -106,15 +126,8 @@ TEST (SlicegatePads, APressPlaysAndThePictureFollows)
 /** A file that is no preset is told in one sentence, and changes nothing. */
 TEST (PresetFiles, ABrokenFileIsToldInOneSentence)
 {
-    const TemporaryFolder folder;
-    const auto prompts = std::make_shared<ScriptedPrompts>();
-    EngineWorld world;
-    world.folders.root = folder;
-    world.prompts = prompts;
-    CPlatterdex engine (std::move (world));
-    juce::Component opener;
-    PadMenu pad (engine, 0, 0);
-    SmartKnobMenu knob (engine, 0, 0);
+    Asked asked;
+    auto& [folder, prompts, engine, opener, pad, knob] = asked;
     SmartKnobEditorComponent knobEditor (engine, 0, 0);
     SlicegateEditorComponent padEditor (engine, 0, 0);
     for (const auto* text :
@@ -147,21 +160,15 @@ TEST (PresetFiles, ABrokenFileIsToldInOneSentence)
 
 TEST (PresetFiles, ExportAddsTheEndingAndTheUsersFilesAreInTheMenu)
 {
-    const TemporaryFolder folder;
-    const auto prompts = std::make_shared<ScriptedPrompts>();
-    EngineWorld world;
-    world.folders.root = folder;
-    world.prompts = prompts;
-    CPlatterdex engine (std::move (world));
-    juce::Component opener;
-    PadMenu pad (engine, 0, 0);
-    SmartKnobMenu knob (engine, 0, 0);
+    Asked asked;
+    auto& [folder, prompts, engine, opener, pad, knob] = asked;
     pad.choose (101, opener);
     knob.choose (101, opener);
     prompts->file = engine.environment.folders.slicegateFiles().getChildFile ("mine");
     pad.choose (PadMenu::save, opener);
     prompts->file = engine.environment.folders.smartknobFiles().getChildFile ("mine too");
     knob.choose (SmartKnobMenu::save, opener);
+    ASSERT_EQ (mkfifo (prompts->file.getSiblingFile ("a pipe.xml").getFullPathName().toRawUTF8(), 0600), 0);
     EXPECT_EQ (prompts->asked.size(), 2) << prompts->asked.joinIntoString ("; ");
 
     const auto padCurve = engine.slicegates[0].timeCurves().copy (0);
@@ -174,6 +181,47 @@ TEST (PresetFiles, ExportAddsTheEndingAndTheUsersFilesAreInTheMenu)
     knob.choose (PresetFiles::firstId, opener);
     EXPECT_TRUE (engine.slicegates[0].timeCurves().copy (0).isSameCurve (padCurve));
     EXPECT_TRUE (engine.smartKnobs.bank (0, 0).copy (3).isSameCurve (knobCurve));
+}
+
+TEST (PresetFiles, ABankGoesThroughTheMenuOfItsDeckWholeOrNotAtAll)
+{
+    Asked asked;
+    auto& [folder, prompts, engine, opener, pad, knob] = asked;
+    SlicegateComponent view (engine, 2);
+    const auto& button = dynamic_cast<MenuButton&> (*view.findChildWithID ("_slicegateBankButton"));
+    const auto choose = [&] (const char* text)
+    {
+        juce::PopupMenu menu;
+        button.onFillMenu (menu);
+        for (const auto& [id, each] : choices (menu))
+            if (each == text)
+                return button.onMenuChoice (id);
+        ADD_FAILURE() << text;
+    };
+    const auto names = [&]
+    {
+        juce::StringArray all;
+        for (int i = 0; i < padCount; ++i)
+            all.add (PadMenu::nameOf (engine, 2, i));
+        return all.joinIntoString ("|");
+    };
+
+    engine.slicegates[2].loadFactoryPreset (101, 7);
+    const auto before = names();
+    prompts->file = engine.environment.folders.slicegateFiles().getChildFile ("banks/mine");
+    choose ("Save all pads...");
+    choose ("Clear all pads");
+    EXPECT_EQ (names(), "Empty|Empty|Empty|Empty|Empty|Empty|Empty|Empty");
+    prompts->file = prompts->file.withFileExtension ("xml");
+    choose ("Load all pads...");
+    EXPECT_EQ (names(), before);
+    EXPECT_EQ (prompts->asked.joinIntoString (", "), "Save the bank of pads..., Select a bank of pads...");
+
+    prompts->file = folder.file ("one pad.xml");
+    ASSERT_EQ (engine.slicegates[0].exportPreset (prompts->file, 0), "");
+    choose ("Load all pads...");
+    EXPECT_EQ (names(), before);
+    EXPECT_TRUE (prompts->asked[prompts->asked.size() - 1].contains ("one pad.xml")) << prompts->asked[2];
 }
 
 TEST (SmartKnobPanel, ThePopupHasAllPresetsUnderTheirIds)
