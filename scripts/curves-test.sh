@@ -7,25 +7,11 @@ if [ -z "${CURVES_TEST_DISPLAY:-}" ]; then
     CURVES_TEST_DISPLAY=own exec "$(dirname "$0")/on-display.sh" 1400x900 "$0" "$@"
 fi
 program=$(realpath "$1")
-source "$(dirname "$0")/window-helpers.sh"
-pictures=$(realpath -m "${2:-$work/pictures}")
-mkdir -p "$pictures"
-picture() { ffmpeg -loglevel error -y -f x11grab -draw_mouse 0 -video_size 1400x900 -i "$DISPLAY" -frames:v 1 "$pictures/$1.png"; }
-before_failure() { picture failed || true; }
+. "$(dirname "$0")/window-helpers.sh"
+keep_pictures "${2:-$work/pictures}"
 window_of() { xdotool search --onlyvisible --name "$1" | tail -1; }
 has_window() { [ -n "$(window_of "$1")" ]; }
 has_no_window() { [ -z "$(window_of "$1")" ]; }
-# place WINDOW: sets left, top, WIDTH and HEIGHT once it stands still.
-place() {
-    local last=none
-    until [ "$last" = "$(xdotool getwindowgeometry "$1")" ]; do
-        last=$(xdotool getwindowgeometry "$1")
-        sleep 0.4
-    done
-    eval "$(xdotool getwindowgeometry --shell "$1")"
-    eval "$(xdotool mousemove --window "$1" 0 0 getmouselocation --shell)"
-    left=$X top=$Y
-}
 # The curves of an editor's window as they are seen, the pointer away from them.
 curves() {
     xdotool mousemove $((left + 40)) $((top + HEIGHT - 20))
@@ -81,7 +67,7 @@ track=$(find "$work/tracks" -name '*.flac' | sort | head -1)
 started+=($!)
 until_true "no window" has_window '^Platterdex$'
 window=$(window_of '^Platterdex$')
-place "$window"
+find_window "$window"
 deck=$(((WIDTH - 230) / 2))
 main_left=$left main_top=$top
 
@@ -98,7 +84,7 @@ xdotool key Up Up Up Up Up Return
 until_true "the pad's editor does not open" has_window '^Slicegate Editor for pad A.1$'
 editor=$(window_of '^Slicegate Editor for pad A.1$')
 plot=224
-place "$editor"
+find_window "$editor"
 edit pad
 xdotool windowactivate "$editor" key Escape
 until_true "Escape does not close the pad's editor" has_no_window '^Slicegate Editor for pad A.1$'
@@ -120,7 +106,7 @@ xdotool mousemove $((left + 5 + 49 + 74)) $((top + 55 + 24 + 64)) click 1
 until_true "the knob's editor does not open" has_window '^Deck A SmartKnob #1 Editor$'
 editor=$(window_of '^Deck A SmartKnob #1 Editor$')
 plot=280
-place "$editor"
+find_window "$editor"
 edit knob
 xdotool mousemove $((left + WIDTH - 48)) $((top + HEIGHT - 20)) click 1
 until_true "CLOSE does not close the knob's editor" has_no_window '^Deck A SmartKnob #1 Editor$'

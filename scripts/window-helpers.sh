@@ -33,3 +33,27 @@ until_true() {
 is_on_top() {
     [ "$(xdotool getwindowname "$(xprop -root _NET_CLIENT_LIST_STACKING | sed 's/.*[ #]//')")" = "$1" ]
 }
+
+# find_window WINDOW: sets left, top, WIDTH and HEIGHT once it stands still.
+find_window() {
+    local last=none
+    until [ "$last" = "$(xdotool getwindowgeometry "$1")" ]; do # it may still be on its way to its place
+        last=$(xdotool getwindowgeometry "$1")
+        sleep 0.5
+    done
+    eval "$(xdotool getwindowgeometry --shell "$1")"
+    # The window's place as the pointer finds it; its geometry counts the frame twice.
+    eval "$(xdotool mousemove --window "$1" 0 0 getmouselocation --shell)"
+    left=$X top=$Y
+}
+
+# keep_pictures FOLDER: gives picture() its folder, and failures their picture.
+keep_pictures() {
+    pictures=$(realpath -m "$1")
+    mkdir -p "$pictures"
+    before_failure() { picture failed || true; }
+}
+# picture NAME: of the screen, without the pointer.
+picture() {
+    ffmpeg -loglevel error -y -f x11grab -draw_mouse 0 -video_size 1400x900 -i "$DISPLAY" -frames:v 1 "$pictures/$1.png"
+}

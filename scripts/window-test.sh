@@ -9,9 +9,7 @@ if [ -z "${WINDOW_TEST_DISPLAY:-}" ]; then
 fi
 program=$(realpath "$1")
 . "$(dirname "$0")/window-helpers.sh"
-pictures=$(realpath -m "${2:-$work/pictures}")
-mkdir -p "$pictures"
-before_failure() { picture failed || true; }
+keep_pictures "${2:-$work/pictures}"
 
 # The colour of a point of the screen as six hexadecimal digits.
 colour_at() {
@@ -25,19 +23,6 @@ row_at() {
     ffmpeg -loglevel error -f x11grab -video_size "$3x2" -i "$DISPLAY+$1,$2" -frames:v 1 -pix_fmt rgb24 -f rawvideo - | md5sum
 }
 resized_to() { xdotool getwindowgeometry "$1" | grep -q "Geometry: $2x"; }
-# find_window WINDOW: sets left, top, WIDTH and HEIGHT once it stands still.
-find_window() {
-    local last=none
-    until [ "$last" = "$(xdotool getwindowgeometry "$1")" ]; do # it may still be on its way to its place
-        last=$(xdotool getwindowgeometry "$1")
-        sleep 0.5
-    done
-    eval "$(xdotool getwindowgeometry --shell "$1")"
-    # The window's place as the pointer finds it; its geometry counts the frame twice.
-    eval "$(xdotool mousemove --window "$1" 0 0 getmouselocation --shell)"
-    left=$X top=$Y
-}
-picture() { ffmpeg -loglevel error -y -f x11grab -video_size 1400x900 -i "$DISPLAY" -frames:v 1 "$pictures/$1.png"; }
 
 "$program" demo-tracks "$work/tracks" >"$work/tracks.log" || fail "the demo tracks can't be written"
 mapfile -t tracks < <(find "$work/tracks" -name '*.flac' | sort | head -4)
