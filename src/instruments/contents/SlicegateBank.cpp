@@ -61,11 +61,8 @@ void loadBank (SlicegateDeckState& deck, const SlicegateBank& bank)
 
 std::string loadBank (SlicegateDeckState& deck, const juce::File& file)
 {
-    const auto bank = PresetFile::load (file, &readSlicegateBank);
-    if (const auto* sentence = std::get_if<std::string> (&bank))
-        return *sentence;
-    loadBank (deck, std::get<SlicegateBank> (bank));
-    return {};
+    return PresetFile::load (file, &readSlicegateBank,
+                             [&deck] (const SlicegateBank& bank) { loadBank (deck, bank); });
 }
 
 std::string saveBank (const SlicegateDeckState& deck, const juce::File& file)

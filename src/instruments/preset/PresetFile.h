@@ -24,10 +24,11 @@ std::string unreadable (const juce::File&);
 
 /** Reads a preset of any kind, which is named after its file if it has no name of its own.
     @param readBytes   takes any bytes; gives the preset, or a fault (see PresetXml)
-    @returns the preset, or a sentence for the user */
-template <typename Preset>
-std::variant<Preset, std::string> load (const juce::File& file,
-                                        std::variant<Preset, std::string> (*readBytes) (std::string_view))
+    @param take        called with the preset
+    @returns a sentence for the user if there is none, else "" */
+template <typename Preset, typename Take>
+std::string load (const juce::File& file, std::variant<Preset, std::string> (*readBytes) (std::string_view),
+                  Take&& take)
 {
     const auto bytes = read (file);
     if (!bytes)
@@ -35,9 +36,11 @@ std::variant<Preset, std::string> load (const juce::File& file,
     auto found = readBytes (*bytes);
     if (const auto* fault = std::get_if<std::string> (&found))
         return PresetXml::sentence (file.getFileName().toStdString(), *fault);
-    if (auto& preset = std::get<Preset> (found); preset.name.empty())
+    auto& preset = std::get<Preset> (found);
+    if (preset.name.empty())
         preset.name = file.getFileNameWithoutExtension().toStdString();
-    return found;
+    take (preset);
+    return {};
 }
 
 /** Replaces a file in one step, and makes its folder. @returns a sentence if that failed, which leaves the old file, else "" */

@@ -30,11 +30,9 @@ std::string loadFactory (SmartKnobs& knobs, int deck, int knob, int id)
 
 std::string loadFile (SmartKnobs& knobs, int deck, int knob, const juce::File& file, int rows)
 {
-    const auto preset = PresetFile::load (file, &readSmartKnobPreset);
-    if (const auto* sentence = std::get_if<std::string> (&preset))
-        return *sentence;
-    knobs.loadSmartKnobPreset (deck, knob, std::get<SmartKnobPreset> (preset), rows);
-    return {};
+    return PresetFile::load (file, &readSmartKnobPreset,
+                             [&] (const SmartKnobPreset& preset)
+                             { knobs.loadSmartKnobPreset (deck, knob, preset, rows); });
 }
 
 std::string saveFile (const SmartKnobs& knobs, int deck, int knob, const juce::File& file)

@@ -90,11 +90,8 @@ std::uint32_t SlicegateDeckState::revision (int pad) const noexcept
 
 std::string SlicegateDeckState::importPreset (const juce::File& file, int pad)
 {
-    const auto found = PresetFile::load (file, &readSlicegatePreset);
-    if (const auto* sentence = std::get_if<std::string> (&found))
-        return *sentence;
-    load (pad, std::get<SlicegatePreset> (found));
-    return {};
+    return PresetFile::load (file, &readSlicegatePreset,
+                             [this, pad] (const SlicegatePreset& read) { load (pad, read); });
 }
 
 std::string SlicegateDeckState::exportPreset (const juce::File& file, int pad) const

@@ -231,7 +231,7 @@ void SlicegateDeckState::makeGains (Piece& piece, double time, double timeStep) 
 {
     const auto wasOpen = slicegateGain.isAt (1.0);
     // A ramp begins half its length before its edge, so that its middle is on it.
-    const auto begin = time + timeStep * (GainRamp::steps / 2);
+    const auto begin = time + timeStep * 0.5 * GainRamp::steps;
     const auto& curve = volumes.audible (currentPad);
     auto holds = true;
     Levels levels;
