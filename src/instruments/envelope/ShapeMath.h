@@ -39,8 +39,8 @@ PX_AUDIO_THREAD inline double sineOf (double angle) noexcept
     const auto quarters = angle * (2.0 / std::numbers::pi);
     if (!(std::abs (quarters) < 1e5))
         return std::sin (angle);
-    const auto near = quarters - 4.0 * floorOf (0.25 * quarters + 0.5); // -2 to 2
-    return sineOfQuarterTurns (std::abs (near) > 1.0 ? std::copysign (2.0, near) - near : near);
+    const auto fromCrest = quarters - 1.0;
+    return sineOfQuarterTurns (1.0 - std::abs (fromCrest - 4.0 * floorOf (0.25 * fromCrest + 0.5)));
 }
 
 /** exp (x) - 1: a whole power of two, and 1 + f R (f) with a Chebyshev fit of R for the rest f from -0.5 to 0.5. */
