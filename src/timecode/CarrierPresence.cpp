@@ -1,18 +1,13 @@
 #include "timecode/CarrierPresence.h"
 
-#include "timecode/TurnHistory.h"
-
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
 namespace
 {
-constexpr int ticksOf (double seconds) noexcept
-{
-    return static_cast<int> (seconds * TurnHistory::ticksPerSecond);
+constexpr float longestRest = 0.0136f; // seconds that are remembered
 }
-} // namespace
 
 float cartridgeLevel (double speed, double carrierHz) noexcept
 {
@@ -46,13 +41,20 @@ float CarrierPresence::levelAt (double speed) const noexcept
     return levels[below] + (at - static_cast<float> (below)) * (levels[below + 1] - levels[below]);
 }
 
+int CarrierPresence::ticksOf (float seconds) const noexcept
+{
+    return static_cast<int> (seconds * rate / static_cast<float> (frames));
+}
+
 void CarrierPresence::reset() noexcept
 {
-    meanSquare = scatter = cross = lineX = lineY = nominal = 0;
+    meanSquare = scatter = cross = lineX = lineY = lineSquare = nominal = 0;
+    noise = 0.1f;
     lastX = lastY = 0;
     present = atRest = false;
-    restTicks = heardTicks = 0;
-    absentTicks = ticksOf (1);
+    restSeconds = 0;
+    heardTicks = 0;
+    absentTicks = ticksOf (1.0f);
 }
 
 void CarrierPresence::observe (const ControlCircle::Points& points, const TickLanes& jitter,
@@ -75,39 +77,51 @@ void CarrierPresence::observe (const ControlCircle::Points& points, const TickLa
     meanSquare += leak * (points.squared.sum() - n * meanSquare);
     scatter += leak * (scattered.sum() - static_cast<float> (trustedFrames) * scatter);
     cross += 0.6f * leak * (turned.sum() - n * cross);
+    lineSquare += 0.5f * leak * (points.squared.sum() - n * lineSquare);
     lineX += 0.5f * leak * (across.sum() - n * lineX);
     lineY += 0.5f * leak * (along.sum() - n * lineY);
 }
 
-void CarrierPresence::judge (double hz, bool inGap) noexcept
+void CarrierPresence::judge (double hz, float rumble, bool inGap) noexcept
 {
     const auto level = std::sqrt (meanSquare);
     // Frequency weighed by energy: rumble that passes near zero leaps in angle, but has no weight there.
     const auto slowHz =
         std::abs (cross) / std::max (meanSquare, 1e-20f) * rate / (2 * std::numbers::pi_v<float>);
 
-    const auto floor = (absentTicks < ticksOf (0.02) ? 0.15f : 0.22f) * nominal;
+    // A record's level falls with its speed, down into the rumble that was heard beside the carrier.
+    const auto rumbling =
+        rumble < 0 ? 0.4f : std::clamp (2.6f * rumble / std::max (nominal, 1e-6f), 0.06f, 0.9f);
+    const auto lowest = vinyl ? std::clamp (std::max (0.5f * rumbling, 2 * noise), 0.03f, 0.22f) : 0.22f;
+    const auto floor = (absentTicks < ticksOf (0.02f) ? 0.7f : 1.0f) * lowest * nominal;
     const bool onCourse = scatter < 0.025f && level > 1e-4f && (inGap || level > floor);
     // Before a carrier was heard, hum could be one; but it moves both channels along one line.
-    const bool unproved =
-        nominal == 0 && (slowHz < 60 || lineX * lineX + lineY * lineY > 0.7225f * meanSquare * meanSquare);
-    // A weak carrier that hardly turns is rumble. A record's level falls with its speed, a disc's does not.
-    const bool weak = level < (vinyl ? (atRest ? 0.5f : 0.4f) : 0.7f) * nominal;
-    restTicks =
-        weak && slowHz < (atRest ? 60 : 40) ? std::min (restTicks + 1, 100) : std::max (0, restTicks - 4);
-    atRest = weak && restTicks > (atRest ? 0 : ticksOf (0.012));
+    // The disc's ellipse reaches 0.9 while its cables are taken for each other.
+    const bool isLine = lineX * lineX + lineY * lineY > 0.88f * lineSquare * lineSquare;
+    const bool unproved = nominal == 0 && (slowHz < 60 || isLine);
+    // A weak carrier that hardly turns is rumble. A disc's level does not fall.
+    const auto slowest = isLine && rumbling > 0.15f ? std::max (rumbling, 0.5f) : rumbling;
+    const bool weak = level < (vinyl ? (atRest ? 1.25f : 1.0f) * slowest : 0.7f) * nominal;
+    const auto tickSeconds = static_cast<float> (frames) / rate;
+    restSeconds = weak && slowHz < (atRest ? 60 : 40) ? std::min (restSeconds + tickSeconds, longestRest)
+                                                      : std::max (0.0f, restSeconds - 4 * tickSeconds);
+    atRest = weak && restSeconds > (atRest ? 0 : 0.012f);
 
     // After a rest a carrier has to last longer than dust does.
-    const bool heard = onCourse && !unproved && !atRest;
-    absentTicks = heard ? absentTicks : std::min (absentTicks + 1, ticksOf (1));
+    const bool isDust =
+        isLine && nominal > 0 && absentTicks >= ticksOf (0.02f); // it moves both channels at once
+    const bool heard = onCourse && !unproved && !atRest && !isDust;
+    absentTicks = heard ? absentTicks : std::min (absentTicks + 1, ticksOf (1.0f));
     heardTicks = heard ? heardTicks + 1 : 0;
-    if (heardTicks > ticksOf (0.0025))
+    if (heardTicks > ticksOf (level > 0.22f * nominal ? 0.0025f : 0.008f)) // a weak one turns slowly
         absentTicks = 0;
-    present = heard && absentTicks < ticksOf (0.02);
+    present = heard && absentTicks < ticksOf (0.02f);
 
     if (present && hz > 0.15 * carrier && hz < 2 * carrier)
     {
         const auto heardLevel = level / levelAt (hz / carrier);
-        nominal += (heardLevel > nominal ? 0.01f : 0.0005f) * (heardLevel - nominal);
+        // Noise moves the angle from frame to frame by its share of the radius, in two directions of four.
+        noise += 2 * tickSeconds * (2 * std::numbers::pi_v<float> * std::sqrt (scatter) - noise);
+        nominal += tickSeconds * (heardLevel > nominal ? 73.0f : 3.7f) * (heardLevel - nominal);
     }
 }

@@ -21,13 +21,20 @@ public:
 
     /** Judges, once a tick.
         @param hz     frequency of the carrier over the last 3 ms
+        @param rumble  level below the carrier, as the circle knows it
         @param inGap  the signal collapsed less than 20 ms ago */
-    PX_AUDIO_THREAD void judge (double hz, bool inGap) noexcept;
+    PX_AUDIO_THREAD void judge (double hz, float rumble, bool inGap) noexcept;
 
     PX_AUDIO_THREAD bool isPresent() const noexcept { return present; }
 
+    /** The carrier has lasted longer than dust does, so that it may be carried on when it is away. */
+    PX_AUDIO_THREAD bool isSettled() const noexcept { return present && heardTicks > ticksOf (0.02f); }
+
     /** Mean square of the circle's radius over 5 ms. */
     PX_AUDIO_THREAD float energy() const noexcept { return meanSquare; }
+
+    /** Level of the noise against the carrier's. */
+    PX_AUDIO_THREAD float noiseLevel() const noexcept { return noise; }
 
     /** Level of the carrier at nominal speed, root mean square; 0 before one was heard. */
     PX_AUDIO_THREAD float nominalLevel() const noexcept { return nominal; }
@@ -36,6 +43,8 @@ public:
     PX_AUDIO_THREAD float levelAt (double speed) const noexcept;
 
 private:
+    PX_AUDIO_THREAD int ticksOf (float seconds) const noexcept;
+
     static constexpr int levelsPerSpeed = 32, fastestLevel = 10;
 
     double carrier = 1000;
@@ -44,8 +53,10 @@ private:
     bool vinyl = false;
     std::array<float, levelsPerSpeed * fastestLevel + 2> levels {}; // by speed
 
-    float meanSquare = 0, scatter = 0, cross = 0, lineX = 0, lineY = 0, nominal = 0;
+    float meanSquare = 0, scatter = 0, cross = 0, lineX = 0, lineY = 0, lineSquare = 0, nominal = 0;
+    float noise = 0.1f; // level against the carrier's
     float lastX = 0, lastY = 0;
     bool present = false, atRest = false;
-    int restTicks = 0, heardTicks = 0, absentTicks = 0;
+    float restSeconds = 0;
+    int heardTicks = 0, absentTicks = 0;
 };

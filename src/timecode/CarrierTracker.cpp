@@ -20,6 +20,7 @@ void CarrierTracker::prepare (const ControlMedium& medium, double sampleRate) no
     rate = sampleRate;
     carrier = medium.carrierHz;
     disc = medium.isOwnDisc();
+    vinyl = medium.levelFollowsSpeed;
     history.prepare (rate);
     circle.prepare (medium, rate, framesInTick());
     presence.prepare (medium, rate, framesInTick());
@@ -34,7 +35,7 @@ void CarrierTracker::reset() noexcept
     presence.reset();
     history.reset();
     counter.reset();
-    course = {};
+    extrapolated = {};
     reading = {};
     brief = before = 0;
     evenTicks = 0;
@@ -46,19 +47,20 @@ void CarrierTracker::reset() noexcept
 const CarrierTracker::Reading& CarrierTracker::process (const TickLanes& left,
                                                         const TickLanes& right) noexcept
 {
-    const auto hz = static_cast<float> (std::abs (course.step) * rate);
+    const auto hz = static_cast<float> (std::abs (extrapolated.step) * rate);
     circle.process (left, right, hz, presence.energy(), presence.isPresent(), points);
     TickLanes angles;
     for (int i = 0; i < TickLanes::size; ++i)
         angles[i] = turn::ofPoint (points.x[i], points.y[i]);
 
-    const auto& counted = counter.count (angles, hasCollapsed(), presence.isPresent(), course, history);
+    const auto& counted = counter.count (angles, hasCollapsed(), presence.isPresent(), extrapolated, history);
     presence.observe (points, counted.jitter, counted.trustedFrames);
     history.push (counted.mean);
     judgeSpeed (counted.leftTheCourse);
 
     reading.turns = counter.turns();
     reading.present = presence.isPresent();
+    reading.away = counter.framesAway() > 0;
     reading.even = evenTicks > 0;
     lateIndex = (lateIndex + 1) & (late.size() - 1);
     late[lateIndex] = { points.primary, points.squared, counted.trustedFrames < framesInTick() };
@@ -73,8 +75,10 @@ bool CarrierTracker::hasCollapsed() noexcept
     const auto mean = points.squared.sum() / frames;
     brief += std::min (1.0f, 16 * leak * frames) * (mean - brief);
     const auto gap = counter.framesAway();
-    const bool collapsed =
-        (presence.isPresent() || gap > 0) && brief < 0.01f * before && gap < 3 * longestHold;
+    const auto noise = presence.noiseLevel();
+    // A record's level falls as quickly when a hand stops it.
+    const auto nothing = std::clamp (4 * noise * noise, 0.01f, vinyl ? 0.06f : 0.15f) * before;
+    const bool collapsed = (presence.isSettled() || gap > 0) && brief < nothing && gap < 3 * longestHold;
     if (!collapsed)
         before += 0.3f * leak * frames * (mean - before);
     return collapsed;
@@ -85,14 +89,14 @@ void CarrierTracker::judgeSpeed (bool leftTheCourse) noexcept
     const auto toSpeed = rate / carrier;
     const auto shortest = history.slope (0), longer = history.slope (1), longest = history.slope (2);
     const auto gap = counter.framesAway();
-    presence.judge (std::abs (shortest) * rate, gap > 0 && gap < longestHold);
+    presence.judge (std::abs (shortest) * rate, circle.rumble(), gap > 0 && gap < longestHold);
     if (gap >= longestHold || leftTheCourse)
         evenTicks = 0;
 
     // A longer slope counts as far as it agrees with the shorter within their noise.
     const auto a = shortest * toSpeed, b = longer * toSpeed, c = longest * toSpeed;
     if (std::abs (b - c) < 0.01 + slopeNoise)
-        slopeNoise += 0.01 * (std::min (std::abs (a - b), 0.05) - slopeNoise);
+        slopeNoise += 73 / history.ticksPerSecond() * (std::min (std::abs (a - b), 0.05) - slopeNoise);
     const auto first = agreement (a, b, 0.003 + 3 * slopeNoise);
     const auto second = first * agreement (b, c, 0.001 + slopeNoise);
     const bool speaks = presence.isPresent() && gap < longestHold;
@@ -100,14 +104,14 @@ void CarrierTracker::judgeSpeed (bool leftTheCourse) noexcept
 
     const bool agree = std::abs (a - b) + std::abs (b - c) < 0.01 + 4 * slopeNoise;
     evenTicks = agree && presence.isPresent() && counter.isOnCourse()
-                    ? static_cast<int> (0.008 * TurnHistory::ticksPerSecond)
+                    ? static_cast<int> (0.008 * history.ticksPerSecond())
                     : std::max (0, evenTicks - 1);
 
     const auto length = framesInTick();
-    course.step = std::clamp (shortest, -fastestStep, fastestStep);
-    course.lineStep = longer;
-    course.lineTurns = history.mean (1) + longer * 0.5 * (length * history.lengthInTicks (1) - 1);
-    course.isEven = evenTicks > 0;
+    extrapolated.step = std::clamp (shortest, -fastestStep, fastestStep);
+    extrapolated.lineStep = longer;
+    extrapolated.lineTurns = history.mean (1) + longer * 0.5 * (length * history.lengthInTicks (1) - 1);
+    extrapolated.isEven = evenTicks > 0;
     reading.turnsPerFrame = shortest;
     reading.lateTurns = history.middle() - shortest * 0.5 * (length - 1);
 }

@@ -24,6 +24,7 @@ public:
         TickLanes burst;       ///< the disc's third harmonic, matched
         TickLanes burstWeight; ///< the same if the slot is set
         bool present = false;  ///< a carrier stands or turns
+        bool away = false;     ///< the signal collapsed at once, turns go on at their speed for 60 ms
         bool even = false;     ///< the speed hardly changes
         bool coasting = false; ///< the signal is away or disturbed, turns go on at their speed
     };
@@ -48,14 +49,14 @@ private:
     PX_AUDIO_THREAD void readLateTick() noexcept;
 
     double rate = 44100, carrier = 1000;
-    bool disc = false;
+    bool disc = false, vinyl = false;
     ControlCircle circle;
     CarrierPresence presence;
     TurnHistory history;
     TurnCounter counter;
 
     ControlCircle::Points points;
-    TurnCounter::Course course;
+    TurnCounter::Extrapolation extrapolated;
     Reading reading;
     int longestHold = 882;       // frames
     float brief = 0, before = 0; // the circle's square over 0.3 and 16 ms

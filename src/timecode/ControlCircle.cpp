@@ -31,6 +31,8 @@ void ControlCircle::reset() noexcept
 {
     highPassX = highPassY = {};
     slowX = slowY = slowEnergy = 0;
+    rumbleX = rumbleY = rumbleXSquare = rumbleYSquare = 0;
+    rumbleTicks = 0;
     squares = cleanSquares = otherSquares = products = 0;
     framesLearnt = 0;
     shear = amplitude = 0;
@@ -56,6 +58,24 @@ float ControlCircle::cornerHz (float meanX, float meanY, float hz, float energy)
     slowEnergy += 20 / rate * static_cast<float> (frames) * (slowX * slowX + slowY * slowY - slowEnergy);
     const auto lift = std::min (1.0f, slowEnergy / std::max (0.02f * energy, 1e-12f));
     return std::clamp ((0.01f + 0.1f * lift) * hz, 2.0f, 120.0f);
+}
+
+void ControlCircle::learnRumble() noexcept
+{
+    // A second pole takes off what the first leaves of the carrier.
+    const auto share = tau * 60 / rate * static_cast<float> (frames);
+    rumbleX += share * (slowX - rumbleX);
+    rumbleY += share * (slowY - rumbleY);
+    rumbleTicks = std::min (rumbleTicks + 1, static_cast<int> (0.5f * rate * perFrame));
+    const auto leak = 1 / static_cast<float> (rumbleTicks);
+    rumbleXSquare += leak * (rumbleX * rumbleX - rumbleXSquare);
+    rumbleYSquare += leak * (rumbleY * rumbleY - rumbleYSquare);
+}
+
+float ControlCircle::rumble() const noexcept
+{
+    const bool isKnown = static_cast<float> (rumbleTicks) > 0.05f * rate * perFrame;
+    return isKnown ? std::sqrt (rumbleXSquare + stretch * stretch * rumbleYSquare) : -1;
 }
 
 void ControlCircle::removeBursts (Points& points) const noexcept
@@ -104,6 +124,8 @@ void ControlCircle::process (const TickLanes& left, const TickLanes& right, floa
         points.squared[i] = points.x[i] * points.x[i] + points.y[i] * points.y[i];
     if (canLearn && hz > 100)
         learn (x, rawY, points);
+    if (canLearn && hz > 180)
+        learnRumble();
     adapt (energy);
 }
 

@@ -31,6 +31,10 @@ public:
     PX_AUDIO_THREAD void process (const TickLanes& left, const TickLanes& right, float hz, float energy,
                                   bool canLearn, Points&) noexcept;
 
+    /** Level of what lies below the carrier, rumble above all, root mean square in units of the points; learnt while
+        the carrier is well above it, below 0 before. */
+    PX_AUDIO_THREAD float rumble() const noexcept;
+
 private:
     /** Two poles, each a running mean that moves once a tick and is taken off on a line. */
     struct HighPass
@@ -41,6 +45,7 @@ private:
     };
 
     PX_AUDIO_THREAD float cornerHz (float meanX, float meanY, float hz, float energy) noexcept;
+    PX_AUDIO_THREAD void learnRumble() noexcept;
     PX_AUDIO_THREAD void removeBursts (Points&) const noexcept;
     PX_AUDIO_THREAD void learn (const TickLanes& x, const TickLanes& rawY, const Points&) noexcept;
     PX_AUDIO_THREAD void adapt (float energy) noexcept;
@@ -54,6 +59,8 @@ private:
 
     HighPass highPassX, highPassY;
     float slowX = 0, slowY = 0, slowEnergy = 0;
+    float rumbleX = 0, rumbleY = 0, rumbleXSquare = 0, rumbleYSquare = 0;
+    int rumbleTicks = 0;
 
     float squares = 0, cleanSquares = 0, otherSquares = 0, products = 0; // running moments of the ellipse
     int framesLearnt = 0;

@@ -23,6 +23,7 @@ void PositionLock::prepare (const ControlMedium& newMedium, const GrooveCode& ne
     medium = &newMedium;
     code = &newCode;
     framesPerTick = framesInTick;
+    fastestStep = std::min (0.3, (medium->isOwnDisc() ? 3.1 : 6.6) * medium->carrierHz / sampleRate);
     longestGapTicks = static_cast<int> (longestGapSeconds * sampleRate / framesInTick);
     reset();
 }
@@ -31,14 +32,14 @@ void PositionLock::reset() noexcept
 {
     cycles.fill ({});
     slotLevels.fill ({});
-    started = known = remembered = false;
+    started = known = remembered = unproved = false;
     meanHeight = spread = trust = 0;
-    heightsSeen = absentTicks = doubtful = 0;
+    heightsSeen = absentTicks = hiddenTicks = doubtful = 0;
 }
 
 std::optional<double> PositionLock::cycle() const noexcept
 {
-    if (!known || doubtful > 0)
+    if (!known || doubtful > 0 || unproved || hiddenTicks > longestGapTicks / 12)
         return std::nullopt;
     const auto at = turnsNow + static_cast<double> (offset);
     return at >= 0 && at < static_cast<double> (code->length()) ? std::optional (at) : std::nullopt;
@@ -47,8 +48,9 @@ std::optional<double> PositionLock::cycle() const noexcept
 void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
 {
     turnsNow = reading.turns;
+    hiddenTicks = reading.present || reading.away ? 0 : hiddenTicks + 1; // nobody counts in noise
     even = reading.even;
-    tooFast = std::abs (reading.turnsPerFrame) > (medium->isOwnDisc() ? 0.065 : 0.15);
+    tooFast = std::abs (reading.turnsPerFrame) > fastestStep;
     if (!reading.present)
     {
         started = false;
@@ -57,9 +59,12 @@ void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
             known = false;
         else
             trust = std::min (trust, 0.55f); // the first bits decide
+        unproved = unproved || hiddenTicks > longestGapTicks / 12;
         return;
     }
     absentTicks = std::max (0, absentTicks - 1);
+    if (trust > (medium->isOwnDisc() ? 0.62f : 0.7f)) // three symbols or seven bits
+        unproved = false;
     const auto last = reading.lateTurns + reading.turnsPerFrame * (framesPerTick - 1);
     if (started && floorOf (reading.lateTurns) == current && floorOf (last) == current)
     {
@@ -126,6 +131,8 @@ void PositionLock::finish (std::int64_t number, bool forward) noexcept
     done.read = true;
     if (known)
         test (number, forward);
+    if (known && medium->isOwnDisc() && number % 6 == 0)
+        contest (number, forward);
     if (!known && remembered)
         recall (number, forward);
     if (!known || doubtful > 0)
@@ -253,6 +260,26 @@ void PositionLock::search (std::int64_t newest, bool forward) noexcept
     known = true;
     doubtful = 0;
     trust = 1;
+}
+
+void PositionLock::contest (std::int64_t newest, bool forward) noexcept
+{
+    // Frames hold their number, so neighbours differ in a few bits only: too few to be missed by the running test.
+    const auto direction = forward ? -1 : 1;
+    const auto all = 3 * code->cyclesToLocate(); // each digit thrice: dust can't put one wrong
+    const auto oldest = std::min (newest, newest + direction * (all - 1)), latest = oldest + all - 1;
+    for (auto n = oldest; n <= latest; ++n)
+        if (!wasRead (n))
+            return;
+    if (wrongBits (oldest, latest, offset) < 2)
+        return;
+    std::array<unsigned, 32> window {};
+    const auto wanted = code->cyclesToLocate();
+    for (int i = 0; i < wanted; ++i)
+        window[static_cast<std::size_t> (i)] = hardBits (oldest + i);
+    const auto found = code->locate (std::span (window).first (static_cast<std::size_t> (wanted)));
+    if (found.has_value() && wrongBits (oldest, latest, *found - oldest) == 0)
+        offset = *found - oldest;
 }
 
 void PositionLock::test (std::int64_t newest, bool forward) noexcept

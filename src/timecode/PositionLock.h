@@ -59,13 +59,14 @@ private:
     int wrongBits (std::int64_t oldest, std::int64_t latest, std::int64_t offset) noexcept;
     void recall (std::int64_t newest, bool forward) noexcept;
     void search (std::int64_t newest, bool forward) noexcept;
+    void contest (std::int64_t newest, bool forward) noexcept;
     void test (std::int64_t newest, bool forward) noexcept;
     float agreement (std::int64_t oldest, std::int64_t newest, std::int64_t offset, int& bitsSeen) noexcept;
 
     const ControlMedium* medium = nullptr;
     const GrooveCode* code = nullptr;
     int framesPerTick = 6, longestGapTicks = 441;
-    double turnsNow = 0;
+    double turnsNow = 0, fastestStep = 0.15; // turns a frame at which bits can be read
 
     std::array<Cycle, history> cycles {};
     std::int64_t current = 0;
@@ -80,8 +81,9 @@ private:
     bool tooFast = false, even = false;
 
     bool known = false, remembered = false;
+    bool unproved = false;   // the count went through noise: no bit has confirmed it since
     std::int64_t offset = 0; // cycle of the medium minus number in the count
     float trust = 0;
-    int absentTicks = 0;
+    int absentTicks = 0, hiddenTicks = 0;
     int doubtful = 0;
 };

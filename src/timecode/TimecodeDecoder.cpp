@@ -15,8 +15,9 @@ constexpr std::array wirings { ControlWiring {},
                                ControlWiring { true, true, true },
                                ControlWiring { true, true, false },
                                ControlWiring { true, false, true } };
-constexpr double fastestTickRate = 72000; // of frames, Hz
-constexpr float loudest = 8;              // of an input, full scale 1; what is above is no signal
+// At nominal speed. Sixteen leave the direction sure at seven times that; bursts of the disc need more.
+constexpr double fewestFrames = 16, fewestDiscFrames = 32;
+constexpr float loudest = 8; // of an input, full scale 1; what is above is no signal
 constexpr double firstTrialSeconds = 0.2, provedTrialSeconds = 4;
 } // namespace
 
@@ -27,7 +28,8 @@ void TimecodeDecoder::prepare (const ControlMedium& newMedium, std::shared_ptr<c
     code = std::move (newCode);
     inputRate = sampleRate;
     averaged = 1;
-    while (inputRate / averaged > fastestTickRate)
+    const auto fewest = medium.isOwnDisc() ? fewestDiscFrames : fewestFrames; // in a cycle
+    while (inputRate / (2 * averaged) >= fewest * medium.carrierHz)
         averaged *= 2;
     const auto rate = inputRate / averaged;
     tracker.prepare (medium, rate);
@@ -41,7 +43,7 @@ void TimecodeDecoder::reset() noexcept
 {
     tracker.reset();
     lock.reset();
-    secondsTravelled = 0;
+    secondsTravelled = secondsHidden = 0;
     leftTick = rightTick = {};
     gathered = inAverage = 0;
     leftSum = rightSum = 0;
@@ -92,7 +94,21 @@ void TimecodeDecoder::processTick() noexcept
         }
     const auto& reading =
         wired.exchanged ? tracker.process (rightTick, leftTick) : tracker.process (leftTick, rightTick);
-    secondsTravelled += tracker.speed() * tracker.framesInTick() * averaged / inputRate;
+    const auto frames = tracker.framesInTick();
+    secondsTravelled += tracker.speed() * frames * averaged / inputRate;
+    // Way that a dropout hid is made up for when the carrier is back at once.
+    if (reading.away)
+    {
+        secondsHidden += tracker.speed() == 0 ? reading.turnsPerFrame * frames / medium.carrierHz : 0;
+        ticksAfterHidden = 0;
+    }
+    else if (secondsHidden != 0)
+    {
+        const bool isBack = reading.present && tracker.speed() != 0;
+        secondsTravelled += isBack ? secondsHidden : 0;
+        if (isBack || ++ticksAfterHidden * frames * averaged > 0.02 * inputRate)
+            secondsHidden = 0;
+    }
     if (code == nullptr)
         return;
     lock.process (reading);
@@ -115,7 +131,7 @@ void TimecodeDecoder::watchWiring (const CarrierTracker::Reading& reading) noexc
         wiringIsProved
             ? provedTrialSeconds
             : firstTrialSeconds * (1 << std::min (4, wiringsTried / static_cast<int> (wirings.size())));
-    if (++unreadTicks > trial * TurnHistory::ticksPerSecond * 1000 / medium.carrierHz)
+    if (++unreadTicks > trial * inputRate / (averaged * tracker.framesInTick()) * 1000 / medium.carrierHz)
         tryNextWiring();
 }
 

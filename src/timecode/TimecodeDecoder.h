@@ -11,8 +11,8 @@ struct ControlWiring
 
 /** Speed and place of the needle from the two channels of a control signal.
 
-    Frames are gathered to ticks (six at 44,100 Hz); speed is renewed with each, the place goes on between them. Above
-    72 kHz neighbouring frames are averaged first. When a carrier is there whose code can't be read, other wirings are tried in turn until one can. Audio thread;
+    Neighbouring frames are averaged as far as sixteen are left in a cycle of the carrier, and gathered to ticks of
+    four to eight; speed is renewed with each, the place goes on between them. When a carrier is there whose code can't be read, other wirings are tried in turn until one can. Audio thread;
     allocates nothing but in prepare(). */
 class TimecodeDecoder
 {
@@ -32,7 +32,8 @@ public:
     /** Seconds of the medium at its nominal speed, or nothing. */
     PX_AUDIO_THREAD std::optional<double> position() const noexcept;
 
-    /** Seconds of groove that went by under the needle, forwards less backwards, since the last reset. */
+    /** Seconds of groove that went by under the needle, forwards less backwards, since the last reset. After a dropout
+        of up to 60 ms, of which speed() hides what lies behind its first 20 ms, it leaps by what was hidden. */
     PX_AUDIO_THREAD double travelled() const noexcept { return secondsTravelled + pendingSeconds(); }
 
     /** The needle's place is known: position() has one. */
@@ -61,7 +62,7 @@ private:
 
     ControlMedium medium {};
     std::shared_ptr<const GrooveCode> code;
-    double inputRate = 44100, secondsTravelled = 0;
+    double inputRate = 44100, secondsTravelled = 0, secondsHidden = 0;
     CarrierTracker tracker;
     PositionLock lock;
 
@@ -72,5 +73,5 @@ private:
 
     int wiringIndex = 0, wiringsTried = 0;
     bool wiringIsProved = false;
-    int unreadTicks = 0;
+    int unreadTicks = 0, ticksAfterHidden = 0;
 };

@@ -36,13 +36,14 @@ double& TurnCounter::countAt (int framesIntoTick) noexcept
 }
 
 const TurnCounter::Counted& TurnCounter::count (const TickLanes& angles, bool collapsed, bool isPresent,
-                                                const Course& course, TurnHistory& ticks) noexcept
+                                                const Extrapolation& extrapolated,
+                                                TurnHistory& ticks) noexcept
 {
     row = (row + 1) & (rowCount - 1);
     rows[static_cast<std::size_t> (row)].angles = angles;
     counted.leftTheCourse = false;
 
-    const auto step = static_cast<float> (course.step);
+    const auto step = static_cast<float> (extrapolated.step);
     TickLanes missed;
     missed[0] = angles[0] - lastAngle - step;
     for (int i = 1; i < TickLanes::size; ++i)
@@ -52,25 +53,25 @@ const TurnCounter::Counted& TurnCounter::count (const TickLanes& angles, bool co
     counted.trustedFrames = frames;
 
     const bool isQuiet = !collapsed && gap == 0 && strayed == 0 && trusting == 0 && !coasting;
-    if (!isQuiet || !countTogether (angles, course))
+    if (!isQuiet || !countTogether (angles, extrapolated))
     {
         sum = 0;
-        isEven = course.isEven;
+        isEven = extrapolated.isEven;
         for (int i = 0; i < frames; ++i)
-            countOne (i, collapsed, isPresent, course, ticks);
+            countOne (i, collapsed, isPresent, extrapolated, ticks);
     }
     lastAngle = angles[frames - 1];
     counted.mean = sum / frames;
     return counted;
 }
 
-bool TurnCounter::countTogether (const TickLanes& angles, const Course& course) noexcept
+bool TurnCounter::countTogether (const TickLanes& angles, const Extrapolation& extrapolated) noexcept
 {
-    // Where the last frame foretells, misses are the jitter; a line foretells each frame by itself.
+    // Misses are the jitter if the last frame foretells the next; a line foretells each frame by itself.
     TickLanes misses = counted.jitter;
-    const auto start = course.isEven ? course.lineTurns : now;
-    const auto step = course.isEven ? course.lineStep : course.step;
-    if (course.isEven)
+    const auto start = extrapolated.isEven ? extrapolated.lineTurns : now;
+    const auto step = extrapolated.isEven ? extrapolated.lineStep : extrapolated.step;
+    if (extrapolated.isEven)
     {
         const auto lineAngle = static_cast<float> (turn::wrapped (start)),
                    lineStep = static_cast<float> (step);
@@ -78,23 +79,26 @@ bool TurnCounter::countTogether (const TickLanes& angles, const Course& course) 
             misses[i] =
                 turn::wrapped (turn::wrapped (angles[i] - lineAngle) - lineStep * static_cast<float> (i + 1));
     }
-    const auto limit = (course.isEven ? 0.05f : 0.1f) + 4 * static_cast<float> (meanJitter);
+    const auto limit = (extrapolated.isEven ? 0.05f : 0.1f) + 4 * static_cast<float> (meanJitter);
     for (int i = 0; i < frames; ++i)
         if (std::abs (misses[i]) > limit)
             return false;
 
+    if (!extrapolated.isEven)
+        for (int i = 1; i < TickLanes::size; ++i)
+            misses[i] += misses[i - 1];
     auto& counts = rows[static_cast<std::size_t> (row)].counts;
-    auto off = 0.0;
-    sum = 0;
-    auto unsteady = 0.0f;
+    for (std::size_t i = 0; i < counts.size(); ++i)
+        counts[i] = start + step * static_cast<double> (static_cast<int> (i) + 1)
+                    + static_cast<double> (misses.values[i]);
+    now = counts[static_cast<std::size_t> (frames - 1)];
+    auto off = 0.0f, unsteady = 0.0f;
     for (int i = 0; i < frames; ++i)
     {
-        off = static_cast<double> (misses[i]) + (course.isEven ? 0 : off);
-        now = start + step * (i + 1) + off;
-        counts[static_cast<std::size_t> (i)] = now;
-        sum += now;
+        off += misses[i];
         unsteady += std::abs (counted.jitter[i]);
     }
+    sum = frames * (start + step * 0.5 * (frames + 1)) + static_cast<double> (off);
     meanJitter += 0.002 * (static_cast<double> (unsteady) - frames * meanJitter);
     lastMiss = static_cast<double> (misses[frames - 1]);
     smoothStrays = 0;
@@ -102,16 +106,17 @@ bool TurnCounter::countTogether (const TickLanes& angles, const Course& course) 
     return true;
 }
 
-void TurnCounter::countOne (int frame, bool collapsed, bool isPresent, const Course& course,
+void TurnCounter::countOne (int frame, bool collapsed, bool isPresent, const Extrapolation& extrapolated,
                             TurnHistory& ticks) noexcept
 {
     const auto angle = static_cast<double> (angleAt (frame));
-    const auto foretold = isEven ? course.lineTurns + course.lineStep * (frame + 1) : now + course.step;
+    const auto foretold =
+        isEven ? extrapolated.lineTurns + extrapolated.lineStep * (frame + 1) : now + extrapolated.step;
     const auto miss = turn::wrapped (angle - foretold);
 
     const bool strays = collapsed || std::abs (miss) > (isEven ? 0.05 : 0.1) + 4 * meanJitter;
-    const bool smooth =
-        std::abs (turn::wrapped (miss - lastMiss)) < 0.002 + 0.1 * std::abs (course.lineStep) + meanJitter;
+    const bool smooth = std::abs (turn::wrapped (miss - lastMiss))
+                        < 0.002 + 0.1 * std::abs (extrapolated.lineStep) + meanJitter;
     lastMiss = miss;
     smoothStrays = strays && smooth ? smoothStrays + 1 : 0;
     calm = strays ? 0 : calm + 1;
@@ -127,7 +132,7 @@ void TurnCounter::countOne (int frame, bool collapsed, bool isPresent, const Cou
     }
     else if (gap > 0)
     {
-        resumeAt (foretold + miss, frame, course.step, ticks);
+        resumeAt (foretold + miss, frame, extrapolated.step, ticks);
     }
     else if (disturbed && strayed <= longestStray)
     {
@@ -165,7 +170,7 @@ void TurnCounter::resumeAt (double newTurns, int frame, double step, TurnHistory
 
 void TurnCounter::believe (int frame, TurnHistory& ticks) noexcept
 {
-    // The hand moved the record after all: follow it from where the angles left their course.
+    // The hand moved the record after all: follow it from where the angles left their line.
     now = countAt (frame - strayed - 1);
     for (int back = strayed; back >= 0; --back)
     {

@@ -4,14 +4,14 @@
 
 /** Counts a circle's angle on through whole turns.
 
-    Angles that leave the course (dust, dropouts) are waited out for 3 ms; when they were the hand after all, the count
-    goes back to where it began and follows them. Angles on their course, which most are, are counted a tick at a time.
+    Angles that leave their line (dust, dropouts) are waited out for 3 ms; when they were the hand after all, the count
+    goes back to where it began and follows them. Angles on it, which most are, are counted a tick at a time.
     Audio thread; allocates nothing. */
 class TurnCounter
 {
 public:
-    /** The course that the ticks before foretell. */
-    struct Course
+    /** Extrapolation of the ticks before. */
+    struct Extrapolation
     {
         double step = 0;                    ///< turns a frame, by the last 3 ms
         double lineTurns = 0, lineStep = 0; ///< the line through the last 6 ms, from the last frame on
@@ -31,10 +31,10 @@ public:
 
     /** Counts the angles of a tick.
         @param collapsed  the signal is away
-        @param isPresent  a carrier stands or turns: its course may be trusted
+        @param isPresent  a carrier stands or turns: its line may be trusted
         @param ticks      the ticks before, corrected where the count goes back or leaps */
     PX_AUDIO_THREAD const Counted& count (const TickLanes& angles, bool collapsed, bool isPresent,
-                                          const Course&, TurnHistory& ticks) noexcept;
+                                          const Extrapolation&, TurnHistory& ticks) noexcept;
 
     /** Cycles of the carrier since reset, forward is up. */
     PX_AUDIO_THREAD double turns() const noexcept { return now; }
@@ -46,8 +46,8 @@ public:
     PX_AUDIO_THREAD bool isOnCourse() const noexcept { return strayed == 0 && trusting == 0; }
 
 private:
-    PX_AUDIO_THREAD bool countTogether (const TickLanes& angles, const Course&) noexcept;
-    PX_AUDIO_THREAD void countOne (int frame, bool collapsed, bool isPresent, const Course&,
+    PX_AUDIO_THREAD bool countTogether (const TickLanes& angles, const Extrapolation&) noexcept;
+    PX_AUDIO_THREAD void countOne (int frame, bool collapsed, bool isPresent, const Extrapolation&,
                                    TurnHistory&) noexcept;
     PX_AUDIO_THREAD void resumeAt (double newTurns, int frame, double step, TurnHistory&) noexcept;
     PX_AUDIO_THREAD void believe (int frame, TurnHistory&) noexcept;

@@ -11,12 +11,16 @@ constexpr int pushesBetweenSums = 512; // rounding can't gather for longer
 
 void TurnHistory::prepare (double sampleRate) noexcept
 {
-    tickLength =
-        std::clamp (static_cast<int> (std::lround (sampleRate / ticksPerSecond)), 1, TickLanes::size);
+    tickLength = std::clamp (static_cast<int> (std::lround (sampleRate / slowestTicks)), 1, TickLanes::size);
+    tickRate = sampleRate / tickLength;
     for (std::size_t i = 0; i < lengths.size(); ++i)
         lengths[i] = std::clamp (static_cast<int> (std::lround (windowSeconds[i] * sampleRate / tickLength)),
                                  9, capacity);
-    lengths[0] = 3 * (2 * (lengths[0] / 6) + 1); // three thirds, and the middle is a tick
+    const auto ticks = windowSeconds[0] * tickRate;
+    lengths[0] = std::clamp (2 * static_cast<int> (ticks / 2) + 1, 9, 63); // odd: the middle is a tick
+    // A parabola's mean lies this much of the outer thirds' bend beside its middle.
+    const double n = lengths[0], k = lengths[0] / 3, centre = (n - k) / 2;
+    bendToMiddle = (n * n - 1) / 12 / (2 * (centre * centre + (k * k - n * n) / 12));
     reset();
 }
 
@@ -44,7 +48,7 @@ void TurnHistory::push (double turnsOfTick) noexcept
     }
     const auto third = lengths[0] / 3;
     newestThird += turnsOfTick - at (third - 1);
-    oldestThird += at (2 * third - 1) - at (3 * third - 1);
+    oldestThird += at (lengths[0] - third - 1) - at (lengths[0] - 1);
     ring[static_cast<std::size_t> (next)] = turnsOfTick;
     next = (next + 1) & (capacity - 1);
     if (--pushesUntilSummedAnew <= 0)
@@ -70,7 +74,7 @@ void TurnHistory::sumAnew() noexcept
     for (int i = 0; i < third; ++i)
     {
         newestThird += at (i);
-        oldestThird += at (2 * third + i);
+        oldestThird += at (lengths[0] - third + i);
     }
 }
 
@@ -101,7 +105,6 @@ double TurnHistory::mean (int window) const noexcept
 
 double TurnHistory::middle() const noexcept
 {
-    // Of a parabola the mean lies 9/24 of the thirds' second difference beside the middle.
-    const auto all = sums[0].plain, middleThird = all - newestThird - oldestThird;
-    return all / lengths[0] - (newestThird - 2 * middleThird + oldestThird) / (lengths[0] / 3) * (9.0 / 24);
+    const auto mean = sums[0].plain / lengths[0];
+    return mean - bendToMiddle * ((newestThird + oldestThird) / (lengths[0] / 3) - 2 * mean);
 }

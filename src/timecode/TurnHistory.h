@@ -4,18 +4,21 @@
 
 #include <array>
 
-/** Path of the carrier over the last 16 ms, in turns, one mean every 136 microseconds (a tick), and its slopes.
+/** Path of the carrier over the last 16 ms, in turns, one mean every quarter of a millisecond or less (a
+    tick), and its slopes.
     Audio thread; allocates nothing. */
 class TurnHistory
 {
 public:
-    static constexpr double ticksPerSecond = 7350;
+    /** Ticks a second where eight frames are not too few for one. */
+    static constexpr double slowestTicks = 3675;
     static constexpr int windows = 3; // 3, 6.5 and 16 ms
 
     void prepare (double sampleRate) noexcept;
     PX_AUDIO_THREAD void reset() noexcept;
 
     PX_AUDIO_THREAD int samplesPerTick() const noexcept { return tickLength; }
+    PX_AUDIO_THREAD double ticksPerSecond() const noexcept { return tickRate; }
 
     /** Ticks between the newest and the middle of the shortest window. */
     PX_AUDIO_THREAD int ticksToMiddle() const noexcept { return lengths[0] / 2; }
@@ -60,9 +63,10 @@ private:
     }
 
     int tickLength = 6, next = 0;
+    double tickRate = 7350;
     std::array<int, windows> lengths { 21, 48, 118 };
     std::array<double, capacity> ring {};
     std::array<Sums, windows> sums {};
-    double newestThird = 0, oldestThird = 0; // of the shortest window
+    double newestThird = 0, oldestThird = 0, bendToMiddle = 0; // of the shortest window
     int pushesUntilSummedAnew = 0;
 };

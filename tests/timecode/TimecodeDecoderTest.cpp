@@ -208,6 +208,81 @@ TEST (TimecodeDecoder, ANeedleDropIsFoundAgainAndADropoutIsBridged)
     }
 }
 
+TEST (TimecodeDecoder, ASlowHandIsFollowedThroughItsTurns)
+{
+    const auto hand = [] (double t)
+    { return std::optional (t < 1 ? 1 : (t < 1.3 ? (1.3 - t) / 0.3 : 0.08 * std::sin (tau * (t - 1.3)))); };
+    for (const auto* medium : { &own(), &record() })
+    {
+        const auto signal = play (*medium, 60, 5.3, hand);
+        const auto found = decode (signal, *medium);
+        std::size_t still = 0;
+        for (auto i = signal.at (1.5); i < signal.size(); ++i)
+            still += std::abs (*hand (static_cast<double> (i) / signal.rate)) > 0.045 && found.speed[i] == 0
+                         ? 1
+                         : 0;
+        EXPECT_LT (still, signal.size() / 100) << medium->id;
+    }
+}
+
+TEST (TimecodeDecoder, ADropoutInNoiseLosesNeitherPlaceNorWay)
+{
+    for (const auto* medium : { &own(), &record() })
+    {
+        auto signal = play (*medium, 30, 1.5, steadily (1));
+        for (auto i = signal.at (0.7); i < signal.at (0.75); ++i)
+            signal.left[i] = signal.right[i] = 0;
+        addNoise (signal, 0.02f);
+        const auto decoder = std::make_unique<TimecodeDecoder>();
+        decoder->prepare (*medium, codeOf (*medium), signal.rate);
+        auto before = 0.0;
+        for (std::size_t i = 0; i < signal.size(); ++i)
+        {
+            decoder->process (signal.left[i], signal.right[i]);
+            before = i == signal.at (0.6) ? decoder->travelled() : before;
+            const auto place = decoder->position();
+            ASSERT_TRUE (!place.has_value() || std::abs (*place - signal.place[i]) < 0.02)
+                << medium->id << " at " << i;
+        }
+        EXPECT_TRUE (decoder->isLocked()) << medium->id;
+        EXPECT_NEAR (decoder->travelled() - before, 0.9, 0.004) << medium->id;
+    }
+}
+
+TEST (TimecodeDecoder, AStoppedRecordStandsStillInRumbleAndNoise)
+{
+    auto signal =
+        play (record(), 30, 3,
+              [] (double t) { return std::optional (t < 1 ? 1.0 : std::max (0.0, 1 - 3 * (t - 1))); });
+    std::uint32_t state = 1;
+    std::array<float, 2> low {}, lower {};
+    change (signal,
+            [&] (float& left, float& right, double)
+            {
+                for (std::size_t channel = 0; channel < 2; ++channel)
+                {
+                    state = state * 1664525 + 1013904223; // Numerical Recipes' generator
+                    const auto noise = static_cast<float> (state >> 8) / 8388608.0f - 1;
+                    low[channel] += 0.003f * (noise - low[channel]);
+                    lower[channel] += 0.003f * (low[channel] - lower[channel]);
+                    (channel == 0 ? left : right) += 3 * lower[channel];
+                }
+            });
+    addNoise (signal, 0.005f);
+    EXPECT_EQ (decode (signal, record()).worstSpeedError (signal, 1.5, 0), 0.0);
+}
+
+TEST (TimecodeDecoder, WhatIsNoNumberIsRest)
+{
+    auto signal = play (own(), 50, 1.5, steadily (1));
+    for (auto i = signal.at (0.5); i < signal.at (1); ++i)
+        signal.left[i] = signal.right[i] = std::numeric_limits<float>::quiet_NaN();
+    const auto found = decode (signal, own());
+    for (auto i = signal.at (0.57); i < signal.at (1); ++i)
+        ASSERT_EQ (found.speed[i], 0.0) << i;
+    EXPECT_GT (found.knownShare (signal, 1.06), 0.999);
+}
+
 TEST (TimecodeDecoder, GarbageGivesFiniteNumbersAndIsForgotten)
 {
     auto signal = play (record(), 50, 1.5, steadily (1));
