@@ -327,18 +327,22 @@ bool SamplerVoice::render (const Block& block, bool isOn, float* left, float* ri
     }
 
     auto isEnded = false;
-    for (int done = 0; sounding && done < frames;)
+    auto done = 0;
+    while (sounding && done < frames)
     {
         const auto rest = frames - done;
         const auto piece = isLocked (block) ? followReference (block, done, rest) : rest;
         make (block, done, left + done, right + done, piece);
+        addTail (left + done, right + done, piece); // of a jump, from there on
         done += piece;
         isEnded = !block.sample.loops && heardNow (block) >= block.sample.frames;
+        if (isEnded && mode == Mode::stretched)
+            keepTail (block); // a vocoder's end is not as sharp as the sample's
         if (isEnded)
             sounding = false;
     }
     if (sounding)
         heard = wrapped (block.sample, heardNow (block));
-    addTail (left, right, frames);
+    addTail (left + done, right + done, frames - done);
     return isOn && !isEnded;
 }
