@@ -27,6 +27,7 @@ struct Row
     int pads;
     bool synced;
     bool deckPlays;
+    bool masterJumps = false; ///< each second
 };
 
 /** Lays four beats of music at 120 BPM onto every pad, as the import thread does. */
@@ -67,8 +68,15 @@ float play (const Row& row, std::vector<int64_t>& least)
         engine.processBlock(); // one after the other, as hands do
     }
     for (int i = -warmUp; i < blocks; ++i)
+    {
+        if (row.masterJumps && i % 344 == 0)
+        {
+            const CallbackLock lock (engine->getCallbackLock(), "bench");
+            engine.deck (0).jumpTo ((20.0 + i % 7) * rate);
+        }
         if (const auto duration = engine.processBlock(); i >= 0)
             least[static_cast<size_t> (i)] = std::min (least[static_cast<size_t> (i)], duration);
+    }
     return engine.output().getRMSLevel (12, 0, block);
 }
 
@@ -89,6 +97,16 @@ void measure (const Row& row)
 }
 }
 
+/** The memory that the slots of an empty sampler take. */
+void measureMemory()
+{
+    BenchEngine engine (true, rate, block);
+    const auto before = Machine::residentMegabytes();
+    const auto slots = std::make_unique<SamplerSlots> (engine->sampler.desk.world);
+    std::printf ("%-44s %9.2f MB\n", "slots of an empty sampler, resident",
+                 Machine::residentMegabytes() - before);
+}
+
 /** @param arguments   "--only=TEXT": only rows whose name holds that */
 int main (int count, char** arguments)
 {
@@ -103,7 +121,10 @@ int main (int count, char** arguments)
                             { "a deck with key lock", 0, false, true },
                             { "1 synced pad beside it, 120 at 125 BPM", 1, true, true },
                             { "4 synced pads beside it", 4, true, true },
-                            { "16 synced pads beside it", 16, true, true } })
+                            { "16 synced pads beside it", 16, true, true },
+                            { "16 synced pads whose master jumps", 16, true, true, true } })
         if (std::string_view (row.what).find (only) != std::string_view::npos)
             measure (row);
+    if (only.empty())
+        measureMemory();
 }

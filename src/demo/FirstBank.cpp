@@ -247,7 +247,7 @@ juce::File firstBankFile (const juce::File& samples)
 juce::String writeFirstBank (const juce::File& samples)
 {
     const auto folder = samples.getChildFile ("First Bank");
-    const auto fault = "The first bank can't be written to " + samples.getFullPathName() + ".";
+    juce::String fault = "The first bank can't be written to " + samples.getFullPathName() + ".";
     if (folder.createDirectory().failed())
         return fault;
     SamplerBank bank;

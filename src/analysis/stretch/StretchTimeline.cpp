@@ -162,7 +162,8 @@ int StretchTimeline::hopFor (const StretchFactors& factors, int64_t in,
         return even (std::clamp (wanted + shift, limits.least,
                                  std::max (limits.greatest, longestShareToOnset * frameLength)));
     }
-    const auto farthest = std::abs (factors.ratio - 1.0) * 0.75 * frameLength + frameLength / 32;
+    const auto farthest =
+        std::abs (factors.ratio - 1.0) * 0.75 * frameLength + static_cast<double> (frameLength) / 32;
     return whole && std::abs (stray) <= farthest ? factors.hopIn
                                                  : even (std::clamp (wanted, limits.least, limits.greatest));
 }
