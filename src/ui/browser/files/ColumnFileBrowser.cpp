@@ -8,7 +8,7 @@
 
 namespace
 {
-constexpr int columnWidth = 180, airAboveText = 8;
+constexpr int leastColumnWidth = 140, airAboveText = 8;
 }
 
 void ColumnFileBrowserContents::paint (juce::Graphics& g)
@@ -215,8 +215,12 @@ void ColumnFileBrowser::resized()
 void ColumnFileBrowser::arrange()
 {
     const auto count = static_cast<int> (contents.columns.size());
-    contents.setSize (std::max (viewport.getWidth(), count * columnWidth), viewport.getMaximumVisibleHeight());
-    contents.setSize (contents.getWidth(), viewport.getMaximumVisibleHeight()); // once the bar is there, or not
+    const auto room = viewport.getMaximumVisibleWidth();
+    const auto columnWidth = room / std::max (1, room / leastColumnWidth); // whole columns
+    contents.setSize (std::max (viewport.getWidth(), count * columnWidth),
+                      viewport.getMaximumVisibleHeight());
+    contents.setSize (contents.getWidth(),
+                      viewport.getMaximumVisibleHeight()); // once the bar is there, or not
     int x = 0;
     for (const auto& column : contents.columns)
     {

@@ -1,9 +1,9 @@
 #include "ui/browser/files/PXFileListComponent.h"
 
 PXFileListComponent::PXFileListComponent (juce::DirectoryContentsList& contents)
-    : ListBox ({}, this),
-      DirectoryContentsDisplayComponent (contents)
+    : DirectoryContentsDisplayComponent (contents)
 {
+    setModel (this); // once it is there
     setTitle ("Files");
     setMultipleSelectionEnabled (true);
     directoryContentsList.addChangeListener (this);

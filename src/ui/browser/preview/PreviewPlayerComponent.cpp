@@ -24,6 +24,7 @@ PreviewPlayerComponent::PreviewPlayerComponent (FileStreamPlayer& player, SongPr
     playButton.setComponentID ("_previewButton");
     playButton.setTooltip ("Plays or stops the preview on the headphones.");
     playButton.onClick = [this] { preview.playOrPause(); };
+    playButton.setEnabled (false);
     addAndMakeVisible (playButton);
 }
 

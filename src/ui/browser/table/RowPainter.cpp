@@ -9,6 +9,7 @@
 
 namespace
 {
+constexpr float leastNumberWidth = 0.6f;
 constexpr int margin = 4, hueWidth = 4, badgeGap = 2, airAboveText = 8;
 
 bool isRightAligned (int columnId)
@@ -68,6 +69,8 @@ void RowPainter::paintCell (juce::Graphics& g, juce::Rectangle<int> area, const 
         paintMarks (g, area, text, *field, where);
     g.setFont (textFont);
     g.setColour (textColour (row));
+    if (where == juce::Justification::centredRight)
+        return g.drawFittedText (text, area, where, 1, leastNumberWidth); // a cut number is another number
     g.drawText (text, area, where, true);
 }
 

@@ -57,6 +57,9 @@ void SourcesTree::settle()
 {
     if (sources != nullptr)
         sources->settle();
+    // JUCE lays rows out later, but those of a new root at once.
+    setRootItem (nullptr);
+    setRootItem (root.get());
 }
 
 SourcesTreeItem& SourcesTree::add (juce::TreeViewItem& parent, Role role, const juce::String& text, int32_t id)
