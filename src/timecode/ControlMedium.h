@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/AudioThread.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -17,23 +19,24 @@ public:
     virtual ~GrooveCode() = default;
 
     /** Bits in one cycle: 1 or 6. */
-    virtual int bitsPerCycle() const noexcept = 0;
+    PX_AUDIO_THREAD virtual int bitsPerCycle() const noexcept = 0;
 
     /** Bits of a cycle, the first in the lowest bit; 0 outside the medium. */
-    virtual unsigned bitsAt (std::int64_t cycle) const noexcept = 0;
+    PX_AUDIO_THREAD virtual unsigned bitsAt (std::int64_t cycle) const noexcept = 0;
 
     /** Cycles that locate() needs. */
-    virtual int cyclesToLocate() const noexcept = 0;
+    PX_AUDIO_THREAD virtual int cyclesToLocate() const noexcept = 0;
 
     /** Cycles beyond those that must agree before a place is believed. */
-    virtual int cyclesToBelieve() const noexcept = 0;
+    PX_AUDIO_THREAD virtual int cyclesToBelieve() const noexcept = 0;
 
     /** Finds where cycles lie that were read in the groove's order.
         @returns the first one's cycle, or nothing when they stand nowhere. Audio thread. */
-    virtual std::optional<std::int64_t> locate (std::span<const unsigned> cycles) const noexcept = 0;
+    PX_AUDIO_THREAD virtual std::optional<std::int64_t>
+    locate (std::span<const unsigned> cycles) const noexcept = 0;
 
     /** Cycles of the whole medium. */
-    virtual std::int64_t length() const noexcept = 0;
+    PX_AUDIO_THREAD virtual std::int64_t length() const noexcept = 0;
 };
 
 /** A record or disc that steers a deck: two channels of one carrier, a quarter of a cycle apart. */
@@ -52,7 +55,7 @@ struct ControlMedium
     bool reversedPhase;      /**< secondary leads where others follow */
     bool levelFollowsSpeed;  /**< a cartridge gives velocity, a disc player does not */
 
-    bool isOwnDisc() const noexcept { return bits == 0; }
+    PX_AUDIO_THREAD bool isOwnDisc() const noexcept { return bits == 0; }
 };
 
 /** The system's own disc first, then the media whose code is publicly known. */

@@ -17,16 +17,16 @@ class PositionLock
 public:
     /** Sets the medium and its code, both outliving this, and the rate of the input, and resets. */
     void prepare (const ControlMedium&, const GrooveCode&, double sampleRate, int framesInTick) noexcept;
-    void reset() noexcept;
+    PX_AUDIO_THREAD void reset() noexcept;
 
     /** Takes in one reading of the carrier. */
-    void process (const CarrierTracker::Reading&) noexcept;
+    PX_AUDIO_THREAD void process (const CarrierTracker::Reading&) noexcept;
 
     /** Running share of bits that the code foretold, 0 to 1; 0 while the place is unknown. */
-    float trustInPlace() const noexcept { return known ? std::max (0.0f, trust) : 0; }
+    PX_AUDIO_THREAD float trustInPlace() const noexcept { return known ? std::max (0.0f, trust) : 0; }
 
     /** Place of the needle in cycles of the medium, or nothing. */
-    std::optional<double> cycle() const noexcept;
+    PX_AUDIO_THREAD std::optional<double> cycle() const noexcept;
 
 private:
     static constexpr int history = 256; // cycles, a power of two
@@ -41,27 +41,28 @@ private:
         bool read = false;
     };
 
-    Cycle& cycleAt (std::int64_t number) noexcept
+    PX_AUDIO_THREAD Cycle& cycleAt (std::int64_t number) noexcept
     {
         return cycles[static_cast<std::size_t> (number) & (history - 1)];
     }
-    bool wasRead (std::int64_t number) noexcept
+    PX_AUDIO_THREAD bool wasRead (std::int64_t number) noexcept
     {
         const auto& c = cycleAt (number);
         return c.number == number && c.read;
     }
-    void enter (std::int64_t number) noexcept;
-    void gather (const CarrierTracker::Reading&, int firstFrame, int endFrame) noexcept;
-    bool readSlots (Cycle&) noexcept;
-    bool readHeight (Cycle&) noexcept;
-    unsigned hardBits (std::int64_t number) noexcept;
-    void finish (std::int64_t number, bool forward) noexcept;
-    int wrongBits (std::int64_t oldest, std::int64_t latest, std::int64_t offset) noexcept;
-    void recall (std::int64_t newest, bool forward) noexcept;
-    void search (std::int64_t newest, bool forward) noexcept;
-    void contest (std::int64_t newest, bool forward) noexcept;
-    void test (std::int64_t newest, bool forward) noexcept;
-    float agreement (std::int64_t oldest, std::int64_t newest, std::int64_t offset, int& bitsSeen) noexcept;
+    PX_AUDIO_THREAD void enter (std::int64_t number) noexcept;
+    PX_AUDIO_THREAD void gather (const CarrierTracker::Reading&, int firstFrame, int endFrame) noexcept;
+    PX_AUDIO_THREAD bool readSlots (Cycle&) noexcept;
+    PX_AUDIO_THREAD bool readHeight (Cycle&) noexcept;
+    PX_AUDIO_THREAD unsigned hardBits (std::int64_t number) noexcept;
+    PX_AUDIO_THREAD void finish (std::int64_t number, bool forward) noexcept;
+    PX_AUDIO_THREAD int wrongBits (std::int64_t oldest, std::int64_t latest, std::int64_t offset) noexcept;
+    PX_AUDIO_THREAD void recall (std::int64_t newest, bool forward) noexcept;
+    PX_AUDIO_THREAD void search (std::int64_t newest, bool forward) noexcept;
+    PX_AUDIO_THREAD void contest (std::int64_t newest, bool forward) noexcept;
+    PX_AUDIO_THREAD void test (std::int64_t newest, bool forward) noexcept;
+    PX_AUDIO_THREAD float agreement (std::int64_t oldest, std::int64_t newest, std::int64_t offset,
+                                     int& bitsSeen) noexcept;
 
     const ControlMedium* medium = nullptr;
     const GrooveCode* code = nullptr;

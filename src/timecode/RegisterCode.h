@@ -12,12 +12,13 @@ public:
     /** Walks the whole medium once: one bit kept a cycle, one anchor every 64 cycles. */
     explicit RegisterCode (const ControlMedium&);
 
-    int bitsPerCycle() const noexcept override { return 1; }
-    unsigned bitsAt (std::int64_t cycle) const noexcept override;
-    int cyclesToLocate() const noexcept override { return width; }
-    int cyclesToBelieve() const noexcept override { return 24; }
-    std::optional<std::int64_t> locate (std::span<const unsigned> cycles) const noexcept override;
-    std::int64_t length() const noexcept override { return cycles; }
+    PX_AUDIO_THREAD int bitsPerCycle() const noexcept override { return 1; }
+    PX_AUDIO_THREAD unsigned bitsAt (std::int64_t cycle) const noexcept override;
+    PX_AUDIO_THREAD int cyclesToLocate() const noexcept override { return width; }
+    PX_AUDIO_THREAD int cyclesToBelieve() const noexcept override { return 24; }
+    PX_AUDIO_THREAD std::optional<std::int64_t>
+    locate (std::span<const unsigned> cycles) const noexcept override;
+    PX_AUDIO_THREAD std::int64_t length() const noexcept override { return cycles; }
 
 private:
     struct Anchor
@@ -26,8 +27,8 @@ private:
         std::uint32_t cycle = 0;
     };
 
-    std::uint32_t stepped (std::uint32_t state) const noexcept;
-    std::size_t slotOf (std::uint32_t state) const noexcept;
+    PX_AUDIO_THREAD std::uint32_t stepped (std::uint32_t state) const noexcept;
+    PX_AUDIO_THREAD std::size_t slotOf (std::uint32_t state) const noexcept;
 
     const int width;
     const std::uint32_t taps;

@@ -19,7 +19,8 @@ void TurnHistory::prepare (double sampleRate) noexcept
     const auto ticks = windowSeconds[0] * tickRate;
     lengths[0] = std::clamp (2 * static_cast<int> (ticks / 2) + 1, 9, 63); // odd: the middle is a tick
     // A parabola's mean lies this much of the outer thirds' bend beside its middle.
-    const double n = lengths[0], k = lengths[0] / 3, centre = (n - k) / 2;
+    const int third = lengths[0] / 3;
+    const double n = lengths[0], k = third, centre = (n - k) / 2;
     bendToMiddle = (n * n - 1) / 12 / (2 * (centre * centre + (k * k - n * n) / 12));
     reset();
 }
@@ -105,6 +106,7 @@ double TurnHistory::mean (int window) const noexcept
 
 double TurnHistory::middle() const noexcept
 {
+    const int third = lengths[0] / 3;
     const auto mean = sums[0].plain / lengths[0];
-    return mean - bendToMiddle * ((newestThird + oldestThird) / (lengths[0] / 3) - 2 * mean);
+    return mean - bendToMiddle * ((newestThird + oldestThird) / third - 2 * mean);
 }
