@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Works on a pad's and a SmartKnob's curves in real windows with a real mouse: opens both editors from their popups, drags,
-# adds points, takes all of it back and does it again, and finds the edits in the user's files after a kill.
+# adds points, takes all of it back and does it again, saves, clears and loads a bank of pads, and finds the edits in the user's
+# files after a kill.
 # usage: scripts/curves-test.sh PROGRAM [FOLDER]    pictures of the windows are left in FOLDER
 set -euo pipefail
 if [ -z "${CURVES_TEST_DISPLAY:-}" ]; then
@@ -88,6 +89,32 @@ find_window "$editor"
 edit pad
 xdotool windowactivate "$editor" key Escape
 until_true "Escape does not close the pad's editor" has_no_window '^Slicegate Editor for pad A.1$'
+
+# The menu beside the deck's letter saves its eight pads, clears them and loads them again.
+bank() { # bank KEYS...: chooses a line of the menu
+    xdotool windowactivate "$window" mousemove $((main_left + deck + 7 + 178)) $((main_top + 22 + 24 + 14)) click 1
+    sleep 0.7
+    xdotool key "$@" Return
+    sleep 0.7
+}
+name_file() { # name_file TITLE: types the bank's path into the dialog
+    until_true "no dialog \"$1\"" has_window "^$1"
+    sleep 0.5
+    xdotool key ctrl+a
+    xdotool type --delay 20 "$work/bank.xml"
+    xdotool key Return
+}
+pads_of() { grep -c '<sliceGatePreset' "$1"; }
+pads_kept() { [ "$(grep -c 'name="Empty"' "$work/root/setup/slicegate_A.xml")" = "$1" ]; }
+bank Down Down
+name_file "Save the bank of pads"
+has_bank() { [ "$(pads_of "$work/bank.xml")" = 8 ]; }
+until_true "the bank is not saved" has_bank
+bank Down Down Down
+until_true "the pads are not cleared" pads_kept 8
+bank Down
+name_file "Select a bank of pads"
+until_true "the bank is not loaded" pads_kept 0
 
 # The first panel left of the waveform becomes the SmartKnobs; EDIT opens the first knob's editor.
 left=$main_left top=$main_top
