@@ -13,6 +13,7 @@ namespace
 {
 constexpr double playsFrom = 0.1, stopsAfterSeconds = 0.1;
 constexpr double faderSeconds = 20000.0 / 44100.0; // in which the fader follows the record
+constexpr double leastLeap = 0.002; // seconds of groove, well above the steps of the decoder's ticks
 constexpr double takeOverFloor = 1.0e-4;
 constexpr double slewSeconds = 0.0003; // rounds the decoder's steps of 0.14 ms
 constexpr double backFromZoneSeconds = 0.14;
@@ -36,6 +37,7 @@ struct TimecodeDeck::Seat
     double calibration = 1, rate = 0;
     bool isCoded = false, hasLeadIn = false;
     double zoneBegin = 0; ///< seconds of the medium
+    double leap = 0; ///< seconds of groove that a dropout hid, known when the carrier was back in this block
 };
 
 TimecodeDeck::TimecodeDeck (DeckWorld& w, int deckIndex) : world (w), index (deckIndex) {}
@@ -233,10 +235,13 @@ void TimecodeDeck::decode() noexcept
     const auto decay = static_cast<float> (10.0 / seat->rate);
     const auto slew = static_cast<float> (OnePole::coefficient (slewSeconds, seat->rate));
 
+    const auto travelledBefore = decoder.travelled();
+    auto way = 0.0;
     for (int i = 0; i < frames; ++i)
     {
         const auto l = sound (left[i], leftGain), r = sound (right[i], rightGain);
         decoder.process (l, r);
+        way += decoder.speed();
         // Below the threshold only a signal whose code is read is more than rumble.
         const auto moves = isAudible (l, r, threshold, decay) || decoder.isLocked();
         const auto target = moves ? static_cast<float> (decoder.speed()) : 0.0f;
@@ -245,6 +250,8 @@ void TimecodeDeck::decode() noexcept
             speedNow = 0.0f;
         speeds[static_cast<size_t> (i)] = speedNow;
     }
+
+    seat->leap = decoder.travelled() - travelledBefore - way / seat->rate;
 
     place.reset();
     if (const auto seconds = decoder.position())
@@ -291,9 +298,11 @@ void TimecodeDeck::moveDeck() noexcept
             takeOver = 0.0;
     }
     servo.observe (speeds.data(), frames, world.engineRate);
-    if (place.has_value() && world.setup (*deck).timecodeAbsolute != 0 && controlZone == 0
-        && deck->loops.mode == noLoop)
+    const auto isFree = controlZone == 0 && deck->loops.mode == noLoop;
+    if (isFree && place.has_value() && world.setup (*deck).timecodeAbsolute != 0)
         alignToRecord();
+    else if (isFree && isSeatCurrent() && std::abs (seat->leap) > leastLeap)
+        deck->jumpTo (deck->heardPosition() + seat->leap * deck->track.sampleRate);
     deck->record = { speeds.data(), speeds.data() + frames, speedNow };
 
     const auto seconds = frames / world.engineRate;
