@@ -56,11 +56,12 @@ public:
                      times.quantile (1.0) / 1e6, source.size());
     }
 
-    RowSource source { room };
-
 private:
     LibraryRoom& room;
     const int repeats;
+
+public:
+    RowSource source { room };
 };
 
 void fill (SongDatabase& database, int songs)

@@ -77,3 +77,20 @@ TEST_F (LibraryNotes, AutomixTakesTheListInItsOrderAndGoesOnWhenItGrows)
     automix.begin();
     EXPECT_EQ (automix.nextTrack()->getFullPathName(), paths[0]) << "switched off and on within the list";
 }
+
+TEST_F (LibraryNotes, AutomixOnAStageAsksAndIsAnsweredLater)
+{
+    AutomixReader automix ([this] { return &songs; });
+    const auto next = [&]
+    {
+        EXPECT_FALSE (automix.nextTrack()) << "nothing is read on this thread";
+        automix.wait();
+        return automix.nextTrack().value_or (juce::File ("/unanswered")).getFullPathName();
+    };
+    ASSERT_EQ (songs.addFilesToAutomix ({ paths[1], paths[0] }), 0);
+    EXPECT_EQ (next(), paths[1]);
+    EXPECT_EQ (next(), paths[0]);
+    EXPECT_EQ (next(), "");
+    automix.begin();
+    EXPECT_EQ (next(), paths[1]);
+}

@@ -9,42 +9,69 @@
 
 namespace
 {
-/** Lets the writer commit `units` units and kills it at once, in the middle of what it does next.
+/** A program that writes to a library until it is killed. */
+class Writer
+{
+public:
+    Writer (const juce::File& file, int first)
+    {
+        int ends[2];
+        EXPECT_EQ (::pipe (ends), 0);
+        const auto path = file.getFullPathName().toStdString(), number = std::to_string (first);
+        child = ::fork();
+        if (child == 0)
+        {
+            ::dup2 (ends[1], STDOUT_FILENO);
+            ::close (ends[0]);
+            ::execl (PX_LIBRARY_WRITER, PX_LIBRARY_WRITER, path.c_str(), number.c_str(), nullptr);
+            ::_exit (3);
+        }
+        ::close (ends[1]);
+        said = ends[0];
+    }
+
+    /** Waits until it has committed so many units. */
+    void waitFor (int units)
+    {
+        while (committed < units && read())
+        {
+        }
+    }
+
+    /** Kills it in the midst of what it does next. @returns how many units it said to have committed */
+    int kill()
+    {
+        ::kill (child, SIGKILL);
+        while (read())
+        {
+        }
+        ::close (said);
+        auto status = 0;
+        EXPECT_EQ (::waitpid (child, &status, 0), child);
+        EXPECT_TRUE (WIFSIGNALED (status)) << "it ended by itself";
+        return committed;
+    }
+
+private:
+    bool read()
+    {
+        char bytes[256];
+        const auto got = ::read (said, bytes, sizeof bytes);
+        committed += got > 0 ? static_cast<int> (got) : 0;
+        return got > 0;
+    }
+
+    pid_t child = -1;
+    int said = -1, committed = 0;
+};
+
+/** Lets the writer commit `units` units and kills it at once.
     @returns how many it said to have committed, which is more than that */
 int writeUntilKilled (const juce::File& file, int first, int units)
 {
-    int ends[2];
-    EXPECT_EQ (::pipe (ends), 0);
-    const auto path = file.getFullPathName().toStdString(), number = std::to_string (first);
-    const auto child = ::fork();
-    if (child == 0)
-    {
-        ::dup2 (ends[1], STDOUT_FILENO);
-        ::close (ends[0]);
-        ::execl (PX_LIBRARY_WRITER, PX_LIBRARY_WRITER, path.c_str(), number.c_str(), nullptr);
-        ::_exit (3);
-    }
-    ::close (ends[1]);
-    auto committed = 0;
-    char said[256];
-    const auto read = [&]
-    {
-        const auto got = ::read (ends[0], said, sizeof said);
-        committed += got > 0 ? static_cast<int> (got) : 0;
-        return got > 0;
-    };
-    while (committed < units && read())
-    {
-    }
-    ::kill (child, SIGKILL);
-    while (read())
-    {
-    }
-    ::close (ends[0]);
-    auto status = 0;
-    EXPECT_EQ (::waitpid (child, &status, 0), child);
-    EXPECT_TRUE (WIFSIGNALED (status)) << "it ended by itself";
-    return committed;
+    Writer writer (file, first);
+    writer.waitFor (units);
+    return writer.kill();
 }
 
 /** The number of kills; more by scripts/kill-library.sh. */
@@ -96,5 +123,41 @@ TEST_F (KilledLibrary, LosesOnlyTheTransactionInFlight)
         EXPECT_TRUE (lastComment == 0 || comment == std::to_string (lastComment)
                      || comment == std::to_string (last + 1))
             << comment;
+    }
+}
+
+TEST_F (KilledLibrary, LosesNothingOfTwoProgramsThatWriteAtOnce)
+{
+    const auto song = listOf (SongListKind::library, -1, { add ("/first") });
+    ASSERT_EQ (database.createPlaylist ("p", &song, 1), 0);
+    juce::Random random (2027);
+    for (int round = 0, unit = 4; round < std::max (2, rounds() / 5); ++round, unit += 10'000)
+    {
+        database.close();
+        const auto other = unit + 5'000;
+        Writer one (file, unit), two (file, other);
+        one.waitFor (1 + random.nextInt (40));
+        two.waitFor (1 + random.nextInt (40));
+        const auto ofOne = one.kill();
+        const auto ofTwo = two.kill();
+        ASSERT_EQ (database.open (file), 0);
+        ASSERT_EQ (ask ("PRAGMA integrity_check"), "ok");
+        for (const auto& [first, committed] : { std::pair (unit, ofOne), std::pair (other, ofTwo) })
+            for (auto each = first; each < first + committed; ++each)
+            {
+                const auto kind = WriterUnits::kindOf (each);
+                if (kind == WriterUnits::Kind::oneSong || kind == WriterUnits::Kind::manySongs)
+                {
+                    ASSERT_EQ (database.countFilename (juce::String (WriterUnits::pathOf (each, 0))), 1)
+                        << each;
+                }
+            }
+        const auto entries = std::stoi (ask ("SELECT COUNT(*) FROM playlists_songs"));
+        auto isOfOneUnit = entries == 1;
+        for (auto each = unit; each <= unit + ofOne; ++each)
+            isOfOneUnit = isOfOneUnit || entries == WriterUnits::entriesOf (each);
+        for (auto each = other; each <= other + ofTwo; ++each)
+            isOfOneUnit = isOfOneUnit || entries == WriterUnits::entriesOf (each);
+        EXPECT_TRUE (round > 0 || isOfOneUnit) << entries << ": a list of two halves";
     }
 }
