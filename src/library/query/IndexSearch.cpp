@@ -132,13 +132,27 @@ int SongIndex::rankNumbers (SongDatabase& database, SongField field, std::vector
     const auto songCount = songs.ids.size();
     std::vector<std::pair<double, uint32_t>> keys;
     keys.reserve (songCount);
-    const auto code =
-        database.scanSongs ({ &field, 1 }, nullptr,
-                            [&] (const SqlRow& row)
-                            {
-                                if (const auto position = songs.positionOf (row.int32 (0)); position >= 0)
-                                    keys.emplace_back (row.real (3), static_cast<uint32_t> (position));
-                            });
+    const auto take = [&keys] (const auto& values)
+    {
+        for (uint32_t position = 0; position < values.size(); ++position)
+            keys.emplace_back (static_cast<double> (values[position]), position);
+        return LibraryCode::ok;
+    };
+    const auto read = [&]
+    {
+        return database.scanSongs ({ &field, 1 }, nullptr,
+                                   [&] (const SqlRow& row)
+                                   {
+                                       const auto position = songs.positionOf (row.int32 (0));
+                                       if (position >= 0)
+                                           keys.emplace_back (row.real (3), static_cast<uint32_t> (position));
+                                   });
+    };
+    const auto code = field == SongField::bpm      ? take (songs.bpm)
+                      : field == SongField::year   ? take (songs.year)
+                      : field == SongField::rating ? take (songs.rating)
+                      : field == SongField::time   ? take (songs.durations)
+                                                   : read();
     if (code != LibraryCode::ok)
         return code;
     std::sort (keys.begin(), keys.end());
