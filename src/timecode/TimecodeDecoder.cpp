@@ -15,8 +15,8 @@ constexpr std::array wirings { ControlWiring {},
                                ControlWiring { true, true, true },
                                ControlWiring { true, true, false },
                                ControlWiring { true, false, true } };
-// At nominal speed. Sixteen leave the direction sure at seven times that; bursts of the disc need more.
-constexpr double fewestFrames = 16, fewestDiscFrames = 32;
+// In a cycle at nominal speed: they leave the direction sure at seven times that.
+constexpr double fewestFrames = 16;
 constexpr float loudest = 8; // of an input, full scale 1; what is above is no signal
 constexpr double firstTrialSeconds = 0.2, provedTrialSeconds = 4;
 } // namespace
@@ -28,8 +28,7 @@ void TimecodeDecoder::prepare (const ControlMedium& newMedium, std::shared_ptr<c
     code = std::move (newCode);
     inputRate = sampleRate;
     averaged = 1;
-    const auto fewest = medium.isOwnDisc() ? fewestDiscFrames : fewestFrames; // in a cycle
-    while (inputRate / (2 * averaged) >= fewest * medium.carrierHz)
+    while (inputRate / (2 * averaged) >= fewestFrames * medium.carrierHz)
         averaged *= 2;
     const auto rate = inputRate / averaged;
     tracker.prepare (medium, rate);
