@@ -20,8 +20,9 @@ void BrowserRequests::deliver()
     Item item;
     while (queue.pop (item))
     {
-        const auto found = std::find_if (receivers.begin(), receivers.end(),
-                                         [&item] (const Entry& entry) { return entry.engine == item.engine; });
+        const auto found =
+            std::find_if (receivers.begin(), receivers.end(),
+                          [&item] (const Entry& entry) { return entry.engine == item.engine; });
         if (found != receivers.end())
             found->receiver->carryOut (item.request, item.deck);
     }

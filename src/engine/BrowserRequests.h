@@ -51,7 +51,8 @@ public:
     /** Any thread; never waits. @param deck   0 to 3, of a load */
     PX_AUDIO_THREAD void post (const CPlatterdex& engine, BrowserRequest request, int deck) noexcept
     {
-        queue.push ({ &engine, request, static_cast<uint8_t> (deck) }); // a full queue has more steps than a hand meant
+        queue.push ({ &engine, request,
+                      static_cast<uint8_t> (deck) }); // a full queue has more steps than a hand meant
     }
 
     /** Makes a view the receiver of what is posted for an engine from then on. Message thread. */

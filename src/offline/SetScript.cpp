@@ -551,10 +551,10 @@ SetScript::Event readEvent (Line& line, int lineNumber)
         line.fail ("After the time an action is missing: load, sample, set, setting, reverse, host, midi, "
                    "script, browse, slicegate, smartknob, timecode, print or end.");
     else
-        line.fail (
-            "There is no action " + quoted (action)
-            + ": load, sample, set, setting, reverse, host, midi, script, browse, slicegate, smartknob, timecode, "
-              "print or end.");
+        line.fail ("There is no action " + quoted (action)
+                   + ": load, sample, set, setting, reverse, host, midi, script, browse, slicegate, "
+                     "smartknob, timecode, "
+                     "print or end.");
     line.expectEnd();
     return event;
 }

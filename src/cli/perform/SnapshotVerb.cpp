@@ -207,8 +207,9 @@ juce::String browse (SongManager& browser, const SetScript& script)
             continue;
         const juce::String text (line->text);
         const auto columns = TableColumn::all();
-        const auto column = std::find_if (columns.begin(), columns.end(),
-                                          [&text] (const auto& each) { return text.equalsIgnoreCase (each.text); });
+        const auto column =
+            std::find_if (columns.begin(), columns.end(),
+                          [&text] (const auto& each) { return text.equalsIgnoreCase (each.text); });
         auto& songs = browser.songs();
         if (line->action == Action::source && !browser.showSourceNamed (text))
             return "The browser has no source \"" + text + "\".";

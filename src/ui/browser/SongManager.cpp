@@ -45,8 +45,7 @@ Source sourceOf (const juce::String& text)
 SongManager::SongManager (CPlatterdex& e, Session* session)
     : PollingView (Pace::moving),
       world { e, session },
-      status (e,
-              [this] (const juce::String& path)
+      status (e, [this] (const juce::String& path)
               { return world.room != nullptr && world.room->history.isPlayed (path); }),
       songActions (world, status, *this),
       sourceActions (world, *this),
@@ -65,8 +64,7 @@ SongManager::SongManager (CPlatterdex& e, Session* session)
     setFocusContainerType (FocusContainerType::keyboardFocusContainer);
 
     search.setHint (e.settings.searchText.get());
-    search.setFields (
-        SearchFields::fromText (world.preference (fieldsName, SearchFields::byDefault)));
+    search.setFields (SearchFields::fromText (world.preference (fieldsName, SearchFields::byDefault)));
     search.onSearch = [this]
     {
         table.setSearch (search.text(), search.fields());
@@ -133,6 +131,7 @@ bool SongManager::openLibrary()
         return table.repaint(), false;
     tree.openLibrary();
     table.openLibrary();
+    table.repaint();
     showSource (sourceOf (world.preference (sourceName)));
     const juce::File named (world.engine.settings.itunesLibrary.get());
     const auto foreign = named.existsAsFile()
@@ -401,8 +400,8 @@ void SongManager::resized()
     jobLine.setBounds (line);
 
     juce::Component* parts[] { nullptr, &leftBar, nullptr, &rightBar, nullptr };
-    panes.layOutComponents (parts, juce::numElementsInArray (parts), area.getX(), area.getY(), area.getWidth(),
-                            area.getHeight(), false, true);
+    panes.layOutComponents (parts, juce::numElementsInArray (parts), area.getX(), area.getY(),
+                            area.getWidth(), area.getHeight(), false, true);
     auto left = area.withRight (leftBar.getX()), right = area.withLeft (rightBar.getRight());
     auto middle = area.withLeft (leftBar.getRight()).withRight (rightBar.getX());
 
@@ -413,7 +412,8 @@ void SongManager::resized()
         cover.setBounds (left.removeFromBottom (side));
     tree.setBounds (left);
     auto top = middle.removeFromTop (std::min (searchHeight, middle.getHeight()));
-    windowButton.setBounds (top.removeFromRight (windowButtonWidth + gap).withTrimmedRight (gap)
+    windowButton.setBounds (top.removeFromRight (windowButtonWidth + gap)
+                                .withTrimmedRight (gap)
                                 .withSizeKeepingCentre (windowButtonWidth, windowButtonWidth));
     top.removeFromRight (gap);
     search.setBounds (top);

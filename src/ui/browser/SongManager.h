@@ -39,8 +39,8 @@ public:
     void takeKeyboard();
     void takeKeyboardToSearch() { search.takeKeyboard(); }
 
-    std::function<void()> onEscape;        ///< the keyboard goes back to the decks
-    std::function<void()> onOpenInWindow;  ///< the browser is to stand in a window of its own, or back
+    std::function<void()> onEscape;       ///< the keyboard goes back to the decks
+    std::function<void()> onOpenInWindow; ///< the browser is to stand in a window of its own, or back
 
     /** Opens the library now, and waits for all that is on its way. For programs without a message loop. */
     void settle();

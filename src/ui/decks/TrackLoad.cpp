@@ -3,7 +3,8 @@
 #include "engine/CPlatterdex.h"
 #include "ui/panel/PanelPaint.h"
 
-void TrackLoad::onto (CPlatterdex& engine, const DeckWatch& watch, const juce::File& file, juce::Component& asker)
+void TrackLoad::onto (CPlatterdex& engine, const DeckWatch& watch, const juce::File& file,
+                      juce::Component& asker)
 {
     const auto deck = watch.deck();
     const auto& prompts = engine.environment.prompts;

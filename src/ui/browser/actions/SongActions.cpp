@@ -62,7 +62,8 @@ void SongActions::preview (const juce::String& path)
 
 void SongActions::resetPlayedStatus (const SelectedSongs& songs)
 {
-    withPaths (songs, [this] (const juce::StringArray& paths)
+    withPaths (songs,
+               [this] (const juce::StringArray& paths)
                {
                    world.room->history.resetPlayed (paths);
                    asker.repaint();
@@ -101,8 +102,9 @@ void SongActions::withPaths (const SelectedSongs& songs, std::function<void (con
     if (static_cast<size_t> (songs.paths.size()) >= songs.songIds.size() || isForeign (songs.source.kind))
         return take (songs.paths);
     world.room->edits.pathsOf (
-        songs.songIds, [take = std::move (take), alive = juce::Component::SafePointer<juce::Component> (&asker)] (
-                           const juce::StringArray& paths)
+        songs.songIds,
+        [take = std::move (take),
+         alive = juce::Component::SafePointer<juce::Component> (&asker)] (const juce::StringArray& paths)
         {
             if (alive != nullptr)
                 take (paths);

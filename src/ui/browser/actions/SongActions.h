@@ -2,18 +2,18 @@
 
 #include "session/SongPreview.h"
 #include "ui/browser/model/BrowserWorld.h"
-#include "ui/browser/model/Source.h"
 #include "ui/browser/model/SongStatus.h"
+#include "ui/browser/model/Source.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
 /** Songs that a view has selected. */
 struct SelectedSongs
 {
-    Source source;                  ///< in which they stand
-    std::vector<int32_t> songIds;   ///< in their order
-    std::vector<int32_t> entryIds;  ///< of the rows of a list, as many as songs
-    juce::StringArray paths;        ///< that are known, the one under the hand first
+    Source source;                 ///< in which they stand
+    std::vector<int32_t> songIds;  ///< in their order
+    std::vector<int32_t> entryIds; ///< of the rows of a list, as many as songs
+    juce::StringArray paths;       ///< that are known, the one under the hand first
 
     bool isEmpty() const { return songIds.empty() && paths.isEmpty(); }
 };

@@ -5,6 +5,12 @@
 
 namespace
 {
+/** A new smart playlist begins with the songs of four and five stars. */
+constexpr const char* firstRuleSql = " (rating > 3); ";
+constexpr const char* firstRuleXml =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?> <smartplaylist><match>all</match><rule field=\"rating\" "
+    "operator=\"is greater than\" value1=\"3\" value2=\"5\"/><order apply=\"no\" "
+    "direction=\"ascending\">RANDOM()</order></smartplaylist>";
 const juce::String backupTime { "%Y-%m-%d_(%Hh%Mm%Ss)" };
 
 juce::File musicFolder (const BrowserWorld& world)
@@ -50,13 +56,15 @@ void SourceActions::ask (const juce::String& title, const juce::String& question
         });
 }
 
-void SourceActions::askFile (const Prompts::FileQuestion& question, std::function<void (const juce::File&)> take)
+void SourceActions::askFile (const Prompts::FileQuestion& question,
+                             std::function<void (const juce::File&)> take)
 {
     if (world.room == nullptr || world.prompts() == nullptr)
         return;
     world.prompts()->askFile (
-        question, [take = std::move (take),
-                   alive = juce::Component::SafePointer<juce::Component> (&asker)] (const juce::File& file)
+        question,
+        [take = std::move (take),
+         alive = juce::Component::SafePointer<juce::Component> (&asker)] (const juce::File& file)
         {
             if (file != juce::File() && alive != nullptr)
                 take (file);
@@ -65,7 +73,8 @@ void SourceActions::askFile (const Prompts::FileQuestion& question, std::functio
 
 void SourceActions::importFolder()
 {
-    askFile (FolderQuestion::make (ImportTexts::folderChooserTitle, musicFolder (world)), [this] (const juce::File& folder)
+    askFile (FolderQuestion::make (ImportTexts::folderChooserTitle, musicFolder (world)),
+             [this] (const juce::File& folder)
              { world.room->jobs.importPaths ({ folder.getFullPathName() }); });
 }
 
@@ -75,7 +84,8 @@ void SourceActions::backUp()
     askFile ({ "Save Backup Collection File As",
                juce::File::getSpecialLocation (juce::File::userDocumentsDirectory).getChildFile (name),
                "*.sqlite", true },
-             [this] (const juce::File& file) { world.room->jobs.backup (file.withFileExtension ("sqlite")); });
+             [this] (const juce::File& file)
+             { world.room->jobs.backup (file.withFileExtension ("sqlite")); });
 }
 
 void SourceActions::clearLibrary()
@@ -92,22 +102,24 @@ void SourceActions::lookAtFolders()
 
 void SourceActions::relocate()
 {
-    askFile (FolderQuestion::make ("Please select the folder that holds the missing files...", musicFolder (world)), [this] (const juce::File& folder) { world.room->jobs.relocate (folder); });
+    askFile (FolderQuestion::make ("Please select the folder that holds the missing files...",
+                                   musicFolder (world)),
+             [this] (const juce::File& folder) { world.room->jobs.relocate (folder); });
 }
 
 void SourceActions::createPlaylist()
 {
     if (world.room == nullptr || world.prompts() == nullptr)
         return;
-    world.prompts()->askText (
-        "Enter Playlist Name", "Please enter name of new playlist.", "Playlist",
-        [this, alive = juce::Component::SafePointer<juce::Component> (&asker)] (
-            std::optional<juce::String> name)
-        {
-            if (alive != nullptr && name && name->trim().isNotEmpty())
-                world.room->edits.create (name->trim(), {},
-                                          [said = done()] (int code, int32_t) { said (code); });
-        });
+    world.prompts()->askText ("Enter Playlist Name", "Please enter name of new playlist.", "Playlist",
+                              [this, alive = juce::Component::SafePointer<juce::Component> (&asker)] (
+                                  std::optional<juce::String> name)
+                              {
+                                  if (alive != nullptr && name && name->trim().isNotEmpty())
+                                      world.room->edits.create (name->trim(), {},
+                                                                [said = done()] (int code, int32_t)
+                                                                { said (code); });
+                              });
 }
 
 void SourceActions::importPlaylist()
@@ -133,22 +145,21 @@ void SourceActions::createSmartPlaylist()
         return;
     world.prompts()->askText (
         "Enter smart playlist name", "Please enter name of new smart playlist.", "Smart Playlist",
-        [this, alive = juce::Component::SafePointer<juce::Component> (&asker)] (
-            std::optional<juce::String> given)
+        [this,
+         alive = juce::Component::SafePointer<juce::Component> (&asker)] (std::optional<juce::String> given)
         {
             const auto name = given.value_or (juce::String()).trim();
             if (alive == nullptr || name.isEmpty())
                 return;
-            world.room->edits.createSmart (
-                name, {}, {},
-                [this, name, alive] (int code, int32_t id)
-                {
-                    if (alive == nullptr)
-                        return;
-                    world.say (LibraryFaults::sentence (code));
-                    if (code == 0 && editRules != nullptr)
-                        editRules ({ SongListKind::smartPlaylist, id, name });
-                });
+            world.room->edits.createSmart (name, firstRuleSql, firstRuleXml,
+                                           [this, name, alive] (int code, int32_t id)
+                                           {
+                                               if (alive == nullptr)
+                                                   return;
+                                               world.say (LibraryFaults::sentence (code));
+                                               if (code == 0 && editRules != nullptr)
+                                                   editRules ({ SongListKind::smartPlaylist, id, name });
+                                           });
         });
 }
 

@@ -39,8 +39,9 @@ void ColumnFileBrowser::showFolder (const juce::File& wanted)
 {
     const juce::ScopedValueSetter<bool> making (isMaking, true);
     juce::Array<juce::File> chain;
-    for (auto each = wanted.isDirectory() ? wanted : juce::File::getSpecialLocation (juce::File::userHomeDirectory);;
-         each = each.getParentDirectory())
+    for (auto each = wanted.isDirectory() ? wanted
+                                          : juce::File::getSpecialLocation (juce::File::userHomeDirectory);
+         ; each = each.getParentDirectory())
     {
         chain.insert (0, each);
         if (each.isRoot() || each == each.getParentDirectory())

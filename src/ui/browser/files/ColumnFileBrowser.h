@@ -44,8 +44,8 @@ public:
     /** Waits until all folders are read. For programs without a message loop. */
     void settle();
 
-    std::function<void()> onEscape;                            ///< the keyboard is to go elsewhere
-    std::function<void (const juce::StringArray&)> onImport;   ///< files that are to come into the library
+    std::function<void()> onEscape;                          ///< the keyboard is to go elsewhere
+    std::function<void (const juce::StringArray&)> onImport; ///< files that are to come into the library
 
     /** Puts the keyboard into the column at hand. */
     void takeKeyboard();

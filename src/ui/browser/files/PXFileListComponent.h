@@ -17,10 +17,10 @@ public:
     explicit PXFileListComponent (juce::DirectoryContentsList& contents);
     ~PXFileListComponent() override;
 
-    std::function<void()> onSelection;                          ///< another file or folder is selected
-    std::function<void (const juce::File&)> onOpen;             ///< a double click or Return
-    std::function<void (const juce::File&)> onMenu;             ///< the right button
-    std::function<bool (const juce::KeyPress&)> onKey;          ///< keys that the list leaves alone
+    std::function<void()> onSelection;                 ///< another file or folder is selected
+    std::function<void (const juce::File&)> onOpen;    ///< a double click or Return
+    std::function<void (const juce::File&)> onMenu;    ///< the right button
+    std::function<bool (const juce::KeyPress&)> onKey; ///< keys that the list leaves alone
 
     /** Folders and files that are known so far. */
     int count() const { return directoryContentsList.getNumFiles(); }
@@ -46,8 +46,14 @@ private:
     void listBoxItemDoubleClicked (int row, const juce::MouseEvent&) override;
     void returnKeyPressed (int row) override;
     void selectedRowsChanged (int) override;
-    juce::var getDragSourceDescription (const juce::SparseSet<int>&) override { return DragSourceName::files; }
-    juce::String getNameForRow (int row) override { return directoryContentsList.getFile (row).getFileName(); }
+    juce::var getDragSourceDescription (const juce::SparseSet<int>&) override
+    {
+        return DragSourceName::files;
+    }
+    juce::String getNameForRow (int row) override
+    {
+        return directoryContentsList.getFile (row).getFileName();
+    }
     void changeListenerCallback (juce::ChangeBroadcaster*) override { contentsCame(); }
     void selectByLetters (juce::juce_wchar);
 

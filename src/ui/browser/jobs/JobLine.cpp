@@ -75,7 +75,10 @@ void JobLine::pollCalm()
     }
     const auto analysis = world.engine.batchAnalysis.progress();
     const auto isBusy = job && job->isActive();
-    const auto text = isBusy ? textOf (*job) : analysis.isRunning ? analysis.text() : job ? textOf (*job) : juce::String();
+    const auto text = isBusy               ? textOf (*job)
+                      : analysis.isRunning ? analysis.text()
+                      : job                ? textOf (*job)
+                                           : juce::String();
     const auto part = isBusy ? job->part
                       : analysis.isRunning && analysis.total > 0
                           ? static_cast<double> (analysis.done) / analysis.total
@@ -107,7 +110,8 @@ void JobLine::press()
 void JobLine::showFailures (const LibraryJob& ended)
 {
     if (auto* windows = ToolWindows::of (*this))
-        windows->open (ended.title, *this, [failures = ended.failures] (const std::function<void()>&)
+        windows->open (ended.title, *this,
+                       [failures = ended.failures] (const std::function<void()>&)
                        { return std::make_unique<FailureList> (failures); });
 }
 

@@ -11,7 +11,7 @@ bool SongStatus::look()
     auto next = held;
     for (size_t d = 0; d < watches.size(); ++d)
         next[d] = { watches[d]->loadedFrames > 0 || watches[d]->loading ? watches[d]->filePath
-                                                                         : juce::String(),
+                                                                        : juce::String(),
                     watches[d]->playing };
     return std::exchange (held, next) != next;
 }

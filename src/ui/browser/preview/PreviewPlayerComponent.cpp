@@ -35,7 +35,8 @@ juce::Rectangle<int> PreviewPlayerComponent::waveArea() const
 
 void PreviewPlayerComponent::resized()
 {
-    playButton.setBounds (getLocalBounds().removeFromLeft (buttonWidth).withSizeKeepingCentre (buttonWidth, 20));
+    playButton.setBounds (
+        getLocalBounds().removeFromLeft (buttonWidth).withSizeKeepingCentre (buttonWidth, 20));
 }
 
 void PreviewPlayerComponent::pollCalm()
@@ -81,8 +82,8 @@ void PreviewPlayerComponent::paint (juce::Graphics& g)
     const auto& outline = wave.outline();
     for (int column = 0; column < shown.known; ++column)
     {
-        const auto height = std::max (
-            1, area.getHeight() * outline.peaks[static_cast<size_t> (column)].load() / 255);
+        const auto height =
+            std::max (1, area.getHeight() * outline.peaks[static_cast<size_t> (column)].load() / 255);
         g.setColour (column < shown.pixel ? palette::label : palette::line);
         g.fillRect (area.getX() + column, area.getCentreY() - height / 2, 1, height);
     }
@@ -91,11 +92,11 @@ void PreviewPlayerComponent::paint (juce::Graphics& g)
         g.setColour (palette::accent);
         g.fillRect (area.getX() + shown.pixel, area.getY(), 1, area.getHeight());
     }
-    const auto words = getLocalBounds().withTrimmedLeft (buttonWidth + gap)
-                           .withRight (area.getX() - gap);
+    const auto words = getLocalBounds().withTrimmedLeft (buttonWidth + gap).withRight (area.getX() - gap);
     PanelPaint::label (g,
-                       shown.hasFailed ? juce::String ("This file can't be played.")
-                                       : juce::File::createFileWithoutCheckingPath (path).getFileNameWithoutExtension(),
+                       shown.hasFailed
+                           ? juce::String ("This file can't be played.")
+                           : juce::File::createFileWithoutCheckingPath (path).getFileNameWithoutExtension(),
                        words, juce::Justification::centredLeft);
     PanelPaint::label (g, shown.seconds >= 0 ? minutes (shown.seconds) : juce::String(),
                        getLocalBounds().removeFromRight (timeWidth - gap), juce::Justification::centredRight);

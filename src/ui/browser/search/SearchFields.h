@@ -17,10 +17,10 @@ struct Choice
 };
 
 inline constexpr std::array choices {
-    Choice { SongField::title, "Title" },       Choice { SongField::artist, "Artist" },
-    Choice { SongField::album, "Album" },       Choice { SongField::genre, "Genre" },
-    Choice { SongField::comment, "Comment" },   Choice { SongField::grouping, "Grouping" },
-    Choice { SongField::year, "Year" },         Choice { SongField::filename, "Filename" },
+    Choice { SongField::title, "Title" },     Choice { SongField::artist, "Artist" },
+    Choice { SongField::album, "Album" },     Choice { SongField::genre, "Genre" },
+    Choice { SongField::comment, "Comment" }, Choice { SongField::grouping, "Grouping" },
+    Choice { SongField::year, "Year" },       Choice { SongField::filename, "Filename" },
 };
 
 /** The fields that are searched at first. */

@@ -107,6 +107,7 @@ void PlaylistTable::setSource (const Source& source)
             query.ascending = layoutToCome.sortsForwards;
             marked.clear();
             rows->open (query);
+            repaint(); // an empty table says why no longer
         });
 }
 
@@ -144,6 +145,8 @@ void PlaylistTable::ask()
         return;
     followsSelection = true;
     rows->open (query);
+    if (list().isEmpty())
+        repaint();
 }
 
 void PlaylistTable::refresh()
@@ -158,12 +161,12 @@ void PlaylistTable::rowsCame (int code)
         return world.say (LibraryFaults::sentence (code));
     const juce::ScopedValueSetter<bool> settingUp (isSettingUp, true);
     painter.setSearch (QueryTerms::parse (query.search), query.fields);
-    editor.reset();
     updateContent();
     if (takesLayout)
     {
         layoutToCome.applyTo (getHeader());
-        setSelectedRows (StoredSelection::fromXml (selectionToCome, getNumRows()), juce::dontSendNotification);
+        setSelectedRows (StoredSelection::fromXml (selectionToCome, getNumRows()),
+                         juce::dontSendNotification);
         takesLayout = false;
         isLaidOut = followsSelection = true;
     }
@@ -173,6 +176,7 @@ void PlaylistTable::rowsCame (int code)
     if (followsSelection && getSelectedRow() >= 0)
         scrollToEnsureRowIsOnscreen (getSelectedRow());
     followsSelection = false;
+    placeEditor();
     wantRows();
     repaint();
     if (onRows != nullptr)
@@ -342,8 +346,9 @@ juce::String PlaylistTable::emptyText() const
         return "Drag songs or files here.";
     if (shown.kind == SongListKind::recommendation)
         return "No recommendations.";
-    return shown.kind == SongListKind::library ? "Drag music folders here, or import them by the menu of the Library."
-                                               : "No songs.";
+    return shown.kind == SongListKind::library
+               ? "Drag music folders here, or import them by the menu of the Library."
+               : "No songs.";
 }
 
 void PlaylistTable::paintRowBackground (juce::Graphics& g, int row, int width, int height, bool selected)

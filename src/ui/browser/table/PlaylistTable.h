@@ -132,6 +132,7 @@ private:
     juce::String pathOf (int row) const;
     juce::String emptyText() const;
     void editCell (int row, int column);
+    void placeEditor();
     void typed (juce::juce_wchar);
     bool isInOwnOrder() const;
     int placeAt (juce::Point<int>) const;
@@ -146,15 +147,17 @@ private:
 
     Source shown;
     SongQuery query;
-    bool isLaidOut = false;            ///< the header is that of the source
-    bool takesLayout = false;          ///< the next rows come with the layout below
+    bool isLaidOut = false;   ///< the header is that of the source
+    bool takesLayout = false; ///< the next rows come with the layout below
     TableLayout layoutToCome;
     juce::String selectionToCome;
-    std::vector<Mark> marked;          ///< the selected rows, sorted
-    bool followsSelection = false;     ///< the next rows are scrolled to the selected one
-    bool isSettingUp = false;          ///< what changes now is not the user's doing
+    std::vector<Mark> marked;      ///< the selected rows, sorted
+    bool followsSelection = false; ///< the next rows are scrolled to the selected one
+    bool isSettingUp = false;      ///< what changes now is not the user's doing
 
     std::unique_ptr<CellEditor> editor;
+    int32_t editedSong = -1;
+    int editedColumn = 0;
     juce::String typedLetters;
     juce::uint32 typedAt = 0;
     int dropPlace = -1;

@@ -93,13 +93,15 @@ juce::PopupMenu PlaylistTable::rowMenu (int row, int column)
     for (int deck = 0; deck < world.decks(); ++deck)
         menu.addItem ("Load to Deck " + juce::String (deck + 1), path.isNotEmpty(), false,
                       [this, path, deck] { actions.load (path, deck); });
-    menu.addItem ("Append To Automix List", !isForeignList, false, [this, songs] { actions.appendToAutomix (songs); });
+    menu.addItem ("Append To Automix List", !isForeignList, false,
+                  [this, songs] { actions.appendToAutomix (songs); });
     menu.addItem ("Preview", path.isNotEmpty(), false, [this, path] { actions.preview (path); });
     menu.addItem ("Reset Played Status", [this, songs] { actions.resetPlayedStatus (songs); });
     menu.addItem ("Reset Played Statistics", !isForeignList, false,
                   [this, songs] { actions.resetPlayedStatistics (songs); });
     menu.addItem ("Reload Tags", !isForeignList, false, [this, songs] { actions.reloadTags (songs); });
-    menu.addItem ("Show in Explorer", path.isNotEmpty(), false, [this, path] { actions.showInFolder (path); });
+    menu.addItem ("Show in Explorer", path.isNotEmpty(), false,
+                  [this, path] { actions.showInFolder (path); });
     menu.addItem ("Analyze", path.isNotEmpty(), false, [this, songs] { actions.analyse (songs); });
     menu.addItem ("Remove", !isForeignList, false, [this, songs] { actions.remove (songs); });
     return menu;
@@ -117,25 +119,38 @@ void PlaylistTable::editCell (int row, int column)
     const auto field = *TableColumn::fieldOf (column);
     scrollToEnsureRowIsOnscreen (row);
     scrollToEnsureColumnIsOnscreen (column);
-    editor = std::make_unique<CellEditor> (
-        SongDatabase::fieldText (*song, field), painter.font(), field,
-        [this, id = song->id, field] (std::optional<juce::String> text)
-        {
-            if (text)
-                actions.edit (id, field, *text);
-            // It is still in a call of the editor.
-            juce::MessageManager::callAsync (
-                [alive = juce::Component::SafePointer<PlaylistTable> (this)]
-                {
-                    if (alive == nullptr || alive->editor == nullptr)
-                        return;
-                    alive->editor.reset();
-                    alive->grabKeyboardFocus();
-                });
-        });
+    editor =
+        std::make_unique<CellEditor> (SongDatabase::fieldText (*song, field), painter.font(), field,
+                                      [this, id = song->id, field] (std::optional<juce::String> text)
+                                      {
+                                          if (text)
+                                              actions.edit (id, field, *text);
+                                          // It is still in a call of the editor.
+                                          juce::MessageManager::callAsync (
+                                              [alive = juce::Component::SafePointer<PlaylistTable> (this)]
+                                              {
+                                                  if (alive == nullptr || alive->editor == nullptr)
+                                                      return;
+                                                  alive->editor.reset();
+                                                  alive->grabKeyboardFocus();
+                                              });
+                                      });
+    editedSong = song->id;
+    editedColumn = column;
     addAndMakeVisible (*editor);
-    editor->setBounds (getCellPosition (column, row, true));
+    placeEditor();
     editor->grabKeyboardFocus();
+}
+
+/** Keeps the field over its song's cell when other rows have come; it goes with the song. */
+void PlaylistTable::placeEditor()
+{
+    if (editor == nullptr)
+        return;
+    const auto row = rows->indexOfSong (editedSong);
+    if (row < 0 || !getHeader().isColumnVisible (editedColumn))
+        return editor.reset();
+    editor->setBounds (getCellPosition (editedColumn, row, true));
 }
 
 juce::String PlaylistTable::getCellTooltip (int row, int column)

@@ -11,8 +11,9 @@ constexpr int margin = 4, pitch = 16, starSize = 12;
 /** The number of stars up to a place: none left of the middle of the first. */
 int starsAt (float x)
 {
-    return juce::jlimit (0, PlaylistTableItemRating::most,
-                         juce::roundToInt ((x - static_cast<float> (margin)) / static_cast<float> (pitch) + 0.3f));
+    return juce::jlimit (
+        0, PlaylistTableItemRating::most,
+        juce::roundToInt ((x - static_cast<float> (margin)) / static_cast<float> (pitch) + 0.3f));
 }
 }
 

@@ -15,8 +15,8 @@ constexpr int margin = 4, hueWidth = 4, badgeGap = 2, airAboveText = 8;
 bool isRightAligned (int columnId)
 {
     const auto columns = TableColumn::all();
-    const auto found =
-        std::find_if (columns.begin(), columns.end(), [columnId] (const auto& c) { return c.id == columnId; });
+    const auto found = std::find_if (columns.begin(), columns.end(),
+                                     [columnId] (const auto& c) { return c.id == columnId; });
     return found != columns.end() && found->isRightAligned;
 }
 
@@ -116,7 +116,8 @@ void RowPainter::paintMarks (juce::Graphics& g, juce::Rectangle<int> area, const
     const auto marks = marksIn (text, terms, field, searched);
     if (marks.empty())
         return;
-    const auto widthTo = [&] (int length) { return textFont.getStringWidthFloat (text.substring (0, length)); };
+    const auto widthTo = [&] (int length)
+    { return textFont.getStringWidthFloat (text.substring (0, length)); };
     const auto all = widthTo (text.length());
     const auto left = where.testFlags (juce::Justification::right)
                           ? std::max (0.0f, static_cast<float> (area.getWidth()) - all)
@@ -125,7 +126,9 @@ void RowPainter::paintMarks (juce::Graphics& g, juce::Rectangle<int> area, const
     for (const auto& mark : marks)
     {
         const auto from = left + widthTo (mark.getStart()), to = left + widthTo (mark.getEnd());
-        g.fillRect (area.toFloat().reduced (0.0f, 3.0f).withX (static_cast<float> (area.getX()) + from)
+        g.fillRect (area.toFloat()
+                        .reduced (0.0f, 3.0f)
+                        .withX (static_cast<float> (area.getX()) + from)
                         .withWidth (std::min (to, static_cast<float> (area.getWidth())) - from));
     }
 }

@@ -40,8 +40,8 @@ constexpr Row rows[] {
 };
 // clang-format on
 
-constexpr std::array editable { F::artist,  F::album,    F::year, F::genre, F::title, F::trackNumber,
-                                F::comment, F::grouping, F::bpm,  F::key };
+constexpr std::array editable { F::artist,      F::album,   F::year,     F::genre, F::title,
+                                F::trackNumber, F::comment, F::grouping, F::bpm,   F::key };
 }
 
 std::span<const Row> all()

@@ -21,7 +21,8 @@ TableLayout TableLayout::ofKind (SongListKind kind)
     const auto isList = hasOwnOrder (kind);
     TableLayout made;
     for (const auto& row : TableColumn::all())
-        made.columns.push_back ({ row.id, row.width, row.isShown || (row.id == TableColumn::order && isList) });
+        made.columns.push_back (
+            { row.id, row.width, row.isShown || (row.id == TableColumn::order && isList) });
     made.sortedColumn = isList ? TableColumn::order : TableColumn::of (SongField::artist);
     return made;
 }

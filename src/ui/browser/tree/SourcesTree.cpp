@@ -24,6 +24,7 @@ SourcesTree::SourcesTree (BrowserWorld& w, SourceActions& a) : world (w), action
     setRootItemVisible (false);
     setDefaultOpenness (false);
     setIndentSize (indent);
+    getViewport()->setScrollBarsShown (true, false);
     setFontSize (world.engine.settings.editor[EditorPreference::listFontSize]);
     root = std::make_unique<SourcesTreeItem> (*this, TreeNode {});
     root->setOpen (true);
@@ -62,7 +63,8 @@ void SourcesTree::settle()
     setRootItem (root.get());
 }
 
-SourcesTreeItem& SourcesTree::add (juce::TreeViewItem& parent, Role role, const juce::String& text, int32_t id)
+SourcesTreeItem& SourcesTree::add (juce::TreeViewItem& parent, Role role, const juce::String& text,
+                                   int32_t id)
 {
     auto* item = new SourcesTreeItem (*this, TreeNode { role, text, id });
     parent.addSubItem (item);
@@ -184,8 +186,8 @@ std::optional<Source> SourcesTree::selectedSource() const
 
 std::optional<Source> SourcesTree::named (const juce::String& name) const
 {
-    const auto* item = find ([&name] (const TreeNode& node)
-                             { return node.source() && node.text.equalsIgnoreCase (name); });
+    const auto* item =
+        find ([&name] (const TreeNode& node) { return node.source() && node.text.equalsIgnoreCase (name); });
     return item != nullptr ? item->node.source() : std::nullopt;
 }
 
@@ -341,7 +343,8 @@ void SourcesTree::rename (SourcesTreeItem& item)
     label->showEditor();
 }
 
-bool SourcesTree::takes (const SourcesTreeItem& item, const juce::DragAndDropTarget::SourceDetails& details) const
+bool SourcesTree::takes (const SourcesTreeItem& item,
+                         const juce::DragAndDropTarget::SourceDetails& details) const
 {
     const auto name = details.description.toString();
     const auto list = item.node.droppable();

@@ -77,7 +77,8 @@ public:
     juce::String getUniqueName() const override { return node.uniqueName(); }
     int getItemHeight() const override;
     void paintItem (juce::Graphics&, int width, int height) override;
-    void paintOpenCloseButton (juce::Graphics&, const juce::Rectangle<float>&, juce::Colour, bool over) override;
+    void paintOpenCloseButton (juce::Graphics&, const juce::Rectangle<float>&, juce::Colour,
+                               bool over) override;
     bool canBeSelected() const override { return !node.isAction(); }
     void itemSelectionChanged (bool isNowSelected) override;
     void itemOpennessChanged (bool isNowOpen) override;

@@ -69,14 +69,14 @@ juce::PopupMenu SourcesTree::menuOf (const TreeNode& node)
         break;
     case Role::playlist:
     case Role::smartPlaylist:
-        addPlaylistItems (menu, actions, source,
-                          [this, name = node.uniqueName()]
-                          {
-                              // The tree may have been built anew while the menu was open.
-                              if (auto* there = find ([&name] (const TreeNode& each)
-                                                      { return each.uniqueName() == name; }))
-                                  rename (*there);
-                          });
+        addPlaylistItems (
+            menu, actions, source,
+            [this, name = node.uniqueName()]
+            {
+                // The tree may have been built anew while the menu was open.
+                if (auto* there = find ([&name] (const TreeNode& each) { return each.uniqueName() == name; }))
+                    rename (*there);
+            });
         break;
     case Role::automix:
     case Role::recommendations:
