@@ -52,7 +52,8 @@ public:
         auto& table = browser->songs();
         const auto area = (table.getLocalBounds().toFloat() * scale).getSmallestIntegerContainer();
         if (image.getBounds() != area)
-            image = juce::Image (juce::Image::RGB, area.getWidth(), area.getHeight(), true, juce::SoftwareImageType());
+            image = juce::Image (juce::Image::RGB, area.getWidth(), area.getHeight(), true,
+                                 juce::SoftwareImageType());
         const auto context = createTextContext (image, {}, area);
         juce::Graphics g (*context);
         g.addTransform (juce::AffineTransform::scale (scale));
@@ -68,13 +69,18 @@ public:
         bar.setCurrentRangeStart (0.0);
         for (int frame = 0; frame < frames; ++frame)
         {
-            steps.add (timed ([&] { bar.setCurrentRangeStart (bar.getCurrentRangeStart() + rowsOfFrame * table.getRowHeight()); }));
+            steps.add (timed (
+                [&] {
+                    bar.setCurrentRangeStart (bar.getCurrentRangeStart()
+                                              + rowsOfFrame * table.getRowHeight());
+                }));
             table.settle();
             paints.add (timed ([&] { paint (scale); }));
         }
-        std::printf ("%-36s %8.2f %8.2f\n", "a step of scrolling",
-                     steps.quantile (0.5) / 1e6, steps.quantile (1.0) / 1e6);
-        std::printf ("%-36s %8.2f %8.2f\n", scale > 1.0f ? "a paint of all rows, 2x" : "a paint of all rows, 1x",
+        std::printf ("%-36s %8.2f %8.2f\n", "a step of scrolling", steps.quantile (0.5) / 1e6,
+                     steps.quantile (1.0) / 1e6);
+        std::printf ("%-36s %8.2f %8.2f\n",
+                     scale > 1.0f ? "a paint of all rows, 2x" : "a paint of all rows, 1x",
                      paints.quantile (0.5) / 1e6, paints.quantile (1.0) / 1e6);
     }
 
@@ -116,13 +122,13 @@ void measure (int songs)
     crate.scroll (1.0f);
     crate.scroll (2.0f);
     auto& table = crate.browser->songs();
-    crate.ask ("a source until it is painted", [&] (int i)
-               { crate.browser->showSourceNamed (i % 2 == 0 ? "Automix List" : "Library"); });
+    crate.ask ("a source until it is painted",
+               [&] (int i) { crate.browser->showSourceNamed (i % 2 == 0 ? "Automix List" : "Library"); });
     crate.browser->showSourceNamed ("Library");
-    crate.ask ("an order until it is painted", [&] (int i)
-               { table.sortBy (TableColumn::of (SongField::title), i % 2 == 0); });
-    crate.ask ("a search until it is painted", [&] (int i)
-               { crate.browser->searchField().setText (i % 2 == 0 ? "dreams" : "dreams 12"); });
+    crate.ask ("an order until it is painted",
+               [&] (int i) { table.sortBy (TableColumn::of (SongField::title), i % 2 == 0); });
+    crate.ask ("a search until it is painted",
+               [&] (int i) { crate.browser->searchField().setText (i % 2 == 0 ? "dreams" : "dreams 12"); });
 }
 }
 

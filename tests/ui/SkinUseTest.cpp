@@ -61,8 +61,7 @@ TEST (SkinUse, EveryStripIsShownOrWaitsForAPanel)
             "meter_level_b", "meter_level_c", "meter_level_d" } },
         { "page VST", { "power_24", "menu_20", "left_20", "right_20" } },
         { "browser",
-          { "sign_headphones", "sign_left", "sign_right", "sign_up", "sign_down", "panel",
-            "well" } },
+          { "sign_headphones", "sign_left", "sign_right", "sign_up", "sign_down", "panel", "well" } },
         { "learning of controllers", { "button_20_lime", "button_24_lime", "button_32_lime" } },
         { "dialogs of preferences and editors", { "button_32", "button_32_red" } },
     };
@@ -79,18 +78,18 @@ TEST (SkinUse, EveryStripIsShownOrWaitsForAPanel)
     HeaderActions actions;
     actions.setFullScreen = [] (bool) {};
     actions.isFullScreen = [] { return false; };
-    Makers views { { "header", [&] { return std::make_unique<HeaderComponent> (bench.engine, actions); } },
-                   { "mixer, two decks",
-                     [&] { return std::make_unique<Mixer2ChannelsComponent> (bench.engine); } },
-                   { "mixer, four decks",
-                     [&] { return std::make_unique<Mixer4ChannelsComponent> (bench.engine, true); } },
-                   { "ghost mixer", [&] { return std::make_unique<GhostMixerComponent> (bench.engine); } },
-                   { "effects", [&] { return std::make_unique<Fx4DecksComponent> (bench.engine); } },
-                   { "pads", [&] { return std::make_unique<Slicegate4DecksComponent> (bench.engine); } },
-                   { "browser",
-                     [&] { return std::make_unique<SongManager> (bench.engine, bench.session.get()); } },
-                   { "pages", [&] { return std::make_unique<GlobalComponent> (bench.engine); } },
-                   { "dialogs and lists", [] { return std::make_unique<Dialog>(); } } };
+    Makers views {
+        { "header", [&] { return std::make_unique<HeaderComponent> (bench.engine, actions); } },
+        { "mixer, two decks", [&] { return std::make_unique<Mixer2ChannelsComponent> (bench.engine); } },
+        { "mixer, four decks",
+          [&] { return std::make_unique<Mixer4ChannelsComponent> (bench.engine, true); } },
+        { "ghost mixer", [&] { return std::make_unique<GhostMixerComponent> (bench.engine); } },
+        { "effects", [&] { return std::make_unique<Fx4DecksComponent> (bench.engine); } },
+        { "pads", [&] { return std::make_unique<Slicegate4DecksComponent> (bench.engine); } },
+        { "browser", [&] { return std::make_unique<SongManager> (bench.engine, bench.session.get()); } },
+        { "pages", [&] { return std::make_unique<GlobalComponent> (bench.engine); } },
+        { "dialogs and lists", [] { return std::make_unique<Dialog>(); } }
+    };
     for (int deck = 0; deck < deckCount; ++deck)
     {
         const auto letter = std::string (1, static_cast<char> ('A' + deck));

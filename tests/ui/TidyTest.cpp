@@ -50,7 +50,8 @@ void expectTidy (juce::Component& parent)
     if (dynamic_cast<juce::TabbedButtonBar*> (&parent) != nullptr)
         return expectTabsTidy (parent);
     // A scrolled view is larger than its window.
-    if (dynamic_cast<juce::Viewport*> (&parent) != nullptr || dynamic_cast<juce::ListBox*> (&parent) != nullptr)
+    if (dynamic_cast<juce::Viewport*> (&parent) != nullptr
+        || dynamic_cast<juce::ListBox*> (&parent) != nullptr)
         return;
     for (auto* child : parent.getChildren())
     {

@@ -113,11 +113,12 @@ TEST (Browser, ShowsTheLibraryByArtistAndSortsByAColumn)
 TEST (Browser, FindsWordsInAnyOrderAndRangesAndNothingWithoutFields)
 {
     BrowserBench b;
-    for (const auto& [text, found] : std::map<juce::String, juce::String> { { "alpha", "Alpha,Deep Alpha" },
-                                                                            { "alpha dee", "Deep Alpha" },
-                                                                            { "bpm:100-130", "Zulu,Alpha" },
-                                                                            { "  ", "Zulu,Alpha,Mike,Deep Alpha" },
-                                                                            { "nobody", "" } })
+    for (const auto& [text, found] :
+         std::map<juce::String, juce::String> { { "alpha", "Alpha,Deep Alpha" },
+                                                { "alpha dee", "Deep Alpha" },
+                                                { "bpm:100-130", "Zulu,Alpha" },
+                                                { "  ", "Zulu,Alpha,Mike,Deep Alpha" },
+                                                { "nobody", "" } })
     {
         b.search (text);
         EXPECT_EQ (b.titles().joinIntoString (","), found) << text;
@@ -160,13 +161,14 @@ TEST (Browser, MenusHaveTheirWordsInTheirOrder)
 
     using Role = TreeNode::Role;
     auto& tree = b.browser->sources();
-    const auto words = [&tree] (Role role) { return wordsOf (tree.menuOf ({ role, "x", 1 })).joinIntoString (","); };
+    const auto words = [&tree] (Role role) {
+        return wordsOf (tree.menuOf ({ role, "x", 1 })).joinIntoString (",");
+    };
     EXPECT_TRUE (words (Role::library).startsWith ("Import Music Folders,Create Backup,Clear Collection"));
     EXPECT_EQ (words (Role::playlists), "Create Playlist,Import Playlist");
     EXPECT_EQ (words (Role::playlist),
                "Delete,Rename,Move Up,Move Down,Append to Automix List,Export,Copy To Play Order");
-    EXPECT_EQ (words (Role::smartPlaylist),
-               "Delete,Rename,Move Up,Move Down,Append to Automix List,Export");
+    EXPECT_EQ (words (Role::smartPlaylist), "Delete,Rename,Move Up,Move Down,Append to Automix List,Export");
     EXPECT_EQ (words (Role::automix), "Clear List,Export");
 }
 

@@ -1,5 +1,5 @@
-#include "ui/browser/table/TableColumn.h"
 #include "ui/browser/table/TableLayout.h"
+#include "ui/browser/table/TableColumn.h"
 
 #include <gtest/gtest.h>
 
@@ -53,14 +53,16 @@ TEST (TableLayout, TextsGoRoundThroughAHeaderAndBack)
     EXPECT_EQ (TableLayout::fromXml (layout.toXml(), SongListKind::library), layout);
     layout.applyTo (header);
     EXPECT_EQ (TableLayout::of (header), layout);
-    EXPECT_EQ (TableLayout::fromXml (header.toString(), SongListKind::library), layout) << "as JUCE writes it";
+    EXPECT_EQ (TableLayout::fromXml (header.toString(), SongListKind::library), layout)
+        << "as JUCE writes it";
 }
 
 TEST (TableLayout, ATextThatLacksOrInventsThingsLeavesTheDefaults)
 {
     const auto whole = TableLayout::ofKind (SongListKind::library);
-    for (const auto* text : { "", "no xml", "<TABLELAYOUT", "<OTHER/>", "<TABLELAYOUT sortedCol=\"99\"/>",
-                              "<TABLELAYOUT><COLUMN id=\"77\" visible=\"1\" width=\"9\"/><COLUMN/></TABLELAYOUT>" })
+    for (const auto* text :
+         { "", "no xml", "<TABLELAYOUT", "<OTHER/>", "<TABLELAYOUT sortedCol=\"99\"/>",
+           "<TABLELAYOUT><COLUMN id=\"77\" visible=\"1\" width=\"9\"/><COLUMN/></TABLELAYOUT>" })
         EXPECT_EQ (TableLayout::fromXml (text, SongListKind::library), whole) << text;
 
     const auto some = TableLayout::fromXml ("<TABLELAYOUT sortedCol=\"17\" sortForwards=\"0\">"
@@ -84,7 +86,9 @@ TEST (StoredSelection, RowsGoRoundAndThoseBeyondTheListAreLeftOut)
     const auto text = StoredSelection::toXml (rows);
     EXPECT_EQ (StoredSelection::fromXml (text, 20), rows);
     EXPECT_EQ (StoredSelection::fromXml (text, 4).size(), 2);
-    EXPECT_EQ (StoredSelection::fromXml ("0", 5).getTotalRange(), juce::Range<int> (0, 1)) << "as a new library has it";
+    EXPECT_EQ (StoredSelection::fromXml ("0", 5).getTotalRange(), juce::Range<int> (0, 1))
+        << "as a new library has it";
     EXPECT_TRUE (StoredSelection::fromXml ("", 0).isEmpty());
-    EXPECT_TRUE (StoredSelection::fromXml ("<SELECTEDSONGS><SONG id=\"-3\"/><SONG/></SELECTEDSONGS>", 5).isEmpty());
+    EXPECT_TRUE (
+        StoredSelection::fromXml ("<SELECTEDSONGS><SONG id=\"-3\"/><SONG/></SELECTEDSONGS>", 5).isEmpty());
 }
