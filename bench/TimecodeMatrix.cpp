@@ -195,9 +195,11 @@ void spoil (ControlSignal& signal, const Fault& fault)
             value = pole += leak * (value - pole);
         return rumble * value * std::sqrt (16 / 3.0 / leak); // three poles' noise bandwidth
     };
+    std::size_t frame = 0;
     change (signal,
             [&] (float& left, float& right, double t)
             {
+                const auto needle = signal.place[frame++] == ControlSignal::needleUp ? 0.0 : 1.0;
                 if (away <= 0 && chance (random) < fault.dropoutsASecond / signal.rate)
                     away = 0.005 + 0.045 * chance (random);
                 away -= 1 / signal.rate;
@@ -207,22 +209,29 @@ void spoil (ControlSignal& signal, const Fault& fault)
                 const auto h = hum
                                * (std::sin (tau * 50 * t) + std::sin (tau * 150 * t + 1) / 3
                                   + std::sin (tau * 250 * t) / 5);
-                left = static_cast<float> (l + crosstalk * turned + rumbleOf (low[0]) + h);
-                right = static_cast<float> ((turned + crosstalk * l) * rightGain + rumbleOf (low[1]) + h);
+                left = static_cast<float> (l + crosstalk * turned + needle * rumbleOf (low[0]) + h);
+                right = static_cast<float> ((turned + crosstalk * l) * rightGain + needle * rumbleOf (low[1])
+                                            + h);
             });
     addClicks (signal, fault.clicksASecond, random);
-    change (
-        signal,
-        [&] (float& left, float& right, double)
-        {
-            const auto finished = [&] (float sample)
+    frame = 0;
+    change (signal,
+            [&] (float& left, float& right, double)
             {
-                return static_cast<float> (std::clamp (
-                    (static_cast<double> (sample) + noise * normal (random)) * gain + fault.dc, -1.0, 1.0));
-            };
-            left = finished (left);
-            right = finished (right);
-        });
+                // At rest and with the needle up only the electronics' noise is left.
+                const bool isUp = signal.place[frame] == ControlSignal::needleUp;
+                const auto way = frame > 0 ? std::abs (signal.place[frame] - signal.place[frame - 1]) : 0;
+                const auto surface = isUp ? 0.3 : 0.3 + 0.7 * std::min (1.0, way * signal.rate);
+                ++frame;
+                const auto finished = [&] (float sample)
+                {
+                    return static_cast<float> (std::clamp (
+                        (static_cast<double> (sample) + surface * noise * normal (random)) * gain + fault.dc,
+                        -1.0, 1.0));
+                };
+                left = finished (left);
+                right = finished (right);
+            });
 }
 
 struct Figures
