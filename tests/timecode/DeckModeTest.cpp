@@ -51,7 +51,7 @@ struct Likeness
 Likeness likeness (const RecordedDeck& deck, const std::vector<float>& heard, const ControlSignal& truth,
                    double begin, double end)
 {
-    constexpr int piece = 882, delay = 80; // frames; the decoder's delay
+    constexpr int piece = 882, delay = 88; // frames; the decoder's delay
     Likeness all;
     std::vector<double> best;
     for (auto first = truth.at (begin); first + piece < truth.at (end); first += piece)
