@@ -45,7 +45,7 @@ Signal signalOf (const ControlMedium& medium)
     return made;
 }
 
-void print (const char* what, const Timing::Durations& durations)
+void print (const char* what, Timing::Durations& durations)
 {
     const auto share = 100.0 / (frames / rate * 1e9);
     std::printf ("%-34s %9.4f %% %9.4f %% %9.4f %%\n", what, durations.mean() * share,
