@@ -128,6 +128,8 @@ TEST (CommandTable, StepsReachBothEndsAndTheirRest)
             continue;
         const auto name = CommandTable::name (number);
         const auto [lowest, highest, step] = row->range;
+        if (step <= 0.0) // moves a selection, which has no value
+            continue;
         for (const auto& [value, end] : { std::pair { 127.0, highest }, { 63.0, lowest } })
         {
             for (double at = lowest; at <= highest; at += step)

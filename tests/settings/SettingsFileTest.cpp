@@ -132,6 +132,7 @@ TEST_F (SettingsFile, EveryByteOfTheBlockSurvivesARoundTrip)
         auto& setup = arbitrary.deckSetup[static_cast<size_t> (deck)];
         setup.timecodeCalibration = 0.5 + deck;
         setup.lineGain = 3.5 - deck;
+        setup.timecodeGain = 1.5f * static_cast<float> (deck);
         setup.timecodeThreshold = 0.25f * static_cast<float> (deck);
         setup.timecodeLeadIn = 10.5f;
         setup.timecodeType = static_cast<int8_t> (5 + deck);
