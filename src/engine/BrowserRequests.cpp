@@ -21,9 +21,9 @@ void BrowserRequests::deliver()
     while (queue.pop (item))
     {
         const auto found =
-            std::find_if (receivers.begin(), receivers.end(),
+            std::find_if (receivers.rbegin(), receivers.rend(),
                           [&item] (const Entry& entry) { return entry.engine == item.engine; });
-        if (found != receivers.end())
+        if (found != receivers.rend())
             found->receiver->carryOut (item.request, item.deck);
     }
 }

@@ -55,7 +55,8 @@ public:
                       static_cast<uint8_t> (deck) }); // a full queue has more steps than a hand meant
     }
 
-    /** Makes a view the receiver of what is posted for an engine from then on. Message thread. */
+    /** Makes a view the receiver of what is posted for an engine from then on, until it is removed; the one before it is the
+        receiver again then. Message thread. */
     void add (const CPlatterdex&, Receiver&);
     void remove (Receiver&);
 

@@ -21,6 +21,9 @@
 namespace
 {
 constexpr double slowestHost = 1.0, fastestHost = 1000.0;
+constexpr const char* actionNames =
+    "load, sample, set, setting, reverse, host, midi, script, browse, slicegate, "
+    "smartknob, timecode, print or end.";
 constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
 
 bool isBlank (char c) noexcept
@@ -79,11 +82,11 @@ public:
         return rest.front() == '"' ? quotedText ("path") : barePath (whose);
     }
 
-    /** A name: one word, or several in quotes. @param whose   "the controller" */
-    std::string_view name (const std::string& whose)
+    /** A name: one word, or several in quotes. @param what   begins the sentence of one that is missing */
+    std::string_view name (const char* what)
     {
         if (isAtEnd())
-            return fail ("The name of " + whose + " is missing.");
+            return fail (std::string (what) + " is missing.");
         return rest.front() == '"' ? quotedText ("name") : word();
     }
 
@@ -307,9 +310,9 @@ std::optional<int> readOnlyNumber (Line& line)
     const auto [stopped, error] = std::from_chars (text.data(), end, number);
     if (text.empty() || error == std::errc::invalid_argument || stopped != end || !ahead.isAtEnd())
         return {};
-    if (error != std::errc {})
-        line.fail (std::string (text) + " is too large a number for a preset.");
     line = ahead;
+    if (error != std::errc {})
+        line.fail (quoted (text) + " is too large a number for a preset.");
     return number;
 }
 
@@ -370,7 +373,7 @@ SetScript::Timecode readTimecode (Line& line)
     };
     SetScript::Timecode timecode;
     timecode.deck = readDeck (line, "A timecode");
-    const auto record = line.name ("the record");
+    const auto record = line.name ("The name of the record");
     timecode.brand = findBrand (record);
     if (timecode.brand < 0)
         line.fail ("There is no record " + quoted (record)
@@ -445,7 +448,7 @@ int readByte (Line& line, const std::string& what, int lowest, int highest)
 SetScript::Midi readMidi (Line& line)
 {
     SetScript::Midi midi;
-    midi.port = line.name ("the controller");
+    midi.port = line.name ("The name of the controller");
     midi.status = readByte (line, "The status", 128, 239);
     midi.data = readByte (line, "The data byte", 0, 127);
     midi.value = readByte (line, "The value", 0, 127);
@@ -477,12 +480,20 @@ SetScript::Browse readBrowse (Line& line)
     using Action = SetScript::Browse::Action;
     SetScript::Browse browse;
     const auto action = line.word();
-    if (action == "source" || action == "search" || action == "sort")
+    if (action == "source")
     {
-        browse.action = action == "source"   ? Action::source
-                        : action == "search" ? Action::search
-                                             : Action::sort;
-        browse.text = line.name ("what to browse");
+        browse.action = Action::source;
+        browse.text = line.name ("The name of the source");
+    }
+    else if (action == "search")
+    {
+        browse.action = Action::search;
+        browse.text = line.name ("The text of the search");
+    }
+    else if (action == "sort")
+    {
+        browse.action = Action::sort;
+        browse.text = line.name ("The name of the column");
     }
     else if (action == "select")
     {
@@ -548,13 +559,9 @@ SetScript::Event readEvent (Line& line, int lineNumber)
     else if (action == "end")
         event.action = SetScript::End {};
     else if (action.empty())
-        line.fail ("After the time an action is missing: load, sample, set, setting, reverse, host, midi, "
-                   "script, browse, slicegate, smartknob, timecode, print or end.");
+        line.fail (std::string ("After the time an action is missing: ") + actionNames);
     else
-        line.fail ("There is no action " + quoted (action)
-                   + ": load, sample, set, setting, reverse, host, midi, script, browse, slicegate, "
-                     "smartknob, timecode, "
-                     "print or end.");
+        line.fail ("There is no action " + quoted (action) + ": " + actionNames);
     line.expectEnd();
     return event;
 }

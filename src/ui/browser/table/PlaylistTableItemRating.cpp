@@ -78,7 +78,7 @@ void PlaylistTableItemRating::mouseUp (const juce::MouseEvent& event)
 {
     auto wanted = starsAt (event.position.x);
     setHover (-1);
-    if (event.mods.isPopupMenu() || !contains (event.getPosition()))
+    if (event.mods.isPopupMenu() || !getLocalBounds().contains (event.getPosition()))
         return;
     if (event.mouseWasClicked() && wanted == lit && wanted > 0)
         --wanted; // the last lit star goes out
