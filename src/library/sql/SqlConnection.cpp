@@ -19,6 +19,10 @@ namespace
 /** SQLite's steps between two looks at the thread's SqlInterruption: some 20 microseconds. */
 constexpr int stepsBetweenLooks = 1000;
 
+/** Time between two tries for a lock. A program that writes one transaction behind the other, such as an import, lets go
+    only for moments: SQLite's own handler, which soon tries but every 100 ms, can miss them all for 5 s. */
+constexpr std::chrono::milliseconds betweenTries { 1 };
+
 /** Each commit is on the disk before it counts as stored, so that a power cut takes nothing that a hand has done. The log
     keeps 16 MB of the disk at most once its content is in the file. */
 constexpr std::array withLog { "PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL",
@@ -116,9 +120,9 @@ int SqlConnection::openForReading (const juce::String& path)
     if (const auto code = openWith (path, SQLITE_OPEN_READONLY); code != SQLITE_OK)
         return code;
     const juce::ScopedLock scope (lock);
-    sqlite3_busy_timeout (handle, 0);
+    waitForOthers (false);
     const auto code = run ("PRAGMA schema_version");
-    sqlite3_busy_timeout (handle, patience);
+    waitForOthers (true);
     if (code == SQLITE_BUSY)
     {
         close();
@@ -167,7 +171,23 @@ void SqlConnection::setPatience (int milliseconds)
     const juce::ScopedLock scope (lock);
     patience = milliseconds;
     if (handle != nullptr)
-        sqlite3_busy_timeout (handle, milliseconds);
+        waitForOthers (true);
+}
+
+void SqlConnection::waitForOthers (bool isPatient)
+{
+    const auto tryAgain = [] (void* self, int tries)
+    {
+        auto& connection = *static_cast<SqlConnection*> (self);
+        const auto now = std::chrono::steady_clock::now();
+        if (tries == 0)
+            connection.givesUpAt = now + std::chrono::milliseconds (connection.patience);
+        if (now >= connection.givesUpAt)
+            return 0;
+        std::this_thread::sleep_for (betweenTries);
+        return 1;
+    };
+    sqlite3_busy_handler (handle, isPatient ? +tryAgain : nullptr, this);
 }
 
 void SqlConnection::useUnicodeCase()
@@ -183,10 +203,10 @@ void SqlConnection::useWriteAheadLog()
     const auto* const path = handle != nullptr ? sqlite3_db_filename (handle, "main") : nullptr;
     if (path == nullptr || *path == 0)
         return;
-    sqlite3_busy_timeout (handle, 0);
+    waitForOthers (false);
     for (const auto* pragma : canShareMemory (path) ? std::span<const char* const> (withLog) : withoutLog)
         juce::ignoreUnused (run (pragma));
-    sqlite3_busy_timeout (handle, patience);
+    waitForOthers (true);
 }
 
 bool SqlConnection::isHeldByOthers()

@@ -3,6 +3,7 @@
 #include <juce_core/juce_core.h>
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <mutex>
 #include <span>
@@ -131,6 +132,10 @@ private:
     };
 
     int openWith (const juce::String& path, int flags);
+
+    /** Lets statements wait for the locks of other connections, as long as `patience` says, or not at all. */
+    void waitForOthers (bool isPatient);
+
     using Binding = std::function<void (sqlite3_stmt*)>;
 
     int prepare (const std::string& sql, unsigned flags, sqlite3_stmt*&) const;
@@ -151,5 +156,6 @@ private:
     Stored stored;
     std::atomic<bool> hasNewlyStored { false };
     int patience = defaultPatience;
+    std::chrono::steady_clock::time_point givesUpAt; ///< of the wait at hand
     std::atomic<std::thread::id> owner {};
 };
