@@ -49,6 +49,12 @@ std::optional<juce::File> LibraryAutomix::nextTrack()
     return juce::File (path);
 }
 
+namespace
+{
+/** Key of the worker's job that reads: one question at a time, behind a begin() that is still being carried out. */
+constexpr Worker::Key question = 0;
+}
+
 AutomixReader::AutomixReader (std::function<SongDatabase*()> l)
     : library (std::move (l)),
       list ([this] { return open.load(); })
@@ -60,8 +66,10 @@ void AutomixReader::begin()
     worker.post ({ [this] (const std::stop_token&)
                    {
                        list.begin();
+                       // The end is no answer any more; a song that nobody has fetched yet still comes next.
                        const std::scoped_lock scope (lock);
-                       answer.reset();
+                       if (answer == juce::File())
+                           answer.reset();
                    } });
 }
 
@@ -75,12 +83,12 @@ std::optional<juce::File> AutomixReader::nextTrack()
     open = library();
     if (open.load() == nullptr)
         return juce::File();
-    if (!worker.isBusy())
-        worker.post ({ [this] (const std::stop_token&)
-                       {
-                           auto next = list.nextTrack();
-                           const std::scoped_lock scope (lock);
-                           answer = std::move (next);
-                       } });
+    if (!worker.isBusy (question))
+        worker.post (question, { [this] (const std::stop_token&)
+                                 {
+                                     auto next = list.nextTrack();
+                                     const std::scoped_lock scope (lock);
+                                     answer = std::move (next);
+                                 } });
     return {};
 }

@@ -93,4 +93,9 @@ TEST_F (LibraryNotes, AutomixOnAStageAsksAndIsAnsweredLater)
     EXPECT_EQ (next(), "");
     automix.begin();
     EXPECT_EQ (next(), paths[1]);
+    EXPECT_FALSE (automix.nextTrack());
+    automix.begin();
+    automix.wait();
+    EXPECT_EQ (automix.nextTrack()->getFullPathName(), paths[0])
+        << "switched off and on before it was fetched";
 }
