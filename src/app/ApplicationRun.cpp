@@ -4,6 +4,8 @@
 #include "demo/DemoTracks.h"
 #include "demo/FirstBank.h"
 
+#include <memory>
+
 namespace
 {
 /** Below the audio thread's: a block never waits for a controller. */
@@ -57,9 +59,10 @@ EngineWorld ApplicationRun::makeWorld()
     auto made = session->world();
     made.createEditor = [this] (CPlatterdex& e) -> juce::AudioProcessorEditor*
     {
-        editor = new CPlatterdexVstEditor (
+        auto opened = std::make_unique<CPlatterdexVstEditor> (
             e, session.get(), [this] { audio.showSettings (*window); }, midiWindows.pages());
-        return editor;
+        editor = opened.get();
+        return opened.release();
     };
     return made;
 }

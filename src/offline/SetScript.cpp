@@ -46,8 +46,8 @@ std::optional<double> toNumber (std::string_view word)
     if (word.starts_with ('+'))
         word.remove_prefix (1);
     double value = 0.0;
-    const auto* end = word.data() + word.size();
-    const auto [stopped, error] = std::from_chars (word.data(), end, value);
+    const auto *begin = word.data(), *end = begin + word.size();
+    const auto [stopped, error] = std::from_chars (begin, end, value);
     if (error != std::errc {} || stopped != end || !std::isfinite (value))
         return {};
     return value;
@@ -178,8 +178,8 @@ int readCommand (Line& line, bool metersToo)
         return line.fail ("The command is missing."), 0;
 
     int number = 0;
-    const auto* end = text.data() + text.size();
-    if (const auto [stopped, error] = std::from_chars (text.data(), end, number);
+    const auto *begin = text.data(), *end = begin + text.size();
+    if (const auto [stopped, error] = std::from_chars (begin, end, number);
         error == std::errc {} && stopped == end)
     {
         if (!CommandTable::find (number) || (isMeter (number) && !metersToo))
@@ -306,8 +306,8 @@ std::optional<int> readOnlyNumber (Line& line)
     auto ahead = line;
     const auto text = ahead.word();
     int number = 0;
-    const auto* end = text.data() + text.size();
-    const auto [stopped, error] = std::from_chars (text.data(), end, number);
+    const auto *begin = text.data(), *end = begin + text.size();
+    const auto [stopped, error] = std::from_chars (begin, end, number);
     if (text.empty() || error == std::errc::invalid_argument || stopped != end || !ahead.isAtEnd())
         return {};
     line = ahead;
@@ -437,8 +437,8 @@ int readByte (Line& line, const std::string& what, int lowest, int highest)
     const auto isHex = text.starts_with ("0x");
     const auto digits = isHex ? text.substr (2) : text;
     int byte = -1;
-    const auto* end = digits.data() + digits.size();
-    const auto [stopped, error] = std::from_chars (digits.data(), end, byte, isHex ? 16 : 10);
+    const auto *begin = digits.data(), *end = begin + digits.size();
+    const auto [stopped, error] = std::from_chars (begin, end, byte, isHex ? 16 : 10);
     if (error != std::errc {} || stopped != end || byte < lowest || byte > highest)
         line.fail (what + " lies between " + std::to_string (lowest) + " and " + std::to_string (highest)
                    + ", decimal or as 0x90; it is not " + quoted (text) + ".");

@@ -378,7 +378,7 @@ void CPlatterdexVstEditor::act (KeyAction action, int deck)
 void CPlatterdexVstEditor::mouseDown (const juce::MouseEvent& event)
 {
     auto* strip = dynamic_cast<DeckComponent*> (event.eventComponent);
-    if (strip == nullptr)
+    if (strip == nullptr && event.eventComponent != nullptr)
         strip = event.eventComponent->findParentComponentOfClass<DeckComponent>();
     if (strip != nullptr)
         touchedDeck = strip->deck();

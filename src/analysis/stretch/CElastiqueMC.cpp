@@ -62,7 +62,7 @@ CElastiqueMC::CElastiqueMC (int blockSize, int channelCount, float rate)
       sampleRate (rate),
       frameLength (stretchFrameLength (rate)),
       outputBlock (blockSize),
-      factors (*StretchFactors::of (1.0f, 1.0f, frameLength)),
+      factors (StretchFactors::unity (frameLength)),
       analysisWindow (static_cast<size_t> (frameLength)),
       synthesisWindow (static_cast<size_t> (frameLength)),
       product (static_cast<size_t> (frameLength)),
@@ -131,7 +131,7 @@ void CElastiqueMC::reset() noexcept
     timeline.reset();
     detector.reset();
     resampler->reset();
-    factors = *StretchFactors::of (1.0f, 1.0f, frameLength);
+    factors = StretchFactors::unity (frameLength);
     inputEnd = signalEnd = detectedBegin = detectedEnd = 0;
     stage = stages();
     fetchedEnd = 0;

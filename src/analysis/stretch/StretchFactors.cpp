@@ -56,6 +56,11 @@ std::optional<StretchFactors> StretchFactors::of (float stretch, float pitch, in
     return factors;
 }
 
+StretchFactors StretchFactors::unity (int frameLength) noexcept
+{
+    return of (1.0f, 1.0f, frameLength).value_or (StretchFactors {});
+}
+
 int stretchFrameLength (double sampleRate) noexcept
 {
     for (const auto& row : frameRows)

@@ -22,6 +22,9 @@ struct StretchFactors
         @returns nothing for factors that are out of range or no numbers */
     PX_AUDIO_THREAD static std::optional<StretchFactors> of (float stretch, float pitch, int frameLength,
                                                              bool highQuality = false) noexcept;
+
+    /** The factors of a sound that is left as it is. */
+    PX_AUDIO_THREAD static StretchFactors unity (int frameLength) noexcept;
 };
 
 /** Samples of an analysis frame at a sample rate in Hz: 2048 below 32 kHz, doubled with each octave above. */

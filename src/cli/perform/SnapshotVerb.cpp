@@ -54,10 +54,13 @@ struct Request
     juce::String fault;
 };
 
-const juce::StringArray views { "header",     "decka",        "deckb",      "deckc",
-                                "deckd",      "global",       "ghost",      "browser",
-                                "parameters", "midi-mapping", "midi-ports", "midi-scripts",
-                                "pad-editor", "knob-editor",  "timecode",   "control-cd" };
+/** The parts of the window, and the windows of its own, that can be painted alone. */
+juce::StringArray views()
+{
+    return { "header",     "decka",       "deckb",      "deckc",        "deckd",      "global",
+             "ghost",      "browser",     "parameters", "midi-mapping", "midi-ports", "midi-scripts",
+             "pad-editor", "knob-editor", "timecode",   "control-cd" };
+}
 
 bool isWholeNumber (const juce::String& text)
 {
@@ -97,9 +100,9 @@ Request readRequest (const VerbOptions& given)
     if (given.has ("--view"))
     {
         request.view = given.valueOf ("--view").toLowerCase();
-        if (!views.contains (request.view))
+        if (!views().contains (request.view))
             request.fault = "There is no view \"" + given.valueOf ("--view") + "\"; --view takes "
-                            + views.joinIntoString (", ") + ".";
+                            + views().joinIntoString (", ") + ".";
     }
     if ((request.view == "deckc" || request.view == "deckd") && !given.has ("--four"))
         request.fault = "Decks C and D are seen with --four only.";
