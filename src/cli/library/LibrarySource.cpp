@@ -27,22 +27,6 @@ constexpr std::array kinds {
     KindWord { "smart", SongListKind::smartPlaylist, true },
     KindWord { "automix", SongListKind::automix, false },
 };
-
-/** The field by which a kind picks its songs. */
-std::optional<SongField> fieldOf (SongListKind kind)
-{
-    switch (kind)
-    {
-    case SongListKind::album:
-        return SongField::album;
-    case SongListKind::artist:
-        return SongField::artist;
-    case SongListKind::genre:
-        return SongField::genre;
-    default:
-        return {};
-    }
-}
 }
 
 juce::String LibrarySource::kindWords()
@@ -78,7 +62,7 @@ std::optional<LibrarySource> LibrarySource::find (SongDatabase& database, const 
     source.name = arguments[0];
     arguments.remove (0);
 
-    if (const auto field = fieldOf (source.kind))
+    if (const auto field = pickingField (source.kind))
     {
         const auto count = database.countWhere (*field, source.name);
         if (count > 0)

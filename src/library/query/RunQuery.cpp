@@ -8,22 +8,6 @@
 
 namespace
 {
-/** The field of which a kind shows one value. */
-std::optional<SongField> fieldOf (SongListKind kind)
-{
-    switch (kind)
-    {
-    case SongListKind::album:
-        return SongField::album;
-    case SongListKind::artist:
-        return SongField::artist;
-    case SongListKind::genre:
-        return SongField::genre;
-    default:
-        return {};
-    }
-}
-
 /** The rows of a source that is not the whole library. */
 int fillSource (const SongQuery& query, SongDatabase& database, SongList& list)
 {
@@ -44,7 +28,7 @@ int fillSource (const SongQuery& query, SongDatabase& database, SongList& list)
     default:
         break;
     }
-    if (const auto field = fieldOf (query.kind))
+    if (const auto field = pickingField (query.kind))
         return database.fillByField (query.name, *field, &list, sort, ascending);
     return LibraryCode::wrongKind;
 }
@@ -54,6 +38,21 @@ bool isWholeLibrary (SongListKind kind)
     return kind == SongListKind::root || kind == SongListKind::library || kind == SongListKind::albums
            || kind == SongListKind::artists;
 }
+}
+
+std::optional<SongField> pickingField (SongListKind kind) noexcept
+{
+    switch (kind)
+    {
+    case SongListKind::album:
+        return SongField::album;
+    case SongListKind::artist:
+        return SongField::artist;
+    case SongListKind::genre:
+        return SongField::genre;
+    default:
+        return {};
+    }
 }
 
 int runQuery (const SongQuery& query, SongDatabase& database, const SongIndex& index, SongList& list,
