@@ -113,21 +113,20 @@ private:
 };
 
 /** The times of each message: the driver of a model hears it after the mapping table has acted. */
-struct Arrivals
+struct Arrivals : ControllerDrivers
 {
     static inline std::vector<int64_t> sent, acted;
     static inline std::atomic<size_t> count { 0 };
 
-    static void heard (MidiControl&, int, int, int)
+    bool hasInput (int) const override { return true; }
+
+    void handleControllerInput (MidiControl&, int, int, int, int) override
     {
         const auto index = count.load (std::memory_order_relaxed);
         if (index < acted.size())
             acted[index] = Timing::nanoseconds();
         count.store (index + 1, std::memory_order_release);
     }
-
-    static constexpr std::array<ControllerDriver, 2> drivers { ControllerDriver {},
-                                                               ControllerDriver { .input = heard } };
 };
 
 void print (const char* what, Timing::Durations& all)
@@ -207,7 +206,7 @@ void measure (BenchEngine& engine, const Scheduling& scheduling)
 {
     MidiSystem::Options options;
     options.backends.clear();
-    options.drivers = Arrivals::drivers;
+    options.drivers = std::make_unique<Arrivals>();
     options.askForRealTime = [scheduling] (pid_t) { scheduling.applyToMidi(); };
     MidiSystem midi (*engine, std::move (options));
     midi.control.selectController (1);

@@ -13,7 +13,7 @@ using Bytes = FakeMidiBackend::Bytes;
 namespace
 {
 /** A driver that keeps what it is given and lights one lamp in turn. */
-struct DriverLog
+struct DriverLog : ControllerDrivers
 {
     static std::vector<uint32_t>& heard()
     {
@@ -21,14 +21,23 @@ struct DriverLog
         return words;
     }
 
-    static constexpr std::array<ControllerDriver, 2> table {
-        ControllerDriver {},
-        ControllerDriver { .input = [] (MidiControl&, int status, int data, int value)
-                           { heard().push_back (MidiWord::pack (status, data, value)); },
-                           .output = [] (MidiControl& control, uint32_t tick)
-                           { control.sender.sendMidiShort (0x90, 1, tick % 2 == 0 ? 127 : 0); },
-                           .start = [] (MidiControl& control) { control.sender.clearCache(); } }
-    };
+    bool hasInput (int model) const override { return model == 1; }
+
+    void handleControllerInput (MidiControl&, int model, int status, int data, int value) override
+    {
+        if (model == 1)
+            heard().push_back (MidiWord::pack (status, data, value));
+    }
+
+    void updateControllerOutput (MidiControl& control, int model, uint32_t tick) override
+    {
+        if (model == 1)
+            control.sender.sendMidiShort (0x90, 1, tick % 2 == 0 ? 127 : 0);
+    }
+
+    void startController (MidiControl& control, int) override { control.sender.clearCache(); }
+
+    static std::unique_ptr<ControllerDrivers> make() { return std::make_unique<DriverLog>(); }
 };
 
 /** The number of messages that came through once the last of them has. */
@@ -42,7 +51,7 @@ uint32_t waitForMessages (MidiControl& control, uint32_t count)
 
 TEST (MidiControl, LearnMappingAndDriverSeeANoteOffAsANoteOnOfZero)
 {
-    MidiFixture fixture (DriverLog::table);
+    MidiFixture fixture (DriverLog::make);
     DriverLog::heard().clear();
     auto& control = fixture.midi->control;
     control.selectController (1);
@@ -98,7 +107,7 @@ TEST (MidiControl, ShortMessagesAreLimitedAndSentOnceUnlessForced)
 
 TEST (MidiControl, LampsTellTheTruthOfMappedButtonsAndFaders)
 {
-    MidiFixture fixture (DriverLog::table);
+    MidiFixture fixture (DriverLog::make);
     const auto pad = fixture.plugAndUse ("Pad");
     auto& control = fixture.midi->control;
     control.mapping.setRow (CommandTable::numberOf ("EQ_HIGH_KILL_A"), { 0x90, 11 });

@@ -7,7 +7,10 @@
 /** An engine with MIDI over a fake system of ports. A test that wants the threads of messages and lamps starts them. */
 struct MidiFixture : EngineFixture
 {
-    explicit MidiFixture (std::span<const ControllerDriver> d = {}) : drivers (d) { begin(); }
+    using MakeDrivers = std::unique_ptr<ControllerDrivers> (*)();
+
+    /** @param make   the drivers of controllers; null is the native ones */
+    explicit MidiFixture (MakeDrivers make = nullptr) : makeDrivers (make) { begin(); }
     ~MidiFixture() { midi.reset(); }
 
     void begin (bool isInHost = false)
@@ -17,7 +20,8 @@ struct MidiFixture : EngineFixture
         auto made = std::make_unique<FakeMidiBackend>();
         cables = made.get();
         options.backends.push_back (std::move (made));
-        options.drivers = drivers;
+        if (makeDrivers != nullptr)
+            options.drivers = makeDrivers();
         options.hasThreads = false;
         options.isInHost = isInHost;
         midi = std::make_unique<MidiSystem> (*engine, std::move (options));
@@ -40,7 +44,7 @@ struct MidiFixture : EngineFixture
     /** Carries a message out on the calling thread. */
     void handle (int status, int data, int value) { midi->control.handle (status, data, value); }
 
-    std::span<const ControllerDriver> drivers;
+    const MakeDrivers makeDrivers;
     FakeMidiBackend* cables = nullptr;
     std::unique_ptr<MidiSystem> midi;
 };

@@ -3,11 +3,11 @@
 #include "midi/ports/PortElements.h"
 #include "support/files/ReplaceFile.h"
 
-MidiControl::MidiControl (CPlatterdex& e, MidiPortService& service, std::span<const ControllerDriver> d,
+MidiControl::MidiControl (CPlatterdex& e, MidiPortService& service, std::unique_ptr<ControllerDrivers> d,
                           const RealTimeRequest& realTime)
     : engine (e),
       ports (service, *this),
-      drivers (d),
+      drivers (std::move (d)),
       inMidiThread (*this, midiInQueue, realTime)
 {
 }
@@ -49,8 +49,8 @@ void MidiControl::handle (int status, int data, int value)
     if (midiLearnArmed != 0)
         learnFrom (status, data);
     dispatcher.dispatchMidiMapping (status, data, value);
-    if (const auto* selected = driver(); selected != nullptr && selected->input != nullptr)
-        selected->input (*this, status, data, value);
+    if (drivers != nullptr)
+        drivers->handleControllerInput (*this, selectedModel(), status, data, value);
 }
 
 void MidiControl::learn (int row)
@@ -78,32 +78,25 @@ MidiControl::Seen MidiControl::lastSeen() const
 
 void MidiControl::tick()
 {
-    if (const auto* selected = driver(); selected != nullptr && selected->output != nullptr)
-        selected->output (*this, midiTickCount);
+    if (drivers != nullptr)
+        drivers->updateControllerOutput (*this, selectedModel(), midiTickCount);
     lamps.state (engine, mapping, sender);
     sender.repaintOwing();
     midiTickCount += 1u;
 }
 
-const ControllerDriver* MidiControl::driver() const
-{
-    const auto model = static_cast<size_t> (std::max<int> (0, engine.settings.controllerPreset));
-    return model < drivers.size() ? &drivers[model] : nullptr;
-}
-
 bool MidiControl::mayCoalesce() const
 {
-    const auto* selected = driver();
-    return selected == nullptr || selected->input == nullptr;
+    return drivers == nullptr || !drivers->hasInput (selectedModel());
 }
 
 void MidiControl::selectController (int model)
 {
     engine.settings.controllerPreset = static_cast<int8_t> (juce::jlimit (0, 127, model));
-    const auto* selected = driver();
-    sender.pauseMs = selected != nullptr ? selected->pauseMs : 0;
-    if (selected != nullptr && selected->start != nullptr)
-        selected->start (*this);
+    if (drivers == nullptr)
+        return;
+    sender.pauseMs = drivers->pauseMs (selectedModel());
+    drivers->startController (*this, selectedModel());
 }
 
 bool MidiControl::loadMidiDeviceList (const juce::File& file)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "midi/control/ControllerDriver.h"
+#include "midi/control/ControllerDrivers.h"
 #include "midi/control/InMidiThread.h"
 #include "midi/control/MappedLamps.h"
 #include "midi/control/MidiMessageQueue.h"
@@ -24,9 +24,9 @@ public:
         int status = 0, data = 0, value = 0;
     };
 
-    /** @param drivers    by model number; outlives this
+    /** @param drivers    of controllers; may be null
         @param realTime   asks for real time for InMidiThread; may be empty */
-    MidiControl (CPlatterdex&, MidiPortService&, std::span<const ControllerDriver> drivers = {},
+    MidiControl (CPlatterdex&, MidiPortService&, std::unique_ptr<ControllerDrivers> drivers = {},
                  const RealTimeRequest& realTime = {});
     ~MidiControl() override;
 
@@ -87,10 +87,10 @@ public:
     MidiSender sender { ports };
 
 private:
-    const ControllerDriver* driver() const;
+    int selectedModel() const { return engine.settings.controllerPreset; }
     void learnFrom (int status, int data);
 
-    const std::span<const ControllerDriver> drivers;
+    const std::unique_ptr<ControllerDrivers> drivers;
     Relaxed<int32_t> midiLearnRow { 0 };
     std::atomic<int32_t> midiLearnArmed { 0 };
     Relaxed<uint64_t> seen { 0 }; ///< the message's word, above it the count

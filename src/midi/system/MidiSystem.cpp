@@ -8,7 +8,7 @@
 MidiSystem::MidiSystem (CPlatterdex& e, Options options)
     : engine (e),
       ports (std::move (options.backends)),
-      control (e, ports, options.drivers, options.askForRealTime),
+      control (e, ports, std::move (options.drivers), options.askForRealTime),
       scripts (&e, ports, e.environment.folders.scriptFiles(), {}, !options.hasThreads),
       mappingFile (e.environment.folders.setup().getChildFile ("default_midi_mapping.xml")),
       deviceListFile (e.environment.folders.setup().getChildFile ("midi_devices_list.xml")),

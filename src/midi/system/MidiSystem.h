@@ -20,7 +20,8 @@ public:
             concern. Scripts never run in real time: one without an end would stop the machine. */
         RealTimeRequest askForRealTime {};
         MidiPortService::Backends backends = MidiPortService::systemBackends (askForRealTime);
-        std::span<const ControllerDriver> drivers {};
+        /** Drivers of controllers; null is the native ones. */
+        std::unique_ptr<ControllerDrivers> drivers {};
     };
 
     MidiSystem (CPlatterdex&, Options);
