@@ -199,56 +199,78 @@ bool SampleImportThread::copyTrack (SamplerSlot& slot, const GhostTake& take, co
     return goesOn();
 }
 
+void SampleImportThread::refuse (SamplerSlot& slot, const char* reason)
+{
+    slot.isUnsaved = 0;
+    slot.changeTexts ([&] (auto& texts) { texts = { {}, texts.name, reason }; });
+}
+
 void SampleImportThread::keep (SamplerSlot& slot, const juce::File& recordings)
 {
-    slot.isUnsaved = 1;
+    if (slot.isUnsaved == 0 || slot.isEmpty())
+        return;
     const auto name = slot.texts().name;
     recordings.createDirectory();
     const auto file = SampleFile::nameFor (recordings, name, juce::Time::getCurrentTime());
-    if (SampleFile::write (file, slot.buffer.left(), slot.buffer.right(), desk.factsOf (slot), 0.0))
-        slot.changeTexts ([&] (auto& texts) { texts.recording = file.getFullPathName(); });
+    const auto isWritten =
+        SampleFile::write (file, slot.buffer.left(), slot.buffer.right(), desk.factsOf (slot), 0.0);
+    if (slot.isUnsaved == 0) // It was cleared meanwhile.
+        return juce::ignoreUnused (file.deleteFile());
+    slot.changeTexts (
+        [&] (auto& texts)
+        {
+            if (isWritten)
+                texts.recording = file.getFullPathName();
+            else
+                texts.fault = "The loop can't be written to " + recordings.getFullPathName() + ".";
+        });
     desk.world.requests.ask (EngineRequest::keepPads, 0);
 }
 
 void SampleImportThread::take (int index, const GhostTake& take, const juce::File& recordings)
 {
+    auto* pad = desk.find (index);
+    if (pad == nullptr)
+        return;
+    pad->isUnsaved = index != SamplerSlots::preview ? 1 : 0;
     const auto path = desk.world.deck (take.deck)->texts().filePath;
     post (index,
-          [this, take, path, recordings, isPad = index != SamplerSlots::preview] (SamplerSlot& slot,
-                                                                                  const std::stop_token& stop)
+          [this, take, path, recordings] (SamplerSlot& slot, const std::stop_token& stop)
           {
               slot.buffer.release();
               if (!copyTrack (slot, take, path, stop))
+              {
+                  if (!stop.stop_requested())
+                      refuse (slot, "The deck has another track by now.");
                   return;
+              }
               SampleFacts facts;
               facts.lengthFrames = take.frames;
               facts.sampleRate = static_cast<uint32_t> (std::lround (take.sampleRate));
               facts.beats = 2.0 * GhostTake::beatsOf (take.lengthIndex);
               facts.bpm = take.bpm;
               publish (slot, facts, stop);
-              if (isPad && !slot.isEmpty())
-                  keep (slot, recordings);
+              keep (slot, recordings);
           });
 }
 
 void SampleImportThread::copy (int from, int to, const juce::File& recordings)
 {
-    auto* source = desk.find (from);
-    if (source == nullptr || from == to)
+    auto *source = desk.find (from), *target = desk.find (to);
+    if (source == nullptr || target == nullptr || source == target)
         return;
+    target->isUnsaved = from == SamplerSlots::preview || source->isUnsaved != 0 ? 1 : 0;
     post (to,
-          [this, source, recordings, isLoop = from == SamplerSlots::preview || source->isUnsaved != 0] (
-              SamplerSlot& slot, const std::stop_token& stop)
+          [this, source, recordings] (SamplerSlot& slot, const std::stop_token& stop)
           {
               slot.buffer.release();
               const auto facts = desk.factsOf (*source);
               if (facts.lengthFrames < 1)
-                  return;
+                  return refuse (slot, "The sample has been cleared.");
               std::copy_n (source->buffer.left(), facts.lengthFrames, slot.buffer.left());
               std::copy_n (source->buffer.right(), facts.lengthFrames, slot.buffer.right());
               publish (slot, facts, stop);
-              if (isLoop && !slot.isEmpty())
-                  keep (slot, recordings);
+              keep (slot, recordings);
           });
 }
 

@@ -55,7 +55,12 @@ private:
     juce::String decode (SamplerSlot&, const juce::File&, const std::stop_token&);
     void publish (SamplerSlot&, SampleFacts, const std::stop_token&);
     bool copyTrack (SamplerSlot&, const GhostTake&, const juce::String& path, const std::stop_token&);
+
+    /** Writes an unsaved loop to a file of the system's own, so that no crash takes it. */
     void keep (SamplerSlot&, const juce::File& recordings);
+
+    /** Leaves a slot empty that was to have a sample. @param reason   one sentence */
+    static void refuse (SamplerSlot&, const char* reason);
 
     SamplerSlots& desk;
     AdecSharedLibrary decoder;

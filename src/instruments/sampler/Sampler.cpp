@@ -52,13 +52,23 @@ void Sampler::loadSample (int index, const juce::File& file)
 void Sampler::saveSample (int index, const juce::File& file, std::function<void (bool isWritten)> done)
 {
     import.save (index, file, SampleFile::usualRate,
-                 [this, index, done = std::move (done)] (bool isWritten)
+                 [this, index, file, done = std::move (done)] (bool isWritten)
                  {
-                     if (auto* slot = find (index); slot != nullptr && isWritten)
-                         slot->isUnsaved = 0;
+                     if (auto* slot = find (index); slot != nullptr && isWritten && slot->isUnsaved != 0)
+                         giveFile (*slot, file);
     done (isWritten);
 });
 waitOffline();
+}
+
+void Sampler::giveFile (SamplerSlot& slot, const juce::File& file)
+{
+    const juce::File recording (slot.texts().recording);
+    slot.isUnsaved = 0;
+    slot.changeTexts ([&] (auto& texts) { texts = { file.getFullPathName(), texts.name }; });
+    if (recording != juce::File() && recording != file)
+        recording.deleteFile();
+    askToKeep();
 }
 
 void Sampler::clearSlot (int index)
@@ -152,10 +162,10 @@ SamplerBank Sampler::bank() const
         const auto& slot = desk.slots[static_cast<size_t> (index)];
         const auto texts = slot.texts();
         const auto isUnsaved = slot.isUnsaved != 0;
-        if (slot.isEmpty() && texts.filePath.isEmpty())
-            continue;
-        all.samples.push_back ({ index, isUnsaved ? texts.recording : texts.filePath, texts.name,
-                                 slot.playMode, slot.followsVelocity != 0, isUnsaved });
+        const auto path = isUnsaved ? texts.recording : texts.filePath;
+        if (path.isNotEmpty())
+            all.samples.push_back (
+                { index, path, texts.name, slot.playMode, slot.followsVelocity != 0, isUnsaved });
     }
     return all;
 }
@@ -220,7 +230,7 @@ int Sampler::unsavedLoops() const noexcept
 
 bool Sampler::keepUnsavedLoops()
 {
-    auto isKept = true;
+    auto areKept = true;
     for (int index = 0; index < padCount; ++index)
     {
         auto& slot = *find (index);
@@ -228,21 +238,19 @@ bool Sampler::keepUnsavedLoops()
             continue;
         const auto texts = slot.texts();
         const auto target = SampleFile::nameFor (folders.samples(), texts.name, wallClock());
-        if (!juce::File (texts.recording).moveFileTo (target))
+        const juce::File recording (texts.recording);
+        auto isKept = recording.existsAsFile() && recording.moveFileTo (target);
+        if (!isKept) // It could not be written when it was taken, or somebody has removed it since.
         {
-            isKept = false;
-            continue;
-        }
-        slot.isUnsaved = 0;
-        slot.changeTexts (
-            [&] (auto& changed)
-            {
-                changed.filePath = target.getFullPathName();
-                changed.recording = {};
-            });
+            import.save (index, target, 0.0, [&isKept] (bool isWritten) { isKept = isWritten;
+        });
+        import.wait();
     }
-    askToKeep();
-    return isKept;
+    if (isKept)
+        giveFile (slot, target);
+    areKept = areKept && isKept;
+}
+return areKept;
 }
 
 bool Sampler::restorePads()

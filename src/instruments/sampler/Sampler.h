@@ -120,6 +120,9 @@ private:
     SamplerSlot* find (int slot) noexcept { return desk.find (slot); }
     void apply (const SamplerBank&);
     void takeLoop (int slot, const GhostTake&);
+
+    /** Lets a recorded loop lie in a file of the user's from now on; the system's own goes. Any thread that may block. */
+    void giveFile (SamplerSlot&, const juce::File&);
     juce::File padsFile() const { return folders.setup().getChildFile ("sampler.xml"); }
     juce::File recordings() const { return folders.samples().getChildFile ("recorded"); }
     void waitOffline() const;

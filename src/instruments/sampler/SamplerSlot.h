@@ -39,7 +39,7 @@ struct SamplerSlot
     Published<int32_t> lengthFrames; ///< valid frames of the buffer; 0 while it is empty or loads
     Relaxed<int32_t> playMode { oneShotMode };
     Relaxed<int8_t> followsVelocity; ///< a soft press is heard softly
-    Relaxed<int8_t> isUnsaved;       ///< a recorded loop that no file of the user's holds
+    Relaxed<int8_t> isUnsaved; ///< a recorded loop, from its request on, that no file of the user's holds
 
     // Of the pad: they outlast its samples
     Relaxed<double> masterGain { 1.0 };

@@ -198,6 +198,36 @@ TEST (Ghost, BeginsAtTheLoopAndNeedsATrack)
     EXPECT_EQ (sampler.loadBank (desk.folder.file ("bank.xml")), "");
 }
 
+TEST (Ghost, ALoopThatIsSavedLiesInTheUsersFileFromThenOn)
+{
+    ClickDecks desk;
+    auto& sampler = desk.host->engine().sampler;
+    desk.put (0, { .bpm = 120.0 });
+    desk.deck (0).setTexts ({ "/music/a.flac", "A Title", "", "" });
+    const auto textsOf = [&] (int pad) { return sampler.desk.find (pad)->texts(); };
+
+    sampler.ghostRecordToPad (0, 4, 5);
+    const juce::File recording (textsOf (4).recording), saved = desk.folder.file ("mine.wav");
+    EXPECT_TRUE (recording.existsAsFile());
+    sampler.saveSample (4, saved);
+    EXPECT_EQ (sampler.unsavedLoops(), 0);
+    EXPECT_FALSE (recording.exists());
+    ASSERT_EQ (sampler.bank().samples.size(), 1u);
+    EXPECT_EQ (sampler.bank().samples[0].filePath, saved.getFullPathName()); // and not the deck's whole track
+
+    // One that the disk had no room for is in memory still.
+    const auto folder = sampler.folders.samples().getChildFile ("recorded");
+    EXPECT_TRUE (folder.deleteRecursively() && folder.replaceWithText ("no folder"));
+    sampler.ghostRecordToPad (0, 4, 5);
+    EXPECT_EQ (textsOf (4).fault, "The loop can't be written to " + folder.getFullPathName() + ".");
+    EXPECT_TRUE (sampler.bank().samples.empty());
+    EXPECT_EQ (sampler.unsavedLoops(), 1);
+    EXPECT_TRUE (sampler.keepUnsavedLoops());
+    EXPECT_EQ (juce::File (textsOf (4).filePath).getParentDirectory(), sampler.folders.samples());
+    EXPECT_TRUE (juce::File (textsOf (4).filePath).existsAsFile());
+    EXPECT_EQ (textsOf (4).fault, "");
+}
+
 TEST (SamplerBank, ReadsWhatItWritesAndSkipsPadsThatThereAreNot)
 {
     SamplerBank bank;
