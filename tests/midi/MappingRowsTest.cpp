@@ -29,7 +29,7 @@ std::optional<Write> expected (int row, int type, int value, double reading)
     case MappingShape::resetToCentre:
         return whenPressed (0.5);
     case MappingShape::held:
-        return Write { row, value > 0 ? 1.0 : 0.0 };
+        return Write { row, straight };
     case MappingShape::continuous:
         return Write { row, continuous[static_cast<size_t> (type)] };
     case MappingShape::pitch:
@@ -92,6 +92,23 @@ TEST (MappingRows, EveryRowActsByItsShapeInAllControlTypes)
     EXPECT_EQ (shapes[MappingShape::trigger], 315);
     EXPECT_EQ (shapes[MappingShape::held], 36);
     EXPECT_EQ (shapes[MappingShape::continuous], 86);
+}
+
+TEST (MappingRows, PadsOfTheSamplerHearTheVelocity)
+{
+    MidiFixture fixture;
+    auto& sampler = fixture.engine->sampler;
+    sampler.loadSample (2, EncodedFiles::writeWav (EncodedFiles::makeNoise (2, 44100, 44100.0), 44100.0,
+                                                   fixture.folder.file ("hit.wav")));
+    sampler.waitUntilIdle();
+    sampler.setFollowsVelocity (2, true);
+    sampler.setPlayMode (2, retriggerMode);
+    fixture.midi->control.mapping.setRow (CommandTable::numberOf ("SAMPLER_PLAY_PAD_3"), { 0x99, 38, 0 });
+    for (const int velocity : { 1, 40, 127 })
+    {
+        fixture.handle (0x99, 38, velocity);
+        EXPECT_FLOAT_EQ (sampler.desk.slots[2].pressLevel, static_cast<float> (velocity) / 127.0f);
+    }
 }
 
 TEST (MappingRows, AllRowsOfOneControlAct)

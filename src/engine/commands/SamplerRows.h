@@ -23,7 +23,7 @@ inline int velocityOf (const CommandCall& call)
     if (!call.isPressed())
         return 0;
     const auto velocity = call.value <= 1.0f ? call.value * Sampler::strongest : call.value;
-    return juce::jlimit (1, Sampler::strongest, static_cast<int> (std::ceil (std::min (velocity, 127.0f))));
+    return juce::jlimit (1, Sampler::strongest, juce::roundToInt (std::min (velocity, 127.0f)));
 }
 
 inline void stepLoopSize (CPlatterdex& engine, const CommandCall& call)

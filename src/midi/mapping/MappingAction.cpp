@@ -71,7 +71,7 @@ void MidiMappingDispatcher::act (int number, const MidiMappingRow& row, int valu
             move (number, 1.0);
         break;
     case MappingShape::held:
-        move (number, value > 0 ? 1.0 : 0.0);
+        move (number, value01); // above 0 a press; the sampler's pads hear how strong it is
         break;
     case MappingShape::continuous:
         move (number, isEncoder (row) ? reading() + step * encoderStep : isTurned ? 1.0 - value01 : value01);
