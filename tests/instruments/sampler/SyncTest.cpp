@@ -12,6 +12,14 @@ struct SyncedPad : ClickDecks
         host->engine().setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
         put (0, track);
         host->engine().settings.masterDeck = 0;
+        putLoop (sampleBpm, beats);
+    }
+
+    /** The same inside a host, whose beats the pad follows. */
+    SyncedPad (double sampleBpm, int block) : ClickDecks (true, block) { putLoop (sampleBpm, 4); }
+
+    void putLoop (double sampleBpm, int beats)
+    {
         const auto perBeat = static_cast<int> (std::lround (60.0 / sampleBpm * rate));
         std::vector<float> signal (static_cast<size_t> (perBeat * beats));
         for (int beat = 0; beat < beats; ++beat)
@@ -175,4 +183,46 @@ TEST (SamplerSync, AHitThatIsNoLoopKeepsItsTempo)
     desk.pads().padPress (1, 127);
     desk.render (0.1);
     EXPECT_TRUE (std::equal (hit.begin(), hit.begin() + 3500, bus.begin()));
+}
+
+TEST (SamplerSync, FollowsAHostThatJumpsTurnsAndChangesItsTempo)
+{
+    for (const int block : { 128, 1024 })
+    {
+        SyncedPad desk (120.0, block);
+        auto& transport = desk.host->transport();
+        transport.play();
+        desk.render (0.2);
+        desk.pads().padPress (0, 127);
+        const auto settle = [&] (double bpm, const char* what)
+        {
+            transport.setBpm (bpm);
+            desk.render (1.0);
+            const auto from = desk.host->position();
+            const auto beat = *transport.getPosition()->getPpqPosition();
+            desk.render (5.0);
+            std::vector<double> beats;
+            for (auto next = std::ceil (beat); next < beat + 5.0 * bpm / 60.0; ++next)
+                beats.push_back (static_cast<double> (from) + (next - beat) * 60.0 / bpm * desk.rate);
+            EXPECT_LT (desk.largest (desk.distances (desk.sampler, beats, from)), 1.0)
+                << what << " " << block;
+            EXPECT_GE (desk.clicksFrom (from) + 1, beats.size()) << what << " " << block;
+        };
+        settle (120.0, "plays");
+        settle (126.5, "faster");
+        transport.seek (61.37);
+        settle (126.5, "jumped");
+        for (int turn = 0; turn < 8; ++turn)
+        {
+            transport.seek (8 * 60.0 / 126.5);
+            desk.render (60.0 / 126.5);
+        }
+        settle (126.5, "turned round a beat");
+        for (int step = 0; step < 200; ++step)
+        {
+            transport.setBpm (126.5 - 0.1 * step);
+            desk.render (0.05);
+        }
+        settle (106.6, "ramped");
+    }
 }
