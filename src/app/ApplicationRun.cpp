@@ -3,6 +3,7 @@
 #include "app/audio/RealTimePriority.h"
 #include "demo/DemoTracks.h"
 #include "demo/FirstBank.h"
+#include "ui/sampler/OfferLoops.h"
 
 #include <memory>
 
@@ -94,22 +95,8 @@ void ApplicationRun::askToQuit()
 
 void ApplicationRun::offerLoops()
 {
-    const auto loops = engine.sampler.unsavedLoops();
-    if (loops == 0)
-        return juce::JUCEApplicationBase::quit();
     // Either way they lie on their pads again at the next start.
-    session->prompts->askYesNo ("Recorded loops",
-                                juce::String (loops)
-                                    + (loops == 1 ? " recorded loop is in no file of yours."
-                                                  : " recorded loops are in no file of yours.")
-                                    + " Do you want to save to the samples folder?",
-                                [this] (bool yes)
-                                {
-                                    if (yes && !engine.sampler.keepUnsavedLoops())
-                                        return session->prompts->notify (
-                                            "Recorded loops", "They can't be written to the samples folder.");
-                                    juce::JUCEApplicationBase::quit();
-                                });
+    offerRecordedLoops (engine, [] { juce::JUCEApplicationBase::quit(); });
 }
 
 void ApplicationRun::offerDemoTracks()

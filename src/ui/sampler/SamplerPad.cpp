@@ -39,6 +39,7 @@ SamplerPad::Face SamplerPad::faceNow() const
     const auto texts = slot.texts();
     now.isFilled = !slot.isEmpty();
     now.isPlaying = slot.playing != 0 && now.isFilled;
+    now.fault = texts.fault;
     now.isFaulty = !now.isFilled && texts.fault.isNotEmpty();
     now.name = now.isFilled || now.isFaulty ? texts.name : juce::String();
     if (now.isFilled)
@@ -60,8 +61,8 @@ void SamplerPad::poll()
     auto now = faceNow();
     if (now == shown)
         return;
-    if (now.isFaulty != shown.isFaulty)
-        setTooltip (now.isFaulty ? slot.texts().fault : juce::String (menuTooltip));
+    if (now.fault != shown.fault)
+        setTooltip (now.fault.isNotEmpty() ? now.fault : juce::String (menuTooltip));
     shown = std::move (now);
     repaint();
 }

@@ -22,6 +22,7 @@ public:
     struct Face
     {
         juce::String name, length, mode;
+        juce::String fault; ///< of the last load, or of what it should have left; shown as the tooltip
         bool isPlaying = false, isFilled = false, isFaulty = false;
         int progress = 0; ///< pixels of the line at the bottom
 

@@ -2,6 +2,7 @@
 
 #include "skin/Palette.h"
 #include "ui/panel/PanelPaint.h"
+#include "ui/sampler/OfferLoops.h"
 
 namespace
 {
@@ -50,6 +51,9 @@ juce::StringArray lengthNames()
 
 SamplerPage::SamplerPage (CPlatterdex& e, int d) : ControlPanel (e), decks (d), waveform (e)
 {
+    // A loop never comes from a deck that is not shown.
+    if (engine.sampler.ghostDeck >= decks)
+        engine.sampler.ghostDeck = 0;
     bankLabel.setName ("_bankLabel");
     bankLabel.setColour (juce::Label::textColourId, palette::value);
     bankLabel.setMinimumHorizontalScale (1.0f);
@@ -200,9 +204,13 @@ void SamplerPage::chooseFromBankMenu (int item)
 
 void SamplerPage::loadBank (const juce::File& file)
 {
-    if (const auto fault = engine.sampler.loadBank (file);
-        fault.isNotEmpty() && engine.environment.prompts != nullptr)
-        engine.environment.prompts->notify ("Load Bank", fault);
+    const auto load = [&engine = engine, file]
+    {
+        if (const auto fault = engine.sampler.loadBank (file);
+            fault.isNotEmpty() && engine.environment.prompts != nullptr)
+            engine.environment.prompts->notify ("Load Bank", fault);
+    };
+    offerRecordedLoops (engine, load); // which the bank takes off their pads
 }
 
 void SamplerPage::saveBank()
