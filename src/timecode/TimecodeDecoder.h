@@ -12,8 +12,8 @@ struct ControlWiring
 /** Speed and place of the needle from the two channels of a control signal.
 
     Neighbouring frames are averaged as far as sixteen are left in a cycle of the carrier, and gathered to ticks of
-    four to eight; speed is renewed with each, the place goes on between them. When a carrier is there whose code can't be read, other wirings are tried in turn until one can. Audio thread;
-    allocates nothing but in prepare(). */
+    four to eight; speed is renewed with each, the place goes on between them. When a carrier is there whose code can't be
+    read, other wirings are tried in turn until one can. Audio thread; allocates nothing but in prepare(). */
 class TimecodeDecoder
 {
 public:
@@ -41,8 +41,11 @@ public:
 
     PX_AUDIO_THREAD bool hasSignal() const noexcept { return tracker.carrierPresence().isPresent(); }
 
-    /** Level of the carrier at nominal speed, root mean square of the input; 0 before one was heard. */
+    /** Peak of the carrier at nominal speed, in units of the input; 0 before one was heard. */
     PX_AUDIO_THREAD float level() const noexcept { return tracker.carrierPresence().nominalLevel(); }
+
+    /** Level of the noise against the carrier's. */
+    PX_AUDIO_THREAD float noise() const noexcept { return tracker.carrierPresence().noiseLevel(); }
 
     /** Share of cycles that said what the code foretold, 0 to 1; 0 while the place is unknown. */
     PX_AUDIO_THREAD float quality() const noexcept { return lock.trustInPlace(); }

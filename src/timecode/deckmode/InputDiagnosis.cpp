@@ -3,13 +3,21 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace
 {
 constexpr double reportSeconds = 0.2; // whole periods of 50 and of 60 Hz
 constexpr float clipFrom = 0.985f;
-constexpr double silenceDb = -60, missingDb = 20, phonoBelowDb = -39, lowBelowDb = -30;
-constexpr double clippedShare = 0.01, humShare = 0.2, monoFrom = 0.9, noisyBelow = 0.6;
+constexpr double silenceDb = -60, unheardDb = -42, restBelowCarrierDb = 12;
+constexpr double missingDb = 20, phonoBelowDb = -39, lowBelowDb = -30;
+constexpr double clippedShare = 0.01, monoFrom = 0.9;
+constexpr double humShare = 0.016;                    // of the carrier's power: -18 dB
+constexpr double loneHumShare = 0.5, loneHumDb = -40; // with no carrier to compare with
+constexpr float noisyRecord = 0.095f,
+                noisyDisc = 0.17f; // between a club's deck and -20 dB; bursts add theirs
+constexpr double slowHz = 300;     // a carrier that could be hum itself
+constexpr float worthlessNoise = 0.3f;
 
 double decibels (double meanSquare) noexcept
 {
@@ -19,26 +27,22 @@ double decibels (double meanSquare) noexcept
 
 void InputDiagnosis::Tone::prepare (double hz, double sampleRate) noexcept
 {
-    turn = 2 * std::numbers::pi * hz / sampleRate;
-    stepCosine = std::cos (turn);
-    stepSine = std::sin (turn);
-    cosine = 1;
-    sine = 0;
-    reset();
+    turn = 1;
+    step = std::polar (1.0, 2 * std::numbers::pi * hz / sampleRate);
+    left = right = 0;
 }
 
-void InputDiagnosis::Tone::add (double sample) noexcept
+void InputDiagnosis::Tone::add (double leftSample, double rightSample) noexcept
 {
-    real += sample * cosine;
-    imaginary += sample * sine;
-    const auto nextCosine = cosine * stepCosine - sine * stepSine;
-    sine = sine * stepCosine + cosine * stepSine;
-    cosine = nextCosine;
+    left += leftSample * turn;
+    right += rightSample * turn;
+    turn *= step;
 }
 
-double InputDiagnosis::Tone::power (int frames) const noexcept
+double InputDiagnosis::Tone::commonPower (int frames) const noexcept
 {
-    return 2 * (real * real + imaginary * imaginary) / (static_cast<double> (frames) * frames);
+    const auto common = (left * std::conj (right)).real();
+    return 2 * std::max (0.0, common) / (static_cast<double> (frames) * frames);
 }
 
 void InputDiagnosis::prepare (double sampleRate, bool isRecord) noexcept
@@ -52,7 +56,7 @@ void InputDiagnosis::prepare (double sampleRate, bool isRecord) noexcept
         tones[i].prepare (hertz[i], rate);
 }
 
-bool InputDiagnosis::add (float left, float right) noexcept
+void InputDiagnosis::add (float left, float right) noexcept
 {
     if (!std::isfinite (left) || !std::isfinite (right))
         left = right = 0;
@@ -64,69 +68,97 @@ bool InputDiagnosis::add (float left, float right) noexcept
     now.leftSquares += l * l;
     now.rightSquares += r * r;
     now.products += l * r;
-    const auto x = (l - leftMean) * leftScale, y = (r - rightMean) * rightScale;
-    const auto squared = x * x + y * y;
-    now.radius += std::sqrt (squared);
-    now.radiusSquares += squared;
     for (auto& tone : tones)
-        tone.add (0.5 * (l + r));
-    if (now.frames < framesPerReport)
-        return false;
-    judge();
-    return true;
+        tone.add (l, r);
+    if (now.frames >= framesPerReport)
+        measure();
 }
 
-void InputDiagnosis::judge() noexcept
+void InputDiagnosis::measure() noexcept
 {
     const auto n = static_cast<double> (now.frames);
-    leftMean = now.left / n;
-    rightMean = now.right / n;
-    const auto left = std::max (0.0, now.leftSquares / n - leftMean * leftMean),
-               right = std::max (0.0, now.rightSquares / n - rightMean * rightMean);
+    const auto leftMean = now.left / n, rightMean = now.right / n;
+    before = std::exchange (last, {});
+    last.isThere = true;
+    last.left = std::max (0.0, now.leftSquares / n - leftMean * leftMean);
+    last.right = std::max (0.0, now.rightSquares / n - rightMean * rightMean);
     const auto product = now.products / n - leftMean * rightMean;
-    const auto louder = std::max (left, right);
-    const auto hum50 = tones[0].power (now.frames) + tones[2].power (now.frames),
-               hum60 = tones[1].power (now.frames) + tones[3].power (now.frames);
-    const auto meanRadius = now.radius / n;
-    const auto spread = std::max (0.0, now.radiusSquares / n - meanRadius * meanRadius);
-
-    last.levelDb = static_cast<float> (decibels (2 * louder));
+    last.isLine = std::abs (product) > monoFrom * std::sqrt (last.left * last.right);
+    last.isClipped = now.clipped > clippedShare * n;
+    const auto hum50 = tones[0].commonPower (now.frames) + tones[2].commonPower (now.frames),
+               hum60 = tones[1].commonPower (now.frames) + tones[3].commonPower (now.frames);
+    last.humPower = std::max (hum50, hum60);
     last.humHz = hum50 >= hum60 ? 50 : 60;
-    last.quality = meanRadius > 0
-                       ? static_cast<float> (std::clamp (1 - 2 * std::sqrt (spread) / meanRadius, 0.0, 1.0))
-                       : 0;
-
-    const auto level = static_cast<double> (last.levelDb);
-    const auto correlation = left * right > 0 ? product / std::sqrt (left * right) : 0.0;
-    const auto isFirst = leftScale == 1 && rightScale == 1;
-    using enum Finding;
-    if (level < silenceDb)
-        last.finding = noSignal;
-    else if (std::max (hum50, hum60) > humShare * 0.5 * (left + right))
-        last.finding = hum;
-    else if (decibels (left) < decibels (right) - missingDb)
-        last.finding = leftMissing;
-    else if (decibels (right) < decibels (left) - missingDb)
-        last.finding = rightMissing;
-    else if (now.clipped > clippedShare * n)
-        last.finding = clipped;
-    else if (std::abs (correlation) > monoFrom)
-        last.finding = mono;
-    else if (level < phonoBelowDb && record)
-        last.finding = phonoLevel;
-    else if (level < lowBelowDb)
-        last.finding = levelLow;
-    else if (!isFirst && static_cast<double> (last.quality) < noisyBelow)
-        last.finding = noisy;
-    else
-        last.finding = good;
-
-    // The next circle is drawn by this one's measures.
-    leftScale = left > 0 ? 1 / std::sqrt (left) : 2;
-    rightScale = right > 0 ? 1 / std::sqrt (right) : 2;
     now = {};
     for (auto& tone : tones)
-        tone.reset();
+        tone.left = tone.right = 0;
+}
+
+InputDiagnosis::Report InputDiagnosis::report (const Decoded& decoded) const noexcept
+{
+    Report now;
+    if (!last.isThere)
+        return now;
+    const auto louder = std::max (last.left, last.right);
+    const auto heardDb = decibels (2 * louder);
+    // A record's level falls with its speed: where the carrier was heard, its level at nominal speed counts.
+    const auto carrierPower = 0.5 * static_cast<double> (decoded.peak) * static_cast<double> (decoded.peak);
+    const auto level = carrierPower > 0 ? decibels (2 * carrierPower) : heardDb;
+    now.levelDb = static_cast<float> (level);
+    now.humHz = last.humHz;
+    now.carrierHz = static_cast<int> (std::lround (decoded.carrierHz));
+    now.quality =
+        decoded.isPlaceKnown ? decoded.quality : std::max (0.0f, 1 - decoded.noise / worthlessNoise);
+
+    const bool isHeard = carrierPower > 0;
+    const bool rests = !decoded.hasSignal && heardDb < (isHeard ? level - restBelowCarrierDb : unheardDb);
+    // A hand that stops the record passes through all of this: only what lasts is a fault.
+    const auto lasts = [this] (auto is) { return is (last) && before.isThere && is (before); };
+    const bool hums =
+        !(decoded.hasSignal && decoded.carrierHz < slowHz)
+        && lasts (
+            [&] (const Measured& m)
+            {
+                const auto all = 0.5 * (m.left + m.right);
+                return isHeard ? m.humPower > humShare * std::max (carrierPower, all)
+                               : m.humPower > loneHumShare * all && decibels (2 * m.humPower) > loneHumDb;
+            });
+    const auto isMissing = [&] (auto missing, auto other)
+    {
+        return lasts ([&] (const Measured& m)
+                      { return decibels (m.*missing) < decibels (m.*other) - missingDb; });
+    };
+    const bool isNoisy = decoded.hasSignal && decoded.noise > (record ? noisyRecord : noisyDisc);
+    using enum Finding;
+    if (heardDb < silenceDb)
+        now.finding = noSignal;
+    else if (hums)
+        now.finding = hum;
+    else if (rests)
+        now.finding = noSignal;
+    else if (isMissing (&Measured::left, &Measured::right))
+        now.finding = leftMissing;
+    else if (isMissing (&Measured::right, &Measured::left))
+        now.finding = rightMissing;
+    else if (last.isClipped)
+        now.finding = clipped;
+    else if (lasts ([] (const Measured& m) { return m.isLine; }))
+        now.finding = mono;
+    else if (level < phonoBelowDb && record)
+        now.finding = phonoLevel;
+    else if (level < lowBelowDb)
+        now.finding = levelLow;
+    else if (decoded.isPlaceKnown && decoded.isExchanged)
+        now.finding = swapped;
+    else if (decoded.isPlaceKnown && decoded.isLeftInverted != decoded.isRightInverted)
+        now.finding = decoded.isLeftInverted ? leftInverted : rightInverted;
+    else if (isNoisy)
+        now.finding = noisy;
+    else if (decoded.isForeign)
+        now.finding = unknownCode;
+    else
+        now.finding = decoded.hasSignal ? good : noSignal;
+    return now;
 }
 
 std::string inputWords (const InputDiagnosis::Report& report)
@@ -153,8 +185,16 @@ std::string inputWords (const InputDiagnosis::Report& report)
         return "phono level at a line input";
     case levelLow:
         return "level low: " + level;
+    case swapped:
+        return "channels swapped";
+    case leftInverted:
+        return "left channel inverted";
+    case rightInverted:
+        return "right channel inverted";
     case noisy:
         return "noisy signal: clean needle and record";
+    case unknownCode:
+        return "a carrier of " + std::to_string (report.carrierHz) + " Hz, no code known";
     case good:
         return "good signal";
     }

@@ -123,6 +123,7 @@ TimecodeDeck::Status TimecodeDeck::status() const noexcept
     now.seconds = shown.seconds;
     now.quality = shown.quality;
     now.level = shown.level;
+    now.noise = shown.noise;
     now.isExchanged = (shown.wiring & 1) != 0;
     now.isLeftInverted = (shown.wiring & 2) != 0;
     now.isRightInverted = (shown.wiring & 4) != 0;
@@ -215,6 +216,11 @@ void TimecodeDeck::takeHold() noexcept
     servo.reset();
 }
 
+float TimecodeDeck::inputGain() const noexcept
+{
+    return std::pow (10.0f, std::clamp (world.setup (*deck).timecodeGain.get(), -60.0f, 60.0f) / 20.0f);
+}
+
 bool TimecodeDeck::isAudible (float left, float right, float threshold, float decay) noexcept
 {
     envelope = std::max (envelope - decay, std::max (std::abs (left), std::abs (right)));
@@ -227,7 +233,7 @@ void TimecodeDeck::decode() noexcept
     auto& decoder = seat->decoder;
     const auto* left = deck->scratchBuffer.getReadPointer (0);
     const auto* right = deck->scratchBuffer.getReadPointer (1);
-    const auto gain = std::pow (10.0f, std::clamp (setup.timecodeGain.get(), -60.0f, 60.0f) / 20.0f);
+    const auto gain = inputGain();
     // A code is read either way up; without one the phase says the direction.
     const auto leftGain = setup.timecodeInvert != 0 ? -gain : gain;
     const auto rightGain = setup.timecodeInvert != 0 && seat->isCoded ? -gain : gain;
@@ -395,7 +401,8 @@ void TimecodeDeck::publish() noexcept
         return;
     shown.seconds = seat->decoder.position().value_or (0.0);
     shown.quality = seat->decoder.quality();
-    shown.level = seat->decoder.level();
+    shown.level = seat->decoder.level() / inputGain();
+    shown.noise = seat->decoder.noise();
     const auto wired = seat->decoder.wiring();
     shown.wiring = static_cast<int8_t> ((wired.exchanged ? 1 : 0) | (wired.leftInverted ? 2 : 0)
                                         | (wired.rightInverted ? 4 : 0));

@@ -64,7 +64,8 @@ public:
         double speed = 0;   ///< 1 nominal
         double seconds = 0; ///< of the medium, if isPlaceKnown
         float quality = 0;  ///< 0 to 1
-        float level = 0;    ///< root mean square of the carrier before GAIN; 0 before one was heard
+        float level = 0;    ///< peak of the carrier at nominal speed, before GAIN; 0 before one was heard
+        float noise = 0;    ///< level against the carrier's
 
         /** Cables as they were found to be plugged. */
         bool isExchanged = false, isLeftInverted = false, isRightInverted = false;
@@ -84,6 +85,7 @@ private:
     PX_AUDIO_THREAD void letGo() noexcept;
     PX_AUDIO_THREAD void takeHold() noexcept;
     PX_AUDIO_THREAD void decode() noexcept;
+    PX_AUDIO_THREAD float inputGain() const noexcept;
     PX_AUDIO_THREAD bool isAudible (float left, float right, float threshold, float decay) noexcept;
     PX_AUDIO_THREAD void followZone (double seconds) noexcept;
     PX_AUDIO_THREAD void alignToRecord() noexcept;
@@ -115,7 +117,7 @@ private:
     struct Shown
     {
         Relaxed<int8_t> isListening, hasSignal, isPlaceKnown, isInControlZone, isLearning, wiring;
-        Relaxed<float> quality, level;
+        Relaxed<float> quality, level, noise;
         Relaxed<double> speed, seconds;
     } shown;
     Relaxed<int8_t> controlZone, learnAsked;

@@ -3,10 +3,32 @@
 #include "timecode/deckmode/MediumRecogniser.h"
 #include "timecode/deckmode/TimecodeBrand.h"
 
+#include <cmath>
+
 namespace
 {
 /** A code that goes unread for this long may be another medium's. */
 constexpr double patienceSeconds = 0.3;
+
+/** A carrier that none of the codes fits for this long is foreign. */
+constexpr double foreignSeconds = 2.5;
+
+/** A carrier that is away for less than this goes on: the decoder begins anew with each wiring that it tries. */
+constexpr double pauseSeconds = 0.2;
+
+InputDiagnosis::Decoded decodedOf (const TimecodeDeck::Status& status, double carrierHz, bool isForeign)
+{
+    return { .hasSignal = status.hasSignal,
+             .isPlaceKnown = status.isPlaceKnown,
+             .isForeign = isForeign,
+             .isExchanged = status.isExchanged,
+             .isLeftInverted = status.isLeftInverted,
+             .isRightInverted = status.isRightInverted,
+             .noise = status.noise,
+             .quality = status.quality,
+             .peak = status.level,
+             .carrierHz = std::abs (status.speed) * carrierHz };
+}
 }
 
 struct TimecodeListener::Ear
@@ -17,7 +39,7 @@ struct TimecodeListener::Ear
     Picture picture;
     InputDiagnosis diagnosis;
     std::unique_ptr<MediumRecogniser> recogniser;
-    double unreadSeconds = 0;
+    double unreadSeconds = 0, silentSeconds = 0;
 };
 
 TimecodeListener::TimecodeListener (std::array<TimecodeDeck, deckCount>& d, DeckWorld& w)
@@ -66,7 +88,11 @@ void TimecodeListener::hear (int deck)
         }
         recognise (ear, timecode, std::span (frames).first (static_cast<size_t> (count)));
     }
-    ear.picture.input = ear.diagnosis.report();
+    const auto& kind = timecodeBrand (brand);
+    const auto medium =
+        kind.mediumAt (world.settings.deckSetup[static_cast<size_t> (deck)].timecodeCalibration);
+    const bool isForeign = kind.isCoded() && ear.picture.foundBrand < 0 && ear.unreadSeconds > foreignSeconds;
+    ear.picture.input = ear.diagnosis.report (decodedOf (timecode.status(), medium.carrierHz, isForeign));
     const std::scoped_lock lock (picturesLock);
     pictures[static_cast<size_t> (deck)] = ear.picture;
 }
@@ -75,7 +101,9 @@ void TimecodeListener::recognise (Ear& ear, const TimecodeDeck& timecode,
                                   std::span<const InputTap::Frame> frames)
 {
     const auto status = timecode.status();
-    if (status.isPlaceKnown || !status.hasSignal)
+    const auto seconds = static_cast<double> (frames.size()) / ear.rate;
+    ear.silentSeconds = status.hasSignal ? 0.0 : ear.silentSeconds + seconds;
+    if (status.isPlaceKnown || ear.silentSeconds > pauseSeconds)
     {
         ear.unreadSeconds = 0;
         ear.recogniser.reset();
@@ -83,7 +111,7 @@ void TimecodeListener::recognise (Ear& ear, const TimecodeDeck& timecode,
             ear.picture.foundBrand = -1;
         return;
     }
-    ear.unreadSeconds += static_cast<double> (frames.size()) / ear.rate;
+    ear.unreadSeconds += seconds;
     if (ear.picture.foundBrand >= 0 || ear.unreadSeconds < patienceSeconds)
         return;
     if (ear.recogniser == nullptr)

@@ -8,26 +8,13 @@ juce::String TimecodeWords::quality (const TimecodeDeck::Status& status, const I
 {
     if (!status.hasSignal)
         return PanelPaint::dash();
-    const auto share = status.isPlaceKnown ? status.quality : input.quality;
-    return juce::String (juce::roundToInt (100.0f * share)) + " %";
+    return juce::String (juce::roundToInt (100.0f * input.quality)) + " %";
 }
 
 juce::String TimecodeWords::diagnosis (const TimecodeDeck::Status& status,
                                        const InputDiagnosis::Report& input)
 {
-    using Finding = InputDiagnosis::Finding;
-    if (status.isInControlZone)
-        return "end of the record: the deck plays by itself";
-    if (input.finding == Finding::good || input.finding == Finding::noisy
-        || input.finding == Finding::levelLow)
-        if (status.isPlaceKnown)
-        {
-            if (status.isExchanged)
-                return "channels swapped";
-            if (status.isLeftInverted != status.isRightInverted)
-                return status.isLeftInverted ? "left channel inverted" : "right channel inverted";
-        }
-    return inputWords (input);
+    return status.isInControlZone ? "end of the record: the deck plays by itself" : inputWords (input);
 }
 
 juce::String TimecodeWords::found (int brand)
