@@ -60,3 +60,12 @@ double Machine::residentMegabytes()
     statm >> total >> resident;
     return static_cast<double> (resident) * static_cast<double> (sysconf (_SC_PAGESIZE)) / 1e6;
 }
+
+double Machine::proportionalMegabytes()
+{
+    std::ifstream rollup ("/proc/self/smaps_rollup");
+    for (std::string line; std::getline (rollup, line);)
+        if (line.starts_with ("Pss:"))
+            return std::stod (line.substr (4)) * 1024.0 / 1e6; // told in KiB
+    return 0.0;
+}

@@ -9,4 +9,8 @@ void print();
 
 /** The process's resident set in MB of 1,000,000 bytes, out of /proc/self/statm. */
 double residentMegabytes();
+
+/** The process's share of memory in MB of 1,000,000 bytes: what others share with it counts in parts, what is only reserved
+    not at all. Out of /proc/self/smaps_rollup. */
+double proportionalMegabytes();
 }
