@@ -41,7 +41,11 @@ double taggedTempo (const juce::File& file)
     return bpm >= 1.0 && bpm <= 1000.0 ? bpm : 0.0;
 }
 
-/** Beats of a long sample by the tracker: from the first to the last mark, pairs of them. */
+/** Marks of the beat tracker in a bar of four beats. */
+constexpr size_t marksPerBar = 8;
+
+/** Beats of a long sample by the tracker: the bars that it holds whole, counted from the downbeat, go round as its loop; of
+    less than a bar the beats. */
 void byAnalysis (SampleFacts& facts, const SampleBuffer& samples, int tempoRangeIndex,
                  const std::stop_token& stop)
 {
@@ -53,14 +57,18 @@ void byAnalysis (SampleFacts& facts, const SampleBuffer& samples, int tempoRange
     if (stop.stop_requested())
         return;
     const auto found = measure.finish (tempoRangeIndex);
-    if (!found.beatMarks || found.beatMarks->size() < 3)
+    if (!found.beatMarks)
         return SampleTempo::none (facts);
     const auto& marks = *found.beatMarks;
-    const auto last = (marks.size() - 1) & ~size_t { 1 };
+    const auto first = static_cast<size_t> (std::max (0, found.downbeatId)) % marksPerBar;
+    const auto after = marks.size() > first ? marks.size() - 1 - first : 0;
+    const auto count = after - after % (after >= marksPerBar ? marksPerBar : 2);
+    if (count == 0)
+        return SampleTempo::none (facts);
     facts.bpm = found.tempoTracker;
-    facts.beats = static_cast<double> (last);
-    facts.beatStart = static_cast<uint32_t> (std::max (0, marks.front().pos));
-    facts.beatEnd = static_cast<uint32_t> (std::clamp (marks[last].pos, 0, facts.lengthFrames));
+    facts.beats = static_cast<double> (count);
+    facts.beatStart = static_cast<uint32_t> (std::max (0, marks[first].pos));
+    facts.beatEnd = static_cast<uint32_t> (std::clamp (marks[first + count].pos, 0, facts.lengthFrames));
 }
 
 void findTempo (SampleFacts& facts, const juce::File& file, const SampleBuffer& samples, int tempoRangeIndex,
