@@ -77,11 +77,3 @@ SamplerClock SamplerClock::of (DeckWorld& world, const SongPosition& host, int f
         followDeck (clock, world, *master);
     return clock;
 }
-
-bool SamplerClock::isReferencePlaying (DeckWorld& world, const SongPosition& host) noexcept
-{
-    if (world.isStandalone == 0)
-        return host.isPlaying;
-    const auto* master = world.deck (world.settings.masterDeck);
-    return master != nullptr && master->isPlaying();
-}

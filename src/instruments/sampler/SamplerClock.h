@@ -10,9 +10,6 @@ struct SamplerClock
     /** Reads the reference after the decks have played a block of so many frames. */
     PX_AUDIO_THREAD static SamplerClock of (DeckWorld&, const SongPosition& host, int frames) noexcept;
 
-    /** True while the reference plays, so that a pressed pad joins it. Any thread under the callback lock. */
-    PX_AUDIO_THREAD static bool isReferencePlaying (DeckWorld&, const SongPosition& host) noexcept;
-
     /** @param frame   of the block; its end is at `frames` */
     double phaseAt (double frame) const noexcept { return phaseAtEnd - (frames - frame) * perFrame; }
 

@@ -54,15 +54,13 @@ void Sampler::padPress (int index, int velocity) noexcept
     if (velocity < 1 && !was)
         return;
 
-    const auto joins = slot->sync != 0 && SamplerClock::isReferencePlaying (desk.world, host);
-    if (!joins || slot->playMode == retriggerMode)
-        slot->position = 0.0;
     slot->playing = next ? 1 : 0;
     if (next)
     {
         slot->pressLevel = slot->followsVelocity == 0
                                ? 1.0f
                                : static_cast<float> (std::min (velocity, strongest)) / strongest;
+        slot->position = 0.0; // unless the voice finds beats that it is to be in phase with
         slot->voice.startFrom (slot->position, slot->playMode == retriggerMode);
     }
     else
