@@ -1,10 +1,19 @@
 #include "midi/ports/JackBackend.h"
 
+#include <utility>
+
 JackBackend::~JackBackend()
 {
     watch ({});
     const std::scoped_lock sl (lock);
+    dropEnded();
     client.reset();
+}
+
+void JackBackend::dropEnded()
+{
+    if (client != nullptr && !client->isAlive())
+        JackClient::abandon (std::exchange (client, nullptr));
 }
 
 void JackBackend::watch (std::function<void()> changed)
@@ -23,8 +32,7 @@ void JackBackend::tellOfChange()
 std::shared_ptr<JackClient> JackBackend::connected()
 {
     const std::scoped_lock sl (lock);
-    if (client != nullptr && !client->isAlive())
-        client.reset();
+    dropEnded();
     if (client == nullptr && library)
     {
         // Without a server each try takes 4 ms, and would print several lines.

@@ -17,6 +17,7 @@ public:
 
 private:
     std::shared_ptr<JackClient> connected();
+    void dropEnded();
     void tellOfChange();
 
     const RealTimeRequest askForRealTime;

@@ -103,8 +103,9 @@ bool JackClient::start()
         [] (void* context)
         {
             auto* me = static_cast<JackClient*> (context);
-            me->hasEnded.store (true, std::memory_order_release);
-            me->changed();
+            // Two threads of libjack tell of one end, the second one perhaps when the backend has gone.
+            if (!me->hasEnded.exchange (true, std::memory_order_acq_rel))
+                me->changed();
         },
         this);
     thread = std::jthread ([this] (const std::stop_token& stop) { deliver (stop); });
@@ -113,10 +114,25 @@ bool JackClient::start()
 
 JackClient::~JackClient()
 {
-    if (client != nullptr)
+    if (client != nullptr && isAlive())
         jack.client_close (client); // after this none of JACK's threads calls us
+    endDelivery();
+}
+
+void JackClient::endDelivery()
+{
     thread.request_stop();
     arrivals.release();
+    thread = {};
+}
+
+void JackClient::abandon (std::shared_ptr<JackClient> ended)
+{
+    static std::mutex lock;
+    static auto& all = *new std::vector<std::shared_ptr<JackClient>>; // outlives every thread
+    ended->endDelivery();
+    const std::scoped_lock sl (lock);
+    all.push_back (std::move (ended));
 }
 
 void JackClient::portRegistered (jack_port_id_t id)
@@ -249,8 +265,6 @@ void JackClient::readInputs (jack_nframes_t frames) noexcept
                 continue;
             if (arrived.write (static_cast<uint8_t> (i), { event.buffer, event.size }))
                 hasArrived = true;
-            else
-                lost.fetch_add (1, std::memory_order_relaxed);
         }
     }
     if (hasArrived)

@@ -26,15 +26,16 @@ public:
                                                 RealTimeRequest realTime);
     ~JackClient();
 
-    /** False once the server has gone. */
+    /** False once the server has gone. Then libjack closes the client by itself when anybody in the process opens the next
+        one, JUCE's audio device too; to close it here would free it twice. */
     bool isAlive() const noexcept { return !hasEnded.load (std::memory_order_acquire); }
+
+    /** Keeps a connection whose server has gone until the end of the process: libjack's threads may still call it. */
+    static void abandon (std::shared_ptr<JackClient>);
 
     std::vector<MidiPortInfo> ports (MidiDirection);
     std::unique_ptr<OpenMidiInput> openInput (const MidiPortInfo&, MidiReceiver&);
     std::unique_ptr<OpenMidiOutput> openOutput (const MidiPortInfo&);
-
-    /** Messages that were lost because nobody took them in time. */
-    uint32_t lostMessages() const noexcept { return lost.load (std::memory_order_relaxed); }
 
 private:
     struct Input
@@ -60,6 +61,7 @@ private:
     void readInputs (jack_nframes_t) noexcept;
     void writeOutputs (jack_nframes_t) noexcept;
     void deliver (const std::stop_token&);
+    void endDelivery();
 
     /** Waits until the last messages of an output have left us, for as long as a server that works may take. */
     void awaitSent (const Output&) const;
@@ -75,15 +77,14 @@ private:
     const RealTimeRequest askForRealTime;
     jack_client_t* client = nullptr;
     std::atomic<bool> hasEnded { false };
-    std::atomic<uint32_t> lost { 0 };
     std::atomic<int> portsMade { 0 };
     std::atomic<uint32_t> cycles { 0 }; ///< of JACK's process callback
 
     PortComings comings; ///< by name
     std::array<Input, mostPorts> inputs;
     std::array<Output, mostPorts> outputs;
-    std::mutex delivery; ///< held while a receiver is called
-    MessageRing arrived { 1 << 20 };
+    std::mutex delivery;             ///< held while a receiver is called
+    MessageRing arrived { 1 << 20 }; ///< 150,000 short messages: one that finds it full is lost
     std::counting_semaphore<> arrivals { 0 };
     std::jthread thread;
 };
