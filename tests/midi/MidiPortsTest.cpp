@@ -81,6 +81,23 @@ TEST (MidiPorts, TwoDevicesOfOneNameKeepTheirPlacesOverAReplug)
     EXPECT_THAT (fixture.cables->takeSent (back), ElementsAre (Bytes { 0x90, 1, 5 }));
 }
 
+TEST (MidiPorts, AnAbsentDeviceIsForgottenWithoutTheOtherOfItsName)
+{
+    MidiFixture fixture;
+    auto& ports = fixture.midi->control.ports;
+    fixture.cables->plug ("Deck");
+    const auto second = fixture.cables->plug ("Deck");
+    fixture.look();
+    for (const int place : { 0, 1 })
+        ports.setEnabled (MidiDirection::input, { "Deck", place }, true);
+    fixture.cables->pull (second);
+    fixture.look();
+    ports.setEnabled (MidiDirection::input, { "Deck", 1 }, false);
+    fixture.look();
+    EXPECT_TRUE (ports.isInputEnabled ("Deck"));
+    EXPECT_THAT (ports.wanted (MidiDirection::input), ElementsAre (MidiPortSet::Wanted { "Deck", 0 }));
+}
+
 TEST (MidiPorts, WhatIsWantedOutlivesTheCableAndTheProgram)
 {
     MidiFixture fixture;

@@ -72,14 +72,24 @@ void MidiPortSet::setEnabled (MidiDirection direction, const juce::String& name,
                                               [&name] (const auto& each) { return each.name == name; });
              first != there.end())
         port.place = first->place;
+    if (enable || index >= 0)
+        return setEnabled (direction, port, enable);
     {
         const std::scoped_lock sl (lock);
-        auto& all = direction == MidiDirection::input ? wantedInputs : wantedOutputs;
-        if (enable && std::find (all.begin(), all.end(), port) == all.end())
-            all.push_back (port);
+        std::erase_if (wantedOf (direction), [&name] (const Wanted& each) { return each.name == name; });
+    }
+    service.reconsider();
+}
+
+void MidiPortSet::setEnabled (MidiDirection direction, const Wanted& port, bool enable)
+{
+    {
+        const std::scoped_lock sl (lock);
+        auto& all = wantedOf (direction);
         if (!enable)
-            std::erase_if (all, [&] (const Wanted& each)
-                           { return each.name == name && (index < 0 || each.place == port.place); });
+            std::erase (all, port);
+        else if (std::find (all.begin(), all.end(), port) == all.end())
+            all.push_back (port);
     }
     service.reconsider();
 }
@@ -102,7 +112,7 @@ std::vector<MidiPortSet::Row> MidiPortSet::rows (MidiDirection direction) const
 {
     const auto there = service.ports (direction);
     const std::scoped_lock sl (lock);
-    const auto& all = direction == MidiDirection::input ? wantedInputs : wantedOutputs;
+    const auto& all = wantedOf (direction);
     std::vector<Row> list;
     for (const auto& port : there)
     {
@@ -120,7 +130,7 @@ std::vector<MidiPortSet::Row> MidiPortSet::rows (MidiDirection direction) const
 std::vector<MidiPortSet::Wanted> MidiPortSet::wanted (MidiDirection direction) const
 {
     const std::scoped_lock sl (lock);
-    auto list = direction == MidiDirection::input ? wantedInputs : wantedOutputs;
+    auto list = wantedOf (direction);
     std::stable_partition (list.begin(), list.end(),
                            [&] (const Wanted& each) { return isOpen (direction, each); });
     return list;
@@ -130,7 +140,7 @@ void MidiPortSet::setWanted (MidiDirection direction, std::vector<Wanted> list)
 {
     {
         const std::scoped_lock sl (lock);
-        (direction == MidiDirection::input ? wantedInputs : wantedOutputs) = std::move (list);
+        wantedOf (direction) = std::move (list);
     }
     service.reconsider();
 }
@@ -166,7 +176,7 @@ bool MidiPortSet::closeUnwanted (std::vector<Port>& ports, MidiDirection directi
     std::vector<Port> closing; // destroyed without the lock: an input waits for its message's delivery
     {
         const std::scoped_lock sl (lock);
-        const auto& all = direction == MidiDirection::input ? wantedInputs : wantedOutputs;
+        const auto& all = wantedOf (direction);
         for (auto each = ports.begin(); each != ports.end();)
         {
             const auto isThere = std::find (there.begin(), there.end(), each->port) != there.end();
@@ -191,7 +201,7 @@ bool MidiPortSet::openWanted (std::vector<Port>& ports, MidiDirection direction,
     std::vector<MidiPortInfo> missing;
     {
         const std::scoped_lock sl (lock);
-        for (const auto& each : direction == MidiDirection::input ? wantedInputs : wantedOutputs)
+        for (const auto& each : wantedOf (direction))
             if (const auto port = std::find_if (there.begin(), there.end(),
                                                 [&each] (const auto& p) { return isSame (p, each); });
                 port != there.end() && !isOpen (direction, each))

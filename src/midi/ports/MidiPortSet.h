@@ -39,6 +39,9 @@ public:
     void setInputEnabled (const juce::String& name, bool enable, int index = -1);
     void setOutputEnabled (const juce::String& name, bool enable, int index = -1);
 
+    /** Wants one port open or closed, also one that is absent: others of its name stay as they are. */
+    void setEnabled (MidiDirection, const Wanted&, bool enable);
+
     /** True if a port of that name is open. @param index   of the service's list; -1 for any */
     bool isInputEnabled (const juce::String& name, int index = -1) const;
     bool isOutputEnabled (const juce::String& name, int index = -1) const;
@@ -85,6 +88,16 @@ private:
     void portsChanged() override;
     void setEnabled (MidiDirection, const juce::String& name, bool enable, int index);
     bool isEnabled (MidiDirection, const juce::String& name, int index) const;
+
+    std::vector<Wanted>& wantedOf (MidiDirection direction)
+    {
+        return direction == MidiDirection::input ? wantedInputs : wantedOutputs;
+    }
+    const std::vector<Wanted>& wantedOf (MidiDirection direction) const
+    {
+        return direction == MidiDirection::input ? wantedInputs : wantedOutputs;
+    }
+
     bool isOpen (MidiDirection, const Wanted&) const;
     template <typename Port>
     bool closeUnwanted (std::vector<Port>&, MidiDirection, const std::vector<MidiPortInfo>& there);

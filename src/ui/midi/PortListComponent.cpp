@@ -45,12 +45,7 @@ void PortListComponent::makeToggles()
         toggle->setAlpha (row.isWanted && !row.isOpen ? 0.6f : 1.0f);
         toggle->onClick = [this, row, pressed = toggle.get()]
         {
-            const auto on = pressed->getToggleState();
-            const auto name = row.name;
-            if (direction == MidiDirection::input)
-                ports.setInputEnabled (name, on, row.index);
-            else
-                ports.setOutputEnabled (name, on, row.index);
+            ports.setEnabled (direction, { row.name, row.place }, pressed->getToggleState());
             if (onChange != nullptr)
                 onChange();
         };
