@@ -112,8 +112,10 @@ TEST (MidiControl, LampsTellTheTruthOfMappedButtonsAndFaders)
     auto& control = fixture.midi->control;
     control.mapping.setRow (CommandTable::numberOf ("EQ_HIGH_KILL_A"), { 0x90, 11 });
     control.mapping.setRow (CommandTable::numberOf ("VOLUME_A"), { 0xb0, 7 });
+    control.mapping.setRow (CommandTable::numberOf ("VOLUME_B"), { 0xb0, 9, 1 }); // a motor must not run away
     control.mapping.setRow (CommandTable::numberOf ("GAIN_A"),
                             { 0xb0, 8, 2 }); // an endless knob has no place
+    fixture.set ("VOLUME_B", 1.0f);
     fixture.set ("VOLUME_A", 0.5f);
     fixture.set ("EQ_HIGH_KILL_A");
     control.tick();
@@ -122,7 +124,7 @@ TEST (MidiControl, LampsTellTheTruthOfMappedButtonsAndFaders)
     control.tick();
     control.tick();
     EXPECT_THAT (fixture.cables->takeSent (pad),
-                 ElementsAre (Bytes { 0x90, 11, 127 }, Bytes { 0xb0, 7, 64 }));
+                 ElementsAre (Bytes { 0x90, 11, 127 }, Bytes { 0xb0, 7, 64 }, Bytes { 0xb0, 9, 0 }));
     fixture.set ("EQ_HIGH_KILL_A");
     control.tick();
     EXPECT_THAT (fixture.cables->takeSent (pad), ElementsAre (Bytes { 0x90, 11, 0 }));
@@ -131,8 +133,9 @@ TEST (MidiControl, LampsTellTheTruthOfMappedButtonsAndFaders)
     control.selectController (1);
     control.tick();
     control.tick();
-    EXPECT_THAT (fixture.cables->takeSent (pad), ElementsAre (Bytes { 0x90, 1, 127 }, Bytes { 0x90, 11, 0 },
-                                                              Bytes { 0xb0, 7, 64 }, Bytes { 0x90, 1, 0 }));
+    EXPECT_THAT (fixture.cables->takeSent (pad),
+                 ElementsAre (Bytes { 0x90, 1, 127 }, Bytes { 0x90, 11, 0 }, Bytes { 0xb0, 7, 64 },
+                              Bytes { 0xb0, 9, 0 }, Bytes { 0x90, 1, 0 }));
 }
 
 TEST (MidiControl, OnlyMovesOfFadersAreCoalesced)

@@ -18,7 +18,7 @@ void MappedLamps::findLamps (const MidiMapping& mapping)
         if (std::none_of (lamps.begin(), lamps.end(),
                           [&row] (const Lamp& lamp)
                           { return lamp.status == row.status && lamp.data == row.data; }))
-            lamps.push_back ({ number, row.status, row.data });
+            lamps.push_back ({ number, row.status, row.data, row.type() == MidiControlType::inverted });
     }
 }
 
@@ -37,9 +37,10 @@ void MappedLamps::state (CPlatterdex& engine, const MidiMapping& mapping, MidiSe
         const auto reading = engine.controlValue (lamp.command);
         const auto isLevel = command->feedback == CommandFeedback::level;
         const auto span = command->range.highest - command->range.lowest;
-        const auto level = span > 0.0 ? (reading - command->range.lowest) / span : 0.0;
+        const auto level =
+            span > 0.0 ? juce::jlimit (0.0, 1.0, (reading - command->range.lowest) / span) : 0.0;
         sender.sendMidiShort (lamp.status, lamp.data,
-                              isLevel         ? juce::roundToInt (juce::jlimit (0.0, 1.0, level) * 127.0)
+                              isLevel ? juce::roundToInt ((lamp.isInverted ? 1.0 - level : level) * 127.0)
                               : reading > 0.0 ? 127
                                               : 0);
     }

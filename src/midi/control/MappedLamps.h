@@ -17,6 +17,7 @@ private:
     {
         int command = 0;
         int status = 0, data = 0;
+        bool isInverted = false; ///< of the control: the highest place is 0
     };
 
     void findLamps (const MidiMapping&);
