@@ -16,12 +16,27 @@ MidiScriptEngine::MidiScriptEngine (CPlatterdex* o, MidiPortService& portService
       portSet (portService, *this)
 {
     // A device that comes back has dark lamps, whatever was sent to it before.
-    portSet.onChange = [this]
+    portSet.onChange = [this] { forgetSent(); };
+}
+
+void MidiScriptEngine::forgetSent() const
+{
+    const auto scripts = listeningScripts();
+    for (const auto& script : *scripts)
+        script->forgetSent();
+}
+
+void MidiScriptEngine::send (std::span<const uint8_t> bytes)
+{
+    portSet.send (bytes);
+    if (portSet.owesRepaint())
     {
-        const auto scripts = listeningScripts();
-        for (const auto& script : *scripts)
-            script->forgetSent();
-    };
+        // A port has lost the message: the scripts state their lamps anew.
+        portSet.repaintOwing ([] (OpenMidiOutput&) { return true; });
+        forgetSent();
+    }
+    if (onSend != nullptr)
+        onSend (bytes);
 }
 
 MidiScriptEngine::~MidiScriptEngine()
@@ -49,13 +64,7 @@ void MidiScriptEngine::addScript (const juce::File& file)
     if (found == entries.end())
     {
         const ScriptWorld world { .owner = owner,
-                                  .send =
-                                      [this] (std::span<const uint8_t> bytes)
-                                  {
-                                      portSet.send (bytes);
-                                      if (onSend != nullptr)
-                                          onSend (bytes);
-                                  },
+                                  .send = [this] (std::span<const uint8_t> bytes) { send (bytes); },
                                   .journal = scriptJournal,
                                   .scriptFolder = scriptFolder,
                                   .times = times,

@@ -85,6 +85,8 @@ private:
     std::shared_ptr<const Scripts> listeningScripts() const;
     void publish();
     void load (const Entry&);
+    void send (std::span<const uint8_t>);
+    void forgetSent() const;
 
     CPlatterdex* const owner;
     MidiPortService& service;

@@ -40,8 +40,9 @@ struct ScriptsFixture
     juce::File loadEcho (const char* name, int data, const juce::String& onTimer = {})
     {
         const auto file = folder.file (name);
-        file.replaceWithText (ScriptFixture::withBodies (
-            "sendMidiMessage(status, " + juce::String (data) + ", value);", onTimer));
+        file.replaceWithText (
+            ScriptFixture::withBodies ("sendMidiMessage(status, " + juce::String (data) + ", value);",
+                                       onTimer, {}, {}, "int ticks = 0;"));
         scripts->addScript (file);
         scripts->waitUntilIdle();
         return file;
@@ -115,6 +116,17 @@ TEST (MidiScriptEngine, DeviceThatComesBackGetsItsLampsAgain)
     const auto again = f.cables->plug ("Surface");
     f.service->lookNow();
     EXPECT_TRUE (f.comes (again, { 0x90, 5, 99 }));
+}
+
+TEST (MidiScriptEngine, LampThatAPortLosesIsStatedAgain)
+{
+    ScriptsFixture f;
+    const auto device = f.plugAndUse ("Surface");
+    f.cables->limitOutputs (0);
+    f.loadEcho ("lamp.c", 1, "sendMidiMessage(0x90, 5, 99); ticks++; if(ticks == 3) log(\"three\");");
+    EXPECT_TRUE (ScriptFixture::comes ([&] { return f.scripts->journal().newest() > 0; }));
+    f.cables->limitOutputs (-1);
+    EXPECT_TRUE (f.comes (device, { 0x90, 5, 99 }));
 }
 
 TEST (MidiScriptEngine, SetupKeepsScriptsAndPortsThatAreAbsent)
