@@ -180,6 +180,7 @@ ScriptLanguage::Build ScriptLanguage::build (const juce::File& file, std::string
     discard();
     current = {};
     leftOut = 0;
+    buildPath = file.getFullPathName();
     const DeepStack done ([&] { compile (file, text, scriptFolder); });
     if (leftOut > 0)
         current.messages.push_back ({ .kind = ScriptEntry::Kind::info,
@@ -215,6 +216,9 @@ void ScriptLanguage::lineReached (asIScriptContext* context, void* self)
 
 void ScriptLanguage::compile (const juce::File& file, const std::string& text, const juce::File& scriptFolder)
 {
+    if (text.find_first_not_of (" \t\r\n") == std::string::npos)
+        return addError (file.getFullPathName(), 0, 0,
+                         "The file is empty; a script needs its four callbacks.");
     CScriptBuilder builder;
     if (builder.StartNewModule (scriptEngine.get(), moduleName) < 0)
         return addError (file.getFullPathName(), 0, 0, "There is no room for another script.");
@@ -269,10 +273,11 @@ void ScriptLanguage::addMessage (const asSMessageInfo& message)
     const auto kind = message.type == asMSGTYPE_ERROR     ? ScriptEntry::Kind::error
                       : message.type == asMSGTYPE_WARNING ? ScriptEntry::Kind::warning
                                                           : ScriptEntry::Kind::info;
+    const auto section = juce::String::fromUTF8 (message.section != nullptr ? message.section : "");
     constexpr int longest = 400;
     current.messages.push_back (
         { .kind = kind,
-          .file = juce::String::fromUTF8 (message.section != nullptr ? message.section : ""),
+          .file = section.isNotEmpty() ? section : buildPath,
           .line = message.row,
           .column = message.col,
           .text =

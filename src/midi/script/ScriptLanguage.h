@@ -73,5 +73,6 @@ private:
     std::unique_ptr<AngelScript::asIScriptEngine, Shutdown> scriptEngine;
     std::chrono::steady_clock::time_point discardEnd; ///< for code that the library runs by itself
     Build current;
-    size_t leftOut = 0; ///< messages beyond mostMessages
+    juce::String buildPath; ///< of the running build, for messages that name no section
+    size_t leftOut = 0;     ///< messages beyond mostMessages
 };

@@ -150,7 +150,8 @@ std::optional<std::string> readScriptFile (const juce::File& file, juce::String&
     std::error_code error;
     if (!std::filesystem::is_regular_file (file.getFullPathName().toStdString(), error))
     {
-        reason = "There is no file " + file.getFullPathName() + ".";
+        reason = file.exists() ? file.getFullPathName() + " is no file."
+                               : "There is no file " + file.getFullPathName() + ".";
         return std::nullopt;
     }
     juce::FileInputStream stream (file);
