@@ -5,23 +5,28 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 TEST (MidiMapping, FilesAreLimitedRowByRowOrRefusedAsAWhole)
 {
     const TemporaryFolder folder;
     const auto file = folder.file ("m.xml");
-    file.replaceWithText (
-        "<midiMapping version='2000' name=''><controls>"
-        "<value id='0' status='144' data='1'/><value id='466' status='144' data='1'/>"
-        "<value id='5' status='999' data='-4' res0='9' res1='7'/>"
-        "<value id='6' status='176' data='7' res0='1' features='14bit takeover'/></controls>"
-        "<value id='7' status='144' data='1'/></midiMapping>");
+    file.replaceWithText ("<midiMapping version='2000' name=''><controls>"
+                          "<value id='0' status='144' data='1'/><value id='466' status='144' data='1'/>"
+                          "<value id='5' status='999' data='-4' res0='9' res1='7'/>"
+                          "<value id='6' status='176' data='7' res0='1' features='14bit takeover'/>"
+                          "<value id='277' status='176' data='8' res0='2' features='takeover'/>"
+                          "<value id='278' status='176' data='8' features='14bit takeover'/></controls>"
+                          "<value id='7' status='144' data='1'/></midiMapping>");
     MidiMapping mapping;
     mapping.setRow (4, { 0x91, 9 });
     ASSERT_TRUE (loadMidiMapping (file, mapping));
     EXPECT_EQ (mapping.row (4), (MidiMappingRow { 0x91, 9 })); // a load doesn't clear
     EXPECT_EQ (mapping.row (5), (MidiMappingRow { 255, 0, 3, 0 }));
-    EXPECT_EQ (mapping.row (6),
-               (MidiMappingRow { 176, 7, 1, 0, MidiControlFeature::fine | MidiControlFeature::takeover }));
+    EXPECT_EQ (mapping.row (6), (MidiMappingRow { 176, 7, 1 })) << "a button has no 14 bits";
+    EXPECT_EQ (mapping.row (277), (MidiMappingRow { 176, 8, 2 })) << "nor has an encoder to catch up";
+    EXPECT_EQ (mapping.row (278),
+               (MidiMappingRow { 176, 8, 0, 0, MidiControlFeature::fine | MidiControlFeature::takeover }));
     for (const int empty : { 0, 7, 466 })
         EXPECT_FALSE (mapping.row (empty).isAssigned()) << empty;
 
@@ -58,6 +63,27 @@ TEST (MidiMapping, ADamagedDefaultIsPutAsideAndNotOverwritten)
     EXPECT_TRUE (file.getSiblingFile ("default_midi_mapping.damaged.xml").existsAsFile());
     MidiMapping mapping;
     EXPECT_TRUE (loadMidiMapping (file, mapping));
+}
+
+TEST (MidiMapping, AChangeIsInTheFileSoonAndAnotherProgramsFileIsLeftAlone)
+{
+    const TemporaryFolder folder;
+    const auto file = folder.file ("m.xml");
+    MidiMapping mapping, kept;
+    std::atomic<bool> mayWrite { false };
+    std::atomic<int> asked { 0 };
+    MappingKeeper keeper (
+        mapping, file, [&] { return ++asked, mayWrite.load(); }, std::chrono::milliseconds (1));
+    keeper.start();
+    mapping.setRow (1, { 0x90, 1 });
+    while (asked == 0)
+        std::this_thread::yield();
+    EXPECT_FALSE (file.exists());
+    mayWrite = true;
+    while (!file.exists())
+        std::this_thread::yield();
+    EXPECT_TRUE (loadMidiMapping (file, kept));
+    EXPECT_EQ (kept.row (1), mapping.row (1));
 }
 
 TEST (MidiMapping, TheSnippetsOfAllShapesAndTheirPublishedFaults)

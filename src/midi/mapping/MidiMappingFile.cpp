@@ -31,14 +31,30 @@ int number (const XmlPullParser& xml, const char* name)
                            : 0;
 }
 
-MidiControlFeature readFeatures (const XmlPullParser& xml)
+/** Reads the features of a row; those that no control type of its command has are left out. */
+MidiControlFeature readFeatures (const XmlPullParser& xml, int id, MidiControlType type)
 {
     auto all = MidiControlFeature::none;
     if (const auto* text = xml.attribute (featureAttribute))
         for (const auto& each : featureWords)
             if (text->find (each.word) != std::string::npos)
                 all = all | each.feature;
-    return all;
+    if (all == MidiControlFeature::none)
+        return all;
+    const auto choices = controlChoices (id);
+    const auto isOffered =
+        std::any_of (choices.begin(), choices.end(),
+                     [&] (const auto& choice) { return choice.type == type && choice.features == all; });
+    return isOffered ? all : MidiControlFeature::none;
+}
+
+/** @param id   a command */
+MidiMappingRow readRow (const XmlPullParser& xml, int id)
+{
+    MidiMappingRow row { std::clamp (number (xml, "status"), 0, 255),
+                         std::clamp (number (xml, "data"), 0, 255), std::clamp (number (xml, "res0"), 0, 3) };
+    row.features = readFeatures (xml, id, row.type());
+    return row;
 }
 
 juce::String writtenFeatures (MidiControlFeature features)
@@ -81,10 +97,7 @@ std::optional<MidiMappingFile> parseMidiMapping (std::unique_ptr<juce::InputStre
         {
             const auto id = number (xml, "id");
             if (MidiMapping::isCommand (id))
-                file.rows.emplace_back (id, MidiMappingRow { std::clamp (number (xml, "status"), 0, 255),
-                                                             std::clamp (number (xml, "data"), 0, 255),
-                                                             std::clamp (number (xml, "res0"), 0, 3), 0,
-                                                             readFeatures (xml) });
+                file.rows.emplace_back (id, readRow (xml, id));
         }
     }
 }

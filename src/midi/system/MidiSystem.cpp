@@ -14,14 +14,18 @@ MidiSystem::MidiSystem (CPlatterdex& e, Options options)
       deviceListFile (e.environment.folders.setup().getChildFile ("midi_devices_list.xml")),
       scriptSetupFile (scripts.folder().getChildFile ("script_setup.xml")),
       runsScripts (options.hasThreads),
-      inHost (options.isInHost)
+      inHost (options.isInHost),
+      mappingKeeper (control.mapping, mappingFile, [this] { return mayKeepFiles(); })
 {
     if (!control.loadMidiDeviceList (deviceListFile))
         setAside (deviceListFile, "list of MIDI devices");
     if (!loadMidiMapping (mappingFile, control.mapping) && mappingFile.existsAsFile())
         setAside (mappingFile, "MIDI mapping");
     if (options.hasThreads)
+    {
         control.start();
+        mappingKeeper.start();
+    }
     if (!engine.isFirstRun)
         control.selectController (engine.settings.controllerPreset);
     if (opensPorts() && ports.hasBackends())
@@ -36,6 +40,7 @@ MidiSystem::MidiSystem (CPlatterdex& e, Options options)
 
 MidiSystem::~MidiSystem()
 {
+    mappingKeeper.stop();
     if (mayKeepFiles())
         juce::ignoreUnused (saveMapping(), saveDeviceList(), saveScriptSetup()); // nobody is left to be told
     control.stop();
@@ -66,11 +71,6 @@ bool MidiSystem::saveDeviceList() const
 bool MidiSystem::saveScriptSetup() const
 {
     return !runsScripts || scripts.saveSetup (scriptSetupFile);
-}
-
-bool MidiSystem::saveMapping() const
-{
-    return saveMidiMapping (control.mapping, mappingFile);
 }
 
 /** Moves a file that can't be read out of the way of the one that is written at the end, and says so. */

@@ -2,6 +2,7 @@
 
 #include "midi/control/MidiControl.h"
 #include "midi/script/MidiScriptEngine.h"
+#include "midi/system/MappingKeeper.h"
 
 /** All of an engine's MIDI: the ports, the way of messages, the files that these are kept in. Made after the engine and gone
     before it, on the message thread or another one that makes and ends plug-ins. */
@@ -39,8 +40,9 @@ public:
         @returns false if it can't be written */
     bool saveDeviceList() const;
 
-    /** Writes the mapping that the next start begins with. @returns false if it can't be written */
-    bool saveMapping() const;
+    /** Writes the mapping that the next start begins with, which happens by itself a second after each change.
+        @returns false if it can't be written */
+    bool saveMapping() { return mappingKeeper.save(); }
 
     CPlatterdex& engine;
     MidiPortService ports;
@@ -57,4 +59,5 @@ private:
 
     const juce::File mappingFile, deviceListFile, scriptSetupFile;
     const bool runsScripts, inHost;
+    MappingKeeper mappingKeeper;
 };
