@@ -7,10 +7,13 @@
 #include "ui/midi/MappingAreas.h"
 #include "ui/panel/PanelPaint.h"
 
+#include <algorithm>
+
 namespace
 {
 constexpr int margin = 8, gap = 4, rowHeight = 24;
-constexpr int filterLabel = 48, areaWidth = 220, searchWidth = 220, lampsWidth = 64, buttonWidth = 96;
+constexpr int filterLabel = 48, areaWidth = 220, searchWidth = 220, lampsWidth = 64, buttonWidth = 96,
+              portsWidth = 120;
 
 /** The file with an extension, if the user gave none. */
 juce::File withEnding (const juce::File& file, const char* ending)
@@ -61,6 +64,12 @@ MidiMappingComponent::MidiMappingComponent (MidiSystem& m) : PollingView (Pace::
     addButton (saveButton, "Saves a controller setup to disk.", [this] { save(); });
     addButton (exportButton, "Exports controller setup to a script file.", [this] { exportScript(); });
     addButton (closeButton, "", [this] { onClose(); });
+    addButton (portsButton, "No MIDI input is open: opens the list of ports.",
+               [this]
+               {
+                   if (onShowPorts != nullptr)
+                       onShowPorts();
+               });
     setSize (width, height);
     showFiltered();
 }
@@ -171,8 +180,16 @@ void MidiMappingComponent::exportScript()
                     });
 }
 
+bool MidiMappingComponent::hasOpenInput() const
+{
+    const auto inputs = midi.control.ports.rows (MidiDirection::input);
+    return std::any_of (inputs.begin(), inputs.end(), [] (const auto& row) { return row.isOpen; });
+}
+
 juce::String MidiMappingComponent::monitorText() const
 {
+    if (portsButton.isVisible())
+        return "No MIDI input is open: switch your controller on in the list of ports.";
     if (midi.control.isLearning())
         return "Move or press the control for \""
                + juce::String (CommandTable::name (midi.control.learnRow())) + "\"...";
@@ -193,6 +210,10 @@ juce::String MidiMappingComponent::monitorText() const
 void MidiMappingComponent::pollMoving()
 {
     learnButton.setToggleState (midi.control.isLearning(), juce::dontSendNotification);
+    const auto isSelected = table.selectedCommand() > 0;
+    learnButton.setEnabled (isSelected || midi.control.isLearning());
+    forgetButton.setEnabled (isSelected);
+    portsButton.setVisible (!hasOpenInput());
     lampsButton.setToggleState (mapping.showsLamps, juce::dontSendNotification);
     if (const auto text = monitorText(); text != monitor)
     {
@@ -206,7 +227,9 @@ void MidiMappingComponent::paint (juce::Graphics& g)
     g.fillAll (palette::panel);
     PanelPaint::label (g, "Filter:", { margin, margin, filterLabel, rowHeight },
                        juce::Justification::centredLeft);
-    PanelPaint::value (g, monitor, monitorArea, juce::Justification::centredLeft);
+    PanelPaint::value (g, monitor,
+                       monitorArea.withTrimmedRight (portsButton.isVisible() ? portsWidth + gap : 0),
+                       juce::Justification::centredLeft);
 }
 
 void MidiMappingComponent::resized()
@@ -228,6 +251,7 @@ void MidiMappingComponent::resized()
     }
     area.removeFromBottom (gap);
     monitorArea = area.removeFromBottom (rowHeight);
+    portsButton.setBounds (monitorArea.withLeft (monitorArea.getRight() - portsWidth));
     area.removeFromBottom (gap);
     area.removeFromTop (gap);
     table.setBounds (area);

@@ -14,7 +14,8 @@ public:
     explicit MidiMappingComponent (MidiSystem&);
     ~MidiMappingComponent() override;
 
-    std::function<void()> onClose; ///< the button "Close"
+    std::function<void()> onClose;     ///< the button "Close"
+    std::function<void()> onShowPorts; ///< the button that leads to the ports while none is open
 
     MidiMappingTableComponent& tableView() noexcept { return table; }
 
@@ -29,6 +30,7 @@ private:
     void addButton (PXTextButton&, const char* tip, std::function<void()>);
     void showFiltered();
     void toggleLearning();
+    bool hasOpenInput() const;
     void forget();
     void clearAll();
     void load();
@@ -45,7 +47,7 @@ private:
     MidiMappingTableComponent table { midi.control };
     PXTextButton lampsButton { "Lamps" }, learnButton { "Learn" }, forgetButton { "Forget" },
         loadButton { "Load" }, clearButton { "Clear All" }, saveButton { "Save" },
-        exportButton { "Export Script" }, closeButton { "Close" };
+        exportButton { "Export Script" }, closeButton { "Close" }, portsButton { "MIDI Ports..." };
     juce::String monitor;
     juce::Rectangle<int> monitorArea;
 };

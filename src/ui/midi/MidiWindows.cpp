@@ -82,6 +82,7 @@ void MidiWindows::showMapping()
                   if (mapping != nullptr)
                       mapping->closeButtonPressed();
               };
+              made->onShowPorts = [this] { showPorts(); };
               return made;
           });
 }
