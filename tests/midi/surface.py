@@ -9,8 +9,7 @@ import tempfile
 import time
 from pathlib import Path
 
-SERVER = f"px-{os.getpid()}"  # a longer name breaks JACK
-os.environ.update(JACK_DEFAULT_SERVER=SERVER, JACK_NO_AUDIO_RESERVATION="1", JACK_NO_START_SERVER="1")
+os.environ.update(JACK_NO_AUDIO_RESERVATION="1", JACK_NO_START_SERVER="1")
 
 import jack  # noqa: E402: it reads the environment
 
@@ -27,6 +26,12 @@ SCRIPTS = f"""<midiScript version="2000" name="">{PORTS}<script file="broken.c"/
 SCRIPT_NOTE_ON, KILL_NOTE = 0x91, 40
 IDENTITY_REQUEST = bytes((0xF0, 0x7E, 0x7F, 0x06, 0x01, 0xF7))
 BROKEN_SCRIPT = "void OnStart() { turn(1); }"
+MENDED_NOTE = 41
+MENDED_SCRIPT = """void OnMidiMessageReceived (const string &in name, int status, int data, int value) {}
+void OnTimerCallback () {}
+void OnStart () { sendMidiMessage(0x91, 41, 5); }
+void OnStop () {}
+"""
 SCRIPT = """#include "px_commands.h"
 void OnMidiMessageReceived (const string &in name, int status, int data, int value)
 {
@@ -36,6 +41,9 @@ void OnTimerCallback () { sendMidiMessage(0x91, 40, get(EQ_HIGH_KILL_B) > 0.0f ?
 void OnStart () { sendSysExMessage("F0 7E 7F 06 01 F7"); }
 void OnStop () { sendMidiMessage(0x91, 40, 1); }
 """
+
+
+LOST = []  # clients whose server has died
 
 
 class Controller:
@@ -86,6 +94,19 @@ def run(*command):
     return subprocess.run(command, check=True, capture_output=True, text=True, timeout=60).stdout
 
 
+def start_server(names=tuple(f"px-{number}" for number in range(8))):
+    """Starts a JACK server. JACK remembers eight names, also of servers that were killed: one of a few names is taken again."""
+    for name in names:
+        os.environ["JACK_DEFAULT_SERVER"] = name
+        server = subprocess.Popen(["jackd", "-n", name, "-r", "-d", "dummy", "-r", "48000", "-p", "256", "-C", "10", "-P", "14"],
+                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        if comes(lambda: server.poll() is not None, 1.0):
+            continue  # another server has the name
+        until("the JACK server", lambda: subprocess.run(["jack_lsp", "-s", name], capture_output=True).returncode == 0)
+        return server
+    raise SystemExit("FAILED: no JACK server starts")
+
+
 def window(name):
     found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{name}$"], capture_output=True, text=True)
     return found.stdout.split()[-1] if found.stdout.split() else None
@@ -113,22 +134,32 @@ def picture(folder, name):
             "-frames:v", "1", f"{folder}/{name}.png")
 
 
-def open_editor():
-    """Opens the mapping editor from the menu, again if a change of the focus has closed that."""
+def comes(condition, seconds):
+    end = time.monotonic() + seconds
+    while not condition() and time.monotonic() < end:
+        time.sleep(0.1)
+    return condition()
+
+
+def open_page(name, row):
+    """Opens a window from the menu, again if a change of the focus has closed that."""
     main = window_when_still("Platterdex")
-    end = time.monotonic() + 30.0
-    while not window("MIDI Mapping Editor") and time.monotonic() < end:
+    for _ in range(10):
         click(main, 219, 28)
-        run("xdotool", "key", "Down", "Down", "Down", "Return")
-        tried = time.monotonic()
-        while not window("MIDI Mapping Editor") and time.monotonic() < tried + 5.0:
-            time.sleep(0.1)
-    return window_when_still("MIDI Mapping Editor")
+        if not comes(lambda: window("menu"), 5.0):
+            continue
+        run("xdotool", "key", *["Down"] * row, "Return")
+        if comes(lambda: window(name), 5.0):
+            break
+        if window("menu"):
+            run("xdotool", "key", "Escape")
+            comes(lambda: not window("menu"), 5.0)
+    return window_when_still(name)
 
 
 def learn(controller, pictures):
     """Has the first row of the mapping editor, Play/Pause A, learn a note."""
-    editor = open_editor()
+    editor = open_page("MIDI Mapping Editor", 3)
     click(editor, 120, 72, times=2)
     time.sleep(0.3)
     picture(pictures, "learning")
@@ -138,11 +169,17 @@ def learn(controller, pictures):
     click(editor, 670, 555)
 
 
+def close(shown, name):
+    """Closes a window as a hand does; xdotool's "windowclose" would take it away behind the application's back."""
+    run("xdotool", "windowactivate", "--sync", shown)
+    run("xdotool", "key", "alt+F4")
+    until(f"the end of the window {name}", lambda: not window(name))
+
+
 def close_with_picture(name, pictures):
     shown = window_when_still(name)
     picture(pictures, name.replace(" ", "-").lower())
-    run("xdotool", "windowclose", shown)
-    until(f"the end of the window {name}", lambda: not window(name))
+    close(shown, name)
 
 
 def hear_scripts(controller, pictures):
@@ -152,6 +189,17 @@ def hear_scripts(controller, pictures):
     until("the lamp of the script", lambda: controller.lamps.get((SCRIPT_NOTE_ON, KILL_NOTE)) == 0)
     press_killed(controller, 127)
     close_with_picture("Midi Scripting Log Message", pictures)
+
+
+def reload_script(controller, pictures, script):
+    """A script that was mended is built anew by the button of its page."""
+    page = open_page("MIDI Scripting", 4)
+    script.write_text(MENDED_SCRIPT)
+    click(page, 100, 44)  # the first script of the list
+    click(page, 590, 100)
+    until("the lamp of the mended script", lambda: controller.lamps.get((SCRIPT_NOTE_ON, MENDED_NOTE)) == 5)
+    picture(pictures, "reloaded")
+    close(page, "MIDI Scripting")
 
 
 def press_killed(controller, expected):
@@ -192,6 +240,19 @@ def replug(controller):
     return again
 
 
+def lose_server(started, controller):
+    """The server dies and comes back. libjack frees the old client by itself, so Python must not."""
+    LOST.append(controller)
+    server = started[0]
+    server.kill()
+    server.wait(20)
+    started[0] = start_server([os.environ["JACK_DEFAULT_SERVER"]])
+    again = Controller()
+    print(f"server: open after {until('the port after the server', again.is_connected, 10.0):.2f} s")
+    until("all lamps after the server", lambda: (CONTROLLER, FADER) in again.lamps, 5.0)
+    return again
+
+
 def main():
     program, pictures = sys.argv[1], (sys.argv[2] if len(sys.argv) > 2 else None)
     started = []
@@ -209,9 +270,7 @@ def main():
         (folder / "script_setup.xml").write_text(SCRIPTS)
         run(program, "demo-tracks", f"{work}/tracks")
         try:
-            started.append(subprocess.Popen(["jackd", "-n", SERVER, "-r", "-d", "dummy", "-r", "48000", "-p", "256", "-C", "10",
-                                             "-P", "14"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
-            until("the JACK server", lambda: subprocess.run(["jack_lsp", "-s", SERVER], capture_output=True).returncode == 0)
+            started.append(start_server())
             controller = Controller()
             log = open(f"{work}/log", "w+")
             track = next(Path(work, "tracks").glob("*.flac"))
@@ -219,11 +278,14 @@ def main():
             started.append(application)
             until("the ports of the application", controller.is_connected, 60.0)
             hear_scripts(controller, pictures)
+            reload_script(controller, pictures, folder / "broken.c")
             learn(controller, pictures)
             play(controller)
             controller = replug(controller)
             play(controller)
             press_killed(controller, 0)
+            controller = lose_server(started, controller)
+            play(controller)
             application.terminate()
             if application.wait(20) != 0:
                 raise SystemExit("FAILED: the application did not end well")
@@ -244,3 +306,5 @@ def main():
 
 
 main()
+sys.stdout.flush()
+os._exit(0)  # the end of Python would close the lost client
