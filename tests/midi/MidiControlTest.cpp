@@ -35,7 +35,12 @@ struct DriverLog : ControllerDrivers
             control.sender.sendMidiShort (0x90, 1, tick % 2 == 0 ? 127 : 0);
     }
 
-    void startController (MidiControl& control, int) override { control.sender.clearCache(); }
+    void startController (MidiControl& control, int model) override
+    {
+        control.sender.clearCache();
+        if (model == 2)
+            control.sender.sendMidiSysEx (Bytes { 0xf0, 1, 0xf7 });
+    }
 
     static std::unique_ptr<ControllerDrivers> make() { return std::make_unique<DriverLog>(); }
 };
@@ -136,6 +141,25 @@ TEST (MidiControl, LampsTellTheTruthOfMappedButtonsAndFaders)
     EXPECT_THAT (fixture.cables->takeSent (pad),
                  ElementsAre (Bytes { 0x90, 1, 127 }, Bytes { 0x90, 11, 0 }, Bytes { 0xb0, 7, 64 },
                               Bytes { 0xb0, 9, 0 }, Bytes { 0x90, 1, 0 }));
+}
+
+TEST (MidiControl, ADeviceThatComesIsWokenUpBeforeItsLamps)
+{
+    MidiFixture fixture (DriverLog::make);
+    auto& control = fixture.midi->control;
+    control.selectController (2);
+    control.mapping.setRow (CommandTable::numberOf ("EQ_HIGH_KILL_A"), { 0x90, 11 });
+    control.mapping.showsLamps = true;
+    for (int times = 0; times < 2; ++times)
+    {
+        const auto pad = fixture.plugAndUse ("Pad");
+        control.tick();
+        EXPECT_EQ (fixture.cables->takeSent (pad).front(), (Bytes { 0xf0, 1, 0xf7 })) << times;
+        control.tick();
+        EXPECT_THAT (fixture.cables->takeSent (pad), IsEmpty());
+        fixture.cables->pull (pad);
+        fixture.look();
+    }
 }
 
 TEST (MidiControl, OnlyMovesOfFadersAreCoalesced)

@@ -19,9 +19,13 @@ public:
 
     /** States the lamps and displays, 20 times a second. OutMidiThread.
         @param tick   counts the calls, for lamps that blink */
-    virtual void updateControllerOutput (MidiControl&, [[maybe_unused]] int model, [[maybe_unused]] uint32_t tick) {}
+    virtual void updateControllerOutput (MidiControl&, [[maybe_unused]] int model,
+                                         [[maybe_unused]] uint32_t tick)
+    {
+    }
 
-    /** Begins with a device: sets the driver's state, wakes the device up. The thread that selects the model. */
+    /** Begins with a device: sets the driver's state, wakes the device up. Called when a model is selected, by the thread that
+        does it, and whenever an output has been opened, on OutMidiThread: a device that comes back knows of nothing. */
     virtual void startController (MidiControl&, [[maybe_unused]] int model) {}
 
     /** Milliseconds to wait after each message that is sent, for a device that loses them at full speed. Any thread. */

@@ -3,6 +3,8 @@
 #include "midi/ports/PortElements.h"
 #include "support/files/ReplaceFile.h"
 
+#include <utility>
+
 MidiControl::MidiControl (CPlatterdex& e, MidiPortService& service, std::unique_ptr<ControllerDrivers> d,
                           const RealTimeRequest& realTime)
     : engine (e),
@@ -79,7 +81,12 @@ MidiControl::Seen MidiControl::lastSeen() const
 void MidiControl::tick()
 {
     if (drivers != nullptr)
+    {
+        // A device that comes, at the start of the program too, has heard nothing of the driver yet.
+        if (const auto opened = ports.outputsOpened(); std::exchange (outputsWoken, opened) != opened)
+            drivers->startController (*this, selectedModel());
         drivers->updateControllerOutput (*this, selectedModel(), midiTickCount);
+    }
     lamps.state (engine, mapping, sender);
     sender.repaintOwing();
     midiTickCount += 1u;

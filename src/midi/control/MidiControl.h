@@ -95,6 +95,7 @@ private:
     std::atomic<int32_t> midiLearnArmed { 0 };
     Relaxed<uint64_t> seen { 0 }; ///< the message's word, above it the count
     Relaxed<uint32_t> midiTickCount { 0 };
+    uint32_t outputsWoken = 0; ///< of those opened; OutMidiThread's
     MappedLamps lamps;
     MidiMessageQueue midiInQueue;
     InMidiThread inMidiThread;

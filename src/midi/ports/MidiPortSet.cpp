@@ -237,6 +237,7 @@ void MidiPortSet::portsChanged()
     if (openWanted (outputs, MidiDirection::output, outputsThere,
                     [this] (const MidiPortInfo& port) { return service.openOutput (port); }))
     {
+        ++openings;
         isOwing = true;
         hasChanged = true;
     }

@@ -65,6 +65,9 @@ public:
     /** True while an output is owed a repaint. Waits for nothing. */
     bool owesRepaint() const noexcept { return isOwing.load (std::memory_order_relaxed); }
 
+    /** Rises whenever outputs were opened: a device that has just come may have to be woken up. Waits for nothing. */
+    uint32_t outputsOpened() const noexcept { return openings.load (std::memory_order_relaxed); }
+
     /** Closes all ports until the end; what is wanted stays. */
     void close();
 
@@ -111,5 +114,6 @@ private:
     std::vector<Input> inputs;
     std::vector<Output> outputs;
     std::atomic<bool> isOwing { false };
+    std::atomic<uint32_t> openings { 0 };
     bool isClosed = false;
 };

@@ -36,6 +36,7 @@ void MappingKeeper::run (const std::stop_token& stop)
         const auto hasChanged = kept != current();
         sl.unlock();
         if (hasChanged && !stop.stop_requested())
-            juce::ignoreUnused (save()); // tried again at the next change; the editor tells of it when it closes
+            juce::ignoreUnused (
+                save()); // tried again at the next change; the editor tells of it when it closes
     }
 }
