@@ -1,9 +1,9 @@
 #include "offline/SetPerformance.h"
 
 #include "engine/CommandTable.h"
+#include "engine/SettingChange.h"
 #include "instruments/presets/SmartKnobLibrary.h"
 #include "offline/SetControllers.h"
-#include "settings/SettingNames.h"
 #include "support/DecimalText.h"
 #include "support/files/AudioFileTypes.h"
 
@@ -81,13 +81,11 @@ public:
 
     void operator() (const SetScript::Setting& line)
     {
-        auto& engine = host.engine();
-        const auto [row, deck] = NamedSetting::find (line.name);
-        if (row->isText())
-            return row->writeText (engine.settings, juce::String (line.text));
-        const CallbackLock lock (engine.getCallbackLock(), "setting");
-        row->write (engine.settings, deck, line.value);
-        engine.decks.setPitchRange (engine.settings.pitchRangeIndex);
+        const auto setting = NamedSetting::find (line.name);
+        if (setting.row->isText())
+            changeSetting (host.engine(), setting, juce::String (line.text));
+        else
+            changeSetting (host.engine(), setting, line.value);
     }
 
     void operator() (const SetScript::Reverse& line)

@@ -1,6 +1,7 @@
 #include "ui/decks/DeckTempoPanel.h"
 
 #include "engine/CPlatterdex.h"
+#include "engine/SettingChange.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/widgets/PXImageLinearSlider.h"
 
@@ -66,8 +67,7 @@ DeckTempoPanel::DeckTempoPanel (CPlatterdex& e, int deck)
     };
     range.onMenuChoice = [this] (int id)
     {
-        engine.settings.pitchRangeIndex = static_cast<int8_t> (id - 1);
-        engine.decks.setPitchRange (id - 1);
+        changeSetting (engine, NamedSetting::find ("pitchRangeIndex"), id - 1);
         refresh();
     };
 }
