@@ -149,7 +149,7 @@ run() {
     until_true "$name: Cue does not end with its key" has_colour "$letter_x" "$letter_y" $unlit
 
     # A click that closes a menu acts on nothing under it.
-    xdotool mousemove "$((left + 5 + 159 + 56))" "$((top + 5 + 24))" click 1
+    xdotool mousemove "$((left + 5 + 159 + 56))" "$((top + 5 + 24))" click 3
     sleep 0.5
     xdotool mousemove "$play_x" "$play_y"
     sleep 0.2
@@ -211,7 +211,7 @@ run() {
     until_true "$name: deck C does not go" lacks_colour "$((left + 14))" "$((top + 296 + 20))" $unlit
 
     # The preferences' menu opens the audio settings by its first line.
-    xdotool mousemove "$((left + 5 + 159 + 56))" "$((top + 5 + 24))" click 1
+    xdotool mousemove "$((left + 5 + 159 + 56))" "$((top + 5 + 24))" click 3
     sleep 0.5
     picture "$name-menu"
     xdotool key Down Return

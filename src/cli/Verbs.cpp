@@ -23,6 +23,7 @@ constexpr std::array verbs {
     Verb { "timecode", "decodes a recorded control signal into speeds and positions", runTimecode },
     Verb { "control-cd", "writes the control disc into a WAV file", runControlCd },
     Verb { "commands", "prints the table of commands", runCommands },
+    Verb { "settings", "lists the settings, their values and their meaning", runSettings },
     Verb { "presets", "prints the presets of pads and SmartKnobs", runPresets },
     Verb { "demo-tracks", "writes the demo tracks into a folder", runDemoTracks },
 };

@@ -35,6 +35,7 @@ int runPresets (const juce::StringArray& arguments);
 int runRelocate (const juce::StringArray& arguments);
 int runRemove (const juce::StringArray& arguments);
 int runScript (const juce::StringArray& arguments);
+int runSettings (const juce::StringArray& arguments);
 int runSmart (const juce::StringArray& arguments);
 int runSnapshot (const juce::StringArray& arguments);
 int runTimecode (const juce::StringArray& arguments);

@@ -131,10 +131,11 @@ juce::String Session::open (LibrarySession::Use use, const LibrarySession::Offer
     return {};
 }
 
-Preferences& Session::preferences()
+PreferencesFile& Session::preferences()
 {
     if (preferenceStore == nullptr)
-        preferenceStore = std::make_unique<Preferences> (folders.setup().getChildFile ("preferences.txt"));
+        preferenceStore =
+            std::make_unique<PreferencesFile> (folders.setup().getChildFile ("preferences.txt"));
     return *preferenceStore;
 }
 

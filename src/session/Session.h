@@ -3,7 +3,7 @@
 #include "engine/EngineWorld.h"
 #include "session/LibrarySession.h"
 #include "session/PlayNotes.h"
-#include "session/Preferences.h"
+#include "session/PreferencesFile.h"
 #include "session/RootLock.h"
 #include "session/SettingsKeeper.h"
 #include "session/SongPreview.h"
@@ -81,7 +81,7 @@ public:
     const std::shared_ptr<Prompts> prompts;
 
     /** Read at the first use. */
-    Preferences& preferences();
+    PreferencesFile& preferences();
 
 private:
     friend class SessionEngine;
@@ -103,7 +103,7 @@ private:
     juce::String fault;
     std::map<const CPlatterdex*, std::unique_ptr<SongPreview>> previews;
     std::mutex previewMutex; ///< of the one above
-    std::unique_ptr<Preferences> preferenceStore;
+    std::unique_ptr<PreferencesFile> preferenceStore;
     std::mutex rootMutex; ///< of the two below
     RootLock rootLock { folders.setup() };
     bool saidThatRootIsTaken = false;

@@ -6,6 +6,7 @@
 #include "text/FallbackFonts.h"
 #include "ui/KeyCard.h"
 #include "ui/KeyRepeat.h"
+#include "ui/preferences/Preferences.h"
 #include "ui/timecode/CDControlGeneratorPreferencesPage.h"
 #include "ui/timecode/TimecodePreferencesPage.h"
 
@@ -52,7 +53,8 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* session,
     : AudioProcessorEditor (e),
       engine (e),
       scale (session != nullptr ? session->preferences() : passing),
-      header (e, actions (std::move (audioSettings), std::move (pages))),
+      headerActions (actions (std::move (audioSettings), std::move (pages))),
+      header (e, headerActions),
       global (e),
       ghostMixer (e),
       browser (e, session),
@@ -102,6 +104,7 @@ HeaderActions CPlatterdexVstEditor::actions (std::function<void()> audioSettings
                                              std::vector<EditorPage> pages)
 {
     HeaderActions made;
+    made.preferences = [this] { Preferences::open (tools, *this, engine, headerActions); };
     made.pages = std::move (pages);
     made.pages.push_back (
         { "Timecode", [this] { TimecodePreferencesPage::open (toolWindows(), *this, engine); } });

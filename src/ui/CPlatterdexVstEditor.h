@@ -121,9 +121,10 @@ private:
     CPlatterdex& engine;
     const juce::SharedResourcePointer<PollClock> clock;
     const juce::SharedResourcePointer<DefaultLook> look; ///< before every control that draws with it
-    Preferences passing { juce::File() };                ///< of an editor without a session
+    PreferencesFile passing { juce::File() };            ///< of an editor without a session
     EditorScale scale;
     Content content { *this };
+    const HeaderActions headerActions;
     HeaderComponent header;
     std::array<std::unique_ptr<DeckComponent>, deckCount> decks;
     GlobalComponent global;

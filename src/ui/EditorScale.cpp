@@ -9,7 +9,7 @@ namespace
 constexpr const char* name = "interface size";
 }
 
-EditorScale::EditorScale (Preferences& p) : preferences (p)
+EditorScale::EditorScale (PreferencesFile& p) : preferences (p)
 {
     if (const auto kept = preferences.get (name).getIntValue(); kept >= least && kept <= most)
         value = kept;

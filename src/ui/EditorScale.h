@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/Preferences.h"
+#include "session/PreferencesFile.h"
 
 /** The size of the interface in percent of its pixels, kept among the preferences. */
 class EditorScale
@@ -9,7 +9,7 @@ public:
     static constexpr int least = 100, most = 200;
 
     /** @param preferences   outlive this */
-    explicit EditorScale (Preferences& preferences);
+    explicit EditorScale (PreferencesFile& preferences);
 
     int percent() const noexcept { return value; }
 
@@ -21,6 +21,6 @@ public:
     float factorFor (int width, int height) const noexcept;
 
 private:
-    Preferences& preferences;
+    PreferencesFile& preferences;
     int value = 100;
 };

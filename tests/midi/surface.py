@@ -121,10 +121,10 @@ def window_when_still(name):
     return shown
 
 
-def click(shown, x, y, times=1):
+def click(shown, x, y, times=1, button=1):
     run("xdotool", "mousemove", "--window", shown, str(x), str(y))
     time.sleep(0.2)
-    run("xdotool", "click", "--repeat", str(times), "--delay", "80", "1")
+    run("xdotool", "click", "--repeat", str(times), "--delay", "80", str(button))
     time.sleep(0.2)
 
 
@@ -145,7 +145,7 @@ def open_page(name, row):
     """Opens a window from the menu, again if a change of the focus has closed that."""
     main = window_when_still("Platterdex")
     for _ in range(10):
-        click(main, 219, 28)
+        click(main, 219, 28, button=3)
         if not comes(lambda: window("menu"), 5.0):
             continue
         run("xdotool", "key", *["Down"] * row, "Return")

@@ -66,21 +66,21 @@ TEST (Session, SaysOnceThatALibraryCannotBeOpened)
     EXPECT_EQ (prompts->asked.size(), 1);
 }
 
-TEST (Preferences, KeepWhatOthersWroteAndSurviveAnyLine)
+TEST (PreferencesFile, KeepWhatOthersWroteAndSurviveAnyLine)
 {
     const TemporaryFolder folder;
     const auto file = folder.file ("setup/preferences.txt");
     file.create();
     file.replaceWithText ("later program=a=b\nno value\n=\nsize=150\r\n");
-    Preferences preferences (file);
+    PreferencesFile preferences (file);
     EXPECT_EQ (preferences.get ("size"), "150");
     EXPECT_EQ (preferences.get ("none", "default"), "default");
     EXPECT_TRUE (preferences.set ("size", "200"));
-    const Preferences again (file);
+    const PreferencesFile again (file);
     EXPECT_EQ (again.get ("size"), "200");
     EXPECT_EQ (again.get ("later program"), "a=b");
 
-    Preferences blocked (file.getChildFile ("below a file"));
+    PreferencesFile blocked (file.getChildFile ("below a file"));
     EXPECT_FALSE (blocked.set ("size", "200"));
     EXPECT_EQ (blocked.get ("size"), "200");
 }

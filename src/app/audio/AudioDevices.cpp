@@ -84,7 +84,7 @@ void AudioDevices::Devices::createAudioDeviceTypes (juce::OwnedArray<juce::Audio
     types.add (new SilentDeviceType());
 }
 
-AudioDevices::AudioDevices (CPlatterdex& e, Preferences& p, const juce::File& file)
+AudioDevices::AudioDevices (CPlatterdex& e, PreferencesFile& p, const juce::File& file)
     : engine (e),
       preferences (p),
       player (engine, &engine.settings.monitorSplit),

@@ -2,7 +2,7 @@
 
 #include "app/audio/DeviceKeeper.h"
 #include "app/audio/EnginePlayer.h"
-#include "session/Preferences.h"
+#include "session/PreferencesFile.h"
 
 #include <juce_audio_utils/juce_audio_utils.h>
 
@@ -24,7 +24,7 @@ class AudioDevices : private juce::Timer, private juce::ChangeListener
 public:
     /** @param engine       outlives this, as do the preferences, which say whether two outputs may be split
         @param choiceFile   where the user's choice is kept */
-    AudioDevices (CPlatterdex& engine, Preferences&, const juce::File& choiceFile);
+    AudioDevices (CPlatterdex& engine, PreferencesFile&, const juce::File& choiceFile);
     ~AudioDevices() override;
 
     /** One line on all blocks so far: how many came late, the longest, the lock, and how the kernel schedules them. */
@@ -57,7 +57,7 @@ private:
     void split (bool wanted);
 
     CPlatterdex& engine;
-    Preferences& preferences;
+    PreferencesFile& preferences;
     juce::DynamicLibrary jack;
     EnginePlayer player;
     Devices devices;

@@ -12,6 +12,8 @@
 #include "ui/midi/MidiMappingComponent.h"
 #include "ui/midi/MidiPortsPage.h"
 #include "ui/midi/MidiScriptingPage.h"
+#include "ui/midi/MidiWindows.h"
+#include "ui/preferences/Preferences.h"
 #include "ui/slicegate/SlicegateEditorComponent.h"
 #include "ui/smartknob/SmartKnobEditorComponent.h"
 #include "ui/timecode/CDControlGeneratorPreferencesPage.h"
@@ -35,10 +37,12 @@ constexpr std::array options {
         "--view", "NAME",
         "only a part: header, decka to deckd, global, ghost, browser or parameters; or a window of its own: "
         "midi-mapping, midi-ports, midi-scripts, timecode, control-cd, pad-editor or knob-editor (of deck "
-        "A's first)" },
+        "A's first), or preferences, or preferences-PAGE by a word of its name" },
     VerbOption { "--root", "DIR", "where the engine keeps its settings (a folder removed at the end)" },
     VerbOption { "--help", nullptr, "this text" },
 };
+
+constexpr const char* pagePrefix = "preferences-";
 
 constexpr const char* usage =
     "snapshot --out FILE.png [--size WxH] [--scale FACTOR] [--four] [--after SET.txt] [--in FILE]\n"
@@ -59,7 +63,7 @@ juce::StringArray views()
 {
     return { "header",     "decka",       "deckb",      "deckc",        "deckd",      "global",
              "ghost",      "browser",     "parameters", "midi-mapping", "midi-ports", "midi-scripts",
-             "pad-editor", "knob-editor", "timecode",   "control-cd" };
+             "pad-editor", "knob-editor", "timecode",   "preferences",  "control-cd" };
 }
 
 bool isWholeNumber (const juce::String& text)
@@ -100,7 +104,7 @@ Request readRequest (const VerbOptions& given)
     if (given.has ("--view"))
     {
         request.view = given.valueOf ("--view").toLowerCase();
-        if (!views().contains (request.view))
+        if (!views().contains (request.view) && !request.view.startsWith (pagePrefix))
             request.fault = "There is no view \"" + given.valueOf ("--view") + "\"; --view takes "
                             + views().joinIntoString (", ") + ".";
     }
@@ -170,6 +174,35 @@ juce::Image paintMidi (CPlatterdex& engine, const Request& request)
     return paintView (*view, request.scale);
 }
 
+/** The preferences at one of their pages, as the application shows them. */
+juce::Image paintPreferences (CPlatterdex& engine, const Request& request)
+{
+    const juce::SharedResourcePointer<DefaultLook> look;
+    MidiSystem::Options options;
+    options.hasThreads = false;
+    MidiSystem midi (engine, std::move (options));
+    midi.ports.lookNow();
+    MidiWindows windows (midi);
+    HeaderActions actions;
+    actions.audioSettings = [] {};
+    actions.layoutChanged = [] {};
+    actions.setScale = [] (int) {};
+    actions.scale = [&request] { return juce::roundToInt (100.0f * request.scale); };
+    actions.pages = windows.pages();
+    Preferences view (engine, actions, [] {});
+    const auto word = request.view.fromFirstOccurrenceOf (pagePrefix, false, false);
+    const auto texts = view.pageTexts();
+    for (int page = 0; page < texts.size(); ++page)
+        if (word.isNotEmpty() && texts[page].containsIgnoreCase (word))
+        {
+            view.showPage (page);
+            break;
+        }
+    view.setVisible (true);
+    refreshAll (view);
+    return paintView (view, request.scale);
+}
+
 /** An editor of curves or a page, which stands in a window of its own. */
 juce::Image paintWindow (CPlatterdex& engine, const Request& request)
 {
@@ -231,6 +264,8 @@ juce::String browse (SongManager& browser, const SetScript& script)
 
 juce::Image paintEditor (CPlatterdex& engine, const Request& request, const SetScript& script)
 {
+    if (request.view == "preferences" || request.view.startsWith (pagePrefix))
+        return paintPreferences (engine, request);
     if (request.view.startsWith ("midi-"))
         return paintMidi (engine, request);
     if (request.view.endsWith ("-editor") || request.view == "timecode" || request.view == "control-cd")

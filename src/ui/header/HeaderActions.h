@@ -1,8 +1,9 @@
 #pragma once
 
-#include <juce_core/juce_core.h>
+#include <juce_gui_basics/juce_gui_basics.h>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 /** A window of its own that the menu of the preferences opens. */
@@ -10,12 +11,15 @@ struct EditorPage
 {
     juce::String title;
     std::function<void()> open;
+    std::function<std::unique_ptr<juce::Component>()> make =
+        nullptr; ///< as a page of the preferences; empty for none
 };
 
 /** The header's requests to the editor. An empty function means that there is no such thing here, and nothing is offered
     for it. */
 struct HeaderActions
 {
+    std::function<void()> preferences;
     std::function<void()> audioSettings;
     std::vector<EditorPage> pages;
     std::function<void (bool)> setFullScreen;

@@ -42,10 +42,17 @@ HeaderButtons::HeaderButtons (CPlatterdex& e, HeaderActions a)
       actions (std::move (a)),
       decks (addButton ("_decksSelectButton", "decks_32", firstButton, "Selects 2 or 4 deck mode.")),
       preferences (addButton ("_preferencesButton", "preferences_32", firstButton + buttonStep,
-                              "Opens preferences dialog box."))
+                              "Opens preferences dialog box. Right click for the menu."))
 {
     decks.onClick = [this] { toggle (EditorPreference::fourDeckMode); };
-    preferences.onClick = [this] { openPreferences(); };
+    preferences.onClick = [this]
+    {
+        if (actions.preferences != nullptr)
+            actions.preferences();
+        else
+            openMenuOfPreferences();
+    };
+    preferences.onRightClick = [this] { openMenuOfPreferences(); };
     auto next = firstButton + 2 * buttonStep;
     if (actions.setFullScreen != nullptr)
     {
@@ -123,7 +130,7 @@ juce::PopupMenu HeaderButtons::preferencesMenu()
     return menu;
 }
 
-void HeaderButtons::openPreferences()
+void HeaderButtons::openMenuOfPreferences()
 {
     auto menu = preferencesMenu();
     openMenu (menu, *this, juce::PopupMenu::Options().withTargetComponent (preferences));

@@ -24,7 +24,7 @@ public:
 private:
     void pollMoving() override;
     PXImageButton& addButton (const char* name, const char* strip, int x, const juce::String& tip);
-    void openPreferences();
+    void openMenuOfPreferences();
     void toggle (EditorPreference);
 
     const HeaderActions actions;

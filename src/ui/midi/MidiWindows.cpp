@@ -60,9 +60,11 @@ void MidiWindows::show (std::unique_ptr<Window>& window, const char* title,
 std::vector<EditorPage> MidiWindows::pages()
 {
     startTimer (newsPeriodMs);
-    return { { "MIDI ports", [this] { showPorts(); } },
+    return { { "Remote MIDI Control", [this] { showPorts(); },
+               [this] { return std::make_unique<MidiPortsPage> (midi, [this] { showMapping(); }); } },
              { "MIDI mapping", [this] { showMapping(); } },
-             { "MIDI scripting", [this] { showScripts(); } } };
+             { "MIDI Scripting", [this] { showScripts(); },
+               [this] { return std::make_unique<MidiScriptingPage> (midi); } } };
 }
 
 void MidiWindows::showPorts()

@@ -63,6 +63,12 @@ void CDControlGeneratorPreferencesPage::keepFile()
     engine.settings.controlCdFile.set (_cdControlTextEditor.getText());
 }
 
+void CDControlGeneratorPreferencesPage::restoreDefaults()
+{
+    _cdControlTextEditor.setText (defaultSettings (engine.environment.folders).controlCdFile.get(), false);
+    keepFile();
+}
+
 void CDControlGeneratorPreferencesPage::browse()
 {
     if (engine.environment.prompts == nullptr)

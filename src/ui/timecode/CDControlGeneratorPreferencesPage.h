@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/Worker.h"
+#include "ui/window/RestorablePage.h"
 #include "ui/widgets/PXTextButton.h"
 #include "ui/window/ToolWindows.h"
 
@@ -10,7 +11,7 @@
 class CPlatterdex;
 
 /** The page that writes the system's control disc as a WAV file, with its progress. Cancel leaves a shorter, valid file. */
-class CDControlGeneratorPreferencesPage : public juce::Component, private juce::Timer
+class CDControlGeneratorPreferencesPage : public juce::Component, public RestorablePage, private juce::Timer
 {
 public:
     explicit CDControlGeneratorPreferencesPage (CPlatterdex&);
@@ -21,6 +22,7 @@ public:
     void cancel();
     bool isWriting() const { return worker.isBusy(); }
 
+    void restoreDefaults() override;
     void paint (juce::Graphics&) override;
 
 private:

@@ -1,8 +1,8 @@
-#include "session/Preferences.h"
+#include "session/PreferencesFile.h"
 
 #include "support/files/ReplaceFile.h"
 
-Preferences::Preferences (const juce::File& f) : file (f)
+PreferencesFile::PreferencesFile (const juce::File& f) : file (f)
 {
     if (!file.existsAsFile())
         return;
@@ -12,12 +12,12 @@ Preferences::Preferences (const juce::File& f) : file (f)
                         line.fromFirstOccurrenceOf ("=", false, false));
 }
 
-juce::String Preferences::get (const juce::String& name, const juce::String& byDefault) const
+juce::String PreferencesFile::get (const juce::String& name, const juce::String& byDefault) const
 {
     return values.getValue (name, byDefault);
 }
 
-bool Preferences::set (const juce::String& name, const juce::String& value)
+bool PreferencesFile::set (const juce::String& name, const juce::String& value)
 {
     jassert (!name.containsAnyOf ("=\n\r") && !value.containsAnyOf ("\n\r"));
     if (values.containsKey (name) && values[name] == value)

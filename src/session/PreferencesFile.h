@@ -5,11 +5,11 @@
 /** A small store of names and values for what is no setting of the engine, such as the interface's size.
 
     Lines of "name=value" in a file that is replaced at each change. Message thread. */
-class Preferences
+class PreferencesFile
 {
 public:
     /** Reads the file. @param file   need not exist; with File() nothing is kept beyond this object's life */
-    explicit Preferences (const juce::File& file);
+    explicit PreferencesFile (const juce::File& file);
 
     /** @param name   without "=" @returns the default if there is no such value */
     juce::String get (const juce::String& name, const juce::String& byDefault = {}) const;

@@ -1,0 +1,165 @@
+#include "ui/preferences/SettingsPage.h"
+
+#include "engine/CPlatterdex.h"
+#include "engine/SettingChange.h"
+#include "skin/Palette.h"
+#include "ui/look/FolderQuestion.h"
+#include "ui/panel/PanelPaint.h"
+
+namespace
+{
+constexpr int margin = 12, titleHeight = 26, groupGap = 12, inset = 12, footHeight = 6;
+
+juce::String tipOf (const SettingName& row)
+{
+    const juce::String meaning (row.meaning.data(), row.meaning.size());
+    return meaning.substring (0, 1).toUpperCase() + meaning.substring (1) + ".";
+}
+}
+
+SettingsPage::SettingsPage (CPlatterdex& e, std::function<void()> c)
+    : PollingView (Pace::calm),
+      engine (e),
+      changed (std::move (c))
+{
+}
+
+void SettingsPage::addGroup (const juce::String& title)
+{
+    groups.push_back ({ title, {}, {} });
+}
+
+void SettingsPage::addGroup (const juce::String& title, std::span<const SettingControl> controls, int deck)
+{
+    addGroup (title);
+    for (const auto& control : controls)
+        addRow (control, deck);
+}
+
+void SettingsPage::addRow (std::unique_ptr<SettingRow> row)
+{
+    addAndMakeVisible (*row);
+    groups.back().rows.push_back (std::move (row));
+}
+
+void SettingsPage::addRow (const SettingControl& control, int deck)
+{
+    auto name = std::string (control.setting);
+    if (deck >= 0)
+        name += std::string ("_") + static_cast<char> ('A' + deck);
+    const auto setting = NamedSetting::find (name);
+    jassert (setting.row != nullptr);
+    bound.push_back (setting);
+    auto row = makeRow (control, setting);
+    row->setComponentID (setting.fullName());
+    addRow (std::move (row));
+}
+
+std::unique_ptr<SettingRow> SettingsPage::makeRow (const SettingControl& control, NamedSetting setting)
+{
+    using Kind = SettingControl::Kind;
+    const juce::String text (control.text);
+    const auto tip = tipOf (*setting.row);
+    if (setting.row->isText())
+    {
+        const auto question = [this, setting, control]
+        {
+            const juce::File now (setting.valueIn (engine.settings));
+            if (control.kind == Kind::folder)
+                return FolderQuestion::make ("Choose a directory...", now);
+            return Prompts::FileQuestion { control.entries[1], now, control.entries[0],
+                                           control.setting == std::string_view ("recordFile") };
+        };
+        return SettingRows::path (text, tip,
+                                  { [this, setting] { return setting.valueIn (engine.settings); },
+                                    [this, setting] (const juce::String& path)
+                                    {
+                                        changeSetting (engine, setting, path);
+                                        changed();
+                                    },
+                                    [this, question] (std::function<void (const juce::File&)> chosen)
+                                    {
+                                        if (engine.environment.prompts != nullptr)
+                                            engine.environment.prompts->askFile (question(), std::move (chosen));
+                                    } });
+    }
+    const auto& row = *setting.row;
+    SettingValue value { [this, setting] { return setting.row->read (engine.settings, setting.deck); },
+                         [this, setting] (double next)
+                         {
+                             changeSetting (engine, setting, next);
+                             changed();
+                         },
+                         row.read (defaultSettings (engine.environment.folders), setting.deck) };
+    const juce::Range<double> range { row.lowest, row.highest };
+    switch (control.kind)
+    {
+    case Kind::choice:
+    {
+        juce::StringArray entries;
+        for (const auto* entry : control.entries)
+            entries.add (entry);
+        return SettingRows::choice (text, tip, std::move (value), entries, control.first);
+    }
+    case Kind::seconds:
+        return SettingRows::slider (text, tip, std::move (value), range, 1.0, 1.0, "s");
+    case Kind::percent:
+        return SettingRows::slider (text, tip, std::move (value), range, 0.01, 100.0, "%");
+    case Kind::toggle:
+    case Kind::inverted:
+    case Kind::folder:
+    case Kind::file:
+        break;
+    }
+    return SettingRows::toggle (text, tip, std::move (value), control.kind == Kind::inverted);
+}
+
+void SettingsPage::finish()
+{
+    auto rows = 0;
+    for (const auto& group : groups)
+        rows += static_cast<int> (group.rows.size());
+    const auto count = static_cast<int> (groups.size());
+    setSize (width, 2 * margin + rows * SettingRow::height + count * (titleHeight + footHeight + groupGap) - groupGap);
+}
+
+void SettingsPage::restoreDefaults()
+{
+    for (const auto& setting : bound)
+        restoreSetting (engine, setting);
+    changed();
+    refresh();
+}
+
+void SettingsPage::pollCalm()
+{
+    for (auto& group : groups)
+        for (auto& row : group.rows)
+            row->refresh();
+}
+
+void SettingsPage::paint (juce::Graphics& g)
+{
+    g.fillAll (palette::ground);
+    for (const auto& group : groups)
+    {
+        SMLookAndFeel::fillRaised (g, group.area, palette::panel);
+        PanelPaint::value (g, group.title,
+                           group.area.withHeight (titleHeight).withTrimmedLeft (inset),
+                           juce::Justification::centredLeft, SMLookAndFeel::titleSize);
+    }
+}
+
+void SettingsPage::resized()
+{
+    auto area = getLocalBounds().reduced (margin);
+    for (auto& group : groups)
+    {
+        const auto height = titleHeight + static_cast<int> (group.rows.size()) * SettingRow::height + footHeight;
+        group.area = area.removeFromTop (height);
+        area.removeFromTop (groupGap);
+        auto inner = group.area.withTrimmedTop (titleHeight).reduced (inset, 0);
+        for (auto& row : group.rows)
+            row->setBounds (inner.removeFromTop (SettingRow::height));
+    }
+}

@@ -1,0 +1,163 @@
+#include "UiBench.h"
+
+#include "shared/ScriptedPrompts.h"
+#include "ui/preferences/Preferences.h"
+#include "ui/preferences/SettingsPage.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+/** The dialog on an engine. */
+struct PreferencesBench
+{
+    EngineWorld world() const
+    {
+        EngineWorld made;
+        made.folders.root = folder;
+        made.pacing = Pacing::Mode::offline;
+        made.prompts = prompts;
+        return made;
+    }
+
+    template <typename Type>
+    static Type& find (juce::Component& root, const juce::String& id = {})
+    {
+        for (auto* component : descendants (root))
+            if (auto* found = dynamic_cast<Type*> (component);
+                found != nullptr && (id.isEmpty() || component->getComponentID() == id))
+                return *found;
+        throw std::runtime_error (("there is no " + id).toStdString());
+    }
+
+    /** Moves a row's control to another of its values, as a hand would. */
+    static void change (SettingRow& row)
+    {
+        for (auto* component : descendants (row))
+        {
+            if (auto* toggle = dynamic_cast<juce::ToggleButton*> (component))
+                return toggle->setToggleState (!toggle->getToggleState(), juce::sendNotificationSync);
+            if (auto* box = dynamic_cast<juce::ComboBox*> (component))
+                return box->setSelectedItemIndex (box->getSelectedItemIndex() == 0 ? 1 : 0,
+                                                  juce::sendNotificationSync);
+            if (auto* slider = dynamic_cast<juce::Slider*> (component))
+                return slider->setValue (slider->getValue() + (slider->getMaximum() - slider->getMinimum()) / 4,
+                                         juce::sendNotificationSync);
+            if (auto* field = dynamic_cast<juce::TextEditor*> (component))
+            {
+                field->setText ("/somewhere/else");
+                return field->onReturnKey();
+            }
+        }
+        ADD_FAILURE() << row.getComponentID() << " has no control";
+    }
+
+    TemporaryFolder folder;
+    std::shared_ptr<ScriptedPrompts> prompts = std::make_shared<ScriptedPrompts>();
+    CPlatterdex engine { world() };
+    HeaderActions actions = [this]
+    {
+        HeaderActions made;
+        made.layoutChanged = [this] { ++layouts; };
+        return made;
+    }();
+    Preferences dialog { engine, actions, [] {} };
+    int layouts = 0;
+};
+}
+
+TEST (Preferences, EverySettingOfAPageActsAtOnceAndComesBackByThePagesDefault)
+{
+    PreferencesBench desk;
+    auto& engine = desk.engine;
+    auto changed = 0;
+    for (int number = 0; number < desk.dialog.pageTexts().size(); ++number)
+    {
+        desk.dialog.showPage (number);
+        auto* page = dynamic_cast<SettingsPage*> (&desk.dialog.pageAt (number));
+        if (page == nullptr)
+            continue;
+        page->refresh();
+        for (const auto& setting : page->settings())
+        {
+            const auto name = setting.fullName();
+            const auto before = setting.valueIn (engine.settings);
+            desk.change (desk.find<SettingRow> (*page, name));
+            EXPECT_NE (setting.valueIn (engine.settings), before) << name;
+            ++changed;
+        }
+        desk.prompts->yes = false;
+        desk.find<juce::Button> (desk.dialog, "_defaultSettingsButton").onClick();
+        const auto first = page->settings().front();
+        const auto atFirst = defaultSettings (engine.environment.folders);
+        EXPECT_NE (first.valueIn (engine.settings), first.valueIn (atFirst)) << "the question was denied";
+        desk.prompts->yes = true;
+        desk.find<juce::Button> (desk.dialog, "_defaultSettingsButton").onClick();
+        for (const auto& setting : page->settings())
+            EXPECT_EQ (setting.valueIn (engine.settings), setting.valueIn (atFirst)) << setting.fullName();
+    }
+    EXPECT_GT (changed, 50);
+    EXPECT_GT (desk.layouts, 10) << "the layout follows at once";
+    EXPECT_EQ (desk.prompts->asked[0], "Confirm Restore|Are you sure you want to restore default settings for the "
+                                       "selected preferences page?");
+}
+
+TEST (Preferences, EverySettingHasAControlSomewhere)
+{
+    // On the desk itself, in the browser, or on the pages of control records and plug-ins.
+    const juce::StringArray elsewhere { "searchText",          "masterVolume",      "masterDeck",
+                                        "crossfader",          "monitorMix",        "monitorVolume",
+                                        "sync",                "pfl",               "timecodeOn",
+                                        "timecodeGain",        "timecodeCalibration", "timecodeThreshold",
+                                        "timecodeLeadIn",      "timecodeType",      "timecodeAbsolute",
+                                        "timecodeInvert",      "controlCdFile",     "vstFolder",
+                                        "vstOnMaster",         "controllerPreset" };
+    PreferencesBench desk;
+    juce::StringArray found;
+    for (int number = 0; number < desk.dialog.pageTexts().size(); ++number)
+        if (const auto* page = dynamic_cast<SettingsPage*> (&desk.dialog.pageAt (number)))
+            for (const auto& setting : page->settings())
+                found.addIfNotAlreadyThere (juce::String (setting.row->name.data(), setting.row->name.size()));
+    for (const auto& row : SettingName::all())
+    {
+        const juce::String name (row.name.data(), row.name.size());
+        EXPECT_NE (found.contains (name), elsewhere.contains (name)) << name;
+    }
+}
+
+TEST (Preferences, TheTempoRangeIsTheDecksSpan)
+{
+    PreferencesBench desk;
+    auto& page = desk.dialog.pageAt (0);
+    auto& box = desk.find<juce::ComboBox> (desk.find<SettingRow> (page, "pitchRangeIndex"));
+    for (const auto& [text, span] : { std::pair { "2%", 0.04 }, { "20%", 0.4 }, { "25%", 0.5 }, { "35%", 0.7 },
+                                      { "50%", 1.0 } })
+    {
+        for (int i = 0; i < box.getNumItems(); ++i)
+            if (box.getItemText (i) == text)
+                box.setSelectedItemIndex (i, juce::sendNotificationSync);
+        EXPECT_DOUBLE_EQ (desk.engine.decks.pitchRange, span) << text;
+    }
+}
+
+TEST (Preferences, TheSearchLeavesThePagesThatHaveAllWords)
+{
+    PreferencesBench desk;
+    auto& list = desk.find<juce::ListBox> (desk.dialog);
+    const auto rows = [&list]
+    {
+        juce::StringArray names;
+        for (int row = 0; row < list.getModel()->getNumRows(); ++row)
+            names.add (list.getModel()->getNameForRow (row));
+        return names.joinIntoString (",");
+    };
+    desk.dialog.search ("font size");
+    EXPECT_EQ (rows(), "- Layout");
+    desk.dialog.search ("RUMBLE");
+    EXPECT_TRUE (rows().contains ("- Timecode")) << rows();
+    EXPECT_FALSE (rows().contains ("- Layout"));
+    desk.dialog.search ("nothing has this");
+    EXPECT_EQ (rows(), "");
+    desk.dialog.search ("");
+    EXPECT_EQ (list.getModel()->getNumRows(), desk.dialog.pageTexts().size());
+}
