@@ -25,6 +25,9 @@ public:
     /** Calls the timers of all scripts. */
     void tick();
 
+    /** Stops all scripts. */
+    void end() { midi.scripts.stopScripts(); }
+
     /** Takes what was sent to controllers since the last time, in hexadecimal digits. The lamps of the mapping are stated
         first. */
     juce::StringArray takeSent();

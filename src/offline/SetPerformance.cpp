@@ -45,6 +45,15 @@ public:
         return host.render (frame - host.position());
     }
 
+    /** Has the scripts say their last. */
+    void endScripts()
+    {
+        if (controllers == nullptr)
+            return;
+        controllers->end();
+        tellOfScripts();
+    }
+
     void operator() (const SetScript::Load& load)
     {
         const auto file = performance.folder.getChildFile (juce::String (load.path));
@@ -245,5 +254,6 @@ bool performSet (const SetScript& script, OfflineHost& host, const SetPerformanc
         std::visit (performer, event.action);
     }
     host.waitForLoads(); // a refusal is worth its line, however late
+    performer.endScripts();
     return true;
 }

@@ -171,7 +171,7 @@ TEST (SetPerformance, ScriptsHearControllersAndTheirTimersRunInRenderedTime)
             "}\n"
             "void OnTimerCallback() { sendMidiMessage(0xB0, 7, ++ticks); }\n"
             "void OnStart() { sendMidiMessage(0x90, 1, 127); }\n"
-            "void OnStop() {}\n");
+            "void OnStop() { log(\"bye\"); }\n");
         run.folder.file ("broken.c").replaceWithText ("void OnStart( {}");
         run.play ("0.01 script lamps.c\n"
                   "0.06 midi \"My Pad\" 0xB0 9 127\n"
@@ -183,10 +183,11 @@ TEST (SetPerformance, ScriptsHearControllersAndTheirTimersRunInRenderedTime)
         return std::pair { run.printed, run.reported };
     };
     const auto [printed, reported] = perform();
-    EXPECT_THAT (printed, ElementsAre ("0.060000 LOG My Pad after 1", "0.100000 LOG Other after 2",
-                                       "0.200000 CROSSFADER 0.503937", "0.200000 MIDI 90 01 7F",
-                                       "0.200000 MIDI B0 07 01", "0.200000 MIDI B0 07 02",
-                                       "0.200000 MIDI B0 07 03", "0.200000 MIDI B0 07 04"));
+    EXPECT_THAT (printed,
+                 ElementsAre ("0.060000 LOG My Pad after 1", "0.100000 LOG Other after 2",
+                              "0.200000 CROSSFADER 0.503937", "0.200000 MIDI 90 01 7F",
+                              "0.200000 MIDI B0 07 01", "0.200000 MIDI B0 07 02", "0.200000 MIDI B0 07 03",
+                              "0.200000 MIDI B0 07 04", "0.300000 LOG bye"));
     EXPECT_THAT (reported, testing::Contains (AllOf (StartsWith ("0.110000 /"), HasSubstr ("(Ln 4, Col"),
                                                      HasSubstr ("OnMidiMessageReceived failed"))));
     EXPECT_THAT (reported, testing::Contains (AllOf (StartsWith ("0.300000 /"), HasSubstr ("broken.c"),

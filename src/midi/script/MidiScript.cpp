@@ -151,25 +151,23 @@ bool MidiScript::isFine (ScriptContext::Outcome outcome, const ScriptContext& co
     if (outcome == Outcome::finished || outcome == Outcome::stopped)
         return true;
 
-    const auto file = getScriptFile().getFullPathName();
-    const juce::String name (callback.name);
+    const auto tellHere = [&] (const juce::String& text)
+    {
+        const auto& fault = context.fault();
+        tell (ScriptEntry::Kind::error, juce::String::fromUTF8 (fault.section.c_str()), fault.line,
+              fault.column, callback.name + text);
+    };
     if (outcome == Outcome::threw)
     {
-        const auto& thrown = context.exception();
         if (!std::exchange (callback.isNamed, true))
-            tell (ScriptEntry::Kind::error, juce::String::fromUTF8 (thrown.section.c_str()), thrown.line,
-                  thrown.column,
-                  name + " failed: " + juce::String::fromUTF8 (thrown.text.c_str())
+            tellHere (" failed: " + juce::String::fromUTF8 (context.fault().text.c_str())
                       + ". It will be called again, and not be named again.");
         return false;
     }
     callback.isRetired = true;
     const auto seconds = juce::String (static_cast<double> (world.times.callback.count()) / 1000.0);
-    tell (ScriptEntry::Kind::error, file, 0, 0,
-          outcome == Outcome::hung
-              ? name + " did not end within " + seconds
-                    + " s. It is not called again until the script is loaded anew."
-              : name + " took too much memory. It is not called again until the script is loaded anew.");
+    tellHere ((outcome == Outcome::hung ? " did not end within " + seconds + " s." : " took too much memory.")
+              + " It is not called again until the script is loaded anew.");
     return false;
 }
 

@@ -41,20 +41,26 @@ void MidiScriptEngine::send (std::span<const uint8_t> bytes)
 
 MidiScriptEngine::~MidiScriptEngine()
 {
+    stopScripts();
+    portSet.close();
+}
+
+void MidiScriptEngine::stopScripts()
+{
     worker.cancel();
     worker.wait();
-    // Each script has seconds to end: they use them at the same time.
+    const auto stop = [] (MidiScript& script)
+    {
+        const ScriptThreadCleanup cleanup;
+        script.stopScript();
+    };
+    // Each script has seconds to end: they use them at the same time, where nobody asks for their order.
     std::vector<std::jthread> enders;
-    enders.reserve (entries.size());
     for (const auto& entry : entries)
-        enders.emplace_back (
-            [script = entry.script.get()]
-            {
-                const ScriptThreadCleanup cleanup;
-                script->stopScript();
-            });
-    enders.clear();
-    portSet.close();
+        if (isStepped)
+            stop (*entry.script);
+        else
+            enders.emplace_back ([&stop, script = entry.script.get()] { stop (*script); });
 }
 
 void MidiScriptEngine::addScript (const juce::File& file)

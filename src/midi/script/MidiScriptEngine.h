@@ -30,7 +30,7 @@ public:
     MidiScriptEngine (CPlatterdex* o, MidiPortService&, const juce::File& scriptFolder,
                       ScriptTimes times = {}, bool isStepped = false);
 
-    /** Stops all scripts, which takes as long as the slowest. */
+    /** Stops all scripts. */
     ~MidiScriptEngine() override;
 
     /** Adds a script to the list and loads it, or loads it anew if it is there. Returns at once: a worker loads. A stepped
@@ -49,6 +49,9 @@ public:
 
     /** Takes a script off the list. It stops soon. */
     void removeScript (const juce::File&);
+
+    /** Stops all scripts, which takes as long as the slowest; they stay on the list. */
+    void stopScripts();
 
     std::vector<Row> rows() const;
 

@@ -103,10 +103,17 @@ ScriptContext::Outcome ScriptContext::outcomeOf (int result)
 void ScriptContext::noteException()
 {
     const char* section = nullptr;
-    thrown.line = context->GetExceptionLineNumber (&thrown.column, &section);
-    thrown.section = section != nullptr ? section : "";
+    lastFault.line = context->GetExceptionLineNumber (&lastFault.column, &section);
+    lastFault.section = section != nullptr ? section : "";
     const auto* const text = context->GetExceptionString();
-    thrown.text = text != nullptr ? text : "";
+    lastFault.text = text != nullptr ? text : "";
+}
+
+void ScriptContext::notePlace()
+{
+    const char* section = nullptr;
+    lastFault.line = context->GetLineNumber (0, &lastFault.column, &section);
+    lastFault.section = section != nullptr ? section : "";
 }
 
 void ScriptContext::lineReached (asIScriptContext* context, void* object)
@@ -117,7 +124,10 @@ void ScriptContext::lineReached (asIScriptContext* context, void* object)
     else if (++self.lines % linesPerWatch == 0)
         self.watch();
     if (self.ending != Outcome::finished)
+    {
+        self.notePlace();
         context->Abort();
+    }
     self.turn.offer();
 }
 

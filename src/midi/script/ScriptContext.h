@@ -54,13 +54,13 @@ public:
     /** Gives the global variables of a module their first values. */
     Outcome initialiseGlobals (AngelScript::asIScriptModule&, std::chrono::milliseconds limit);
 
-    /** The place and text of the last exception. */
-    struct Exception
+    /** The place of the last call that threw or was ended, and the exception's text. */
+    struct Fault
     {
         std::string section, text;
         int line = 0, column = 0;
     };
-    const Exception& exception() const { return thrown; }
+    const Fault& fault() const { return lastFault; }
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -70,6 +70,7 @@ private:
     void begin (std::chrono::milliseconds limit);
     Outcome outcomeOf (int result);
     void noteException();
+    void notePlace();
 
     struct Release
     {
@@ -83,5 +84,5 @@ private:
     Clock::time_point deadline, nextMemoryCheck;
     int64_t memoryBefore = -1; ///< bytes; -1 before the first look
     unsigned lines = 0;
-    Exception thrown;
+    Fault lastFault;
 };

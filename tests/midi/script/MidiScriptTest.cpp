@@ -159,7 +159,8 @@ TEST_P (MidiScriptLoop, IsEndedNamedOnceAndHoldsNobodyUp)
     EXPECT_LT (std::chrono::steady_clock::now() - begin, std::chrono::seconds (10));
     auto errors = 0u;
     for (const auto& entry : f.journal.after (0))
-        errors += entry.kind == ScriptEntry::Kind::error && entry.text.contains ("did not end within 0.2 s");
+        errors += entry.kind == ScriptEntry::Kind::error && entry.text.contains ("did not end within 0.2 s")
+                  && entry.line > 0;
     EXPECT_EQ (errors, where == "none" || where == "destructor" ? 0u : where == "all" ? 4u : 1u);
     EXPECT_LE (f.told().size(), errors + 1) << "at most that messages were dropped";
     EXPECT_TRUE (f.load (ScriptFixture::withBodies ({}))) << "the next script runs";
