@@ -41,8 +41,7 @@ MidiSystem::MidiSystem (CPlatterdex& e, Options options)
 MidiSystem::~MidiSystem()
 {
     mappingKeeper.stop();
-    if (mayKeepFiles())
-        juce::ignoreUnused (saveMapping(), saveDeviceList(), saveScriptSetup()); // nobody is left to be told
+    juce::ignoreUnused (saveMapping(), saveDeviceList(), saveScriptSetup()); // nobody is left to be told
     control.stop();
 }
 
@@ -65,12 +64,12 @@ void MidiSystem::setOpensPorts (bool opens)
 
 bool MidiSystem::saveDeviceList() const
 {
-    return control.saveMidiDeviceList (deviceListFile);
+    return !mayKeepFiles() || control.saveMidiDeviceList (deviceListFile);
 }
 
 bool MidiSystem::saveScriptSetup() const
 {
-    return !runsScripts || scripts.saveSetup (scriptSetupFile);
+    return !runsScripts || !mayKeepFiles() || scripts.saveSetup (scriptSetupFile);
 }
 
 /** Moves a file that can't be read out of the way of the one that is written at the end, and says so. */

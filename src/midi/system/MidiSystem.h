@@ -36,7 +36,8 @@ public:
     bool opensPorts() const;
     void setOpensPorts (bool);
 
-    /** Writes the device list; called after each change of the ports that are wanted.
+    /** Writes the device list, unless another program has the folders, as told at the start; called after each change of
+        the ports that are wanted.
         @returns false if it can't be written */
     bool saveDeviceList() const;
 
