@@ -41,7 +41,8 @@ struct PreferencesBench
                 return box->setSelectedItemIndex (box->getSelectedItemIndex() == 0 ? 1 : 0,
                                                   juce::sendNotificationSync);
             if (auto* slider = dynamic_cast<juce::Slider*> (component))
-                return slider->setValue (slider->getValue() + (slider->getMaximum() - slider->getMinimum()) / 4,
+                return slider->setValue (slider->getValue()
+                                             + (slider->getMaximum() - slider->getMinimum()) / 4,
                                          juce::sendNotificationSync);
             if (auto* field = dynamic_cast<juce::TextEditor*> (component))
             {
@@ -98,26 +99,41 @@ TEST (Preferences, EverySettingOfAPageActsAtOnceAndComesBackByThePagesDefault)
     }
     EXPECT_GT (changed, 50);
     EXPECT_GT (desk.layouts, 10) << "the layout follows at once";
-    EXPECT_EQ (desk.prompts->asked[0], "Confirm Restore|Are you sure you want to restore default settings for the "
-                                       "selected preferences page?");
+    EXPECT_EQ (desk.prompts->asked[0],
+               "Confirm Restore|Are you sure you want to restore default settings for the "
+               "selected preferences page?");
 }
 
 TEST (Preferences, EverySettingHasAControlSomewhere)
 {
     // On the desk itself, in the browser, or on the pages of control records and plug-ins.
-    const juce::StringArray elsewhere { "searchText",          "masterVolume",      "masterDeck",
-                                        "crossfader",          "monitorMix",        "monitorVolume",
-                                        "sync",                "pfl",               "timecodeOn",
-                                        "timecodeGain",        "timecodeCalibration", "timecodeThreshold",
-                                        "timecodeLeadIn",      "timecodeType",      "timecodeAbsolute",
-                                        "timecodeInvert",      "controlCdFile",     "vstFolder",
-                                        "vstOnMaster",         "controllerPreset" };
+    const juce::StringArray elsewhere { "searchText",
+                                        "masterVolume",
+                                        "masterDeck",
+                                        "crossfader",
+                                        "monitorMix",
+                                        "monitorVolume",
+                                        "sync",
+                                        "pfl",
+                                        "timecodeOn",
+                                        "timecodeGain",
+                                        "timecodeCalibration",
+                                        "timecodeThreshold",
+                                        "timecodeLeadIn",
+                                        "timecodeType",
+                                        "timecodeAbsolute",
+                                        "timecodeInvert",
+                                        "controlCdFile",
+                                        "vstFolder",
+                                        "vstOnMaster",
+                                        "controllerPreset" };
     PreferencesBench desk;
     juce::StringArray found;
     for (int number = 0; number < desk.dialog.pageTexts().size(); ++number)
         if (const auto* page = dynamic_cast<SettingsPage*> (&desk.dialog.pageAt (number)))
             for (const auto& setting : page->settings())
-                found.addIfNotAlreadyThere (juce::String (setting.row->name.data(), setting.row->name.size()));
+                found.addIfNotAlreadyThere (
+                    juce::String (setting.row->name.data(), setting.row->name.size()));
     for (const auto& row : SettingName::all())
     {
         const juce::String name (row.name.data(), row.name.size());
@@ -130,8 +146,8 @@ TEST (Preferences, TheTempoRangeIsTheDecksSpan)
     PreferencesBench desk;
     auto& page = desk.dialog.pageAt (0);
     auto& box = desk.find<juce::ComboBox> (desk.find<SettingRow> (page, "pitchRangeIndex"));
-    for (const auto& [text, span] : { std::pair { "2%", 0.04 }, { "20%", 0.4 }, { "25%", 0.5 }, { "35%", 0.7 },
-                                      { "50%", 1.0 } })
+    for (const auto& [text, span] :
+         { std::pair { "2%", 0.04 }, { "20%", 0.4 }, { "25%", 0.5 }, { "35%", 0.7 }, { "50%", 1.0 } })
     {
         for (int i = 0; i < box.getNumItems(); ++i)
             if (box.getItemText (i) == text)

@@ -39,9 +39,9 @@ int runSettings (const juce::StringArray& arguments)
     const VerbOptions given (options, arguments);
     if (given.has ("--help"))
     {
-        printLine (helpText ("settings [--changed] [--tsv] [--root DIR]",
-                             "Lists the settings: their names as sets write them, their values and their meaning.",
-                             options));
+        printLine (helpText (
+            "settings [--changed] [--tsv] [--root DIR]",
+            "Lists the settings: their names as sets write them, their values and their meaning.", options));
         return ExitCode::success;
     }
     if (given.error().isNotEmpty())
@@ -53,6 +53,7 @@ int runSettings (const juce::StringArray& arguments)
         return ExitCode::badInput;
     auto settings = defaultSettings (*folders);
     loadSettings (settings, folders->setup(), *folders);
-    printTable (makeRows (settings, defaultSettings (*folders), given.has ("--changed")), given.has ("--tsv"));
+    printTable (makeRows (settings, defaultSettings (*folders), given.has ("--changed")),
+                given.has ("--tsv"));
     return ExitCode::success;
 }

@@ -2,7 +2,9 @@
 
 #include <angelscript.h>
 
+#include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <unistd.h>
 
 using namespace AngelScript;
@@ -17,14 +19,20 @@ constexpr unsigned linesPerWatch = 64;
 /** The memory of this process that is really there, in bytes; 0 if the system does not tell. */
 int64_t residentBytes()
 {
-    long all = 0, resident = 0;
+    int64_t resident = 0;
     if (auto* const file = std::fopen ("/proc/self/statm", "r"))
     {
-        if (std::fscanf (file, "%ld %ld", &all, &resident) != 2)
-            resident = 0;
+        // The first number is of all pages, the second of those that are there.
+        std::array<char, 128> text {};
+        if (std::fgets (text.data(), static_cast<int> (text.size()), file) != nullptr)
+        {
+            char* rest = text.data();
+            std::strtoll (rest, &rest, 10);
+            resident = std::strtoll (rest, nullptr, 10);
+        }
         std::fclose (file);
     }
-    return static_cast<int64_t> (resident) * sysconf (_SC_PAGESIZE);
+    return resident * sysconf (_SC_PAGESIZE);
 }
 }
 

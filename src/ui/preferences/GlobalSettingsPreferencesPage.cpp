@@ -54,10 +54,11 @@ GlobalSettingsPreferencesPage::GlobalSettingsPreferencesPage (CPlatterdex& e, co
     if (actions.audioSettings != nullptr)
     {
         addGroup ("Audio Device");
-        addRow (SettingRows::button ("Card, rate and block size:",
-                                     "Opens the settings of the audio device: card, sample rate, block size and "
-                                     "a test tone.",
-                                     "Audio settings...", actions.audioSettings));
+        addRow (
+            SettingRows::button ("Card, rate and block size:",
+                                 "Opens the settings of the audio device: card, sample rate, block size and "
+                                 "a test tone.",
+                                 "Audio settings...", actions.audioSettings));
     }
     for (int deck = 0; deck < deckCount; ++deck)
         addGroup ("Deck " + PanelPaint::letterOf (deck), deckTable, deck);

@@ -32,12 +32,11 @@ LayoutPreferencesPage::LayoutPreferencesPage (CPlatterdex& e, const HeaderAction
 {
     addGroup ("General Layout", general);
     if (actions.setScale != nullptr)
-        addRow (SettingRows::choice ("Interface size:", "Size of everything in the window.",
-                                     { [scale = actions.scale] { return static_cast<double> (scale()); },
-                                       [set = actions.setScale] (double percent)
-                                       { set (juce::roundToInt (percent)); },
-                                       leastScale },
-                                     { "100 %", "125 %", "150 %", "175 %", "200 %" }, leastScale, scaleStep));
+        addRow (SettingRows::choice (
+            "Interface size:", "Size of everything in the window.",
+            { [scale = actions.scale] { return static_cast<double> (scale()); },
+              [set = actions.setScale] (double percent) { set (juce::roundToInt (percent)); }, leastScale },
+            { "100 %", "125 %", "150 %", "175 %", "200 %" }, leastScale, scaleStep));
     addGroup ("Browser Layout", browser);
     addGroup ("Tooltips", tooltips);
     finish();

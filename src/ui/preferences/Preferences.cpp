@@ -21,8 +21,9 @@ constexpr float frameCorner = 3.0f, frameWidth = 2.0f;
 Preferences::Preferences (CPlatterdex& e, const HeaderActions& actions, std::function<void()> close)
     : engine (e)
 {
-    const auto add = [this] (const char* text, std::function<std::unique_ptr<juce::Component>()> make)
-    { pages.push_back ({ text, std::move (make), nullptr }); };
+    const auto add = [this] (const char* text, std::function<std::unique_ptr<juce::Component>()> make) {
+        pages.push_back ({ text, std::move (make), nullptr });
+    };
     add ("- Global Settings",
          [this, actions] { return std::make_unique<GlobalSettingsPreferencesPage> (engine, actions); });
     add ("- Layout", [this, actions] { return std::make_unique<LayoutPreferencesPage> (engine, actions); });
@@ -51,8 +52,8 @@ Preferences::Preferences (CPlatterdex& e, const HeaderActions& actions, std::fun
     closeButton.setTooltip ("Closes the preferences. Every change acts at once.");
     closeButton.onClick = std::move (close);
     viewport.setScrollBarsShown (true, false);
-    for (auto* each : std::initializer_list<juce::Component*> { &searchField, &list, &viewport, &defaults,
-                                                                &closeButton })
+    for (auto* each :
+         std::initializer_list<juce::Component*> { &searchField, &list, &viewport, &defaults, &closeButton })
         addAndMakeVisible (*each);
     setOpaque (true);
     setSize (width, height);
@@ -68,7 +69,8 @@ Preferences::~Preferences()
 void Preferences::open (ToolWindows& windows, juce::Component& opener, CPlatterdex& engine,
                         const HeaderActions& actions)
 {
-    windows.open (title, opener, [&engine, &actions] (const std::function<void()>& close)
+    windows.open (title, opener,
+                  [&engine, &actions] (const std::function<void()>& close)
                   { return std::make_unique<Preferences> (engine, actions, close); });
 }
 

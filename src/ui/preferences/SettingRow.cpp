@@ -6,8 +6,8 @@
 
 namespace
 {
-constexpr int controlHeight = 24, gap = 8, browseWidth = 84, buttonWidth = 180, boxWidth = 180, sliderWidth = 300,
-              sliderTextWidth = 76;
+constexpr int controlHeight = 24, gap = 8, browseWidth = 84, buttonWidth = 180, boxWidth = 180,
+              sliderWidth = 300, sliderTextWidth = 76;
 
 class ToggleRow : public SettingRow
 {
@@ -72,8 +72,8 @@ private:
 class SliderRow : public SettingRow
 {
 public:
-    SliderRow (const juce::String& caption, const juce::String& tip, SettingValue v, juce::Range<double> range,
-               double interval, double factor, const juce::String& unit)
+    SliderRow (const juce::String& caption, const juce::String& tip, SettingValue v,
+               juce::Range<double> range, double interval, double factor, const juce::String& unit)
         : SettingRow (caption),
           value (std::move (v))
     {

@@ -80,7 +80,8 @@ std::unique_ptr<SettingRow> SettingsPage::makeRow (const SettingControl& control
                                     [this, question] (std::function<void (const juce::File&)> chosen)
                                     {
                                         if (engine.environment.prompts != nullptr)
-                                            engine.environment.prompts->askFile (question(), std::move (chosen));
+                                            engine.environment.prompts->askFile (question(),
+                                                                                 std::move (chosen));
                                     } });
     }
     const auto& row = *setting.row;
@@ -120,7 +121,8 @@ void SettingsPage::finish()
     for (const auto& group : groups)
         rows += static_cast<int> (group.rows.size());
     const auto count = static_cast<int> (groups.size());
-    setSize (width, 2 * margin + rows * SettingRow::height + count * (titleHeight + footHeight + groupGap) - groupGap);
+    setSize (width, 2 * margin + rows * SettingRow::height + count * (titleHeight + footHeight + groupGap)
+                        - groupGap);
 }
 
 void SettingsPage::restoreDefaults()
@@ -144,8 +146,7 @@ void SettingsPage::paint (juce::Graphics& g)
     for (const auto& group : groups)
     {
         SMLookAndFeel::fillRaised (g, group.area, palette::panel);
-        PanelPaint::value (g, group.title,
-                           group.area.withHeight (titleHeight).withTrimmedLeft (inset),
+        PanelPaint::value (g, group.title, group.area.withHeight (titleHeight).withTrimmedLeft (inset),
                            juce::Justification::centredLeft, SMLookAndFeel::titleSize);
     }
 }
@@ -155,7 +156,8 @@ void SettingsPage::resized()
     auto area = getLocalBounds().reduced (margin);
     for (auto& group : groups)
     {
-        const auto height = titleHeight + static_cast<int> (group.rows.size()) * SettingRow::height + footHeight;
+        const auto height =
+            titleHeight + static_cast<int> (group.rows.size()) * SettingRow::height + footHeight;
         group.area = area.removeFromTop (height);
         area.removeFromTop (groupGap);
         auto inner = group.area.withTrimmedTop (titleHeight).reduced (inset, 0);

@@ -2,8 +2,8 @@
 
 #include "settings/SettingNames.h"
 #include "ui/poll/PollingView.h"
-#include "ui/window/RestorablePage.h"
 #include "ui/preferences/SettingRow.h"
+#include "ui/window/RestorablePage.h"
 
 class CPlatterdex;
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "support/Worker.h"
-#include "ui/window/RestorablePage.h"
 #include "ui/widgets/PXTextButton.h"
+#include "ui/window/RestorablePage.h"
 #include "ui/window/ToolWindows.h"
 
 #include <atomic>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/window/RestorablePage.h"
 #include "ui/timecode/TimecodeDeckComponent.h"
+#include "ui/window/RestorablePage.h"
 #include "ui/window/ToolWindows.h"
 
 /** The page of the four decks' control records. */
