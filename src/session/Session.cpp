@@ -3,6 +3,7 @@
 #include "library/import/ImportSong.h"
 #include "session/LibraryAutomix.h"
 #include "support/files/AudioFileTypes.h"
+#include "support/files/OwnBinary.h"
 #include "tracks/TrackFault.h"
 
 #include <cmath>
@@ -48,7 +49,7 @@ std::shared_ptr<Session> Session::shared (const std::function<Options()>& make)
 
 juce::File Session::decoderBesideBinary()
 {
-    return juce::File::getSpecialLocation (juce::File::currentExecutableFile).getSiblingFile ("adec.so");
+    return ownBinary().getSiblingFile ("adec.so");
 }
 
 void Session::say (const juce::String& title, const juce::String& sentence)

@@ -1,6 +1,7 @@
 #include "settings/Folders.h"
 
 #include "support/AudioThread.h"
+#include "support/files/OwnBinary.h"
 
 namespace
 {
@@ -55,7 +56,7 @@ Folders Folders::ofProcess()
 {
     const auto named = juce::SystemStats::getEnvironmentVariable ("PLATTERDEX_ROOT", {});
     if (named.isEmpty())
-        return ofPlugin();
+        return ofPlugin (ownBinary());
     Folders folders;
     folders.root = juce::File::getCurrentWorkingDirectory().getChildFile (named);
     return folders;

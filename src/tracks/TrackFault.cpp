@@ -1,6 +1,7 @@
 #include "tracks/TrackFault.h"
 
 #include "support/AudioThread.h"
+#include "support/files/RegularFile.h"
 #include "tracks/AdecTrack.h"
 #include "tracks/TrackDecoder.h"
 
@@ -55,6 +56,8 @@ juce::String faultOfTrack (const juce::File& file, const AdecSharedLibrary& deco
         return "The file does not exist.";
     if (file.isDirectory())
         return "That is a folder.";
+    if (!isRegularFile (file))
+        return "That is a pipe or a device, and no file.";
     juce::FileInputStream stream (file);
     if (!stream.openedOk())
         return "The file can't be opened for reading.";

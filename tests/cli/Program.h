@@ -19,13 +19,14 @@ inline juce::StringArray linesOf (const juce::String& text)
     return lines;
 }
 
-/** Runs the program to its end through the shell of the system, which parts its two outputs. */
-inline ProgramRun runProgram (const juce::StringArray& arguments, const juce::File& workFolder)
+/** Runs the program, or another one, to its end through the shell of the system, which parts its two outputs. */
+inline ProgramRun runProgram (const juce::StringArray& arguments, const juce::File& workFolder,
+                              const juce::String& program = PX_PROGRAM)
 {
     const auto quoted = [] (const juce::String& word) { return "'" + word.replace ("'", "'\\''") + "'"; };
     const auto outFile = workFolder.getChildFile ("out.txt"), errFile = workFolder.getChildFile ("err.txt");
     const auto here = quoted (workFolder.getFullPathName());
-    auto line = "cd " + here + " && TMPDIR=" + here + " DISPLAY= " + quoted (PX_PROGRAM);
+    auto line = "cd " + here + " && TMPDIR=" + here + " DISPLAY= " + quoted (program);
     for (const auto& argument : arguments)
         line << " " << quoted (argument);
     line << " >out.txt 2>err.txt </dev/null";

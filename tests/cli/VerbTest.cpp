@@ -1,5 +1,6 @@
 #include "Program.h"
 #include "engine/CommandTable.h"
+#include "shared/EncodedFiles.h"
 #include "shared/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -26,6 +27,19 @@ TEST (Verbs, HelpAndVersionGoToTheOutput)
         EXPECT_THAT (run.out.joinIntoString ("\n").toStdString(), HasSubstr (part));
         EXPECT_EQ (run.errorLine(), "");
     }
+}
+
+TEST (Verbs, AProgramThatIsStartedByItsNameFindsItsDecoder)
+{
+    const TemporaryFolder folder;
+    EncodedFiles::writeWav (EncodedFiles::makeNoise (2, 4410, 44100.0), 44100.0, folder.file ("hit.wav"));
+    folder.file ("set.txt").replaceWithText ("0 sample 1 hit.wav\n0.1 end\n");
+    const auto programs = juce::File (PX_PROGRAM).getParentDirectory().getFullPathName();
+    const auto run =
+        runProgram ({ "-c", "PATH='" + programs + "':$PATH; platterdex perform set.txt --out out.wav" },
+                    folder, "/bin/sh");
+    EXPECT_EQ (run.exitCode, 0);
+    EXPECT_EQ (run.errorLine(), "");
 }
 
 TEST (Verbs, RefuseWhatTheyDoNotKnow)

@@ -1,16 +1,14 @@
 #include "instruments/preset/PresetFile.h"
 
 #include "support/AudioThread.h"
+#include "support/files/RegularFile.h"
 #include "support/files/ReplaceFile.h"
-
-#include <filesystem>
 
 namespace PresetFile
 {
 bool isReadable (const juce::File& file)
 {
-    std::error_code error;
-    return std::filesystem::is_regular_file (file.getFullPathName().toStdString(), error);
+    return isRegularFile (file);
 }
 
 std::optional<std::string> read (const juce::File& file)

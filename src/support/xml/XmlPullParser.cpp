@@ -1,5 +1,6 @@
 #include "support/xml/XmlPullParser.h"
 
+#include "support/files/RegularFile.h"
 #include "support/xml/XmlCharacters.h"
 
 #include <algorithm>
@@ -10,7 +11,7 @@ namespace
 {
 std::unique_ptr<juce::FileInputStream> openFile (const juce::File& file)
 {
-    return file.existsAsFile() ? file.createInputStream() : nullptr;
+    return isRegularFile (file) ? file.createInputStream() : nullptr;
 }
 }
 
