@@ -60,8 +60,9 @@ void Sampler::padPress (int index, int velocity) noexcept
         slot->pressLevel = slot->followsVelocity == 0
                                ? 1.0f
                                : static_cast<float> (std::min (velocity, strongest)) / strongest;
-        slot->position = 0.0; // unless the voice finds beats that it is to be in phase with
-        slot->voice.startFrom (slot->position, slot->playMode == retriggerMode);
+        // A loop joins the beats where they are; what plays to its end begins with its begin, in time from the next beat on.
+        slot->position = 0.0;
+        slot->voice.startFrom (slot->position, !slot->isLooping());
     }
     else
     {

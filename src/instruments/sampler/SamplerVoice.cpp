@@ -15,6 +15,9 @@ constexpr double correctFromSeconds = 0.00002, correctToSeconds = 0.000005;
 constexpr double hurrySeconds = 0.0004, pullSeconds = 0.003, farSeconds = 0.025;
 constexpr double tolerance = 1.0e-9;
 
+/** A press that comes a little before a beat is not begun again on it. */
+constexpr double attackSeconds = 0.1;
+
 double smooth (double part) noexcept
 {
     return FadeCurve::at (std::clamp (part, 0.0, 1.0));
@@ -34,6 +37,14 @@ double countedBeats (double beats) noexcept
 double framesPerBeat (const SamplerVoice::Block& block) noexcept
 {
     return block.sample.regionFrames() / countedBeats (block.beats);
+}
+
+/** Beats after which a voice is in phase again. Of one that plays to its end, and wherever the reference has no numbers, only
+    the beat counts: a vocal begins with its first word, whatever number the master's beat has. */
+double beatsOfCycle (const SamplerVoice::Block& block) noexcept
+{
+    const auto beats = countedBeats (block.beats);
+    return block.clock.isNumbered && block.sample.loops ? beats : std::min (2.0, beats);
 }
 
 int fadeFramesAt (double rate, int most) noexcept
@@ -95,9 +106,7 @@ double SamplerVoice::tempoRatio (const Block& block) const noexcept
 
 double SamplerVoice::frameFor (const Block& block, double phase) const noexcept
 {
-    const auto beats = countedBeats (block.beats);
-    const auto cycle = block.clock.isNumbered ? beats : std::min (2.0, beats);
-    return block.sample.begin + modulo (phase, cycle) * framesPerBeat (block);
+    return block.sample.begin + modulo (phase, beatsOfCycle (block)) * framesPerBeat (block);
 }
 
 double SamplerVoice::heardNow (const Block&) const noexcept
@@ -111,9 +120,7 @@ double SamplerVoice::heardNow (const Block&) const noexcept
 
 double SamplerVoice::distance (const Block& block, double offset) const noexcept
 {
-    const auto cycle = block.clock.isNumbered
-                           ? static_cast<double> (block.sample.regionFrames())
-                           : std::min (2.0, countedBeats (block.beats)) * framesPerBeat (block);
+    const auto cycle = beatsOfCycle (block) * framesPerBeat (block);
     const auto frames = heardNow (block) - frameFor (block, block.clock.phaseAt (offset));
     return (frames - cycle * std::round (frames / cycle)) / block.sampleRate;
 }
@@ -290,14 +297,20 @@ int SamplerVoice::followReference (const Block& block, int offset, int frames) n
     const auto toBeat = std::max (1, static_cast<int> (std::min ((next - phase) / perFrame + 0.5, 1.0e6)));
 
     const auto away = std::abs (distance (block, offset));
-    const auto isPulled = isAtBeat ? away > pullSeconds : away > farSeconds && !waiting && toBeat >= frames;
-    waiting = waiting && !isAtBeat;
+    waiting = waiting && !(isAtBeat && heardNow (block) > attackSeconds * block.sampleRate);
+    const auto isPulled = !waiting && (isAtBeat ? away > pullSeconds : away > farSeconds && toBeat >= frames);
     jumpPending = away > pullSeconds && (jumpPending || isPulled);
     if (jumpPending && block.jumpsLeft > 0)
     {
         --block.jumpsLeft;
         jumpPending = false;
-        jump (block, mode, frameFor (block, phase));
+        auto frame = frameFor (block, phase);
+        if (!block.sample.loops) // It goes on where it is, moved by less than a beat.
+        {
+            frame = heardNow (block) - distance (block, offset) * block.sampleRate;
+            frame += frame < 0.0 ? beatsOfCycle (block) * framesPerBeat (block) : 0.0;
+        }
+        jump (block, mode, frame);
     }
     return std::min ({ frames, toBeat, stretchBlock });
 }
@@ -317,7 +330,7 @@ bool SamplerVoice::render (const Block& block, bool isOn, float* left, float* ri
         if (sounding)
             keepTail (block);
         mode = wanted;
-        const auto joins = isLocked (block) && !waiting;
+        const auto joins = isLocked (block) && !waiting && block.sample.loops;
         begin (block, wanted, joins ? frameFor (block, block.clock.phaseAt (0)) : startFrame);
         startPending = false;
     }

@@ -94,6 +94,28 @@ TEST (SamplerPad, KeepsAnAttackThatItsSampleBeginsWith)
         EXPECT_FLOAT_EQ (heard[turn * click.size()], click[0]) << turn;
 }
 
+TEST (SamplerPad, AHitThatIsCutOnItsAttackComesOutWhole)
+{
+    const auto at = [] (int i, double hertz, double seconds)
+    {
+        const auto t = i / 44100.0;
+        return static_cast<float> (0.8 * std::exp (-t / seconds)
+                                   * std::cos (2.0 * std::numbers::pi * hertz * t));
+    };
+    for (const auto& [hertz, seconds] :
+         { std::pair { 0.0, 0.008 }, { 55.0, 0.12 }, { 180.0, 0.05 }, { 3000.0, 0.03 } })
+    {
+        SamplerRun run;
+        std::vector<float> hit (22050);
+        for (int i = 0; i < 22050; ++i)
+            hit[static_cast<size_t> (i)] = at (i, hertz, seconds);
+        putSample (run.sampler(), 0, hit);
+        run.set ("SAMPLER_PLAY_PAD_1");
+        run.render (0.2);
+        EXPECT_TRUE (std::equal (hit.begin(), hit.begin() + 8000, run.bus.begin())) << hertz;
+    }
+}
+
 TEST (SamplerPad, PlaysAnyRateAtItsPitch)
 {
     for (const uint32_t fileRate : { 22050u, 48000u, 96000u })

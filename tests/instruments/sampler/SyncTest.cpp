@@ -166,6 +166,28 @@ TEST (SamplerSync, FollowsAMasterThatJumpsLoopsNudgesAndReverses)
     }
 }
 
+TEST (SamplerSync, WhatPlaysToItsEndBeginsWithItsBeginAndIsInTimeFromTheNextBeatOn)
+{
+    for (const auto mode : { oneShotMode, retriggerMode })
+        for (const double pressed :
+             { 1.13, 2.27, 9.28, 11.5 }) // late, just before a beat, wherever its number stands
+        {
+            SyncedPad desk ({ .bpm = 126.0 }, 120.0, 16);
+            desk.pads().setPlayMode (0, mode);
+            desk.playPause (0);
+            desk.render (pressed);
+            const auto from = desk.host->position();
+            desk.pads().padPress (0, 127);
+            desk.render (9.0);
+            const auto& clicks = desk.clicks[desk.sampler];
+            ASSERT_GE (clicks.size(), 15u) << pressed;
+            EXPECT_NEAR (clicks[0], static_cast<double> (from), 10.0) << pressed;
+            EXPECT_LE (clicks.size(), 17u) << pressed;
+            EXPECT_LT (desk.distanceFrom (from + static_cast<int64_t> (1.1 * desk.rate)), 1.0) << pressed;
+            EXPECT_FALSE (desk.pads().desk.slots[0].playing != 0) << pressed;
+        }
+}
+
 TEST (SamplerSync, AHitThatIsNoLoopKeepsItsTempo)
 {
     SyncedPad desk ({ .bpm = 120.0 }, 120.0);

@@ -14,6 +14,10 @@ constexpr float seamFactor = 1.5f, beginFactor = 4.0f;
 constexpr float inaudible = 1.0e-3f;
 constexpr float attackFactor = 4.0f;
 
+/** A hit that was cut on its attack is louder by so much in its first frames than a moment later. */
+constexpr float decayFactor = 1.25f;
+constexpr int32_t hitFrames = 256, decayedFrom = 1536, decayedTo = 4608;
+
 float cubic (float before, float here, float next, float after, float t) noexcept
 {
     return ((((here - next) * 1.5f + (after - before) * 0.5f) * t
@@ -124,6 +128,27 @@ float largestBend (const float* side, int32_t first, int32_t last) noexcept
     return largest;
 }
 
+float largest (const float* side, int32_t first, int32_t last) noexcept
+{
+    auto most = 0.0f;
+    for (auto i = first; i < last; ++i)
+        most = std::max (most, std::abs (side[i]));
+    return most;
+}
+
+/** True for a sample that begins at full level and falls from there: its first step is the attack itself. */
+bool beginsAsHit (const SampleView& view) noexcept
+{
+    auto first = 0.0f, later = 0.0f;
+    for (const auto* side : { view.left, view.right })
+    {
+        first = std::max (first, largest (side, 0, std::min (hitFrames, view.frames)));
+        later = std::max (
+            later, largest (side, std::min (decayedFrom, view.frames), std::min (decayedTo, view.frames)));
+    }
+    return first > decayFactor * later;
+}
+
 bool isOwn (float step, float ownSteps, float factor) noexcept
 {
     return std::abs (step) <= std::max (factor * ownSteps, inaudible);
@@ -181,6 +206,8 @@ bool SampleReading::beginsWithStep (const SampleView& view, double frame) noexce
     const auto first = static_cast<int32_t> (frame);
     if (first < 0 || first >= view.frames)
         return false;
+    if (first == 0 && beginsAsHit (view))
+        return false;
     const auto last = std::min (first + neighbourhood, view.frames);
     for (const auto* side : { view.left, view.right })
         if (!isOwn (side[first], largestStep (side, first, last), beginFactor))
@@ -194,10 +221,8 @@ bool SampleReading::beginsWithAttack (const SampleView& view, double frame) noex
     auto before = inaudible, after = 0.0f;
     for (const auto* side : { view.left, view.right })
     {
-        for (auto i = std::max (0, first - 4 * neighbourhood); i < first; ++i)
-            before = std::max (before, std::abs (side[i]));
-        for (auto i = first; i < std::min (view.frames, first + 2 * neighbourhood); ++i)
-            after = std::max (after, std::abs (side[i]));
+        before = std::max (before, largest (side, std::max (0, first - 4 * neighbourhood), first));
+        after = std::max (after, largest (side, first, std::min (view.frames, first + 2 * neighbourhood)));
     }
     return after > attackFactor * before;
 }
