@@ -87,7 +87,8 @@ CPlatterdex::CPlatterdex (EngineWorld world)
 
     if (!environment.hasMessageLoop)
         return;
-    sampler.restorePads();
+    if (!sampler.restorePads())
+        damagedContents.emplace_back ("sampler.xml is damaged; the old file is kept as sampler.xml.bad.");
     startTimer (messageIntervalMs);
 }
 

@@ -155,7 +155,8 @@ juce::String SampleImportThread::decode (SamplerSlot& slot, const juce::File& fi
             std::copy_n (left.data(), frames, slot.buffer.left() + facts.lengthFrames);
             std::copy_n (right.data(), frames, slot.buffer.right() + facts.lengthFrames);
             facts.lengthFrames += frames;
-            if ((sincePause += frames) >= framesPerPause)
+            sincePause += frames;
+            if (sincePause >= framesPerPause)
             {
                 sincePause = 0;
                 desk.world.pacing.pause();

@@ -1,6 +1,7 @@
 #include "instruments/sampler/Sampler.h"
 
 #include "instruments/sampler/sample/SampleFile.h"
+#include "support/files/RegularFile.h"
 #include "support/files/ReplaceFile.h"
 
 #include <algorithm>
@@ -11,6 +12,17 @@ namespace
 juce::String nameOf (const juce::File& file)
 {
     return file.getFileNameWithoutExtension();
+}
+
+/** False for a document that ends before its end, or is none. */
+bool isWholeXml (const juce::File& file)
+{
+    using Event = XmlPullParser::Event;
+    XmlPullParser parser (file);
+    auto event = parser.next();
+    while (event != Event::finished && event != Event::failed)
+        event = parser.next();
+    return event == Event::finished;
 }
 
 bool writeBank (const juce::File& file, const SamplerBank& bank)
@@ -217,9 +229,11 @@ juce::String Sampler::saveBank (const juce::File& file)
     if (!keepUnsavedLoops())
         return "A recorded loop can't be written to " + folders.samples().getFullPathName() + ".";
     auto all = bank();
-    all.name = currentBank = nameOf (file);
-    return writeBank (file, all) ? juce::String()
-                                 : "The bank can't be written to " + file.getFullPathName() + ".";
+    all.name = nameOf (file);
+    if (!writeBank (file, all))
+        return "The bank can't be written to " + file.getFullPathName() + ".";
+    currentBank = all.name;
+    return {};
 }
 
 int Sampler::unsavedLoops() const noexcept
@@ -238,27 +252,30 @@ bool Sampler::keepUnsavedLoops()
             continue;
         const auto texts = slot.texts();
         const auto target = SampleFile::nameFor (folders.samples(), texts.name, wallClock());
-        const juce::File recording (texts.recording);
-        auto isKept = recording.existsAsFile() && recording.moveFileTo (target);
-        if (!isKept) // It could not be written when it was taken, or somebody has removed it since.
-        {
-            import.save (index, target, 0.0, [&isKept] (bool isWritten) { isKept = isWritten;
-        });
+        // Written anew and not moved: a move to another disk, which may be full, is a copy that nobody checks.
+        auto isKept = false;
+        const auto note = [&isKept] (bool isWritten) { isKept = isWritten; };
+        import.save (index, target, 0.0, note);
         import.wait();
+        if (isKept)
+            giveFile (slot, target);
+        areKept = areKept && isKept;
     }
-    if (isKept)
-        giveFile (slot, target);
-    areKept = areKept && isKept;
-}
-return areKept;
+    return areKept;
 }
 
 bool Sampler::restorePads()
 {
-    const auto left = SamplerBank::read (XmlPullParser (padsFile()));
+    const auto file = padsFile();
+    if (!file.exists())
+        return true;
+    const auto left = SamplerBank::read (XmlPullParser (file));
+    const auto isWhole = left.has_value() && isWholeXml (file);
+    if (!isWhole && isRegularFile (file))
+        juce::ignoreUnused (file.copyFileTo (file.getSiblingFile (file.getFileName() + ".bad")));
     if (left)
         apply (*left);
-    return left.has_value();
+    return isWhole;
 }
 
 void Sampler::keepPads()

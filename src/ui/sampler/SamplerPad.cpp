@@ -44,7 +44,7 @@ SamplerPad::Face SamplerPad::faceNow() const
     now.name = now.isFilled || now.isFaulty ? texts.name : juce::String();
     if (now.isFilled)
     {
-        now.length = lengthText (slot.musicalBeats());
+        now.length = now.fault.isEmpty() ? lengthText (slot.musicalBeats()) : "NO FILE";
         now.mode = modeTexts[juce::jlimit (0, samplePlayModeCount - 1, slot.playMode.get())];
     }
     else if (now.isFaulty)

@@ -3,6 +3,8 @@
 #include "instruments/sampler/sample/SampleFile.h"
 #include "instruments/sampler/sample/SampleTempo.h"
 
+#include <sys/stat.h>
+
 TEST (SampleTempo, OfALoopIsToldByItsLength)
 {
     struct Case
@@ -55,8 +57,10 @@ TEST (SampleImport, LoadsFormatsAndSaysWhyItDoesNot)
         EXPECT_EQ (run.slot (2).texts().name, "a");
     }
     run.folder.file ("broken.wav").replaceWithText ("RIFF no more than that");
+    ASSERT_EQ (mkfifo (run.folder.file ("pipe.wav").getFullPathName().toRawUTF8(), 0600), 0);
     for (const auto& [file, fault] : { std::pair { "broken.wav", "The file is damaged or holds no audio." },
-                                       { "none.wav", "The file does not exist." } })
+                                       { "none.wav", "The file does not exist." },
+                                       { "pipe.wav", "That is a pipe or a device, and no file." } })
     {
         run.sampler().loadSample (2, run.folder.file (file));
         EXPECT_TRUE (run.slot (2).isEmpty());
@@ -251,4 +255,28 @@ TEST (SamplerBank, ReadsWhatItWritesAndSkipsPadsThatThereAreNot)
     EXPECT_EQ (odd->samples[0].slot, 3);
     EXPECT_EQ (odd->samples[0].playMode, 0);
     EXPECT_FALSE (SamplerBank::read (XmlPullParser::ofText ("<playlist/>")).has_value());
+}
+
+TEST (SamplerBank, ADamagedFileOfThePadsIsPutAside)
+{
+    SamplerRun run;
+    run.sampler().loadSample (1, EncodedFiles::writeWav (EncodedFiles::makeNoise (2, 4410, 44100.0), 44100.0,
+                                                         run.folder.file ("hit.wav")));
+    run.sampler().loadSample (9, run.folder.file ("hit.wav"));
+    run.sampler().keepPads();
+    EXPECT_TRUE (run.sampler().restorePads());
+    const auto file = run.sampler().folders.setup().getChildFile ("sampler.xml");
+    const auto spare = file.getSiblingFile ("sampler.xml.bad");
+    const auto whole = file.loadFileAsString();
+    EXPECT_FALSE (spare.exists());
+    for (const auto& [text, pads] : { std::pair { whole.upToLastOccurrenceOf ("<value", false, false), 1u },
+                                      { juce::String ("garbage <<<"), 0u } })
+    {
+        run.sampler().clearSlot (1);
+        run.sampler().clearSlot (9);
+        file.replaceWithText (text);
+        EXPECT_FALSE (run.sampler().restorePads());
+        EXPECT_EQ (run.sampler().bank().samples.size(), pads);
+        EXPECT_EQ (spare.loadFileAsString(), text);
+    }
 }
