@@ -25,11 +25,14 @@ is_recorded() { [ "$(pad "$1" unsaved)" = 1 ] && [ -s "$(pad "$1" filepath)" ]; 
 pad_x() { echo $((left + (WIDTH - 230) / 2 + 38 + ($1 - 1) % 4 * 52)); }
 pad_y() { echo $((top + 150 + ($1 - 1) / 4 * 33)); }
 
-# drag_until SENTENCE X Y TO_X TO_Y COMMAND...: drags as a hand does; a drag that a busy machine has missed is done again.
+# drag_until SENTENCE X Y TO_X TO_Y COMMAND...: drags as a hand does, after `prepare`; what a busy machine has missed is done
+# again.
+prepare=true
 drag_until() {
     local what=$1 x=$2 y=$3 to_x=$4 to_y=$5 attempt step deadline
     shift 5
     for attempt in 1 2 3; do
+        $prepare
         xdotool mousemove "$x" "$y"
         sleep 0.3
         xdotool mousedown 1
@@ -67,9 +70,13 @@ started+=($process)
 until_true "no window" xdotool search --onlyvisible --name '^Platterdex$'
 window=$(xdotool search --onlyvisible --name '^Platterdex$' | tail -1)
 find_window "$window"
+middle=$(((WIDTH - 230) / 2 + 115)) # of the block between the decks
 sleep 3 # the track loads
-xdotool mousemove $((left + (WIDTH - 230) / 2 + 98)) $((top + 34)) click 1
-sleep 1
+show_page() {
+    xdotool mousemove $((left + middle - 17)) $((top + 34)) click 1
+    sleep 1
+}
+show_page
 picture page
 
 "$drag_source" "$work/Outside.wav" >"$work/source.log" 2>&1 &
@@ -77,19 +84,23 @@ source_process=$!
 started+=($source_process)
 until_true "no window to drag from" xdotool search --onlyvisible --name '^Drag source$'
 sleep 0.5
+prepare=show_page
 drag_until "a file out of another program does not come" 20 20 "$(pad_x 1)" "$(pad_y 1)" \
     holds 1 filepath "$work/Outside.wav"
 kill $source_process
+prepare=true
 
 # One of the first two rows: a notice about the audio device may lie above the table, one row high.
 drag_until "a song of the table does not come" $((left + 400)) $((top + 426)) "$(pad_x 6)" "$(pad_y 6)" holds_a_song 6
 
-# REC, then the wave.
-middle=$(((WIDTH - 230) / 2 + 115))
-xdotool mousemove $((left + middle + 39)) $((top + 84)) click 1
-sleep 2
+record_loop() {
+    xdotool mousemove $((left + middle + 39)) $((top + 84)) click 1
+    sleep 2
+}
+prepare=record_loop
 drag_until "a recorded loop does not come" $((left + middle)) $((top + 113)) "$(pad_x 11)" "$(pad_y 11)" \
     is_recorded 11
+prepare=true
 drag_until "a pad's sample does not come onto another pad" "$(pad_x 1)" "$(pad_y 1)" "$(pad_x 16)" "$(pad_y 16)" \
     holds 16 filepath "$work/Outside.wav"
 picture filled
