@@ -1,5 +1,7 @@
 #include "tracks/FileStreamPlayer.h"
 
+#include "support/files/RegularFile.h"
+
 #include <algorithm>
 #include <cmath>
 #include <span>
@@ -169,7 +171,8 @@ bool FileStreamPlayer::load (const juce::String& path, double fromSeconds)
     if (!file.existsAsFile())
         return false;
 
-    std::unique_ptr<juce::AudioFormatReader> reader (formatManager.createReaderFor (file));
+    std::unique_ptr<juce::AudioFormatReader> reader (
+        isRegularFile (file) ? formatManager.createReaderFor (file) : nullptr);
     if (reader == nullptr || !isRate (reader->sampleRate) || reader->lengthInSamples <= 0
         || reader->numChannels == 0)
         return false;

@@ -1,5 +1,6 @@
 #include "tracks/TrackDecoder.h"
 
+#include "support/files/RegularFile.h"
 #include "tracks/AdecTrack.h"
 #include "tracks/SampleConversion.h"
 #include "tracks/TrackIngest.h"
@@ -59,6 +60,8 @@ private:
 /** @returns null for a file that JUCE can't read, or that no deck takes */
 std::unique_ptr<juce::AudioFormatReader> openWithJuce (const juce::File& file)
 {
+    if (!isRegularFile (file))
+        return {};
     juce::AudioFormatManager formats;
     formats.registerBasicFormats();
     std::unique_ptr<juce::AudioFormatReader> reader (formats.createReaderFor (file));

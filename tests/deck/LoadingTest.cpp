@@ -5,6 +5,7 @@
 #include "shared/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace
 {
@@ -114,6 +115,7 @@ TEST (Loading, EachFaultHasItsWordsAndThePlayingDeckGoesOn)
     bytes.copyFrom (&absurdRate, static_cast<int> (fmt) + 12, sizeof (absurdRate));
     folder.file ("lying.wav").replaceWithData (bytes.getData(), bytes.getSize());
     const auto mp3 = EncodedFiles::encode (wav, folder.file ("good.mp3"));
+    ASSERT_EQ (mkfifo (folder.file ("pipe.wav").getFullPathName().toRawUTF8(), 0600), 0);
     folder.file ("renamed.ogg").deleteFile();
     mp3.copyFileTo (folder.file ("renamed.ogg"));
 
@@ -128,6 +130,7 @@ TEST (Loading, EachFaultHasItsWordsAndThePlayingDeckGoesOn)
     decks.transport.playPause (0);
     for (const auto& c :
          { Case { "missing.wav", "The file does not exist." }, Case { "folder.ogg", "That is a folder." },
+           Case { "pipe.wav", "That is a pipe or a device, and no file." },
            Case { "empty.mp3", "The file is empty." },
            Case { "text.flac", "The file is damaged or holds no audio." },
            Case { "bought.m4a", "The file is copy-protected." },
