@@ -27,6 +27,12 @@ target_compile_definitions (juce_shared
         JUCE_USE_MP3AUDIOFORMAT=1
     INTERFACE
         $<TARGET_PROPERTY:juce_shared,COMPILE_DEFINITIONS>)
+
+# Hosting of VST3 and LV2, inside this one source: no header of ours looks at these two, so no other object needs them.
+get_target_property (juce_module_sources juce::juce_audio_processors INTERFACE_SOURCES)
+list (FILTER juce_module_sources INCLUDE REGEX "juce_audio_processors[a-z0-9_]*\\.cpp$")
+set_property (SOURCE ${juce_module_sources} APPEND PROPERTY COMPILE_DEFINITIONS
+    JUCE_PLUGINHOST_VST3=1 JUCE_PLUGINHOST_LV2=1)
 target_include_directories (juce_shared SYSTEM
     INTERFACE $<TARGET_PROPERTY:juce_shared,INCLUDE_DIRECTORIES>)
 target_compile_options (juce_shared PRIVATE -w)

@@ -6,6 +6,7 @@
 #include "app/audio/AudioDevices.h"
 #include "engine/CPlatterdex.h"
 #include "midi/system/MidiSystem.h"
+#include "plugins/slot/VstSlots.h"
 #include "session/Session.h"
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/look/DefaultLook.h"
@@ -43,6 +44,7 @@ private:
     CPlatterdex engine;
     SessionEngine tie { *session, engine };
     MidiSystem midi;
+    VstSlots slots { engine, {} };
     AudioDevices audio;
     juce::Component::SafePointer<CPlatterdexVstEditor> editor;
     MidiWindows midiWindows { midi };

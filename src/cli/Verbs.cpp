@@ -22,6 +22,7 @@ constexpr std::array verbs {
     Verb { "script", "builds scripts for MIDI controllers and prints their errors", runScript },
     Verb { "timecode", "decodes a recorded control signal into speeds and positions", runTimecode },
     Verb { "control-cd", "writes the control disc into a WAV file", runControlCd },
+    Verb { "plugins", "scans folders for plug-ins and lists those that are known", runPlugins },
     Verb { "commands", "prints the table of commands", runCommands },
     Verb { "settings", "lists the settings, their values and their meaning", runSettings },
     Verb { "presets", "prints the presets of pads and SmartKnobs", runPresets },

@@ -31,6 +31,7 @@ int runMidi (const juce::StringArray& arguments);
 int runMix (const juce::StringArray& arguments);
 int runPerform (const juce::StringArray& arguments);
 int runPlaylist (const juce::StringArray& arguments);
+int runPlugins (const juce::StringArray& arguments);
 int runPresets (const juce::StringArray& arguments);
 int runRelocate (const juce::StringArray& arguments);
 int runRemove (const juce::StringArray& arguments);

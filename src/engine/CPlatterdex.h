@@ -19,6 +19,7 @@
 #include "mixer/MasterLimiter.h"
 #include "mixer/Meters.h"
 #include "mixer/Monitor.h"
+#include "mixer/insert/VstSlot.h"
 #include "settings/EngineSettings.h"
 #include "support/ListenerList.h"
 #include "support/RandGeneratorLCG.h"
@@ -168,6 +169,9 @@ public:
     LoopCommands loops { decks };
     GridCommands grids { decks };
     SmartKnobs smartKnobs { decks, channels };
+
+    /** The decks' slots for other people's plug-ins; those belong to plugins/slot. */
+    std::array<VstSlot, deckCount> vstSlots;
 
     /** The contents of pads and knobs, kept among the set-up files. The message thread. */
     ContentStore instrumentContents;

@@ -11,10 +11,10 @@
 #include "engine/commands/MeterRows.h"
 #include "engine/commands/MixerRows.h"
 #include "engine/commands/PlayRows.h"
+#include "engine/commands/PluginRows.h"
 #include "engine/commands/SamplerRows.h"
 #include "engine/commands/TempoRows.h"
 #include "engine/commands/TimecodeRows.h"
-#include "engine/commands/UnbuiltRows.h"
 
 #include <span>
 #include <unordered_map>
@@ -26,7 +26,7 @@ namespace
 constexpr std::span<const CommandRow> parts[] { playRows,       tempoRows,   cueRows,     loopRows,
                                                 gridRows,       channelRows, mixerRows,   effectRows,
                                                 instrumentRows, automixRows, browserRows, samplerRows,
-                                                timecodeRows,   meterRows,   unbuiltRows };
+                                                timecodeRows,   meterRows,   pluginRows };
 
 constexpr size_t notInTable = commandCount + meterCount;
 

@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "support/OnePole.h"
 
+#include <algorithm>
 #include <cmath>
 
 // One block of audio, from the host's buffer to the recorder. The stages run in the order of processBlock() at the end
@@ -46,6 +47,8 @@ PX_AUDIO_THREAD void takeSampleRate (Block& block)
             channel.setSampleRate (block.sampleRate);
         for (auto& line : block.engine.lineThroughs)
             line.setSampleRate (block.sampleRate);
+        for (auto& slot : block.engine.vstSlots)
+            slot.setSampleRate (block.sampleRate);
     }
 }
 
@@ -160,7 +163,61 @@ PX_AUDIO_THREAD void runSampler (Block& block)
     block.engine.sampler.render (bus, monitor, block.frames);
 }
 
-PX_AUDIO_THREAD void runDeckInserts (Block&) {}
+/** Beats from the downbeat to a position, along the grid. */
+PX_AUDIO_THREAD double beatsAt (const BeatGrid& grid, double frame)
+{
+    const auto period = grid.period();
+    if (!(period > 0.0))
+        return 0.0;
+    const auto beyond = grid.firstEntryBeyond (frame);
+    const auto entry = std::clamp (beyond - 1, 0, std::max (0, grid.beatCount() - 1));
+    // The entries stand half a beat apart.
+    return (entry - grid.downbeatEntry() + (frame - grid.beatAt (entry)) / period) / 2.0;
+}
+
+PX_AUDIO_THREAD void tellOfFault (Block& block, PluginFault fault, int deck)
+{
+    auto& listeners = block.engine.listeners;
+    if (fault == PluginFault::notANumber)
+        listeners.postMessage ("*** Plug-in bypassed ***|It returned no numbers.|Its slot is off", deck);
+    else if (fault == PluginFault::tooLoud)
+        listeners.postMessage ("*** Plug-in bypassed ***|It returned more than +60 dB.|Its slot is off",
+                               deck);
+    else if (fault == PluginFault::threw)
+        listeners.postMessage ("*** Plug-in bypassed ***|It failed in the middle of a block.|Its slot is off",
+                               deck);
+}
+
+PX_AUDIO_THREAD void runSlot (Block& block, const DeckPlayer& deck, const ChannelPair& pair)
+{
+    const auto& knobs = block.engine.smartKnobs;
+    const auto driven = [&] (SmartKnobRow row)
+    { return knobs.drivenValue (deck.index, static_cast<int> (row)); };
+    const VstSlotDrive drive { driven (SmartKnobRow::pluginOn),
+                               driven (SmartKnobRow::pluginDryWet),
+                               { driven (SmartKnobRow::pluginParam1), driven (SmartKnobRow::pluginParam2) } };
+    const DeckTime time { deck.marks.bpm * deck.tempo.factor, beatsAt (deck.grid(), deck.heardPosition()),
+                          deck.isPlaying() };
+    auto& slot = block.engine.vstSlots[static_cast<size_t> (deck.index)];
+    tellOfFault (block, slot.processVstSlot (pair.left, pair.right, pair.frames, time, drive), deck.index);
+}
+
+/** Runs the slots that stand in one of the two places. */
+PX_AUDIO_THREAD void runSlots (Block& block, bool onMaster)
+{
+    for (const auto& deck : block.engine.decks.decks)
+        if (const auto& slot = block.engine.vstSlots[static_cast<size_t> (deck->index)];
+            slot.hasPlugin() && slot.isOnMaster() == onMaster)
+            runSlot (block, *deck, onMaster ? block.pair (masterLeft) : block.pair (*deck));
+}
+
+PX_AUDIO_THREAD void runDeckInserts (Block& block)
+{
+    for (const auto& deck : block.engine.decks.decks)
+        block.engine.vstSlots[static_cast<size_t> (deck->index)].follow (
+            block.engine.decks.setup (*deck).vstOnMaster != 0);
+    runSlots (block, false);
+}
 
 PX_AUDIO_THREAD void addPreview (Block& block)
 {
@@ -176,7 +233,10 @@ PX_AUDIO_THREAD void sumMaster (Block& block)
                                               block.channel (source + side), block.frames);
 }
 
-PX_AUDIO_THREAD void runMasterInserts (Block&) {}
+PX_AUDIO_THREAD void runMasterInserts (Block& block)
+{
+    runSlots (block, true);
+}
 
 PX_AUDIO_THREAD void limitMaster (Block& block)
 {

@@ -4,6 +4,7 @@
 #include "engine/SettingChange.h"
 #include "instruments/presets/SmartKnobLibrary.h"
 #include "offline/SetControllers.h"
+#include "plugins/slot/VstSlots.h"
 #include "support/DecimalText.h"
 #include "support/files/AudioFileTypes.h"
 
@@ -20,11 +21,19 @@ juce::String fixed (double value)
 class Performer : private EngineListener
 {
 public:
-    Performer (OfflineHost& h, const SetPerformance& p, bool hasMidi) : host (h), performance (p)
+    Performer (OfflineHost& h, const SetPerformance& p, const SetScript& script) : host (h), performance (p)
     {
         host.engine().listeners.add (*this);
-        if (hasMidi)
+        if (script.hasMidi())
             controllers = std::make_unique<SetControllers> (host);
+        // A picture of the set has its own, which stay when the set is over.
+        slots = VstSlots::of (host.engine());
+        if (script.hasPlugins() && slots == nullptr)
+        {
+            ownSlots = std::make_unique<VstSlots> (
+                host.engine(), VstSlots::Options { { performance.scanner, true }, false, false });
+            slots = ownSlots.get();
+        }
     }
 
     ~Performer() override { host.engine().listeners.remove (*this); }
@@ -152,6 +161,18 @@ public:
         deck.renewDecoder(); // from the next frame on, not from the next block
     }
 
+    void operator() (const SetScript::Plugin& line)
+    {
+        slots->serve();
+        const juce::String name (juce::String::fromUTF8 (line.name.c_str()));
+        const auto file = performance.folder.getChildFile (name);
+        const auto fault = slots->loadNow (line.deck, file.exists() ? file.getFullPathName() : name);
+        if (fault.isEmpty())
+            return;
+        report (line.deck, fault);
+        tellNotLoaded (name);
+    }
+
     void operator() (const SetScript::Print& line)
     {
         if (performance.print == nullptr)
@@ -240,12 +261,14 @@ private:
     const SetPerformance& performance;
     std::array<juce::String, deckCount> loading; ///< the path that each deck was given last
     std::unique_ptr<SetControllers> controllers; ///< of a set that has some
+    std::unique_ptr<VstSlots> ownSlots;          ///< of a set that puts plug-ins into them
+    VstSlots* slots = nullptr;
 };
 }
 
 bool performSet (const SetScript& script, OfflineHost& host, const SetPerformance& performance)
 {
-    Performer performer (host, performance, script.hasMidi());
+    Performer performer (host, performance, script);
     for (const auto& event : script.events)
     {
         const int64_t frame = std::llround (event.seconds * host.engine().getSampleRate());

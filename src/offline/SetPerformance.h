@@ -2,6 +2,7 @@
 
 #include "offline/OfflineHost.h"
 #include "offline/SetScript.h"
+#include "plugins/scan/ScannerProcess.h"
 
 /** The folder of a set's files, and the receivers of its words. */
 struct SetPerformance
@@ -18,6 +19,9 @@ struct SetPerformance
 
     /** Takes the path of each track that was not loaded. May be empty. */
     std::function<void (const juce::String&)> notLoaded {};
+
+    /** The program that tries plug-ins out; without one named it lies beside the running one. */
+    juce::File scanner = ScannerProcess::besideBinary();
 };
 
 /** Plays a set from the host's present position on. A line takes effect before the frame round (seconds * rate) of the

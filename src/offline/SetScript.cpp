@@ -23,7 +23,7 @@ namespace
 constexpr double slowestHost = 1.0, fastestHost = 1000.0;
 constexpr const char* actionNames =
     "load, sample, set, setting, reverse, host, midi, script, browse, slicegate, "
-    "smartknob, timecode, print or end.";
+    "smartknob, timecode, plugin, print or end.";
 constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
 
 bool isBlank (char c) noexcept
@@ -395,6 +395,14 @@ SetScript::Timecode readTimecode (Line& line)
     return timecode;
 }
 
+SetScript::Plugin readPlugin (Line& line)
+{
+    SetScript::Plugin plugin { readDeck (line, "A plugin"), {} };
+    plugin.name = line.path ("A plugin");
+    line.expectEnd();
+    return plugin;
+}
+
 SetScript::Host readHost (Line& line)
 {
     using Action = SetScript::Host::Action;
@@ -554,6 +562,8 @@ SetScript::Event readEvent (Line& line, int lineNumber)
         event.action = readPreset (line, SetScript::Preset::Target::smartknob);
     else if (action == "timecode")
         event.action = readTimecode (line);
+    else if (action == "plugin")
+        event.action = readPlugin (line);
     else if (action == "print")
         std::visit ([&event] (const auto& print) { event.action = print; }, readPrint (line));
     else if (action == "end")
@@ -580,6 +590,12 @@ bool SetScript::hasHost() const noexcept
 {
     return std::any_of (events.begin(), events.end(),
                         [] (const Event& event) { return std::holds_alternative<Host> (event.action); });
+}
+
+bool SetScript::hasPlugins() const noexcept
+{
+    return std::any_of (events.begin(), events.end(),
+                        [] (const Event& event) { return std::holds_alternative<Plugin> (event.action); });
 }
 
 bool SetScript::hasMidi() const noexcept

@@ -98,6 +98,13 @@ struct SetScript
         int inputPair = -1; ///< 0 to 3; -1 leaves it
     };
 
+    /** Puts somebody else's plug-in into a deck's slot. */
+    struct Plugin
+    {
+        int deck = 0;     ///< 0 to 3
+        std::string name; ///< UTF-8: a name, a path as it stands in the text, or "Empty"
+    };
+
     struct Print
     {
         int number = 0; ///< 1 to 465, or a meter, 1001 to 1006
@@ -147,7 +154,7 @@ struct SetScript
         int line = 0; ///< from 1
         double seconds = 0.0;
         std::variant<End, Load, Sample, Command, Setting, Reverse, Host, Preset, Timecode, Print, Midi,
-                     PrintMidi, Browse, Script>
+                     PrintMidi, Browse, Script, Plugin>
             action;
     };
 
@@ -155,6 +162,9 @@ struct SetScript
 
     /** True if the set drives a host's transport; otherwise it is played by the application on its own. */
     bool hasHost() const noexcept;
+
+    /** True if plug-ins are put into slots. */
+    bool hasPlugins() const noexcept;
 
     /** True if a controller plays, its lamps are read or a script runs. */
     bool hasMidi() const noexcept;

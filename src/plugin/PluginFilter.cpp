@@ -1,5 +1,6 @@
 #include "plugin/PluginFilter.h"
 
+#include "plugins/slot/VstSlots.h"
 #include "session/Session.h"
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/WindowPrompts.h"
@@ -47,6 +48,7 @@ private:
     }
 
     SessionEngine tie;
+    VstSlots slots { *this, {} };
     MidiSystem midi { *this, { .isInHost = true } };
     MidiWindows midiWindows { midi };
 };

@@ -6,6 +6,7 @@
 #include "text/FallbackFonts.h"
 #include "ui/KeyCard.h"
 #include "ui/KeyRepeat.h"
+#include "ui/plugins/VstPluginsPreferencesPage.h"
 #include "ui/preferences/Preferences.h"
 #include "ui/timecode/CDControlGeneratorPreferencesPage.h"
 #include "ui/timecode/TimecodePreferencesPage.h"
@@ -110,6 +111,9 @@ HeaderActions CPlatterdexVstEditor::actions (std::function<void()> audioSettings
         { "Timecode", [this] { TimecodePreferencesPage::open (toolWindows(), *this, engine); } });
     made.pages.push_back ({ "Control CD generator", [this]
                             { CDControlGeneratorPreferencesPage::open (toolWindows(), *this, engine); } });
+    if (auto* const slots = VstSlots::of (engine))
+        made.pages.push_back ({ "VST Plugins", [this, slots]
+                                { VstPluginsPreferencesPage::open (toolWindows(), *this, *slots); } });
     made.pages.push_back ({ keysTitle, [this]
                             {
                                 tools.open (keysTitle, *this,

@@ -59,7 +59,7 @@ TEST (SkinUse, EveryStripIsShownOrWaitsForAPanel)
         { "page SAMPLER",
           { "lock_24", "loop_24", "load_24", "eject_24", "sign_loop", "sign_padlock", "meter_level_a",
             "meter_level_b", "meter_level_c", "meter_level_d" } },
-        { "page VST", { "power_24", "menu_20", "left_20", "right_20" } },
+        { "page VST", { "menu_20" } },
         { "browser",
           { "sign_headphones", "sign_left", "sign_right", "sign_up", "sign_down", "panel", "well" } },
         { "learning of controllers", { "button_20_lime", "button_24_lime", "button_32_lime" } },

@@ -13,6 +13,7 @@
 #include "ui/midi/MidiPortsPage.h"
 #include "ui/midi/MidiScriptingPage.h"
 #include "ui/midi/MidiWindows.h"
+#include "ui/plugins/VstPluginsPreferencesPage.h"
 #include "ui/preferences/Preferences.h"
 #include "ui/slicegate/SlicegateEditorComponent.h"
 #include "ui/smartknob/SmartKnobEditorComponent.h"
@@ -61,9 +62,10 @@ struct Request
 /** The parts of the window, and the windows of its own, that can be painted alone. */
 juce::StringArray views()
 {
-    return { "header",     "decka",       "deckb",      "deckc",        "deckd",      "global",
-             "ghost",      "browser",     "parameters", "midi-mapping", "midi-ports", "midi-scripts",
-             "pad-editor", "knob-editor", "timecode",   "preferences",  "control-cd" };
+    return { "header",      "decka",        "deckb",      "deckc",       "deckd",
+             "global",      "ghost",        "browser",    "parameters",  "midi-mapping",
+             "midi-ports",  "midi-scripts", "pad-editor", "knob-editor", "timecode",
+             "preferences", "control-cd",   "plugins",    "plugin-hangs" };
 }
 
 bool isWholeNumber (const juce::String& text)
@@ -212,6 +214,13 @@ juce::Image paintWindow (CPlatterdex& engine, const Request& request)
         view = std::make_unique<SlicegateEditorComponent> (engine, 0, 0);
     else if (request.view == "timecode")
         view = std::make_unique<TimecodePreferencesPage> (engine);
+    else if (request.view.startsWith ("plugin"))
+    {
+        auto page = std::make_unique<VstPluginsPreferencesPage> (*VstSlots::of (engine));
+        if (request.view == "plugin-hangs")
+            page->scanner().show ({ ScanMessage::Kind::hanging, {}, {}, true, 0.5 });
+        view = std::move (page);
+    }
     else if (request.view == "control-cd")
         view = std::make_unique<CDControlGeneratorPreferencesPage> (engine);
     else
@@ -268,7 +277,8 @@ juce::Image paintEditor (CPlatterdex& engine, const Request& request, const SetS
         return paintPreferences (engine, request);
     if (request.view.startsWith ("midi-"))
         return paintMidi (engine, request);
-    if (request.view.endsWith ("-editor") || request.view == "timecode" || request.view == "control-cd")
+    if (request.view.endsWith ("-editor") || request.view.startsWith ("plugin") || request.view == "timecode"
+        || request.view == "control-cd")
         return paintWindow (engine, request);
     const auto session = sessionOf (engine);
     CPlatterdexVstEditor editor (engine, session.get());
@@ -332,6 +342,7 @@ int snapshot (const VerbOptions& given)
     OfflineHost host (hosting);
     if (input)
         host.input = [&input] (auto& inputs, int64_t first) { input->read (inputs, first); };
+    VstSlots slots (host.engine(), { .scanner = {}, .keepsSlots = false, .hasMessageLoop = false });
     const auto notLoaded = performSetFile (script, host, given.fileOf ("--after"));
     for (int deck = 0; deck < deckCount; ++deck)
         host.engine().timecodeListener.listen (deck);

@@ -98,6 +98,13 @@ void SmartKnobs::handMoved (int deck, ChannelParameter parameter) noexcept
     own.isDue = true; // an effect that a hand has chosen takes the step of a row that is still held
 }
 
+void SmartKnobs::handMoved (int deck, SmartKnobRow slotRow) noexcept
+{
+    const auto row = static_cast<int> (slotRow);
+    if (holderOf (deck, row) >= 0)
+        rowsOf (deck).isWithHand[static_cast<size_t> (row)] = 1;
+}
+
 void SmartKnobs::moveBeside (int deck, ChannelParameter parameter, double value) noexcept
 {
     const auto row = SmartKnobRows::rowOf (parameter);

@@ -44,11 +44,14 @@ public:
     bool holds (int deck, ChannelParameter) const noexcept;
 
     /** The value, 0 to 1, that a held row was given last; also for the rows of the plug-in slot.
-        @returns nothing for a row that no knob holds */
-    std::optional<double> drivenValue (int deck, int row) const noexcept;
+        Any thread. @returns nothing for a row that no knob holds */
+    PX_AUDIO_THREAD std::optional<double> drivenValue (int deck, int row) const noexcept;
 
     /** Tells that a hand has just moved a parameter. The caller holds the callback lock. */
     void handMoved (int deck, ChannelParameter) noexcept;
+
+    /** The same for a row of the plug-in slot, whose own values stay as the hand has set them. */
+    void handMoved (int deck, SmartKnobRow) noexcept;
 
     /** Moves a parameter for a part that moves it by itself, as automix does the low bands: a knob that holds it keeps it,
         and beside a knob the value is the one that stays when the knobs go off. Audio thread. */

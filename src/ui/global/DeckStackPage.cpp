@@ -3,6 +3,7 @@
 #include "ui/deckviews/DeckPeakScope.h"
 #include "ui/global/Fx1DeckComponent.h"
 #include "ui/panel/PanelPaint.h"
+#include "ui/plugins/VstSlotComponent.h"
 #include "ui/slicegate/SlicegateComponent.h"
 
 void DeckStackPage::resized()
@@ -48,4 +49,14 @@ Slicegate2DecksComponent::Slicegate2DecksComponent (CPlatterdex& engine)
 Slicegate4DecksComponent::Slicegate4DecksComponent (CPlatterdex& engine)
 {
     addViews<SlicegateComponent> (engine, 4);
+}
+
+VstHost2DecksComponent::VstHost2DecksComponent (CPlatterdex& engine)
+{
+    addViews<VstSlotComponent> (engine, 2);
+}
+
+VstHost4DecksComponent::VstHost4DecksComponent (CPlatterdex& engine)
+{
+    addViews<VstSlotComponent> (engine, 4);
 }

@@ -76,3 +76,16 @@ class Slicegate4DecksComponent : public DeckStackPage
 public:
     explicit Slicegate4DecksComponent (CPlatterdex&);
 };
+
+/** The page "VST". */
+class VstHost2DecksComponent : public DeckStackPage
+{
+public:
+    explicit VstHost2DecksComponent (CPlatterdex&);
+};
+
+class VstHost4DecksComponent : public DeckStackPage
+{
+public:
+    explicit VstHost4DecksComponent (CPlatterdex&);
+};

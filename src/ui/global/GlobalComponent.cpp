@@ -2,7 +2,6 @@
 
 #include "skin/Palette.h"
 #include "ui/global/DeckStackPage.h"
-#include "ui/global/EmptySeat.h"
 #include "ui/global/MixerPages.h"
 #include "ui/look/SMLookAndFeel.h"
 #include "ui/sampler/SamplerPages.h"
@@ -37,7 +36,7 @@ void GlobalComponent::setMode (Mode next)
         add (new Fx4DecksComponent (engine));
         add (new Sampler4DecksComponent (engine));
         add (new Peakscope4DecksComponent (engine));
-        add (new VstHost4DecksComponent());
+        add (new VstHost4DecksComponent (engine));
         add (new Slicegate4DecksComponent (engine));
     }
     else
@@ -46,7 +45,7 @@ void GlobalComponent::setMode (Mode next)
         add (new Fx2DecksComponent (engine));
         add (new Sampler2DecksComponent (engine));
         add (new Peakscope2DecksComponent (engine));
-        add (new VstHost2DecksComponent());
+        add (new VstHost2DecksComponent (engine));
         add (new Slicegate2DecksComponent (engine));
     }
     setCurrentTabIndex (shown);

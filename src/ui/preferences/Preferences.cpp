@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "ui/plugins/VstPluginsPreferencesPage.h"
 #include "ui/preferences/AboutPreferencesPage.h"
 #include "ui/preferences/FileManagementPreferencesPage.h"
 #include "ui/preferences/GlobalSettingsPreferencesPage.h"
@@ -31,6 +32,8 @@ Preferences::Preferences (CPlatterdex& e, const HeaderActions& actions, std::fun
     add ("- Timecode", [this] { return std::make_unique<TimecodePreferencesPage> (engine, 1); });
     add ("- Control CD Generator",
          [this] { return std::make_unique<CDControlGeneratorPreferencesPage> (engine); });
+    if (auto* const slots = VstSlots::of (engine))
+        add ("- VST Plugins", [slots] { return std::make_unique<VstPluginsPreferencesPage> (*slots); });
     for (const auto& page : actions.pages)
         if (page.make != nullptr)
             pages.push_back ({ "- " + page.title, page.make, nullptr });

@@ -1,0 +1,20 @@
+#include "Check.h"
+
+#include "plugins/slot/SlotsFile.h"
+
+/** Checks that kept slots are within their ranges, and are read again as they are written. */
+extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
+{
+    const auto slots = SlotsFile::read ({ reinterpret_cast<const char*> (data), size });
+    if (!slots)
+        return 0;
+    for (const auto& slot : *slots)
+        FUZZ_CHECK (slot.dryWet >= 0.0 && slot.dryWet <= 1.0 && slot.paramIndices[0] >= -1
+                    && slot.paramIndices[1] >= -1);
+    const auto again = SlotsFile::read (SlotsFile::write (*slots));
+    FUZZ_CHECK (again);
+    for (size_t i = 0; i < slots->size(); ++i)
+        FUZZ_CHECK ((*again)[i].state == (*slots)[i].state && (*again)[i].isInsert == (*slots)[i].isInsert
+                    && (*again)[i].paramIndices == (*slots)[i].paramIndices);
+    return 0;
+}

@@ -1,0 +1,72 @@
+#include "plugins/formats/PluginFormats.h"
+
+#include "plugins/catalogue/PluginFileFilter.h"
+
+#include <algorithm>
+
+PluginFormats::PluginFormats() = default;
+PluginFormats::~PluginFormats() = default;
+
+juce::AudioPluginFormat* PluginFormats::find (const juce::String& name)
+{
+    for (const auto& format : formats)
+        if (format->getName() == name)
+            return format.get();
+    // Each is made when it is needed: LV2's reads the descriptions of all bundles of the system.
+    if (name == PluginFileFilter::vst2)
+        formats.push_back (std::make_unique<juce::VSTPluginFormat>());
+    else if (name == PluginFileFilter::vst3)
+        formats.push_back (std::make_unique<juce::VST3PluginFormat>());
+    else if (name == PluginFileFilter::lv2)
+        formats.push_back (std::make_unique<juce::LV2PluginFormat>());
+    else
+        return nullptr;
+    return formats.back().get();
+}
+
+void PluginFormats::showFolderOf (const juce::File& bundle, juce::AudioPluginFormat& format)
+{
+    const juce::FileSearchPath folder (bundle.getParentDirectory().getFullPathName());
+    if (!format.getDefaultLocationsToSearch().toString().contains (folder.toString())
+        && shownFolders.insert (folder.toString()).second)
+        format.searchPathsForPlugins (folder, false, false);
+}
+
+std::vector<juce::PluginDescription> PluginFormats::describe (const juce::File& file,
+                                                              const juce::String& formatName)
+{
+    auto* const format = find (formatName);
+    if (format == nullptr)
+        return {};
+    juce::StringArray names (file.getFullPathName());
+    if (formatName == PluginFileFilter::lv2)
+    {
+        // LV2 knows plug-ins by their identifiers; those of this bundle are the ones that its manifest names.
+        showFolderOf (file, *format);
+        names.clear();
+        for (const auto& uri : format->searchPathsForPlugins ({}, false, false))
+            if (PluginFileFilter::manifestNames (file, uri))
+                names.add (uri);
+    }
+    juce::OwnedArray<juce::PluginDescription> found;
+    for (const auto& name : names)
+        format->findAllTypesForFile (found, name);
+    std::vector<juce::PluginDescription> all;
+    for (const auto* each : found)
+        all.push_back (*each);
+    return all;
+}
+
+PluginFormats::Made PluginFormats::create (const KnownPluginEntry& entry, double rate, int block)
+{
+    auto* const format = find (entry.description.pluginFormatName);
+    if (format == nullptr)
+        return { nullptr, "The format " + entry.description.pluginFormatName + " is unknown." };
+    if (entry.description.pluginFormatName == PluginFileFilter::lv2)
+        showFolderOf (juce::File (entry.file), *format);
+    Made made;
+    made.instance = format->createInstanceFromDescription (entry.description, rate, block, made.fault);
+    if (made.instance == nullptr && made.fault.isEmpty())
+        made.fault = "It could not be loaded.";
+    return made;
+}

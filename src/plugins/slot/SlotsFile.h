@@ -1,0 +1,31 @@
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/** A slot as it is kept: its plug-in with its state, and the user's choices. */
+struct SavedSlot
+{
+    juce::String plugin; ///< JUCE's identifier of a known plug-in; empty for none
+    juce::String name;   ///< to be shown when the plug-in is missing
+    juce::MemoryBlock state;
+    bool isOn = true, isInsert = false;
+    double dryWet = 0.5;                        ///< 0 to 1
+    std::array<int, 2> paramIndices { -1, -1 }; ///< -1 not assigned
+};
+
+using SavedSlots = std::array<SavedSlot, 4>;
+
+/** The file "vst_slots.xml". */
+namespace SlotsFile
+{
+/** Reads the slots. Takes any bytes; what is missing or out of its range has its default.
+    @returns nothing if the root is another one */
+std::optional<SavedSlots> read (std::string_view bytes);
+
+std::string write (const SavedSlots&);
+}

@@ -1,0 +1,372 @@
+#include "plugins/slot/VstSlots.h"
+
+#include "plugins/scan/IPCPluginScanner.h"
+#include "support/files/ReplaceFile.h"
+
+#include <cstdlib>
+#include <map>
+
+namespace
+{
+constexpr int lookMs = 40;
+
+/** Looks at a plug-in that plays until it is no longer new: two seconds. */
+constexpr int looksOfANewOne = 2000 / lookMs;
+
+std::mutex registryMutex;
+
+std::map<const CPlatterdex*, VstSlots*>& registry()
+{
+    static std::map<const CPlatterdex*, VstSlots*> all;
+    return all;
+}
+
+/** A scanner that looks at this system's own plug-in must not fill its slots. */
+VstSlots::Options allowed (VstSlots::Options options)
+{
+    options.keepsSlots = options.keepsSlots && std::getenv ("PLATTERDEX_SCANNER") == nullptr;
+    return options;
+}
+
+juce::MemoryBlock stateOf (juce::AudioProcessor& processor)
+{
+    juce::MemoryBlock state;
+    processor.getStateInformation (state);
+    return state;
+}
+}
+
+VstSlots::VstSlots (CPlatterdex& e, Options o)
+    : known (KnownPlugins::of (e.environment.folders.setup().getChildFile ("vst_plugins_list.xml"))),
+      engine (e),
+      options (allowed (std::move (o))),
+      file (options.keepsSlots ? engine.environment.folders.setup().getChildFile ("vst_slots.xml")
+                               : juce::File()),
+      marker (options.keepsSlots ? engine.environment.folders.setup().getChildFile ("vst_loading.txt")
+                                 : juce::File()),
+      trial (options.scanner)
+{
+    {
+        const std::scoped_lock lock (registryMutex);
+        registry()[&engine] = this;
+    }
+    SimpleInterprocessConnection::removeLeftovers();
+    if (options.keepsSlots)
+        restore();
+    if (options.hasMessageLoop)
+        startTimer (lookMs);
+}
+
+VstSlots::~VstSlots()
+{
+    stopTimer();
+    for (auto& own : slots)
+        if (own.wish != nullptr)
+            *own.wish = true;
+    worker.cancel();
+    worker.wait();
+    juce::ignoreUnused (save()); // nobody is left to be told
+    for (int deck = 0; deck < deckCount; ++deck)
+    {
+        takeOut (deck);
+        slot (deck).clear (engine.getCallbackLock());
+        marker.set (deck, {});
+    }
+    leaving.clear();
+    const std::scoped_lock lock (registryMutex);
+    registry().erase (&engine);
+}
+
+VstSlots* VstSlots::of (const CPlatterdex& e)
+{
+    const std::scoped_lock lock (registryMutex);
+    const auto found = registry().find (&e);
+    return found != registry().end() ? found->second : nullptr;
+}
+
+//======================================================================================================================
+// Loading
+
+void VstSlots::loadVstPlugin (int deck, int menuIndex)
+{
+    const auto all = known->usable();
+    const auto index = menuIndex - emptyMenuEntries;
+    if (index >= 0 && index < static_cast<int> (all.size()))
+        loadVstPlugin (deck, all[static_cast<size_t> (index)]);
+    else
+        unload (deck);
+}
+
+void VstSlots::loadVstPlugin (int deck, const KnownPluginEntry& entry)
+{
+    begin (deck, { entry, {}, { -1, -1 } });
+}
+
+PluginTrial::Request VstSlots::requestOf (const Load& load) const
+{
+    return { load.entry, engine.decks.engineRate, engine.hostBlockSize, load.state };
+}
+
+void VstSlots::begin (int deck, Load load)
+{
+    auto& own = at (deck);
+    if (own.wish != nullptr)
+        *own.wish = true;
+    const auto wish = std::make_shared<std::atomic<bool>> (false);
+    own.wish = wish;
+    own.isLoading = true;
+    ++own.revision;
+    const auto finish = [this, deck, wish, load] (const juce::String& reason)
+    {
+        if (*wish)
+            return;
+        at (deck).isLoading = false;
+        const auto fault = reason.isEmpty() ? install (deck, load) : reason;
+        if (fault.isNotEmpty())
+            fail (deck, load.entry.description.name, fault);
+        ++at (deck).revision;
+    };
+    if (!options.hasMessageLoop)
+        return finish (trial.run (requestOf (load), [] { return false; }));
+    worker.post ({ [this, wish, finish, request = requestOf (load),
+                    here = std::weak_ptr (lifetime)] (const std::stop_token& stop)
+                   {
+                       if (*wish || stop.stop_requested())
+                           return;
+                       const auto reason =
+                           trial.run (request, [&] { return *wish || stop.stop_requested(); });
+                       juce::MessageManager::callAsync (
+                           [here, finish, reason]
+                           {
+                               if (!here.expired())
+                                   finish (reason);
+                           });
+                   },
+                   {} });
+}
+
+juce::String VstSlots::loadNow (int deck, const juce::String& pathOrName)
+{
+    if (pathOrName.equalsIgnoreCase ("Empty"))
+    {
+        unload (deck);
+        return {};
+    }
+    if (const juce::File file (juce::File::isAbsolutePath (pathOrName) ? pathOrName : juce::String());
+        file.exists() && !known->isUpToDate (file))
+    {
+        IPCPluginScanner::Listener nobody;
+        IPCPluginScanner::Options once;
+        once.process = options.scanner;
+        IPCPluginScanner scanner (*known, nobody, std::move (once));
+        scanner.scanFile (file);
+        scanner.shutdown();
+        if (options.keepsSlots)
+            juce::ignoreUnused (known->save()); // unwritten, it is scanned again
+    }
+    const auto entry = known->find (pathOrName);
+    if (!entry)
+        return "The plug-in " + pathOrName.quoted()
+               + " is not known; platterdex plugins list shows those that are.";
+    const Load load { *entry, {}, { -1, -1 } };
+    if (const auto reason = trial.run (requestOf (load), [] { return false; }); reason.isNotEmpty())
+        return entry->description.name + ": " + reason;
+    const auto fault = install (deck, load);
+    return fault.isEmpty() ? fault : entry->description.name + ": " + fault;
+}
+
+juce::String VstSlots::install (int deck, const Load& load)
+{
+    const auto request = requestOf (load);
+    marker.set (deck, load.entry.description.name);
+    auto made = formats.create (load.entry, request.rate, request.block);
+    std::unique_ptr<HostedPlugin> plugin;
+    if (made.instance != nullptr)
+    {
+        plugin = std::make_unique<HostedPlugin> (std::move (made.instance), request.rate, request.block);
+        made.fault = plugin->unfitness();
+    }
+    takeOut (deck);
+    if (made.fault.isNotEmpty() || plugin == nullptr)
+    {
+        marker.set (deck, {});
+        return made.fault.isNotEmpty() ? made.fault : juce::String ("It could not be loaded.");
+    }
+    if (!load.state.isEmpty())
+        plugin->processor->setStateInformation (load.state.getData(),
+                                                static_cast<int> (load.state.getSize()));
+
+    auto& own = at (deck);
+    own.entry = load.entry;
+    own.name = load.entry.description.name;
+    own.plugin = std::move (plugin);
+    own.looksUntilProved = looksOfANewOne;
+    slot (deck).put (own.plugin.get(), engine.getCallbackLock());
+    for (int which = 0; which < paramsPerSlot; ++which)
+        assign (deck, which, load.paramIndices[static_cast<size_t> (which)]);
+    ++own.revision;
+    return {};
+}
+
+void VstSlots::unload (int deck)
+{
+    auto& own = at (deck);
+    if (own.wish != nullptr)
+        *own.wish = true;
+    own.isLoading = false;
+    takeOut (deck);
+    ++own.revision;
+}
+
+void VstSlots::takeOut (int deck)
+{
+    auto& own = at (deck);
+    own.name.clear();
+    own.paramIndices = { -1, -1 };
+    if (own.plugin == nullptr)
+        return;
+    listeners.call ([deck] (Listener& listener) { listener.pluginLeaves (deck); });
+    slot (deck).put (nullptr, engine.getCallbackLock());
+    leaving.emplace_back (deck, std::move (own.plugin));
+}
+
+void VstSlots::fail (int deck, const juce::String& pluginName, const juce::String& reason)
+{
+    engine.listeners.postText ("*** Error loading the VST plugin ***|" + pluginName + "|" + reason, deck);
+}
+
+//======================================================================================================================
+// Contents of a slot
+
+juce::String VstSlots::name (int deck) const
+{
+    return at (deck).plugin != nullptr ? at (deck).name : juce::String ("Empty");
+}
+
+juce::AudioProcessor* VstSlots::plugin (int deck) const
+{
+    return at (deck).plugin != nullptr ? at (deck).plugin->processor.get() : nullptr;
+}
+
+int VstSlots::latency (int deck) const
+{
+    return at (deck).plugin != nullptr ? at (deck).plugin->latency() : 0;
+}
+
+int VstSlots::paramIndex (int deck, int which) const
+{
+    return at (deck).paramIndices[static_cast<size_t> (which)];
+}
+
+void VstSlots::setParamIndex (int deck, int which, int index)
+{
+    assign (deck, which, index);
+    ++at (deck).revision;
+}
+
+void VstSlots::assign (int deck, int which, int index)
+{
+    auto& own = at (deck);
+    const auto i = static_cast<size_t> (which);
+    auto* const processor = plugin (deck);
+    auto* const parameter = processor != nullptr ? processor->getParameters()[index] : nullptr;
+    own.paramIndices[i] = parameter != nullptr ? index : -1;
+    own.seenValues[i] = parameter != nullptr ? parameter->getValue() : 0.0f;
+    slot (deck).assign (which, parameter, engine.getCallbackLock());
+}
+
+//======================================================================================================================
+// The timer's work
+
+void VstSlots::serve()
+{
+    for (int deck = 0; deck < deckCount; ++deck)
+        followPlugin (deck);
+    std::erase_if (leaving, [this] (const auto& each)
+                   { return !slot (each.first).uses (*each.second, engine.getCallbackLock()); });
+}
+
+void VstSlots::followPlugin (int deck)
+{
+    auto& own = at (deck);
+    if (own.plugin == nullptr)
+    {
+        if (!own.isLoading)
+            marker.set (deck, {});
+        return;
+    }
+    auto& processor = *own.plugin->processor;
+    if (own.looksUntilProved > 0 && --own.looksUntilProved == 0)
+        marker.set (deck, {});
+    if (own.plugin->sampleRate() != engine.decks.engineRate && !own.isLoading)
+        // Prepared anew, which a plug-in that plays can't be: another one takes its state and place.
+        return begin (deck, { own.entry, stateOf (processor), own.paramIndices });
+    own.plugin->updateLatency();
+    for (size_t i = 0; i < own.paramIndices.size(); ++i)
+        if (auto* const parameter = processor.getParameters()[own.paramIndices[i]])
+            if (const auto value = parameter->getValue(); value != own.seenValues[i])
+            {
+                own.seenValues[i] = value;
+                slot (deck).showValue (static_cast<int> (i), static_cast<double> (value));
+            }
+}
+
+//======================================================================================================================
+// The next start
+
+bool VstSlots::save()
+{
+    if (file == juce::File()
+        || (engine.environment.mayKeepSettings != nullptr && !engine.environment.mayKeepSettings()))
+        return true;
+    SavedSlots all;
+    for (int deck = 0; deck < deckCount; ++deck)
+    {
+        const auto& own = at (deck);
+        auto& saved = all[static_cast<size_t> (deck)];
+        saved.isOn = slot (deck).isOn();
+        saved.isInsert = slot (deck).isInsert != 0;
+        saved.dryWet = slot (deck).dryWet;
+        if (own.plugin == nullptr)
+            continue;
+        saved.plugin = own.entry.description.createIdentifierString();
+        saved.name = own.name;
+        saved.state = stateOf (*own.plugin->processor);
+        saved.paramIndices = own.paramIndices;
+    }
+    auto bytes = SlotsFile::write (all);
+    if (bytes == written)
+        return true;
+    if (!replaceFile (file, bytes.data(), bytes.size()))
+        return false;
+    written = std::move (bytes);
+    return true;
+}
+
+void VstSlots::restore()
+{
+    const auto blamed = marker.takeBlamed();
+    juce::MemoryBlock bytes;
+    if (!file.existsAsFile() || !file.loadFileAsData (bytes))
+        bytes.reset();
+    const auto saved = SlotsFile::read ({ static_cast<const char*> (bytes.getData()), bytes.getSize() })
+                           .value_or (SavedSlots {});
+    for (int deck = 0; deck < deckCount; ++deck)
+        restoreSlot (deck, saved[static_cast<size_t> (deck)], blamed[static_cast<size_t> (deck)]);
+}
+
+void VstSlots::restoreSlot (int deck, const SavedSlot& saved, const juce::String& blamed)
+{
+    slot (deck).dryWet = saved.dryWet;
+    slot (deck).isInsert = saved.isInsert ? 1 : 0;
+    slot (deck).setOn (saved.isOn);
+    if (blamed.isNotEmpty())
+        return engine.listeners.postText (
+            "*** Plug-in left out ***|The program ended while " + blamed + "|was being loaded", deck);
+    if (saved.plugin.isEmpty())
+        return;
+    if (const auto entry = known->find (saved.plugin))
+        begin (deck, { *entry, saved.state, saved.paramIndices });
+    else
+        fail (deck, saved.name, "It is not in the list of plug-ins.");
+}

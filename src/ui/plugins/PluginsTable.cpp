@@ -1,0 +1,151 @@
+#include "ui/plugins/PluginsTable.h"
+
+#include "skin/Palette.h"
+#include "ui/look/SMLookAndFeel.h"
+
+#include <algorithm>
+
+namespace
+{
+constexpr int rowHeight = 20, headerHeight = 24, margin = 4;
+
+struct ColumnSpec
+{
+    int id;
+    const char* title;
+    int width;
+};
+
+constexpr ColumnSpec columns[] {
+    { PluginsTable::name, "Name", 170 },
+    { PluginsTable::format, "Format", 56 },
+    { PluginsTable::verified, "Verified", 70 },
+    { PluginsTable::directory, "Directory", 150 },
+    { PluginsTable::manufacturer, "Manufacturer", 110 },
+    { PluginsTable::kind, "Instrument/FX", 92 },
+    { PluginsTable::channels, "Inputs/Outputs", 96 },
+    { PluginsTable::latency, "Latency", 60 },
+};
+}
+
+PluginsTable::PluginsTable (std::shared_ptr<KnownPlugins> k)
+    : PollingView (Pace::calm),
+      known (std::move (k)),
+      table ({}, this)
+{
+    table.setColour (juce::ListBox::backgroundColourId, palette::ground);
+    table.setRowHeight (rowHeight);
+    table.setTitle ("Plug-ins");
+    auto& header = table.getHeader();
+    constexpr auto flags = juce::TableHeaderComponent::visible | juce::TableHeaderComponent::resizable
+                           | juce::TableHeaderComponent::sortable;
+    for (const auto& column : columns)
+        header.addColumn (column.title, column.id, column.width, 40, -1, flags);
+    header.setPopupMenuActive (false);
+    header.setStretchToFitActive (true);
+    header.setSortColumnId (name, true);
+    table.setHeaderHeight (headerHeight);
+    addAndMakeVisible (table);
+    pollCalm();
+}
+
+PluginsTable::~PluginsTable()
+{
+    table.setModel (nullptr);
+}
+
+juce::String PluginsTable::textOf (const KnownPluginEntry& entry, int column)
+{
+    const auto& plugin = entry.description;
+    switch (column)
+    {
+    case name:
+        return plugin.name;
+    case format:
+        return plugin.pluginFormatName;
+    case verified:
+        return wordOf (entry.state);
+    case directory:
+        return entry.directory();
+    case manufacturer:
+        return plugin.manufacturerName;
+    case kind:
+        return !entry.isUsable() ? "" : plugin.isInstrument ? "Instrument" : "FX";
+    case channels:
+        return !entry.isUsable()
+                   ? juce::String()
+                   : juce::String (plugin.numInputChannels) + "/" + juce::String (plugin.numOutputChannels);
+    case latency:
+        return entry.isUsable() ? juce::String (entry.latency) : juce::String();
+    default:
+        return {};
+    }
+}
+
+void PluginsTable::pollCalm()
+{
+    if (const auto now = known->revision(); now != shown)
+    {
+        shown = now;
+        rows = known->entries();
+        sort();
+    }
+}
+
+void PluginsTable::sort()
+{
+    std::stable_sort (rows.begin(), rows.end(),
+                      [this] (const KnownPluginEntry& a, const KnownPluginEntry& b)
+                      {
+                          const auto order = textOf (a, sortColumn).compareNatural (textOf (b, sortColumn));
+                          return isForwards ? order < 0 : order > 0;
+                      });
+    table.updateContent();
+    table.repaint();
+}
+
+void PluginsTable::sortOrderChanged (int column, bool forwards)
+{
+    sortColumn = column;
+    isForwards = forwards;
+    sort();
+}
+
+void PluginsTable::paintRowBackground (juce::Graphics& g, int row, int, int, bool selected)
+{
+    g.fillAll (selected ? palette::line : row % 2 == 0 ? palette::ground : palette::raised);
+}
+
+void PluginsTable::paintCell (juce::Graphics& g, int row, int column, int width, int height, bool)
+{
+    if (row >= getNumRows())
+        return;
+    const auto& entry = rows[static_cast<size_t> (row)];
+    g.setColour (column == name && entry.isUsable() ? palette::value : palette::label);
+    g.setFont (juce::Font (13.0f));
+    g.drawText (textOf (entry, column), margin, 0, width - 2 * margin, height,
+                juce::Justification::centredLeft);
+}
+
+juce::String PluginsTable::getCellTooltip (int row, int)
+{
+    if (row < 0 || row >= getNumRows())
+        return {};
+    const auto& entry = rows[static_cast<size_t> (row)];
+    return entry.reason.isEmpty() ? entry.file
+                                  : entry.file + "\n" + entry.reason + "\nDelete has it scanned again.";
+}
+
+void PluginsTable::deleteKeyPressed (int row)
+{
+    if (row < 0 || row >= getNumRows())
+        return;
+    known->remove (juce::String (rows[static_cast<size_t> (row)].file));
+    juce::ignoreUnused (known->save()); // at the next scan again
+    pollCalm();
+}
+
+void PluginsTable::resized()
+{
+    table.setBounds (getLocalBounds());
+}
