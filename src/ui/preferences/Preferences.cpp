@@ -59,6 +59,7 @@ Preferences::Preferences (CPlatterdex& e, const HeaderActions& actions, std::fun
          std::initializer_list<juce::Component*> { &searchField, &list, &viewport, &defaults, &closeButton })
         addAndMakeVisible (*each);
     setOpaque (true);
+    setWantsKeyboardFocus (true);
     setSize (width, height);
     search ({});
     list.select (0);

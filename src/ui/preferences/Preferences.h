@@ -37,6 +37,7 @@ public:
     void paint (juce::Graphics&) override;
     void paintOverChildren (juce::Graphics&) override;
     void resized() override;
+    void focusGained (FocusChangeType) override { list.takeFocus(); }
 
 private:
     struct Page

@@ -20,6 +20,7 @@ public:
     /** Selects a page; nothing happens if it isn't shown. */
     void select (int page);
 
+    void takeFocus() { list.grabKeyboardFocus(); }
     void resized() override { list.setBounds (getLocalBounds()); }
 
 private:

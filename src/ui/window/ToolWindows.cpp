@@ -52,6 +52,12 @@ bool ToolWindow::keyPressed (const juce::KeyPress& key)
     return content->keyPressed (key);
 }
 
+void ToolWindow::focusGained (FocusChangeType)
+{
+    if (content->getWantsKeyboardFocus())
+        content->grabKeyboardFocus();
+}
+
 ToolWindows* ToolWindows::of (juce::Component& component)
 {
     auto* owner = component.findParentComponentOfClass<ToolWindowOwner>();
@@ -90,14 +96,18 @@ void ToolWindows::open (const juce::String& title, juce::Component& opener, cons
         window.addToDesktop();
     }
     window.setVisible (true);
-    // The menu that has been chosen from takes the front back for its own window until it has gone.
+    // The menu that has been chosen from takes the front back for its own window until it has gone, and a window manager
+    // may put a new window where it likes.
     if (window.isShowing())
-        juce::Timer::callAfterDelay (menuGoneMs,
-                                     [shown = juce::Component::SafePointer<ToolWindow> (&window)]
-                                     {
-                                         if (shown != nullptr)
-                                             shown->toFront (true);
-                                     });
+        juce::Timer::callAfterDelay (
+            menuGoneMs,
+            [shown = juce::Component::SafePointer<ToolWindow> (&window), place = window.getPosition()]
+            {
+                if (shown == nullptr)
+                    return;
+                shown->setTopLeftPosition (place);
+                shown->toFront (true);
+            });
 }
 
 void ToolWindows::close (const juce::String& title)

@@ -20,6 +20,7 @@ public:
 
     void closeButtonPressed() override;
     bool keyPressed (const juce::KeyPress&) override;
+    void focusGained (FocusChangeType) override; ///< passed on to a tool that wants the keyboard
 
 private:
     /** Holds the tool and draws it larger. */
