@@ -14,8 +14,9 @@ constexpr float seamFactor = 1.5f, beginFactor = 4.0f;
 constexpr float inaudible = 1.0e-3f;
 constexpr float attackFactor = 4.0f;
 
-/** A hit that was cut on its attack is louder by so much in its first frames than a moment later. */
-constexpr float decayFactor = 1.25f;
+/** A hit that was cut on its attack is louder by so much in its first frames than a moment later. A sample too short for such
+    a moment may be a piece of a low tone: there it is the second half that must be much softer. */
+constexpr float decayFactor = 1.25f, shortDecayFactor = 2.0f;
 constexpr int32_t hitFrames = 256, decayedFrom = 1536, decayedTo = 4608;
 
 float cubic (float before, float here, float next, float after, float t) noexcept
@@ -139,14 +140,15 @@ float largest (const float* side, int32_t first, int32_t last) noexcept
 /** True for a sample that begins at full level and falls from there: its first step is the attack itself. */
 bool beginsAsHit (const SampleView& view) noexcept
 {
+    const auto isShort = view.frames < decayedTo;
+    const auto from = isShort ? view.frames / 2 : decayedFrom;
     auto first = 0.0f, later = 0.0f;
     for (const auto* side : { view.left, view.right })
     {
-        first = std::max (first, largest (side, 0, std::min (hitFrames, view.frames)));
-        later = std::max (
-            later, largest (side, std::min (decayedFrom, view.frames), std::min (decayedTo, view.frames)));
+        first = std::max (first, largest (side, 0, std::min (hitFrames, from)));
+        later = std::max (later, largest (side, from, std::min (decayedTo, view.frames)));
     }
-    return first > decayFactor * later;
+    return first > (isShort ? shortDecayFactor : decayFactor) * later;
 }
 
 bool isOwn (float step, float ownSteps, float factor) noexcept
