@@ -127,6 +127,22 @@ void SongIndex::keepTempo (double bpm, double percent, Mask& mask) const
                [&] (double tempo) { return isNear (tempo) || isNear (2.0 * tempo) || isNear (0.5 * tempo); });
 }
 
+int SongIndex::readStored (SongDatabase& database, SongField field, const std::vector<int32_t>* only,
+                           std::vector<double>& values) const
+{
+    auto read = values;
+    read.resize (songs.ids.size());
+    const auto code = database.scanSongs ({ &field, 1 }, only,
+                                          [&] (const SqlRow& row)
+                                          {
+                                              if (const auto at = songs.positionOf (row.int32 (0)); at >= 0)
+                                                  read[static_cast<size_t> (at)] = row.real (3);
+                                          });
+    if (code == LibraryCode::ok)
+        std::swap (values, read);
+    return code;
+}
+
 int SongIndex::rankNumbers (SongDatabase& database, SongField field, std::vector<uint32_t>& ranks) const
 {
     const auto songCount = songs.ids.size();
@@ -140,13 +156,11 @@ int SongIndex::rankNumbers (SongDatabase& database, SongField field, std::vector
     };
     const auto read = [&]
     {
-        return database.scanSongs ({ &field, 1 }, nullptr,
-                                   [&] (const SqlRow& row)
-                                   {
-                                       const auto position = songs.positionOf (row.int32 (0));
-                                       if (position >= 0)
-                                           keys.emplace_back (row.real (3), static_cast<uint32_t> (position));
-                                   });
+        auto& stored = songs.stored[field];
+        if (stored.empty())
+            if (const auto code = readStored (database, field, nullptr, stored); code != LibraryCode::ok)
+                return code;
+        return take (stored);
     };
     const auto code = field == SongField::bpm      ? take (songs.bpm)
                       : field == SongField::year   ? take (songs.year)
@@ -177,13 +191,11 @@ int SongIndex::sortPositions (SongDatabase& database, SongField field, bool asce
     const std::scoped_lock ranking (rankLock);
     const auto* const column = field != SongField::year ? columnOf (field) : nullptr;
     auto& ranks = column != nullptr ? column->ranks : songs.ranks[field];
-    if (ranks.empty())
-    {
-        if (column != nullptr)
-            ranks = column->texts.ranks();
-        else if (const auto code = rankNumbers (database, field, ranks); code != LibraryCode::ok)
+    if (column != nullptr && ranks.size() != column->texts.size())
+        ranks = column->texts.ranks (ranks);
+    else if (column == nullptr && ranks.empty())
+        if (const auto code = rankNumbers (database, field, ranks); code != LibraryCode::ok)
             return code;
-    }
     // Counts and places: equal songs keep the order in which they were added, or the reverse of it.
     const auto most = static_cast<uint32_t> (ranks.size());
     const auto keyOf = [&] (uint32_t position)

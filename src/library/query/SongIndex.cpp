@@ -30,14 +30,6 @@ int SongIndex::Table::positionOf (int32_t id) const
     return found != ids.end() && *found == id ? static_cast<int> (found - ids.begin()) : -1;
 }
 
-void SongIndex::Table::forgetRanks (SongField field)
-{
-    for (size_t i = 0; i < columns.size(); ++i)
-        if (textFields[i] == field)
-            columns[i].ranks.clear();
-    ranks.erase (field);
-}
-
 void SongIndex::Table::put (const SqlRow& row, size_t position)
 {
     const auto known = there[position] != 0;
@@ -48,10 +40,7 @@ void SongIndex::Table::put (const SqlRow& row, size_t position)
     for (size_t i = 0; i < columns.size(); ++i)
     {
         auto& column = columns[i];
-        const auto texts = column.texts.size();
         column.values[position] = column.texts.add (row.bytes (firstText + static_cast<int> (i)));
-        if (column.texts.size() != texts)
-            column.ranks.clear();
         if (textFields[i] == SongField::year)
             year[position] = static_cast<int16_t> (
                 std::clamp (row.int32 (firstText + static_cast<int> (i)), -32768, 32767));
@@ -121,23 +110,26 @@ bool SongIndex::update (SongDatabase& database, const std::vector<int32_t>& song
         return false;
     std::vector<int32_t> seen;
     auto isInOrder = true;
-    const auto code = database.scanSongs (scannedFields(), &songIds,
-                                          [&] (const SqlRow& row)
-                                          {
-                                              const auto id = row.int32 (0);
-                                              seen.push_back (id);
-                                              if (const auto at = songs.positionOf (id); at >= 0)
-                                                  songs.put (row, static_cast<size_t> (at));
-                                              else if (songs.ids.empty() || id > songs.ids.back())
-                                                  songs.append (row);
-                                              else
-                                                  isInOrder = false;
-                                          });
+    auto code = database.scanSongs (scannedFields(), &songIds,
+                                    [&] (const SqlRow& row)
+                                    {
+                                        const auto id = row.int32 (0);
+                                        seen.push_back (id);
+                                        if (const auto at = songs.positionOf (id); at >= 0)
+                                            songs.put (row, static_cast<size_t> (at));
+                                        else if (songs.ids.empty() || id > songs.ids.back())
+                                            songs.append (row);
+                                        else
+                                            isInOrder = false;
+                                    });
     for (const auto id : songIds)
         if (const auto at = songs.positionOf (id);
             at >= 0 && !std::binary_search (seen.begin(), seen.end(), id))
             songs.deleted += std::exchange (songs.there[static_cast<size_t> (at)], uint8_t { 0 });
     songs.ranks.clear();
+    for (auto& [field, values] : songs.stored)
+        if (code == LibraryCode::ok)
+            code = readStored (database, field, &songIds, values);
     return code == LibraryCode::ok && isInOrder && songs.deleted <= songs.ids.size() / 4 + 1000;
 }
 
@@ -157,6 +149,8 @@ size_t SongIndex::bytesUsed() const
                  + (column.values.capacity() + column.ranks.capacity()) * sizeof (uint32_t);
     for (const auto& [field, ranks] : songs.ranks)
         bytes += ranks.capacity() * sizeof (uint32_t);
+    for (const auto& [field, values] : songs.stored)
+        bytes += values.capacity() * sizeof (double);
     return bytes;
 }
 

@@ -61,7 +61,7 @@ private:
     {
         TextColumn texts;
         std::vector<uint32_t> values;        ///< of each song
-        mutable std::vector<uint32_t> ranks; ///< of each text; none until they are needed
+        mutable std::vector<uint32_t> ranks; ///< of each text, up to those that were there at the last sort
     };
 
     struct Table
@@ -78,10 +78,12 @@ private:
         /** Of numbers, and of each song. */
         mutable std::map<SongField, std::vector<uint32_t>> ranks;
 
+        /** Of each song, of fields that the file alone has, from the first sort by one on. */
+        mutable std::map<SongField, std::vector<double>> stored;
+
         int positionOf (int32_t id) const;
         void put (const SqlRow&, size_t position);
         void append (const SqlRow&);
-        void forgetRanks (SongField);
     };
 
     /** 1 for each song that is left; empty for all. */
@@ -95,6 +97,7 @@ private:
     void keepHits (const Column&, const std::vector<uint8_t>& hits, Mask& found) const;
     const Column* columnOf (SongField) const;
     int sortPositions (SongDatabase&, SongField, bool ascending, std::vector<uint32_t>&) const;
+    int readStored (SongDatabase&, SongField, const std::vector<int32_t>* only, std::vector<double>&) const;
     int rankNumbers (SongDatabase&, SongField, std::vector<uint32_t>&) const;
     SongListEntry entryOf (SongDatabase&, uint32_t position) const;
 

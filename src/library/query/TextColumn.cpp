@@ -115,24 +115,40 @@ void TextColumn::findWhole (std::string_view text, std::vector<uint8_t>& hits) c
             hits[value] = 1;
 }
 
-std::vector<uint32_t> TextColumn::ranks() const
+std::vector<uint32_t> TextColumn::ranks (std::span<const uint32_t> before) const
 {
     struct Key
     {
         uint64_t beginning;
         uint32_t value;
     };
-    std::vector<Key> keys (size());
-    for (uint32_t value = 0; value < size(); ++value)
-        keys[value] = { beginningOf (upper (value)), value };
+    const auto known = static_cast<uint32_t> (before.size());
+    std::vector<Key> keys (size() - known);
+    for (auto value = known; value < size(); ++value)
+        keys[value - known] = { beginningOf (upper (value)), value };
     std::sort (keys.begin(), keys.end(),
                [this] (const Key& a, const Key& b) {
                    return a.beginning != b.beginning ? a.beginning < b.beginning
                                                      : upper (a.value) < upper (b.value);
                });
-    std::vector<uint32_t> ranks (size());
-    for (uint32_t rank = 0; rank < size(); ++rank)
-        ranks[keys[rank].value] = rank;
+    std::vector<uint32_t> order (known), ranks (size());
+    for (uint32_t value = 0; value < known; ++value)
+        order[before[value]] = value;
+    uint32_t rank = 0;
+    auto next = order.begin();
+    const auto placeUpTo = [&] (std::vector<uint32_t>::iterator end)
+    {
+        for (; next != end; ++next)
+            ranks[*next] = rank++;
+    };
+    for (const auto& key : keys)
+    {
+        placeUpTo (std::lower_bound (next, order.end(), upper (key.value),
+                                     [this] (uint32_t value, std::string_view text)
+                                     { return upper (value) < text; }));
+        ranks[key.value] = rank++;
+    }
+    placeUpTo (order.end());
     return ranks;
 }
 

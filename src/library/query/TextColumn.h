@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,8 +30,9 @@ public:
     /** The same for whole texts. */
     void findWhole (std::string_view text, std::vector<uint8_t>& hits) const;
 
-    /** The place of each text among all by the bytes of its upper case. */
-    std::vector<uint32_t> ranks() const;
+    /** The place of each text among all by the bytes of its upper case.
+        @param before   what this gave when the column had fewer texts, so that only the others are sorted; may be empty */
+    std::vector<uint32_t> ranks (std::span<const uint32_t> before) const;
 
     /** Gives back what adding took in advance. */
     void shrink();
