@@ -121,10 +121,15 @@ int SongDatabase::writePlaylistRow (ListContent& content, bool isThere)
     if (!content.exists)
         return connection.run (std::string ("DELETE FROM ") + tableOf (content.list.kind)
                                + " WHERE id = " + id);
+    const auto isSmart = content.list.kind == SongListKind::smartPlaylist;
     if (isThere)
         return connection.run (std::string ("UPDATE ") + tableOf (content.list.kind)
-                               + " SET name = " + StoredText::quoted (content.name) + ", sort_order = "
-                               + std::to_string (content.sortOrder) + " WHERE id = " + id);
+                               + " SET name = " + StoredText::quoted (content.name)
+                               + ", sort_order = " + std::to_string (content.sortOrder)
+                               + (isSmart ? ", sql_query = " + StoredText::quoted (content.smartSql)
+                                                + ", rules = " + StoredText::quoted (content.smartRules)
+                                          : std::string())
+                               + " WHERE id = " + id);
     return insertPlaylistRow (content, content.list.id >= 0 ? id : "NULL");
 }
 

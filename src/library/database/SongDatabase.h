@@ -251,7 +251,7 @@ public:
 
     /** Makes a list what the content says: makes or deletes it, gives it its name, place and entries. Entries keep their ids,
         which rise with the order; those without one, or whose id another list has, and all behind them get new ones. The layout
-        texts and rules are written only where a list is made. @param content   gets the ids */
+        texts are written only where a list is made. @param content   gets the ids */
     int writeList (ListContent& content);
 
     /** @name Whole columns, for an index of all songs */

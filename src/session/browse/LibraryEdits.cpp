@@ -271,18 +271,27 @@ void LibraryEdits::createSmart (const juce::String& name, const juce::String& sq
 
 void LibraryEdits::setSmart (int32_t id, const juce::String& sql, const juce::String& rules, Done done)
 {
-    post (
-        [this, id, sql, rules]
+    editList (
+        { SongListKind::smartPlaylist, id }, "Edit %",
+        [sql, rules] (ListContent& content, std::vector<size_t>&)
         {
-            auto transaction = database.beginTransaction();
-            auto code = transaction.code();
-            if (code == LibraryCode::ok && sql.isNotEmpty())
-                code = database.setSmartSql (id, sql);
-            if (code == LibraryCode::ok && rules.isNotEmpty())
-                code = database.setSmartRules (id, rules);
-            return transaction.commitIf (code);
+            if (sql.isNotEmpty())
+                content.smartSql = sql;
+            if (rules.isNotEmpty())
+                content.smartRules = rules;
+            return LibraryCode::ok;
         },
-        std::move (done));
+        withoutPlaces (std::move (done)));
+}
+
+void LibraryEdits::loadSmart (int32_t id, std::function<void (int, const juce::String&)> answer)
+{
+    worker.post ({ [this, id, answer = std::move (answer)] (const std::stop_token&)
+                   {
+                       juce::String rules;
+                       const auto code = database.getSmartRules (id, rules);
+                       calls.post ([answer, code, rules] { answer (code, rules); });
+                   } });
 }
 
 void LibraryEdits::rename (ListRef list, const juce::String& name, Done done)

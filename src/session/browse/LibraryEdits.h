@@ -48,7 +48,12 @@ public:
     void create (const juce::String& name, std::vector<int32_t> songIds, Created = {});
     void createSmart (const juce::String& name, const juce::String& sql, const juce::String& rules,
                       Created = {});
+
+    /** Gives a smart playlist another query and the document of its editor; an empty text leaves what is stored. */
     void setSmart (int32_t id, const juce::String& sql, const juce::String& rules, Done = {});
+
+    /** Reads the document of a smart playlist's editor. */
+    void loadSmart (int32_t id, std::function<void (int code, const juce::String& rules)>);
 
     /** @param list   a playlist or smart playlist */
     void rename (ListRef list, const juce::String& name, Done = {});

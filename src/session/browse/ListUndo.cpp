@@ -31,6 +31,11 @@ ListContent takenBack (const ListContent& before, const ListContent& after, cons
         result.name = now.name;
     if (!before.exists || now.sortOrder != after.sortOrder)
         result.sortOrder = now.sortOrder;
+    if (!before.exists || now.smartSql != after.smartSql || now.smartRules != after.smartRules)
+    {
+        result.smartSql = now.smartSql;
+        result.smartRules = now.smartRules;
+    }
     std::erase_if (result.entries, [&] (const ListContent::Entry& entry)
                    { return contains (after.entries, entry) && !contains (now.entries, entry); });
     for (const auto& entry : now.entries)

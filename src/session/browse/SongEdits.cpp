@@ -10,6 +10,8 @@
 
 namespace
 {
+constexpr size_t tagsAtOnce = 100;
+
 SongList listOf (const std::vector<int32_t>& songIds)
 {
     SongList list (SongListKind::library);
@@ -102,15 +104,27 @@ void LibraryEdits::reloadTags (std::vector<int32_t> songIds, Done done)
     post (
         [this, songIds = std::move (songIds)]
         {
-            for (const auto id : songIds)
+            std::vector<SongRecord> read;
+            for (size_t first = 0; first < songIds.size(); first += tagsAtOnce)
             {
-                SongRecord record;
-                if (const auto code = database.readSong (id, record); code != LibraryCode::ok)
-                    return code;
-                if (!record.present)
-                    continue;
-                readTags (record[SongColumn::filename], record);
-                if (const auto code = database.updateSong (record); code != LibraryCode::ok)
+                // The files are read before the transaction, which keeps everybody else from writing.
+                read.clear();
+                const auto last = std::min (first + tagsAtOnce, songIds.size());
+                for (auto i = first; i < last; ++i)
+                {
+                    SongRecord record;
+                    if (const auto code = database.readSong (songIds[i], record); code != LibraryCode::ok)
+                        return code;
+                    if (!record.present)
+                        continue;
+                    readTags (record[SongColumn::filename], record);
+                    read.push_back (std::move (record));
+                }
+                auto transaction = database.beginTransaction();
+                auto code = transaction.code();
+                for (auto song = read.begin(); song != read.end() && code == LibraryCode::ok; ++song)
+                    code = database.updateSong (*song);
+                if (code = transaction.commitIf (code); code != LibraryCode::ok)
                     return code;
             }
             return LibraryCode::ok;
