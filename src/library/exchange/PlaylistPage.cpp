@@ -3,6 +3,8 @@
 #include "library/database/SongDatabase.h"
 #include "support/xml/XmlCharacters.h"
 
+#include <array>
+
 namespace
 {
 constexpr const char* beforeTitle =
@@ -28,15 +30,7 @@ caption {caption-side: bottom; font-weight: bold; padding: 5px; text-align: righ
 <table cellpadding="0" cellspacing="0" class="border" width="100%">
 <caption>)";
 
-constexpr const char* beforeRows = R"(</caption><tr>
-<th>#</td>
-<th>Title</td>
-<th>Artist</td>
-<th>Album</td>
-<th>BPM</td>
-<th>Time</td>
-</tr>
-)";
+constexpr std::array pageColumns { "#", "Title", "Artist", "Album", "BPM", "Time" };
 
 juce::String escaped (const juce::String& text)
 {
@@ -46,15 +40,32 @@ juce::String escaped (const juce::String& text)
 
 juce::String PlaylistPage::header (const juce::String& name, const juce::String& summary)
 {
-    return beforeTitle + escaped (name) + beforeCaption + escaped (summary) + beforeRows;
+    return header (name, summary, pageColumns);
+}
+
+juce::String PlaylistPage::header (const juce::String& name, const juce::String& summary,
+                                   std::span<const char* const> columns)
+{
+    auto html = beforeTitle + escaped (name) + beforeCaption + escaped (summary) + "</caption><tr>\n";
+    for (const auto* column : columns)
+        html << "<th>" << column << "</td>\n";
+    return html + "</tr>\n";
 }
 
 juce::String PlaylistPage::row (int number, const SongRecord& record)
 {
-    auto html = "<tr>\n<td>" + juce::String (number) + "</td>\n";
+    juce::StringArray cells { juce::String (number) };
     for (const auto field :
          { SongField::title, SongField::artist, SongField::album, SongField::bpm, SongField::time })
-        html << "<td>" << escaped (SongDatabase::fieldText (record, field)) << "</td>\n";
+        cells.add (SongDatabase::fieldText (record, field));
+    return row (cells);
+}
+
+juce::String PlaylistPage::row (const juce::StringArray& cells)
+{
+    juce::String html ("<tr>\n");
+    for (const auto& cell : cells)
+        html << "<td>" << escaped (cell) << "</td>\n";
     return html + "</tr>\n";
 }
 

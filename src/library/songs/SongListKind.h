@@ -26,7 +26,10 @@ enum class SongListKind : int32_t
     searchRecommendation,
 
     /** A session in which songs were played, kept beside the library; no operation of SongDatabase knows it. */
-    history
+    history,
+
+    /** The songs of the library whose files are not there; no operation of SongDatabase knows it either. */
+    missing
 };
 
 /** True where the songs are those of a foreign library: they can be searched and sorted, never edited. */

@@ -20,6 +20,18 @@ juce::String songsText (int count)
     return juce::String (count) + (count == 1 ? " song" : " songs");
 }
 
+juce::String foundText (const ImportResult& result)
+{
+    return songsText (result.accepted) + " found, " + juce::String (result.added) + " new.";
+}
+
+/** The sentence on a file that can't be written: short, since a line has room for its name alone. */
+juce::String unwritten (const juce::File& file)
+{
+    return file.getFileName() + " can't be written to " + file.getParentDirectory().getFullPathName()
+           + ": is the disk full, or the folder gone?";
+}
+
 /** The list that songs are put into, as an import takes it. @param list   has to live as long as the import */
 ImportFiles::Target targetOf (ListRef target, int place, SongList& list)
 {
@@ -86,8 +98,7 @@ int LibraryJobs::importPaths (const juce::StringArray& paths, ListRef target, in
                          rememberFolders (paths);
                      for (const auto& refused : result.unplayable)
                          task.addFailure (refused);
-                     task.end (songsText (result.accepted) + " met, " + juce::String (result.added) + " new.",
-                               LibraryFaults::sentence (result.code));
+                     task.end (foundText (result), LibraryFaults::sentence (result.code));
                  });
 }
 
@@ -135,9 +146,7 @@ int LibraryJobs::exportList (const SongQuery& query, const juce::String& name, c
                      list.name = name;
                      const auto result = ExportPlaylist (&room.database, list, file).run (task);
                      task.end (songsText (result.rows) + " exported.",
-                               result.isWritten
-                                   ? juce::String()
-                                   : file.getFullPathName() + " can't be written, or the disk is full.");
+                               result.isWritten ? juce::String() : unwritten (file));
                  });
 }
 
@@ -149,11 +158,9 @@ int LibraryJobs::backup (const juce::File& file)
                      task.setStatusText (file.getFullPathName());
                      const auto code = room.database.copyTo (file);
                      task.end (code == LibraryCode::ok
-                                   ? "The library is copied to " + file.getFullPathName() + "."
+                                   ? "The library is copied to " + file.getFileName() + "."
                                    : juce::String(),
-                               code == LibraryCode::ok
-                                   ? juce::String()
-                                   : file.getFullPathName() + " can't be written, or the disk is full.");
+                               code == LibraryCode::ok ? juce::String() : unwritten (file));
                  });
 }
 
@@ -251,9 +258,7 @@ int LibraryJobs::lookAtFolders()
             const auto result = ImportFiles (&room.database, there, {}, room.places.judge).run (task);
             for (const auto& refused : result.unplayable)
                 task.addFailure (refused);
-            task.end (moved + " " + songsText (result.accepted) + " met, " + juce::String (result.added)
-                          + " new.",
-                      LibraryFaults::sentence (result.code));
+            task.end (moved + " " + foundText (result), LibraryFaults::sentence (result.code));
         });
 }
 

@@ -1,6 +1,10 @@
 #include "session/browse/PlayHistory.h"
 
+#include "library/exchange/PlaylistPage.h"
+#include "library/formats/M3u.h"
+
 #include <algorithm>
+#include <array>
 
 namespace
 {
@@ -52,6 +56,21 @@ juce::String lineOf (const PlayedSong& song)
                                cellOf (song.path), cellOf (song.title), cellOf (song.artist) }
                .joinIntoString ("\t")
            + "\n";
+}
+
+juce::String pageOf (const juce::String& name, const std::vector<PlayedSong>& songs)
+{
+    constexpr std::array columns { "#", "Time", "Deck", "Title", "Artist" };
+    const auto count = static_cast<int> (songs.size());
+    auto html =
+        PlaylistPage::header (name, juce::String (count) + (count == 1 ? " song" : " songs"), columns);
+    for (int i = 0; i < count; ++i)
+    {
+        const auto& song = songs[static_cast<size_t> (i)];
+        html << PlaylistPage::row ({ juce::String (i + 1), song.time.formatted ("%H:%M:%S"),
+                                     juce::String (song.deck + 1), song.title, song.artist });
+    }
+    return html + PlaylistPage::footer();
 }
 
 /** A line that a power cut left half is none. */
@@ -118,15 +137,11 @@ std::vector<SourceItem> PlayHistory::sessions() const
     std::vector<SourceItem> items;
     for (const auto& file : files)
     {
-        // "history_20261122_230509.tsv"
-        const auto digits = file.getFileNameWithoutExtension().substring (8);
         SourceItem item;
         item.kind = SongListKind::history;
         item.id = idOf (file);
         item.sortOrder = static_cast<int32_t> (items.size());
-        item.name = digits.substring (0, 4) + "-" + digits.substring (4, 6) + "-" + digits.substring (6, 8)
-                    + " " + digits.substring (9, 11) + ":" + digits.substring (11, 13)
-                    + (digits.length() > 15 ? " (" + digits.substring (16) + ")" : juce::String());
+        item.name = nameOf (file);
         items.push_back (item);
     }
     return items;
@@ -141,17 +156,28 @@ std::vector<PlayedSong> PlayHistory::songs (int32_t session) const
     return songs;
 }
 
+juce::String PlayHistory::nameOf (const juce::File& file)
+{
+    // "history_20261122_230509.tsv"
+    const auto digits = file.getFileNameWithoutExtension().substring (8);
+    return digits.substring (0, 4) + "-" + digits.substring (4, 6) + "-" + digits.substring (6, 8) + " "
+           + digits.substring (9, 11) + ":" + digits.substring (11, 13)
+           + (digits.length() > 15 ? " (" + digits.substring (16) + ")" : juce::String());
+}
+
 juce::String PlayHistory::exportTo (int32_t session, const juce::File& file) const
 {
     const auto all = songs (session);
     juce::String text;
-    if (file.hasFileExtension ("m3u;m3u8"))
+    if (M3u::isExtensionOf (file))
     {
-        text = "#EXTM3U\n";
+        text = M3u::header();
         for (const auto& song : all)
-            text << "#EXTINF:-1," << song.title
-                 << (song.artist.isNotEmpty() ? " - " + song.artist : juce::String()) << "\n"
-                 << song.path << "\n";
+            text << M3u::entry (-1, song.title, song.artist, song.path);
+    }
+    else if (file.hasFileExtension ("html;htm"))
+    {
+        text = pageOf (nameOf (fileOf (session)), all);
     }
     else
     {

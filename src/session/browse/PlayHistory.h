@@ -40,7 +40,8 @@ public:
     /** The songs of a session, in the order in which they were played; nothing for an unknown one. */
     std::vector<PlayedSong> songs (int32_t session) const;
 
-    /** Writes a session as text with tabs (".txt", ".tsv") or as a playlist (".m3u", ".m3u8").
+    /** Writes a session as text with tabs (".txt", ".tsv"), as a playlist (".m3u", ".m3u8") or as a web page
+        (".html", ".htm").
         @returns a sentence on why it can't be written, or nothing */
     juce::String exportTo (int32_t session, const juce::File&) const;
 
@@ -51,6 +52,7 @@ public:
 
 private:
     static int32_t idOf (const juce::File&);
+    static juce::String nameOf (const juce::File&);
     juce::File fileOf (int32_t session) const;
 
     mutable std::mutex lock;

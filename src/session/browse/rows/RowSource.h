@@ -5,6 +5,7 @@
 #include "library/songs/SongRecord.h"
 #include "session/browse/LibraryChange.h"
 #include "session/browse/MessageCalls.h"
+#include "session/browse/rows/SpecialRows.h"
 #include "support/Worker.h"
 
 #include <functional>
@@ -57,6 +58,9 @@ public:
     /** A row's fields, or null while they are not read; see want(). Holds until the message thread's next event. */
     const SongRecord* row (int index) const;
 
+    /** The time and the deck of a row of a history; null in other sources. */
+    const PlayedSong* playedSong (int index) const;
+
     /** A row's file, looked for when the fields were read. */
     Presence presence (int index) const;
 
@@ -89,8 +93,7 @@ private:
     {
         SongList list;
         int code = 0;
-        std::vector<std::shared_ptr<const SongRecord>>
-            strangers {}; ///< songs of a history that the library lacks
+        SpecialRows::Played played {}; ///< of a history
     };
 
     void libraryChanged (const LibraryChange&) override;
@@ -105,6 +108,7 @@ private:
     LibraryRoom& room;
     SongQuery current;
     std::shared_ptr<const SongList> rows = std::make_shared<SongList>();
+    std::vector<PlayedSong> played;
     uint64_t asked = 0, answered = 0; ///< questions are counted
     bool isForeignCached = false;
     mutable uint64_t useCount = 0;

@@ -1,4 +1,4 @@
-#include "session/browse/RowSource.h"
+#include "session/browse/rows/RowSource.h"
 
 #include "library/database/FileFacts.h"
 #include "library/query/RunQuery.h"
@@ -15,43 +15,6 @@ constexpr Worker::Key newest = 0;
 constexpr int readAhead = 120, readBehind = 40;
 
 constexpr size_t mostCached = 3000, leastCached = 1500;
-
-/** Songs of a history that the library does not have get these numbers downwards. */
-constexpr int32_t firstStranger = -2;
-
-std::shared_ptr<const SongRecord> recordOf (const PlayedSong& played, int32_t id)
-{
-    auto record = std::make_shared<SongRecord>();
-    record->id = id;
-    (*record)[SongColumn::filename] = played.path;
-    (*record)[SongColumn::title] = played.title;
-    (*record)[SongColumn::artist] = played.artist;
-    return record;
-}
-
-/** The songs of a session in which they were played. Sorting is by the order of playing alone. */
-int fillHistory (LibraryRoom& room, const SongQuery& query, const std::stop_token& stop, SongList& list,
-                 std::vector<std::shared_ptr<const SongRecord>>& strangers)
-{
-    list = SongList (query.kind, query.id);
-    list.name = query.name;
-    const auto played = room.history.songs (query.id);
-    for (size_t i = 0; i < played.size() && !stop.stop_requested(); ++i)
-    {
-        SongListEntry entry;
-        if (const auto code = room.database.findByFilename (played[i].path, entry); code != LibraryCode::ok)
-            return code;
-        entry.entryId = static_cast<int32_t> (i);
-        if (entry.songId < 0)
-        {
-            entry.songId = firstStranger - static_cast<int32_t> (strangers.size());
-            strangers.push_back (recordOf (played[i], entry.songId));
-        }
-        list.add (entry);
-    }
-    return query.isFiltered() ? room.watch.index().filter (room.database, query, list, stop)
-                              : LibraryCode::ok;
-}
 }
 
 RowSource::RowSource (LibraryRoom& r) : room (r)
@@ -81,7 +44,9 @@ void RowSource::reopen()
     {
         Answer answer;
         answer.code = query.kind == SongListKind::history
-                          ? fillHistory (room, query, stop, answer.list, answer.strangers)
+                          ? SpecialRows::fillHistory (room, query, stop, answer.list, answer.played)
+                      : query.kind == SongListKind::missing
+                          ? SpecialRows::fillMissing (room, query, stop, answer.list)
                           : runQuery (query, room.database, room.watch.index(), answer.list, stop);
         answerTo (question, std::move (answer));
     };
@@ -105,7 +70,8 @@ void RowSource::take (uint64_t question, Answer answer)
         }
         rows = std::make_shared<SongList> (std::move (answer.list));
         ++generation;
-        takeRecords (answer.strangers);
+        played = std::move (answer.played.songs);
+        takeRecords (answer.played.strangers);
     }
     onOpened (answer.code);
 }
@@ -125,6 +91,14 @@ const SongRecord* RowSource::row (int index) const
 {
     const auto* const cached = cachedOf (index);
     return cached != nullptr ? cached->record.get() : nullptr;
+}
+
+const PlayedSong* RowSource::playedSong (int index) const
+{
+    if (rows->kind != SongListKind::history || index < 0 || index >= rows->size())
+        return nullptr;
+    const auto place = static_cast<size_t> ((*rows)[index].entryId);
+    return place < played.size() ? &played[place] : nullptr;
 }
 
 RowSource::Presence RowSource::presence (int index) const
