@@ -11,6 +11,8 @@
 
 namespace
 {
+constexpr size_t mostDue = 256; ///< notes that are kept for a library or a song to come
+
 std::mutex sharedLock;
 std::weak_ptr<Session> sharedSession;
 
@@ -67,7 +69,8 @@ void Session::say (const juce::String& title, const juce::String& sentence)
 
 SongDatabase* Session::library()
 {
-    if (opened != nullptr)
+    opener.wait();
+    if (takeOpened())
         return &opened->database;
 
     const auto file = libraryPlace.file().file();
@@ -86,12 +89,61 @@ SongDatabase* Session::library()
 
 LibraryRoom* Session::browser()
 {
-    if (room != nullptr)
-        return room.get();
-    if (opened == nullptr)
+    opener.wait();
+    if (!takeOpened())
         fault = open (LibrarySession::Use::write, {});
-    if (opened == nullptr)
-        return nullptr;
+    makeRoom();
+    return room.get();
+}
+
+LibraryRoom* Session::browserWhenOpen()
+{
+    if (room != nullptr || opener.isBusy())
+        return room.get();
+    const auto wasTried = isOpeningLibrary();
+    if (takeOpened())
+        makeRoom();
+    else if (!wasTried)
+        opener.post ({ [this] (const std::stop_token&)
+                       {
+                           Opened made { std::make_unique<LibrarySession>(), {} };
+                           made.fault = made.library->open (libraryPlace, LibrarySession::Use::write);
+                           const std::scoped_lock scope (openingMutex);
+                           justOpened = std::move (made);
+                       } });
+    return room.get();
+}
+
+bool Session::isOpeningLibrary() const
+{
+    if (opener.isBusy())
+        return true;
+    const std::scoped_lock scope (openingMutex);
+    return justOpened.has_value();
+}
+
+/** Takes the library that the worker has opened. @returns whether there is one */
+bool Session::takeOpened()
+{
+    std::optional<Opened> made;
+    {
+        const std::scoped_lock scope (openingMutex);
+        made = std::exchange (justOpened, std::nullopt);
+    }
+    if (!made || opened != nullptr)
+        return opened != nullptr;
+    fault = made->fault;
+    if (fault.isNotEmpty())
+        return false;
+    opened = std::move (made->library);
+    say ("Library", opened->notice);
+    return true;
+}
+
+void Session::makeRoom()
+{
+    if (opened == nullptr || room != nullptr)
+        return;
     LibraryRoom::Places places;
     places.history = historyFolder();
     places.folders = libraryPlace.file().file().getSiblingFile ("music_folders.txt");
@@ -99,7 +151,7 @@ LibraryRoom* Session::browser()
     room = std::make_unique<LibraryRoom> (opened->database, places);
     if (!room->jobs.folders().isEmpty())
         room->jobs.lookAtFolders();
-    return room.get();
+    makeUpForNotes();
 }
 
 SongPreview* Session::previewOf (const CPlatterdex& engine)
@@ -165,36 +217,68 @@ bool Session::mayKeepSettings()
     return false;
 }
 
+/** Keeps a note for later while the library is being opened. */
+bool Session::isPutOff (std::function<void()> note)
+{
+    if (!isOpeningLibrary())
+        return false;
+    if (due.size() < mostDue)
+        due.push_back (std::move (note));
+    return true;
+}
+
+void Session::makeUpForNotes()
+{
+    for (const auto& note : std::exchange (due, {}))
+        note();
+}
+
 void Session::noteTempo (const juce::String& path, double bpm)
 {
+    if (isPutOff ([this, path, bpm] { noteTempo (path, bpm); }))
+        return;
     if (auto* const songs = library())
-        notes.post ({ [songs, path, bpm] (const std::stop_token&)
-                      {
-                          const auto id = songs->idOfFilename (path);
-                          if (id < 0)
-                              return;
-                          juce::String known;
-                          // Unread, it is taken for unknown.
-                          juce::ignoreUnused (songs->readField (SongField::bpm, id, known));
-                          if (!isOctaveOf (bpm, known.getDoubleValue()))
-                              // A file that stays busy keeps the old tempo until the next load.
-                              juce::ignoreUnused (songs->setBpm (id, bpm));
-                      } });
+        notes.post (
+            { [this, songs, path, bpm] (const std::stop_token&) { storeTempo (*songs, path, bpm); } });
+}
+
+void Session::storeTempo (SongDatabase& songs, const juce::String& path, double bpm)
+{
+    const auto id = songs.idOfFilename (path);
+    if (id < 0)
+    {
+        // A track that decks load comes into the library a moment later.
+        if (temposToCome.size() < mostDue)
+            temposToCome[path] = bpm;
+        return;
+    }
+    juce::String known;
+    // Unread, it is taken for unknown.
+    juce::ignoreUnused (songs.readField (SongField::bpm, id, known));
+    if (!isOctaveOf (bpm, known.getDoubleValue()))
+        // A file that stays busy keeps the old tempo until the next load.
+        juce::ignoreUnused (songs.setBpm (id, bpm));
 }
 
 void Session::noteLoad (const juce::String& path)
 {
-    if (room != nullptr)
-        notes.post ({ [this, path] (const std::stop_token&)
-                      {
-                          if (AudioFileTypes::matches (juce::File (path))
-                              && importSong (opened->database, path))
-                              room->watch.look();
-                      } });
+    if (isPutOff ([this, path] { noteLoad (path); }) || room == nullptr)
+        return;
+    notes.post ({ [this, path] (const std::stop_token&)
+                  {
+                      if (!AudioFileTypes::matches (juce::File (path))
+                          || !importSong (opened->database, path))
+                          return;
+                      if (const auto tempo = temposToCome.extract (path))
+                          storeTempo (opened->database, path, tempo.mapped());
+                      room->watch.look();
+                  } });
 }
 
 void Session::notePlay (const PlayedSong& song)
 {
+    if (isPutOff ([this, song] { notePlay (song); }))
+        return;
     auto* const songs = library();
     if (songs == nullptr)
         return;

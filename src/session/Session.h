@@ -14,6 +14,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 /** The part of the program that every face needs and a process has once: folders, library, prompts, preferences, the
     decoder's place, the songs of automix, tempos for the library.
@@ -51,9 +52,14 @@ public:
     juce::String openLibrary (LibrarySession::Use);
 
     /** The part of the library that the browsers of this process share; it is made empty if it is missing. Files that decks load
-        come into the library from then on.
+        come into the library from then on. Waits for the file; a view asks browserWhenOpen().
         @returns null if it can't be opened; libraryFault() says why. Holds as long as this */
     LibraryRoom* browser();
+
+    /** The same without waiting: null, too, while a worker opens the file, which begins with the first call and, after a fault,
+        with the next one. */
+    LibraryRoom* browserWhenOpen();
+    bool isOpeningLibrary() const;
 
     /** One sentence on why the library could not be opened the last time, or nothing. */
     juce::String libraryFault() const { return fault; }
@@ -86,6 +92,13 @@ public:
 private:
     friend class SessionEngine;
 
+    /** The outcome of opening the library. */
+    struct Opened
+    {
+        std::unique_ptr<LibrarySession> library;
+        juce::String fault;
+    };
+
     void engineEvent (EngineEvent, int) override {}
     void engineMessage (const juce::String&, int) override {}
 
@@ -94,12 +107,22 @@ private:
     void notePlay (const PlayedSong&);
 
     juce::String open (LibrarySession::Use, const LibrarySession::Offer&);
+    bool takeOpened();
+    void makeRoom();
+    bool isPutOff (std::function<void()> note);
+    void makeUpForNotes();
+    void storeTempo (SongDatabase&, const juce::String& path, double bpm);
     void say (const juce::String& title, const juce::String& sentence);
     bool mayKeepSettings();
 
     std::unique_ptr<LibrarySession> opened;
-    std::unique_ptr<LibraryRoom> room; ///< behind the library that it uses
-    juce::Time refused;                ///< the library's file as it was when it could not be opened
+    std::unique_ptr<LibraryRoom> room;      ///< behind the library that it uses
+    mutable std::mutex openingMutex;        ///< of the next one
+    std::optional<Opened> justOpened;       ///< by the worker, until it is taken
+    std::vector<std::function<void()>> due; ///< notes that wait for the library
+    std::map<juce::String, double>
+        temposToCome;   ///< of songs that the library lacks yet; of the notes' worker
+    juce::Time refused; ///< the library's file as it was when it could not be opened
     juce::String fault;
     std::map<const CPlatterdex*, std::unique_ptr<SongPreview>> previews;
     std::mutex previewMutex; ///< of the one above
@@ -110,6 +133,7 @@ private:
     PlayNotes plays { [this] (const juce::String& path) { noteLoad (path); },
                       [this] (const PlayedSong& song) { notePlay (song); } };
     SettingsKeeper keeper { [this] { return mayKeepSettings(); } };
+    Worker opener { "LibraryOpening" };
     Worker notes { "LibraryNotes" }; ///< last: its jobs use the library
 };
 
