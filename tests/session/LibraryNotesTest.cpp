@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace
 {
 /** A session whose library holds songs that need no files. */
@@ -58,6 +60,30 @@ TEST_F (LibraryNotes, ATempoReplacesWhatWasKnownButNotByItsHalfOrDouble)
     session.noteTempo ("/music/none.mp3", 100.0);
     session.waitForNotes();
     EXPECT_EQ (songs.countSongs(), 3);
+}
+
+TEST (LibraryOpening, WaitsForNobodyAndKeepsWhatWasNotedMeanwhile)
+{
+    const TemporaryFolder folder;
+    {
+        SongDatabase database (LibraryPlace { folder }.file().file());
+        ASSERT_TRUE (importSong (database, "/music/a.mp3"));
+    }
+    auto options = Session::Options {};
+    options.folders.root = folder;
+    options.library.folder = folder;
+    Session session (std::move (options));
+    EXPECT_EQ (session.browserWhenOpen(), nullptr) << "a worker opens it";
+    EXPECT_TRUE (session.isOpeningLibrary());
+    session.noteTempo ("/music/a.mp3", 99.0);
+    while (session.browserWhenOpen() == nullptr)
+        std::this_thread::yield();
+    EXPECT_FALSE (session.isOpeningLibrary());
+    session.waitForNotes();
+    juce::String bpm;
+    auto& songs = session.browser()->database;
+    ASSERT_EQ (songs.readField (SongField::bpm, songs.idOfFilename ("/music/a.mp3"), bpm), 0);
+    EXPECT_NEAR (bpm.getDoubleValue(), 99.0, 0.01);
 }
 
 TEST_F (LibraryNotes, AutomixTakesTheListInItsOrderAndGoesOnWhenItGrows)

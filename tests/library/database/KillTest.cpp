@@ -1,68 +1,18 @@
 #include "LibraryFixture.h"
 #include "LibraryWriter.h"
 
-#include <sys/wait.h>
+#include "shared/KilledProgram.h"
 
-#include <csignal>
 #include <cstdlib>
-#include <unistd.h>
 
 namespace
 {
-/** A program that writes to a library until it is killed. */
-class Writer
+struct Writer : KilledProgram
 {
-public:
     Writer (const juce::File& file, int first)
+        : KilledProgram (PX_LIBRARY_WRITER, { file.getFullPathName(), juce::String (first) })
     {
-        int ends[2];
-        EXPECT_EQ (::pipe (ends), 0);
-        const auto path = file.getFullPathName().toStdString(), number = std::to_string (first);
-        child = ::fork();
-        if (child == 0)
-        {
-            ::dup2 (ends[1], STDOUT_FILENO);
-            ::close (ends[0]);
-            ::execl (PX_LIBRARY_WRITER, PX_LIBRARY_WRITER, path.c_str(), number.c_str(), nullptr);
-            ::_exit (3);
-        }
-        ::close (ends[1]);
-        said = ends[0];
     }
-
-    /** Waits until it has committed so many units. */
-    void waitFor (int units)
-    {
-        while (committed < units && read())
-        {
-        }
-    }
-
-    /** Kills it in the midst of what it does next. @returns how many units it said to have committed */
-    int kill()
-    {
-        ::kill (child, SIGKILL);
-        while (read())
-        {
-        }
-        ::close (said);
-        auto status = 0;
-        EXPECT_EQ (::waitpid (child, &status, 0), child);
-        EXPECT_TRUE (WIFSIGNALED (status)) << "it ended by itself";
-        return committed;
-    }
-
-private:
-    bool read()
-    {
-        char bytes[256];
-        const auto got = ::read (said, bytes, sizeof bytes);
-        committed += got > 0 ? static_cast<int> (got) : 0;
-        return got > 0;
-    }
-
-    pid_t child = -1;
-    int said = -1, committed = 0;
 };
 
 /** Lets the writer commit `units` units and kills it at once.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "session/browse/LibraryRoom.h"
-#include "session/browse/RowSource.h"
+#include "session/browse/rows/RowSource.h"
 #include "shared/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

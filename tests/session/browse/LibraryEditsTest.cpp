@@ -1,11 +1,18 @@
 #include "BrowseFixture.h"
 
+#include "disk/FailingDisk.h"
 #include "session/browse/LibraryFaults.h"
 
 using testing::ElementsAre;
 
 namespace
 {
+/** The disk is there before the library that lies on it. */
+struct OnFailingDisk
+{
+    const FailingDisk disk;
+};
+
 struct Edits : BrowseFixture
 {
     const std::vector<int32_t> songs = addSongs (5);
@@ -40,6 +47,10 @@ struct Edits : BrowseFixture
         room.edits.undo ([] (int code) { EXPECT_EQ (code, 0); });
         room.edits.settle();
     }
+};
+
+struct EditsOnAFullDisk : OnFailingDisk, Edits
+{
 };
 }
 
@@ -185,4 +196,73 @@ TEST_F (Edits, MoveListsInTheTreeThatShareAPlace)
     EXPECT_EQ (after[1].id, before[2].id);
     EXPECT_EQ (after[2].id, before[1].id);
     EXPECT_EQ (after[0].id, before[0].id) << "the first stays";
+}
+
+TEST_F (EditsOnAFullDisk, SayOneSentenceAndLoseNothing)
+{
+    auto& edits = room.edits;
+    const auto ids = entriesOf (playlist);
+    using Done = LibraryEdits::Done;
+    const std::function<void (Done)> cases[] {
+        [&] (Done done) { edits.remove (playlist, { ids[1] }, done); },
+        [&] (Done done) { edits.clear (playlist, done); },
+        [&] (Done done) {
+            edits.reorder (playlist, { ids[2], ids[0], ids[1] }, done);
+        },
+        [&] (Done done) { edits.rename (playlist, "another", done); },
+        [&] (Done done) { edits.deleteList (playlist, done); },
+    };
+    const auto before = stored();
+    for (const auto& edit : cases)
+    {
+        auto code = -1;
+        for (int writes = 0; code != 0; ++writes)
+        {
+            ASSERT_LT (writes, 100);
+            const auto undoText = edits.undoText();
+            FailingDisk::fillAfter (writes);
+            edit ([&code] (int c) { code = c; });
+            edits.settle();
+            const auto isFull = FailingDisk::makeRoom();
+            if (code == 0)
+                break;
+            EXPECT_TRUE (isFull);
+            EXPECT_NE (LibraryFaults::sentence (code), "");
+            EXPECT_EQ (stored(), before) << "after " << writes << " writes";
+            EXPECT_EQ (edits.undoText(), undoText);
+        }
+        // An undo that finds no room stays to be done.
+        FailingDisk::fillAfter (0);
+        edits.undo ([&code] (int c) { code = c; });
+        edits.settle();
+        EXPECT_TRUE (FailingDisk::makeRoom());
+        EXPECT_NE (code, 0);
+        undo();
+        EXPECT_EQ (stored(), before);
+    }
+}
+
+TEST_F (Edits, OfRulesAreTakenBackUnlessAnotherHandHasThemSince)
+{
+    ListRef smart { SongListKind::smartPlaylist };
+    room.edits.createSmart ("s", " (rating > 3); ", "<old/>", [&] (int, int32_t id) { smart.id = id; });
+    room.edits.settle();
+    const auto rules = [&]
+    {
+        juce::String xml;
+        room.edits.loadSmart (smart.id,
+                              [&xml] (int code, const juce::String& read) { xml = code == 0 ? read : "?"; });
+        room.edits.settle();
+        return xml;
+    };
+    room.edits.setSmart (smart.id, " (year > 1990); ", "<new/>");
+    EXPECT_EQ (rules(), "<new/>");
+    undo();
+    EXPECT_EQ (rules(), "<old/>");
+    room.edits.setSmart (smart.id, " (year > 1990); ", "<new/>");
+    room.edits.settle();
+    SongDatabase window (file);
+    EXPECT_EQ (window.setSmartRules (smart.id, "<theirs/>"), 0);
+    undo();
+    EXPECT_EQ (rules(), "<theirs/>");
 }

@@ -35,7 +35,7 @@ TEST_F (Jobs, CountWhatTheyDoAndEndAsTheySay)
     song ("b.wav");
     const auto made = ended (room.jobs.importPaths ({ music.getFullPathName() }, { SongListKind::automix }));
     EXPECT_EQ (made.state, LibraryJob::State::ended);
-    EXPECT_EQ (made.summary, "2 songs met, 2 new.");
+    EXPECT_EQ (made.summary, "2 songs found, 2 new.");
     EXPECT_EQ (songsOf ({ SongListKind::automix }).size(), 2u);
     EXPECT_EQ (room.jobs.folders(), juce::StringArray (music.getFullPathName()));
 
@@ -82,7 +82,7 @@ TEST_F (Jobs, FindMovedFilesAgainAndTakeNewOnesIn)
     EXPECT_TRUE (job.failures[0].startsWith (twice.getFullPathName() + ": Several files"));
     EXPECT_THAT (songsOf ({ SongListKind::automix }), ElementsAre (namedId));
     EXPECT_EQ (database.countSongs(), 7) << "four, both copies of the doubtful one, and the new one";
-    EXPECT_EQ (job.summary, "3 missing, 2 found again. 6 songs met, 3 new.");
+    EXPECT_EQ (job.summary, "3 missing, 2 found again. 6 songs found, 3 new.");
 
     ASSERT_TRUE (music.moveFileTo (folder.file ("elsewhere")));
     const auto gone = ended (room.jobs.lookAtFolders());

@@ -142,4 +142,26 @@ TEST_F (Rows, OfAHistoryAreInItsOrderWithSongsTheLibraryLacks)
     EXPECT_EQ (room.history.exportTo (session.id, folder.file ("out.m3u")), "");
     EXPECT_TRUE (folder.file ("out.m3u").loadFileAsString().contains ("\n/music/0\n"));
     EXPECT_NE (room.history.exportTo (session.id, folder.file ("none/out.m3u")), "");
+    EXPECT_EQ (room.history.exportTo (session.id, folder.file ("out.html")), "");
+    EXPECT_TRUE (folder.file ("out.html").loadFileAsString().contains ("<td>23:05:09</td>\n<td>3</td>\n"));
+    EXPECT_EQ (rows.playedSong (1)->path, odd);
+    show ({ .kind = session.kind, .id = session.id, .ascending = false });
+    EXPECT_EQ (rows.playedSong (1)->path, odd);
+    EXPECT_EQ (rows.list()[0].entryId, 2) << "the last one first";
+}
+
+TEST_F (Rows, OfMissingFilesFollowTheDisk)
+{
+    addSongs (2);
+    const auto file = folder.file ("here.mp3");
+    ASSERT_TRUE (file.replaceWithText ("x"));
+    add (database, file.getFullPathName(), "Here");
+    room.watch.settle();
+    show ({ .kind = SongListKind::missing, .sort = SongField::title });
+    ASSERT_EQ (rows.size(), 2);
+    EXPECT_EQ (title (0), "Song 0");
+    ASSERT_TRUE (file.deleteFile());
+    rows.reopen();
+    rows.settle();
+    EXPECT_EQ (rows.size(), 3);
 }
