@@ -2,6 +2,7 @@
 
 #include "library/exchange/ListSummary.h"
 #include "skin/Palette.h"
+#include "ui/browser/actions/EditAnswers.h"
 #include "ui/browser/search/SearchFields.h"
 #include "ui/panel/PanelPaint.h"
 
@@ -12,7 +13,7 @@ namespace
 {
 constexpr int searchHeight = 28, lineHeight = 24, barWidth = 4, margin = 8, gap = 4;
 constexpr int leastTree = 120, leastTable = 400, leastFiles = 0;
-constexpr int leastTreeAboveCover = 140, mostCover = 240;
+constexpr int leastCover = 80, mostCover = 240;
 constexpr int windowButtonWidth = 24, previewWidth = 420;
 constexpr int libraryRetryTurns = 10; ///< calm ones, of 200 ms
 constexpr double tempoStep = 0.005;   ///< a smaller change of the master's tempo asks for no other rows
@@ -86,6 +87,7 @@ SongManager::SongManager (CPlatterdex& e, Session* session)
         if (onEscape != nullptr)
             onEscape();
     };
+    sourceActions.showSource = [this] (const Source& source) { showSource (source); };
     sourceActions.copyToPlayOrder = [this] (const Source& source)
     {
         if (world.room != nullptr && table.source() == source)
@@ -122,12 +124,12 @@ SongManager::~SongManager()
 }
 
 /** Takes the library as soon as there is one. @returns whether there is */
-bool SongManager::openLibrary()
+bool SongManager::openLibrary (LibraryRoom* room)
 {
-    if (world.room != nullptr || world.session == nullptr)
-        return world.room != nullptr;
-    world.room = world.session->browser();
-    if (world.room == nullptr)
+    if (world.room != nullptr)
+        return true;
+    world.room = room;
+    if (room == nullptr)
         return table.repaint(), false;
     tree.openLibrary();
     table.openLibrary();
@@ -176,7 +178,7 @@ bool SongManager::showSourceNamed (const juce::String& name)
 void SongManager::settle()
 {
     files.settle();
-    if (!openLibrary())
+    if (!openLibrary (world.session != nullptr ? world.session->browser() : nullptr))
         return;
     tree.settle();
     table.settle();
@@ -202,22 +204,29 @@ void SongManager::pollMoving()
 
 void SongManager::pollCalm()
 {
-    if (world.room == nullptr && --turnsUntilLibrary < 0)
-    {
-        turnsUntilLibrary = libraryRetryTurns;
-        openLibrary();
-    }
+    followLibrary();
     if (status.look())
         table.repaint();
     followSettings();
     followMaster();
-    const auto next = world.room == nullptr ? juce::String()
+    const auto next = world.room == nullptr ? table.emptyText()
                       : table.isOpening()   ? juce::String ("Searching...")
                                             : listSummary (table.list());
     if (next == summary)
         return;
     summary = next;
     repaint (summaryArea);
+}
+
+/** Asks for the library until it is open; after a fault now and then. */
+void SongManager::followLibrary()
+{
+    if (world.room != nullptr || world.session == nullptr)
+        return;
+    if (!world.session->isOpeningLibrary() && --turnsUntilLibrary >= 0)
+        return;
+    turnsUntilLibrary = libraryRetryTurns;
+    openLibrary (world.session->browserWhenOpen());
 }
 
 void SongManager::followSettings()
@@ -345,7 +354,7 @@ bool SongManager::keyPressed (const juce::KeyPress& key)
     if (code == juce::KeyPress::tabKey)
         return turnKeyboard (mods.isShiftDown() ? -1 : 1), true;
     if (mods.isCtrlDown() && !mods.isShiftDown() && (code == 'z' || code == 'Z') && !search.hasKeyboard())
-        return songActions.undo(), true;
+        return EditAnswers::undo (world, *this), true;
     return false;
 }
 
@@ -405,8 +414,8 @@ void SongManager::resized()
     auto left = area.withRight (leftBar.getX()), right = area.withLeft (rightBar.getRight());
     auto middle = area.withLeft (leftBar.getRight()).withRight (rightBar.getX());
 
-    const auto side = std::min (left.getWidth(), mostCover);
-    const auto hasCover = shownCover > 0 && left.getHeight() - side >= leastTreeAboveCover;
+    const auto side = std::min ({ left.getWidth(), mostCover, left.getHeight() * 2 / 5 });
+    const auto hasCover = shownCover > 0 && side >= leastCover;
     cover.setVisible (hasCover);
     if (hasCover)
         cover.setBounds (left.removeFromBottom (side));

@@ -73,7 +73,8 @@ private:
     void pollMoving() override;
     void pollCalm() override;
     void globalFocusChanged (juce::Component*) override;
-    bool openLibrary();
+    bool openLibrary (LibraryRoom*);
+    void followLibrary();
     void followSettings();
     void followMaster();
     void carryOut (BrowserRequest, int deck) override;

@@ -33,8 +33,19 @@ FileDialog::FileDialog (const Prompts::FileQuestion& question,
     {
         field->setExplicitFocusOrder (1);
         // JUCE's browser only goes to the place of a path, and wants a second Return to take it.
-        field->onReturnKey = [this, field, goes = field->onReturnKey]
+        field->onReturnKey =
+            [this, field, goes = field->onReturnKey, isFolder = FolderQuestion::isOne (question)]
         {
+            if (isFolder)
+            {
+                // One Return takes the folder that is typed, or the one in sight.
+                const auto typed = browser.getRoot().getChildFile (field->getText());
+                if (typed.isDirectory())
+                {
+                    browser.setRoot (typed);
+                    return box.exitModalState (1);
+                }
+            }
             const auto isPath = field->getText().containsChar (juce::File::getSeparatorChar());
             goes();
             if (isPath && field->getText().isNotEmpty())

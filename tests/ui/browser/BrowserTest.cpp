@@ -1,6 +1,7 @@
 #include "../UiBench.h"
 #include "shared/ScriptedPrompts.h"
-#include "ui/browser/table/PlaylistTableItemRating.h"
+#include "ui/browser/rating/PlaylistTableItemRating.h"
+#include "ui/browser/smart/SmartPlaylistEditor.h"
 #include "ui/browser/table/TableColumn.h"
 
 #include <gtest/gtest.h>
@@ -168,7 +169,8 @@ TEST (Browser, MenusHaveTheirWordsInTheirOrder)
     EXPECT_EQ (words (Role::playlists), "Create Playlist,Import Playlist");
     EXPECT_EQ (words (Role::playlist),
                "Delete,Rename,Move Up,Move Down,Append to Automix List,Export,Copy To Play Order");
-    EXPECT_EQ (words (Role::smartPlaylist), "Delete,Rename,Move Up,Move Down,Append to Automix List,Export");
+    EXPECT_EQ (words (Role::smartPlaylist),
+               "Edit Smart Playlist,Delete,Rename,Move Up,Move Down,Append to Automix List,Export");
     EXPECT_EQ (words (Role::automix), "Clear List,Export");
 }
 
@@ -273,4 +275,65 @@ TEST (Browser, APlayingDeckAsksBeforeItLosesItsTrack)
     b.browser->songs().selectRow (1);
     b.press ('1', juce::ModifierKeys::ctrlModifier);
     EXPECT_EQ (b.onDeck (0), "Zulu") << "locked";
+}
+
+TEST (Browser, RulesComeBackOutOfTheirEditorAsTheyWentIn)
+{
+    const juce::ScopedJuceInitialiser_GUI gui;
+    const auto rule = [] (SongField field, SmartOperator how, const char* value1, const char* value2 = "") {
+        return SmartRule { static_cast<int32_t> (field), static_cast<int32_t> (how), value1, value2 };
+    };
+    SmartPlaylist given;
+    given.rules = { rule (SongField::title, SmartOperator::contains, "it's"),
+                    rule (SongField::bpm, SmartOperator::isInTheRange, "118", "126.5"),
+                    rule (SongField::rating, SmartOperator::isGreaterThan, "3"),
+                    rule (SongField::time, SmartOperator::isLessThan, "225"),
+                    rule (SongField::lastPlayed, SmartOperator::isNotInTheLast, "2", "1"),
+                    rule (SongField::dateAdded, SmartOperator::isAfter,
+                          juce::String (juce::Time (2026, 1, 3, 0, 0).toMilliseconds() / 1000).toRawUTF8()) };
+    given.matchAll = false;
+    given.limited = true;
+    given.limit = 25;
+    given.orderField = "playcount";
+    given.ascending = false;
+    juce::String sql, xml;
+    SmartPlaylistEditor editor (
+        given,
+        [&] (const juce::String& query, const juce::String& rules)
+        {
+            sql = query;
+            xml = rules;
+        },
+        [] {});
+    EXPECT_EQ (editor.playlist(), given);
+    EXPECT_EQ (RuleValues::fromField ("31-13-2026", RuleValues::Form::date), "");
+    EXPECT_EQ (RuleValues::fromField ("x:20", RuleValues::Form::time), "");
+
+    editor.keyPressed (Key (Key::returnKey));
+    EXPECT_EQ (sql, buildSql (given));
+    EXPECT_EQ (xml, buildXml (given));
+    SmartPlaylistEditor empty (
+        {}, [&] (const auto&, const auto&) { FAIL() << "nothing to save"; }, [] {});
+    empty.keyPressed (Key (Key::returnKey));
+}
+
+TEST (Browser, AHistoryHasColumnsOfItsOwnAndTakesNothingOutOfTheLibrary)
+{
+    BrowserBench b;
+    auto& room = *b.session->browser();
+    EXPECT_TRUE (room.history.note ({ juce::Time (2026, 0, 2, 3, 4, 5), 1,
+                                      b.bench.folder.file ("Alpha.wav").getFullPathName(), "Alpha", "Bob" }));
+    room.watch.tell ({ .lists = true });
+    b.browser->settle();
+    auto& table = b.browser->songs();
+    ASSERT_TRUE (b.browser->showSourceNamed ("2026-01-02 03:04"));
+    EXPECT_EQ (b.titles().joinIntoString (","), "Alpha");
+    EXPECT_TRUE (table.getHeader().isColumnVisible (TableColumn::playedAt));
+    table.selectRow (0);
+    b.prompts->yes = true;
+    b.press (Key::deleteKey);
+    EXPECT_EQ (table.list().size(), 1);
+    ASSERT_TRUE (b.browser->showSourceNamed ("Library"));
+    EXPECT_EQ (table.list().size(), 4);
+    EXPECT_FALSE (table.getHeader().isColumnVisible (TableColumn::playedAt));
 }

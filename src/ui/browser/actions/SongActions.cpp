@@ -1,6 +1,6 @@
 #include "ui/browser/actions/SongActions.h"
 
-#include "session/browse/LibraryFaults.h"
+#include "ui/browser/actions/EditAnswers.h"
 #include "ui/decks/TrackLoad.h"
 
 namespace
@@ -21,14 +21,9 @@ SongActions::SongActions (BrowserWorld& w, const SongStatus& s, juce::Component&
 {
 }
 
-/** Says what went wrong. */
 LibraryEdits::Done SongActions::done()
 {
-    return [this, alive = juce::Component::SafePointer<juce::Component> (&asker)] (int code)
-    {
-        if (alive != nullptr)
-            world.say (LibraryFaults::sentence (code));
-    };
+    return EditAnswers::say (world, asker);
 }
 
 void SongActions::load (const juce::String& path, int deck)
@@ -125,7 +120,7 @@ SongActions::Question SongActions::removalQuestion (const SelectedSongs& songs)
 void SongActions::remove (const SelectedSongs& songs)
 {
     if (world.room == nullptr || world.prompts() == nullptr || songs.songIds.empty()
-        || isForeign (songs.source.kind))
+        || isForeign (songs.source.kind) || songs.source.kind == SongListKind::history)
         return;
     const auto question = removalQuestion (songs);
     world.prompts()->askYesNo (
@@ -153,8 +148,7 @@ void SongActions::edit (int32_t songId, SongField field, const juce::String& tex
         world.room->edits.setField (songId, field, text, done());
 }
 
-void SongActions::undo()
+void SongActions::addUndo (juce::PopupMenu& menu)
 {
-    if (world.room != nullptr && world.room->edits.canUndo())
-        world.room->edits.undo (done());
+    EditAnswers::addUndo (menu, world, asker);
 }

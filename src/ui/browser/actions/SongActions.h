@@ -55,8 +55,8 @@ public:
     void rate (int32_t songId, int stars);
     void edit (int32_t songId, SongField, const juce::String& text);
 
-    /** Takes back the last edit of a list. */
-    void undo();
+    /** Offers to take back the last edit of a list. */
+    void addUndo (juce::PopupMenu&);
 
 private:
     /** Of a browser without a session. */

@@ -1,7 +1,10 @@
 #include "ui/browser/actions/SourceActions.h"
 
 #include "session/browse/LibraryFaults.h"
+#include "ui/browser/actions/EditAnswers.h"
+#include "ui/browser/smart/SmartPlaylistEditor.h"
 #include "ui/look/FolderQuestion.h"
+#include "ui/window/ToolWindows.h"
 
 namespace
 {
@@ -19,23 +22,25 @@ juce::File musicFolder (const BrowserWorld& world)
     return kept.isDirectory() ? kept : juce::File::getSpecialLocation (juce::File::userMusicDirectory);
 }
 
+juce::File documentsFolder()
+{
+    const auto documents = juce::File::getSpecialLocation (juce::File::userDocumentsDirectory);
+    return documents.isDirectory() ? documents
+                                   : juce::File::getSpecialLocation (juce::File::userHomeDirectory);
+}
+
 juce::File playlistFolder (const BrowserWorld& world)
 {
     const juce::File kept (world.engine.settings.playlistFolder.get());
-    return kept.isDirectory() ? kept : juce::File::getSpecialLocation (juce::File::userDocumentsDirectory);
+    return kept.isDirectory() ? kept : documentsFolder();
 }
 }
 
 SourceActions::SourceActions (BrowserWorld& w, juce::Component& a) : world (w), asker (a) {}
 
-/** Says what went wrong. */
 LibraryEdits::Done SourceActions::done()
 {
-    return [this, alive = juce::Component::SafePointer<juce::Component> (&asker)] (int code)
-    {
-        if (alive != nullptr)
-            world.say (LibraryFaults::sentence (code));
-    };
+    return EditAnswers::say (world, asker);
 }
 
 LibraryEdits::Placed SourceActions::placed()
@@ -81,9 +86,7 @@ void SourceActions::importFolder()
 void SourceActions::backUp()
 {
     const auto name = "px_music_library_" + juce::Time::getCurrentTime().formatted (backupTime) + ".sqlite";
-    askFile ({ "Save Backup Collection File As",
-               juce::File::getSpecialLocation (juce::File::userDocumentsDirectory).getChildFile (name),
-               "*.sqlite", true },
+    askFile ({ "Save Backup Collection File As", documentsFolder().getChildFile (name), "*.sqlite", true },
              [this] (const juce::File& file)
              { world.room->jobs.backup (file.withFileExtension ("sqlite")); });
 }
@@ -157,10 +160,50 @@ void SourceActions::createSmartPlaylist()
                                                if (alive == nullptr)
                                                    return;
                                                world.say (LibraryFaults::sentence (code));
-                                               if (code == 0 && editRules != nullptr)
+                                               if (code == 0)
                                                    editRules ({ SongListKind::smartPlaylist, id, name });
                                            });
         });
+}
+
+void SourceActions::editRules (const Source& source)
+{
+    if (world.room == nullptr)
+        return;
+    world.room->edits.loadSmart (
+        source.id,
+        [this, source,
+         alive = juce::Component::SafePointer<juce::Component> (&asker)] (int code, const juce::String& rules)
+        {
+            if (alive == nullptr)
+                return;
+            world.say (LibraryFaults::sentence (code));
+            auto* windows = ToolWindows::of (asker);
+            if (code != 0 || windows == nullptr)
+                return;
+            SmartPlaylist playlist;
+            juce::ignoreUnused (parseXml (rules, playlist)); // an odd document is a list without rules
+            const auto save = [this, alive, id = source.id] (const juce::String& sql, const juce::String& xml)
+            {
+                if (alive != nullptr && world.room != nullptr)
+                    world.room->edits.setSmart (id, sql, xml, done());
+            };
+            windows->open (
+                "Edit Smart Playlist: " + source.name, asker,
+                [playlist, save] (std::function<void()> close)
+                { return std::make_unique<SmartPlaylistEditor> (playlist, save, std::move (close)); });
+        });
+}
+
+void SourceActions::addUndo (juce::PopupMenu& menu)
+{
+    EditAnswers::addUndo (menu, world, asker);
+}
+
+void SourceActions::showMissing()
+{
+    if (showSource != nullptr)
+        showSource ({ SongListKind::missing, -1, "Missing Files" });
 }
 
 void SourceActions::remove (const Source& source)
@@ -223,18 +266,16 @@ void SourceActions::importFiles (const juce::StringArray& files, ListRef list)
 void SourceActions::exportTo (const Source& source, Format format)
 {
     const auto isM3u = format == Format::m3u;
-    const juce::String extension (isM3u ? "m3u" : "html");
+    const juce::String extension (isM3u ? "m3u" : format == Format::html ? "html" : "txt");
     const auto start =
         playlistFolder (world).getChildFile (juce::File::createLegalFileName (source.name) + "." + extension);
-    askFile ({ isM3u ? "Save the playlist..." : "Save the webpage...", start, "*." + extension, true },
+    const auto* title = isM3u                    ? "Save the playlist..."
+                        : format == Format::html ? "Save the webpage..."
+                                                 : "Save the text...";
+    askFile ({ title, start, "*." + extension, true },
              [this, source, extension] (const juce::File& chosen)
              {
                  const auto file = chosen.withFileExtension (extension);
-                 if (source.kind != SongListKind::history)
-                 {
-                     world.room->jobs.exportList (source.query(), source.name, file);
-                     return;
-                 }
-                 world.say (world.room->history.exportTo (source.id, file));
+                 world.room->jobs.exportList (source.query(), source.name, file);
              });
 }

@@ -42,12 +42,20 @@ public:
     enum class Format
     {
         m3u,
-        html
+        html,
+        text ///< of a session alone: a line a song, with tabs between its parts
     };
     void exportTo (const Source&, Format);
 
-    /** Opens the editor of a smart playlist's rules. */
-    std::function<void (const Source&)> editRules;
+    /** Opens the editor of a smart playlist's rules in a window of its own. */
+    void editRules (const Source&);
+
+    /** Offers to take back the last edit of a list. */
+    void addUndo (juce::PopupMenu&);
+
+    /** Shows a source that the tree has no row for. */
+    std::function<void (const Source&)> showSource;
+    void showMissing();
 
     /** Makes the order that the table shows the list's own. */
     std::function<void (const Source&)> copyToPlayOrder;

@@ -1,12 +1,44 @@
 #include "ui/browser/files/BrowserColumn.h"
 
+#include <utility>
+
+namespace
+{
+constexpr int lookAgainMs = 2000;
+}
+
 BrowserColumn::BrowserColumn (BasicFileBrowser& browser, const juce::File& f)
     : folder (f),
+      reader (browser.thread()),
       contents (&browser.filter(), browser.thread()),
       files (contents)
 {
     addAndMakeVisible (files);
     contents.setDirectory (folder, true, true);
+    reader.addTimeSliceClient (this, lookAgainMs);
+}
+
+BrowserColumn::~BrowserColumn()
+{
+    reader.removeTimeSliceClient (this);
+    cancelPendingUpdate();
+}
+
+int BrowserColumn::useTimeSlice()
+{
+    const auto now = folder.getLastModificationTime();
+    const auto isFirstLook = changed == juce::Time();
+    if ((std::exchange (changed, now) != now && !isFirstLook) || files.isRereading())
+        triggerAsyncUpdate();
+    return lookAgainMs;
+}
+
+void BrowserColumn::handleAsyncUpdate()
+{
+    if (files.isRereading())
+        files.contentsCame(); // the end of a folder is not always told
+    else
+        files.reread();
 }
 
 void BrowserColumn::settle()

@@ -1,5 +1,7 @@
 #include "ui/browser/files/PXFileListComponent.h"
 
+#include "ui/drag/DragImage.h"
+
 PXFileListComponent::PXFileListComponent (juce::DirectoryContentsList& contents)
     : DirectoryContentsDisplayComponent (contents)
 {
@@ -37,8 +39,34 @@ void PXFileListComponent::contentsCame()
 {
     updateContent();
     repaint();
+    if (rereads)
+        return selectKept();
     if (waitingToBeSelected != juce::File())
         setSelectedFile (waitingToBeSelected);
+}
+
+void PXFileListComponent::reread()
+{
+    kept.clear();
+    for (int i = 0; i < getNumSelectedFiles(); ++i)
+        kept.add (getSelectedFile (i));
+    rereads = true;
+    directoryContentsList.refresh();
+}
+
+/** Selects what was selected, once all of it is there again or the folder is read to its end. */
+void PXFileListComponent::selectKept()
+{
+    juce::SparseSet<int> rows;
+    for (int row = 0; row < count(); ++row)
+        if (kept.contains (directoryContentsList.getFile (row)))
+            rows.addRange ({ row, row + 1 });
+    setSelectedRows (rows, juce::dontSendNotification);
+    if (rows.size() < kept.size() && directoryContentsList.isStillLoading())
+        return;
+    rereads = false;
+    if (rows.size() < kept.size())
+        selectedRowsChanged (-1);
 }
 
 juce::StringArray PXFileListComponent::draggedFiles() const
@@ -60,6 +88,14 @@ void PXFileListComponent::paintListBoxItem (int row, juce::Graphics& g, int widt
         info.modificationTime.formatted ("%d %b '%y %H:%M"), info.isDirectory, selected, row, *this);
 }
 
+juce::ScaledImage PXFileListComponent::createSnapshotOfRows (const juce::SparseSet<int>& dragged, int& x,
+                                                             int& y)
+{
+    const auto text =
+        dragged.size() == 1 ? getNameForRow (dragged[0]) : juce::String (dragged.size()) + " files";
+    return DragImage::make (*this, text, x, y);
+}
+
 void PXFileListComponent::listBoxItemClicked (int row, const juce::MouseEvent& event)
 {
     if (event.mods.isPopupMenu() && onMenu != nullptr)
@@ -79,7 +115,7 @@ void PXFileListComponent::returnKeyPressed (int row)
 
 void PXFileListComponent::selectedRowsChanged (int)
 {
-    if (onSelection != nullptr)
+    if (onSelection != nullptr && !rereads)
         onSelection();
 }
 
@@ -89,19 +125,11 @@ bool PXFileListComponent::keyPressed (const juce::KeyPress& key)
         return true;
     if (ListBox::keyPressed (key))
         return true;
-    const auto mods = key.getModifiers();
-    if (key.getTextCharacter() <= ' ' || mods.isCtrlDown() || mods.isAltDown())
+    if (!typed.take (key))
         return false;
-    selectByLetters (key.getTextCharacter());
+    if (const auto row =
+            typed.find (getSelectedRow(), count(), [this] (int each) { return getNameForRow (each); });
+        row >= 0)
+        selectRow (row);
     return true;
-}
-
-/** Goes to the next name that begins with a letter. */
-void PXFileListComponent::selectByLetters (juce::juce_wchar letter)
-{
-    const auto count = directoryContentsList.getNumFiles();
-    for (int i = 1; i <= count; ++i)
-        if (const auto row = (std::max (0, getSelectedRow()) + i) % count;
-            getNameForRow (row).startsWithIgnoreCase (juce::String::charToString (letter)))
-            return selectRow (row);
 }

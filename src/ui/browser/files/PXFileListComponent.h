@@ -1,8 +1,10 @@
 #pragma once
 
 #include "ui/browser/files/BasicFileBrowser.h"
+#include "ui/browser/model/TypeAhead.h"
 #include "ui/drag/FileDragSource.h"
 
+#include <atomic>
 #include <functional>
 
 /** The folders and audio files of one folder, read in the background. Files are dragged from it. Message thread. */
@@ -33,6 +35,10 @@ public:
     /** Selects a file once the folder has been read so far. */
     void setSelectedFile (const juce::File&) override;
 
+    /** Reads the folder again; what is selected stays selected, as far as it is still there. */
+    void reread();
+    bool isRereading() const noexcept { return rereads; }
+
     /** Shows what has been read since. */
     void contentsCame();
 
@@ -50,12 +56,17 @@ private:
     {
         return DragSourceName::files;
     }
+    juce::ScaledImage createSnapshotOfRows (const juce::SparseSet<int>&, int& x, int& y) override;
     juce::String getNameForRow (int row) override
     {
         return directoryContentsList.getFile (row).getFileName();
     }
     void changeListenerCallback (juce::ChangeBroadcaster*) override { contentsCame(); }
-    void selectByLetters (juce::juce_wchar);
+
+    TypeAhead typed;
+    void selectKept();
 
     juce::File waitingToBeSelected;
+    juce::Array<juce::File> kept; ///< that were selected before the folder was read again
+    std::atomic<bool> rereads { false };
 };

@@ -86,6 +86,7 @@ void JobLine::pollCalm()
     if (text == shownText && std::abs (part - shownPart) < smallestStep)
         return;
     shownText = text;
+    setTooltip (isBusy ? juce::String() : text); // which may be longer than the line
     shownPart = part;
     button.setButtonText (part >= 0.0 ? "CANCEL" : job && !job->failures.isEmpty() ? "DETAILS" : "OK");
     button.setVisible (text.isNotEmpty());
@@ -102,7 +103,10 @@ void JobLine::press()
     {
         if (!job->failures.isEmpty())
             showFailures (*job);
-        world.room->jobs.dismiss (job->id);
+        // Those that ended well before it have nothing to say any more.
+        for (const auto& each : world.room->jobs.jobs())
+            if (each.id == job->id || (each.state == LibraryJob::State::ended && each.failures.isEmpty()))
+                world.room->jobs.dismiss (each.id);
     }
     refresh();
 }

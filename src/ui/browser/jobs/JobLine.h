@@ -8,7 +8,7 @@
 
 /** One line on the library's long tasks: what is in hand, how much is done, how long it will take, with a button that ends it;
     afterwards its outcome, and a list of what failed. Message thread. */
-class JobLine : public PollingView
+class JobLine : public PollingView, public juce::SettableTooltipClient
 {
 public:
     explicit JobLine (BrowserWorld&);

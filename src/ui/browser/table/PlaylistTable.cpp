@@ -2,8 +2,8 @@
 
 #include "session/browse/LibraryFaults.h"
 #include "skin/Palette.h"
+#include "ui/browser/rating/PlaylistTableItemRating.h"
 #include "ui/browser/table/CellEditor.h"
-#include "ui/browser/table/PlaylistTableItemRating.h"
 #include "ui/browser/table/TableColumn.h"
 #include "ui/look/SMLookAndFeel.h"
 
@@ -12,6 +12,7 @@
 namespace
 {
 constexpr int headerHeight = 24;
+constexpr const char* historyLayoutName = "browser history layout";
 constexpr int mostMarked = 20000; ///< selected rows that are found again after other rows have come
 
 const SongList& noSongs()
@@ -41,12 +42,19 @@ PlaylistTable::~PlaylistTable()
     setModel (nullptr);
 }
 
+/** Makes the columns that the source has; its layout puts them in order. */
 void PlaylistTable::makeColumns()
 {
     using Header = juce::TableHeaderComponent;
     auto& header = getHeader();
     for (const auto& column : TableColumn::all())
     {
+        const auto isThere = header.getIndexOfColumnId (column.id, false) >= 0;
+        const auto isWanted = TableLayout::isColumnOf (column, shown.kind);
+        if (isThere && !isWanted)
+            header.removeColumn (column.id);
+        if (isThere || !isWanted)
+            continue;
         // A column of numbers starts with the largest or the newest when it is clicked twice, as all do.
         auto flags = Header::visible | Header::resizable | Header::draggable | Header::appearsOnColumnMenu;
         if (TableColumn::fieldOf (column.id))
@@ -93,30 +101,40 @@ void PlaylistTable::setSource (const Source& source)
     query.fitBpm = search.fitBpm;
     query.fitPercent = search.fitPercent;
     takesLayout = isLaidOut = false;
+    if (source.kind == SongListKind::history)
+        return openWith (world.preference (historyLayoutName), {});
     world.room->edits.loadLayout (
         source.layoutPlace(),
         [this, source, alive = juce::Component::SafePointer<juce::Component> (this)] (
             const juce::String& layout, const juce::String& selection)
         {
-            if (alive == nullptr || !(shown == source))
-                return;
-            takesLayout = true;
-            layoutToCome = TableLayout::fromXml (layout, source.kind);
-            selectionToCome = selection;
-            query.sort = TableColumn::fieldOf (layoutToCome.sortedColumn).value_or (SongField::listOrder);
-            query.ascending = layoutToCome.sortsForwards;
-            marked.clear();
-            rows->open (query);
-            repaint(); // an empty table says why no longer
+            if (alive != nullptr && shown == source)
+                openWith (layout, selection);
         });
+}
+
+/** Asks for the source's rows, which come with its layout and selection. */
+void PlaylistTable::openWith (const juce::String& layout, const juce::String& selection)
+{
+    takesLayout = true;
+    layoutToCome = TableLayout::fromXml (layout, shown.kind);
+    selectionToCome = selection;
+    query.sort = TableColumn::fieldOf (layoutToCome.sortedColumn).value_or (SongField::listOrder);
+    query.ascending = layoutToCome.sortsForwards;
+    marked.clear();
+    rows->open (query);
+    repaint(); // an empty table says why no longer
 }
 
 void PlaylistTable::store()
 {
     if (world.room == nullptr || rows == nullptr || !isLaidOut || isForeign (shown.kind))
         return;
+    const auto layout = TableLayout::of (getHeader()).toXml();
+    if (shown.kind == SongListKind::history) // of which the library knows nothing
+        return world.setPreference (historyLayoutName, layout);
     auto selected = getSelectedRows();
-    world.room->edits.saveLayout (shown.layoutPlace(), TableLayout::of (getHeader()).toXml(),
+    world.room->edits.saveLayout (shown.layoutPlace(), layout,
                                   query.isFiltered() ? juce::String() : StoredSelection::toXml (selected));
 }
 
@@ -164,6 +182,7 @@ void PlaylistTable::rowsCame (int code)
     updateContent();
     if (takesLayout)
     {
+        makeColumns();
         layoutToCome.applyTo (getHeader());
         setSelectedRows (StoredSelection::fromXml (selectionToCome, getNumRows()),
                          juce::dontSendNotification);
@@ -302,8 +321,11 @@ SelectedSongs PlaylistTable::selection() const
         const auto row = selected[i];
         if (row >= songs.size())
             break;
-        made.songIds.push_back (songs[row].songId);
-        made.entryIds.push_back (songs[row].entryId);
+        if (songs[row].songId >= 0) // else the library lacks it
+        {
+            made.songIds.push_back (songs[row].songId);
+            made.entryIds.push_back (songs[row].entryId);
+        }
         if (row != handRow)
             if (const auto path = pathOf (row); path.isNotEmpty())
                 made.paths.add (path);
@@ -319,15 +341,16 @@ RowPainter::Row PlaylistTable::rowAt (int index, bool selected) const
     if (rows == nullptr || index < 0 || index >= rows->size())
         return made;
     made.song = rows->row (index);
+    made.played = rows->playedSong (index);
     made.isMissing = rows->presence (index) == RowSource::Presence::missing;
     if (made.song != nullptr)
         made.status = status.of ((*made.song)[SongColumn::filename]);
     return made;
 }
 
-void PlaylistTable::paint (juce::Graphics& g)
+/** Says why there are no rows. */
+void PlaylistTable::paintEmptyText (juce::Graphics& g)
 {
-    TableListBox::paint (g);
     if (getNumRows() > 0 || isOpening())
         return;
     g.setFont (painter.font());
@@ -339,11 +362,16 @@ void PlaylistTable::paint (juce::Graphics& g)
 juce::String PlaylistTable::emptyText() const
 {
     if (world.room == nullptr)
-        return world.session != nullptr ? world.session->libraryFault() : juce::String();
+    {
+        const auto fault = world.session != nullptr ? world.session->libraryFault() : juce::String();
+        return fault.isEmpty() && world.session != nullptr ? "Opening the library..." : fault;
+    }
     if (query.isFiltered())
         return "No songs found.";
     if (shown.isEditable())
         return "Drag songs or files here.";
+    if (shown.kind == SongListKind::missing)
+        return "No file is missing.";
     if (shown.kind == SongListKind::recommendation)
         return "No recommendations.";
     return shown.kind == SongListKind::library
@@ -374,7 +402,7 @@ juce::Component* PlaylistTable::refreshComponentForCell (int row, int column, bo
         stars = new PlaylistTableItemRating();
         stars->onRate = [this] (int rated, int count)
         {
-            if (rated < list().size() && !isForeign (shown.kind))
+            if (rated < list().size() && list()[rated].songId >= 0 && !isForeign (shown.kind))
                 actions.rate (list()[rated].songId, count);
         };
     }

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "session/browse/RowSource.h"
+#include "session/browse/rows/RowSource.h"
 #include "ui/browser/actions/SongActions.h"
+#include "ui/browser/model/TypeAhead.h"
 #include "ui/browser/table/RowPainter.h"
 #include "ui/browser/table/TableLayout.h"
 #include "ui/drag/FileDragSource.h"
@@ -55,6 +56,9 @@ public:
     /** True while rows are asked for and have not come. */
     bool isOpening() const { return rows != nullptr && rows->isOpening(); }
 
+    /** One sentence on why there are no rows. */
+    juce::String emptyText() const;
+
     /** The rows that are in place. */
     const SongList& list() const;
 
@@ -85,7 +89,6 @@ public:
 
     juce::StringArray draggedFiles() const override { return selection().paths; }
 
-    void paint (juce::Graphics&) override;
     void paintOverChildren (juce::Graphics&) override;
     void resized() override;
     bool keyPressed (const juce::KeyPress&) override;
@@ -119,9 +122,11 @@ private:
     void returnKeyPressed (int row) override;
     void listWasScrolled() override { wantRows(); }
     juce::var getDragSourceDescription (const juce::SparseSet<int>&) override;
+    juce::ScaledImage createSnapshotOfRows (const juce::SparseSet<int>&, int& x, int& y) override;
     juce::String getCellTooltip (int row, int column) override;
 
     void makeColumns();
+    void openWith (const juce::String& layout, const juce::String& selection);
     void ask();
     void rowsCame (int code);
     void wantRows();
@@ -130,10 +135,10 @@ private:
     void selectEntries (const std::vector<int32_t>& entryIds);
     RowPainter::Row rowAt (int row, bool selected) const;
     juce::String pathOf (int row) const;
-    juce::String emptyText() const;
+    void paintEmptyText (juce::Graphics&);
     void editCell (int row, int column);
     void placeEditor();
-    void typed (juce::juce_wchar);
+    void findTyped();
     bool isInOwnOrder() const;
     int placeAt (juce::Point<int>) const;
     void markPlace (int place);
@@ -158,8 +163,7 @@ private:
     std::unique_ptr<CellEditor> editor;
     int32_t editedSong = -1;
     int editedColumn = 0;
-    juce::String typedLetters;
-    juce::uint32 typedAt = 0;
+    TypeAhead typed;
     int dropPlace = -1;
     int handRow = -1; ///< the one that was clicked last
 };

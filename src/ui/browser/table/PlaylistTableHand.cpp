@@ -6,18 +6,8 @@
 #include "ui/browser/table/CellEditor.h"
 #include "ui/browser/table/PlaylistTable.h"
 #include "ui/browser/table/TableColumn.h"
+#include "ui/drag/DragImage.h"
 #include "ui/look/OpenMenu.h"
-
-namespace
-{
-constexpr juce::uint32 typingMs = 900; ///< letters that follow each other in that time are one word
-
-bool isLetter (const juce::KeyPress& key)
-{
-    const auto mods = key.getModifiers();
-    return key.getTextCharacter() > ' ' && !mods.isCtrlDown() && !mods.isAltDown() && !mods.isCommandDown();
-}
-}
 
 bool PlaylistTable::keyPressed (const juce::KeyPress& key)
 {
@@ -33,27 +23,20 @@ bool PlaylistTable::keyPressed (const juce::KeyPress& key)
         return editCell (getSelectedRow(), TableColumn::of (SongField::title)), true;
     if (TableListBox::keyPressed (key))
         return true;
-    if (!isLetter (key))
+    if (!typed.take (key))
         return false;
-    typed (key.getTextCharacter());
+    findTyped();
     return true;
 }
 
 /** Goes to the next song that begins with what is typed, in the column by which the rows are sorted, else in the title. */
-void PlaylistTable::typed (juce::juce_wchar letter)
+void PlaylistTable::findTyped()
 {
-    const auto now = juce::Time::getMillisecondCounter();
-    if (now - typedAt > typingMs)
-        typedLetters.clear();
-    typedAt = now;
-    typedLetters += juce::String::charToString (letter);
     if (rows == nullptr)
         return;
     const auto isText = query.sort == SongField::artist || query.sort == SongField::album
                         || query.sort == SongField::genre || query.sort == SongField::filename;
-    // One letter goes on to the next song with it; more narrow down.
-    const auto from = std::max (0, getSelectedRow()) + (typedLetters.length() == 1 ? 1 : 0);
-    rows->findFirst (isText ? query.sort : SongField::title, typedLetters, from,
+    rows->findFirst (isText ? query.sort : SongField::title, typed.word(), typed.from (getSelectedRow()),
                      [this] (int row)
                      {
                          if (row >= 0)
@@ -88,6 +71,7 @@ juce::PopupMenu PlaylistTable::rowMenu (int row, int column)
     const auto songs = selection();
     const auto path = pathOf (row);
     const auto isForeignList = isForeign (shown.kind);
+    const auto isRemovable = !isForeignList && shown.kind != SongListKind::history; // which is what was
     juce::PopupMenu menu;
     menu.addItem ("Edit", !isForeignList, false, [this, row, column] { editCell (row, column); });
     for (int deck = 0; deck < world.decks(); ++deck)
@@ -103,14 +87,15 @@ juce::PopupMenu PlaylistTable::rowMenu (int row, int column)
     menu.addItem ("Show in Explorer", path.isNotEmpty(), false,
                   [this, path] { actions.showInFolder (path); });
     menu.addItem ("Analyze", path.isNotEmpty(), false, [this, songs] { actions.analyse (songs); });
-    menu.addItem ("Remove", !isForeignList, false, [this, songs] { actions.remove (songs); });
+    menu.addItem ("Remove", isRemovable, false, [this, songs] { actions.remove (songs); });
+    actions.addUndo (menu);
     return menu;
 }
 
 void PlaylistTable::editCell (int row, int column)
 {
     const auto* song = rows != nullptr ? rows->row (row) : nullptr;
-    if (song == nullptr || isForeign (shown.kind))
+    if (song == nullptr || song->id < 0 || isForeign (shown.kind))
         return;
     if (!TableColumn::isEditable (column) || !getHeader().isColumnVisible (column))
         column = TableColumn::of (SongField::title);
@@ -170,6 +155,13 @@ juce::var PlaylistTable::getDragSourceDescription (const juce::SparseSet<int>&)
     return DragSourceName::table;
 }
 
+juce::ScaledImage PlaylistTable::createSnapshotOfRows (const juce::SparseSet<int>& dragged, int& x, int& y)
+{
+    const auto* song = dragged.size() == 1 && rows != nullptr ? rows->row (dragged[0]) : nullptr;
+    const auto text = song != nullptr ? (*song)[SongColumn::title] : juce::String (dragged.size()) + " songs";
+    return DragImage::make (*this, text, x, y);
+}
+
 int PlaylistTable::placeAt (juce::Point<int> position) const
 {
     if (!isInOwnOrder())
@@ -189,6 +181,7 @@ void PlaylistTable::markPlace (int place)
 void PlaylistTable::paintOverChildren (juce::Graphics& g)
 {
     TableListBox::paintOverChildren (g);
+    paintEmptyText (g);
     if (dropPlace < 0)
         return;
     g.setColour (palette::accent);

@@ -20,6 +20,12 @@ bool isRightAligned (int columnId)
     return found != columns.end() && found->isRightAligned;
 }
 
+/** The side of a badge or sign in a row. */
+int signSide (juce::Rectangle<int> row)
+{
+    return std::min (16, row.getHeight() - 4);
+}
+
 juce::Colour textColour (const RowPainter::Row& row)
 {
     if (row.isMissing)
@@ -54,6 +60,8 @@ void RowPainter::paintCell (juce::Graphics& g, juce::Rectangle<int> area, const 
 {
     if (columnId == TableColumn::status)
         return paintStatus (g, area, row);
+    if (columnId == TableColumn::playedAt || columnId == TableColumn::playedOn)
+        return paintPlayed (g, area, row, columnId);
     const auto field = TableColumn::fieldOf (columnId);
     if (!field || columnId == TableColumn::rating)
         return;
@@ -74,10 +82,26 @@ void RowPainter::paintCell (juce::Graphics& g, juce::Rectangle<int> area, const 
     g.drawText (text, area, where, true);
 }
 
+/** The time at which the song was played, or the deck, in its hue. */
+void RowPainter::paintPlayed (juce::Graphics& g, juce::Rectangle<int> area, const Row& row,
+                              int columnId) const
+{
+    if (row.played == nullptr)
+        return;
+    area.reduce (margin, 0);
+    if (columnId == TableColumn::playedOn)
+        return PanelPaint::badge (
+            g, area.removeFromLeft (signSide (area)).withSizeKeepingCentre (signSide (area), signSide (area)),
+            row.played->deck, false);
+    g.setFont (textFont);
+    g.setColour (textColour (row));
+    g.drawText (row.played->time.formatted ("%H:%M:%S"), area, juce::Justification::centredLeft, true);
+}
+
 void RowPainter::paintStatus (juce::Graphics& g, juce::Rectangle<int> area, const Row& row) const
 {
     area.removeFromLeft (hueWidth + margin);
-    const auto side = std::min (16, area.getHeight() - 4);
+    const auto side = signSide (area);
     const auto next = [&]
     {
         const auto place = area.removeFromLeft (side).withSizeKeepingCentre (side, side);

@@ -2,6 +2,7 @@
 
 #include "library/query/QueryTerms.h"
 #include "library/songs/SongRecord.h"
+#include "session/browse/PlayHistory.h"
 #include "ui/browser/model/SongStatus.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
@@ -16,7 +17,8 @@ public:
     struct Row
     {
         int index = 0;
-        const SongRecord* song = nullptr; ///< null while nothing is known of it
+        const SongRecord* song = nullptr;   ///< null while nothing is known of it
+        const PlayedSong* played = nullptr; ///< of a history
         SongStatus::Sign status {};
         bool isMissing = false; ///< the file is not there
         bool isSelected = false;
@@ -36,6 +38,7 @@ public:
     void paintCell (juce::Graphics&, juce::Rectangle<int>, const Row&, int columnId) const;
 
 private:
+    void paintPlayed (juce::Graphics&, juce::Rectangle<int>, const Row&, int columnId) const;
     void paintStatus (juce::Graphics&, juce::Rectangle<int>, const Row&) const;
     void paintMarks (juce::Graphics&, juce::Rectangle<int>, const juce::String&, SongField,
                      juce::Justification) const;

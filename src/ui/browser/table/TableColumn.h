@@ -7,10 +7,11 @@
 #include <optional>
 #include <span>
 
-/** The columns of the table of songs, by the ids that stored layouts name: a field's number plus 1, and the status. */
+/** The columns of the table of songs, by the ids that stored layouts name: a field's number plus 1, the status, and what a history tells. */
 namespace TableColumn
 {
-inline constexpr int order = static_cast<int> (SongField::listOrder) + 1, status = order + 1;
+inline constexpr int order = static_cast<int> (SongField::listOrder) + 1, status = order + 1,
+                     playedAt = status + 1, playedOn = playedAt + 1;
 
 constexpr int of (SongField field)
 {
@@ -27,12 +28,13 @@ struct Row
     int width = 100;
     bool isShown = false;
     bool isRightAligned = false;
+    bool isOfHistory = false; ///< the songs of a session alone have it
 };
 
 /** All of them, in their first order. */
 std::span<const Row> all();
 
-/** The field that a column shows and sorts by; listOrder for the place in the list, nothing for the status. */
+/** The field that a column shows and sorts by; listOrder for the place in the list, nothing for what is no field of a song. */
 std::optional<SongField> fieldOf (int id);
 
 /** True for a field that is edited in its cell. */

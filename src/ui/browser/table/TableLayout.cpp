@@ -1,7 +1,5 @@
 #include "ui/browser/table/TableLayout.h"
 
-#include "ui/browser/table/TableColumn.h"
-
 #include <algorithm>
 
 namespace
@@ -16,13 +14,19 @@ juce::String oneLine (const juce::XmlElement& xml)
 }
 }
 
+bool TableLayout::isColumnOf (const TableColumn::Row& column, SongListKind kind)
+{
+    return !column.isOfHistory || kind == SongListKind::history;
+}
+
 TableLayout TableLayout::ofKind (SongListKind kind)
 {
     const auto isList = hasOwnOrder (kind);
     TableLayout made;
     for (const auto& row : TableColumn::all())
-        made.columns.push_back (
-            { row.id, row.width, row.isShown || (row.id == TableColumn::order && isList) });
+        if (isColumnOf (row, kind))
+            made.columns.push_back (
+                { row.id, row.width, row.isShown || (row.id == TableColumn::order && isList) });
     made.sortedColumn = isList ? TableColumn::order : TableColumn::of (SongField::artist);
     return made;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/songs/SongListKind.h"
+#include "ui/browser/table/TableColumn.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
@@ -26,6 +27,8 @@ struct TableLayout
     /** The layout of a source that has none yet: sorted by artist, a list in its own order. */
     static TableLayout ofKind (SongListKind);
 
+    static bool isColumnOf (const TableColumn::Row&, SongListKind);
+
     /** Reads the text of a JUCE table header. What it leaves out, or says of columns that don't exist, stays at the default. */
     static TableLayout fromXml (const juce::String&, SongListKind);
 
@@ -43,7 +46,8 @@ struct TableLayout
 constexpr bool hasOwnOrder (SongListKind kind)
 {
     return kind == SongListKind::playlist || kind == SongListKind::automix
-           || kind == SongListKind::foreignPlaylist || kind == SongListKind::recommendation;
+           || kind == SongListKind::foreignPlaylist || kind == SongListKind::recommendation
+           || kind == SongListKind::history;
 }
 
 /** The selected rows of a source as they are stored: a SELECTEDSONGS with a SONG for each, the row in "id". */

@@ -174,7 +174,13 @@ void SourcesTree::select (const Source& source)
                        || source.kind == SongListKind::library);
         });
     if (item != nullptr)
+    {
         item->setSelected (true, true, juce::dontSendNotification);
+        if (!(selected == source))
+            scrollToKeepItemVisible (item);
+    }
+    else
+        clearSelectedItems();
     selected = source;
 }
 
@@ -285,28 +291,21 @@ bool SourcesTree::keyPressed (const juce::KeyPress& key)
         return step (code == juce::KeyPress::upKey ? -1 : 1), true;
     if (TreeView::keyPressed (key))
         return true;
-    const auto mods = key.getModifiers();
-    if (key.getTextCharacter() <= ' ' || mods.isCtrlDown() || mods.isAltDown())
+    if (!typed.take (key))
         return false;
-    selectByLetters (key.getTextCharacter());
-    return true;
-}
-
-/** Goes to the next visible row that begins with a letter. */
-void SourcesTree::selectByLetters (juce::juce_wchar letter)
-{
-    const auto count = getNumRowsInTree();
-    auto* now = getSelectedItem (0);
-    const auto from = now != nullptr ? now->getRowNumberInTree() : 0;
-    for (int i = 1; i <= count; ++i)
+    const auto nameOf = [this] (int row)
     {
-        auto* item = static_cast<SourcesTreeItem*> (getItemOnRow ((from + i) % count));
-        if (!item->canBeSelected()
-            || !item->node.text.startsWithIgnoreCase (juce::String::charToString (letter)))
-            continue;
-        item->setSelected (true, true);
-        return scrollToKeepItemVisible (item);
+        const auto* there = static_cast<SourcesTreeItem*> (getItemOnRow (row));
+        return there->canBeSelected() ? there->node.text : juce::String();
+    };
+    const auto row =
+        typed.find (item != nullptr ? item->getRowNumberInTree() : -1, getNumRowsInTree(), nameOf);
+    if (auto* found = row >= 0 ? getItemOnRow (row) : nullptr)
+    {
+        found->setSelected (true, true);
+        scrollToKeepItemVisible (found);
     }
+    return true;
 }
 
 void SourcesTree::actOn (SourcesTreeItem& item)

@@ -2,6 +2,7 @@
 
 #include "session/browse/LibrarySources.h"
 #include "ui/browser/actions/SourceActions.h"
+#include "ui/browser/model/TypeAhead.h"
 #include "ui/browser/tree/SourcesTreeItem.h"
 
 #include <memory>
@@ -80,7 +81,6 @@ private:
     void fill();
     void wantValues();
     SourcesTreeItem* find (const std::function<bool (const TreeNode&)>&) const;
-    void selectByLetters (juce::juce_wchar);
 
     BrowserWorld& world;
     SourceActions& actions;
@@ -90,5 +90,6 @@ private:
     int height = 24;
     Source selected;
     bool isFilling = false;
+    TypeAhead typed;
     std::unique_ptr<SourcesTreeItemLabel> label; ///< over the row that is being renamed
 };

@@ -22,6 +22,7 @@ void addLibraryItems (juce::PopupMenu& menu, SourceActions& actions)
     menu.addItem ("Create Backup", [&actions] { actions.backUp(); });
     menu.addItem ("Clear Collection", [&actions] { actions.clearLibrary(); });
     menu.addSeparator();
+    menu.addItem ("Show Missing Files", [&actions] { actions.showMissing(); });
     menu.addItem ("Look For New Files", [&actions] { actions.lookAtFolders(); });
     menu.addItem ("Relocate Missing Files", [&actions] { actions.relocate(); });
 }
@@ -30,7 +31,7 @@ void addPlaylistItems (juce::PopupMenu& menu, SourceActions& actions, const Sour
                        const std::function<void()>& rename)
 {
     const auto isSmart = source.kind == SongListKind::smartPlaylist;
-    if (isSmart && actions.editRules != nullptr)
+    if (isSmart)
         menu.addItem ("Edit Smart Playlist", [&actions, source] { actions.editRules (source); });
     menu.addItem ("Delete", [&actions, source] { actions.remove (source); });
     menu.addItem ("Rename", rename);
@@ -87,11 +88,18 @@ juce::PopupMenu SourcesTree::menuOf (const TreeNode& node)
         menu.addSubMenu ("Export", exportMenu (actions, source));
         break;
     case Role::session:
-        menu.addSubMenu ("Export", exportMenu (actions, source));
+    {
+        auto exports = exportMenu (actions, source);
+        exports.addItem ("To Text", [this, source] { actions.exportTo (source, Format::text); });
+        menu.addSubMenu ("Export", exports);
         menu.addItem ("Delete", [this, source] { actions.remove (source); });
         break;
+    }
     default:
         break;
     }
+    if (source.isEditable() || source.kind == SongListKind::smartPlaylist || node.role == Role::playlists
+        || node.role == Role::smartPlaylists)
+        actions.addUndo (menu);
     return menu;
 }

@@ -1,4 +1,4 @@
-#include "ui/browser/table/PlaylistTableItemRating.h"
+#include "ui/browser/rating/PlaylistTableItemRating.h"
 
 #include "skin/Palette.h"
 

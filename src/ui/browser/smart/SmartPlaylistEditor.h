@@ -1,0 +1,40 @@
+#pragma once
+
+#include "library/smart/SmartPlaylist.h"
+#include "ui/browser/smart/SmartRuleRow.h"
+
+#include <memory>
+#include <vector>
+
+/** Edits the rules of a smart playlist. Message thread. */
+class SmartPlaylistEditor : public juce::Component
+{
+public:
+    /** @param saved   takes the query that is made of the rules, and the document that fills this editor again
+        @param close   called by both buttons */
+    SmartPlaylistEditor (const SmartPlaylist&,
+                         std::function<void (const juce::String& sql, const juce::String& rules)> saved,
+                         std::function<void()> close);
+
+    /** The rules as they stand. */
+    SmartPlaylist playlist() const;
+
+    void paint (juce::Graphics&) override;
+    bool keyPressed (const juce::KeyPress&) override;
+    void resized() override;
+
+private:
+    void add (const SmartRule&);
+    void save();
+
+    juce::ComboBox matchBox, orderBox;
+    juce::ToggleButton limitBox { "Limit results to:" };
+    juce::TextEditor limit;
+    juce::Label matchLabel { {}, "Songs that match" }, selectedBy { {}, "items, selected by" }, hint;
+    PXTextButton addButton { "ADD RULE" }, saveButton { "SAVE" }, cancelButton { "CANCEL" };
+    juce::Viewport viewport;
+    juce::Component rows;
+    std::vector<std::unique_ptr<SmartRuleRow>> rules;
+    const std::function<void (const juce::String&, const juce::String&)> onSave;
+    const std::function<void()> onClose;
+};
