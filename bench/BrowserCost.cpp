@@ -3,7 +3,7 @@
 #include "measure/Timing.h"
 
 #include "session/browse/LibraryRoom.h"
-#include "session/browse/RowSource.h"
+#include "session/browse/rows/RowSource.h"
 #include "shared/TemporaryFolder.h"
 
 #include <atomic>

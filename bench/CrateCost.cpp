@@ -1,5 +1,6 @@
 #include "measure/Machine.h"
 #include "measure/MadeUpSongs.h"
+#include "measure/PlayingDecks.h"
 #include "measure/Timing.h"
 
 #include "shared/TemporaryFolder.h"
@@ -9,13 +10,16 @@
 #include "ui/look/DefaultLook.h"
 
 #include <cstdio>
+#include <optional>
+#include <thread>
 
-// bench_crate [--songs=N]...: what the browser's view costs the message thread while it is scrolled, and how long a source, an
-// order and a search take until their rows are painted, at 1,000 and 100,000 songs, 1920 wide, at 1x and 2x.
+// bench_crate [--songs=N]... [--import]: what the browser's view costs the message thread while it is scrolled, and how long a
+// source, an order, a search and an edit take until their rows are painted, 1920 wide, at 1x and 2x, while four decks play;
+// --import with an import beside all of it. Counts the decks' blocks that come too late.
 
 namespace
 {
-constexpr int width = 1920, height = 500, frames = 200, rowsOfFrame = 3, questions = 11;
+constexpr int width = 1920, height = 500, frames = 200, rowsOfFrame = 3, questions = 11, quietMs = 2000;
 
 int64_t timed (const std::function<void()>& work)
 {
@@ -27,24 +31,28 @@ int64_t timed (const std::function<void()>& work)
 class Crate
 {
 public:
-    explicit Crate (int songs) : engine (world())
+    explicit Crate (int songs) : engine (false, PlayingDecks::rate, PlayingDecks::blockFrames)
     {
         Session::Options options;
         options.folders.root = folder;
         options.library.folder = folder.file ("SongManager");
         session = std::make_shared<Session> (std::move (options));
         auto& database = session->browser()->database;
-        MadeUpSongs source { songs };
-        auto transaction = database.beginTransaction();
-        for (int i = 0; i < songs; ++i)
-            juce::ignoreUnused (database.insertSong (source.song (i)));
-        juce::ignoreUnused (transaction.commit());
+        {
+            MadeUpSongs source { songs };
+            auto transaction = database.beginTransaction(); // holds the library's lock until it goes
+            for (int i = 0; i < songs; ++i)
+                juce::ignoreUnused (database.insertSong (source.song (i)));
+            juce::ignoreUnused (transaction.commit());
+        }
         session->browser()->watch.look();
-        browser = std::make_unique<SongManager> (engine, session.get());
+        browser = std::make_unique<SongManager> (*engine, session.get());
         browser->setBounds (0, 0, width, height);
         browser->setVisible (true);
         browser->settle();
     }
+
+    ~Crate() { browser.reset(); } // before what it shows
 
     /** Paints the table as a screen of a scale shows it. */
     void paint (float scale)
@@ -98,27 +106,67 @@ public:
         std::printf ("%-36s %8.2f %8.2f\n", what, times.quantile (0.5) / 1e6, times.quantile (1.0) / 1e6);
     }
 
+    /** Writes songs into the library until it goes, in portions as an import does. */
+    class Import
+    {
+    public:
+        Import (LibraryRoom& room, int songs)
+            : thread (
+                [&room, songs] (const std::stop_token& stop)
+                {
+                    MadeUpSongs more { songs };
+                    for (auto i = songs; !stop.stop_requested(); i += portion)
+                    {
+                        {
+                            auto transaction = room.database.beginTransaction();
+                            for (auto k = 0; k < portion; ++k)
+                                juce::ignoreUnused (room.database.insertSong (more.song (i + k)));
+                            juce::ignoreUnused (transaction.commit());
+                        }
+                        room.watch.look();
+                        std::this_thread::sleep_for (std::chrono::milliseconds (20));
+                    }
+                })
+        {
+        }
+
+    private:
+        static constexpr int portion = 256;
+        std::jthread thread;
+    };
+
+    LibraryRoom& room() { return *session->browser(); }
+
+    /** Says how many blocks were late since the last time. */
+    void printBlocks (const char* what)
+    {
+        const auto count = playing.take();
+        std::printf ("%-36s %d of %d blocks late, the longest %.2f ms\n", what, count.late, count.blocks,
+                     count.longestMs);
+    }
+
     std::unique_ptr<SongManager> browser;
 
 private:
-    EngineWorld world() const
-    {
-        EngineWorld made;
-        made.folders.root = folder;
-        return made;
-    }
-
     const juce::SharedResourcePointer<DefaultLook> look;
     const TemporaryFolder folder;
-    CPlatterdex engine;
+    BenchEngine engine;
+    PlayingDecks playing { engine };
     std::shared_ptr<Session> session;
     juce::Image image;
 };
 
-void measure (int songs)
+void measure (int songs, bool withImport)
 {
     Crate crate (songs);
-    std::printf ("\n%d songs, ms%30s %8s\n", songs, "median", "maximum");
+    crate.printBlocks ("while the library was made");
+    juce::Thread::sleep (quietMs);
+    crate.printBlocks ("at rest");
+    std::optional<Crate::Import> importing;
+    if (withImport)
+        importing.emplace (crate.room(), songs);
+    std::printf ("\n%d songs%s, ms%30s %8s\n", songs, withImport ? ", an import beside" : "", "median",
+                 "maximum");
     crate.scroll (1.0f);
     crate.scroll (2.0f);
     auto& table = crate.browser->songs();
@@ -129,6 +177,17 @@ void measure (int songs)
                [&] (int i) { table.sortBy (TableColumn::of (SongField::title), i % 2 == 0); });
     crate.ask ("a search until it is painted",
                [&] (int i) { crate.browser->searchField().setText (i % 2 == 0 ? "dreams" : "dreams 12"); });
+    crate.browser->searchField().setText ({});
+    crate.ask ("a rating until it is painted",
+               [&] (int i) { crate.room().edits.setRating ({ table.list()[i].songId }, i % 6); });
+    crate.ask ("a title until it is painted",
+               [&] (int i) {
+                   crate.room().edits.setField (table.list()[i].songId, SongField::title,
+                                                "Edited " + juce::String (i));
+               });
+    importing.reset();
+    crate.printBlocks ("meanwhile");
+    std::printf ("%.0f MB resident\n", Machine::residentMegabytes());
 }
 }
 
@@ -137,11 +196,16 @@ int main (int argc, char** argv)
     const juce::ScopedJuceInitialiser_GUI juceScope;
     Machine::print();
     std::vector<int> sizes;
+    auto withImport = false;
     for (int i = 1; i < argc; ++i)
-        if (const juce::String option (argv[i]); option.startsWith ("--songs="))
+    {
+        const juce::String option (argv[i]);
+        withImport = withImport || option == "--import";
+        if (option.startsWith ("--songs="))
             sizes.push_back (option.fromFirstOccurrenceOf ("=", false, false).getIntValue());
+    }
     if (sizes.empty())
         sizes = { 1000, 100'000 };
     for (const auto songs : sizes)
-        measure (songs);
+        measure (songs, withImport);
 }
