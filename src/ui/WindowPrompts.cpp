@@ -55,9 +55,9 @@ void WindowPrompts::askYesNo (const juce::String& title, const juce::String& que
     auto window = make (title, question, juce::MessageBoxIconType::QuestionIcon);
     window->addButton ("Yes", 1, letter ('y'));
     window->addButton ("No", 0, letter ('n'), returnKey);
+    // JUCE gives all buttons the first place, and Return presses the one that has the keyboard.
     for (auto* child : window->getChildren())
-        if (child->getName() == "No")
-            child->setExplicitFocusOrder (1);
+        child->setExplicitFocusOrder (child->getName() == "No" ? 1 : 2);
     open (std::move (window),
           [answer = std::move (answer)] (juce::AlertWindow&, int result) { answer (result == 1); });
 }

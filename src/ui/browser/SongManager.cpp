@@ -106,6 +106,7 @@ SongManager::SongManager (CPlatterdex& e, Session* session)
              &search, &windowButton, &tree, &leftBar, &table, &rightBar, &files, &jobLine, &preview })
         addAndMakeVisible (part);
     addChildComponent (cover);
+    table.setExplicitFocusOrder (1); // the keyboard comes back to the songs when a question is answered
     table.setSearch ({}, search.fields());
     restorePanes();
     tree.restoreOpenness (world.preference (treeName));
