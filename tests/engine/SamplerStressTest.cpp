@@ -105,6 +105,7 @@ TEST (SamplerStress, SamplesComeAndGoWhileSixteenPadsPlay)
     first.join();
     second.join();
     EXPECT_GT (loudest, 0.1);
-    // The fades of sixteen such tones bend the sum by less; a tenth of one tone's height, missing at once, would be more.
-    EXPECT_LT (roughest, 0.01);
+    // A tone may begin without a fade at up to four of its own steps, 0.0068 at 120 Hz, and two threads may press in one
+    // block. A tone's height, missing at once, is 0.1.
+    EXPECT_LT (roughest, 0.02);
 }
