@@ -5,6 +5,7 @@
 #include "app/TerminationSignals.h"
 #include "app/audio/AudioDevices.h"
 #include "engine/CPlatterdex.h"
+#include "midi/detect/ControllerWatch.h"
 #include "midi/system/MidiSystem.h"
 #include "plugins/slot/VstSlots.h"
 #include "session/Session.h"
@@ -45,6 +46,7 @@ private:
     SessionEngine tie { *session, engine };
     MidiSystem midi;
     VstSlots slots { engine, {} };
+    ControllerWatch controllerWatch { midi };
     AudioDevices audio;
     juce::Component::SafePointer<CPlatterdexVstEditor> editor;
     MidiWindows midiWindows { midi };

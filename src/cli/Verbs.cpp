@@ -19,6 +19,7 @@ constexpr std::array verbs {
     Verb { "export", "writes a list as M3U or as a web page", runExport },
     Verb { "snapshot", "paints the window into a PNG file, without a display", runSnapshot },
     Verb { "midi", "lists the MIDI ports, or shows what they receive", runMidi },
+    Verb { "controllers", "lists the known MIDI controllers, and what their controls do", runControllers },
     Verb { "script", "builds scripts for MIDI controllers and prints their errors", runScript },
     Verb { "timecode", "decodes a recorded control signal into speeds and positions", runTimecode },
     Verb { "control-cd", "writes the control disc into a WAV file", runControlCd },

@@ -28,6 +28,7 @@ int runHistory (const juce::StringArray& arguments);
 int runImport (const juce::StringArray& arguments);
 int runList (const juce::StringArray& arguments);
 int runMidi (const juce::StringArray& arguments);
+int runControllers (const juce::StringArray& arguments);
 int runMix (const juce::StringArray& arguments);
 int runPerform (const juce::StringArray& arguments);
 int runPlaylist (const juce::StringArray& arguments);

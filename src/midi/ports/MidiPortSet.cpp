@@ -41,6 +41,15 @@ void MidiPortSet::close()
     }
 }
 
+namespace
+{
+/** The name of the output that belongs to a port: some devices call it otherwise than their input. */
+juce::String outputNameOf (const juce::String& name)
+{
+    return name.replace ("Vestax MIDI In", "Vestax MIDI Out").replace ("Casio MIDI In", "Casio MIDI Out");
+}
+}
+
 void MidiPortSet::setInputEnabled (const juce::String& name, bool enable, int index)
 {
     setEnabled (MidiDirection::input, name, enable, index);
@@ -48,7 +57,7 @@ void MidiPortSet::setInputEnabled (const juce::String& name, bool enable, int in
 
 void MidiPortSet::setOutputEnabled (const juce::String& name, bool enable, int index)
 {
-    setEnabled (MidiDirection::output, name, enable, index);
+    setEnabled (MidiDirection::output, outputNameOf (name), enable, index);
 }
 
 bool MidiPortSet::isInputEnabled (const juce::String& name, int index) const
@@ -58,7 +67,7 @@ bool MidiPortSet::isInputEnabled (const juce::String& name, int index) const
 
 bool MidiPortSet::isOutputEnabled (const juce::String& name, int index) const
 {
-    return isEnabled (MidiDirection::output, name, index);
+    return isEnabled (MidiDirection::output, outputNameOf (name), index);
 }
 
 void MidiPortSet::setEnabled (MidiDirection direction, const juce::String& name, bool enable, int index)

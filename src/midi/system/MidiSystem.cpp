@@ -1,6 +1,7 @@
 #include "midi/system/MidiSystem.h"
 
 #include "midi/mapping/MidiMappingFile.h"
+#include "midi/native/NativeDrivers.h"
 #include "midi/script/ShippedScripts.h"
 
 #include <juce_events/juce_events.h>
@@ -8,7 +9,9 @@
 MidiSystem::MidiSystem (CPlatterdex& e, Options options)
     : engine (e),
       ports (std::move (options.backends)),
-      control (e, ports, std::move (options.drivers), options.askForRealTime),
+      control (e, ports,
+               options.drivers != nullptr ? std::move (options.drivers) : std::make_unique<NativeDrivers>(),
+               options.askForRealTime),
       scripts (&e, ports, e.environment.folders.scriptFiles(), {}, !options.hasThreads),
       mappingFile (e.environment.folders.setup().getChildFile ("default_midi_mapping.xml")),
       deviceListFile (e.environment.folders.setup().getChildFile ("midi_devices_list.xml")),

@@ -61,4 +61,6 @@ private:
     const juce::File mappingFile, deviceListFile, scriptSetupFile;
     const bool runsScripts, inHost;
     MappingKeeper mappingKeeper;
+
+    JUCE_DECLARE_WEAK_REFERENCEABLE (MidiSystem)
 };

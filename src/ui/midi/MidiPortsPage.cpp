@@ -20,6 +20,7 @@ MidiPortsPage::MidiPortsPage (MidiSystem& m, std::function<void()> openMapping)
                 "MIDI", "The list of devices could not be kept: its folder can't be "
                         "written to.");
     };
+    addAndMakeVisible (controller);
     addAndMakeVisible (inputs);
     addAndMakeVisible (outputs);
 
@@ -38,6 +39,7 @@ MidiPortsPage::MidiPortsPage (MidiSystem& m, std::function<void()> openMapping)
 
 void MidiPortsPage::refresh()
 {
+    controller.refresh();
     inputs.refresh();
     outputs.refresh();
 }
@@ -45,6 +47,7 @@ void MidiPortsPage::refresh()
 void MidiPortsPage::paint (juce::Graphics& g)
 {
     g.fillAll (palette::panel);
+    PanelPaint::label (g, "Remote Controller", controllerLabel, juce::Justification::centredLeft);
     PanelPaint::label (g, "MIDI Inputs", inputLabel, juce::Justification::centredLeft);
     PanelPaint::label (g, "MIDI Outputs", outputLabel, juce::Justification::centredLeft);
 }
@@ -52,6 +55,9 @@ void MidiPortsPage::paint (juce::Graphics& g)
 void MidiPortsPage::resized()
 {
     auto area = getLocalBounds().reduced (margin);
+    controllerLabel = area.removeFromTop (labelHeight);
+    controller.setBounds (area.removeFromTop (ControllerChoice::height));
+    area.removeFromTop (gap);
     auto bottom = area.removeFromBottom (buttonHeight);
     mappingButton.setBounds (bottom.removeFromRight (buttonWidth));
     hostToggle.setBounds (bottom.withTrimmedRight (gap));

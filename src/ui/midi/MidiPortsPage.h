@@ -1,14 +1,15 @@
 #pragma once
 
 #include "midi/system/MidiSystem.h"
+#include "ui/midi/ControllerChoice.h"
 #include "ui/midi/PortListComponent.h"
 #include "ui/widgets/PXTextButton.h"
 
-/** The page of the engine's ports: two lists, and the way to the mapping editor. */
+/** The page of the engine's ports: the native controller, two lists, and the way to the mapping editor. */
 class MidiPortsPage : public juce::Component
 {
 public:
-    static constexpr int width = 560, height = 420;
+    static constexpr int width = 620, height = 460;
 
     /** @param openMapping   opens the mapping editor */
     MidiPortsPage (MidiSystem&, std::function<void()> openMapping);
@@ -19,8 +20,9 @@ public:
 
 private:
     MidiSystem& midi;
+    ControllerChoice controller { midi };
     PortListComponent inputs, outputs;
     juce::ToggleButton hostToggle { "Open MIDI ports inside this host" };
     PXTextButton mappingButton { "Open MIDI Mapping Editor" };
-    juce::Rectangle<int> inputLabel, outputLabel;
+    juce::Rectangle<int> controllerLabel, inputLabel, outputLabel;
 };

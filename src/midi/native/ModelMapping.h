@@ -1,0 +1,9 @@
+#pragma once
+
+#include "midi/mapping/MidiMapping.h"
+#include "midi/native/table/ModelTable.h"
+
+/** A model's table as a mapping, for those who want to change it: of each command the first control of the layers that are
+    there at the start. What a mapping can't say is left out: layers, lamps, wheels of other forms than centred ones.
+    Any thread that may block. */
+void fillMapping (const Model&, MidiMapping&);

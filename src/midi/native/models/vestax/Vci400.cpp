@@ -1,0 +1,207 @@
+#include "midi/native/table/ModelTable.h"
+
+namespace controllers
+{
+namespace
+{
+using namespace midi;
+using enum FunctionId;
+
+constexpr Control controls[] {
+    // Playing
+    { play, { note (26, 3), note (26, 4), note (29, 5), note (29, 6) } },
+    { play, { note (28, 3), note (28, 4), note (33, 5), note (33, 6) } },
+    { cue, { note (25, 3), note (25, 4), note (28, 5), note (28, 6) } },
+    { cue, { note (27, 3), note (27, 4), note (32, 5), note (32, 6) } },
+    { nth (hotCue, 1), byChannel (note (7, 3)), Form::press, plain& inDeckMode (0) },
+    { nth (hotCue, 2), byChannel (note (8, 3)), Form::press, plain& inDeckMode (0) },
+    { nth (hotCue, 3), byChannel (note (9, 3)), Form::press, plain& inDeckMode (0) },
+    { nth (hotCue, 4), byChannel (note (10, 3)), Form::press, plain& inDeckMode (0) },
+    { nth (hotCue, 5), byChannel (note (11, 3)), Form::press, plain& inDeckMode (0) },
+    { nth (hotCue, 6), byChannel (note (12, 3)), Form::press, plain& inDeckMode (0) },
+    { nth (hotCue, 7), byChannel (note (13, 3)), Form::press, plain& inDeckMode (0) },
+    { nth (hotCue, 8), byChannel (note (14, 3)), Form::press, plain& inDeckMode (0) },
+    { nth (deleteHotCue, 1), byChannel (note (7, 3)), Form::press, shifted& inDeckMode (0) },
+    { nth (deleteHotCue, 2), byChannel (note (8, 3)), Form::press, shifted& inDeckMode (0) },
+    { nth (deleteHotCue, 3), byChannel (note (9, 3)), Form::press, shifted& inDeckMode (0) },
+    { nth (deleteHotCue, 4), byChannel (note (10, 3)), Form::press, shifted& inDeckMode (0) },
+    { nth (deleteHotCue, 5), byChannel (note (11, 3)), Form::press, shifted& inDeckMode (0) },
+    { nth (deleteHotCue, 6), byChannel (note (12, 3)), Form::press, shifted& inDeckMode (0) },
+    { nth (deleteHotCue, 7), byChannel (note (13, 3)), Form::press, shifted& inDeckMode (0) },
+    { nth (deleteHotCue, 8), byChannel (note (14, 3)), Form::press, shifted& inDeckMode (0) },
+    { reverse, { note (30, 5), note (27, 6), note (27, 5), note (30, 6) } },
+    { reverse, { note (34, 5), note (31, 6), note (31, 5), note (34, 6) } },
+    { reverse, { note (38, 5), note (35, 6), note (35, 5), note (38, 6) } },
+    // Tempo and key
+    { sync, byChannel (note (1, 3)) },
+    { pitch, byChannel (cc (18, 3)), Form::fine32 },
+    { keyTuning, byChannel (cc (5, 3)), Form::centred },
+    { keyReset, byChannel (note (17, 3)) },
+    { timecodeOn, { note (30, 3), note (30, 4), note (37, 5), note (37, 6) } },
+    { timecodeMode, { note (29, 3), note (29, 4), note (36, 5), note (36, 6) } },
+    // Loops
+    { reloop, byChannel (note (20, 3)) },
+    { loopSize, byChannel (cc (6, 3)), Form::centred },
+    { nth (loopBeats, 3), byChannel (note (7, 3)), Form::press, inDeckMode (1) },
+    { nth (loopBeats, 4), byChannel (note (8, 3)), Form::press, inDeckMode (1) },
+    { nth (loopBeats, 5), byChannel (note (9, 3)), Form::press, inDeckMode (1) },
+    { nth (loopBeats, 6), byChannel (note (10, 3)), Form::press, inDeckMode (1) },
+    { nth (loopBeats, 7), byChannel (note (11, 3)), Form::press, inDeckMode (1) },
+    { nth (loopBeats, 8), byChannel (note (12, 3)), Form::press, inDeckMode (1) },
+    { nth (loopBeats, 9), byChannel (note (13, 3)), Form::press, inDeckMode (1) },
+    { nth (loopBeats, 10), byChannel (note (14, 3)), Form::press, inDeckMode (1) },
+    { nth (rollBeats, 1), byChannel (note (7, 3)), Form::press, inDeckMode (2) },
+    { nth (rollBeats, 2), byChannel (note (8, 3)), Form::press, inDeckMode (2) },
+    { nth (rollBeats, 3), byChannel (note (9, 3)), Form::press, inDeckMode (2) },
+    { nth (rollBeats, 4), byChannel (note (10, 3)), Form::press, inDeckMode (2) },
+    { nth (rollBeats, 5), byChannel (note (11, 3)), Form::press, inDeckMode (2) },
+    { nth (rollBeats, 6), byChannel (note (12, 3)), Form::press, inDeckMode (2) },
+    { nth (rollBeats, 7), byChannel (note (13, 3)), Form::press, inDeckMode (2) },
+    { nth (rollBeats, 8), byChannel (note (14, 3)), Form::press, inDeckMode (2) },
+    // Jog wheels
+    { jog, byChannel (cc (19, 3)), Form::centred },
+    { jogTouch, byChannel (note (39, 3)) },
+    { scratchMode, byChannel (note (6, 3)) },
+    // Mixer
+    { gain, byChannel (cc (12, 3)), Form::absolute },
+    { eqHigh, byChannel (cc (13, 3)), Form::absolute },
+    { eqMid, byChannel (cc (14, 3)), Form::absolute },
+    { eqLow, byChannel (cc (15, 3)), Form::absolute },
+    { volume, byChannel (cc (17, 3)), Form::fine32 },
+    { pfl, byChannel (note (5, 3)) },
+    { crossfader, { cc (20) }, Form::absolute },
+    { masterVolume, { cc (43, 15) }, Form::absolute },
+    { monitorMix, { cc (42, 15) }, Form::absolute },
+    // Effects and instruments
+    { filter, byChannel (cc (16, 3)), Form::absolute },
+    { nth (effectOn, 1), { note (1, 13) }, Form::press, always, Decks::left },
+    { nth (effectOn, 1), { note (1, 14) }, Form::press, always, Decks::right },
+    { nth (effectOn, 2), { note (2, 13) }, Form::press, always, Decks::left },
+    { nth (effectOn, 2), { note (2, 14) }, Form::press, always, Decks::right },
+    { nth (effectOn, 3), { note (3, 13) }, Form::press, always, Decks::left },
+    { nth (effectOn, 3), { note (3, 14) }, Form::press, always, Decks::right },
+    { nth (effectParam, 1), { cc (1, 13) }, Form::absolute, always, Decks::left },
+    { nth (effectParam, 1), { cc (1, 14) }, Form::absolute, always, Decks::right },
+    { nth (effectParam, 2), { cc (2, 13) }, Form::absolute, always, Decks::left },
+    { nth (effectParam, 2), { cc (2, 14) }, Form::absolute, always, Decks::right },
+    { nth (effectParam, 3), { cc (3, 13) }, Form::absolute, always, Decks::left },
+    { nth (effectParam, 3), { cc (3, 14) }, Form::absolute, always, Decks::right },
+    { nth (effectNext, 1), { note (8, 13) }, Form::press, always, Decks::left },
+    { nth (effectNext, 1), { note (8, 14) }, Form::press, always, Decks::right },
+    { dryWet, { cc (4, 13) }, Form::absolute, always, Decks::left },
+    { dryWet, { cc (4, 14) }, Form::absolute, always, Decks::right },
+    { wetOnOff, { note (4, 13) }, Form::press, always, Decks::left },
+    { wetOnOff, { note (4, 14) }, Form::press, always, Decks::right },
+    { nth (smartKnobOn, 1), byChannel (note (3, 3)) },
+    { nth (smartKnobOn, 2), byChannel (note (4, 3)) },
+    { nth (samplerPad, 1), byChannel (note (7, 3)), Form::press, inDeckMode (3) },
+    { nth (samplerPad, 2), byChannel (note (8, 3)), Form::press, inDeckMode (3) },
+    { nth (samplerPad, 3), byChannel (note (9, 3)), Form::press, inDeckMode (3) },
+    { nth (samplerPad, 4), byChannel (note (10, 3)), Form::press, inDeckMode (3) },
+    { nth (samplerPad, 5), byChannel (note (11, 3)), Form::press, inDeckMode (3) },
+    { nth (samplerPad, 6), byChannel (note (12, 3)), Form::press, inDeckMode (3) },
+    { nth (samplerPad, 7), byChannel (note (13, 3)), Form::press, inDeckMode (3) },
+    { nth (samplerPad, 8), byChannel (note (14, 3)), Form::press, inDeckMode (3) },
+    // Library
+    { load, byChannel (note (2, 3)) },
+    { playlistSelect, { cc (40, 15) }, Form::twosComplement, plain },
+    { preview, { note (113, 15) }, Form::press, plain },
+    { directorySelect, { cc (40, 15) }, Form::twosComplement, shifted },
+    { directoryEnter, { note (113, 15) }, Form::press, shifted },
+    // Layers of the surface
+    { shift, { note (1) }, Form::press, always, Decks::chosen },
+    { nth (deckMode, 1), byChannel (note (21, 3)) },
+    { nth (deckMode, 2), byChannel (note (22, 3)) },
+    { nth (deckMode, 3), byChannel (note (23, 3)) },
+    { nth (deckMode, 4), byChannel (note (24, 3)) },
+    { nth (selectDeck, 1), { note (34, 3) }, Form::press, always, Decks::left },
+    { nth (selectDeck, 2), { note (34, 4) }, Form::press, always, Decks::right },
+    { nth (selectDeck, 3), { note (35, 3) }, Form::press, always, Decks::left },
+    { nth (selectDeck, 4), { note (35, 4) }, Form::press, always, Decks::right },
+    { nextDeck, { note (9, 13) }, Form::press, always, Decks::left },
+    { nextDeck, { note (9, 14) }, Form::press, always, Decks::right },
+};
+static_assert (areSound (controls));
+
+constexpr Lamp lamps[] {
+    // Playing
+    { play, { note (26, 3), note (26, 4), note (29, 5), note (29, 6) } },
+    { play, { note (28, 3), note (28, 4), note (33, 5), note (33, 6) } },
+    { cue, { note (25, 3), note (25, 4), note (28, 5), note (28, 6) } },
+    { cue, { note (27, 3), note (27, 4), note (32, 5), note (32, 6) } },
+    { nth (hotCue, 1), byChannel (note (7, 3)), light, inDeckMode (0) },
+    { nth (hotCue, 2), byChannel (note (8, 3)), light, inDeckMode (0) },
+    { nth (hotCue, 3), byChannel (note (9, 3)), light, inDeckMode (0) },
+    { nth (hotCue, 4), byChannel (note (10, 3)), light, inDeckMode (0) },
+    { nth (hotCue, 5), byChannel (note (11, 3)), light, inDeckMode (0) },
+    { nth (hotCue, 6), byChannel (note (12, 3)), light, inDeckMode (0) },
+    { nth (hotCue, 7), byChannel (note (13, 3)), light, inDeckMode (0) },
+    { nth (hotCue, 8), byChannel (note (14, 3)), light, inDeckMode (0) },
+    { reverse, { note (30, 5), note (27, 6), note (27, 5), note (30, 6) } },
+    { reverse, { note (34, 5), note (31, 6), note (31, 5), note (34, 6) } },
+    { reverse, { note (38, 5), note (35, 6), note (35, 5), note (38, 6) } },
+    // Tempo and key
+    { sync, byChannel (note (1, 3)) },
+    { timecodeOn, { note (30, 3), note (30, 4), note (37, 5), note (37, 6) } },
+    { timecodeMode, { note (29, 3), note (29, 4), note (36, 5), note (36, 6) } },
+    // Loops
+    { nth (loopBeats, 3), byChannel (note (7, 3)), light, inDeckMode (1) },
+    { nth (loopBeats, 4), byChannel (note (8, 3)), light, inDeckMode (1) },
+    { nth (loopBeats, 5), byChannel (note (9, 3)), light, inDeckMode (1) },
+    { nth (loopBeats, 6), byChannel (note (10, 3)), light, inDeckMode (1) },
+    { nth (loopBeats, 7), byChannel (note (11, 3)), light, inDeckMode (1) },
+    { nth (loopBeats, 8), byChannel (note (12, 3)), light, inDeckMode (1) },
+    { nth (loopBeats, 9), byChannel (note (13, 3)), light, inDeckMode (1) },
+    { nth (loopBeats, 10), byChannel (note (14, 3)), light, inDeckMode (1) },
+    { nth (rollBeats, 1), byChannel (note (7, 3)), light, inDeckMode (2) },
+    { nth (rollBeats, 2), byChannel (note (8, 3)), light, inDeckMode (2) },
+    { nth (rollBeats, 3), byChannel (note (9, 3)), light, inDeckMode (2) },
+    { nth (rollBeats, 4), byChannel (note (10, 3)), light, inDeckMode (2) },
+    { nth (rollBeats, 5), byChannel (note (11, 3)), light, inDeckMode (2) },
+    { nth (rollBeats, 6), byChannel (note (12, 3)), light, inDeckMode (2) },
+    { nth (rollBeats, 7), byChannel (note (13, 3)), light, inDeckMode (2) },
+    { nth (rollBeats, 8), byChannel (note (14, 3)), light, inDeckMode (2) },
+    // Jog wheels
+    { scratchMode, byChannel (note (6, 3)) },
+    // Mixer
+    { pfl, byChannel (note (5, 3)) },
+    { level, byChannel (cc (17, 3)), fullScale },
+    { nth (masterLevel, 1), { cc (43, 15) }, fullScale },
+    { nth (masterLevel, 2), { cc (44, 15) }, fullScale },
+    // Effects and instruments
+    { nth (effectNext, 1), { note (8, 13) }, light, always, Decks::left },
+    { nth (effectNext, 1), { note (8, 14) }, light, always, Decks::right },
+    { nth (smartKnobOn, 1), byChannel (note (3, 3)) },
+    { nth (smartKnobOn, 2), byChannel (note (4, 3)) },
+    { nth (samplerPad, 1), byChannel (note (7, 3)), light, inDeckMode (3) },
+    { nth (samplerPad, 2), byChannel (note (8, 3)), light, inDeckMode (3) },
+    { nth (samplerPad, 3), byChannel (note (9, 3)), light, inDeckMode (3) },
+    { nth (samplerPad, 4), byChannel (note (10, 3)), light, inDeckMode (3) },
+    { nth (samplerPad, 5), byChannel (note (11, 3)), light, inDeckMode (3) },
+    { nth (samplerPad, 6), byChannel (note (12, 3)), light, inDeckMode (3) },
+    { nth (samplerPad, 7), byChannel (note (13, 3)), light, inDeckMode (3) },
+    { nth (samplerPad, 8), byChannel (note (14, 3)), light, inDeckMode (3) },
+    // Layers of the surface
+    { nth (deckMode, 1), byChannel (note (21, 3)) },
+    { nth (deckMode, 2), byChannel (note (22, 3)) },
+    { nth (deckMode, 3), byChannel (note (23, 3)) },
+    { nth (deckMode, 4), byChannel (note (24, 3)) },
+    { nextDeck, { note (9, 13) }, light, always, Decks::left },
+    { nextDeck, { note (9, 14) }, light, always, Decks::right },
+};
+static_assert (areSound (lamps));
+
+}
+
+extern const Model vestaxVci400;
+const Model vestaxVci400 {
+    .number = 44,
+    .controls = controls,
+    .lamps = lamps,
+    .jog = { .bend = 0.001, .scratch = 0.02, .touchNeedsScratchMode = true },
+    .clearsCache = true,
+    .remark = "Vestax VCI-400: channels 3 to 6 are the decks, 13 and 14 the effect sections, which play the "
+              "deck of their side. Pads in four layers: hot cues (shift deletes), loops, rolls, sampler. "
+              "Decks C and D send their transport rows in three layers.",
+};
+}
