@@ -15,7 +15,7 @@
 namespace
 {
 constexpr double tau = 2 * std::numbers::pi;
-constexpr double rate = 44100, delay = 0.0017, settling = 0.2, tolerance = 0.02;
+constexpr double rate = 44100, delay = 0.0014, settling = 0.2, tolerance = 0.02;
 
 struct Motion
 {

@@ -27,6 +27,9 @@ public:
     /** The same, with the time that the block waited for the lock apart. */
     int64_t processBlock (int64_t& waited);
 
+    /** The input pairs of the blocks to come, one after the other; noise at first. */
+    juce::AudioBuffer<float>& inputs() { return input; }
+
     const juce::AudioBuffer<float>& output() const { return buffer; }
 
 private:

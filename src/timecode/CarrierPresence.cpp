@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace
 {
@@ -48,7 +49,7 @@ int CarrierPresence::ticksOf (float seconds) const noexcept
 
 void CarrierPresence::reset() noexcept
 {
-    meanSquare = scatter = cross = lineX = lineY = lineSquare = nominal = 0;
+    meanSquare = scatter = cross = lastingCross = lastingSquare = lineX = lineY = lineSquare = nominal = 0;
     noise = 0.1f;
     lastX = lastY = 0;
     present = atRest = false;
@@ -76,7 +77,10 @@ void CarrierPresence::observe (const ControlCircle::Points& points, const TickLa
     const auto n = static_cast<float> (frames);
     meanSquare += leak * (points.squared.sum() - n * meanSquare);
     scatter += leak * (scattered.sum() - static_cast<float> (trustedFrames) * scatter);
-    cross += 0.6f * leak * (turned.sum() - n * cross);
+    const auto turnedSum = turned.sum();
+    cross += 0.6f * leak * (turnedSum - n * cross);
+    lastingCross += 0.1f * leak * (turnedSum - n * lastingCross);
+    lastingSquare += 0.1f * leak * (points.squared.sum() - n * lastingSquare);
     lineSquare += 0.5f * leak * (points.squared.sum() - n * lineSquare);
     lineX += 0.5f * leak * (across.sum() - n * lineX);
     lineY += 0.5f * leak * (along.sum() - n * lineY);
@@ -89,6 +93,9 @@ void CarrierPresence::judge (double hz, float rumble, bool inGap) noexcept
     const auto slowHz =
         std::abs (cross) / std::max (meanSquare, 1e-20f) * rate / (2 * std::numbers::pi_v<float>);
 
+    const auto lastingHz =
+        std::abs (lastingCross) / std::max (lastingSquare, 1e-20f) * rate / (2 * std::numbers::pi_v<float>);
+
     // A record's level falls with its speed, down into the rumble that was heard beside the carrier.
     const auto rumbling =
         rumble < 0 ? 0.4f : std::clamp (2.6f * rumble / std::max (nominal, 1e-6f), 0.06f, 0.9f);
@@ -97,15 +104,25 @@ void CarrierPresence::judge (double hz, float rumble, bool inGap) noexcept
     const bool onCourse = scatter < 0.025f && level > 1e-4f && (inGap || level > floor);
     // Before a carrier was heard, hum could be one; but it moves both channels along one line.
     // The disc's ellipse reaches 0.9 while its cables are taken for each other.
-    const bool isLine = lineX * lineX + lineY * lineY > 0.88f * lineSquare * lineSquare;
+    const auto thinnest = vinyl ? 0.65f : 0.88f;
+    const bool isLine = lineX * lineX + lineY * lineY > thinnest * lineSquare * lineSquare;
     const bool unproved = nominal == 0 && (slowHz < 60 || isLine);
+    const auto loudRumble = rumble < 0 ? 0.0f : 2.6f * rumble / std::max (nominal, 1e-6f);
     // A weak carrier that hardly turns is rumble. A disc's level does not fall.
     const auto slowest = isLine && rumbling > 0.15f ? std::max (rumbling, 0.5f) : rumbling;
-    const bool weak = level < (vinyl ? (atRest ? 1.25f : 1.0f) * slowest : 0.7f) * nominal;
+    const auto reluctance = atRest ? 1.25f : 1.0f;
+    const auto below = vinyl ? reluctance * slowest : std::max (0.7f, reluctance * loudRumble);
+    const bool weak = level < below * nominal;
     const auto tickSeconds = static_cast<float> (frames) / rate;
-    restSeconds = weak && slowHz < (atRest ? 60 : 40) ? std::min (restSeconds + tickSeconds, longestRest)
-                                                      : std::max (0.0f, restSeconds - 4 * tickSeconds);
-    atRest = weak && restSeconds > (atRest ? 0 : 0.012f);
+    const bool turns = slowHz > (atRest ? 60 : 40) || (atRest && lastingHz > 18);
+    restSeconds = weak && !turns ? std::min (restSeconds + tickSeconds, longestRest)
+                                 : std::max (0.0f, restSeconds - 4 * tickSeconds);
+    const bool rested = std::exchange (atRest, weak && restSeconds > (atRest ? 0 : 0.012f));
+    if (atRest && !rested)
+    {
+        lastingCross = 0;
+        lastingSquare = meanSquare;
+    }
 
     // After a rest a carrier has to last longer than dust does.
     const bool isDust =

@@ -53,6 +53,7 @@ private:
     bool vinyl = false;
     std::array<float, levelsPerSpeed * fastestLevel + 2> levels {}; // by speed
 
+    float lastingCross = 0, lastingSquare = 0; // over 50 ms: rumble turns to and fro
     float meanSquare = 0, scatter = 0, cross = 0, lineX = 0, lineY = 0, lineSquare = 0, nominal = 0;
     float noise = 0.1f; // level against the carrier's
     float lastX = 0, lastY = 0;

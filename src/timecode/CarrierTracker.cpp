@@ -5,6 +5,10 @@
 
 namespace
 {
+// Of the way between the middles of the two shorter windows: a hand's speed goes on as it changed.
+constexpr double lead = 0.2;
+constexpr double noiseShare = 10;    // a second: what a scratch bends within its turns is no noise
+constexpr double slowestAhead = 0.1; // speed below which a turn may be near
 constexpr double fastestStep = 0.45; // turns a frame; at half a turn the direction is lost
 
 /** 1 where two speeds agree, falling to 0 as they differ by more than a tolerance. */
@@ -38,7 +42,7 @@ void CarrierTracker::reset() noexcept
     extrapolated = {};
     reading = {};
     brief = before = 0;
-    evenTicks = 0;
+    evenTicks = heardTicks = 0;
     groovesSpeed = slopeNoise = 0;
     late.fill ({});
     lateIndex = 0;
@@ -48,7 +52,7 @@ const CarrierTracker::Reading& CarrierTracker::process (const TickLanes& left,
                                                         const TickLanes& right) noexcept
 {
     const auto hz = static_cast<float> (std::abs (extrapolated.step) * rate);
-    circle.process (left, right, hz, presence.energy(), presence.isPresent(), points);
+    circle.process (left, right, hz, presence.energy(), presence.isPresent(), evenTicks > 0, points);
     TickLanes angles;
     for (int i = 0; i < TickLanes::size; ++i)
         angles[i] = turn::ofPoint (points.x[i], points.y[i]);
@@ -58,7 +62,7 @@ const CarrierTracker::Reading& CarrierTracker::process (const TickLanes& left,
     history.push (counted.mean);
     judgeSpeed (counted.leftTheCourse);
 
-    reading.turns = counter.turns();
+    reading.turns = counter.turns() - reading.ahead;
     reading.present = presence.isPresent();
     reading.away = counter.framesAway() > 0;
     reading.even = evenTicks > 0;
@@ -92,15 +96,20 @@ void CarrierTracker::judgeSpeed (bool leftTheCourse) noexcept
     presence.judge (std::abs (shortest) * rate, circle.rumble(), gap > 0 && gap < longestHold);
     if (gap >= longestHold || leftTheCourse)
         evenTicks = 0;
+    heardTicks = presence.isPresent() && gap == 0 ? std::min (heardTicks + 1, history.lengthInTicks (2)) : 0;
 
     // A longer slope counts as far as it agrees with the shorter within their noise.
     const auto a = shortest * toSpeed, b = longer * toSpeed, c = longest * toSpeed;
     if (std::abs (b - c) < 0.01 + slopeNoise)
-        slopeNoise += 73 / history.ticksPerSecond() * (std::min (std::abs (a - b), 0.05) - slopeNoise);
-    const auto first = agreement (a, b, 0.003 + 3 * slopeNoise);
-    const auto second = first * agreement (b, c, 0.001 + slopeNoise);
+        slopeNoise +=
+            noiseShare / history.ticksPerSecond() * (std::min (std::abs (a - b), 0.05) - slopeNoise);
+    // A window counts once it holds the carrier alone.
+    const auto lastsFor = [&] (int window) { return heardTicks >= history.lengthInTicks (window); };
+    const auto first = lastsFor (1) ? agreement (a, b, 0.003 + 3 * slopeNoise) : 0;
+    const auto second = lastsFor (2) ? first * agreement (b, c, 0.001 + slopeNoise) : 0;
     const bool speaks = presence.isPresent() && gap < longestHold;
-    groovesSpeed = speaks ? std::clamp (a + first * (b - a) + second * (c - b), -10.0, 10.0) : 0;
+    const auto now = lastsFor (1) ? a + lead * (1 - first) * (a - b) : a;
+    groovesSpeed = speaks ? std::clamp (now + first * (b - a) + second * (c - b), -10.0, 10.0) : 0;
 
     const bool agree = std::abs (a - b) + std::abs (b - c) < 0.01 + 4 * slopeNoise;
     evenTicks = agree && presence.isPresent() && counter.isOnCourse()
@@ -113,7 +122,10 @@ void CarrierTracker::judgeSpeed (bool leftTheCourse) noexcept
     extrapolated.lineTurns = history.mean (1) + longer * 0.5 * (length * history.lengthInTicks (1) - 1);
     extrapolated.isEven = evenTicks > 0;
     reading.turnsPerFrame = shortest;
-    reading.lateTurns = history.middle() - shortest * 0.5 * (length - 1);
+    // The high pass's lead is ahead in time: forwards further on, backwards further back.
+    reading.ahead =
+        static_cast<double> (circle.leadTurns()) * std::clamp (shortest * toSpeed / slowestAhead, -1.0, 1.0);
+    reading.lateTurns = history.middle() - shortest * 0.5 * (length - 1) - reading.ahead;
 }
 
 void CarrierTracker::readLateTick() noexcept
@@ -129,12 +141,13 @@ void CarrierTracker::readLateTick() noexcept
         return;
     }
     const auto first = static_cast<float> (turn::wrapped (reading.lateTurns));
-    const auto step = static_cast<float> (reading.turnsPerFrame);
+    const auto step = static_cast<float> (reading.turnsPerFrame), ahead = static_cast<float> (reading.ahead);
     for (int i = 0; i < TickLanes::size; ++i)
     {
-        const auto sine = turn::sine (turn::wrapped (first + step * static_cast<float> (i)));
+        const auto angle = first + step * static_cast<float> (i);
+        const auto sine = turn::sine (turn::wrapped (angle));
         const auto third = sine * (3 - 4 * sine * sine);
-        reading.burst[i] = (kept.primary[i] - sine) * third;
+        reading.burst[i] = (kept.primary[i] - turn::sine (turn::wrapped (angle + ahead))) * third;
         reading.burstWeight[i] = 0.5f * third * third;
     }
 }

@@ -19,6 +19,7 @@ public:
         double turns = 0;     ///< cycles of the carrier since reset, forward is up; at the tick's last frame
         double lateTurns = 0; ///< the same at the first frame of the late tick, smoothed
         double turnsPerFrame = 0; ///< there
+        double ahead = 0;         ///< turns that the high pass put the carrier ahead; taken off
         TickLanes
             level; ///< radius of the circle as it would be at nominal speed, in units of the input; not of a disc
         TickLanes burst;       ///< the disc's third harmonic, matched
@@ -41,6 +42,9 @@ public:
     /** Speed of the groove, 1 nominal, at most 10 either way; 0 without a carrier. */
     PX_AUDIO_THREAD double speed() const noexcept { return groovesSpeed; }
 
+    /** The disc's bursts are cut off by the input. */
+    PX_AUDIO_THREAD bool isClipped() const noexcept { return circle.isClipped(); }
+
     PX_AUDIO_THREAD const CarrierPresence& carrierPresence() const noexcept { return presence; }
 
 private:
@@ -61,7 +65,7 @@ private:
     int longestHold = 882;       // frames
     float brief = 0, before = 0; // the circle's square over 0.3 and 16 ms
 
-    int evenTicks = 0;
+    int evenTicks = 0, heardTicks = 0;
     double groovesSpeed = 0, slopeNoise = 0;
 
     /** Points of the last ticks, until they are in the middle of the slope's window. */

@@ -10,6 +10,10 @@ constexpr float tau = 2 * std::numbers::pi_v<float>;
 constexpr float learningSeconds = 0.4f;
 constexpr int fewestFrames = 200;
 
+constexpr float clipFrom = 0.985f, mostClipped = 0.05f;
+constexpr float discStretch = 2; // its right channel is half as loud
+constexpr float humLeft = 0.15f; // share of the hum that may come through
+
 /** Power of the disc's primary channel against its carrier's: bursts stand in 0.55 of the slots. */
 constexpr float burstPower = 1.14f;
 } // namespace
@@ -22,6 +26,7 @@ void ControlCircle::prepare (const ControlMedium& medium, double sampleRate, int
     disc = medium.isOwnDisc();
     primaryIsLeft = medium.primaryIsLeft;
     secondarySign = medium.reversedPhase ? 1.0f : -1.0f;
+    hum.prepare (sampleRate, framesInTick);
     for (int i = 0; i < TickLanes::size; ++i)
         inTick[i] = i < frames ? 1.0f : 0.0f;
     reset();
@@ -29,14 +34,17 @@ void ControlCircle::prepare (const ControlMedium& medium, double sampleRate, int
 
 void ControlCircle::reset() noexcept
 {
+    hum.reset();
+    lead = 0;
     highPassX = highPassY = {};
     slowX = slowY = slowEnergy = 0;
     rumbleX = rumbleY = rumbleXSquare = rumbleYSquare = 0;
     rumbleTicks = 0;
-    squares = cleanSquares = otherSquares = products = 0;
+    squares = otherSquares = products = 0;
     framesLearnt = 0;
+    clippedShare = 0;
     shear = amplitude = 0;
-    stretch = disc ? 2.0f : 1.0f; // its right channel is half as loud
+    stretch = disc ? discStretch : 1.0f;
 }
 
 void ControlCircle::HighPass::process (TickLanes& lanes, float mean, float share, float perFrame) noexcept
@@ -75,13 +83,20 @@ void ControlCircle::learnRumble() noexcept
 float ControlCircle::rumble() const noexcept
 {
     const bool isKnown = static_cast<float> (rumbleTicks) > 0.05f * rate * perFrame;
-    return isKnown ? std::sqrt (rumbleXSquare + stretch * stretch * rumbleYSquare) : -1;
+    const auto humX = humLeft * hum.levelX(), humY = stretch * humLeft * hum.levelY();
+    return isKnown ? std::sqrt (rumbleXSquare + stretch * stretch * rumbleYSquare + humX * humX + humY * humY)
+                   : -1;
+}
+
+bool ControlCircle::isClipped() const noexcept
+{
+    return disc && clippedShare > mostClipped;
 }
 
 void ControlCircle::removeBursts (Points& points) const noexcept
 {
     // A set slot adds half of sin 3a = sin a (4 cos^2 a - 1): the circle tells if it was set.
-    const auto scale = 1 / amplitude;
+    const auto scale = 1 / amplitude, leaked = shear * stretch;
     for (int i = 0; i < TickLanes::size; ++i)
     {
         const auto cosine = points.y[i] * scale, squaredCosine = cosine * cosine;
@@ -89,23 +104,40 @@ void ControlCircle::removeBursts (Points& points) const noexcept
         const auto sineIfSet = primary / (0.5f + 2 * squaredCosine);
         const auto errorIfClear = std::abs (primary * primary + squaredCosine - 1);
         const auto errorIfSet = std::abs (sineIfSet * sineIfSet + squaredCosine - 1);
-        points.x[i] = errorIfClear > errorIfSet ? sineIfSet * amplitude : points.x[i];
+        const auto sine = errorIfClear > errorIfSet ? sineIfSet * amplitude : points.x[i];
+        points.y[i] += leaked * (points.x[i] - sine); // the burst's share of the other channel
+        points.x[i] = sine;
+    }
+}
+
+void ControlCircle::restoreClipped (const TickLanes& clipped, Points& points) const noexcept
+{
+    // Of a clipped sample only the sign is left: the cosine says the rest.
+    const auto square = amplitude * amplitude;
+    for (int i = 0; i < TickLanes::size; ++i)
+    {
+        const auto sine = std::sqrt (std::max (0.0f, square - points.y[i] * points.y[i]));
+        points.x[i] = clipped[i] == 0 ? points.x[i] : (points.primary[i] < 0 ? -sine : sine);
     }
 }
 
 void ControlCircle::process (const TickLanes& left, const TickLanes& right, float hz, float energy,
-                             bool canLearn, Points& points) noexcept
+                             bool canLearn, bool isEven, Points& points) noexcept
 {
-    TickLanes x, rawY;
+    TickLanes x, rawY, clipped;
     const auto &first = primaryIsLeft ? left : right, &second = primaryIsLeft ? right : left;
     for (int i = 0; i < TickLanes::size; ++i)
     {
         x[i] = first[i];
+        clipped[i] = std::abs (first[i]) > clipFrom ? 1.0f : 0.0f;
         rawY[i] = secondarySign * second[i];
     }
-    const auto meanX = x.sum() * perFrame, meanY = rawY.sum() * perFrame;
-    const auto share =
-        std::min (0.5f, tau * cornerHz (meanX, meanY, hz, energy) / rate * static_cast<float> (frames));
+    auto meanX = x.sum() * perFrame, meanY = rawY.sum() * perFrame;
+    hum.process (x, rawY, meanX, meanY, isEven && hz > HumFilter::slowestHz);
+    const auto corner = cornerHz (meanX, meanY, hz, energy);
+    const auto share = std::min (0.5f, tau * corner / rate * static_cast<float> (frames));
+    const auto ratio = corner / std::max (corner, hz);
+    lead = (2 / tau) * ratio * (1 - ratio * ratio / 3); // the arc tangent of two poles
     highPassX.process (x, meanX, share, perFrame);
     highPassY.process (rawY, meanY, share, perFrame);
 
@@ -119,11 +151,18 @@ void ControlCircle::process (const TickLanes& left, const TickLanes& right, floa
         points.primary[i] = x[i] * scale;
     }
     if (disc && amplitude > 0)
+    {
         removeBursts (points);
+        if (clipped.sum() > 0)
+            restoreClipped (clipped, points);
+    }
     for (int i = 0; i < TickLanes::size; ++i)
         points.squared[i] = points.x[i] * points.x[i] + points.y[i] * points.y[i];
     if (canLearn && hz > 100)
+    {
+        clippedShare += (clipped.sum() - static_cast<float> (frames) * clippedShare) / (0.05f * rate);
         learn (x, rawY, points);
+    }
     if (canLearn && hz > 180)
         learnRumble();
     adapt (energy);
@@ -133,21 +172,18 @@ void ControlCircle::learn (const TickLanes& x, const TickLanes& rawY, const Poin
 {
     framesLearnt = std::min (framesLearnt + frames, static_cast<int> (learningSeconds * rate));
     const auto weight = 1 / static_cast<float> (std::max (framesLearnt, fewestFrames));
-    // Before the circle is round, bursts are mistaken more than they mislead.
-    const auto& cleaned = static_cast<float> (framesLearnt) > 0.15f * rate ? points.x : x;
-    TickLanes square, cleanSquare, otherSquare, product;
+    // With the bursts in: where they are mistaken, a lean of the circle would strengthen itself.
+    TickLanes square, otherSquare, product;
     const auto unstretch = 1 / stretch;
     for (int i = 0; i < TickLanes::size; ++i)
     {
         const auto other = points.y[i] * unstretch;
         square[i] = x[i] * x[i];
-        cleanSquare[i] = x[i] * cleaned[i];
         otherSquare[i] = other * other;
-        product[i] = rawY[i] * cleaned[i];
+        product[i] = rawY[i] * x[i];
     }
     const auto count = static_cast<float> (frames);
     squares += weight * (square.sum() - count * squares);
-    cleanSquares += weight * (cleanSquare.sum() - count * cleanSquares);
     otherSquares += weight * (otherSquare.sum() - count * otherSquares);
     products += weight * (product.sum() - count * products);
 }
@@ -159,8 +195,16 @@ void ControlCircle::adapt (float energy) noexcept
         amplitude = std::sqrt (energy);
         return;
     }
+    if (isClipped())
+    {
+        // The other channel, half as loud, says what the clipped one was.
+        shear = 0;
+        stretch = discStretch;
+        amplitude = stretch * std::sqrt (2 * otherSquares);
+        return;
+    }
     const auto carrierSquares = disc ? squares / burstPower : squares;
-    shear = products / std::max (cleanSquares, 1e-20f);
+    shear = products / std::max (carrierSquares, 1e-20f);
     stretch = std::clamp (std::sqrt (carrierSquares / std::max (otherSquares, 1e-20f)), 0.1f, 10.0f);
     amplitude = std::sqrt (2 * carrierSquares);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -31,8 +32,8 @@ void PositionLock::prepare (const ControlMedium& newMedium, const GrooveCode& ne
 void PositionLock::reset() noexcept
 {
     cycles.fill ({});
-    slotLevels.fill ({});
-    started = known = remembered = unproved = false;
+    slotLevels = {};
+    started = known = remembered = unproved = wasAway = even = false;
     meanHeight = spread = trust = 0;
     heightsSeen = absentTicks = hiddenTicks = doubtful = 0;
 }
@@ -49,6 +50,13 @@ void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
 {
     turnsNow = reading.turns;
     hiddenTicks = reading.present || reading.away ? 0 : hiddenTicks + 1; // nobody counts in noise
+    if (reading.away && !std::exchange (wasAway, true) && !even)
+    {
+        // Nobody knows how far the hand took the record meanwhile: the first bits decide.
+        unproved = true;
+        trust = std::min (trust, 0.55f);
+    }
+    wasAway = reading.away;
     even = reading.even;
     tooFast = std::abs (reading.turnsPerFrame) > fastestStep;
     if (!reading.present)
@@ -146,8 +154,8 @@ bool PositionLock::readSlots (Cycle& c) noexcept
             return false;
     for (std::size_t slot = 0; slot < slots; ++slot)
     {
-        // Clear and set slots are learnt apart: phase errors and clipping move them.
-        auto& levels = slotLevels[slot];
+        // Clear and set slots are learnt apart, and by direction: phase errors and clipping move them.
+        auto& levels = slotLevels[enteredForward ? 1 : 0][slot];
         const auto height = c.sum[slot] / c.weight[slot];
         const auto middle = 0.5f * (levels.clear + levels.set);
         c.value[slot] =
@@ -253,7 +261,8 @@ void PositionLock::search (std::int64_t newest, bool forward) noexcept
     if (!found.has_value())
         return;
     const auto candidate = *found - first;
-    if (wrongBits (oldest, latest, candidate) > code->bitsPerCycle() / 3)
+    // Two wrong bits of a symbol could be another one, which the frames beside would contradict by just two.
+    if (wrongBits (oldest, latest, candidate) > (code->bitsPerCycle() > 1 ? 1 : 0))
         return;
     offset = candidate;
     remembered = true;

@@ -78,8 +78,8 @@ private:
     {
         float clear = 0, set = 1;
     };
-    std::array<SlotLevels, slots> slotLevels {};
-    bool tooFast = false, even = false;
+    std::array<std::array<SlotLevels, slots>, 2> slotLevels {}; ///< backwards, forwards
+    bool tooFast = false, even = false, wasAway = false;
 
     bool known = false, remembered = false;
     bool unproved = false;   // the count went through noise: no bit has confirmed it since

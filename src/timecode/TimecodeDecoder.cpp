@@ -3,22 +3,57 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 
 namespace
 {
+/** A way in which the signal may have come here. */
+struct Path
+{
+    ControlWiring wiring;
+    PhonoCurve::Kind curve = PhonoCurve::Kind::none;
+};
+using Curve = PhonoCurve::Kind;
+
 // The likely ones first: cables exchanged, then one pair of wires turned in a cartridge.
-constexpr std::array wirings { ControlWiring {},
-                               ControlWiring { true, false, false },
-                               ControlWiring { false, true, true },
-                               ControlWiring { false, true, false },
-                               ControlWiring { false, false, true },
-                               ControlWiring { true, true, true },
-                               ControlWiring { true, true, false },
-                               ControlWiring { true, false, true } };
+constexpr std::array recordPaths { Path {},
+                                   Path { { true, false, false } },
+                                   Path { { false, true, true } },
+                                   Path { { false, true, false } },
+                                   Path { { false, false, true } },
+                                   Path { { true, true, true } },
+                                   Path { { true, true, false } },
+                                   Path { { true, false, true } } };
+
+// A phono stage bends a disc's bursts, not a record's cycles.
+constexpr std::array discPaths { Path {},
+                                 Path { { true, false, false } },
+                                 Path { {}, Curve::inverse },
+                                 Path { {}, Curve::replay },
+                                 Path { { false, true, true } },
+                                 Path { { false, true, false } },
+                                 Path { { false, false, true } },
+                                 Path { { true, false, false }, Curve::inverse },
+                                 Path { { true, false, false }, Curve::replay },
+                                 Path { { true, true, true } },
+                                 Path { { true, true, false } },
+                                 Path { { true, false, true } } };
+
+std::span<const Path> pathsOf (const ControlMedium& medium) noexcept
+{
+    return medium.isOwnDisc() ? std::span<const Path> (discPaths) : recordPaths;
+}
+
 // In a cycle at nominal speed: they leave the direction sure at seven times that.
 constexpr double fewestFrames = 16;
 constexpr float loudest = 8; // of an input, full scale 1; what is above is no signal
-constexpr double firstTrialSeconds = 0.2, provedTrialSeconds = 4;
+
+/** Nothing in place of what is no signal, not a number among it. */
+float tamed (float sample) noexcept
+{
+    return std::abs (sample) <= loudest ? sample : 0;
+}
+constexpr double firstTrialSeconds = 0.2, provedTrialSeconds = 4, secondsBetweenRounds = 8;
 } // namespace
 
 void TimecodeDecoder::prepare (const ControlMedium& newMedium, std::shared_ptr<const GrooveCode> newCode,
@@ -32,9 +67,11 @@ void TimecodeDecoder::prepare (const ControlMedium& newMedium, std::shared_ptr<c
         averaged *= 2;
     const auto rate = inputRate / averaged;
     tracker.prepare (medium, rate);
+    phono.prepare (inputRate);
     if (code != nullptr)
         lock.prepare (medium, *code, rate, tracker.framesInTick());
-    wiringIndex = 0;
+    pathIndex = 0;
+    curve = Curve::none;
     reset();
 }
 
@@ -46,13 +83,13 @@ void TimecodeDecoder::reset() noexcept
     leftTick = rightTick = {};
     gathered = inAverage = 0;
     leftSum = rightSum = 0;
-    wiringsTried = unreadTicks = 0;
-    wiringIsProved = false;
+    pathsTried = unreadTicks = 0;
+    pathIsProved = false;
 }
 
 ControlWiring TimecodeDecoder::wiring() const noexcept
 {
-    return wirings[static_cast<std::size_t> (wiringIndex)];
+    return pathsOf (medium)[static_cast<std::size_t> (pathIndex)].wiring;
 }
 
 std::optional<double> TimecodeDecoder::position() const noexcept
@@ -63,6 +100,11 @@ std::optional<double> TimecodeDecoder::position() const noexcept
 
 void TimecodeDecoder::process (float left, float right) noexcept
 {
+    if (curve != Curve::none)
+    {
+        left = phono.process (curve, 0, tamed (left));
+        right = phono.process (curve, 1, tamed (right));
+    }
     if (averaged > 1)
     {
         leftSum += left;
@@ -74,8 +116,8 @@ void TimecodeDecoder::process (float left, float right) noexcept
         leftSum = rightSum = 0;
         inAverage = 0;
     }
-    leftTick[gathered] = std::abs (left) <= loudest ? left : 0; // not a number is no signal either
-    rightTick[gathered] = std::abs (right) <= loudest ? right : 0;
+    leftTick[gathered] = tamed (left);
+    rightTick[gathered] = tamed (right);
     if (++gathered < tracker.framesInTick())
         return;
     gathered = 0;
@@ -111,35 +153,38 @@ void TimecodeDecoder::processTick() noexcept
     if (code == nullptr)
         return;
     lock.process (reading);
-    watchWiring (reading);
+    watchPath (reading);
 }
 
-void TimecodeDecoder::watchWiring (const CarrierTracker::Reading& reading) noexcept
+void TimecodeDecoder::watchPath (const CarrierTracker::Reading& reading) noexcept
 {
     if (isLocked())
     {
-        wiringIsProved = true;
+        pathIsProved = true;
         unreadTicks = 0;
         return;
     }
     const auto fast = std::abs (tracker.speed());
-    if (!reading.present || fast < 0.5 || fast > 1.8 || !reading.even)
+    if (!reading.present || fast < 0.5 || fast > 1.8 || !reading.even || tracker.isClipped())
         return;
-    // Each round through all wirings listens twice as long, for poor signals.
-    const auto trial =
-        wiringIsProved
-            ? provedTrialSeconds
-            : firstTrialSeconds * (1 << std::min (4, wiringsTried / static_cast<int> (wirings.size())));
+    // Each round through all paths listens twice as long, for poor signals. Between rounds the plain path rules, so that
+    // an unknown record keeps its direction.
+    const auto rounds = std::min (4, pathsTried / static_cast<int> (pathsOf (medium).size()));
+    const auto trial = pathIsProved                   ? provedTrialSeconds
+                       : pathIndex == 0 && rounds > 0 ? secondsBetweenRounds
+                                                      : firstTrialSeconds * (1 << rounds);
     if (++unreadTicks > trial * inputRate / (averaged * tracker.framesInTick()) * 1000 / medium.carrierHz)
-        tryNextWiring();
+        tryNextPath();
 }
 
-void TimecodeDecoder::tryNextWiring() noexcept
+void TimecodeDecoder::tryNextPath() noexcept
 {
     unreadTicks = 0;
-    wiringIsProved = false;
-    ++wiringsTried;
-    wiringIndex = (wiringIndex + 1) % static_cast<int> (wirings.size());
+    pathIsProved = false;
+    ++pathsTried;
+    pathIndex = (pathIndex + 1) % static_cast<int> (pathsOf (medium).size());
+    curve = pathsOf (medium)[static_cast<std::size_t> (pathIndex)].curve;
+    phono.reset();
     tracker.reset();
     lock.reset();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "timecode/PositionLock.h"
+#include "timecode/filter/PhonoCurve.h"
 
 /** Cables that were plugged otherwise than the medium wants them. */
 struct ControlWiring
@@ -13,7 +14,7 @@ struct ControlWiring
 
     Neighbouring frames are averaged as far as sixteen are left in a cycle of the carrier, and gathered to ticks of
     four to eight; speed is renewed with each, the place goes on between them. When a carrier is there whose code can't be
-    read, other wirings are tried in turn until one can. Audio thread; allocates nothing but in prepare(). */
+    read, other paths (wirings, for the disc a phono stage too many or too few) are tried in turn until one can. Audio thread; allocates nothing but in prepare(). */
 class TimecodeDecoder
 {
 public:
@@ -54,8 +55,8 @@ public:
 
 private:
     PX_AUDIO_THREAD void processTick() noexcept;
-    PX_AUDIO_THREAD void watchWiring (const CarrierTracker::Reading&) noexcept;
-    PX_AUDIO_THREAD void tryNextWiring() noexcept;
+    PX_AUDIO_THREAD void watchPath (const CarrierTracker::Reading&) noexcept;
+    PX_AUDIO_THREAD void tryNextPath() noexcept;
 
     /** Seconds of groove that went by since the last tick, by its speed. */
     PX_AUDIO_THREAD double pendingSeconds() const noexcept
@@ -68,13 +69,15 @@ private:
     double inputRate = 44100, secondsTravelled = 0, secondsHidden = 0;
     CarrierTracker tracker;
     PositionLock lock;
+    PhonoCurve phono;
+    PhonoCurve::Kind curve = PhonoCurve::Kind::none; ///< of the path
 
     // Frames that wait for their tick.
     TickLanes leftTick, rightTick;
     int gathered = 0, averaged = 1, inAverage = 0;
     float leftSum = 0, rightSum = 0;
 
-    int wiringIndex = 0, wiringsTried = 0;
-    bool wiringIsProved = false;
+    int pathIndex = 0, pathsTried = 0;
+    bool pathIsProved = false;
     int unreadTicks = 0, ticksAfterHidden = 0;
 };

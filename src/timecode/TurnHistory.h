@@ -1,6 +1,6 @@
 #pragma once
 
-#include "timecode/TickLanes.h"
+#include "timecode/filter/TickLanes.h"
 
 #include <array>
 

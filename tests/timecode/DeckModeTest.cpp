@@ -43,15 +43,15 @@ double correlation (const std::vector<double>& a, const std::vector<double>& b)
 
 struct Likeness
 {
-    double least = 1, median = 0; ///< correlation over 20 ms
-    double farthest = 0;          ///< seconds between what is heard and the true place
+    double low = 1, median = 0; ///< correlation over 20 ms: the worst tenth's best, and the middle one
+    double farthest = 0;        ///< seconds between what is heard and the true place
 };
 
 /** Compares a deck's sound with the track resampled along the true way, piece by piece, each displaced as suits it best. */
 Likeness likeness (const RecordedDeck& deck, const std::vector<float>& heard, const ControlSignal& truth,
                    double begin, double end)
 {
-    constexpr int piece = 882, delay = 88; // frames; the decoder's delay
+    constexpr int piece = 882, delay = 68; // frames; the decoder's delay
     Likeness all;
     std::vector<double> best;
     for (auto first = truth.at (begin); first + piece < truth.at (end); first += piece)
@@ -74,7 +74,7 @@ Likeness likeness (const RecordedDeck& deck, const std::vector<float>& heard, co
         all.farthest = std::max (all.farthest, std::abs (found.second));
     }
     std::ranges::sort (best);
-    all.least = best.front();
+    all.low = best[best.size() / 10];
     all.median = best[best.size() / 2];
     return all;
 }
@@ -88,20 +88,20 @@ TEST (DeckMode, ScratchSoundsAsIfTheTrackWerePressedOnTheRecord)
         auto signal = play (*medium, 20, 4, scratch);
         addNoise (signal, 0.002f);
         const auto heard = deck.feed (signal);
-        const auto [least, median, distance] = likeness (deck, heard, signal, 1.0, 3.0);
-        EXPECT_GT (least, 0.7) << medium->id;
-        EXPECT_GT (median, 0.95) << medium->id;
+        const auto [low, median, distance] = likeness (deck, heard, signal, 1.0, 3.0);
+        EXPECT_GT (low, 0.8) << medium->id;
+        EXPECT_GT (median, 0.96) << medium->id;
         auto farthest = 0.0;
         for (size_t block = 60; block + 1 < deck.places.size(); ++block)
             farthest =
                 std::max (farthest, std::abs (deck.places[block] - signal.place[(block + 1) * 128 - 1]));
-        EXPECT_LT (farthest, 0.0134) << medium->id;
+        EXPECT_LT (farthest, 0.009) << medium->id;
         // At rest: no sound, no drift, and in the end where the record is.
         EXPECT_EQ (std::abs (heard.back()), 0.0f);
         EXPECT_EQ (deck.places.back(), deck.places[deck.places.size() - 100]);
         EXPECT_NEAR (deck.places.back(), signal.place.back(), 0.0134) << medium->id;
         RecordProperty (std::string (medium->id) + "_correlation",
-                        std::to_string (median) + ", least " + std::to_string (least));
+                        std::to_string (median) + ", low " + std::to_string (low));
         RecordProperty (std::string (medium->id) + "_heard_ms", std::to_string (distance * 1000));
         RecordProperty (std::string (medium->id) + "_farthest_ms", std::to_string (farthest * 1000));
     }
@@ -122,7 +122,7 @@ TEST (DeckMode, SlowHandsMoveTheTrackWithoutADeadZone)
     };
     for (double t = 1.5; t < 4.4; t += 0.125)
         EXPECT_NEAR (moved (t, t + 0.125), signal.place[signal.at (t + 0.125)] - signal.place[signal.at (t)],
-                     0.0035)
+                     0.003)
             << t;
 }
 
@@ -220,7 +220,7 @@ TEST (DeckMode, ADropoutDoesNotStopTheRecord)
             });
     deck.feed (signal);
     const auto at = [&] (double t) { return deck.places[static_cast<size_t> (t * rate / 128)]; };
-    EXPECT_NEAR (at (2.5) - at (1.5), 1.0, 0.035);
+    EXPECT_NEAR (at (2.5) - at (1.5), 1.0, 0.005);
 }
 
 TEST (DeckMode, ThruPlaysTheInputAndLetsTheRecordGo)
