@@ -18,7 +18,7 @@ namespace
 constexpr double rate = 44100, tau = 2 * std::numbers::pi;
 constexpr int block = 128, trackSeconds = 60, startSeconds = 20;
 constexpr int piece = 882;                            // frames
-double decoderDelay = 0.0015; // seconds; the first argument in ms
+double decoderDelay = 0.0015;                         // seconds; the first argument in ms
 constexpr double widest = 0.02, offsetStep = 0.00005; // of the search for the best displacement, seconds
 
 /** A speed that is reached in some time from the one before, on a line. */
@@ -128,9 +128,9 @@ std::vector<float> render (BenchEngine& engine, const ControlSignal& signal)
 
 struct Likeness
 {
-    double median = 0, low = 0;         ///< correlation of the pieces: the middle one, and the twentieth part's best
-    double typical = 0, farthest = 0;   ///< seconds of the track between what is heard and what should be
-    double drift = 0;                   ///< seconds, from the first pieces to the last
+    double median = 0, low = 0; ///< correlation of the pieces: the middle one, and the twentieth part's best
+    double typical = 0, farthest = 0; ///< seconds of the track between what is heard and what should be
+    double drift = 0;                 ///< seconds, from the first pieces to the last
 };
 
 Likeness compare (const juce::AudioBuffer<float>& track, const std::vector<float>& heard,
@@ -155,8 +155,8 @@ Likeness compare (const juce::AudioBuffer<float>& track, const std::vector<float
             for (size_t i = first; i < first + piece; i += 2)
             {
                 const auto speed = 10 * (signal.place[i - delay] - signal.place[i - delay - 1]) * rate;
-                const auto ideal = trackAt (track, signal.place[i - delay] + offset) * speed
-                                   / std::sqrt (1 + speed * speed);
+                const auto ideal =
+                    trackAt (track, signal.place[i - delay] + offset) * speed / std::sqrt (1 + speed * speed);
                 product += ideal * static_cast<double> (heard[i]);
                 square += ideal * ideal;
             }
@@ -174,9 +174,8 @@ Likeness compare (const juce::AudioBuffer<float>& track, const std::vector<float
         std::ranges::sort (some);
         return some[some.size() / 2];
     };
-    all.drift =
-        middle ({ offsets.end() - static_cast<std::ptrdiff_t> (tenth), offsets.end() })
-        - middle ({ offsets.begin(), offsets.begin() + static_cast<std::ptrdiff_t> (tenth) });
+    all.drift = middle ({ offsets.end() - static_cast<std::ptrdiff_t> (tenth), offsets.end() })
+                - middle ({ offsets.begin(), offsets.begin() + static_cast<std::ptrdiff_t> (tenth) });
     // The place at which a record begins to be followed is its own: only a change of it is an error.
     const auto usual = middle (offsets);
     for (auto& offset : offsets)
@@ -217,13 +216,14 @@ int main (int count, char** arguments)
 {
     if (count > 1)
         decoderDelay = std::atof (arguments[1]) / 1000;
-    std::printf ("| motion | deck | record | mode | alike, median | 5 %% | ms apart, median | most | drift |\n"
-                 "|---|---|---|---|---|---|---|---|---|\n");
+    std::printf (
+        "| motion | deck | record | mode | alike, median | 5 %% | ms apart, median | most | drift |\n"
+        "|---|---|---|---|---|---|---|---|---|\n");
     const auto track = makeTrack();
     for (const auto& faults : { goodDeck, clubDeck })
         for (const auto* id : { "cd", "serato_2a" })
             for (const auto& motion : motions())
                 if (count < 3 || std::string (arguments[2]) == motion.name)
-                for (const auto mode : { TimecodeDeck::Mode::absolute, TimecodeDeck::Mode::relative })
-                    ride (*findControlMedium (id), motion, faults, mode, track);
+                    for (const auto mode : { TimecodeDeck::Mode::absolute, TimecodeDeck::Mode::relative })
+                        ride (*findControlMedium (id), motion, faults, mode, track);
 }

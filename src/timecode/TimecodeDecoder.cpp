@@ -39,7 +39,7 @@ constexpr std::array discPaths { Path {},
                                  Path { { true, true, false } },
                                  Path { { true, false, true } } };
 
-std::span<const Path> pathsOf (const ControlMedium& medium) noexcept
+PX_AUDIO_THREAD std::span<const Path> pathsOf (const ControlMedium& medium) noexcept
 {
     return medium.isOwnDisc() ? std::span<const Path> (discPaths) : recordPaths;
 }
@@ -49,7 +49,7 @@ constexpr double fewestFrames = 16;
 constexpr float loudest = 8; // of an input, full scale 1; what is above is no signal
 
 /** Nothing in place of what is no signal, not a number among it. */
-float tamed (float sample) noexcept
+PX_AUDIO_THREAD float tamed (float sample) noexcept
 {
     return std::abs (sample) <= loudest ? sample : 0;
 }

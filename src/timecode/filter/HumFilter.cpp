@@ -48,8 +48,8 @@ float HumFilter::Share::level() const noexcept
     return std::sqrt (0.5f * square);
 }
 
-void HumFilter::Share::take (const TickLanes& c, const TickLanes& s, TickLanes& lanes, float& mean, float rate,
-                              float perFrame) noexcept
+void HumFilter::Share::take (const TickLanes& c, const TickLanes& s, TickLanes& lanes, float& mean,
+                             float rate, float perFrame) noexcept
 {
     TickLanes tones, heard;
     const auto threshold = audible * power;

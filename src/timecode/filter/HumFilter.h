@@ -15,7 +15,8 @@ public:
     /** Corrects the frames of a tick.
         @param meanX, meanY  means of the tick's frames, corrected as well
         @param canLearn      a carrier turns evenly, at more than slowestHz */
-    PX_AUDIO_THREAD void process (TickLanes& x, TickLanes& y, float& meanX, float& meanY, bool canLearn) noexcept;
+    PX_AUDIO_THREAD void process (TickLanes& x, TickLanes& y, float& meanX, float& meanY,
+                                  bool canLearn) noexcept;
 
     /** Level of what is taken out, root mean square. */
     PX_AUDIO_THREAD float levelX() const noexcept { return shareX.level(); }
@@ -30,8 +31,8 @@ private:
         TickLanes cosine, sine;
         float last = 0, power = 0; // of the signal
         PX_AUDIO_THREAD float level() const noexcept;
-        PX_AUDIO_THREAD void take (const TickLanes& c, const TickLanes& s, TickLanes& lanes, float& mean, float learning,
-                                    float perFrame) noexcept;
+        PX_AUDIO_THREAD void take (const TickLanes& c, const TickLanes& s, TickLanes& lanes, float& mean,
+                                   float learning, float perFrame) noexcept;
     };
 
     float learning = 0, perFrame = 1;
