@@ -167,7 +167,7 @@ TEST (Scanner, OutlivesAPartnerThatMisbehaves)
     {
         const TemporaryFolder folder;
         Scan scan (partner (folder, body));
-        scan.options.process.startLooks = 15;
+        scan.options.process.startLooks = 40;
         scan.options.patience.silentLooks = 300;
         EXPECT_EQ (scan ("gain"), outcome) << name;
         EXPECT_EQ (scan.known.entries().size(), 1u) << name;

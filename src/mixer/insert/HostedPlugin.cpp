@@ -81,6 +81,8 @@ HostedPlugin::Outcome HostedPlugin::process (const float* const* in, float* cons
 HostedPlugin::Outcome HostedPlugin::processPart (const float* const* in, float* const* out,
                                                  int frames) noexcept
 {
+    // JUCE's wrappers take locks, and plug-ins do what they like: what is theirs is not ours to check.
+    const AllowedLockScope theirs;
     // A plug-in that loads a preset holds its lock meanwhile: the block goes on without it.
     const juce::ScopedTryLock lock (processor->getCallbackLock());
     if (!lock.isLocked() || processor->isSuspended())

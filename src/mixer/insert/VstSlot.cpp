@@ -94,6 +94,7 @@ void VstSlot::takeNext() noexcept
     delay = wantedDelay();
     linePlace = 0;
     line.clear();
+    playHead.frames = 0;
 }
 
 void VstSlot::follow (bool onMaster) noexcept
@@ -103,14 +104,17 @@ void VstSlot::follow (bool onMaster) noexcept
         enabledGain.reset (0.0); // it has not been prepared for what is played now
     if (!enabledGain.isAt (0.0))
         return;
+    if (standsOnMaster != onMaster)
+        playHead.frames = 0;
     standsOnMaster = onMaster;
     takeNext();
 }
 
 bool VstSlot::mayBeHeard() const noexcept
 {
+    // A plug-in with latency gives silence first, or what it heard in its former place: that stays unheard.
     return next == current && standsOnMaster == wantsMaster && delay == wantedDelay()
-           && lastFault == PluginFault::none;
+           && playHead.frames >= current->latency() && lastFault == PluginFault::none;
 }
 
 PluginFault VstSlot::processVstSlot (float* left, float* right, int frames, const DeckTime& time,
@@ -140,7 +144,8 @@ PluginFault VstSlot::processVstSlot (float* left, float* right, int frames, cons
 void VstSlot::driveParameters (const VstSlotDrive& drive) noexcept
 {
     if (next != current)
-        return; // they are the next one's
+        return;                    // they are the next one's
+    const AllowedLockScope theirs; // as in HostedPlugin
     for (size_t i = 0; i < parameters.size(); ++i)
     {
         const auto value = drive.params[i].value_or (paramValues[i]);

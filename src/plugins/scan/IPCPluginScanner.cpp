@@ -32,7 +32,8 @@ IPCPluginScanner::Outcome IPCPluginScanner::scanFile (const juce::File& file)
                                              [this] (bool hangs) { listener.pluginHanging (hangs); } };
     auto answer = exchange.carryOut (order, watcher);
     if (answer.end == End::died) // perhaps of what an earlier plug-in has left behind: a new process tells
-        answer = exchange.carryOut (order, watcher);
+        if (auto again = exchange.carryOut (order, watcher); again.end != End::notStarted)
+            answer = std::move (again);
     switch (answer.end)
     {
     case End::answered:
