@@ -130,12 +130,10 @@ InputDiagnosis::Report InputDiagnosis::report (const Decoded& decoded) const noe
     };
     const bool isNoisy = decoded.hasSignal && decoded.noise > (record ? noisyRecord : noisyDisc);
     using enum Finding;
-    if (heardDb < silenceDb)
+    if (heardDb < silenceDb || (rests && !hums))
         now.finding = noSignal;
     else if (hums)
         now.finding = hum;
-    else if (rests)
-        now.finding = noSignal;
     else if (isMissing (&Measured::left, &Measured::right))
         now.finding = leftMissing;
     else if (isMissing (&Measured::right, &Measured::left))
