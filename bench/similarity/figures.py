@@ -1,0 +1,78 @@
+#!/usr/bin/env python3
+"""Quality of the similarity library: figures.py BENCH_SIMILARITY WORK MUSIC... [--keys FILE.tsv]
+
+MUSIC are folders of audio, each one group: an album, an artist or a game. Of up to 18 tracks of each the middle two
+minutes are taken, and of these made: a 30 s excerpt, and of every second one 6 % faster and slower, 12 dB softer and
+an MP3 at 96 kbit/s. FILE.tsv has lines "NUMBER<tab>FILE.wav" with true keys, 0 to 11 for C to B major and 12 to 23 for
+minor. Needs ffmpeg and 40 MB of WORK for each track; what is in WORK is used again."""
+
+import argparse
+import os
+import random
+import subprocess
+import sys
+
+KINDS = (".ogg", ".opus", ".mp3", ".flac", ".wav", ".m4a")
+LONGEST, EXCERPT = 120, 30
+
+
+def ffmpeg(source, target, *options, before=()):
+    if not os.path.exists(target):
+        subprocess.run(["ffmpeg", "-v", "error", "-y", *before, "-i", source, *options, "-map_metadata", "-1",
+                        "-fflags", "+bitexact", target], check=True)
+    return target
+
+
+def seconds(file):
+    found = subprocess.run(["ffprobe", "-v", "error", "-show_entries", "format=duration", "-of", "csv=p=0", file],
+                           capture_output=True, text=True, check=False).stdout
+    try:
+        return float(found)
+    except ValueError:
+        return 0.0
+
+
+def tracks_of(folder, rng):
+    files = sorted(os.path.join(at, name) for at, _, names in os.walk(folder) for name in names
+                   if name.lower().endswith(KINDS))
+    rng.shuffle(files)
+    return [file for file in files if seconds(file) >= 45][:18]
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("bench")
+    parser.add_argument("work")
+    parser.add_argument("music", nargs="*")
+    parser.add_argument("--keys")
+    given = parser.parse_args()
+    os.makedirs(given.work, exist_ok=True)
+    rng = random.Random(7)
+    tracks, copies, lines = [], [], []
+    for folder in given.music:
+        group = os.path.basename(os.path.normpath(folder))
+        for number, file in enumerate(tracks_of(folder, rng)):
+            name = os.path.join(given.work, f"{group}.{number:02}")
+            begin = max(0.0, (seconds(file) - LONGEST) / 2)
+            whole = ffmpeg(file, name + ".wav", "-t", str(LONGEST), "-ac", "2", "-ar", "44100", "-c:a", "pcm_s16le",
+                           before=("-ss", str(begin)))
+            tracks.append(f"track\t{group}\t{whole}")
+            start = rng.uniform(0, max(0.0, seconds(whole) - EXCERPT))
+            made = [("excerpt", ffmpeg(whole, name + ".excerpt.wav", "-t", str(EXCERPT), before=("-ss", str(start))))]
+            if number % 2 == 0:
+                for kind, rate in (("faster", 46746), ("slower", 41454)):
+                    made.append((kind, ffmpeg(whole, f"{name}.{kind}.wav", "-af", f"asetrate={rate},aresample=44100")))
+                made.append(("softer", ffmpeg(whole, name + ".softer.wav", "-af", "volume=-12dB")))
+                mp3 = ffmpeg(whole, name + ".mp3", "-b:a", "96k")
+                made.append(("mp3", ffmpeg(mp3, name + ".mp3.wav")))
+            copies += [f"copy\t{kind}\t{whole}\t{file}" for kind, file in made]
+    lines = tracks + copies
+    if given.keys:
+        lines += ["key\t" + line.rstrip("\n") for line in open(given.keys, encoding="utf-8")]
+    listed = os.path.join(given.work, "list.tsv")
+    with open(listed, "w", encoding="utf-8") as out:
+        out.write("\n".join(lines) + "\n")
+    return subprocess.run([given.bench, "judge", listed], check=False).returncode
+
+
+sys.exit(main())
