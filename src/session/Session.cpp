@@ -1,7 +1,9 @@
 #include "session/Session.h"
 
 #include "library/import/ImportSong.h"
+#include "session/AutomixByFit.h"
 #include "session/LibraryAutomix.h"
+#include "session/SimilarRoom.h"
 #include "support/files/AudioFileTypes.h"
 #include "support/files/OwnBinary.h"
 #include "tracks/TrackFault.h"
@@ -34,6 +36,7 @@ Session::Session (Options options)
 
 Session::~Session()
 {
+    SimilarRoom::end (*this);
     notes.wait();
 }
 
@@ -194,13 +197,15 @@ PreferencesFile& Session::preferences()
 
 EngineWorld Session::world()
 {
+    juce::ignoreUnused (SimilarRoom::of (*this)); // from now on tracks are described
     EngineWorld made;
     made.folders = folders;
     made.decoderLibrary = decoderLibrary;
     made.prompts = prompts;
     made.hasMessageLoop = true;
-    made.automixSource =
-        std::make_shared<AutomixReader> ([session = shared_from_this()] { return session->library(); });
+    made.automixSource = std::make_shared<AutomixByFit> (
+        std::make_shared<AutomixReader> ([session = shared_from_this()] { return session->library(); }),
+        *this);
     made.mayKeepSettings = [this] { return mayKeepSettings(); };
     return made;
 }

@@ -102,6 +102,8 @@ void BatchAnalysis::analyse (const juce::File& file, bool isAgain, const Batch& 
     request.folder = folder;
     request.tempoRangeIndex = settings.tempoRangeIndex;
     request.isAgain = isAgain;
+    const auto sounds = SoundSession::ofProcess();
+    request.sounds = sounds.get();
     request.mayGoOn = [&] { return !stop.stop_requested() && !batch.shouldStop(); };
     request.progress = [this] (double seconds) { currentSeconds = seconds; };
     const auto result = FileAnalysis::run (request, decoder, pacing);

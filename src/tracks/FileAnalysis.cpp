@@ -16,12 +16,16 @@ namespace
 class Listening
 {
 public:
-    Listening (const FileAnalysis::Request& r, Pacing& p, double trackRate)
+    /** @param isMeasured   look for beats and loudness, beside the sound that is described */
+    Listening (const FileAnalysis::Request& r, Pacing& p, double trackRate, bool isMeasured)
         : request (r),
           pacing (p),
-          rate (trackRate),
-          measure (trackRate)
+          rate (trackRate)
     {
+        if (request.sounds != nullptr)
+            sound = request.sounds->listenTo (request.track.getFullPathName(), rate, request.isAgain);
+        if (isMeasured)
+            measure.emplace (rate).setListener (sound.get());
     }
 
     /** @returns false if nothing more is wanted */
@@ -32,7 +36,10 @@ public:
         {
             // In pieces of the pauses' distance, so that one may be due at the end of each.
             const auto piece = std::clamp (distance() - sincePause, 1, frames);
-            measure.add (left, right, piece);
+            if (measure)
+                measure->add (left, right, piece);
+            else
+                sound->add (left, right, piece);
             left += piece;
             right += piece;
             frames -= piece;
@@ -46,7 +53,20 @@ public:
 
     bool isCancelled() const { return cancelled; }
     double seconds() const { return total / rate; }
-    TrackAnalysis finish() { return measure.finish (request.tempoRangeIndex); }
+    TrackAnalysis finish() { return measure->finish (request.tempoRangeIndex); }
+
+    /** True if how the track sounds is still to be described. */
+    bool hearsSound() const { return sound != nullptr; }
+
+    void storeSound (const TrackAnalysis& analysis)
+    {
+        if (sound == nullptr)
+            return;
+        const auto hasBeats = analysis.beatMarks && !analysis.beatMarks->empty();
+        // Unwritten, it is known until the end.
+        juce::ignoreUnused (request.sounds->store (request.track.getFullPathName(), *sound,
+                                                   hasBeats ? analysis.tempoTracker : 0.0));
+    }
 
 private:
     /** Frames from one pause to the next. */
@@ -66,7 +86,8 @@ private:
     const FileAnalysis::Request& request;
     Pacing& pacing;
     const double rate;
-    TrackMeasure measure;
+    std::unique_ptr<SoundListener> sound; ///< null: nothing to describe
+    std::optional<TrackMeasure> measure;
     int32_t total = 0;
     int sincePause = 0;
     bool cancelled = false;
@@ -90,15 +111,25 @@ FileAnalysis::Result FileAnalysis::run (const Request& request, const AdecShared
     {
         result.analysis = std::move (*old);
         result.wasStored = result.isWritten = true;
-        return result;
+        if (request.sounds == nullptr)
+            return result;
+        if (request.sounds->isKnown (request.track.getFullPathName()))
+        {
+            request.sounds->tellKnown (request.track.getFullPathName());
+            return result;
+        }
     }
     if (!track.isPlayable())
     {
+        if (result.wasStored)
+            return result; // what is known of a file that has gone bad stays
         result.fault = faultOfTrack (request.track, decoder);
         return result;
     }
 
-    Listening listening (request, pacing, track.sampleRate());
+    Listening listening (request, pacing, track.sampleRate(), !result.wasStored);
+    if (result.wasStored && !listening.hearsSound())
+        return result;
     std::vector<float> left (track.mostFrames()), right (track.mostFrames());
     track.decode (
         [&] (std::span<const std::byte> samples)
@@ -107,6 +138,12 @@ FileAnalysis::Result FileAnalysis::run (const Request& request, const AdecShared
                 convertToFloat (samples, track.sampleFormat(), track.channels(), left.data(), right.data());
             return listening.add (left.data(), right.data(), frames);
         });
+    if (result.wasStored)
+    {
+        if (!listening.isCancelled())
+            listening.storeSound (result.analysis);
+        return result;
+    }
     result.seconds = listening.seconds();
     if (!listening.isCancelled() && result.seconds <= 0.0)
     {
@@ -117,6 +154,7 @@ FileAnalysis::Result FileAnalysis::run (const Request& request, const AdecShared
     if (result.isCancelled)
         return result;
     auto fresh = listening.finish();
+    listening.storeSound (fresh);
     result.analysis = AnalysisFile::writeFresh (stored, std::move (fresh), result.isWritten);
     return result;
 }

@@ -3,6 +3,7 @@
 #include "analysis/files/TrackAnalysis.h"
 #include "support/Pacing.h"
 #include "tracks/AdecSharedLibrary.h"
+#include "tracks/similar/SoundSession.h"
 
 #include <functional>
 
@@ -15,6 +16,7 @@ struct Request
     juce::File folder;                        ///< of the analysis files
     int tempoRangeIndex = 0;                  ///< a tempo below 60 + 20 * index BPM is doubled
     bool isAgain = false;                     ///< also where an analysis is stored; hand-made work stays
+    SoundSession* sounds = nullptr;           ///< learns how the track sounds, if it doesn't know
     std::function<bool()> mayGoOn;            ///< asked at each block
     std::function<void (double)> progress {}; ///< seconds of the track that are done
 };
@@ -30,7 +32,8 @@ struct Result
     TrackAnalysis analysis;
 };
 
-/** Reads the analysis of a track, or decodes the track, makes it and writes it. Of a track that is longer than a deck's
+/** Reads the analysis of a track, or decodes the track, makes it and writes it. The same pass describes how the track sounds;
+    where only that is missing, it is a pass for the description alone. Of a track that is longer than a deck's
     memory that part is analysed, so that memory does not grow with the track. */
 Result run (const Request&, const AdecSharedLibrary&, Pacing&);
 }

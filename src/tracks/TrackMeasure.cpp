@@ -17,6 +17,8 @@ TrackMeasure::TrackMeasure (double trackRate, std::optional<bool> isClip)
 void TrackMeasure::add (const float* left, const float* right, int frames)
 {
     loudness.add (left, right, frames);
+    if (listener != nullptr)
+        listener->add (left, right, frames);
     if (analyser)
         return analyser->add (left, right, frames);
     heldLeft.insert (heldLeft.end(), left, left + frames);
@@ -29,6 +31,8 @@ void TrackMeasure::add (const int16_t* left, const int16_t* right, int frames)
 {
     jassert (analyser.has_value());
     loudness.add (left, right, frames);
+    if (listener != nullptr)
+        listener->add (left, right, frames);
     analyser->add (left, right, frames);
 }
 

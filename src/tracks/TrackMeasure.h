@@ -2,6 +2,7 @@
 
 #include "analysis/loudness/LoudnessMeter.h"
 #include "analysis/track/TrackAnalyser.h"
+#include "tracks/similar/SoundListener.h"
 
 #include <functional>
 #include <optional>
@@ -18,6 +19,9 @@ public:
     /** @param rate     of the track in Hz
         @param isClip   TrackAnalyser::isClip(), if the length is known already */
     explicit TrackMeasure (double rate, std::optional<bool> isClip = std::nullopt);
+
+    /** Lets another one hear all that comes from now on; null is nobody. It has to live as long as this. */
+    void setListener (SoundListener* l) noexcept { listener = l; }
 
     /** The next frames, as many as there are; full scale is 1. A mono track goes to both sides. */
     void add (const float* left, const float* right, int frames);
@@ -39,6 +43,7 @@ private:
     LoudnessMeter loudness;
     std::optional<TrackAnalyser> analyser;
     std::vector<float> heldLeft, heldRight;
+    SoundListener* listener = nullptr;
 };
 
 /** Feeds a track in memory to TrackMeasure or TrackAnalyser, in pieces of 16384 frames.

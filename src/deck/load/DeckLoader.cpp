@@ -8,6 +8,7 @@
 #include "support/files/AudioFileTypes.h"
 #include "tracks/TrackFault.h"
 #include "tracks/TrackMeasure.h"
+#include "tracks/similar/SoundSession.h"
 
 #include <chrono>
 #include <cmath>
@@ -30,6 +31,48 @@ juce::String clockText (double seconds)
 double statedSeconds (const juce::File& file, const SongRecord& tags)
 {
     return file.hasFileExtension ("wav;aif;aiff;flac") ? tags[SongColumn::duration].getDoubleValue() : 0.0;
+}
+}
+
+namespace
+{
+/** The hearing of the deck's track, if how it sounds is still to be described. */
+struct TrackSound
+{
+    explicit TrackSound (DeckPlayer& deck)
+        : session (SoundSession::ofProcess()),
+          path (deck.texts().filePath),
+          listener (session != nullptr ? session->listenTo (path, deck.track.sampleRate)
+                                       : std::unique_ptr<SoundListener>())
+    {
+    }
+
+    /** @param bpm   0 without beats */
+    void store (double bpm) const
+    {
+        if (listener != nullptr)
+            juce::ignoreUnused (
+                session->store (path, *listener, bpm)); // unwritten, it is known until the end
+    }
+
+    const std::shared_ptr<SoundSession> session;
+    const juce::String path;
+    const std::unique_ptr<SoundListener> listener;
+};
+
+/** Describes the sound of a track whose analysis was stored, where that is missing. */
+void describeSound (DeckWorld& world, DeckPlayer& deck, const std::stop_token& stop)
+{
+    const TrackSound sound (deck);
+    const auto goesOn = [&] (int)
+    {
+        world.pacing.pause();
+        return !stop.stop_requested();
+    };
+    if (sound.listener != nullptr
+        && feedTrack (*sound.listener, deck.audioMemory.left(), deck.audioMemory.right(),
+                      deck.track.loadedFrames.get(), goesOn))
+        sound.store (deck.track.numBeats > 0 ? deck.marks.bpm.get() : 0.0);
 }
 }
 
@@ -121,6 +164,8 @@ void DeckLoader::run (const juce::File& file, const std::stop_token& stop)
     tellShortened (file, statedSeconds (file, load.tags));
     if (!load.isStored)
         analyse (stop);
+    else
+        describeSound (world, deck(), stop);
     deck().analysisProgress = 0;
     if (stop.stop_requested())
         return;
@@ -185,7 +230,9 @@ void DeckLoader::analyse (const std::stop_token& stop)
     const int frames = target.track.loadedFrames;
     const double rate = target.track.sampleRate;
     const auto before = untouchedAnalysisOf (world, target);
+    const TrackSound sound (target);
     TrackMeasure measurement (rate, TrackAnalyser::isClip (frames, rate));
+    measurement.setListener (sound.listener.get());
     const auto goesOn = [&] (int done)
     {
         target.analysisProgress = done;
@@ -199,8 +246,10 @@ void DeckLoader::analyse (const std::stop_token& stop)
     auto found = before;
     found.beatMarks.emplace();
     found = measurement.finish (world.settings.tempoRangeIndex, std::move (found));
-    if (!stop.stop_requested())
-        applyWhereUntouched (world, target, before, std::move (found));
+    if (stop.stop_requested())
+        return;
+    sound.store (found.beatMarks && !found.beatMarks->empty() ? found.tempoTracker : 0.0);
+    applyWhereUntouched (world, target, before, std::move (found));
 }
 
 void DeckLoader::measure (double nearBpm, const std::stop_token& stop)
