@@ -16,6 +16,8 @@ constexpr std::array verbs {
     Verb { "playlist", "makes, fills and shows playlists", runPlaylist },
     Verb { "smart", "makes and shows smart playlists", runSmart },
     Verb { "automix", "shows, fills and clears the automix list", runAutomix },
+    Verb { "similar", "prints the songs of the library that fit a file: by sound, tempo and key",
+           runSimilar },
     Verb { "export", "writes a list as M3U or as a web page", runExport },
     Verb { "snapshot", "paints the window into a PNG file, without a display", runSnapshot },
     Verb { "midi", "lists the MIDI ports, or shows what they receive", runMidi },

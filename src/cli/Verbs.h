@@ -38,6 +38,7 @@ int runRelocate (const juce::StringArray& arguments);
 int runRemove (const juce::StringArray& arguments);
 int runScript (const juce::StringArray& arguments);
 int runSettings (const juce::StringArray& arguments);
+int runSimilar (const juce::StringArray& arguments);
 int runSmart (const juce::StringArray& arguments);
 int runSnapshot (const juce::StringArray& arguments);
 int runTimecode (const juce::StringArray& arguments);

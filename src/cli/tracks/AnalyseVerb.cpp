@@ -7,6 +7,7 @@
 #include "library/import/FolderWalk.h"
 #include "library/tags/ReadTags.h"
 #include "session/Session.h"
+#include "session/SimilarRoom.h"
 #include "settings/SettingsFile.h"
 #include "support/files/AudioFileTypes.h"
 #include "tracks/FileAnalysis.h"
@@ -143,6 +144,7 @@ int analyseAll (const juce::StringArray& tracks, Session& session, const VerbOpt
             request.folder = folders.beatmarks();
             request.tempoRangeIndex = settings.tempoRangeIndex;
             request.isAgain = given.has ("--force");
+            request.sounds = SimilarRoom::of (session).sounds.get();
             request.mayGoOn = [&interruption] { return !interruption.isInterrupted(); };
             Finding finding;
             finding.result.isCancelled = true;
