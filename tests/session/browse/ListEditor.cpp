@@ -2,8 +2,6 @@
 
 #include <unistd.h>
 
-#include <cstdlib>
-
 // list_editor FILE FOLDER PLAYLIST SONG: adds a song to the automix list and to a playlist, takes one of its songs out, and takes
 // all three back, without an end; writes one byte for each round that is stored.
 
@@ -14,7 +12,8 @@ int main (int count, char** arguments)
     SongDatabase database { juce::File (juce::String (arguments[1])) };
     const juce::File folder { juce::String (arguments[2]) };
     LibraryRoom room (database, { folder.getChildFile ("history"), folder.getChildFile ("folders.txt") });
-    const ListRef playlist { SongListKind::playlist, std::atoi (arguments[3]) };
+    const ListRef playlist { SongListKind::playlist, juce::String (arguments[3]).getIntValue() };
+    const auto song = juce::String (arguments[4]).getIntValue();
     auto failures = 0;
     const auto note = [&failures] (int code) { failures += code != 0; };
     const auto notePlaced = [&note] (int code, const std::vector<int32_t>&) { note (code); };
@@ -24,8 +23,8 @@ int main (int count, char** arguments)
         failures += database.readList (playlist, content) != 0 || content.entries.empty();
         if (failures > 0)
             return 1;
-        room.edits.append ({ SongListKind::automix }, { std::atoi (arguments[4]) }, notePlaced);
-        room.edits.append (playlist, { std::atoi (arguments[4]) }, notePlaced);
+        room.edits.append ({ SongListKind::automix }, { song }, notePlaced);
+        room.edits.append (playlist, { song }, notePlaced);
         room.edits.remove (playlist, { content.entries.front().entryId }, note);
         for (int i = 0; i < 3; ++i)
             room.edits.undo (note);

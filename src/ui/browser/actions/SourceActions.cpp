@@ -14,7 +14,7 @@ constexpr const char* firstRuleXml =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?> <smartplaylist><match>all</match><rule field=\"rating\" "
     "operator=\"is greater than\" value1=\"3\" value2=\"5\"/><order apply=\"no\" "
     "direction=\"ascending\">RANDOM()</order></smartplaylist>";
-const juce::String backupTime { "%Y-%m-%d_(%Hh%Mm%Ss)" };
+constexpr const char* backupTime = "%Y-%m-%d_(%Hh%Mm%Ss)";
 
 juce::File musicFolder (const BrowserWorld& world)
 {
