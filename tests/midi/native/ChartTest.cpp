@@ -36,6 +36,8 @@ struct ChartFixture : NativeFixture
     void prepare (const ChartRow& row)
     {
         control().selectController (engine->settings.controllerPreset);
+        for (auto& record : engine->timecodes)
+            record.setMode (TimecodeDeck::Mode::internal); // which centres the pitch
         for (int number = 1; number <= CommandTable::commandCount; ++number)
             if (CommandTable::find (number)->kind == CommandKind::value
                 && CommandTable::find (number)->shape != MappingShape::jog)
@@ -58,7 +60,6 @@ struct ChartFixture : NativeFixture
                 player.marks.cues[cue] =
                     row.control.contains ("delete") ? 60000.0 + 1000.0 * static_cast<double> (cue) : emptyCue;
             engine->settings.deckSetup[static_cast<size_t> (d)].sync = 0;
-            engine->timecodes[static_cast<size_t> (d)].setMode (TimecodeDeck::Mode::internal);
         }
         engine->setParameter (
             CommandTable::numberOf ("MASTER_", row.deckIndex() < 0 ? 3 : (row.deckIndex() + 1) % 4), 1.0f);
