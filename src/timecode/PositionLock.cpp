@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <utility>
 
 namespace
 {
@@ -33,9 +32,9 @@ void PositionLock::reset() noexcept
 {
     cycles.fill ({});
     slotLevels = {};
-    started = known = remembered = unproved = wasAway = even = false;
+    started = known = remembered = unproved = even = wasEven = false;
     meanHeight = spread = trust = 0;
-    heightsSeen = absentTicks = hiddenTicks = doubtful = 0;
+    heightsSeen = absentTicks = awayTicks = hiddenTicks = doubtful = 0;
 }
 
 std::optional<double> PositionLock::cycle() const noexcept
@@ -50,13 +49,17 @@ void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
 {
     turnsNow = reading.turns;
     hiddenTicks = reading.present || reading.away ? 0 : hiddenTicks + 1; // nobody counts in noise
-    if (reading.away && !std::exchange (wasAway, true) && !even)
+    if (!reading.away)
+        awayTicks = 0;
+    else if (++awayTicks == 1)
+        wasEven = even;
+    // A record's level is gone for a moment whenever a hand turns it round.
+    if (awayTicks == longestGapTicks / 8 && !wasEven)
     {
         // Nobody knows how far the hand took the record meanwhile: the first bits decide.
         unproved = true;
         trust = std::min (trust, 0.55f);
     }
-    wasAway = reading.away;
     even = reading.even;
     tooFast = std::abs (reading.turnsPerFrame) > fastestStep;
     if (!reading.present)

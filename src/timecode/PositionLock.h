@@ -79,12 +79,13 @@ private:
         float clear = 0, set = 1;
     };
     std::array<std::array<SlotLevels, slots>, 2> slotLevels {}; ///< backwards, forwards
-    bool tooFast = false, even = false, wasAway = false;
+    bool tooFast = false, even = false;
+    bool wasEven = false; ///< when the signal went away
 
     bool known = false, remembered = false;
     bool unproved = false;   // the count went through noise: no bit has confirmed it since
     std::int64_t offset = 0; // cycle of the medium minus number in the count
     float trust = 0;
-    int absentTicks = 0, hiddenTicks = 0;
+    int absentTicks = 0, awayTicks = 0, hiddenTicks = 0;
     int doubtful = 0;
 };
