@@ -4,6 +4,7 @@
 #include "similarity/sound/Description.h"
 
 #include <cmath>
+#include <complex>
 #include <numbers>
 #include <random>
 #include <vector>
@@ -24,29 +25,38 @@ struct Style
 inline std::vector<float> make (const Style& style, double seconds, double rate)
 {
     static constexpr int majorRoots[] { 0, 5, 7, 0 }, minorRoots[] { 0, 5, 0, 7 };
-    std::minstd_rand random (style.seed);
     std::vector<float> made (static_cast<size_t> (seconds * rate));
     const auto beat = 60.0 / style.bpm;
     const auto tune = std::exp2 (style.tuningCents / 1200.0) * style.speed;
-    for (size_t i = 0; i < made.size(); ++i)
+    const auto barFrames = static_cast<size_t> (4.0 * beat / style.speed * rate);
+    for (size_t begin = 0, bar = 0; begin < made.size(); begin += barFrames, ++bar)
     {
-        const auto time = static_cast<double> (i) / rate * style.speed;
-        const auto bar = static_cast<int> (time / (4.0 * beat));
         const auto root = style.isMinor ? minorRoots[bar % 4] : majorRoots[bar % 4];
         const auto third = style.isMinor && root != 7 ? 3 : 4;
-        auto sum = 0.0;
         for (const auto note : { root - 12, root, root + third, root + 7 })
-        {
-            const auto hertz = 261.6256 * std::exp2 ((note + style.tonic) / 12.0) * tune;
             for (int overtone = 1; overtone <= 4; ++overtone)
-                sum +=
-                    std::pow (0.25 + 0.6 * style.brightness, overtone)
-                    * std::sin (2.0 * std::numbers::pi * hertz * overtone * static_cast<double> (i) / rate);
+            {
+                const auto hertz = 261.6256 * std::exp2 ((note + style.tonic) / 12.0) * tune * overtone;
+                const auto turn = 2.0 * std::numbers::pi * hertz / rate;
+                const auto step = std::polar (1.0, turn);
+                auto wave = std::polar (0.06 * std::pow (0.25 + 0.6 * style.brightness, overtone),
+                                        turn * static_cast<double> (begin));
+                for (auto i = begin; i < std::min (begin + barFrames, made.size()); ++i, wave *= step)
+                    made[i] += static_cast<float> (wave.imag());
+            }
+    }
+    std::minstd_rand random (style.seed);
+    const auto beatFrames = beat / style.speed * rate;
+    const auto fade = std::exp (-(40.0 - 30.0 * style.brightness) * style.speed / rate);
+    auto level = 0.0, next = 0.0;
+    for (size_t i = 0; i < made.size(); ++i, level *= fade)
+    {
+        if (static_cast<double> (i) >= next)
+        {
+            level = 0.4;
+            next += beatFrames;
         }
-        const auto sinceBeat = std::fmod (time, beat);
-        const auto hit = (static_cast<double> (random()) / 2147483646.0 - 0.5)
-                         * std::exp (-sinceBeat * (40.0 - 30.0 * style.brightness));
-        made[i] = static_cast<float> (0.06 * sum + 0.4 * hit);
+        made[i] += static_cast<float> (level * (static_cast<double> (random()) / 2147483646.0 - 0.5));
     }
     return made;
 }

@@ -63,9 +63,10 @@ TEST (SoundExtractor, WhatIsNoSoundIsNotDescribed)
 {
     EXPECT_FALSE (Music::hear ({}, rate));
     EXPECT_FALSE (Music::hear (std::vector<float> (44100 * 10), rate)) << "silence";
+    EXPECT_FALSE (Music::hear (std::vector<float> (44100 * 10, 0.5f), rate)) << "a constant";
     EXPECT_FALSE (Music::hear (Music::make ({}, 2.0, rate), rate)) << "too short";
 
-    // Numbers that are none, and a constant, leave no trace in the bytes.
+    // Numbers that are none leave no trace in the bytes.
     auto music = Music::make ({}, 6.0, rate);
     music[1000] = std::numeric_limits<float>::quiet_NaN();
     music[50000] = std::numeric_limits<float>::infinity();
@@ -75,5 +76,4 @@ TEST (SoundExtractor, WhatIsNoSoundIsNotDescribed)
     for (const auto value : heard->whole)
         EXPECT_TRUE (std::isfinite (value));
     EXPECT_TRUE (isUsable (describe (*heard, 0.0)));
-    EXPECT_TRUE (isUsable (describe (*Music::hear (std::vector<float> (44100 * 10, 0.5f), rate), 0.0)));
 }

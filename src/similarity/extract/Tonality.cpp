@@ -74,9 +74,12 @@ void Tonality::takeFrame (const float* in)
     {
         if (power[k] < highest * leastShare || power[k] <= power[k - 1] || power[k] < power[k + 1])
             continue;
-        // A parabola through the levels of three bins.
-        const auto a = std::log (power[k - 1]), b = std::log (power[k]), c = std::log (power[k + 1]);
-        const auto offset = std::clamp (0.5f * (a - c) / (a - 2.0f * b + c), -0.5f, 0.5f);
+        // A parabola through the levels of three bins; neighbours may be 0 where a signal is constant.
+        constexpr auto least = 1e-20f;
+        const auto a = std::log (std::max (power[k - 1], least)), b = std::log (power[k]),
+                   c = std::log (std::max (power[k + 1], least));
+        const auto bend = a - 2.0f * b + c;
+        const auto offset = bend < 0.0f ? std::clamp (0.5f * (a - c) / bend, -0.5f, 0.5f) : 0.0f;
         const auto hertz = (static_cast<double> (k) + static_cast<double> (offset)) * binHz;
         const auto pitch = 12.0 * std::log2 (hertz / c0Hz);
         const auto step = std::lround (pitch * stepsPerSemitone) % static_cast<long> (steps);
