@@ -2,13 +2,14 @@
 
 #include <utility>
 
-AutomixByFit::AutomixByFit (std::shared_ptr<AutomixSource> l, Session& s) : list (std::move (l)), session (s) {}
+AutomixByFit::AutomixByFit (std::shared_ptr<AutomixSource> l, Session& s) : list (std::move (l)), session (s)
+{
+}
 
 std::optional<juce::File> AutomixByFit::nextTrack()
 {
     auto next = list->nextTrack();
-    if (next && *next == juce::File() && last != juce::File()
-        && SimilarRoom::of (session).continuesAutomix())
+    if (next && *next == juce::File() && last != juce::File() && SimilarRoom::of (session).continuesAutomix())
         next = fitting();
     if (next && *next != juce::File())
     {
@@ -31,11 +32,9 @@ std::optional<juce::File> AutomixByFit::fitting()
     auto& similar = SimilarRoom::of (session);
     if (!worker.isBusy())
         worker.post ({ [this, database, room = session.browser(), after = last, known = given,
-                        weights = similar.weights(), sounds = similar.sounds] (const std::stop_token&)
-                       {
-                           search (*database, room != nullptr ? &room->history : nullptr, after, known,
-                                   weights, *sounds);
-                       } });
+                        weights = similar.weights(), sounds = similar.sounds] (const std::stop_token&) {
+            search (*database, room != nullptr ? &room->history : nullptr, after, known, weights, *sounds);
+        } });
     return {};
 }
 

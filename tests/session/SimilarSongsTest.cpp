@@ -66,10 +66,15 @@ TEST_F (SimilarSongsTest, TheListHasWhatFitsAndNothingElse)
     add ("/played.mp3", "Played", "Somebody");
     add ("/other copy.mp3", "song", "SOMEBODY");
     add ("/silent.mp3", "Never analysed", "Somebody");
-    for (const auto& [path, pitch] : { std::pair { "/asked.mp3", 300.0 }, { "/near.mp3", 380.0 }, { "/far.mp3", 3000.0 },
-                                       { "/played.mp3", 350.0 }, { "/other copy.mp3", 1000.0 }, { "/stranger.mp3", 310.0 } })
+    for (const auto& [path, pitch] : { std::pair { "/asked.mp3", 300.0 },
+                                       { "/near.mp3", 380.0 },
+                                       { "/far.mp3", 3000.0 },
+                                       { "/played.mp3", 350.0 },
+                                       { "/other copy.mp3", 1000.0 },
+                                       { "/stranger.mp3", 310.0 } })
         hear (path, pitch, 120.0);
-    EXPECT_TRUE (room.history.note ({ juce::Time::getCurrentTime(), 0, "/played.mp3", "Played", "Somebody" }));
+    EXPECT_TRUE (
+        room.history.note ({ juce::Time::getCurrentTime(), 0, "/played.mp3", "Played", "Somebody" }));
 
     EXPECT_EQ (recommended ("/asked.mp3").joinIntoString (" "), "/near.mp3 /far.mp3");
     EXPECT_EQ (recommended ("/silent.mp3").joinIntoString (" "), "") << "not analysed";

@@ -45,7 +45,7 @@ bool writePages (const juce::File& folder)
     for (int model = 0; model < ModelList::count; ++model)
         if (ModelList::entry (model).table != nullptr
             && !folder.getChildFile (juce::String (model).paddedLeft ('0', 2) + ".md")
-                    .replaceWithText (modelPage (model)))
+                    .replaceWithText (modelPage (model), false, false, "\n"))
             return false;
     return true;
 }

@@ -22,7 +22,7 @@ using namespace controllers;
 /** The pause of the devices that lose messages at full speed. */
 constexpr int slow = 10;
 
-constexpr const char* noDevice = "Not a controller of MIDI: the mapping alone.";
+constexpr const char* noDevice = "Has no driver of its own: the mapping alone.";
 constexpr const char* unknown = "Nobody has given us its numbers: the mapping alone.";
 constexpr const char* sisterOnly =
     "Only a sister device's numbers are known, and those are wrong here: the mapping alone.";
