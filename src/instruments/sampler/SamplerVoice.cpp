@@ -128,8 +128,9 @@ double SamplerVoice::distance (const Block& block, double offset) const noexcept
 void SamplerVoice::begin (const Block& block, Mode next, double frame) noexcept
 {
     // Between two frames each one read would be interpolated; half a frame is nothing that a correction would begin for.
+    // Rounding up to a loop's end means its begin.
     if (block.sampleRate == block.engineRate)
-        frame = std::round (frame);
+        frame = wrapped (block.sample, std::round (frame));
     mode = next;
     sounding = true;
     jumpPending = false;
