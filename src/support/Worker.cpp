@@ -3,7 +3,8 @@
 #include "support/AudioThread.h"
 
 #include <pthread.h>
-#include <sched.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <new>
@@ -11,14 +12,15 @@
 
 namespace
 {
+constexpr int lowestPriority = 19;
+
 void nameThisThread (const char* name, Worker::Priority priority)
 {
     pthread_setname_np (pthread_self(), std::string (name).substr (0, 15).c_str());
+    // Not SCHED_IDLE: on a busy machine a killed process would wait for its idle threads to be given a CPU to die on, and
+    // keep its locks until then.
     if (priority == Worker::Priority::idle)
-    {
-        const sched_param none {};
-        pthread_setschedparam (pthread_self(), SCHED_IDLE, &none);
-    }
+        setpriority (PRIO_PROCESS, static_cast<id_t> (gettid()), lowestPriority);
 }
 
 void report (const Worker::Job& job, const char* reason) noexcept
