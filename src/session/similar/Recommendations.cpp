@@ -45,7 +45,8 @@ void Recommendations::fill (const juce::String& path, SimilarSongs::Weights weig
         songs = std::move (found);
     }
     // A list in memory: nothing of it fails but a closed library's, which shows nothing.
-    juce::ignoreUnused (room.database.clearRecommendation(), room.database.addListToRecommendation (&list));
+    juce::ignoreUnused (room.database.clearRecommendation());
+    juce::ignoreUnused (room.database.addListToRecommendation (&list));
     room.watch.tell ({ .lists = true });
     if (done != nullptr)
         calls.post ([done, count] { done (count); });
