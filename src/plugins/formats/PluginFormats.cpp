@@ -3,6 +3,30 @@
 #include "plugins/catalogue/PluginFileFilter.h"
 
 #include <algorithm>
+#include <string>
+
+#include <dlfcn.h>
+#include <link.h>
+
+namespace
+{
+/** Keeps the libraries of a file or bundle in memory until the process ends, when their last plug-in goes too: some can't be
+    loaded a second time, such as those that register types of GLib. */
+void keepLibrariesOf (const juce::String& path)
+{
+    std::vector<std::string> libraries;
+    const auto look = [] (dl_phdr_info* library, size_t, void* found)
+    {
+        static_cast<std::vector<std::string>*> (found)->emplace_back (library->dlpi_name);
+        return 0;
+    };
+    ::dl_iterate_phdr (look, &libraries);
+    const auto beginning = path.toStdString();
+    for (const auto& library : libraries)
+        if (library.starts_with (beginning))
+            ::dlopen (library.c_str(), RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
+}
+}
 
 PluginFormats::PluginFormats() = default;
 PluginFormats::~PluginFormats() = default;
@@ -68,5 +92,7 @@ PluginFormats::Made PluginFormats::create (const KnownPluginEntry& entry, double
     made.instance = format->createInstanceFromDescription (entry.description, rate, block, made.fault);
     if (made.instance == nullptr && made.fault.isEmpty())
         made.fault = "It could not be loaded.";
+    if (made.instance != nullptr)
+        keepLibrariesOf (entry.file);
     return made;
 }

@@ -30,10 +30,7 @@ IPCPluginScanner::Outcome IPCPluginScanner::scanFile (const juce::File& file)
     const ScannerExchange::Watcher watcher { [this] { return listener.shouldExit(); },
                                              [this] { listener.scanPing(); },
                                              [this] (bool hangs) { listener.pluginHanging (hangs); } };
-    auto answer = exchange.carryOut (order, watcher);
-    if (answer.end == End::died) // perhaps of what an earlier plug-in has left behind: a new process tells
-        if (auto again = exchange.carryOut (order, watcher); again.end != End::notStarted)
-            answer = std::move (again);
+    const auto answer = exchange.carryOut (order, watcher);
     switch (answer.end)
     {
     case End::answered:

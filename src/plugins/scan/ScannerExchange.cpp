@@ -2,6 +2,8 @@
 
 #include "plugins/ipc/ScannerProtocol.h"
 
+#include <utility>
+
 ScannerExchange::ScannerExchange (ScannerProcess::Options o, Patience p)
     : options (std::move (o)),
       patience (p)
@@ -13,16 +15,26 @@ ScannerExchange::Answer ScannerExchange::carryOut (const std::string& order, con
     skipRequested = false;
     if (process != nullptr && !process->isAlive())
         process = nullptr;
-    if (process == nullptr)
-        process = ScannerProcess::start (options, watcher.shouldExit);
-    if (process == nullptr)
-        return { End::notStarted, {} };
-    auto answer =
-        process->mailbox().send (order, patience.sendMs) ? watch (watcher) : Answer { End::notTaken, {} };
-    if (answer.end == End::answered)
-        process->mailbox().clear();
-    else
-        process = nullptr;
+    const auto wasUsed = process != nullptr;
+    const auto attempt = [&]() -> Answer
+    {
+        if (process == nullptr)
+            process = ScannerProcess::start (options, watcher.shouldExit);
+        if (process == nullptr)
+            return { End::notStarted, {}, false };
+        auto answer = process->mailbox().send (order, patience.sendMs) ? watch (watcher)
+                                                                       : Answer { End::notTaken, {}, false };
+        if (answer.end == End::answered)
+            process->mailbox().clear();
+        else
+            process = nullptr;
+        return answer;
+    };
+    auto answer = attempt();
+    // An earlier plug-in may have left the process ill: a new one tells.
+    if (wasUsed && (answer.end == End::died || (answer.end == End::skipped && !skipRequested)))
+        if (auto again = attempt(); again.end != End::notStarted)
+            answer = std::move (again);
     return answer;
 }
 

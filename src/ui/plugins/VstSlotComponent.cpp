@@ -24,8 +24,8 @@ constexpr PlacedControl table[] {
 // clang-format on
 
 constexpr juce::Point<int> badgePlace { 4, 8 };
-const juce::Rectangle<int> pluginArea { 28, 6, 92, 24 }, formerArea { 122, 8, 20, 20 },
-    laterArea { 144, 8, 20, 20 }, editorArea { 167, 6, 46, 24 }, routingArea { 36, 36, 58, 24 },
+const juce::Rectangle<int> pluginArea { 28, 6, 92, 24 }, formerArea { 121, 7, 22, 22 },
+    laterArea { 144, 7, 22, 22 }, editorArea { 167, 6, 46, 24 }, routingArea { 36, 36, 58, 24 },
     dryWetWord { 131, 36, 26, 24 }, latencyArea { 158, 36, 56, 24 };
 
 juce::Rectangle<int> parameterArea (int which)
