@@ -180,9 +180,11 @@ void PluginScannerComponent::resized()
     top.removeFromLeft (margin);
     popupsButton.setBounds (top.removeFromLeft (172));
     systemButton.setBounds (top.removeFromLeft (180));
-    folderButton.setBounds (top.removeFromLeft (72));
-    top.removeFromLeft (gap);
-    folderLabel.setBounds (top);
+    area.removeFromTop (gap);
+    auto folder = area.removeFromTop (row);
+    folderButton.setBounds (folder.removeFromLeft (112));
+    folder.removeFromLeft (margin);
+    folderLabel.setBounds (folder);
     area.removeFromTop (gap);
     auto line = area.removeFromTop (row);
     bar.setBounds (line.removeFromLeft (200));
