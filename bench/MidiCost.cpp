@@ -3,10 +3,13 @@
 #include "measure/Timing.h"
 
 #include "engine/CommandTable.h"
+#include "midi/native/NativeDrivers.h"
+#include "midi/native/table/ModelList.h"
 #include "midi/system/MidiSystem.h"
 
 #include <juce_events/juce_events.h>
 
+#include <algorithm>
 #include <cstdio>
 
 // bench_midi: the time that a message through the mapping table and a tick of the lamps take.
@@ -87,6 +90,54 @@ void measureLamps (BenchEngine& engine)
     std::printf ("%d lamps\n", lamps);
     printLine ("tick of unchanged lamps", all, 1e3, "us");
 }
+
+/** The native driver with the most lamps: messages that it knows and one that it doesn't, and a tick in which nothing changes. */
+void measureNative (BenchEngine& engine)
+{
+    int largest = 0;
+    size_t most = 0;
+    for (int model = 0; model < ModelList::count; ++model)
+        if (const auto* table = ModelList::entry (model).table; table != nullptr)
+        {
+            size_t lamps = 0;
+            for (const auto& lamp : table->lamps)
+                lamps += static_cast<size_t> (
+                    std::ranges::count_if (lamp.at, [] (const auto& address) { return address.isSet(); }));
+            if (lamps > most)
+            {
+                most = lamps;
+                largest = model;
+            }
+        }
+    const auto midi = makeMidi (*engine);
+    NativeDrivers drivers;
+    drivers.startController (midi->control, largest);
+    std::printf ("%s: %zu lamps\n", ModelList::entry (largest).name, most);
+
+    const auto measure = [&] (const char* what, int times, const auto& act)
+    {
+        Timing::Durations all (static_cast<size_t> (times));
+        for (int i = 0; i < times; ++i)
+        {
+            const auto begin = Timing::nanoseconds();
+            act (i);
+            all.add (Timing::nanoseconds() - begin);
+        }
+        printLine (what, all, 1e3, "us");
+    };
+    const auto& rows = ModelList::entry (largest).table->controls;
+    const auto fader = std::ranges::find (rows, Function (FunctionId::volume), &Control::function);
+    measure ("native input: fader", 100000,
+             [&] (int i) {
+                 drivers.handleControllerInput (midi->control, largest, fader->at[0].status,
+                                                fader->at[0].data, i % 128);
+             });
+    measure ("native input: unknown", 100000,
+             [&] (int i) { drivers.handleControllerInput (midi->control, largest, 0x9f, i % 128, 1); });
+    drivers.updateControllerOutput (midi->control, largest, 0);
+    measure ("native output: nothing changed", 20000,
+             [&] (int) { drivers.updateControllerOutput (midi->control, largest, 0); });
+}
 }
 
 int main()
@@ -97,5 +148,6 @@ int main()
     BenchEngine engine (false, engineRate, blockFrames);
     measureDispatch (engine);
     measureLamps (engine);
+    measureNative (engine);
     return 0;
 }
