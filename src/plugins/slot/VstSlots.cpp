@@ -3,6 +3,7 @@
 #include "plugins/scan/IPCPluginScanner.h"
 #include "support/files/ReplaceFile.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 
@@ -125,6 +126,11 @@ void VstSlots::begin (int deck, Load load)
         if (fault.isNotEmpty())
             fail (deck, load.entry.description.name, fault);
         ++at (deck).revision;
+        // Kept at once, unless others are still on their way and would be kept as empty.
+        const auto settled =
+            std::none_of (slots.begin(), slots.end(), [] (const Own& each) { return each.isLoading; });
+        if (options.hasMessageLoop && settled)
+            juce::ignoreUnused (save()); // again at the end
     };
     if (!options.hasMessageLoop)
         return finish (trial.run (requestOf (load), [] { return false; }));
@@ -201,6 +207,8 @@ juce::String VstSlots::install (int deck, const Load& load)
     own.name = load.entry.description.name;
     own.plugin = std::move (plugin);
     own.looksUntilProved = looksOfANewOne;
+    if (slot (deck).fault() != PluginFault::none)
+        slot (deck).setOn (true); // the fault was the former one's
     slot (deck).put (own.plugin.get(), engine.getCallbackLock());
     for (int which = 0; which < paramsPerSlot; ++which)
         assign (deck, which, load.paramIndices[static_cast<size_t> (which)]);
