@@ -20,7 +20,8 @@ public:
             const std::scoped_lock scope (lock);
             calls.push_back (std::move (call));
         }
-        triggerAsyncUpdate();
+        if (juce::MessageManager::getInstanceWithoutCreating() != nullptr)
+            triggerAsyncUpdate();
     }
 
     /** Makes the calls that were posted so far. Message thread; a program without a loop calls it by itself. */
