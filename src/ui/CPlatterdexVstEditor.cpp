@@ -259,6 +259,7 @@ void CPlatterdexVstEditor::showBrowserInWindow (bool inWindow)
                     browserWindow = made.get();
                     return made;
                 });
+    heightWithBrowser = getHeight();
     arrange();
     snapHeight();
 }
@@ -272,7 +273,8 @@ void CPlatterdexVstEditor::browserWindowClosed()
     // Room for it again, if its window had taken it.
     if (wantedSize.y > 0.0
         && content.getHeight() <= EditorLayout::heightWithoutBrowser (arranged.mode.fourDecks))
-        setSize (getWidth(), getHeight() + scaled (browserHeight, scale.percent()));
+        setSize (getWidth(),
+                 std::max (heightWithBrowser, getHeight() + scaled (browserHeight, scale.percent())));
     arrange();
 }
 

@@ -136,6 +136,7 @@ private:
     PXTooltipComponent tooltip;
     KeyboardCommands keyboard;
     BrowserWindowContent* browserWindow = nullptr; ///< the tool window's, while there is one
+    int heightWithBrowser = 0;                     ///< before that window took it
     ToolWindows tools;
 
     Arrangement arranged;

@@ -8,6 +8,7 @@
 #include <mp4file.h>
 #include <mpegfile.h>
 #include <popularimeterframe.h>
+#include <wavfile.h>
 #include <xiphcomment.h>
 
 #include <algorithm>
@@ -15,6 +16,22 @@
 
 namespace
 {
+constexpr std::array commonColumns { SongColumn::title,   SongColumn::artist, SongColumn::album,
+                                     SongColumn::comment, SongColumn::genre,  SongColumn::year,
+                                     SongColumn::tracknum };
+
+/** Reads what tags of all kinds have. */
+void readCommon (const TagLib::Tag& tag, SongRecord& record)
+{
+    record[SongColumn::title] = toText (tag.title());
+    record[SongColumn::artist] = toText (tag.artist());
+    record[SongColumn::album] = toText (tag.album());
+    record[SongColumn::comment] = toText (tag.comment());
+    record[SongColumn::genre] = toText (tag.genre());
+    record[SongColumn::year] = juce::String (tag.year());
+    record[SongColumn::tracknum] = juce::String (tag.track());
+}
+
 /** Sets what stands in a tag's tempo field, unless that is empty. */
 void setTempo (SongRecord& record, const juce::String& text)
 {
@@ -65,14 +82,16 @@ void readFile (const juce::String& path, SongRecord& record)
     if (!file.isUsable())
         return;
 
-    const auto& tag = file.tag();
-    record[SongColumn::title] = toText (tag.title());
-    record[SongColumn::artist] = toText (tag.artist());
-    record[SongColumn::album] = toText (tag.album());
-    record[SongColumn::comment] = toText (tag.comment());
-    record[SongColumn::genre] = toText (tag.genre());
-    record[SongColumn::year] = juce::String (tag.year());
-    record[SongColumn::tracknum] = juce::String (tag.track());
+    readCommon (file.tag(), record);
+    // TagLib gives a WAV file's ID3v2 tag alone; what that leaves open may stand in the INFO list.
+    if (auto* wav = file.as<TagLib::RIFF::WAV::File>(); wav != nullptr && wav->hasInfoTag())
+    {
+        SongRecord info;
+        readCommon (*wav->InfoTag(), info);
+        for (const auto column : commonColumns)
+            if (record[column].isEmpty() || record[column] == "0")
+                record[column] = info[column];
+    }
     if (const auto* audio = file.audio())
     {
         record[SongColumn::duration] = juce::String (audio->lengthInSeconds());

@@ -415,7 +415,7 @@ void SongManager::resized()
     auto left = area.withRight (leftBar.getX()), right = area.withLeft (rightBar.getRight());
     auto middle = area.withLeft (leftBar.getRight()).withRight (rightBar.getX());
 
-    const auto side = std::min ({ left.getWidth(), mostCover, left.getHeight() * 2 / 5 });
+    const auto side = std::min ({ left.getWidth(), mostCover, left.getHeight() / 3 });
     const auto hasCover = shownCover > 0 && side >= leastCover;
     cover.setVisible (hasCover);
     if (hasCover)

@@ -101,6 +101,7 @@ void PlaylistTable::setSource (const Source& source)
     query.fitBpm = search.fitBpm;
     query.fitPercent = search.fitPercent;
     takesLayout = isLaidOut = false;
+    madeEntries.clear();
     if (source.kind == SongListKind::history)
         return openWith (world.preference (historyLayoutName), {});
     world.room->edits.loadLayout (
@@ -189,7 +190,7 @@ void PlaylistTable::rowsCame (int code)
         takesLayout = false;
         isLaidOut = followsSelection = true;
     }
-    else
+    else if (!selectMade())
         selectMarked();
     noteSelection();
     if (followsSelection && getSelectedRow() >= 0)
@@ -208,6 +209,7 @@ void PlaylistTable::rowsCame (int code)
 void PlaylistTable::noteSelection()
 {
     marked.clear();
+    markedRow = getSelectedRow();
     const auto& songs = list();
     const auto selected = getSelectedRows();
     for (int i = 0; i < std::min (selected.size(), mostMarked); ++i)
@@ -226,21 +228,43 @@ void PlaylistTable::selectMarked()
             if (std::binary_search (marked.begin(), marked.end(),
                                     Mark { entries[row].songId, entries[row].entryId }))
                 selected.addRange ({ static_cast<int> (row), static_cast<int> (row) + 1 });
-    if (selected.isEmpty() && query.isFiltered() && !entries.empty())
-        selected.addRange ({ 0, 1 }); // the first that was found is at hand
+    if (selected.isEmpty() && !entries.empty())
+    {
+        if (followsSelection && query.isFiltered())
+            selected.addRange ({ 0, 1 }); // the first that was found is at hand
+        else if (!marked.empty() && !followsSelection)
+        {
+            // The selected ones have gone: the next one is at hand.
+            const auto next = juce::jlimit (0, static_cast<int> (entries.size()) - 1, markedRow);
+            selected.addRange ({ next, next + 1 });
+        }
+    }
     setSelectedRows (selected, juce::dontSendNotification);
 }
 
-/** Selects the entries that an edit has made, which may not be among the rows yet. */
+/** Selects the entries that an edit has made, now or with the rows that have them. */
 void PlaylistTable::selectEntries (const std::vector<int32_t>& entryIds)
 {
+    madeEntries = entryIds;
+    std::sort (madeEntries.begin(), madeEntries.end());
     marked.clear();
+    juce::ignoreUnused (selectMade()); // else they come with the next rows
+}
+
+/** @returns false if they are not among the rows */
+bool PlaylistTable::selectMade()
+{
     juce::SparseSet<int> selected;
     const auto entries = list().entries();
-    for (size_t row = 0; row < entries.size(); ++row)
-        if (std::find (entryIds.begin(), entryIds.end(), entries[row].entryId) != entryIds.end())
-            selected.addRange ({ static_cast<int> (row), static_cast<int> (row) + 1 });
+    if (!madeEntries.empty())
+        for (size_t row = 0; row < entries.size(); ++row)
+            if (std::binary_search (madeEntries.begin(), madeEntries.end(), entries[row].entryId))
+                selected.addRange ({ static_cast<int> (row), static_cast<int> (row) + 1 });
+    if (selected.isEmpty())
+        return false;
+    madeEntries.clear();
     setSelectedRows (selected, juce::sendNotification);
+    return true;
 }
 
 const SongList& PlaylistTable::list() const

@@ -133,6 +133,7 @@ private:
     void noteSelection();
     void selectMarked();
     void selectEntries (const std::vector<int32_t>& entryIds);
+    bool selectMade();
     RowPainter::Row rowAt (int row, bool selected) const;
     juce::String pathOf (int row) const;
     void paintEmptyText (juce::Graphics&);
@@ -156,7 +157,10 @@ private:
     bool takesLayout = false; ///< the next rows come with the layout below
     TableLayout layoutToCome;
     juce::String selectionToCome;
-    std::vector<Mark> marked;      ///< the selected rows, sorted
+    std::vector<Mark> marked; ///< the selected rows, sorted
+    int markedRow = -1;       ///< the first of them
+    std::vector<int32_t>
+        madeEntries;               ///< entries of the last edit that are selected once they are rows, sorted
     bool followsSelection = false; ///< the next rows are scrolled to the selected one
     bool isSettingUp = false;      ///< what changes now is not the user's doing
 

@@ -115,6 +115,17 @@ void SourcesTree::fill()
     if (open != nullptr)
         restoreOpennessState (*open, false);
     select (selected);
+    if (sources != nullptr && selected.id >= 0 && getNumSelectedItems() == 0)
+        leaveGone();
+}
+
+/** The list in view is no more: goes to the library. */
+void SourcesTree::leaveGone()
+{
+    const Source whole { SongListKind::library, -1, "Library" };
+    select (whole);
+    if (onSource != nullptr)
+        onSource (whole);
 }
 
 juce::String SourcesTree::openness() const

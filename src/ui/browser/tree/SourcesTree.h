@@ -79,6 +79,7 @@ private:
                           int32_t id = -1);
     void addAll (juce::TreeViewItem& parent, TreeNode::Role, const std::vector<SourceItem>&);
     void fill();
+    void leaveGone();
     void wantValues();
     SourcesTreeItem* find (const std::function<bool (const TreeNode&)>&) const;
 
