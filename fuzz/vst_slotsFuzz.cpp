@@ -14,7 +14,9 @@ extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
     const auto again = SlotsFile::read (SlotsFile::write (*slots));
     FUZZ_CHECK (again);
     for (size_t i = 0; i < slots->size(); ++i)
-        FUZZ_CHECK ((*again)[i].state == (*slots)[i].state && (*again)[i].isInsert == (*slots)[i].isInsert
+        // As texts: JUCE compares the missing bytes of empty blocks.
+        FUZZ_CHECK ((*again)[i].state.toBase64Encoding() == (*slots)[i].state.toBase64Encoding()
+                    && (*again)[i].isInsert == (*slots)[i].isInsert
                     && (*again)[i].paramIndices == (*slots)[i].paramIndices);
     return 0;
 }

@@ -9,6 +9,7 @@ namespace Vst2
 #include <array>
 #include <atomic>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -184,8 +185,10 @@ extern "C" __attribute__ ((visibility ("default"))) AEffect* VSTPluginMain (audi
                                                 : 2;
     record.flags = effFlagsCanReplacing | effFlagsProgramChunks;
     record.initialDelay = is ("delay") ? delayFrames : 0;
+    uint32_t hash = 0; // goes round, as a hash does
     for (const auto c : behaviour)
-        record.uniqueID = record.uniqueID * 31 + c;
+        hash = hash * 31 + static_cast<unsigned char> (c);
+    record.uniqueID = static_cast<int32_t> (hash);
     record.version = 1;
     return &record;
 }
