@@ -112,7 +112,9 @@ until_true "the loop is not offered" xdotool search --onlyvisible --name '^Recor
 until_true "the offer lies behind the window" is_on_top "Recorded loops"
 sleep 0.5
 picture offer
-xdotool key Return
+xdotool key --clearmodifiers Tab
+sleep 0.2
+xdotool key --clearmodifiers Return
 has_ended() { ! kill -0 $process; }
 until_true "it does not end after the answer" has_ended
 status=0
