@@ -61,16 +61,20 @@ std::vector<EditorPage> MidiWindows::pages()
 {
     startTimer (newsPeriodMs);
     return { { "Remote MIDI Control", [this] { showPorts(); },
-               [this] { return std::make_unique<MidiPortsPage> (midi, [this] { showMapping(); }); } },
+               [this] { return makePorts(); } },
              { "MIDI mapping", [this] { showMapping(); } },
              { "MIDI Scripting", [this] { showScripts(); },
                [this] { return std::make_unique<MidiScriptingPage> (midi); } } };
 }
 
+std::unique_ptr<juce::Component> MidiWindows::makePorts()
+{
+    return std::make_unique<MidiPortsPage> (midi, [this] { showMapping(); });
+}
+
 void MidiWindows::showPorts()
 {
-    show (ports, "MIDI Ports",
-          [this] { return std::make_unique<MidiPortsPage> (midi, [this] { showMapping(); }); });
+    show (ports, "MIDI Ports", [this] { return makePorts(); });
 }
 
 void MidiWindows::showMapping()

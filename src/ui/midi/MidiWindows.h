@@ -31,6 +31,7 @@ private:
     void show (std::unique_ptr<Window>&, const char* title,
                std::function<std::unique_ptr<juce::Component>()> make);
 
+    std::unique_ptr<juce::Component> makePorts();
     void timerCallback() override;
     void tellNews (std::unique_ptr<Window>&, const char* title, ScriptMessagesView::Shown);
 
