@@ -1,7 +1,8 @@
 #include "midi/script/ScriptSource.h"
 
+#include "support/files/RegularFile.h"
+
 #include <algorithm>
-#include <filesystem>
 
 namespace
 {
@@ -146,9 +147,7 @@ std::optional<ScriptFault> faultOf (std::string_view source)
 
 std::optional<std::string> readScriptFile (const juce::File& file, juce::String& reason)
 {
-    // A pipe or a device would never end.
-    std::error_code error;
-    if (!std::filesystem::is_regular_file (file.getFullPathName().toStdString(), error))
+    if (!isRegularFile (file))
     {
         reason = file.exists() ? file.getFullPathName() + " is no file."
                                : "There is no file " + file.getFullPathName() + ".";
