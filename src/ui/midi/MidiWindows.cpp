@@ -60,8 +60,7 @@ void MidiWindows::show (std::unique_ptr<Window>& window, const char* title,
 std::vector<EditorPage> MidiWindows::pages()
 {
     startTimer (newsPeriodMs);
-    return { { "Remote MIDI Control", [this] { showPorts(); },
-               [this] { return makePorts(); } },
+    return { { "Remote MIDI Control", [this] { showPorts(); }, [this] { return makePorts(); } },
              { "MIDI mapping", [this] { showMapping(); } },
              { "MIDI Scripting", [this] { showScripts(); },
                [this] { return std::make_unique<MidiScriptingPage> (midi); } } };
