@@ -96,6 +96,7 @@ void Channel::tapCue (const ChannelPair& pair, const ChannelPair& monitor, bool 
 void Channel::setSampleRate (double rate) noexcept
 {
     effects.setSampleRate (rate);
+    meters.setRate (rate);
     cueTap.setSampleRate (rate);
 }
 
@@ -129,6 +130,7 @@ void Channel::applyFader (const ChannelPair& pair, double target, double smoothi
 {
     if (pair.frames < 1)
         return;
+    meters.update (pair.left, pair.right, pair.frames, static_cast<float> (autogain * knobs.gain * 2.0));
     const auto before = fader;
     fader = multiplyTowards (pair.left, pair.frames, before, target, smoothing);
     multiplyTowards (pair.right, pair.frames, before, target, smoothing);

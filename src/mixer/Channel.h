@@ -2,6 +2,7 @@
 
 #include "fx/EffectRack.h"
 #include "mixer/Equaliser.h"
+#include "mixer/Meters.h"
 #include "mixer/StripKnobs.h"
 #include "settings/EngineSettings.h"
 #include "support/GainRamp.h"
@@ -24,6 +25,7 @@ public:
     Equaliser equaliser;
     EffectRack effects;
 
+    Meters meters;                       ///< what the gain makes of the channel, before its fader
     Relaxed<double> lastLeft, lastRight; ///< the last samples after the fader
 
     Channel() noexcept { cueTap.setSampleRate (44100.0); }
@@ -56,10 +58,11 @@ public:
         @param side   of the crossfader, 0 or 1 */
     PX_AUDIO_THREAD double targetGain (const EngineSettings&, int side) const noexcept;
 
-    /** Applies the fader's gain, which follows its target over 5 ms, and keeps the last products for the level display. */
+    /** Takes the meters before the fader, then applies the fader's gain, which follows its target over 5 ms, and keeps the last
+        products. */
     PX_AUDIO_THREAD void applyFader (const ChannelPair&, double target, double smoothing) noexcept;
 
-    /** The level that a meter shows: the larger of the last two samples, 0 to 1. Any thread. */
+    /** The level that controllers and scripts read: the larger of the last two samples after the fader, 0 to 1. Any thread. */
     double level() const noexcept;
 
 private:

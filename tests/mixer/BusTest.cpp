@@ -114,6 +114,23 @@ TEST (Meters, RiseAtOnceAndFallByFullScaleInThreeTenthsOfASecond)
     }
 }
 
+TEST (Meters, HoldAClippedSideForTwoSecondsAfterItsLastFullSample)
+{
+    for (const auto& [gain, isClipped] : { std::pair { 1.9f, false }, { 2.0f, true }, { -2.0f, false } })
+    {
+        Meters meters;
+        meters.setRate (44100.0);
+        const std::vector<float> left (441, 0.5f), right (441, 0.1f), silence (441, 0.0f);
+        meters.update (left.data(), right.data(), 441, gain);
+        EXPECT_EQ (meters.hasClipped (0), isClipped) << gain;
+        EXPECT_FALSE (meters.hasClipped (1));
+        int blocks = 0;
+        for (; meters.hasClipped (0) && blocks < 1000; ++blocks)
+            meters.update (silence.data(), silence.data(), 441);
+        EXPECT_NEAR (blocks, isClipped ? 200 : 0, 1);
+    }
+}
+
 TEST (Monitor, MixesBySettings)
 {
     struct Case

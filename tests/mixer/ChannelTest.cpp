@@ -71,6 +71,18 @@ TEST (Channel, TheGainIsTheProductOfItsControls)
     EXPECT_NEAR (strip.target(), 0.777, 1e-3);
 }
 
+TEST (Channel, TheMetersShowTheGainOfEachSideAndNotTheFader)
+{
+    Strip strip (441);
+    std::fill (strip.right.begin(), strip.right.end(), -0.25f);
+    strip.right.back() = 0.0f; // a meter of single samples would show this
+    strip.channel.knobs.gain = 0.25;
+    strip.channel.followAutogain (1.5, false, 0.01);
+    strip.channel.applyFader (strip.pair(), 0.0, smoothing);
+    EXPECT_NEAR (strip.channel.meters.level (0), 0.75f, 1e-6);
+    EXPECT_NEAR (strip.channel.meters.level (1), 0.1875f, 1e-6);
+}
+
 TEST (Channel, AnAutogainFoundWhileTheTrackPlaysGlidesFor2Seconds)
 {
     Strip strip (0);
