@@ -229,6 +229,25 @@ TEST (DeckVoice, AHandIsHeardAtOnce)
     }
 }
 
+TEST (DeckVoice, TheKeyHoldsThroughAStepOfTheTempo)
+{
+    for (const double tone : { 200.0, 1000.0 })
+    {
+        StretchedDecks decks;
+        decks.putTrack (400'000, sineTrack (tone));
+        decks.transport.playPause (0);
+        for (const auto tempo : { 1.08, 0.95, 1.0 })
+        {
+            decks.render (30'016);
+            decks.setTempo (tempo);
+            decks.render (1152); // 26 ms
+            const auto fit = Signals::fitSine (decks.render (2560).left, DeckFixture::rate, tone);
+            EXPECT_NEAR (1200.0 * std::log2 (fit.frequency / tone), 0.0, 3.0) << tone << ' ' << tempo;
+            EXPECT_LT (fit.residualRms, 0.01) << tone << ' ' << tempo;
+        }
+    }
+}
+
 TEST (DeckVoice, AtUnityTheStretcherChangesNothing)
 {
     std::array<std::vector<float>, 2> heard;

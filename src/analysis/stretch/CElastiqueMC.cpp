@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <utility>
 
 namespace
 {
@@ -68,6 +69,7 @@ CElastiqueMC::CElastiqueMC (int blockSize, int channelCount, float rate)
       product (static_cast<size_t> (frameLength)),
       time (static_cast<size_t> (frameLength)),
       frequency (static_cast<size_t> (frameLength)),
+      past (static_cast<size_t> (getLeadFrames())),
       synthesised (buffers (workChannels, frameLength)),
       spectraRing { StretchSpectra (workChannels, frameLength), StretchSpectra (workChannels, frameLength),
                     StretchSpectra (workChannels, frameLength), StretchSpectra (workChannels, frameLength) },
@@ -123,11 +125,11 @@ void CElastiqueMC::reset() noexcept
     stereoMode = nextStereoMode;
     for (auto& turner : turners)
         turner.reset();
-    if (hasKeptTurns)
+    const auto goesOn = std::exchange (hasKeptTurns, false);
+    if (goesOn)
         turners[static_cast<size_t> (stereoMode)].takeTurns (keptTurners[static_cast<size_t> (stereoMode)]);
     else
         levelKeeper.reset();
-    hasKeptTurns = false;
     timeline.reset();
     detector.reset();
     resampler->reset();
@@ -140,6 +142,19 @@ void CElastiqueMC::reset() noexcept
     readyStep = 1.0;
     readPosition = 0.0;
     resampling = false;
+    if (goesOn)
+    {
+        detectedBegin = detectedEnd = -getLeadFrames();
+        beginInside (keptMoment);
+    }
+}
+
+void CElastiqueMC::beginInside (const StretchTimeline::Moment& from) noexcept
+{
+    // The lead's own beginning is no onset.
+    detectUpTo (timeline.nextIn (factors));
+    detector.skip();
+    timeline.startInside (from);
 }
 
 void CElastiqueMC::startInside (const float* const* lead) noexcept
@@ -147,10 +162,7 @@ void CElastiqueMC::startInside (const float* const* lead) noexcept
     Input given { lead, getLeadFrames(), 0 };
     inputEnd = detectedBegin = detectedEnd = -getLeadFrames();
     take (given, given.frames);
-    // The lead's own beginning is no onset.
-    detectUpTo (timeline.nextIn (factors));
-    detector.skip();
-    timeline.startInside();
+    beginInside ({});
 }
 
 int CElastiqueMC::setOutputBlockSize (int frames) noexcept
@@ -357,6 +369,7 @@ void CElastiqueMC::keepTurns (int framesBack) noexcept
     const auto heard = timeline.inputAt (place);
     const auto behind = (place - heard) - static_cast<double> (turned.out - turned.in);
     keptPlace = static_cast<int64_t> (std::floor (heard));
+    keptMoment = timeline.momentAt (place, keptPlace);
     auto& kept = keptTurners[static_cast<size_t> (stereoMode)];
     kept.takeTurns (turners[static_cast<size_t> (stereoMode)]);
     kept.findPeaks (spectra (newest - 1));
@@ -367,12 +380,12 @@ void CElastiqueMC::keepPast() noexcept
 {
     for (int c = 0; c < workChannels; ++c)
     {
-        auto* const past = time.data();
-        input.forPieces (c, keptPlace - frameLength, frameLength,
-                         [past] (const float* x, int offset, int count)
-                         { std::copy_n (x, count, past + offset); });
-        input.forPieces (c, -frameLength, frameLength,
-                         [past] (float* x, int offset, int count) { std::copy_n (past + offset, count, x); });
+        auto* const lead = past.data();
+        input.forPieces (c, keptPlace - getLeadFrames(), getLeadFrames(),
+                         [lead] (const float* x, int offset, int count)
+                         { std::copy_n (x, count, lead + offset); });
+        input.forPieces (c, -getLeadFrames(), getLeadFrames(),
+                         [lead] (float* x, int offset, int count) { std::copy_n (lead + offset, count, x); });
     }
 }
 

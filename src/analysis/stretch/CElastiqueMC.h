@@ -65,6 +65,7 @@ private:
     PX_AUDIO_THREAD int framesNeeded (const StretchFactors&) const noexcept;
 
     PX_AUDIO_THREAD void keepPast() noexcept;
+    PX_AUDIO_THREAD void beginInside (const StretchTimeline::Moment&) noexcept;
     PX_AUDIO_THREAD void take (Input&, int frames) noexcept;
     PX_AUDIO_THREAD void beginFrame (Input&) noexcept;
     PX_AUDIO_THREAD void detectUpTo (int64_t end) noexcept;
@@ -101,11 +102,13 @@ private:
     std::unique_ptr<CFastResample> resampler;
     std::vector<float> analysisWindow, synthesisWindow, product; ///< the product is of both
     std::vector<float> time, frequency;                          ///< of the stage that runs
+    std::vector<float> past;                                     ///< on its way to before the next signal
     std::vector<std::vector<float>> synthesised;                 ///< per work channel
     std::array<StretchSpectra, keptSpectra> spectraRing;
     std::array<PhaseTurner, 2> turners, keptTurners; ///< by stereo mode
     bool hasKeptTurns = false;
     int64_t keptPlace = 0; ///< the input frame at which the next signal goes on
+    StretchTimeline::Moment keptMoment;
 
     // Input, and the vocoder's output before the resampler with the sum of its windows as the last channel.
     SampleRing input, vocoded;

@@ -55,7 +55,7 @@ void StretchTimeline::reset() noexcept
 {
     newest = -1;
     lastOnset = 0;
-    target = 0.0;
+    target = begin = 0.0;
     isInside = false;
     awaited.reset();
     history[0] = {};
@@ -87,7 +87,7 @@ void StretchTimeline::add (const StretchFactors& factors, std::optional<int64_t>
     if (newest < 0)
     {
         // The signal begins at 0 in both times, whatever the ratio.
-        target = factors.ratio * static_cast<double> (in + middle);
+        target = factors.ratio * (static_cast<double> (in + middle) - begin);
         next.out = firstOut (factors, in, onset);
     }
     else
@@ -113,7 +113,8 @@ double StretchTimeline::shiftFor (const StretchFactors& factors, int64_t in, int
 int64_t StretchTimeline::firstOut (const StretchFactors& factors, int64_t in,
                                    std::optional<int64_t> onset) const noexcept
 {
-    if (!isInside)
+    // As far before the signal's first sample as in the input, where both belong to one onset.
+    if (!isInside || (isElastic (factors) && holds (in, lastOnset)))
         return in;
     const auto shift = onset ? shiftFor (factors, in, *onset) : 0.0;
     return even (factors.ratio * static_cast<double> (in + middle) + shift) - middle;

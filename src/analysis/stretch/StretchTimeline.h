@@ -29,11 +29,25 @@ public:
 
     PX_AUDIO_THREAD void reset() noexcept;
 
+    /** A timeline at the moment from which another goes on, in input samples after the one that is heard. */
+    struct Moment
+    {
+        double ideal = 0.0;                ///< the sample that would be heard by the ratio alone
+        std::optional<int64_t> onset = {}; ///< the newest
+    };
+
     /** The signal goes on from sound before its first sample: no beginning is to come out whole. After reset(). */
-    PX_AUDIO_THREAD void startInside() noexcept
+    PX_AUDIO_THREAD void startInside (const Moment& from) noexcept
     {
         isInside = true;
-        lastOnset = -2 * frameLength;
+        begin = from.ideal;
+        lastOnset = from.onset.value_or (-2 * frameLength);
+    }
+
+    /** The moment of a place of the vocoder's output, counted from an input sample. */
+    PX_AUDIO_THREAD Moment momentAt (double vocoderPosition, int64_t heard) const noexcept
+    {
+        return { idealInputAt (vocoderPosition) - static_cast<double> (heard), lastOnset - heard };
     }
 
     /** The least first output sample that add() can give to the first frame. @param in   its first input sample */
@@ -101,4 +115,5 @@ private:
     std::optional<int64_t> awaited; ///< an onset that the next frame is to place
     double target = 0.0;            ///< where the newest frame's middle should lie
     bool isInside = false;          ///< sound goes before the signal
+    double begin = 0.0;             ///< the input sample that lies at the output's first by the ratio alone
 };

@@ -10,8 +10,15 @@
 
 namespace
 {
-/** Seconds between two restarts for a key that is being turned. The stretcher follows it by itself in about as long. */
-constexpr double keyRestartSeconds = 0.1;
+/** Seconds between two restarts for a key or a tempo that is being turned. The stretcher follows by itself in about as
+    long: a key arrives, and a key that strays since the tempo has changed comes back. */
+constexpr double tuneRestartSeconds = 0.1;
+
+/** A step of the tempo from which on it does not wait for that: 7 cents. */
+constexpr double greatestStray = 0.004;
+
+/** Seconds over which the same place goes over into another key or tempo. */
+constexpr double tuneFadeSeconds = 0.008;
 
 /** Frames read with one line in the map: 0.7 ms at 44.1 kHz. */
 int pieceAt (double engineRate) noexcept
@@ -84,28 +91,39 @@ void DeckVoice::setBackTo (ReadHead& head, const ReadSource& source, double fram
     head.nudgeAccel = now.nudgeAccel;
 }
 
-bool DeckVoice::isHeardOtherwise (const VoiceBlock& block) const noexcept
+bool DeckVoice::isHeardOutOfTune (const VoiceBlock& block) const noexcept
+{
+    if (static_cast<double> (framesMade) <= tuneRestartSeconds * block.engineRate)
+        return false;
+    return block.keyTuning != keyTuning
+           || std::abs (stretcher->getStretchOfOutput() / stretchOf (block) - 1.0) > greatestStray;
+}
+
+bool DeckVoice::isHeardElsewhere (const VoiceBlock& block) const noexcept
 {
     const auto& next = block.drive.region;
     if (next.isReverse != region.isReverse)
-        return true;
-    if (block.keyTuning != keyTuning
-        && static_cast<double> (framesMade) > keyRestartSeconds * block.engineRate)
         return true;
     return next != region
            && map.hasFrom (heardFrame(), [&next] (const auto& piece)
                            { return piece.led || next.changes (piece.head.position, piece.end()); });
 }
 
-void DeckVoice::follow (ReadHead& head, const VoiceBlock& block) noexcept
+bool DeckVoice::follow (ReadHead& head, const VoiceBlock& block) noexcept
 {
-    if (hasReadAhead() && block.isStretched && isHeardOtherwise (block))
+    const auto isFollowed = hasReadAhead() && block.isStretched;
+    const auto isElsewhere = isFollowed && isHeardElsewhere (block);
+    const auto isRetuned = isFollowed && !isElsewhere && isHeardOutOfTune (block);
+    if (isRetuned) // goes on at the whole frame that is heard, as the stretcher takes it
+        stretcher->keepTurns (ringLeft.available());
+    if (isElsewhere || isRetuned)
     {
-        setBackTo (head, block.source, dueHeardFrame());
+        setBackTo (head, block.source, isRetuned ? std::floor (heardFrame()) : dueHeardFrame());
         restartPending = true;
     }
     region = block.drive.region;
     keyTuning = block.keyTuning;
+    return isRetuned;
 }
 
 double DeckVoice::heardPosition (const ReadHead& head, int32_t loadedFrames) const noexcept
@@ -299,12 +317,18 @@ void DeckVoice::fillRings (ReadHead& head, const VoiceBlock& block, const ReadDr
 void DeckVoice::renderPlain (ReadHead& head, const VoiceBlock& block, float* left, float* right,
                              int frames) noexcept
 {
-    follow (head, block);
+    const auto isRetuned = follow (head, block);
     auto drive = block.drive;
     if (restartPending || block.isStretched != stretching)
     {
         drive.playFactor = stretching ? 1.0 : block.tempo;
+        // What the stretcher has left of the place that is due is still to be made up.
+        const auto due = isRetuned ? dueHeardFrame() - std::floor (heardFrame()) : 0.0;
+        if (isRetuned)
+            drive.fadeFrames = static_cast<int> (tuneFadeSeconds * block.engineRate);
         begin (head, block, drive);
+        dueBegin = dueFrame = due;
+        drive.fadeFrames = block.drive.fadeFrames;
     }
     drive.playFactor = stretching ? 1.0 : block.tempo;
 

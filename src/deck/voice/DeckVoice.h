@@ -41,9 +41,10 @@ struct VoiceBlock
 /** Makes what is heard of what a deck reads.
 
     A deck that needs its stretcher, with key lock on, reads ahead by the 0.14 s that a stretcher holds. All else is heard
-    straight from the reader. What a hand does is heard at once all the same: a new tempo plays what the stretcher holds
-    already; a jump, another direction, another way round a loop, another key and each change between the two ways begin
-    anew at the place that is heard, over which 3 ms of the old sound fade out.
+    straight from the reader. What a hand does is heard at once all the same: a small step of the tempo plays what the
+    stretcher holds already; a greater one, a jump, another direction, another way round a loop, another key and each change
+    between the two ways begin anew at the place that is heard, over which 3 ms of the old sound fade out, or 8 ms where
+    the same place goes on.
 
     Audio thread under the callback lock, or a command that holds it. */
 class DeckVoice
@@ -115,9 +116,11 @@ private:
     PX_AUDIO_THREAD void keepTail (ReadHead&, const VoiceBlock&, const ReadDrive&) noexcept;
     PX_AUDIO_THREAD void fadeTail (float* left, float* right, int frames) noexcept;
 
-    /** Takes up region and key of a block: where what has been read ahead is not what is to be heard, it is dropped. */
-    PX_AUDIO_THREAD void follow (ReadHead&, const VoiceBlock&) noexcept;
-    PX_AUDIO_THREAD bool isHeardOtherwise (const VoiceBlock&) const noexcept;
+    /** Takes up region, key and tempo of a block: where what has been read ahead is not what is to be heard, it is dropped.
+        @returns true if the same place goes on in another key or tempo */
+    PX_AUDIO_THREAD bool follow (ReadHead&, const VoiceBlock&) noexcept;
+    PX_AUDIO_THREAD bool isHeardElsewhere (const VoiceBlock&) const noexcept;
+    PX_AUDIO_THREAD bool isHeardOutOfTune (const VoiceBlock&) const noexcept;
 
     /** Sets the deck back to a frame that it has read, as it was then. */
     PX_AUDIO_THREAD void setBackTo (ReadHead&, const ReadSource&, double frame) const noexcept;

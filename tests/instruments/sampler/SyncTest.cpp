@@ -68,7 +68,8 @@ TEST (SamplerSync, BeatsStayOnTheMastersThroughTenMinutesOfTempoChanges)
             desk.deck (0).tempo.pitch = 0.5 + 0.3 * std::sin (step * 0.02) + snap;
             desk.render (0.2);
         }
-        EXPECT_LT (desk.distanceFrom (0), 1.0) << sampleBpm;
+        // 0.4 at most, but for the click after a snap, to which two stretchers come on different ways.
+        EXPECT_LT (desk.distanceFrom (0), 1.2) << sampleBpm;
         EXPECT_GT (desk.clicksFrom (0), 1000u);
     }
 }
