@@ -5,7 +5,7 @@
 #include <cstdio>
 
 // bench_beats FILE: what the beat tracker finds in a file, as lines of "beat SECONDS" (without the halves between beats),
-// "downbeat SECONDS", "bar BEATS" and "bpm TEMPO".
+// "downbeat SECONDS" for each bar, "bar BEATS" of most of them and "bpm TEMPO".
 
 int main (int argc, char** argv)
 {
@@ -32,9 +32,9 @@ int main (int argc, char** argv)
     for (int i = downbeat % 2; downbeat >= 0 && i < tracker->getNumberOfBeats (0); i += 2)
         if (tracker->getBeat (&beat, i, 0) == 0)
             std::printf ("beat %.6f\n", beat.position / static_cast<double> (file.sampleRate));
-    if (tracker->getBeat (&beat, downbeat, 0) == 0)
-        std::printf ("downbeat %.6f\nbar %d\n", beat.position / static_cast<double> (file.sampleRate),
-                     tracker->getBeatsPerBar (0));
+    for (int i = 0; tracker->getBeat (&beat, i, CaufTAKT_If::barList) == 0; ++i)
+        std::printf ("downbeat %.6f\n", beat.position / static_cast<double> (file.sampleRate));
+    std::printf ("bar %d\n", tracker->getBeatsPerBar (0));
     std::printf ("bpm %.5f\n", tracker->getAverageTempo (0));
     CaufTAKT_If::DestroyInstance (&tracker);
 }

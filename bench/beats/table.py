@@ -15,7 +15,7 @@ chosen on the tuning half alone, on seeds drawn for it.
 Tempos are compared after both are folded into 65 to 165 BPM, and so are the beats: the true ones are halved or doubled
 into that range. Columns, in percent of the songs unless a measure of 0 to 1:
   tempo  within 4 %            .05   within 0.05 BPM (strict songs only)
-  3:2    off by 3/2, 2/3, 4/3 or 3/4          8th  right at the beat, or a third of it in 6/8 and 12/8
+  3:2    off by 3/2, 2/3, 4/3 or 3/4          8th  right at the beat, or in 6/8 and 12/8 at its third, not folded
   F      beats within 70 ms    half  every beat half a beat off (F below 0.3, above 0.8 when moved)
   down   downbeat F            use   0.9 of the beats have a mark within 20 ms (strict) or 40 ms (others)
   found  of the songs that are not usable, those that the tracker called doubtful
@@ -107,7 +107,7 @@ def score(song, said):
     best = max(folded_beats(song), key=lambda b: f_measure(cut(b), found))
     true, moved = cut(best), cut(best[:-1] + 0.5 * np.diff(best))
     s = {'tempo': at(1), '3:2': not at(1) and any(at(r) for r in (1.5, 2 / 3, 4 / 3, 0.75)), 'F': f_measure(true, found)}
-    s['8th'] = at(1) or song['metre'] in ('6/8', '12/8') and at(1 / 3)
+    s['8th'] = at(1) or song['metre'] in ('6/8', '12/8') and abs(bpm / (low + high) / 1.5 - 1) <= 0.04
     s['.05'] = abs(fold(bpm) - targets[0]) <= 0.05 if song['kind'] in ('strict', 'produced') else np.nan
     s['half'] = s['F'] < 0.3 and f_measure(moved, found) > 0.8
     downs = said['downbeat']

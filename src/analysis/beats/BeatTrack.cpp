@@ -72,9 +72,19 @@ void CBeatTrack::track (double bpm, double startSeconds)
         beats.add ({ static_cast<int32_t> (std::lround (position)), half & 1, static_cast<float> (localBpm),
                      onsets.positive[static_cast<size_t> (index)] });
     }
-    auto first = static_cast<double> (bar.downbeat);
-    first += bar.beatsPerBar * std::ceil ((pulse.beatAt (start - 0.5) - first) / bar.beatsPerBar - slack);
-    result.beatsPerPeriod = bar.beatsPerBar;
+    barMarks.clear();
+    for (const auto beat : bar.bars.firsts)
+    {
+        const auto number = static_cast<double> (bar.firstBeat + beat);
+        const auto position = std::max (0.0, pulse.at (number));
+        if (number >= pulse.beatAt (start - 0.5) - slack && position < length)
+            barMarks.add ({ static_cast<int32_t> (std::lround (position)), 0,
+                            static_cast<float> (60.0 * rate / pulse.periodAt (number)), 0.0f });
+    }
+    const auto perBar = bar.bars.beatsPerBar;
+    auto first = static_cast<double> (bar.downbeat());
+    first += perBar * std::ceil ((pulse.beatAt (start - 0.5) - first) / perBar - slack);
+    result.beatsPerPeriod = perBar;
     result.startPosition = pulse.at (first);
-    result.beatPeriod = pulse.at (first + bar.beatsPerBar) - result.startPosition;
+    result.beatPeriod = pulse.at (first + perBar) - result.startPosition;
 }

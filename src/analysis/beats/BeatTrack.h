@@ -23,7 +23,10 @@ public:
 
     const CBeatMarks& marks() const { return beats; }
 
-    /** Bar and first downbeat of the marks. */
+    /** The first beats of all bars, in order; bars differ in length where the music's do. */
+    const CBeatMarks& bars() const { return barMarks; }
+
+    /** The bar of most of the song, and the first downbeat that it counts from. */
     const CDownbeat::Result& bar() const { return result; }
 
 private:
@@ -31,6 +34,6 @@ private:
     const CDownbeat& downbeat;
     const int rate;
     const double length;
-    CBeatMarks beats;
+    CBeatMarks beats, barMarks;
     CDownbeat::Result result;
 };

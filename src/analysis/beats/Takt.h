@@ -38,7 +38,8 @@ public:
     {
         beatList =
             0, ///< beats and their halves: marks stand half a beat apart, as a deck's beat table wants them
-        onsetList = 1
+        onsetList = 1,
+        barList = 2 ///< the first beat of each bar, of 3 to 7 beats, as the music changes
     };
 
     virtual ~CaufTAKT_If() = default;
@@ -75,7 +76,7 @@ public:
         @returns wrongState before flush(), without onsets or without a tempo */
     virtual int trackBeats (float startSeconds, int, int, int) = 0;
 
-    /** 0 before there are marks, and for a list that does not exist. */
+    /** 0 before there are marks, and for a list that does not exist; setResult() restores no bars. */
     virtual int getNumberOfBeats (int list) const = 0;
 
     /** The tempo that most marks agree on, in BPM: the mean over those in and next to the fullest bin of 10 BPM; 0

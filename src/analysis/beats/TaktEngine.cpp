@@ -159,6 +159,8 @@ const CBeatMarksIf* TaktEngine::listOf (int list) const
         return nullptr;
     if (list == beatList)
         return &marks;
+    if (list == barList)
+        return beatTrack != nullptr ? &beatTrack->bars() : nullptr;
     return list == onsetList ? &onsets.intern().marks() : nullptr;
 }
 

@@ -37,9 +37,10 @@ inline void add (std::vector<float>& out, double at, double seconds, double rate
             out[static_cast<size_t> (i)] += static_cast<float> (wave ((i - at) / rate));
 }
 
-/** @param beatFrames   position of a beat, whole or not, in frames; beat 0 is a downbeat */
+/** @param beatFrames   position of a beat, whole or not, in frames; beat 0 is a downbeat
+    @param firstChord   which of the four chords comes first */
 inline Track play (const Bar& bar, double seconds, double rate,
-                   const std::function<double (double)>& beatFrames)
+                   const std::function<double (double)>& beatFrames, int firstChord = 0)
 {
     Track track { std::vector<float> (static_cast<size_t> (seconds * rate), 0.0f), {} };
     const auto end = static_cast<double> (track.samples.size());
@@ -80,7 +81,9 @@ inline Track play (const Bar& bar, double seconds, double rate,
             const auto hz =
                 220.0
                 * std::exp2 (
-                    (semitones + std::vector<int> { 0, 5, 7, 3 }[static_cast<size_t> (beat / bar.beats % 4)])
+                    (semitones
+                     + std::vector<int> { 0, 5, 7,
+                                          3 }[static_cast<size_t> ((beat / bar.beats + firstChord) % 4)])
                     / 12.0);
             add (track.samples, beatFrames (beat), length, rate,
                  [&] (double t) {
@@ -95,6 +98,20 @@ inline Track play (const Bar& bar, double seconds, double rate,
 inline std::function<double (double)> steady (double bpm, double rate, double firstSeconds = 0.0)
 {
     return [=] (double beat) { return (firstSeconds + beat * 60.0 / bpm) * rate; };
+}
+
+/** Bars of different lengths in beats, one after another: a kick on each beat, a new chord on each first. */
+inline std::vector<float> playBars (const std::vector<int>& lengths, double bpm, double rate)
+{
+    std::vector<float> samples;
+    for (size_t i = 0; i < lengths.size(); ++i)
+    {
+        const Bar bar { lengths[i], std::string (static_cast<size_t> (lengths[i]), 'x'), "", "" };
+        const auto seconds = lengths[i] * 60.0 / bpm;
+        const auto one = play (bar, seconds, rate, steady (bpm, rate), static_cast<int> (i)).samples;
+        samples.insert (samples.end(), one.begin(), one.end());
+    }
+    return samples;
 }
 
 struct Free

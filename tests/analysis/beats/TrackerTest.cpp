@@ -18,6 +18,10 @@ const Bar brokenBeat { 4, "x.....x...x.....", "....x.......x..x", "x.x.x.x.x.x.x
 const Bar halfTime { 4, "x...............", "........x.......", "x.x.x.x.x.x.x.x." };
 const Bar shuffle { 4, "x.....x.....", "...x.....x..", "x.xx.xx.xx.x" };
 const Bar waltz { 3, "x...........", "....x...x...", "x.x.x.x.x.x." };
+const Bar plainWaltz { 3, "x..", "...", ".xx" };
+const Bar jazzWaltz { 3, "x.....x..", "...x.....", "x..x.xx.." };
+const Bar swing { 4, "x..x..x..x..", "...x.....x..", "x..x.xx..x.x" };
+const Bar sixEight { 4, "x.....x.....", "...x.....x..", "x.xx.xx.xx.x" };
 
 struct Case
 {
@@ -60,6 +64,16 @@ TEST (BeatTracker, LaysAnExactGridOverSteadyRhythms)
         { "half-time", halfTime, 140, 140 },
         { "shuffle", shuffle, 120, 120 },
         { "waltz", waltz, 140, 140 },
+        { "plain waltz", plainWaltz, 88, 88 },
+        { "plain waltz", plainWaltz, 116, 116 },
+        { "plain waltz", plainWaltz, 150, 150 },
+        { "jazz waltz", jazzWaltz, 112, 112 },
+        { "jazz waltz", jazzWaltz, 144, 144 },
+        { "slow rock", rock, 80, 80 },
+        { "swing", swing, 90, 90 },
+        { "swing", swing, 135, 135 },
+        { "six eight", sixEight, 70, 70 },
+        { "six eight", sixEight, 96, 96 },
         { "clip", rock, 117.3, 117.3, 20, 44100, 0 },
         { "clip", fourOnTheFloor, 133, 133, 13, 44100, 0 },
         { "low rate", rock, 126.7, 126.7, 35, 11025 },
@@ -102,6 +116,54 @@ TEST (BeatTracker, LaysAnExactGridOverSteadyRhythms)
             const auto bars = (downbeat.position / c.rate - 0.31) * c.bpm / 60.0 / c.bar.beats;
             EXPECT_NEAR (bars, std::round (bars), 0.02);
         }
+    }
+}
+
+TEST (BeatTracker, BeginsBarsWhereTheMusicDoes)
+{
+    constexpr auto rate = 44100.0, bpm = 120.0;
+    const auto bars = [] (int count, int beats)
+    { return std::vector<int> (static_cast<size_t> (count), beats); };
+    const auto joined = [] (std::vector<std::vector<int>> parts)
+    {
+        std::vector<int> all;
+        for (const auto& part : parts)
+            all.insert (all.end(), part.begin(), part.end());
+        return all;
+    };
+    const struct
+    {
+        const char* name;
+        std::vector<int> lengths; ///< of bars, in beats
+        int mostly;
+    } cases[] {
+        { "four", bars (24, 4), 4 },
+        { "three", bars (32, 3), 3 },
+        { "five", bars (20, 5), 5 },
+        { "seven", bars (16, 7), 7 },
+        { "a dropped beat", joined ({ bars (12, 4), { 3 }, bars (16, 4) }), 4 },
+        { "a bar of two", joined ({ bars (16, 4), { 2 }, bars (12, 4) }), 4 },
+        { "four, then three", joined ({ bars (16, 4), bars (14, 3) }), 4 },
+    };
+    for (const auto& c : cases)
+    {
+        SCOPED_TRACE (c.name);
+        const auto samples = playBars (c.lengths, bpm, rate);
+        const auto tracker = analyse (samples, rate);
+        std::vector<double> expected, found;
+        auto beat = 0;
+        for (const auto length : c.lengths)
+        {
+            expected.push_back (beat * 60.0 / bpm * rate);
+            beat += length;
+        }
+        CaufTAKT_If::Beat mark;
+        for (int i = 0; tracker->getBeat (&mark, i, CaufTAKT_If::barList) == AnalysisError::none; ++i)
+            found.push_back (mark.position);
+        EXPECT_EQ (tracker->getBeatsPerBar (0), c.mostly);
+        // The change itself may be found a bar or two late.
+        EXPECT_GE (hits (expected, found, 35.0, rate), 0.9);
+        EXPECT_GE (hits (found, expected, 35.0, rate), 0.9);
     }
 }
 

@@ -41,49 +41,90 @@ std::vector<Candidate> peaksOf (const BeatFold& fold)
     return peaks;
 }
 
-/** The features of a candidate's beats, by their place in a bar. */
+/** The features of one beat. */
+struct BeatSigns
+{
+    double change = 0.0, bassRise = 0.0;
+    OnsetFunction::Bands onset {};
+};
+
+/** The beats of an offset, from the first that the onset function tells of. */
+struct Beats
+{
+    int first = 0;
+    std::vector<BeatSigns> signs;
+};
+
+Beats beatsOf (const OnsetFunction& onsets, const HarmonicChange& harmony, const BarPhase::Bass& bass,
+               const Pulse& pulse, double offset)
+{
+    Beats made;
+    const auto first = static_cast<int> (std::ceil (pulse.beatAt (onsets.positionOf (2)) - offset));
+    const auto last =
+        static_cast<int> (std::floor (pulse.beatAt (onsets.positionOf (onsets.size() - 3)) - offset));
+    made.first = first;
+    for (int k = first; k <= last; ++k)
+    {
+        const auto position = pulse.at (k + offset);
+        const auto index = std::clamp (static_cast<int> (std::lround (onsets.indexOf (position))), 2,
+                                       std::max (2, onsets.size() - 3));
+        auto& beat = made.signs.emplace_back();
+        beat.change = harmony.at (position, pulse.periodAt (k + offset));
+        beat.bassRise = bass.intensity.riseAt (position / bass.factor);
+        for (size_t b = 0; b < beat.onset.size(); ++b)
+        {
+            beat.onset[b] = onsets.bands[static_cast<size_t> (index - 2)][b];
+            for (int i = index - 1; i <= index + 2; ++i)
+                beat.onset[b] = std::max (beat.onset[b], onsets.bands[static_cast<size_t> (i)][b]);
+        }
+    }
+    return made;
+}
+
+/** The means of the features of beats by their place in a bar. */
 struct BarProfile
 {
     std::vector<double> change, bassRise;
     std::vector<OnsetFunction::Bands> onset;
 };
 
-BarProfile profileOf (const OnsetFunction& onsets, const HarmonicChange& harmony, const BarPhase::Bass& bass,
-                      const Pulse& pulse, double offset, int beatsPerBar)
+int placeOf (int beat, int beatsPerBar)
+{
+    return (beat % beatsPerBar + beatsPerBar) % beatsPerBar;
+}
+
+BarProfile profileOf (const Beats& beats, int beatsPerBar)
 {
     const auto bar = static_cast<size_t> (beatsPerBar);
     BarProfile made { std::vector<double> (bar, 0.0), std::vector<double> (bar, 0.0),
                       std::vector<OnsetFunction::Bands> (bar) };
-    std::vector<double> beats (bar, 0.0);
-    const auto first = static_cast<int> (std::ceil (pulse.beatAt (onsets.positionOf (0)) - offset));
-    const auto last =
-        static_cast<int> (std::floor (pulse.beatAt (onsets.positionOf (onsets.size() - 1)) - offset));
-    for (int k = first; k <= last; ++k)
+    std::vector<double> count (bar, 1e-9);
+    for (size_t k = 0; k < beats.signs.size(); ++k)
     {
-        const auto position = pulse.at (k + offset);
-        const auto index = static_cast<int> (std::lround (onsets.indexOf (position)));
-        if (index < 2 || index + 2 >= onsets.size())
-            continue;
-        const auto place = static_cast<size_t> (((k % beatsPerBar) + beatsPerBar) % beatsPerBar);
-        beats[place] += 1.0;
-        made.change[place] += harmony.at (position, pulse.periodAt (k + offset));
-        made.bassRise[place] += bass.intensity.riseAt (position / bass.factor);
-        for (size_t b = 0; b < made.onset[place].size(); ++b)
-        {
-            auto most = onsets.bands[static_cast<size_t> (index - 2)][b];
-            for (int i = index - 1; i <= index + 2; ++i)
-                most = std::max (most, onsets.bands[static_cast<size_t> (i)][b]);
-            made.onset[place][b] += most;
-        }
+        const auto& beat = beats.signs[k];
+        const auto place = static_cast<size_t> (placeOf (beats.first + static_cast<int> (k), beatsPerBar));
+        count[place] += 1.0;
+        made.change[place] += beat.change;
+        made.bassRise[place] += beat.bassRise;
+        for (size_t b = 0; b < beat.onset.size(); ++b)
+            made.onset[place][b] += beat.onset[b];
     }
     for (size_t i = 0; i < bar; ++i)
     {
-        made.change[i] /= beats[i] + 1e-9;
-        made.bassRise[i] /= beats[i] + 1e-9;
+        made.change[i] /= count[i];
+        made.bassRise[i] /= count[i];
         for (auto& b : made.onset[i])
-            b /= static_cast<float> (beats[i] + 1e-9);
+            b /= static_cast<float> (count[i]);
     }
     return made;
+}
+
+BarTrack::Bars barsOf (const Beats& beats)
+{
+    std::vector<BarTrack::Beat> signs;
+    for (const auto& beat : beats.signs)
+        signs.push_back ({ beat.change, beat.bassRise, static_cast<double> (beat.onset[2] + beat.onset[3]) });
+    return BarTrack::follow (signs);
 }
 
 /** The fit of the drums to a bar of four that begins at a beat: bass on the odd beats, snare on the even ones. Bounded, since
@@ -111,30 +152,40 @@ bool isTernary (const OnsetFunction& onsets, const Pulse& pulse)
 }
 }
 
+int BarPhase::downbeat() const
+{
+    return placeOf (firstBeat + bars.downbeat, bars.beatsPerBar);
+}
+
 BarPhase BarPhase::find (const OnsetFunction& onsets, const HarmonicChange& harmony, const Bass& bass,
                          const Pulse& pulse)
 {
     BarPhase best;
-    best.beatsPerBar = isTernary (onsets, pulse) ? 3 : 4;
-    auto bestScore = -1e9;
+    Beats bestBeats;
+    const auto beatsPerBar = isTernary (onsets, pulse) ? 3 : 4;
+    auto bestScore = -1e9, nextScore = -1e9;
     for (const auto& candidate : peaksOf (BeatFold (onsets, pulse)))
     {
-        const auto profile = profileOf (onsets, harmony, bass, pulse, candidate.offset, best.beatsPerBar);
+        auto beats = beatsOf (onsets, harmony, bass, pulse, candidate.offset);
+        const auto profile = profileOf (beats, beatsPerBar);
         // A change at each of its beats alike is the sound of a drum, not the notes.
         const auto least = *std::min_element (profile.change.begin(), profile.change.end());
+        auto score = -1e9;
         for (size_t d = 0; d < profile.change.size(); ++d)
         {
-            auto score = std::log (candidate.height + 1e-6)
-                         + changeWeight * std::log (profile.change[d] - least + changeFloor);
-            if (best.beatsPerBar == 4)
-                score += drumWeight * drumEvidence (profile, d);
-            if (score > bestScore)
-            {
-                bestScore = score;
-                best.beatOffset = candidate.offset;
-                best.downbeat = static_cast<int> (d);
-            }
+            const auto drums = beatsPerBar == 4 ? drumWeight * drumEvidence (profile, d) : 0.0;
+            score = std::max (score, std::log (candidate.height + 1e-6) + drums
+                                         + changeWeight * std::log (profile.change[d] - least + changeFloor));
         }
+        nextScore = std::max (nextScore, std::min (score, bestScore));
+        if (score <= bestScore)
+            continue;
+        bestScore = score;
+        best.beatOffset = candidate.offset;
+        bestBeats = std::move (beats);
     }
+    best.margin = bestScore - nextScore;
+    best.firstBeat = bestBeats.first;
+    best.bars = barsOf (bestBeats);
     return best;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/beats/bar/BarTrack.h"
 #include "analysis/beats/bar/BassIntensity.h"
 #include "analysis/beats/bar/HarmonicChange.h"
 #include "analysis/beats/onset/OnsetFunction.h"
@@ -9,9 +10,9 @@
 struct BarPhase
 {
     double beatOffset = 0.0; ///< in beats of the pulse, 0 to 1
-    int beatsPerBar = 4;     ///< 4 or 3
-    int downbeat =
-        0; ///< the first beat of a bar has this number, counted from the offset, modulo beatsPerBar
+    int firstBeat = 0;       ///< the number of the first beat that `bars` tells of, counted from the offset
+    BarTrack::Bars bars;
+    double margin = 0.0; ///< how far the next best offset lies behind: 0 is a tie; natural logarithm
 
     struct Bass
     {
@@ -19,8 +20,11 @@ struct BarPhase
         int factor; ///< frames of the signal per frame of the bass's rate
     };
 
-    /** Weighs for each candidate: how strong its onsets are, how much the notes change at its downbeats, and how drums
-        alternate within its bars.
+    /** The number of the first downbeat, counted from the offset, below beatsPerBar. */
+    int downbeat() const;
+
+    /** Weighs for each offset: how strong its onsets are, how much the notes change at its downbeats, and how drums alternate
+        within its bars. Bars are then followed over the beats of the best one.
         @param pulse   a pulse of the right tempo and any phase */
     static BarPhase find (const OnsetFunction&, const HarmonicChange&, const Bass&, const Pulse&);
 };

@@ -78,9 +78,10 @@ CDownbeat::Result CDownbeat::evaluate (const COnsetTrackingIntern& stage, double
     const Pulse pulse (onsets.origin, period);
     const auto bar =
         BarPhase::find (onsets, harmony (firstFrame, endFrame), { bass, decimator.factor() }, pulse);
-    result.beatsPerPeriod = bar.beatsPerBar;
-    result.beatPeriod = period * bar.beatsPerBar;
+    result.beatsPerPeriod = bar.bars.beatsPerBar;
+    result.beatPeriod = period * result.beatsPerPeriod;
     result.confidence = tempo.confidence;
-    result.startPosition = pulse.at (bar.beatOffset + bar.downbeat);
+    result.margin = tempo.margin;
+    result.startPosition = pulse.at (bar.beatOffset + bar.downbeat());
     return result;
 }

@@ -17,6 +17,7 @@ public:
     {
         double beatPeriod = 0.0;    ///< length of a bar in frames; 0 when nothing was found
         double confidence = 0.0;    ///< 0 to 1
+        double margin = 0.0;        ///< Periodicity::Tempo's
         double startPosition = 0.0; ///< of the first downbeat, in frames of the signal
         double weight = 1.0;        ///< what its confidence counts beside another result's
         int beatsPerPeriod = 4;

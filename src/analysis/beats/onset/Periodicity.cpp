@@ -4,27 +4,35 @@
 #include "analysis/signal/Fft.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <numeric>
 
 namespace
 {
-struct Lag
-{
-    double beats, weight;
-};
-
-/** Without the parts of a beat, a rhythm of three against four often wins. Two beats don't count: what repeats there may
-    as well be a beat of half the tempo; what repeats at four and eight is a bar. */
-constexpr Lag lags[] { { 0.25, 0.25 }, { 0.5, 0.5 }, { 1, 1 }, { 4, 2 }, { 8, 1 } };
-constexpr double lagWeights = 4.75;
-
-/** The tempos that people tap to: a bell over the logarithm of the tempo. */
-constexpr double centreBpm = 120.0, spreadOctaves = 1.0;
-
-constexpr double lowestBpm = 60.0, highestBpm = 185.0;
+/** The tempos looked at. Below the lower one a bar would be taken for a beat in three parts; a simple beat that slow is heard
+    at twice the tempo. */
+constexpr double lowestBpm = 56.0, lowestSimpleBpm = 60.0, highestBpm = 185.0;
 constexpr int numTempos = 800;
+
+/** By this much a beat in three parts has to repeat better than its parts: even clicks have no such beat. */
+constexpr double leastAccent = 0.05;
+
+/** Tempos this close are one tempo, halved, doubled or not. */
+constexpr double sameOctaves = 0.06;
+
+double octavesApart (double a, double b)
+{
+    const auto octaves = std::log2 (a / b);
+    return std::abs (octaves - std::round (octaves));
+}
+
+double bell (double bpm, double centre, double spread)
+{
+    const auto octaves = std::log2 (bpm / centre) / spread;
+    return std::exp (-0.5 * octaves * octaves);
+}
 }
 
 Periodicity::Periodicity (std::span<const float> function, double frameRate, double maxSeconds)
@@ -62,26 +70,52 @@ double Periodicity::at (double seconds) const
     return (1.0 - part) * correlation[i] + part * correlation[i + 1];
 }
 
-double Periodicity::score (double bpm) const
+double Periodicity::score (double bpm, bool isCompound, const TempoWeights& weights) const
 {
-    auto sum = 0.0;
-    for (const auto& lag : lags)
-        sum += lag.weight * at (lag.beats * 60.0 / bpm);
-    const auto octaves = std::log2 (bpm / centreBpm) / spreadOctaves;
-    return sum / lagWeights * std::exp (-0.5 * octaves * octaves);
+    const auto lag = [&] (double beats) { return at (beats * 60.0 / bpm); };
+    const auto beat = lag (1.0), half = lag (0.5);
+    // Two beats don't count: what repeats there may as well be a beat of half the tempo.
+    const auto bar = std::max (2.0 * lag (4) + lag (8), 2.0 * lag (3) + lag (6)) / 3.0;
+    auto rivals = 0.0;
+    for (const auto other : { 2.0 / 3.0, 3.0 / 4.0, 4.0 / 3.0, 3.0 / 2.0 })
+        rivals += std::max (0.0, lag (other) - beat);
+    auto division = (lag (0.25) + 2.0 * half) / 3.0;
+    if (isCompound)
+    {
+        const auto third = lag (1.0 / 3.0), thirds = lag (2.0 / 3.0);
+        division = (third + thirds) / 2.0;
+        rivals += std::max (0.0, half - third) + std::max (0.0, half - thirds);
+        rivals += std::max (0.0, leastAccent - (beat - std::max (third, thirds)));
+    }
+    const auto fit =
+        (weights.division * division + weights.beat * beat + weights.bar * bar - weights.rival * rivals)
+        / (weights.division + weights.beat + weights.bar);
+    return isCompound ? fit * weights.compound * bell (bpm, weights.compoundCentreBpm, weights.spreadOctaves)
+                      : fit * bell (bpm, weights.centreBpm, weights.spreadOctaves);
 }
 
-Periodicity::Tempo Periodicity::tempo() const
+Periodicity::Tempo Periodicity::tempo (const TempoWeights& weights) const
 {
     Tempo best;
     if (correlation.empty())
         return best;
-    for (int i = 0; i < numTempos; ++i)
+    std::array<double, numTempos> tempos {}, scores {};
+    for (size_t i = 0; i < numTempos; ++i)
     {
-        const auto bpm = lowestBpm * std::pow (highestBpm / lowestBpm, i / (numTempos - 1.0));
-        if (const auto s = score (bpm); best.bpm == 0.0 || s > best.confidence)
-            best = { bpm, s };
+        const auto bpm =
+            lowestBpm * std::pow (highestBpm / lowestBpm, static_cast<double> (i) / (numTempos - 1));
+        const auto simple = bpm >= lowestSimpleBpm ? score (bpm, false, weights) : -1.0;
+        const auto compound = score (bpm, true, weights);
+        tempos[i] = bpm;
+        scores[i] = std::max (simple, compound);
+        if (best.bpm == 0.0 || scores[i] > best.confidence)
+            best = { bpm, scores[i], 0.0, compound > simple };
     }
+    auto next = 0.0;
+    for (size_t i = 0; i < numTempos; ++i)
+        if (octavesApart (tempos[i], best.bpm) > sameOctaves)
+            next = std::max (next, scores[i]);
     best.confidence = std::clamp (best.confidence, 0.0, 1.0);
+    best.margin = best.confidence > 0.0 ? std::clamp (1.0 - next / best.confidence, 0.0, 1.0) : 0.0;
     return best;
 }

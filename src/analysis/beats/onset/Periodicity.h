@@ -3,6 +3,20 @@
 #include <span>
 #include <vector>
 
+/** The weights of Periodicity::tempo. docs/accuracy.md tells what half and one and a half of each changes. */
+struct TempoWeights
+{
+    double division = 0.75; ///< of the halves and quarters of a beat, or its thirds
+    double beat = 1.5;
+    double bar = 2.5;       ///< of four and eight beats, or three and six
+    double rival = 2.5;     ///< of what repeats better at 2/3, 3/4, 4/3 or 3/2 of the beat than at the beat
+    double compound = 0.95; ///< of a beat in three parts beside one in two: the rarer
+
+    /** The tempos that people tap to: a bell over the logarithm of the tempo (van Noorden and Moelants, Resonance in the
+        perception of musical pulse, 1999), and where it stands for a beat in three parts, whose parts count with it. */
+    double centreBpm = 120.0, compoundCentreBpm = 80.0, spreadOctaves = 1.0;
+};
+
 /** The autocorrelation of an onset function. */
 class Periodicity
 {
@@ -17,15 +31,18 @@ public:
     struct Tempo
     {
         double bpm = 0.0;        ///< 0 if the function never moves
-        double confidence = 0.0; ///< 0 to 1
+        double confidence = 0.0; ///< 0 to 1: the fit
+        double margin = 0.0;     ///< how far the best other tempo lies behind, as a part of the fit; 0 to 1
+        bool isCompound = false; ///< the beat falls into three, as in 6/8 and 12/8
     };
 
-    /** The tempo that best explains the function: what repeats at beats, at their halves and quarters, and at bars,
-        at a rate that people tap to. */
-    Tempo tempo() const;
+    /** The tempo that best explains the function: a beat that repeats better than its thirds and quarters more or less, whose
+        halves or thirds repeat, and whose bars of four or three do, at a rate that people tap to. Octaves of it are no
+        other tempo to the margin. */
+    Tempo tempo (const TempoWeights& = {}) const;
 
-    /** The fit of a tempo; about -1 to 1. */
-    double score (double bpm) const;
+    /** The fit of a tempo with the beat in two or in three parts; about -1 to 1. */
+    double score (double bpm, bool isCompound, const TempoWeights& = {}) const;
 
 private:
     double rate = 0.0;
