@@ -156,7 +156,7 @@ TEST (Browser, MenusHaveTheirWordsInTheirOrder)
     const auto row = wordsOf (table.rowMenu (0, TableColumn::status));
     EXPECT_EQ (row.joinIntoString (","),
                "Edit,Load to Deck 1,Load to Deck 2,Append To Automix List,Preview,Reset Played Status,"
-               "Reset Played Statistics,Reload Tags,Show in Explorer,Analyze,Remove");
+               "Reset Played Statistics,Reload Tags,Show in Explorer,Analyze,Remove,Find Similar Songs");
     b.bench.engine.settings.editor[EditorPreference::fourDeckMode] = 1;
     EXPECT_TRUE (wordsOf (table.rowMenu (0, TableColumn::status)).contains ("Load to Deck 4"));
 
@@ -171,7 +171,7 @@ TEST (Browser, MenusHaveTheirWordsInTheirOrder)
                "Delete,Rename,Move Up,Move Down,Append to Automix List,Export,Copy To Play Order");
     EXPECT_EQ (words (Role::smartPlaylist),
                "Edit Smart Playlist,Delete,Rename,Move Up,Move Down,Append to Automix List,Export");
-    EXPECT_EQ (words (Role::automix), "Clear List,Export");
+    EXPECT_EQ (words (Role::automix), "Clear List,Export,Continue with Similar Songs");
 }
 
 TEST (Browser, RemovingAsksAndGoesByTheSource)

@@ -37,6 +37,19 @@ TEST (TableLayout, SourcesBeginSortedByArtistAndListsInTheirOrder)
     EXPECT_TRUE (columnOf (playlist, TableColumn::order).isShown);
 }
 
+TEST (TableLayout, TheReasonOfARecommendationIsAColumnOfThatListAlone)
+{
+    const auto has = [] (SongListKind kind)
+    {
+        const auto columns = TableLayout::ofKind (kind).columns;
+        return std::any_of (columns.begin(), columns.end(),
+                            [] (const auto& column) { return column.id == TableColumn::match; });
+    };
+    EXPECT_TRUE (has (SongListKind::recommendation));
+    EXPECT_FALSE (has (SongListKind::library));
+    EXPECT_FALSE (has (SongListKind::history));
+}
+
 TEST (TableLayout, TextsGoRoundThroughAHeaderAndBack)
 {
     juce::TableHeaderComponent header;

@@ -1,5 +1,6 @@
 #include "ui/browser/actions/SongActions.h"
 
+#include "session/SimilarRoom.h"
 #include "ui/browser/actions/EditAnswers.h"
 #include "ui/decks/TrackLoad.h"
 
@@ -87,6 +88,22 @@ void SongActions::analyse (const SelectedSongs& songs)
 {
     withPaths (songs, [this] (const juce::StringArray& paths)
                { world.room->jobs.analyse (world.engine.batchAnalysis, paths); });
+}
+
+void SongActions::recommend (const juce::String& path)
+{
+    if (world.session == nullptr || path.isEmpty())
+        return;
+    auto& similar = SimilarRoom::of (*world.session);
+    if (auto* const list = similar.recommendations())
+        list->recommend (path, similar.weights());
+}
+
+juce::String SongActions::matchOf (int32_t songId) const
+{
+    auto* const list =
+        world.session != nullptr ? SimilarRoom::of (*world.session).recommendations() : nullptr;
+    return list != nullptr ? list->reasonOf (songId) : juce::String();
 }
 
 /** Calls with the paths of all songs, of which a view knows but those in sight. */

@@ -42,6 +42,12 @@ public:
     void showInFolder (const juce::String& path);
     void analyse (const SelectedSongs&);
 
+    /** Fills the recommendation list with songs that fit a track. */
+    void recommend (const juce::String& path);
+
+    /** The reason why a song stands in that list, or nothing. */
+    juce::String matchOf (int32_t songId) const;
+
     /** Asks, and takes the songs out of their list; songs of no list out of the library. */
     void remove (const SelectedSongs&);
 

@@ -1,5 +1,6 @@
 #include "ui/browser/actions/SourceActions.h"
 
+#include "session/SimilarRoom.h"
 #include "session/browse/LibraryFaults.h"
 #include "ui/browser/actions/EditAnswers.h"
 #include "ui/browser/smart/SmartPlaylistEditor.h"
@@ -37,6 +38,28 @@ juce::File playlistFolder (const BrowserWorld& world)
 }
 
 SourceActions::SourceActions (BrowserWorld& w, juce::Component& a) : world (w), asker (a) {}
+
+juce::String SourceActions::similarPriority() const
+{
+    return world.session != nullptr ? SimilarRoom::of (*world.session).priority() : juce::String();
+}
+
+bool SourceActions::continuesAutomix() const
+{
+    return world.session != nullptr && SimilarRoom::of (*world.session).continuesAutomix();
+}
+
+void SourceActions::setContinuesAutomix (bool continues)
+{
+    if (world.session != nullptr)
+        SimilarRoom::of (*world.session).setContinuesAutomix (continues);
+}
+
+void SourceActions::setSimilarPriority (const juce::String& value)
+{
+    if (world.session != nullptr)
+        SimilarRoom::of (*world.session).setPriority (value);
+}
 
 LibraryEdits::Done SourceActions::done()
 {

@@ -34,6 +34,16 @@ public:
     void clear (const Source&);
     void appendToAutomix (const Source&);
 
+    /** The value of SimilarSongs::priorities that recommendations follow; empty without a session. */
+    juce::String similarPriority() const;
+
+    /** Prefers another one, and orders the recommendations by it. */
+    void setSimilarPriority (const juce::String& value);
+
+    /** Lets automix go on with songs that fit when its list has come to its end, or not. */
+    bool continuesAutomix() const;
+    void setContinuesAutomix (bool);
+
     /** Appends all songs of one source to a list. */
     void append (const Source&, ListRef);
     void append (std::vector<int32_t> songIds, ListRef);

@@ -369,6 +369,8 @@ RowPainter::Row PlaylistTable::rowAt (int index, bool selected) const
     made.isMissing = rows->presence (index) == RowSource::Presence::missing;
     if (made.song != nullptr)
         made.status = status.of ((*made.song)[SongColumn::filename]);
+    if (made.song != nullptr && shown.kind == SongListKind::recommendation)
+        made.match = actions.matchOf (made.song->id);
     return made;
 }
 

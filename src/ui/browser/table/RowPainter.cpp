@@ -62,6 +62,8 @@ void RowPainter::paintCell (juce::Graphics& g, juce::Rectangle<int> area, const 
         return paintStatus (g, area, row);
     if (columnId == TableColumn::playedAt || columnId == TableColumn::playedOn)
         return paintPlayed (g, area, row, columnId);
+    if (columnId == TableColumn::match)
+        return paintText (g, area.reduced (margin, 0), row, row.match);
     const auto field = TableColumn::fieldOf (columnId);
     if (!field || columnId == TableColumn::rating)
         return;
@@ -93,9 +95,15 @@ void RowPainter::paintPlayed (juce::Graphics& g, juce::Rectangle<int> area, cons
         return PanelPaint::badge (
             g, area.removeFromLeft (signSide (area)).withSizeKeepingCentre (signSide (area), signSide (area)),
             row.played->deck, false);
+    paintText (g, area, row, row.played->time.formatted ("%H:%M:%S"));
+}
+
+void RowPainter::paintText (juce::Graphics& g, juce::Rectangle<int> area, const Row& row,
+                            const juce::String& text) const
+{
     g.setFont (textFont);
     g.setColour (textColour (row));
-    g.drawText (row.played->time.formatted ("%H:%M:%S"), area, juce::Justification::centredLeft, true);
+    g.drawText (text, area, juce::Justification::centredLeft, true);
 }
 
 void RowPainter::paintStatus (juce::Graphics& g, juce::Rectangle<int> area, const Row& row) const

@@ -20,6 +20,7 @@ public:
         const SongRecord* song = nullptr;   ///< null while nothing is known of it
         const PlayedSong* played = nullptr; ///< of a history
         SongStatus::Sign status {};
+        juce::String match;     ///< why it is recommended
         bool isMissing = false; ///< the file is not there
         bool isSelected = false;
     };
@@ -40,6 +41,7 @@ public:
 private:
     void paintPlayed (juce::Graphics&, juce::Rectangle<int>, const Row&, int columnId) const;
     void paintStatus (juce::Graphics&, juce::Rectangle<int>, const Row&) const;
+    void paintText (juce::Graphics&, juce::Rectangle<int>, const Row&, const juce::String&) const;
     void paintMarks (juce::Graphics&, juce::Rectangle<int>, const juce::String&, SongField,
                      juce::Justification) const;
 

@@ -13,8 +13,9 @@ using F = SongField;
 constexpr Row rows[] {
     { status,             "Status",        60, true },
     { order,              "#",             60, false, true },
-    { playedAt,           "Played",        70, true,  false, true },
-    { playedOn,           "Deck",          46, true,  false, true },
+    { playedAt,           "Played",        70, true,  false, SongListKind::history },
+    { playedOn,           "Deck",          46, true,  false, SongListKind::history },
+    { match,              "Match",        260, true, false, SongListKind::recommendation },
     { of (F::title),      "Title",        250, true },
     { of (F::artist),     "Artist",       150, true },
     { of (F::album),      "Album",        150, true },

@@ -1,17 +1,20 @@
 #pragma once
 
 #include "library/songs/SongField.h"
+#include "library/songs/SongListKind.h"
 
 #include <juce_graphics/juce_graphics.h>
 
 #include <optional>
 #include <span>
 
-/** The columns of the table of songs, by the ids that stored layouts name: a field's number plus 1, the status, and what a history tells. */
+/** The columns of the table of songs, by the ids that stored layouts name: a field's number plus 1, the status, what a history tells
+    and the reason of a recommendation. */
 namespace TableColumn
 {
 inline constexpr int order = static_cast<int> (SongField::listOrder) + 1, status = order + 1,
-                     playedAt = status + 1, playedOn = playedAt + 1;
+                     playedAt = status + 1, playedOn = playedAt + 1,
+                     match = playedOn + 1; ///< the reason why a song is recommended
 
 constexpr int of (SongField field)
 {
@@ -28,7 +31,7 @@ struct Row
     int width = 100;
     bool isShown = false;
     bool isRightAligned = false;
-    bool isOfHistory = false; ///< the songs of a session alone have it
+    std::optional<SongListKind> onlyOf {}; ///< the kind that alone has it
 };
 
 /** All of them, in their first order. */

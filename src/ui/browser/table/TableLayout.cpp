@@ -16,7 +16,7 @@ juce::String oneLine (const juce::XmlElement& xml)
 
 bool TableLayout::isColumnOf (const TableColumn::Row& column, SongListKind kind)
 {
-    return !column.isOfHistory || kind == SongListKind::history;
+    return !column.onlyOf || *column.onlyOf == kind;
 }
 
 TableLayout TableLayout::ofKind (SongListKind kind)

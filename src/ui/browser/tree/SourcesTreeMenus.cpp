@@ -1,10 +1,20 @@
 // The menus of the tree's rows.
 
+#include "session/similar/SimilarSongs.h"
 #include "ui/browser/tree/SourcesTree.h"
 #include "ui/look/OpenMenu.h"
 
 namespace
 {
+/** The choice of what counts most for recommendations. */
+void addPriorityItems (juce::PopupMenu& menu, SourceActions& actions)
+{
+    menu.addSeparator();
+    for (const auto& priority : SimilarSongs::priorities)
+        menu.addItem (priority.text, true, actions.similarPriority() == priority.value,
+                      [&actions, value = priority.value] { actions.setSimilarPriority (value); });
+}
+
 using Role = TreeNode::Role;
 using Format = SourceActions::Format;
 
@@ -79,10 +89,15 @@ juce::PopupMenu SourcesTree::menuOf (const TreeNode& node)
                     rename (*there);
             });
         break;
-    case Role::automix:
     case Role::recommendations:
+    case Role::automix:
         menu.addItem ("Clear List", [this, source] { actions.clear (source); });
         menu.addSubMenu ("Export", exportMenu (actions, source));
+        if (node.role == Role::recommendations)
+            addPriorityItems (menu, actions);
+        else
+            menu.addItem ("Continue with Similar Songs", true, actions.continuesAutomix(),
+                          [this] { actions.setContinuesAutomix (!actions.continuesAutomix()); });
         break;
     case Role::foreignPlaylist:
         menu.addSubMenu ("Export", exportMenu (actions, source));
