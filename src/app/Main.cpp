@@ -1,6 +1,8 @@
 #include "app/Application.h"
+#include "cli/RootFolder.h"
 #include "cli/TerminalOutput.h"
 #include "cli/Verbs.h"
+#include "session/LanguageChoice.h"
 #include "support/Suggestion.h"
 #include "support/files/AudioFileTypes.h"
 
@@ -31,13 +33,14 @@ int main (int argc, char** argv)
         arguments.add (juce::String::fromUTF8 (argv[i]));
 
     const auto first = arguments[0];
-    if (first == "--help" || first == "-h")
-        return printUsage();
     if (first == "--version")
     {
         printLine ("Platterdex " PX_VERSION);
         return ExitCode::success;
     }
+    LanguageChoice::start (RootFolder::named (arguments));
+    if (first == "--help" || first == "-h")
+        return printUsage();
     // A word with a dash in front is the application's, which knows its own options; so are tracks.
     if (arguments.isEmpty() || first.startsWithChar ('-')
         || AudioFileTypes::matches (juce::File::getCurrentWorkingDirectory().getChildFile (first)))

@@ -15,6 +15,16 @@ std::optional<Folders> RootFolder::find (const VerbOptions& given)
     return {};
 }
 
+Folders RootFolder::named (const juce::StringArray& arguments)
+{
+    const auto at = arguments.indexOf (option.name);
+    if (at < 0 || at + 1 >= arguments.size())
+        return Folders::ofProcess();
+    Folders folders;
+    folders.root = juce::File::getCurrentWorkingDirectory().getChildFile (arguments[at + 1]);
+    return folders;
+}
+
 LibraryPlace RootFolder::library (const VerbOptions& given)
 {
     LibraryPlace place;

@@ -17,6 +17,9 @@ inline constexpr VerbOption option {
 inline constexpr VerbOption libraryOption { "--library", "FILE",
                                             "the library's file (below --root, or the user's library)" };
 
+/** The folders that arguments name, before anything else is read of them; nothing is made. */
+Folders named (const juce::StringArray& arguments);
+
 /** @returns nothing after a report: the folder can't be made or written */
 std::optional<Folders> find (const VerbOptions&);
 

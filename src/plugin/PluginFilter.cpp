@@ -1,6 +1,7 @@
 #include "plugin/PluginFilter.h"
 
 #include "plugins/slot/VstSlots.h"
+#include "session/LanguageChoice.h"
 #include "session/Session.h"
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/WindowPrompts.h"
@@ -19,6 +20,7 @@ std::shared_ptr<Session> sessionOfProcess()
         {
             Session::Options options;
             options.folders = Folders::ofProcess();
+            LanguageChoice::start (options.folders);
             options.prompts = std::make_shared<WindowPrompts>();
             return options;
         });

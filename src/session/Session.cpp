@@ -3,6 +3,7 @@
 #include "library/import/ImportSong.h"
 #include "session/AutomixByFit.h"
 #include "session/LibraryAutomix.h"
+#include "session/PreferencesPlace.h"
 #include "session/SimilarRoom.h"
 #include "support/files/AudioFileTypes.h"
 #include "support/files/OwnBinary.h"
@@ -190,8 +191,7 @@ juce::String Session::open (LibrarySession::Use use, const LibrarySession::Offer
 PreferencesFile& Session::preferences()
 {
     if (preferenceStore == nullptr)
-        preferenceStore =
-            std::make_unique<PreferencesFile> (folders.setup().getChildFile ("preferences.txt"));
+        preferenceStore = std::make_unique<PreferencesFile> (preferencesFileOf (folders));
     return *preferenceStore;
 }
 
