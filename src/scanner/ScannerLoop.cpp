@@ -8,11 +8,20 @@
 #include <atomic>
 #include <thread>
 
+#include <csignal>
 #include <unistd.h>
 
 namespace
 {
 constexpr int lookMs = 5, pingMs = 200, sendMs = 5000;
+
+/** Ends this process at once, with everything that plug-ins have started if the group is its own. */
+void endGroup()
+{
+    if (::getpgrp() == ::getpid())
+        ::kill (0, SIGKILL);
+    ::_exit (1);
+}
 
 /** Keeps an eye on the master while a plug-in may hold the main thread, and tells it that this process is alive. */
 class Heart
@@ -34,7 +43,7 @@ private:
         {
             std::this_thread::sleep_for (std::chrono::milliseconds (pingMs));
             if (::getppid() != parent)
-                ::_exit (1); // whatever the plug-in is doing: nobody waits for it any more
+                endGroup(); // whatever the plug-in is doing: nobody waits for it any more
             if (isBusy)
                 mailbox.send (ScannerProtocol::ping,
                               1); // a full mailbox holds a word that nobody has read yet
@@ -74,7 +83,10 @@ std::string resultOf (PluginFormats& formats, const ScannerProtocol::TrialOrder&
 
 int runScanner (const std::string& mailboxName)
 {
-    const auto parent = ::getppid();
+    // The maker of the mailbox is the parent, unless it has died before this line.
+    const auto parent = SimpleInterprocessConnection::makerOf (mailboxName);
+    if (parent != ::getppid())
+        return 2;
     const auto mailbox =
         SimpleInterprocessConnection::open (mailboxName, SimpleInterprocessConnection::Side::scanner);
     if (mailbox == nullptr || !mailbox->send (ScannerProtocol::processIdMessage (::getpid()), sendMs))

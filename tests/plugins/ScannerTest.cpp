@@ -1,3 +1,4 @@
+#include "plugins/ipc/ScannerProtocol.h"
 #include "plugins/scan/ScanThread.h"
 #include "shared/TemporaryFolder.h"
 
@@ -148,10 +149,11 @@ TEST (Scanner, OutlivesAPartnerThatMisbehaves)
         const char* name;
         const char* body;
         Outcome outcome;
+        int startLooks = 600;
     };
-    for (const auto& [name, body, outcome] : {
-             Case { "never speaks", "", Outcome::failed },
-             Case { "another's number", "say(b'slaveprocessid 1')", Outcome::failed },
+    for (const auto& [name, body, outcome, startLooks] : {
+             Case { "never speaks", "", Outcome::failed, 20 },
+             Case { "another's number", "say(b'slaveprocessid 1')", Outcome::failed, 20 },
              Case { "takes no order", "say(me)", Outcome::crashed },
              Case { "dies at once", "sys.exit(0)", Outcome::failed },
              Case { "dies at the order", "say(me); order(); os._exit(1)", Outcome::crashed },
@@ -167,11 +169,34 @@ TEST (Scanner, OutlivesAPartnerThatMisbehaves)
     {
         const TemporaryFolder folder;
         Scan scan (partner (folder, body));
-        scan.options.process.startLooks = 40;
+        scan.options.process.startLooks = startLooks;
         scan.options.patience.silentLooks = 300;
         EXPECT_EQ (scan ("gain"), outcome) << name;
         EXPECT_EQ (scan.known.entries().size(), 1u) << name;
     }
+}
+
+TEST (ScannerProcess, PassesOverOrdersThatAreNone)
+{
+    const auto scanner = ScannerProcess::start (
+        { .program = juce::File (PX_SCANNER), .disablePopups = true, .startLooks = 600 },
+        [] { return false; });
+    ASSERT_NE (scanner, nullptr);
+    auto& box = scanner->mailbox();
+    for (const auto& text :
+         { std::string ("noise"), std::string ("break"), std::string ("scan"), std::string (999999, '"'),
+           std::string ("scan \"/none.so\" 65"), std::string ("trial 48000 0 \"\"\n"),
+           ScannerProtocol::messageOf (
+               { evil.getChildFile ("gain.so").getFullPathName().toStdString(), 64 }) })
+        while (!box.send (text, 1000))
+            ASSERT_TRUE (scanner->isAlive()) << text.substr (0, 80);
+    std::string answer;
+    while (answer.find ("<PLUGIN") == std::string::npos)
+    {
+        ASSERT_TRUE (scanner->isAlive());
+        answer = box.receive();
+    }
+    EXPECT_NE (answer.find ("name=\"gain\""), std::string::npos);
 }
 
 TEST (ScanThread, ScansAFolderOnceAndEndsWhenAsked)

@@ -249,6 +249,9 @@ TEST (VstSlot, TakesAPluginOutThatFailsAndSaysSoOnce)
         bench.slot.setOn (true); // tries it again
         bench.play (settled);
         EXPECT_EQ (bench.faults.size(), fault == PluginFault::none ? 0u : 2u);
+        const auto other = hosted (gain (1.0f));
+        bench.put (other.get());
+        EXPECT_TRUE (bench.slot.isOn()) << "the fault was the other one's";
         bench.slot.clear (bench.lock);
     }
 }
@@ -285,6 +288,32 @@ TEST (VstSlot, FollowsASmartKnobAndReturnsToTheHand)
         bench.drive = drive;
         bench.play (settled);
         EXPECT_NEAR (Signals::rms (bench.play (2)), bench.level * factor, 1e-4);
+    }
+    bench.slot.clear (bench.lock);
+}
+
+TEST (VstSlot, GivesAParameterToASmartKnobAndBackToTheHand)
+{
+    Bench bench;
+    const auto plugin = hosted (gain (1.0f));
+    auto* const parameter = new juce::AudioParameterFloat ("p", "p", 0.0f, 1.0f, 0.25f); // the plug-in's
+    plugin->processor->addParameter (parameter);
+    bench.put (plugin.get());
+    bench.slot.assign (1, parameter, bench.lock);
+    struct Case
+    {
+        std::optional<double> driven;
+        double hand;
+        float value;
+    };
+    for (const auto& [driven, hand, value] :
+         { Case { {}, 0.25, 0.25f }, Case { 0.75, 0.25, 0.75f }, Case { 0.75, 0.5, 0.75f },
+           Case { {}, 0.5, 0.5f }, Case { {}, 1.0, 1.0f } })
+    {
+        bench.drive.params[1] = driven;
+        bench.slot.paramValues[1] = hand;
+        bench.play (settled);
+        EXPECT_FLOAT_EQ (parameter->get(), value);
     }
     bench.slot.clear (bench.lock);
 }

@@ -82,6 +82,7 @@ TEST (VstSlots, LetInOnlyPluginsThatPassTheirTrial)
     {
         const auto said = bench.slots->loadNow (0, pathOf (behaviour));
         EXPECT_TRUE (said.contains (fault) && said.isEmpty() == (*fault == 0)) << behaviour << ": " << said;
+        EXPECT_EQ (bench.slots->name (0), said.isEmpty() ? behaviour : "Empty");
         bench.fixture.render (4096);
         bench.slots->serve();
     }
@@ -156,13 +157,21 @@ TEST (VstSlots, KeepPluginsStatesAndChoices)
     EXPECT_EQ (bench.fixture.get ("VST_INSERT_SEND_SIGNAL_ROUTING_SLOT_C"), 1.0f);
     EXPECT_EQ (bench.fixture.get ("VST_ON_SLOT_C"), 0.0f);
 
-    // One that is gone leaves its slot empty, and says so.
-    bench.slots->known->clear();
-    ASSERT_TRUE (bench.slots->known->save());
+    // One that is gone leaves its slot empty, says so, and is there again once it has come back.
+    const auto known = bench.slots->known;
+    const auto gain = known->find ("gain");
+    known->clear();
     bench.makeSlots();
     EXPECT_EQ (bench.slots->name (1), "Empty");
     EXPECT_TRUE (
         bench.messages.all.joinIntoString ("\n").contains ("1 *** Error loading the VST plugin ***|gain|"));
+    known->put (gain->file, { *gain });
+    bench.makeSlots();
+    ASSERT_EQ (bench.slots->name (1), "gain");
+    EXPECT_EQ (bench.slots->plugin (1)->getParameters()[1]->getValue(), 0.125f);
+    bench.slots->unload (1); // by a hand: for good
+    bench.makeSlots();
+    EXPECT_EQ (bench.slots->name (1), "Empty");
 }
 
 TEST (VstSlots, BlameThePluginOfWhichTheProgramDied)

@@ -37,8 +37,8 @@ constexpr std::array options {
     VerbOption {
         "--view", "NAME",
         "only a part: header, decka to deckd, global, ghost, browser or parameters; or a window of its own: "
-        "midi-mapping, midi-ports, midi-scripts, timecode, control-cd, pad-editor or knob-editor (of deck "
-        "A's first), or preferences, or preferences-PAGE by a word of its name" },
+        "midi-mapping, midi-ports, midi-scripts, timecode, control-cd, plugins, plugin-hangs, pad-editor or "
+        "knob-editor (of deck A's first), or preferences, or preferences-PAGE by a word of its name" },
     VerbOption { "--root", "DIR", "where the engine keeps its settings (a folder removed at the end)" },
     VerbOption { "--help", nullptr, "this text" },
 };

@@ -30,7 +30,8 @@ void VstSlot::put (HostedPlugin* plugin, const juce::CriticalSection& callbackLo
     const CallbackLock lock (callbackLock, "plug-in slot");
     next = plugin;
     parameters = {};
-    lastFault = PluginFault::none;
+    if (lastFault != PluginFault::none)
+        setOn (true); // it was switched off for a fault of the former one
 }
 
 void VstSlot::clear (const juce::CriticalSection& callbackLock)

@@ -139,20 +139,29 @@ void Connection::removeName() noexcept
     hasName = false;
 }
 
+int Connection::makerOf (std::string_view name)
+{
+    const auto prefix = namePrefix();
+    if (name.starts_with ('/'))
+        name.remove_prefix (1);
+    if (!name.starts_with (std::string_view (prefix).substr (1)))
+        return 0;
+    name.remove_prefix (prefix.size() - 1);
+    pid_t process = 0;
+    std::from_chars (name.data(), name.data() + name.size(), process);
+    return process;
+}
+
 int Connection::removeLeftovers()
 {
-    const auto prefix = namePrefix().substr (1);
     int removed = 0;
     std::error_code fault;
     for (std::filesystem::directory_iterator entry ("/dev/shm", fault), end; !fault && entry != end;
          entry.increment (fault))
     {
         const auto name = entry->path().filename().string();
-        pid_t process = 0;
-        if (!name.starts_with (prefix))
-            continue;
-        std::from_chars (name.data() + prefix.size(), name.data() + name.size(), process);
-        if (process > 0 && hasEnded (process) && ::shm_unlink (("/" + name).c_str()) == 0)
+        if (const auto process = makerOf (name);
+            process > 0 && hasEnded (process) && ::shm_unlink (("/" + name).c_str()) == 0)
             ++removed;
     }
     return removed;

@@ -52,6 +52,10 @@ public:
 
     const std::string& name() const noexcept { return memoryName; }
 
+    /** The number of the process that has made a memory. @param name   with or without its leading slash
+        @returns 0 if it is no name of this user's */
+    static int makerOf (std::string_view name);
+
     /** Removes the memory that dead processes of this user have left. @returns the number of names removed */
     static int removeLeftovers();
 

@@ -2,6 +2,8 @@
 
 #include "plugins/catalogue/PluginFileFilter.h"
 
+#include <algorithm>
+
 namespace
 {
 /** The longest time that the list is kept in memory alone. */
@@ -44,7 +46,7 @@ void ScanThread::scanFolder (const juce::File& folder, double begin, double part
 {
     constexpr double almostAll = 0.9999;
     std::vector<juce::File> files;
-    if (PluginFileFilter::isBundle (folder))
+    if (!folder.isDirectory() || PluginFileFilter::isBundle (folder))
         files.push_back (folder);
     else
         PluginFileFilter::forEachCandidate (folder,
@@ -53,6 +55,7 @@ void ScanThread::scanFolder (const juce::File& folder, double begin, double part
                                                 files.push_back (file);
                                                 return !threadShouldExit();
                                             });
+    std::sort (files.begin(), files.end());
     for (size_t i = 0; i < files.size() && !threadShouldExit(); ++i)
     {
         progress = begin + part * almostAll * static_cast<double> (i) / static_cast<double> (files.size());

@@ -1,11 +1,11 @@
 #include "plugins/slot/VstSlots.h"
 
 #include "plugins/scan/IPCPluginScanner.h"
-#include "support/files/ReplaceFile.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <map>
+#include <tuple>
 
 namespace
 {
@@ -13,6 +13,9 @@ constexpr int lookMs = 40;
 
 /** Looks at a plug-in that plays until it is no longer new: two seconds. */
 constexpr int looksOfANewOne = 2000 / lookMs;
+
+/** Looks from one search for changes to the next: a second. */
+constexpr int looksToKeep = 1000 / lookMs;
 
 std::mutex registryMutex;
 
@@ -41,11 +44,11 @@ VstSlots::VstSlots (CPlatterdex& e, Options o)
     : known (KnownPlugins::of (e.environment.folders.setup().getChildFile ("vst_plugins_list.xml"))),
       engine (e),
       options (allowed (std::move (o))),
-      file (options.keepsSlots ? engine.environment.folders.setup().getChildFile ("vst_slots.xml")
-                               : juce::File()),
       marker (options.keepsSlots ? engine.environment.folders.setup().getChildFile ("vst_loading.txt")
                                  : juce::File()),
-      trial (options.scanner)
+      trial (options.scanner),
+      keeper (options.keepsSlots ? engine.environment.folders.setup().getChildFile ("vst_slots.xml")
+                                 : juce::File())
 {
     {
         const std::scoped_lock lock (registryMutex);
@@ -66,7 +69,7 @@ VstSlots::~VstSlots()
             *own.wish = true;
     worker.cancel();
     worker.wait();
-    juce::ignoreUnused (save()); // nobody is left to be told
+    save();
     for (int deck = 0; deck < deckCount; ++deck)
     {
         takeOut (deck);
@@ -100,7 +103,7 @@ void VstSlots::loadVstPlugin (int deck, int menuIndex)
 
 void VstSlots::loadVstPlugin (int deck, const KnownPluginEntry& entry)
 {
-    begin (deck, { entry, {}, { -1, -1 } });
+    begin (deck, { entry });
 }
 
 PluginTrial::Request VstSlots::requestOf (const Load& load) const
@@ -116,6 +119,7 @@ void VstSlots::begin (int deck, Load load)
     const auto wish = std::make_shared<std::atomic<bool>> (false);
     own.wish = wish;
     own.isLoading = true;
+    own.isAwaited = false;
     ++own.revision;
     const auto finish = [this, deck, wish, load] (const juce::String& reason)
     {
@@ -124,13 +128,8 @@ void VstSlots::begin (int deck, Load load)
         at (deck).isLoading = false;
         const auto fault = reason.isEmpty() ? install (deck, load) : reason;
         if (fault.isNotEmpty())
-            fail (deck, load.entry.description.name, fault);
+            fail (deck, load, fault);
         ++at (deck).revision;
-        // Kept at once, unless others are still on their way and would be kept as empty.
-        const auto settled =
-            std::none_of (slots.begin(), slots.end(), [] (const Own& each) { return each.isLoading; });
-        if (options.hasMessageLoop && settled)
-            juce::ignoreUnused (save()); // again at the end
     };
     if (!options.hasMessageLoop)
         return finish (trial.run (requestOf (load), [] { return false; }));
@@ -172,13 +171,19 @@ juce::String VstSlots::loadNow (int deck, const juce::String& pathOrName)
     }
     const auto entry = known->find (pathOrName);
     if (!entry)
+    {
+        unload (deck);
         return "The plug-in " + pathOrName.quoted()
                + " is not known; platterdex plugins list shows those that are.";
-    const Load load { *entry, {}, { -1, -1 } };
-    if (const auto reason = trial.run (requestOf (load), [] { return false; }); reason.isNotEmpty())
-        return entry->description.name + ": " + reason;
-    const auto fault = install (deck, load);
-    return fault.isEmpty() ? fault : entry->description.name + ": " + fault;
+    }
+    const Load load { *entry };
+    auto fault = trial.run (requestOf (load), [] { return false; });
+    if (fault.isEmpty())
+        fault = install (deck, load);
+    if (fault.isEmpty())
+        return {};
+    unload (deck);
+    return entry->description.name + ": " + fault;
 }
 
 juce::String VstSlots::install (int deck, const Load& load)
@@ -206,9 +211,10 @@ juce::String VstSlots::install (int deck, const Load& load)
     own.entry = load.entry;
     own.name = load.entry.description.name;
     own.plugin = std::move (plugin);
+    own.plugin->processor->addListener (&own.changes);
+    own.changes.set();
+    own.isAwaited = false;
     own.looksUntilProved = looksOfANewOne;
-    if (slot (deck).fault() != PluginFault::none)
-        slot (deck).setOn (true); // the fault was the former one's
     slot (deck).put (own.plugin.get(), engine.getCallbackLock());
     for (int which = 0; which < paramsPerSlot; ++which)
         assign (deck, which, load.paramIndices[static_cast<size_t> (which)]);
@@ -221,7 +227,7 @@ void VstSlots::unload (int deck)
     auto& own = at (deck);
     if (own.wish != nullptr)
         *own.wish = true;
-    own.isLoading = false;
+    own.isLoading = own.isAwaited = false;
     takeOut (deck);
     ++own.revision;
 }
@@ -235,10 +241,18 @@ void VstSlots::takeOut (int deck)
         return;
     listeners.call ([deck] (Listener& listener) { listener.pluginLeaves (deck); });
     slot (deck).put (nullptr, engine.getCallbackLock());
+    own.plugin->processor->removeListener (&own.changes);
     leaving.emplace_back (deck, std::move (own.plugin));
 }
 
-void VstSlots::fail (int deck, const juce::String& pluginName, const juce::String& reason)
+void VstSlots::fail (int deck, const Load& load, const juce::String& reason)
+{
+    takeOut (deck); // one that cannot load leaves the slot empty
+    at (deck).isAwaited = load.isReturn;
+    tellOfFailure (deck, load.entry.description.name, reason);
+}
+
+void VstSlots::tellOfFailure (int deck, const juce::String& pluginName, const juce::String& reason)
 {
     engine.listeners.postText ("*** Error loading the VST plugin ***|" + pluginName + "|" + reason, deck);
 }
@@ -292,6 +306,11 @@ void VstSlots::serve()
         followPlugin (deck);
     std::erase_if (leaving, [this] (const auto& each)
                    { return !slot (each.first).uses (*each.second, engine.getCallbackLock()); });
+    if (--looksUntilKept <= 0)
+    {
+        looksUntilKept = looksToKeep;
+        keepChanges();
+    }
 }
 
 void VstSlots::followPlugin (int deck)
@@ -308,13 +327,14 @@ void VstSlots::followPlugin (int deck)
         marker.set (deck, {});
     if (own.plugin->sampleRate() != engine.decks.engineRate && !own.isLoading)
         // Prepared anew, which a plug-in that plays can't be: another one takes its state and place.
-        return begin (deck, { own.entry, stateOf (processor), own.paramIndices });
+        return begin (deck, { own.entry, stateOf (processor), own.paramIndices, true });
     own.plugin->updateLatency();
     for (size_t i = 0; i < own.paramIndices.size(); ++i)
         if (auto* const parameter = processor.getParameters()[own.paramIndices[i]])
             if (const auto value = parameter->getValue(); value != own.seenValues[i])
             {
                 own.seenValues[i] = value;
+                own.changes.set(); // a knob of the slot says nothing to listeners
                 slot (deck).showValue (static_cast<int> (i), static_cast<double> (value));
             }
 }
@@ -322,45 +342,61 @@ void VstSlots::followPlugin (int deck)
 //======================================================================================================================
 // The next start
 
-bool VstSlots::save()
+bool VstSlots::updateKept (int deck)
 {
-    if (file == juce::File()
-        || (engine.environment.mayKeepSettings != nullptr && !engine.environment.mayKeepSettings()))
-        return true;
-    SavedSlots all;
-    for (int deck = 0; deck < deckCount; ++deck)
+    auto& own = at (deck);
+    auto& saved = kept[static_cast<size_t> (deck)];
+    const auto choices = [&saved]
+    { return std::tuple (saved.isOn, saved.isInsert, saved.dryWet, saved.paramIndices, saved.plugin); };
+    const auto before = choices();
+    saved.isOn = slot (deck).isOn();
+    saved.isInsert = slot (deck).isInsert != 0;
+    saved.dryWet = slot (deck).dryWet;
+    if (own.isLoading || own.isAwaited)
+        return choices() != before; // of the plug-in the former one stays kept
+    if (own.plugin == nullptr)
     {
-        const auto& own = at (deck);
-        auto& saved = all[static_cast<size_t> (deck)];
-        saved.isOn = slot (deck).isOn();
-        saved.isInsert = slot (deck).isInsert != 0;
-        saved.dryWet = slot (deck).dryWet;
-        if (own.plugin == nullptr)
-            continue;
+        saved.plugin.clear();
+        saved.name.clear();
+        saved.state.reset();
+    }
+    else
+    {
         saved.plugin = own.entry.description.createIdentifierString();
         saved.name = own.name;
-        saved.state = stateOf (*own.plugin->processor);
-        saved.paramIndices = own.paramIndices;
     }
-    auto bytes = SlotsFile::write (all);
-    if (bytes == written)
-        return true;
-    if (!replaceFile (file, bytes.data(), bytes.size()))
-        return false;
-    written = std::move (bytes);
+    saved.paramIndices = own.paramIndices;
+    if (own.plugin == nullptr || !own.changes.take())
+        return choices() != before;
+    saved.state = stateOf (*own.plugin->processor);
     return true;
+}
+
+void VstSlots::keepChanges()
+{
+    if (!options.keepsSlots
+        || (engine.environment.mayKeepSettings != nullptr && !engine.environment.mayKeepSettings()))
+        return;
+    auto hasChanged = false;
+    for (int deck = 0; deck < deckCount; ++deck)
+        hasChanged |= updateKept (deck);
+    if (hasChanged)
+        keeper.write (kept);
+}
+
+void VstSlots::save()
+{
+    for (auto& own : slots)
+        own.changes.set();
+    keepChanges();
 }
 
 void VstSlots::restore()
 {
     const auto blamed = marker.takeBlamed();
-    juce::MemoryBlock bytes;
-    if (!file.existsAsFile() || !file.loadFileAsData (bytes))
-        bytes.reset();
-    const auto saved = SlotsFile::read ({ static_cast<const char*> (bytes.getData()), bytes.getSize() })
-                           .value_or (SavedSlots {});
+    kept = keeper.read();
     for (int deck = 0; deck < deckCount; ++deck)
-        restoreSlot (deck, saved[static_cast<size_t> (deck)], blamed[static_cast<size_t> (deck)]);
+        restoreSlot (deck, kept[static_cast<size_t> (deck)], blamed[static_cast<size_t> (deck)]);
 }
 
 void VstSlots::restoreSlot (int deck, const SavedSlot& saved, const juce::String& blamed)
@@ -374,7 +410,7 @@ void VstSlots::restoreSlot (int deck, const SavedSlot& saved, const juce::String
     if (saved.plugin.isEmpty())
         return;
     if (const auto entry = known->find (saved.plugin))
-        begin (deck, { *entry, saved.state, saved.paramIndices });
-    else
-        fail (deck, saved.name, "It is not in the list of plug-ins.");
+        return begin (deck, { *entry, saved.state, saved.paramIndices, true });
+    at (deck).isAwaited = true;
+    tellOfFailure (deck, saved.name, "It is not in the list of plug-ins.");
 }

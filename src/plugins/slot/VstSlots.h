@@ -3,16 +3,18 @@
 #include "engine/CPlatterdex.h"
 #include "plugins/catalogue/KnownPlugins.h"
 #include "plugins/formats/PluginFormats.h"
+#include "plugins/slot/ChangeNote.h"
 #include "plugins/slot/LoadingMarker.h"
 #include "plugins/slot/PluginTrial.h"
-#include "plugins/slot/SlotsFile.h"
+#include "plugins/slot/SlotsKeeper.h"
 #include "support/Worker.h"
 
 #include <array>
 #include <memory>
 #include <vector>
 
-/** Fills an engine's four slots with plug-ins, keeps what is in them for the next start, and owns the plug-ins.
+/** Fills an engine's four slots with plug-ins, keeps what is in them for the next start within two seconds of a change, and
+    owns the plug-ins.
 
     A plug-in is first tried in the scanner process, on a thread of this; then made and prepared on the message thread, handed
     to the slot, which fades it in, and deleted when the slot has let go of it. Made after the engine and gone before it.
@@ -29,7 +31,7 @@ public:
     {
         ScannerProcess::Options scanner {};
 
-        /** Restores the slots at the start and keeps them at the end. False for runs without a user. */
+        /** Restores the slots at the start and keeps them. False for runs without a user. */
         bool keepsSlots = true;
 
         /** Loads with a timer and a thread; else everything happens in the calls. */
@@ -93,10 +95,10 @@ public:
     void addListener (Listener& listener) { listeners.add (&listener); }
     void removeListener (Listener& listener) { listeners.remove (&listener); }
 
-    /** Writes the slots. @returns false if that failed */
-    bool save();
+    /** Has all slots written with their plug-ins' states of now, those too of which plug-ins have said nothing. */
+    void save();
 
-    /** Deletes plug-ins that slots have let go of and follows those that play; the timer's work. */
+    /** Deletes plug-ins that slots have let go of, follows those that play and keeps what has changed; the timer's work. */
     void serve();
 
     CPlatterdex& engine;
@@ -113,23 +115,30 @@ private:
         std::shared_ptr<std::atomic<bool>> wish; ///< true once the load that runs is no longer wanted
         int looksUntilProved = 0;
         uint32_t revision = 0;
+        ChangeNote changes; ///< of the plug-in
+        bool isAwaited =
+            false; ///< empty, since what was kept could not be loaded: it stays kept for the next start
     };
 
     /** A plug-in to be loaded, with what it will be given. */
     struct Load
     {
         KnownPluginEntry entry;
-        juce::MemoryBlock state;
+        juce::MemoryBlock state {};
         std::array<int, paramsPerSlot> paramIndices { -1, -1 };
+        bool isReturn = false; ///< of what was in the slot before, not chosen by a hand
     };
 
     void begin (int deck, Load);
     juce::String install (int deck, const Load&);
     void takeOut (int deck);
-    void fail (int deck, const juce::String& pluginName, const juce::String& reason);
+    void fail (int deck, const Load&, const juce::String& reason);
+    void tellOfFailure (int deck, const juce::String& pluginName, const juce::String& reason);
     void restore();
     void restoreSlot (int deck, const SavedSlot&, const juce::String& blamed);
     void followPlugin (int deck);
+    bool updateKept (int deck);
+    void keepChanges();
     void assign (int deck, int which, int index);
     void timerCallback() override { serve(); }
 
@@ -138,14 +147,15 @@ private:
     PluginTrial::Request requestOf (const Load&) const;
 
     const Options options;
-    const juce::File file;
     LoadingMarker marker;
     PluginFormats formats;
     std::array<Own, deckCount> slots;
     std::vector<std::pair<int, std::unique_ptr<HostedPlugin>>> leaving; ///< with their slots
     juce::ListenerList<Listener> listeners;
     PluginTrial trial;
-    std::string written; ///< the bytes of the file
+    SlotsKeeper keeper;
+    SavedSlots kept; ///< as the keeper has them
+    int looksUntilKept = 0;
 
     /** Answers of the worker look here whether this has gone. */
     const std::shared_ptr<const int> lifetime = std::make_shared<const int> (0);

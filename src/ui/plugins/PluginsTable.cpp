@@ -2,12 +2,13 @@
 
 #include "skin/Palette.h"
 #include "ui/look/SMLookAndFeel.h"
+#include "ui/panel/PanelPaint.h"
 
 #include <algorithm>
 
 namespace
 {
-constexpr int rowHeight = 20, headerHeight = 24, margin = 4;
+constexpr int rowHeight = 20, headerHeight = 24, noteHeight = 22, margin = 4;
 
 struct ColumnSpec
 {
@@ -101,7 +102,7 @@ void PluginsTable::sort()
                           return isForwards ? order < 0 : order > 0;
                       });
     table.updateContent();
-    table.repaint();
+    repaint();
 }
 
 void PluginsTable::sortOrderChanged (int column, bool forwards)
@@ -129,11 +130,7 @@ void PluginsTable::paintCell (juce::Graphics& g, int row, int column, int width,
 
 juce::String PluginsTable::getCellTooltip (int row, int)
 {
-    if (row < 0 || row >= getNumRows())
-        return {};
-    const auto& entry = rows[static_cast<size_t> (row)];
-    return entry.reason.isEmpty() ? entry.file
-                                  : entry.file + "\n" + entry.reason + "\nDelete has it scanned again.";
+    return row >= 0 && row < getNumRows() ? rows[static_cast<size_t> (row)].file : juce::String();
 }
 
 void PluginsTable::deleteKeyPressed (int row)
@@ -145,7 +142,31 @@ void PluginsTable::deleteKeyPressed (int row)
     pollCalm();
 }
 
+juce::String PluginsTable::note() const
+{
+    if (const auto row = table.getSelectedRow(); row >= 0 && row < static_cast<int> (rows.size()))
+    {
+        const auto& entry = rows[static_cast<size_t> (row)];
+        return entry.isUsable() ? entry.file
+                                : entry.description.name + ": " + entry.reason
+                                      + " It is left out of scans until you press Delete.";
+    }
+    const auto failed = std::count_if (rows.begin(), rows.end(),
+                                       [] (const KnownPluginEntry& entry) { return !entry.isUsable(); });
+    if (failed == 0)
+        return {};
+    return juce::String (failed) + " of " + juce::String (rows.size())
+           + " can't be played: click one to read why.";
+}
+
+void PluginsTable::paint (juce::Graphics& g)
+{
+    PanelPaint::value (g, note(), noteArea.reduced (margin, 0), juce::Justification::centredLeft);
+}
+
 void PluginsTable::resized()
 {
-    table.setBounds (getLocalBounds());
+    auto area = getLocalBounds();
+    noteArea = area.removeFromBottom (noteHeight);
+    table.setBounds (area);
 }

@@ -222,7 +222,7 @@ void VstSlotComponent::showWindow (PluginWindow::Content content)
                     if (auto* const self = here.getComponent())
                     {
                         self->window.reset();
-                        juce::ignoreUnused (self->slots->save()); // again at the end
+                        self->slots->save();
                     }
                 });
         });
@@ -252,8 +252,13 @@ juce::String VstSlotComponent::parameterText (int which) const
     const auto* const plugin = slots != nullptr ? slots->plugin (deck) : nullptr;
     const auto* const parameter =
         plugin != nullptr ? plugin->getParameters()[slots->paramIndex (deck, which)] : nullptr;
-    return parameter != nullptr ? parameter->getCurrentValueAsText().substring (0, longestText)
-                                : PanelPaint::dash();
+    if (parameter == nullptr)
+        return PanelPaint::dash();
+    const auto text = parameter->getCurrentValueAsText().trim();
+    if (text.containsChar ('.') && text.containsOnly ("-.0123456789"))
+        return juce::String (text.getDoubleValue(), 2); // some give all digits that they have
+    return text.isNotEmpty() ? text.substring (0, longestText)
+                             : juce::String (juce::roundToInt (100.0f * parameter->getValue())) + " %";
 }
 
 juce::String VstSlotComponent::latencyText() const

@@ -111,6 +111,12 @@ t_fstPtrInt dispatch (AEffect* effect, int opcode, int index, t_fstPtrInt value,
     case effGetParamName:
         say (data, index == 0 ? "Gain" : "Other");
         return 0;
+    case effGetParamDisplay:
+        say (data,
+             std::to_string (static_cast<int> (100.0f * plugin.values[static_cast<size_t> (index)])).c_str());
+        return 0;
+    case effCanBeAutomated:
+        return 1;
     case effGetEffectName:
         say (data, behaviour.c_str());
         return 1;

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "plugins/slot/SlotsFile.h"
+#include "support/Worker.h"
+
+#include <string>
+
+/** Reads the file of the slots, and writes it on a thread of its own: states of plug-ins may have megabytes. */
+class SlotsKeeper
+{
+public:
+    /** @param file   none without a name: nothing is read or written */
+    explicit SlotsKeeper (juce::File file);
+
+    /** Waits for what is being written. */
+    ~SlotsKeeper();
+
+    /** The slots as the last run left them; empty ones if there is no such file. */
+    SavedSlots read() const;
+
+    /** Has the slots written, unless the file has them already. A failure is tried again at the next change. */
+    void write (SavedSlots);
+
+private:
+    const juce::File file;
+    std::string written; ///< the bytes of the file; the worker's
+    Worker worker { "PluginSlots" };
+};
