@@ -7,6 +7,8 @@
 
 namespace
 {
+/** Speed below which a carrier may be hum with its harmonics. */
+constexpr float fastestHum = 0.25f;
 constexpr float longestRest = 0.0136f; // seconds that are remembered
 }
 
@@ -86,9 +88,15 @@ void CarrierPresence::observe (const ControlCircle::Points& points, const TickLa
     lineY += 0.5f * leak * (along.sum() - n * lineY);
 }
 
-void CarrierPresence::judge (double hz, float rumble, bool inGap) noexcept
+void CarrierPresence::judge (double hz, float brief, float rumble, bool inGap) noexcept
 {
     const auto level = std::sqrt (meanSquare);
+    if (level < 0.17f * nominal)
+    {
+        // What turned before was so much stronger that its turns would outweigh the present ones for long.
+        const auto most = meanSquare * static_cast<float> (2 * std::numbers::pi * std::max (hz, 20.0)) / rate;
+        cross = std::clamp (cross, -most, most);
+    }
     // Frequency weighed by energy: rumble that passes near zero leaps in angle, but has no weight there.
     const auto slowHz =
         std::abs (cross) / std::max (meanSquare, 1e-20f) * rate / (2 * std::numbers::pi_v<float>);
@@ -102,19 +110,26 @@ void CarrierPresence::judge (double hz, float rumble, bool inGap) noexcept
     const auto lowest = vinyl ? std::clamp (std::max (0.5f * rumbling, 2 * noise), 0.03f, 0.22f) : 0.22f;
     const auto floor = (absentTicks < ticksOf (0.02f) ? 0.7f : 1.0f) * lowest * nominal;
     const bool onCourse = scatter < 0.025f && level > 1e-4f && (inGap || level > floor);
-    // Before a carrier was heard, hum could be one; but it moves both channels along one line.
+    // Before a carrier was heard, hum could be one; but it moves both channels along one line, or turns slowly and, with
+    // its harmonics, unevenly.
     // The disc's ellipse reaches 0.9 while its cables are taken for each other.
     const auto thinnest = vinyl ? 0.65f : 0.88f;
     const bool isLine = lineX * lineX + lineY * lineY > thinnest * lineSquare * lineSquare;
-    const bool unproved = nominal == 0 && (slowHz < 60 || isLine);
+    const bool couldBeHum = nominal == 0 && slowHz < fastestHum * static_cast<float> (carrier);
+    const bool isUneven = std::abs (static_cast<float> (hz) - slowHz) > 0.5f * slowHz;
+    const bool unproved = nominal == 0 && (isLine || slowHz < 65 || (couldBeHum && isUneven));
     const auto loudRumble = rumble < 0 ? 0.0f : 2.6f * rumble / std::max (nominal, 1e-6f);
     // A weak carrier that hardly turns is rumble. A disc's level does not fall.
     const auto slowest = isLine && rumbling > 0.15f ? std::max (rumbling, 0.5f) : rumbling;
     const auto reluctance = atRest ? 1.25f : 1.0f;
     const auto below = vinyl ? reluctance * slowest : std::max (0.7f, reluctance * loudRumble);
-    const bool weak = level < below * nominal;
+    const bool hardlyTurns = atRest && !vinyl && loudRumble > 0.3f && slowHz < 12;
+    const bool weak = level < below * nominal || hardlyTurns;
     const auto tickSeconds = static_cast<float> (frames) / rate;
-    const bool turns = slowHz > (atRest ? 60 : 40) || (atRest && lastingHz > 18);
+    // Rumble reaches up to 25 Hz, now and then in one direction, but is no louder than it was beside the carrier.
+    const auto slowestTurn = 18 + 14 * std::min (1.0f, 4 * loudRumble);
+    const bool lasts = atRest && lastingHz > slowestTurn && level > (vinyl ? 1.5f * rumble : 0.5f * nominal);
+    const bool turns = slowHz > (atRest ? 60 : 40) || lasts;
     restSeconds = weak && !turns ? std::min (restSeconds + tickSeconds, longestRest)
                                  : std::max (0.0f, restSeconds - 4 * tickSeconds);
     const bool rested = std::exchange (atRest, weak && restSeconds > (atRest ? 0 : 0.012f));
@@ -125,12 +140,14 @@ void CarrierPresence::judge (double hz, float rumble, bool inGap) noexcept
     }
 
     // After a rest a carrier has to last longer than dust does.
+    // Dust moves both channels at once and dies away.
     const bool isDust =
-        isLine && nominal > 0 && absentTicks >= ticksOf (0.02f); // it moves both channels at once
+        nominal > 0 && absentTicks >= ticksOf (0.02f) && (isLine || brief < 0.5f * meanSquare);
     const bool heard = onCourse && !unproved && !atRest && !isDust;
     absentTicks = heard ? absentTicks : std::min (absentTicks + 1, ticksOf (1.0f));
     heardTicks = heard ? heardTicks + 1 : 0;
-    if (heardTicks > ticksOf (level > 0.22f * nominal ? 0.0025f : 0.008f)) // a weak one turns slowly
+    // A weak one turns slowly; hum is even for a part of its period.
+    if (heardTicks > ticksOf (couldBeHum ? 0.008f : (level > 0.22f * nominal ? 0.0025f : 0.008f)))
         absentTicks = 0;
     present = heard && absentTicks < ticksOf (0.02f);
 

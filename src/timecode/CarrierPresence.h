@@ -21,9 +21,10 @@ public:
 
     /** Judges, once a tick.
         @param hz     frequency of the carrier over the last 3 ms
+        @param brief  mean square of the radius over 0.3 ms
         @param rumble  level below the carrier, as the circle knows it
         @param inGap  the signal collapsed less than 20 ms ago */
-    PX_AUDIO_THREAD void judge (double hz, float rumble, bool inGap) noexcept;
+    PX_AUDIO_THREAD void judge (double hz, float brief, float rumble, bool inGap) noexcept;
 
     PX_AUDIO_THREAD bool isPresent() const noexcept { return present; }
 

@@ -6,7 +6,9 @@
 namespace
 {
 // Of the way between the middles of the two shorter windows: a hand's speed goes on as it changed.
-constexpr double lead = 0.2;
+constexpr double lead =
+    0.2; // and of that between the middles of the longer ones, where the longest is too long
+constexpr double laterLead = 0.12;
 constexpr double noiseShare = 10;    // a second: what a scratch bends within its turns is no noise
 constexpr double slowestAhead = 0.1; // speed below which a turn may be near
 constexpr double fastestStep = 0.45; // turns a frame; at half a turn the direction is lost
@@ -25,7 +27,7 @@ void CarrierTracker::prepare (const ControlMedium& medium, double sampleRate) no
     carrier = medium.carrierHz;
     disc = medium.isOwnDisc();
     vinyl = medium.levelFollowsSpeed;
-    history.prepare (rate);
+    history.prepare (rate, disc);
     circle.prepare (medium, rate, framesInTick());
     presence.prepare (medium, rate, framesInTick());
     counter.prepare (rate, framesInTick());
@@ -93,7 +95,7 @@ void CarrierTracker::judgeSpeed (bool leftTheCourse) noexcept
     const auto toSpeed = rate / carrier;
     const auto shortest = history.slope (0), longer = history.slope (1), longest = history.slope (2);
     const auto gap = counter.framesAway();
-    presence.judge (std::abs (shortest) * rate, circle.rumble(), gap > 0 && gap < longestHold);
+    presence.judge (std::abs (shortest) * rate, brief, circle.rumble(), gap > 0 && gap < longestHold);
     if (gap >= longestHold || leftTheCourse)
         evenTicks = 0;
     heardTicks = presence.isPresent() && gap == 0 ? std::min (heardTicks + 1, history.lengthInTicks (2)) : 0;
@@ -109,7 +111,8 @@ void CarrierTracker::judgeSpeed (bool leftTheCourse) noexcept
     const auto second = lastsFor (2) ? first * agreement (b, c, 0.001 + slopeNoise) : 0;
     const bool speaks = presence.isPresent() && gap < longestHold;
     const auto now = lastsFor (1) ? a + lead * (1 - first) * (a - b) : a;
-    groovesSpeed = speaks ? std::clamp (now + first * (b - a) + second * (c - b), -10.0, 10.0) : 0;
+    const auto later = lastsFor (2) ? laterLead * (first - second) * (b - c) : 0;
+    groovesSpeed = speaks ? std::clamp (now + first * (b - a) + second * (c - b) + later, -10.0, 10.0) : 0;
 
     const bool agree = std::abs (a - b) + std::abs (b - c) < 0.01 + 4 * slopeNoise;
     evenTicks = agree && presence.isPresent() && counter.isOnCourse()

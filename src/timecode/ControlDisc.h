@@ -39,7 +39,7 @@ public:
     PX_AUDIO_THREAD int bitsPerCycle() const noexcept override { return 6; }
     PX_AUDIO_THREAD unsigned bitsAt (std::int64_t cycle) const noexcept override;
     PX_AUDIO_THREAD int cyclesToLocate() const noexcept override { return 6; }
-    PX_AUDIO_THREAD int cyclesToBelieve() const noexcept override { return 5; }
+    PX_AUDIO_THREAD int cyclesToBelieve() const noexcept override { return 6; }
     PX_AUDIO_THREAD std::optional<std::int64_t>
     locate (std::span<const unsigned> cycles) const noexcept override;
     PX_AUDIO_THREAD std::int64_t length() const noexcept override;

@@ -7,8 +7,9 @@
 namespace
 {
 constexpr double longestGapSeconds = 0.06;
-constexpr int widestSlip = 96;   // cycles
-constexpr int bitsToRecall = 18; // a wrong place in 50,000
+constexpr float sureTrust = 0.985f; // no bit disagreed of late
+constexpr int widestSlip = 96;      // cycles
+constexpr int bitsToRecall = 18;    // a wrong place in 50,000
 
 std::int64_t floorOf (double turns) noexcept
 {
@@ -23,6 +24,11 @@ void PositionLock::prepare (const ControlMedium& newMedium, const GrooveCode& ne
     medium = &newMedium;
     code = &newCode;
     framesPerTick = framesInTick;
+    swiftStep = static_cast<float> (0.5 * medium->carrierHz / sampleRate);
+    const auto tickSeconds = static_cast<float> (framesInTick / sampleRate);
+    swiftLeak = tickSeconds / 0.03f;
+    stepLeak = tickSeconds / 0.002f;
+    longestStandTicks = static_cast<int> (0.006f / tickSeconds);
     fastestStep = std::min (0.3, (medium->isOwnDisc() ? 3.1 : 6.6) * medium->carrierHz / sampleRate);
     longestGapTicks = static_cast<int> (longestGapSeconds * sampleRate / framesInTick);
     reset();
@@ -34,7 +40,8 @@ void PositionLock::reset() noexcept
     slotLevels = {};
     started = known = remembered = unproved = even = wasEven = false;
     meanHeight = spread = trust = 0;
-    heightsSeen = absentTicks = awayTicks = hiddenTicks = doubtful = 0;
+    swiftness = meanStep = 0;
+    stoodTicks = heightsSeen = absentTicks = awayTicks = hiddenTicks = doubtful = 0;
 }
 
 std::optional<double> PositionLock::cycle() const noexcept
@@ -49,16 +56,22 @@ void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
 {
     turnsNow = reading.turns;
     hiddenTicks = reading.present || reading.away ? 0 : hiddenTicks + 1; // nobody counts in noise
+    // A record's level is gone for a moment whenever a hand turns it round.
     if (!reading.away)
         awayTicks = 0;
     else if (++awayTicks == 1)
         wasEven = even;
-    // A record's level is gone for a moment whenever a hand turns it round.
-    if (awayTicks == longestGapTicks / 8 && !wasEven)
+    watchHand (reading);
+    // Nobody knows how far a hand took the record meanwhile, sooner when it moved than when the platter turned evenly: the
+    // first bits decide.
+    const bool isSwift = swiftness > 4 * swiftStep;
+    const auto longestUncounted = longestGapTicks / (wasEven ? 3 : (isSwift ? 16 : 8));
+    if (awayTicks > longestUncounted && !unproved)
     {
-        // Nobody knows how far the hand took the record meanwhile: the first bits decide.
         unproved = true;
         trust = std::min (trust, 0.55f);
+        if (isSwift)
+            loseCount();
     }
     even = reading.even;
     tooFast = std::abs (reading.turnsPerFrame) > fastestStep;
@@ -67,7 +80,7 @@ void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
         started = false;
         absentTicks += 2;
         if (absentTicks > 2 * longestGapTicks)
-            known = false;
+            loseCount();
         else
             trust = std::min (trust, 0.55f); // the first bits decide
         unproved = unproved || hiddenTicks > longestGapTicks / 12;
@@ -91,6 +104,25 @@ void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
     }
 }
 
+void PositionLock::watchHand (const CarrierTracker::Reading& reading) noexcept
+{
+    const auto step = static_cast<float> (reading.turnsPerFrame);
+    swiftness = std::max (std::abs (step), swiftness - swiftness * swiftLeak);
+    meanStep += stepLeak * (step - meanStep);
+    const bool stands = std::abs (meanStep) < 0.25f * swiftStep || !(reading.present || reading.away);
+    stoodTicks = stands && swiftness > swiftStep ? stoodTicks + 1 : 0;
+    // No hand stops so short: the signal went away while it moved, and how far it went on nobody counted.
+    if (stoodTicks > longestStandTicks)
+        loseCount();
+}
+
+void PositionLock::loseCount() noexcept
+{
+    if (known)
+        ++epoch;
+    known = false;
+}
+
 void PositionLock::enter (std::int64_t number) noexcept
 {
     if (started && std::abs (number - current) == 1)
@@ -101,6 +133,7 @@ void PositionLock::enter (std::int64_t number) noexcept
     auto& fresh = cycleAt (number);
     fresh = {};
     fresh.number = number;
+    fresh.epoch = epoch;
 }
 
 void PositionLock::gather (const CarrierTracker::Reading& reading, int firstFrame, int endFrame) noexcept
@@ -142,7 +175,7 @@ void PositionLock::finish (std::int64_t number, bool forward) noexcept
     done.read = true;
     if (known)
         test (number, forward);
-    if (known && medium->isOwnDisc() && number % 6 == 0)
+    if (known && medium->isOwnDisc() && number % 6 == 0 && trust < sureTrust)
         contest (number, forward);
     if (!known && remembered)
         recall (number, forward);
@@ -155,6 +188,7 @@ bool PositionLock::readSlots (Cycle& c) noexcept
     for (const auto weight : c.weight)
         if (weight < 0.2f)
             return false;
+    const auto foretold = known && even ? code->bitsAt (c.number + offset) : 0;
     for (std::size_t slot = 0; slot < slots; ++slot)
     {
         // Clear and set slots are learnt apart, and by direction: phase errors and clipping move them.
@@ -165,7 +199,7 @@ bool PositionLock::readSlots (Cycle& c) noexcept
             std::clamp ((height - middle) / std::max (0.3f, levels.set - levels.clear), -1.0f, 1.0f);
         if (!even)
             continue;
-        const bool isSet = known ? (code->bitsAt (c.number + offset) >> slot & 1) != 0 : height > middle;
+        const bool isSet = known ? (foretold >> slot & 1) != 0 : height > middle;
         if (isSet)
             levels.set += 0.04f * (std::clamp (height, 0.4f, 1.4f) - levels.set);
         else
@@ -249,7 +283,7 @@ void PositionLock::recall (std::int64_t newest, bool forward) noexcept
 void PositionLock::search (std::int64_t newest, bool forward) noexcept
 {
     const auto wanted = code->cyclesToLocate();
-    const auto all = wanted + code->cyclesToBelieve() + (remembered ? 0 : 4); // the first place counts most
+    const auto all = wanted + code->cyclesToBelieve() + (remembered ? 0 : 3); // the first place counts most
     const auto direction = forward ? -1 : 1;                                  // towards what was read before
     for (int i = 0; i < all; ++i)
         if (!wasRead (newest + direction * i))
@@ -290,8 +324,27 @@ void PositionLock::contest (std::int64_t newest, bool forward) noexcept
     for (int i = 0; i < wanted; ++i)
         window[static_cast<std::size_t> (i)] = hardBits (oldest + i);
     const auto found = code->locate (std::span (window).first (static_cast<std::size_t> (wanted)));
-    if (found.has_value() && wrongBits (oldest, latest, *found - oldest) == 0)
+    if (found.has_value() && wrongBits (oldest, latest, *found - oldest) == 0
+        && clarity (oldest, latest, offset, *found - oldest) > 0.5f)
         offset = *found - oldest;
+}
+
+float PositionLock::clarity (std::int64_t oldest, std::int64_t latest, std::int64_t at,
+                             std::int64_t other) noexcept
+{
+    float clear = 0;
+    int count = 0;
+    for (auto n = oldest; n <= latest; ++n)
+    {
+        const auto differing = code->bitsAt (n + at) ^ code->bitsAt (n + other);
+        for (int i = 0; i < code->bitsPerCycle(); ++i)
+            if ((differing >> i & 1) != 0)
+            {
+                clear += std::abs (cycleAt (n).value[static_cast<std::size_t> (i)]);
+                ++count;
+            }
+    }
+    return count > 0 ? clear / static_cast<float> (count) : 0;
 }
 
 void PositionLock::test (std::int64_t newest, bool forward) noexcept

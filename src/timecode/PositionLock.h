@@ -35,6 +35,7 @@ private:
     struct Cycle
     {
         std::int64_t number = -1;
+        unsigned epoch = 0;                         ///< cycles of an older one lie elsewhere
         float covered = 0;                          ///< share of the cycle that was heard
         std::array<float, slots> sum {}, weight {}; ///< by slot; a record's whole cycle in the first
         std::array<float, slots> value {};          ///< soft bits, above 0 for a 1
@@ -48,8 +49,10 @@ private:
     PX_AUDIO_THREAD bool wasRead (std::int64_t number) noexcept
     {
         const auto& c = cycleAt (number);
-        return c.number == number && c.read;
+        return c.number == number && c.epoch == epoch && c.read;
     }
+    PX_AUDIO_THREAD void watchHand (const CarrierTracker::Reading&) noexcept;
+    PX_AUDIO_THREAD void loseCount() noexcept;
     PX_AUDIO_THREAD void enter (std::int64_t number) noexcept;
     PX_AUDIO_THREAD void gather (const CarrierTracker::Reading&, int firstFrame, int endFrame) noexcept;
     PX_AUDIO_THREAD bool readSlots (Cycle&) noexcept;
@@ -60,6 +63,9 @@ private:
     PX_AUDIO_THREAD void recall (std::int64_t newest, bool forward) noexcept;
     PX_AUDIO_THREAD void search (std::int64_t newest, bool forward) noexcept;
     PX_AUDIO_THREAD void contest (std::int64_t newest, bool forward) noexcept;
+    /** Mean height of the bits in which two places differ, 1 where they are sure. */
+    PX_AUDIO_THREAD float clarity (std::int64_t oldest, std::int64_t latest, std::int64_t at,
+                                   std::int64_t other) noexcept;
     PX_AUDIO_THREAD void test (std::int64_t newest, bool forward) noexcept;
     PX_AUDIO_THREAD float agreement (std::int64_t oldest, std::int64_t newest, std::int64_t offset,
                                      int& bitsSeen) noexcept;
@@ -71,6 +77,7 @@ private:
 
     std::array<Cycle, history> cycles {};
     std::int64_t current = 0;
+    unsigned epoch = 0; ///< goes up when the count is lost
     bool started = false, enteredForward = true;
     float meanHeight = 0, spread = 0;
     int heightsSeen = 0;
@@ -80,7 +87,10 @@ private:
     };
     std::array<std::array<SlotLevels, slots>, 2> slotLevels {}; ///< backwards, forwards
     bool tooFast = false, even = false;
-    bool wasEven = false; ///< when the signal went away
+    float swiftness = 0, meanStep = 0; ///< highest and mean turns a frame of late
+    float swiftStep = 0.02f, swiftLeak = 0.01f, stepLeak = 0.1f;
+    int stoodTicks = 0, longestStandTicks = 44; ///< after a swift movement
+    bool wasEven = false;                       ///< when the signal went away
 
     bool known = false, remembered = false;
     bool unproved = false;   // the count went through noise: no bit has confirmed it since

@@ -5,19 +5,22 @@
 
 namespace
 {
-constexpr std::array windowSeconds { 0.0029, 0.0065, 0.016 };
-constexpr int pushesBetweenSums = 512; // rounding can't gather for longer
+constexpr std::array windowSeconds { 0.0026, 0.0065, 0.016 };
+constexpr double finerWindowSeconds = 0.0029;
+constexpr double slowestTicks = 2756, slowestFineTicks = 3675; // a second, where eight frames are not too few
+constexpr int pushesBetweenSums = 512;                         // rounding can't gather for longer
 }
 
-void TurnHistory::prepare (double sampleRate) noexcept
+void TurnHistory::prepare (double sampleRate, bool bitsAreFine) noexcept
 {
-    tickLength = std::clamp (static_cast<int> (std::lround (sampleRate / slowestTicks)), 1, TickLanes::size);
+    const auto slowest = bitsAreFine ? slowestFineTicks : slowestTicks;
+    tickLength = std::clamp (static_cast<int> (std::lround (sampleRate / slowest)), 1, TickLanes::size);
     tickRate = sampleRate / tickLength;
-    for (std::size_t i = 0; i < lengths.size(); ++i)
-        lengths[i] = std::clamp (static_cast<int> (std::lround (windowSeconds[i] * sampleRate / tickLength)),
-                                 9, capacity);
-    const auto ticks = windowSeconds[0] * tickRate;
-    lengths[0] = std::clamp (2 * static_cast<int> (ticks / 2) + 1, 9, 63); // odd: the middle is a tick
+    for (std::size_t i = 1; i < lengths.size(); ++i)
+        lengths[i] = std::clamp (static_cast<int> (std::lround (windowSeconds[i] * tickRate)), 9, capacity);
+    const auto ticks = (bitsAreFine ? finerWindowSeconds : windowSeconds[0]) * tickRate;
+    lengths[0] = std::clamp (2 * static_cast<int> (std::lround ((ticks - 1) / 2)) + 1, 7,
+                             63); // odd: the middle is a tick
     // A parabola's mean lies this much of the outer thirds' bend beside its middle.
     const int third = lengths[0] / 3;
     const double n = lengths[0], k = third, centre = (n - k) / 2;

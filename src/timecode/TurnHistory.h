@@ -10,11 +10,10 @@
 class TurnHistory
 {
 public:
-    /** Ticks a second where eight frames are not too few for one. */
-    static constexpr double slowestTicks = 3675;
     static constexpr int windows = 3; // 3, 6.5 and 16 ms
 
-    void prepare (double sampleRate) noexcept;
+    /** @param bitsAreFine  several bits lie in a cycle: ticks are shorter, and the shortest window longer */
+    void prepare (double sampleRate, bool bitsAreFine) noexcept;
     PX_AUDIO_THREAD void reset() noexcept;
 
     PX_AUDIO_THREAD int samplesPerTick() const noexcept { return tickLength; }
