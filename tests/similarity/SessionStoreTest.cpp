@@ -196,17 +196,41 @@ TEST_F (SessionStoreTest, FromAnyCutAndAnyWrongByteTheRestIsReadAndTheFileMended
     }
 }
 
-TEST_F (SessionStoreTest, AFileOfAnotherKindIsKeptBesideTheNewOne)
+TEST_F (SessionStoreTest, AFileOfAnotherKindOrVersionIsKeptBesideTheNewOne)
 {
-    ASSERT_TRUE (file.replaceWithText ("no session, but somebody's letter"));
-    SessionStore store;
-    EXPECT_EQ (store.load (path), similarityRebuilt);
-    fill (store, 0, 3);
-    EXPECT_EQ (store.save (path), similarityOk);
-    EXPECT_EQ (folder.file ("px_mufin.ses.bad").loadFileAsString(), "no session, but somebody's letter");
-    SessionStore again;
-    EXPECT_EQ (again.load (path), similarityOk);
-    EXPECT_EQ (again.size(), 3u);
+    std::vector<std::byte> older;
+    SessionFile::appendHeader (older);
+    older[8] = std::byte { 0 }; // the version's lowest byte
+    const std::string letter = "no session, but somebody's letter",
+                      outdated (reinterpret_cast<const char*> (older.data()), older.size());
+    for (const auto& [old, sentence] :
+         { std::pair { letter, "is damaged" }, { outdated, "is of another version" } })
+    {
+        ASSERT_TRUE (file.replaceWithData (old.data(), old.size()));
+        SessionStore store;
+        EXPECT_EQ (store.load (path), similarityRebuilt);
+        EXPECT_NE (store.notice().find (sentence), std::string::npos) << store.notice();
+        fill (store, 0, 3);
+        EXPECT_EQ (store.save (path), similarityOk);
+        juce::MemoryBlock kept;
+        EXPECT_TRUE (folder.file ("px_mufin.ses.bad").loadFileAsData (kept));
+        EXPECT_TRUE (kept.matches (old.data(), old.size()));
+        SessionStore again;
+        EXPECT_EQ (again.load (path), similarityOk);
+        EXPECT_EQ (again.size(), 3u);
+    }
+}
+
+TEST_F (SessionStoreTest, TheBoundOfADistanceIsNeverAboveIt)
+{
+    for (unsigned i = 0; i < 40; ++i)
+        for (unsigned k = 0; k < 40; ++k)
+        {
+            const auto a = Music::describe (i), b = Music::describe (k);
+            const auto rangeOfA = partRange (a), rangeOfB = partRange (b);
+            EXPECT_LE (leastDistance ({ a, rangeOfA }, { b, rangeOfB }), distance (a, b) + 1e-6f)
+                << i << ", " << k;
+        }
 }
 
 TEST_F (SessionStoreTest, WhatCannotBeWrittenIsSaidAndKeptInMemory)

@@ -70,6 +70,21 @@ float spreads (float steps, size_t dims)
 {
     return steps / (stepsPerSpread * static_cast<float> (dims));
 }
+
+/** The difference of the whole tracks in distance(). */
+float wholeDistance (const SimilarityDescription& a, const SimilarityDescription& b)
+{
+    return spreads (static_cast<float> (differences (a.whole, b.whole)), SimilarityDescription::wholeDims);
+}
+
+/** The sum of the steps by which one track's range lies above another's. */
+int stepsAbove (const SimilarityDescription::Part& least, const SimilarityDescription::Part& otherMost)
+{
+    SimilarityDescription::Part reached;
+    for (size_t i = 0; i < reached.size(); ++i)
+        reached[i] = std::max (least[i], otherMost[i]);
+    return differences (reached, otherMost);
+}
 }
 
 SimilarityFacts SimilarityDescription::facts() const
@@ -101,9 +116,23 @@ bool isUsable (const SimilarityDescription& description)
            && description.tempoBpm < 10000.0f && description.seconds > 0.0f && description.seconds < 1e7f;
 }
 
-float wholeDistance (const SimilarityDescription& a, const SimilarityDescription& b)
+PartRange partRange (const SimilarityDescription& description)
 {
-    return spreads (static_cast<float> (differences (a.whole, b.whole)), SimilarityDescription::wholeDims);
+    PartRange range { description.parts[0], description.parts[0] };
+    for (size_t p = 1; p < description.partCount; ++p)
+        for (size_t i = 0; i < range.least.size(); ++i)
+        {
+            range.least[i] = std::min (range.least[i], description.parts[p][i]);
+            range.most[i] = std::max (range.most[i], description.parts[p][i]);
+        }
+    return range;
+}
+
+float leastDistance (const RangedSound& a, const RangedSound& b)
+{
+    const auto gaps = stepsAbove (a.range.least, b.range.most) + stepsAbove (b.range.least, a.range.most);
+    return wholeDistance (a.description, b.description)
+           + partWeight * spreads (static_cast<float> (gaps), SimilarityDescription::partDims);
 }
 
 float distance (const SimilarityDescription& a, const SimilarityDescription& b)

@@ -59,10 +59,14 @@ std::vector<Found> find (const TrackTable& table, const TrackTable::Track& asked
                              * Fit::tempoDistance (static_cast<double> (mine.tempoBpm),
                                                    static_cast<double> (other.tempoBpm))
                          + weights.key * Fit::keyDistance (mine.key, other.key);
-        if (best.size() == limit && (fit > best.front().score || wholeDistance (mine, other) > farthest))
+        if (best.size() == limit
+            && (fit > best.front().score || leastDistance (asked.sound(), track.sound()) > farthest))
+            continue;
+        const auto apart = distance (mine, other);
+        if (apart > farthest)
             continue;
         Candidate candidate;
-        candidate.farness = TrackTable::farness (distance (mine, other), asked.scale, track.scale);
+        candidate.farness = TrackTable::farness (apart, asked.scale, track.scale);
         candidate.score = fit + soundWeight * candidate.farness;
         candidate.place = static_cast<uint32_t> (i);
         if (best.size() == limit && !(candidate < best.front()))

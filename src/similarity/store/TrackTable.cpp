@@ -66,7 +66,8 @@ void TrackTable::take (const SessionFile::Contents& contents)
     places.reserve (all.size() + contents.tracks.size());
     for (const auto& [stored, path] : contents.tracks)
         put ({ &stored->description, path,
-               stored->draw == drawn.draw ? stored->scale : scaleOf (stored->description) });
+               stored->draw == drawn.draw ? stored->scale : scaleOf (stored->description),
+               partRange (stored->description) });
     if (all.size() >= leastForSample && drawn.draw == 0)
         drawSample();
 }
@@ -74,7 +75,7 @@ void TrackTable::take (const SessionFile::Contents& contents)
 bool TrackTable::store (std::string_view path, const SimilarityDescription& description)
 {
     const auto& [name, copy] = own.emplace_back (std::string (path), description);
-    put ({ &copy, name, scaleOf (copy) });
+    put ({ &copy, name, scaleOf (copy), partRange (copy) });
     if (all.size() < leastForSample || all.size() < 2 * static_cast<size_t> (drawn.drawnFrom))
         return false;
     drawSample();

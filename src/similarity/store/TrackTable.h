@@ -21,6 +21,9 @@ public:
         const SimilarityDescription* description = nullptr;
         std::string_view path;
         SessionFile::Scale scale;
+        PartRange range; ///< of the description
+
+        RangedSound sound() const noexcept { return { *description, range }; }
     };
 
     /** Tracks from which on there is a sample; below, a usual scale stands for it. */
