@@ -1,7 +1,8 @@
 // Cost and quality of the similarity library; docs/similarity.md says how to read the figures.
 //
 //   bench_similarity cost FILE.wav ...       times real time that describing a track takes
-//   bench_similarity store TRACKS [FILE]     made-up tracks: storing, size, start-up, questions
+//   bench_similarity store TRACKS [LIST]     made-up tracks: storing, size, start-up, questions; with a list as below they
+//                                            lie around its tracks, else anywhere
 //   bench_similarity judge LIST              quality on the tracks of a list; figures.py makes it:
 //                                            "track GROUP FILE.wav", "copy KIND ORIGINAL.wav FILE.wav" and
 //                                            "key NUMBER FILE.wav", with tabs between
@@ -11,10 +12,10 @@
 #include "support/music/HarmonicFit.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -26,9 +27,10 @@
 
 namespace
 {
+/** Seconds of processor time, so that other work on the machine counts little. */
 double now()
 {
-    return std::chrono::duration<double> (std::chrono::steady_clock::now().time_since_epoch()).count();
+    return static_cast<double> (std::clock()) / CLOCKS_PER_SEC;
 }
 
 struct Wav
@@ -90,8 +92,28 @@ int cost (const std::vector<std::string>& files)
     return 0;
 }
 
+/** A track like a real one: about as far from it as songs of one style are from each other. */
+SimilarityDescription madeUpAround (const SimilarityDescription& real, std::minstd_rand& random)
+{
+    auto made = real;
+    std::normal_distribution<float> spread (0.0f, 15.0f);
+    const auto stray = [&] (uint8_t& value, float by)
+    { value = static_cast<uint8_t> (std::clamp (static_cast<float> (value) + by, 0.0f, 255.0f)); };
+    for (auto& value : made.whole)
+        stray (value, spread (random));
+    for (size_t i = 0; i < SimilarityDescription::partDims; ++i)
+    {
+        const auto together = spread (random);
+        for (auto& part : made.parts)
+            stray (part[i], together + 0.5f * spread (random));
+    }
+    made.tempoBpm = 80.0f + static_cast<float> (random() % 1000) * 0.1f;
+    made.key = static_cast<int8_t> (random() % 24);
+    return made;
+}
+
 /** A made-up track that lies about as far from others as real ones do. */
-SimilarityDescription madeUp (std::minstd_rand& random)
+SimilarityDescription madeUpAnywhere (std::minstd_rand& random)
 {
     SimilarityDescription made;
     std::normal_distribution<float> spread (128.0f, 25.0f);
@@ -112,10 +134,26 @@ SimilarityDescription madeUp (std::minstd_rand& random)
     return made;
 }
 
-int store (size_t count, const std::string& file)
+/** The tracks of a list. */
+std::vector<SimilarityDescription> describedIn (const std::string& listFile)
 {
+    std::vector<SimilarityDescription> described;
+    std::ifstream in (listFile);
+    for (std::string line; std::getline (in, line);)
+        if (line.starts_with ("track\t"))
+            if (const auto wav = readWav (line.substr (line.rfind ('\t') + 1)); !wav.left.empty())
+                if (const auto raw = hear (wav))
+                    described.push_back (describe (*raw, 0.0));
+    return described;
+}
+
+int store (size_t count, const std::vector<SimilarityDescription>& real)
+{
+    const std::string file = "similarity-bench.ses";
     std::filesystem::remove (file);
     std::minstd_rand random (1);
+    const auto madeUp = [&real] (std::minstd_rand& draws)
+    { return real.empty() ? madeUpAnywhere (draws) : madeUpAround (real[draws() % real.size()], draws); };
     const auto pathOf = [] (size_t i)
     {
         return "/home/somebody/Music/An Artist of Some Fame/An Album of Songs/" + std::to_string (i)
@@ -156,6 +194,7 @@ int store (size_t count, const std::string& file)
         std::printf ("question, %s: %.2f ms in the middle, %.2f ms at most of 50\n",
                      weight > 0.0f ? "sound, tempo and key" : "sound", times[25], times[49]);
     }
+    std::filesystem::remove (file);
     return 0;
 }
 
@@ -261,6 +300,18 @@ int judge (const std::string& listFile)
                                            - 1);
         std::printf ("%zu tracks; chance %.3f\n", tracks.size(),
                      chance / static_cast<double> (tracks.size() * (tracks.size() - 1)));
+        auto sum = 0.0, squares = 0.0, pairs = 0.0;
+        for (size_t i = 0; i < tracks.size(); ++i)
+            for (size_t k = 0; k < i; ++k)
+            {
+                const auto apart =
+                    static_cast<double> (distance (tracks[i].description, tracks[k].description));
+                sum += apart;
+                squares += apart * apart;
+                pairs += 1.0;
+            }
+        std::printf ("distances: mean %.2f, spread %.2f\n", sum / pairs,
+                     std::sqrt (squares / pairs - sum * sum / pairs / pairs));
         printRanks ("mean cepstrum, Euclid:", tracks,
                     [&] (size_t i)
                     {
@@ -335,9 +386,9 @@ int main (int count, char** arguments)
         return cost ({ words.begin() + 1, words.end() });
     if (words.size() >= 2 && words[0] == "store")
         return store (static_cast<size_t> (std::max (1, std::atoi (words[1].c_str()))),
-                      words.size() > 2 ? words[2] : std::string ("similarity-bench.ses"));
+                      words.size() > 2 ? describedIn (words[2]) : std::vector<SimilarityDescription>());
     if (words.size() == 2 && words[0] == "judge")
         return judge (words[1]);
-    std::fprintf (stderr, "usage: bench_similarity cost FILE.wav ... | store TRACKS [FILE] | judge LIST\n");
+    std::fprintf (stderr, "usage: bench_similarity cost FILE.wav ... | store TRACKS [LIST] | judge LIST\n");
     return 2;
 }

@@ -1,10 +1,12 @@
 #!/usr/bin/env python3
-"""Quality of the similarity library: figures.py BENCH_SIMILARITY WORK MUSIC... [--keys FILE.tsv]
+"""Quality of the similarity library: figures.py BENCH_SIMILARITY WORK [MUSIC...] [--debian] [--songs N] [--keys FILE.tsv]
 
-MUSIC are folders of audio, each one group: an album, an artist or a game. Of up to 18 tracks of each the middle two
+MUSIC are folders of audio, each one group: an album, an artist or a game. --debian fetches games' music from Debian's packages
+into WORK: one group for each game, or for all games of one composer. Of up to 18 tracks of each the middle two
 minutes are taken, and of these made: a 30 s excerpt, and of every second one 6 % faster and slower, 12 dB softer and
-an MP3 at 96 kbit/s. FILE.tsv has lines "NUMBER<tab>FILE.wav" with true keys, 0 to 11 for C to B major and 12 to 23 for
-minor. Needs ffmpeg and 40 MB of WORK for each track; what is in WORK is used again."""
+an MP3 at 96 kbit/s. --songs has known_keys.py render songs whose keys are known; FILE.tsv has other ones, in lines
+"NUMBER<tab>FILE.wav", 0 to 11 for C to B major and 12 to 23 for minor. Needs ffmpeg and 40 MB of WORK for each track;
+what is in WORK is used again."""
 
 import argparse
 import os
@@ -12,8 +14,26 @@ import random
 import subprocess
 import sys
 
+import known_keys
+
 KINDS = (".ogg", ".opus", ".mp3", ".flac", ".wav", ".m4a")
 LONGEST, EXCERPT = 120, 30
+
+# Games whose music Debian has as audio.
+DEBIAN = {
+    "btanks": ("btanks-data",),
+    "colobot": ("colobot-common-sounds",),
+    "drascula": ("drascula-music",),
+    "fillets": ("fillets-ng-data",),
+    "flare": ("flare-game",),
+    "freedroid": ("freedroidrpg-data",),
+    "hedgewars": ("hedgewars-data",),
+    "horizons": ("unknown-horizons",),
+    "kenta-cho": ("gunroar-data", "mu-cade-data", "noiz2sa-data", "parsec47-data", "titanion-data",
+                  "torus-trooper-data", "tumiki-fighters-data"),
+    "openclonk": ("openclonk-data",),
+    "planetblupi": ("planetblupi-music-ogg",),
+}
 
 
 def ffmpeg(source, target, *options, before=()):
@@ -39,17 +59,41 @@ def tracks_of(folder, rng):
     return [file for file in files if seconds(file) >= 45][:18]
 
 
+def debian_games(work):
+    """The folders of the games' music, fetched if they are not there. Nothing is installed."""
+    folders = []
+    for game, packages in DEBIAN.items():
+        folder = os.path.join(work, "games", game)
+        folders.append(folder)
+        if os.path.isdir(folder):
+            continue
+        fetched = folder + ".part"
+        os.makedirs(fetched, exist_ok=True)
+        subprocess.run(["apt-get", "-q", "download", *packages], cwd=fetched, check=True)
+        for package in sorted(name for name in os.listdir(fetched) if name.endswith(".deb")):
+            package = os.path.join(fetched, package)
+            with subprocess.Popen(["dpkg-deb", "--fsys-tarfile", package], stdout=subprocess.PIPE) as files:
+                # tar's result says no more than that a package has no file of one of the kinds.
+                subprocess.run(["tar", "-x", "-C", fetched, "--wildcards", *("*" + kind for kind in KINDS)],
+                               stdin=files.stdout, stderr=subprocess.DEVNULL, check=False)
+            os.remove(package)
+        os.rename(fetched, folder)
+    return folders
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("bench")
     parser.add_argument("work")
     parser.add_argument("music", nargs="*")
+    parser.add_argument("--debian", action="store_true")
+    parser.add_argument("--songs", type=int, default=0)
     parser.add_argument("--keys")
     given = parser.parse_args()
     os.makedirs(given.work, exist_ok=True)
     rng = random.Random(7)
     tracks, copies, lines = [], [], []
-    for folder in given.music:
+    for folder in given.music + (debian_games(given.work) if given.debian else []):
         group = os.path.basename(os.path.normpath(folder))
         for number, file in enumerate(tracks_of(folder, rng)):
             name = os.path.join(given.work, f"{group}.{number:02}")
@@ -67,6 +111,9 @@ def main():
                 made.append(("mp3", ffmpeg(mp3, name + ".mp3.wav")))
             copies += [f"copy\t{kind}\t{whole}\t{file}" for kind, file in made]
     lines = tracks + copies
+    if given.songs > 0:
+        rendered = known_keys.render(os.path.join(given.work, "keys"), given.songs)
+        lines += ["key\t" + line for line in rendered]
     if given.keys:
         lines += ["key\t" + line.rstrip("\n") for line in open(given.keys, encoding="utf-8")]
     listed = os.path.join(given.work, "list.tsv")
