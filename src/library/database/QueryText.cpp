@@ -39,7 +39,11 @@ std::string QueryText::sortClause (SongField field, bool ascending, const LinkTa
         return links == nullptr ? std::string() : std::string (orderBy) + links->links + ".id" + direction;
     const auto& column = infoOf (columnOf (field));
     const std::string name (column.name);
-    return std::string (orderBy) + (column.type == SongColumnType::text ? "UPPER(" + name + ")" : name)
+    const auto text = "UPPER(" + name + ")";
+    return std::string (orderBy)
+           + (field == SongField::key               ? "KEY_ORDER(" + text + ")"
+              : column.type == SongColumnType::text ? text
+                                                    : name)
            + direction;
 }
 

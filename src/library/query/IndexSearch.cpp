@@ -1,5 +1,7 @@
 #include "library/query/SongIndex.h"
 
+#include "support/music/KeyName.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -27,6 +29,23 @@ void keepWhere (const Values& values, std::vector<uint8_t>& mask, Test test)
     for (size_t i = 0; i < values.size(); ++i)
         found[i] = test (values[i]) ? 1 : 0;
     keepBoth (mask, std::move (found));
+}
+
+/** The place of each key's name on the circle of fifths; names of one key have the same. */
+std::vector<uint32_t> keyRanks (const TextColumn& names)
+{
+    std::vector<std::pair<std::string, uint32_t>> sorted;
+    for (uint32_t value = 0; value < names.size(); ++value)
+        sorted.emplace_back (KeyName::sortText (names.upper (value)), value);
+    std::sort (sorted.begin(), sorted.end());
+    std::vector<uint32_t> ranks (sorted.size());
+    uint32_t rank = 0;
+    for (size_t i = 0; i < sorted.size(); ++i)
+    {
+        rank += i > 0 && sorted[i].first != sorted[i - 1].first ? 1 : 0;
+        ranks[sorted[i].second] = rank;
+    }
+    return ranks;
 }
 }
 
@@ -192,7 +211,7 @@ int SongIndex::sortPositions (SongDatabase& database, SongField field, bool asce
     const auto* const column = field != SongField::year ? columnOf (field) : nullptr;
     auto& ranks = column != nullptr ? column->ranks : songs.ranks[field];
     if (column != nullptr && ranks.size() != column->texts.size())
-        ranks = column->texts.ranks (ranks);
+        ranks = field == SongField::key ? keyRanks (column->texts) : column->texts.ranks (ranks);
     else if (column == nullptr && ranks.empty())
         if (const auto code = rankNumbers (database, field, ranks); code != LibraryCode::ok)
             return code;

@@ -194,7 +194,7 @@ void SqlConnection::useUnicodeCase()
 {
     const juce::ScopedLock scope (lock);
     if (handle != nullptr)
-        SqlFunctions::addUnicodeCase (handle);
+        SqlFunctions::add (handle);
 }
 
 void SqlConnection::useWriteAheadLog()

@@ -1,6 +1,7 @@
 #include "library/sql/SqlFunctions.h"
 
 #include "library/sql/LetterCase.h"
+#include "support/music/KeyName.h"
 
 #include <sqlite3.h>
 
@@ -21,7 +22,7 @@ std::string_view textOf (sqlite3_value* value)
 }
 
 template <std::string (*convert) (std::string_view)>
-void changeCase (sqlite3_context* context, int, sqlite3_value** values)
+void convertText (sqlite3_context* context, int, sqlite3_value** values)
 {
     if (sqlite3_value_type (values[0]) == SQLITE_NULL)
         return;
@@ -53,7 +54,7 @@ void like (sqlite3_context* context, int, sqlite3_value** values)
 }
 }
 
-void SqlFunctions::addUnicodeCase (sqlite3* handle)
+void SqlFunctions::add (sqlite3* handle)
 {
     using Function = void (*) (sqlite3_context*, int, sqlite3_value**);
     struct Named
@@ -63,9 +64,10 @@ void SqlFunctions::addUnicodeCase (sqlite3* handle)
         Function function;
     };
     for (const auto& [name, arguments, function] :
-         { Named { "upper", 1, changeCase<LetterCase::upper> },
-           Named { "lower", 1, changeCase<LetterCase::lower> }, Named { "like", 2, like } })
-        // Refused only without memory: then SQLite's own stay.
+         { Named { "upper", 1, convertText<LetterCase::upper> },
+           Named { "lower", 1, convertText<LetterCase::lower> },
+           Named { "key_order", 1, convertText<KeyName::sortText> }, Named { "like", 2, like } })
+        // Refused only without memory: then SQLite's own stay, and sorting by key fails.
         static_cast<void> (sqlite3_create_function_v2 (handle, name, arguments,
                                                        SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
                                                        nullptr, function, nullptr, nullptr, nullptr));

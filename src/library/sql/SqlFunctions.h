@@ -5,6 +5,6 @@ struct sqlite3;
 namespace SqlFunctions
 {
 /** Puts UPPER, LOWER and LIKE that know all scripts in the place of SQLite's own, which know A to Z. A LIKE with ESCAPE
-    stays SQLite's. */
-void addUnicodeCase (sqlite3*);
+    stays SQLite's. KEY_ORDER gives KeyName::sortText(). */
+void add (sqlite3*);
 }
