@@ -2,14 +2,17 @@
 
 #include <utility>
 
-AutomixByFit::AutomixByFit (std::shared_ptr<AutomixSource> l, Session& s) : list (std::move (l)), session (s)
+AutomixByFit::AutomixByFit (std::shared_ptr<AutomixSource> l, Session& s, SimilarRoom& r)
+    : list (std::move (l)),
+      session (s),
+      similar (r)
 {
 }
 
 std::optional<juce::File> AutomixByFit::nextTrack()
 {
     auto next = list->nextTrack();
-    if (next && *next == juce::File() && last != juce::File() && SimilarRoom::of (session).continuesAutomix())
+    if (next && *next == juce::File() && last != juce::File() && similar.continuesAutomix())
         next = fitting();
     if (next && *next != juce::File())
     {
@@ -29,7 +32,6 @@ std::optional<juce::File> AutomixByFit::fitting()
     auto* const database = session.library();
     if (database == nullptr)
         return juce::File();
-    auto& similar = SimilarRoom::of (session);
     if (!worker.isBusy())
         worker.post ({ [this, database, room = session.browser(), after = last, known = given,
                         weights = similar.weights(), sounds = similar.sounds] (const std::stop_token&) {

@@ -13,8 +13,8 @@
 class AutomixByFit : public AutomixSource
 {
 public:
-    /** @param session   has to live as long as this */
-    AutomixByFit (std::shared_ptr<AutomixSource> list, Session& session);
+    /** @param session, similar   have to live as long as this */
+    AutomixByFit (std::shared_ptr<AutomixSource> list, Session& session, SimilarRoom& similar);
 
     void begin() override { list->begin(); }
     std::optional<juce::File> nextTrack() override;
@@ -29,6 +29,7 @@ private:
 
     const std::shared_ptr<AutomixSource> list;
     Session& session;
+    SimilarRoom& similar;
     juce::File last;         ///< given last, by the list or by fit
     juce::StringArray given; ///< all that were given
     std::mutex lock;         ///< of the answer

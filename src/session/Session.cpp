@@ -197,7 +197,7 @@ PreferencesFile& Session::preferences()
 
 EngineWorld Session::world()
 {
-    juce::ignoreUnused (SimilarRoom::of (*this)); // from now on tracks are described
+    auto& similar = SimilarRoom::of (*this); // from now on tracks are described
     EngineWorld made;
     made.folders = folders;
     made.decoderLibrary = decoderLibrary;
@@ -205,7 +205,7 @@ EngineWorld Session::world()
     made.hasMessageLoop = true;
     made.automixSource = std::make_shared<AutomixByFit> (
         std::make_shared<AutomixReader> ([session = shared_from_this()] { return session->library(); }),
-        *this);
+        *this, similar);
     made.mayKeepSettings = [this] { return mayKeepSettings(); };
     return made;
 }

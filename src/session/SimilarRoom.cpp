@@ -92,6 +92,12 @@ KeyText::Notation SimilarRoom::keyNotation() const
                : KeyText::Notation::letters;
 }
 
+void SimilarRoom::setKeyNotation (KeyText::Notation notation)
+{
+    juce::ignoreUnused (session.preferences().set (
+        KeyText::preference, notation == KeyText::Notation::wheel ? KeyText::wheelValue : "letters"));
+}
+
 void SimilarRoom::noteKey (const juce::String& path, int key)
 {
     // The library and the preferences are the message thread's.

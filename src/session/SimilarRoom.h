@@ -33,7 +33,9 @@ public:
     bool continuesAutomix() const;
     void setContinuesAutomix (bool);
 
+    /** The notation in which keys are written into the library from now on. */
     KeyText::Notation keyNotation() const;
+    void setKeyNotation (KeyText::Notation);
 
     /** Writes the key of a song into the library if it has none there, in the notation that is preferred; the file's tag
         stays. Any thread that may block. @param key   as SoundFacts tells it */

@@ -1,27 +1,31 @@
+#include "session/AutomixByFit.h"
 #include "session/similar/KeyText.h"
 #include "session/similar/Recommendations.h"
 #include "shared/Signals.h"
 #include "shared/TemporaryFolder.h"
 #include "similarity/BuiltSimilarity.h"
+#include "support/music/KeyName.h"
 
 #include <gtest/gtest.h>
 
 namespace
 {
+/** Describes a track whose sound goes with a pitch, in Hz. */
+void describe (SoundSession& sounds, const juce::String& path, double pitch, double bpm)
+{
+    constexpr auto rate = 44100;
+    auto sound = Signals::noise (5 * rate, 1, 0.05);
+    const auto tone = Signals::sine (pitch, rate, 5 * rate, 0.4);
+    for (size_t i = 0; i < sound.size(); ++i)
+        sound[i] += tone[i] * (i % 22050 < 11025 ? 1.0f : 0.3f);
+    const auto listener = sounds.listenTo (path, rate);
+    listener->add (sound.data(), sound.data(), static_cast<int> (sound.size()));
+    ASSERT_TRUE (sounds.store (path, *listener, bpm));
+}
+
 struct SimilarSongsTest : testing::Test
 {
-    /** Describes a track whose sound goes with a pitch, in Hz. */
-    void hear (const juce::String& path, double pitch, double bpm)
-    {
-        constexpr auto rate = 44100;
-        auto sound = Signals::noise (5 * rate, 1, 0.05);
-        const auto tone = Signals::sine (pitch, rate, 5 * rate, 0.4);
-        for (size_t i = 0; i < sound.size(); ++i)
-            sound[i] += tone[i] * (i % 22050 < 11025 ? 1.0f : 0.3f);
-        const auto listener = sounds.listenTo (path, rate);
-        listener->add (sound.data(), sound.data(), static_cast<int> (sound.size()));
-        ASSERT_TRUE (sounds.store (path, *listener, bpm));
-    }
+    void hear (const juce::String& path, double pitch, double bpm) { describe (sounds, path, pitch, bpm); }
 
     void add (const juce::String& path, const juce::String& title, const juce::String& artist)
     {
@@ -105,6 +109,46 @@ TEST_F (SimilarSongsTest, TheWeightsDecideTheOrder)
     EXPECT_EQ (first ("mix").tempoChange(), "-0.8 % x1/2");
 }
 
+TEST (AutomixByFit, GoesOnWithWhatFitsWhereTheListHasRunDry)
+{
+    struct OneSong : AutomixSource
+    {
+        explicit OneSong (juce::File only) : song (std::move (only)) {}
+        void begin() override {}
+        std::optional<juce::File> nextTrack() override { return std::exchange (song, juce::File()); }
+        juce::File song;
+    };
+    const TemporaryFolder folder;
+    Session::Options options;
+    options.folders.root = options.library.folder = folder;
+    Session session { std::move (options) };
+    ASSERT_EQ (session.openLibrary (LibrarySession::Use::write), "");
+    SimilarRoom room (session, juce::File (builtSimilarity()));
+    for (const auto& [name, pitch] : { std::pair { "listed", 300.0 }, { "near", 330.0 }, { "far", 3000.0 } })
+    {
+        const auto file = folder.file (name);
+        file.create();
+        SongRecord song;
+        song[SongColumn::filename] = file.getFullPathName();
+        ASSERT_EQ (session.library()->insertSong (song), 0);
+        describe (*room.sounds, file.getFullPathName(), pitch, 120.0);
+    }
+
+    for (const auto continues : { false, true })
+    {
+        room.setContinuesAutomix (continues);
+        AutomixByFit automix (std::make_shared<OneSong> (folder.file ("listed")), session, room);
+        juce::StringArray given;
+        for (auto next = automix.nextTrack(); next != juce::File(); next = automix.nextTrack())
+            if (next)
+                given.add (next->getFileName());
+            else
+                automix.wait();
+        EXPECT_EQ (given.joinIntoString (" "), continues ? "listed near far" : "listed");
+    }
+    room.settle();
+}
+
 TEST (KeyText, LettersAndTheWheelNameTheSameKeys)
 {
     struct Case
@@ -118,7 +162,18 @@ TEST (KeyText, LettersAndTheWheelNameTheSameKeys)
     {
         EXPECT_EQ (KeyText::of (key, KeyText::Notation::letters), letters);
         EXPECT_EQ (KeyText::of (key, KeyText::Notation::wheel), wheel);
+        EXPECT_EQ (KeyName::read (letters).value_or (-1), key);
+        EXPECT_EQ (KeyName::read (wheel).value_or (-1), key);
     }
+    for (const auto& [text, key] : { std::pair { "Bb minor", 22 },
+                                     { "eb MAJ", 3 },
+                                     { "08a", 21 },
+                                     { "Cb", 11 },
+                                     { "13A", -1 },
+                                     { "0B", -1 },
+                                     { "Hm", -1 },
+                                     { "Disco", -1 } })
+        EXPECT_EQ (KeyName::read (text).value_or (-1), key) << text;
     EXPECT_EQ (KeyText::relation (0, 7), "a fifth up");
     EXPECT_EQ (KeyText::relation (0, 21), "relative key");
     EXPECT_EQ (KeyText::relation (0, 12), "3 fifths down, other mode");

@@ -1,6 +1,6 @@
 #include "session/similar/KeyText.h"
 
-#include "support/music/HarmonicFit.h"
+#include "support/music/KeyName.h"
 
 #include <array>
 #include <cstdlib>
@@ -13,7 +13,7 @@ juce::String of (int key, Notation notation)
         return {};
     const auto isMajor = key < 12;
     if (notation == Notation::wheel)
-        return juce::String ((Fit::placeOnCircle (key) + 7) % 12 + 1) + (isMajor ? "B" : "A");
+        return juce::String (KeyName::wheelHour (key)) + (isMajor ? "B" : "A");
     static constexpr std::array majors { "C", "Db", "D", "Eb", "E", "F", "F#", "G", "Ab", "A", "Bb", "B" };
     static constexpr std::array minors { "Cm",  "C#m", "Dm",  "Ebm", "Em",  "Fm",
                                          "F#m", "Gm",  "G#m", "Am",  "Bbm", "Bm" };

@@ -87,6 +87,11 @@ SongManager::SongManager (CPlatterdex& e, Session* session)
         if (onEscape != nullptr)
             onEscape();
     };
+    songActions.showRecommendations = [this]
+    {
+        if (const auto list = tree.named ("Recommendation List"))
+            showSource (*list);
+    };
     sourceActions.showSource = [this] (const Source& source) { showSource (source); };
     sourceActions.copyToPlayOrder = [this] (const Source& source)
     {

@@ -23,13 +23,15 @@ struct BrowserBench
         options.prompts = prompts;
         session = std::make_shared<Session> (std::move (options));
         auto& library = session->browser()->database;
-        for (const auto* line : { "Zulu|Ada|120", "Alpha|Bob|126", "Mike|Cid|90", "Deep Alpha|Dee|60" })
+        for (const auto* line :
+             { "Zulu|Ada|120|10A", "Alpha|Bob|126|D", "Mike|Cid|90|Am", "Deep Alpha|Dee|60|" })
         {
             const auto parts = juce::StringArray::fromTokens (line, "|", {});
             SongRecord song;
             song[SongColumn::title] = parts[0];
             song[SongColumn::artist] = parts[1];
             song[SongColumn::bpm] = parts[2];
+            song[SongColumn::key] = parts[3];
             song[SongColumn::filename] = bench.folder.file (parts[0] + ".wav").getFullPathName();
             bench.halfLoudTrack (1.0).copyFileTo (juce::File (song[SongColumn::filename]));
             EXPECT_EQ (library.insertSong (song), 0);
@@ -109,6 +111,15 @@ TEST (Browser, ShowsTheLibraryByArtistAndSortsByAColumn)
     b.browser->songs().sortBy (TableColumn::of (SongField::bpm), false);
     b.browser->settle();
     EXPECT_EQ (b.titles().joinIntoString (","), "Alpha,Zulu,Mike,Deep Alpha");
+    ASSERT_GT (b.makePlaylist ("Warm Up", { 1, 2, 3, 4 }), 0);
+    for (const auto* source : { "Library", "Warm Up" })
+    {
+        ASSERT_TRUE (b.browser->showSourceNamed (source));
+        b.browser->songs().sortBy (TableColumn::of (SongField::key), true);
+        b.browser->settle();
+        EXPECT_EQ (b.titles().joinIntoString (","), "Deep Alpha,Mike,Zulu,Alpha")
+            << "around the circle of fifths";
+    }
 }
 
 TEST (Browser, FindsWordsInAnyOrderAndRangesAndNothingWithoutFields)
@@ -156,7 +167,7 @@ TEST (Browser, MenusHaveTheirWordsInTheirOrder)
     const auto row = wordsOf (table.rowMenu (0, TableColumn::status));
     EXPECT_EQ (row.joinIntoString (","),
                "Edit,Load to Deck 1,Load to Deck 2,Append To Automix List,Preview,Reset Played Status,"
-               "Reset Played Statistics,Reload Tags,Show in Explorer,Analyze,Remove,Find Similar Songs");
+               "Reset Played Statistics,Reload Tags,Show in Explorer,Analyze,Find Similar Songs,Remove");
     b.bench.engine.settings.editor[EditorPreference::fourDeckMode] = 1;
     EXPECT_TRUE (wordsOf (table.rowMenu (0, TableColumn::status)).contains ("Load to Deck 4"));
 

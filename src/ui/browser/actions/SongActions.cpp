@@ -96,7 +96,12 @@ void SongActions::recommend (const juce::String& path)
         return;
     auto& similar = SimilarRoom::of (*world.session);
     if (auto* const list = similar.recommendations())
-        list->recommend (path, similar.weights());
+        list->recommend (path, similar.weights(),
+                         [this, there = juce::Component::SafePointer (&asker)] (int)
+                         {
+                             if (there != nullptr && showRecommendations != nullptr)
+                                 showRecommendations();
+                         });
 }
 
 juce::String SongActions::matchOf (int32_t songId) const

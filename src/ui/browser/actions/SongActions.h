@@ -42,8 +42,9 @@ public:
     void showInFolder (const juce::String& path);
     void analyse (const SelectedSongs&);
 
-    /** Fills the recommendation list with songs that fit a track. */
+    /** Fills the recommendation list with songs that fit a track, and shows it. */
     void recommend (const juce::String& path);
+    std::function<void()> showRecommendations; ///< may be left out
 
     /** The reason why a song stands in that list, or nothing. */
     juce::String matchOf (int32_t songId) const;

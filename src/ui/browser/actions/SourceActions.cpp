@@ -55,6 +55,19 @@ void SourceActions::setContinuesAutomix (bool continues)
         SimilarRoom::of (*world.session).setContinuesAutomix (continues);
 }
 
+bool SourceActions::writesKeysByWheel() const
+{
+    return world.session != nullptr
+           && SimilarRoom::of (*world.session).keyNotation() == KeyText::Notation::wheel;
+}
+
+void SourceActions::setWritesKeysByWheel (bool byWheel)
+{
+    if (world.session != nullptr)
+        SimilarRoom::of (*world.session)
+            .setKeyNotation (byWheel ? KeyText::Notation::wheel : KeyText::Notation::letters);
+}
+
 void SourceActions::setSimilarPriority (const juce::String& value)
 {
     if (world.session != nullptr)

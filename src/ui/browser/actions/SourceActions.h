@@ -44,6 +44,10 @@ public:
     bool continuesAutomix() const;
     void setContinuesAutomix (bool);
 
+    /** Writes keys that analyses find as hours of the wheel ("8A") from now on, or as letters ("Am"). */
+    bool writesKeysByWheel() const;
+    void setWritesKeysByWheel (bool);
+
     /** Appends all songs of one source to a list. */
     void append (const Source&, ListRef);
     void append (std::vector<int32_t> songIds, ListRef);

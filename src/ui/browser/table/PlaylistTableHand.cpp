@@ -87,6 +87,7 @@ juce::PopupMenu PlaylistTable::rowMenu (int row, int column)
     menu.addItem ("Show in Explorer", path.isNotEmpty(), false,
                   [this, path] { actions.showInFolder (path); });
     menu.addItem ("Analyze", path.isNotEmpty(), false, [this, songs] { actions.analyse (songs); });
+    menu.addItem ("Find Similar Songs", path.isNotEmpty(), false, [this, path] { actions.recommend (path); });
     menu.addItem ("Remove", isRemovable, false, [this, songs] { actions.remove (songs); });
     menu.addItem ("Find Similar Songs", path.isNotEmpty(), false, [this, path] { actions.recommend (path); });
     actions.addUndo (menu);

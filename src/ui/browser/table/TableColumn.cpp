@@ -15,12 +15,13 @@ constexpr Row rows[] {
     { order,              "#",             60, false, true },
     { playedAt,           "Played",        70, true,  false, SongListKind::history },
     { playedOn,           "Deck",          46, true,  false, SongListKind::history },
-    { match,              "Match",        260, true, false, SongListKind::recommendation },
     { of (F::title),      "Title",        250, true },
+    { match,              "Match",        320, true,  false, SongListKind::recommendation },
     { of (F::artist),     "Artist",       150, true },
     { of (F::album),      "Album",        150, true },
     { of (F::time),       "Time",          55, true,  true },
     { of (F::bpm),        "BPM",           50, true,  true },
+    { of (F::key),        "Key",           50, true },
     { of (F::genre),      "Genre",        100 },
     { of (F::comment),    "Comments",     150 },
     { of (F::grouping),   "Grouping",     100 },
@@ -38,7 +39,6 @@ constexpr Row rows[] {
     { of (F::dateAdded),  "Date Added",   140 },
     { of (F::dateCreated),"Date Created", 140 },
     { of (F::dateModified),"Date Modified",140 },
-    { of (F::key),        "Key",           50 },
     { of (F::analyzed),   "Analyzed",      60, false, true },
 };
 // clang-format on

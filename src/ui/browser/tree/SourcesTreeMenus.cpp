@@ -35,6 +35,9 @@ void addLibraryItems (juce::PopupMenu& menu, SourceActions& actions)
     menu.addItem ("Show Missing Files", [&actions] { actions.showMissing(); });
     menu.addItem ("Look For New Files", [&actions] { actions.lookAtFolders(); });
     menu.addItem ("Relocate Missing Files", [&actions] { actions.relocate(); });
+    menu.addSeparator();
+    menu.addItem ("Write Keys as 8A", true, actions.writesKeysByWheel(),
+                  [&actions] { actions.setWritesKeysByWheel (!actions.writesKeysByWheel()); });
 }
 
 void addPlaylistItems (juce::PopupMenu& menu, SourceActions& actions, const Source& source,
