@@ -169,18 +169,21 @@ int main (int argc, char** argv)
         return tryOne (juce::File (juce::String::fromUTF8 (argv[2])));
     juce::FileSearchPath folders;
     for (int i = 1; i < argc; ++i)
-        folders.add (juce::File::getCurrentWorkingDirectory().getChildFile (juce::String::fromUTF8 (argv[i])));
+        folders.add (
+            juce::File::getCurrentWorkingDirectory().getChildFile (juce::String::fromUTF8 (argv[i])));
     if (folders.getNumPaths() == 0)
         return std::puts ("usage: bench_plugin_table FOLDER..."), 2;
     const auto known = std::make_shared<KnownPlugins> (juce::File());
     scan (known, folders);
 
-    std::puts ("| plug-in | format | maker | scanned | in/out | latency | loaded | heard | parameters restored | reason |");
+    std::puts ("| plug-in | format | maker | scanned | in/out | latency | loaded | heard | parameters "
+               "restored | reason |");
     std::puts ("|---|---|---|---|---|---|---|---|---|---|");
     int count = 0, played = 0, kept = 0;
     for (const auto& entry : known->entries())
     {
-        const auto result = resultOf (entry, juce::File::getSpecialLocation (juce::File::currentExecutableFile));
+        const auto result =
+            resultOf (entry, juce::File::getSpecialLocation (juce::File::currentExecutableFile));
         const auto& plugin = entry.description;
         std::printf ("| %s | %s | %s | %s | %d/%d | %d | %s |\n", inCell (plugin.name).toRawUTF8(),
                      plugin.pluginFormatName.toRawUTF8(), inCell (plugin.manufacturerName).toRawUTF8(),
@@ -191,6 +194,7 @@ int main (int argc, char** argv)
         played += result.startsWith ("yes") && !result.contains ("bypassed") ? 1 : 0;
         kept += result.contains ("| all ") || result.contains ("nothing to keep") ? 1 : 0;
     }
-    std::printf ("\n%d plug-ins, %d played, %d came back with all that they were given.\n", count, played, kept);
+    std::printf ("\n%d plug-ins, %d played, %d came back with all that they were given.\n", count, played,
+                 kept);
     return 0;
 }

@@ -1,69 +1,8 @@
-#include "plugins/slot/VstSlots.h"
-#include "../engine/EngineFixture.h"
-#include "plugins/catalogue/PluginListFile.h"
+#include "SlotsBench.h"
+
 #include "shared/Signals.h"
 
 #include <gtest/gtest.h>
-
-#include <random>
-#include <thread>
-
-extern "C"
-{
-    __attribute__ ((weak)) void __rtsan_ensure_initialized();
-}
-
-namespace
-{
-const juce::File evil (PX_EVIL_PLUGINS);
-
-juce::String pathOf (const char* behaviour)
-{
-    return evil.getChildFile (juce::String (behaviour) + ".so").getFullPathName();
-}
-
-/** The engine's messages. */
-struct Messages : EngineListener
-{
-    void engineEvent (EngineEvent, int) override {}
-    void engineMessage (const juce::String& text, int deck) override
-    {
-        all.add (juce::String (deck) + " " + text);
-    }
-
-    juce::StringArray all;
-};
-
-struct SlotsBench
-{
-    explicit SlotsBench (Pacing::Mode mode = Pacing::Mode::offline) : fixture (mode)
-    {
-        fixture.engine->listeners.add (messages);
-        makeSlots();
-    }
-
-    ~SlotsBench()
-    {
-        slots.reset();
-        fixture.engine->listeners.remove (messages);
-    }
-
-    void makeSlots()
-    {
-        slots.reset();
-        VstSlots::Options options;
-        options.scanner.program = juce::File (PX_SCANNER);
-        options.scanner.disablePopups = true;
-        options.hasMessageLoop = false;
-        slots = std::make_unique<VstSlots> (*fixture.engine, options);
-        fixture.engine->deliverMessages();
-    }
-
-    EngineFixture fixture;
-    Messages messages;
-    std::unique_ptr<VstSlots> slots;
-};
-}
 
 TEST (VstSlots, LetInOnlyPluginsThatPassTheirTrial)
 {
@@ -80,7 +19,7 @@ TEST (VstSlots, LetInOnlyPluginsThatPassTheirTrial)
            Case { "huge_state", "" }, Case { "nothing", "is not known" },
            Case { "crash_scan", "is not known" }, Case { "nan", "" } })
     {
-        const auto said = bench.slots->loadNow (0, pathOf (behaviour));
+        const auto said = bench.slots->loadNow (0, pluginPath (behaviour));
         EXPECT_TRUE (said.contains (fault) && said.isEmpty() == (*fault == 0)) << behaviour << ": " << said;
         EXPECT_EQ (bench.slots->name (0), said.isEmpty() ? behaviour : "Empty");
         bench.fixture.render (4096);
@@ -100,7 +39,7 @@ TEST (VstSlots, PlayWithCommandsAndParameters)
     SlotsBench bench;
     auto& fixture = bench.fixture;
     fixture.loadNoise (0);
-    ASSERT_EQ (bench.slots->loadNow (0, pathOf ("gain")), "");
+    ASSERT_EQ (bench.slots->loadNow (0, pluginPath ("gain")), "");
     bench.slots->setParamIndex (0, 0, 0);
     fixture.set ("VST_INSERT_SEND_SIGNAL_ROUTING_SLOT_A");
     fixture.set ("VST_DRY_WET_SLOT_A", 1.0f);
@@ -137,8 +76,8 @@ TEST (VstSlots, PlayWithCommandsAndParameters)
 TEST (VstSlots, KeepPluginsStatesAndChoices)
 {
     SlotsBench bench;
-    ASSERT_EQ (bench.slots->loadNow (1, pathOf ("gain")), "");
-    ASSERT_EQ (bench.slots->loadNow (2, pathOf ("huge_state")), "");
+    ASSERT_EQ (bench.slots->loadNow (1, pluginPath ("gain")), "");
+    ASSERT_EQ (bench.slots->loadNow (2, pluginPath ("huge_state")), "");
     bench.slots->plugin (1)->getParameters()[1]->setValue (0.125f);
     bench.slots->setParamIndex (1, 1, 1);
     bench.fixture.set ("VST_DRY_WET_SLOT_B", 0.75f);
@@ -177,7 +116,7 @@ TEST (VstSlots, KeepPluginsStatesAndChoices)
 TEST (VstSlots, BlameThePluginOfWhichTheProgramDied)
 {
     SlotsBench bench;
-    ASSERT_EQ (bench.slots->loadNow (3, pathOf ("gain")), "");
+    ASSERT_EQ (bench.slots->loadNow (3, pluginPath ("gain")), "");
     const auto setup = bench.fixture.engine->environment.folders.setup();
     const auto marker = setup.getChildFile ("vst_loading.txt");
     ASSERT_TRUE (marker.existsAsFile());
@@ -213,64 +152,4 @@ TEST (SlotsFile, TakesAnyBytes)
     ASSERT_TRUE (odd);
     EXPECT_EQ ((*odd)[0].dryWet, 0.5);
     EXPECT_EQ ((*odd)[0].paramIndices[0], -1);
-}
-
-/** The thread sanitizer sees no race, the real-time sanitizer no wait of ours, and the bus no step beyond the fades. */
-TEST (VstSlotsStress, PluginsComeAndGoWhileFourDecksPlay)
-{
-    if (__rtsan_ensure_initialized != nullptr)
-        __rtsan_ensure_initialized();
-    SlotsBench bench (Pacing::Mode::live);
-    auto& fixture = bench.fixture;
-    juce::AudioBuffer<float> audio (2, 44100);
-    for (int i = 0; i < audio.getNumSamples(); ++i)
-        for (int side = 0; side < 2; ++side)
-            audio.setSample (side, i,
-                             static_cast<float> (
-                                 0.1 * std::sin (juce::MathConstants<double>::twoPi * 60.0 * i / 44100.0)));
-    const auto tone = EncodedFiles::writeWav (audio, 44100.0, fixture.folder.file ("tone.wav"));
-    const juce::StringArray plugins { pathOf ("gain"), pathOf ("delay"), pathOf ("mono"), "Empty" };
-    for (int deck = 0; deck < deckCount; ++deck)
-    {
-        fixture.load (tone, deck);
-        fixture.deck (deck).loops.in = 4410.0; // whole periods
-        fixture.deck (deck).loops.out = 30870.0;
-        fixture.deck (deck).loops.mode = manualLoop;
-        fixture.deck (deck).play.on = 1;
-        for (const auto& plugin : plugins)
-            ASSERT_EQ (bench.slots->loadNow (deck, plugin), "");
-    }
-    const auto largestStep = [&fixture] (auto&& goesOn)
-    {
-        auto last = 0.0f, largest = 0.0f;
-        for (int64_t n = 0; goesOn (n); ++n)
-        {
-            const auto out = fixture.render (512);
-            for (const auto sample : EngineFixture::channel (out, 0))
-                largest = std::max (largest, n > 0 ? std::abs (sample - std::exchange (last, sample)) : 0.0f);
-            last = out.getSample (0, 511);
-        }
-        return largest;
-    };
-    fixture.render (100 * 512);
-    const auto undisturbed = largestStep ([] (int64_t n) { return n < 200; });
-    std::atomic<bool> done { false };
-    auto largest = 0.0f;
-    std::thread audioThread ([&] { largest = largestStep ([&done] (int64_t) { return !done; }); });
-    std::mt19937 random (4);
-    for (int i = 0; i < 250; ++i)
-    {
-        const auto deck = static_cast<int> (random() % 4u);
-        EXPECT_EQ (bench.slots->loadNow (deck, plugins[static_cast<int> (random() % 4u)]), "");
-        bench.slots->slot (deck).dryWet = random() % 101u / 100.0;
-        bench.slots->slot (deck).isInsert = 1; // sends would add up
-        fixture.engine->settings.deckSetup[static_cast<size_t> (deck)].vstOnMaster =
-            static_cast<int8_t> (random() % 2u);
-        bench.slots->setParamIndex (deck, 0, 0);
-        bench.slots->serve();
-    }
-    done = true;
-    audioThread.join();
-    EXPECT_GT (undisturbed, 0.0f);
-    EXPECT_LT (largest, 3.0f * undisturbed + 0.005f);
 }

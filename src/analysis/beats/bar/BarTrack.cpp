@@ -71,7 +71,8 @@ std::vector<double> standardised (std::span<const Beat> beats, Of of)
 std::vector<std::array<double, numStates>> evidence (std::span<const Beat> beats)
 {
     const auto change = standardised (beats, [] (auto& b) { return std::log (b.change + changeFloor); });
-    const auto bass = standardised (beats, [] (auto& b) { return std::clamp (b.bassRise, leastRise, mostRise); });
+    const auto bass =
+        standardised (beats, [] (auto& b) { return std::clamp (b.bassRise, leastRise, mostRise); });
     const auto snare = standardised (beats, [] (auto& b) { return b.snare; });
     std::vector<std::array<double, numStates>> made (beats.size());
     for (size_t k = 0; k < beats.size(); ++k)
@@ -117,10 +118,10 @@ std::vector<size_t> bestStates (const std::vector<std::array<double, numStates>>
             if (states[s].place == 0)
             {
                 const auto end = s + static_cast<size_t> (states[s].length) - 1;
-                const auto early = static_cast<size_t> (
-                    std::max_element (before.begin() + static_cast<std::ptrdiff_t> (s),
-                                      before.begin() + static_cast<std::ptrdiff_t> (end))
-                    - before.begin());
+                const auto early =
+                    static_cast<size_t> (std::max_element (before.begin() + static_cast<std::ptrdiff_t> (s),
+                                                           before.begin() + static_cast<std::ptrdiff_t> (end))
+                                         - before.begin());
                 const std::array<std::pair<double, size_t>, 4> ways { {
                     { value (end), end },
                     { value (anyEnd) + newLength, anyEnd },

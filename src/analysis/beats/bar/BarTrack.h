@@ -20,8 +20,8 @@ struct Bars
 {
     std::vector<int> firsts; ///< numbers of the beats that begin bars, rising
     int beatsPerBar = 4;     ///< of most of the song
-    int downbeat = 0;        ///< counted from it, most bars of that length begin where they do; below beatsPerBar
-    double certainty = 0.0;  ///< the share of beats that stand in such bars, 0 to 1
+    int downbeat = 0; ///< counted from it, most bars of that length begin where they do; below beatsPerBar
+    double certainty = 0.0; ///< the share of beats that stand in such bars, 0 to 1
 };
 
 /** @param beats   all of a song, in order; without any the bar is one of four that begins at once */
