@@ -24,7 +24,8 @@ TEST (VstSlotsStress, PluginsComeAndGoWhileFourDecksPlay)
                              static_cast<float> (
                                  0.1 * std::sin (juce::MathConstants<double>::twoPi * 60.0 * i / 44100.0)));
     const auto tone = EncodedFiles::writeWav (audio, 44100.0, fixture.folder.file ("tone.wav"));
-    const juce::StringArray plugins { pluginPath ("gain"), pluginPath ("delay"), pluginPath ("mono"), "Empty" };
+    const juce::StringArray plugins { pluginPath ("gain"), pluginPath ("delay"), pluginPath ("mono"),
+                                      "Empty" };
     for (int deck = 0; deck < deckCount; ++deck)
     {
         fixture.load (tone, deck);
