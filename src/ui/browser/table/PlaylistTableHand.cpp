@@ -89,7 +89,6 @@ juce::PopupMenu PlaylistTable::rowMenu (int row, int column)
     menu.addItem ("Analyze", path.isNotEmpty(), false, [this, songs] { actions.analyse (songs); });
     menu.addItem ("Find Similar Songs", path.isNotEmpty(), false, [this, path] { actions.recommend (path); });
     menu.addItem ("Remove", isRemovable, false, [this, songs] { actions.remove (songs); });
-    menu.addItem ("Find Similar Songs", path.isNotEmpty(), false, [this, path] { actions.recommend (path); });
     actions.addUndo (menu);
     return menu;
 }
