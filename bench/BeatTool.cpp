@@ -5,7 +5,8 @@
 #include <cstdio>
 
 // bench_beats FILE: what the beat tracker finds in a file, as lines of "beat SECONDS" (without the halves between beats),
-// "downbeat SECONDS" for each bar, "bar BEATS" of most of them and "bpm TEMPO".
+// "downbeat SECONDS" for each bar, "confidence 0..100",
+// "bar BEATS" of most of the bars and "bpm TEMPO".
 
 int main (int argc, char** argv)
 {
@@ -34,6 +35,7 @@ int main (int argc, char** argv)
             std::printf ("beat %.6f\n", beat.position / static_cast<double> (file.sampleRate));
     for (int i = 0; tracker->getBeat (&beat, i, CaufTAKT_If::barList) == 0; ++i)
         std::printf ("downbeat %.6f\n", beat.position / static_cast<double> (file.sampleRate));
+    std::printf ("confidence %d\n", tracker->getConfidence());
     std::printf ("bar %d\n", tracker->getBeatsPerBar (0));
     std::printf ("bpm %.5f\n", tracker->getAverageTempo (0));
     CaufTAKT_If::DestroyInstance (&tracker);

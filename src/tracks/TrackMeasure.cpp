@@ -43,7 +43,7 @@ TrackAnalysis TrackMeasure::finish (int tempoRangeIndex, TrackAnalysis found)
     analyser->finish (tempoRangeIndex, found);
     if (const auto gain = loudness.gainDb())
         found.autogain = Autogain::factorFor (*gain);
-    found.untouched = { found.tempoTracker, found.downbeatPos };
+    found.untouched = { found.tempoTracker, found.downbeatPos, analyser->confidence() };
     return found;
 }
 

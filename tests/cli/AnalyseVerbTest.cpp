@@ -39,7 +39,7 @@ TEST (AnalyseVerb, PrintsInTheOrderOfTheNamesAndKeepsWhatItFinds)
     EXPECT_TRUE (first.err[0].endsWith ("5.mp3: The file is damaged or holds no audio."));
     EXPECT_TRUE (first.err[1].endsWith ("missing.wav: The file does not exist."));
     ASSERT_EQ (first.out.size(), 5);
-    EXPECT_EQ (first.out[0], "path,seconds,tempo,beats,downbeat,autogain,speed");
+    EXPECT_EQ (first.out[0], "path,seconds,tempo,beats,downbeat,autogain,speed,confidence");
     int row = 0;
     for (const auto& [name, seconds] :
          { std::pair { "1", "20.0" }, { "12", "9.0" }, { "18", "3.0" }, { "20", "1.0" } })
@@ -48,6 +48,7 @@ TEST (AnalyseVerb, PrintsInTheOrderOfTheNamesAndKeepsWhatItFinds)
         EXPECT_EQ (fields[0], music.getChildFile (juce::String (name) + ".wav").getFullPathName());
         EXPECT_EQ (fields[1], seconds);
         EXPECT_TRUE (fields[6].isNotEmpty());
+        EXPECT_EQ (fields[7].isNotEmpty(), fields[2].isNotEmpty()) << "only a grid has a confidence";
     }
 
     // A kept analysis is read, with what a hand has set. With --force it is made anew, and the hand's cues stay.

@@ -54,6 +54,8 @@ void CBeatTrack::track (double bpm, double startSeconds)
     const auto onsets = OnsetFunction::make (stage.intern(), 0, stage.intern().numFrames());
     auto pulse = pulseOf (onsets, bpm, rate);
     const auto bar = downbeat.barPhase (onsets, pulse);
+    gridSigns.phaseMargin = bar.margin;
+    gridSigns.constancy = steadyShape (onsets, pulse);
     pulse = pulse.movedBy (bar.beatOffset, 0.0);
     pulse = pulse.movedBy (
         0.0, attackDelay (stage.attacks(), pulse, attackReach (rate, stage.intern().frameLength())));

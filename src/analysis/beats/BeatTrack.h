@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/beats/Confidence.h"
 #include "analysis/beats/bar/Downbeat.h"
 #include "analysis/beats/onset/BeatMarks.h"
 #include "analysis/beats/onset/OnsetTracking.h"
@@ -26,6 +27,9 @@ public:
     /** The first beats of all bars, in order; bars differ in length where the music's do. */
     const CBeatMarks& bars() const { return barMarks; }
 
+    /** The signs of trust that the marks show; those of the tempo are left to who found it. */
+    const GridSigns& signs() const { return gridSigns; }
+
     /** The bar of most of the song, and the first downbeat that it counts from. */
     const CDownbeat::Result& bar() const { return result; }
 
@@ -36,4 +40,5 @@ private:
     const double length;
     CBeatMarks beats, barMarks;
     CDownbeat::Result result;
+    GridSigns gridSigns;
 };

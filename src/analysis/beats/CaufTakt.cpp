@@ -1,6 +1,5 @@
 #include "analysis/beats/CaufTakt.h"
 
-#include "analysis/AnalysisError.h"
 #include "analysis/beats/DaLoopa.h"
 
 #include <algorithm>
@@ -8,39 +7,28 @@
 
 namespace
 {
-constexpr int ringSeconds = 24;
+constexpr int judgedSeconds = 24;
 
 /** Two estimates that agree this far are the same tempo. */
 constexpr double leastAgreement = 0.94;
 }
 
-int CaufTAKT::init (int sampleRate, int channels)
-{
-    const auto error = TaktEngine::init (sampleRate, channels);
-    if (error == AnalysisError::none)
-        ring.assign (static_cast<size_t> (sampleRate) * ringSeconds, 0.0f);
-    return error;
-}
-
 void CaufTAKT::take (std::span<const float> mono)
 {
-    for (const auto x : mono)
-    {
-        ring[ringAt] = x;
-        ringAt = (ringAt + 1) % ring.size();
-    }
     framesTaken += static_cast<int64_t> (mono.size());
 }
 
 void CaufTAKT::concludeTempo()
 {
-    const auto held = static_cast<size_t> (std::min (framesTaken, static_cast<int64_t> (ring.size())));
-    std::rotate (ring.begin(), ring.begin() + static_cast<std::ptrdiff_t> (held == ring.size() ? ringAt : 0),
-                 ring.end());
-    const auto loop = CDaLoopa::tempoOf (std::span (ring).first (held), rate);
+    const auto judged = std::min (framesTaken, static_cast<int64_t> (rate) * judgedSeconds);
+    const auto end = static_cast<double> (framesTaken);
+    const auto found = CDaLoopa::tempoOf (onsets.intern(), end - static_cast<double> (judged), end);
+    const auto loop = found.bpm;
     if (loop <= 0.0)
         return;
     tempo = static_cast<float> (loop);
+    best.confidence = found.confidence;
+    best.margin = found.margin;
     layMarks (0.0f);
     if (auto second = tempoOfMarks(); second > 0.0)
     {
@@ -51,7 +39,7 @@ void CaufTAKT::concludeTempo()
     }
     if (tempo < 55.0f)
         tempo *= 2.0f;
-    framesInSegment = static_cast<int> (held);
+    framesInSegment = static_cast<int> (judged);
     estimate = tempo;
 }
 

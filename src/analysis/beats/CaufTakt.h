@@ -5,9 +5,6 @@
 /** The simpler engine, for clips of less than 30 seconds. It takes the tempo from the last 24 seconds at once. */
 class CaufTAKT : public TaktEngine
 {
-public:
-    int init (int sampleRate, int channels) override;
-
 protected:
     void take (std::span<const float> mono) override;
     void concludeTempo() override;
@@ -16,7 +13,5 @@ private:
     /** The tempo that most marks stand for, in hundredths of a BPM; 0 if there is none. */
     double tempoOfMarks() const;
 
-    std::vector<float> ring; ///< the last 24 seconds
-    size_t ringAt = 0;
     int64_t framesTaken = 0;
 };

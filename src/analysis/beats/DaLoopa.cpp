@@ -1,30 +1,31 @@
 #include "analysis/beats/DaLoopa.h"
 
-#include "analysis/AnalysisError.h"
 #include "analysis/beats/onset/OnsetFunction.h"
 #include "analysis/beats/onset/OnsetTracking.h"
-#include "analysis/beats/onset/Periodicity.h"
 
-#include <array>
+#include <algorithm>
+#include <numbers>
 
-double CDaLoopa::tempoOf (std::span<const float> mono, int sampleRate)
+Periodicity::Tempo CDaLoopa::tempoOf (const COnsetTrackingIntern& stage, double firstFrame, double endFrame)
 {
-    COnsetTrackingIntern stage;
-    if (mono.size() < leastFrames || stage.init (sampleRate, 1) != AnalysisError::none)
-        return 0.0;
-    stage.process (mono);
-    stage.flush();
-    const auto onsets = OnsetFunction::make (stage, 0, stage.numFrames());
-    // Bass, voice and cymbals: narrower bands of a short clip hold too few onsets each.
+    if (endFrame - firstFrame < leastFrames)
+        return {};
+    const auto frameOf = [&] (double frame)
+    { return std::clamp (static_cast<int> (frame / COnsetTrackingIntern::hop), 0, stage.numFrames()); };
+    const auto onsets = OnsetFunction::make (stage, frameOf (firstFrame), stage.numFrames());
     std::vector<float> sum (onsets.sum.size());
     for (size_t i = 0; i < sum.size(); ++i)
     {
         const auto& b = onsets.bands[i];
-        sum[i] = (b[0] + b[1]) + (b[2] + b[3]) + b[4];
+        // Three values of one spread, divided so that their sum has it too.
+        sum[i] = b[0] + (b[1] + b[2] + b[3]) / std::numbers::sqrt3_v<float> + b[4];
     }
-    auto bpm =
-        Periodicity (sum, onsets.frameRate, static_cast<double> (mono.size()) / sampleRate).tempo().bpm;
-    while (bpm > 180.0)
-        bpm /= 2.0;
-    return bpm < 55.0 ? 2.0 * bpm : bpm;
+    auto tempo = Periodicity (sum, onsets.frameRate,
+                              (endFrame - firstFrame) / (onsets.frameRate * COnsetTrackingIntern::hop))
+                     .tempo();
+    while (tempo.bpm > 180.0)
+        tempo.bpm /= 2.0;
+    if (tempo.bpm < 55.0)
+        tempo.bpm *= 2.0;
+    return tempo;
 }

@@ -1,15 +1,18 @@
 #pragma once
 
-#include <span>
+#include "analysis/beats/onset/Periodicity.h"
 
-/** The tempo of a short clip, by correlation of its onset functions in three bands, of frames of 2048 every 256. */
+class COnsetTrackingIntern;
+
+/** The tempo of a short clip, by correlation of its onset functions in three bands: below 200 Hz, to 4 kHz, and above. The
+    five of the onset stage hold too few onsets each in a clip, and three of them would speak for the middle. */
 class CDaLoopa
 {
 public:
     /** Clips shorter than this have no tempo. */
     static constexpr int leastFrames = 4096;
 
-    /** @param sampleRate   11025 Hz or more
+    /** @param firstFrame, endFrame   frames of the signal; of the clip's end, as much as counts
         @returns BPM of 55 to 180; 0 for a clip without rhythm */
-    static double tempoOf (std::span<const float> mono, int sampleRate);
+    static Periodicity::Tempo tempoOf (const COnsetTrackingIntern&, double firstFrame, double endFrame);
 };

@@ -147,10 +147,21 @@ void TaktEngine::layMarks (float startSeconds)
 {
     beatTrack->track (tempo, startSeconds);
     marks = beatTrack->marks();
-    const auto confidence = best.confidence, weight = best.weight;
+    const auto confidence = best.confidence, margin = best.margin, weight = best.weight;
     best = beatTrack->bar();
     best.confidence = confidence;
+    best.margin = margin;
     best.weight = weight;
+}
+
+int TaktEngine::getConfidence() const
+{
+    if (!resultValid || beatTrack == nullptr || marks.count() == 0)
+        return -1;
+    auto signs = beatTrack->signs();
+    signs.tempoFit = best.confidence;
+    signs.tempoMargin = best.margin;
+    return signs.confidence();
 }
 
 const CBeatMarksIf* TaktEngine::listOf (int list) const

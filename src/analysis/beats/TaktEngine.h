@@ -30,6 +30,7 @@ public:
     int getBeatsPerBar (int list) const override;
     int getDownbeatIndex (int list, int beatsPerBar) const override;
     int getBeat (Beat* out, int index, int list) const override;
+    int getConfidence() const override;
 
 protected:
     static constexpr int slice = 1024;

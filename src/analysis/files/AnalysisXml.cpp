@@ -10,7 +10,8 @@
 namespace
 {
 /** Attributes of the element "bpm". Other programs that read the file pass them over. */
-constexpr const char *untouchedTempo = "untouched_tempo", *untouchedDownbeat = "untouched_downbeat";
+constexpr const char *untouchedTempo = "untouched_tempo", *untouchedDownbeat = "untouched_downbeat",
+                     *gridConfidence = "confidence";
 
 /** The shortest text that reads back as the same number. */
 juce::String numberText (double value)
@@ -202,8 +203,10 @@ private:
         std::optional<int32_t> downbeat;
         take<double> (untouchedTempo, tempo);
         take<int32_t> (untouchedDownbeat, downbeat);
-        if (tempo && downbeat)
-            value.untouched = { *tempo, *downbeat };
+        if (!tempo || !downbeat)
+            return;
+        value.untouched = { *tempo, *downbeat };
+        take<int32_t> (gridConfidence, value.untouched->confidence);
     }
 
     void takeMark()
@@ -275,6 +278,8 @@ std::string AnalysisXml::write (const TrackAnalysis& analysis)
     {
         tempo.setAttribute (untouchedTempo, fractionText (analysis.untouched->tempo));
         tempo.setAttribute (untouchedDownbeat, analysis.untouched->downbeatPos);
+        if (analysis.untouched->confidence >= 0)
+            tempo.setAttribute (gridConfidence, analysis.untouched->confidence);
     }
     if (analysis.beatMarks)
         addGrid (*root.createNewChildElement ("beatgrid"), *analysis.beatMarks);

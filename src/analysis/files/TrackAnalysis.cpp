@@ -83,6 +83,8 @@ void repair (TrackAnalysis& analysis)
         repair (*analysis.cues);
     if (analysis.untouched && (!isTempo (analysis.untouched->tempo) || analysis.untouched->downbeatPos < 0))
         analysis.untouched.reset();
+    if (analysis.untouched)
+        analysis.untouched->confidence = std::clamp (analysis.untouched->confidence, -1, 100);
     if (const auto gain = analysis.autogain.value_or (1.0); !(gain > 0.0 && gain <= highestGain))
         analysis.autogain.reset();
 }
@@ -106,6 +108,16 @@ bool isHandMoved (const TrackAnalysis& analysis)
     const auto downbeat = static_cast<size_t> (analysis.downbeatId);
     return analysis.gridMode.value_or (0) != 0 || isTempoByHand (analysis)
            || (downbeat < marks.size() && marks[downbeat].pos != analysis.downbeatPos);
+}
+
+std::optional<int> confidenceOf (const TrackAnalysis& analysis)
+{
+    if (!analysis.beatMarks || analysis.beatMarks->empty())
+        return std::nullopt;
+    if (isHandMoved (analysis))
+        return 100;
+    const auto noted = analysis.untouched ? analysis.untouched->confidence : -1;
+    return noted >= 0 ? std::optional (noted) : std::nullopt;
 }
 
 namespace

@@ -35,6 +35,7 @@ struct TrackAnalysis
 
         double tempo = defaultTempo; ///< BPM
         int32_t downbeatPos = 0;     ///< frames of the file
+        int32_t confidence = -1; ///< how sure the analysis was of its grid, 0 to 100; -1 if nobody noted it
     };
 
     bool operator== (const TrackAnalysis&) const = default;
@@ -66,6 +67,13 @@ bool isTempoByHand (const TrackAnalysis&);
 /** True if a hand has moved the grid of a file that a deck has written: it follows tempo and downbeat only, its downbeat
     stands off its mark, or its tempo is by hand. */
 bool isHandMoved (const TrackAnalysis&);
+
+/** How sure it is that the grid stands on the beats, 0 to 100: what the analysis said, and 100 for a grid that a hand has
+    moved. Nothing for a track without beats, and where nobody noted it. */
+std::optional<int> confidenceOf (const TrackAnalysis&);
+
+/** A grid of less confidence should be listened to before it is trusted. */
+constexpr int doubtfulBelow = 50;
 
 /** Joins two later states of one track by field: a field in which `mine` differs from `base`, their last common state, is
     mine, and all others are theirs. Each cue slot is a field; so is the downbeat, which comes to the nearest mark where

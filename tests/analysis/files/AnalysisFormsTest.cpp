@@ -123,7 +123,13 @@ TEST (AnalysisForms, WhatIsWrittenReadsBackTheSame)
     inExactNumbers.cues->cuePos[3] = std::nextafter (1e7 / 3.0, 0.0);
     inExactNumbers.autogain = 1.0 / 3.0;
     withoutBeats.gridMode = 0;
-    for (const auto& value : { example(), withoutBeats, untouched, inExactNumbers })
+    auto sure = example();
+    sure.untouched = { 127.0, 11537, 83 };
+    EXPECT_EQ (confidenceOf (sure), 100) << "moved by hand";
+    sure.gridMode = 0;
+    sure.tempoTracker = 127.0;
+    EXPECT_EQ (confidenceOf (sure), 83);
+    for (const auto& value : { example(), withoutBeats, untouched, inExactNumbers, sure })
         EXPECT_EQ (readXml (AnalysisXml::write (value)), std::optional (value));
 
     // Without a grid the track is still to be analysed.
