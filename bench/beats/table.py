@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Scores beat trackers on songs of known beats, by kind and metre.
 
-    table.py [--half tuning|judging] [--songs N] [--rows] [--doubt C] --songs-of FOLDER [FOLDER ...] --trackers NAME=COMMAND ...
+    table.py [--half tuning|judging] [--songs N] [--rows] [--doubt C] --songs-of FOLDER [FOLDER ...]
+             --list | --trackers NAME=COMMAND ...
 
 A FOLDER holds `bands.csv` with `file kind metre groove tempo tempo_lo tempo_hi music_end` and `truth/NAME.json` with all
 `beats` and `downbeats` in seconds, or `corpus.csv` with `file kind true_bpm first_beat_seconds beats_per_bar music_start
@@ -137,12 +138,17 @@ def main():
     ap.add_argument('--rows', action='store_true', help='print a line for each song that is wrong')
     ap.add_argument('--doubt', type=float, default=50, help='confidence below which a song is doubtful')
     ap.add_argument('--songs-of', nargs='+', required=True, metavar='FOLDER')
-    ap.add_argument('--trackers', nargs='+', required=True, metavar='NAME=COMMAND')
+    ap.add_argument('--list', action='store_true', help='print the songs for bench_tempo_weights, and nothing else')
+    ap.add_argument('--trackers', nargs='+', default=[], metavar='NAME=COMMAND')
     a = ap.parse_args()
     songs = []
     for folder in a.songs_of:
         of = [s for s in songs_of(folder) if a.half in (None, half_of(s['style']))]
         songs += of[:: max(1, len(of) // a.songs)] if a.songs else of
+    if a.list:
+        for s in songs:
+            print('%.4f %.4f %s' % (*s['tempos'], os.path.abspath(s['wav'])))
+        return
     print('%-14s %4s' % ('', 'n') + ''.join(' %6s' % c for c in COLUMNS))
     for tracker in a.trackers:
         name, command = tracker.split('=', 1)

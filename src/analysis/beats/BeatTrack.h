@@ -18,7 +18,7 @@ public:
 
         Marks stand half a beat apart, as a deck's beat table wants them; their kind is 0 on the beat. A tempo that
         keeps still gets an even grid; one that moves, and is plain enough to tell, gets marks that follow it.
-        @param bpm            the tempo to follow, within 3 percent
+        @param bpm            the tempo to follow, within TempoComb::reach (1.6 percent)
         @param startSeconds   no mark stands before it */
     void track (double bpm, double startSeconds);
 

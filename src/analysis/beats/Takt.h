@@ -68,7 +68,7 @@ public:
     /** BPM; 0 if none was found. */
     virtual float getTempoEstimate() const = 0;
 
-    /** Tells which tempo trackBeats() is to follow, 20 to 400 BPM; it finds the exact one within 3 percent. */
+    /** Tells which tempo trackBeats() is to follow, 20 to 400 BPM; it finds the exact one within 1.6 percent. */
     virtual int setTempo (float bpm) = 0;
 
     /** Builds the marks. The last three arguments are reserved.

@@ -119,6 +119,25 @@ TEST (BeatTracker, LaysAnExactGridOverSteadyRhythms)
     }
 }
 
+TEST (BeatTracker, HearsTheSameGridAtAllRates)
+{
+    const auto inSeconds = [] (double rate)
+    {
+        const auto track = play (swing, 40.0, rate, steady (113.3, rate, 0.31));
+        auto beats = beatsOf (*analyse (track.samples, rate));
+        for (auto& beat : beats)
+            beat /= rate;
+        return beats;
+    };
+    const auto expected = inSeconds (44100.0);
+    for (const auto rate : { 11025.0, 16000.0, 22050.0, 32000.0, 48000.0, 88200.0, 96000.0, 192000.0 })
+    {
+        const auto found = inSeconds (rate);
+        ASSERT_NEAR (static_cast<double> (found.size()), static_cast<double> (expected.size()), 1.0) << rate;
+        EXPECT_EQ (hits (expected, found, rate < 22050 ? 10.0 : 5.0, 1.0), 1.0) << rate;
+    }
+}
+
 TEST (BeatTracker, BeginsBarsWhereTheMusicDoes)
 {
     constexpr auto rate = 44100.0, bpm = 120.0;

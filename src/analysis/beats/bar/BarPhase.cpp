@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numeric>
 
 namespace
 {
@@ -14,6 +15,9 @@ constexpr int maxCandidates = 4;
 /** A change that is no larger than this, in the units of HarmonicChange, tells nothing. */
 constexpr double changeFloor = 4.0;
 constexpr double changeWeight = 2.0, drumWeight = 0.1;
+
+/** The bass enters on beats more than between them: for each decibel that it rises by on average. */
+constexpr double bassWeight = 0.02;
 
 /** A bar of three has to be this much more like its neighbours than one of four. */
 constexpr double ternaryMargin = 0.1;
@@ -58,23 +62,25 @@ struct Beats
 Beats beatsOf (const OnsetFunction& onsets, const HarmonicChange& harmony, const BarPhase::Bass& bass,
                const Pulse& pulse, double offset)
 {
+    constexpr auto reachSeconds = 0.0116; // of a player from the beat
+    const auto reach = COnsetTrackingIntern::framesIn (reachSeconds, onsets.frameRate);
     Beats made;
-    const auto first = static_cast<int> (std::ceil (pulse.beatAt (onsets.positionOf (2)) - offset));
+    const auto first = static_cast<int> (std::ceil (pulse.beatAt (onsets.positionOf (reach)) - offset));
     const auto last =
-        static_cast<int> (std::floor (pulse.beatAt (onsets.positionOf (onsets.size() - 3)) - offset));
+        static_cast<int> (std::floor (pulse.beatAt (onsets.positionOf (onsets.size() - 1 - reach)) - offset));
     made.first = first;
     for (int k = first; k <= last; ++k)
     {
         const auto position = pulse.at (k + offset);
-        const auto index = std::clamp (static_cast<int> (std::lround (onsets.indexOf (position))), 2,
-                                       std::max (2, onsets.size() - 3));
+        const auto index = std::clamp (static_cast<int> (std::lround (onsets.indexOf (position))), reach,
+                                       std::max (reach, onsets.size() - 1 - reach));
         auto& beat = made.signs.emplace_back();
         beat.change = harmony.at (position, pulse.periodAt (k + offset));
         beat.bassRise = bass.intensity.riseAt (position / bass.factor);
         for (size_t b = 0; b < beat.onset.size(); ++b)
         {
-            beat.onset[b] = onsets.bands[static_cast<size_t> (index - 2)][b];
-            for (int i = index - 1; i <= index + 2; ++i)
+            beat.onset[b] = onsets.bands[static_cast<size_t> (index - reach)][b];
+            for (int i = index - reach + 1; i <= index + reach; ++i)
                 beat.onset[b] = std::max (beat.onset[b], onsets.bands[static_cast<size_t> (i)][b]);
         }
     }
@@ -170,11 +176,13 @@ BarPhase BarPhase::find (const OnsetFunction& onsets, const HarmonicChange& harm
         const auto profile = profileOf (beats, beatsPerBar);
         // A change at each of its beats alike is the sound of a drum, not the notes.
         const auto least = *std::min_element (profile.change.begin(), profile.change.end());
+        const auto bassRises =
+            std::accumulate (profile.bassRise.begin(), profile.bassRise.end(), 0.0) / beatsPerBar;
         auto score = -1e9;
         for (size_t d = 0; d < profile.change.size(); ++d)
         {
             const auto drums = beatsPerBar == 4 ? drumWeight * drumEvidence (profile, d) : 0.0;
-            score = std::max (score, std::log (candidate.height + 1e-6) + drums
+            score = std::max (score, std::log (candidate.height + 1e-6) + drums + bassWeight * bassRises
                                          + changeWeight * std::log (profile.change[d] - least + changeFloor));
         }
         nextScore = std::max (nextScore, std::min (score, bestScore));

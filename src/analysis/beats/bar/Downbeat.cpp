@@ -45,21 +45,16 @@ void CDownbeat::flush()
     process (silence);
 }
 
-HarmonicChange CDownbeat::harmony (double firstFrame, double endFrame) const
+HarmonicChange CDownbeat::harmony() const
 {
     const auto step = static_cast<double> (CChroma::hop * decimator.factor());
     const auto centre = 0.5 * CChroma::length * decimator.factor();
-    const auto size = static_cast<double> (chroma.profiles().size());
-    const auto first = std::clamp (std::floor ((firstFrame - centre) / step), 0.0, size);
-    const auto end = std::clamp (std::ceil ((endFrame - centre) / step), first, size);
-    return HarmonicChange (
-        chroma.profiles().subspan (static_cast<size_t> (first), static_cast<size_t> (end - first)),
-        centre + first * step, step);
+    return HarmonicChange (chroma.profiles(), centre, step);
 }
 
 BarPhase CDownbeat::barPhase (const OnsetFunction& onsets, const Pulse& pulse) const
 {
-    return BarPhase::find (onsets, harmony (0.0, 1e18), { bass, decimator.factor() }, pulse);
+    return BarPhase::find (onsets, harmony(), { bass, decimator.factor() }, pulse);
 }
 
 CDownbeat::Result CDownbeat::evaluate (const COnsetTrackingIntern& stage, double firstFrame,
@@ -74,14 +69,9 @@ CDownbeat::Result CDownbeat::evaluate (const COnsetTrackingIntern& stage, double
     if (tempo.bpm <= 0.0 || tempo.confidence < leastConfidence)
         return result;
     const auto bpm = TempoComb (onsets.positive, onsets.frameRate, tempo.bpm).best();
-    const auto period = 60.0 * rate / bpm;
-    const Pulse pulse (onsets.origin, period);
-    const auto bar =
-        BarPhase::find (onsets, harmony (firstFrame, endFrame), { bass, decimator.factor() }, pulse);
-    result.beatsPerPeriod = bar.bars.beatsPerBar;
-    result.beatPeriod = period * result.beatsPerPeriod;
+    result.beatPeriod = 60.0 * rate / bpm * result.beatsPerPeriod;
     result.confidence = tempo.confidence;
     result.margin = tempo.margin;
-    result.startPosition = pulse.at (bar.beatOffset + bar.downbeat());
+    result.startPosition = onsets.origin;
     return result;
 }

@@ -9,7 +9,8 @@
 
 #include <span>
 
-/** Finds period, phase and meter of a stretch of signal from its onsets, its bass and its harmony. One thread. */
+/** Finds the tempo of stretches of signal from their onsets, and phase and meter of all of it from its bass and its harmony.
+    One thread. */
 class CDownbeat
 {
 public:
@@ -38,7 +39,8 @@ public:
     /** Lets out what the filters still hold. */
     void flush();
 
-    /** Judges a stretch of the signal.
+    /** Finds the tempo of a stretch of the signal. Its bar is one of four that begins with the stretch: where bars begin is told
+        by barPhase(), once for the whole.
         @param firstFrame, endFrame   frames of the signal; what the onset stage has not reached yet is left out */
     Result evaluate (const COnsetTrackingIntern&, double firstFrame, double endFrame) const;
 
@@ -46,7 +48,7 @@ public:
     BarPhase barPhase (const OnsetFunction&, const Pulse&) const;
 
 private:
-    HarmonicChange harmony (double firstFrame, double endFrame) const;
+    HarmonicChange harmony() const;
 
     int rate = 0;
     Decimator decimator;

@@ -3,6 +3,7 @@
 #include "analysis/AnalysisError.h"
 #include "analysis/beats/onset/FastLog.h"
 #include "analysis/beats/onset/FirFilter.h"
+#include "support/OnePole.h"
 
 #include <algorithm>
 #include <cmath>
@@ -100,16 +101,19 @@ void COnsetTrackingIntern::flush()
 
 void COnsetTrackingIntern::findOnsets()
 {
-    // The least rise of the sum over the bands above its recent mean, in decibels; the memory of that mean; and how
-    // many frames on each side an onset must tower over.
-    constexpr auto leastRise = 0.5f, memory = 0.8f;
-    constexpr int neighbours = 4;
+    // The least rise of the sum over the bands above its recent mean, in decibels; the memory of that mean; how long on each
+    // side an onset must tower over; and what it is smoothed over.
+    constexpr auto leastRise = 0.5f;
+    constexpr auto memorySeconds = 0.026, neighbourSeconds = 0.023, smoothSeconds = 0.0058;
+    const auto memory = static_cast<float> (OnePole::coefficient (memorySeconds, frameRate()));
+    const auto neighbours = framesIn (neighbourSeconds, frameRate());
     const auto size = numFrames();
     std::vector<float> sum (static_cast<size_t> (size), 0.0f);
     for (const auto& band : bandFlux)
         for (size_t i = 0; i < sum.size(); ++i)
             sum[i] += band[i];
-    const auto smooth = zplOnsetTracking::CFIRFilter::smoother (3).process (sum);
+    const auto smooth =
+        zplOnsetTracking::CFIRFilter::smoother (2 * framesIn (smoothSeconds, frameRate()) + 1).process (sum);
     auto mean = 0.0f;
     auto last = -spanFrames;
     for (int i = 0; i < size; ++i)

@@ -5,7 +5,9 @@
 #include "analysis/beats/onset/Onset.h"
 #include "analysis/signal/Fft.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <memory>
 #include <span>
 #include <vector>
@@ -31,6 +33,12 @@ public:
 
     int frameLength() const { return length; }
     double frameRate() const { return static_cast<double> (rate) / hop; }
+
+    /** A span of time in frames of any onset function, at least one, so that all rates hear alike. */
+    static int framesIn (double seconds, double frameRate)
+    {
+        return std::max (1, static_cast<int> (std::lround (seconds * frameRate)));
+    }
 
     /** The onset function of a band: flux in decibels, one value per hop. */
     std::span<const float> flux (int band) const { return bandFlux[static_cast<size_t> (band)]; }

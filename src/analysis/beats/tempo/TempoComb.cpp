@@ -40,11 +40,11 @@ double TempoComb::best() const
 {
     auto found = centre;
     auto highest = -1.0;
-    for (const auto candidate : { 1.0, 0.99, 1.01 })
+    for (const auto candidate : { 1.0, 1.0 - apart, 1.0 + apart })
     {
         const auto nearby = centre / candidate;
         const auto step = resolution() / 4.0;
-        const auto steps = static_cast<int> (std::ceil (0.006 * centre / step));
+        const auto steps = static_cast<int> (std::ceil (around * centre / step));
         auto top = nearby;
         auto topScore = -1.0;
         for (int i = -steps; i <= steps; ++i)

@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-/** The exact tempo of a whole onset function, near one that is known to some percent.
+/** The exact tempo of a whole onset function, near one that is known to 1.6 percent.
 
     It adds up the magnitudes of the function's Fourier transform at the beat and its halves and quarters. A function
     of minutes tells these apart to some thousandths of a BPM. The function is first turned down by the known tempo and
@@ -17,7 +17,8 @@ public:
         @param bpm         the known tempo, off by no more than `reach` of it */
     TempoComb (std::span<const float> function, double frameRate, double bpm);
 
-    static constexpr double reach = 0.03;
+    /** What best() looks at: lengths of the beat up to `apart` off the known one, and `around` each. */
+    static constexpr double apart = 0.01, around = 0.006, reach = apart + around;
 
     /** The strength of a tempo in the function: 0 upwards. */
     double score (double bpm) const;

@@ -99,7 +99,9 @@ Path tempoPath (const OnsetFunction& onsets, double bpm)
 std::vector<int> beatsAlong (const OnsetFunction& onsets, const std::vector<double>& path)
 {
     const auto size = onsets.size();
-    const auto smooth = zplOnsetTracking::CFIRFilter::smoother (5).process (onsets.positive);
+    const auto smooth = zplOnsetTracking::CFIRFilter::smoother (
+                            2 * COnsetTrackingIntern::framesIn (0.0116, onsets.frameRate) + 1)
+                            .process (onsets.positive);
     const auto step = stepSeconds * onsets.frameRate;
     std::vector<double> best (static_cast<size_t> (size));
     std::vector<int> from (static_cast<size_t> (size), -1);
