@@ -8,7 +8,7 @@
 #include <iostream>
 #include <string>
 
-// bench_tempo_weights < LIST: how much the tracker's choice of a tempo depends on each of its weights. A line of LIST is
+// bench_tempo_weights < LIST: the sensitivity of the tracker's choice of a tempo to each of its weights. A line of LIST is
 // "LOW HIGH FILE", the true tempos between which a song moves; bench/beats/table.py --list writes it. Prints the share of songs
 // whose tempo is right, folded, with each weight at a half and at one and a half times its value.
 
@@ -87,11 +87,12 @@ int main()
             songs.push_back ({ low, high, onsetsOf (file) });
     if (songs.empty())
     {
-        std::fprintf (stderr, "usage: bench_tempo_weights < LIST, of lines \"LOW HIGH FILE\" with tempos in BPM\n");
+        std::fprintf (stderr,
+                      "usage: bench_tempo_weights < LIST, of lines \"LOW HIGH FILE\" with tempos in BPM\n");
         return 1;
     }
-    std::printf ("%zu songs, %.0f %% right\n%-18s %6s %6s\n", songs.size(), shareRight (songs, {}), "", "x 0.5",
-                 "x 1.5");
+    std::printf ("%zu songs, %.0f %% right\n%-18s %6s %6s\n", songs.size(), shareRight (songs, {}), "",
+                 "x 0.5", "x 1.5");
     for (const auto& weight : weights)
     {
         std::printf ("%-18s", weight.name);

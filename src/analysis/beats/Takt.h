@@ -94,7 +94,7 @@ public:
     /** @returns badArgument for a null or an index beyond the list */
     virtual int getBeat (Beat* out, int index, int list) const = 0;
 
-    /** How sure it is that the marks stand on the beats of the music: 0 to 100; -1 before there are any, and for restored ones.
+    /** The confidence that the marks stand on the beats of the music: 0 to 100; -1 before there are any, and for restored ones.
         A DJ should listen to what is below 50 before trusting it. */
     virtual int getConfidence() const = 0;
 

@@ -35,7 +35,7 @@ struct TrackAnalysis
 
         double tempo = defaultTempo; ///< BPM
         int32_t downbeatPos = 0;     ///< frames of the file
-        int32_t confidence = -1; ///< how sure the analysis was of its grid, 0 to 100; -1 if nobody noted it
+        int32_t confidence = -1;     ///< of the analysis in its grid, 0 to 100; -1 if nobody noted it
     };
 
     bool operator== (const TrackAnalysis&) const = default;
@@ -68,7 +68,7 @@ bool isTempoByHand (const TrackAnalysis&);
     stands off its mark, or its tempo is by hand. */
 bool isHandMoved (const TrackAnalysis&);
 
-/** How sure it is that the grid stands on the beats, 0 to 100: what the analysis said, and 100 for a grid that a hand has
+/** The confidence that the grid stands on the beats, 0 to 100: what the analysis said, and 100 for a grid that a hand has
     moved. Nothing for a track without beats, and where nobody noted it. */
 std::optional<int> confidenceOf (const TrackAnalysis&);
 

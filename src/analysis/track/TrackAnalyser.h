@@ -42,7 +42,7 @@ public:
         @param tempoRangeIndex   a tempo below 60 + 20 * index BPM is doubled */
     void finish (int tempoRangeIndex, TrackAnalysis& target);
 
-    /** How sure finish() was of its grid, 0 to 100; -1 without beats. */
+    /** The confidence of finish() in its grid, 0 to 100; -1 without beats. */
     int confidence() const { return canAnalyse() ? tracker->getConfidence() : -1; }
 
     /** Ends the audio and gives the exact tempo near a known one, in BPM; 0 if there is none. */

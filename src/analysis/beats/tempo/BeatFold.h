@@ -23,13 +23,13 @@ public:
     /** The fold's peak over its mean: the better a pulse fits, the higher; 1 for a pulse that fits nowhere. */
     double sharpness() const;
 
-    /** How like another fold this is: the correlation over their bins, -1 to 1; 0 if one is flat. */
+    /** Likeness to another fold: the correlation over their bins, -1 to 1; 0 if one is flat. */
     double likeness (const BeatFold&) const;
 
 private:
     std::array<double, numBins> mean {};
 };
 
-/** How alike the folds of a song's stretches of 12 seconds are to that of the whole, on average: 1 where the onsets keep their
+/** The likeness of the folds of a song's stretches of 12 seconds to that of the whole, on average: 1 where the onsets keep their
     places in the beat, near 0 where a pulse slips through them. */
 double steadyShape (const OnsetFunction&, const Pulse&);

@@ -17,7 +17,7 @@ public:
         @param bpm         the known tempo, off by no more than `reach` of it */
     TempoComb (std::span<const float> function, double frameRate, double bpm);
 
-    /** What best() looks at: lengths of the beat up to `apart` off the known one, and `around` each. */
+    /** The reach of best(): lengths of the beat up to `apart` off the known one, and `around` each. */
     static constexpr double apart = 0.01, around = 0.006, reach = apart + around;
 
     /** The strength of a tempo in the function: 0 upwards. */
