@@ -79,14 +79,14 @@ run() {
     window=$(xdotool search --onlyvisible --name '^Platterdex$' | tail -1)
     find_window "$window"
     # Four tracks bring up four decks; the larger views of two are what follows.
-    until_true "$name: deck C was given a track and is not shown" has_colour "$((left + 14))" "$((top + 296 + 20))" 2b2e32
+    until_true "$name: deck C was given a track and is not shown" has_colour "$((left + 10))" "$((top + 296 + 8))" 2b2e32
     xdotool mousemove "$((left + 5 + 159 + 20))" "$((top + 5 + 24))" click 1
-    until_true "$name: deck C does not go" lacks_colour "$((left + 14))" "$((top + 296 + 20))" 2b2e32
+    until_true "$name: deck C does not go" lacks_colour "$((left + 10))" "$((top + 296 + 8))" 2b2e32
 
     # In deck A, from the editor's corner: its letter, lit while it plays; a row of the thumbnail and of the waveform;
     # Play. The strip is (width - 230) / 2 wide, the block between the decks begins 2 pixels after it.
     local deck=$(((WIDTH - 230) / 2))
-    local letter_x=$((left + 14)) letter_y=$((top + 75))
+    local letter_x=$((left + 10)) letter_y=$((top + 63))
     local thumb_y=$((top + 55 + 222)) wave_y=$((top + 55 + 120))
     local wave_x=$((left + 5 + (deck + 49) / 2))
     local play_x=$((left + 5 + 24)) play_y=$((top + 55 + 170))
@@ -102,12 +102,12 @@ run() {
     xdotool key space
     until_true "$name: the space bar does not stop the deck" has_colour "$letter_x" "$letter_y" $unlit
 
-    # The crossfader, 36 pixels into its row below the two channels: its cap follows the hand to the left end.
-    local fader_x=$((left + deck + 7 + 36)) fader_y=$((top + 22 + 275 - 44 + 22))
+    # The crossfader below the two channels: its cap follows the hand to the left.
+    local fader_x=$((left + deck + 7 + 36)) fader_y=$((top + 22 + 275 - 44 + 11))
     local cap_before
     cap_before=$(colour_at "$((fader_x + 14))" "$fader_y")
-    xdotool mousemove "$((fader_x + 48))" "$fader_y" mousedown 1 mousemove "$((fader_x + 20))" "$fader_y" \
-        mousemove "$((fader_x - 20))" "$fader_y" mouseup 1
+    xdotool mousemove "$((fader_x + 72))" "$fader_y" mousedown 1 mousemove "$((fader_x + 44))" "$fader_y" \
+        mousemove "$((fader_x + 4))" "$fader_y" mouseup 1
     until_true "$name: the crossfader does not follow the hand" lacks_colour "$((fader_x + 14))" "$fader_y" "$cap_before"
 
     # A hand on the waveform of the stopped deck moves the record; the picture under it changes.
@@ -176,7 +176,7 @@ run() {
     xdotool key minus 6 Return
     sleep 0.5
     has_colour "$letter_x" "$letter_y" $unlit || fail "$name: what is typed into a field plays deck A"
-    has_colour "$((left + 5 + deck + 220 + 9))" "$letter_y" $unlit || fail "$name: what is typed into a field plays deck B"
+    has_colour "$((left + 5 + deck + 220 + 5))" "$letter_y" $unlit || fail "$name: what is typed into a field plays deck B"
     [ "$knob_before" != "$(row_at "$((gain_x - 14))" "$((gain_y - 6))" 28)" ] || fail "$name: the field does not turn the knob"
     xdotool key space
     until_true "$name: the keyboard is not given back" has_colour "$letter_x" "$letter_y" $lit
@@ -184,7 +184,7 @@ run() {
 
     # Four decks and back: deck C's letter comes and goes. A resize in between, and a load while the mode changes.
     xdotool mousemove "$((left + 5 + 159 + 20))" "$((top + 5 + 24))" click 1
-    until_true "$name: deck C does not appear" has_colour "$letter_x" "$((top + 296 + 20))" $unlit
+    until_true "$name: deck C does not appear" has_colour "$letter_x" "$((top + 296 + 8))" $unlit
     # Play on all four, each deck's letter tells; a hand on the record while they sound.
     local right_x=$((left + 5 + deck + 220 + 24))
     for place in "$play_x $play_y" "$right_x $play_y" "$play_x $((play_y + 241))" "$right_x $((play_y + 241))"; do
@@ -192,9 +192,9 @@ run() {
         xdotool mousemove $place click 1
     done
     until_true "$name: deck A does not play" has_colour "$letter_x" "$letter_y" $lit
-    until_true "$name: deck B does not play" has_colour "$((right_x - 15))" "$letter_y" e69f00
-    until_true "$name: deck C does not play" has_colour "$letter_x" "$((top + 296 + 20))" 2fbf8f
-    until_true "$name: deck D does not play" has_colour "$((right_x - 15))" "$((top + 296 + 20))" d985b5
+    until_true "$name: deck B does not play" has_colour "$((right_x - 19))" "$letter_y" e69f00
+    until_true "$name: deck C does not play" has_colour "$letter_x" "$((top + 296 + 8))" 2fbf8f
+    until_true "$name: deck D does not play" has_colour "$((right_x - 19))" "$((top + 296 + 20))" d985b5
     xdotool mousemove "$wave_x" "$wave_y" mousedown 1
     for step in $(seq 1 10); do
         xdotool mousemove "$((wave_x + (step % 2 == 0 ? 40 : -40)))" "$wave_y"
@@ -208,7 +208,7 @@ run() {
     find_window "$window"
     picture "$name-small"
     xdotool mousemove "$((left + 5 + 159 + 20))" "$((top + 5 + 24))" click 1
-    until_true "$name: deck C does not go" lacks_colour "$((left + 14))" "$((top + 296 + 20))" $unlit
+    until_true "$name: deck C does not go" lacks_colour "$((left + 10))" "$((top + 296 + 8))" $unlit
 
     # The preferences' menu opens the audio settings by its first line.
     xdotool mousemove "$((left + 5 + 159 + 56))" "$((top + 5 + 24))" click 3

@@ -1,6 +1,7 @@
 #include "fx/EffectSlot.h"
 
 #include "fx/DelayEffect.h"
+#include "fx/FxKnobs.h"
 #include "fx/SweepEffect.h"
 #include "fx/effect/BeatSteps.h"
 #include "fx/modulation/ModulationFx.h"
@@ -54,6 +55,21 @@ constexpr std::array<Row, FxType::count> rows {
 const char* FxType::name (int index) noexcept
 {
     return rows[static_cast<size_t> (std::clamp (index, 0, count - 1))].name;
+}
+
+int FxType::indexOf (double selector) noexcept
+{
+    return std::clamp (static_cast<int> (selector * count), 0, count - 1);
+}
+
+double FxType::restStep (int index) noexcept
+{
+    return rows[static_cast<size_t> (std::clamp (index, 0, count - 1))].step;
+}
+
+const char* FxType::stepName (int index) noexcept
+{
+    return index == delay ? "TIME" : index == reverb ? "ROOM" : "RATE";
 }
 
 double FxType::selectorValue (int index) noexcept

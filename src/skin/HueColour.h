@@ -26,4 +26,10 @@ inline juce::Colour colourOf (Hue hue) noexcept
     }
     return palette::value;
 }
+
+/** The colour that a button is filled with while it is lit. */
+inline juce::Colour fillOf (Hue hue) noexcept
+{
+    return hue == Hue::neutral ? palette::quiet : colourOf (hue);
+}
 }

@@ -28,10 +28,13 @@ inline const juce::Colour tableText { 0xffa0a0a0 };
 inline const juce::Colour barNumber { 0xffa0a1a3 };
 inline const juce::Colour anchorNumber { 0xffbfc0c1 };
 
+/** A switch that is on as it usually is: filled, and quieter than any waveform. */
+inline const juce::Colour quiet { 0xff708a97 };
+
 // Colours that mean something, whatever they are on.
 inline const juce::Colour accent {
     0xffbeefff
-}; ///< focus, a value that is being changed, a switch that is on
+}; ///< focus, a value that is being changed, a switch that is on and should be noticed
 inline const juce::Colour selected { 0xffafc81c }; ///< selected, learnt
 inline const juce::Colour danger { 0xffcd3700 };   ///< recording, clipping; a ground, never small text
 inline const juce::Colour scope { 0xff227bd5 };    ///< the wave of the magnified view

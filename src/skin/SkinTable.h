@@ -138,8 +138,10 @@ constexpr unsigned bit (Hue hue)
 constexpr unsigned deckHues = bit (Hue::deckA) | bit (Hue::deckB) | bit (Hue::deckC) | bit (Hue::deckD);
 constexpr unsigned plainKnobHues = bit (Hue::neutral) | bit (Hue::accent);
 constexpr unsigned knobHues = plainKnobHues | deckHues;
-constexpr unsigned litHues = bit (Hue::accent) | deckHues | bit (Hue::lime) | bit (Hue::red);
-constexpr unsigned onlyAccent = bit (Hue::accent), onlyRed = bit (Hue::red), onlyLime = bit (Hue::lime);
+constexpr unsigned litHues =
+    bit (Hue::neutral) | bit (Hue::accent) | deckHues | bit (Hue::lime) | bit (Hue::red);
+constexpr unsigned quiet = bit (Hue::neutral), onlyAccent = bit (Hue::accent), onlyRed = bit (Hue::red),
+                   onlyLime = bit (Hue::lime);
 constexpr unsigned meterHues = bit (Hue::neutral) | deckHues;
 
 constexpr int smallKnobFrames = 65, knobFrames = 97; ///< odd, so that there is a middle one
@@ -159,6 +161,7 @@ constexpr Family families[] {
     { "fader_cap", 12, 28, 3, Material::uprightCap },
     { "crossfader_track", 64, 20, 1, Material::levelTrack },
     { "crossfader_96", 96, 20, 1, Material::levelScale },
+    { "crossfader_188", 188, 20, 1, Material::levelScale },
     { "crossfader_cap", 28, 12, 3, Material::levelCap },
 
     // Buttons for text: 8 pixels, a tile of 48, 8 pixels.
@@ -172,22 +175,23 @@ constexpr Family families[] {
     // Buttons with a sign.
     { "play_40", 40, 32, buttonFrames, Material::signButton, deckHues, Sign::playPause },
     { "cue_40", 40, 32, buttonFrames, Material::signButton, deckHues, Sign::cue },
-    { "sync_40", 40, 24, buttonFrames, Material::signButton, onlyAccent, Sign::sync },
+    { "sync_40", 40, 24, buttonFrames, Material::signButton, quiet, Sign::sync },
     { "lock_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::padlock },
     { "pfl_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::headphones },
     { "pfl_40", 40, 24, buttonFrames, Material::signButton, onlyAccent, Sign::headphones },
     { "rec_32", 32, 32, buttonFrames, Material::signButton, onlyRed, Sign::record },
-    { "snap_32", 32, 32, buttonFrames, Material::signButton, onlyAccent, Sign::snap },
-    { "decks_32", 32, 32, buttonFrames, Material::signButton, onlyAccent, Sign::decks },
-    { "preferences_32", 32, 32, buttonFrames, Material::signButton, onlyAccent, Sign::gear },
-    { "fullscreen_32", 32, 32, buttonFrames, Material::signButton, onlyAccent, Sign::fullScreen },
+    { "snap_32", 32, 32, buttonFrames, Material::signButton, quiet, Sign::snap },
+    { "decks_32", 32, 32, buttonFrames, Material::signButton, quiet, Sign::decks },
+    { "preferences_32", 32, 32, buttonFrames, Material::signButton, quiet, Sign::gear },
+    { "fullscreen_32", 32, 32, buttonFrames, Material::signButton, quiet, Sign::fullScreen },
     { "power_24", 24, 24, buttonFrames, Material::signButton, onlyLime, Sign::power },
-    { "minus_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::minus },
-    { "plus_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::plus },
-    { "left_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::left },
-    { "left_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::left },
-    { "right_20", 20, 20, buttonFrames, Material::signButton, onlyAccent, Sign::right },
-    { "right_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::right },
+    { "minus_18", 18, 24, buttonFrames, Material::signButton, quiet, Sign::minus },
+    { "plus_18", 18, 24, buttonFrames, Material::signButton, quiet, Sign::plus },
+    { "load_18", 18, 24, buttonFrames, Material::signButton, quiet, Sign::load },
+    { "left_20", 20, 20, buttonFrames, Material::signButton, quiet, Sign::left },
+    { "left_24", 24, 24, buttonFrames, Material::signButton, quiet, Sign::left },
+    { "right_20", 20, 20, buttonFrames, Material::signButton, quiet, Sign::right },
+    { "right_24", 24, 24, buttonFrames, Material::signButton, quiet, Sign::right },
     { "load_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::load },
     { "eject_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::eject },
     { "loop_24", 24, 24, buttonFrames, Material::signButton, onlyAccent, Sign::loop },
@@ -206,7 +210,7 @@ constexpr Family families[] {
 
     // Level meters, two bars of 7 at 0 and 9: unlit, then lit.
     { "meter_level", 86, 16, 2, Material::levelMeter, meterHues },
-    { "meter_upright", 16, 86, 2, Material::uprightMeter, meterHues },
+    { "meter_upright", 16, 86, 2, Material::uprightMeter },
 
     // Grounds, in pieces of 8.
     { "panel", 48, 48, 1, Material::area },
@@ -219,19 +223,19 @@ constexpr Family families[] {
     { "ghost_mixer", 48, 43, 1, Material::ghostTile },
     { "tab", 64, 24, buttonFrames, Material::tab, onlyAccent },
 
-    // Marks on a waveform.
+    // Marks on a waveform. The lines of cues and loops have a dark flank on either side.
     { "mark_32", 7, 7, 2, Material::barMark }, ///< the second is the anchor's
     { "mark_8", 5, 5, 1, Material::beatMark },
     { "line_32", 1, 130, 2, Material::beatLine },
     { "line_8", 1, 132, 1, Material::beatLine },
     { "line_2", 1, 137, 1, Material::beatLine },
     { "hot_cue", 7, 11, 8, Material::cueFlag },
-    { "hot_cue_line", 1, 104, 8, Material::cueLine },
+    { "hot_cue_line", 3, 104, 8, Material::cueLine },
     { "cue_point", 7, 11, 1, Material::deckFlag, deckHues },
-    { "cue_point_line", 1, 104, 1, Material::deckLine, deckHues },
+    { "cue_point_line", 3, 104, 1, Material::deckLine, deckHues },
     { "loop_in", 7, 11, 2, Material::loopIn }, ///< the second is the active loop's
     { "loop_out", 7, 11, 2, Material::loopOut },
-    { "loop_line", 1, 104, 2, Material::loopLine },
+    { "loop_line", 3, 104, 2, Material::loopLine },
     { "playhead", 4, 140, 1, Material::playhead, deckHues },
 
     // Windows.

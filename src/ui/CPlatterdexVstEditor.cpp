@@ -6,6 +6,7 @@
 #include "text/FallbackFonts.h"
 #include "ui/KeyCard.h"
 #include "ui/KeyRepeat.h"
+#include "ui/panel/PanelPaint.h"
 #include "ui/plugins/VstPluginsPreferencesPage.h"
 #include "ui/preferences/Preferences.h"
 #include "ui/timecode/CDControlGeneratorPreferencesPage.h"
@@ -15,6 +16,7 @@ namespace
 {
 constexpr int startWidth = 1280, startHeight = 800, browserHeight = 332; ///< of a browser that comes back
 constexpr const char *browserTitle = "Song Manager", *keysTitle = "Keys";
+constexpr const char* zoomName = "waveform_zoom";
 
 int scaled (int length, int percent)
 {
@@ -53,7 +55,8 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* session,
                                             std::vector<EditorPage> pages)
     : AudioProcessorEditor (e),
       engine (e),
-      scale (session != nullptr ? session->preferences() : passing),
+      preferences (session != nullptr ? session->preferences() : passing),
+      scale (preferences),
       headerActions (actions (std::move (audioSettings), std::move (pages))),
       header (e, headerActions),
       global (e),
@@ -66,6 +69,7 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* session,
     setOpaque (true);
     setWantsKeyboardFocus (true);
     keyboard.onAction = [this] (KeyAction action, int deck) { act (action, deck); };
+    keyboard.onDeck = [this] (int deck) { touch (deck); };
 
     browser.onEscape = [this] { grabKeyboardFocus(); };
     browser.onOpenInWindow = [this] { showBrowserInWindow (!isBrowserInWindow()); };
@@ -92,6 +96,10 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* session,
     limitSize();
     setSize (scaled (startWidth, scale.percent()), scaled (startHeight, scale.percent()));
     followArrangement();
+    touch (0);
+    if (const auto kept = preferences.get (zoomName); kept.isNotEmpty())
+        zoom->set (kept.getIntValue());
+    keptZoom = zoom->step;
 }
 
 CPlatterdexVstEditor::~CPlatterdexVstEditor()
@@ -240,10 +248,16 @@ void CPlatterdexVstEditor::showParameters (bool shown)
 
 void CPlatterdexVstEditor::showBrowser (bool shown)
 {
+    if (shown == browserShown)
+        return;
     browserShown = shown;
+    if (!shown)
+        heightWithBrowser = getHeight();
     arrange();
     if (!shown)
         snapHeight();
+    else if (heightWithBrowser > getHeight() && !isFullScreen())
+        setSize (getWidth(), heightWithBrowser);
 }
 
 void CPlatterdexVstEditor::showBrowserInWindow (bool inWindow)
@@ -280,6 +294,8 @@ void CPlatterdexVstEditor::browserWindowClosed()
 
 void CPlatterdexVstEditor::snapHeight()
 {
+    if (isFullScreen())
+        return;
     setSize (getWidth(),
              scaled (EditorLayout::heightWithoutBrowser (arranged.mode.fourDecks), scale.percent()));
 }
@@ -369,9 +385,14 @@ void CPlatterdexVstEditor::act (KeyAction action, int deck)
     }
     case KeyAction::undo:
         engine.grids.undo (touchedDeck);
+        header.newsLine().tell ("Undo on deck " + PanelPaint::letterOf (touchedDeck));
         break;
     case KeyAction::redo:
         engine.grids.redo (touchedDeck);
+        header.newsLine().tell ("Redo on deck " + PanelPaint::letterOf (touchedDeck));
+        break;
+    case KeyAction::loadFree:
+        browser.loadToFreeDeck();
         break;
     case KeyAction::songs:
         browser.takeKeyboard();
@@ -390,7 +411,7 @@ void CPlatterdexVstEditor::mouseDown (const juce::MouseEvent& event)
     if (strip == nullptr && event.eventComponent != nullptr)
         strip = event.eventComponent->findParentComponentOfClass<DeckComponent>();
     if (strip != nullptr)
-        touchedDeck = strip->deck();
+        touch (strip->deck());
     // A click on the decks takes the keyboard back to them.
     if (browser.hasKeyboardFocus (true) && event.eventComponent != &browser
         && !browser.isParentOf (event.eventComponent))
@@ -398,8 +419,38 @@ void CPlatterdexVstEditor::mouseDown (const juce::MouseEvent& event)
     clock->hurry();
 }
 
+void CPlatterdexVstEditor::keepZoom()
+{
+    if (std::exchange (keptZoom, zoom->step) != zoom->step)
+        preferences.set (zoomName, juce::String (keptZoom));
+}
+
+void CPlatterdexVstEditor::filesDropped (const juce::StringArray& files, int, int)
+{
+    const auto isFolder = files.size() == 1 && juce::File (files[0]).isDirectory();
+    header.newsLine().tell (isFolder ? "LET A FOLDER GO OVER THE BROWSER"
+                                     : "LET A TRACK GO OVER A DECK OR THE BROWSER");
+}
+
+void CPlatterdexVstEditor::textDropped (const juce::String&, int, int)
+{
+    header.newsLine().tell ("A TEXT IS NO TRACK: DRAG ITS FILE");
+}
+
+void CPlatterdexVstEditor::touch (int index)
+{
+    touchedDeck = index;
+    for (const auto& strip : decks)
+        strip->setTouched (strip->deck() == index);
+}
+
 bool CPlatterdexVstEditor::keyPressed (const juce::KeyPress& key)
 {
+    if (key == juce::KeyPress (juce::KeyPress::escapeKey) && (parametersShown || isFullScreen()))
+    {
+        parametersShown ? showParameters (false) : setFullScreen (false);
+        return true;
+    }
     const auto isOurs = keyboard.keyPressed (key);
     if (isOurs)
         clock->hurry(); // the lamps follow the hand

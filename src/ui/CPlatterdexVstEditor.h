@@ -8,6 +8,7 @@
 #include "ui/ParameterList.h"
 #include "ui/browser/SongManager.h"
 #include "ui/decks/DeckComponent.h"
+#include "ui/deckviews/WaveformZoom.h"
 #include "ui/global/GhostMixerComponent.h"
 #include "ui/global/GlobalComponent.h"
 #include "ui/header/HeaderComponent.h"
@@ -29,6 +30,8 @@ class Session;
     engine, which doesn't know it. Message thread. */
 class CPlatterdexVstEditor : public juce::AudioProcessorEditor,
                              public juce::DragAndDropContainer,
+                             public juce::FileDragAndDropTarget,
+                             public juce::TextDragAndDropTarget,
                              public ToolWindowOwner,
                              private EngineListener
 {
@@ -42,7 +45,7 @@ public:
     ~CPlatterdexVstEditor() override;
 
     /** One sentence in the header on what goes on in the background; empty for nothing. */
-    void setStatus (const juce::String& sentence) { header.setStatus (sentence); }
+    void setStatus (const juce::String& sentence) { header.newsLine().setStatus (sentence); }
 
     /** A sentence that stays in sight until an empty one takes it away. @param help   called by a click on it */
     void setNotice (const juce::String& sentence, std::function<void()> help = {});
@@ -77,6 +80,12 @@ public:
     SongManager& browserView() noexcept { return browser; }
     ToolWindows& toolWindows() override { return tools; }
 
+    // Answers a drag that is let go over nothing that takes it.
+    bool isInterestedInFileDrag (const juce::StringArray&) override { return true; }
+    void filesDropped (const juce::StringArray&, int, int) override;
+    bool isInterestedInTextDrag (const juce::String&) override { return true; }
+    void textDropped (const juce::String&, int, int) override;
+
     void paint (juce::Graphics&) override {} // the content covers all of it
     void resized() override;
     bool keyPressed (const juce::KeyPress&) override;
@@ -99,7 +108,11 @@ private:
     struct Content : PollingView
     {
         explicit Content (CPlatterdexVstEditor& e) : PollingView (Pace::calm), editor (e) {}
-        void pollCalm() override { editor.followArrangement(); }
+        void pollCalm() override
+        {
+            editor.followArrangement();
+            editor.keepZoom();
+        }
         void paint (juce::Graphics&) override;
         CPlatterdexVstEditor& editor;
     };
@@ -117,12 +130,17 @@ private:
     void limitSize();
     void snapHeight();
     void act (KeyAction, int deck);
+    void touch (int deck);
+    void keepZoom();
 
     CPlatterdex& engine;
     const juce::SharedResourcePointer<PollClock> clock;
     const juce::SharedResourcePointer<DefaultLook> look; ///< before every control that draws with it
     PreferencesFile passing { juce::File() };            ///< of an editor without a session
+    PreferencesFile& preferences;
     EditorScale scale;
+    const juce::SharedResourcePointer<WaveformZoom> zoom;
+    int keptZoom = WaveformZoom::usualStep; ///< as it stands in the preferences
     Content content { *this };
     const HeaderActions headerActions;
     HeaderComponent header;
@@ -140,7 +158,7 @@ private:
     ToolWindows tools;
 
     Arrangement arranged;
-    int touchedDeck = 0;            ///< by the mouse, the last time
+    int touchedDeck = 0;            ///< by mouse or key, the last time
     juce::Point<double> wantedSize; ///< unscaled, as the hand or the host chose it
     bool isScaling = false, isArranged = false, parametersShown = false, browserShown = true;
 };

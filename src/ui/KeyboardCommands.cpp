@@ -75,6 +75,7 @@ const KeyBinding table[] {
     { Key::F2Key,     0, "F2",     nullptr, "load a track", 0.0f, KeyAction::load, 1 },
     { Key::F3Key,     0, "F3",     nullptr, "load a track", 0.0f, KeyAction::load, 2 },
     { Key::F4Key,     0, "F4",     nullptr, "load a track", 0.0f, KeyAction::load, 3 },
+    { 'N',            0, "N",      nullptr, "load the selected song onto a free deck", 0.0f, KeyAction::loadFree },
     { Key::tabKey,    0, "Tab",    nullptr, "keys to the songs (Esc: back)", 0.0f, KeyAction::songs },
     { 'F',         ctrl, "Ctrl+F", nullptr, "search songs", 0.0f, KeyAction::search },
     { 'C',         ctrl, "Ctrl+C", nullptr, "coloured waveform on or off", 0.0f, KeyAction::spectralWaveform },
@@ -142,6 +143,8 @@ void KeyboardCommands::press (size_t i)
 {
     const auto& binding = keyBindings()[i];
     down[i] = true;
+    if (const auto deck = binding.deck(); deck >= 0 && onDeck != nullptr)
+        onDeck (deck);
     if (binding.step != 0.0f)
         engine.edit (commands[i],
                      juce::jlimit (0.0f, 1.0f, engine.getParameter (commands[i]) + binding.step));

@@ -17,7 +17,8 @@ enum class KeyAction
     songs,  ///< the keyboard goes to the browser's songs
     search, ///< or to its search field
     undo,   ///< the last edit of cues or grid on the deck that was touched last
-    redo
+    redo,
+    loadFree ///< the song that is selected in the browser, onto a deck that is free
 };
 
 /** A key of the computer's keyboard and what it does. */
@@ -54,6 +55,9 @@ public:
 
     /** Carries out what is no command. @param deck   0 to 3, or -1 */
     std::function<void (KeyAction, int deck)> onAction;
+
+    /** Told of each press of a key that plays a deck. @param deck   0 to 3 */
+    std::function<void (int deck)> onDeck;
 
     /** @returns whether the key belongs to a binding */
     bool keyPressed (const juce::KeyPress&);

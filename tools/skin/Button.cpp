@@ -32,7 +32,7 @@ juce::Rectangle<float> signSquare (const Pen& pen)
 
 ButtonLook lookOf (skin::Hue hue, int frame)
 {
-    const auto lit = skin::colourOf (hue);
+    const auto lit = skin::fillOf (hue);
     const auto sign = palette::textOn (lit);
     // A light hue may become lighter under the pointer; under a white sign it may not.
     const float lift = sign == palette::ink ? 0.25f : 0.06f;
@@ -50,7 +50,7 @@ ButtonLook lookOf (skin::Hue hue, int frame)
     case skin::downOn:
         return { sunk (lit.interpolatedWith (juce::Colours::black, 0.25f)), sign, {}, {} };
     default:
-        return { lying (palette::well), palette::label.brighter (0.25f), {}, {} };
+        return { lying (palette::well), palette::value, {}, {} };
     }
 }
 

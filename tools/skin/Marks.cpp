@@ -51,7 +51,9 @@ void paintFlag (const Pen& pen, const skin::Row& row, int frame)
 
 void paintFlagLine (const Pen& pen, const skin::Row& row, int frame)
 {
-    pen.fill (flagColour (row, frame), pen.all());
+    const float left = pen.snap (1), right = pen.snap (2);
+    pen.fill (palette::ink.withAlpha (0.85f), pen.all());
+    pen.fill (flagColour (row, frame), { left, 0, right - left, pen.height });
 }
 
 void paintLoopMark (const Pen& pen, const skin::Row& row, int frame)

@@ -37,6 +37,9 @@ public:
 
     /** Puts the keyboard into the songs, or into the search field. */
     void takeKeyboard();
+    /** Loads the selected song onto a deck that is free. */
+    void loadToFreeDeck() { songActions.loadToFreeDeck (table.selectedPath()); }
+
     void takeKeyboardToSearch() { search.takeKeyboard(); }
 
     std::function<void()> onEscape;       ///< the keyboard goes back to the decks

@@ -5,7 +5,7 @@
 #include "skin/Skin.h"
 #include "support/files/AudioFileTypes.h"
 #include "ui/decks/EditMenu.h"
-#include "ui/decks/TrackLoad.h"
+#include "ui/decks/UtilityPanels.h"
 #include "ui/drag/FileDragSource.h"
 #include "ui/look/OpenMenu.h"
 #include "ui/panel/PanelPaint.h"
@@ -16,14 +16,21 @@ using Kind = ControlSpec::Kind;
 using Lit = ControlSpec::Lit;
 
 constexpr juce::uint32 messageMs = 5000;
-const juce::Rectangle<int> letterArea { 4, 4, 40, 28 };
+const juce::Rectangle<int> lampArea { 4, 4, 18, 24 }, loadArea { 24, 4, 22, 24 }, touchedArea { 0, 4, 2, 24 };
+constexpr int dropTextHeight = 24;
+
+/** Shift lets a track go onto a deck that plays. */
+bool isShiftHeld()
+{
+    return juce::ModifierKeys::getCurrentModifiersRealtime().isShiftDown();
+}
 
 // clang-format off
 constexpr PlacedControl table[] {
-    { { Kind::sign, "_syncButton",       "SYNC_LOCK_",              "sync_40", "Sync: keeps to the master's tempo and beat. Right click: syncs once", Lit::plain, "SYNC_" }, {  4,  36, 40, 24 } },
-    { { Kind::text, "_masterButton",     "MASTER_",                 "MSTR", "Makes this deck the tempo master" }, {  4,  64, 40, 24 } },
-    { { Kind::sign, "_nudgeMinusButton", "PITCH_BEND_NUDGE_MINUS_", "minus_20", "Pitch bend: slower while held" }, {  2,  92, 22, 22 } },
-    { { Kind::sign, "_nudgePlusButton",  "PITCH_BEND_NUDGE_PLUS_",  "plus_20", "Pitch bend: faster while held" }, { 24,  92, 22, 22 } },
+    { { Kind::sign, "_syncButton",       "SYNC_LOCK_",              "sync_40", "Sync: keeps to the master's tempo and beat. Right click: syncs once", Lit::plain, "SYNC_" }, {  4,  32, 40, 24 } },
+    { { Kind::text, "_masterButton",     "MASTER_",                 "MSTR", "Makes this deck the tempo master" }, {  4,  60, 40, 24 } },
+    { { Kind::sign, "_nudgeMinusButton", "PITCH_BEND_NUDGE_MINUS_", "minus_18", "Pitch bend: slower while held" }, {  2,  88, 22, 24 } },
+    { { Kind::sign, "_nudgePlusButton",  "PITCH_BEND_NUDGE_PLUS_",  "plus_18", "Pitch bend: faster while held" }, { 24,  88, 22, 24 } },
     { { Kind::sign, "_cueButton",        "CUE_STUTTER_",            "cue_40", "Cue. Stopped: sets the cue point; at the cue point, plays while held. Playing: goes back to the cue point", Lit::deck }, {  4, 118, 40, 32 } },
     { { Kind::sign, "_playButton",       "PLAY_PAUSE_",             "play_40", "Play or pause. Right click: starts on the master's beat", Lit::deck, "PLAY_SYNCHRONIZED_" }, {  4, 154, 40, 32 } },
 };
@@ -33,7 +40,8 @@ constexpr PlacedControl table[] {
 DeckComponent::DeckComponent (CPlatterdex& e, int deck)
     : ControlPanel (e),
       watch (e, deck),
-      letter (own (std::make_unique<PXTextButton> (PanelPaint::letterOf (deck)))),
+      lamp (e, deck),
+      loadButton (own (std::make_unique<PXImageButton> ("_loadButton"))),
       waveform (e, deck),
       thumbnail (e, deck)
 {
@@ -41,12 +49,14 @@ DeckComponent::DeckComponent (CPlatterdex& e, int deck)
     setTitle ("Deck " + PanelPaint::letterOf (deck));
     addControls (table, deck);
 
-    letter.setComponentID ("_loadButton");
-    letter.setTooltip ("Loads a track into deck " + PanelPaint::letterOf (deck) + ". Right click for more.");
-    letter.setDeckHue (deck);
-    letter.onClick = [this] { chooseFile(); };
-    letter.onRightClick = [this] { openMenu(); };
-    letter.setBounds (letterArea);
+    lamp.setBounds (lampArea);
+    addAndMakeVisible (lamp);
+    loadButton.setStrip ("load_18");
+    loadButton.setTooltip ("Loads a track into deck " + PanelPaint::letterOf (deck)
+                           + ". Right click for more.");
+    loadButton.onClick = [this] { chooseFile(); };
+    loadButton.onRightClick = [this] { openMenu(); };
+    loadButton.setBounds (loadArea);
 
     addAndMakeVisible (waveform);
     addAndMakeVisible (thumbnail);
@@ -96,7 +106,6 @@ void DeckComponent::resized()
 void DeckComponent::pollMoving()
 {
     pollControls();
-    letter.setToggleState (watch->playing, juce::dontSendNotification);
     updateTexts();
 }
 
@@ -136,13 +145,31 @@ void DeckComponent::updateNotice()
 void DeckComponent::updateTexts()
 {
     const Texts next { watch->title.isEmpty() ? PanelPaint::dash() : watch->title, watch->artist,
-                       PanelPaint::bpm (watch->grid, watch->bpm()) };
+                       tempoText() };
     if (next == shown)
         return;
     shown = next;
     const auto areas = layout();
     for (const auto& area : { areas.title, areas.artist, areas.tempo })
         repaint (area);
+}
+
+bool DeckComponent::hasTempoPanel() const
+{
+    const auto isTempo = [] (const auto& panel) { return panel->shownPanel() == UtilityPanels::tempo; };
+    return std::any_of (leftPanels.begin(), leftPanels.end(), isTempo)
+           || std::any_of (rightPanels.begin(), rightPanels.end(), isTempo);
+}
+
+juce::String DeckComponent::tempoText() const
+{
+    const auto own = PanelPaint::bpm (watch->grid, watch->grid.bpm),
+               heard = PanelPaint::bpm (watch->grid, watch->bpm());
+    if (!watch->grid.isKnown())
+        return own;
+    if (hasTempoPanel())
+        return "TRACK " + own;
+    return heard == own ? heard : heard + "  (" + own + ")";
 }
 
 /** The strip's ground lies behind a waveform that is painted anew 25 times a second, so it is put together once. */
@@ -195,7 +222,8 @@ void DeckComponent::paintTexts (juce::Graphics& g) const
         return;
     }
     PanelPaint::value (g, shown.title, areas.title, left, SMLookAndFeel::titleSize);
-    PanelPaint::value (g, shown.tempo, areas.tempo, right, SMLookAndFeel::figureSize);
+    PanelPaint::value (g, shown.tempo, areas.tempo, right,
+                       hasTempoPanel() ? SMLookAndFeel::valueSize : SMLookAndFeel::titleSize);
     g.setColour (palette::label);
     g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
     g.drawText (shown.artist, areas.artist, left, true);
@@ -203,10 +231,38 @@ void DeckComponent::paintTexts (juce::Graphics& g) const
 
 void DeckComponent::paintOverChildren (juce::Graphics& g)
 {
-    if (!dropTarget)
+    if (touched)
+    {
+        g.setColour (palette::accent);
+        g.fillRect (touchedArea);
+    }
+    if (!drop.has_value())
         return;
-    g.setColour (palette::accent);
+    using enum TrackLoad::Consent;
+    const auto colour = *drop == given ? palette::accent : palette::danger;
+    const auto letter = PanelPaint::letterOf (deck());
+    const auto text = *drop == given     ? "LOAD ONTO DECK " + letter
+                      : *drop == refused ? "DECK " + letter + " PLAYS: LOCKED"
+                                         : "DECK " + letter + " PLAYS: ASKS FIRST. SHIFT: AT ONCE";
+    g.setColour (colour);
     g.drawRect (getLocalBounds(), 2);
+    const auto area = getLocalBounds().removeFromBottom (dropTextHeight);
+    g.fillRect (area);
+    g.setColour (palette::textOn (colour));
+    g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
+    g.drawFittedText (text, area.reduced (4, 0), juce::Justification::centred, 1, 0.7f);
+}
+
+void DeckComponent::setTouched (bool isTouched)
+{
+    if (std::exchange (touched, isTouched) != isTouched)
+        repaint (touchedArea);
+}
+
+void DeckComponent::mouseDown (const juce::MouseEvent& event)
+{
+    if (event.mods.isPopupMenu() && layout().transport.contains (event.getPosition()))
+        openMenu();
 }
 
 bool DeckComponent::isInterestedInFileDrag (const juce::StringArray& files)
@@ -217,10 +273,10 @@ bool DeckComponent::isInterestedInFileDrag (const juce::StringArray& files)
 
 void DeckComponent::filesDropped (const juce::StringArray& files, int, int)
 {
-    setDropTarget (false);
+    followDrop (false);
     for (const auto& path : files)
         if (const juce::File file (path); AudioFileTypes::matches (file))
-            return TrackLoad::onto (engine, watch, file, *this);
+            return TrackLoad::onto (engine, watch, file, *this, isShiftHeld());
 }
 
 juce::File DeckComponent::trackOf (const SourceDetails& details) const
@@ -243,15 +299,18 @@ bool DeckComponent::isInterestedInDragSource (const SourceDetails& details)
 
 void DeckComponent::itemDropped (const SourceDetails& details)
 {
-    setDropTarget (false);
+    followDrop (false);
     if (const auto track = trackOf (details); track != juce::File())
-        TrackLoad::onto (engine, watch, track, *this);
+        TrackLoad::onto (engine, watch, track, *this, isShiftHeld());
 }
 
-void DeckComponent::setDropTarget (bool target)
+void DeckComponent::followDrop (bool isOver)
 {
-    dropTarget = target;
-    repaint();
+    std::optional<TrackLoad::Consent> next;
+    if (isOver)
+        next = TrackLoad::consentOf (engine, watch, isShiftHeld());
+    if (std::exchange (drop, next) != next)
+        repaint();
 }
 
 void DeckComponent::openMenu()
@@ -264,7 +323,7 @@ void DeckComponent::openMenu()
                   [this] { engine.transport.setReverse (deck(), !watch.look().reverse); });
     menu.addSeparator();
     EditMenu::addTo (menu, engine, watch);
-    ::openMenu (menu, *this, juce::PopupMenu::Options().withTargetComponent (letter));
+    ::openMenu (menu, *this, juce::PopupMenu::Options().withTargetComponent (loadButton));
 }
 
 void DeckComponent::chooseFile()

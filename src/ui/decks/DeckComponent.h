@@ -1,13 +1,15 @@
 #pragma once
 
 #include "ui/decks/DeckContainerPanel.h"
+#include "ui/decks/TrackLoad.h"
 #include "ui/deckviews/DeckWaveform.h"
 #include "ui/deckviews/DeckWaveformThumbnail.h"
 #include "ui/layout/DeckLayout.h"
 #include "ui/look/FileDialog.h"
 #include "ui/panel/ControlPanel.h"
+#include "ui/panel/DeckBadge.h"
 #include "ui/poll/DeckWatch.h"
-#include "ui/widgets/PXTextButton.h"
+#include "ui/widgets/PXImageButton.h"
 
 #include <memory>
 #include <optional>
@@ -31,7 +33,8 @@ public:
     /** The lines that stand over the waveform. */
     const juce::StringArray& notice() const noexcept { return shownNotice; }
 
-    /** The track's words in the strip. */
+    /** The track's words in the strip. The tempo is the track's own where a tempo panel says the one that is heard; else both,
+        the one that is heard first. */
     struct Texts
     {
         juce::String title, artist, tempo;
@@ -43,18 +46,28 @@ public:
     /** Opens the dialog that chooses a file for this deck. */
     void chooseFile();
 
+    /** Marks the deck as the one that the keys of undo mean. */
+    void setTouched (bool);
+
+    /** The deck's answer to a track that hangs over it; nothing while none does. */
+    std::optional<TrackLoad::Consent> dropConsent() const noexcept { return drop; }
+
     void paint (juce::Graphics&) override;
     void paintOverChildren (juce::Graphics&) override;
     void resized() override;
 
+    void mouseDown (const juce::MouseEvent&) override;
+
     bool isInterestedInFileDrag (const juce::StringArray&) override;
-    void fileDragEnter (const juce::StringArray&, int, int) override { setDropTarget (true); }
-    void fileDragExit (const juce::StringArray&) override { setDropTarget (false); }
+    void fileDragEnter (const juce::StringArray&, int, int) override { followDrop (true); }
+    void fileDragMove (const juce::StringArray&, int, int) override { followDrop (true); }
+    void fileDragExit (const juce::StringArray&) override { followDrop (false); }
     void filesDropped (const juce::StringArray&, int, int) override;
 
     bool isInterestedInDragSource (const SourceDetails&) override;
-    void itemDragEnter (const SourceDetails&) override { setDropTarget (true); }
-    void itemDragExit (const SourceDetails&) override { setDropTarget (false); }
+    void itemDragEnter (const SourceDetails&) override { followDrop (true); }
+    void itemDragMove (const SourceDetails&) override { followDrop (true); }
+    void itemDragExit (const SourceDetails&) override { followDrop (false); }
     void itemDropped (const SourceDetails&) override;
 
 private:
@@ -64,14 +77,17 @@ private:
     void makePanels();
     void updateNotice();
     void updateTexts();
+    bool hasTempoPanel() const;
+    juce::String tempoText() const;
     void paintGround (juce::Graphics&);
     void paintTexts (juce::Graphics&) const;
-    void setDropTarget (bool);
+    void followDrop (bool isOver);
     void openMenu();
     juce::File trackOf (const SourceDetails&) const;
 
     const DeckWatch watch;
-    PXTextButton& letter;
+    DeckBadge lamp;
+    PXImageButton& loadButton;
     DeckWaveform waveform;
     DeckWaveformThumbnail thumbnail;
     std::vector<std::unique_ptr<DeckContainerPanel>> leftPanels, rightPanels;
@@ -82,5 +98,6 @@ private:
     juce::StringArray message, shownNotice;
     std::optional<juce::uint32> messageEnds; ///< when the message goes from a deck with a track
     int seatsLeft = -1, seatsRight = -1;
-    bool dropTarget = false;
+    std::optional<TrackLoad::Consent> drop;
+    bool touched = false;
 };

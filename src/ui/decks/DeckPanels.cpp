@@ -94,6 +94,19 @@ void DeckCuePanel::paintOverChildren (juce::Graphics& g)
             g.setColour (palette::cues[slot]);
             g.fillRect (buttons[slot]->getBounds().reduced (4).removeFromLeft (4));
         }
+    // The slot that Cue writes and goes to has a frame.
+    if (cueSlot >= 0 && cueSlot < hotCueCount && buttons[static_cast<size_t> (cueSlot)] != nullptr)
+    {
+        g.setColour (palette::value);
+        g.drawRect (buttons[static_cast<size_t> (cueSlot)]->getBounds(), 1);
+    }
+}
+
+void DeckCuePanel::pollMoving()
+{
+    pollControls();
+    if (std::exchange (cueSlot, watch->places.currentCue) != watch->places.currentCue)
+        repaint();
 }
 
 void DeckCuePanel::mouseDown (const juce::MouseEvent& event)

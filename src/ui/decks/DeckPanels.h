@@ -29,9 +29,11 @@ public:
 
 private:
     void mouseDown (const juce::MouseEvent&) override;
+    void pollMoving() override;
 
     const DeckWatch watch;
     std::array<PXTextButton*, hotCueCount> buttons {};
+    int cueSlot = -1; ///< that Cue writes and goes to, as shown
 };
 
 /** Key and key lock. */

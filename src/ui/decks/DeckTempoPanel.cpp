@@ -22,7 +22,7 @@ juce::String reachText (double range)
 
 // clang-format off
 constexpr PlacedControl table[] {
-    { { Kind::fader, "_pitchSlider",      "PITCH_",                  "pitch_164", "Pitch fader: down is faster", Lit::plain, "", false, Words::pitch }, { 4, 0, 28, 164 } },
+    { { Kind::fader, "_pitchSlider",      "PITCH_",                  "pitch_164", "Pitch fader: down is faster. The wheel moves it by 0.1 %, with Shift by 0.02 %", Lit::plain, "", false, Words::pitch }, { 4, 0, 28, 164 } },
     { { Kind::text,  "_pitchResetButton", "PITCH_RESET_",            "RESET", "Returns the pitch to 0 %", Lit::never }, { column, 110, columnWidth, 24 } },
     { { Kind::text,  "_keyLockButton",    "KEY_LOCK_",               "KEY", "Key lock: tempo changes leave the key alone" }, { column, 138, columnWidth, 24 } },
 };
@@ -33,13 +33,19 @@ const juce::Rectangle<int> tempoArea { column - 3, 0, columnWidth + 6, 24 },
                                                pitchUnit = tempoUnit.translated (0, 40);
 const juce::Rectangle<int> rangeArea { column, 82, columnWidth, 24 };
 
-/** The tempo's unit, with how it is in time with what the deck follows. @param beatRatio   see SyncState::beatRatio */
-juce::String unitText (double beatRatio)
+/** The tempo's unit, with the deck that it follows and how it is in time with that.
+    @param beatRatio   see SyncState::beatRatio
+    @param leader      0 to 3, or -1 for none */
+juce::String unitText (double beatRatio, int leader)
 {
     if (beatRatio == 0.0)
         return "NO SYNC";
-    return beatRatio == 1.0 ? "BPM" : beatRatio < 1.0 ? "BPM 1/2" : "BPM 2/1";
+    const juce::String ratio (beatRatio == 1.0 ? "" : beatRatio < 1.0 ? " 1/2" : " 2/1");
+    return leader < 0 ? "BPM" + ratio : "BPM = " + PanelPaint::letterOf (leader) + ratio;
 }
+
+/** A followed tempo swings by a hundredth as its phase is held; nobody wants to read that. */
+constexpr double restlessBpm = 0.025;
 
 /** The percent that the fader adds to the speed. The number of figures stays, so that it never outgrows its place. */
 juce::String pitchText (double percent)
@@ -75,7 +81,13 @@ DeckTempoPanel::DeckTempoPanel (CPlatterdex& e, int deck)
 void DeckTempoPanel::pollMoving()
 {
     pollControls();
-    const Texts next { PanelPaint::bpm (watch->grid, watch->bpm()), unitText (watch->beatRatio),
+    const int master = engine.settings.masterDeck;
+    const auto follows = engine.settings.deckSetup[static_cast<size_t> (watch.deck())].sync != 0
+                         && master >= 0 && master < deckCount && master != watch.deck();
+    if (const auto heard = watch->bpm(); !follows || std::abs (heard - steadyBpm) > restlessBpm)
+        steadyBpm = heard;
+    const Texts next { PanelPaint::bpm (watch->grid, steadyBpm),
+                       unitText (watch->beatRatio, follows ? master : -1),
                        pitchText (100.0 * watch->pitchShare) };
     if (next == shown)
         return;

@@ -26,5 +26,6 @@ private:
 
     const DeckWatch watch;
     MenuButton& range;
+    double steadyBpm = 0.0; ///< as shown
     Texts shown;
 };

@@ -3,15 +3,29 @@
 #include "engine/CPlatterdex.h"
 #include "ui/panel/PanelPaint.h"
 
+TrackLoad::Consent TrackLoad::consentOf (const CPlatterdex& engine, const DeckWatch& watch, bool isHeld)
+{
+    const auto& now = watch.look();
+    if (!now.playing || now.position >= now.loadedFrames)
+        return Consent::given;
+    if (engine.settings.lockLoadedDecks != 0)
+        return Consent::refused;
+    if (isHeld)
+        return Consent::given;
+    return engine.environment.prompts != nullptr ? Consent::asked : Consent::refused;
+}
+
 void TrackLoad::onto (CPlatterdex& engine, const DeckWatch& watch, const juce::File& file,
-                      juce::Component& asker)
+                      juce::Component& asker, bool isHeld)
 {
     const auto deck = watch.deck();
-    const auto& prompts = engine.environment.prompts;
-    const auto& now = watch.look();
-    if (!now.playing || now.position >= now.loadedFrames || engine.settings.lockLoadedDecks != 0
-        || prompts == nullptr)
+    const auto consent = consentOf (engine, watch, isHeld);
+    // A locked deck says so itself.
+    if (consent == Consent::given || engine.settings.lockLoadedDecks != 0)
         return engine.loadTrack (file, deck);
+    if (consent == Consent::refused)
+        return;
+    const auto& prompts = engine.environment.prompts;
     prompts->askYesNo (
         "Deck " + PanelPaint::letterOf (deck) + " is playing",
         "Load " + file.getFileName() + " in place of the track that plays on deck "

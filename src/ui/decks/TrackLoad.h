@@ -9,9 +9,21 @@
 /** Loads tracks for a hand. Message thread. */
 namespace TrackLoad
 {
-/** Loads a track onto a deck. While the deck plays the user is asked first, unless the setting refuses such loads or nobody can
-    be asked. @param asker   without it, when the answer comes, nothing is loaded */
-void onto (CPlatterdex&, const DeckWatch&, const juce::File&, juce::Component& asker);
+/** The answer of a deck to a track that is about to be let go over it. */
+enum class Consent
+{
+    given,  ///< the deck is free, or the hand holds Shift
+    asked,  ///< the deck plays: the user is asked first
+    refused ///< the deck plays, and the setting locks it or nobody can be asked
+};
+
+/** @param isHeld   Shift is held: a deck that plays is loaded at once */
+Consent consentOf (const CPlatterdex&, const DeckWatch&, bool isHeld = false);
+
+/** Loads a track onto a deck by its consent.
+    @param asker    without it, when the answer comes, nothing is loaded
+    @param isHeld   as for consentOf() */
+void onto (CPlatterdex&, const DeckWatch&, const juce::File&, juce::Component& asker, bool isHeld = false);
 
 /** The deck that is free for a track: the first empty one, else the first that stands still. @returns -1 if all play */
 int freeDeck (std::span<const DeckWatch> decks);

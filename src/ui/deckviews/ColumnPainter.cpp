@@ -30,27 +30,66 @@ void paintLayer (const juce::Image::BitmapData& bitmap, int x, int middle, int t
 }
 }
 
+namespace
+{
+/** The entries of a column in one. */
+struct Summary
+{
+    int most = 0, least = 0, level = 0;
+    size_t loudest = 0;
+};
+
+Summary summaryOf (const TrackOverview& overview, int64_t first, int64_t last)
+{
+    Summary summary { -128, 127, 0, static_cast<size_t> (last) };
+    for (auto entry = static_cast<size_t> (first); entry <= static_cast<size_t> (last); ++entry)
+    {
+        summary.most = std::max<int> (summary.most, overview.overviewMax[entry]);
+        summary.least = std::min<int> (summary.least, overview.overviewMin[entry]);
+        if (overview.overviewLevel[entry] >= summary.level)
+        {
+            summary.level = overview.overviewLevel[entry];
+            summary.loudest = entry;
+        }
+    }
+    return summary;
+}
+
+/** The colour of three bands as bright as a screen can show it: their data reach to 150, 160 and 170. */
+juce::Colour bandColour (const TrackOverview& overview, size_t entry)
+{
+    const auto bright = [] (int band, int most)
+    { return static_cast<juce::uint8> (std::min (255, band * 255 / most)); };
+    return { bright (overview.overviewLow[entry], 150), bright (overview.overviewMid[entry], 160),
+             bright (overview.overviewHigh[entry], 170) };
+}
+}
+
 void ColumnPainter::paint (juce::Image::BitmapData& bitmap, int64_t firstColumn) const
 {
-    const auto entries = (loadedFrames + framesPerOverviewEntry - 1) / framesPerOverviewEntry;
+    const auto entries = std::min<int64_t> (
+        (loadedFrames + framesPerOverviewEntry - 1) / framesPerOverviewEntry, TrackOverview::entries);
     const auto middle = track.length (centreLine);
+    const auto heightOf = [this] (int value)
+    { return track.length (std::clamp (value * gain, -double { reach }, double { reach })); };
     for (int x = 0; x < bitmap.width; ++x)
     {
-        const auto entry = track.entryAt (firstColumn + x);
-        if (entry < 0 || entry >= std::min (entries, TrackOverview::entries))
+        const auto last = track.entryAt (firstColumn + x);
+        // A column that is narrower than an entry shows the one it lies in.
+        const auto first =
+            std::clamp<int64_t> (track.entryAt (firstColumn + x - 1) + 1, 0, std::max<int64_t> (0, last));
+        if (last < 0 || first >= entries)
             continue;
-        const auto at = static_cast<size_t> (entry);
-        const int most = overview.overviewMax[at], least = overview.overviewMin[at];
-        const auto top = middle - track.length (most), bottom = middle - track.length (least);
+        const auto column = summaryOf (overview, first, std::min (last, entries - 1));
+        const auto top = middle - heightOf (column.most), bottom = middle - heightOf (column.least);
         if (!spectral)
         {
-            const auto colour = plain.brighter (static_cast<float> (most - least) / 255.0f);
+            const auto colour = plain.brighter (static_cast<float> (column.most - column.least) / 255.0f);
             paintLayer (bitmap, x, middle, top, bottom, colour, colour);
             continue;
         }
-        const juce::Colour bands (overview.overviewLow[at], overview.overviewMid[at],
-                                  overview.overviewHigh[at]);
-        const auto body = track.length (overview.overviewLevel[at]);
+        const auto bands = bandColour (overview, column.loudest);
+        const auto body = heightOf (column.level);
         paintLayer (bitmap, x, middle, top, bottom, bands, bands.darker (darkening));
         paintLayer (bitmap, x, middle, middle - body, middle + body, bands, bands.brighter (brightening));
     }

@@ -9,7 +9,7 @@
 
 namespace
 {
-const juce::Colour waveColour { 0xff227bd5 }, positionColour { 0xffbeefff };
+constexpr float barAlpha = 0.7f, beatAlpha = 0.35f;
 constexpr double scrubGain = 0.01;
 constexpr float wheelStep = 0.1f; ///< of travel, for one step of the zoom
 constexpr float echoReach = 0.5f; ///< pixels
@@ -41,11 +41,14 @@ void DeckPeakScope::redrawAll()
 void DeckPeakScope::setSamplesPerPixel (int samples)
 {
     samples = juce::jlimit (leastSamplesPerPixel, mostSamplesPerPixel, samples);
-    const auto next = static_cast<int> (std::bit_floor (static_cast<unsigned> (samples)));
-    if (std::exchange (zoom, next) == next)
-        return;
-    redrawAll();
+    shared->scopeSamples = static_cast<int> (std::bit_floor (static_cast<unsigned> (samples)));
     refresh();
+}
+
+void DeckPeakScope::followZoom()
+{
+    if (std::exchange (zoom, shared->scopeSamples) != shared->scopeSamples)
+        redrawAll();
 }
 
 void DeckPeakScope::resized()
@@ -57,6 +60,8 @@ void DeckPeakScope::resized()
 void DeckPeakScope::engineEvent (EngineEvent event, int index)
 {
     using enum EngineEvent;
+    if (index == deck())
+        beats.forget();
     if (index == deck() && (event == trackLeft || event == trackLoaded || event == loadFailed))
         redrawAll();
 }
@@ -64,6 +69,10 @@ void DeckPeakScope::engineEvent (EngineEvent event, int index)
 void DeckPeakScope::pollMoving()
 {
     step (steps.due (juce::Time::getCurrentTime()));
+    followZoom();
+    const auto reach = (getWidth() / 2 + 1.0) * zoom;
+    if (beats.update (watch, watch->position - reach, watch->position + reach))
+        repaint();
     const auto loaded = watch->loadedFrames;
     const auto pixel = static_cast<int64_t> (watch->position) / zoom;
     if (loaded != loadedFrames)
@@ -118,6 +127,7 @@ void DeckPeakScope::step (std::optional<double> move)
 void DeckPeakScope::paintColumns (juce::Image::BitmapData& bitmap, int64_t first) const
 {
     const PeakColumns columns { zoom / scale };
+    const auto hue = palette::decks[static_cast<size_t> (deck())];
     const auto middle = bitmap.height / 2, line = std::max (1, juce::roundToInt (scale));
     const auto put = [&bitmap] (int x, int y, juce::Colour colour)
     { reinterpret_cast<juce::PixelRGB*> (bitmap.getPixelPointer (x, y))->set (colour.getPixelARGB()); };
@@ -136,7 +146,7 @@ void DeckPeakScope::paintColumns (juce::Image::BitmapData& bitmap, int64_t first
         const auto top = juce::jlimit (0, bitmap.height - 1, rowOf (peaks.most));
         const auto bottom = juce::jlimit (top + 1, bitmap.height, rowOf (peaks.least));
         for (int y = top; y < bottom; ++y)
-            put (x, y, waveColour);
+            put (x, y, hue);
     }
 }
 
@@ -157,7 +167,23 @@ void DeckPeakScope::paint (juce::Graphics& g)
     g.drawImageAt (image.image(), 0, 0);
     if (loadedFrames > 0)
     {
-        g.setColour (positionColour);
+        paintBeats (g, centre, height);
+        g.setColour (palette::accent);
         g.fillRect (centre, 0, std::max (1, juce::roundToInt (scale)), height);
+    }
+}
+
+/** Lines of beats and, brighter, bars, in the screen's own pixels. */
+void DeckPeakScope::paintBeats (juce::Graphics& g, int centre, int height) const
+{
+    const PeakColumns columns { zoom / scale };
+    const auto left = columns.columnAt (static_cast<double> (shownPixel * zoom)) - centre;
+    for (const auto& beat : beats.beats())
+    {
+        const auto x = columns.columnAt (beat.frame) - left;
+        if (x < 0 || x >= getWidth() * scale)
+            continue;
+        g.setColour (palette::value.withAlpha (beat.fromDownbeat % 8 == 0 ? barAlpha : beatAlpha));
+        g.fillRect (static_cast<int> (x), 0, std::max (1, juce::roundToInt (scale)), height);
     }
 }

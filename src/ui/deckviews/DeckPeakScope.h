@@ -1,8 +1,10 @@
 #pragma once
 
 #include "support/EngineListener.h"
+#include "ui/deckviews/BeatWindow.h"
 #include "ui/deckviews/DragSteps.h"
 #include "ui/deckviews/ScrollingImage.h"
+#include "ui/deckviews/WaveformZoom.h"
 #include "ui/poll/DeckWatch.h"
 #include "ui/poll/PollingView.h"
 
@@ -10,7 +12,8 @@
 
 class CPlatterdex;
 
-/** The samples around the playing position, magnified. The wheel zooms, a drag scrubs. */
+/** The samples around the playing position, magnified, in the deck's hue and with its beats. The wheel zooms the scopes of all
+    decks, a drag scrubs. */
 class DeckPeakScope : public PollingView, private EngineListener
 {
 public:
@@ -25,7 +28,7 @@ public:
     /** Frames of the file in a logical pixel: a power of two. */
     int samplesPerPixel() const noexcept { return zoom; }
 
-    /** @param samples   limited to the least and the most */
+    /** Zooms the scopes of all decks: the others follow at their next look. @param samples   limited to the least and the most */
     void setSamplesPerPixel (int samples);
 
     void paint (juce::Graphics&) override;
@@ -44,11 +47,15 @@ private:
 
     void redrawAll();
     void step (std::optional<double> move);
+    void followZoom();
     void paintColumns (juce::Image::BitmapData&, int64_t first) const;
+    void paintBeats (juce::Graphics&, int centre, int height) const;
 
     CPlatterdex& engine;
     const DeckWatch watch;
-    int zoom = 32;
+    const juce::SharedResourcePointer<WaveformZoom> shared;
+    int zoom = 32; ///< as it was drawn last
+    BeatWindow beats;
     float wheelTravel = 0.0f;
 
     ScrollingImage image;

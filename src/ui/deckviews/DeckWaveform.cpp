@@ -12,11 +12,19 @@
 
 namespace
 {
-constexpr int timeTop = 12, timeHeight = 28, timeHalfWidth = 60;
+constexpr int timeTop = 2, timeHeight = 41, timeHalfWidth = 60, textHalfWidth = 66;
 constexpr int dragBelow = 47; ///< a drag that begins above this row takes the track with it
 constexpr int dragImageHeight = 22, dragImageWidth = 240;
 constexpr float dragImageAlpha = 0.6f;
-constexpr double scratchGain = 0.02;
+constexpr int smallTop = 27, smallHeight = 15; ///< the line below the large time
+constexpr double nearSeconds = 30.0, blinkSeconds = 10.0;
+constexpr juce::uint32 blinkMs = 400;
+
+// The hand leads the record: each step gives the jog the speed that takes the record to the hand within the time that the
+// slowest steps, those of the clock, are apart, less what a jog loses by itself within 0.1 s.
+constexpr double steerSeconds = 0.033, standsWithin = 32.0; ///< frames
+constexpr int steerMs = 8;
+constexpr double fastest = 50.0;
 }
 
 DeckWaveform::DeckWaveform (CPlatterdex& e, int deck)
@@ -39,7 +47,7 @@ DeckWaveform::~DeckWaveform()
 
 juce::Rectangle<int> DeckWaveform::timeArea (int width)
 {
-    return { width / 2 - timeHalfWidth, timeTop, 2 * timeHalfWidth, timeHeight };
+    return { width / 2 - textHalfWidth, timeTop, 2 * textHalfWidth, timeHeight };
 }
 
 void DeckWaveform::setNotice (const juce::StringArray& lines)
@@ -89,20 +97,20 @@ bool DeckWaveform::followLoading (int32_t loadedFrames)
     }
     const auto from = before / framesPerOverviewEntry;
     image.invalidateFrom (track.columnOf (from));
-    return from <= shown.entry + getWidth() / 2 + 1;
+    return from <= shown.entry + static_cast<int64_t> (getWidth() / 2 / track.zoom) + 1;
 }
 
 bool DeckWaveform::followBeats()
 {
     const auto middle = static_cast<double> (shown.entry * framesPerOverviewEntry);
-    const auto reach = (getWidth() / 2 + 1.0) * framesPerOverviewEntry;
+    const auto reach = (getWidth() / 2 + 1.0) * framesPerOverviewEntry / zoom->zoom();
     return beats.update (watch, middle - reach, middle + reach);
 }
 
 void DeckWaveform::pollMoving()
 {
     if (scratching)
-        step (steps.due (juce::Time::getCurrentTime()));
+        steer();
 
     const auto entry = static_cast<int64_t> (watch->position) / framesPerOverviewEntry;
     auto changed = std::exchange (shown.entry, entry) != entry;
@@ -115,6 +123,14 @@ void DeckWaveform::pollMoving()
         image.invalidate();
         changed = true;
     }
+    const auto gain = zoom->fills ? double { ColumnPainter::reach } / ColumnPainter::fullScale : 1.0;
+    if (shownZoom != zoom->zoom() || shownGain != gain)
+    {
+        shownZoom = zoom->zoom();
+        shownGain = gain;
+        image.invalidate();
+        changed = true;
+    }
     if (watch->places != shown.places)
     {
         shown.places = watch->places;
@@ -123,9 +139,9 @@ void DeckWaveform::pollMoving()
     if (changed)
         repaintPicture();
 
-    if (auto time = readTime(); time != shown.time)
+    if (auto times = readTimes(); times != shown.times)
     {
-        shown.time = std::move (time);
+        shown.times = std::move (times);
         repaint (timeArea (getWidth()));
     }
 }
@@ -139,13 +155,51 @@ void DeckWaveform::pollCalm()
     repaintPicture();
 }
 
-juce::String DeckWaveform::readTime() const
+/** The time to the end of the track at the speed that plays, or that the pitch fader will give. */
+double DeckWaveform::secondsLeft() const
 {
-    const auto rate = watch->grid.sampleRate, position = watch->position;
+    const auto rate = watch->grid.sampleRate;
+    const auto speed = watch->playing && !watch->scratching ? watch->tempo : 1.0 + watch->pitchShare;
+    return std::max (0.0, (watch->loadedFrames - watch->position) / rate) / (speed > 0.01 ? speed : 1.0);
+}
+
+juce::String DeckWaveform::readNextCue() const
+{
+    if (!watch->grid.isKnown() || !(watch->grid.bpm > 0.0))
+        return {};
+    auto nearest = std::numeric_limits<double>::infinity();
+    int slot = -1;
+    for (int i = 0; i < cueSlotCount; ++i)
+        if (const auto ahead = watch->places.cues[static_cast<size_t> (i)] - watch->position;
+            watch->places.hasCue (i) && ahead > 0.0 && ahead < nearest)
+        {
+            nearest = ahead;
+            slot = i;
+        }
+    if (slot < 0)
+        return {};
+    const auto beats =
+        static_cast<int> (std::ceil (nearest / watch->grid.sampleRate * watch->grid.bpm / 60.0 - 0.01));
+    return "CUE " + juce::String (slot + 1) + "  " + juce::String (beats / 4) + "."
+           + juce::String (beats % 4);
+}
+
+DeckWaveform::Times DeckWaveform::readTimes() const
+{
+    const auto rate = watch->grid.sampleRate;
     if (watch->loadedFrames < 1 || !(rate > 0.0))
-        return timeText (std::numeric_limits<double>::quiet_NaN());
-    return remainingTimeShown ? "-" + timeText (std::max (0.0, (watch->loadedFrames - position) / rate))
-                              : timeText (position / rate);
+        return { timeText (std::numeric_limits<double>::quiet_NaN()) };
+    const auto left = secondsLeft();
+    Times times { timeText (watch->position / rate), "-" + timeText (left), readNextCue() };
+    if (remainingTimeShown)
+        std::swap (times.large, times.small);
+    using End = Times::End;
+    if (watch->playing && !watch->loading && left <= nearSeconds)
+    {
+        const auto isOut = left <= blinkSeconds && engine.environment.clock() / blinkMs % 2 != 0;
+        times.end = isOut ? End::blinks : End::near;
+    }
+    return times;
 }
 
 juce::StringArray DeckWaveform::readNotice() const
@@ -161,8 +215,9 @@ void DeckWaveform::mouseDown (const juce::MouseEvent& event)
     if (!event.mods.isLeftButtonDown() || event.y < pictureTop || event.y > pictureBottom)
         return;
     scratching = true;
-    lastMouseX = event.position.x;
-    steps.begin();
+    handX = 0.0f;
+    heldFrame = watch.look().position;
+    steeredMs = 0;
     engine.transport.setScratch (deck(), true, false);
 }
 
@@ -170,8 +225,13 @@ void DeckWaveform::mouseDrag (const juce::MouseEvent& event)
 {
     if (scratching)
     {
-        const auto move = event.position.x - std::exchange (lastMouseX, event.position.x);
-        step (steps.add (static_cast<double> (move), event.eventTime));
+        handX = event.position.x - event.mouseDownPosition.x;
+        // A mouse that reports a thousand times a second needs no more steps than another.
+        if (const auto now = event.eventTime.toMilliseconds(); std::abs (now - steeredMs) >= steerMs)
+        {
+            steeredMs = now;
+            steer();
+        }
     }
     else if (event.mods.isLeftButtonDown() && event.getMouseDownY() < dragBelow && !dragStarted
              && event.mouseWasDraggedSinceMouseDown())
@@ -198,10 +258,26 @@ void DeckWaveform::mouseUp (const juce::MouseEvent& event)
     }
 }
 
-void DeckWaveform::step (std::optional<double> move)
+/** Gives the jog the speed that brings the record below the hand: a pixel of the hand is a pixel of the wave. */
+void DeckWaveform::steer()
 {
-    if (move.has_value() && watch.look().scratching)
-        engine.transport.dragJog (deck(), *move, scratchGain);
+    const auto& now = watch.look();
+    const auto rate = now.grid.sampleRate;
+    if (!now.scratching || !(rate > 0.0))
+        return;
+    const auto wanted = heldFrame - static_cast<double> (handX) * framesPerOverviewEntry / zoom->zoom();
+    const auto away = wanted - now.position;
+    const auto speed =
+        std::abs (away) < standsWithin ? 0.0 : std::clamp (away / (rate * steerSeconds), -fastest, fastest);
+    engine.transport.dragJog (deck(), speed, -1.0); // this share of the way to it: all
+}
+
+void DeckWaveform::mouseWheelMove (const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel)
+{
+    if (event.y < pictureTop || event.y > pictureBottom || wheel.deltaY == 0.0f || wheel.isInertial)
+        return;
+    zoom->turn (wheel.deltaY > 0.0f ? 1 : -1);
+    refresh();
 }
 
 void DeckWaveform::beginTrackDrag (const juce::Image& picture)
@@ -226,9 +302,31 @@ juce::Image DeckWaveform::pictureOfStripAt (juce::Point<int> place)
 
 void DeckWaveform::paint (juce::Graphics& g)
 {
-    g.setColour (shown.loadedFrames > 0 ? palette::value : palette::label);
+    using End = Times::End;
+    const auto& times = shown.times;
+    auto area = timeArea (getWidth());
+    auto small = area.withY (smallTop).withHeight (smallHeight);
+    if (times.end == End::near)
+    {
+        g.setColour (palette::danger);
+        g.fillRect (remainingTimeShown ? area.withBottom (smallTop) : small.withWidth (small.getWidth() / 2));
+    }
+    const auto isKnown = shown.loadedFrames > 0;
+    const auto colourOf = [&] (bool isRemaining)
+    {
+        return isRemaining && times.end == End::near ? palette::textOn (palette::danger)
+               : isKnown                             ? palette::value
+                                                     : palette::label;
+    };
+    g.setColour (colourOf (remainingTimeShown));
     g.setFont (SMLookAndFeel::font (SMLookAndFeel::figureSize));
-    drawFigures (g, shown.time, timeArea (getWidth()));
+    drawFigures (g, times.large, area.withBottom (smallTop));
+    g.setColour (colourOf (!remainingTimeShown));
+    g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
+    drawFigures (g, times.small, small.removeFromLeft (small.getWidth() / 2));
+    g.setColour (palette::label);
+    g.setFont (SMLookAndFeel::labelFont());
+    g.drawText (times.nextCue, small, juce::Justification::centredRight, false);
 }
 
 /** The strip's ground: the end of its head, and below it the well of the wave. */
@@ -248,13 +346,18 @@ void DeckWaveform::paintPicture (juce::Graphics& g)
 {
     g.setOrigin (0, -MarkPainter::numberTop);
     paintGround (g);
-    const auto now = TrackScale::ofScreen (g.getInternalContext().getPhysicalPixelScaleFactor());
-    if (std::exchange (track, now).scale != now.scale)
+    const auto now =
+        TrackScale::ofScreen (g.getInternalContext().getPhysicalPixelScaleFactor(), zoom->zoom());
+    if (std::exchange (track, now) != now)
         image.invalidate();
     const auto width = track.length (getWidth()), centre = track.length (getWidth() / 2);
     const auto left = track.columnOf (shown.entry) - centre;
-    const ColumnPainter columns { *watch->overview, shown.loadedFrames, shown.spectral,
-                                  palette::decks[static_cast<size_t> (deck())], track };
+    const ColumnPainter columns { *watch->overview,
+                                  shown.loadedFrames,
+                                  shown.spectral,
+                                  palette::decks[static_cast<size_t> (deck())],
+                                  track,
+                                  shownGain };
     image.setSize (width, track.length (ColumnPainter::imageHeight));
     lastColumnsDrawn =
         image.moveTo (left, [&columns] (auto& bitmap, int64_t first) { columns.paint (bitmap, first); });
@@ -292,6 +395,9 @@ void DeckWaveform::paintNotice (juce::Graphics& g) const
     auto box =
         juce::Rectangle<int> (std::min (boxWidth, getWidth() - 8), lineHeight * shown.notice.size() + 8)
             .withCentre ({ getWidth() / 2, centreRow });
+    // Leaves the half behind the playhead free: the first beats shall be seen while a track loads.
+    if (notice.isEmpty())
+        box = box.withWidth (std::min (box.getWidth(), getWidth() / 2 - 8)).withX (4);
     SMLookAndFeel::fillRaised (g, box, palette::well);
     g.setColour (palette::value);
     g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));

@@ -2,9 +2,9 @@
 
 #include "support/EngineListener.h"
 #include "ui/deckviews/BeatWindow.h"
-#include "ui/deckviews/DragSteps.h"
 #include "ui/deckviews/MarkPainter.h"
 #include "ui/deckviews/ScrollingImage.h"
+#include "ui/deckviews/WaveformZoom.h"
 #include "ui/poll/PollingView.h"
 
 class CPlatterdex;
@@ -18,7 +18,7 @@ class DeckWaveform : public PollingView, private EngineListener
 {
 public:
     /** Logical pixels from the strip's top. */
-    static constexpr int pictureTop = MarkPainter::pictureTop, pictureBottom = 190, imageTop = 74;
+    static constexpr int pictureTop = MarkPainter::pictureTop, pictureBottom = 190, imageTop = 59;
 
     /** Names a drag out of the strip; the deck is the source component's. */
     static constexpr const char* dragDescription = "DeckWaveformDragSource";
@@ -32,8 +32,26 @@ public:
     /** Lines that stand in the middle of the picture until an empty array takes them away. */
     void setNotice (const juce::StringArray& lines);
 
-    /** The time as it is shown: the position, or what remains with a minus before it. */
-    const juce::String& time() const noexcept { return shown.time; }
+    /** The times above the picture. */
+    struct Times
+    {
+        juce::String large {}; ///< the position, or after a click on it what remains
+        juce::String
+            small {}; ///< the other one. What remains is at the pitch in force, with a minus before it
+        juce::String nextCue {}; ///< "CUE 3  4.2": the bars and beats to the next cue; empty without one
+        enum class End
+        {
+            far,
+            near,  ///< 30 s of playing
+            blinks ///< 10 s: the time comes and goes
+        } end = End::far;
+        bool operator== (const Times&) const = default;
+    };
+
+    const Times& times() const noexcept { return shown.times; }
+
+    /** The time that is shown large: a click turns it between position and what remains. */
+    const juce::String& time() const noexcept { return shown.times.large; }
 
     /** The room that the time takes above the picture, and where a click turns it. */
     static juce::Rectangle<int> timeArea (int width);
@@ -46,6 +64,9 @@ public:
     void mouseDown (const juce::MouseEvent&) override;
     void mouseDrag (const juce::MouseEvent&) override;
     void mouseUp (const juce::MouseEvent&) override;
+
+    /** Zooms the waveforms of all decks. */
+    void mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails&) override;
 
 protected:
     /** Hands the deck's track to the container of drags. @param picture   what hangs at the pointer */
@@ -74,7 +95,7 @@ private:
         int32_t loadedFrames = 0;
         bool spectral = true;
         TrackPlaces places;
-        juce::String time;
+        Times times;
         juce::StringArray notice;
     };
 
@@ -87,9 +108,11 @@ private:
     void repaintPicture();
     bool followLoading (int32_t loadedFrames);
     bool followBeats();
-    juce::String readTime() const;
+    Times readTimes() const;
+    juce::String readNextCue() const;
+    double secondsLeft() const;
     juce::StringArray readNotice() const;
-    void step (std::optional<double> move);
+    void steer();
     juce::Image pictureOfStripAt (juce::Point<int>);
     void paintPicture (juce::Graphics&);
     void paintGround (juce::Graphics&) const;
@@ -109,7 +132,11 @@ private:
     MarkPainter marks;
     int lastColumnsDrawn = 0;
 
+    const juce::SharedResourcePointer<WaveformZoom> zoom;
+    double shownZoom = 1.0, shownGain = 1.0;
+
     bool scratching = false, dragStarted = false;
-    float lastMouseX = 0.0f;
-    DragSteps steps;
+    float handX = 0.0f;     ///< the hand on the record, pixels from where it was pressed
+    double heldFrame = 0.0; ///< the place that it was pressed at
+    juce::int64 steeredMs = 0;
 };

@@ -9,7 +9,11 @@ namespace
 {
 constexpr int fullScale = 32; ///< of the waveform data, 6 bits with sign
 constexpr float playedAlpha = 0.5f, loopAlpha = 0.35f;
-constexpr int playheadWidth = 2, flagSize = 5;
+constexpr int playheadWidth = 2, flagWidth = 9, flagHeight = 11, footSize = 7;
+constexpr float waveBrightness = 0.7f; ///< of the hue: the large waveform is the louder one
+constexpr double nearSeconds = 30.0, blinkSeconds = 10.0;
+constexpr juce::uint32 blinkMs = 400;
+constexpr int warningWidth = 2;
 constexpr int minuteTick = 4, minuteTextHeight = 11;
 constexpr float chipAlpha = 0.75f;
 constexpr float leastMinuteWidth = 24.0f; ///< below it the minutes are ticks without numbers
@@ -69,8 +73,20 @@ void DeckWaveformThumbnail::pollMoving()
     repaint (from - playheadWidth, 0, to - from + 2 * playheadWidth, getHeight());
 }
 
+/** True from 30 s before the end on; within the last 10 s it comes and goes. */
+bool DeckWaveformThumbnail::isEndNear() const
+{
+    if (!watch->playing || watch->loading || loadedFrames < 1)
+        return false;
+    const auto speed = std::max (0.01, watch->tempo);
+    const auto left = (loadedFrames - watch->position) / (watch->grid.sampleRate * speed);
+    return left <= nearSeconds && (left > blinkSeconds || engine.environment.clock() / blinkMs % 2 == 0);
+}
+
 void DeckWaveformThumbnail::pollCalm()
 {
+    if (const auto next = isEndNear(); std::exchange (warns, next) != next)
+        repaint();
     if (const auto loaded = watch->loadedFrames; loaded != loadedFrames)
     {
         loadedFrames = loaded;
@@ -87,17 +103,26 @@ void DeckWaveformThumbnail::pollCalm()
 void DeckWaveformThumbnail::mouseDown (const juce::MouseEvent& event)
 {
     soughtX = -1.0f;
+    scrubs = event.mods.isLeftButtonDown() && event.mods.isShiftDown();
     mouseDrag (event);
 }
 
 void DeckWaveformThumbnail::mouseDrag (const juce::MouseEvent& event)
 {
-    if (event.mods.isLeftButtonDown())
-        seekTo (juce::jlimit (0.0f, static_cast<float> (getWidth()), event.position.x));
+    if (scrubs && event.mods.isLeftButtonDown())
+        seekTo (event);
 }
 
-void DeckWaveformThumbnail::seekTo (float x)
+void DeckWaveformThumbnail::mouseUp (const juce::MouseEvent& event)
 {
+    if (event.mods.isLeftButtonDown() && !std::exchange (scrubs, false)
+        && !event.mouseWasDraggedSinceMouseDown())
+        seekTo (event);
+}
+
+void DeckWaveformThumbnail::seekTo (const juce::MouseEvent& event)
+{
+    const auto x = juce::jlimit (0.0f, static_cast<float> (getWidth()), event.position.x);
     if (x == soughtX || getWidth() < 1)
         return;
     soughtX = x;
@@ -119,7 +144,7 @@ void DeckWaveformThumbnail::build (double scale)
         return;
     const auto columns = ThumbnailColumns::of (*watch->overview, loadedFrames, width);
     juce::Image::BitmapData bitmap (picture, juce::Image::BitmapData::readWrite);
-    const auto hue = palette::decks[static_cast<size_t> (deck())];
+    const auto hue = palette::decks[static_cast<size_t> (deck())].withMultipliedBrightness (waveBrightness);
     const auto rowOf = [height] (int sample) { return (fullScale - sample) * height / (2 * fullScale); };
     for (int x = 0; x < width; ++x)
     {
@@ -150,6 +175,11 @@ void DeckWaveformThumbnail::paint (juce::Graphics& g)
     g.fillRect (playheadX - playheadWidth / 2 - 1, 0, playheadWidth + 2, getHeight());
     g.setColour (palette::decks[static_cast<size_t> (deck())].brighter (0.6f));
     g.fillRect (playheadX - playheadWidth / 2, 0, playheadWidth, getHeight());
+    if (warns)
+    {
+        g.setColour (palette::danger);
+        g.drawRect (getLocalBounds(), warningWidth);
+    }
 }
 
 void DeckWaveformThumbnail::paintMinutes (juce::Graphics& g) const
@@ -166,7 +196,7 @@ void DeckWaveformThumbnail::paintMinutes (juce::Graphics& g) const
         g.fillRect (x, getHeight() - minuteTick, 1, minuteTick);
         if (!withNumbers)
             continue;
-        const juce::String text (minute);
+        const auto text = juce::String (minute) + "'";
         const juce::Rectangle<int> chip (x + 1, getHeight() - minuteTextHeight,
                                          g.getCurrentFont().getStringWidth (text) + 4, minuteTextHeight);
         g.setColour (palette::ground.withAlpha (chipAlpha));
@@ -184,23 +214,38 @@ void DeckWaveformThumbnail::paintPlaces (juce::Graphics& g) const
         g.setColour ((places.loop->running ? palette::selected : palette::value).withAlpha (loopAlpha));
         g.fillRect (from, 0.0f, std::max (1.0f, to - from), static_cast<float> (getHeight()));
     }
-    const auto mark = [&] (double frame, juce::Colour colour)
+    // Every mark has a dark edge, so that it is seen on the brightest wave.
+    const auto mark = [&] (double frame, juce::Colour colour, const juce::String& number)
     {
         const auto x = juce::roundToInt (xOf (frame));
+        // The cloth hangs before its pole, or behind it where the track has just begun.
+        const juce::Rectangle<int> cloth (x >= flagWidth ? x - flagWidth + 1 : x, 0, flagWidth, flagHeight);
+        g.setColour (palette::ink);
+        g.fillRect (x - 1, 0, 3, getHeight());
+        g.fillRect (cloth.expanded (1));
         g.setColour (colour);
         g.fillRect (x, 0, 1, getHeight());
-        g.fillRect (x - flagSize + 1, 0, flagSize, flagSize);
+        g.fillRect (cloth);
+        g.setColour (palette::ink);
+        g.setFont (SMLookAndFeel::font (SMLookAndFeel::labelSize));
+        g.drawText (number, cloth, juce::Justification::centred, false);
     };
     if (places.startPoint.has_value())
-        mark (*places.startPoint, palette::label);
+        mark (*places.startPoint, palette::label, {});
     for (int slot = 0; slot < hotCueCount; ++slot)
         if (places.hasCue (slot))
-            mark (places.cues[static_cast<size_t> (slot)], palette::cues[static_cast<size_t> (slot)]);
+            mark (places.cues[static_cast<size_t> (slot)], palette::cues[static_cast<size_t> (slot)],
+                  juce::String (slot + 1));
     // The cue point's flag stands at the foot.
     if (const auto slot = places.currentCue; slot >= 0 && slot < cueSlotCount && places.hasCue (slot))
     {
-        g.setColour (palette::value);
         const auto x = juce::roundToInt (xOf (places.cues[static_cast<size_t> (slot)]));
-        g.fillRect (x, getHeight() - flagSize, flagSize, flagSize);
+        juce::Path foot;
+        const auto left = static_cast<float> (x), bottom = static_cast<float> (getHeight());
+        foot.addTriangle (left, bottom - footSize, left + footSize, bottom, left, bottom);
+        g.setColour (palette::ink);
+        g.strokePath (foot, juce::PathStrokeType (2.0f));
+        g.setColour (palette::value);
+        g.fillPath (foot);
     }
 }

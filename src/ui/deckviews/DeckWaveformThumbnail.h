@@ -6,7 +6,8 @@
 
 class CPlatterdex;
 
-/** A deck's whole track: what has been played is dim, cues, loop and minutes are marked. A click or a drag seeks. */
+/** A deck's whole track: what has been played is dim, cues, loop and minutes are marked. A click seeks as it
+    is let go, a drag with Shift scrubs. Any other drag does nothing: a slip of the hand leaves a playing deck alone. */
 class DeckWaveformThumbnail : public PollingView, private EngineListener
 {
 public:
@@ -23,6 +24,7 @@ public:
     void resized() override;
     void mouseDown (const juce::MouseEvent&) override;
     void mouseDrag (const juce::MouseEvent&) override;
+    void mouseUp (const juce::MouseEvent&) override;
 
 private:
     void pollMoving() override;
@@ -32,9 +34,10 @@ private:
 
     void rebuildLater();
     void build (double scale);
-    void seekTo (float x);
+    void seekTo (const juce::MouseEvent&);
     float xOf (double frame) const;
     int playheadAt() const;
+    bool isEndNear() const;
     void paintMinutes (juce::Graphics&) const;
     void paintPlaces (juce::Graphics&) const;
 
@@ -49,4 +52,6 @@ private:
     int playheadX = -1;       ///< -1 without a track
     TrackPlaces places;
     float soughtX = -1.0f; ///< of the drag's last seek
+    bool warns = false;    ///< the end is near, and the warning is on
+    bool scrubs = false;   ///< the press came with Shift
 };

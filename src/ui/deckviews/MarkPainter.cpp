@@ -77,7 +77,7 @@ int MarkPainter::clothX (int pole, int width, Cloth side) const
 void MarkPainter::hang (juce::Graphics& g, Sprite flag, Sprite line, int frame, int x, Cloth side) const
 {
     const auto& cloth = sprites.get (flag, frame);
-    g.drawImageAt (sprites.get (line, frame), x, y (cueFlagTop) + cloth.getHeight());
+    g.drawImageAt (sprites.get (line, frame), x - track.length (1), y (cueFlagTop) + cloth.getHeight());
     g.drawImageAt (cloth, clothX (x, cloth.getWidth(), side), y (cueFlagTop));
 }
 
@@ -85,7 +85,7 @@ void MarkPainter::hang (juce::Graphics& g, Sprite flag, Sprite line, int frame, 
 void MarkPainter::stand (juce::Graphics& g, Sprite flag, Sprite line, int frame, int x, Cloth side) const
 {
     const auto& cloth = sprites.get (flag, frame);
-    g.drawImageAt (sprites.get (line, frame), x, y (lowFlagTop - flagLine));
+    g.drawImageAt (sprites.get (line, frame), x - track.length (1), y (lowFlagTop - flagLine));
     g.drawImageAt (cloth, clothX (x, cloth.getWidth(), side), y (lowFlagTop));
 }
 

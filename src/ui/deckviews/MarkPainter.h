@@ -11,8 +11,8 @@ class MarkPainter
 public:
     // Logical pixels from the strip's top. Beat marks, lines and playhead begin at the picture's top.
     static constexpr int pictureTop = 48, numberTop = 45, numberHeight = 13, numberOffset = 6;
-    static constexpr int cueFlagTop = 70;  ///< above the loudest peak, so that no flag hides what it marks
-    static constexpr int lowFlagTop = 174; ///< below it: cue point and loop, whose lines end there
+    static constexpr int cueFlagTop = 59;  ///< where the wave begins; a cloth hangs before what it marks
+    static constexpr int lowFlagTop = 179; ///< below the wave: cue point and loop, whose lines end there
 
     /** @param deck   0 to 3 */
     void prepare (TrackScale track, int deck);

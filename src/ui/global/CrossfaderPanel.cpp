@@ -6,10 +6,10 @@ using Kind = ControlSpec::Kind;
 
 // clang-format off
 constexpr PlacedControl table[] {
-    { { Kind::sign,  "_autoLeftButton",        "AUTO_CROSSFADER_LEFT",  "left_24", "Fades to the left automatically" }, {   4, 10, 24, 24 } },
-    { { Kind::level, "_crossfaderSlider",      "CROSSFADER",            "crossfader_96", "Crossfader" }, { 36, 10, 96, 24 } },
-    { { Kind::sign,  "_autoRightButton",       "AUTO_CROSSFADER_RIGHT", "right_24", "Fades to the right automatically" }, { 140, 10, 24, 24 } },
-    { { Kind::knob,  "_crossfaderCurveSlider", "CROSSFADER_CURVE",      "CURVE", "Crossfader curve", ControlSpec::Lit::plain, "", true }, { 176,  1, 28, 40 } },
+    { { Kind::level, "_crossfaderSlider",      "CROSSFADER",            "crossfader_188", "Crossfader" }, {  14,  0, 188, 20 } },
+    { { Kind::sign,  "_autoLeftButton",        "AUTO_CROSSFADER_LEFT",  "left_20", "Fades to the left automatically" }, {  14, 21, 22, 20 } },
+    { { Kind::level, "_crossfaderCurveSlider", "CROSSFADER_CURVE",      "crossfader_track", "Crossfader curve", ControlSpec::Lit::plain, "", true }, {  84, 21, 92, 20 } },
+    { { Kind::sign,  "_autoRightButton",       "AUTO_CROSSFADER_RIGHT", "right_20", "Fades to the right automatically" }, { 180, 21, 22, 20 } },
 };
 // clang-format on
 }
@@ -17,4 +17,5 @@ constexpr PlacedControl table[] {
 CrossfaderPanel::CrossfaderPanel (CPlatterdex& e) : ControlPanel (e)
 {
     addControls (table, -1);
+    addLabel ("CURVE", { 40, 21, 44, 20 });
 }

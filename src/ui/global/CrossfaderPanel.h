@@ -2,7 +2,7 @@
 
 #include "ui/panel/ControlPanel.h"
 
-/** The crossfader with its automatic fades and its curve. */
+/** The crossfader over the whole width of the block, 160 pixels of travel; below it its automatic fades and its curve. */
 class CrossfaderPanel : public ControlPanel
 {
 public:

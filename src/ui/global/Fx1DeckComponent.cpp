@@ -12,9 +12,9 @@ using Lit = ControlSpec::Lit;
 
 // clang-format off
 constexpr PlacedControl table[] {
-    { { Kind::text, "_fxHighButton",   "FX_HIGH_BAND_GROUP_", "H", "Sends the high band to the effects" }, {  28, 6, 22, 24 } },
-    { { Kind::text, "_fxMidButton",    "FX_MID_BAND_GROUP_",  "M", "Sends the mid band to the effects" }, {  52, 6, 22, 24 } },
-    { { Kind::text, "_fxLowButton",    "FX_LOW_BAND_GROUP_",  "L", "Sends the low band to the effects" }, {  76, 6, 22, 24 } },
+    { { Kind::text, "_fxHighButton",   "FX_HIGH_BAND_GROUP_", "H", "Keeps the high band out of the effects: lit, it is cut out of them", Lit::absent }, {  28, 6, 22, 24 } },
+    { { Kind::text, "_fxMidButton",    "FX_MID_BAND_GROUP_",  "M", "Keeps the mid band out of the effects: lit, it is cut out of them", Lit::absent }, {  52, 6, 22, 24 } },
+    { { Kind::text, "_fxLowButton",    "FX_LOW_BAND_GROUP_",  "L", "Keeps the low band out of the effects: lit, it is cut out of them", Lit::absent }, {  76, 6, 22, 24 } },
     { { Kind::knob, "_fxFilterSlider", "FILTER_",             "", "Filter: low-pass to the left, high-pass to the right", Lit::plain, "", true }, { 102, 4, 28, 28 } },
     { { Kind::knob, "_fxDryWetSlider", "FX_DRY_WET_GROUP_",   "", "Dry/wet balance of the effects" }, { 156, 4, 28, 28 } },
 };
@@ -117,7 +117,12 @@ void Fx1DeckComponent::paint (juce::Graphics& g)
 {
     ControlPanel::paint (g);
     for (size_t slot = 0; slot < slotCount; ++slot)
-        PanelPaint::value (g, shown[slot], areasOf (slot).value, juce::Justification::centredLeft);
+    {
+        auto area = areasOf (slot).value;
+        PanelPaint::label (g, knobs[slot]->parameterName(), area.removeFromTop (area.getHeight() / 2),
+                           juce::Justification::centredLeft);
+        PanelPaint::value (g, shown[slot], area, juce::Justification::centredLeft);
+    }
     g.setColour (palette::edgeDark);
     g.fillRect (getLocalBounds().removeFromBottom (1));
 }

@@ -1,13 +1,16 @@
 #pragma once
 
 #include "ui/global/CrossfaderPanel.h"
+#include "ui/global/PeakMeter.h"
 #include "ui/panel/DeckBadge.h"
+#include "ui/widgets/PXTextButton.h"
 
 #include <array>
 #include <memory>
 #include <vector>
 
-/** A deck's channel in one line. */
+/** A deck's channel in two rows: lamp over crossfader side, kills over volume, meter, as many knobs as there is room for, the
+    low band's always among them, and headphones. */
 class GhostChannel : public ControlPanel
 {
 public:
@@ -17,7 +20,14 @@ public:
     void resized() override;
 
 private:
+    void pollMoving() override;
+    void changeSide();
+
+    const int deck;
     DeckBadge badge;
+    PXTextButton& side;
+    PeakMeter& meter;
+    std::vector<juce::Component*> kills; ///< high, mid, low
     std::vector<juce::Component*> knobs; ///< the most wanted first
     juce::Component *fader = nullptr, *pfl = nullptr;
 };

@@ -1,8 +1,7 @@
 #include "ui/global/MixerChannel.h"
 
-#include "engine/CommandTable.h"
+#include "ui/global/PeakMeter.h"
 #include "ui/panel/MixerControls.h"
-#include "ui/widgets/PXImageLevelMeter.h"
 
 namespace
 {
@@ -40,7 +39,11 @@ constexpr PlacedControl wideTable[] {
 };
 // clang-format on
 
-constexpr std::array<int, 4> tallMeter { 32, 301, 16, 86 }, wideMeter { 88, 61, 16, 86 };
+// The bars stand beside the scale of the fader: both begin and end at the same heights.
+constexpr int scaleInset = 14, meterHead = PeakMeter::lampHeight + PeakMeter::lampGap;
+constexpr std::array<int, 4> tallMeter { 32, 280 + scaleInset - meterHead, PeakMeter::thickness,
+                                         100 + meterHead },
+    wideMeter { 88, 40 + scaleInset - meterHead, PeakMeter::thickness, 100 + meterHead };
 constexpr juce::Point<int> tallBadge { 17, 4 }, wideBadge { 4, 8 };
 
 juce::Rectangle<int> rectangle (const std::array<int, 4>& a)
@@ -56,11 +59,7 @@ MixerChannel::MixerChannel (CPlatterdex& e, int deck, Shape shape) : ControlPane
         addControls (tallTable, deck);
     else
         addControls (wideTable, deck);
-    auto& meter = own (std::make_unique<PXImageVerticalLevelMeter>());
-    meter.setImages (skin::deckName ("meter_upright", deck));
-    const auto level = CommandTable::numberOf ("LEVEL_", deck);
-    meter.bind (e, level, level);
-    meter.setBounds (rectangle (isTall ? tallMeter : wideMeter));
+    own (std::make_unique<PeakMeter> (e, deck)).setBounds (rectangle (isTall ? tallMeter : wideMeter));
     badge.setTopLeftPosition (isTall ? tallBadge : wideBadge);
     addAndMakeVisible (badge);
 }

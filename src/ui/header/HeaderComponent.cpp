@@ -3,7 +3,6 @@
 #include "skin/Palette.h"
 #include "skin/Skin.h"
 #include "ui/layout/EditorLayout.h"
-#include "ui/panel/PanelPaint.h"
 
 namespace
 {
@@ -14,10 +13,12 @@ constexpr int freeTop = 17; // above the block between the decks, which reaches 
 
 HeaderComponent::HeaderComponent (CPlatterdex& engine, HeaderActions actions)
     : buttons (engine, std::move (actions)),
-      levels (engine)
+      levels (engine),
+      news (engine)
 {
     addAndMakeVisible (buttons);
     addAndMakeVisible (levels);
+    addAndMakeVisible (news);
 }
 
 void HeaderComponent::resized()
@@ -25,21 +26,8 @@ void HeaderComponent::resized()
     auto area = getLocalBounds();
     buttons.setBounds (area.withTrimmedLeft (leftPart).withWidth (HeaderButtons::width));
     levels.setBounds (area.removeFromRight (HeaderLevels::width));
-}
-
-juce::Rectangle<int> HeaderComponent::statusArea() const
-{
-    return getLocalBounds()
-        .withSizeKeepingCentre (EditorLayout::globalWidth, getHeight())
-        .withHeight (freeTop);
-}
-
-void HeaderComponent::setStatus (const juce::String& sentence)
-{
-    if (sentence == status)
-        return;
-    status = sentence;
-    repaint (statusArea());
+    news.setBounds (
+        getLocalBounds().withSizeKeepingCentre (EditorLayout::globalWidth, getHeight()).withHeight (freeTop));
 }
 
 void HeaderComponent::paint (juce::Graphics& g)
@@ -52,8 +40,4 @@ void HeaderComponent::paint (juce::Graphics& g)
         .drawPart (g, { getWidth() - rightPart, 0 }, { rightPart, getHeight() }, 0);
     const auto logo = skin::strip ("logo", g);
     logo.draw (g, juce::Rectangle<int> (logo.width, logo.height) + logoPlace, 0);
-
-    g.setFont (SMLookAndFeel::labelFont());
-    g.setColour (palette::label);
-    g.drawFittedText (status, statusArea(), juce::Justification::centred, 1, 0.7f);
 }

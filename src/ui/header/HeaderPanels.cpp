@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
+#include "skin/Palette.h"
 #include "ui/layout/DeckLayout.h"
 #include "ui/look/OpenMenu.h"
 #include "ui/look/TimeText.h"
@@ -35,6 +36,8 @@ constexpr PlacedControl levelTable[] {
 // clang-format on
 
 const juce::Rectangle<int> meterArea { 296, 16, 86, 16 };
+const std::array<juce::Rectangle<int>, 2> clipLamps { juce::Rectangle<int> { 384, 16, 5, 7 },
+                                                      { 384, 25, 5, 7 } };
 }
 
 HeaderButtons::HeaderButtons (CPlatterdex& e, HeaderActions a)
@@ -166,4 +169,24 @@ HeaderLevels::HeaderLevels (CPlatterdex& e) : ControlPanel (e)
     meter.setImages ("meter_level");
     meter.bind (e, CommandTable::numberOf ("MASTER_LEVEL_1"), CommandTable::numberOf ("MASTER_LEVEL_2"));
     meter.setBounds (meterArea);
+}
+
+void HeaderLevels::pollMoving()
+{
+    pollControls();
+    const std::array next { engine.masterMeters.hasClipped (0), engine.masterMeters.hasClipped (1) };
+    if (std::exchange (clipped, next) == next)
+        return;
+    for (const auto& lamp : clipLamps)
+        repaint (lamp);
+}
+
+void HeaderLevels::paint (juce::Graphics& g)
+{
+    ControlPanel::paint (g);
+    for (size_t side = 0; side < clipLamps.size(); ++side)
+    {
+        g.setColour (clipped[side] ? palette::danger : palette::well);
+        g.fillRect (clipLamps[side]);
+    }
 }

@@ -5,6 +5,8 @@
 #include "ui/panel/ControlPanel.h"
 #include "ui/widgets/PXImageButton.h"
 
+#include <array>
+
 /** The header's buttons: decks, preferences, full screen, recorder and snap. */
 class HeaderButtons : public ControlPanel
 {
@@ -34,11 +36,18 @@ private:
     juce::String shownTime;
 };
 
-/** The header's levels: headphones, master and its meter. */
+/** The header's levels: headphones, master and its meter, with a lamp for each side that stays red after full scale. */
 class HeaderLevels : public ControlPanel
 {
 public:
     static constexpr int width = 393;
 
     explicit HeaderLevels (CPlatterdex&);
+
+    void paint (juce::Graphics&) override;
+
+private:
+    void pollMoving() override;
+
+    std::array<bool, 2> clipped {};
 };

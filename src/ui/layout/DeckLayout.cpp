@@ -5,7 +5,7 @@
 namespace
 {
 constexpr int margin = 4, gap = 3, textMargin = 8;
-constexpr int lineHeight = 16, tempoWidth = 72;
+constexpr int lineHeight = 16, tempoWidth = 112;
 constexpr int headHeight = 44, timeTop = 12, timeHeight = 28,
               timeHalfWidth = 68; // the time stands in the middle
 }

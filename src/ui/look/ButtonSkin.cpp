@@ -19,7 +19,7 @@ SkinPicture buttonPicture (int height, skin::Hue hue)
 {
     const auto* fitting = std::find_if (heights.begin(), heights.end(), [=] (int h) { return h <= height; });
     auto name = "button_" + std::to_string (fitting == heights.end() ? heights.back() : *fitting);
-    if (hue != skin::Hue::accent && hue != skin::Hue::neutral)
+    if (hue != skin::Hue::neutral)
         name += skin::hueSuffixes[static_cast<size_t> (hue)];
     return name;
 }

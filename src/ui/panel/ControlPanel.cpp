@@ -13,7 +13,8 @@
 namespace
 {
 constexpr int knobLabelHeight = 12, smallKnob = 28, largeKnob = 40;
-constexpr int knobLabelReach = 8; // a knob's word may be wider than the knob
+constexpr double pitchStep = 0.001, finePitchStep = 0.0002; // of the speed, for a click of the wheel
+constexpr int knobLabelReach = 8;                           // a knob's word may be wider than the knob
 
 skin::Hue hueOf (ControlSpec::Lit lit, int deck)
 {
@@ -25,11 +26,14 @@ skin::Hue hueOf (ControlSpec::Lit lit, int deck)
         return skin::Hue::lime;
     case ControlSpec::Lit::danger:
         return skin::Hue::red;
+    case ControlSpec::Lit::notice:
+    case ControlSpec::Lit::absent:
+        return skin::Hue::accent;
     case ControlSpec::Lit::plain:
     case ControlSpec::Lit::never:
         break;
     }
-    return skin::Hue::accent;
+    return skin::Hue::neutral;
 }
 
 std::unique_ptr<PXSlider> makeSlider (const ControlSpec& spec, int width)
@@ -94,6 +98,8 @@ juce::Component* ControlPanel::addControl (const ControlSpec& spec, int deck, ju
         auto& button = own (std::make_unique<PXTextButton> (spec.face));
         button.setComponentID (spec.name);
         button.setHue (hueOf (spec.lit, deck));
+        if (spec.lit == ControlSpec::Lit::absent)
+            button.setLitWhenOff();
         dressButton (button);
         if (spec.lit == ControlSpec::Lit::never)
         {
@@ -118,7 +124,12 @@ juce::Component* ControlPanel::addControl (const ControlSpec& spec, int deck, ju
     else if (spec.words == ControlSpec::Words::semitones)
         slider.setWords (ValueWords::semitones());
     else if (spec.words == ControlSpec::Words::pitch)
-        slider.setWords (ValueWords::pitch ({ engine, deck }));
+    {
+        const DeckWatch watch (engine, deck);
+        slider.setWords (ValueWords::pitch (watch));
+        slider.wheelStepOf = [watch] (bool isFine)
+        { return (isFine ? finePitchStep : pitchStep) / std::max (0.01, watch->pitchRange); };
+    }
     return &slider;
 }
 

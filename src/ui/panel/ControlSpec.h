@@ -17,8 +17,10 @@ struct ControlSpec
     /** The meaning of a lit button's colour. */
     enum class Lit
     {
-        plain, ///< it is on
-        deck,  ///< the deck does it
+        plain,  ///< it is on, as it usually is
+        notice, ///< it is on, and should be noticed
+        absent, ///< likewise, while its command is off
+        deck,   ///< the deck does it
         selected,
         danger,
         never ///< it has no state to show

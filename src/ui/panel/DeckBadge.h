@@ -3,7 +3,7 @@
 #include "ui/poll/DeckWatch.h"
 #include "ui/poll/PollingView.h"
 
-/** A deck's letter on a ground of its hue, which is filled while the deck plays. */
+/** The lamp of a deck: its letter on a ground that is filled with its hue while the deck plays. The mouse goes through it. */
 class DeckBadge : public PollingView
 {
 public:

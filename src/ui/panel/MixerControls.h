@@ -18,9 +18,9 @@ inline constexpr ControlSpec
     filter { Kind::knob,  "_filterSlider", "FILTER_",  "FILTER", "Filter: low-pass to the left, high-pass to the right", Lit::plain, "", true },
     volume { Kind::fader, "_volumeSlider", "VOLUME_",  "fader_128", "Volume" },
     pfl    { Kind::sign,  "_pflButton",    "PFL_",     "pfl_40", "PFL: sends this channel to the headphones before its fader" },
-    killHigh { Kind::text, "_killHighButton", "EQ_HIGH_KILL_", "H", "Kills the high band", Lit::danger },
-    killMid  { Kind::text, "_killMidButton",  "EQ_MID_KILL_",  "M", "Kills the mid band", Lit::danger },
-    killLow  { Kind::text, "_killLowButton",  "EQ_LOW_KILL_",  "L", "Kills the low band", Lit::danger },
+    killHigh { Kind::text, "_killHighButton", "EQ_HIGH_KILL_", "H", "Kills the high band: lit, it is cut out of the sound", Lit::notice },
+    killMid  { Kind::text, "_killMidButton",  "EQ_MID_KILL_",  "M", "Kills the mid band: lit, it is cut out of the sound", Lit::notice },
+    killLow  { Kind::text, "_killLowButton",  "EQ_LOW_KILL_",  "L", "Kills the low band: lit, it is cut out of the sound", Lit::notice },
     assignLeft  { Kind::text, "_assignLeftButton",  "CROSSFADER_ASSIGN_LEFT_",  "L", "Assigns the channel to the left side of the crossfader", Lit::deck },
     assignRight { Kind::text, "_assignRightButton", "CROSSFADER_ASSIGN_RIGHT_", "R", "Assigns the channel to the right side of the crossfader", Lit::deck };
 // clang-format on

@@ -1,6 +1,7 @@
 #include "ui/widgets/PXFxSlider.h"
 
 #include "engine/CommandTable.h"
+#include "fx/FxKnobs.h"
 #include "skin/Palette.h"
 #include "ui/look/SMLookAndFeel.h"
 
@@ -25,6 +26,8 @@ void PXFxSlider::bindSlot (CPlatterdex& engine, int group, int slot)
 void PXFxSlider::poll()
 {
     PXImageRotarySlider::poll();
+    const auto kind = FxType::indexOf (select.value());
+    setDefault (FxType::restStep (kind)); // each effect has its own
     const auto name = select.text();
     const auto text = command().text();
     if (name == shownName && text == shownText)
@@ -32,6 +35,16 @@ void PXFxSlider::poll()
     shownName = name;
     shownText = text;
     repaint();
+}
+
+const char* PXFxSlider::parameterName() const noexcept
+{
+    return FxType::stepName (FxType::indexOf (select.value()));
+}
+
+juce::String PXFxSlider::valueWords() const
+{
+    return select.text() + " " + parameterName() + " " + command().text();
 }
 
 juce::Rectangle<int> PXFxSlider::knobBounds() const

@@ -21,10 +21,14 @@ public:
     const juce::String& effectName() const noexcept { return shownName; }
     const juce::String& valueText() const noexcept { return shownText; }
 
+    /** The word for what the effect in the slot lets the knob change: "TIME". */
+    const char* parameterName() const noexcept;
+
     void paint (juce::Graphics&) override;
 
 protected:
     juce::Rectangle<int> knobBounds() const override;
+    juce::String valueWords() const override;
 
 private:
     CommandBinding select;

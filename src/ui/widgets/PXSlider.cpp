@@ -46,6 +46,15 @@ void PXSlider::poll()
 void PXSlider::valueChanged()
 {
     command().set (getValue());
+    if (bubble == nullptr)
+        bubble = std::make_unique<ValueBubble>();
+    bubble->show (*this, valueWords());
+}
+
+juce::String PXSlider::valueWords() const
+{
+    const auto value = words.text (proportion());
+    return command().isBound() ? command().name() + "  " + value : value;
 }
 
 void PXSlider::resetToDefault()
@@ -120,8 +129,10 @@ void PXSlider::mouseWheelMove (const juce::MouseEvent& event, const juce::MouseW
     if (dragging != nullptr || juce::approximatelyEqual (turned, 0.0f))
         return;
     const auto clicks = wheel.isSmooth ? turned / wheelClick : (turned > 0.0f ? 1.0f : -1.0f);
-    const auto step = juce::jmax (wheelStep * (event.mods.isShiftDown() ? fine : 1.0),
-                                  getInterval() / (getMaximum() - getMinimum()));
+    const auto isFine = event.mods.isShiftDown();
+    const auto step =
+        juce::jmax (wheelStepOf != nullptr ? wheelStepOf (isFine) : wheelStep * (isFine ? fine : 1.0),
+                    getInterval() / (getMaximum() - getMinimum()));
     const ScopedDragNotification drag (*this);
     wheelMoment.startTimer (wheelMomentMs);
     moveTo (proportion() + step * static_cast<double> (clicks));

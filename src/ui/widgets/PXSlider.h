@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/command/CommandWidget.h"
+#include "ui/look/ValueBubble.h"
 #include "ui/widgets/ValueEntry.h"
 #include "ui/widgets/ValueWords.h"
 
@@ -11,7 +12,7 @@
 
     A drag moves the value from where it is; held shift makes it ten times finer, as it does the wheel. A double click
     resets to the default. The right button opens a small menu with the reset and the entry of a value. While a hand is
-    on it a slider doesn't follow the engine. */
+    on it a slider doesn't follow the engine, and its name and number stand beside it. */
 class PXSlider : public juce::Slider, public CommandWidget
 {
 public:
@@ -31,6 +32,9 @@ public:
 
     /** The words of the field: shares of the range without this. */
     void setWords (ValueWords other) { words = std::move (other); }
+
+    /** The share of the range for a click of the wheel, in place of wheelStep and of its fine part. */
+    std::function<double (bool isFine)> wheelStepOf;
 
     /** Adds to the right button's menu; ids from 100 on. */
     std::function<void (juce::PopupMenu&)> onFillMenu;
@@ -63,6 +67,9 @@ protected:
     /** The share of its range at a place, for a slider that snaps to the mouse; else never asked. */
     virtual double proportionAt (juce::Point<float>) const { return proportion(); }
 
+    /** The name and the number that are shown while a hand changes the value. */
+    virtual juce::String valueWords() const;
+
     /** The picture that fits: 0 as it is, 1 under the mouse, 2 while it is being changed. */
     int handState() const;
 
@@ -85,6 +92,7 @@ private:
 
     std::unique_ptr<ScopedDragNotification> dragging;
     std::unique_ptr<ValueEntry> entry;
+    std::unique_ptr<ValueBubble> bubble;
     Moment wheelMoment { *this };
     juce::Point<float> lastDrag;
     double dragProportion = 0.0;

@@ -61,7 +61,7 @@ void PXTextButton::bound()
 void PXTextButton::poll()
 {
     if (command().isBound())
-        setToggleState (command().isOn(), juce::dontSendNotification);
+        setToggleState (command().isOn() != litWhenOff, juce::dontSendNotification);
 }
 
 int PXTextButton::shownFrame() const
@@ -79,7 +79,7 @@ void PXTextButton::paintButton (juce::Graphics& g, bool, bool)
     const auto alpha = isEnabled() ? 1.0f : palette::disabledAlpha;
     picture.drawWide (g, getLocalBounds(), shownFrame(), alpha);
     g.setColour (
-        (getToggleState() ? palette::textOn (skin::colourOf (hue)) : palette::value).withAlpha (alpha));
+        (getToggleState() ? palette::textOn (skin::fillOf (hue)) : palette::value).withAlpha (alpha));
     g.setFont (SMLookAndFeel::buttonFont (getHeight()));
     g.drawFittedText (juce::translate (getButtonText()), textArea(), juce::Justification::centred, 1, 0.8f);
 }

@@ -16,7 +16,7 @@ public:
     explicit PXTextButton (const juce::String& text = {});
     ~PXTextButton() override;
 
-    /** The colour it is filled with while lit; the accent if nothing is said. */
+    /** The colour it is filled with while lit; quiet if nothing is said. */
     void setHue (skin::Hue);
 
     /** The same in a deck's hue. @param deck   0 to 3 */
@@ -27,6 +27,9 @@ public:
 
     /** The command that the right mouse button carries out. */
     void setAlternative (CPlatterdex&, int number);
+
+    /** Lights the button while its command is off, where off is what should be noticed. */
+    void setLitWhenOff() { litWhenOff = true; }
 
     std::function<void()> onRightClick;
 
@@ -54,7 +57,8 @@ private:
 
     SkinPicture picture;
     bool hasOwnPicture = false;
-    skin::Hue hue = skin::Hue::accent;
+    skin::Hue hue = skin::Hue::neutral;
+    bool litWhenOff = false;
     CommandPress press;
     CommandBinding alternative;
 };

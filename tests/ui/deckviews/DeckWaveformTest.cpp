@@ -79,7 +79,7 @@ TEST (DeckWaveform, DrawsNoMoreThanWhatComesIntoView)
 TEST (DeckWaveform, RepaintsOnlyWhatHasChanged)
 {
     ViewBench bench;
-    bench.putTrack (ViewBench::noise (600'000));
+    bench.putTrack (ViewBench::noise (604'000)); // what remains keeps its tenth over the first moves
     View view (bench);
     int repaints = 0;
     view.setCachedComponentImage (new RepaintCounter (repaints));
@@ -116,7 +116,8 @@ TEST (ColumnPainter, DrawsTheBodyInsideTheEnvelope)
     for (const auto scale : { 1, 2 })
         for (const auto spectral : { true, false })
         {
-            juce::Image image (juce::Image::RGB, 4 * scale, 91 * scale, false, juce::SoftwareImageType());
+            constexpr int height = ColumnPainter::imageHeight, middle = ColumnPainter::centreLine;
+            juce::Image image (juce::Image::RGB, 4 * scale, height * scale, false, juce::SoftwareImageType());
             image.clear (image.getBounds(), ground);
             {
                 juce::Image::BitmapData bitmap (image, juce::Image::BitmapData::readWrite);
@@ -125,16 +126,16 @@ TEST (ColumnPainter, DrawsTheBodyInsideTheEnvelope)
             }
             const auto at = [&] (int entry, int y)
             { return image.getPixelAt ((entry + 2) * scale - 1, y * scale + scale / 2); };
-            for (int y = 0; y < 91; ++y)
+            for (int y = 0; y < height; ++y)
             {
                 EXPECT_EQ (at (-1, y), ground);
                 EXPECT_EQ (at (2, y), ground);
-                EXPECT_EQ (at (1, y) == ground, y < 24 || y >= 54) << y;
+                EXPECT_EQ (at (1, y) == ground, y < middle - 20 || y >= middle + 10) << y;
             }
             if (!spectral)
             {
                 // Each channel's distance to 255 times 1 / (1 + 30 / 255).
-                for (const auto y : { 24, 44, 53 })
+                for (const auto y : { middle - 20, middle, middle + 9 })
                 {
                     EXPECT_NEAR (at (1, y).getRed(), 255 - (255 - 0x20) * 255 / 285, 1);
                     EXPECT_NEAR (at (1, y).getBlue(), 255 - (255 - 0x60) * 255 / 285, 1);
@@ -146,11 +147,42 @@ TEST (ColumnPainter, DrawsTheBodyInsideTheEnvelope)
                 EXPECT_NEAR (at (1, y).getRed(), colour.getRed(), 10) << y;
                 EXPECT_NEAR (at (1, y).getGreen(), colour.getGreen(), 10) << y;
             };
-            isNear (24, { 140, 60, 30 }); // the tips
-            isNear (53, { 140, 60, 30 });
-            isNear (43, { 166, 105, 82 }); // the body's centre: 255 - (255 - c) / 1.3
-            isNear (44, { 166, 105, 82 });
-            isNear (39, { 140, 60, 30 });                                     // the body's edge
-            EXPECT_NEAR (at (1, 38).getRed(), 88 + (140 - 88) * 5.5 / 20, 6); // on the way to c / 1.6
+            isNear (middle - 20, { 238, 95, 45 }); // the tips: as bright as a screen can show the data
+            isNear (middle + 9, { 238, 95, 45 });
+            isNear (middle - 1, { 242, 132, 93 }); // the body's centre: 255 - (255 - c) / 1.3
+            isNear (middle, { 242, 132, 93 });
+            isNear (middle - 5, { 238, 95, 45 }); // the body's edge
+            EXPECT_NEAR (at (1, middle - 6).getRed(), 149 + (238 - 149) * 5.5 / 20,
+                         6); // on the way to c / 1.6
+        }
+}
+
+TEST (ColumnPainter, ZoomAndGainShowEveryEntryWithinTheReach)
+{
+    auto overview = std::make_unique<TrackOverview>();
+    for (size_t entry = 0; entry < 40; ++entry)
+        overview->overviewMax[entry] = entry == 21 ? 31 : 2;
+    const juce::Colour ground (0xffff00ff);
+    // The first column of entry 21, and its width.
+    for (const auto& [zoom, first, width] :
+         { std::tuple { 0.25, 5, 1 }, { 0.5, 10, 1 }, { 1.0, 21, 1 }, { 2.0, 42, 2 }, { 4.0, 84, 4 } })
+        for (const auto& [gain, height] :
+             { std::pair { 1.0, 31 }, { 59.0 / 32.0, 57 }, { 9.0, ColumnPainter::reach } })
+        {
+            SCOPED_TRACE (testing::Message() << zoom << " x " << gain);
+            juce::Image image (juce::Image::RGB, 160, ColumnPainter::imageHeight, false,
+                               juce::SoftwareImageType());
+            image.clear (image.getBounds(), ground);
+            {
+                juce::Image::BitmapData bitmap (image, juce::Image::BitmapData::readWrite);
+                ColumnPainter { *overview, 40 * 512, false, {}, { 1.0, zoom }, gain }.paint (bitmap, 0);
+            }
+            const auto isSet = [&] (int x, int up)
+            { return image.getPixelAt (x, ColumnPainter::centreLine - up) != ground; };
+            for (int x = 0; x < 160; ++x)
+            {
+                EXPECT_EQ (isSet (x, 1), x < 40 * zoom) << x;
+                EXPECT_EQ (isSet (x, height), x >= first && x < first + width) << x;
+            }
         }
 }

@@ -69,7 +69,7 @@ TEST (Thumbnail, IsBuiltForATrackOrASizeAndNotForAMove)
     EXPECT_EQ (buildsAfter ([] {}), 0);
 }
 
-TEST (Thumbnail, AClickAndADragSeekToTheirShareOfTheTrack)
+TEST (Thumbnail, AClickSeeksToItsShareOfTheTrackAndADragOnlyWithShift)
 {
     ViewBench bench;
     bench.putTrack (ViewBench::noise (500'000));
@@ -77,14 +77,24 @@ TEST (Thumbnail, AClickAndADragSeekToTheirShareOfTheTrack)
     const auto share = [&] { return bench.deck().head.position / bench.deck().track.loadedFrames; };
     const juce::Point from (100.0f, 20.0f);
     view.mouseDown (ViewBench::event (view, from, from));
+    view.mouseUp (ViewBench::event (view, from, from));
     EXPECT_NEAR (share(), 0.25, 1e-6);
-    for (const auto& [x, expected] :
-         { std::pair (300.0f, 0.75), { -20.0f, 0.0 }, { 900.0f, 1.0 }, { 200.0f, 0.5 } })
+    constexpr int shiftDrag = juce::ModifierKeys::leftButtonModifier | juce::ModifierKeys::shiftModifier;
+    constexpr int plainDrag = juce::ModifierKeys::leftButtonModifier;
+    for (const auto modifiers : { plainDrag, shiftDrag })
     {
-        view.mouseDrag (ViewBench::event (view, from, { x, 20.0f }));
-        EXPECT_NEAR (share(), expected, 1e-6);
+        view.mouseDown (ViewBench::event (view, from, from, 0, modifiers));
+        for (const auto& [x, expected] :
+             { std::pair (300.0f, 0.75), { -20.0f, 0.0 }, { 900.0f, 1.0 }, { 200.0f, 0.5 } })
+        {
+            view.mouseDrag (ViewBench::event (view, from, { x, 20.0f }, 0, modifiers));
+            EXPECT_NEAR (share(), modifiers == shiftDrag ? expected : 0.25, 1e-6);
+        }
+        view.mouseUp (ViewBench::event (view, from, { 200.0f, 20.0f }, 0, modifiers));
+        EXPECT_NEAR (share(), modifiers == shiftDrag ? 0.5 : 0.25, 1e-6);
     }
     view.mouseDown (ViewBench::event (view, from, from, 0, juce::ModifierKeys::rightButtonModifier));
+    view.mouseUp (ViewBench::event (view, from, from, 0, juce::ModifierKeys::rightButtonModifier));
     EXPECT_NEAR (share(), 0.5, 1e-6);
 }
 

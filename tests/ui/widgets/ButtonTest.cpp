@@ -187,7 +187,7 @@ TYPED_TEST (CommandButtons, HeldCommandsAreReleasedByWhateverEndsThePress)
     const auto& deck = *bench.engine.decks.deck (1);
     auto nudge = std::make_unique<TypeParam>();
     if constexpr (std::is_same_v<TypeParam, PXImageButton>)
-        nudge->setStrip ("plus_20");
+        nudge->setStrip ("left_20");
     nudge->setBounds (0, 0, 24, 24);
     nudge->setVisible (true);
     nudge->bind (bench.engine, command ("PITCH_BEND_NUDGE_PLUS_B"));
@@ -219,7 +219,7 @@ TYPED_TEST (CommandButtons, TheRightButtonHasACommandOfItsOwn)
     const auto& slot = bench.engine.decks.deck (2)->marks.cues[2];
     TypeParam hotCue;
     if constexpr (std::is_same_v<TypeParam, PXImageButton>)
-        hotCue.setStrip ("plus_20");
+        hotCue.setStrip ("left_20");
     hotCue.setBounds (0, 0, 24, 24);
     hotCue.setVisible (true);
     hotCue.bind (bench.engine, command ("HOT_CUE_3_C"));
