@@ -19,17 +19,32 @@ constexpr int blockFrames = 512, childMs = 120'000;
 constexpr double engineRate = 44100.0;
 constexpr const char* oneWord = "--one";
 
+juce::String inCell (const juce::String& text)
+{
+    return text.replace ("|", "/").replace ("\n", " ");
+}
+
 int blocksOf (double seconds)
 {
     return static_cast<int> (seconds * engineRate / blockFrames);
 }
+
+/** The engine's last message. */
+struct LastMessage : EngineListener
+{
+    void engineEvent (EngineEvent, int) override {}
+    void engineMessage (const juce::String& message, int) override { text = message; }
+
+    juce::String text;
+};
 
 /** An engine whose deck A plays music through its slot. */
 struct Bench
 {
     explicit Bench (const KnownPluginEntry& entry)
     {
-        engine.putTrack (0, MusicLike::make (20.0, engineRate), engineRate);
+        engine->listeners.add (said);
+        engine.putTrack (0, MusicLike::make (4.0, engineRate), engineRate);
         engine.deck (0).play.on = 1;
         engine->vstSlots[0].isInsert = 1;
         engine->vstSlots[0].dryWet = 1.0;
@@ -44,6 +59,12 @@ struct Bench
         options.scanner = { .program = juce::File (PX_SCANNER), .disablePopups = true };
         options.hasMessageLoop = false;
         slots = std::make_unique<VstSlots> (*engine, options);
+    }
+
+    ~Bench()
+    {
+        slots.reset();
+        engine->listeners.remove (said);
     }
 
     /** @returns the loudest sample of the deck's output */
@@ -64,6 +85,7 @@ struct Bench
     const std::shared_ptr<KnownPlugins> known =
         KnownPlugins::of (engine->environment.folders.setup().getChildFile ("vst_plugins_list.xml"));
     std::unique_ptr<VstSlots> slots;
+    LastMessage said;
 };
 
 std::vector<float> valuesOf (juce::AudioProcessor& plugin)
@@ -80,7 +102,7 @@ juce::String restored (Bench& bench)
     auto* plugin = bench.slots->plugin (0);
     auto moved = valuesOf (*plugin);
     for (auto& value : moved)
-        value = value < 0.5f ? value + 0.3f : value - 0.3f;
+        value = value < 0.5f ? 1.0f : 0.0f; // which a switch and a choice have too
     for (size_t i = 0; i < moved.size(); ++i)
         plugin->getParameters()[static_cast<int> (i)]->setValueNotifyingHost (moved[i]);
     bench.play (0.2);
@@ -91,13 +113,16 @@ juce::String restored (Bench& bench)
     bench.makeSlots();
     plugin = bench.slots->plugin (0);
     if (plugin == nullptr)
-        return "does not come back";
+    {
+        bench.engine->deliverMessages();
+        return "none: " + inCell (bench.said.text.fromLastOccurrenceOf ("|", false, false));
+    }
     bench.play (0.2);
     const auto now = valuesOf (*plugin);
     int counted = 0, same = 0;
     for (size_t i = 0; i < std::min (kept.size(), now.size()); ++i)
-        // A switch that did not take the value and a meter that moves by itself tell nothing.
-        if (std::abs (kept[i] - moved[i]) < 0.26f && kept[i] == later[i])
+        // A parameter that did not take the value and a meter that moves by itself tell nothing.
+        if (std::abs (kept[i] - moved[i]) < 0.01f && kept[i] == later[i])
         {
             ++counted;
             same += std::abs (now[i] - kept[i]) < 1.0e-3f ? 1 : 0;
@@ -125,11 +150,6 @@ int tryOne (const juce::File& list)
     const auto* const heard = peak > 1.0e-5f ? "sound" : "silence";
     const auto state = restored (bench);
     return std::printf ("yes | %s | %s | \n", heard, state.toRawUTF8()), 0;
-}
-
-juce::String inCell (const juce::String& text)
-{
-    return text.replace ("|", "/").replace ("\n", " ");
 }
 
 /** @returns the last columns of a plug-in's row */

@@ -78,6 +78,20 @@ FakePlugin::Process constant (float value)
     };
 }
 
+/** Delays by the length of a line. */
+FakePlugin::Process echo (std::vector<float>& line)
+{
+    return [&line, at = size_t { 0 }] (juce::AudioBuffer<float>& b) mutable
+    {
+        for (int i = 0; i < b.getNumSamples(); ++i, at = (at + 1) % line.size())
+        {
+            const auto late = std::exchange (line[at], b.getSample (0, i));
+            b.setSample (0, i, late);
+            b.setSample (1, i, late);
+        }
+    };
+}
+
 /** A slot that plays a tone. */
 struct Bench
 {
@@ -197,18 +211,7 @@ TEST (VstSlot, LetsTheDrySignalWaitForThePlugin)
         bench.slot.isInsert = 1;
         bench.slot.dryWet = 0.5;
         std::vector<float> line (static_cast<size_t> (latency));
-        size_t at = 0;
-        const auto plugin = hosted (
-            [&line, &at] (juce::AudioBuffer<float>& b)
-            {
-                for (int i = 0; i < b.getNumSamples(); ++i, at = (at + 1) % line.size())
-                {
-                    const auto late = std::exchange (line[at], b.getSample (0, i));
-                    b.setSample (0, i, late);
-                    b.setSample (1, i, late);
-                }
-            },
-            2, 2, latency);
+        const auto plugin = hosted (echo (line), 2, 2, latency);
         bench.put (plugin.get());
         bench.play (20);
         const auto fit = Signals::fitSine (bench.play (8), rate, rate / block * 2.0);
@@ -217,6 +220,19 @@ TEST (VstSlot, LetsTheDrySignalWaitForThePlugin)
             << latency << ": " << fit.amplitude;
         bench.slot.clear (bench.lock);
     }
+}
+
+TEST (VstSlot, GivesAnEchoNoAbruptBeginningToRepeat)
+{
+    Bench bench;
+    bench.slot.isInsert = 1;
+    bench.slot.dryWet = 1.0;
+    std::vector<float> line (static_cast<size_t> (8 * block));
+    const auto plugin = hosted (echo (line));
+    bench.place = block / 8; // the tone's peak
+    bench.put (plugin.get());
+    EXPECT_LT (Signals::largestStep (bench.play (16)), 2.5 * bench.step);
+    bench.slot.clear (bench.lock);
 }
 
 TEST (VstSlot, TakesAPluginOutThatFailsAndSaysSoOnce)

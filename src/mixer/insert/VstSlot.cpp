@@ -9,6 +9,17 @@ namespace
 {
 /** No value of a parameter: the next one is given to it whatever it is. */
 constexpr double nothingApplied = -1.0;
+
+/** The time in which a plug-in's input comes up: an echo would repeat an abrupt beginning when the slot is long open. */
+constexpr double hearingSeconds = 0.005;
+
+/** Writes a block whose beginning comes up. @param place   of its first frame since the plug-in was put in */
+PX_AUDIO_THREAD void fadeIn (const float* in, float* out, int frames, int64_t place, double rate) noexcept
+{
+    const auto perFrame = 1.0 / (hearingSeconds * rate);
+    for (int i = 0; i < frames; ++i)
+        out[i] = in[i] * static_cast<float> (std::min (1.0, static_cast<double> (place + i) * perFrame));
+}
 }
 
 VstSlot::VstSlot() : wet (2, maxFrames), dry (2, maxFrames), line (2, maxCompensated)
@@ -165,7 +176,13 @@ PluginFault VstSlot::playPlugin (const float* const* in, int frames) noexcept
         return PluginFault::none;
     }
     float* const out[] { wet.getWritePointer (0), wet.getWritePointer (1) };
-    const auto outcome = current->process (in, out, frames);
+    // The dry signal's buffer is free until delayDry().
+    float* const heard[] { dry.getWritePointer (0), dry.getWritePointer (1) };
+    const auto isNew = static_cast<double> (playHead.frames) < hearingSeconds * sampleRate;
+    if (isNew)
+        for (int side = 0; side < 2; ++side)
+            fadeIn (in[side], heard[side], frames, playHead.frames, sampleRate);
+    const auto outcome = current->process (isNew ? heard : in, out, frames);
     auto fault = guard.run (out, frames);
     if (outcome == HostedPlugin::Outcome::threw)
         fault = PluginFault::threw;
