@@ -15,7 +15,7 @@
 namespace
 {
 constexpr double tau = 2 * std::numbers::pi;
-constexpr double rate = 44100, delay = 0.0014, settling = 0.2, tolerance = 0.02;
+constexpr double rate = 44100, discDelay = 0.0014, recordDelay = 0.0012, settling = 0.2, tolerance = 0.02;
 
 struct Motion
 {
@@ -130,6 +130,7 @@ Figures measure (const ControlMedium& medium, const Motion& motion, const Signal
 
     const auto speedAt = [&] (double t)
     { return rounded (motion, std::clamp (t, 0.0, motion.seconds)).value_or (0); };
+    const auto delay = medium.isOwnDisc() ? discDelay : recordDelay;
     Figures found;
     std::size_t steadyFrames = 0, movingFrames = 0, placeFrames = 0, knownFrames = 0;
     auto down = 0.0, still = 0.0;

@@ -93,7 +93,7 @@ void CarrierPresence::judge (double hz, float brief, float rumble, bool inGap) n
     const auto level = std::sqrt (meanSquare);
     if (level < 0.17f * nominal)
     {
-        // What turned before was so much stronger that its turns would outweigh the present ones for long.
+        // Turns of before were so much stronger that they would outweigh the present ones for long.
         const auto most = meanSquare * static_cast<float> (2 * std::numbers::pi * std::max (hz, 20.0)) / rate;
         cross = std::clamp (cross, -most, most);
     }

@@ -61,16 +61,19 @@ void TimecodeDeck::setMode (Mode next)
     if (player == nullptr)
         return;
     const CallbackLock lock (world.callbackLock, "timecode mode");
+    if (next == Mode::internal)
+        return leaveRecord (*player);
     auto& setup = world.setup (*player);
-    setup.timecodeOn = next != Mode::internal;
-    if (next != Mode::internal)
-    {
-        setup.timecodeAbsolute = next == Mode::absolute;
-        setup.lineThrough = 0; // a control signal is no music
-        return;
-    }
+    setup.timecodeOn = 1;
+    setup.timecodeAbsolute = next == Mode::absolute;
+    setup.lineThrough = 0; // a control signal is no music
+}
+
+void TimecodeDeck::leaveRecord (DeckPlayer& player) noexcept
+{
+    world.setup (player).timecodeOn = 0;
     controlZone = 0;
-    player->tempo.pitch = 0.5;
+    player.tempo.pitch = 0.5;
 }
 
 bool TimecodeDeck::isThru() const noexcept
@@ -88,9 +91,7 @@ void TimecodeDeck::setThru (bool on)
     setup.lineThrough = on;
     if (!on || setup.timecodeOn == 0)
         return;
-    setup.timecodeOn = 0;
-    controlZone = 0;
-    player->tempo.pitch = 0.5;
+    leaveRecord (*player);
     player->play.on = 0;
     MasterDeck::choose (world, *player);
 }

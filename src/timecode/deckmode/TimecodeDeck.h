@@ -81,6 +81,8 @@ public:
 private:
     struct Seat;
 
+    /** Gives the deck back to its own tempo; under the callback lock. */
+    void leaveRecord (DeckPlayer&) noexcept;
     PX_AUDIO_THREAD bool isSeatCurrent() const noexcept;
     PX_AUDIO_THREAD void letGo() noexcept;
     PX_AUDIO_THREAD void takeHold() noexcept;
