@@ -32,6 +32,7 @@ FileDialog::FileDialog (const Prompts::FileQuestion& question,
     if (auto* field = fieldOf (browser))
     {
         field->setExplicitFocusOrder (1);
+        field->onEscapeKey = [this] { box.exitModalState (0); }; // the field would keep the key to itself
         // JUCE's browser only goes to the place of a path, and wants a second Return to take it.
         field->onReturnKey =
             [this, field, goes = field->onReturnKey, isFolder = FolderQuestion::isOne (question)]
