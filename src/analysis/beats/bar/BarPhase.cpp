@@ -128,6 +128,7 @@ BarProfile profileOf (const Beats& beats, int beatsPerBar)
 BarTrack::Bars barsOf (const Beats& beats)
 {
     std::vector<BarTrack::Beat> signs;
+    signs.reserve (beats.signs.size());
     for (const auto& beat : beats.signs)
         signs.push_back ({ beat.change, beat.bassRise, static_cast<double> (beat.onset[2] + beat.onset[3]) });
     return BarTrack::follow (signs);
@@ -150,7 +151,8 @@ double drumEvidence (const BarProfile& profile, size_t downbeat)
 
 bool isTernary (const OnsetFunction& onsets, const Pulse& pulse)
 {
-    const auto beat = pulse.periodAt (pulse.beatAt (onsets.positionOf (onsets.size() / 2)));
+    const auto middle = 0.5 * onsets.size();
+    const auto beat = pulse.periodAt (pulse.beatAt (onsets.positionOf (middle)));
     const auto seconds = beat / COnsetTrackingIntern::hop / onsets.frameRate;
     const Periodicity self (onsets.sum, onsets.frameRate, 9 * seconds);
     return self.at (3 * seconds) + self.at (6 * seconds)
