@@ -8,6 +8,7 @@
 #include "settings/SettingsFile.h"
 #include "support/DecimalText.h"
 #include "support/files/AudioFileTypes.h"
+#include "tracks/formats/AdecAudioFormat.h"
 
 #include <array>
 #include <cmath>
@@ -60,6 +61,7 @@ CPlatterdex::CPlatterdex (EngineWorld world)
     random.seed (environment.seed.value_or (juce::Time::currentTimeMillis()));
     decks.noise.fill (random);
     preview.setOutputRate (decks.engineRate);
+    preview.formats().registerFormat (new AdecAudioFormat (environment.decoderLibrary), false);
 
     juce::ignoreUnused (
         environment.folders.createAll()); // a part that lacks its folder says so when it needs it

@@ -58,11 +58,19 @@ void AdecTrack::chooseStream (int32_t index)
 void AdecTrack::decode (const Sink& sink)
 {
     assertMayBlock();
+    while (decodeNext (sink))
+    {
+    }
+}
+
+bool AdecTrack::decodeNext (const Sink& sink)
+{
     AdecPacketRecord packet {};
     packet.recordSize = sizeof (packet);
     while (adec.adec_read (file, &packet) == 0)
-        if (packet.streamIndex == streamIndex && !decodePacket (packet, sink))
-            return;
+        if (packet.streamIndex == streamIndex)
+            return decodePacket (packet, sink);
+    return false;
 }
 
 bool AdecTrack::decodePacket (const AdecPacketRecord& packet, const Sink& sink)

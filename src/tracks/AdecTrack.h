@@ -35,6 +35,9 @@ public:
     /** Decodes to the end of the file; only if the track is playable. What is damaged is left out. */
     void decode (const Sink&);
 
+    /** Decodes the next packet; only if the track is playable. @returns false at the end, or once the sink has ended it */
+    bool decodeNext (const Sink&);
+
 private:
     void chooseStream (int32_t index);
     bool decodePacket (const AdecPacketRecord&, const Sink&);

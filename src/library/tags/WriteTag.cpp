@@ -2,6 +2,7 @@
 
 #include "library/tags/TagFile.h"
 #include "library/tags/WorkingCopy.h"
+#include "support/files/RegularFile.h"
 
 #include <aifffile.h>
 #include <id3v2header.h>
@@ -106,7 +107,8 @@ bool writeTags (const SongRecord& record, std::span<const SongField> fields)
         std::error_code error;
         // Of a link it is the file behind it that changes.
         const auto file = fs::canonical (record[SongColumn::filename].toStdString(), error);
-        if (error || !fs::is_regular_file (file, error))
+        if (error
+            || !isRegularFile (juce::File::createFileWithoutCheckingPath (record[SongColumn::filename])))
             return false;
 
         WorkingCopy copy (file);
