@@ -20,11 +20,11 @@ juce::String LibrarySession::open (const LibraryPlace& place, Use use, const Off
     library.emplace (place.file());
     const auto file = library->file();
     const auto path = file.getFullPathName();
-    if (use != Use::write && !file.exists() && !library->hasBackup())
+    if (use != Use::write && use != Use::show && !file.exists() && !library->hasBackup())
         return "There is no library " + path + "; platterdex import makes one.";
     if (file.isDirectory())
         return path + " is a folder, not a library.";
-    if (file.getParentDirectory().createDirectory().failed())
+    if (file.getParentDirectory().createDirectory().failed() && use != Use::show)
         return "The folder " + file.getParentDirectory().getFullPathName() + " can't be made.";
 
     auto prepared =
@@ -32,9 +32,10 @@ juce::String LibrarySession::open (const LibraryPlace& place, Use use, const Off
     if (prepared.backup != juce::File() && offer != nullptr && offer (prepared.message))
         prepared.message = library->putBack (prepared.backup);
     const auto isInMemory = prepared.storage == SongDatabase::Storage::memory;
-    if (isInMemory && use != Use::read)
+    if (isInMemory && use != Use::read && use != Use::show)
         return prepared.message; // what only this process would remember is as good as not done
-    const auto isReadable = !isInMemory || DatabaseFile::check (prepared.file) == DatabaseFile::Health::sound;
+    const auto isReadable = !isInMemory || (use == Use::show && !file.exists())
+                            || DatabaseFile::check (prepared.file) == DatabaseFile::Health::sound;
     if (!isReadable || database.open (prepared.file, prepared.storage) != LibraryCode::ok
         || database.countSongs() < 0)
     {

@@ -29,7 +29,8 @@ public:
     {
         read,   ///< the library has to be there, or a backup of it
         change, ///< the same, and it is written to
-        write   ///< it is made if it is missing
+        write,  ///< it is made if it is missing
+        show ///< the same, for a window; where nothing can be stored it goes on in memory, and the notice says so
     };
 
     LibrarySession() = default;

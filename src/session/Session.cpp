@@ -95,7 +95,7 @@ LibraryRoom* Session::browser()
 {
     opener.wait();
     if (!takeOpened())
-        fault = open (LibrarySession::Use::write, {});
+        fault = open (LibrarySession::Use::show, {});
     makeRoom();
     return room.get();
 }
@@ -111,7 +111,7 @@ LibraryRoom* Session::browserWhenOpen()
         opener.post ({ [this] (const std::stop_token&)
                        {
                            Opened made { std::make_unique<LibrarySession>(), {} };
-                           made.fault = made.library->open (libraryPlace, LibrarySession::Use::write);
+                           made.fault = made.library->open (libraryPlace, LibrarySession::Use::show);
                            const std::scoped_lock scope (openingMutex);
                            justOpened = std::move (made);
                        } });

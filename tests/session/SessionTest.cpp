@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <sys/resource.h>
+
 namespace
 {
 Session::Options optionsFor (const juce::File& root, std::shared_ptr<Prompts> prompts = {})
@@ -64,6 +67,36 @@ TEST (Session, SaysOnceThatALibraryCannotBeOpened)
     EXPECT_EQ (session.library(), nullptr);
     EXPECT_EQ (session.library(), nullptr);
     EXPECT_EQ (prompts->asked.size(), 1);
+}
+
+TEST (Session, ShowsTheLibraryWhereNothingCanBeStored)
+{
+    const TemporaryFolder folder;
+    const auto prompts = std::make_shared<ScriptedPrompts>();
+    SongRecord song;
+    song[SongColumn::filename] = "/music/a.mp3";
+    EXPECT_EQ (Session (optionsFor (folder)).browser()->database.insertSong (song), 0);
+    {
+        // No file grows any more, as on a full disk.
+        const auto before = ::signal (SIGXFSZ, SIG_IGN);
+        rlimit limit {};
+        ASSERT_EQ (::getrlimit (RLIMIT_FSIZE, &limit), 0);
+        const rlimit none { 0, limit.rlim_max };
+        ASSERT_EQ (::setrlimit (RLIMIT_FSIZE, &none), 0);
+        Session session (optionsFor (folder, prompts));
+        const auto* room = session.browser();
+        EXPECT_EQ (::setrlimit (RLIMIT_FSIZE, &limit), 0);
+        ::signal (SIGXFSZ, before);
+        ASSERT_NE (room, nullptr) << session.libraryFault();
+        EXPECT_EQ (room->database.countSongs(), 1);
+        ASSERT_EQ (prompts->asked.size(), 1);
+        EXPECT_TRUE (prompts->asked[0].contains ("nothing that is done to the library is kept"))
+            << prompts->asked[0];
+        song[SongColumn::filename] = "/music/b.mp3";
+        EXPECT_EQ (room->database.insertSong (song), 0);
+        EXPECT_EQ (room->database.countSongs(), 2);
+    }
+    EXPECT_EQ (Session (optionsFor (folder)).browser()->database.countSongs(), 1);
 }
 
 TEST (PreferencesFile, KeepWhatOthersWroteAndSurviveAnyLine)
