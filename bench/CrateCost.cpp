@@ -92,18 +92,16 @@ public:
                      paints.quantile (0.5) / 1e6, paints.quantile (1.0) / 1e6);
     }
 
+    /** From a question to its rows in the picture. What the library had to tell before is told between two questions. */
     void ask (const char* what, const std::function<void (int)>& question)
     {
-        Timing::Durations times;
-        for (int i = 0; i < questions; ++i)
-            times.add (timed (
-                [&]
-                {
-                    question (i);
-                    browser->songs().settle();
-                    paint (1.0f);
-                }));
-        std::printf ("%-36s %8.2f %8.2f\n", what, times.quantile (0.5) / 1e6, times.quantile (1.0) / 1e6);
+        measure (what, question, [this] { browser->songs().settleRows(); });
+    }
+
+    /** From an edit until the table shows it, with all that other hands do to the library meanwhile. */
+    void edit (const char* what, const std::function<void (int)>& change)
+    {
+        measure (what, change, [this] { browser->songs().settle(); });
     }
 
     /** Writes songs into the library until it goes, in portions as an import does. */
@@ -148,6 +146,23 @@ public:
     std::unique_ptr<SongManager> browser;
 
 private:
+    void measure (const char* what, const std::function<void (int)>& begin, const std::function<void()>& wait)
+    {
+        Timing::Durations times;
+        for (int i = 0; i < questions; ++i)
+        {
+            browser->settle();
+            times.add (timed (
+                [&]
+                {
+                    begin (i);
+                    wait();
+                    paint (1.0f);
+                }));
+        }
+        std::printf ("%-36s %8.2f %8.2f\n", what, times.quantile (0.5) / 1e6, times.quantile (1.0) / 1e6);
+    }
+
     const juce::SharedResourcePointer<DefaultLook> look;
     const TemporaryFolder folder;
     BenchEngine engine;
@@ -170,21 +185,23 @@ void measure (int songs, bool withImport)
     crate.scroll (1.0f);
     crate.scroll (2.0f);
     auto& table = crate.browser->songs();
+    const Source library { SongListKind::library, -1, "Library" },
+        automix { SongListKind::automix, -1, "Automix List" };
     crate.ask ("a source until it is painted",
-               [&] (int i) { crate.browser->showSourceNamed (i % 2 == 0 ? "Automix List" : "Library"); });
+               [&] (int i) { crate.browser->showSource (i % 2 == 0 ? automix : library); });
     crate.browser->showSourceNamed ("Library");
     crate.ask ("an order until it is painted",
                [&] (int i) { table.sortBy (TableColumn::of (SongField::title), i % 2 == 0); });
     crate.ask ("a search until it is painted",
                [&] (int i) { crate.browser->searchField().setText (i % 2 == 0 ? "dreams" : "dreams 12"); });
     crate.browser->searchField().setText ({});
-    crate.ask ("a rating until it is painted",
-               [&] (int i) { crate.room().edits.setRating ({ table.list()[i].songId }, i % 6); });
-    crate.ask ("a title until it is painted",
-               [&] (int i) {
-                   crate.room().edits.setField (table.list()[i].songId, SongField::title,
-                                                "Edited " + juce::String (i));
-               });
+    crate.edit ("a rating until it is painted",
+                [&] (int i) { crate.room().edits.setRating ({ table.list()[i].songId }, i % 6); });
+    crate.edit ("a title until it is painted",
+                [&] (int i) {
+                    crate.room().edits.setField (table.list()[i].songId, SongField::title,
+                                                 "Edited " + juce::String (i));
+                });
     importing.reset();
     crate.printBlocks ("meanwhile");
     std::printf ("%.0f MB resident\n", Machine::residentMegabytes());

@@ -146,12 +146,11 @@ void SongIndex::keepTempo (double bpm, double percent, Mask& mask) const
                [&] (double tempo) { return isNear (tempo) || isNear (2.0 * tempo) || isNear (0.5 * tempo); });
 }
 
-int SongIndex::readStored (SongDatabase& database, SongField field, const std::vector<int32_t>* only,
-                           std::vector<double>& values) const
+/** Reads a number of all songs. */
+int SongIndex::readStored (SongDatabase& database, SongField field, std::vector<double>& values) const
 {
-    auto read = values;
-    read.resize (songs.ids.size());
-    const auto code = database.scanSongs ({ &field, 1 }, only,
+    std::vector<double> read (songs.ids.size());
+    const auto code = database.scanSongs ({ &field, 1 }, nullptr,
                                           [&] (const SqlRow& row)
                                           {
                                               if (const auto at = songs.positionOf (row.int32 (0)); at >= 0)
@@ -160,6 +159,26 @@ int SongIndex::readStored (SongDatabase& database, SongField field, const std::v
     if (code == LibraryCode::ok)
         std::swap (values, read);
     return code;
+}
+
+/** Reads the stored numbers of some songs without keeping anybody waiting. */
+int SongIndex::readStoredOf (SongDatabase& database, const std::vector<int32_t>& songIds,
+                             StoredNumbers& numbers) const
+{
+    {
+        const std::shared_lock reading (lock);
+        const std::scoped_lock ranking (rankLock);
+        for (const auto& [field, values] : songs.stored)
+            if (!values.empty())
+                numbers[field];
+    }
+    for (auto& [field, read] : numbers)
+        if (const auto code = database.scanSongs ({ &field, 1 }, &songIds,
+                                                  [&read] (const SqlRow& row)
+                                                  { read.emplace_back (row.int32 (0), row.real (3)); });
+            code != LibraryCode::ok)
+            return code;
+    return LibraryCode::ok;
 }
 
 int SongIndex::rankNumbers (SongDatabase& database, SongField field, std::vector<uint32_t>& ranks) const
@@ -177,7 +196,7 @@ int SongIndex::rankNumbers (SongDatabase& database, SongField field, std::vector
     {
         auto& stored = songs.stored[field];
         if (stored.empty())
-            if (const auto code = readStored (database, field, nullptr, stored); code != LibraryCode::ok)
+            if (const auto code = readStored (database, field, stored); code != LibraryCode::ok)
                 return code;
         return take (stored);
     };

@@ -112,9 +112,11 @@ std::optional<QueryTerms::Range> rangeOf (SongField field, const juce::String& t
     if (const auto dash = rest.indexOfChar ('-'); dash >= 0)
     {
         const auto from = rest.substring (0, dash), to = rest.substring (dash + 1);
-        const auto low = numberOf (from), high = numberOf (to);
+        auto low = numberOf (from), high = numberOf (to);
         if ((from.isNotEmpty() && !low) || (to.isNotEmpty() && !high))
             return {};
+        if (low && high && low->value > high->value)
+            std::swap (low, high); // typed the other way round
         if (low)
             range.least = low->value;
         if (high)

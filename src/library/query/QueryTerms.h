@@ -12,7 +12,7 @@
 /** The text of a search field, taken apart.
 
         deep "night drive"        words in any order, each in any chosen field; a phrase keeps its blanks
-        bpm:120-126  bpm:128      a tempo: a range, or what is shown as that number
+        bpm:120-126  bpm:128      a tempo: a range, either end first, or what is shown as that number
         year:1990-  rating:>3     from, up to, above, below: 1990-  -1999  >3  <3  >=3  <=3
         key:8A,9A                 whole values, any of them
         artist:moby  genre:"deep house"   a word in that field, whichever are chosen

@@ -30,29 +30,40 @@ int SongIndex::Table::positionOf (int32_t id) const
     return found != ids.end() && *found == id ? static_cast<int> (found - ids.begin()) : -1;
 }
 
-void SongIndex::Table::put (const SqlRow& row, size_t position)
+void SongIndex::Song::read (const SqlRow& row)
+{
+    id = row.int32 (0);
+    duration = asUnsigned32 (row.int64 (1));
+    size = asUnsigned32 (row.int64 (2));
+    for (size_t i = 0; i < texts.size(); ++i)
+    {
+        const auto column = firstText + static_cast<int> (i);
+        texts[i] = row.bytes (column);
+        if (textFields[i] == SongField::year)
+            year = static_cast<int16_t> (std::clamp (row.int32 (column), -32768, 32767));
+    }
+    bpm = row.real (firstNumber);
+    rating = static_cast<uint8_t> (std::clamp (row.int32 (firstNumber + 1), 0, 255));
+}
+
+void SongIndex::Table::put (const Song& song, size_t position)
 {
     const auto known = there[position] != 0;
-    durations[position] = asUnsigned32 (row.int64 (1));
-    sizes[position] = asUnsigned32 (row.int64 (2));
-    bpm[position] = row.real (firstNumber);
-    rating[position] = static_cast<uint8_t> (std::clamp (row.int32 (firstNumber + 1), 0, 255));
+    durations[position] = song.duration;
+    sizes[position] = song.size;
+    bpm[position] = song.bpm;
+    year[position] = song.year;
+    rating[position] = song.rating;
     for (size_t i = 0; i < columns.size(); ++i)
-    {
-        auto& column = columns[i];
-        column.values[position] = column.texts.add (row.bytes (firstText + static_cast<int> (i)));
-        if (textFields[i] == SongField::year)
-            year[position] = static_cast<int16_t> (
-                std::clamp (row.int32 (firstText + static_cast<int> (i)), -32768, 32767));
-    }
+        columns[i].values[position] = columns[i].texts.add (song.texts[i]);
     there[position] = 1;
     if (!known && deleted > 0)
         --deleted;
 }
 
-void SongIndex::Table::append (const SqlRow& row)
+void SongIndex::Table::append (const Song& song)
 {
-    ids.push_back (row.int32 (0));
+    ids.push_back (song.id);
     durations.push_back (0);
     sizes.push_back (0);
     bpm.push_back (0.0);
@@ -61,13 +72,18 @@ void SongIndex::Table::append (const SqlRow& row)
     there.push_back (1);
     for (auto& column : columns)
         column.values.push_back (0);
-    put (row, ids.size() - 1);
+    put (song, ids.size() - 1);
 }
 
 int SongIndex::build (SongDatabase& database, Songs which)
 {
     Table made;
-    const auto take = [&made] (const SqlRow& row) { made.append (row); };
+    Song song;
+    const auto take = [&] (const SqlRow& row)
+    {
+        song.read (row);
+        made.append (song);
+    };
     const auto fields = scannedFields();
     const auto code = which == Songs::library ? database.scanSongs (fields, nullptr, take)
                                               : database.scanForeignSongs (fields, take);
@@ -105,32 +121,45 @@ bool SongIndex::isBuilt() const
 
 bool SongIndex::update (SongDatabase& database, const std::vector<int32_t>& songIds)
 {
-    const std::unique_lock writing (lock);
-    if (!built)
+    // The file is read beside those who ask; they wait for what is put into the table alone.
+    std::vector<Song> read;
+    if (!isBuilt()
+        || database.scanSongs (scannedFields(), &songIds,
+                               [&read] (const SqlRow& row) { read.emplace_back().read (row); })
+               != LibraryCode::ok)
         return false;
-    std::vector<int32_t> seen;
+    StoredNumbers numbers;
+    if (readStoredOf (database, songIds, numbers) != LibraryCode::ok)
+        return false;
+
+    const std::unique_lock writing (lock);
     auto isInOrder = true;
-    auto code = database.scanSongs (scannedFields(), &songIds,
-                                    [&] (const SqlRow& row)
-                                    {
-                                        const auto id = row.int32 (0);
-                                        seen.push_back (id);
-                                        if (const auto at = songs.positionOf (id); at >= 0)
-                                            songs.put (row, static_cast<size_t> (at));
-                                        else if (songs.ids.empty() || id > songs.ids.back())
-                                            songs.append (row);
-                                        else
-                                            isInOrder = false;
-                                    });
+    for (const auto& song : read)
+        if (const auto at = songs.positionOf (song.id); at >= 0)
+            songs.put (song, static_cast<size_t> (at));
+        else if (songs.ids.empty() || song.id > songs.ids.back())
+            songs.append (song);
+        else
+            isInOrder = false;
+    const auto isRead = [&read] (int32_t id) { return std::ranges::binary_search (read, id, {}, &Song::id); };
     for (const auto id : songIds)
-        if (const auto at = songs.positionOf (id);
-            at >= 0 && !std::binary_search (seen.begin(), seen.end(), id))
+        if (const auto at = songs.positionOf (id); at >= 0 && !isRead (id))
             songs.deleted += std::exchange (songs.there[static_cast<size_t> (at)], uint8_t { 0 });
     songs.ranks.clear();
     for (auto& [field, values] : songs.stored)
-        if (code == LibraryCode::ok)
-            code = readStored (database, field, &songIds, values);
-    return code == LibraryCode::ok && isInOrder && songs.deleted <= songs.ids.size() / 4 + 1000;
+    {
+        const auto found = numbers.find (field);
+        if (found == numbers.end())
+        {
+            values.clear(); // a field that was first sorted by while the file was read
+            continue;
+        }
+        values.resize (songs.ids.size());
+        for (const auto& [id, number] : found->second)
+            if (const auto at = songs.positionOf (id); at >= 0)
+                values[static_cast<size_t> (at)] = number;
+    }
+    return isInOrder && songs.deleted <= songs.ids.size() / 4 + 1000;
 }
 
 int SongIndex::size() const

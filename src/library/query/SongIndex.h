@@ -15,8 +15,8 @@
 /** All songs in memory, as far as searches and orders need them: a search over a million songs reads no file. About 20 MB
     for 100,000 songs.
 
-    Any number of threads may ask while none of them is the message thread: one that brings the index up to date keeps
-    them waiting for some milliseconds. Gives the codes of SongDatabase; a stopped token gives LibraryCode::interrupted. */
+    Any number of threads may ask while none of them is the message thread: one that brings the index up to date reads the file
+    beside them, and keeps them waiting for less than a millisecond. Gives the codes of SongDatabase; a stopped token gives LibraryCode::interrupted. */
 class SongIndex
 {
 public:
@@ -64,6 +64,19 @@ private:
         mutable std::vector<uint32_t> ranks; ///< of each text, up to those that were there at the last sort
     };
 
+    /** A song as the file has it. */
+    struct Song
+    {
+        int32_t id = -1;
+        uint32_t duration = 0, size = 0;
+        double bpm = 0.0;
+        int16_t year = 0;
+        uint8_t rating = 0;
+        std::array<std::string, textFields.size()> texts;
+
+        void read (const SqlRow&);
+    };
+
     struct Table
     {
         std::vector<int32_t> ids; ///< rising
@@ -82,9 +95,12 @@ private:
         mutable std::map<SongField, std::vector<double>> stored;
 
         int positionOf (int32_t id) const;
-        void put (const SqlRow&, size_t position);
-        void append (const SqlRow&);
+        void put (const Song&, size_t position);
+        void append (const Song&);
     };
+
+    /** Numbers of some songs, by their ids, of each field in Table::stored. */
+    using StoredNumbers = std::map<SongField, std::vector<std::pair<int32_t, double>>>;
 
     /** 1 for each song that is left; empty for all. */
     using Mask = std::vector<uint8_t>;
@@ -97,7 +113,8 @@ private:
     void keepHits (const Column&, const std::vector<uint8_t>& hits, Mask& found) const;
     const Column* columnOf (SongField) const;
     int sortPositions (SongDatabase&, SongField, bool ascending, std::vector<uint32_t>&) const;
-    int readStored (SongDatabase&, SongField, const std::vector<int32_t>* only, std::vector<double>&) const;
+    int readStored (SongDatabase&, SongField, std::vector<double>&) const;
+    int readStoredOf (SongDatabase&, const std::vector<int32_t>& songIds, StoredNumbers&) const;
     int rankNumbers (SongDatabase&, SongField, std::vector<uint32_t>&) const;
     SongListEntry entryOf (SongDatabase&, uint32_t position) const;
 

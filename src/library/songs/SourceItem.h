@@ -14,4 +14,6 @@ struct SourceItem
 
     /** The album, artist or genre that a node stands for, and the text that the tree shows for it. */
     juce::String filterValue, displayText;
+
+    bool operator== (const SourceItem&) const = default;
 };

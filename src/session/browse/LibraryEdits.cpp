@@ -358,8 +358,14 @@ void LibraryEdits::undo (Done done)
     post ([this] { return history.undo (database); }, std::move (done));
 }
 
+void LibraryEdits::settleViews()
+{
+    readers.wait();
+    calls.deliver();
+}
+
 void LibraryEdits::settle()
 {
     worker.wait();
-    calls.deliver();
+    settleViews();
 }

@@ -7,6 +7,9 @@
 #include "support/Worker.h"
 
 #include <functional>
+#include <memory>
+#include <mutex>
+#include <vector>
 
 class LibraryRoom;
 
@@ -85,7 +88,7 @@ public:
     /** Reads the songs' tags again. */
     void reloadTags (std::vector<int32_t> songIds, Done = {});
 
-    /** @name Views */
+    /** @name Views; what they ask for does not wait for edits */
     void saveLayout (ListRef, const juce::String& layoutXml, const juce::String& selectionXml, Done = {});
 
     /** Reads what was saved last; texts are empty where there is none. */
@@ -97,6 +100,9 @@ public:
 
     bool isBusy() const { return worker.isBusy(); }
 
+    /** Waits for what views have asked for, not for edits. For programs without a message loop. */
+    void settleViews();
+
     /** Waits for all edits. For programs without a message loop, and before the library is closed. */
     void settle();
 
@@ -105,6 +111,13 @@ private:
 
     /** A change of a list, as ListUndo makes it, that tells which entries are to be named. */
     using ListChange = std::function<int (ListContent&, std::vector<size_t>& placed)>;
+    /** A layout on its way into the file, or one that could not be stored. */
+    struct Layout
+    {
+        ListRef list;
+        juce::String layout, selection;
+    };
+
     void make (ListContent, Created);
     int runEdit (ListRef, const juce::String& verb, const ListChange&, std::vector<int32_t>& entryIds);
     void editList (ListRef, const juce::String& verb, ListChange, Placed);
@@ -112,6 +125,9 @@ private:
     LibraryRoom& room;
     SongDatabase& database;
     ListUndo history;
+    std::mutex layoutLock; ///< of the one below
+    std::vector<std::shared_ptr<const Layout>> layoutsToCome;
     MessageCalls calls;
-    Worker worker { "libraryEdits" }; ///< last: its jobs use all of the above
+    Worker readers { "libraryViews" };
+    Worker worker { "libraryEdits" }; ///< last, with the one above: their jobs use the rest
 };

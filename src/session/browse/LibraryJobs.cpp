@@ -22,7 +22,9 @@ juce::String songsText (int count)
 
 juce::String foundText (const ImportResult& result)
 {
-    return songsText (result.accepted) + " found, " + juce::String (result.added) + " new.";
+    const auto leftOut = result.unplayable.size();
+    return songsText (result.accepted) + " found, " + juce::String (result.added) + " new"
+           + (leftOut > 0 ? ", " + juce::String (leftOut) + " left out." : juce::String ("."));
 }
 
 /** The sentence on a file that can't be written: short, since a line has room for its name alone. */

@@ -52,6 +52,8 @@ void LibrarySources::refresh()
                                    calls.post (
                                        [this, tree = std::move (tree)]
                                        {
+                                           if (tree == current)
+                                               return;
                                            current = tree;
                                            onChanged();
                                        });

@@ -20,6 +20,8 @@ struct SourceTree
 
     /** Only while they are wanted. */
     juce::StringArray albums, artists, genres;
+
+    bool operator== (const SourceTree&) const = default;
 };
 
 /** Keeps a tree of sources up to date for one view. Reads on a worker. Message thread. */
@@ -30,7 +32,7 @@ public:
     explicit LibrarySources (LibraryRoom&);
     ~LibrarySources() override;
 
-    /** The tree is another one. */
+    /** The tree is another one. Layouts that are stored, and songs that are edited, change none. */
     std::function<void()> onChanged = [] {};
 
     /** The last that was read; empty at first. */

@@ -135,11 +135,21 @@ void LibraryEdits::reloadTags (std::vector<int32_t> songIds, Done done)
 void LibraryEdits::saveLayout (ListRef list, const juce::String& layoutXml, const juce::String& selectionXml,
                                Done done)
 {
+    const auto saved = std::make_shared<const Layout> (Layout { list, layoutXml, selectionXml });
+    {
+        const std::scoped_lock scope (layoutLock);
+        std::erase_if (layoutsToCome, [&list] (const auto& each) { return each->list == list; });
+        layoutsToCome.push_back (saved);
+    }
     post (
-        [this, list, layoutXml, selectionXml]
+        [this, saved]
         {
-            const SongList named (list.kind, list.id);
-            return database.saveLayout (&named, layoutXml, selectionXml);
+            const SongList named (saved->list.kind, saved->list.id);
+            const auto code = database.saveLayout (&named, saved->layout, saved->selection);
+            const std::scoped_lock scope (layoutLock);
+            if (code == LibraryCode::ok) // else it holds for this session
+                std::erase (layoutsToCome, saved);
+            return code;
         },
         std::move (done));
 }
@@ -147,30 +157,41 @@ void LibraryEdits::saveLayout (ListRef list, const juce::String& layoutXml, cons
 void LibraryEdits::loadLayout (ListRef list,
                                std::function<void (const juce::String&, const juce::String&)> answer)
 {
-    worker.post ({ [this, list, answer = std::move (answer)] (const std::stop_token&)
-                   {
-                       const SongList named (list.kind, list.id);
-                       juce::String layout, selection;
-                       // Unread, a view has its default.
-                       juce::ignoreUnused (database.loadLayout (&named, layout),
-                                           database.loadSelection (&named, selection));
-                       calls.post ([answer, layout, selection] { answer (layout, selection); });
-                   } });
+    std::shared_ptr<const Layout> newest;
+    {
+        const std::scoped_lock scope (layoutLock);
+        for (const auto& each : layoutsToCome)
+            if (each->list == list)
+                newest = each;
+    }
+    if (newest != nullptr)
+        return calls.post ([answer = std::move (answer), newest]
+                           { answer (newest->layout, newest->selection); });
+    readers.post ({ [this, list, answer = std::move (answer)] (const std::stop_token&)
+                    {
+                        const SongList named (list.kind, list.id);
+                        juce::String layout, selection;
+                        // Unread, a view has its default.
+                        juce::ignoreUnused (database.loadLayout (&named, layout),
+                                            database.loadSelection (&named, selection));
+                        calls.post ([answer, layout, selection] { answer (layout, selection); });
+                    } });
 }
 
 void LibraryEdits::pathsOf (std::vector<int32_t> songIds,
                             std::function<void (const juce::StringArray&)> answer)
 {
-    worker.post ({ [this, songIds = std::move (songIds), answer = std::move (answer)] (const std::stop_token&)
-                   {
-                       juce::StringArray paths;
-                       for (const auto id : songIds)
-                       {
-                           juce::String path;
-                           if (database.readField (SongField::filename, id, path) == LibraryCode::ok
-                               && path.isNotEmpty())
-                               paths.add (path);
-                       }
-                       calls.post ([answer, paths] { answer (paths); });
-                   } });
+    readers.post (
+        { [this, songIds = std::move (songIds), answer = std::move (answer)] (const std::stop_token&)
+          {
+              juce::StringArray paths;
+              for (const auto id : songIds)
+              {
+                  juce::String path;
+                  if (database.readField (SongField::filename, id, path) == LibraryCode::ok
+                      && path.isNotEmpty())
+                      paths.add (path);
+              }
+              calls.post ([answer, paths] { answer (paths); });
+          } });
 }

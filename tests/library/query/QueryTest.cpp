@@ -75,6 +75,7 @@ TEST_F (Queries, FindWordsInAnyOrderAcrossTheChosenFieldsAndConditions)
         { "50%off", { drive } },
         { "_un_is", { sun } },
         { "bpm:120-126", { sun, moon } },
+        { "bpm:126-120", { sun, moon } },
         { "bpm:120", { sun } },
         { "bpm:>120.4", { moon } },
         { "bpm:-100", { night } },

@@ -182,6 +182,33 @@ TEST_F (Edits, OfALockedFileSayOneSentenceAndLoseNothing)
     EXPECT_EQ (room.edits.undoText(), "Create p") << "still to be taken back";
 }
 
+TEST_F (Edits, ThatWaitForALockKeepNoLayoutAway)
+{
+    SongDatabase window (file);
+    std::vector<juce::String> seen;
+    const auto load = [&] (ListRef list)
+    {
+        room.edits.loadLayout (list, [&seen] (const juce::String& layout, const juce::String& selection)
+                               { seen.push_back (layout + "|" + selection); });
+    };
+    room.edits.saveLayout (playlist, "<before/>", "<one/>");
+    room.edits.settle();
+    {
+        const auto held = window.beginTransaction();
+        room.edits.setRating ({ songs[0] }, 5);
+        room.edits.saveLayout (playlist, "<after/>", "<two/>");
+        load (playlist);
+        load ({ SongListKind::library });
+        room.edits.settleViews();
+        EXPECT_TRUE (room.edits.isBusy());
+        EXPECT_THAT (seen, testing::UnorderedElementsAre ("<after/>|<two/>", testing::_));
+    }
+    room.edits.settle();
+    load (playlist);
+    room.edits.settle();
+    EXPECT_EQ (seen[2], "<after/>|<two/>") << "stored by now";
+}
+
 TEST_F (Edits, MoveListsInTheTreeThatShareAPlace)
 {
     SongDatabase other (file);

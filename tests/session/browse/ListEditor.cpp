@@ -2,8 +2,9 @@
 
 #include <unistd.h>
 
-// list_editor FILE FOLDER PLAYLIST SONG: adds a song to the automix list and to a playlist, takes one of its songs out, and takes
-// all three back, without an end; writes one byte for each round that is stored.
+// list_editor FILE FOLDER PLAYLIST SONG: adds a song to the automix list and to a playlist of two, takes the first one out, moves
+// the next one to the end, clears the playlist, and takes all five back, without an end; writes one byte for each round that is
+// stored.
 
 int main (int count, char** arguments)
 {
@@ -20,13 +21,15 @@ int main (int count, char** arguments)
     for (;;)
     {
         ListContent content;
-        failures += database.readList (playlist, content) != 0 || content.entries.empty();
+        failures += database.readList (playlist, content) != 0 || content.entries.size() != 2;
         if (failures > 0)
             return 1;
         room.edits.append ({ SongListKind::automix }, { song }, notePlaced);
         room.edits.append (playlist, { song }, notePlaced);
-        room.edits.remove (playlist, { content.entries.front().entryId }, note);
-        for (int i = 0; i < 3; ++i)
+        room.edits.remove (playlist, { content.entries[0].entryId }, note);
+        room.edits.move (playlist, { content.entries[1].entryId }, -1, notePlaced);
+        room.edits.clear (playlist, note);
+        for (int i = 0; i < 5; ++i)
             room.edits.undo (note);
         room.edits.settle();
         if (failures > 0 || ::write (STDOUT_FILENO, ".", 1) != 1)

@@ -112,6 +112,32 @@ TEST_F (Rows, FollowEditsOfThisProgramAndOfOthers)
     EXPECT_EQ (rows.size(), 1);
 }
 
+TEST_F (Rows, ComeThoughTheLibraryChangesAllTheTime)
+{
+    addSongs (3);
+    room.watch.settle();
+    rows.open ({ .sort = SongField::title });
+    for (int i = 0; i < 5; ++i)
+    {
+        room.watch.tell ({ .songs = true });
+        room.watch.settle();
+    }
+    EXPECT_TRUE (rows.isOpening());
+    add (database, "/music/last", "Zoo");
+    room.watch.settle();
+    rows.settle();
+    EXPECT_EQ (rows.size(), 4) << "asked again, once";
+    EXPECT_EQ (opened, 2);
+
+    auto changes = 0;
+    LibrarySources sources (room);
+    sources.settle();
+    sources.onChanged = [&changes] { ++changes; };
+    sources.refresh();
+    sources.settle();
+    EXPECT_EQ (changes, 0) << "the tree is the same";
+}
+
 TEST_F (Rows, OfAHistoryAreInItsOrderWithSongsTheLibraryLacks)
 {
     addSongs (1);

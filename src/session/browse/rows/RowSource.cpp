@@ -35,6 +35,7 @@ void RowSource::open (const SongQuery& query)
 
 void RowSource::reopen()
 {
+    asksAgain = false;
     const auto answerTo = [this] (uint64_t question, Answer answer)
     {
         const auto shared = std::make_shared<Answer> (std::move (answer));
@@ -73,6 +74,8 @@ void RowSource::take (uint64_t question, Answer answer)
         played = std::move (answer.played.songs);
         takeRecords (answer.played.strangers);
     }
+    if (asksAgain)
+        reopen();
     onOpened (answer.code);
 }
 
@@ -258,7 +261,9 @@ void RowSource::libraryChanged (const LibraryChange& change)
             if (change.songIds.empty()
                 || std::binary_search (change.songIds.begin(), change.songIds.end(), id))
                 cached.isStale = true;
-    if (asked > 0)
+    if (isOpening())
+        asksAgain = true;
+    else if (asked > 0)
         reopen();
 }
 

@@ -18,7 +18,8 @@ class LibraryRoom;
 
     Nothing here waits: a query is answered on a worker and broken off by the next one, fields are read ahead on another,
     and files are looked for on a third, as a drive that sleeps answers after seconds. The old rows stay until the new ones
-    are there. When the library changes, the same query is asked again by itself. Message thread. */
+    are there. When the library changes, the same query is asked again by itself; one that is under way is answered first, so
+    that an import, which changes the library all the time, keeps no rows away. Message thread. */
 class RowSource : private LibraryListener
 {
 public:
@@ -110,6 +111,7 @@ private:
     std::shared_ptr<const SongList> rows = std::make_shared<SongList>();
     std::vector<PlayedSong> played;
     uint64_t asked = 0, answered = 0; ///< questions are counted
+    bool asksAgain = false;           ///< the library has changed while the last question is under way
     bool isForeignCached = false;
     mutable uint64_t useCount = 0;
     int wantedFirst = 0, wantedLast = 0;
