@@ -6,6 +6,7 @@
 namespace
 {
 constexpr const char* field = "inputText";
+constexpr const char* noticeName = "notice"; ///< the property of a window that holds its sentence
 const juce::KeyPress returnKey (juce::KeyPress::returnKey), escapeKey (juce::KeyPress::escapeKey);
 
 juce::KeyPress letter (char key)
@@ -64,8 +65,13 @@ void WindowPrompts::askYesNo (const juce::String& title, const juce::String& que
 
 void WindowPrompts::notify (const juce::String& title, const juce::String& sentence)
 {
+    // A hand that tries again gets the same window, not one more.
+    for (const auto& each : windows)
+        if (each->getName() == title && each->getProperties()[noticeName] == sentence)
+            return each->toFront (true);
     auto window = make (title, sentence, juce::MessageBoxIconType::InfoIcon);
     window->addButton ("OK", 0, returnKey, escapeKey);
+    window->getProperties().set (noticeName, sentence);
     auto* shown = window.get();
     // Not modal: the decks go on taking keys while it is there.
     for (auto* child : window->getChildren())

@@ -22,6 +22,8 @@ public:
 
     void askYesNo (const juce::String& title, const juce::String& question,
                    std::function<void (bool yes)> answer) override;
+
+    /** A notice that is open already comes to the front. */
     void notify (const juce::String& title, const juce::String& sentence) override;
     void askText (const juce::String& title, const juce::String& question, const juce::String& initial,
                   std::function<void (std::optional<juce::String>)> answer) override;

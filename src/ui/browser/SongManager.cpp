@@ -92,6 +92,9 @@ SongManager::SongManager (CPlatterdex& e, Session* session)
         if (const auto list = tree.named ("Recommendation List"))
             showSource (*list);
     };
+    songActions.playlists = [this] { return tree.playlists(); };
+    songActions.createPlaylist = [this] (std::vector<int32_t> songIds)
+    { sourceActions.createPlaylist (std::move (songIds)); };
     sourceActions.showSource = [this] (const Source& source) { showSource (source); };
     sourceActions.copyToPlayOrder = [this] (const Source& source)
     {
@@ -211,6 +214,7 @@ void SongManager::pollMoving()
 void SongManager::pollCalm()
 {
     followLibrary();
+    tree.catchUp();
     if (status.look())
         table.repaint();
     followSettings();

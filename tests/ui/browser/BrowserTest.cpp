@@ -167,7 +167,8 @@ TEST (Browser, MenusHaveTheirWordsInTheirOrder)
     const auto row = wordsOf (table.rowMenu (0, TableColumn::status));
     EXPECT_EQ (row.joinIntoString (","),
                "Edit,Load to Deck 1,Load to Deck 2,Append To Automix List,Preview,Reset Played Status,"
-               "Reset Played Statistics,Reload Tags,Show in Explorer,Analyze,Find Similar Songs,Remove");
+               "Reset Played Statistics,Reload Tags,Show in Explorer,Analyze,Find Similar Songs,Remove,,"
+               "Add To Playlist");
     b.bench.engine.settings.editor[EditorPreference::fourDeckMode] = 1;
     EXPECT_TRUE (wordsOf (table.rowMenu (0, TableColumn::status)).contains ("Load to Deck 4"));
 
@@ -248,6 +249,18 @@ TEST (Browser, ControllersMoveLoadAndKeepTheirOrder)
     EXPECT_EQ (b.browser->sources().selectedSource()->name, "Albums");
     b.command ("DIRECTORY_UP");
     EXPECT_EQ (b.browser->sources().selectedSource()->name, "Library");
+}
+
+TEST (Browser, ControllersOfAnEngineMoveItsOwnBrowserAlone)
+{
+    BrowserBench one, other;
+    for (auto* b : { &one, &other })
+        b->browser->songs().selectRow (0);
+    one.bench.engine.setParameter (CommandTable::numberOf ("PLAYLIST_DOWN"), 1.0f);
+    other.command ("PLAYLIST_DOWN");
+    other.command ("PLAYLIST_DOWN");
+    EXPECT_EQ (one.browser->songs().getSelectedRow(), 1) << "whoever hands the requests on";
+    EXPECT_EQ (other.browser->songs().getSelectedRow(), 2);
 }
 
 TEST (Browser, AStarIsOneClickAndTheLastOneGoesOut)

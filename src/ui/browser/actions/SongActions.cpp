@@ -43,11 +43,31 @@ void SongActions::loadToFreeDeck (const juce::String& path)
                                  "All decks are playing. Stop one, or load onto one with its menu or key.");
 }
 
-void SongActions::appendToAutomix (const SelectedSongs& songs)
+void SongActions::append (const SelectedSongs& songs, ListRef list)
 {
     if (world.room != nullptr && !songs.songIds.empty())
-        world.room->edits.append ({ SongListKind::automix, -1 }, songs.songIds,
+        world.room->edits.append (list, songs.songIds,
                                   [said = done()] (int code, const std::vector<int32_t>&) { said (code); });
+}
+
+void SongActions::appendToAutomix (const SelectedSongs& songs)
+{
+    append (songs, { SongListKind::automix, -1 });
+}
+
+juce::PopupMenu SongActions::playlistMenu (const SelectedSongs& songs)
+{
+    juce::PopupMenu menu;
+    for (const auto& list : playlists != nullptr ? playlists() : std::vector<SourceItem>())
+        menu.addItem (list.name,
+                      [this, songs, id = list.id] {
+                          append (songs, { SongListKind::playlist, id });
+                      });
+    if (menu.getNumItems() > 0)
+        menu.addSeparator();
+    menu.addItem ("Create Playlist", createPlaylist != nullptr, false,
+                  [this, ids = songs.songIds] { createPlaylist (ids); });
+    return menu;
 }
 
 void SongActions::preview (const juce::String& path)

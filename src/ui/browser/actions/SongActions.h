@@ -33,6 +33,15 @@ public:
 
     void appendToAutomix (const SelectedSongs&);
 
+    /** The playlists, to any of which the songs are appended, and a new one. */
+    juce::PopupMenu playlistMenu (const SelectedSongs&);
+
+    /** Tells the playlists that there are. */
+    std::function<std::vector<SourceItem>()> playlists;
+
+    /** Asks for a name, and makes a playlist of songs. */
+    std::function<void (std::vector<int32_t> songIds)> createPlaylist;
+
     /** Plays a song on the headphones; stops it if it is the one that plays. */
     void preview (const juce::String& path);
 
@@ -75,6 +84,7 @@ public:
 
 private:
     LibraryEdits::Done done();
+    void append (const SelectedSongs&, ListRef);
     void withPaths (const SelectedSongs&, std::function<void (const juce::StringArray&)>);
 
     BrowserWorld& world;

@@ -146,19 +146,19 @@ void SourceActions::relocate()
              [this] (const juce::File& folder) { world.room->jobs.relocate (folder); });
 }
 
-void SourceActions::createPlaylist()
+void SourceActions::createPlaylist (std::vector<int32_t> songIds)
 {
     if (world.room == nullptr || world.prompts() == nullptr)
         return;
-    world.prompts()->askText ("Enter Playlist Name", "Please enter name of new playlist.", "Playlist",
-                              [this, alive = juce::Component::SafePointer<juce::Component> (&asker)] (
-                                  std::optional<juce::String> name)
-                              {
-                                  if (alive != nullptr && name && name->trim().isNotEmpty())
-                                      world.room->edits.create (name->trim(), {},
-                                                                [said = done()] (int code, int32_t)
-                                                                { said (code); });
-                              });
+    world.prompts()->askText (
+        "Enter Playlist Name", "Please enter name of new playlist.", "Playlist",
+        [this, songIds = std::move (songIds),
+         alive = juce::Component::SafePointer<juce::Component> (&asker)] (std::optional<juce::String> name)
+        {
+            if (alive != nullptr && name && name->trim().isNotEmpty())
+                world.room->edits.create (name->trim(), songIds,
+                                          [said = done()] (int code, int32_t) { said (code); });
+        });
 }
 
 void SourceActions::importPlaylist()

@@ -24,7 +24,8 @@ public:
     /** Asks for a folder, and looks there for songs whose files are missing. */
     void relocate();
 
-    void createPlaylist();
+    /** Asks for a name. @param songIds   that the playlist begins with */
+    void createPlaylist (std::vector<int32_t> songIds = {});
     void importPlaylist();
     void createSmartPlaylist();
 

@@ -2,6 +2,7 @@
 
 #include "skin/Palette.h"
 #include "support/files/AudioFileTypes.h"
+#include "ui/browser/model/MenuKey.h"
 #include "ui/look/OpenMenu.h"
 
 #include <algorithm>
@@ -84,7 +85,8 @@ void ColumnFileBrowser::add (const juce::File& wanted)
     list.setRowHeight (rowHeight);
     list.onSelection = [this, &column] { selectionChanged (column); };
     list.onOpen = [this] (const juce::File& file) { open (file); };
-    list.onMenu = [this] (const juce::File& file) { openMenu (file); };
+    list.onMenu = [this] (const juce::File& file)
+    { openMenu (file, juce::PopupMenu::Options().withMousePosition()); };
     list.onKey = [this] (const juce::KeyPress& key) { return handleKey (key); };
 }
 
@@ -171,13 +173,20 @@ bool ColumnFileBrowser::handleKey (const juce::KeyPress& key)
         return leave(), true;
     if (code == juce::KeyPress::escapeKey && onEscape != nullptr)
         return onEscape(), true;
+    auto& list = current().list();
+    if (const auto row = list.getSelectedRow(); row >= 0 && MenuKey::opensMenu (key))
+    {
+        const auto area = list.localAreaToGlobal (list.getRowPosition (row, true));
+        openMenu (list.getSelectedFile(), juce::PopupMenu::Options().withTargetScreenArea (area));
+        return true;
+    }
     if (!key.getModifiers().isCtrlDown() || code < '1' || code > '4')
         return false;
     actions.load (selectedFile().getFullPathName(), code - '1');
     return true;
 }
 
-void ColumnFileBrowser::openMenu (const juce::File& file)
+void ColumnFileBrowser::openMenu (const juce::File& file, juce::PopupMenu::Options options)
 {
     juce::PopupMenu menu;
     const auto path = file.getFullPathName();
@@ -191,7 +200,7 @@ void ColumnFileBrowser::openMenu (const juce::File& file)
     menu.addItem ("Import into the Library", onImport != nullptr && world.room != nullptr, false,
                   [this, paths = current().list().draggedFiles()] { onImport (paths); });
     menu.addItem ("Show in Explorer", [this, path] { actions.showInFolder (path); });
-    ::openMenu (menu, *this, juce::PopupMenu::Options().withMousePosition());
+    ::openMenu (menu, *this, options);
 }
 
 void ColumnFileBrowser::setFontSize (int size)

@@ -58,7 +58,7 @@ private:
     void selectionChanged (BrowserColumn&);
     void open (const juce::File&);
     bool handleKey (const juce::KeyPress&);
-    void openMenu (const juce::File&);
+    void openMenu (const juce::File&, juce::PopupMenu::Options);
     void arrange();
     BrowserColumn& current() const;
 

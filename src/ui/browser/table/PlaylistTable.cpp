@@ -8,6 +8,7 @@
 #include "ui/look/SMLookAndFeel.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -176,8 +177,10 @@ void PlaylistTable::refresh()
 
 void PlaylistTable::rowsCame (int code)
 {
+    if (std::exchange (saidCode, code) != code)
+        world.say (LibraryFaults::sentence (code));
     if (code != 0)
-        return world.say (LibraryFaults::sentence (code));
+        return;
     const juce::ScopedValueSetter<bool> settingUp (isSettingUp, true);
     painter.setSearch (QueryTerms::parse (query.search), query.fields);
     updateContent();
@@ -317,6 +320,16 @@ void PlaylistTable::settle()
     rows->settle();
     wantRows();
     rows->settle();
+}
+
+void PlaylistTable::settleRows()
+{
+    if (rows == nullptr)
+        return;
+    world.room->edits.settleViews();
+    rows->settleRows();
+    wantRows();
+    rows->settleRows();
 }
 
 juce::String PlaylistTable::pathOf (int row) const

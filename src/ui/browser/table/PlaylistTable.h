@@ -83,6 +83,9 @@ public:
     /** Waits for what is asked for. For programs without a message loop. */
     void settle();
 
+    /** Waits until the rows are there that are asked for, not for edits and tasks. For programs without a message loop. */
+    void settleRows();
+
     std::function<void()> onSelection; ///< another song is selected
     std::function<void()> onRows;      ///< other rows are in place
     std::function<void()> onEscape;    ///< the keyboard is to go elsewhere
@@ -137,6 +140,7 @@ private:
     RowPainter::Row rowAt (int row, bool selected) const;
     juce::String pathOf (int row) const;
     void paintEmptyText (juce::Graphics&);
+    void openMenuAtRow (juce::PopupMenu, int row);
     void editCell (int row, int column);
     void placeEditor();
     void findTyped();
@@ -163,6 +167,7 @@ private:
         madeEntries;               ///< entries of the last edit that are selected once they are rows, sorted
     bool followsSelection = false; ///< the next rows are scrolled to the selected one
     bool isSettingUp = false;      ///< what changes now is not the user's doing
+    int saidCode = 0;              ///< of the fault that was said last; rows are asked for again and again
 
     std::unique_ptr<CellEditor> editor;
     int32_t editedSong = -1;

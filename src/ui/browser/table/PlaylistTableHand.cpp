@@ -3,6 +3,7 @@
 #include "session/browse/LibraryFaults.h"
 #include "skin/Palette.h"
 #include "support/files/AudioFileTypes.h"
+#include "ui/browser/model/MenuKey.h"
 #include "ui/browser/table/CellEditor.h"
 #include "ui/browser/table/PlaylistTable.h"
 #include "ui/browser/table/TableColumn.h"
@@ -21,6 +22,11 @@ bool PlaylistTable::keyPressed (const juce::KeyPress& key)
         return onEscape(), true;
     if (code == juce::KeyPress::F2Key && getSelectedRow() >= 0)
         return editCell (getSelectedRow(), TableColumn::of (SongField::title)), true;
+    const auto row = getSelectedRow();
+    if (row >= 0 && MenuKey::opensMenu (key))
+        return openMenuAtRow (rowMenu (row, TableColumn::of (SongField::title)), row), true;
+    if (row >= 0 && MenuKey::opensPlaylists (key) && !isForeign (shown.kind))
+        return openMenuAtRow (actions.playlistMenu (selection()), row), true;
     if (TableListBox::keyPressed (key))
         return true;
     if (!typed.take (key))
@@ -89,8 +95,19 @@ juce::PopupMenu PlaylistTable::rowMenu (int row, int column)
     menu.addItem ("Analyze", path.isNotEmpty(), false, [this, songs] { actions.analyse (songs); });
     menu.addItem ("Find Similar Songs", path.isNotEmpty(), false, [this, path] { actions.recommend (path); });
     menu.addItem ("Remove", isRemovable, false, [this, songs] { actions.remove (songs); });
+    menu.addSeparator();
+    menu.addSubMenu ("Add To Playlist", actions.playlistMenu (songs), !isForeignList);
     actions.addUndo (menu);
     return menu;
+}
+
+/** Opens a menu that a key asks for, below its row. */
+void PlaylistTable::openMenuAtRow (juce::PopupMenu menu, int row)
+{
+    scrollToEnsureRowIsOnscreen (row);
+    openMenu (menu, *this,
+              juce::PopupMenu::Options().withTargetScreenArea (
+                  localAreaToGlobal (getRowPosition (row, true).removeFromLeft (getRowHeight()))));
 }
 
 void PlaylistTable::editCell (int row, int column)

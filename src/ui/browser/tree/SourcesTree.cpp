@@ -1,5 +1,6 @@
 #include "ui/browser/tree/SourcesTree.h"
 
+#include "ui/browser/model/MenuKey.h"
 #include "ui/browser/table/PlaylistTable.h"
 #include "ui/drag/FileDragSource.h"
 #include "ui/look/SMLookAndFeel.h"
@@ -50,6 +51,7 @@ void SourcesTree::openLibrary()
 
 void SourcesTree::rebuild()
 {
+    fill(); // settings say what is shown, too
     if (sources != nullptr)
         sources->refresh();
 }
@@ -80,9 +82,11 @@ void SourcesTree::addAll (juce::TreeViewItem& parent, Role role, const std::vect
 /** Builds all rows anew; what is open stays open, and what is selected stays selected. */
 void SourcesTree::fill()
 {
+    owesFill = isHeld();
+    if (owesFill)
+        return;
     const juce::ScopedValueSetter<bool> filling (isFilling, true);
     const auto open = getOpennessState (true);
-    label.reset();
     root->clearSubItems();
 
     static const SourceTree nothing;
@@ -117,6 +121,20 @@ void SourcesTree::fill()
     select (selected);
     if (sources != nullptr && selected.id >= 0 && getNumSelectedItems() == 0)
         leaveGone();
+}
+
+/** True while a hand drags, or renames. */
+bool SourcesTree::isHeld() const
+{
+    const auto* drags =
+        juce::DragAndDropContainer::findParentDragContainerFor (const_cast<SourcesTree*> (this));
+    return label != nullptr || isMouseButtonDown (true) || (drags != nullptr && drags->isDragAndDropActive());
+}
+
+void SourcesTree::catchUp()
+{
+    if (owesFill)
+        fill();
 }
 
 /** The list in view is no more: goes to the library. */
@@ -208,6 +226,11 @@ std::optional<Source> SourcesTree::named (const juce::String& name) const
     return item != nullptr ? item->node.source() : std::nullopt;
 }
 
+std::vector<SourceItem> SourcesTree::playlists() const
+{
+    return sources != nullptr ? sources->tree().playlists : std::vector<SourceItem>();
+}
+
 void SourcesTree::openValues()
 {
     for (const auto role : { Role::albums, Role::artists, Role::genres })
@@ -292,6 +315,8 @@ bool SourcesTree::keyPressed (const juce::KeyPress& key)
         return onEscape(), true;
     if (code == juce::KeyPress::returnKey)
         return enter(), true;
+    if (item != nullptr && MenuKey::opensMenu (key))
+        return openMenu (*item, true), true;
     if (item != nullptr && code == juce::KeyPress::F2Key)
         return rename (*item), true;
     if (item != nullptr && code == juce::KeyPress::deleteKey

@@ -33,6 +33,9 @@ public:
     /** The source that is called so, in any letter case; of albums, artists and genres those that are read. */
     std::optional<Source> named (const juce::String&) const;
 
+    /** The playlists that there are. */
+    std::vector<SourceItem> playlists() const;
+
     /** Opens the rows of albums, artists and genres, so that they are read. */
     void openValues();
 
@@ -56,6 +59,10 @@ public:
     juce::String openness() const;
     void restoreOpenness (const juce::String&);
 
+    /** Shows what has changed while a hand held the tree: a row that goes would take a drag, or a name that is being typed, with
+        it. Called at each tick. */
+    void catchUp();
+
     /** Waits for the lists. For programs without a message loop. */
     void settle();
 
@@ -67,7 +74,7 @@ private:
 
     void itemSelected (SourcesTreeItem&);
     void itemOpened (SourcesTreeItem&, bool isOpen);
-    void openMenu (SourcesTreeItem&);
+    void openMenu (SourcesTreeItem&, bool isByKey);
     void actOn (SourcesTreeItem&);
     void rename (SourcesTreeItem&);
     bool takes (const SourcesTreeItem&, const juce::DragAndDropTarget::SourceDetails&) const;
@@ -79,6 +86,7 @@ private:
                           int32_t id = -1);
     void addAll (juce::TreeViewItem& parent, TreeNode::Role, const std::vector<SourceItem>&);
     void fill();
+    bool isHeld() const;
     void leaveGone();
     void wantValues();
     SourcesTreeItem* find (const std::function<bool (const TreeNode&)>&) const;
@@ -90,7 +98,7 @@ private:
     juce::Font textFont;
     int height = 24;
     Source selected;
-    bool isFilling = false;
+    bool isFilling = false, owesFill = false;
     TypeAhead typed;
     std::unique_ptr<SourcesTreeItemLabel> label; ///< over the row that is being renamed
 };

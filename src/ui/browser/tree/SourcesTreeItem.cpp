@@ -180,7 +180,7 @@ void SourcesTreeItem::itemOpennessChanged (bool isNowOpen)
 void SourcesTreeItem::itemClicked (const juce::MouseEvent& event)
 {
     if (event.mods.isPopupMenu())
-        tree.openMenu (*this);
+        tree.openMenu (*this, false);
     else if (node.isAction())
         tree.actOn (*this);
 }

@@ -58,11 +58,15 @@ void addPlaylistItems (juce::PopupMenu& menu, SourceActions& actions, const Sour
 }
 }
 
-void SourcesTree::openMenu (SourcesTreeItem& item)
+void SourcesTree::openMenu (SourcesTreeItem& item, bool isByKey)
 {
     auto menu = menuOf (item.node);
-    if (world.room != nullptr && menu.getNumItems() > 0)
-        ::openMenu (menu, *this, juce::PopupMenu::Options().withMousePosition());
+    if (world.room == nullptr || menu.getNumItems() == 0)
+        return;
+    const auto options = juce::PopupMenu::Options();
+    ::openMenu (menu, *this,
+                isByKey ? options.withTargetScreenArea (localAreaToGlobal (item.getItemPosition (true)))
+                        : options.withMousePosition());
 }
 
 juce::PopupMenu SourcesTree::menuOf (const TreeNode& node)

@@ -1,0 +1,397 @@
+"""The browser as a hand uses it, in a real window: lists made, filled, moved, renamed, exported and deleted by menus, keys and
+drags; stars by the mouse; a song edited in its cell; imports with a damaged file and a list of what failed; the foreign library.
+The library's file tells what was done.
+
+usage: browser_window.py PROGRAM DRAG_SOURCE [FOLDER]    pictures of the window are left in FOLDER"""
+
+import os
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+FORMATS = {
+    "mp3": ["-c:a", "libmp3lame"],
+    "flac": [],
+    "ogg": ["-c:a", "libvorbis"],
+    "m4a": ["-c:a", "aac"],
+    "wav": [],
+    "aiff": ["-write_id3v2", "1"],
+    "wma": ["-c:a", "wmav2"],
+}
+FOREIGN = """<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><dict><key>Tracks</key><dict><key>7</key><dict>
+<key>Track ID</key><integer>7</integer><key>Name</key><string>Far</string><key>Location</key><string>file://localhost{}</string>
+</dict></dict><key>Playlists</key><array><dict><key>Name</key><string>Abroad</string><key>Playlist ID</key><integer>9</integer>
+<key>Playlist Items</key><array><dict><key>Track ID</key><integer>7</integer></dict></array></dict></array></dict></plist>"""
+
+# Of the browser's own window, in its pixels.
+TREE_X, TREE_TOP, ROW = 60, 37, 24
+TABLE_X, HEADER, TABLE_TOP = 420, 65, 90
+MENU_TOP = 14
+RATING_ENTRY = 15.3  # of the header's menu, behind a line that parts it
+SECOND_STAR = 966
+JOB_BUTTON = 818, 868
+
+
+def run(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True, timeout=60).stdout
+
+
+def windows(name):
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{name}$"], capture_output=True, text=True)
+    return found.stdout.split()
+
+
+def comes(condition, seconds=8.0):
+    end = time.monotonic() + seconds
+    while not (value := condition()) and time.monotonic() < end:
+        time.sleep(0.1)
+    return value
+
+
+def keys(*names):
+    for name in names:
+        run("xdotool", "key", name)
+        time.sleep(0.12)
+
+
+def type_text(text):
+    run("xdotool", "type", "--delay", "25", text)
+
+
+def geometry(window):
+    lines = run("xdotool", "getwindowgeometry", "--shell", window).split()
+    found = {name: int(value) for name, value in (line.split("=") for line in lines)}
+    return found["WIDTH"], found["HEIGHT"]
+
+
+class Browser:
+    """The program with its browser in a window of its own."""
+
+    def __init__(self, program, root, pictures, environment):
+        self.root, self.pictures = root, pictures
+        self.library = root / "SongManager" / "px_music_library.sqlite"
+        self.process = subprocess.Popen([program, "--root", root], env=environment,
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.until("the program's window", lambda: windows("Platterdex"), 60.0)
+        time.sleep(4.0)
+        self.picture("in-the-window")
+        main = windows("Platterdex")[-1]
+        width, _ = geometry(main)
+        for y in range(310, 360, 8):  # the button above the table, below what is told above the browser
+            if not windows("Song Manager"):
+                self.click(0.77 * width - 15, y, window=main)
+                comes(lambda: windows("Song Manager"), 2.0)
+        self.until("the browser in a window of its own", lambda: windows("Song Manager"))
+        self.window = windows("Song Manager")[-1]
+        run("xdotool", "windowmove", self.window, "100", "10", "windowsize", self.window, "1290", "880")
+        time.sleep(1.5)
+
+    def until(self, what, condition, seconds=20.0):
+        if not comes(condition, seconds):
+            self.picture("failed")
+            raise SystemExit(f"FAILED: {what}: not seen within {seconds} s")
+        print(f"{what}: seen", flush=True)
+
+    def picture(self, name):
+        if self.pictures:
+            size = "x".join(run("xdotool", "getdisplaygeometry").split())
+            run("ffmpeg", "-loglevel", "error", "-y", "-f", "x11grab", "-video_size", size, "-i", os.environ["DISPLAY"],
+                "-frames:v", "1", f"{self.pictures}/{name}.png")
+
+    def ask(self, sql):
+        with sqlite3.connect(f"file:{self.library}?mode=ro", uri=True) as library:
+            return library.execute(sql).fetchall()
+
+    def value(self, sql):
+        return self.ask(sql)[0][0]
+
+    # The hand
+
+    def move(self, x, y, window=None):
+        run("xdotool", "mousemove", "--window", window or self.window, str(round(x)), str(round(y)))
+
+    def click(self, x, y, button=1, times=1, window=None):
+        self.move(x, y, window)
+        time.sleep(0.25)
+        run("xdotool", "click", "--repeat", str(times), "--delay", "90", str(button))
+        time.sleep(0.4)
+
+    def drag(self, start, end):
+        self.move(*start)
+        time.sleep(0.2)
+        run("xdotool", "mousedown", "1")
+        for step in range(1, 13):
+            self.move(start[0] + (end[0] - start[0]) * step / 12, start[1] + (end[1] - start[1]) * step / 12)
+            time.sleep(0.08)
+        time.sleep(0.3)
+        run("xdotool", "mouseup", "1")
+
+    def tree(self):
+        """The texts of the tree's rows, as they stand while its headings are open."""
+        lists = lambda table: [name for (name,) in self.ask(f"SELECT name FROM {table} ORDER BY sort_order")]
+        rows = ["Library", "Albums", "Artists", "Genres", "Playlists", "Create Playlist", *lists("playlists")]
+        return [*rows, "Smart Playlists", "Create Smart Playlist", *lists("smart_playlists"), "Automix List",
+                "Recommendation List"]
+
+    def source(self, name):
+        return TREE_X, TREE_TOP + ROW * self.tree().index(name)
+
+    def song(self, row, x=TABLE_X):
+        return x, TABLE_TOP + ROW * row
+
+    def choose(self, place, entry, *then, name=None):
+        """Opens a menu by the right button, and presses an entry; `then` are further ones in the menus of entries. From 1 on,
+        in front of the first line that parts them."""
+        known = []
+        for attempt in range(3):  # a busy machine misses a click
+            self.click(*place, button=3)
+            if comes(lambda: windows("menu"), 3.0):
+                break
+        if name:
+            self.picture(f"menu-{name}")
+        for number in (entry, *then):
+            opened = comes(lambda: [each for each in windows("menu") if each not in known], 5.0)
+            if not opened:
+                self.until(f"the menu of {name or place}", lambda: False, 0.1)
+            known.append(opened[-1])
+            self.click(40, MENU_TOP + ROW * (number - 1), window=opened[-1])
+
+    def answer(self, title, text=None):
+        """Types into a dialog, or takes its Yes."""
+        self.until(f"the dialog {title}", lambda: windows(title))
+        time.sleep(0.5)
+        self.picture("dialog-" + "".join(c for c in title.lower() if c.isalnum()))
+        if text is None:
+            keys("y")
+        else:
+            keys("ctrl+a")
+            type_text(text)
+            keys("Return")
+        self.until(f"the end of {title}", lambda: not windows(title))
+
+
+def make_songs(folder):
+    """A short song of each format, with tags and, where the format has them, a cover."""
+    folder.mkdir(parents=True)
+    for number, (kind, codec) in enumerate(FORMATS.items()):
+        tone = f"sine=frequency={220 + 40 * number}:duration=3"
+        tags = {"title": f"Tone {number} {kind}", "artist": f"Artist {number % 2}", "album": "Tones", "genre": "Test"}
+        run("ffmpeg", "-loglevel", "error", "-f", "lavfi", "-i", tone, *codec,
+            *[word for key, value in tags.items() for word in ("-metadata", f"{key}={value}")], f"{folder}/{number}.{kind}")
+
+
+def make_lists(browser):
+    browser.choose(browser.source("Playlists"), 1, name="playlists")
+    browser.answer("Enter Playlist Name", "Alpha")
+    browser.until("a playlist made by the menu", lambda: "Alpha" in browser.tree())
+    browser.click(*browser.source("Create Playlist"))
+    browser.answer("Enter Playlist Name", "Beta")
+    browser.until("a playlist made by a click", lambda: "Beta" in browser.tree())
+
+
+def count(browser, name):
+    return browser.value("SELECT COUNT(*) FROM playlists_songs s JOIN playlists p ON p.id = s.playlist_id "
+                         f"WHERE p.name = '{name}'")
+
+
+def fill_lists(browser):
+    browser.click(*browser.source("Library"))
+    time.sleep(0.5)
+    browser.click(*browser.song(0))
+    keys("ctrl+a")
+    browser.drag(browser.song(1), browser.source("Alpha"))
+    browser.until("all songs in Alpha by a drag", lambda: count(browser, "Alpha") == len(FORMATS))
+    browser.click(*browser.song(1))
+    keys("ctrl+p", "Down", "Down", "Return") if "old" not in sys.argv else browser.drag(browser.song(1), browser.source("Beta"))
+    browser.until("a song in Beta by keys", lambda: count(browser, "Beta") == 1)
+    if "old" in sys.argv:
+        browser.click(*browser.source("Alpha"))
+        time.sleep(2)
+    browser.drag(browser.source("Alpha"), browser.source("Beta"))
+    browser.until("a list in a list by a drag", lambda: count(browser, "Beta") == 1 + len(FORMATS))
+    browser.click(*browser.source("Alpha"))
+    time.sleep(1.0)
+    order = "SELECT group_concat(song_id) FROM (SELECT song_id FROM playlists_songs WHERE playlist_id = " \
+            "(SELECT id FROM playlists WHERE name = 'Alpha') ORDER BY id)"
+    before = browser.value(order)
+    browser.click(*browser.song(0))
+    browser.drag(browser.song(0), browser.song(3))
+    browser.until("another order by a drag", lambda: browser.value(order) != before)
+    browser.click(*browser.song(0))
+    keys("ctrl+z")
+    browser.until("the order before it by Ctrl+Z", lambda: browser.value(order) == before)
+    keys("Delete")
+    browser.answer("REMOVE ITEM")
+    browser.until("a song taken out", lambda: count(browser, "Alpha") == len(FORMATS) - 1)
+
+
+def rearrange_lists(browser):
+    browser.choose(browser.source("Beta"), 3, name="playlist")
+    browser.until("Beta moved up", lambda: browser.tree().index("Beta") < browser.tree().index("Alpha"))
+    browser.choose(browser.source("Beta"), 4)
+    browser.until("Beta moved down", lambda: browser.tree().index("Beta") > browser.tree().index("Alpha"))
+    browser.choose(browser.source("Beta"), 2)
+    time.sleep(0.5)
+    keys("ctrl+a")
+    type_text("Gamma")
+    keys("Return")
+    browser.until("Beta renamed", lambda: "Gamma" in browser.tree())
+
+
+def export(browser, folder):
+    for entry, kind, title, mark in ((1, "m3u", "Save the playlist...", "#EXTM3U"),
+                                     (2, "html", "Save the webpage...", "<td>")):
+        browser.choose(browser.source("Alpha"), 6, entry)
+        file = folder / f"out.{kind}"
+        browser.answer(title.replace(".", "[.]"), str(file))
+        browser.until(f"the export {file.name}", lambda: file.exists() and mark in file.read_text())
+    browser.choose(browser.source("Library"), 2, name="library")
+    copy = folder / "copy.sqlite"
+    browser.answer("Save Backup Collection File As", str(copy))
+    browser.until("the backup", lambda: copy.exists() and copy.stat().st_size > 0)
+
+
+def edit_songs(browser):
+    browser.click(*browser.source("Library"))
+    time.sleep(0.5)
+    browser.click(*browser.song(0))
+    keys("F2", "ctrl+a")
+    type_text("Renamed")
+    browser.picture("cell")
+    keys("Return")
+    browser.until("a title edited in its cell", lambda: browser.value("SELECT COUNT(*) FROM songs WHERE title = 'Renamed'"))
+
+
+def automix(browser):
+    def songs():
+        return browser.value("SELECT COUNT(*) FROM automix_songs")
+
+    browser.click(*browser.song(0))
+    browser.choose(browser.song(0), 4, name="row")
+    browser.until("a song in the automix list by its menu", lambda: songs() == 1)
+    browser.choose(browser.source("Gamma"), 5)
+    browser.until("a list in the automix list", lambda: songs() == 2 + len(FORMATS))
+    browser.choose(browser.source("Automix List"), 1, name="automix")
+    browser.answer("Confirm clear")
+    browser.until("an empty automix list", lambda: songs() == 0)
+
+
+def rate(browser):
+    browser.click(*browser.source("Library"))
+    time.sleep(0.5)
+    browser.choose((TABLE_X, HEADER), RATING_ENTRY, name="columns")
+    time.sleep(0.5)
+    browser.picture("rating")
+    browser.click(*browser.song(0, SECOND_STAR))
+    browser.until("two stars by the mouse", lambda: browser.value("SELECT COUNT(*) FROM songs WHERE rating = 2") == 1)
+
+
+def foreign(browser, folder):
+    tree = browser.tree()
+    file = folder / "abroad.m3u"
+    browser.choose((TREE_X, TREE_TOP + ROW * (len(tree) + 1)), 1, 1, name="foreign")
+    browser.answer("Save the playlist[.][.][.]", str(file))
+    browser.until("the export of a foreign list", lambda: file.exists() and "/0.mp3" in file.read_text())
+
+
+def smart_lists(browser):
+    browser.choose(browser.source("Smart Playlists"), 1)
+    browser.answer("Enter smart playlist name", "Best")
+    browser.until("the editor of rules", lambda: windows("Edit Smart Playlist: Best"))
+    browser.picture("rules")
+    keys("Return")
+    browser.until("a smart playlist", lambda: "Best" in browser.tree())
+    browser.choose(browser.source("Best"), 2)
+    browser.answer("Confirm delete")
+    browser.until("the smart playlist deleted", lambda: "Best" not in browser.tree())
+
+
+def imports(browser, folder):
+    folder.mkdir()
+    run("ffmpeg", "-loglevel", "error", "-f", "lavfi", "-i", "sine=duration=2", f"{folder}/good.mp3")
+    (folder / "damaged.mp3").write_bytes(b"no sound at all")
+    browser.choose(browser.source("Library"), 1)
+    browser.answer("Please select a song directory[.][.][.]", str(folder))
+    browser.until("the song of a folder", lambda: browser.value("SELECT COUNT(*) FROM songs WHERE filename LIKE '%good.mp3'"))
+    time.sleep(1.0)
+    browser.picture("failures-line")
+    browser.click(*JOB_BUTTON)
+    browser.until("the list of what failed", lambda: windows("Importing Music Files"))
+    browser.picture("failures")
+    keys("Escape")
+    if windows("Importing Music Files"):
+        run("xdotool", "windowactivate", windows("Importing Music Files")[-1])
+        keys("alt+F4")
+
+
+def outside(browser, source, file):
+    dragged = subprocess.Popen([source, file])
+    try:
+        comes(lambda: windows("Drag source"))
+        before = browser.value("SELECT COUNT(*) FROM songs")
+        x, y = browser.song(2)
+        run("xdotool", "mousemove", "45", "45", "mousedown", "1")
+        for step in range(1, 13):
+            run("xdotool", "mousemove", str(45 + 2 * step), str(45 + step))
+            time.sleep(0.05)
+        for step in range(8):
+            browser.move(x + step, y + step)
+            time.sleep(0.1)
+        time.sleep(0.5)
+        run("xdotool", "mouseup", "1")
+        browser.until("a file dropped from another program", lambda: browser.value("SELECT COUNT(*) FROM songs") == before + 1)
+    finally:
+        dragged.kill()
+
+
+def delete(browser):
+    browser.click(*browser.source("Gamma"))
+    keys("Delete")
+    browser.answer("Confirm delete")
+    browser.until("a playlist deleted by its key", lambda: "Gamma" not in browser.tree())
+    browser.choose(browser.source("Alpha"), 1)
+    browser.answer("Confirm delete")
+    browser.until("a playlist deleted by its menu", lambda: "Alpha" not in browser.tree())
+    browser.choose(browser.source("Library"), 3)
+    browser.answer("Confirm delete")
+    browser.until("an empty library", lambda: browser.value("SELECT COUNT(*) FROM songs") == 0)
+
+
+def main():
+    program, drag_source, pictures = sys.argv[1], sys.argv[2], (sys.argv[3] if len(sys.argv) > 3 else None)
+    if pictures:
+        os.makedirs(pictures, exist_ok=True)
+    with tempfile.TemporaryDirectory() as work:
+        work = Path(work)
+        root = work / "root"
+        make_songs(root / "audio")
+        (work / "Music" / "iTunes").mkdir(parents=True)
+        (work / "Music" / "iTunes" / "iTunes Music Library.xml").write_text(FOREIGN.format(root / "audio" / "0.mp3"))
+        outside_song = work / "outside.wav"
+        run("ffmpeg", "-loglevel", "error", "-f", "lavfi", "-i", "sine=duration=1", str(outside_song))
+        run(program, "import", str(root / "audio"), "--root", str(root))
+        browser = Browser(program, root, pictures, {**os.environ, "HOME": str(work)})
+        try:
+            make_lists(browser)
+            fill_lists(browser)
+            rearrange_lists(browser)
+            export(browser, work)
+            edit_songs(browser)
+            rate(browser)
+            automix(browser)
+            foreign(browser, work)
+            smart_lists(browser)
+            imports(browser, work / "more")
+            outside(browser, drag_source, str(outside_song))
+            delete(browser)
+            if browser.process.poll() is not None:
+                raise SystemExit("FAILED: the program is gone")
+        finally:
+            browser.process.terminate()
+            browser.process.wait(20)
+
+
+main()
