@@ -35,6 +35,7 @@ void keepWhere (const Values& values, std::vector<uint8_t>& mask, Test test)
 std::vector<uint32_t> keyRanks (const TextColumn& names)
 {
     std::vector<std::pair<std::string, uint32_t>> sorted;
+    sorted.reserve (names.size());
     for (uint32_t value = 0; value < names.size(); ++value)
         sorted.emplace_back (KeyName::sortText (names.upper (value)), value);
     std::sort (sorted.begin(), sorted.end());

@@ -102,7 +102,7 @@ void TrackTable::drawSample()
     std::vector<uint32_t> order (all.size());
     for (size_t i = 0; i < order.size(); ++i)
         order[i] = static_cast<uint32_t> (i);
-    std::minstd_rand random (seed);
+    std::minstd_rand random (seed + static_cast<uint32_t> (all.size()));
     const auto count = std::min (order.size(), SessionFile::mostMembers);
     drawn.members.clear();
     for (size_t i = 0; i < count; ++i)
