@@ -119,15 +119,22 @@ class Browser:
         run("xdotool", "click", "--repeat", str(times), "--delay", "90", str(button))
         time.sleep(0.4)
 
-    def drag(self, start, end):
-        self.move(*start)
-        time.sleep(0.2)
-        run("xdotool", "mousedown", "1")
-        for step in range(1, 13):
-            self.move(start[0] + (end[0] - start[0]) * step / 12, start[1] + (end[1] - start[1]) * step / 12)
-            time.sleep(0.08)
-        time.sleep(0.3)
-        run("xdotool", "mouseup", "1")
+    def drag(self, what, start, end, done):
+        """Drags as a hand does; what a busy machine has missed is done again."""
+        for _ in range(3):
+            self.move(*start)
+            time.sleep(0.3)
+            run("xdotool", "mousedown", "1")
+            for step in range(1, 13):
+                self.move(start[0] + (end[0] - start[0]) * step / 12, start[1] + (end[1] - start[1]) * step / 12)
+                time.sleep(0.08)
+            time.sleep(0.4)
+            run("xdotool", "mouseup", "1")
+            if comes(done):
+                break
+            run("xdotool", "mouseup", "1")
+            print(f"{what}: tried again", flush=True)
+        self.until(what, done)
 
     def tree(self):
         """The texts of the tree's rows, as they stand while its headings are open."""
@@ -202,24 +209,20 @@ def fill_lists(browser):
     time.sleep(0.5)
     browser.click(*browser.song(0))
     keys("ctrl+a")
-    browser.drag(browser.song(1), browser.source("Alpha"))
-    browser.until("all songs in Alpha by a drag", lambda: count(browser, "Alpha") == len(FORMATS))
+    browser.drag("all songs in Alpha by a drag", browser.song(1), browser.source("Alpha"),
+                 lambda: count(browser, "Alpha") == len(FORMATS))
     browser.click(*browser.song(1))
-    keys("ctrl+p", "Down", "Down", "Return") if "old" not in sys.argv else browser.drag(browser.song(1), browser.source("Beta"))
+    keys("ctrl+p", "Down", "Down", "Return")
     browser.until("a song in Beta by keys", lambda: count(browser, "Beta") == 1)
-    if "old" in sys.argv:
-        browser.click(*browser.source("Alpha"))
-        time.sleep(2)
-    browser.drag(browser.source("Alpha"), browser.source("Beta"))
-    browser.until("a list in a list by a drag", lambda: count(browser, "Beta") == 1 + len(FORMATS))
+    browser.drag("a list in a list by a drag", browser.source("Alpha"), browser.source("Beta"),
+                 lambda: count(browser, "Beta") == 1 + len(FORMATS))
     browser.click(*browser.source("Alpha"))
     time.sleep(1.0)
     order = "SELECT group_concat(song_id) FROM (SELECT song_id FROM playlists_songs WHERE playlist_id = " \
             "(SELECT id FROM playlists WHERE name = 'Alpha') ORDER BY id)"
     before = browser.value(order)
     browser.click(*browser.song(0))
-    browser.drag(browser.song(0), browser.song(3))
-    browser.until("another order by a drag", lambda: browser.value(order) != before)
+    browser.drag("another order by a drag", browser.song(0), browser.song(3), lambda: browser.value(order) != before)
     browser.click(*browser.song(0))
     keys("ctrl+z")
     browser.until("the order before it by Ctrl+Z", lambda: browser.value(order) == before)
