@@ -41,7 +41,7 @@ void PositionLock::reset() noexcept
     started = known = remembered = unproved = even = wasEven = false;
     meanHeight = spread = trust = 0;
     swiftness = meanStep = 0;
-    stoodTicks = heightsSeen = absentTicks = awayTicks = hiddenTicks = doubtful = 0;
+    cyclesToProve = stoodTicks = heightsSeen = absentTicks = awayTicks = hiddenTicks = doubtful = 0;
 }
 
 std::optional<double> PositionLock::cycle() const noexcept
@@ -70,6 +70,8 @@ void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
     {
         unproved = true;
         trust = std::min (trust, 0.55f);
+        // A few symbols of the disc are the same in many frames: a whole one decides.
+        cyclesToProve = medium->isOwnDisc() ? code->cyclesToLocate() : 0;
         if (isSwift)
             loseCount();
     }
@@ -84,10 +86,12 @@ void PositionLock::process (const CarrierTracker::Reading& reading) noexcept
         else
             trust = std::min (trust, 0.55f); // the first bits decide
         unproved = unproved || hiddenTicks > longestGapTicks / 12;
+        if (medium->isOwnDisc() && swiftness > 0.5f * swiftStep) // no rest yet: it may go on anywhere
+            cyclesToProve = code->cyclesToLocate();
         return;
     }
     absentTicks = std::max (0, absentTicks - 1);
-    if (trust > (medium->isOwnDisc() ? 0.62f : 0.7f)) // three symbols or seven bits
+    if (trust > (medium->isOwnDisc() ? 0.62f : 0.7f) && cyclesToProve <= 0) // three symbols or seven bits
         unproved = false;
     const auto last = reading.lateTurns + reading.turnsPerFrame * (framesPerTick - 1);
     if (started && floorOf (reading.lateTurns) == current && floorOf (last) == current)
@@ -274,7 +278,7 @@ void PositionLock::recall (std::int64_t newest, bool forward) noexcept
         {
             offset += shift;
             known = true;
-            doubtful = 0;
+            doubtful = cyclesToProve = 0;
             trust = 1;
             return;
         }
@@ -304,7 +308,7 @@ void PositionLock::search (std::int64_t newest, bool forward) noexcept
     offset = candidate;
     remembered = true;
     known = true;
-    doubtful = 0;
+    doubtful = cyclesToProve = 0;
     trust = 1;
 }
 
@@ -351,6 +355,8 @@ void PositionLock::test (std::int64_t newest, bool forward) noexcept
 {
     int bits = 0;
     trust += 0.06f * (agreement (newest, newest, offset, bits) - trust);
+    if (cyclesToProve > 0)
+        cyclesToProve = wrongBits (newest, newest, offset) == 0 ? cyclesToProve - 1 : code->cyclesToLocate();
     const auto direction = forward ? -1 : 1;
     const auto other = newest + direction * 31;
     const auto oldest = std::min (newest, other), latest = std::max (newest, other);

@@ -94,6 +94,7 @@ private:
 
     bool known = false, remembered = false;
     bool unproved = false;   // the count went through noise: no bit has confirmed it since
+    int cyclesToProve = 0;   // in a row, until it is confirmed
     std::int64_t offset = 0; // cycle of the medium minus number in the count
     float trust = 0;
     int absentTicks = 0, awayTicks = 0, hiddenTicks = 0;
