@@ -9,17 +9,32 @@ struct MidiFixture : EngineFixture
 {
     using MakeDrivers = std::unique_ptr<ControllerDrivers> (*)();
 
-    /** @param make   the drivers of controllers; null is the native ones */
-    explicit MidiFixture (MakeDrivers make = nullptr) : makeDrivers (make) { begin(); }
+    using MakeBackend = std::unique_ptr<MidiBackend> (*)();
+
+    /** @param make      the drivers of controllers; null is the native ones
+        @param backend   a real system of ports; null is the fake one */
+    explicit MidiFixture (MakeDrivers make = nullptr, MakeBackend backend = nullptr)
+        : makeDrivers (make),
+          makeBackend (backend)
+    {
+        begin();
+    }
     ~MidiFixture() { midi.reset(); }
 
     void begin (bool isInHost = false)
     {
         MidiSystem::Options options;
         options.backends.clear();
-        auto made = std::make_unique<FakeMidiBackend>();
-        cables = made.get();
-        options.backends.push_back (std::move (made));
+        if (makeBackend != nullptr)
+        {
+            options.backends.push_back (makeBackend());
+        }
+        else
+        {
+            auto made = std::make_unique<FakeMidiBackend>();
+            cables = made.get();
+            options.backends.push_back (std::move (made));
+        }
         if (makeDrivers != nullptr)
             options.drivers = makeDrivers();
         options.hasThreads = false;
@@ -45,6 +60,7 @@ struct MidiFixture : EngineFixture
     void handle (int status, int data, int value) { midi->control.handle (status, data, value); }
 
     const MakeDrivers makeDrivers;
+    const MakeBackend makeBackend;
     FakeMidiBackend* cables = nullptr;
     std::unique_ptr<MidiSystem> midi;
 };

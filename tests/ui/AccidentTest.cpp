@@ -41,8 +41,7 @@ struct Slip
 constexpr int leftButton = juce::ModifierKeys::leftButtonModifier;
 
 const Slip slips[] {
-    { "a file let go over a deck",
-      [] (PlayingDesk& desk, int deck)
+    { "a file let go over a deck", [] (PlayingDesk& desk, int deck)
       { desk.editor->deck (deck).filesDropped ({ desk.halfLoudTrack (20.0).getFullPathName() }, 9, 9); } },
     { "another deck's track let go over a deck",
       [] (PlayingDesk& desk, int deck)
@@ -74,8 +73,7 @@ const Slip slips[] {
       } },
     { "the key that loads onto a free deck",
       [] (PlayingDesk& desk, int) { desk.editor->keyPressed (juce::KeyPress ('n')); } },
-    { "undo with nothing to undo",
-      [] (PlayingDesk& desk, int)
+    { "undo with nothing to undo", [] (PlayingDesk& desk, int)
       { desk.editor->keyPressed (juce::KeyPress ('z', juce::ModifierKeys::ctrlModifier, 0)); } },
 };
 }
@@ -95,8 +93,8 @@ TEST (Accident, NoSlipOfAHandChangesABlockOfFourPlayingDecks)
                 {
                     const auto one = touched.block(), other = left.block();
                     for (int channel = 0; channel < one.getNumChannels(); ++channel)
-                        ASSERT_EQ (0, std::memcmp (one.getReadPointer (channel), other.getReadPointer (channel),
-                                                   512 * sizeof (float)));
+                        ASSERT_EQ (0, std::memcmp (one.getReadPointer (channel),
+                                                   other.getReadPointer (channel), 512 * sizeof (float)));
                 }
             }
     EXPECT_GT (left.block().getMagnitude (0, 512), 0.1f) << "they are heard all the time";
@@ -117,7 +115,8 @@ TEST (Accident, ADeckSaysBeforeTheHandLetsGoWhatItWillDo)
     EXPECT_EQ (said(), Consent::given);
     bench.engine.transport.playPause (0);
     EXPECT_EQ (said(), Consent::refused) << "nobody can be asked";
-    EXPECT_EQ (TrackLoad::consentOf (bench.engine, DeckWatch (bench.engine, 0), true), Consent::given) << "Shift";
+    EXPECT_EQ (TrackLoad::consentOf (bench.engine, DeckWatch (bench.engine, 0), true), Consent::given)
+        << "Shift";
     bench.engine.settings.lockLoadedDecks = 1;
     EXPECT_EQ (TrackLoad::consentOf (bench.engine, DeckWatch (bench.engine, 0), true), Consent::refused);
     strip.fileDragExit (files);

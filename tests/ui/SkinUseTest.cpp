@@ -63,7 +63,8 @@ TEST (SkinUse, EveryStripIsShownOrWaitsForAPanel)
         { "browser",
           { "sign_headphones", "sign_left", "sign_right", "sign_up", "sign_down", "panel", "well" } },
         { "learning of controllers", { "button_20_lime", "button_24_lime", "button_32_lime" } },
-        { "dialogs of preferences and editors", { "button_32", "button_32_accent", "button_24_red", "button_32_red" } },
+        { "dialogs of preferences and editors",
+          { "button_32", "button_32_accent", "button_24_red", "button_32_red" } },
         { "an upright meter of the master", { "meter_upright" } },
     };
 

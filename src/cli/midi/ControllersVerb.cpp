@@ -43,9 +43,8 @@ void list()
 bool writePages (const juce::File& folder)
 {
     for (int model = 0; model < ModelList::count; ++model)
-        if (ModelList::entry (model).table != nullptr
-            && !folder.getChildFile (juce::String (model).paddedLeft ('0', 2) + ".md")
-                    .replaceWithText (modelPage (model), false, false, "\n"))
+        if (!folder.getChildFile (juce::String (model).paddedLeft ('0', 2) + ".md")
+                 .replaceWithText (modelPage (model), false, false, "\n"))
             return false;
     return true;
 }

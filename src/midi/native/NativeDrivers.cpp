@@ -1,5 +1,7 @@
 #include "midi/native/NativeDrivers.h"
 
+#include "midi/control/MidiControl.h"
+
 #include "midi/native/table/ModelList.h"
 
 bool NativeDrivers::hasInput (int model) const
@@ -26,6 +28,8 @@ void NativeDrivers::startController (MidiControl& control, int model)
     started = model;
     if (const auto* table = ModelList::entry (model).table)
         surface.start (control, *table);
+    else if (ModelList::entry (model).clearsCache)
+        control.sender.clearCache();
 }
 
 int NativeDrivers::pauseMs (int model) const

@@ -12,7 +12,8 @@ class CPlatterdex;
 class PeakMeter : public PollingView
 {
 public:
-    static constexpr int thickness = 16, lampHeight = 6, lampGap = 4; ///< pixels; the bars take the rest of the height
+    static constexpr int thickness = 16, lampHeight = 6,
+                         lampGap = 4; ///< pixels; the bars take the rest of the height
 
     /** @param deck   0 to 3 */
     PeakMeter (CPlatterdex&, int deck);

@@ -1,11 +1,30 @@
 #include "ui/midi/MappingAreas.h"
 
 #include "engine/CommandTable.h"
+#include "midi/native/table/ModelList.h"
 
 #include <algorithm>
 
 namespace
 {
+/** The message of a row that has one: "CH 1 - NN 60". */
+juce::String messageText (const MidiMappingRow& row)
+{
+    const auto channel = "CH " + juce::String ((row.status & 15) + 1) + " - ";
+    switch (row.status & 0xf0)
+    {
+    case 0x80:
+    case 0x90:
+        return channel + "NN " + juce::String (row.data);
+    case 0xe0:
+        return channel + "Pitch bend"
+               + (has (row.features, MidiControlFeature::fine) ? juce::String()
+                                                               : " " + juce::String (row.data));
+    default:
+        return channel + "CC " + juce::String (row.data);
+    }
+}
+
 enum Area
 {
     deckA,
@@ -53,23 +72,13 @@ std::vector<int> MappingAreas::rowsOf (int area, const juce::String& search)
     return rows;
 }
 
-juce::String MappingAreas::controlText (const MidiMappingRow& row)
+juce::String MappingAreas::controlText (const MidiMappingRow& row, int model)
 {
     if (!row.isAssigned())
         return {};
-    const auto channel = "CH " + juce::String ((row.status & 15) + 1) + " - ";
-    switch (row.status & 0xf0)
-    {
-    case 0x80:
-    case 0x90:
-        return channel + "NN " + juce::String (row.data);
-    case 0xe0:
-        return channel + "Pitch bend"
-               + (has (row.features, MidiControlFeature::fine) ? juce::String()
-                                                               : " " + juce::String (row.data));
-    default:
-        return channel + "CC " + juce::String (row.data);
-    }
+    const auto name = ModelList::controlName (model, row.status, row.data);
+    return messageText (row)
+           + (name.empty() ? juce::String() : " (" + juce::String (std::string (name)) + ")");
 }
 
 juce::String MappingAreas::sharedWith (const MidiMapping& mapping, int row)

@@ -18,8 +18,9 @@ int areaOf (int row);
 /** The rows of an area whose name holds each word of a text, in order. @param area   -1 for all */
 std::vector<int> rowsOf (int area, const juce::String& search);
 
-/** A control as the table shows it: "CH 1 - NN 60"; nothing for a row without one. */
-juce::String controlText (const MidiMappingRow&);
+/** A control as the table shows it: "CH 1 - NN 60", with the name that its controller has for it; nothing for a row without
+    one. @param model   the selected controller's, in the list of models */
+juce::String controlText (const MidiMappingRow&, int model = 0);
 
 /** The names of the other commands that share a row's control, with commas between. */
 juce::String sharedWith (const MidiMapping&, int row);

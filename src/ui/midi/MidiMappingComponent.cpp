@@ -203,7 +203,8 @@ juce::String MidiMappingComponent::monitorText() const
                           [&names] (int number, const MidiMappingRow&)
                           { names.add (CommandTable::name (number)); });
     return "MIDI Monitor: " + juce::String::toHexString (bytes.data(), 3).toUpperCase() + "   "
-           + MappingAreas::controlText ({ seen.status, seen.data }) + " = " + juce::String (seen.value)
+           + MappingAreas::controlText ({ seen.status, seen.data }, midi.engine.settings.controllerPreset)
+           + " = " + juce::String (seen.value)
            + (names.isEmpty() ? "   (no command)" : "   " + names.joinIntoString (", "));
 }
 

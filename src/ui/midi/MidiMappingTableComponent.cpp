@@ -172,7 +172,7 @@ void MidiMappingTableComponent::paintCell (juce::Graphics& g, int row, int colum
     }
     if (column != message || !mapped.isAssigned())
         return;
-    const auto text = MappingAreas::controlText (mapped);
+    const auto text = MappingAreas::controlText (mapped, control.engine.settings.controllerPreset);
     g.setColour (palette::value);
     g.drawText (text, area, juce::Justification::centredLeft);
     if (const auto others = MappingAreas::sharedWith (control.mapping, number); others.isNotEmpty())

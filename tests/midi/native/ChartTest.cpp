@@ -1,216 +1,16 @@
-#include "Chart.h"
-#include "NativeFixture.h"
-#include "engine/BrowserRequests.h"
+#include "ChartTruth.h"
 
 #include <gtest/gtest.h>
 
-#include <map>
-#include <set>
-
 namespace
 {
-/** Counts what controllers ask of the browser. */
-struct BrowserLog : BrowserRequests::Receiver
-{
-    void carryOut (BrowserRequest request, int deck) override
-    {
-        ++counts[static_cast<size_t> (request) * 4 + static_cast<size_t> (deck)];
-    }
-
-    std::array<double, 18 * 4> counts {};
-};
-
-/** A controller with four tracks, in a state in which every function has something to change. */
-struct ChartFixture : NativeFixture
-{
-    explicit ChartFixture (int model) : NativeFixture (model)
-    {
-        BrowserRequests::ofProcess().add (*engine, browser);
-        for (int d = 0; d < 4; ++d)
-            loadNoise (d, 3);
-        for (int pad = 0; pad < Sampler::padCount; ++pad)
-            engine->sampler.loadSample (pad, noiseFile (1));
-    }
-    ~ChartFixture() { BrowserRequests::ofProcess().remove (browser); }
-
-    void prepare (const ChartRow& row)
-    {
-        control().selectController (engine->settings.controllerPreset);
-        for (auto& record : engine->timecodes)
-            record.setMode (TimecodeDeck::Mode::internal); // which centres the pitch
-        for (int number = 1; number <= CommandTable::commandCount; ++number)
-            if (CommandTable::find (number)->kind == CommandKind::value
-                && CommandTable::find (number)->shape != MappingShape::jog)
-                engine->setParameter (number, 0.4f);
-        for (int d = 0; d < 4; ++d)
-        {
-            auto& player = deck (d);
-            player.play = {};
-            player.jog = {};
-            player.loops = {};
-            player.loops.in = 10000.0;
-            player.loops.out = 20000.0;
-            player.loops.inSet = player.loops.outSet = 1;
-            player.head = {};
-            player.head.position = 50000.0;
-            player.publishHeard();
-            player.marks.fixedGrid = 1;
-            player.marks.downbeatPosition = 0;
-            for (size_t cue = 0; cue < 8; ++cue)
-                player.marks.cues[cue] =
-                    row.control.contains ("delete") ? 60000.0 + 1000.0 * static_cast<double> (cue) : emptyCue;
-            engine->settings.deckSetup[static_cast<size_t> (d)].sync = 0;
-        }
-        engine->setParameter (
-            CommandTable::numberOf ("MASTER_", row.deckIndex() < 0 ? 3 : (row.deckIndex() + 1) % 4), 1.0f);
-        if (row.function() == "brake" || row.function().contains ("stop") || row.function() == "pause")
-            for (int d = 0; d < 4; ++d)
-                engine->transport.playPause (d);
-        const auto towardsRight = row.function().endsWith ("button 1") || row.control.contains ("unit 3");
-        for (int d = 0; d < 4; ++d)
-            engine->setParameter (
-                CommandTable::numberOf (towardsRight ? "CROSSFADER_ASSIGN_RIGHT_" : "CROSSFADER_ASSIGN_LEFT_",
-                                        d),
-                1.0f);
-    }
-
-    /** All that a control can change. */
-    std::vector<double> world()
-    {
-        const auto loopsToRecord = engine->decks.requests.take (EngineRequest::recordLoop);
-        engine->deliverMessages();
-        BrowserRequests::ofProcess().deliver();
-        std::vector<double> all (browser.counts.begin(), browser.counts.end());
-        for (int number = 1; number <= CommandTable::commandCount; ++number)
-            all.push_back (static_cast<double> (engine->getParameter (number)));
-        for (int d = 0; d < 4; ++d)
-        {
-            const auto& p = deck (d);
-            all.insert (
-                all.end(),
-                { p.head.position, p.head.jog, p.head.bend, p.loops.in.get(), p.loops.out.get(),
-                  static_cast<double> (p.loops.mode.get()), static_cast<double> (p.play.reverse.get()),
-                  static_cast<double> (p.marks.downbeatPosition.get()), static_cast<double> (p.tap.taps),
-                  static_cast<double> (p.jog.scratchOn.get()), static_cast<double> (p.play.cuePlayArmed) });
-            for (const auto& cue : p.marks.cues)
-                all.push_back (cue);
-            const auto i = static_cast<size_t> (d);
-            for (int pad = 0; pad < 8; ++pad)
-                all.push_back (static_cast<double> (engine->slicegates[i].padState (pad)));
-            all.insert (all.end(), { static_cast<double> (state().mode[i].get()),
-                                     static_cast<double> (state().shift[i].get()),
-                                     static_cast<double> (state().scratchMode[i].get()),
-                                     static_cast<double> (state().searchMode[i].get()) });
-        }
-        all.push_back (loopsToRecord);
-        for (const auto& side : state().deckOfSide)
-            all.push_back (side.get());
-        all.push_back (state().mode[SurfaceState::wholeSurface].get());
-        all.push_back (state().shift[SurfaceState::wholeSurface].get());
-        all.push_back (engine->settings.editor[EditorPreference::fourDeckMode].get());
-        return all;
-    }
-
-    /** Plays a row's control as a hand would. */
-    void play (const ChartRow& row)
-    {
-        const auto send = [&] (int data, int value) { handle (row.status, data, value); };
-        static const std::map<juce::String, int> clicks { { "twosComplement", 1 },
-                                                          { "twosComplementInverted", 127 },
-                                                          { "centred", 66 },
-                                                          { "sign", 127 },
-                                                          { "eitherCentre", 66 } };
-        if (row.form == "bend" || row.form == "bendInverted")
-            send (0, 100);
-        else if (row.form == "fine16" || row.form == "fine32")
-        {
-            send (row.data, 100);
-            send (row.data + (row.form == "fine16" ? 16 : 32), 5);
-        }
-        else if (row.form.startsWith ("cyclic"))
-            for (int turn = 0; turn < 3; ++turn)
-            {
-                send (row.data, 20 + turn);
-                if (row.form != "cyclic7")
-                    send (row.data + (row.form == "cyclicLow32" ? 32 : -1), 5);
-            }
-        else if (const auto found = clicks.find (row.form); found != clicks.end())
-            for (int turn = 0; turn < 2; ++turn)
-                send (row.data, found->second);
-        else
-            send (row.data, 127);
-    }
-
-    BrowserLog browser;
-};
-
 /** A second message of a control whose first half is another row. */
 bool isLowHalf (const ChartRow& row)
 {
     return row.control.contains (" lsb");
 }
 
-/** The readings that functions of these names must change on their own deck, and on no other. */
-const std::map<juce::String, juce::String> readings {
-    { "play", "PLAY_PAUSE_" },
-    { "key lock", "KEY_LOCK_" },
-    { "pfl", "PFL_" },
-    { "sync", "SYNC_LOCK_" },
-    { "eq high", "EQ_HIGH_" },
-    { "eq mid", "EQ_MID_" },
-    { "eq low", "EQ_LOW_" },
-    { "gain", "GAIN_" },
-    { "eq high kill", "EQ_HIGH_KILL_" },
-    { "eq mid kill", "EQ_MID_KILL_" },
-    { "eq low kill", "EQ_LOW_KILL_" },
-    { "volume", "VOLUME_" },
-    { "pitch fader", "PITCH_" },
-    { "filter", "FILTER_" },
-    { "pitch bend minus", "PITCH_BEND_NUDGE_MINUS_" },
-    { "pitch bend plus", "PITCH_BEND_NUDGE_PLUS_" },
-    { "crossfader", "CROSSFADER" },
-    { "master volume", "MASTER_VOLUME" },
-    { "headphone mix", "MONITOR_MIX" },
-    { "headphone volume", "MONITOR_VOLUME" },
-    { "loop half", "LOOP_SIZE_" },
-    { "loop double", "LOOP_SIZE_" },
-    { "auto loop", "LOOP_" },
-    { "automix", "AUTOMIX_ON_OFF" },
-};
-
-void expectNamedReading (ChartFixture& fixture, const ChartRow& row, const std::vector<float>& before)
-{
-    const auto found = readings.find (row.function());
-    if (found == readings.end())
-        return;
-    for (int d = 0; d < 4; ++d)
-    {
-        const auto number = CommandTable::numberOf (found->second.toStdString(), d);
-        const auto isOurs = !found->second.endsWith ("_") || row.deckIndex() < 0 || row.deckIndex() == d;
-        if (row.deckIndex() >= 0 || d == 0)
-        {
-            EXPECT_EQ (fixture.engine->getParameter (number) != before[static_cast<size_t> (number)], isOurs)
-                << row.title() << ", deck " << d;
-        }
-    }
-}
-
-std::vector<float> allReadings (CPlatterdex& engine)
-{
-    std::vector<float> all (1, 0.0f);
-    for (int number = 1; number <= CommandTable::commandCount; ++number)
-        all.push_back (engine.getParameter (number));
-    return all;
-}
-
 using LampValues = std::map<std::pair<int, int>, int>;
-
-void takeLamps (ChartFixture& fixture, LampValues& values)
-{
-    for (const auto& message : fixture.tick())
-        if (message.size() == 3)
-            values[{ message[0], message[1] }] = message[2];
-}
 
 /** Buttons after which other controls, or the same, are for something else. */
 bool changesLayers (const ChartRow& row)
@@ -234,47 +34,96 @@ bool showsSomethingElse (const ChartRow& lamp)
     return isSlicegatePad || others.contains (lamp.function()) || lamp.control.contains ("blink");
 }
 
-class ChartOf : public testing::TestWithParam<int>
+/** The readings of a name that differ between two worlds, by their decks; -1 of those without one. */
+std::set<int> decksThatChanged (const std::vector<ChartReading>& before,
+                                const std::vector<ChartReading>& after,
+                                const std::vector<juce::String>& names)
 {
+    std::set<int> decks;
+    for (size_t i = 0; i < after.size(); ++i)
+        for (const auto& name : names)
+            if (before[i] != after[i]
+                && (after[i].deck < 0 || !name.endsWith ("_") ? after[i].name == name
+                                                              : after[i].name.dropLastCharacters (1) == name))
+                decks.insert (after[i].deck);
+    return decks;
+}
+
+/** The rows of all charts, and how they fared. */
+struct Totals
+{
+    int inputs = 0, unusedInputs = 0, inputsByName = 0;
+    int outputs = 0, unusedOutputs = 0, outputsByName = 0, outputsByControl = 0, outputsLitAndDark = 0;
+    std::map<juce::String, int> reasons;
+
+    Totals& operator+= (const Totals& other)
+    {
+        inputs += other.inputs;
+        unusedInputs += other.unusedInputs;
+        inputsByName += other.inputsByName;
+        outputs += other.outputs;
+        unusedOutputs += other.unusedOutputs;
+        outputsByName += other.outputsByName;
+        outputsByControl += other.outputsByControl;
+        outputsLitAndDark += other.outputsLitAndDark;
+        for (const auto& [reason, rows] : other.reasons)
+            reasons[reason] += rows;
+        return *this;
+    }
+
+    void print (const juce::String& title) const
+    {
+        std::printf (
+            "%-29s inputs %4d acted, %4d as their names say, %3d not served; outputs %4d seen, %4d true by "
+            "their names, %4d by their controls, %3d lit and dark, %3d not served\n",
+            title.toRawUTF8(), inputs, inputsByName, unusedInputs, outputs, outputsByName, outputsByControl,
+            outputsLitAndDark, unusedOutputs);
+    }
 };
 
-std::vector<int> modelsWithTables()
+/** A run through a chart. */
+class ChartRun
 {
-    std::vector<int> all;
-    for (int model = 0; model < ModelList::count; ++model)
-        if (ModelList::entry (model).table != nullptr)
-            all.push_back (model);
-    return all;
-}
-}
-
-TEST_P (ChartOf, EveryInputActsAndEveryLampTellsTheTruth)
-{
-    const auto chart = readChart (GetParam());
-    ASSERT_FALSE (chart.empty());
-    ChartFixture fixture (GetParam());
-    LampValues lamps;
-    takeLamps (fixture, lamps);
-    int inputs = 0, outputs = 0, unusedInputs = 0, unusedOutputs = 0;
-    for (const auto& row : chart)
+public:
+    explicit ChartRun (int model) : fixture (model), chart (readChart (model))
     {
-        if (!row.isInput)
+        for (const auto& row : chart)
+            if (!row.isInput && row.unused.isEmpty())
+                ++rowsAt[{ row.status, row.data }];
+    }
+
+    Totals run()
+    {
+        EXPECT_FALSE (chart.empty());
+        stateLamps ({}); // of empty decks
+        fixture.loadTracks();
+        for (const auto& row : chart)
         {
-            ++(row.unused.isEmpty() ? outputs : unusedOutputs);
-            if (row.unused.isEmpty())
-            {
-                EXPECT_TRUE (lamps.contains ({ row.status, row.data })) << row.title();
-            }
-            continue;
+            if (row.isInput && !isLowHalf (row))
+                playRow (row);
+            if (row.unused.isNotEmpty())
+                ++totals.reasons[row.unused];
+            ++(row.isInput            ? row.unused.isEmpty() ? totals.inputs : totals.unusedInputs
+               : row.unused.isEmpty() ? totals.outputs
+                                      : totals.unusedOutputs);
         }
-        ++(row.unused.isEmpty() ? inputs : unusedInputs);
-        if (isLowHalf (row))
-            continue;
+        fixture.stopAtCues();
+        stateLamps ({});
+        fixture.soundAll();
+        stateLamps ({});
+        for (const auto& row : chart)
+            if (!row.isInput && row.unused.isEmpty())
+                judge (row);
+        return totals;
+    }
+
+private:
+    void playRow (const ChartRow& row)
+    {
         fixture.prepare (row);
-        takeLamps (fixture, lamps);
-        const auto lampsBefore = lamps;
+        stateLamps (row);
+        const auto lampsBefore = fixture.lamps;
         auto before = fixture.world();
-        const auto readingsBefore = allReadings (*fixture.engine);
         fixture.play (row);
         auto after = fixture.world();
         for (const auto& mode : chart)
@@ -289,19 +138,128 @@ TEST_P (ChartOf, EveryInputActsAndEveryLampTellsTheTruth)
                 after = fixture.world();
             }
         EXPECT_EQ (before == after, row.unused.isNotEmpty()) << row.title();
-        expectNamedReading (fixture, row, readingsBefore);
-        takeLamps (fixture, lamps);
-        for (const auto& lamp : chart)
-            if (!lamp.isInput && lamp.kind == "led" && lamp.unused.isEmpty() && row.kind == "button"
-                && lamp.function() == row.function() && lamp.deck == row.deck && !showsSomethingElse (lamp))
+        if (const auto names = ChartTruth::effectsOf (row); row.unused.isEmpty() && !names.empty())
+        {
+            const auto decks = decksThatChanged (before, after, names);
+            EXPECT_FALSE (decks.empty()) << row.title();
+            if (ChartTruth::isOfItsDeckAlone (row))
             {
-                EXPECT_NE (lamps.at ({ lamp.status, lamp.data }), lampsBefore.at ({ lamp.status, lamp.data }))
-                    << lamp.title();
+                EXPECT_EQ (decks, std::set<int> { row.deckIndex() }) << row.title();
             }
-        fixture.handle (row.status, row.data, 0);
+            ++totals.inputsByName;
+        }
+        stateLamps (row);
+        if (row.kind == "button")
+            compareOwnLamps (row, lampsBefore);
+        compareMeters (row, lampsBefore);
+        fixture.release (row);
+        stateLamps (row);
     }
-    std::printf ("%2d %-26s inputs %3d covered %2d not, outputs %3d covered %2d not\n", GetParam(),
-                 ModelList::entry (GetParam()).name, inputs, unusedInputs, outputs, unusedOutputs);
+
+    /** Lamps whose names say nothing have to follow the button of their name. */
+    void compareOwnLamps (const ChartRow& row, const LampValues& before)
+    {
+        for (const auto& lamp : chart)
+            if (!lamp.isInput && lamp.kind == "led" && lamp.unused.isEmpty()
+                && lamp.function() == row.function() && lamp.deck == row.deck && !showsSomethingElse (lamp)
+                && !ChartTruth::shownBy (fixture, lamp))
+            {
+                const std::pair at { lamp.status, lamp.data };
+                const auto was = before.at (at), is = fixture.lamps.at (at);
+                EXPECT_NE (is, was) << lamp.title();
+                EXPECT_TRUE ((was == lamp.off && is == lamp.on) || (was == lamp.on && is == lamp.off))
+                    << lamp.title() << ": " << was << ", then " << is;
+                pressed.insert (lamp.title());
+            }
+    }
+
+    /** The ring of a knob and the lights along a slider follow it; of lights in a row one is lit, or all up to it. */
+    void compareMeters (const ChartRow& row, const LampValues& before)
+    {
+        int inRow = 0, lit = 0;
+        for (const auto& lamp : chart)
+        {
+            if (lamp.isInput || lamp.unused.isNotEmpty() || lamp.deck != row.deck
+                || lamp.part() != row.part())
+                continue;
+            const std::pair at { lamp.status, lamp.data };
+            if (fixture.lamps.at (at) != before.at (at))
+                followed.insert (lamp.title());
+            if (lamp.form.startsWith ("pointer"))
+            {
+                ++inRow;
+                lit += fixture.lamps.at (at) == lamp.on ? 1 : 0;
+            }
+        }
+        if (inRow > 0)
+        {
+            EXPECT_GE (lit, 1) << row.title();
+        }
+    }
+
+    /** States the lamps, and holds all whose names tell what they show against the engine. */
+    void stateLamps (const ChartRow& row)
+    {
+        fixture.stateLamps();
+        for (const auto& lamp : chart)
+        {
+            const auto found = fixture.lamps.find ({ lamp.status, lamp.data });
+            if (lamp.isInput || lamp.unused.isNotEmpty() || found == fixture.lamps.end())
+                continue;
+            values[lamp.title()].insert (found->second);
+            const auto shown = ChartTruth::shownBy (fixture, lamp);
+            if (!shown || rowsAt[{ lamp.status, lamp.data }] > 1 || lies.contains (lamp.title()))
+                continue;
+            const auto isTrue = ChartTruth::shows (lamp, found->second, *shown);
+            EXPECT_TRUE (isTrue) << lamp.title() << " is " << found->second << " for " << shown->share
+                                 << (shown->blinks ? " blinking" : "") << ", after " << row.title();
+            if (!isTrue)
+                lies.insert (lamp.title());
+            seen[lamp.title()].insert (found->second);
+        }
+    }
+
+    void judge (const ChartRow& lamp)
+    {
+        EXPECT_TRUE (fixture.lamps.contains ({ lamp.status, lamp.data })) << lamp.title();
+        if (seen[lamp.title()].size() > 1)
+            ++totals.outputsByName;
+        else if (pressed.contains (lamp.title()) || followed.contains (lamp.title()))
+            ++totals.outputsByControl;
+        else if (values[lamp.title()].size() > 1)
+            ++totals.outputsLitAndDark;
+        else
+            std::printf ("  always the same: %s\n", lamp.title().toRawUTF8());
+    }
+
+    ChartFixture fixture;
+    const std::vector<ChartRow> chart;
+    std::map<std::pair<int, int>, int> rowsAt; ///< of lamps, by address: some serve several layers
+    std::map<juce::String, std::set<int>> values,
+        seen; ///< of lamps; the second those that were known to be true
+    std::set<juce::String> pressed, followed, lies;
+    Totals totals;
+};
+
+class ChartOf : public testing::TestWithParam<int>
+{
+protected:
+    static void TearDownTestSuite()
+    {
+        all.print ("all models");
+        for (const auto& [reason, rows] : all.reasons)
+            std::printf ("%5d rows: %s\n", rows, reason.toRawUTF8());
+    }
+
+    static inline Totals all;
+};
+}
+
+TEST_P (ChartOf, EveryInputActsAndEveryLampTellsTheTruth)
+{
+    const auto totals = ChartRun (GetParam()).run();
+    totals.print (juce::String (GetParam()).paddedLeft (' ', 2) + " " + ModelList::entry (GetParam()).name);
+    all += totals;
 }
 
 INSTANTIATE_TEST_SUITE_P (Models, ChartOf, testing::ValuesIn (modelsWithTables()));

@@ -4,12 +4,25 @@
 #include "midi/native/NativeDrivers.h"
 #include "midi/native/table/ModelList.h"
 
+/** The numbers of the models that have a driver. */
+inline std::vector<int> modelsWithTables()
+{
+    std::vector<int> all;
+    for (int model = 0; model < ModelList::count; ++model)
+        if (ModelList::entry (model).table != nullptr)
+            all.push_back (model);
+    return all;
+}
+
 /** An engine with a native controller, whose surface a test plays and whose lamps it reads. */
 struct NativeFixture : MidiFixture
 {
-    explicit NativeFixture (int model) : MidiFixture (&make), surface (*made)
+    explicit NativeFixture (int model, MakeBackend backend = nullptr)
+        : MidiFixture (&make, backend),
+          surface (*made)
     {
-        device = plugAndUse ("Surface");
+        if (cables != nullptr)
+            device = plugAndUse ("Surface");
         midi->control.selectController (model);
     }
 

@@ -11,12 +11,6 @@ namespace
 {
 constexpr int bcd2000 = 4, cmdMicro = 45, cmdXx1 = 47;
 
-/** The messages of a storm, in multiples of a short one: longer ones are asked for from outside. */
-int stormLength()
-{
-    return std::max (1, juce::SystemStats::getEnvironmentVariable ("PX_STORM", "1").getIntValue());
-}
-
 /** A model 47 whose pitch stands at its centre, a second after it was started. */
 struct SliderFixture : NativeFixture
 {
@@ -177,37 +171,4 @@ TEST (Surface, PlayBlinksAtACueAndTextsAreSentWhenTheyChange)
     fixture.handle (0x90, 4, 127);
     EXPECT_THAT (fixture.tick(), Contains (Bytes { 0xf0, 0x00, 0x01, 0x02, 0x00, 4, 'F', 'X', ' ', 'D', 'E',
                                                    'P', 'T', 'H', 0xf7 }));
-}
-
-TEST (Surface, RandomMessagesLeaveEveryModelInRange)
-{
-    NativeFixture fixture (0);
-    for (int d = 0; d < 4; ++d)
-        fixture.loadNoise (d, 2);
-    juce::Random random (7);
-    for (int model = 0; model < ModelList::count; ++model)
-    {
-        fixture.control().selectController (model);
-        const auto& entry = ModelList::entry (model);
-        for (int i = 0; i < 3000 * stormLength() && entry.table != nullptr; ++i)
-        {
-            const auto status = 0x80 + random.nextInt (0x70);
-            fixture.handle (status, random.nextInt (128), random.nextInt (128));
-            if (i % 500 == 0)
-            {
-                fixture.tick();
-                fixture.render (512);
-            }
-        }
-        for (int number = 1; number <= CommandTable::commandCount; ++number)
-        {
-            const auto& range = CommandTable::find (number)->range;
-            const auto reading = static_cast<double> (fixture.engine->getParameter (number));
-            const auto followsSync =
-                CommandTable::constant (number).starts_with ("PITCH_"); // past its slider
-            EXPECT_TRUE (followsSync ? std::isfinite (reading)
-                                     : reading >= range.lowest && reading <= range.highest)
-                << entry.name << " " << number << " " << reading;
-        }
-    }
 }

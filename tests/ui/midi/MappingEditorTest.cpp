@@ -37,6 +37,8 @@ TEST (MappingEditor, EveryCommandStandsInOneAreaAndIsFoundByItsName)
     EXPECT_EQ (MappingAreas::controlText ({ 0x9f, 60 }), "CH 16 - NN 60");
     EXPECT_EQ (MappingAreas::controlText ({ 0xb0, 7 }), "CH 1 - CC 7");
     EXPECT_EQ (MappingAreas::controlText ({}), "");
+    EXPECT_EQ (MappingAreas::controlText ({ 0x90, 1 }, 12), "CH 1 - NN 1 (key 7)")
+        << "a controller with names only";
 }
 
 TEST (MappingEditor, LearnsForgetsShowsConflictsAndKeepsTheTable)

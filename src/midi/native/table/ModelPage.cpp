@@ -132,6 +132,15 @@ juce::String lampTable (const Model& model)
                             "|\n|---|---|---|---|---|---|\n"
                                 + rows;
 }
+
+/** The names of controls without functions, as the mapping editor shows them beside what they send. */
+juce::String nameTable (int model)
+{
+    juce::String rows;
+    for (const auto& each : ModelList::namedControls (model))
+        rows << "| " << juce::String (std::string (each.name)) << " | " << addressText (each.at) << " |\n";
+    return rows.isEmpty() ? juce::String() : "\n| Control | Sends |\n|---|---|\n" + rows;
+}
 }
 
 juce::String supportText (int model)
@@ -152,7 +161,7 @@ juce::String modelRemark (int model)
 {
     const auto& entry = ModelList::entry (model);
     if (entry.table == nullptr)
-        return entry.remark;
+        return entry.remark + juce::String (*entry.facts != 0 ? " " : "") + entry.facts;
     juce::String text (std::string (entry.table->remark));
     if (entry.table->isDoubtful)
         text << " The numbers are those of a sister device and nobody has tried them: if one is wrong, write "
@@ -168,6 +177,6 @@ juce::String modelPage (int model)
     text << "# " << entry.name << "\n\nModel " << model << ": " << supportText (model) << ". "
          << modelRemark (model);
     if (entry.table == nullptr)
-        return text << "\n";
+        return text << "\n" << nameTable (model);
     return text << "\n\n" << controlTable (*entry.table) << lampTable (*entry.table);
 }
