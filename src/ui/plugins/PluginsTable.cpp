@@ -12,20 +12,20 @@ constexpr int rowHeight = 20, headerHeight = 24, noteHeight = 22, margin = 4;
 
 struct ColumnSpec
 {
-    int id;
     const char* title;
+    int id;
     int width;
 };
 
 constexpr ColumnSpec columns[] {
-    { PluginsTable::name, "Name", 170 },
-    { PluginsTable::format, "Format", 56 },
-    { PluginsTable::verified, "Verified", 70 },
-    { PluginsTable::directory, "Directory", 150 },
-    { PluginsTable::manufacturer, "Manufacturer", 110 },
-    { PluginsTable::kind, "Instrument/FX", 92 },
-    { PluginsTable::channels, "Inputs/Outputs", 96 },
-    { PluginsTable::latency, "Latency", 60 },
+    { "Name", PluginsTable::name, 170 },
+    { "Format", PluginsTable::format, 56 },
+    { "Verified", PluginsTable::verified, 70 },
+    { "Directory", PluginsTable::directory, 150 },
+    { "Manufacturer", PluginsTable::manufacturer, 110 },
+    { "Instrument/FX", PluginsTable::kind, 92 },
+    { "Inputs/Outputs", PluginsTable::channels, 96 },
+    { "Latency", PluginsTable::latency, 60 },
 };
 }
 
