@@ -92,7 +92,7 @@ run() {
     local play_x=$((left + 5 + 24)) play_y=$((top + 55 + 170))
     local lit=56b4e9 unlit=2b2e32
 
-    until_true "$name: the waveform does not appear" has_colour "$((left + deck / 2))" "$thumb_y" $lit
+    until_true "$name: the waveform does not appear" has_colour "$((left + deck / 2))" "$thumb_y" 3c7ea3
     has_colour "$letter_x" "$letter_y" $unlit || fail "$name: the deck is lit before it plays"
     picture "$name-loaded"
     xdotool mousemove "$play_x" "$play_y" click 1
