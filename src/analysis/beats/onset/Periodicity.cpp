@@ -17,7 +17,7 @@ constexpr double lowestBpm = 56.0, lowestSimpleBpm = 60.0, highestBpm = 185.0;
 constexpr int numTempos = 800;
 
 /** By this much a beat in three parts has to repeat better than its parts: even clicks have no such beat. */
-constexpr double leastAccent = 0.05;
+constexpr double leastAccent = 0.1;
 
 /** Tempos this close are one tempo, halved, doubled or not. */
 constexpr double sameOctaves = 0.06;

@@ -10,7 +10,7 @@ struct TempoWeights
     double beat = 1.5;
     double bar = 2.5;       ///< of four and eight beats, or three and six
     double rival = 2.5;     ///< of what repeats better at 2/3, 3/4, 4/3 or 3/2 of the beat than at the beat
-    double compound = 0.95; ///< of a beat in three parts beside one in two: the rarer
+    double compound = 0.92; ///< of a beat in three parts beside one in two: the rarer
 
     /** The tempos that people tap to: a bell over the logarithm of the tempo (van Noorden and Moelants, Resonance in the
         perception of musical pulse, 1999), and where it stands for a beat in three parts, whose parts count with it. */
