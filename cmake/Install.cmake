@@ -1,4 +1,4 @@
-# What `cmake --install` lays down, and the Debian package that CPack makes of it; scripts/package.sh does both.
+# Rules of `cmake --install`, and of the Debian package that CPack makes; scripts/package.sh does both.
 #
 # The program, its decoder, similarity library, scanner and languages lie in one folder, where each looks for the others beside
 # itself. Plug-ins hold links to those, so that a host that searches for plug-ins meets each once.
@@ -24,7 +24,7 @@ endfunction ()
 
 px_install_link ("${home}/platterdex" "${CMAKE_INSTALL_BINDIR}/platterdex")
 
-# Where hosts search, whatever the machine's own library folder is.
+# Folders that hosts search, whatever the machine's own library folder is.
 install (FILES "${CMAKE_BINARY_DIR}/plugins/Platterdex.so" DESTINATION lib/vst/platterdex)
 set (bundles "vst3/Platterdex.vst3/Contents/${JUCE_TARGET_ARCHITECTURE}-linux")
 install (FILES "${CMAKE_BINARY_DIR}/plugins/Platterdex.vst3/Contents/${JUCE_TARGET_ARCHITECTURE}-linux/Platterdex.so"

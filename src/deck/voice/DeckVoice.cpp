@@ -322,7 +322,7 @@ void DeckVoice::renderPlain (ReadHead& head, const VoiceBlock& block, float* lef
     if (restartPending || block.isStretched != stretching)
     {
         drive.playFactor = stretching ? 1.0 : block.tempo;
-        // What the stretcher has left of the place that is due is still to be made up.
+        // Keeps what the stretcher has left of the place that is due, to be made up.
         const auto due = isRetuned ? dueHeardFrame() - std::floor (heardFrame()) : 0.0;
         if (isRetuned)
             drive.fadeFrames = static_cast<int> (tuneFadeSeconds * block.engineRate);
