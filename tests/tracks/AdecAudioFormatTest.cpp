@@ -22,7 +22,8 @@ juce::AudioBuffer<float> sweep()
     for (int i = 0; i < frames; ++i)
     {
         const auto t = i / rate;
-        const auto value = static_cast<float> (0.5 * std::sin (juce::MathConstants<double>::twoPi * (200.0 + 150.0 * t) * t));
+        const auto value = static_cast<float> (
+            0.5 * std::sin (juce::MathConstants<double>::twoPi * (200.0 + 150.0 * t) * t));
         audio.setSample (0, i, value);
         audio.setSample (1, i, -value);
     }
@@ -50,13 +51,16 @@ TEST (AdecAudioFormat, ReadsAnyPlaceInAnyOrder)
         // A WMA file says nothing of its encoder's delay.
         if (juce::String (name) != "a.wma")
         {
-            EXPECT_GT (Signals::correlation ({ audio.getReadPointer (1), frames }, { whole.getReadPointer (1), frames }), 0.97);
+            EXPECT_GT (Signals::correlation ({ audio.getReadPointer (1), frames },
+                                             { whole.getReadPointer (1), frames }),
+                       0.97);
         }
         EXPECT_GT (whole.getRMSLevel (0, 10'000, 100'000), 0.3f) << name;
         for (const auto place : { 0, 100'000, 100'777, 20'000, 150'001 })
         {
             ASSERT_TRUE (reader->read (&part, 0, 4000, place, true, true));
-            EXPECT_TRUE (std::equal (part.getReadPointer (1), part.getReadPointer (1) + 4000, whole.getReadPointer (1) + place))
+            EXPECT_TRUE (std::equal (part.getReadPointer (1), part.getReadPointer (1) + 4000,
+                                     whole.getReadPointer (1) + place))
                 << name << " from " << place;
         }
         EXPECT_TRUE (player.load (file.getFullPathName(), 2.0)) << name;

@@ -9,7 +9,8 @@ double statedSeconds (const juce::File& path)
     try
     {
         const TagFile file (path.getFullPathName(), true);
-        return file.isUsable() && file.audio() != nullptr ? 0.001 * file.audio()->lengthInMilliseconds() : 0.0;
+        return file.isUsable() && file.audio() != nullptr ? 0.001 * file.audio()->lengthInMilliseconds()
+                                                          : 0.0;
     }
     catch (const std::exception&)
     {

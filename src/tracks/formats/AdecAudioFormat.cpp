@@ -13,7 +13,8 @@ namespace
 {
 juce::StringArray extensions()
 {
-    auto all = juce::StringArray::fromTokens (juce::String (AudioFileTypes::wildcard).removeCharacters ("*"), ";", {});
+    auto all = juce::StringArray::fromTokens (juce::String (AudioFileTypes::wildcard).removeCharacters ("*"),
+                                              ";", {});
     all.removeEmptyStrings();
     return all;
 }
