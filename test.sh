@@ -2,6 +2,7 @@
 # Installs what is missing, builds everything and runs every test.
 # usage: ./test.sh [PRESET] [CTEST-OPTION...]     PRESET: release (default), debug, asan or tsan
 set -euo pipefail
+export LC_ALL=C.UTF-8 # the texts that tests compare are English
 cd "$(dirname "$0")"
 
 preset=release

@@ -4,6 +4,7 @@
 #include "cli/RootFolder.h"
 #include "cli/TerminalOutput.h"
 #include "cli/VerbOptions.h"
+#include "support/language/Translate.h"
 #include "ui/WindowPrompts.h"
 
 #include <array>
@@ -15,9 +16,9 @@ constexpr int longestRun = 1'000'000;
 
 constexpr std::array options {
     RootFolder::option,
-    VerbOption { "--quit-after", "SECONDS", "ends by itself" },
-    VerbOption { "--report", nullptr, "says at the end how many audio blocks came late" },
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--quit-after", "SECONDS", N_ ("ends by itself") },
+    VerbOption { "--report", nullptr, N_ ("says at the end how many audio blocks came late") },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 /** True if windows can be opened: the X server that the environment names answers. Asked before anything of JUCE is made,
@@ -64,17 +65,17 @@ int runApplication (const juce::StringArray& arguments)
     if (given.has ("--help"))
     {
         printLine (helpText ("[TRACK...] [--root DIR] [--quit-after SECONDS] [--report]",
-                             "Opens the window, with up to four tracks on the decks A to D.", options));
+                             N_ ("Opens the window, with up to four tracks on the decks A to D."), options));
         return ExitCode::success;
     }
     if (given.positional.size() > deckCount)
-        return failWith ("There are four decks: give at most four tracks.");
+        return failWith (tr ("There are four decks: give at most four tracks."));
 
     if (!isDisplayReachable())
     {
-        reportLine (
-            "platterdex: No display can be opened for the window; see platterdex --help for what works "
-            "without one.");
+        reportLine ("platterdex: "
+                    + tr ("No display can be opened for the window; see platterdex --help for what works "
+                          "without one."));
         return exitNoDisplay;
     }
     const auto folders = RootFolder::find (given);

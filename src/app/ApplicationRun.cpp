@@ -3,6 +3,7 @@
 #include "app/audio/RealTimePriority.h"
 #include "demo/DemoTracks.h"
 #include "demo/FirstBank.h"
+#include "support/language/Translate.h"
 #include "ui/sampler/OfferLoops.h"
 
 #include <memory>
@@ -51,7 +52,7 @@ juce::String ApplicationRun::audioReport() const
 {
     const int64_t lost = engine.recorder.droppedFrames;
     return audio.report()
-           + (lost > 0 ? "\nRecorder: " + juce::String (lost) + " frames lost, the disk is too slow."
+           + (lost > 0 ? "\n" + tr ("Recorder: %1 frames lost, the disk is too slow.", lost)
                        : juce::String());
 }
 
@@ -85,7 +86,7 @@ void ApplicationRun::askToQuit()
 {
     if (!isPerforming())
         return offerLoops();
-    session->prompts->askYesNo ("Platterdex is playing", "Do you want to stop the music and quit?",
+    session->prompts->askYesNo (tr ("Platterdex is playing"), tr ("Do you want to stop the music and quit?"),
                                 [this] (bool yes)
                                 {
                                     if (yes)
@@ -107,7 +108,7 @@ void ApplicationRun::offerDemoTracks()
     offerFirstBank();
     if (!DemoTrackWriter::isWanted (folder))
         return;
-    editor->setStatus ("Writing demo tracks...");
+    editor->setStatus (tr ("Writing demo tracks..."));
     demoTracks = std::make_unique<DemoTrackWriter> (folder,
                                                     [this] (const juce::String& sentence)
                                                     {

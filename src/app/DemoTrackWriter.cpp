@@ -1,6 +1,7 @@
 #include "app/DemoTrackWriter.h"
 
 #include "demo/DemoFiles.h"
+#include "support/language/Translate.h"
 
 #include <juce_events/juce_events.h>
 
@@ -23,7 +24,7 @@ void DemoTrackWriter::write (const std::stop_token& stop)
         return;
     const auto sentence = result.error.isNotEmpty()
                               ? result.error
-                              : juce::String (result.written) + " demo tracks are in the audio folder.";
+                              : tr ("%1 demo tracks are in the audio folder.", result.written);
     juce::MessageManager::callAsync (
         [sentence, weak = std::weak_ptr (finished)]
         {

@@ -5,6 +5,7 @@
 #include "session/LanguageChoice.h"
 #include "support/Suggestion.h"
 #include "support/files/AudioFileTypes.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 #include <csignal>
@@ -13,13 +14,13 @@ namespace
 {
 int printUsage()
 {
-    printLine ("Usage: platterdex [TRACK...]       the application with its window, tracks on its decks\n"
-               "       platterdex VERB ...         one of the following, without a window\n"
-               "       platterdex VERB --help      what a verb takes\n"
-               "       platterdex --version\n\n"
-               "Verbs:");
+    printLine (tr ("Usage: platterdex [TRACK...]       the application with its window, tracks on its decks\n"
+                   "       platterdex VERB ...         one of the following, without a window\n"
+                   "       platterdex VERB --help      what a verb takes\n"
+                   "       platterdex --version\n\n"
+                   "Verbs:"));
     for (const auto& verb : allVerbs())
-        printLine ("  " + juce::String (verb.name).paddedRight (' ', 12) + verb.summary);
+        printLine ("  " + juce::String (verb.name).paddedRight (' ', 12) + tr (verb.summary));
     return ExitCode::success;
 }
 }
@@ -54,8 +55,8 @@ int main (int argc, char** argv)
         juce::StringArray names;
         for (const auto& each : verbs)
             names.add (each.name);
-        return failWith ("There is no verb " + first.quoted() + "; see platterdex --help."
-                         + didYouMean (first, names));
+        return failWith (
+            tr ("There is no verb %1; see platterdex --help.%2", first.quoted(), didYouMean (first, names)));
     }
     arguments.remove (0);
     return verb->run (arguments);

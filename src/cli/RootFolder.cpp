@@ -1,6 +1,7 @@
 #include "cli/RootFolder.h"
 
 #include "cli/TerminalOutput.h"
+#include "support/language/Translate.h"
 
 std::optional<Folders> RootFolder::find (const VerbOptions& given)
 {
@@ -11,7 +12,7 @@ std::optional<Folders> RootFolder::find (const VerbOptions& given)
         folders = Folders::ofProcess();
     if (folders.root.createDirectory().wasOk() && folders.root.hasWriteAccess())
         return folders;
-    failWith ("The folder " + folders.root.getFullPathName() + " can't be made or written.");
+    failWith (tr ("The folder %1 can't be made or written.", folders.root.getFullPathName()));
     return {};
 }
 

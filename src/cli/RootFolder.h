@@ -3,6 +3,7 @@
 #include "cli/VerbOptions.h"
 #include "session/LibrarySession.h"
 #include "settings/Folders.h"
+#include "support/language/Translate.h"
 
 #include <optional>
 
@@ -11,11 +12,11 @@ namespace RootFolder
 {
 inline constexpr VerbOption option {
     "--root", "DIR",
-    "the folder of settings, library, tracks and recordings (PLATTERDEX_ROOT, or beside the program)"
+    N_ ("the folder of settings, library, tracks and recordings (PLATTERDEX_ROOT, or beside the program)")
 };
 
 inline constexpr VerbOption libraryOption { "--library", "FILE",
-                                            "the library's file (below --root, or the user's library)" };
+                                            N_ ("the library's file (below --root, or the user's library)") };
 
 /** The folders that arguments name, before anything else is read of them; nothing is made. */
 Folders named (const juce::StringArray& arguments);

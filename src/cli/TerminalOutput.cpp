@@ -1,5 +1,7 @@
 #include "cli/TerminalOutput.h"
 
+#include "support/language/Translate.h"
+
 #include <cstdio>
 
 namespace
@@ -32,7 +34,7 @@ bool requireEnding (const juce::File& file, const char* ending)
 {
     if (file.hasFileExtension (ending))
         return true;
-    failWith (file.getFullPathName() + " does not end in ." + ending + ", which is what is written.");
+    failWith (tr ("%1 does not end in .%2, which is what is written.", file.getFullPathName(), ending));
     return false;
 }
 

@@ -1,6 +1,7 @@
 #include "cli/VerbOptions.h"
 
 #include "support/Suggestion.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 #include <charconv>
@@ -32,12 +33,12 @@ VerbOptions::VerbOptions (std::span<const VerbOption> known, const juce::StringA
             juce::StringArray names;
             for (const auto& each : known)
                 names.add (each.name);
-            fault = "There is no option " + name + "." + didYouMean (name, names);
+            fault = tr ("There is no option %1.%2", name, didYouMean (name, names));
         }
         else if (values.containsKey (name))
-            fault = "The option " + name + " stands there twice.";
+            fault = tr ("The option %1 stands there twice.", name);
         else if (option->value == nullptr && hasInline)
-            fault = "The option " + name + " takes no value.";
+            fault = tr ("The option %1 takes no value.", name);
         else if (option->value == nullptr)
             values.set (name, {});
         else if (hasInline)
@@ -45,10 +46,10 @@ VerbOptions::VerbOptions (std::span<const VerbOption> known, const juce::StringA
         else if (i + 1 < arguments.size())
             values.set (name, arguments[++i]);
         else
-            fault = "The option " + name + " needs a value.";
+            fault = tr ("The option %1 needs a value.", name);
 
         if (fault.isEmpty() && option->value != nullptr && values[name].isEmpty())
-            fault = "The option " + name + " needs a value.";
+            fault = tr ("The option %1 needs a value.", name);
     }
 }
 
@@ -64,8 +65,7 @@ std::optional<juce::int64> VerbOptions::wholeNumber (const char* name, juce::int
     if (const auto [stopped, error] = std::from_chars (digits.data(), end, value);
         error == std::errc {} && stopped == end && value >= lowest && value <= highest)
         return value;
-    fault = juce::String (name) + " takes a whole number from " + juce::String (lowest) + " to "
-            + juce::String (highest) + ", not \"" + text + "\".";
+    fault = tr ("%1 takes a whole number from %2 to %3, not \"%4\".", name, lowest, highest, text);
     return {};
 }
 
@@ -77,13 +77,13 @@ juce::File VerbOptions::fileOf (const char* name) const
 juce::String helpText (const char* usage, const char* description, std::span<const VerbOption> options)
 {
     constexpr int column = 20;
-    auto text = juce::String ("Usage: platterdex ") + usage + "\n\n" + description + "\n\nOptions:\n";
+    juce::String text = tr ("Usage: platterdex %1\n\n%2\n\nOptions:\n", usage, tr (description));
     for (const auto& option : options)
     {
         auto left = juce::String (option.name);
         if (option.value != nullptr)
             left << " " << option.value;
-        text << "  " << left.paddedRight (' ', column) << option.help << "\n";
+        text << "  " << left.paddedRight (' ', column) << tr (option.help) << "\n";
     }
     return text.trimEnd();
 }

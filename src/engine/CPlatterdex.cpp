@@ -8,6 +8,7 @@
 #include "settings/SettingsFile.h"
 #include "support/DecimalText.h"
 #include "support/files/AudioFileTypes.h"
+#include "support/language/Translate.h"
 #include "tracks/formats/AdecAudioFormat.h"
 
 #include <array>
@@ -90,7 +91,8 @@ CPlatterdex::CPlatterdex (EngineWorld world)
     if (!environment.hasMessageLoop)
         return;
     if (!sampler.restorePads())
-        damagedContents.emplace_back ("sampler.xml is damaged; the old file is kept as sampler.xml.bad.");
+        damagedContents.emplace_back (
+            N_ ("sampler.xml is damaged; the old file is kept as sampler.xml.bad."));
     startTimer (messageIntervalMs);
 }
 
@@ -255,7 +257,8 @@ void CPlatterdex::askToStopAutomix()
 {
     if (environment.prompts == nullptr)
         return;
-    environment.prompts->askYesNo ("Play Locked, automix is active!", "Do you want to stop Automix?",
+    environment.prompts->askYesNo (tr ("Play Locked, automix is active!"),
+                                   tr ("Do you want to stop Automix?"),
                                    [this, stillHere = std::weak_ptr<const int> (lifetime)] (bool yes)
                                    {
                                        if (yes && !stillHere.expired())
@@ -340,12 +343,12 @@ void CPlatterdex::serveRequests()
 
 void CPlatterdex::tellOfDamagedContents()
 {
-    constexpr auto title = "Pads and knobs";
+    const auto title = tr ("Pads and knobs");
     for (const auto& sentence : std::exchange (damagedContents, {}))
         if (environment.prompts != nullptr)
-            environment.prompts->notify (title, sentence);
+            environment.prompts->notify (title, tr (juce::String (sentence)));
         else
-            listeners.postText (juce::String ("*** ") + title + " ***|" + sentence, 0);
+            listeners.postText ("*** " + title + " ***|" + tr (juce::String (sentence)), 0);
 }
 
 void CPlatterdex::deliverMessages()

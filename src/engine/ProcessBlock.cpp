@@ -2,6 +2,7 @@
 #include "deck/sync/PhaseAlignment.h"
 #include "engine/CPlatterdex.h"
 #include "support/OnePole.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 #include <cmath>
@@ -179,13 +180,13 @@ PX_AUDIO_THREAD void tellOfFault (Block& block, PluginFault fault, int deck)
 {
     auto& listeners = block.engine.listeners;
     if (fault == PluginFault::notANumber)
-        listeners.postMessage ("*** Plug-in bypassed ***|It returned no numbers.|Its slot is off", deck);
+        listeners.postMessage (N_ ("*** Plug-in bypassed ***|It returned no numbers.|Its slot is off"), deck);
     else if (fault == PluginFault::tooLoud)
-        listeners.postMessage ("*** Plug-in bypassed ***|It returned more than +60 dB.|Its slot is off",
+        listeners.postMessage (N_ ("*** Plug-in bypassed ***|It returned more than +60 dB.|Its slot is off"),
                                deck);
     else if (fault == PluginFault::threw)
-        listeners.postMessage ("*** Plug-in bypassed ***|It failed in the middle of a block.|Its slot is off",
-                               deck);
+        listeners.postMessage (
+            N_ ("*** Plug-in bypassed ***|It failed in the middle of a block.|Its slot is off"), deck);
 }
 
 PX_AUDIO_THREAD void runSlot (Block& block, const DeckPlayer& deck, const ChannelPair& pair)

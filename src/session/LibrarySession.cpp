@@ -1,6 +1,7 @@
 #include "session/LibrarySession.h"
 
 #include "library/sql/DatabaseFile.h"
+#include "support/language/Translate.h"
 
 juce::File LibraryPlace::usersFolder()
 {
@@ -21,11 +22,11 @@ juce::String LibrarySession::open (const LibraryPlace& place, Use use, const Off
     const auto file = library->file();
     const auto path = file.getFullPathName();
     if (use != Use::write && use != Use::show && !file.exists() && !library->hasBackup())
-        return "There is no library " + path + "; platterdex import makes one.";
+        return tr ("There is no library %1; platterdex import makes one.", path);
     if (file.isDirectory())
-        return path + " is a folder, not a library.";
+        return tr ("%1 is a folder, not a library.", path);
     if (file.getParentDirectory().createDirectory().failed() && use != Use::show)
-        return "The folder " + file.getParentDirectory().getFullPathName() + " can't be made.";
+        return tr ("The folder %1 can't be made.", file.getParentDirectory().getFullPathName());
 
     auto prepared =
         library->prepare (use == Use::read ? LibraryFile::Purpose::reading : LibraryFile::Purpose::writing);
@@ -40,9 +41,10 @@ juce::String LibrarySession::open (const LibraryPlace& place, Use use, const Off
         || database.countSongs() < 0)
     {
         database.close();
-        return prepared.file.getFullPathName()
-               + (DatabaseFile::isLocked (prepared.file) ? " is being written to by another program."
-                                                         : " can't be opened as a library.");
+        const auto name = prepared.file.getFullPathName();
+        return DatabaseFile::isLocked (prepared.file)
+                   ? tr ("%1 is being written to by another program.", name)
+                   : tr ("%1 can't be opened as a library.", name);
     }
     notice = prepared.message;
     return {};

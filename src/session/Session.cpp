@@ -7,6 +7,7 @@
 #include "session/SimilarRoom.h"
 #include "support/files/AudioFileTypes.h"
 #include "support/files/OwnBinary.h"
+#include "support/language/Translate.h"
 #include "tracks/TrackFault.h"
 
 #include <cmath>
@@ -85,7 +86,7 @@ SongDatabase* Session::library()
     if (fault.isNotEmpty())
     {
         refused = written;
-        say ("Library", fault);
+        say (tr ("Library"), fault);
         return nullptr;
     }
     return &opened->database;
@@ -140,7 +141,7 @@ bool Session::takeOpened()
     if (fault.isNotEmpty())
         return false;
     opened = std::move (made->library);
-    say ("Library", opened->notice);
+    say (tr ("Library"), opened->notice);
     return true;
 }
 
@@ -172,7 +173,7 @@ juce::String Session::openLibrary (LibrarySession::Use use)
                  {
                      const auto wanted = std::make_shared<bool> (false);
                      if (prompts != nullptr)
-                         prompts->askYesNo ("Library", message + " Put it there now?",
+                         prompts->askYesNo (tr ("Library"), tr ("%1 Put it there now?", message),
                                             [wanted] (bool yes) { *wanted = yes; });
                      return *wanted;
                  });
@@ -184,7 +185,7 @@ juce::String Session::open (LibrarySession::Use use, const LibrarySession::Offer
     if (const auto fault = library->open (libraryPlace, use, offer); fault.isNotEmpty())
         return fault;
     opened = std::move (library);
-    say ("Library", opened->notice);
+    say (tr ("Library"), opened->notice);
     return {};
 }
 
@@ -216,9 +217,10 @@ bool Session::mayKeepSettings()
     if (rootLock.take())
         return true;
     if (!std::exchange (saidThatRootIsTaken, true))
-        say ("Platterdex runs twice",
-             "Another program has the folder " + folders.root.getFullPathName()
-                 + " in use. What you set in this one is not kept while the other runs.");
+        say (tr ("Platterdex runs twice"), tr ("Another program has the folder %1 in use. What you set in "
+                                               "this one is not kept while the other "
+                                               "runs.",
+                                               folders.root.getFullPathName()));
     return false;
 }
 

@@ -2,6 +2,7 @@
 
 #include "settings/SettingsFile.h"
 #include "support/CallbackLock.h"
+#include "support/language/Translate.h"
 
 namespace
 {
@@ -75,7 +76,7 @@ void SettingsKeeper::saveContentsOf (Kept& kept)
     auto& store = kept.engine->instrumentContents;
     if (const auto complaint = store.takeComplaint(); !complaint.empty())
         kept.engine->listeners.postText (
-            "*** Pads and knobs ***|" + juce::String::fromUTF8 (complaint.c_str()), 0);
+            "*** " + tr ("Pads and knobs") + " ***|" + juce::String::fromUTF8 (complaint.c_str()), 0);
     if (!store.hasChanged() || !mayWrite())
         return;
     for (auto& document : store.takeChanged())

@@ -1,5 +1,7 @@
 #include "session/SimilarRoom.h"
 
+#include "support/language/Translate.h"
+
 #include <map>
 #include <mutex>
 
@@ -12,7 +14,7 @@ std::map<const Session*, std::unique_ptr<SimilarRoom>> rooms;
 void say (Session& session, const juce::String& sentence)
 {
     if (session.prompts != nullptr)
-        session.prompts->notify ("Similar songs", sentence);
+        session.prompts->notify (tr ("Similar songs"), sentence);
 }
 }
 

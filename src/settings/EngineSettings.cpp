@@ -1,6 +1,7 @@
 #include "settings/EngineSettings.h"
 
 #include "settings/Folders.h"
+#include "support/language/Translate.h"
 
 DeckSetup::DeckSetup (int deck) noexcept
     : inputPair (static_cast<int8_t> (deck)),
@@ -18,7 +19,7 @@ EngineSettings defaultSettings (const Folders& folders)
     setPath (settings.midiFolder, folders.midiFiles());
     setPath (settings.vstFolder, folders.vstPlugins());
     setPath (settings.playlistFolder, folders.playlists());
-    settings.searchText.set ("Enter Search Keyword...");
+    settings.searchText.set (N_ ("Enter Search Keyword..."));
     setPath (settings.recordFile, folders.diskRecorder().getChildFile ("record.wav"));
     setPath (settings.slicegateFolder, folders.slicegateFiles());
     setPath (settings.smartknobFolder, folders.smartknobFiles());

@@ -1,6 +1,7 @@
 #include "support/ListenerList.h"
 
 #include "support/AudioThread.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 #include <memory>
@@ -76,7 +77,7 @@ void ListenerList::deliver()
             [&] (EngineListener& listener)
             {
                 if (entry.literal != nullptr)
-                    listener.engineMessage (entry.literal, entry.index);
+                    listener.engineMessage (tr (entry.literal), entry.index);
                 else if (text != nullptr)
                     listener.engineMessage (*text, entry.index);
                 else

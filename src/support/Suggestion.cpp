@@ -1,5 +1,7 @@
 #include "support/Suggestion.h"
 
+#include "support/language/Translate.h"
+
 #include <algorithm>
 #include <numeric>
 #include <vector>
@@ -41,5 +43,5 @@ juce::String didYouMean (const juce::String& word, const juce::StringArray& cand
             nearest = far;
             found = candidate;
         }
-    return found.isEmpty() ? juce::String() : " Did you mean " + found + "?";
+    return found.isEmpty() ? juce::String() : " " + tr ("Did you mean %1?", found);
 }

@@ -2,6 +2,7 @@
 
 #include "support/AudioThread.h"
 #include "support/files/RegularFile.h"
+#include "support/language/Translate.h"
 #include "tracks/AdecTrack.h"
 #include "tracks/TrackDecoder.h"
 
@@ -53,26 +54,26 @@ juce::String faultOfTrack (const juce::File& file, const AdecSharedLibrary& deco
 {
     assertMayBlock();
     if (!file.exists())
-        return "The file does not exist.";
+        return tr ("The file does not exist.");
     if (file.isDirectory())
-        return "That is a folder.";
+        return tr ("That is a folder.");
     if (!isRegularFile (file))
-        return "That is a pipe or a device, and no file.";
+        return tr ("That is a pipe or a device, and no file.");
     juce::FileInputStream stream (file);
     if (!stream.openedOk())
-        return "The file can't be opened for reading.";
+        return tr ("The file can't be opened for reading.");
     if (stream.getTotalLength() == 0)
-        return "The file is empty.";
+        return tr ("The file is empty.");
     if (isProtected (file, stream))
-        return "The file is copy-protected.";
+        return tr ("The file is copy-protected.");
     if (!decoder.isLoaded())
-        return "The decoder library is missing.";
+        return tr ("The decoder library is missing.");
     const AdecTrack track (decoder, file);
     if (track.channels() > 2)
-        return "The file has more than two channels.";
+        return tr ("The file has more than two channels.");
     if (track.sampleRate() > AdecTrack::highestRate)
-        return "The file states a sample rate above 384 kHz.";
-    return "The file is damaged or holds no audio.";
+        return tr ("The file states a sample rate above 384 kHz.");
+    return tr ("The file is damaged or holds no audio.");
 }
 
 std::function<juce::String (const juce::File&)> importJudge (const juce::File& decoderLibrary)

@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "session/Session.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "text/FallbackFonts.h"
 #include "ui/KeyCard.h"
 #include "ui/KeyRepeat.h"
@@ -15,7 +16,7 @@
 namespace
 {
 constexpr int startWidth = 1280, startHeight = 800, browserHeight = 332; ///< of a browser that comes back
-constexpr const char *browserTitle = "Song Manager", *keysTitle = "Keys";
+constexpr const char *browserTitle = N_ ("Song Manager"), *keysTitle = N_ ("Keys");
 constexpr const char* zoomName = "waveform_zoom";
 
 int scaled (int length, int percent)
@@ -32,36 +33,33 @@ class CPlatterdexVstEditor::BrowserWindowContent : public juce::Component,
 public:
     explicit BrowserWindowContent (CPlatterdexVstEditor& e) : editor (e)
     {
-        setSize (std::max (800, editor.browser.getWidth()), std::max (500, editor.browser.getHeight()));
-        addAndMakeVisible (editor.browser);
+        setSize (std::max (800, editor.browser->getWidth()), std::max (500, editor.browser->getHeight()));
+        addAndMakeVisible (*editor.browser);
     }
 
     ~BrowserWindowContent() override
     {
-        removeChildComponent (&editor.browser);
+        removeChildComponent (&*editor.browser);
         editor.browserWindowClosed();
     }
 
     ToolWindows& toolWindows() override { return editor.tools; }
-    void resized() override { editor.browser.setBounds (getLocalBounds()); }
+    void resized() override { editor.browser->setBounds (getLocalBounds()); }
     bool keyPressed (const juce::KeyPress& key) override { return editor.keyPressed (key); }
 
 private:
     CPlatterdexVstEditor& editor;
 };
 
-CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* session,
+CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* shared,
                                             std::function<void()> audioSettings,
                                             std::vector<EditorPage> pages)
     : AudioProcessorEditor (e),
       engine (e),
+      session (shared),
       preferences (session != nullptr ? session->preferences() : passing),
       scale (preferences),
       headerActions (actions (std::move (audioSettings), std::move (pages))),
-      header (e, headerActions),
-      global (e),
-      ghostMixer (e),
-      browser (e, session),
       corner (this, getConstrainer()),
       tooltip (content, [&e] { return e.settings.editor[EditorPreference::showTooltips] != 0; }),
       keyboard (e)
@@ -70,28 +68,15 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* session,
     setWantsKeyboardFocus (true);
     keyboard.onAction = [this] (KeyAction action, int deck) { act (action, deck); };
     keyboard.onDeck = [this] (int deck) { touch (deck); };
-
-    browser.onEscape = [this] { grabKeyboardFocus(); };
-    browser.onOpenInWindow = [this] { showBrowserInWindow (!isBrowserInWindow()); };
-
-    global.onTabChange = [this] { followArrangement(); };
     content.setOpaque (true);
     content.addMouseListener (this, true);
     addAndMakeVisible (content);
-    content.addAndMakeVisible (header);
-    for (int deck = 0; deck < deckCount; ++deck)
-    {
-        auto& strip = decks[static_cast<size_t> (deck)];
-        strip = std::make_unique<DeckComponent> (engine, deck);
-        content.addAndMakeVisible (*strip);
-    }
-    content.addAndMakeVisible (global);
-    content.addAndMakeVisible (ghostMixer);
-    content.addAndMakeVisible (browser);
+    build();
     content.addChildComponent (noticeBar);
     addAndMakeVisible (corner); // not scaled, so that it keeps to the hand
 
     engine.listeners.add (*this);
+    LanguageInUse::addListener (*this);
     setResizable (true, false);
     limitSize();
     setSize (scaled (startWidth, scale.percent()), scaled (startHeight, scale.percent()));
@@ -104,9 +89,60 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* session,
 
 CPlatterdexVstEditor::~CPlatterdexVstEditor()
 {
+    LanguageInUse::removeListener (*this);
     engine.listeners.remove (*this);
     isArranged = false; // what closes now arranges nothing
     engine.editorBeingDeleted (this);
+}
+
+/** Makes the parts, with their texts in the language in use; those that are there go. */
+void CPlatterdexVstEditor::build()
+{
+    content.addAndMakeVisible (header.emplace (engine, headerActions));
+    for (int deck = 0; deck < deckCount; ++deck)
+    {
+        auto& strip = decks[static_cast<size_t> (deck)];
+        strip = std::make_unique<DeckComponent> (engine, deck);
+        content.addAndMakeVisible (*strip);
+    }
+    content.addAndMakeVisible (global.emplace (engine));
+    global->onTabChange = [this] { followArrangement(); };
+    content.addAndMakeVisible (ghostMixer.emplace (engine));
+    content.addAndMakeVisible (browser.emplace (engine, session));
+    browser->onEscape = [this] { grabKeyboardFocus(); };
+    browser->onOpenInWindow = [this] { showBrowserInWindow (!isBrowserInWindow()); };
+}
+
+void CPlatterdexVstEditor::buildAnew()
+{
+    const auto* const dialog = tools.tool<Preferences>();
+    const auto page = dialog != nullptr ? dialog->shownPage() : -1;
+    const auto tab = global->getCurrentTabIndex();
+    tools.closeAll();
+    parameters.reset();
+    build();
+    global->setCurrentTabIndex (tab);
+    noticeBar.toFront (false);
+    showParameters (parametersShown);
+    isArranged = false; // by the new parts
+    followArrangement();
+    touch (touchedDeck);
+    if (page < 0)
+        return;
+    headerActions.preferences();
+    if (auto* const opened = tools.tool<Preferences>())
+        opened->showPage (page);
+}
+
+void CPlatterdexVstEditor::languageChanged()
+{
+    // The choice comes from a control of a part that goes.
+    juce::MessageManager::callAsync (
+        [here = SafePointer (this)]
+        {
+            if (here != nullptr)
+                here->buildAnew();
+        });
 }
 
 HeaderActions CPlatterdexVstEditor::actions (std::function<void()> audioSettings,
@@ -116,18 +152,19 @@ HeaderActions CPlatterdexVstEditor::actions (std::function<void()> audioSettings
     made.preferences = [this] { Preferences::open (tools, *this, engine, headerActions); };
     made.pages = std::move (pages);
     made.pages.push_back (
-        { "Timecode", [this] { TimecodePreferencesPage::open (toolWindows(), *this, engine); } });
-    made.pages.push_back ({ "Control CD generator", [this]
+        { N_ ("Timecode"), [this] { TimecodePreferencesPage::open (toolWindows(), *this, engine); } });
+    made.pages.push_back ({ N_ ("Control CD generator"), [this]
                             { CDControlGeneratorPreferencesPage::open (toolWindows(), *this, engine); } });
     if (auto* const slots = VstSlots::of (engine))
-        made.pages.push_back ({ "VST Plugins", [this, slots]
+        made.pages.push_back ({ N_ ("VST Plugins"), [this, slots]
                                 { VstPluginsPreferencesPage::open (toolWindows(), *this, *slots); } });
     made.pages.push_back ({ keysTitle, [this]
                             {
-                                tools.open (keysTitle, *this,
+                                tools.open (tr (keysTitle), *this,
                                             [] (const std::function<void()>&)
                                             { return std::make_unique<KeyCard>(); });
                             } });
+    made.session = session;
     // The window is ours where the audio device is.
     if (audioSettings != nullptr)
     {
@@ -170,7 +207,7 @@ CPlatterdexVstEditor::Arrangement CPlatterdexVstEditor::arrangement() const
     const auto& preferences = engine.settings.editor;
     Arrangement made;
     made.mode.fourDecks = preferences[EditorPreference::fourDeckMode] != 0;
-    made.mode.ghostMixer = preferences[EditorPreference::showGhostMixer] != 0 && !global.showsMixer();
+    made.mode.ghostMixer = preferences[EditorPreference::showGhostMixer] != 0 && !global->showsMixer();
     made.orderABCD = preferences[EditorPreference::mixerOrderABCD] != 0;
     return made;
 }
@@ -183,8 +220,8 @@ void CPlatterdexVstEditor::followArrangement()
     const auto modeChanged = isArranged && next.mode.fourDecks != arranged.mode.fourDecks;
     arranged = next;
     isArranged = true;
-    global.setMode ({ arranged.mode.fourDecks, arranged.orderABCD });
-    ghostMixer.setFourDecks (arranged.mode.fourDecks);
+    global->setMode ({ arranged.mode.fourDecks, arranged.orderABCD });
+    ghostMixer->setFourDecks (arranged.mode.fourDecks);
     arrange();
     if (modeChanged && (!browserShown || isBrowserInWindow()))
         snapHeight();
@@ -201,12 +238,12 @@ void CPlatterdexVstEditor::arrange()
         view.setBounds (area);
         view.setVisible (shown && !area.isEmpty());
     };
-    place (header, layout.header, true);
+    place (*header, layout.header, true);
     if (layout.decks[0].getWidth() >= 1)
         for (size_t deck = 0; deck < decks.size(); ++deck)
             place (*decks[deck], layout.decks[deck], desk);
-    place (global, layout.global, desk);
-    place (ghostMixer, layout.ghostMixer, desk);
+    place (*global, layout.global, desk);
+    place (*ghostMixer, layout.ghostMixer, desk);
     // The notice takes the browser's first row; without a browser it lies over the last one of what is left.
     const auto hasBrowser = desk && browserShown && !isBrowserInWindow();
     auto notice = juce::Rectangle<int> (content.getWidth(), NoticeBar::height);
@@ -219,7 +256,7 @@ void CPlatterdexVstEditor::arrange()
             std::min (layout.browser.getBottom(), layout.browser.getY() + NoticeBar::height));
     place (noticeBar, notice, noticeBar.sentence().isNotEmpty());
     if (!isBrowserInWindow())
-        place (browser, layout.browser, hasBrowser);
+        place (*browser, layout.browser, hasBrowser);
     corner.setBounds (layout.resizer.withPosition (getWidth() - layout.resizer.getWidth(),
                                                    getHeight() - layout.resizer.getHeight()));
     if (parameters != nullptr)
@@ -265,8 +302,8 @@ void CPlatterdexVstEditor::showBrowserInWindow (bool inWindow)
     if (inWindow == isBrowserInWindow())
         return;
     if (!inWindow)
-        return tools.find (browserTitle)->closeButtonPressed();
-    tools.open (browserTitle, *this,
+        return tools.find (tr (browserTitle))->closeButtonPressed();
+    tools.open (tr (browserTitle), *this,
                 [this] (const std::function<void()>&)
                 {
                     auto made = std::make_unique<BrowserWindowContent> (*this);
@@ -283,7 +320,7 @@ void CPlatterdexVstEditor::browserWindowClosed()
     browserWindow = nullptr;
     if (!isArranged)
         return;
-    content.addChildComponent (browser);
+    content.addChildComponent (*browser);
     // Room for it again, if its window had taken it.
     if (wantedSize.y > 0.0
         && content.getHeight() <= EditorLayout::heightWithoutBrowser (arranged.mode.fourDecks))
@@ -385,20 +422,20 @@ void CPlatterdexVstEditor::act (KeyAction action, int deck)
     }
     case KeyAction::undo:
         engine.grids.undo (touchedDeck);
-        header.newsLine().tell ("Undo on deck " + PanelPaint::letterOf (touchedDeck));
+        header->newsLine().tell (tr ("Undo on deck %1", PanelPaint::letterOf (touchedDeck)));
         break;
     case KeyAction::redo:
         engine.grids.redo (touchedDeck);
-        header.newsLine().tell ("Redo on deck " + PanelPaint::letterOf (touchedDeck));
+        header->newsLine().tell (tr ("Redo on deck %1", PanelPaint::letterOf (touchedDeck)));
         break;
     case KeyAction::loadFree:
-        browser.loadToFreeDeck();
+        browser->loadToFreeDeck();
         break;
     case KeyAction::songs:
-        browser.takeKeyboard();
+        browser->takeKeyboard();
         break;
     case KeyAction::search:
-        browser.takeKeyboardToSearch();
+        browser->takeKeyboardToSearch();
         break;
     case KeyAction::none:
         break;
@@ -413,8 +450,8 @@ void CPlatterdexVstEditor::mouseDown (const juce::MouseEvent& event)
     if (strip != nullptr)
         touch (strip->deck());
     // A click on the decks takes the keyboard back to them.
-    if (browser.hasKeyboardFocus (true) && event.eventComponent != &browser
-        && !browser.isParentOf (event.eventComponent))
+    if (browser->hasKeyboardFocus (true) && event.eventComponent != &*browser
+        && !browser->isParentOf (event.eventComponent))
         grabKeyboardFocus();
     clock->hurry();
 }
@@ -428,13 +465,13 @@ void CPlatterdexVstEditor::keepZoom()
 void CPlatterdexVstEditor::filesDropped (const juce::StringArray& files, int, int)
 {
     const auto isFolder = files.size() == 1 && juce::File (files[0]).isDirectory();
-    header.newsLine().tell (isFolder ? "LET A FOLDER GO OVER THE BROWSER"
-                                     : "LET A TRACK GO OVER A DECK OR THE BROWSER");
+    header->newsLine().tell (isFolder ? tr ("LET A FOLDER GO OVER THE BROWSER")
+                                      : tr ("LET A TRACK GO OVER A DECK OR THE BROWSER"));
 }
 
 void CPlatterdexVstEditor::textDropped (const juce::String&, int, int)
 {
-    header.newsLine().tell ("A TEXT IS NO TRACK: DRAG ITS FILE");
+    header->newsLine().tell (tr ("A TEXT IS NO TRACK: DRAG ITS FILE"));
 }
 
 void CPlatterdexVstEditor::touch (int index)

@@ -2,6 +2,7 @@
 
 #include "deck/state/DeckNumbers.h"
 #include "support/EngineListener.h"
+#include "support/language/Language.h"
 #include "ui/EditorScale.h"
 #include "ui/KeyboardCommands.h"
 #include "ui/NoticeBar.h"
@@ -22,6 +23,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 
 class CPlatterdex;
 class Session;
@@ -33,7 +35,8 @@ class CPlatterdexVstEditor : public juce::AudioProcessorEditor,
                              public juce::FileDragAndDropTarget,
                              public juce::TextDragAndDropTarget,
                              public ToolWindowOwner,
-                             private EngineListener
+                             private EngineListener,
+                             private LanguageListener
 {
 public:
     /** @param session         keeps the preferences; outlives the editor. Without one they end with the editor
@@ -45,7 +48,7 @@ public:
     ~CPlatterdexVstEditor() override;
 
     /** One sentence in the header on what goes on in the background; empty for nothing. */
-    void setStatus (const juce::String& sentence) { header.newsLine().setStatus (sentence); }
+    void setStatus (const juce::String& sentence) { header->newsLine().setStatus (sentence); }
 
     /** A sentence that stays in sight until an empty one takes it away. @param help   called by a click on it */
     void setNotice (const juce::String& sentence, std::function<void()> help = {});
@@ -71,13 +74,13 @@ public:
     void refreshDecks();
 
     /** Asks the browser to show what has changed. */
-    void updateBrowser() { browser.refresh(); }
+    void updateBrowser() { browser->refresh(); }
 
     DeckComponent& deck (int index) { return *decks[static_cast<size_t> (index)]; }
-    HeaderComponent& headerStrip() noexcept { return header; }
-    GlobalComponent& globalBlock() noexcept { return global; }
-    GhostMixerComponent& ghostStrip() noexcept { return ghostMixer; }
-    SongManager& browserView() noexcept { return browser; }
+    HeaderComponent& headerStrip() noexcept { return *header; }
+    GlobalComponent& globalBlock() noexcept { return *global; }
+    GhostMixerComponent& ghostStrip() noexcept { return *ghostMixer; }
+    SongManager& browserView() noexcept { return *browser; }
     ToolWindows& toolWindows() override { return tools; }
 
     // Answers a drag that is let go over nothing that takes it.
@@ -119,6 +122,9 @@ private:
 
     class BrowserWindowContent;
 
+    void build();
+    void buildAnew();
+    void languageChanged() override;
     void browserWindowClosed();
     void engineEvent (EngineEvent, int index) override;
     void engineMessage (const juce::String&, int deck) override;
@@ -134,6 +140,7 @@ private:
     void keepZoom();
 
     CPlatterdex& engine;
+    Session* const session;
     const juce::SharedResourcePointer<PollClock> clock;
     const juce::SharedResourcePointer<DefaultLook> look; ///< before every control that draws with it
     PreferencesFile passing { juce::File() };            ///< of an editor without a session
@@ -143,11 +150,11 @@ private:
     int keptZoom = WaveformZoom::usualStep; ///< as it stands in the preferences
     Content content { *this };
     const HeaderActions headerActions;
-    HeaderComponent header;
+    std::optional<HeaderComponent> header; ///< it and those below have their texts in the language in use
     std::array<std::unique_ptr<DeckComponent>, deckCount> decks;
-    GlobalComponent global;
-    GhostMixerComponent ghostMixer;
-    SongManager browser;
+    std::optional<GlobalComponent> global;
+    std::optional<GhostMixerComponent> ghostMixer;
+    std::optional<SongManager> browser;
     NoticeBar noticeBar;
     juce::ResizableCornerComponent corner;
     std::unique_ptr<ParameterList> parameters;

@@ -1,6 +1,7 @@
 #include "ui/KeyCard.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/KeyboardCommands.h"
 #include "ui/panel/PanelPaint.h"
 
@@ -14,12 +15,12 @@ constexpr int actionWidth = 124, deckKeyWidth = 52, blockWidth = actionWidth + 4
 constexpr int deskKeyWidth = 84, deskWidth = 242, beginningWidth = 344;
 
 constexpr const char* beginning[] {
-    "Drop a track on a deck, or click the deck's letter.",
-    "Play starts it; Cue sets the point to come back to.",
-    "Drag the waveform to scratch it like a record.",
-    "Click the overview below it to jump through the track.",
-    "Double click a knob or a fader to reset it.",
-    "Right click a control for more.",
+    N_ ("Drop a track on a deck, or click the deck's letter."),
+    N_ ("Play starts it; Cue sets the point to come back to."),
+    N_ ("Drag the waveform to scratch it like a record."),
+    N_ ("Click the overview below it to jump through the track."),
+    N_ ("Double click a knob or a fader to reset it."),
+    N_ ("Right click a control for more."),
 };
 
 void paintKey (juce::Graphics& g, const juce::String& key, juce::Rectangle<int> area)
@@ -46,19 +47,18 @@ KeyCard::KeyCard()
     {
         if (binding.deck() < 0)
         {
-            desk.push_back ({ binding.keyName, binding.text });
+            desk.push_back ({ tr (binding.keyName), tr (binding.text) });
             continue;
         }
         // A deck's hot cues lie side by side on the keyboard; one row says so.
-        const juce::String said (binding.text);
-        const auto isCue = said.startsWith ("hot cue");
-        const auto text = isCue ? juce::String ("hot cues 1 to 4") : said;
+        const auto isCue = std::string_view (binding.text).starts_with ("hot cue");
+        const auto text = isCue ? tr ("hot cues 1 to 4") : tr (binding.text);
         auto found = std::find_if (actions.begin(), actions.end(),
                                    [&] (const auto& action) { return action.text == text; });
         if (found == actions.end())
             found = actions.insert (actions.end(), { text, {} });
         auto& key = found->keys[static_cast<size_t> (binding.deck())];
-        key = key.isEmpty() ? juce::String (binding.keyName)
+        key = key.isEmpty() ? tr (binding.keyName)
                             : key.upToFirstOccurrenceOf (" ", false, false) + " - " + binding.keyName;
     }
 }
@@ -118,10 +118,10 @@ void KeyCard::paint (juce::Graphics& g)
     if (parts.beginning)
     {
         auto column = next (beginningWidth);
-        PanelPaint::value (g, "Ready to play", column.removeFromTop (lineHeight),
+        PanelPaint::value (g, tr ("Ready to play"), column.removeFromTop (lineHeight),
                            juce::Justification::centredLeft, SMLookAndFeel::titleSize);
         for (const auto* sentence : beginning)
-            paintText (g, sentence, column.removeFromTop (lineHeight));
+            paintText (g, tr (sentence), column.removeFromTop (lineHeight));
     }
     for (int block = 0; block < parts.blocks; ++block)
         paintActions (g, next (blockWidth), static_cast<size_t> (block * parts.rows),
@@ -139,7 +139,7 @@ void KeyCard::paintActions (juce::Graphics& g, juce::Rectangle<int> block, size_
             .withWidth (deckKeyWidth);
     };
     auto row = block.removeFromTop (lineHeight);
-    PanelPaint::label (g, "KEYS", row, juce::Justification::centredLeft);
+    PanelPaint::label (g, tr ("KEYS"), row, juce::Justification::centredLeft);
     for (size_t deck = 0; deck < 4; ++deck)
         PanelPaint::badge (g, keysOf (row, deck).withSizeKeepingCentre (keyHeight, keyHeight),
                            static_cast<int> (deck), false);
@@ -156,7 +156,7 @@ void KeyCard::paintActions (juce::Graphics& g, juce::Rectangle<int> block, size_
 void KeyCard::paintDesk (juce::Graphics& g, juce::Rectangle<int> area) const
 {
     if (area.getHeight() > static_cast<int> (desk.size()) * lineHeight)
-        PanelPaint::label (g, "DESK", area.removeFromTop (lineHeight), juce::Justification::centredLeft);
+        PanelPaint::label (g, tr ("DESK"), area.removeFromTop (lineHeight), juce::Justification::centredLeft);
     for (const auto& key : desk)
     {
         auto row = area.removeFromTop (lineHeight);

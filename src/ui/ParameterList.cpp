@@ -1,7 +1,9 @@
 #include "ui/ParameterList.h"
 
 #include "engine/CommandTable.h"
+#include "engine/CommandTitle.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/ParameterRow.h"
 #include "ui/look/SMLookAndFeel.h"
 
@@ -17,7 +19,7 @@ ParameterList::ParameterList (CPlatterdex& e) : engine (e), list ({}, this)
 {
     searchField.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
     searchField.setJustification (juce::Justification::centredLeft);
-    searchField.setTextToShowWhenEmpty ("Search", palette::label);
+    searchField.setTextToShowWhenEmpty (tr ("Search"), palette::label);
     searchField.onEscapeKey = searchField.onReturnKey = [this]
     {
         if (auto* parent = getParentComponent())
@@ -36,7 +38,7 @@ void ParameterList::search (const juce::String& text)
     found.clear();
     for (int number = 1; number <= CommandTable::commandCount; ++number)
     {
-        const juce::String name (CommandTable::name (number));
+        const auto name = commandTitle (number);
         if (std::all_of (words.begin(), words.end(),
                          [&name] (const auto& word) { return name.containsIgnoreCase (word); }))
             found.push_back (number);

@@ -2,7 +2,9 @@
 
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
+#include "engine/CommandTitle.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/look/SMLookAndFeel.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/widgets/PXTextButton.h"
@@ -50,10 +52,10 @@ void ParameterRow::makeControls()
     switch (found->kind)
     {
     case CommandKind::trigger:
-        addPressButton ("PRESS");
+        addPressButton (tr ("PRESS"));
         break;
     case CommandKind::state:
-        addPressButton ("HOLD");
+        addPressButton (tr ("HOLD"));
         break;
     case CommandKind::relative:
         addStepButton ("-", CommandCall::stepDown);
@@ -71,7 +73,7 @@ void ParameterRow::makeControls()
         auto made = std::make_unique<juce::Slider> (juce::Slider::LinearHorizontal, juce::Slider::NoTextBox);
         slider = made.get();
         slider->setRange (0.0, 1.0);
-        slider->setTooltip (CommandTable::name (command));
+        slider->setTooltip (commandTitle (command));
         slider->setWantsKeyboardFocus (false);
         slider->setScrollWheelEnabled (false); // the wheel scrolls the list
         slider->onValueChange = [this] { engine.edit (command, static_cast<float> (slider->getValue())); };
@@ -94,7 +96,7 @@ void ParameterRow::addPressButton (const juce::String& text)
 void ParameterRow::addStepButton (const juce::String& text, float step)
 {
     auto button = std::make_unique<PXTextButton> (text);
-    button->setTooltip (CommandTable::name (command));
+    button->setTooltip (commandTitle (command));
     button->onClick = [this, step] { engine.edit (command, step); };
     controls.push_back (std::move (button));
 }
@@ -136,6 +138,6 @@ void ParameterRow::paint (juce::Graphics& g)
     g.setColour (palette::label);
     g.drawText (juce::String (command), layout.number, juce::Justification::centredRight, false);
     g.setColour (built ? palette::value : palette::label);
-    g.drawText (CommandTable::name (command), layout.name, juce::Justification::centredLeft, true);
+    g.drawText (commandTitle (command), layout.name, juce::Justification::centredLeft, true);
     g.drawText (value, layout.value, juce::Justification::centredRight, false);
 }

@@ -1,5 +1,7 @@
 #include "ui/WindowPrompts.h"
 
+#include "support/language/Translate.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -54,11 +56,12 @@ void WindowPrompts::askYesNo (const juce::String& title, const juce::String& que
                               std::function<void (bool yes)> answer)
 {
     auto window = make (title, question, juce::MessageBoxIconType::QuestionIcon);
-    window->addButton ("Yes", 1, letter ('y'));
-    window->addButton ("No", 0, letter ('n'), returnKey);
+    const auto no = tr ("No");
+    window->addButton (tr ("Yes"), 1, letter ('y'));
+    window->addButton (no, 0, letter ('n'), returnKey);
     // JUCE gives all buttons the first place, and Return presses the one that has the keyboard.
     for (auto* child : window->getChildren())
-        child->setExplicitFocusOrder (child->getName() == "No" ? 1 : 2);
+        child->setExplicitFocusOrder (child->getName() == no ? 1 : 2);
     open (std::move (window),
           [answer = std::move (answer)] (juce::AlertWindow&, int result) { answer (result == 1); });
 }
@@ -70,7 +73,7 @@ void WindowPrompts::notify (const juce::String& title, const juce::String& sente
         if (each->getName() == title && each->getProperties()[noticeName] == sentence)
             return each->toFront (true);
     auto window = make (title, sentence, juce::MessageBoxIconType::InfoIcon);
-    window->addButton ("OK", 0, returnKey, escapeKey);
+    window->addButton (tr ("OK"), 0, returnKey, escapeKey);
     window->getProperties().set (noticeName, sentence);
     auto* shown = window.get();
     // Not modal: the decks go on taking keys while it is there.
@@ -103,8 +106,8 @@ void WindowPrompts::askText (const juce::String& title, const juce::String& ques
     auto window = make (title, question, juce::MessageBoxIconType::NoIcon);
     window->addTextEditor (field, initial);
     window->getTextEditor (field)->setExplicitFocusOrder (1); // typing begins at once, over what is there
-    window->addButton ("OK", 1, returnKey);
-    window->addButton ("Cancel", 0, escapeKey);
+    window->addButton (tr ("OK"), 1, returnKey);
+    window->addButton (tr ("Cancel"), 0, escapeKey);
     open (std::move (window), [answer = std::move (answer)] (juce::AlertWindow& closed, int result)
           { answer (result == 1 ? std::optional (closed.getTextEditorContents (field)) : std::nullopt); });
 }

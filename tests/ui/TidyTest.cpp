@@ -1,5 +1,9 @@
 #include "UiBench.h"
 #include "skin/Skin.h"
+#include "support/language/Language.h"
+#include "ui/decks/UtilityPanels.h"
+#include "ui/preferences/Preferences.h"
+#include "ui/preferences/SettingRow.h"
 #include "ui/widgets/PXFxSlider.h"
 #include "ui/widgets/PXTabBarButton.h"
 
@@ -77,14 +81,21 @@ void expectTidy (juce::Component& parent)
     }
 }
 
-void expectFits (const juce::String& text, const juce::Font& font, int room, const juce::Component& where)
+/** How far a text may be squeezed where it is painted, and still be read. */
+struct Squeeze
 {
-    EXPECT_LE (font.getStringWidthFloat (text), static_cast<float> (room))
-        << text << " in " << nameOf (where);
+    float label = 1.0f, button = 1.0f;
+};
+
+void expectFits (const juce::String& text, const juce::Font& font, int room, const juce::Component& where,
+                 float squeeze = 1.0f)
+{
+    EXPECT_LE (font.getStringWidthFloat (text) * squeeze, static_cast<float> (room))
+        << text << " in " << nameOf (where) << " " << LanguageInUse::code();
 }
 
-/** Every word on a panel, button or tab has the room it needs. */
-void expectWordsFit (juce::Component& root)
+/** Every word on a panel, button, tab, label or row of the preferences has the room it needs. */
+void expectWordsFit (juce::Component& root, const Squeeze& squeeze = {})
 {
     for (auto* component : descendants (root))
     {
@@ -93,14 +104,22 @@ void expectWordsFit (juce::Component& root)
         if (auto* panel = dynamic_cast<ControlPanel*> (component))
             for (const auto& label : panel->words())
             {
-                expectFits (label.text, SMLookAndFeel::labelFont(), label.area.getWidth(), *panel);
+                expectFits (label.text, SMLookAndFeel::labelFont(), label.area.getWidth(), *panel,
+                            squeeze.label);
                 EXPECT_GE (label.area.getHeight(), 11) << label.text;
             }
         if (auto* button = dynamic_cast<PXTextButton*> (component))
             expectFits (button->getButtonText(), SMLookAndFeel::buttonFont (button->getHeight()),
-                        button->textArea().getWidth(), *button);
+                        button->textArea().getWidth(), *button, squeeze.button);
         if (auto* tab = dynamic_cast<PXTabBarButton*> (component))
-            expectFits (tab->getButtonText(), SMLookAndFeel::labelFont(), tab->getWidth(), *tab);
+            expectFits (tab->getButtonText(), SMLookAndFeel::labelFont(), tab->getWidth(), *tab,
+                        squeeze.button);
+        if (auto* toggle = dynamic_cast<juce::ToggleButton*> (component))
+            expectFits (toggle->getButtonText(), SMLookAndFeel::font (SMLookAndFeel::valueSize),
+                        toggle->getWidth() - 28, *toggle, squeeze.button);
+        if (auto* row = dynamic_cast<SettingRow*> (component); row != nullptr && row->caption().isNotEmpty())
+            expectFits (row->caption(), SMLookAndFeel::font (SMLookAndFeel::valueSize),
+                        SettingRow::captionWidth - 8, *row, squeeze.button);
     }
 }
 }
@@ -164,6 +183,53 @@ TEST (Tidy, EveryControlHasATooltipAndACommandThatWorks)
                 EXPECT_FALSE (CommandTable::isUnbuilt (widget->commandNumber())) << nameOf (*component);
             else
                 EXPECT_TRUE (hasOwnAction (*component)) << nameOf (*component);
+        }
+    }
+}
+
+TEST (Tidy, EveryTextFitsItsPlaceInEveryLanguage)
+{
+    struct English
+    {
+        ~English() { LanguageInUse::set (Language::all ({})[0]); }
+    };
+    const English afterwards;
+    // Squeezed by a fifth a word is still read with ease; below that it is cut off.
+    constexpr Squeeze byAFifth { 0.75f, 0.8f };
+    const auto languages = Language::all ({ juce::File (PX_LANGUAGES_DIR) });
+    ASSERT_EQ (languages.size(), 6u);
+    UiBench bench;
+    for (const auto& language : languages)
+    {
+        ASSERT_TRUE (LanguageInUse::set (language)) << language.code;
+        for (const auto scale : { 100, 200 })
+        {
+            SCOPED_TRACE (testing::Message() << language.code << " at " << scale << " %");
+            bench.engine.settings.editor[EditorPreference::fourDeckMode] = 1;
+            bench.reopen();
+            bench.editor->setScale (scale);
+            bench.editor->setSize (1024 * scale / 100, 728 * scale / 100);
+            for (int tab = 0; tab < GlobalComponent::tabs; ++tab)
+            {
+                bench.editor->globalBlock().setCurrentTabIndex (tab);
+                bench.refresh();
+                expectWordsFit (*bench.editor, byAFifth);
+            }
+            for (int panel = 0; panel < UtilityPanels::count; ++panel)
+            {
+                bench.engine.settings.deckSetup[0].panelsLeft[0] = static_cast<int8_t> (panel);
+                bench.refresh();
+                expectWordsFit (bench.editor->deck (0), byAFifth);
+            }
+        }
+        const HeaderActions actions;
+        Preferences preferences (bench.engine, actions, [] {});
+        for (int page = 0; page < preferences.pageTexts().size(); ++page)
+        {
+            SCOPED_TRACE (preferences.pageTexts()[page]);
+            preferences.showPage (page);
+            expectWordsFit (preferences, byAFifth);
+            UiBench::picture (preferences, "preferences-" + language.code + "-" + juce::String (page));
         }
     }
 }

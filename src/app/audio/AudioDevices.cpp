@@ -6,6 +6,7 @@
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
 #include "support/CallbackLock.h"
+#include "support/language/Translate.h"
 #include "ui/look/OpenMenu.h"
 
 #include <alsa/asoundlib.h>
@@ -45,7 +46,7 @@ public:
         : selector (devices, 0, CPlatterdex::inputChannels, 0, CPlatterdex::outputChannels, false, false,
                     true, false)
     {
-        names.setText ("Pairs of outputs in their order: Master, Headphones, decks A to D, sampler.",
+        names.setText (tr ("Pairs of outputs in their order: Master, Headphones, decks A to D, sampler."),
                        juce::dontSendNotification);
         names.setJustificationType (juce::Justification::centred);
         addAndMakeVisible (selector);
@@ -68,7 +69,7 @@ private:
 class SettingsDialog : public juce::DialogWindow
 {
 public:
-    SettingsDialog() : DialogWindow ("Audio settings", palette::panel, true) {}
+    SettingsDialog() : DialogWindow (tr ("Audio settings"), palette::panel, true) {}
 
 private:
     void closeButtonPressed() override { setVisible (false); }
@@ -116,7 +117,7 @@ void AudioDevices::timerCallback()
     if (keeper.look (player.times.blocks))
     {
         if (!wasRunning)
-            printLine ("The audio device has stopped.");
+            printLine (tr ("The audio device has stopped."));
         announce();
     }
     else if (notice() != noticed) // the split was switched
@@ -147,13 +148,12 @@ void AudioDevices::announce()
         return;
     juce::String line;
     if (device->getTypeName() == SilentDevice::name)
-        line = "No audio device found: running silently.";
+        line = tr ("No audio device found: running silently.");
     else
-        line << "Audio device: " << device->getTypeName() << ", " << device->getName() << ", "
-             << device->getActiveInputChannels().countNumberOfSetBits() << " in, "
-             << device->getActiveOutputChannels().countNumberOfSetBits() << " out, "
-             << juce::roundToInt (device->getCurrentSampleRate()) << " Hz, blocks of "
-             << device->getCurrentBufferSizeSamples() << ".";
+        line = tr ("Audio device: %1, %2, %3 in, %4 out, %5 Hz, blocks of %6.", device->getTypeName(),
+                   device->getName(), device->getActiveInputChannels().countNumberOfSetBits(),
+                   device->getActiveOutputChannels().countNumberOfSetBits(),
+                   juce::roundToInt (device->getCurrentSampleRate()), device->getCurrentBufferSizeSamples());
     if (line != announced)
     {
         printLine (line);
@@ -189,12 +189,12 @@ juce::String AudioDevices::notice() const
 {
     const auto count = outputs();
     if (count == 0)
-        return "No audio device: nothing can be heard. Click to choose one.";
+        return tr ("No audio device: nothing can be heard. Click to choose one.");
     if (count == 2 && isSplit())
-        return "Two outputs, split: Headphones with the cue on the left, Master on the right. Click to "
-               "change.";
+        return tr ("Two outputs, split: Headphones with the cue on the left, Master on the right. Click to "
+                   "change.");
     if (count < outputsWithMonitor)
-        return "Two outputs, Master only: Headphones and PFL cannot be heard. Click for what helps.";
+        return tr ("Two outputs, Master only: Headphones and PFL cannot be heard. Click for what helps.");
     return {};
 }
 
@@ -203,16 +203,16 @@ void AudioDevices::offerHelp (juce::Component& window)
     if (outputs() != 2)
         return showSettings (window);
     juce::PopupMenu menu;
-    menu.addItem ("Split: cue left, master right", true, isSplit(), [this] { split (!isSplit()); });
+    menu.addItem (tr ("Split: cue left, master right"), true, isSplit(), [this] { split (!isSplit()); });
     for (const auto& card : keeper.cardsWithOutputs (outputsWithMonitor))
-        menu.addItem ("Use " + card.name + " (" + card.type + ") for Master and Headphones",
+        menu.addItem (tr ("Use %1 (%2) for Master and Headphones", card.name, card.type),
                       [this, card]
                       {
                           keeper.use (card);
                           announce();
                       });
     menu.addSeparator();
-    menu.addItem ("Audio settings...",
+    menu.addItem (tr ("Audio settings..."),
                   [this, shown = juce::Component::SafePointer (&window)]
                   {
                       if (shown != nullptr)

@@ -6,16 +6,17 @@
 #include "cli/library/LibraryVerb.h"
 #include "cli/library/SongTable.h"
 #include "library/exchange/ExportPlaylist.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--kind", "KIND", "what to write (playlist)" },
+    VerbOption { "--kind", "KIND", N_ ("what to write (playlist)") },
     RootFolder::option,
     RootFolder::libraryOption,
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 int exportSongs (SongDatabase& database, const VerbOptions& given)
@@ -26,10 +27,10 @@ int exportSongs (SongDatabase& database, const VerbOptions& given)
     if (!source)
         return ExitCode::badInput;
     if (arguments.size() != 1)
-        return failWith ("export needs one file to write to, behind the name.");
+        return failWith (tr ("export needs one file to write to, behind the name."));
     const auto file = juce::File::getCurrentWorkingDirectory().getChildFile (arguments[0]);
     if (!file.hasFileExtension ("m3u;html"))
-        return failWith ("export writes .m3u and .html, not " + file.getFileName().quoted() + ".");
+        return failWith (tr ("export writes .m3u and .html, not %1.", file.getFileName().quoted()));
 
     SongList songs;
     if (const auto code = source->fill (database, songs, {}); code != LibraryCode::ok)
@@ -42,10 +43,10 @@ int exportSongs (SongDatabase& database, const VerbOptions& given)
         result = ExportPlaylist (&database, songs, file).run (progress);
     }
     if (!result.isWritten)
-        return failWith (file.getFullPathName() + " can't be written.");
+        return failWith (tr ("%1 can't be written.", file.getFullPathName()));
     if (result.isCancelled)
-        return failWith ("The export was interrupted; " + file.getFullPathName() + " is not complete.");
-    printLine ("Wrote " + LibraryVerb::songs (songs.size()) + " to " + file.getFullPathName() + ".");
+        return failWith (tr ("The export was interrupted; %1 is not complete.", file.getFullPathName()));
+    printLine (tr ("Wrote %1 to %2.", LibraryVerb::songs (songs.size()), file.getFullPathName()));
     return ExitCode::success;
 }
 }
@@ -55,8 +56,9 @@ int runExport (const juce::StringArray& arguments)
     const VerbOptions given (options, arguments);
     if (given.has ("--help"))
     {
-        const auto description = "Writes a playlist, or another list, as M3U or as a web page.\nKinds: "
-                                 + LibrarySource::kindWords() + ".";
+        const auto description =
+            tr ("Writes a playlist, or another list, as M3U or as a web page.\nKinds: %1.",
+                LibrarySource::kindWords());
         printLine (helpText ("export [--kind KIND] [NAME] OUT.m3u|OUT.html [--root DIR] [--library FILE]",
                              description.toRawUTF8(), options));
         return ExitCode::success;
@@ -64,7 +66,8 @@ int runExport (const juce::StringArray& arguments)
     if (given.error().isNotEmpty())
         return failWith (given.error());
     if (given.positional.isEmpty())
-        return failWith ("export needs a playlist and a file to write to; see platterdex export --help.");
+        return failWith (
+            tr ("export needs a playlist and a file to write to; see platterdex export --help."));
     const auto session = LibraryVerb::open (given, LibraryVerb::Use::read);
     return session != nullptr ? exportSongs (*session->library(), given) : ExitCode::badInput;
 }

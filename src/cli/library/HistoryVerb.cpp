@@ -5,6 +5,7 @@
 #include "cli/VerbOptions.h"
 #include "session/Session.h"
 #include "session/browse/PlayHistory.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
@@ -13,7 +14,7 @@ namespace
 constexpr std::array options {
     RootFolder::option,
     RootFolder::libraryOption,
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 /** The session of a name, or the newest for "last"; nothing after a report. */
@@ -23,9 +24,9 @@ std::optional<SourceItem> sessionNamed (const PlayHistory& history, const juce::
     for (const auto& session : sessions)
         if (name == "last" || session.name == name)
             return session;
-    failWith (sessions.empty() ? juce::String ("Nothing was played yet.")
-                               : "There is no session " + name.quoted() + "; the last one is "
-                                     + sessions.front().name.quoted() + ".");
+    failWith (sessions.empty() ? tr ("Nothing was played yet.")
+                               : tr ("There is no session %1; the last one is %2.", name.quoted(),
+                                     sessions.front().name.quoted()));
     return {};
 }
 
@@ -52,7 +53,7 @@ int exportSession (const PlayHistory& history, const SourceItem& session, const 
     const auto fault = history.exportTo (session.id, file);
     if (fault.isNotEmpty())
         return failWith (fault);
-    printLine ("Wrote " + file.getFullPathName() + ".");
+    printLine (tr ("Wrote %1.", file.getFullPathName()));
     return ExitCode::success;
 }
 }
@@ -62,18 +63,19 @@ int runHistory (const juce::StringArray& arguments)
     const VerbOptions given (options, arguments);
     if (given.has ("--help"))
     {
-        printLine (helpText ("history [SESSION|last [OUT.m3u|OUT.tsv]] [--root DIR] [--library FILE]",
-                             "Prints the sessions in which songs were played; with the name of one its songs "
-                             "with time and deck,\n"
-                             "or writes them to a file.",
-                             options));
+        printLine (
+            helpText ("history [SESSION|last [OUT.m3u|OUT.tsv]] [--root DIR] [--library FILE]",
+                      N_ ("Prints the sessions in which songs were played; with the name of one its songs "
+                          "with time and deck,\n"
+                          "or writes them to a file."),
+                      options));
         return ExitCode::success;
     }
     if (given.error().isNotEmpty())
         return failWith (given.error());
     const auto& words = given.positional;
     if (words.size() > 2)
-        return failWith ("history doesn't know what to do with " + words[2].quoted() + ".");
+        return failWith (tr ("history doesn't know what to do with %1.", words[2].quoted()));
     Session::Options place;
     place.library = RootFolder::library (given);
     const PlayHistory history (Session (place).historyFolder());

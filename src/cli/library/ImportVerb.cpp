@@ -4,17 +4,18 @@
 #include "cli/TerminalProgress.h"
 #include "cli/library/LibraryVerb.h"
 #include "library/import/ImportFiles.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--playlist", "NAME", "appends the songs to a playlist too, known ones included" },
-    VerbOption { "--automix", nullptr, "appends them to the automix list" },
+    VerbOption { "--playlist", "NAME", N_ ("appends the songs to a playlist too, known ones included") },
+    VerbOption { "--automix", nullptr, N_ ("appends them to the automix list") },
     RootFolder::option,
     RootFolder::libraryOption,
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 }
 
@@ -25,17 +26,17 @@ int runImport (const juce::StringArray& arguments)
     {
         printLine (helpText (
             "import PATH... [--playlist NAME] [--automix] [--root DIR] [--library FILE]",
-            "Brings audio files, and those below folders, into the library with what their tags tell.\n"
-            "What is there already stays as it is. Breaking off keeps what was done.",
+            N_ ("Brings audio files, and those below folders, into the library with what their tags tell.\n"
+                "What is there already stays as it is. Breaking off keeps what was done."),
             options));
         return ExitCode::success;
     }
     if (given.error().isNotEmpty())
         return failWith (given.error());
     if (given.positional.isEmpty())
-        return failWith ("import needs a file or folder.");
+        return failWith (tr ("import needs a file or folder."));
     if (given.has ("--playlist") && given.has ("--automix"))
-        return failWith ("--playlist and --automix don't go together.");
+        return failWith (tr ("--playlist and --automix don't go together."));
     const auto paths = LibraryVerb::importablePaths (given.positional);
     const auto session = paths ? LibraryVerb::open (given, LibraryVerb::Use::write) : nullptr;
     if (session == nullptr)

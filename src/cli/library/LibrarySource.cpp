@@ -5,6 +5,7 @@
 #include "cli/library/SongTable.h"
 #include "library/query/RunQuery.h"
 #include "support/Suggestion.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 #include <array>
@@ -47,8 +48,8 @@ std::optional<LibrarySource> LibrarySource::find (SongDatabase& database, const 
         juce::StringArray words;
         for (const auto& each : kinds)
             words.add (each.word);
-        failWith ("There is no kind " + kindWord.quoted() + "; there are " + kindWords() + "."
-                  + didYouMean (kindWord, words));
+        failWith (tr ("There is no kind %1; there are %2.%3", kindWord.quoted(), kindWords(),
+                      didYouMean (kindWord, words)));
         return {};
     }
     LibrarySource source { kind->kind, {}, -1 };
@@ -56,7 +57,7 @@ std::optional<LibrarySource> LibrarySource::find (SongDatabase& database, const 
         return source;
     if (arguments.isEmpty())
     {
-        failWith ("The kind " + kindWord + " needs a name.");
+        failWith (tr ("The kind %1 needs a name.", kindWord));
         return {};
     }
     source.name = arguments[0];
@@ -70,7 +71,7 @@ std::optional<LibrarySource> LibrarySource::find (SongDatabase& database, const 
         if (count < 0)
             SongTable::unreadable (LibraryCode::ofCount (count));
         else
-            failWith ("No song has the " + kindWord + " " + source.name.quoted() + ".");
+            failWith (tr ("No song has the %1 %2.", kindWord, source.name.quoted()));
         return {};
     }
     const auto item = LibraryVerb::findPlaylist (database, source.kind, source.name);

@@ -8,6 +8,7 @@
 #include "cli/library/SongTable.h"
 #include "support/Suggestion.h"
 #include "support/files/AudioFileTypes.h"
+#include "support/language/Translate.h"
 #include "tracks/TrackFault.h"
 
 #include <algorithm>
@@ -28,20 +29,20 @@ std::optional<std::vector<SourceItem>> playlistsOf (SongDatabase& database, Song
 
 const char* wordFor (SongListKind kind)
 {
-    return kind == SongListKind::smartPlaylist ? "smart playlist" : "playlist";
+    return kind == SongListKind::smartPlaylist ? N_ ("smart playlist") : N_ ("playlist");
 }
 
 juce::String actionHelp (const char* verb, const char* description,
                          std::span<const LibraryVerb::Action> actions, std::span<const VerbOption> options)
 {
-    juce::String text (description);
+    juce::String text = tr (description);
     text << "\n\n";
     for (const auto& action : actions)
         text << "  "
              << (juce::String (verb) + " " + action.name + " " + action.arguments)
                     .trimEnd()
                     .paddedRight (' ', 44)
-             << action.help << "\n";
+             << tr (action.help) << "\n";
     return helpText ((juce::String (verb) + " ACTION ...").toRawUTF8(), text.trimEnd().toRawUTF8(), options);
 }
 }
@@ -58,9 +59,8 @@ int LibraryVerb::runAction (const char* verb, const char* description, std::span
     if (given.error().isNotEmpty())
         return failWith (given.error());
 
-    const auto help = juce::String ("; see platterdex ") + verb + " --help.";
     if (given.positional.isEmpty())
-        return failWith (juce::String (verb) + " needs an action" + help);
+        return failWith (tr ("%1 needs an action; see platterdex %1 --help.", verb));
     const auto name = given.positional[0];
     const auto action =
         std::find_if (actions.begin(), actions.end(), [&name] (const Action& a) { return name == a.name; });
@@ -69,13 +69,13 @@ int LibraryVerb::runAction (const char* verb, const char* description, std::span
         juce::StringArray names;
         for (const auto& each : actions)
             names.add (each.name);
-        return failWith (juce::String (verb) + " has no action " + name.quoted() + help
-                         + didYouMean (name, names));
+        return failWith (tr ("%1 has no action %2; see platterdex %1 --help.%3", verb, name.quoted(),
+                             didYouMean (name, names)));
     }
     given.positional.remove (0);
     if (given.positional.size() < action->least || given.positional.size() > action->most)
-        return failWith (juce::String (verb) + " " + name + " takes "
-                         + (action->most == 0 ? "no argument." : juce::String (action->arguments) + "."));
+        return failWith (action->most == 0 ? tr ("%1 %2 takes no argument.", verb, name)
+                                           : tr ("%1 %2 takes %3.", verb, name, action->arguments));
 
     const auto session = open (given, action->use);
     return session != nullptr ? action->run (*session->library(), given) : ExitCode::badInput;
@@ -107,10 +107,10 @@ std::optional<SourceItem> LibraryVerb::findPlaylist (SongDatabase& database, Son
     std::erase_if (*found, [&name] (const SourceItem& item) { return item.name != name; });
     if (found->size() == 1)
         return found->front();
-    const juce::String word (wordFor (kind));
-    failWith (found->empty() ? "There is no " + word + " " + name.quoted() + "." + didYouMean (name, names)
-                             : "There are " + juce::String (found->size()) + " " + word + "s " + name.quoted()
-                                   + "; they need names of their own first.");
+    const auto word = tr (wordFor (kind));
+    failWith (found->empty() ? tr ("There is no %1 %2.%3", word, name.quoted(), didYouMean (name, names))
+                             : tr ("%1 lists are called %2; they need names of their own first.",
+                                   found->size(), name.quoted()));
     return {};
 }
 
@@ -120,10 +120,10 @@ bool LibraryVerb::isNameFree (SongDatabase& database, SongListKind kind, const j
     if (!all)
         return false;
     if (name.trim().isEmpty())
-        failWith (juce::String ("A ") + wordFor (kind) + " needs a name.");
+        failWith (tr ("The list needs a name."));
     else if (std::any_of (all->begin(), all->end(),
                           [&name] (const SourceItem& item) { return item.name == name; }))
-        failWith (juce::String ("There is a ") + wordFor (kind) + " " + name.quoted() + " already.");
+        failWith (tr ("There is a list %1 already.", name.quoted()));
     else
         return true;
     return false;
@@ -180,7 +180,7 @@ int LibraryVerb::renamePlaylist (SongDatabase& database, SongListKind kind, Verb
         return ExitCode::badInput;
     return ended (kind == SongListKind::smartPlaylist ? database.renameSmartPlaylist (item->id, name)
                                                       : database.renamePlaylist (item->id, name),
-                  "Named it " + name.quoted() + ".");
+                  tr ("Named it %1.", name.quoted()));
 }
 
 int LibraryVerb::deletePlaylist (SongDatabase& database, SongListKind kind, VerbOptions& given)
@@ -190,7 +190,7 @@ int LibraryVerb::deletePlaylist (SongDatabase& database, SongListKind kind, Verb
         return ExitCode::badInput;
     return ended (kind == SongListKind::smartPlaylist ? database.deleteSmartPlaylist (item->id)
                                                       : database.deletePlaylist (item->id),
-                  juce::String ("Deleted the ") + wordFor (kind) + " " + item->name.quoted() + ".");
+                  tr ("Deleted the %1 %2.", tr (wordFor (kind)), item->name.quoted()));
 }
 
 std::optional<juce::StringArray> LibraryVerb::importablePaths (const juce::StringArray& arguments)
@@ -202,8 +202,8 @@ std::optional<juce::StringArray> LibraryVerb::importablePaths (const juce::Strin
         const auto path = file.getFullPathName();
         if (!file.exists() || (!file.isDirectory() && !AudioFileTypes::matches (file)))
         {
-            failWith (path
-                      + (file.exists() ? " is no audio file of a kind that is played." : " does not exist."));
+            failWith (file.exists() ? tr ("%1 is no audio file of a kind that is played.", path)
+                                    : tr ("%1 does not exist.", path));
             return {};
         }
         paths.add (path);
@@ -223,11 +223,11 @@ juce::String LibraryVerb::whyNotStored (int code)
     switch (code)
     {
     case LibraryCode::busy:
-        return "The import ended: another program is writing to the library.";
+        return tr ("The import ended: another program is writing to the library.");
     case LibraryCode::full:
-        return "The import ended: the disk is full.";
+        return tr ("The import ended: the disk is full.");
     default:
-        return "The import ended: the library can't be written to (code " + juce::String (code) + ").";
+        return tr ("The import ended: the library can't be written to (code %1).", code);
     }
 }
 
@@ -240,21 +240,20 @@ int LibraryVerb::importPaths (SongDatabase& database, const juce::StringArray& p
         result = ImportFiles (&database, paths, target, importJudge (Session::decoderBesideBinary()))
                      .run (progress);
     }
-    const auto count = [] (int files)
-    { return juce::String (files) + (files == 1 ? " audio file" : " audio files"); };
+    const auto count = [] (int files) { return trPlural ("%1 audio file", "%1 audio files", files); };
     if (result.isLocked() && result.added == 0)
-        return failWith ("The import ended: another program is writing to the library.");
+        return failWith (tr ("The import ended: another program is writing to the library."));
     for (const auto& refused : result.unplayable)
         failWith (oneLine (refused));
-    printLine (count (result.accepted) + ", " + juce::String (result.added) + " new in the library.");
+    printLine (tr ("%1, %2 new in the library.", count (result.accepted), result.added));
     if (result.code != LibraryCode::ok)
-        return failWith (whyNotStored (result.code) + " " + count (result.refused) + " not stored.");
+        return failWith (tr ("%1 %2 not stored.", whyNotStored (result.code), count (result.refused)));
     if (result.refused > 0)
-        return failWith ("The library refused " + count (result.refused) + ".");
+        return failWith (tr ("The library refused %1.", count (result.refused)));
     if (result.isCancelled)
-        return failWith ("The import was interrupted; what was done is kept.");
+        return failWith (tr ("The import was interrupted; what was done is kept."));
     if (!result.unplayable.isEmpty())
-        return failWith (count (result.unplayable.size()) + " not imported, which no deck could load.");
+        return failWith (tr ("%1 not imported, which no deck could load.", count (result.unplayable.size())));
     return ExitCode::success;
 }
 
@@ -266,13 +265,12 @@ int LibraryVerb::ended (int code, const juce::String& done)
         return ExitCode::success;
     }
     return failWith (code == LibraryCode::busy
-                         ? juce::String ("Nothing was changed: another program is at work in the library.")
-                     : code == LibraryCode::full
-                         ? juce::String ("Nothing was changed: the disk is full.")
-                         : "The library refused the change (code " + juce::String (code) + ").");
+                         ? tr ("Nothing was changed: another program is at work in the library.")
+                     : code == LibraryCode::full ? tr ("Nothing was changed: the disk is full.")
+                                                 : tr ("The library refused the change (code %1).", code));
 }
 
 juce::String LibraryVerb::songs (int count)
 {
-    return juce::String (count) + (count == 1 ? " song" : " songs");
+    return trPlural ("%1 song", "%1 songs", count);
 }

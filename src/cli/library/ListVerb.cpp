@@ -5,22 +5,23 @@
 #include "cli/library/LibraryVerb.h"
 #include "cli/library/SongTable.h"
 #include "support/Suggestion.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--kind", "KIND", "what to list (library)" },
-    VerbOption { "--sort", "COLUMN", "the order (a list's own, or artist)" },
-    VerbOption { "--desc", nullptr, "the other way round" },
+    VerbOption { "--kind", "KIND", N_ ("what to list (library)") },
+    VerbOption { "--sort", "COLUMN", N_ ("the order (a list's own, or artist)") },
+    VerbOption { "--desc", nullptr, N_ ("the other way round") },
     VerbOption { "--search", "TEXT",
-                 "only songs that have all the words, or bpm:120-126, key:8A, year:1990-, rating:>3" },
-    VerbOption { "--in", "COLUMNS", "where --search looks, with commas between (artist,title,album)" },
+                 N_ ("only songs that have all the words, or bpm:120-126, key:8A, year:1990-, rating:>3") },
+    VerbOption { "--in", "COLUMNS", N_ ("where --search looks, with commas between (artist,title,album)") },
     SongTable::columnsOption,
     RootFolder::option,
     RootFolder::libraryOption,
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 std::optional<SongField> fieldNamed (const juce::String& name)
@@ -31,8 +32,8 @@ std::optional<SongField> fieldNamed (const juce::String& name)
         juce::StringArray names;
         for (const auto* each : SongDatabase::columnNames)
             names.add (each);
-        failWith ("There is no column " + name.quoted() + " to sort by or search in; there are "
-                  + names.joinIntoString (", ") + "." + didYouMean (name, names));
+        failWith (tr ("There is no column %1 to sort by or search in; there are %2.%3", name.quoted(),
+                      names.joinIntoString (", "), didYouMean (name, names)));
     }
     return field;
 }
@@ -51,7 +52,7 @@ std::optional<LibraryOrder> orderOf (const VerbOptions& given)
     }
     if (given.has ("--in") && !given.has ("--search"))
     {
-        failWith ("--in says where --search looks, which isn't there.");
+        failWith (tr ("--in says where --search looks, which isn't there."));
         return {};
     }
     if (!given.has ("--search"))
@@ -99,7 +100,7 @@ int list (SongDatabase& database, const VerbOptions& given)
     if (!source)
         return ExitCode::badInput;
     if (!arguments.isEmpty())
-        return failWith ("list doesn't know what to do with " + arguments[0].quoted() + ".");
+        return failWith (tr ("list doesn't know what to do with %1.", arguments[0].quoted()));
 
     SongList songs;
     if (const auto code = source->fill (database, songs, *order); code != LibraryCode::ok)
@@ -114,11 +115,9 @@ int runList (const juce::StringArray& arguments)
     if (given.has ("--help"))
     {
         const auto description =
-            "Prints songs, one a line, below a line with the columns' names, with tabs between.\n"
-            "Kinds: "
-            + LibrarySource::kindWords()
-            + ";\n"
-              "       and albums, artists, genres for the names there are.";
+            tr ("Prints songs, one a line, below a line with the columns' names, with tabs between.\nKinds: "
+                "%1;\n       and albums, artists, genres for the names there are.",
+                LibrarySource::kindWords());
         printLine (
             helpText ("list [--kind KIND [NAME]] [--sort COLUMN] [--desc] [--search TEXT [--in COLUMNS]]\n"
                       "                       [--columns NAMES] [--root DIR] [--library FILE]",

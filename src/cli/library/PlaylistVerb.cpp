@@ -6,6 +6,7 @@
 #include "cli/library/SongTable.h"
 #include "library/exchange/ImportPlaylist.h"
 #include "library/import/ImportFiles.h"
+#include "support/language/Translate.h"
 
 #include <array>
 #include <functional>
@@ -33,7 +34,7 @@ int create (SongDatabase& database, VerbOptions& given)
     int32_t id = -1;
     const auto code = database.createPlaylist (name, nullptr, LibraryVerb::lastPlace (database, kind), &id);
     if (code != LibraryCode::ok || given.positional.isEmpty())
-        return LibraryVerb::ended (code, "Made the playlist " + name.quoted() + ".");
+        return LibraryVerb::ended (code, tr ("Made the playlist %1.", name.quoted()));
     return addPaths (database, id, given.positional);
 }
 
@@ -63,8 +64,9 @@ int removeFrom (SongDatabase& database, const juce::String& name,
     for (const auto place : *places)
         entries.push_back (songs[place].entryId);
     return LibraryVerb::ended (database.removeEntries (item->id, entries),
-                               "Took " + LibraryVerb::songs (static_cast<int> (entries.size())) + " out of "
-                                   + item->name.quoted() + ".");
+                               tr ("Took %1 out of %2.",
+                                   LibraryVerb::songs (static_cast<int> (entries.size())),
+                                   item->name.quoted()));
 }
 
 int remove (SongDatabase& database, VerbOptions& given)
@@ -78,8 +80,7 @@ int remove (SongDatabase& database, VerbOptions& given)
             const auto number = place.containsOnly ("0123456789") ? place.getLargeIntValue() : 0;
             if (number < 1 || number > songs.size())
             {
-                failWith ("The playlist has places 1 to " + juce::String (songs.size()) + ", not "
-                          + place.quoted() + ".");
+                failWith (tr ("The playlist has places 1 to %1, not %2.", songs.size(), place.quoted()));
                 return {};
             }
             places.push_back (static_cast<int> (number) - 1);
@@ -115,29 +116,30 @@ int importFile (SongDatabase& database, VerbOptions& given)
     if (result.code != LibraryCode::ok)
         return failWith (LibraryVerb::whyNotStored (result.code));
     if (result.playlistId >= 0)
-        printLine (juce::String (result.songs) + (result.songs == 1 ? " song, " : " songs, ")
-                   + juce::String (result.added) + " new in the library.");
+        printLine (tr ("%1, %2 new in the library.", LibraryVerb::songs (result.songs), result.added));
     if (!result.isRead)
-        return failWith (file.getFullPathName() + " can't be read to its end as a playlist (.m3u or .xml).");
+        return failWith (
+            tr ("%1 can't be read to its end as a playlist (.m3u or .xml).", file.getFullPathName()));
     return result.playlistId >= 0 ? ExitCode::success : LibraryVerb::ended (LibraryCode::failed, {});
 }
 
 constexpr std::array actions {
-    Action { "list", "", "the playlists, with their numbers of songs", 0, 0, Use::read,
+    Action { "list", "", N_ ("the playlists, with their numbers of songs"), 0, 0, Use::read,
              LibraryVerb::onList<LibraryVerb::printPlaylists, kind> },
-    Action { "show", "NAME", "its songs in order", 1, 1, Use::read,
+    Action { "show", "NAME", N_ ("its songs in order"), 1, 1, Use::read,
              LibraryVerb::onList<LibraryVerb::showPlaylist, kind> },
-    Action { "create", "NAME [PATH...]", "a new playlist", 1, LibraryVerb::anyNumber, Use::write, create },
-    Action { "add", "NAME PATH...", "appends files and folders, which are imported if need be", 2,
+    Action { "create", "NAME [PATH...]", N_ ("a new playlist"), 1, LibraryVerb::anyNumber, Use::write,
+             create },
+    Action { "add", "NAME PATH...", N_ ("appends files and folders, which are imported if need be"), 2,
              LibraryVerb::anyNumber, Use::change, add },
-    Action { "remove", "NAME PLACE...", "takes out songs by their lines in show, from 1", 2,
+    Action { "remove", "NAME PLACE...", N_ ("takes out songs by their lines in show, from 1"), 2,
              LibraryVerb::anyNumber, Use::change, remove },
-    Action { "clear", "NAME", "takes out all songs", 1, 1, Use::change, clear },
-    Action { "import", "FILE.m3u|FILE.xml [NAME]", "a new one from another program's file", 1, 2, Use::write,
-             importFile },
-    Action { "rename", "NAME NEWNAME", "gives it another name", 2, 2, Use::change,
+    Action { "clear", "NAME", N_ ("takes out all songs"), 1, 1, Use::change, clear },
+    Action { "import", "FILE.m3u|FILE.xml [NAME]", N_ ("a new one from another program's file"), 1, 2,
+             Use::write, importFile },
+    Action { "rename", "NAME NEWNAME", N_ ("gives it another name"), 2, 2, Use::change,
              LibraryVerb::onList<LibraryVerb::renamePlaylist, kind> },
-    Action { "delete", "NAME", "its songs stay in the library", 1, 1, Use::change,
+    Action { "delete", "NAME", N_ ("its songs stay in the library"), 1, 1, Use::change,
              LibraryVerb::onList<LibraryVerb::deletePlaylist, kind> },
 };
 
@@ -145,12 +147,12 @@ constexpr std::array options {
     SongTable::columnsOption,
     RootFolder::option,
     RootFolder::libraryOption,
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 }
 
 int runPlaylist (const juce::StringArray& arguments)
 {
-    return LibraryVerb::runAction ("playlist", "Makes, fills and shows playlists.", actions, options,
+    return LibraryVerb::runAction ("playlist", N_ ("Makes, fills and shows playlists."), actions, options,
                                    arguments);
 }

@@ -5,6 +5,7 @@
 #include "cli/library/LibraryVerb.h"
 #include "cli/library/SongTable.h"
 #include "library/import/MovedFiles.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
@@ -13,7 +14,7 @@ namespace
 constexpr std::array options {
     RootFolder::option,
     RootFolder::libraryOption,
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 int printMissing (SongDatabase& database)
@@ -38,7 +39,7 @@ int relocate (SongDatabase& database, const juce::StringArray& arguments)
     {
         const auto folder = juce::File::getCurrentWorkingDirectory().getChildFile (argument);
         if (!folder.isDirectory())
-            return failWith ("There is no folder " + argument.quoted() + ".");
+            return failWith (tr ("There is no folder %1.", argument.quoted()));
         folders.add (folder.getFullPathName());
     }
     RelocateResult result;
@@ -48,12 +49,11 @@ int relocate (SongDatabase& database, const juce::StringArray& arguments)
     }
     for (const auto& doubtful : result.doubtful)
         failWith (oneLine (doubtful));
-    printLine (LibraryVerb::songs (result.missing) + " missing, " + juce::String (result.found)
-               + " found again.");
+    printLine (tr ("%1 missing, %2 found again.", LibraryVerb::songs (result.missing), result.found));
     if (result.code != LibraryCode::ok)
         return failWith (LibraryVerb::whyNotStored (result.code));
     if (result.isCancelled)
-        return failWith ("The search was interrupted; nothing was changed.");
+        return failWith (tr ("The search was interrupted; nothing was changed."));
     return result.doubtful.isEmpty() ? ExitCode::success : ExitCode::badInput;
 }
 }
@@ -63,11 +63,12 @@ int runRelocate (const juce::StringArray& arguments)
     const VerbOptions given (options, arguments);
     if (given.has ("--help"))
     {
-        printLine (helpText ("relocate [FOLDER...] [--root DIR] [--library FILE]",
-                             "Finds the files of missing songs again below folders, by name, size and tags. "
-                             "The songs stay in their\n"
-                             "lists. Without a folder, prints the paths of the missing songs.",
-                             options));
+        printLine (
+            helpText ("relocate [FOLDER...] [--root DIR] [--library FILE]",
+                      N_ ("Finds the files of missing songs again below folders, by name, size and tags. "
+                          "The songs stay in their\n"
+                          "lists. Without a folder, prints the paths of the missing songs."),
+                      options));
         return ExitCode::success;
     }
     if (given.error().isNotEmpty())

@@ -3,16 +3,17 @@
 #include "cli/TerminalOutput.h"
 #include "cli/library/LibraryVerb.h"
 #include "cli/library/SongTable.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--missing", nullptr, "all songs whose files are gone" },
+    VerbOption { "--missing", nullptr, N_ ("all songs whose files are gone") },
     RootFolder::option,
     RootFolder::libraryOption,
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 /** Takes the songs of the library that a test of their path picks. @returns the code of the database */
@@ -54,9 +55,9 @@ int remove (SongDatabase& database, const VerbOptions& given)
     if (code != LibraryCode::ok)
         return SongTable::unreadable (code);
     if (songs.size() == 0 && !given.has ("--missing"))
-        return failWith ("The library has no song " + paths.joinIntoString (" or ") + ".");
+        return failWith (tr ("The library has no song %1.", paths.joinIntoString (" or ")));
     return LibraryVerb::ended (database.deleteSongs (&songs),
-                               "Took " + LibraryVerb::songs (songs.size()) + " out of the library.");
+                               tr ("Took %1 out of the library.", LibraryVerb::songs (songs.size())));
 }
 }
 
@@ -67,14 +68,14 @@ int runRemove (const juce::StringArray& arguments)
     {
         printLine (helpText (
             "remove PATH...|--missing [--root DIR] [--library FILE]",
-            "Takes songs, and those below folders, out of the library and its lists. Their files stay.",
+            N_ ("Takes songs, and those below folders, out of the library and its lists. Their files stay."),
             options));
         return ExitCode::success;
     }
     if (given.error().isNotEmpty())
         return failWith (given.error());
     if (given.positional.isEmpty() != given.has ("--missing"))
-        return failWith ("remove needs a file or folder, or --missing.");
+        return failWith (tr ("remove needs a file or folder, or --missing."));
     const auto session = LibraryVerb::open (given, LibraryVerb::Use::change);
     return session != nullptr ? remove (*session->library(), given) : ExitCode::badInput;
 }

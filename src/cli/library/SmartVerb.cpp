@@ -4,6 +4,7 @@
 #include "cli/library/LibraryVerb.h"
 #include "cli/library/SongTable.h"
 #include "library/smart/SmartPlaylist.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
@@ -33,21 +34,21 @@ std::optional<SmartPlaylist> readRules (const VerbOptions& given)
 {
     if (!given.has ("--rules"))
     {
-        failWith ("smart create needs --rules FILE; smart rules NAME prints an example.");
+        failWith (tr ("smart create needs --rules FILE; smart rules NAME prints an example."));
         return {};
     }
     const auto file = given.fileOf ("--rules");
     const auto path = file.getFullPathName();
     SmartPlaylist rules;
     if (!file.existsAsFile())
-        failWith (path + " does not exist.");
+        failWith (tr ("%1 does not exist.", path));
     else if (file.getSize() > largestRules || !parseXml (file.loadFileAsString(), rules))
-        failWith (path + " holds no rules of a smart playlist.");
+        failWith (tr ("%1 holds no rules of a smart playlist.", path));
     else if (std::any_of (rules.rules.begin(), rules.rules.end(),
                           [] (const SmartRule& rule) { return rule.field < 0 || rule.operatorNumber < 0; }))
-        failWith (path + " has a rule with a field or an operator that there isn't.");
+        failWith (tr ("%1 has a rule with a field or an operator that there isn't.", path));
     else if (buildSql (rules).isEmpty())
-        failWith (path + " has neither a rule nor a limit.");
+        failWith (tr ("%1 has neither a rule nor a limit.", path));
     else
         return rules;
     return {};
@@ -61,34 +62,34 @@ int create (SongDatabase& database, VerbOptions& given)
         return ExitCode::badInput;
     return LibraryVerb::ended (database.createSmartPlaylist (name, buildSql (*rules), buildXml (*rules),
                                                              LibraryVerb::lastPlace (database, kind)),
-                               "Made the smart playlist " + name.quoted() + ".");
+                               tr ("Made the smart playlist %1.", name.quoted()));
 }
 
 constexpr std::array actions {
-    Action { "list", "", "the smart playlists, with their numbers of songs", 0, 0, Use::read,
+    Action { "list", "", N_ ("the smart playlists, with their numbers of songs"), 0, 0, Use::read,
              LibraryVerb::onList<LibraryVerb::printPlaylists, kind> },
-    Action { "show", "NAME", "the songs that fit now", 1, 1, Use::read,
+    Action { "show", "NAME", N_ ("the songs that fit now"), 1, 1, Use::read,
              LibraryVerb::onList<LibraryVerb::showPlaylist, kind> },
-    Action { "rules", "NAME", "its rules as XML", 1, 1, Use::read, printRules },
-    Action { "create", "NAME --rules FILE.xml", "a new one", 1, 1, Use::write, create },
-    Action { "rename", "NAME NEWNAME", "gives it another name", 2, 2, Use::change,
+    Action { "rules", "NAME", N_ ("its rules as XML"), 1, 1, Use::read, printRules },
+    Action { "create", "NAME --rules FILE.xml", N_ ("a new one"), 1, 1, Use::write, create },
+    Action { "rename", "NAME NEWNAME", N_ ("gives it another name"), 2, 2, Use::change,
              LibraryVerb::onList<LibraryVerb::renamePlaylist, kind> },
-    Action { "delete", "NAME", "its songs stay in the library", 1, 1, Use::change,
+    Action { "delete", "NAME", N_ ("its songs stay in the library"), 1, 1, Use::change,
              LibraryVerb::onList<LibraryVerb::deletePlaylist, kind> },
 };
 
 constexpr std::array options {
-    VerbOption { "--rules", "FILE", "rules as smart rules prints them" },
+    VerbOption { "--rules", "FILE", N_ ("rules as smart rules prints them") },
     SongTable::columnsOption,
     RootFolder::option,
     RootFolder::libraryOption,
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 }
 
 int runSmart (const juce::StringArray& arguments)
 {
-    return LibraryVerb::runAction ("smart",
-                                   "Makes and shows smart playlists: lists that choose their songs by rules.",
-                                   actions, options, arguments);
+    return LibraryVerb::runAction (
+        "smart", N_ ("Makes and shows smart playlists: lists that choose their songs by rules."), actions,
+        options, arguments);
 }

@@ -2,6 +2,7 @@
 
 #include "cli/TerminalOutput.h"
 #include "support/Suggestion.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 
@@ -40,8 +41,8 @@ std::optional<SongTable> SongTable::withColumns (const VerbOptions& given)
             juce::StringArray names;
             for (const auto& info : songColumns)
                 names.add (info.name);
-            failWith ("There is no column " + name.trim().quoted() + "; there are "
-                      + names.joinIntoString (", ") + "." + didYouMean (name.trim(), names));
+            failWith (tr ("There is no column %1; there are %2.%3", name.trim().quoted(),
+                          names.joinIntoString (", "), didYouMean (name.trim(), names)));
             return {};
         }
         table.columns.push_back (*column);
@@ -51,7 +52,7 @@ std::optional<SongTable> SongTable::withColumns (const VerbOptions& given)
 
 int SongTable::unreadable (int code)
 {
-    return failWith ("The list can't be read (code " + juce::String (code) + ").");
+    return failWith (tr ("The list can't be read (code %1).", code));
 }
 
 int SongTable::print (SongDatabase& database, const SongList& list) const

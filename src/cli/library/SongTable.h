@@ -2,6 +2,7 @@
 
 #include "cli/VerbOptions.h"
 #include "library/database/SongDatabase.h"
+#include "support/language/Translate.h"
 
 #include <optional>
 #include <vector>
@@ -12,7 +13,7 @@ class SongTable
 {
 public:
     inline static constexpr VerbOption columnsOption { "--columns", "NAMES",
-                                                       "column names with commas between, or all" };
+                                                       N_ ("column names with commas between, or all") };
 
     /** @returns nothing, after a report, for a column that there isn't */
     static std::optional<SongTable> withColumns (const VerbOptions&);

@@ -7,19 +7,20 @@
 #include "midi/native/ModelMapping.h"
 #include "midi/native/table/ModelList.h"
 #include "midi/native/table/ModelPage.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--list", nullptr, "prints all models, and how each is served" },
-    VerbOption { "--show", "MODEL", "prints the page of a model: its controls, functions and lamps" },
-    VerbOption { "--pages", "FOLDER", "writes the pages of all models with tables" },
+    VerbOption { "--list", nullptr, N_ ("prints all models, and how each is served") },
+    VerbOption { "--show", "MODEL", N_ ("prints the page of a model: its controls, functions and lamps") },
+    VerbOption { "--pages", "FOLDER", N_ ("writes the pages of all models with tables") },
     VerbOption { "--mapping", "MODEL",
-                 "writes a model's table as a mapping into FILE, to be changed and loaded" },
-    VerbOption { "--script", "MODEL", "writes it as a script" },
-    VerbOption { "--help", nullptr, "this text" },
+                 N_ ("writes a model's table as a mapping into FILE, to be changed and loaded") },
+    VerbOption { "--script", "MODEL", N_ ("writes it as a script") },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 constexpr const char* usage =
@@ -27,7 +28,7 @@ constexpr const char* usage =
 
 void list()
 {
-    std::vector<juce::StringArray> rows { { "model", "name", "served by", "controls", "lamps" } };
+    std::vector<juce::StringArray> rows { { "model", "name", tr ("served by"), "controls", "lamps" } };
     for (int model = 0; model < ModelList::count; ++model)
     {
         const auto& entry = ModelList::entry (model);
@@ -53,11 +54,11 @@ int writeTable (int model, const juce::File& file, bool asScript)
 {
     const auto* table = ModelList::entry (model).table;
     if (table == nullptr)
-        return failWith (juce::String (ModelList::entry (model).name) + " has no table to write.");
+        return failWith (tr ("%1 has no table to write.", ModelList::entry (model).name));
     MidiMapping mapping;
     fillMapping (*table, mapping);
     if (!(asScript ? generateMidiScript (mapping, file) : saveMidiMapping (mapping, file)))
-        return failWith (file.getFullPathName() + " can't be written.");
+        return failWith (tr ("%1 can't be written.", file.getFullPathName()));
     return ExitCode::success;
 }
 }
@@ -73,14 +74,14 @@ int runControllers (const juce::StringArray& arguments)
         return failWith (given.error());
     if (given.has ("--help"))
     {
-        printLine (helpText (usage, "Tells of the controllers that are known by number, and of their tables.",
-                             options));
+        printLine (helpText (
+            usage, N_ ("Tells of the controllers that are known by number, and of their tables."), options));
         return ExitCode::success;
     }
     const auto wantsFile = mapped >= 0 || scripted >= 0;
     if (given.has ("--list") + (shown >= 0) + given.has ("--pages") + (mapped >= 0) + (scripted >= 0) != 1
         || given.positional.size() != (wantsFile ? 1 : 0))
-        return failWith (juce::String (usage) + ": one of these; see platterdex controllers --help.");
+        return failWith (tr ("%1: one of these; see platterdex controllers --help.", usage));
     if (wantsFile)
         return writeTable (wantsFile && mapped >= 0 ? mapped : scripted,
                            juce::File::getCurrentWorkingDirectory().getChildFile (given.positional[0]),
@@ -90,6 +91,6 @@ int runControllers (const juce::StringArray& arguments)
     else if (shown >= 0)
         printLine (modelPage (shown).trimEnd());
     else if (!writePages (given.fileOf ("--pages")))
-        return failWith (given.fileOf ("--pages").getFullPathName() + " can't be written to.");
+        return failWith (tr ("%1 can't be written to.", given.fileOf ("--pages").getFullPathName()));
     return ExitCode::success;
 }

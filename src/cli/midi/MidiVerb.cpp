@@ -4,6 +4,7 @@
 #include "cli/TerminalOutput.h"
 #include "cli/VerbOptions.h"
 #include "midi/ports/MidiPortSet.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
@@ -12,10 +13,11 @@ namespace
 constexpr int longestRun = 1'000'000;
 
 constexpr std::array options {
-    VerbOption { "--list", nullptr, "prints the ports that are there" },
-    VerbOption { "--monitor", nullptr, "prints every message of all inputs, also of those that come later" },
-    VerbOption { "--seconds", "SECONDS", "ends the monitor by itself" },
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--list", nullptr, N_ ("prints the ports that are there") },
+    VerbOption { "--monitor", nullptr,
+                 N_ ("prints every message of all inputs, also of those that come later") },
+    VerbOption { "--seconds", "SECONDS", N_ ("ends the monitor by itself") },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 /** A number of milliseconds as "12.345". */
@@ -29,14 +31,15 @@ juce::String wordsOf (std::span<const uint8_t> message)
     if (message.size() != 3)
         return message[0] == 0xf0 ? "SysEx" : juce::String();
     const juce::MidiMessage midi (message[0], message[1], message[2]);
-    const auto channel = "channel " + juce::String (midi.getChannel());
+    const auto channel = tr ("channel %1", midi.getChannel());
     const juce::String data (message[1]), value (message[2]);
     if (midi.isNoteOnOrOff())
-        return channel + " note " + data + (midi.isNoteOn() ? " on " + value : " off");
+        return midi.isNoteOn() ? tr ("%1 note %2 on %3", channel, data, value)
+                               : tr ("%1 note %2 off", channel, data);
     if (midi.isController())
-        return channel + " controller " + data + " = " + value;
+        return tr ("%1 controller %2 = %3", channel, data, value);
     if (midi.isPitchWheel())
-        return channel + " pitch bend " + juce::String (midi.getPitchWheelValue());
+        return tr ("%1 pitch bend %2", channel, midi.getPitchWheelValue());
     return {};
 }
 
@@ -66,7 +69,7 @@ void list (const MidiPortService& ports)
             printLine (juce::String (direction == MidiDirection::input ? "input   " : "output  ") + port.name
                        + (port.place > 0 ? " (" + juce::String (port.place + 1) + ")" : juce::String()));
     if (ports.ports (MidiDirection::input).empty() && ports.ports (MidiDirection::output).empty())
-        printLine ("(No MIDI I/O available)");
+        printLine (tr ("(No MIDI I/O available)"));
 }
 
 void monitor (MidiPortService& ports, juce::int64 seconds)
@@ -84,7 +87,7 @@ void monitor (MidiPortService& ports, juce::int64 seconds)
                 if (!row.isWanted)
                 {
                     set.setInputEnabled (row.name, true, row.index);
-                    printLine ("Listening to " + row.title());
+                    printLine (tr ("Listening to %1", row.title()));
                 }
         }
         juce::Thread::sleep (20);
@@ -104,12 +107,12 @@ int runMidi (const juce::StringArray& arguments)
     {
         printLine (helpText (
             "midi --list | --monitor [--seconds SECONDS]",
-            "Shows the MIDI ports of the ALSA sequencer and of JACK, and what comes in through them.",
+            N_ ("Shows the MIDI ports of the ALSA sequencer and of JACK, and what comes in through them."),
             options));
         return ExitCode::success;
     }
     if (given.has ("--list") == given.has ("--monitor") || !given.positional.isEmpty())
-        return failWith ("midi takes --list or --monitor; see platterdex midi --help.");
+        return failWith (tr ("midi takes --list or --monitor; see platterdex midi --help."));
 
     MidiPortService ports (MidiPortService::systemBackends());
     ports.lookNow();

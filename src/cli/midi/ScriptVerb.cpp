@@ -3,6 +3,7 @@
 #include "cli/Verbs.h"
 #include "midi/script/ScriptLanguage.h"
 #include "midi/script/ShippedScripts.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
@@ -10,9 +11,9 @@ namespace
 {
 constexpr std::array options {
     VerbOption { "--check", nullptr,
-                 "build the scripts and print what the compiler says; nothing of them runs" },
-    VerbOption { "--examples", "FOLDER", "write px_commands.h and the example scripts into a folder" },
-    VerbOption { "--help", nullptr, "this text" },
+                 N_ ("build the scripts and print what the compiler says; nothing of them runs") },
+    VerbOption { "--examples", "FOLDER", N_ ("write px_commands.h and the example scripts into a folder") },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 /** "script.c:3:5: error: ..." */
@@ -37,7 +38,7 @@ bool check (const juce::File& file)
     for (const auto& message : built.messages)
         reportLine (lineOf (message));
     if (built.program)
-        printLine (oneLine (file.getFullPathName()) + ": fine");
+        printLine (tr ("%1: fine", oneLine (file.getFullPathName())));
     return built.program.has_value();
 }
 }
@@ -49,11 +50,11 @@ int runScript (const juce::StringArray& arguments)
         return failWith (given.error());
     if (given.has ("--help"))
     {
-        printLine (helpText (
-            "script FILE... --check",
-            "Builds scripts for MIDI controllers and prints errors and warnings, each with its file, line\n"
-            "and column. Ends with 0 if all of them could run, else with 2.",
-            options));
+        printLine (helpText ("script FILE... --check",
+                             N_ ("Builds scripts for MIDI controllers and prints errors and warnings, each "
+                                 "with its file, line\n"
+                                 "and column. Ends with 0 if all of them could run, else with 2."),
+                             options));
         return ExitCode::success;
     }
     if (given.has ("--examples"))
@@ -61,12 +62,12 @@ int runScript (const juce::StringArray& arguments)
         const auto folder = given.fileOf ("--examples");
         return ShippedScripts::install (folder)
                    ? ExitCode::success
-                   : failWith ("The scripts can't be written into " + folder.getFullPathName() + ".");
+                   : failWith (tr ("The scripts can't be written into %1.", folder.getFullPathName()));
     }
     if (given.positional.isEmpty())
-        return failWith ("script needs the name of a script.");
+        return failWith (tr ("script needs the name of a script."));
     if (!given.has ("--check"))
-        return failWith ("script needs --check; scripts run in the program's window.");
+        return failWith (tr ("script needs --check; scripts run in the program's window."));
 
     auto areFine = true;
     for (const auto& name : given.positional)

@@ -1,6 +1,7 @@
 #include "cli/mix/MixTempo.h"
 
 #include "cli/TerminalOutput.h"
+#include "support/language/Translate.h"
 
 #include <cmath>
 
@@ -43,10 +44,10 @@ void MixTempo::prepare (int entering)
     if (!follows)
     {
         engine.transport.setPitch (entering, ownTempo);
-        reportLine ("platterdex: " + oneLine (deck.texts().filePath) + " is at "
-                    + juce::String (deck.marks.bpm, 1) + " BPM too far from "
-                    + juce::String (onAir.marks.bpm * onAir.tempo.factor, 1)
-                    + " BPM for sync to hold: it plays in its own tempo.");
+        reportLine ("platterdex: "
+                    + tr ("%1 is at %2 BPM too far from %3 BPM for sync to hold: it plays in its own tempo.",
+                          oneLine (deck.texts().filePath), juce::String (deck.marks.bpm, 1),
+                          juce::String (onAir.marks.bpm * onAir.tempo.factor, 1)));
     }
     engine.settings.automixSync = follows ? 1 : 0;
 }

@@ -5,6 +5,7 @@
 #include "library/formats/M3u.h"
 #include "library/import/FolderWalk.h"
 #include "support/files/AudioFileTypes.h"
+#include "support/language/Translate.h"
 #include "tracks/FileAnalysis.h"
 
 #include <algorithm>
@@ -14,20 +15,20 @@ namespace
 void skip (const juce::String& path, const juce::String& reason, int& skipped)
 {
     ++skipped;
-    reportLine ("platterdex: " + oneLine (path) + " was skipped: " + reason);
+    reportLine ("platterdex: " + tr ("%1 was skipped: %2", oneLine (path), reason));
 }
 
 void addPlaylist (const juce::File& playlist, juce::StringArray& tracks, int& skipped)
 {
     juce::FileInputStream stream (playlist);
     if (stream.failedToOpen())
-        return skip (playlist.getFullPathName(), "it can't be read.", skipped);
+        return skip (playlist.getFullPathName(), tr ("it can't be read."), skipped);
     M3u::read (stream,
                [&] (const juce::String& line, juce::int64)
                {
                    const auto path = M3u::findFile (line, playlist.getParentDirectory());
                    if (path.isEmpty())
-                       skip (line, "there is no such file.", skipped);
+                       skip (line, tr ("there is no such file."), skipped);
                    else
                        tracks.add (path);
                    return true;
@@ -51,11 +52,11 @@ juce::StringArray MixTracks::find (const juce::StringArray& arguments, int& skip
                                         return true;
                                     });
         else if (!file.existsAsFile())
-            skip (path, "there is no such file.", skipped);
+            skip (path, tr ("there is no such file."), skipped);
         else if (file.hasFileExtension ("m3u;m3u8"))
             addPlaylist (file, tracks, skipped);
         else if (!AudioFileTypes::matches (file))
-            skip (path, "it is no audio file of a kind that is played.", skipped);
+            skip (path, tr ("it is no audio file of a kind that is played."), skipped);
         else
             tracks.add (path);
     }
@@ -70,7 +71,7 @@ std::vector<MixTracks::Track> MixTracks::analyse (const juce::StringArray& paths
     Pacing pacing (Pacing::Mode::offline);
     for (int i = 0; i < paths.size(); ++i)
     {
-        progress.setStatusText ("Analysing " + paths[i]);
+        progress.setStatusText (tr ("Analysing %1", paths[i]));
         FileAnalysis::Request request;
         request.track = juce::File (paths[i]);
         request.folder = beatmarks;

@@ -10,6 +10,7 @@
 #include "session/LibraryAutomix.h"
 #include "session/Session.h"
 #include "settings/SettingsFile.h"
+#include "support/language/Translate.h"
 
 #include <juce_events/juce_events.h>
 
@@ -19,22 +20,22 @@
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--out", "FILE", "the mix as a 16-bit stereo WAV file" },
-    VerbOption { "--fade", "SECONDS", "length of a crossfade, 0 to 120 (15)" },
-    VerbOption { "--no-sync", nullptr, "every track in its own tempo" },
-    VerbOption { "--bass-swap", nullptr, "the low bands follow the crossfade" },
-    VerbOption { "--order", "ORDER", "given, or tempo: from slow to fast (given)" },
-    VerbOption { "--report", "FILE", "what was played when, as comma-separated values" },
-    VerbOption { "--rate", "HZ", "8000 to 192000 (44100)" },
+    VerbOption { "--out", "FILE", N_ ("the mix as a 16-bit stereo WAV file") },
+    VerbOption { "--fade", "SECONDS", N_ ("length of a crossfade, 0 to 120 (15)") },
+    VerbOption { "--no-sync", nullptr, N_ ("every track in its own tempo") },
+    VerbOption { "--bass-swap", nullptr, N_ ("the low bands follow the crossfade") },
+    VerbOption { "--order", "ORDER", N_ ("given, or tempo: from slow to fast (given)") },
+    VerbOption { "--report", "FILE", N_ ("what was played when, as comma-separated values") },
+    VerbOption { "--rate", "HZ", N_ ("8000 to 192000 (44100)") },
     RootFolder::option,
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 constexpr const char* usage =
     "mix PATH|LIST.m3u|DIR ... --out FILE [--fade SECONDS] [--no-sync] [--bass-swap]\n"
     "                      [--order given|tempo] [--report FILE] [--rate HZ] [--root DIR]";
 
-constexpr const char* description =
+constexpr const char* description = N_ (
     "Mixes tracks by automix, faster than real time: one after the other, in tempo and phase, until the\n"
     "last has ended. A track whose tempo is beyond 10 % of the one before, and of its half and double, "
     "plays\n"
@@ -44,7 +45,7 @@ constexpr const char* description =
     "A file that can't be played is one line on the error output, and exit code 2 at the end.\n"
     "\n"
     "The report has a line for each track: track,start,end,tempo,offset_ms, with times in seconds and the\n"
-    "distance of its beats from those of the track before: the median while both are heard.";
+    "distance of its beats from those of the track before: the median while both are heard.");
 
 constexpr int blockFrames = 512;
 
@@ -83,7 +84,7 @@ int fillAutomixList (SongDatabase& database, const std::vector<MixTracks::Track>
         if (database.idOfFilename (path) < 0)
         {
             ++skipped;
-            reportLine ("platterdex: " + oneLine (path) + " was skipped: The library doesn't take it.");
+            reportLine ("platterdex: " + tr ("%1 was skipped: The library doesn't take it.", oneLine (path)));
         }
     database.addFilesToAutomix (paths);
     return skipped;
@@ -116,12 +117,12 @@ juce::String render (OfflineHost& host, const LibraryAutomix& list, const juce::
     while (!list.isAtEnd() || !isOver (engine))
     {
         if (progress.shouldExit())
-            return "The mix was interrupted; nothing was written.";
+            return tr ("The mix was interrupted; nothing was written.");
         if (begin < 0 && hasTrack (engine))
         {
             begin = host.position();
             if (!engine.recorder.startRecording (out, engine.getSampleRate()))
-                return out.getFullPathName() + " can't be written.";
+                return tr ("%1 can't be written.", out.getFullPathName());
         }
         host.render (blockFrames);
         host.waitForLoads();
@@ -134,8 +135,8 @@ juce::String render (OfflineHost& host, const LibraryAutomix& list, const juce::
     }
     engine.recorder.stopRecording();
     if (begin >= 0 && out.getSize() < bytesPerFrame * engine.recorder.recordedFrames)
-        return "The mix can't be written: the disk is full or failing.";
-    return begin < 0 ? juce::String ("None of the tracks can be played.") : juce::String();
+        return tr ("The mix can't be written: the disk is full or failing.");
+    return begin < 0 ? tr ("None of the tracks can be played.") : juce::String();
 }
 
 int mix (const VerbOptions& given, const Options& wanted, const Folders& folders)
@@ -154,16 +155,16 @@ int mix (const VerbOptions& given, const Options& wanted, const Folders& folders
                                      userSettings.tempoRangeIndex, AdecSharedLibrary (decoderFile), progress,
                                      skipped);
         if (progress.shouldExit())
-            return failWith ("The mix was interrupted; nothing was written.");
+            return failWith (tr ("The mix was interrupted; nothing was written."));
         if (wanted.isByTempo)
             MixTracks::sortByTempo (tracks);
         skipped += fillAutomixList (database, tracks, progress);
     }
     if (tracks.empty())
-        return failWith ("There is no track to mix.");
+        return failWith (tr ("There is no track to mix."));
     const auto out = given.fileOf ("--out");
     if (std::any_of (tracks.begin(), tracks.end(), [&out] (const auto& track) { return track.file == out; }))
-        return failWith (out.getFullPathName() + " is one of the tracks; the mix would replace it.");
+        return failWith (tr ("%1 is one of the tracks; the mix would replace it.", out.getFullPathName()));
 
     // The engine works beside the user's settings, on copies of the analyses.
     const Folders engineFolders { run.folder };
@@ -197,15 +198,13 @@ int mix (const VerbOptions& given, const Options& wanted, const Folders& folders
     if (fault.isNotEmpty())
         return failWith (fault);
     if (!part.overwriteTargetFileWithTemporary())
-        return failWith (out.getFullPathName() + " can't be written.");
+        return failWith (tr ("%1 can't be written.", out.getFullPathName()));
     if (given.has ("--report") && !given.fileOf ("--report").replaceWithText (csv))
-        return failWith (given.fileOf ("--report").getFullPathName() + " can't be written.");
-    printLine ("Wrote " + out.getFullPathName() + ", a mix of "
-               + juce::String (static_cast<int> (tracks.size()))
-               + (tracks.size() == 1 ? " track." : " tracks."));
+        return failWith (tr ("%1 can't be written.", given.fileOf ("--report").getFullPathName()));
+    printLine (trPlural ("Wrote %2, a mix of %1 track.", "Wrote %2, a mix of %1 tracks.",
+                         static_cast<int> (tracks.size()), out.getFullPathName()));
     if (skipped > 0)
-        return failWith (juce::String (skipped)
-                         + (skipped == 1 ? " track is missing in it." : " tracks are missing in it."));
+        return failWith (trPlural ("%1 track is missing in it.", "%1 tracks are missing in it.", skipped));
     return ExitCode::success;
 }
 }
@@ -223,14 +222,14 @@ int runMix (const juce::StringArray& arguments)
     if (given.error().isNotEmpty())
         return failWith (given.error());
     if (given.positional.isEmpty())
-        return failWith ("mix needs tracks, playlists or folders; see platterdex mix --help.");
+        return failWith (tr ("mix needs tracks, playlists or folders; see platterdex mix --help."));
     if (!given.has ("--out"))
-        return failWith ("mix needs --out FILE.");
+        return failWith (tr ("mix needs --out FILE."));
     if (!requireEnding (given.fileOf ("--out"), "wav"))
         return ExitCode::badInput;
     const auto order = given.has ("--order") ? given.valueOf ("--order") : juce::String ("given");
     if (order != "given" && order != "tempo")
-        return failWith ("--order is given or tempo, not " + order.quoted() + ".");
+        return failWith (tr ("--order is given or tempo, not %1.", order.quoted()));
     const auto folders = RootFolder::find (given);
     if (!folders)
         return ExitCode::badInput;

@@ -4,14 +4,15 @@
 #include "cli/TerminalTable.h"
 #include "cli/VerbOptions.h"
 #include "engine/CommandTable.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--tsv", nullptr, "columns between tabs, for other programs" },
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--tsv", nullptr, N_ ("columns between tabs, for other programs") },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 constexpr std::array columns { "number", "kind", "constant", "name", "write", "read", "state" };
@@ -57,15 +58,15 @@ int runCommands (const juce::StringArray& arguments)
         return failWith (given.error());
     if (given.has ("--help"))
     {
-        printLine (
-            helpText ("commands [--tsv]",
-                      "Prints the commands that sets, scripts and hosts use: number, kind, constant, name,\n"
-                      "what a write does, what a read gives, and whether the command does anything yet.",
-                      options));
+        printLine (helpText (
+            "commands [--tsv]",
+            N_ ("Prints the commands that sets, scripts and hosts use: number, kind, constant, name,\n"
+                "what a write does, what a read gives, and whether the command does anything yet."),
+            options));
         return ExitCode::success;
     }
     if (!given.positional.isEmpty())
-        return failWith ("commands takes no argument, not \"" + given.positional[0] + "\".");
+        return failWith (tr ("commands takes no argument, not \"%1\".", given.positional[0]));
 
     printTable (makeRows(), given.has ("--tsv"));
     return ExitCode::success;

@@ -6,15 +6,16 @@
 #include "instruments/presets/SmartKnobLibrary.h"
 #include "instruments/slicegate/FactoryPresets.h"
 #include "settings/Folders.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--root", "DIR", "lists the user's files of this folder" },
-    VerbOption { "--tsv", nullptr, "columns between tabs, for other programs" },
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--root", "DIR", N_ ("lists the user's files of this folder") },
+    VerbOption { "--tsv", nullptr, N_ ("columns between tabs, for other programs") },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 juce::String textOf (std::string_view words)
@@ -27,7 +28,7 @@ void addFiles (std::vector<juce::StringArray>& rows, const char* instrument, con
     auto files = folder.findChildFiles (juce::File::findFiles, false, "*.xml");
     files.sort();
     for (const auto& file : files)
-        rows.push_back ({ instrument, "-", "User files", oneLine (file.getFullPathName()) });
+        rows.push_back ({ instrument, "-", tr ("User files"), oneLine (file.getFullPathName()) });
 }
 
 std::vector<juce::StringArray> makeRows (const Folders& folders)
@@ -55,13 +56,13 @@ int runPresets (const juce::StringArray& arguments)
     {
         printLine (helpText (
             "presets [--tsv] [--root DIR]",
-            "Prints the presets of pads and SmartKnobs: the program's own with the ids that sets use,\n"
-            "and the user's files.",
+            N_ ("Prints the presets of pads and SmartKnobs: the program's own with the ids that sets use,\n"
+                "and the user's files."),
             options));
         return ExitCode::success;
     }
     if (!given.positional.isEmpty())
-        return failWith ("presets takes no argument, not \"" + given.positional[0] + "\".");
+        return failWith (tr ("presets takes no argument, not \"%1\".", given.positional[0]));
     auto folders = Folders::ofProcess();
     if (given.has ("--root"))
         folders.root = given.fileOf ("--root");

@@ -2,6 +2,7 @@
 
 #include "cli/TerminalOutput.h"
 #include "settings/Folders.h"
+#include "support/language/Translate.h"
 
 RunRoot::RunRoot (const VerbOptions& given) : isTemporary (!given.has ("--root"))
 {
@@ -9,13 +10,15 @@ RunRoot::RunRoot (const VerbOptions& given) : isTemporary (!given.has ("--root")
                                .getChildFile ("platterdex-" + juce::Uuid().toString())
                          : given.fileOf ("--root");
     if (folder.createDirectory().failed() || !folder.hasWriteAccess())
-        fault = "The folder " + folder.getFullPathName() + " can't be made or written.";
+        fault = tr ("The folder %1 can't be made or written.", folder.getFullPathName());
     if (isTemporary || fault.isNotEmpty())
         return;
     isHeld = lock.emplace (Folders { folder }.setup()).take();
     if (!isHeld)
-        reportLine ("platterdex: Another program has the folder " + folder.getFullPathName()
-                    + " in use; settings, pads and SmartKnobs of this run are not kept.");
+        reportLine ("platterdex: "
+                    + tr ("Another program has the folder %1 in use; settings, pads and SmartKnobs of this "
+                          "run are not kept.",
+                          folder.getFullPathName()));
 }
 
 RunRoot::~RunRoot()
@@ -27,6 +30,8 @@ RunRoot::~RunRoot()
 void RunRoot::warnOfLostRecordings() const
 {
     if (isTemporary && Folders { folder }.diskRecorder().getNumberOfChildFiles (juce::File::findFiles) > 0)
-        reportLine ("platterdex: The set made a recording that is removed with the run's temporary folder; "
-                    "--root DIR keeps it.");
+        reportLine (
+            "platterdex: "
+            + tr ("The set made a recording that is removed with the run's temporary folder; --root DIR "
+                  "keeps it."));
 }

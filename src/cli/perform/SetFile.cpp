@@ -3,6 +3,7 @@
 #include "cli/TerminalOutput.h"
 #include "offline/SetPerformance.h"
 #include "session/Session.h"
+#include "support/language/Translate.h"
 
 namespace
 {
@@ -14,19 +15,20 @@ std::optional<SetScript> readSetFile (const juce::File& file)
     const auto path = file.getFullPathName();
     if (file.isDirectory() || !file.exists())
     {
-        failWith (path + (file.isDirectory() ? " is a folder, not a set." : " does not exist."));
+        failWith (file.isDirectory() ? tr ("%1 is a folder, not a set.", path)
+                                     : tr ("%1 does not exist.", path));
         return {};
     }
     juce::FileInputStream stream (file);
     juce::MemoryBlock bytes;
     if (stream.failedToOpen())
     {
-        failWith (path + " can't be read.");
+        failWith (tr ("%1 can't be read.", path));
         return {};
     }
     if (stream.readIntoMemoryBlock (bytes, static_cast<ssize_t> (largestSet) + 1) > largestSet)
     {
-        failWith (path + " is larger than 64 MB, too large for a set.");
+        failWith (tr ("%1 is larger than 64 MB, too large for a set.", path));
         return {};
     }
 
@@ -63,6 +65,6 @@ juce::StringArray performSetFile (const SetScript& script, OfflineHost& host, co
 int endOfSet (const juce::StringArray& notLoaded)
 {
     for (const auto& path : notLoaded)
-        failWith (oneLine (path) + " was not loaded, and is missing in what was performed.");
+        failWith (tr ("%1 was not loaded, and is missing in what was performed.", oneLine (path)));
     return notLoaded.isEmpty() ? ExitCode::success : ExitCode::badInput;
 }

@@ -5,16 +5,17 @@
 #include "deck/state/DeckNumbers.h"
 #include "settings/SettingNames.h"
 #include "settings/SettingsFile.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--changed", nullptr, "only what is not as it was at first" },
-    VerbOption { "--tsv", nullptr, "columns between tabs, for other programs" },
+    VerbOption { "--changed", nullptr, N_ ("only what is not as it was at first") },
+    VerbOption { "--tsv", nullptr, N_ ("columns between tabs, for other programs") },
     RootFolder::option,
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 std::vector<juce::StringArray> makeRows (const EngineSettings& now, const EngineSettings& atFirst,
@@ -28,7 +29,7 @@ std::vector<juce::StringArray> makeRows (const EngineSettings& now, const Engine
             const auto value = setting.valueIn (now), rest = setting.valueIn (atFirst);
             if (!changedOnly || value != rest)
                 rows.push_back ({ setting.fullName(), value, rest,
-                                  juce::String (row.meaning.data(), row.meaning.size()) });
+                                  tr (juce::String (row.meaning.data(), row.meaning.size())) });
         }
     return rows;
 }
@@ -41,13 +42,14 @@ int runSettings (const juce::StringArray& arguments)
     {
         printLine (helpText (
             "settings [--changed] [--tsv] [--root DIR]",
-            "Lists the settings: their names as sets write them, their values and their meaning.", options));
+            N_ ("Lists the settings: their names as sets write them, their values and their meaning."),
+            options));
         return ExitCode::success;
     }
     if (given.error().isNotEmpty())
         return failWith (given.error());
     if (!given.positional.isEmpty())
-        return failWith ("settings takes no \"" + given.positional[0] + "\".");
+        return failWith (tr ("settings takes no \"%1\".", given.positional[0]));
     const auto folders = RootFolder::find (given);
     if (!folders)
         return ExitCode::badInput;

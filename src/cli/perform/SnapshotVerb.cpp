@@ -6,6 +6,7 @@
 #include "cli/perform/SetFile.h"
 #include "cli/perform/WavInput.h"
 #include "session/Session.h"
+#include "support/language/Translate.h"
 #include "text/ZRRenderer.h"
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/browser/table/TableColumn.h"
@@ -26,21 +27,24 @@
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--out", "FILE.png", "the picture" },
-    VerbOption { "--size", "WxH", "of the window, 1024x296 to 2560x2560 (1280x800)" },
-    VerbOption { "--scale", "FACTOR", "1, 1.25, 1.5 or 2: pixels of the picture for one of the window (1)" },
-    VerbOption { "--four", nullptr, "four decks instead of two" },
-    VerbOption { "--after", "SET.txt", "paints what stands there when this set has been performed" },
-    VerbOption { "--in", "FILE", "a WAV file of up to 10 channels for the inputs of the set" },
+    VerbOption { "--out", "FILE.png", N_ ("the picture") },
+    VerbOption { "--size", "WxH", N_ ("of the window, 1024x296 to 2560x2560 (1280x800)") },
+    VerbOption { "--scale", "FACTOR",
+                 N_ ("1, 1.25, 1.5 or 2: pixels of the picture for one of the window (1)") },
+    VerbOption { "--four", nullptr, N_ ("four decks instead of two") },
+    VerbOption { "--after", "SET.txt", N_ ("paints what stands there when this set has been performed") },
+    VerbOption { "--in", "FILE", N_ ("a WAV file of up to 10 channels for the inputs of the set") },
     VerbOption { "--tab", "NAME",
-                 "the page of the block between the decks: mixer, fx, sampler, wav, vst or env" },
+                 N_ ("the page of the block between the decks: mixer, fx, sampler, wav, vst or env") },
     VerbOption {
         "--view", "NAME",
-        "only a part: header, decka to deckd, global, ghost, browser or parameters; or a window of its own: "
-        "midi-mapping, midi-ports, midi-scripts, timecode, control-cd, plugins, plugin-hangs, pad-editor or "
-        "knob-editor (of deck A's first), or preferences, or preferences-PAGE by a word of its name" },
-    VerbOption { "--root", "DIR", "where the engine keeps its settings (a folder removed at the end)" },
-    VerbOption { "--help", nullptr, "this text" },
+        N_ ("only a part: header, decka to deckd, global, ghost, browser or parameters; or a window of its "
+            "own: "
+            "midi-mapping, midi-ports, midi-scripts, timecode, control-cd, plugins, plugin-hangs, pad-editor "
+            "or "
+            "knob-editor (of deck A's first), or preferences, or preferences-PAGE by a word of its name") },
+    VerbOption { "--root", "DIR", N_ ("where the engine keeps its settings (a folder removed at the end)") },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 constexpr const char* pagePrefix = "preferences-";
@@ -85,33 +89,33 @@ Request readRequest (const VerbOptions& given)
         if (!isWholeNumber (width) || !isWholeNumber (height) || request.size.x < EditorLayout::minimumWidth
             || request.size.y < EditorLayout::minimumHeight
             || std::max (request.size.x, request.size.y) > EditorLayout::maximum)
-            request.fault = "--size takes a width and a height from 1024x296 to 2560x2560, not \""
-                            + given.valueOf ("--size") + "\".";
+            request.fault = tr ("--size takes a width and a height from 1024x296 to 2560x2560, not \"%1\".",
+                                given.valueOf ("--size"));
     }
     if (given.has ("--scale"))
     {
         const juce::StringArray known { "1", "1.25", "1.5", "2" };
         request.scale = given.valueOf ("--scale").getFloatValue();
         if (!known.contains (given.valueOf ("--scale")))
-            request.fault = "--scale takes 1, 1.25, 1.5 or 2, not \"" + given.valueOf ("--scale") + "\".";
+            request.fault = tr ("--scale takes 1, 1.25, 1.5 or 2, not \"%1\".", given.valueOf ("--scale"));
     }
     if (given.has ("--tab"))
     {
         const juce::StringArray tabs (GlobalComponent::names.data(), GlobalComponent::tabs);
         request.tab = tabs.indexOf (given.valueOf ("--tab"), true);
         if (request.tab < 0)
-            request.fault = "There is no page \"" + given.valueOf ("--tab")
-                            + "\"; --tab takes mixer, fx, sampler, wav, vst or env.";
+            request.fault = tr ("There is no page \"%1\"; --tab takes mixer, fx, sampler, wav, vst or env.",
+                                given.valueOf ("--tab"));
     }
     if (given.has ("--view"))
     {
         request.view = given.valueOf ("--view").toLowerCase();
         if (!views().contains (request.view) && !request.view.startsWith (pagePrefix))
-            request.fault = "There is no view \"" + given.valueOf ("--view") + "\"; --view takes "
-                            + views().joinIntoString (", ") + ".";
+            request.fault = tr ("There is no view \"%1\"; --view takes %2.", given.valueOf ("--view"),
+                                views().joinIntoString (", "));
     }
     if ((request.view == "deckc" || request.view == "deckd") && !given.has ("--four"))
-        request.fault = "Decks C and D are seen with --four only.";
+        request.fault = tr ("Decks C and D are seen with --four only.");
     return request;
 }
 
@@ -257,9 +261,9 @@ juce::String browse (SongManager& browser, const SetScript& script)
                           [&text] (const auto& each) { return text.equalsIgnoreCase (each.text); });
         auto& songs = browser.songs();
         if (line->action == Action::source && !browser.showSourceNamed (text))
-            return "The browser has no source \"" + text + "\".";
+            return tr ("The browser has no source \"%1\".", text);
         if (line->action == Action::sort && column == columns.end())
-            return "The browser has no column \"" + text + "\".";
+            return tr ("The browser has no column \"%1\".", text);
         if (line->action == Action::sort)
             songs.sortBy (column->id, line->number > 0);
         else if (line->action == Action::search)
@@ -309,13 +313,13 @@ bool writePng (const juce::Image& image, const juce::File& file)
 int snapshot (const VerbOptions& given)
 {
     if (!given.positional.isEmpty())
-        return failWith ("snapshot takes options only; see platterdex snapshot --help.");
+        return failWith (tr ("snapshot takes options only; see platterdex snapshot --help."));
     if (!given.has ("--out"))
-        return failWith ("snapshot needs --out FILE.png for the picture.");
+        return failWith (tr ("snapshot needs --out FILE.png for the picture."));
     if (!requireEnding (given.fileOf ("--out"), "png"))
         return ExitCode::badInput;
     if (given.has ("--after") && given.fileOf ("--out") == given.fileOf ("--after"))
-        return failWith ("--out and --after name the same file.");
+        return failWith (tr ("--out and --after name the same file."));
     const auto request = readRequest (given);
     if (request.fault.isNotEmpty())
         return failWith (request.fault);
@@ -351,8 +355,8 @@ int snapshot (const VerbOptions& given)
 
     const auto file = given.fileOf ("--out");
     if (!writePng (paintEditor (host.engine(), request, script), file))
-        return failWith (file.getFullPathName() + " can't be written.");
-    printLine ("Wrote " + file.getFullPathName() + ".");
+        return failWith (tr ("%1 can't be written.", file.getFullPathName()));
+    printLine (tr ("Wrote %1.", file.getFullPathName()));
     return endOfSet (notLoaded);
 }
 }
@@ -364,8 +368,8 @@ int runSnapshot (const juce::StringArray& arguments)
     {
         printLine (helpText (
             usage,
-            "Paints the window as it would stand on a screen, without one. Twice the same command gives "
-            "the same picture.",
+            N_ ("Paints the window as it would stand on a screen, without one. Twice the same command gives "
+                "the same picture."),
             options));
         return ExitCode::success;
     }

@@ -1,12 +1,14 @@
 #include "cli/perform/WavInput.h"
 
+#include "support/language/Translate.h"
+
 WavInput::WavInput (const juce::File& file, double sampleRate, int maxChannels)
 {
     const auto path = file.getFullPathName();
     if (file.isDirectory())
-        fault = path + " can't be read: it is a folder.";
+        fault = tr ("%1 can't be read: it is a folder.", path);
     else if (!file.existsAsFile())
-        fault = path + " does not exist.";
+        fault = tr ("%1 does not exist.", path);
     if (fault.isNotEmpty())
         return;
 
@@ -14,13 +16,11 @@ WavInput::WavInput (const juce::File& file, double sampleRate, int maxChannels)
     if (stream != nullptr)
         reader.reset (juce::WavAudioFormat().createReaderFor (stream.release(), true));
     if (reader == nullptr || reader->numChannels < 1)
-        fault = path + " is not a WAV file.";
+        fault = tr ("%1 is not a WAV file.", path);
     else if (static_cast<int> (reader->numChannels) > maxChannels)
-        fault = path + " has " + juce::String (reader->numChannels) + " channels, more than the "
-                + juce::String (maxChannels) + " inputs.";
+        fault = tr ("%1 has %2 channels, more than the %3 inputs.", path, reader->numChannels, maxChannels);
     else if (reader->sampleRate != sampleRate)
-        fault = path + " has a rate of " + juce::String (reader->sampleRate) + " Hz, the run has "
-                + juce::String (sampleRate) + " Hz.";
+        fault = tr ("%1 has a rate of %2 Hz, the run has %3 Hz.", path, reader->sampleRate, sampleRate);
 }
 
 void WavInput::read (juce::AudioBuffer<float>& inputs, juce::int64 firstFrame)

@@ -1,5 +1,7 @@
 #include "cli/perform/WavOutput.h"
 
+#include "support/language/Translate.h"
+
 #include <filesystem>
 
 namespace
@@ -24,22 +26,22 @@ WavOutput::WavOutput (const juce::File& wanted, double sampleRate, int numChanne
 {
     if (target.isDirectory())
     {
-        fail ("it is a folder");
+        fail (tr ("it is a folder"));
         return;
     }
     if (isInTheWay (target))
     {
-        fail ("it is not a plain file");
+        fail (tr ("it is not a plain file"));
         return;
     }
     if (!target.getParentDirectory().isDirectory())
     {
-        fail ("its folder does not exist");
+        fail (tr ("its folder does not exist"));
         return;
     }
     if (target.existsAsFile() && !target.hasWriteAccess())
     {
-        fail ("it is write-protected");
+        fail (tr ("it is write-protected"));
         return;
     }
 
@@ -47,27 +49,27 @@ WavOutput::WavOutput (const juce::File& wanted, double sampleRate, int numChanne
     auto file = part->getFile().createOutputStream();
     if (file == nullptr)
     {
-        fail ("no file can be made in its folder");
+        fail (tr ("no file can be made in its folder"));
         return;
     }
     writer.reset (juce::WavAudioFormat().createWriterFor (
         file.get(), sampleRate, static_cast<unsigned int> (numChannels), 32, {}, 0));
     if (writer == nullptr)
-        fail ("its format is impossible");
+        fail (tr ("its format is impossible"));
     else
         stream = file.release();
 }
 
 bool WavOutput::fail (const juce::String& reason)
 {
-    fault = target.getFullPathName() + " can't be written: " + reason + ".";
+    fault = tr ("%1 can't be written: %2.", target.getFullPathName(), reason);
     return false;
 }
 
 bool WavOutput::write (const float* const* channels, int frames)
 {
     return (writer != nullptr && writer->writeFromFloatArrays (channels, writer->getNumChannels(), frames))
-           || fail ("the disk is full or failing");
+           || fail (tr ("the disk is full or failing"));
 }
 
 bool WavOutput::finish()
@@ -79,6 +81,6 @@ bool WavOutput::finish()
     const auto status = stream->getStatus();
     writer.reset();
     if (status.failed())
-        return fail ("the disk is full or failing");
-    return part->overwriteTargetFileWithTemporary() || fail ("it can't be replaced");
+        return fail (tr ("the disk is full or failing"));
+    return part->overwriteTargetFileWithTemporary() || fail (tr ("it can't be replaced"));
 }

@@ -5,6 +5,7 @@
 #include "cli/VerbOptions.h"
 #include "cli/Verbs.h"
 #include "plugins/scan/ScanThread.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
@@ -13,12 +14,12 @@ namespace
 constexpr int longestSkip = 3600;
 
 constexpr std::array options {
-    VerbOption { "--again", nullptr, "scans plug-ins too that are known and have not changed" },
-    VerbOption { "--popups", nullptr, "lets plug-ins show windows" },
-    VerbOption { "--skip-after", "SECONDS", "gives a plug-in up that takes longer (60)" },
-    VerbOption { "--tabs", nullptr, "puts tabs between the columns of the list" },
+    VerbOption { "--again", nullptr, N_ ("scans plug-ins too that are known and have not changed") },
+    VerbOption { "--popups", nullptr, N_ ("lets plug-ins show windows") },
+    VerbOption { "--skip-after", "SECONDS", N_ ("gives a plug-in up that takes longer (60)") },
+    VerbOption { "--tabs", nullptr, N_ ("puts tabs between the columns of the list") },
     RootFolder::option,
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 const char* wordOf (IPCPluginScanner::Outcome outcome)
@@ -84,14 +85,14 @@ int runPlugins (const juce::StringArray& arguments)
     {
         printLine (helpText (
             "plugins scan DIR... | list",
-            "Scans folders for VST, VST3 and LV2 plug-ins in a process of its own, so that one that\n"
-            "crashes is marked and not offered; lists the plug-ins that are known.",
+            N_ ("Scans folders for VST, VST3 and LV2 plug-ins in a process of its own, so that one that\n"
+                "crashes is marked and not offered; lists the plug-ins that are known."),
             options));
         return ExitCode::success;
     }
     const auto isScan = given.positional[0] == "scan" && given.positional.size() > 1;
     if (!isScan && !(given.positional[0] == "list" && given.positional.size() == 1))
-        return failWith ("plugins takes scan DIR... or list; see platterdex plugins --help.");
+        return failWith (tr ("plugins takes scan DIR... or list; see platterdex plugins --help."));
     const auto folders = RootFolder::find (given);
     if (!folders)
         return ExitCode::badInput;
@@ -107,7 +108,7 @@ int runPlugins (const juce::StringArray& arguments)
     {
         const auto folder = juce::File::getCurrentWorkingDirectory().getChildFile (given.positional[i]);
         if (!folder.exists())
-            return failWith ("There is no folder " + folder.getFullPathName() + ".");
+            return failWith (tr ("There is no folder %1.", folder.getFullPathName()));
         scanOptions.searchPaths.add (folder);
     }
     scanOptions.again = given.has ("--again");
@@ -116,6 +117,6 @@ int runPlugins (const juce::StringArray& arguments)
     scanOptions.scanner.log = folders->setup().getChildFile ("plugin_scan.log");
     scan (known, scanOptions);
     if (!known->save())
-        return failWith ("The list of plug-ins could not be written.");
+        return failWith (tr ("The list of plug-ins could not be written."));
     return ExitCode::success;
 }

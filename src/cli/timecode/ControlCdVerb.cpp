@@ -3,6 +3,7 @@
 #include "cli/Interruption.h"
 #include "cli/TerminalOutput.h"
 #include "cli/VerbOptions.h"
+#include "support/language/Translate.h"
 #include "timecode/ControlDisc.h"
 #include "timecode/ControlDiscFile.h"
 
@@ -12,9 +13,9 @@
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--out", "FILE.wav", "the file to write" },
-    VerbOption { "--minutes", "N", "minutes of it, 1 to 27 (all)" },
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--out", "FILE.wav", N_ ("the file to write") },
+    VerbOption { "--minutes", "N", N_ ("minutes of it, 1 to 27 (all)") },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 constexpr double frameSeconds = controlDisc::cyclesPerFrame / controlDisc::carrierHz;
@@ -27,7 +28,7 @@ int runControlCd (const juce::StringArray& arguments)
     {
         printLine (helpText (
             "control-cd --out FILE.wav",
-            "Writes the control disc, to burn on a CD or to play from any player into a deck's input.",
+            N_ ("Writes the control disc, to burn on a CD or to play from any player into a deck's input."),
             options));
         return ExitCode::success;
     }
@@ -35,7 +36,7 @@ int runControlCd (const juce::StringArray& arguments)
     if (given.error().isNotEmpty())
         return failWith (given.error());
     if (!given.has ("--out") || !given.positional.isEmpty())
-        return failWith ("control-cd needs --out FILE.wav.");
+        return failWith (tr ("control-cd needs --out FILE.wav."));
     const auto file = given.fileOf ("--out");
     if (!requireEnding (file, ".wav"))
         return ExitCode::badInput;
@@ -53,7 +54,7 @@ int runControlCd (const juce::StringArray& arguments)
                                          });
     if (fault.isNotEmpty())
         return failWith (fault);
-    printLine ("Wrote " + juce::String (written * frameSeconds, 1) + " s of the control disc to "
-               + file.getFullPathName() + ".");
+    printLine (tr ("Wrote %1 s of the control disc to %2.", juce::String (written * frameSeconds, 1),
+                   file.getFullPathName()));
     return ExitCode::success;
 }

@@ -2,6 +2,7 @@
 
 #include "cli/TerminalOutput.h"
 #include "cli/VerbOptions.h"
+#include "support/language/Translate.h"
 #include "timecode/TimecodeDecoder.h"
 
 #include <juce_audio_formats/juce_audio_formats.h>
@@ -12,9 +13,9 @@
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--medium", "NAME", "the record or disc that was played (cd)" },
-    VerbOption { "--list", nullptr, "the names of all media" },
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--medium", "NAME", N_ ("the record or disc that was played (cd)") },
+    VerbOption { "--list", nullptr, N_ ("the names of all media") },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 void listMedia()
@@ -56,11 +57,11 @@ int runTimecode (const juce::StringArray& arguments)
         return failWith (given.error());
     if (given.has ("--help"))
     {
-        printLine (helpText (
-            "timecode FILE.wav --medium NAME",
-            "Decodes a recorded control signal: a line each millisecond with time, speed (1 is nominal) and\n"
-            "position in seconds of the medium, -1 while it is unknown.",
-            options));
+        printLine (helpText ("timecode FILE.wav --medium NAME",
+                             N_ ("Decodes a recorded control signal: a line each millisecond with time, "
+                                 "speed (1 is nominal) and\n"
+                                 "position in seconds of the medium, -1 while it is unknown."),
+                             options));
         return ExitCode::success;
     }
     if (given.has ("--list"))
@@ -69,20 +70,20 @@ int runTimecode (const juce::StringArray& arguments)
         return ExitCode::success;
     }
     if (given.positional.size() != 1)
-        return failWith ("timecode needs one WAV file.");
+        return failWith (tr ("timecode needs one WAV file."));
     const auto name = given.has ("--medium") ? given.valueOf ("--medium") : juce::String ("cd");
     const auto* medium = findControlMedium (name.toStdString());
     if (medium == nullptr)
-        return failWith ("There is no medium " + name.quoted() + "; timecode --list names them.");
+        return failWith (tr ("There is no medium %1; timecode --list names them.", name.quoted()));
 
     const auto file = juce::File::getCurrentWorkingDirectory().getChildFile (given.positional[0]);
     if (!file.existsAsFile())
-        return failWith ("There is no file " + file.getFullPathName() + ".");
+        return failWith (tr ("There is no file %1.", file.getFullPathName()));
     const std::unique_ptr<juce::AudioFormatReader> reader (
         juce::WavAudioFormat().createReaderFor (file.createInputStream().release(), true));
     if (reader == nullptr || reader->numChannels < 2 || reader->sampleRate < 8000
         || reader->sampleRate > 384000)
-        return failWith (file.getFullPathName() + " is no stereo WAV file of 8 to 384 kHz.");
+        return failWith (tr ("%1 is no stereo WAV file of 8 to 384 kHz.", file.getFullPathName()));
     decode (*reader, *medium);
     return ExitCode::success;
 }

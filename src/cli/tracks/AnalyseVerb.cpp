@@ -10,6 +10,7 @@
 #include "session/SimilarRoom.h"
 #include "settings/SettingsFile.h"
 #include "support/files/AudioFileTypes.h"
+#include "support/language/Translate.h"
 #include "tracks/FileAnalysis.h"
 
 #include <array>
@@ -22,15 +23,15 @@
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--beats", nullptr, "a line for each mark behind the line of a file" },
-    VerbOption { "--jobs", "N", "files at the same time, 1 to 64 (1)" },
-    VerbOption { "--force", nullptr, "also files whose analysis is kept; what hands have set stays" },
+    VerbOption { "--beats", nullptr, N_ ("a line for each mark behind the line of a file") },
+    VerbOption { "--jobs", "N", N_ ("files at the same time, 1 to 64 (1)") },
+    VerbOption { "--force", nullptr, N_ ("also files whose analysis is kept; what hands have set stays") },
     RootFolder::option,
     RootFolder::libraryOption,
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
-constexpr const char* description =
+constexpr const char* description = N_ (
     "Finds tempo, beats and loudness of audio files, and of those below folders, and keeps them for the "
     "decks.\n"
     "What is kept already is only read. The library, where there is one, learns the tempos of its songs. "
@@ -43,7 +44,7 @@ constexpr const char* description =
     "confidence is how sure it is that the beats are right, 0 to 100: below 50 listen before you trust them. "
     "A\n"
     "grid that a hand has moved says 100, one of an analysis by an older version nothing.\n"
-    "A file that can't be analysed is one line on the error output, and exit code 2 at the end.";
+    "A file that can't be analysed is one line on the error output, and exit code 2 at the end.");
 
 struct Finding
 {
@@ -172,7 +173,7 @@ int analyseAll (const juce::StringArray& tracks, Session& session, const VerbOpt
     {
         const auto finding = promised[static_cast<size_t> (i)].get_future().get();
         if (finding.result.isCancelled)
-            return failWith ("The analysis was interrupted; what was done is kept.");
+            return failWith (tr ("The analysis was interrupted; what was done is kept."));
         if (finding.result.fault.isNotEmpty())
             exitCode = failWith (oneLine (tracks[i]) + ": " + finding.result.fault);
         else
@@ -182,8 +183,8 @@ int analyseAll (const juce::StringArray& tracks, Session& session, const VerbOpt
                 !found.beatMarks->empty() && found.tempoTracker > 0.0)
                 session.noteTempo (tracks[i], found.tempoTracker);
             if (!finding.result.isWritten)
-                exitCode = failWith (oneLine (tracks[i]) + ": The analysis can't be written below "
-                                     + folders.beatmarks().getFullPathName() + ".");
+                exitCode = failWith (tr ("%1: The analysis can't be written below %2.", oneLine (tracks[i]),
+                                         folders.beatmarks().getFullPathName()));
         }
     }
     return exitCode;
@@ -204,7 +205,7 @@ int runAnalyse (const juce::StringArray& arguments)
     if (given.error().isNotEmpty())
         return failWith (given.error());
     if (given.positional.isEmpty())
-        return failWith ("analyse needs a file or folder.");
+        return failWith (tr ("analyse needs a file or folder."));
     const auto folders = RootFolder::find (given);
     if (!folders)
         return ExitCode::badInput;

@@ -3,13 +3,14 @@
 #include "cli/TerminalOutput.h"
 #include "cli/VerbOptions.h"
 #include "demo/DemoFiles.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
 juce::String describe (const DemoTrack& track)
@@ -29,13 +30,13 @@ int runDemoTracks (const juce::StringArray& arguments)
         return failWith (given.error());
     if (given.has ("--help"))
     {
-        printLine (helpText ("demo-tracks DIR",
-                             "Writes the demo tracks that are missing into a folder and lists all of them.",
-                             options));
+        printLine (helpText (
+            "demo-tracks DIR",
+            N_ ("Writes the demo tracks that are missing into a folder and lists all of them."), options));
         return ExitCode::success;
     }
     if (given.positional.size() != 1)
-        return failWith ("demo-tracks needs one folder.");
+        return failWith (tr ("demo-tracks needs one folder."));
 
     const auto folder = juce::File::getCurrentWorkingDirectory().getChildFile (given.positional[0]);
     if (const auto result = writeDemoTracks (folder); result.error.isNotEmpty())

@@ -8,6 +8,7 @@
 #include "session/similar/KeyText.h"
 #include "settings/SettingsFile.h"
 #include "support/Suggestion.h"
+#include "support/language/Translate.h"
 #include "tracks/FileAnalysis.h"
 
 #include <array>
@@ -16,22 +17,22 @@
 namespace
 {
 constexpr std::array options {
-    VerbOption { "--limit", "N", "most songs, 1 to 1000 (20)" },
+    VerbOption { "--limit", "N", N_ ("most songs, 1 to 1000 (20)") },
     VerbOption { "--by", "WHAT",
-                 "what counts most: sound, balanced or mix, which is tempo and key (balanced)" },
-    VerbOption { "--wheel", nullptr, "keys as hours of the circle of fifths: 8B, 8A" },
+                 N_ ("what counts most: sound, balanced or mix, which is tempo and key (balanced)") },
+    VerbOption { "--wheel", nullptr, N_ ("keys as hours of the circle of fifths: 8B, 8A") },
     RootFolder::option,
     RootFolder::libraryOption,
-    VerbOption { "--help", nullptr, "this text" },
+    VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
-constexpr const char* description =
+constexpr const char* description = N_ (
     "Prints the songs of the library that fit an audio file, best first, one a line with tabs between:\n"
     "how alike they sound in percent of all songs that are farther away, the change of tempo that makes "
     "them\n"
     "meet, with half and double, the relation of the keys, and who they are. Only songs that were analysed "
     "are\n"
-    "compared; the file itself is analysed if need be. Copies of the same recording are left out.";
+    "compared; the file itself is analysed if need be. Copies of the same recording are left out.");
 
 /** Makes sure that a track's sound is known. @returns a sentence on why it is not, or nothing */
 juce::String hear (Session& session, const juce::File& track)
@@ -39,8 +40,8 @@ juce::String hear (Session& session, const juce::File& track)
     auto& sounds = *SimilarRoom::of (session).sounds;
     const auto path = track.getFullPathName();
     if (!sounds.open())
-        return "Nothing can be compared: " + SoundSession::libraryBesideBinary().getFullPathName()
-               + " is missing or of another version.";
+        return tr ("Nothing can be compared: %1 is missing or of another version.",
+                   SoundSession::libraryBesideBinary().getFullPathName());
     if (sounds.isKnown (path))
         return {};
     EngineSettings settings;
@@ -57,11 +58,11 @@ juce::String hear (Session& session, const juce::File& track)
     const auto result = FileAnalysis::run (request, decoder, pacing);
     SimilarRoom::of (session).settle();
     if (result.isCancelled || interruption.isInterrupted())
-        return "The analysis was interrupted.";
+        return tr ("The analysis was interrupted.");
     if (result.fault.isNotEmpty())
         return oneLine (path) + ": " + result.fault;
     return sounds.isKnown (path) ? juce::String()
-                                 : oneLine (path) + ": Too little of it sounds to be compared.";
+                                 : tr ("%1: Too little of it sounds to be compared.", oneLine (path));
 }
 
 int print (Session& session, const juce::File& track, const SimilarSongs::Options& wanted,
@@ -102,14 +103,14 @@ int runSimilar (const juce::StringArray& arguments)
     if (given.error().isNotEmpty())
         return failWith (given.error());
     if (given.positional.size() != 1)
-        return failWith ("similar needs one file.");
+        return failWith (tr ("similar needs one file."));
     const auto by = given.has ("--by") ? given.valueOf ("--by") : juce::String ("balanced");
     juce::StringArray priorities;
     for (const auto& priority : SimilarSongs::priorities)
         priorities.add (priority.value);
     if (!priorities.contains (by))
-        return failWith ("--by is one of " + priorities.joinIntoString (", ") + ", not " + by.quoted() + "."
-                         + didYouMean (by, priorities));
+        return failWith (tr ("--by is one of %1, not %2.%3", priorities.joinIntoString (", "), by.quoted(),
+                             didYouMean (by, priorities)));
     wanted.limit = static_cast<size_t> (*limit);
     wanted.weights = SimilarSongs::weightsOf (by);
 

@@ -6,6 +6,7 @@
 #include "deck/sync/MasterDeck.h"
 #include "library/tags/ReadTags.h"
 #include "support/files/AudioFileTypes.h"
+#include "support/language/Translate.h"
 #include "tracks/TrackFault.h"
 #include "tracks/TrackMeasure.h"
 #include "tracks/similar/SoundSession.h"
@@ -209,7 +210,8 @@ void DeckLoader::fail (const juce::File& file, const juce::String& reason)
 {
     if (world.settings.automixOn != 0 && index < 2)
         deck().play.loadNext = 1;
-    world.listeners.postText ("*** Load Error ***|" + file.getFileName() + "|" + reason, index);
+    world.listeners.postText ("*** " + tr ("Load Error") + " ***|" + file.getFileName() + "|" + reason,
+                              index);
     world.listeners.post (EngineEvent::loadFailed, index);
 }
 
@@ -219,9 +221,9 @@ void DeckLoader::tellShortened (const juce::File& file, double stated)
     const auto tell = [&] (const juce::String& title, const juce::String& line)
     { world.listeners.postText ("*** " + title + " ***|" + file.getFileName() + "|" + line, index); };
     if (deck().track.loadedFrames >= PXAudioSampleBuffer::maxFrames)
-        tell ("Track Too Long", "Only its first " + clockText (seconds) + " fit into memory.");
+        tell (tr ("Track Too Long"), tr ("Only its first %1 fit into memory.", clockText (seconds)));
     else if (stated - seconds > shortBySeconds && stated * (1.0 - shortByShare) > seconds)
-        tell ("Incomplete File", "It ends at " + clockText (seconds) + " of " + clockText (stated) + ".");
+        tell (tr ("Incomplete File"), tr ("It ends at %1 of %2.", clockText (seconds), clockText (stated)));
 }
 
 void DeckLoader::analyse (const std::stop_token& stop)
@@ -306,12 +308,14 @@ void DeckLoaders::load (const juce::File& file, int deckIndex)
     {
         if (automix && deckIndex < 2)
             deck->play.loadNext = 1;
-        world.listeners.postText (
-            "*** Load Error ***|" + file.getFileName() + "|" + faultOfTrack (file, decoder), deckIndex);
+        world.listeners.postText ("*** " + tr ("Load Error") + " ***|" + file.getFileName() + "|"
+                                      + faultOfTrack (file, decoder),
+                                  deckIndex);
         return world.listeners.post (EngineEvent::loadFailed, deckIndex);
     }
     if (world.settings.lockLoadedDecks != 0 && !automix && deck->isPlaying() && !deck->isAtEnd())
-        return world.listeners.postMessage ("*** Deck Locked ***|Stop the deck to|load new track", deckIndex);
+        return world.listeners.postMessage (N_ ("*** Deck Locked ***|Stop the deck to|load new track"),
+                                            deckIndex);
     loaders[static_cast<size_t> (deckIndex)]->load (file);
 }
 

@@ -3,6 +3,7 @@
 #include "deck/edit/DeckSnap.h"
 #include "deck/edit/MarkEdit.h"
 #include "deck/sync/MasterDeck.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +11,7 @@
 namespace
 {
 constexpr double cueReachFrames = 588.0;
-constexpr const char* playLocked = "*** Play Locked ***|Turn off Automix|for direct use";
+constexpr const char* playLocked = N_ ("*** Play Locked ***|Turn off Automix|for direct use");
 
 bool isSlot (int slot) noexcept
 {

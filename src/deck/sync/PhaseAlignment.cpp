@@ -2,6 +2,7 @@
 
 #include "deck/sync/BeatPhase.h"
 #include "deck/sync/TempoSync.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,7 +21,7 @@ constexpr double greatestErrorSeconds = 0.025;
 
 constexpr double greatestLocalTempo = 1.08;
 
-constexpr const char* tooFarApart = "*** Sync can't hold ***|The tempos are|too far apart";
+constexpr const char* tooFarApart = N_ ("*** Sync can't hold ***|The tempos are|too far apart");
 
 /** Beats as they are heard at the begin of this block, and how fast they pass. */
 struct Beats

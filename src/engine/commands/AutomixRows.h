@@ -8,7 +8,7 @@ namespace CommandTable
 constexpr CommandRow automixRows[] {
     {
         .numbers = { .first = 435 },
-        .name = "Automix On/Off",
+        .name = N_ ("Automix On/Off"),
         .constant = "AUTOMIX_ON_OFF",
         .write = [] (CPlatterdex& e, const CommandCall&)
         { e.decks.requests.toggle (EngineRequest::toggleAutomix); },

@@ -21,7 +21,7 @@ void stepBrowser (CPlatterdex& engine, const CommandCall& call)
 constexpr CommandRow browserRows[] {
     {
         .numbers = { .first = 409 },
-        .name = "Playlist Up",
+        .name = N_ ("Playlist Up"),
         .constant = "PLAYLIST_UP",
         .write = askBrowser<BrowserRequest::listUp>,
         .writes = "selects the row above",
@@ -29,7 +29,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 410 },
-        .name = "Playlist Down",
+        .name = N_ ("Playlist Down"),
         .constant = "PLAYLIST_DOWN",
         .write = askBrowser<BrowserRequest::listDown>,
         .writes = "selects the row below",
@@ -37,7 +37,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 411 },
-        .name = "Playlist Page Up",
+        .name = N_ ("Playlist Page Up"),
         .constant = "PLAYLIST_PAGE_UP",
         .write = askBrowser<BrowserRequest::listPageUp>,
         .writes = "a page up",
@@ -45,7 +45,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 412 },
-        .name = "Playlist Page Down",
+        .name = N_ ("Playlist Page Down"),
         .constant = "PLAYLIST_PAGE_DOWN",
         .write = askBrowser<BrowserRequest::listPageDown>,
         .writes = "a page down",
@@ -53,7 +53,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 413 },
-        .name = "Playlist Select",
+        .name = N_ ("Playlist Select"),
         .constant = "PLAYLIST_SELECT",
         .kind = Kind::relative,
         .shape = Shape::stepped,
@@ -63,7 +63,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = perDeck (414),
-        .name = "Playlist Load {d}",
+        .name = N_ ("Playlist Load {d}"),
         .constant = "PLAYLIST_LOAD_{d}",
         .write = askBrowser<BrowserRequest::listLoad>,
         .writes = "loads the selected song",
@@ -71,7 +71,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 418 },
-        .name = "Playlist Preview",
+        .name = N_ ("Playlist Preview"),
         .constant = "PLAYLIST_PREVIEW",
         .write = askBrowser<BrowserRequest::listPreview>,
         .writes = "previews the selected song on the headphones",
@@ -79,7 +79,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 419 },
-        .name = "Preview Play/Pause",
+        .name = N_ ("Preview Play/Pause"),
         .constant = "PREVIEW_PLAY_PAUSE",
         .write = askBrowser<BrowserRequest::previewPause>,
         .writes = "pauses the preview, or goes on with it",
@@ -87,7 +87,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 420 },
-        .name = "Directory Up",
+        .name = N_ ("Directory Up"),
         .constant = "DIRECTORY_UP",
         .write = askBrowser<BrowserRequest::sourceUp>,
         .writes = "selects the source above",
@@ -95,7 +95,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 421 },
-        .name = "Directory Down",
+        .name = N_ ("Directory Down"),
         .constant = "DIRECTORY_DOWN",
         .write = askBrowser<BrowserRequest::sourceDown>,
         .writes = "selects the source below",
@@ -103,7 +103,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 422 },
-        .name = "Directory Select",
+        .name = N_ ("Directory Select"),
         .constant = "DIRECTORY_SELECT",
         .kind = Kind::relative,
         .shape = Shape::stepped,
@@ -113,7 +113,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 423 },
-        .name = "Directory Enter",
+        .name = N_ ("Directory Enter"),
         .constant = "DIRECTORY_ENTER",
         .write = askBrowser<BrowserRequest::sourceEnter>,
         .writes = "opens the source, or goes on to its songs",
@@ -121,7 +121,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 424 },
-        .name = "Directory Exit",
+        .name = N_ ("Directory Exit"),
         .constant = "DIRECTORY_EXIT",
         .write = askBrowser<BrowserRequest::sourceExit>,
         .writes = "closes the source, or goes to the one that holds it",
@@ -129,7 +129,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 425 },
-        .name = "File Browser Up",
+        .name = N_ ("File Browser Up"),
         .constant = "FILE_BROWSER_UP",
         .write = askBrowser<BrowserRequest::fileUp>,
         .writes = "selects the file above",
@@ -137,7 +137,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 426 },
-        .name = "File Browser Down",
+        .name = N_ ("File Browser Down"),
         .constant = "FILE_BROWSER_DOWN",
         .write = askBrowser<BrowserRequest::fileDown>,
         .writes = "selects the file below",
@@ -145,7 +145,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 427 },
-        .name = "File Browser Select",
+        .name = N_ ("File Browser Select"),
         .constant = "FILE_BROWSER_SELECT",
         .kind = Kind::relative,
         .shape = Shape::stepped,
@@ -155,7 +155,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 428 },
-        .name = "File Browser Enter",
+        .name = N_ ("File Browser Enter"),
         .constant = "FILE_BROWSER_ENTER",
         .write = askBrowser<BrowserRequest::fileEnter>,
         .writes = "goes into the folder",
@@ -163,7 +163,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 429 },
-        .name = "File Browser Exit",
+        .name = N_ ("File Browser Exit"),
         .constant = "FILE_BROWSER_EXIT",
         .write = askBrowser<BrowserRequest::fileExit>,
         .writes = "goes out of the folder",
@@ -171,7 +171,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = perDeck (430),
-        .name = "File Browser Load {d}",
+        .name = N_ ("File Browser Load {d}"),
         .constant = "FILE_BROWSER_LOAD_{d}",
         .write = askBrowser<BrowserRequest::fileLoad>,
         .writes = "loads the selected file",
@@ -179,7 +179,7 @@ constexpr CommandRow browserRows[] {
     },
     {
         .numbers = { .first = 434 },
-        .name = "File Browser Preview",
+        .name = N_ ("File Browser Preview"),
         .constant = "FILE_BROWSER_PREVIEW",
         .write = askBrowser<BrowserRequest::filePreview>,
         .writes = "previews the selected file on the headphones",

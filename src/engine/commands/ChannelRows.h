@@ -34,7 +34,7 @@ double readOverride (CPlatterdex& engine, int deck, int)
 constexpr CommandRow channelRows[] {
     {
         .numbers = perDeck (213),
-        .name = "Gain {d}",
+        .name = N_ ("Gain {d}"),
         .constant = "GAIN_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -47,7 +47,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (217),
-        .name = "Gain Reset {d}",
+        .name = N_ ("Gain Reset {d}"),
         .constant = "GAIN_RESET_{d}",
         .write = resetParameter<ChannelParameter::gain>,
         .read = readParameter<ChannelParameter::gain>,
@@ -56,7 +56,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (221),
-        .name = "EQ High {d}",
+        .name = N_ ("EQ High {d}"),
         .constant = "EQ_HIGH_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -70,7 +70,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (225),
-        .name = "EQ High Reset {d}",
+        .name = N_ ("EQ High Reset {d}"),
         .constant = "EQ_HIGH_RESET_{d}",
         .write = resetParameter<ChannelParameter::eqHigh>,
         .read = readParameter<ChannelParameter::eqHigh>,
@@ -80,7 +80,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (229),
-        .name = "EQ High Kill {d}",
+        .name = N_ ("EQ High Kill {d}"),
         .constant = "EQ_HIGH_KILL_{d}",
         .write = toggleParameter<ChannelParameter::killHigh>,
         .read = readParameter<ChannelParameter::killHigh>,
@@ -90,7 +90,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (233),
-        .name = "EQ Mid {d}",
+        .name = N_ ("EQ Mid {d}"),
         .constant = "EQ_MID_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -104,7 +104,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (237),
-        .name = "EQ Mid Reset {d}",
+        .name = N_ ("EQ Mid Reset {d}"),
         .constant = "EQ_MID_RESET_{d}",
         .write = resetParameter<ChannelParameter::eqMid>,
         .read = readParameter<ChannelParameter::eqMid>,
@@ -114,7 +114,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (241),
-        .name = "EQ Mid Kill {d}",
+        .name = N_ ("EQ Mid Kill {d}"),
         .constant = "EQ_MID_KILL_{d}",
         .write = toggleParameter<ChannelParameter::killMid>,
         .read = readParameter<ChannelParameter::killMid>,
@@ -124,7 +124,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (245),
-        .name = "EQ Low {d}",
+        .name = N_ ("EQ Low {d}"),
         .constant = "EQ_LOW_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -138,7 +138,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (249),
-        .name = "EQ Low Reset {d}",
+        .name = N_ ("EQ Low Reset {d}"),
         .constant = "EQ_LOW_RESET_{d}",
         .write = resetParameter<ChannelParameter::eqLow>,
         .read = readParameter<ChannelParameter::eqLow>,
@@ -148,7 +148,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (253),
-        .name = "EQ Low Kill {d}",
+        .name = N_ ("EQ Low Kill {d}"),
         .constant = "EQ_LOW_KILL_{d}",
         .write = toggleParameter<ChannelParameter::killLow>,
         .read = readParameter<ChannelParameter::killLow>,
@@ -158,7 +158,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (261),
-        .name = "Volume {d}",
+        .name = N_ ("Volume {d}"),
         .constant = "VOLUME_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -171,7 +171,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (265),
-        .name = "PFL {d}",
+        .name = N_ ("PFL {d}"),
         .constant = "PFL_{d}",
         .write = toggle<&DeckSetup::pfl>,
         .read = readFlag<&DeckSetup::pfl>,
@@ -181,7 +181,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (269),
-        .name = "Crossfader Assign Left {d}",
+        .name = N_ ("Crossfader Assign Left {d}"),
         .constant = "CROSSFADER_ASSIGN_LEFT_{d}",
         .write = assign<0>,
         .read = readSide<0>,
@@ -191,7 +191,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (273),
-        .name = "Crossfader Assign Right {d}",
+        .name = N_ ("Crossfader Assign Right {d}"),
         .constant = "CROSSFADER_ASSIGN_RIGHT_{d}",
         .write = assign<1>,
         .read = readSide<1>,
@@ -201,7 +201,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (285),
-        .name = "Balance {d}",
+        .name = N_ ("Balance {d}"),
         .constant = "BALANCE_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -214,7 +214,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (289),
-        .name = "Punch {d}",
+        .name = N_ ("Punch {d}"),
         .constant = "PUNCH_{d}",
         .write = overrideMix<MixOverride::punch>,
         .read = readOverride<MixOverride::punch>,
@@ -224,7 +224,7 @@ constexpr CommandRow channelRows[] {
     },
     {
         .numbers = perDeck (293),
-        .name = "Cut {d}",
+        .name = N_ ("Cut {d}"),
         .constant = "CUT_{d}",
         .write = overrideMix<MixOverride::cut>,
         .read = readOverride<MixOverride::cut>,

@@ -23,7 +23,7 @@ inline double readCueEmpty (CPlatterdex& engine, int deck, int slot)
 constexpr CommandRow cueRows[] {
     {
         .numbers = perDeck (45),
-        .name = "Cue {d}",
+        .name = N_ ("Cue {d}"),
         .constant = "CUE_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.transport.cue (c.deck, true); },
         .read = readStoppedAtCue,
@@ -33,7 +33,7 @@ constexpr CommandRow cueRows[] {
     },
     {
         .numbers = { .first = 49, .count = 8, .stride = 4, .decks = 4, .deckStride = 1 },
-        .name = "Set Hot Cue #{n} {d}",
+        .name = N_ ("Set Hot Cue #{n} {d}"),
         .constant = "HOT_CUE_{n}_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.transport.jumpToCue (c.deck, c.which); },
         .read = readCueSet,
@@ -43,7 +43,7 @@ constexpr CommandRow cueRows[] {
     },
     {
         .numbers = { .first = 81, .count = 8, .stride = 4, .decks = 4, .deckStride = 1 },
-        .name = "Delete Hot Cue #{n} {d}",
+        .name = N_ ("Delete Hot Cue #{n} {d}"),
         .constant = "DELETE_HOT_CUE_{n}_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.transport.deleteCue (c.deck, c.which); },
         .read = readCueEmpty,
@@ -53,7 +53,7 @@ constexpr CommandRow cueRows[] {
     },
     {
         .numbers = perDeck (189),
-        .name = "Cue/Stutter {d}",
+        .name = N_ ("Cue/Stutter {d}"),
         .constant = "CUE_STUTTER_{d}",
         .kind = Kind::state,
         .shape = Shape::held,
@@ -65,7 +65,7 @@ constexpr CommandRow cueRows[] {
     },
     {
         .numbers = perDeck (461),
-        .name = "Cue/Play {d}",
+        .name = N_ ("Cue/Play {d}"),
         .constant = "CUE_PLAY_{d}",
         .kind = Kind::state,
         .shape = Shape::held,

@@ -8,7 +8,7 @@ namespace CommandTable
 constexpr CommandRow effectRows[] {
     {
         .numbers = perDeck (257),
-        .name = "Filter {d}",
+        .name = N_ ("Filter {d}"),
         .constant = "FILTER_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -21,7 +21,7 @@ constexpr CommandRow effectRows[] {
     },
     {
         .numbers = perDeck (298),
-        .name = "FX Dry/Wet Group {d}",
+        .name = N_ ("FX Dry/Wet Group {d}"),
         .constant = "FX_DRY_WET_GROUP_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -35,7 +35,7 @@ constexpr CommandRow effectRows[] {
     },
     {
         .numbers = perDeck (302),
-        .name = "FX High Band Group {d}",
+        .name = N_ ("FX High Band Group {d}"),
         .constant = "FX_HIGH_BAND_GROUP_{d}",
         .write = toggleParameter<ChannelParameter::fxHighBand>,
         .read = readParameter<ChannelParameter::fxHighBand>,
@@ -45,7 +45,7 @@ constexpr CommandRow effectRows[] {
     },
     {
         .numbers = perDeck (306),
-        .name = "FX Mid Band Group {d}",
+        .name = N_ ("FX Mid Band Group {d}"),
         .constant = "FX_MID_BAND_GROUP_{d}",
         .write = toggleParameter<ChannelParameter::fxMidBand>,
         .read = readParameter<ChannelParameter::fxMidBand>,
@@ -55,7 +55,7 @@ constexpr CommandRow effectRows[] {
     },
     {
         .numbers = perDeck (310),
-        .name = "FX Low Band Group {d}",
+        .name = N_ ("FX Low Band Group {d}"),
         .constant = "FX_LOW_BAND_GROUP_{d}",
         .write = toggleParameter<ChannelParameter::fxLowBand>,
         .read = readParameter<ChannelParameter::fxLowBand>,
@@ -65,7 +65,7 @@ constexpr CommandRow effectRows[] {
     },
     {
         .numbers = { .first = 314, .count = 3, .stride = 1, .decks = 4, .deckStride = 9 },
-        .name = "Effect Param {n} Group {d}",
+        .name = N_ ("Effect Param {n} Group {d}"),
         .constant = "EFFECT_PARAM_{n}_GROUP_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -79,7 +79,7 @@ constexpr CommandRow effectRows[] {
     },
     {
         .numbers = { .first = 317, .count = 3, .stride = 1, .decks = 4, .deckStride = 9 },
-        .name = "Effect On {n} Group {d}",
+        .name = N_ ("Effect On {n} Group {d}"),
         .constant = "EFFECT_ON_{n}_GROUP_{d}",
         .write = toggleParameter<ChannelParameter::fxOn1>,
         .read = readParameter<ChannelParameter::fxOn1>,
@@ -89,7 +89,7 @@ constexpr CommandRow effectRows[] {
     },
     {
         .numbers = { .first = 320, .count = 3, .stride = 1, .decks = 4, .deckStride = 9 },
-        .name = "Effect Select {n} Group {d}",
+        .name = N_ ("Effect Select {n} Group {d}"),
         .constant = "EFFECT_SELECT_{n}_GROUP_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -103,7 +103,7 @@ constexpr CommandRow effectRows[] {
     },
     {
         .numbers = perDeck (350),
-        .name = "FX Dry/Wet Reset Group {d}",
+        .name = N_ ("FX Dry/Wet Reset Group {d}"),
         .constant = "FX_DRY_WET_RESET_GROUP_{d}",
         .write = resetParameter<ChannelParameter::fxDryWet>,
         .read = readParameter<ChannelParameter::fxDryWet>,

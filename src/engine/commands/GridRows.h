@@ -16,7 +16,7 @@ inline void toggleSnap (CPlatterdex& engine, const CommandCall&)
 constexpr CommandRow gridRows[] {
     {
         .numbers = perDeck (165),
-        .name = "Downbeat {d}",
+        .name = N_ ("Downbeat {d}"),
         .constant = "DOWNBEAT_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.grids.setDownbeat (c.deck); },
         .writes = "the nearest beat becomes the downbeat",
@@ -24,7 +24,7 @@ constexpr CommandRow gridRows[] {
     },
     {
         .numbers = { .first = 436 },
-        .name = "Snap",
+        .name = N_ ("Snap"),
         .constant = "SNAP",
         .write = toggleSnap,
         .read = [] (CPlatterdex& e, int, int) -> double { return setupOf (e, 0).snap != 0; },

@@ -8,7 +8,7 @@ namespace CommandTable
 constexpr CommandRow instrumentRows[] {
     {
         .numbers = { .first = 173, .count = 2, .stride = 1, .decks = 4, .deckStride = 2 },
-        .name = "Smartknob #{n} {d}",
+        .name = N_ ("Smartknob #{n} {d}"),
         .constant = "SMARTKNOB_{n}_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -21,7 +21,7 @@ constexpr CommandRow instrumentRows[] {
     },
     {
         .numbers = { .first = 181, .count = 2, .stride = 1, .decks = 4, .deckStride = 2 },
-        .name = "Smartknob #{n} On {d}",
+        .name = N_ ("Smartknob #{n} On {d}"),
         .constant = "SMARTKNOB_{n}_ON_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c)
         { e.smartKnobs.setSmartKnobOn (c.deck, c.which, !e.smartKnobs.isOn (c.deck, c.which)); },
@@ -32,7 +32,7 @@ constexpr CommandRow instrumentRows[] {
     },
     {
         .numbers = { .first = 377, .count = 8, .stride = 1, .decks = 4, .deckStride = 8 },
-        .name = "Slicegate Pad {d}.{n}",
+        .name = N_ ("Slicegate Pad {d}.{n}"),
         .constant = "SLICEGATE_PAD_{d}_{n}",
         .write = [] (CPlatterdex& e, const CommandCall& c)
         { e.slicegates[static_cast<size_t> (c.deck)].trigger (c.which); },

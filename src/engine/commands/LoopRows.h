@@ -8,7 +8,7 @@ namespace CommandTable
 constexpr CommandRow loopRows[] {
     {
         .numbers = perDeck (113),
-        .name = "Loop {d}",
+        .name = N_ ("Loop {d}"),
         .constant = "LOOP_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.loops.toggleLoop (c.deck); },
         .read = [] (CPlatterdex& e, int deck, int) -> double
@@ -22,7 +22,7 @@ constexpr CommandRow loopRows[] {
     },
     {
         .numbers = perDeck (117),
-        .name = "Leap {d}",
+        .name = N_ ("Leap {d}"),
         .constant = "LEAP_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.loops.toggleLeap (c.deck); },
         .read = [] (CPlatterdex& e, int deck, int) -> double { return deckOf (e, deck)->loops.rolling != 0; },
@@ -32,7 +32,7 @@ constexpr CommandRow loopRows[] {
     },
     {
         .numbers = perDeck (121),
-        .name = "Loop Move Backward {d}",
+        .name = N_ ("Loop Move Backward {d}"),
         .constant = "LOOP_MOVE_BACKWARD_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.loops.moveLoop (c.deck, -1); },
         .writes = "moves back by the loop move size",
@@ -40,7 +40,7 @@ constexpr CommandRow loopRows[] {
     },
     {
         .numbers = perDeck (125),
-        .name = "Loop Move Forward {d}",
+        .name = N_ ("Loop Move Forward {d}"),
         .constant = "LOOP_MOVE_FORWARD_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.loops.moveLoop (c.deck, 1); },
         .writes = "moves on by the loop move size",
@@ -48,7 +48,7 @@ constexpr CommandRow loopRows[] {
     },
     {
         .numbers = perDeck (129),
-        .name = "Loop Half {d}",
+        .name = N_ ("Loop Half {d}"),
         .constant = "LOOP_HALF_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.loops.changeSize (c.deck, -1); },
         .writes = "halves the loop",
@@ -56,7 +56,7 @@ constexpr CommandRow loopRows[] {
     },
     {
         .numbers = perDeck (133),
-        .name = "Loop Double {d}",
+        .name = N_ ("Loop Double {d}"),
         .constant = "LOOP_DOUBLE_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.loops.changeSize (c.deck, 1); },
         .writes = "doubles the loop",
@@ -64,7 +64,7 @@ constexpr CommandRow loopRows[] {
     },
     {
         .numbers = perDeck (137),
-        .name = "Loop Size {d}",
+        .name = N_ ("Loop Size {d}"),
         .constant = "LOOP_SIZE_{d}",
         .kind = Kind::relative,
         .shape = Shape::stepped,
@@ -79,7 +79,7 @@ constexpr CommandRow loopRows[] {
     },
     {
         .numbers = perDeck (141),
-        .name = "Loop In {d}",
+        .name = N_ ("Loop In {d}"),
         .constant = "LOOP_IN_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.loops.loopIn (c.deck); },
         .writes = "stores the loop's start",
@@ -87,7 +87,7 @@ constexpr CommandRow loopRows[] {
     },
     {
         .numbers = perDeck (145),
-        .name = "Loop Out {d}",
+        .name = N_ ("Loop Out {d}"),
         .constant = "LOOP_OUT_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.loops.loopOut (c.deck); },
         .writes = "stores the loop's end and starts it, or leaves a loop",
@@ -95,7 +95,7 @@ constexpr CommandRow loopRows[] {
     },
     {
         .numbers = perDeck (149),
-        .name = "Reloop {d}",
+        .name = N_ ("Reloop {d}"),
         .constant = "RELOOP_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.loops.reloop (c.deck); },
         .writes = "resumes the manual loop",
@@ -103,7 +103,7 @@ constexpr CommandRow loopRows[] {
     },
     {
         .numbers = perDeck (169),
-        .name = "Start Point {d}",
+        .name = N_ ("Start Point {d}"),
         .constant = "START_POINT_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.loops.toggleStartPoint (c.deck); },
         .read = [] (CPlatterdex& e, int deck, int) -> double
@@ -114,7 +114,7 @@ constexpr CommandRow loopRows[] {
     },
     {
         .numbers = perDeck (457),
-        .name = "Loop Move Size {d}",
+        .name = N_ ("Loop Move Size {d}"),
         .constant = "LOOP_MOVE_SIZE_{d}",
         .kind = Kind::relative,
         .shape = Shape::stepped,

@@ -8,7 +8,7 @@ namespace CommandTable
 constexpr CommandRow meterRows[] {
     {
         .numbers = { .first = 1001, .decks = 4 },
-        .name = "Level {d}",
+        .name = N_ ("Level {d}"),
         .constant = "LEVEL_{d}",
         .kind = Kind::meter,
         .read = [] (CPlatterdex& e, int deck, int) { return channelOf (e, deck).level(); },
@@ -17,7 +17,7 @@ constexpr CommandRow meterRows[] {
     },
     {
         .numbers = { .first = 1005, .count = 2 },
-        .name = "Master Level {n}",
+        .name = N_ ("Master Level {n}"),
         .constant = "MASTER_LEVEL_{n}",
         .kind = Kind::meter,
         .read = [] (CPlatterdex& e, int, int side) -> double { return e.masterMeters.level (side); },

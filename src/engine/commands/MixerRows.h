@@ -36,7 +36,7 @@ inline void toggleRecorder (CPlatterdex& engine, const CommandCall&)
 constexpr CommandRow mixerRows[] {
     {
         .numbers = { .first = 277 },
-        .name = "Crossfader",
+        .name = N_ ("Crossfader"),
         .constant = "CROSSFADER",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -49,7 +49,7 @@ constexpr CommandRow mixerRows[] {
     },
     {
         .numbers = { .first = 278 },
-        .name = "Crossfader Curve",
+        .name = N_ ("Crossfader Curve"),
         .constant = "CROSSFADER_CURVE",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -62,7 +62,7 @@ constexpr CommandRow mixerRows[] {
     },
     {
         .numbers = { .first = 279 },
-        .name = "Auto Crossfader Left",
+        .name = N_ ("Auto Crossfader Left"),
         .constant = "AUTO_CROSSFADER_LEFT",
         .write = startFade<AutoCrossfader::toLeft>,
         .read = isFading<AutoCrossfader::toLeft>,
@@ -72,7 +72,7 @@ constexpr CommandRow mixerRows[] {
     },
     {
         .numbers = { .first = 280 },
-        .name = "Auto Crossfader Right",
+        .name = N_ ("Auto Crossfader Right"),
         .constant = "AUTO_CROSSFADER_RIGHT",
         .write = startFade<AutoCrossfader::toRight>,
         .read = isFading<AutoCrossfader::toRight>,
@@ -82,7 +82,7 @@ constexpr CommandRow mixerRows[] {
     },
     {
         .numbers = { .first = 281 },
-        .name = "Monitor Volume",
+        .name = N_ ("Monitor Volume"),
         .constant = "MONITOR_VOLUME",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -95,7 +95,7 @@ constexpr CommandRow mixerRows[] {
     },
     {
         .numbers = { .first = 282 },
-        .name = "Monitor Mix",
+        .name = N_ ("Monitor Mix"),
         .constant = "MONITOR_MIX",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -107,7 +107,7 @@ constexpr CommandRow mixerRows[] {
     },
     {
         .numbers = { .first = 283 },
-        .name = "Monitor Phone Split",
+        .name = N_ ("Monitor Phone Split"),
         .constant = "MONITOR_PHONE_SPLIT",
         .write = toggle<&EngineSettings::monitorSplit>,
         .read = readFlag<&EngineSettings::monitorSplit>,
@@ -117,7 +117,7 @@ constexpr CommandRow mixerRows[] {
     },
     {
         .numbers = { .first = 284 },
-        .name = "Monitor Overdrive",
+        .name = N_ ("Monitor Overdrive"),
         .constant = "MONITOR_OVERDRIVE",
         .write = toggle<&EngineSettings::monitorOverdrive>,
         .read = readFlag<&EngineSettings::monitorOverdrive>,
@@ -127,7 +127,7 @@ constexpr CommandRow mixerRows[] {
     },
     {
         .numbers = { .first = 297 },
-        .name = "Master Volume",
+        .name = N_ ("Master Volume"),
         .constant = "MASTER_VOLUME",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -140,7 +140,7 @@ constexpr CommandRow mixerRows[] {
     },
     {
         .numbers = { .first = 465 },
-        .name = "Disk Recorder",
+        .name = N_ ("Disk Recorder"),
         .constant = "DISK_RECORDER",
         .write = toggleRecorder,
         .read = [] (CPlatterdex& e, int, int) -> double { return e.recorder.isRecording(); },

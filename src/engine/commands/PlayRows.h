@@ -13,7 +13,7 @@ inline double readPlaying (CPlatterdex& engine, int deck, int)
 constexpr CommandRow playRows[] {
     {
         .numbers = perDeck (1),
-        .name = "Play/Pause {d}",
+        .name = N_ ("Play/Pause {d}"),
         .constant = "PLAY_PAUSE_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.transport.playPause (c.deck); },
         .read = readPlaying,
@@ -23,7 +23,7 @@ constexpr CommandRow playRows[] {
     },
     {
         .numbers = perDeck (5),
-        .name = "Play Synchronized {d}",
+        .name = N_ ("Play Synchronized {d}"),
         .constant = "PLAY_SYNCHRONIZED_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.transport.playSynchronized (c.deck); },
         .read = readPlaying,
@@ -33,7 +33,7 @@ constexpr CommandRow playRows[] {
     },
     {
         .numbers = perDeck (193),
-        .name = "Rewind {d}",
+        .name = N_ ("Rewind {d}"),
         .constant = "REWIND_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.transport.rewind (c.deck); },
         .writes = "to the track's start",
@@ -41,7 +41,7 @@ constexpr CommandRow playRows[] {
     },
     {
         .numbers = perDeck (201),
-        .name = "Jog {d}",
+        .name = N_ ("Jog {d}"),
         .constant = "JOG_{d}",
         .kind = Kind::value,
         .shape = Shape::jog,
@@ -52,7 +52,7 @@ constexpr CommandRow playRows[] {
     },
     {
         .numbers = perDeck (205),
-        .name = "Jog Scratch On {d}",
+        .name = N_ ("Jog Scratch On {d}"),
         .constant = "JOG_SCRATCH_ON_{d}",
         .kind = Kind::state,
         .shape = Shape::held,
@@ -65,7 +65,7 @@ constexpr CommandRow playRows[] {
     },
     {
         .numbers = perDeck (209),
-        .name = "Seek {d}",
+        .name = N_ ("Seek {d}"),
         .constant = "SEEK_{d}",
         .kind = Kind::value,
         .shape = Shape::seek,

@@ -33,7 +33,7 @@ double readPluginParameter (CPlatterdex& engine, int deck, int)
 constexpr CommandRow pluginRows[] {
     {
         .numbers = perDeck (437),
-        .name = "VST Dry/Wet Slot {d}",
+        .name = N_ ("VST Dry/Wet Slot {d}"),
         .constant = "VST_DRY_WET_SLOT_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -51,7 +51,7 @@ constexpr CommandRow pluginRows[] {
     },
     {
         .numbers = perDeck (441),
-        .name = "VST On Slot {d}",
+        .name = N_ ("VST On Slot {d}"),
         .constant = "VST_ON_SLOT_{d}",
         .write =
             [] (CPlatterdex& e, const CommandCall& c)
@@ -67,7 +67,7 @@ constexpr CommandRow pluginRows[] {
     },
     {
         .numbers = perDeck (445),
-        .name = "VST Set Insert/Send Signal Routing Slot {d}",
+        .name = N_ ("VST Set Insert/Send Signal Routing Slot {d}"),
         .constant = "VST_INSERT_SEND_SIGNAL_ROUTING_SLOT_{d}",
         .write =
             [] (CPlatterdex& e, const CommandCall& c)
@@ -82,7 +82,7 @@ constexpr CommandRow pluginRows[] {
     },
     {
         .numbers = perDeck (449),
-        .name = "VST Param 1 Slot {d}",
+        .name = N_ ("VST Param 1 Slot {d}"),
         .constant = "VST_PARAM_1_SLOT_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -95,7 +95,7 @@ constexpr CommandRow pluginRows[] {
     },
     {
         .numbers = perDeck (453),
-        .name = "VST Param 2 Slot {d}",
+        .name = N_ ("VST Param 2 Slot {d}"),
         .constant = "VST_PARAM_2_SLOT_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,

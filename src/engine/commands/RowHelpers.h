@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
 #include "mixer/ChannelParameters.h"
+#include "support/language/Translate.h"
 
 /** Reads and writes that the rows of several parts share. */
 namespace CommandTable

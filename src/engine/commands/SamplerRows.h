@@ -35,7 +35,7 @@ inline void stepLoopSize (CPlatterdex& engine, const CommandCall& call)
 constexpr CommandRow samplerRows[] {
     {
         .numbers = { .first = 354 },
-        .name = "Sampler Master Volume",
+        .name = N_ ("Sampler Master Volume"),
         .constant = "SAMPLER_MASTER_VOLUME",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -49,7 +49,7 @@ constexpr CommandRow samplerRows[] {
     },
     {
         .numbers = { .first = 355 },
-        .name = "Sampler Master Volume Reset",
+        .name = N_ ("Sampler Master Volume Reset"),
         .constant = "SAMPLER_MASTER_VOLUME_RESET",
         .write = [] (CPlatterdex& e, const CommandCall&) { e.sampler.setMasterGain (samplerRest); },
         .read = readSamplerVolume,
@@ -59,7 +59,7 @@ constexpr CommandRow samplerRows[] {
     },
     {
         .numbers = { .first = 356 },
-        .name = "Sampler PFL",
+        .name = N_ ("Sampler PFL"),
         .constant = "SAMPLER_PFL",
         .write = [] (CPlatterdex& e, const CommandCall&) { e.sampler.setMonitor (!e.sampler.isMonitored()); },
         .read = [] (CPlatterdex& e, int, int) -> double { return e.sampler.isMonitored(); },
@@ -69,7 +69,7 @@ constexpr CommandRow samplerRows[] {
     },
     {
         .numbers = { .first = 357 },
-        .name = "Sampler Preview Play/Stop",
+        .name = N_ ("Sampler Preview Play/Stop"),
         .constant = "SAMPLER_PREVIEW_PLAY_STOP",
         .write = [] (CPlatterdex& e, const CommandCall&)
         { e.sampler.padPress (Sampler::preview, Sampler::strongest); },
@@ -81,7 +81,7 @@ constexpr CommandRow samplerRows[] {
     },
     {
         .numbers = { .first = 358 },
-        .name = "Sampler Record Loop",
+        .name = N_ ("Sampler Record Loop"),
         .constant = "SAMPLER_RECORD_LOOP",
         .write = [] (CPlatterdex& e, const CommandCall&) { e.sampler.askForLoop(); },
         .read = [] (CPlatterdex& e, int, int) -> double
@@ -92,7 +92,7 @@ constexpr CommandRow samplerRows[] {
     },
     {
         .numbers = { .first = 359 },
-        .name = "Sampler Loop Size",
+        .name = N_ ("Sampler Loop Size"),
         .constant = "SAMPLER_LOOP_SIZE",
         .kind = Kind::relative,
         .shape = Shape::stepped,
@@ -106,7 +106,7 @@ constexpr CommandRow samplerRows[] {
     },
     {
         .numbers = { .first = 360 },
-        .name = "Sampler Sync",
+        .name = N_ ("Sampler Sync"),
         .constant = "SAMPLER_SYNC",
         .write = [] (CPlatterdex& e, const CommandCall&) { e.sampler.setSync (!e.sampler.isSynced()); },
         .read = [] (CPlatterdex& e, int, int) -> double { return e.sampler.isSynced(); },
@@ -116,7 +116,7 @@ constexpr CommandRow samplerRows[] {
     },
     {
         .numbers = { .first = 361, .count = 16 },
-        .name = "Sampler Play Pad #{n}",
+        .name = N_ ("Sampler Play Pad #{n}"),
         .constant = "SAMPLER_PLAY_PAD_{n}",
         .kind = Kind::state,
         .shape = Shape::held,

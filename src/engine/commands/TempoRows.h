@@ -18,7 +18,7 @@ inline double readPitch (CPlatterdex& engine, int deck, int)
 constexpr CommandRow tempoRows[] {
     {
         .numbers = perDeck (9),
-        .name = "Set Master {d}",
+        .name = N_ ("Set Master {d}"),
         .constant = "MASTER_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.transport.setMaster (c.deck); },
         .read = [] (CPlatterdex& e, int deck, int) -> double
@@ -29,7 +29,7 @@ constexpr CommandRow tempoRows[] {
     },
     {
         .numbers = perDeck (13),
-        .name = "Sync {d}",
+        .name = N_ ("Sync {d}"),
         .constant = "SYNC_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.transport.toggleSync (c.deck, true); },
         .read = readSync,
@@ -39,7 +39,7 @@ constexpr CommandRow tempoRows[] {
     },
     {
         .numbers = perDeck (17),
-        .name = "Sync Lock {d}",
+        .name = N_ ("Sync Lock {d}"),
         .constant = "SYNC_LOCK_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.transport.toggleSync (c.deck, false); },
         .read = readSync,
@@ -49,7 +49,7 @@ constexpr CommandRow tempoRows[] {
     },
     {
         .numbers = perDeck (21),
-        .name = "Pitch {d}",
+        .name = N_ ("Pitch {d}"),
         .constant = "PITCH_{d}",
         .kind = Kind::value,
         .shape = Shape::pitch,
@@ -64,7 +64,7 @@ constexpr CommandRow tempoRows[] {
     },
     {
         .numbers = perDeck (25),
-        .name = "Pitch Reset {d}",
+        .name = N_ ("Pitch Reset {d}"),
         .constant = "PITCH_RESET_{d}",
         .shape = Shape::resetToCentre,
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.transport.setPitch (c.deck, 0.5); },
@@ -75,7 +75,7 @@ constexpr CommandRow tempoRows[] {
     },
     {
         .numbers = perDeck (29),
-        .name = "Pitch Bend Nudge (-4.00%) {d}",
+        .name = N_ ("Pitch Bend Nudge (-4.00%) {d}"),
         .constant = "PITCH_BEND_NUDGE_MINUS_{d}",
         .kind = Kind::state,
         .shape = Shape::held,
@@ -88,7 +88,7 @@ constexpr CommandRow tempoRows[] {
     },
     {
         .numbers = perDeck (33),
-        .name = "Pitch Bend Nudge (+4.00%) {d}",
+        .name = N_ ("Pitch Bend Nudge (+4.00%) {d}"),
         .constant = "PITCH_BEND_NUDGE_PLUS_{d}",
         .kind = Kind::state,
         .shape = Shape::held,
@@ -101,7 +101,7 @@ constexpr CommandRow tempoRows[] {
     },
     {
         .numbers = perDeck (37),
-        .name = "Key Tuning {d}",
+        .name = N_ ("Key Tuning {d}"),
         .constant = "KEY_TUNING_{d}",
         .kind = Kind::value,
         .shape = Shape::continuous,
@@ -116,7 +116,7 @@ constexpr CommandRow tempoRows[] {
     },
     {
         .numbers = perDeck (41),
-        .name = "Key Lock {d}",
+        .name = N_ ("Key Lock {d}"),
         .constant = "KEY_LOCK_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c)
         { e.transport.setKeyLock (c.deck, deckOf (e, c.deck)->tempo.keyLock == 0); },
@@ -127,7 +127,7 @@ constexpr CommandRow tempoRows[] {
     },
     {
         .numbers = perDeck (197),
-        .name = "Key Reset {d}",
+        .name = N_ ("Key Reset {d}"),
         .constant = "KEY_RESET_{d}",
         .write = [] (CPlatterdex& e, const CommandCall& c) { e.transport.setKeyTuning (c.deck, 0.0); },
         .read = [] (CPlatterdex& e, int deck, int) { return deckOf (e, deck)->tempo.keyTuning.get(); },

@@ -25,7 +25,7 @@ double isTimecodeMode (CPlatterdex& engine, int deck, int)
 constexpr CommandRow timecodeRows[] {
     {
         .numbers = perDeck (153),
-        .name = "DVS Absolute Mode {d}",
+        .name = N_ ("DVS Absolute Mode {d}"),
         .constant = "DVS_ABSOLUTE_MODE_{d}",
         .write = setTimecodeMode<TimecodeDeck::Mode::absolute>,
         .read = isTimecodeMode<TimecodeDeck::Mode::absolute>,
@@ -35,7 +35,7 @@ constexpr CommandRow timecodeRows[] {
     },
     {
         .numbers = perDeck (157),
-        .name = "DVS Relative Mode {d}",
+        .name = N_ ("DVS Relative Mode {d}"),
         .constant = "DVS_RELATIVE_MODE_{d}",
         .write = setTimecodeMode<TimecodeDeck::Mode::relative>,
         .read = isTimecodeMode<TimecodeDeck::Mode::relative>,
@@ -45,7 +45,7 @@ constexpr CommandRow timecodeRows[] {
     },
     {
         .numbers = perDeck (161),
-        .name = "DVS Internal Mode {d}",
+        .name = N_ ("DVS Internal Mode {d}"),
         .constant = "DVS_INTERNAL_MODE_{d}",
         .write = setTimecodeMode<TimecodeDeck::Mode::internal>,
         .read = isTimecodeMode<TimecodeDeck::Mode::internal>,

@@ -2,6 +2,7 @@
 
 #include "instruments/preset/PresetFile.h"
 #include "instruments/slicegate/SlicegateDeckState.h"
+#include "support/language/Translate.h"
 
 namespace
 {
@@ -18,12 +19,12 @@ std::string readBank (XmlPullParser& parser, SlicegateBank& bank)
         if (parser.name() != SlicegateXml::root)
             return {};
         if (count == bank.pads.size())
-            return "It holds more than eight pads.";
+            return N_ ("It holds more than eight pads.");
         return SlicegateXml::read (parser, bank.pads[count++]);
     };
     if (auto fault = PresetXml::readChildren (parser, readPad); !fault.empty())
         return fault;
-    return count == bank.pads.size() ? std::string() : "It does not hold eight pads.";
+    return count == bank.pads.size() ? std::string() : N_ ("It does not hold eight pads.");
 }
 }
 

@@ -1,4 +1,5 @@
 #include "instruments/envelope/Envelope.h"
+#include "support/language/Translate.h"
 
 #include <bit>
 #include <cmath>
@@ -134,17 +135,17 @@ const char* sentenceFor (EnvelopeFault fault)
     case EnvelopeFault::none:
         return "";
     case EnvelopeFault::noHexText:
-        return "Its curve is not written in hex digits.";
+        return N_ ("Its curve is not written in hex digits.");
     case EnvelopeFault::cutOff:
-        return "Its curve is cut off.";
+        return N_ ("Its curve is cut off.");
     case EnvelopeFault::otherFormat:
-        return "Its curve is of another kind.";
+        return N_ ("Its curve is of another kind.");
     case EnvelopeFault::newerVersion:
-        return "Its curve was written by a newer version.";
+        return N_ ("Its curve was written by a newer version.");
     case EnvelopeFault::tooManyPoints:
-        return "Its curve has more points than a curve can have.";
+        return N_ ("Its curve has more points than a curve can have.");
     case EnvelopeFault::oddNumber:
-        return "Its curve holds a number that makes no sense.";
+        return N_ ("Its curve holds a number that makes no sense.");
     }
     return "";
 }

@@ -1,6 +1,7 @@
 #include "instruments/preset/ContentStore.h"
 
 #include "instruments/preset/PresetFile.h"
+#include "support/language/Translate.h"
 
 #include <utility>
 
@@ -16,14 +17,15 @@ std::string ContentStore::restore (Kept& kept) const
     if (!file.existsAsFile())
         return {};
     const auto bytes = PresetFile::read (file);
-    const auto fault = bytes ? kept.content.read (*bytes) : std::string ("It can't be read.");
+    const auto fault = bytes ? kept.content.read (*bytes) : std::string (N_ ("It can't be read."));
     kept.known = kept.content.revision();
     if (fault.empty())
         return {};
     const auto spare = file.getSiblingFile (file.getFileName() + ".bad");
     juce::ignoreUnused (file.moveFileTo (spare)); // where it can't be moved it stays until the next change
-    return kept.content.fileName + " is damaged and begins anew; the old file is kept as "
-           + spare.getFileName().toStdString() + ".";
+    return tr ("%1 is damaged and begins anew; the old file is kept as %2.", kept.content.fileName,
+               spare.getFileName())
+        .toStdString();
 }
 
 std::vector<std::string> ContentStore::restore()
@@ -60,8 +62,10 @@ std::string ContentStore::takeComplaint()
 {
     if (std::exchange (hasComplained, isFailing.get()) || !isFailing)
         return {};
-    return "Pads and SmartKnobs can't be kept: nothing can be written to "
-           + folder.getFullPathName().toStdString() + ". It is tried again until it can.";
+    return tr ("Pads and SmartKnobs can't be kept: nothing can be written to %1. It is tried again until it "
+               "can.",
+               folder.getFullPathName())
+        .toStdString();
 }
 
 void ContentStore::save()

@@ -3,6 +3,7 @@
 #include "support/AudioThread.h"
 #include "support/files/RegularFile.h"
 #include "support/files/ReplaceFile.h"
+#include "support/language/Translate.h"
 
 namespace PresetFile
 {
@@ -31,7 +32,7 @@ std::optional<std::string> read (const juce::File& file)
 
 std::string unreadable (const juce::File& file)
 {
-    return "Nothing was loaded from " + file.getFileName().toStdString() + ": the file can't be read.";
+    return tr ("Nothing was loaded from %1: the file can't be read.", file.getFileName()).toStdString();
 }
 
 std::string write (const juce::File& file, std::string_view bytes)
@@ -39,6 +40,6 @@ std::string write (const juce::File& file, std::string_view bytes)
     assertMayBlock();
     if (file.getParentDirectory().createDirectory().wasOk() && replaceFile (file, bytes.data(), bytes.size()))
         return {};
-    return file.getFullPathName().toStdString() + " can't be written.";
+    return tr ("%1 can't be written.", file.getFullPathName()).toStdString();
 }
 }

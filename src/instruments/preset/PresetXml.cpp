@@ -1,5 +1,6 @@
 #include "instruments/preset/PresetXml.h"
 
+#include "support/language/Translate.h"
 #include "support/xml/XmlCharacters.h"
 
 #include <charconv>
@@ -29,10 +30,10 @@ XmlPullParser parserFor (std::string_view bytes)
 std::string readDocument (std::string_view bytes, const std::function<std::string (XmlPullParser&)>& read)
 {
     if (bytes.size() > largestFile)
-        return "It is too large for a preset.";
+        return N_ ("It is too large for a preset.");
     auto parser = parserFor (bytes);
     if (parser.next() != XmlPullParser::Event::start)
-        return "It is no XML text.";
+        return N_ ("It is no XML text.");
     if (auto fault = read (parser); !fault.empty())
         return fault;
     for (;;)
@@ -41,7 +42,7 @@ std::string readDocument (std::string_view bytes, const std::function<std::strin
         case XmlPullParser::Event::finished:
             return {};
         case XmlPullParser::Event::failed:
-            return "It is not a whole XML text.";
+            return N_ ("It is not a whole XML text.");
         default:
             break;
         }
@@ -50,9 +51,9 @@ std::string readDocument (std::string_view bytes, const std::function<std::strin
 std::string checkRoot (const XmlPullParser& parser, std::string_view root)
 {
     if (parser.name() != root)
-        return "It holds no " + std::string (root) + ".";
+        return tr ("It holds no %1.", std::string (root)).toStdString();
     if (parser.attribute ("version") != nullptr && numberIn (parser, "version", -1) != version)
-        return "It was written by another version.";
+        return N_ ("It was written by another version.");
     return {};
 }
 
@@ -70,7 +71,7 @@ std::string readChildren (XmlPullParser& parser, const std::function<std::string
             break;
         case XmlPullParser::Event::failed:
         case XmlPullParser::Event::finished:
-            return "It is not a whole XML text.";
+            return N_ ("It is not a whole XML text.");
         default:
             break;
         }
@@ -81,7 +82,7 @@ std::string readCurve (const XmlPullParser& parser, Curve& curve)
 {
     const auto* data = parser.attribute ("data");
     if (data == nullptr)
-        return "It leaves a curve out.";
+        return N_ ("It leaves a curve out.");
     if (data->size() >= XmlPullParser::maxValueBytes)
         return sentenceFor (EnvelopeFault::tooManyPoints);
     if (const auto fault = curve.envelope.fromText (*data); fault != EnvelopeFault::none)
@@ -133,9 +134,8 @@ std::string header()
 
 std::string sentence (std::string_view fileName, std::string_view fault)
 {
-    std::string words (fault);
-    if (words.starts_with ("It"))
-        words.front() = 'i';
-    return "Nothing was loaded from " + std::string (fileName) + ": " + words;
+    return tr ("Nothing was loaded from %1. %2", std::string (fileName),
+               tr (juce::String (std::string (fault))))
+        .toStdString();
 }
 }

@@ -2,6 +2,7 @@
 
 #include "instruments/preset/PresetFile.h"
 #include "instruments/smartknob/SmartKnobs.h"
+#include "support/language/Translate.h"
 
 namespace SmartKnobLibrary
 {
@@ -18,7 +19,7 @@ std::string loadFactory (SmartKnobs& knobs, int deck, int knob, int id)
 {
     const auto* entry = find (id);
     if (entry == nullptr)
-        return "There is no SmartKnob preset " + std::to_string (id) + ".";
+        return tr ("There is no SmartKnob preset %1.", id).toStdString();
     auto read = readSmartKnobPreset (entry->text);
     if (const auto* fault = std::get_if<std::string> (&read))
         return PresetXml::sentence (entry->name, *fault);

@@ -3,6 +3,7 @@
 #include "instruments/sampler/sample/SampleFile.h"
 #include "instruments/sampler/sample/SampleTempo.h"
 #include "library/tags/ReadTags.h"
+#include "support/language/Translate.h"
 #include "tracks/AdecTrack.h"
 #include "tracks/SampleConversion.h"
 #include "tracks/TrackFault.h"
@@ -208,7 +209,7 @@ bool SampleImportThread::copyTrack (SamplerSlot& slot, const GhostTake& take, co
     return goesOn();
 }
 
-void SampleImportThread::refuse (SamplerSlot& slot, const char* reason)
+void SampleImportThread::refuse (SamplerSlot& slot, const juce::String& reason)
 {
     slot.isUnsaved = 0;
     slot.changeTexts ([&] (auto& texts) { texts = { {}, texts.name, reason }; });
@@ -231,7 +232,7 @@ void SampleImportThread::keep (SamplerSlot& slot, const juce::File& recordings)
             if (isWritten)
                 texts.recording = file.getFullPathName();
             else
-                texts.fault = "The loop can't be written to " + recordings.getFullPathName() + ".";
+                texts.fault = tr ("The loop can't be written to %1.", recordings.getFullPathName());
         });
     desk.world.requests.ask (EngineRequest::keepPads, 0);
 }
@@ -250,7 +251,7 @@ void SampleImportThread::take (int index, const GhostTake& take, const juce::Fil
               if (!copyTrack (slot, take, path, stop))
               {
                   if (!stop.stop_requested())
-                      refuse (slot, "The deck has another track by now.");
+                      refuse (slot, tr ("The deck has another track by now."));
                   return;
               }
               SampleFacts facts;
@@ -275,7 +276,7 @@ void SampleImportThread::copy (int from, int to, const juce::File& recordings)
               slot.buffer.release();
               const auto facts = desk.factsOf (*source);
               if (facts.lengthFrames < 1)
-                  return refuse (slot, "The sample has been cleared.");
+                  return refuse (slot, tr ("The sample has been cleared."));
               std::copy_n (source->buffer.left(), facts.lengthFrames, slot.buffer.left());
               std::copy_n (source->buffer.right(), facts.lengthFrames, slot.buffer.right());
               publish (slot, facts, stop);

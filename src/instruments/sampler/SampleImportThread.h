@@ -60,7 +60,7 @@ private:
     void keep (SamplerSlot&, const juce::File& recordings);
 
     /** Leaves a slot empty that was to have a sample. @param reason   one sentence */
-    static void refuse (SamplerSlot&, const char* reason);
+    static void refuse (SamplerSlot&, const juce::String& reason);
 
     SamplerSlots& desk;
     AdecSharedLibrary decoder;

@@ -3,6 +3,7 @@
 #include "instruments/sampler/sample/SampleFile.h"
 #include "support/files/RegularFile.h"
 #include "support/files/ReplaceFile.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 
@@ -185,10 +186,10 @@ SamplerBank Sampler::bank() const
 juce::String Sampler::loadBank (const juce::File& file)
 {
     if (!file.existsAsFile())
-        return "The bank " + file.getFullPathName() + " does not exist.";
+        return tr ("The bank %1 does not exist.", file.getFullPathName());
     const auto read = SamplerBank::read (XmlPullParser (file));
     if (!read)
-        return file.getFullPathName() + " is no bank of the sampler.";
+        return tr ("%1 is no bank of the sampler.", file.getFullPathName());
     apply (*read);
     currentBank = nameOf (file);
     askToKeep();
@@ -227,11 +228,11 @@ juce::String Sampler::saveBank (const juce::File& file)
 {
     import.wait();
     if (!keepUnsavedLoops())
-        return "A recorded loop can't be written to " + folders.samples().getFullPathName() + ".";
+        return tr ("A recorded loop can't be written to %1.", folders.samples().getFullPathName());
     auto all = bank();
     all.name = nameOf (file);
     if (!writeBank (file, all))
-        return "The bank can't be written to " + file.getFullPathName() + ".";
+        return tr ("The bank can't be written to %1.", file.getFullPathName());
     currentBank = all.name;
     return {};
 }

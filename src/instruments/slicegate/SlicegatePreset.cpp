@@ -1,5 +1,7 @@
 #include "instruments/slicegate/SlicegatePreset.h"
 
+#include "support/language/Translate.h"
+
 #include <algorithm>
 #include <array>
 
@@ -45,7 +47,7 @@ std::string SlicegateXml::read (XmlPullParser& parser, SlicegatePreset& preset)
     };
     if (auto fault = PresetXml::readChildren (parser, readPart); !fault.empty())
         return fault;
-    return curves == 2 ? std::string() : "It does not hold a pad's two curves.";
+    return curves == 2 ? std::string() : N_ ("It does not hold a pad's two curves.");
 }
 
 std::string SlicegateXml::write (const SlicegatePreset& preset, int indent)

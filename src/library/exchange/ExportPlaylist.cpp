@@ -6,6 +6,7 @@
 #include "library/exchange/PlaylistPage.h"
 #include "library/formats/M3u.h"
 #include "support/AudioThread.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 
@@ -38,7 +39,7 @@ ExportPlaylist::Result ExportPlaylist::run (ImportProgress& progress)
     Result result;
     if (database == nullptr)
         return result;
-    progress.setStatusText (ExchangeTexts::exportStatus + path.getFullPathName());
+    progress.setStatusText (tr ("Exporting to: %1", path.getFullPathName()));
     juce::FileOutputStream stream (path);
     if (!stream.openedOk() || !stream.setPosition (0) || stream.truncate().failed())
         return result;

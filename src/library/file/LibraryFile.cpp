@@ -2,6 +2,7 @@
 
 #include "library/sql/DatabaseFile.h"
 #include "support/AudioThread.h"
+#include "support/language/Translate.h"
 
 #include <sys/stat.h>
 
@@ -17,7 +18,7 @@ constexpr const char* closedNote = ".closed";
 constexpr const char* sessions = ".sessions";
 
 constexpr const char* withoutBackup =
-    "The library file is damaged, and there is no good backup of it; it stays as it is.";
+    N_ ("The library file is damaged, and there is no good backup of it; it stays as it is.");
 
 /** The size of a new file before there is a song in it, and about that of a write of a few rows. */
 constexpr size_t probeBytes = 64 * 1024;
@@ -156,8 +157,8 @@ juce::File LibraryFile::moveAside (const char* why) const
 juce::String LibraryFile::replaceLost (const juce::String& whatHappened, const juce::File& backup) const
 {
     if (backup != juce::File() && DatabaseFile::copy (backup, library) == LibraryCode::ok)
-        return whatHappened + "; the backup " + backup.getFileName() + " has taken its place.";
-    return whatHappened + "; there is no good backup of it, so an empty library has taken its place.";
+        return tr ("%1; the backup %2 has taken its place.", whatHappened, backup.getFileName());
+    return tr ("%1; there is no good backup of it, so an empty library has taken its place.", whatHappened);
 }
 
 void LibraryFile::backUp() const
@@ -176,34 +177,33 @@ void LibraryFile::backUp() const
 
 LibraryFile::Session LibraryFile::inMemoryOfFullDisk() const
 {
-    return {
-        library, SongDatabase::Storage::memory,
-        "There is no room for the library file on the disk: nothing that is done to the library is kept."
-    };
+    return { library, SongDatabase::Storage::memory,
+             tr ("There is no room for the library file on the disk: nothing that is done to the library is "
+                 "kept.") };
 }
 
 LibraryFile::Session LibraryFile::inMemory() const
 {
-    return {
-        library, SongDatabase::Storage::memory,
-        "Problem creating database file. You need write permission to not only the database file, but also "
-        "the containing directory of this file."
-    };
+    return { library, SongDatabase::Storage::memory,
+             tr ("Problem creating database file. You need write permission to not only the database file, "
+                 "but also "
+                 "the containing directory of this file.") };
 }
 
 void LibraryFile::repair (bool isAlone, Session& session)
 {
     const auto backup = newestGoodBackup();
     if (!isAlone || DatabaseFile::isLocked (library))
-        session.message = "The library file is damaged, and another program has it open; it stays as it is.";
+        session.message =
+            tr ("The library file is damaged, and another program has it open; it stays as it is.");
     else if (isAnyFile && backup == juce::File())
-        session.message = withoutBackup;
+        session.message = tr (withoutBackup);
     else if (const auto aside = moveAside ("_damaged_"); aside == juce::File())
         session = inMemory();
     else
     {
         session.message =
-            replaceLost ("The library file was damaged and is kept as " + aside.getFileName(), backup);
+            replaceLost (tr ("The library file was damaged and is kept as %1", aside.getFileName()), backup);
         isSound = true;
     }
 }
@@ -219,20 +219,21 @@ void LibraryFile::beginAnew (Session& session)
     isSound = true;
     session.backup = newestGoodBackup();
     if (session.backup != juce::File())
-        session.message = "The library file was missing or empty, so a new library was begun. To have the "
-                          "songs back, put its backup "
-                          + session.backup.getFullPathName() + " in its place.";
+        session.message = tr ("The library file was missing or empty, so a new library was begun. To have "
+                              "the songs back, put its "
+                              "backup %1 in its place.",
+                              session.backup.getFullPathName());
 }
 
 juce::String LibraryFile::putBack (const juce::File& backup)
 {
     assertMayBlock();
     if (DatabaseFile::isLocked (library) && library.getSize() > 0)
-        return "Another program has the library open; it stays as it is.";
+        return tr ("Another program has the library open; it stays as it is.");
     const auto aside = moveAside ("_replaced_");
     if (aside == juce::File() || DatabaseFile::copy (backup, library) != LibraryCode::ok)
-        return "The backup " + backup.getFileName() + " can't be put in the library's place.";
-    return "The backup " + backup.getFileName() + " has taken the library's place.";
+        return tr ("The backup %1 can't be put in the library's place.", backup.getFileName());
+    return tr ("The backup %1 has taken the library's place.", backup.getFileName());
 }
 
 void LibraryFile::lookAfter (Purpose purpose, bool isAlone, Session& session)
@@ -280,7 +281,7 @@ LibraryFile::Session LibraryFile::prepare (Purpose purpose)
         && DatabaseFile::check (library) == DatabaseFile::Health::damaged)
     {
         // No folder beside what is no library.
-        session.message = withoutBackup;
+        session.message = tr (withoutBackup);
         return session;
     }
     if (backupFolder().createDirectory().failed())

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/language/Translate.h"
+
 #include <juce_core/juce_core.h>
 
 /** A watcher of a task of the library: a window, a terminal, a test. Called on the task's thread only. */
@@ -21,7 +23,7 @@ public:
 /** Texts of the window of an import. */
 namespace ImportTexts
 {
-inline constexpr const char* windowTitle = "Importing Music Files";
-inline constexpr const char* cancelButton = "Cancel";
-inline constexpr const char* folderChooserTitle = "Please select a song directory...";
+inline constexpr const char* windowTitle = N_ ("Importing Music Files");
+inline constexpr const char* cancelButton = N_ ("Cancel");
+inline constexpr const char* folderChooserTitle = N_ ("Please select a song directory...");
 }

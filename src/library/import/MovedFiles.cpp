@@ -5,6 +5,7 @@
 #include "library/import/FolderWalk.h"
 #include "library/tags/ReadTags.h"
 #include "support/files/AudioFileTypes.h"
+#include "support/language/Translate.h"
 
 #include <array>
 #include <cstdlib>
@@ -163,8 +164,8 @@ RelocateResult relocateSongs (SongDatabase& database, const juce::StringArray& f
         const auto& song = search.songs()[i];
         const auto files = search.filesOf (i);
         if (files.size() > 1)
-            result.doubtful.add (song.path + ": Several files could be this song, such as " + files[0]
-                                 + " and " + files[1] + ".");
+            result.doubtful.add (tr ("%1: Several files could be this song, such as %2 and %3.", song.path,
+                                     files[0], files[1]));
         if (files.size() != 1 || database.countFilename (files[0]) != 0)
             continue;
         result.code = database.setTextField (SongField::filename, song.id, files[0]);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/songs/SongField.h"
+#include "support/language/Translate.h"
 
 #include <array>
 
@@ -26,7 +27,7 @@ inline constexpr std::array<SmartType, songFieldCount> smartTypes {
 /** The name of a column's field in the editor of rules. */
 constexpr const char* editorNameOf (SongField field)
 {
-    return field == SongField::filesize ? "Filesize (MB)"
-           : field == SongField::bpm    ? "Bpm"
+    return field == SongField::filesize ? N_ ("Filesize (MB)")
+           : field == SongField::bpm    ? N_ ("Bpm")
                                         : songFields[static_cast<size_t> (field)].displayName;
 }

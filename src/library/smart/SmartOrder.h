@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/language/Translate.h"
+
 #include <array>
 #include <string_view>
 
@@ -15,15 +17,15 @@ inline constexpr const char* randomOrder = "RANDOM()";
 
 /** By the index in the editor's box. */
 inline constexpr std::array<SmartOrder, 9> smartOrders { {
-    { "random", randomOrder, true },
-    { "highest rating", "rating", false },
-    { "lowest rating", "rating", true },
-    { "most recently played", "lastplayed", false },
-    { "least recently played", "lastplayed", true },
-    { "most often played", "playcount", false },
-    { "least often played", "playcount", true },
-    { "most recently added", "dateadded", false },
-    { "least recently added", "dateadded", true },
+    { N_ ("random"), randomOrder, true },
+    { N_ ("highest rating"), "rating", false },
+    { N_ ("lowest rating"), "rating", true },
+    { N_ ("most recently played"), "lastplayed", false },
+    { N_ ("least recently played"), "lastplayed", true },
+    { N_ ("most often played"), "playcount", false },
+    { N_ ("least often played"), "playcount", true },
+    { N_ ("most recently added"), "dateadded", false },
+    { N_ ("least recently added"), "dateadded", true },
 } };
 
 /** The index of an order, 0 for an unknown one. */

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/language/Translate.h"
+
 #include <juce_core/juce_core.h>
 
 #include <array>
@@ -41,9 +43,11 @@ enum class SmartOperator : int32_t
 
 /** The words of the operators, in views and documents, by their numbers. */
 inline constexpr std::array<const char*, 13> operatorNames {
-    "contains",        "does not contain", "is",       "is not",    "starts with",    "ends with",
-    "is greater than", "is less than",     "is after", "is before", "is in the last", "is not in the last",
-    "is in the range"
+    N_ ("contains"),        N_ ("does not contain"), N_ ("is"),
+    N_ ("is not"),          N_ ("starts with"),      N_ ("ends with"),
+    N_ ("is greater than"), N_ ("is less than"),     N_ ("is after"),
+    N_ ("is before"),       N_ ("is in the last"),   N_ ("is not in the last"),
+    N_ ("is in the range")
 };
 
 /** The number of an operator's name, or -1. */

@@ -1,6 +1,7 @@
 #include "midi/detect/ControllerDetection.h"
 
 #include "midi/native/table/ModelList.h"
+#include "support/language/Translate.h"
 
 #include <deque>
 #include <optional>
@@ -134,15 +135,18 @@ private:
         const auto prompts = midi->engine.environment.prompts;
         if (prompts == nullptr)
             return false; // nobody to answer is a no
-        prompts->askYesNo (rule.message, "Do you want to use it?",
-                           [self = shared_from_this(), port, model = rule.model] (bool yes)
-                           {
-                               if (self->midi == nullptr)
-                                   return;
-                               if (yes)
-                                   self->accept (port, model);
-                               self->next();
-                           });
+        prompts->askYesNo (
+            tr ("%1 controller found",
+                juce::String (rule.message).upToLastOccurrenceOf (" controller found", false, false)),
+            tr ("Do you want to use it?"),
+            [self = shared_from_this(), port, model = rule.model] (bool yes)
+            {
+                if (self->midi == nullptr)
+                    return;
+                if (yes)
+                    self->accept (port, model);
+                self->next();
+            });
         return true;
     }
 
@@ -168,9 +172,10 @@ private:
         const auto prompts = midi->engine.environment.prompts;
         if (!midi->saveDeviceList() && prompts != nullptr)
             prompts->notify ("MIDI",
-                             "The list of devices could not be kept: its folder can't be written to.");
+                             tr ("The list of devices could not be kept: its folder can't be written to."));
         if (isWholeRun && !foundAny && !isFirstRun && prompts != nullptr)
-            prompts->notify ("Auto Detect Controllers Info", "No natively supported controllers found.");
+            prompts->notify (tr ("Auto Detect Controllers Info"),
+                             tr ("No natively supported controllers found."));
     }
 
     const juce::WeakReference<MidiSystem> midi; ///< gone if the plug-in ends while a question waits

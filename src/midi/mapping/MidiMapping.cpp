@@ -1,6 +1,7 @@
 #include "midi/mapping/MidiMapping.h"
 
 #include "engine/CommandTable.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 
@@ -38,10 +39,11 @@ std::vector<MidiControlChoice> controlChoices (int row)
 {
     using Type = MidiControlType;
     using Feature = MidiControlFeature;
-    std::vector<MidiControlChoice> choices { { "Default", Type::absolute, Feature::none },
-                                             { "Invert", Type::inverted, Feature::none },
-                                             { "Encoder", Type::encoder, Feature::none },
-                                             { "Encoder Invert", Type::encoderInverted, Feature::none } };
+    std::vector<MidiControlChoice> choices { { N_ ("Default"), Type::absolute, Feature::none },
+                                             { N_ ("Invert"), Type::inverted, Feature::none },
+                                             { N_ ("Encoder"), Type::encoder, Feature::none },
+                                             { N_ ("Encoder Invert"), Type::encoderInverted,
+                                               Feature::none } };
     const auto command = CommandTable::find (row);
     if (!command)
         return choices;
@@ -51,17 +53,17 @@ std::vector<MidiControlChoice> controlChoices (int row)
     case MappingShape::pitch:
         choices.insert (
             choices.end(),
-            { { "Soft Takeover", Type::absolute, Feature::takeover },
-              { "Soft Takeover Invert", Type::inverted, Feature::takeover },
-              { "14-bit Soft Takeover", Type::absolute, Feature::fine | Feature::takeover },
-              { "14-bit Soft Takeover Invert", Type::inverted, Feature::fine | Feature::takeover } });
+            { { N_ ("Soft Takeover"), Type::absolute, Feature::takeover },
+              { N_ ("Soft Takeover Invert"), Type::inverted, Feature::takeover },
+              { N_ ("14-bit Soft Takeover"), Type::absolute, Feature::fine | Feature::takeover },
+              { N_ ("14-bit Soft Takeover Invert"), Type::inverted, Feature::fine | Feature::takeover } });
         [[fallthrough]];
     case MappingShape::seek:
-        choices.insert (choices.end(), { { "14-bit", Type::absolute, Feature::fine },
-                                         { "14-bit Invert", Type::inverted, Feature::fine } });
+        choices.insert (choices.end(), { { N_ ("14-bit"), Type::absolute, Feature::fine },
+                                         { N_ ("14-bit Invert"), Type::inverted, Feature::fine } });
         break;
     case MappingShape::jog:
-        choices.push_back ({ "Wheel without touch", Type::absolute, Feature::wheel });
+        choices.push_back ({ N_ ("Wheel without touch"), Type::absolute, Feature::wheel });
         break;
     case MappingShape::trigger:
     case MappingShape::held:

@@ -3,6 +3,7 @@
 #include "midi/mapping/MidiMappingFile.h"
 #include "midi/native/NativeDrivers.h"
 #include "midi/script/ShippedScripts.h"
+#include "support/language/Translate.h"
 
 #include <juce_events/juce_events.h>
 
@@ -21,9 +22,9 @@ MidiSystem::MidiSystem (CPlatterdex& e, Options options)
       mappingKeeper (control.mapping, mappingFile, [this] { return mayKeepFiles(); })
 {
     if (!control.loadMidiDeviceList (deviceListFile))
-        setAside (deviceListFile, "list of MIDI devices");
+        setAside (deviceListFile, N_ ("The list of MIDI devices %1 can't be read."));
     if (!loadMidiMapping (mappingFile, control.mapping) && mappingFile.existsAsFile())
-        setAside (mappingFile, "MIDI mapping");
+        setAside (mappingFile, N_ ("The MIDI mapping %1 can't be read."));
     if (options.hasThreads)
     {
         control.start();
@@ -38,7 +39,7 @@ MidiSystem::MidiSystem (CPlatterdex& e, Options options)
     // Without the shipped files scripts still run: the header is built in.
     juce::ignoreUnused (ShippedScripts::install (scripts.folder()));
     if (!scripts.loadSetup (scriptSetupFile))
-        setAside (scriptSetupFile, "list of scripts");
+        setAside (scriptSetupFile, N_ ("The list of scripts %1 can't be read."));
 }
 
 MidiSystem::~MidiSystem()
@@ -76,14 +77,15 @@ bool MidiSystem::saveScriptSetup() const
 }
 
 /** Moves a file that can't be read out of the way of the one that is written at the end, and says so. */
-void MidiSystem::setAside (const juce::File& file, const juce::String& what) const
+void MidiSystem::setAside (const juce::File& file, const char* what) const
 {
     const auto place = file.getSiblingFile (file.getFileNameWithoutExtension() + ".damaged.xml");
     const auto isKept = file.moveFileTo (place.getNonexistentSibling());
     if (engine.environment.prompts == nullptr)
         return;
-    const auto sentence = "The " + what + " " + file.getFullPathName() + " can't be read"
-                          + (isKept ? " and was put aside." : ".");
+    juce::String sentence = tr (what, file.getFullPathName());
+    if (isKept)
+        sentence << " " << tr ("It was put aside.");
     const auto* messages = juce::MessageManager::getInstanceWithoutCreating();
     if (messages == nullptr || messages->isThisTheMessageThread())
         engine.environment.prompts->notify ("MIDI", sentence);

@@ -56,7 +56,7 @@ public:
 
 private:
     bool mayKeepFiles() const;
-    void setAside (const juce::File&, const juce::String& what) const;
+    void setAside (const juce::File&, const char* what) const;
 
     const juce::File mappingFile, deviceListFile, scriptSetupFile;
     const bool runsScripts, inHost;

@@ -1,5 +1,7 @@
 #include "mixer/insert/HostedPlugin.h"
 
+#include "support/language/Translate.h"
+
 #include <algorithm>
 
 namespace
@@ -53,9 +55,9 @@ HostedPlugin::~HostedPlugin()
 juce::String HostedPlugin::unfitness() const
 {
     if (outputs < 1)
-        return "It has no audio output.";
+        return tr ("It has no audio output.");
     if (inputs > maxChannels || outputs > maxChannels)
-        return "It has more than " + juce::String (maxChannels) + " channels.";
+        return tr ("It has more than %1 channels.", maxChannels);
     return {};
 }
 

@@ -1,6 +1,7 @@
 #include "plugins/formats/PluginFormats.h"
 
 #include "plugins/catalogue/PluginFileFilter.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 #include <string>
@@ -85,13 +86,13 @@ PluginFormats::Made PluginFormats::create (const KnownPluginEntry& entry, double
 {
     auto* const format = find (entry.description.pluginFormatName);
     if (format == nullptr)
-        return { nullptr, "The format " + entry.description.pluginFormatName + " is unknown." };
+        return { nullptr, tr ("The format %1 is unknown.", entry.description.pluginFormatName) };
     if (entry.description.pluginFormatName == PluginFileFilter::lv2)
         showFolderOf (juce::File (entry.file), *format);
     Made made;
     made.instance = format->createInstanceFromDescription (entry.description, rate, block, made.fault);
     if (made.instance == nullptr && made.fault.isEmpty())
-        made.fault = "It could not be loaded.";
+        made.fault = tr ("It could not be loaded.");
     if (made.instance != nullptr)
         keepLibrariesOf (entry.file);
     return made;

@@ -3,6 +3,7 @@
 #include "mixer/insert/HostedPlugin.h"
 #include "mixer/insert/SignalGuard.h"
 #include "plugins/catalogue/PluginFileFilter.h"
+#include "support/language/Translate.h"
 
 namespace
 {
@@ -53,7 +54,7 @@ std::vector<KnownPluginEntry> PluginProbe::examine (PluginFormats& formats, cons
     }
     if (entries.empty())
         entries.push_back (
-            unusable (file, VerifiedState::failed, "It holds no plug-in that could be loaded."));
+            unusable (file, VerifiedState::failed, N_ ("It holds no plug-in that could be loaded.")));
     return entries;
 }
 
@@ -79,10 +80,10 @@ juce::String PluginProbe::tryOut (PluginFormats& formats, const KnownPluginEntry
                 in.setSample (side, frame, random.nextFloat() - 0.5f);
         if (plugin.process (in.getArrayOfReadPointers(), out.getArrayOfWritePointers(), block)
             == HostedPlugin::Outcome::threw)
-            return "It failed in the middle of a block.";
+            return N_ ("It failed in the middle of a block.");
         if (const auto fault = guard.run (out.getArrayOfWritePointers(), block); fault != PluginFault::none)
-            return fault == PluginFault::tooLoud ? "It returned more than +60 dB."
-                                                 : "It returned no numbers.";
+            return fault == PluginFault::tooLoud ? N_ ("It returned more than +60 dB.")
+                                                 : N_ ("It returned no numbers.");
     }
     return {};
 }

@@ -4,6 +4,7 @@
 #include "plugins/catalogue/PluginListFile.h"
 #include "plugins/formats/PluginProbe.h"
 #include "plugins/ipc/ScannerProtocol.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 
@@ -38,11 +39,11 @@ IPCPluginScanner::Outcome IPCPluginScanner::scanFile (const juce::File& file)
     case End::notStarted:
         return listener.shouldExit()
                    ? Outcome::cancelled
-                   : enterFailure (file, VerifiedState::failed, "The scanner could not be started.");
+                   : enterFailure (file, VerifiedState::failed, N_ ("The scanner could not be started."));
     case End::notTaken:
-        return enterFailure (file, VerifiedState::failed, "The scanner did not answer.");
+        return enterFailure (file, VerifiedState::failed, N_ ("The scanner did not answer."));
     case End::skipped:
-        return enterFailure (file, VerifiedState::failed, "It was skipped, since it did not respond.");
+        return enterFailure (file, VerifiedState::failed, N_ ("It was skipped, since it did not respond."));
     case End::cancelled:
         return Outcome::cancelled;
     case End::died:
@@ -51,14 +52,14 @@ IPCPluginScanner::Outcome IPCPluginScanner::scanFile (const juce::File& file)
     write ("PROCESS DEAD? : " + file.getFullPathName());
     write (answer.wasSilent ? "Killing process succeeded!"
                             : "Killing process failed (probably it was already dead)!");
-    return enterFailure (file, VerifiedState::crashed, "The scanner died of it.");
+    return enterFailure (file, VerifiedState::crashed, N_ ("The scanner died of it."));
 }
 
 IPCPluginScanner::Outcome IPCPluginScanner::enterResult (const juce::File& file, const std::string& xml)
 {
     auto entries = PluginListFile::read (xml);
     if (!entries || entries->empty())
-        return enterFailure (file, VerifiedState::failed, "The scanner's answer can't be read.");
+        return enterFailure (file, VerifiedState::failed, N_ ("The scanner's answer can't be read."));
     const auto path = file.getFullPathName();
     for (auto& entry : *entries)
         entry.file = path; // nothing that a plug-in says of itself puts another one in the list

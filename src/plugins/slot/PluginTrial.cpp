@@ -2,6 +2,7 @@
 
 #include "plugins/catalogue/PluginListFile.h"
 #include "plugins/ipc/ScannerProtocol.h"
+#include "support/language/Translate.h"
 
 namespace
 {
@@ -21,19 +22,19 @@ juce::String sentenceOf (const ScannerExchange::Answer& answer)
     switch (answer.end)
     {
     case End::answered:
-        return answer.text == ScannerProtocol::trialPassed ? juce::String() : juce::String (answer.text);
+        return answer.text == ScannerProtocol::trialPassed ? juce::String() : tr (juce::String (answer.text));
     case End::notStarted:
-        return "The scanner could not be started to try it.";
+        return tr ("The scanner could not be started to try it.");
     case End::notTaken:
-        return "The scanner did not answer.";
+        return tr ("The scanner did not answer.");
     case End::died:
-        return "It crashed when it was tried.";
+        return tr ("It crashed when it was tried.");
     case End::skipped:
-        return "It did not respond when it was tried.";
+        return tr ("It did not respond when it was tried.");
     case End::cancelled:
         break;
     }
-    return "It was not tried to the end.";
+    return tr ("It was not tried to the end.");
 }
 }
 
@@ -56,7 +57,7 @@ juce::String PluginTrial::run (const Request& request, const std::function<bool(
     if (!request.state.isEmpty())
     {
         if (!state.getFile().replaceWithData (request.state.getData(), request.state.getSize()))
-            return "Its state could not be written to try it.";
+            return tr ("Its state could not be written to try it.");
         order.stateFile = state.getFile().getFullPathName().toStdString();
     }
     ScannerExchange::Watcher watcher;

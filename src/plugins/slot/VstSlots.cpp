@@ -1,6 +1,7 @@
 #include "plugins/slot/VstSlots.h"
 
 #include "plugins/scan/IPCPluginScanner.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -173,8 +174,8 @@ juce::String VstSlots::loadNow (int deck, const juce::String& pathOrName)
     if (!entry)
     {
         unload (deck);
-        return "The plug-in " + pathOrName.quoted()
-               + " is not known; platterdex plugins list shows those that are.";
+        return tr ("The plug-in %1 is not known; platterdex plugins list shows those that are.",
+                   pathOrName.quoted());
     }
     const Load load { *entry };
     auto fault = trial.run (requestOf (load), [] { return false; });
@@ -201,7 +202,7 @@ juce::String VstSlots::install (int deck, const Load& load)
     if (made.fault.isNotEmpty() || plugin == nullptr)
     {
         marker.set (deck, {});
-        return made.fault.isNotEmpty() ? made.fault : juce::String ("It could not be loaded.");
+        return made.fault.isNotEmpty() ? made.fault : tr ("It could not be loaded.");
     }
     if (!load.state.isEmpty())
         plugin->processor->setStateInformation (load.state.getData(),
@@ -254,7 +255,8 @@ void VstSlots::fail (int deck, const Load& load, const juce::String& reason)
 
 void VstSlots::tellOfFailure (int deck, const juce::String& pluginName, const juce::String& reason)
 {
-    engine.listeners.postText ("*** Error loading the VST plugin ***|" + pluginName + "|" + reason, deck);
+    engine.listeners.postText (
+        "*** " + tr ("Error loading the VST plugin") + " ***|" + pluginName + "|" + reason, deck);
 }
 
 //======================================================================================================================
@@ -406,11 +408,11 @@ void VstSlots::restoreSlot (int deck, const SavedSlot& saved, const juce::String
     slot (deck).setOn (saved.isOn);
     if (blamed.isNotEmpty())
         return engine.listeners.postText (
-            "*** Plug-in left out ***|The program ended while " + blamed + "|was being loaded", deck);
+            tr ("*** Plug-in left out ***|The program ended while %1|was being loaded", blamed), deck);
     if (saved.plugin.isEmpty())
         return;
     if (const auto entry = known->find (saved.plugin))
         return begin (deck, { *entry, saved.state, saved.paramIndices, true });
     at (deck).isAwaited = true;
-    tellOfFailure (deck, saved.name, "It is not in the list of plug-ins.");
+    tellOfFailure (deck, saved.name, tr ("It is not in the list of plug-ins."));
 }

@@ -2,22 +2,18 @@
 
 #include "library/query/RunQuery.h"
 #include "session/browse/LibraryRoom.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 #include <unordered_map>
 
 namespace
 {
-juce::String songsText (size_t count)
-{
-    return juce::String (static_cast<int> (count)) + (count == 1 ? " song" : " songs");
-}
-
 /** A list's name in the text of an edit. */
 juce::String nameOf (const ListContent& content)
 {
     if (content.list.kind == SongListKind::automix)
-        return "the automix list";
+        return tr ("the automix list");
     return content.name;
 }
 
@@ -98,7 +94,7 @@ int LibraryEdits::runEdit (ListRef list, const juce::String& verb, const ListCha
     // Recommendations live in memory and go with the session: nothing to take back.
     const auto isKept = list.kind != SongListKind::recommendation;
     const auto code = history.edit (
-        database, list, isKept ? verb.replace ("%", nameOf (named)) : juce::String(),
+        database, list, isKept ? verb.replace ("{list}", nameOf (named)) : juce::String(),
         [&] (ListContent& content) { return change (content, placed); }, &result);
     if (code == LibraryCode::ok)
         for (const auto at : placed)
@@ -116,7 +112,7 @@ void LibraryEdits::editList (ListRef list, const juce::String& verb, ListChange 
 
 void LibraryEdits::insert (ListRef list, int place, std::vector<int32_t> songIds, Placed done)
 {
-    const auto verb = "Add " + songsText (songIds.size()) + " to %";
+    const auto verb = trPlural ("Add %1 song to {list}", "Add %1 songs to {list}", songIds.size());
     editList (
         list, verb,
         [place, songIds = std::move (songIds)] (ListContent& content, std::vector<size_t>& placed)
@@ -143,15 +139,17 @@ void LibraryEdits::append (ListRef list, const SongQuery& query, Placed done)
                 putAt (content.entries, -1, newEntries (found.songIds()), placed);
                 return LibraryCode::ok;
             };
-            return runEdit (list, "Add " + songsText (static_cast<size_t> (found.size())) + " to %", put,
-                            *entryIds);
+            return runEdit (list,
+                            trPlural ("Add %1 song to {list}", "Add %1 songs to {list}",
+                                      static_cast<size_t> (found.size())),
+                            put, *entryIds);
         },
         withPlaces (entryIds, std::move (done)));
 }
 
 void LibraryEdits::remove (ListRef list, std::vector<int32_t> entryIds, Done done)
 {
-    const auto verb = "Remove " + songsText (entryIds.size()) + " from %";
+    const auto verb = trPlural ("Remove %1 song from {list}", "Remove %1 songs from {list}", entryIds.size());
     std::sort (entryIds.begin(), entryIds.end());
     editList (
         list, verb,
@@ -166,7 +164,7 @@ void LibraryEdits::remove (ListRef list, std::vector<int32_t> entryIds, Done don
 
 void LibraryEdits::move (ListRef list, std::vector<int32_t> entryIds, int place, Placed done)
 {
-    const auto verb = "Move " + songsText (entryIds.size()) + " in %";
+    const auto verb = trPlural ("Move %1 song in {list}", "Move %1 songs in {list}", entryIds.size());
     std::sort (entryIds.begin(), entryIds.end());
     editList (
         list, verb,
@@ -192,7 +190,7 @@ void LibraryEdits::move (ListRef list, std::vector<int32_t> entryIds, int place,
 void LibraryEdits::clear (ListRef list, Done done)
 {
     editList (
-        list, "Clear %",
+        list, tr ("Clear {list}"),
         [] (ListContent& content, std::vector<size_t>&)
         {
             content.entries.clear();
@@ -204,7 +202,7 @@ void LibraryEdits::clear (ListRef list, Done done)
 void LibraryEdits::reorder (ListRef list, std::vector<int32_t> entryIds, Done done)
 {
     editList (
-        list, "Put % in another order",
+        list, tr ("Put {list} in another order"),
         [entryIds = std::move (entryIds)] (ListContent& content, std::vector<size_t>&)
         {
             std::unordered_map<int32_t, size_t> places;
@@ -230,7 +228,7 @@ void LibraryEdits::make (ListContent made, Created done)
         {
             ListContent result;
             const auto code = history.edit (
-                database, made.list, "Create " + made.name,
+                database, made.list, tr ("Create %1", made.name),
                 [&] (ListContent& content)
                 {
                     content = made;
@@ -272,7 +270,7 @@ void LibraryEdits::createSmart (const juce::String& name, const juce::String& sq
 void LibraryEdits::setSmart (int32_t id, const juce::String& sql, const juce::String& rules, Done done)
 {
     editList (
-        { SongListKind::smartPlaylist, id }, "Edit %",
+        { SongListKind::smartPlaylist, id }, tr ("Edit {list}"),
         [sql, rules] (ListContent& content, std::vector<size_t>&)
         {
             if (sql.isNotEmpty())
@@ -297,7 +295,7 @@ void LibraryEdits::loadSmart (int32_t id, std::function<void (int, const juce::S
 void LibraryEdits::rename (ListRef list, const juce::String& name, Done done)
 {
     editList (
-        list, "Rename %",
+        list, tr ("Rename {list}"),
         [name] (ListContent& content, std::vector<size_t>&)
         {
             content.name = name;
@@ -309,7 +307,7 @@ void LibraryEdits::rename (ListRef list, const juce::String& name, Done done)
 void LibraryEdits::deleteList (ListRef list, Done done)
 {
     editList (
-        list, "Delete %",
+        list, tr ("Delete {list}"),
         [] (ListContent& content, std::vector<size_t>&)
         {
             content.exists = false;

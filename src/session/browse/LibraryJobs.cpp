@@ -9,6 +9,7 @@
 #include "session/browse/JobTask.h"
 #include "session/browse/LibraryFaults.h"
 #include "session/browse/LibraryRoom.h"
+#include "support/language/Translate.h"
 #include "tracks/BatchAnalysis.h"
 
 #include <algorithm>
@@ -17,21 +18,22 @@ namespace
 {
 juce::String songsText (int count)
 {
-    return juce::String (count) + (count == 1 ? " song" : " songs");
+    return trPlural ("%1 song", "%1 songs", count);
 }
 
 juce::String foundText (const ImportResult& result)
 {
     const auto leftOut = result.unplayable.size();
-    return songsText (result.accepted) + " found, " + juce::String (result.added) + " new"
-           + (leftOut > 0 ? ", " + juce::String (leftOut) + " left out." : juce::String ("."));
+    return leftOut > 0
+               ? tr ("%1 found, %2 new, %3 left out.", songsText (result.accepted), result.added, leftOut)
+               : tr ("%1 found, %2 new.", songsText (result.accepted), result.added);
 }
 
 /** The sentence on a file that can't be written: short, since a line has room for its name alone. */
 juce::String unwritten (const juce::File& file)
 {
-    return file.getFileName() + " can't be written to " + file.getParentDirectory().getFullPathName()
-           + ": is the disk full, or the folder gone?";
+    return tr ("%1 can't be written to %2: is the disk full, or the folder gone?", file.getFileName(),
+               file.getParentDirectory().getFullPathName());
 }
 
 /** The list that songs are put into, as an import takes it. @param list   has to live as long as the import */
@@ -87,7 +89,7 @@ int LibraryJobs::post (const juce::String& title, std::function<void (Task&)> ru
 
 int LibraryJobs::importPaths (const juce::StringArray& paths, ListRef target, int place)
 {
-    return post (ImportTexts::windowTitle,
+    return post (tr (ImportTexts::windowTitle),
                  [this, paths, target, place] (Task& task)
                  {
                      SongList list (target.kind, target.id);
@@ -106,39 +108,39 @@ int LibraryJobs::importPaths (const juce::StringArray& paths, ListRef target, in
 
 int LibraryJobs::importPlaylist (const juce::File& file, const juce::String& name)
 {
-    return post (ExchangeTexts::importWindow,
+    return post (tr (ExchangeTexts::importWindow),
                  [this, file, name] (Task& task)
                  {
                      const auto result = ImportPlaylist (&room.database, file, -1, name).run (task);
-                     task.end (songsText (result.songs) + " in the playlist, " + juce::String (result.added)
-                                   + " new.",
-                               result.code != LibraryCode::ok ? LibraryFaults::sentence (result.code)
-                               : result.isRead || result.isCancelled
-                                   ? juce::String()
-                                   : file.getFullPathName() + " can't be read to its end as a playlist.");
+                     task.end (
+                         tr ("%1 in the playlist, %2 new.", songsText (result.songs), result.added),
+                         result.code != LibraryCode::ok ? LibraryFaults::sentence (result.code)
+                         : result.isRead || result.isCancelled
+                             ? juce::String()
+                             : tr ("%1 can't be read to its end as a playlist.", file.getFullPathName()));
                  });
 }
 
 int LibraryJobs::importForeign (const juce::File& file)
 {
-    return post (ExchangeTexts::itunesWindow,
+    return post (tr (ExchangeTexts::itunesWindow),
                  [this, file] (Task& task)
                  {
                      const auto result = ImportItunes (&room.database, file).run (task);
-                     task.end (songsText (result.tracks) + ", " + juce::String (result.playlists)
-                                   + " playlists.",
+                     task.end (trPlural ("%2, %1 playlist.", "%2, %1 playlists.", result.playlists,
+                                         songsText (result.tracks)),
                                result.isRead || result.isCancelled
                                    ? juce::String()
-                                   : file.getFullPathName() + " can't be read as a music library.");
+                                   : tr ("%1 can't be read as a music library.", file.getFullPathName()));
                  });
 }
 
 int LibraryJobs::exportList (const SongQuery& query, const juce::String& name, const juce::File& file)
 {
-    return post (ExchangeTexts::exportWindow,
+    return post (tr (ExchangeTexts::exportWindow),
                  [this, query, name, file] (Task& task)
                  {
-                     task.setStatusText (ExchangeTexts::exportStatus + file.getFullPathName());
+                     task.setStatusText (tr ("Exporting to: %1", file.getFullPathName()));
                      if (query.kind == SongListKind::history)
                          return task.end ({}, room.history.exportTo (query.id, file));
                      SongList list;
@@ -147,20 +149,20 @@ int LibraryJobs::exportList (const SongQuery& query, const juce::String& name, c
                          return task.end ({}, LibraryFaults::sentence (code));
                      list.name = name;
                      const auto result = ExportPlaylist (&room.database, list, file).run (task);
-                     task.end (songsText (result.rows) + " exported.",
+                     task.end (tr ("%1 exported.", songsText (result.rows)),
                                result.isWritten ? juce::String() : unwritten (file));
                  });
 }
 
 int LibraryJobs::backup (const juce::File& file)
 {
-    return post ("Create Backup",
+    return post (tr ("Create Backup"),
                  [this, file] (Task& task)
                  {
                      task.setStatusText (file.getFullPathName());
                      const auto code = room.database.copyTo (file);
                      task.end (code == LibraryCode::ok
-                                   ? "The library is copied to " + file.getFileName() + "."
+                                   ? tr ("The library is copied to %1.", file.getFileName())
                                    : juce::String(),
                                code == LibraryCode::ok ? juce::String() : unwritten (file));
                  });
@@ -168,7 +170,7 @@ int LibraryJobs::backup (const juce::File& file)
 
 int LibraryJobs::analyse (BatchAnalysis& analysis, const juce::StringArray& paths, bool isAgain)
 {
-    const auto task = add ("Analyzing");
+    const auto task = add (tr ("Analyzing"));
     task->begin();
     task->setCount (0, paths.size());
     analysis.addFiles (
@@ -184,7 +186,7 @@ int LibraryJobs::analyse (BatchAnalysis& analysis, const juce::StringArray& path
           [task]
           {
               const auto job = task->job();
-              task->end (songsText (job.done - job.failures.size()) + " analysed.");
+              task->end (tr ("%1 analysed.", songsText (job.done - job.failures.size())));
           } });
     return task->id;
 }
@@ -230,20 +232,20 @@ void LibraryJobs::relocateIn (const juce::StringArray& below, Task& task)
     const auto result = relocateSongs (room.database, below, task);
     for (const auto& doubtful : result.doubtful)
         task.addFailure (doubtful);
-    task.end (juce::String (result.missing) + " missing, " + juce::String (result.found) + " found again.",
+    task.end (tr ("%1 missing, %2 found again.", result.missing, result.found),
               LibraryFaults::sentence (result.code));
 }
 
 int LibraryJobs::relocate (const juce::File& folder)
 {
-    return post ("Looking for moved files",
+    return post (tr ("Looking for moved files"),
                  [this, folder] (Task& task) { relocateIn ({ folder.getFullPathName() }, task); });
 }
 
 int LibraryJobs::lookAtFolders()
 {
     return post (
-        "Looking at music folders",
+        tr ("Looking at music folders"),
         [this] (Task& task)
         {
             juce::StringArray there;
@@ -251,7 +253,7 @@ int LibraryJobs::lookAtFolders()
                 if (juce::File (folder).isDirectory())
                     there.add (folder);
                 else
-                    task.addFailure (folder + ": The folder is not there now.");
+                    task.addFailure (folder + ": " + tr ("The folder is not there now."));
             relocateIn (there, task);
             if (there.isEmpty() || task.shouldExit() || task.job().state == LibraryJob::State::failed)
                 return;

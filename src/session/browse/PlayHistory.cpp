@@ -2,6 +2,7 @@
 
 #include "library/exchange/PlaylistPage.h"
 #include "library/formats/M3u.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 #include <array>
@@ -185,8 +186,9 @@ juce::String PlayHistory::exportTo (int32_t session, const juce::File& file) con
         for (const auto& song : all)
             text << lineOf (song);
     }
-    return file.replaceWithText (text, false, false, "\n") ? juce::String()
-                                                           : file.getFullPathName() + " can't be written.";
+    return file.replaceWithText (text, false, false, "\n")
+               ? juce::String()
+               : tr ("%1 can't be written.", file.getFullPathName());
 }
 
 bool PlayHistory::remove (int32_t session)

@@ -1,5 +1,6 @@
 #include "session/similar/KeyText.h"
 
+#include "support/language/Translate.h"
 #include "support/music/KeyName.h"
 
 #include <array>
@@ -27,9 +28,12 @@ juce::String relation (int key, int other)
     const auto steps = Fit::fifthsBetween (key, other);
     const auto isSameMode = (key < 12) == (other < 12);
     if (steps == 0)
-        return isSameMode ? "same key" : "relative key";
+        return isSameMode ? tr ("same key") : tr ("relative key");
     const auto count = std::abs (steps);
-    return (count == 1 ? juce::String ("a fifth") : juce::String (count) + " fifths")
-           + (steps > 0 ? " up" : " down") + (isSameMode ? "" : ", other mode");
+    if (isSameMode)
+        return steps > 0 ? trPlural ("a fifth up", "%1 fifths up", count)
+                         : trPlural ("a fifth down", "%1 fifths down", count);
+    return steps > 0 ? trPlural ("a fifth up, other mode", "%1 fifths up, other mode", count)
+                     : trPlural ("a fifth down, other mode", "%1 fifths down, other mode", count);
 }
 }

@@ -1,6 +1,7 @@
 #include "session/similar/SimilarSongs.h"
 
 #include "session/similar/KeyText.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,9 +19,9 @@ juce::String SimilarSong::tempoChange() const
 
 juce::String SimilarSong::reason() const
 {
-    juce::StringArray parts { juce::String (std::lround (100.0 * closeness)) + " % alike" };
+    juce::StringArray parts { tr ("%1 % alike", std::lround (100.0 * closeness)) };
     if (tempo.isKnown)
-        parts.add ("tempo " + tempoChange());
+        parts.add (tr ("tempo %1", tempoChange()));
     if (keyRelation.isNotEmpty())
         parts.add (keyRelation);
     return parts.joinIntoString (", ");

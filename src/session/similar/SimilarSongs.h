@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/database/SongDatabase.h"
+#include "support/language/Translate.h"
 #include "support/music/HarmonicFit.h"
 #include "tracks/similar/SoundSession.h"
 
@@ -42,9 +43,9 @@ struct Priority
     Weights weights;
 };
 
-inline constexpr Priority priorities[] { { "sound", "By Sound", { 0.0, 0.0 } },
-                                         { "balanced", "By Sound, Tempo and Key", { 0.25, 0.15 } },
-                                         { "mix", "By Tempo and Key", { 0.5, 0.35 } } };
+inline constexpr Priority priorities[] { { "sound", N_ ("By Sound"), { 0.0, 0.0 } },
+                                         { "balanced", N_ ("By Sound, Tempo and Key"), { 0.25, 0.15 } },
+                                         { "mix", N_ ("By Tempo and Key"), { 0.5, 0.35 } } };
 
 /** @returns the weights of a preference's value; of "balanced" for an unknown one */
 Weights weightsOf (const juce::String& value);

@@ -1,5 +1,7 @@
 #include "timecode/deckmode/InputDiagnosis.h"
 
+#include "support/language/Translate.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -168,33 +170,33 @@ std::string inputWords (const InputDiagnosis::Report& report)
     case nothingYet:
         return {};
     case noSignal:
-        return "no signal";
+        return tr ("no signal").toStdString();
     case leftMissing:
-        return "left channel missing";
+        return tr ("left channel missing").toStdString();
     case rightMissing:
-        return "right channel missing";
+        return tr ("right channel missing").toStdString();
     case hum:
-        return "no ground: hum at " + std::to_string (report.humHz) + " Hz";
+        return tr ("no ground: hum at %1 Hz", report.humHz).toStdString();
     case clipped:
-        return "input clips: turn the level down";
+        return tr ("input clips: turn the level down").toStdString();
     case mono:
-        return "both channels are the same";
+        return tr ("both channels are the same").toStdString();
     case phonoLevel:
-        return "phono level at a line input";
+        return tr ("phono level at a line input").toStdString();
     case levelLow:
-        return "level low: " + level;
+        return tr ("level low: %1", level).toStdString();
     case swapped:
-        return "channels swapped";
+        return tr ("channels swapped").toStdString();
     case leftInverted:
-        return "left channel inverted";
+        return tr ("left channel inverted").toStdString();
     case rightInverted:
-        return "right channel inverted";
+        return tr ("right channel inverted").toStdString();
     case noisy:
-        return "noisy signal: clean needle and record";
+        return tr ("noisy signal: clean needle and record").toStdString();
     case unknownCode:
-        return "a carrier of " + std::to_string (report.carrierHz) + " Hz, no code known";
+        return tr ("a carrier of %1 Hz, no code known", report.carrierHz).toStdString();
     case good:
-        return "good signal";
+        return tr ("good signal").toStdString();
     }
     return {};
 }

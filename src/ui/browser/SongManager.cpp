@@ -2,6 +2,7 @@
 
 #include "library/exchange/ListSummary.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/browser/actions/EditAnswers.h"
 #include "ui/browser/search/SearchFields.h"
 #include "ui/panel/PanelPaint.h"
@@ -61,10 +62,10 @@ SongManager::SongManager (CPlatterdex& e, Session* session)
       rightBar (*this, &panes, rightBarPane)
 {
     setOpaque (true);
-    setTitle ("Browser");
+    setTitle (tr ("Browser"));
     setFocusContainerType (FocusContainerType::keyboardFocusContainer);
 
-    search.setHint (e.settings.searchText.get());
+    search.setHint (tr (e.settings.searchText.get()));
     search.setFields (SearchFields::fromText (world.preference (fieldsName, SearchFields::byDefault)));
     search.onSearch = [this]
     {
@@ -103,7 +104,7 @@ SongManager::SongManager (CPlatterdex& e, Session* session)
     };
 
     windowButton.setComponentID ("_openInNewWindowButton");
-    windowButton.setTooltip ("Opens song manager in a new window.");
+    windowButton.setTooltip (tr ("Opens song manager in a new window."));
     windowButton.onClick = [this]
     {
         if (onOpenInWindow != nullptr)
@@ -220,7 +221,7 @@ void SongManager::pollCalm()
     followSettings();
     followMaster();
     const auto next = world.room == nullptr ? table.emptyText()
-                      : table.isOpening()   ? juce::String ("Searching...")
+                      : table.isOpening()   ? tr ("Searching...")
                                             : listSummary (table.list());
     if (next == summary)
         return;

@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
+#include "engine/CommandTitle.h"
 
 namespace
 {
@@ -76,7 +77,7 @@ double CommandBinding::restValue() const
 
 juce::String CommandBinding::name() const
 {
-    return CommandTable::name (commandNumber);
+    return commandTitle (commandNumber);
 }
 
 juce::String CommandBinding::text() const

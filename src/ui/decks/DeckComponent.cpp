@@ -4,6 +4,7 @@
 #include "skin/Palette.h"
 #include "skin/Skin.h"
 #include "support/files/AudioFileTypes.h"
+#include "support/language/Translate.h"
 #include "ui/decks/EditMenu.h"
 #include "ui/decks/UtilityPanels.h"
 #include "ui/drag/FileDragSource.h"
@@ -27,12 +28,12 @@ bool isShiftHeld()
 
 // clang-format off
 constexpr PlacedControl table[] {
-    { { Kind::sign, "_syncButton",       "SYNC_LOCK_",              "sync_40", "Sync: keeps to the master's tempo and beat. Right click: syncs once", Lit::plain, "SYNC_" }, {  4,  32, 40, 24 } },
-    { { Kind::text, "_masterButton",     "MASTER_",                 "MSTR", "Makes this deck the tempo master" }, {  4,  60, 40, 24 } },
-    { { Kind::sign, "_nudgeMinusButton", "PITCH_BEND_NUDGE_MINUS_", "minus_18", "Pitch bend: slower while held" }, {  2,  88, 22, 24 } },
-    { { Kind::sign, "_nudgePlusButton",  "PITCH_BEND_NUDGE_PLUS_",  "plus_18", "Pitch bend: faster while held" }, { 24,  88, 22, 24 } },
-    { { Kind::sign, "_cueButton",        "CUE_STUTTER_",            "cue_40", "Cue. Stopped: sets the cue point; at the cue point, plays while held. Playing: goes back to the cue point", Lit::deck }, {  4, 118, 40, 32 } },
-    { { Kind::sign, "_playButton",       "PLAY_PAUSE_",             "play_40", "Play or pause. Right click: starts on the master's beat", Lit::deck, "PLAY_SYNCHRONIZED_" }, {  4, 154, 40, 32 } },
+    { { Kind::sign, "_syncButton",       "SYNC_LOCK_",              "sync_40", N_ ("Sync: keeps to the master's tempo and beat. Right click: syncs once"), Lit::plain, "SYNC_" }, {  4,  32, 40, 24 } },
+    { { Kind::text, "_masterButton",     "MASTER_",                 N_ ("MSTR"), N_ ("Makes this deck the tempo master") }, {  4,  60, 40, 24 } },
+    { { Kind::sign, "_nudgeMinusButton", "PITCH_BEND_NUDGE_MINUS_", "minus_18", N_ ("Pitch bend: slower while held") }, {  2,  88, 22, 24 } },
+    { { Kind::sign, "_nudgePlusButton",  "PITCH_BEND_NUDGE_PLUS_",  "plus_18", N_ ("Pitch bend: faster while held") }, { 24,  88, 22, 24 } },
+    { { Kind::sign, "_cueButton",        "CUE_STUTTER_",            "cue_40", N_ ("Cue. Stopped: sets the cue point; at the cue point, plays while held. Playing: goes back to the cue point"), Lit::deck }, {  4, 118, 40, 32 } },
+    { { Kind::sign, "_playButton",       "PLAY_PAUSE_",             "play_40", N_ ("Play or pause. Right click: starts on the master's beat"), Lit::deck, "PLAY_SYNCHRONIZED_" }, {  4, 154, 40, 32 } },
 };
 // clang-format on
 }
@@ -46,14 +47,14 @@ DeckComponent::DeckComponent (CPlatterdex& e, int deck)
       thumbnail (e, deck)
 {
     setOpaque (true);
-    setTitle ("Deck " + PanelPaint::letterOf (deck));
+    setTitle (tr ("Deck %1", PanelPaint::letterOf (deck)));
     addControls (table, deck);
 
     lamp.setBounds (lampArea);
     addAndMakeVisible (lamp);
     loadButton.setStrip ("load_18");
-    loadButton.setTooltip ("Loads a track into deck " + PanelPaint::letterOf (deck)
-                           + ". Right click for more.");
+    loadButton.setTooltip (
+        tr ("Loads a track into deck %1. Right click for more.", PanelPaint::letterOf (deck)));
     loadButton.onClick = [this] { chooseFile(); };
     loadButton.onRightClick = [this] { openMenu(); };
     loadButton.setBounds (loadArea);
@@ -135,7 +136,7 @@ void DeckComponent::updateNotice()
 {
     auto next = message;
     if (next.isEmpty() && watch->loadedFrames == 0 && !watch->loading)
-        next = { "Drop a track here,", "or press F" + juce::String (deck() + 1) + " to load" };
+        next = { tr ("Drop a track here,"), tr ("or press F%1 to load", deck() + 1) };
     if (next == shownNotice)
         return;
     shownNotice = next;
@@ -168,7 +169,7 @@ juce::String DeckComponent::tempoText() const
     if (!watch->grid.isKnown())
         return own;
     if (hasTempoPanel())
-        return "TRACK " + own;
+        return tr ("TRACK %1", own);
     return heard == own ? heard : heard + "  (" + own + ")";
 }
 
@@ -241,9 +242,9 @@ void DeckComponent::paintOverChildren (juce::Graphics& g)
     using enum TrackLoad::Consent;
     const auto colour = *drop == given ? palette::accent : palette::danger;
     const auto letter = PanelPaint::letterOf (deck());
-    const auto text = *drop == given     ? "LOAD ONTO DECK " + letter
-                      : *drop == refused ? "DECK " + letter + " PLAYS: LOCKED"
-                                         : "DECK " + letter + " PLAYS: ASKS FIRST. SHIFT: AT ONCE";
+    const auto text = *drop == given     ? tr ("LOAD ONTO DECK %1", letter)
+                      : *drop == refused ? tr ("DECK %1 PLAYS: LOCKED", letter)
+                                         : tr ("DECK %1 PLAYS: ASKS FIRST. SHIFT: AT ONCE", letter);
     g.setColour (colour);
     g.drawRect (getLocalBounds(), 2);
     const auto area = getLocalBounds().removeFromBottom (dropTextHeight);
@@ -317,9 +318,9 @@ void DeckComponent::openMenu()
 {
     juce::PopupMenu menu;
     const auto hasTrack = watch->loadedFrames > 0;
-    menu.addItem ("Load a track...", [this] { chooseFile(); });
-    menu.addItem ("Return to the start", hasTrack, false, [this] { engine.transport.rewind (deck()); });
-    menu.addItem ("Play in reverse", hasTrack, watch->reverse,
+    menu.addItem (tr ("Load a track..."), [this] { chooseFile(); });
+    menu.addItem (tr ("Return to the start"), hasTrack, false, [this] { engine.transport.rewind (deck()); });
+    menu.addItem (tr ("Play in reverse"), hasTrack, watch->reverse,
                   [this] { engine.transport.setReverse (deck(), !watch.look().reverse); });
     menu.addSeparator();
     EditMenu::addTo (menu, engine, watch);
@@ -332,7 +333,7 @@ void DeckComponent::chooseFile()
     const auto folder = current.existsAsFile() ? current.getParentDirectory()
                                                : juce::File (engine.settings.audioFolder.get());
     chooser = std::make_unique<FileDialog> (
-        Prompts::FileQuestion { "Load a track into deck " + PanelPaint::letterOf (deck()), folder,
+        Prompts::FileQuestion { tr ("Load a track into deck %1", PanelPaint::letterOf (deck())), folder,
                                 AudioFileTypes::wildcard },
         [this] (const juce::File& file)
         {

@@ -2,16 +2,17 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/decks/UtilityPanels.h"
 
 namespace
 {
 constexpr int margin = 4, titleHeight = 20;
 
-constexpr const char* tooltip =
+constexpr const char* tooltip = N_ (
     "Select one of the advanced utility panels: loops, hot cues, beatgrid, dvs, key, smart knob, tempo or "
     "empty panel. "
-    "You can change the number of visible panels in the menu of the preferences button.";
+    "You can change the number of visible panels in the menu of the preferences button.");
 }
 
 DeckContainerPanel::DeckContainerPanel (CPlatterdex& e, int deck, Side s, int seatIndex)
@@ -23,12 +24,12 @@ DeckContainerPanel::DeckContainerPanel (CPlatterdex& e, int deck, Side s, int se
 {
     setOpaque (true);
     title.setComponentID ("_panelComboBox");
-    title.setTooltip (tooltip);
+    title.setTooltip (tr (tooltip));
     title.onFillMenu = [this] (juce::PopupMenu& menu)
     {
         for (int index = 0; index < UtilityPanels::count; ++index)
             if (UtilityPanels::isOffered (index))
-                menu.addItem (index + 1, UtilityPanels::names[static_cast<size_t> (index)], true,
+                menu.addItem (index + 1, tr (UtilityPanels::names[static_cast<size_t> (index)]), true,
                               index == shown);
     };
     title.onMenuChoice = [this] (int id) { choose (id - 1); };
@@ -55,7 +56,7 @@ void DeckContainerPanel::pollCalm()
     if (next == shown)
         return;
     shown = next;
-    title.setButtonText (UtilityPanels::names[static_cast<size_t> (shown)]);
+    title.setButtonText (tr (UtilityPanels::names[static_cast<size_t> (shown)]));
     content = UtilityPanels::make (shown, engine, deckIndex);
     if (content != nullptr)
         addAndMakeVisible (*content);

@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/decks/BeatStepField.h"
 #include "ui/decks/EditMenu.h"
 #include "ui/panel/PanelPaint.h"
@@ -18,30 +19,30 @@ constexpr int margin = 4, width = 92, half = 44, right = 52;
 
 // clang-format off
 constexpr PlacedControl loopTable[] {
-    { { Kind::text, "_loopButton",         "LOOP_",               "LOOP", "Beat loop of the size below on or off", Lit::deck }, { margin,   0, half, 24 } },
-    { { Kind::text, "_leapButton",         "LEAP_",               "LEAP", "Rolling loop: when it ends, the track continues where it would have been without it", Lit::deck }, { right,    0, half, 24 } },
-    { { Kind::sign, "_loopHalfButton",     "LOOP_HALF_",          "left_24", "Halves the loop size" }, { margin,  38, 24, 24 } },
-    { { Kind::sign, "_loopDoubleButton",   "LOOP_DOUBLE_",        "right_24", "Doubles the loop size" }, { 72,      38, 24, 24 } },
-    { { Kind::sign, "_loopBackwardButton", "LOOP_MOVE_BACKWARD_", "left_24", "Moves the loop back by the beats shown; jumps back if there is no loop" }, { margin,  76, 24, 24 } },
-    { { Kind::sign, "_loopForwardButton",  "LOOP_MOVE_FORWARD_",  "right_24", "Moves the loop forward by the beats shown; jumps forward if there is no loop" }, { 72,      76, 24, 24 } },
-    { { Kind::text, "_loopInButton",       "LOOP_IN_",            "IN", "Loop in: sets the start of a manual loop" }, { margin, 110, half, 24 } },
-    { { Kind::text, "_loopOutButton",      "LOOP_OUT_",           "OUT", "Loop out: sets the end of the manual loop and starts it; leaves a loop that is running" }, { right,  110, half, 24 } },
-    { { Kind::text, "_reloopButton",       "RELOOP_",             "RELOOP", "Resumes the manual loop" }, { margin, 138, width, 24 } },
+    { { Kind::text, "_loopButton",         "LOOP_",               N_ ("LOOP"), N_ ("Beat loop of the size below on or off"), Lit::deck }, { margin,   0, half, 24 } },
+    { { Kind::text, "_leapButton",         "LEAP_",               N_ ("LEAP"), N_ ("Rolling loop: when it ends, the track continues where it would have been without it"), Lit::deck }, { right,    0, half, 24 } },
+    { { Kind::sign, "_loopHalfButton",     "LOOP_HALF_",          "left_24", N_ ("Halves the loop size") }, { margin,  38, 24, 24 } },
+    { { Kind::sign, "_loopDoubleButton",   "LOOP_DOUBLE_",        "right_24", N_ ("Doubles the loop size") }, { 72,      38, 24, 24 } },
+    { { Kind::sign, "_loopBackwardButton", "LOOP_MOVE_BACKWARD_", "left_24", N_ ("Moves the loop back by the beats shown; jumps back if there is no loop") }, { margin,  76, 24, 24 } },
+    { { Kind::sign, "_loopForwardButton",  "LOOP_MOVE_FORWARD_",  "right_24", N_ ("Moves the loop forward by the beats shown; jumps forward if there is no loop") }, { 72,      76, 24, 24 } },
+    { { Kind::text, "_loopInButton",       "LOOP_IN_",            N_ ("IN"), N_ ("Loop in: sets the start of a manual loop") }, { margin, 110, half, 24 } },
+    { { Kind::text, "_loopOutButton",      "LOOP_OUT_",           N_ ("OUT"), N_ ("Loop out: sets the end of the manual loop and starts it; leaves a loop that is running") }, { right,  110, half, 24 } },
+    { { Kind::text, "_reloopButton",       "RELOOP_",             N_ ("RELOOP"), N_ ("Resumes the manual loop") }, { margin, 138, width, 24 } },
 };
 
 constexpr PlacedControl cueTable[] {
-    { { Kind::text, "_rewindButton",     "REWIND_",      "REW", "Returns to the start of the track" }, { margin, 138, half, 24 } },
-    { { Kind::text, "_startPointButton", "START_POINT_", "START", "Start point: playback never goes before it", Lit::deck }, { right,  138, half, 24 } },
+    { { Kind::text, "_rewindButton",     "REWIND_",      N_ ("REW"), N_ ("Returns to the start of the track") }, { margin, 138, half, 24 } },
+    { { Kind::text, "_startPointButton", "START_POINT_", N_ ("START"), N_ ("Start point: playback never goes before it"), Lit::deck }, { right,  138, half, 24 } },
 };
 
 constexpr PlacedControl keyTable[] {
-    { { Kind::knob, "_keyTuningSlider", "KEY_TUNING_", "", "Key shift, up to an octave up or down", Lit::plain, "", true, ControlSpec::Words::semitones }, { 30,       4, 40, 40 } },
-    { { Kind::text, "_keyResetButton",  "KEY_RESET_",  "RESET", "Resets the key to the track's own", Lit::never }, { margin, 110, width, 24 } },
-    { { Kind::text, "_keyLockButton",   "KEY_LOCK_",   "LOCK", "Key lock: tempo changes leave the key alone" }, { margin, 138, width, 24 } },
+    { { Kind::knob, "_keyTuningSlider", "KEY_TUNING_", "", N_ ("Key shift, up to an octave up or down"), Lit::plain, "", true, ControlSpec::Words::semitones }, { 30,       4, 40, 40 } },
+    { { Kind::text, "_keyResetButton",  "KEY_RESET_",  N_ ("RESET"), N_ ("Resets the key to the track's own"), Lit::never }, { margin, 110, width, 24 } },
+    { { Kind::text, "_keyLockButton",   "KEY_LOCK_",   N_ ("LOCK"), N_ ("Key lock: tempo changes leave the key alone") }, { margin, 138, width, 24 } },
 };
 
 constexpr PlacedControl gridTable[] {
-    { { Kind::text, "_downbeatButton", "DOWNBEAT_", "DOWNBEAT", "Makes the nearest beat the first of a bar. Right click on the panel to undo.", Lit::never }, { margin, 138, width, 24 } },
+    { { Kind::text, "_downbeatButton", "DOWNBEAT_", N_ ("DOWNBEAT"), N_ ("Makes the nearest beat the first of a bar. Right click on the panel to undo."), Lit::never }, { margin, 138, width, 24 } },
 };
 // clang-format on
 
@@ -53,14 +54,16 @@ constexpr int hotCueHeight = 32, hotCueStep = 34;
 DeckLoopPanel::DeckLoopPanel (CPlatterdex& e, int deck) : ControlPanel (e)
 {
     addControls (loopTable, deck);
-    addLabel ("SIZE", { margin, 26, width, 12 });
-    addLabel ("MOVE", { margin, 64, width, 12 });
+    addLabel (tr ("SIZE"), { margin, 26, width, 12 });
+    addLabel (tr ("MOVE"), { margin, 64, width, 12 });
     for (const auto& [name, constant, area, tip] :
-         { std::tuple { "_loopSizeField", "LOOP_SIZE_", loopSizeArea, "Size of the loop in beats" },
-           std::tuple { "_loopMoveSizeField", "LOOP_MOVE_SIZE_", moveSizeArea, "Size of a move in beats" } })
+         { std::tuple { "_loopSizeField", "LOOP_SIZE_", loopSizeArea,
+                        N_ ("Size of the loop in beats. Wheel to change, click for a list.") },
+           std::tuple { "_loopMoveSizeField", "LOOP_MOVE_SIZE_", moveSizeArea,
+                        N_ ("Size of a move in beats. Wheel to change, click for a list.") } })
     {
         auto& field = own (std::make_unique<BeatStepField> (name));
-        field.setTooltip (juce::String (tip) + ". Wheel to change, click for a list.");
+        field.setTooltip (tr (tip));
         field.bind (e, CommandTable::numberOf (constant, deck));
         field.setBounds (area);
         // At once: step by step a loop that runs would pass through all sizes between.
@@ -75,10 +78,10 @@ DeckCuePanel::DeckCuePanel (CPlatterdex& e, int deck) : ControlPanel (e), watch 
     {
         const auto number = std::to_string (slot + 1);
         const auto set = "HOT_CUE_" + number + "_", remove = "DELETE_HOT_CUE_" + number + "_";
-        const auto tip = "Hot cue " + number + ": sets it, or jumps to it. Right click to delete.";
+        const auto tip = tr ("Hot cue %1: sets it, or jumps to it. Right click to delete.", number);
         auto* made =
-            addControl ({ Kind::text, "_hotCueButton", set.c_str(), number.c_str(), tip.c_str(), Lit::deck,
-                          remove.c_str() },
+            addControl ({ Kind::text, "_hotCueButton", set.c_str(), number.c_str(), tip.toRawUTF8(),
+                          Lit::deck, remove.c_str() },
                         deck, { slot % 2 == 0 ? margin : right, slot / 2 * hotCueStep, half, hotCueHeight });
         buttons[static_cast<size_t> (slot)] = dynamic_cast<PXTextButton*> (made);
     }
@@ -122,7 +125,7 @@ DeckKeyPanel::DeckKeyPanel (CPlatterdex& e, int deck) : ControlPanel (e), watch 
     {
         auto& button = own (std::make_unique<PXTextButton> (step < 0 ? "-1" : "+1"));
         button.setComponentID ("_keyStepButton");
-        button.setTooltip (step < 0 ? "One semitone down" : "One semitone up");
+        button.setTooltip (step < 0 ? tr ("One semitone down") : tr ("One semitone up"));
         button.setTriggeredOnMouseDown (true);
         button.onClick = [this, step] { tune (watch.look().semitones + step); };
         button.setBounds (step < 0 ? margin : right, 82, half, 24);
@@ -155,35 +158,35 @@ void DeckKeyPanel::paint (juce::Graphics& g)
 DeckGridPanel::DeckGridPanel (CPlatterdex& e, int deck)
     : ControlPanel (e),
       watch (e, deck),
-      fixed (addButton ("_gridModeButton", "FIXED", { margin, 112, half, 24 },
-                        "Fixed grid: equal beats in place of the detected ones",
+      fixed (addButton ("_gridModeButton", tr ("FIXED"), { margin, 112, half, 24 },
+                        tr ("Fixed grid: equal beats in place of the detected ones"),
                         [this] { engine.grids.toggleGridMode (watch.deck()); }))
 {
     addControls (gridTable, deck);
-    addButton ("_halveTempoButton", "/2", { margin, 34, half, 24 }, "Halves the BPM of the track",
+    addButton ("_halveTempoButton", "/2", { margin, 34, half, 24 }, tr ("Halves the BPM of the track"),
                [this] { engine.grids.halveTempo (watch.deck()); });
-    addButton ("_doubleTempoButton", "x2", { right, 34, half, 24 }, "Doubles the BPM of the track",
+    addButton ("_doubleTempoButton", "x2", { right, 34, half, 24 }, tr ("Doubles the BPM of the track"),
                [this] { engine.grids.doubleTempo (watch.deck()); });
-    addButton ("_tapButton", "TAP", { margin, 60, half, 24 },
-               "Tap along with the beat: from the second tap on it sets the BPM",
+    addButton ("_tapButton", tr ("TAP"), { margin, 60, half, 24 },
+               tr ("Tap along with the beat: from the second tap on it sets the BPM"),
                [this] { engine.grids.tapTempo (watch.deck()); });
-    addButton ("_enterTempoButton", "SET", { right, 60, half, 24 }, "Enter the BPM of the track",
+    addButton ("_enterTempoButton", tr ("SET"), { right, 60, half, 24 }, tr ("Enter the BPM of the track"),
                [this] { enterTempo(); });
-    addButton ("_syncToAnalysisButton", "SYNC", { right, 112, half, 24 },
-               "Sync to analysis: measures the BPM again, near the one shown",
+    addButton ("_syncToAnalysisButton", tr ("SYNC"), { right, 112, half, 24 },
+               tr ("Sync to analysis: measures the BPM again, near the one shown"),
                [this] { engine.grids.analyseAgain (watch.deck()); });
     for (const auto direction : { -1, 1 })
         moves.push_back (&addButton (direction < 0 ? "_gridBackButton" : "_gridOnButton",
                                      direction < 0 ? "<" : ">", { direction < 0 ? margin : 72, 86, 24, 24 },
-                                     direction < 0 ? "Moves the fixed grid a little earlier"
-                                                   : "Moves the fixed grid a little later",
+                                     direction < 0 ? tr ("Moves the fixed grid a little earlier")
+                                                   : tr ("Moves the fixed grid a little later"),
                                      [this, direction] { engine.grids.moveGrid (watch.deck(), direction); }));
-    addLabel ("MOVE", { 28, 86, 44, 24 });
-    addLabel ("TRACK BPM", { margin, 0, width, 12 });
+    addLabel (tr ("MOVE"), { 28, 86, 44, 24 });
+    addLabel (tr ("TRACK BPM"), { margin, 0, width, 12 });
 }
 
-PXTextButton& DeckGridPanel::addButton (const char* name, const char* text, juce::Rectangle<int> area,
-                                        const char* tip, std::function<void()> act)
+PXTextButton& DeckGridPanel::addButton (const char* name, const juce::String& text, juce::Rectangle<int> area,
+                                        const juce::String& tip, std::function<void()> act)
 {
     auto& button = own (std::make_unique<PXTextButton> (text));
     button.setComponentID (name);

@@ -66,8 +66,8 @@ public:
 private:
     void pollMoving() override;
     void mouseDown (const juce::MouseEvent&) override;
-    PXTextButton& addButton (const char* name, const char* text, juce::Rectangle<int>, const char* tip,
-                             std::function<void()> act);
+    PXTextButton& addButton (const char* name, const juce::String& text, juce::Rectangle<int>,
+                             const juce::String& tip, std::function<void()> act);
     void enterTempo();
 
     const DeckWatch watch;

@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "engine/SettingChange.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/widgets/PXImageLinearSlider.h"
 
@@ -22,9 +23,9 @@ juce::String reachText (double range)
 
 // clang-format off
 constexpr PlacedControl table[] {
-    { { Kind::fader, "_pitchSlider",      "PITCH_",                  "pitch_164", "Pitch fader: down is faster. The wheel moves it by 0.1 %, with Shift by 0.02 %", Lit::plain, "", false, Words::pitch }, { 4, 0, 28, 164 } },
-    { { Kind::text,  "_pitchResetButton", "PITCH_RESET_",            "RESET", "Returns the pitch to 0 %", Lit::never }, { column, 110, columnWidth, 24 } },
-    { { Kind::text,  "_keyLockButton",    "KEY_LOCK_",               "KEY", "Key lock: tempo changes leave the key alone" }, { column, 138, columnWidth, 24 } },
+    { { Kind::fader, "_pitchSlider",      "PITCH_",                  "pitch_164", N_ ("Pitch fader: down is faster. The wheel moves it by 0.1 %, with Shift by 0.02 %"), Lit::plain, "", false, Words::pitch }, { 4, 0, 28, 164 } },
+    { { Kind::text,  "_pitchResetButton", "PITCH_RESET_",            N_ ("RESET"), N_ ("Returns the pitch to 0 %"), Lit::never }, { column, 110, columnWidth, 24 } },
+    { { Kind::text,  "_keyLockButton",    "KEY_LOCK_",               N_ ("KEY"), N_ ("Key lock: tempo changes leave the key alone") }, { column, 138, columnWidth, 24 } },
 };
 // clang-format on
 
@@ -39,7 +40,7 @@ const juce::Rectangle<int> rangeArea { column, 82, columnWidth, 24 };
 juce::String unitText (double beatRatio, int leader)
 {
     if (beatRatio == 0.0)
-        return "NO SYNC";
+        return tr ("NO SYNC");
     const juce::String ratio (beatRatio == 1.0 ? "" : beatRatio < 1.0 ? " 1/2" : " 2/1");
     return leader < 0 ? "BPM" + ratio : "BPM = " + PanelPaint::letterOf (leader) + ratio;
 }
@@ -63,7 +64,7 @@ DeckTempoPanel::DeckTempoPanel (CPlatterdex& e, int deck)
     addControls (table, deck);
     addLabel ("%", pitchUnit);
     range.setComponentID ("_pitchRangeButton");
-    range.setTooltip ("Pitch range of all decks, up and down");
+    range.setTooltip (tr ("Pitch range of all decks, up and down"));
     range.setBounds (rangeArea);
     range.onFillMenu = [this] (juce::PopupMenu& menu)
     {

@@ -1,6 +1,7 @@
 #include "ui/decks/EditMenu.h"
 
 #include "engine/CPlatterdex.h"
+#include "support/language/Translate.h"
 #include "ui/look/OpenMenu.h"
 #include "ui/poll/DeckWatch.h"
 
@@ -9,8 +10,8 @@ namespace EditMenu
 void addTo (juce::PopupMenu& menu, CPlatterdex& engine, const DeckWatch& watch)
 {
     const auto deck = watch.deck();
-    menu.addItem ("Undo (Ctrl+Z)", watch->canUndo, false, [&engine, deck] { engine.grids.undo (deck); });
-    menu.addItem ("Redo (Ctrl+Shift+Z)", watch->canRedo, false,
+    menu.addItem (tr ("Undo (Ctrl+Z)"), watch->canUndo, false, [&engine, deck] { engine.grids.undo (deck); });
+    menu.addItem (tr ("Redo (Ctrl+Shift+Z)"), watch->canRedo, false,
                   [&engine, deck] { engine.grids.redo (deck); });
 }
 

@@ -1,6 +1,7 @@
 #include "ui/decks/TrackLoad.h"
 
 #include "engine/CPlatterdex.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 
 TrackLoad::Consent TrackLoad::consentOf (const CPlatterdex& engine, const DeckWatch& watch, bool isHeld)
@@ -27,9 +28,9 @@ void TrackLoad::onto (CPlatterdex& engine, const DeckWatch& watch, const juce::F
         return;
     const auto& prompts = engine.environment.prompts;
     prompts->askYesNo (
-        "Deck " + PanelPaint::letterOf (deck) + " is playing",
-        "Load " + file.getFileName() + " in place of the track that plays on deck "
-            + PanelPaint::letterOf (deck) + "?",
+        tr ("Deck %1 is playing", PanelPaint::letterOf (deck)),
+        tr ("Load %1 in place of the track that plays on deck %2?", file.getFileName(),
+            PanelPaint::letterOf (deck)),
         [&engine, file, deck, alive = juce::Component::SafePointer<juce::Component> (&asker)] (bool yes)
         {
             if (yes && alive != nullptr)

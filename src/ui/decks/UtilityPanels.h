@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/language/Translate.h"
+
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include <array>
@@ -23,8 +25,9 @@ enum Index
     count
 };
 
-inline constexpr std::array<const char*, count> names { "Loop", "Cue",       "Grid",  "DVS",
-                                                        "Key",  "SmartKnob", "Tempo", "Empty" };
+inline constexpr std::array<const char*, count> names { N_ ("Loop"),  N_ ("Cue"),  N_ ("Grid"),
+                                                        N_ ("DVS"),   N_ ("Key"),  N_ ("SmartKnob"),
+                                                        N_ ("Tempo"), N_ ("Empty") };
 
 /** True if a panel's function exists: only such panels are offered. */
 bool isOffered (int index);

@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
 #include "skin/Skin.h"
+#include "support/language/Translate.h"
 #include "ui/deckviews/ColumnPainter.h"
 #include "ui/look/FigureText.h"
 #include "ui/look/SMLookAndFeel.h"
@@ -205,7 +206,7 @@ DeckWaveform::Times DeckWaveform::readTimes() const
 juce::StringArray DeckWaveform::readNotice() const
 {
     if (notice.isEmpty() && watch->loading)
-        return { "LOADING..." };
+        return { tr ("LOADING...") };
     return notice;
 }
 

@@ -1,12 +1,14 @@
 #include "ui/envelope/CurveEditorPane.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 
 namespace
 {
 constexpr int margin = 8, gap = 4, buttonWidth = 80, buttonHeight = 24;
 
-PXTextButton& dress (PXTextButton& button, const char* name, const char* tooltip, std::function<void()> act)
+PXTextButton& dress (PXTextButton& button, const char* name, const juce::String& tooltip,
+                     std::function<void()> act)
 {
     button.setComponentID (name);
     button.setTooltip (tooltip);
@@ -23,15 +25,16 @@ CurveEditorPane::CurveEditorPane (EnvLanes lanes, Files f, Prompts* p, int width
 {
     curves().setLanes (std::move (lanes));
     curves().addListener (*this);
-    curves().setTooltip ("Right click: a new point. Drag points, and the rings between them to bend. Wheel "
-                         "zooms, shift pans.");
+    curves().setTooltip (
+        tr ("Right click: a new point. Drag points, and the rings between them to bend. Wheel "
+            "zooms, shift pans."));
     table.onSelect = [this] (int row)
     {
         if (curves().selectedLane() != row)
             curves().selectLane (row);
     };
     table.select (0);
-    dress (importButton, "_importButton", "Loads a preset from a file",
+    dress (importButton, "_importButton", tr ("Loads a preset from a file"),
            [this]
            {
                preset.files.askToLoad (
@@ -43,9 +46,9 @@ CurveEditorPane::CurveEditorPane (EnvLanes lanes, Files f, Prompts* p, int width
                        return sentence;
                    });
            });
-    dress (exportButton, "_exportButton", "Saves a preset to a file",
+    dress (exportButton, "_exportButton", tr ("Saves a preset to a file"),
            [this] { preset.files.askToSave (preset.name(), preset.exportFile); });
-    dress (closeButton, "_closeButton", "Closes this window (Escape)",
+    dress (closeButton, "_closeButton", tr ("Closes this window (Escape)"),
            [this]
            {
                if (onClose != nullptr)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/language/Translate.h"
 #include "ui/envelope/EnvEditor.h"
 #include "ui/envelope/EnvelopesTable.h"
 #include "ui/envelope/PresetFiles.h"
@@ -36,5 +37,5 @@ private:
     const int tableWidth;
     EnvelopesTable table;
     EnvEditor editor;
-    PXTextButton importButton { "IMPORT" }, exportButton { "EXPORT" }, closeButton { "CLOSE" };
+    PXTextButton importButton { tr ("IMPORT") }, exportButton { tr ("EXPORT") }, closeButton { tr ("CLOSE") };
 };

@@ -1,6 +1,7 @@
 #include "ui/envelope/EnvComponent.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/look/OpenMenu.h"
 
 namespace
@@ -20,7 +21,7 @@ EnvComponent::EnvComponent() : PollingView (Pace::moving), playColour (palette::
 {
     setOpaque (true);
     setWantsKeyboardFocus (true);
-    setTitle ("Curve");
+    setTitle (tr ("Curve"));
     addChildComponent (info);
 }
 
@@ -187,20 +188,18 @@ juce::PopupMenu EnvComponent::pointMenu (int point) const
 {
     const auto count = envelope().pointCount();
     juce::PopupMenu menu;
-    menu.addItem (-1, "Point " + juce::String (point + 1) + " / " + juce::String (count), false);
+    menu.addItem (-1, tr ("Point %1 / %2", point + 1, count), false);
     if (!(rules.pinLast && point == count - 1))
-        menu.addItem (deleteItem, "Delete Point", EnvEdit::canDelete (envelope(), point, rules));
+        menu.addItem (deleteItem, tr ("Delete Point"), EnvEdit::canDelete (envelope(), point, rules));
     menu.addSeparator();
     for (size_t type = 0; type < SegmentShapes::names.size(); ++type)
         menu.addItem (typeItem + static_cast<int> (type), SegmentShapes::names[type], true,
                       envelope().point (point).type == type);
     menu.addSeparator();
-    menu.addItem (copyItem, "Copy Value");
+    menu.addItem (copyItem, tr ("Copy Value"));
     menu.addItem (pasteItem,
-                  copiedLevel
-                      ? "Paste Value ("
-                            + juce::String::formatted ("%.*f", 3, static_cast<double> (*copiedLevel)) + ")"
-                      : juce::String ("Paste Value"),
+                  copiedLevel ? tr ("Paste Value (%1)", juce::String (static_cast<double> (*copiedLevel), 3))
+                              : tr ("Paste Value"),
                   copiedLevel.has_value());
     return menu;
 }

@@ -1,5 +1,6 @@
 // Mouse and keyboard.
 
+#include "support/language/Translate.h"
 #include "ui/envelope/EnvComponent.h"
 
 namespace
@@ -126,7 +127,7 @@ void EnvComponent::dragTension (const juce::MouseEvent& event)
     EnvEdit::setTension (next, drag.index, end.tension - moved * tensionPerPixel);
     const auto tension = next.point (drag.index).tension;
     show (selected, std::move (next));
-    info.show (juce::String (tension, 2), "bend",
+    info.show (juce::String (tension, 2), tr ("bend"),
                geometry().tensionPlace (envelope(), drag.index).roundToInt());
 }
 

@@ -4,6 +4,7 @@
 #include "skin/Palette.h"
 #include "support/Prompts.h"
 #include "support/files/ReplaceFile.h"
+#include "support/language/Translate.h"
 
 namespace
 {
@@ -28,14 +29,14 @@ EnvEditor::EnvEditor (Prompts* p) : prompts (p)
 {
     component.rules = lastRules();
     menuButton.setComponentID ("_curveMenuButton");
-    menuButton.setTooltip ("Files, copies and turns of the curve; snap and sliding of its points");
+    menuButton.setTooltip (tr ("Files, copies and turns of the curve; snap and sliding of its points"));
     menuButton.onFillMenu = [this] (juce::PopupMenu& filled) { filled = menu(); };
     menuButton.onMenuChoice = [this] (int id) { choose (id); };
     undoButton.setComponentID ("_undoButton");
-    undoButton.setTooltip ("Takes the last edit back (Ctrl+Z)");
+    undoButton.setTooltip (tr ("Takes the last edit back (Ctrl+Z)"));
     undoButton.onClick = [this] { component.undo(); };
     redoButton.setComponentID ("_redoButton");
-    redoButton.setTooltip ("Does it again (Ctrl+Shift+Z)");
+    redoButton.setTooltip (tr ("Does it again (Ctrl+Shift+Z)"));
     redoButton.onClick = [this] { component.redo(); };
     bar.setSmallestRange (0.0625);
     bar.addListener (this);
@@ -76,18 +77,18 @@ void EnvEditor::paint (juce::Graphics& g)
 juce::PopupMenu EnvEditor::menu() const
 {
     juce::PopupMenu made;
-    made.addItem (openState, "Open State File (Beatloom)", prompts != nullptr);
-    made.addItem (saveState, "Save State File (Beatloom)", prompts != nullptr);
+    made.addItem (openState, tr ("Open State File (Beatloom)"), prompts != nullptr);
+    made.addItem (saveState, tr ("Save State File (Beatloom)"), prompts != nullptr);
     made.addSeparator();
-    made.addItem (copyState, "Copy State");
-    made.addItem (pasteState, "Paste State", clipboard().has_value());
+    made.addItem (copyState, tr ("Copy State"));
+    made.addItem (pasteState, tr ("Paste State"), clipboard().has_value());
     made.addSeparator();
-    made.addItem (flipLevels, "Flip vertically");
-    made.addItem (normaliseLevels, "Normalize levels");
+    made.addItem (flipLevels, tr ("Flip vertically"));
+    made.addItem (normaliseLevels, tr ("Normalize levels"));
     made.addSeparator();
-    made.addItem (snapX, "Snap X", true, component.rules.snapX);
-    made.addItem (snapY, "Snap Y", true, component.rules.snapY);
-    made.addItem (sliding, "Sliding Point Move", true, component.rules.sliding);
+    made.addItem (snapX, tr ("Snap X"), true, component.rules.snapX);
+    made.addItem (snapY, tr ("Snap Y"), true, component.rules.snapY);
+    made.addItem (sliding, tr ("Sliding Point Move"), true, component.rules.sliding);
     return made;
 }
 
@@ -139,7 +140,7 @@ void EnvEditor::choose (int item)
 void EnvEditor::openFile()
 {
     prompts->askFile (
-        { "Open a curve's state...", {}, "*.zev", false },
+        { tr ("Open a curve's state..."), {}, "*.zev", false },
         [self = SafePointer (this)] (const juce::File& file)
         {
             if (self == nullptr || file == juce::File())
@@ -153,14 +154,15 @@ void EnvEditor::openFile()
                 if (fault == EnvelopeFault::none && next.read (bytes))
                     return self->component.applyToSelected (std::move (next));
             }
-            self->prompts->notify ("Curve", file.getFileName() + " can't be read. " + sentenceFor (fault));
+            self->prompts->notify (tr ("Curve"),
+                                   tr ("%1 can't be read. %2", file.getFileName(), tr (sentenceFor (fault))));
         });
 }
 
 void EnvEditor::saveFile()
 {
     prompts->askFile (
-        { "Save the curve's state...",
+        { tr ("Save the curve's state..."),
           juce::File::getSpecialLocation (juce::File::userDocumentsDirectory).getChildFile ("Curve.zev"),
           "*.zev", true },
         [self = SafePointer (this)] (const juce::File& chosen)
@@ -170,7 +172,7 @@ void EnvEditor::saveFile()
             const auto file = chosen.withFileExtension ("zev");
             const auto bytes = self->component.envelope().blob();
             if (!replaceFile (file, bytes.data(), bytes.size()))
-                self->prompts->notify ("Curve", file.getFullPathName() + " can't be written.");
+                self->prompts->notify (tr ("Curve"), tr ("%1 can't be written.", file.getFullPathName()));
         });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/language/Translate.h"
 #include "ui/envelope/EnvComponent.h"
 #include "ui/widgets/MenuButton.h"
 #include "ui/widgets/ResizableScrollBar.h"
@@ -44,7 +45,7 @@ private:
 
     Prompts* const prompts;
     EnvComponent component;
-    MenuButton menuButton { "CURVE" };
-    PXTextButton undoButton { "UNDO" }, redoButton { "REDO" };
+    MenuButton menuButton { tr ("CURVE") };
+    PXTextButton undoButton { tr ("UNDO") }, redoButton { tr ("REDO") };
     ResizableScrollBar bar { false };
 };

@@ -1,13 +1,14 @@
 #include "ui/envelope/EnvelopesTable.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/look/SMLookAndFeel.h"
 
 namespace
 {
 constexpr int checkWidth = 56, headerHeight = 24, swatch = 10;
-constexpr const char* visibleTip = "Indicates envelope visibility.";
-constexpr const char* enabledTip = "Enable/Disable the parameter envelope.";
+constexpr const char* visibleTip = N_ ("Indicates envelope visibility.");
+constexpr const char* enabledTip = N_ ("Enable/Disable the parameter envelope.");
 }
 
 CheckColumnCustomComponent::CheckColumnCustomComponent()
@@ -37,7 +38,7 @@ EnvelopesTable::EnvelopesTable (EnvLanes all)
 {
     table.setColour (juce::ListBox::backgroundColourId, palette::ground);
     table.setRowHeight (rowHeight);
-    table.setTitle ("Curves");
+    table.setTitle (tr ("Curves"));
     auto& header = table.getHeader();
     constexpr auto flags = juce::TableHeaderComponent::visible;
     header.addColumn ("visible", visible, checkWidth, checkWidth, checkWidth, flags);
@@ -103,7 +104,8 @@ juce::Component* EnvelopesTable::refreshComponentForCell (int row, int column, b
     }
     const auto& lane = lanes[static_cast<size_t> (row)];
     const auto isVisible = column == visible;
-    cell->set (lane.name + (isVisible ? " visible" : " enabled"), isVisible ? visibleTip : enabledTip,
+    cell->set (isVisible ? tr ("%1 visible", lane.name) : tr ("%1 enabled", lane.name),
+               tr (isVisible ? visibleTip : enabledTip),
                isVisible ? lane.bank->isVisible (lane.row) : lane.bank->isEnabled (lane.row),
                [this, isVisible, bank = lane.bank, bankRow = lane.row] (bool on)
                {
@@ -116,7 +118,7 @@ juce::Component* EnvelopesTable::refreshComponentForCell (int row, int column, b
 juce::String EnvelopesTable::getCellTooltip (int row, int column)
 {
     return column == parameter && row >= 0 && row < getNumRows()
-               ? "Edits the curve of " + lanes[static_cast<size_t> (row)].name
+               ? tr ("Edits the curve of %1", lanes[static_cast<size_t> (row)].name)
                : juce::String();
 }
 

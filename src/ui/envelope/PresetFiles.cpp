@@ -1,6 +1,7 @@
 #include "ui/envelope/PresetFiles.h"
 
 #include "instruments/preset/PresetFile.h"
+#include "support/language/Translate.h"
 
 PresetFiles::PresetFiles (Words w, juce::File f, Prompts* p)
     : words (std::move (w)),
@@ -18,7 +19,7 @@ juce::PopupMenu PresetFiles::menu()
     for (int i = 0; i < files.size(); ++i)
         made.addItem (firstId + i, files[i].getFileNameWithoutExtension());
     if (files.isEmpty())
-        made.addItem (-1, "(none in " + folder.getFileName() + ")", false);
+        made.addItem (-1, tr ("(none in %1)", folder.getFileName()), false);
     return made;
 }
 

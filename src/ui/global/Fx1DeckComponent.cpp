@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 
 namespace
@@ -12,11 +13,11 @@ using Lit = ControlSpec::Lit;
 
 // clang-format off
 constexpr PlacedControl table[] {
-    { { Kind::text, "_fxHighButton",   "FX_HIGH_BAND_GROUP_", "H", "Keeps the high band out of the effects: lit, it is cut out of them", Lit::absent }, {  28, 6, 22, 24 } },
-    { { Kind::text, "_fxMidButton",    "FX_MID_BAND_GROUP_",  "M", "Keeps the mid band out of the effects: lit, it is cut out of them", Lit::absent }, {  52, 6, 22, 24 } },
-    { { Kind::text, "_fxLowButton",    "FX_LOW_BAND_GROUP_",  "L", "Keeps the low band out of the effects: lit, it is cut out of them", Lit::absent }, {  76, 6, 22, 24 } },
-    { { Kind::knob, "_fxFilterSlider", "FILTER_",             "", "Filter: low-pass to the left, high-pass to the right", Lit::plain, "", true }, { 102, 4, 28, 28 } },
-    { { Kind::knob, "_fxDryWetSlider", "FX_DRY_WET_GROUP_",   "", "Dry/wet balance of the effects" }, { 156, 4, 28, 28 } },
+    { { Kind::text, "_fxHighButton",   "FX_HIGH_BAND_GROUP_", "H", N_ ("Keeps the high band out of the effects: lit, it is cut out of them"), Lit::absent }, {  28, 6, 22, 24 } },
+    { { Kind::text, "_fxMidButton",    "FX_MID_BAND_GROUP_",  "M", N_ ("Keeps the mid band out of the effects: lit, it is cut out of them"), Lit::absent }, {  52, 6, 22, 24 } },
+    { { Kind::text, "_fxLowButton",    "FX_LOW_BAND_GROUP_",  "L", N_ ("Keeps the low band out of the effects: lit, it is cut out of them"), Lit::absent }, {  76, 6, 22, 24 } },
+    { { Kind::knob, "_fxFilterSlider", "FILTER_",             "", N_ ("Filter: low-pass to the left, high-pass to the right"), Lit::plain, "", true }, { 102, 4, 28, 28 } },
+    { { Kind::knob, "_fxDryWetSlider", "FX_DRY_WET_GROUP_",   "", N_ ("Dry/wet balance of the effects") }, { 156, 4, 28, 28 } },
 };
 // clang-format on
 
@@ -59,22 +60,22 @@ Fx1DeckComponent::Fx1DeckComponent (CPlatterdex& e, int deck) : ControlPanel (e)
     badge.setTopLeftPosition (badgePlace);
     addAndMakeVisible (badge);
     addControls (table, deck);
-    addLabel ("FILT", filterWord, juce::Justification::centredLeft);
-    addLabel ("WET", dryWetWord, juce::Justification::centredLeft);
+    addLabel (tr ("FILT"), filterWord, juce::Justification::centredLeft);
+    addLabel (tr ("WET"), dryWetWord, juce::Justification::centredLeft);
     for (size_t slot = 0; slot < slotCount; ++slot)
     {
         const auto areas = areasOf (slot);
         selectors[slot] = CommandTable::numberOf (slotFamily ("EFFECT_SELECT", slot), deck);
 
         const auto on = slotFamily ("EFFECT_ON", slot);
-        addControl (
-            { Kind::text, "_fxOnButton", on.c_str(), "ON", "Switches the effect on or off", Lit::deck }, deck,
-            areas.on);
+        addControl ({ Kind::text, "_fxOnButton", on.c_str(), N_ ("ON"), N_ ("Switches the effect on or off"),
+                      Lit::deck },
+                    deck, areas.on);
 
         auto& name = own (std::make_unique<MenuButton>());
         names[slot] = &name;
         name.setComponentID ("_fxSelectButton");
-        name.setTooltip ("Selects the effect of slot " + juce::String (static_cast<int> (slot) + 1));
+        name.setTooltip (tr ("Selects the effect of slot %1", static_cast<int> (slot) + 1));
         name.onFillMenu = [this, slot] (juce::PopupMenu& menu)
         {
             for (int kind = 0; kind < FxType::count; ++kind)

@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
 #include "skin/Skin.h"
+#include "support/language/Translate.h"
 #include "ui/layout/EditorLayout.h"
 #include "ui/panel/MixerControls.h"
 
@@ -21,8 +22,9 @@ struct NamedKnob
 };
 
 constexpr NamedKnob knobTable[] {
-    { MixerControls::low, "LOW" },     { MixerControls::mid, "MID" },   { MixerControls::high, "HI" },
-    { MixerControls::filter, "FILT" }, { MixerControls::gain, "GAIN" },
+    { MixerControls::low, N_ ("LOW") },   { MixerControls::mid, N_ ("MID") },
+    { MixerControls::high, N_ ("HI") },   { MixerControls::filter, N_ ("FILT") },
+    { MixerControls::gain, N_ ("GAIN") },
 };
 
 /** The volume fader, lying. */
@@ -44,7 +46,7 @@ GhostChannel::GhostChannel (CPlatterdex& e, int d)
     addAndMakeVisible (badge);
     side.setComponentID ("_assignSideButton");
     side.setSize (sideWidth, rowHeight);
-    side.setTooltip ("Side of the crossfader: a click changes it");
+    side.setTooltip (tr ("Side of the crossfader: a click changes it"));
     side.setDeckHue (deck);
     side.onClick = [this] { changeSide(); };
     for (const auto& kill : { MixerControls::killHigh, MixerControls::killMid, MixerControls::killLow })
@@ -112,7 +114,7 @@ void GhostChannel::resized()
             continue;
         auto place = takeLeft (knobWidth, tight);
         knobs[i]->setBounds (place.removeFromTop (knobHeight));
-        addLabel (knobTable[i].word, place.removeFromTop (wordHeight).expanded (tight, 0));
+        addLabel (tr (knobTable[i].word), place.removeFromTop (wordHeight).expanded (tight, 0));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "ui/global/GlobalComponent.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/global/DeckStackPage.h"
 #include "ui/global/MixerPages.h"
 #include "ui/look/SMLookAndFeel.h"
@@ -28,7 +29,7 @@ void GlobalComponent::setMode (Mode next)
     const auto shown = juce::jmax (0, getCurrentTabIndex());
     clearTabs();
     const auto add = [this] (auto* page)
-    { addTab (names[static_cast<size_t> (getNumTabs())], palette::ground, page, true); };
+    { addTab (tr (names[static_cast<size_t> (getNumTabs())]), palette::ground, page, true); };
 
     if (mode.fourDecks)
     {

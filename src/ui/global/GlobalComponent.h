@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/language/Translate.h"
+
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include <array>
@@ -23,7 +25,8 @@ public:
         tabs
     };
 
-    static constexpr std::array<const char*, tabs> names { "MIXER", "FX", "SAMPLER", "WAV", "VST", "ENV" };
+    static constexpr std::array<const char*, tabs> names { N_ ("MIXER"), N_ ("FX"),  N_ ("SAMPLER"),
+                                                           N_ ("WAV"),   N_ ("VST"), N_ ("ENV") };
     static constexpr int tabDepth = 24;
 
     explicit GlobalComponent (CPlatterdex&);

@@ -6,10 +6,12 @@
 #include <memory>
 #include <vector>
 
+class Session;
+
 /** A window of its own that the menu of the preferences opens. */
 struct EditorPage
 {
-    juce::String title;
+    juce::String title; ///< in English, translated where it is shown
     std::function<void()> open;
     std::function<std::unique_ptr<juce::Component>()> make =
         nullptr; ///< as a page of the preferences; empty for none
@@ -30,5 +32,6 @@ struct HeaderActions
     std::function<int()> scale;
     std::function<void (bool)> showBrowser;
     std::function<bool()> showsBrowser;
+    Session* session = nullptr;          ///< of preferences that are no settings of the engine; may be null
     std::function<void()> layoutChanged; ///< a preference that the layout depends on has another value
 };

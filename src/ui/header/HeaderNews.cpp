@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 
 namespace
@@ -37,14 +38,14 @@ juce::String HeaderNews::readDanger() const
     if (recorder.isRecording())
     {
         if (recorder.droppedFrames > 0)
-            return "RECORDING HAS GAPS: THE DISK IS TOO SLOW";
+            return tr ("RECORDING HAS GAPS: THE DISK IS TOO SLOW");
         if (const juce::File place (engine.settings.recordFile.get());
             place.getParentDirectory().getBytesFreeOnVolume() < leastFreeBytes)
-            return "THE DISK OF THE RECORDING IS NEARLY FULL";
+            return tr ("THE DISK OF THE RECORDING IS NEARLY FULL");
     }
     for (const auto& deck : decks)
         if (deck->playing && deck->beatRatio == 0.0)
-            return "DECK " + PanelPaint::letterOf (deck.deck()) + " CAN'T SYNC: TEMPO OUT OF RANGE";
+            return tr ("DECK %1 CAN'T SYNC: TEMPO OUT OF RANGE", PanelPaint::letterOf (deck.deck()));
     return {};
 }
 

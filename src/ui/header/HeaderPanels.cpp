@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/layout/DeckLayout.h"
 #include "ui/look/OpenMenu.h"
 #include "ui/look/TimeText.h"
@@ -21,17 +22,17 @@ constexpr std::array scales { 100, 125, 150, 200 };
 
 // clang-format off
 constexpr PlacedControl buttonTable[] {
-    { { Kind::sign, "_recButton",  "DISK_RECORDER", "rec_32", "Disk recorder. Bounce your mix to WAV files in realtime. Check preferences dialog box to select WAV save path." }, { 0, buttonTop, buttonSize, buttonSize } },
-    { { Kind::sign, "_snapButton", "SNAP",          "snap_32", "Snap and quantise of all decks.\nSnap: cues and loops are set on the nearest beat.\nQuantise: jumps keep the beat." }, { buttonStep, buttonTop, buttonSize, buttonSize } },
+    { { Kind::sign, "_recButton",  "DISK_RECORDER", "rec_32", N_ ("Disk recorder. Bounce your mix to WAV files in realtime. Check preferences dialog box to select WAV save path.") }, { 0, buttonTop, buttonSize, buttonSize } },
+    { { Kind::sign, "_snapButton", "SNAP",          "snap_32", N_ ("Snap and quantise of all decks.\nSnap: cues and loops are set on the nearest beat.\nQuantise: jumps keep the beat.") }, { buttonStep, buttonTop, buttonSize, buttonSize } },
 };
 
 constexpr PlacedControl levelTable[] {
-    { { Kind::text, "_automixButton",       "AUTOMIX_ON_OFF",      "AUTO", "Automix: plays the list in the browser, mixing each track into the next" }, {   0, 12, 44, 24 } },
-    { { Kind::text, "_monitorSplitButton",  "MONITOR_PHONE_SPLIT", "SPLIT", "Headphones split: cue on the left, master on the right" }, {  48, 12, 48, 24 } },
-    { { Kind::text, "_monitorDriveButton",  "MONITOR_OVERDRIVE",   "DRIVE", "Headphones boost: louder, softly limited" }, { 100, 12, 48, 24 } },
-    { { Kind::knob, "_monitorVolumeSlider", "MONITOR_VOLUME",      "PHONES", "Monitor volume level" }, { 164,  4, 28, 40 } },
-    { { Kind::knob, "_monitorMixSlider",    "MONITOR_MIX",         "MIX", "An independent monitor fader that blends between Main and PFL on the phones" }, { 208,  4, 28, 40 } },
-    { { Kind::knob, "_masterVolumeSlider",  "MASTER_VOLUME",       "MASTER", "Master volume level" }, { 252,  4, 28, 40 } },
+    { { Kind::text, "_automixButton",       "AUTOMIX_ON_OFF",      N_ ("AUTO"), N_ ("Automix: plays the list in the browser, mixing each track into the next") }, {   0, 12, 44, 24 } },
+    { { Kind::text, "_monitorSplitButton",  "MONITOR_PHONE_SPLIT", N_ ("SPLIT"), N_ ("Headphones split: cue on the left, master on the right") }, {  48, 12, 48, 24 } },
+    { { Kind::text, "_monitorDriveButton",  "MONITOR_OVERDRIVE",   N_ ("DRIVE"), N_ ("Headphones boost: louder, softly limited") }, { 100, 12, 48, 24 } },
+    { { Kind::knob, "_monitorVolumeSlider", "MONITOR_VOLUME",      N_ ("PHONES"), N_ ("Monitor volume level") }, { 164,  4, 28, 40 } },
+    { { Kind::knob, "_monitorMixSlider",    "MONITOR_MIX",         N_ ("MIX"), N_ ("An independent monitor fader that blends between Main and PFL on the phones") }, { 208,  4, 28, 40 } },
+    { { Kind::knob, "_masterVolumeSlider",  "MASTER_VOLUME",       N_ ("MASTER"), N_ ("Master volume level") }, { 252,  4, 28, 40 } },
 };
 // clang-format on
 
@@ -43,9 +44,9 @@ const std::array<juce::Rectangle<int>, 2> clipLamps { juce::Rectangle<int> { 384
 HeaderButtons::HeaderButtons (CPlatterdex& e, HeaderActions a)
     : ControlPanel (e),
       actions (std::move (a)),
-      decks (addButton ("_decksSelectButton", "decks_32", firstButton, "Selects 2 or 4 deck mode.")),
+      decks (addButton ("_decksSelectButton", "decks_32", firstButton, tr ("Selects 2 or 4 deck mode."))),
       preferences (addButton ("_preferencesButton", "preferences_32", firstButton + buttonStep,
-                              "Opens preferences dialog box. Right click for the menu."))
+                              tr ("Opens preferences dialog box. Right click for the menu.")))
 {
     decks.onClick = [this] { toggle (EditorPreference::fourDeckMode); };
     preferences.onClick = [this]
@@ -59,8 +60,8 @@ HeaderButtons::HeaderButtons (CPlatterdex& e, HeaderActions a)
     auto next = firstButton + 2 * buttonStep;
     if (actions.setFullScreen != nullptr)
     {
-        fullscreen =
-            &addButton ("_fullscreenButton", "fullscreen_32", next, "Enables/Disables full screen mode.");
+        fullscreen = &addButton ("_fullscreenButton", "fullscreen_32", next,
+                                 tr ("Enables/Disables full screen mode."));
         fullscreen->onClick = [this] { actions.setFullScreen (!actions.isFullScreen()); };
         next += buttonStep;
     }
@@ -90,11 +91,11 @@ juce::PopupMenu HeaderButtons::preferencesMenu()
 {
     juce::PopupMenu menu;
     if (actions.audioSettings != nullptr)
-        menu.addItem ("Audio settings...", actions.audioSettings);
+        menu.addItem (tr ("Audio settings..."), actions.audioSettings);
     for (const auto& page : actions.pages)
-        menu.addItem (page.title + "...", page.open);
+        menu.addItem (tr (page.title) + "...", page.open);
     if (actions.showParameters != nullptr)
-        menu.addItem ("All parameters", true, actions.showsParameters(),
+        menu.addItem (tr ("All parameters"), true, actions.showsParameters(),
                       [this] { actions.showParameters (!actions.showsParameters()); });
     menu.addSeparator();
 
@@ -104,7 +105,7 @@ juce::PopupMenu HeaderButtons::preferencesMenu()
         for (const auto percent : scales)
             sizes.addItem (juce::String (percent) + " %", true, actions.scale() == percent,
                            [this, percent] { actions.setScale (percent); });
-        menu.addSubMenu ("Interface size", sizes);
+        menu.addSubMenu (tr ("Interface size"), sizes);
     }
     const auto panels = [this] (EditorPreference which)
     {
@@ -118,17 +119,17 @@ juce::PopupMenu HeaderButtons::preferencesMenu()
                             });
         return counts;
     };
-    menu.addSubMenu ("Panels left of the waveform", panels (EditorPreference::deckPanelsLeft));
-    menu.addSubMenu ("Panels right of the waveform", panels (EditorPreference::deckPanelsRight));
+    menu.addSubMenu (tr ("Panels left of the waveform"), panels (EditorPreference::deckPanelsLeft));
+    menu.addSubMenu (tr ("Panels right of the waveform"), panels (EditorPreference::deckPanelsRight));
 
-    const auto flag = [this, &menu] (const char* text, EditorPreference which)
+    const auto flag = [this, &menu] (const juce::String& text, EditorPreference which)
     { menu.addItem (text, true, engine.settings.editor[which] != 0, [this, which] { toggle (which); }); };
-    flag ("Ghost mixer", EditorPreference::showGhostMixer);
-    flag ("Mixer channels in the order A B C D", EditorPreference::mixerOrderABCD);
-    flag ("Coloured waveform", EditorPreference::spectralWaveform);
-    flag ("Tooltips", EditorPreference::showTooltips);
+    flag (tr ("Ghost mixer"), EditorPreference::showGhostMixer);
+    flag (tr ("Mixer channels in the order A B C D"), EditorPreference::mixerOrderABCD);
+    flag (tr ("Coloured waveform"), EditorPreference::spectralWaveform);
+    flag (tr ("Tooltips"), EditorPreference::showTooltips);
     if (actions.showBrowser != nullptr)
-        menu.addItem ("Browser", true, actions.showsBrowser(),
+        menu.addItem (tr ("Browser"), true, actions.showsBrowser(),
                       [this] { actions.showBrowser (!actions.showsBrowser()); });
     return menu;
 }

@@ -3,6 +3,7 @@
 #include "midi/detect/ControllerDetection.h"
 #include "midi/native/table/ModelList.h"
 #include "midi/native/table/ModelPage.h"
+#include "support/language/Translate.h"
 
 namespace
 {
@@ -13,15 +14,15 @@ ControllerChoice::ControllerChoice (MidiSystem& m) : PollingView (Pace::calm), m
 {
     for (int model = 0; model < ModelList::count; ++model)
         models.addItem (ModelList::entry (model).name, model + 1);
-    models.setTooltip ("Change selected controller");
+    models.setTooltip (tr ("Change selected controller"));
     models.onChange = [this]
     {
         if (models.getSelectedId() > 0)
             midi.control.selectController (models.getSelectedId() - 1);
     };
-    detectButton.setTooltip ("Press to scan for attached controllers");
+    detectButton.setTooltip (tr ("Press to scan for attached controllers"));
     detectButton.onClick = [this] { autoDetectControllers (midi); };
-    infoButton.setTooltip ("Tells how the selected controller is played.");
+    infoButton.setTooltip (tr ("Tells how the selected controller is played."));
     infoButton.onClick = [this] { tellOfModel(); };
     addAndMakeVisible (models);
     addAndMakeVisible (detectButton);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "midi/system/MidiSystem.h"
+#include "support/language/Translate.h"
 #include "ui/poll/PollingView.h"
 #include "ui/widgets/PXTextButton.h"
 
@@ -21,5 +22,6 @@ private:
 
     MidiSystem& midi;
     juce::ComboBox models;
-    PXTextButton detectButton { "Auto Detect Controller" }, infoButton { "Click here for more info." };
+    PXTextButton detectButton { tr ("Auto Detect Controller") },
+        infoButton { tr ("Click here for more info.") };
 };

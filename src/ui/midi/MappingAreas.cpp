@@ -1,7 +1,9 @@
 #include "ui/midi/MappingAreas.h"
 
 #include "engine/CommandTable.h"
+#include "engine/CommandTitle.h"
 #include "midi/native/table/ModelList.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 
@@ -17,7 +19,7 @@ juce::String messageText (const MidiMappingRow& row)
     case 0x90:
         return channel + "NN " + juce::String (row.data);
     case 0xe0:
-        return channel + "Pitch bend"
+        return channel + tr ("Pitch bend")
                + (has (row.features, MidiControlFeature::fine) ? juce::String()
                                                                : " " + juce::String (row.data));
     default:
@@ -63,7 +65,7 @@ std::vector<int> MappingAreas::rowsOf (int area, const juce::String& search)
     std::vector<int> rows;
     for (int row = 1; row < MidiMapping::rowCount; ++row)
     {
-        const juce::String name (CommandTable::name (row));
+        const auto name = commandTitle (row);
         if ((area < 0 || areaOf (row) == area)
             && std::all_of (words.begin(), words.end(),
                             [&name] (const auto& word) { return name.containsIgnoreCase (word); }))
@@ -90,7 +92,7 @@ juce::String MappingAreas::sharedWith (const MidiMapping& mapping, int row)
                               [&] (int number, const MidiMappingRow&)
                               {
                                   if (number != row)
-                                      others.add (CommandTable::name (number));
+                                      others.add (commandTitle (number));
                               });
     return others.joinIntoString (", ");
 }

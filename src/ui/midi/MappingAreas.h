@@ -1,6 +1,7 @@
 #pragma once
 
 #include "midi/mapping/MidiMapping.h"
+#include "support/language/Translate.h"
 
 #include <juce_core/juce_core.h>
 
@@ -9,8 +10,10 @@
 /** The parts of the mapping table, and its texts. */
 namespace MappingAreas
 {
-inline constexpr std::array names { "Deck A",  "Deck B",       "Deck C",    "Deck D",       "Mixer",
-                                    "Effects", "Loop Sampler", "Slicegate", "Song Manager", "Global" };
+inline constexpr std::array names { N_ ("Deck A"),       N_ ("Deck B"),    N_ ("Deck C"),
+                                    N_ ("Deck D"),       N_ ("Mixer"),     N_ ("Effects"),
+                                    N_ ("Loop Sampler"), N_ ("Slicegate"), N_ ("Song Manager"),
+                                    N_ ("Global") };
 
 /** The area of a row, an index into names. @param row   1 to 465 */
 int areaOf (int row);

@@ -1,9 +1,11 @@
 #include "ui/midi/MidiMappingComponent.h"
 
 #include "engine/CommandTable.h"
+#include "engine/CommandTitle.h"
 #include "midi/mapping/MidiMappingFile.h"
 #include "midi/mapping/MidiScriptGenerator.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/midi/MappingAreas.h"
 #include "ui/panel/PanelPaint.h"
 
@@ -25,18 +27,18 @@ juce::File withEnding (const juce::File& file, const char* ending)
 MidiMappingComponent::MidiMappingComponent (MidiSystem& m) : PollingView (Pace::moving), midi (m)
 {
     setOpaque (true);
-    areas.setTextWhenNothingSelected ("Select area of commands to map.");
-    areas.setTooltip ("Select area of commands to map.");
-    areas.addItem ("All commands", 1);
+    areas.setTextWhenNothingSelected (tr ("Select area of commands to map."));
+    areas.setTooltip (tr ("Select area of commands to map."));
+    areas.addItem (tr ("All commands"), 1);
     for (const auto* name : MappingAreas::names)
-        areas.addItem (name, areas.getNumItems() + 1);
+        areas.addItem (tr (name), areas.getNumItems() + 1);
     areas.onChange = [this] { showFiltered(); };
     addAndMakeVisible (areas);
 
     search.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
     search.setJustification (juce::Justification::centredLeft);
     search.setIndents (gap, 0);
-    search.setTextToShowWhenEmpty ("Search", palette::label);
+    search.setTextToShowWhenEmpty (tr ("Search"), palette::label);
     search.onTextChange = [this] { showFiltered(); };
     search.onEscapeKey = [this] { search.clear(); };
     addAndMakeVisible (search);
@@ -46,25 +48,25 @@ MidiMappingComponent::MidiMappingComponent (MidiSystem& m) : PollingView (Pace::
     addAndMakeVisible (table);
 
     addButton (lampsButton,
-               "Lights the lamps of the controller by the commands that its buttons are mapped to.",
+               tr ("Lights the lamps of the controller by the commands that its buttons are mapped to."),
                [this] { mapping.showsLamps = !mapping.showsLamps; });
     addButton (learnButton,
-               "Activates MIDI learn function to link hardware controls to PX commands. Double click the "
-               "command in the "
-               "list or press [Return] key to active learn mode in a single step.",
+               tr ("Activates MIDI learn function to link hardware controls to PX commands. Double click the "
+                   "command in the "
+                   "list or press [Return] key to active learn mode in a single step."),
                [this] { toggleLearning(); });
     learnButton.setHue (skin::Hue::lime);
-    addButton (
-        forgetButton,
-        "Select a command in the list and click this button to delete the control link. You can use also the "
-        "[Delete] key like a shortcut for this function.",
-        [this] { forget(); });
-    addButton (loadButton, "Loads a controller setup from disk.", [this] { load(); });
-    addButton (clearButton, "Clear all the mapped functions in the list.", [this] { clearAll(); });
-    addButton (saveButton, "Saves a controller setup to disk.", [this] { save(); });
-    addButton (exportButton, "Exports controller setup to a script file.", [this] { exportScript(); });
+    addButton (forgetButton,
+               tr ("Select a command in the list and click this button to delete the control link. You can "
+                   "use also the "
+                   "[Delete] key like a shortcut for this function."),
+               [this] { forget(); });
+    addButton (loadButton, tr ("Loads a controller setup from disk."), [this] { load(); });
+    addButton (clearButton, tr ("Clear all the mapped functions in the list."), [this] { clearAll(); });
+    addButton (saveButton, tr ("Saves a controller setup to disk."), [this] { save(); });
+    addButton (exportButton, tr ("Exports controller setup to a script file."), [this] { exportScript(); });
     addButton (closeButton, "", [this] { onClose(); });
-    addButton (portsButton, "No MIDI input is open: opens the list of ports.",
+    addButton (portsButton, tr ("No MIDI input is open: opens the list of ports."),
                [this]
                {
                    if (onShowPorts != nullptr)
@@ -78,10 +80,12 @@ MidiMappingComponent::~MidiMappingComponent()
 {
     midi.control.cancelLearn();
     if (!midi.saveMapping())
-        say ("MIDI Mapping Editor", "The mapping could not be kept: its folder can't be written to.");
+        say (tr ("MIDI Mapping Editor"),
+             tr ("The mapping could not be kept: its folder can't be written to."));
 }
 
-void MidiMappingComponent::addButton (PXTextButton& button, const char* tip, std::function<void()> act)
+void MidiMappingComponent::addButton (PXTextButton& button, const juce::String& tip,
+                                      std::function<void()> act)
 {
     button.setTooltip (tip);
     button.onClick = std::move (act);
@@ -123,7 +127,7 @@ void MidiMappingComponent::say (const juce::String& title, const juce::String& s
 void MidiMappingComponent::clearAll()
 {
     if (auto* asked = prompts())
-        asked->askYesNo ("Confirm Clear All", "Are you sure you want to clear all midi assigns?",
+        asked->askYesNo (tr ("Confirm Clear All"), tr ("Are you sure you want to clear all midi assigns?"),
                          [here = SafePointer (this)] (bool yes)
                          {
                              if (yes && here != nullptr)
@@ -137,14 +141,15 @@ void MidiMappingComponent::load()
     if (asked == nullptr)
         return;
     const auto start = midi.engine.environment.folders.setup().getChildFile ("default_midi_mapping.xml");
-    asked->askFile ({ "Load a MIDI mapping...", start, "*.xml" },
+    asked->askFile ({ tr ("Load a MIDI mapping..."), start, "*.xml" },
                     [here = SafePointer (this)] (const juce::File& file)
                     {
                         if (here == nullptr || file == juce::File())
                             return;
                         if (!loadMidiMapping (file, here->mapping))
-                            here->say ("MIDI Mapping Editor",
-                                       file.getFullPathName() + " is no MIDI mapping; nothing was changed.");
+                            here->say (
+                                tr ("MIDI Mapping Editor"),
+                                tr ("%1 is no MIDI mapping; nothing was changed.", file.getFullPathName()));
                     });
 }
 
@@ -154,13 +159,14 @@ void MidiMappingComponent::save()
     if (asked == nullptr)
         return;
     const auto start = midi.engine.environment.folders.setup().getChildFile ("default_midi_mapping.xml");
-    asked->askFile ({ "Save the MIDI mapping...", start, "*.xml", true },
+    asked->askFile ({ tr ("Save the MIDI mapping..."), start, "*.xml", true },
                     [here = SafePointer (this)] (const juce::File& file)
                     {
                         if (here == nullptr || file == juce::File())
                             return;
                         if (!saveMidiMapping (here->mapping, withEnding (file, ".xml")))
-                            here->say ("MIDI Mapping Editor", file.getFullPathName() + " can't be written.");
+                            here->say (tr ("MIDI Mapping Editor"),
+                                       tr ("%1 can't be written.", file.getFullPathName()));
                     });
 }
 
@@ -170,13 +176,14 @@ void MidiMappingComponent::exportScript()
     if (asked == nullptr)
         return;
     const auto start = midi.engine.environment.folders.scriptFiles().getChildFile ("midi_script.c");
-    asked->askFile ({ "Export the midi script file...", start, "*.c", true },
+    asked->askFile ({ tr ("Export the midi script file..."), start, "*.c", true },
                     [here = SafePointer (this)] (const juce::File& file)
                     {
                         if (here == nullptr || file == juce::File())
                             return;
                         if (!generateMidiScript (here->mapping, withEnding (file, ".c")))
-                            here->say ("MIDI Mapping Editor", file.getFullPathName() + " can't be written.");
+                            here->say (tr ("MIDI Mapping Editor"),
+                                       tr ("%1 can't be written.", file.getFullPathName()));
                     });
 }
 
@@ -189,23 +196,22 @@ bool MidiMappingComponent::hasOpenInput() const
 juce::String MidiMappingComponent::monitorText() const
 {
     if (portsButton.isVisible())
-        return "No MIDI input is open: switch your controller on in the list of ports.";
+        return tr ("No MIDI input is open: switch your controller on in the list of ports.");
     if (midi.control.isLearning())
-        return "Move or press the control for \""
-               + juce::String (CommandTable::name (midi.control.learnRow())) + "\"...";
+        return tr ("Move or press the control for \"%1\"...", commandTitle (midi.control.learnRow()));
     const auto seen = midi.control.lastSeen();
     if (seen.count == 0)
-        return "MIDI Monitor: " + PanelPaint::dash();
+        return tr ("MIDI Monitor: %1", PanelPaint::dash());
     const std::array bytes { static_cast<uint8_t> (seen.status), static_cast<uint8_t> (seen.data),
                              static_cast<uint8_t> (seen.value) };
     juce::StringArray names;
     mapping.forEachMatch (seen.status, seen.data,
                           [&names] (int number, const MidiMappingRow&)
-                          { names.add (CommandTable::name (number)); });
-    return "MIDI Monitor: " + juce::String::toHexString (bytes.data(), 3).toUpperCase() + "   "
+                          { names.add (commandTitle (number)); });
+    return tr ("MIDI Monitor: %1", juce::String::toHexString (bytes.data(), 3).toUpperCase()) + "   "
            + MappingAreas::controlText ({ seen.status, seen.data }, midi.engine.settings.controllerPreset)
-           + " = " + juce::String (seen.value)
-           + (names.isEmpty() ? "   (no command)" : "   " + names.joinIntoString (", "));
+           + " = " + juce::String (seen.value) + "   "
+           + (names.isEmpty() ? tr ("(no command)") : names.joinIntoString (", "));
 }
 
 void MidiMappingComponent::pollMoving()
@@ -226,7 +232,7 @@ void MidiMappingComponent::pollMoving()
 void MidiMappingComponent::paint (juce::Graphics& g)
 {
     g.fillAll (palette::panel);
-    PanelPaint::label (g, "Filter:", { margin, margin, filterLabel, rowHeight },
+    PanelPaint::label (g, tr ("Filter:"), { margin, margin, filterLabel, rowHeight },
                        juce::Justification::centredLeft);
     PanelPaint::value (g, monitor,
                        monitorArea.withTrimmedRight (portsButton.isVisible() ? portsWidth + gap : 0),

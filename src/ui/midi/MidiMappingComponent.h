@@ -1,6 +1,7 @@
 #pragma once
 
 #include "midi/system/MidiSystem.h"
+#include "support/language/Translate.h"
 #include "ui/midi/MidiMappingTableComponent.h"
 #include "ui/widgets/PXTextButton.h"
 
@@ -27,7 +28,7 @@ public:
 
 private:
     void pollMoving() override;
-    void addButton (PXTextButton&, const char* tip, std::function<void()>);
+    void addButton (PXTextButton&, const juce::String& tip, std::function<void()>);
     void showFiltered();
     void toggleLearning();
     bool hasOpenInput() const;
@@ -45,9 +46,10 @@ private:
     juce::ComboBox areas;
     juce::TextEditor search;
     MidiMappingTableComponent table { midi.control };
-    PXTextButton lampsButton { "Lamps" }, learnButton { "Learn" }, forgetButton { "Forget" },
-        loadButton { "Load" }, clearButton { "Clear All" }, saveButton { "Save" },
-        exportButton { "Export Script" }, closeButton { "Close" }, portsButton { "MIDI Ports..." };
+    PXTextButton lampsButton { tr ("Lamps") }, learnButton { tr ("Learn") }, forgetButton { tr ("Forget") },
+        loadButton { tr ("Load") }, clearButton { tr ("Clear All") }, saveButton { tr ("Save") },
+        exportButton { tr ("Export Script") }, closeButton { tr ("Close") },
+        portsButton { tr ("MIDI Ports...") };
     juce::String monitor;
     juce::Rectangle<int> monitorArea;
 };

@@ -1,7 +1,9 @@
 #include "ui/midi/MidiMappingTableComponent.h"
 
 #include "engine/CommandTable.h"
+#include "engine/CommandTitle.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/look/SMLookAndFeel.h"
 #include "ui/midi/MappingAreas.h"
 
@@ -19,7 +21,7 @@ class TypeBox : public juce::ComboBox
 public:
     explicit TypeBox (MidiMapping& m) : mapping (m)
     {
-        setTooltip ("Selects how the control moves the command.");
+        setTooltip (tr ("Selects how the control moves the command."));
         onChange = [this]
         {
             auto row = mapping.row (command);
@@ -40,7 +42,7 @@ public:
             choices = controlChoices (command);
             clear (juce::dontSendNotification);
             for (const auto& choice : choices)
-                addItem (choice.text, getNumItems() + 1);
+                addItem (tr (choice.text), getNumItems() + 1);
         }
         const auto row = mapping.row (command);
         const auto chosen =
@@ -64,9 +66,9 @@ MidiMappingTableComponent::MidiMappingTableComponent (MidiControl& c)
 {
     auto& header = table.getHeader();
     const auto flags = juce::TableHeaderComponent::visible | juce::TableHeaderComponent::resizable;
-    header.addColumn ("Command", command, commandWidth, 80, -1, flags);
-    header.addColumn ("Control Type", controlType, typeWidth, 80, -1, flags);
-    header.addColumn ("MIDI Message", message, messageWidth, 80, -1, flags);
+    header.addColumn (tr ("Command"), command, commandWidth, 80, -1, flags);
+    header.addColumn (tr ("Control Type"), controlType, typeWidth, 80, -1, flags);
+    header.addColumn (tr ("MIDI Message"), message, messageWidth, 80, -1, flags);
     header.setStretchToFitActive (true);
     table.setHeaderHeight (headerHeight);
     table.setRowHeight (rowHeight);
@@ -167,7 +169,7 @@ void MidiMappingTableComponent::paintCell (juce::Graphics& g, int row, int colum
     if (column == command)
     {
         g.setColour (mapped.isAssigned() ? palette::value : palette::label);
-        g.drawText (CommandTable::name (number), area, juce::Justification::centredLeft);
+        g.drawText (commandTitle (number), area, juce::Justification::centredLeft);
         return;
     }
     if (column != message || !mapped.isAssigned())
@@ -179,7 +181,7 @@ void MidiMappingTableComponent::paintCell (juce::Graphics& g, int row, int colum
     {
         area.removeFromLeft (g.getCurrentFont().getStringWidth (text) + margin);
         g.setColour (palette::selected);
-        g.drawText ("also " + others, area, juce::Justification::centredLeft);
+        g.drawText (tr ("also %1", others), area, juce::Justification::centredLeft);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "ui/midi/MidiPortsPage.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 
 namespace
@@ -17,21 +18,21 @@ MidiPortsPage::MidiPortsPage (MidiSystem& m, std::function<void()> openMapping)
     {
         if (!midi.saveDeviceList() && midi.engine.environment.prompts != nullptr)
             midi.engine.environment.prompts->notify (
-                "MIDI", "The list of devices could not be kept: its folder can't be "
-                        "written to.");
+                tr ("MIDI"), tr ("The list of devices could not be kept: its folder can't be "
+                                 "written to."));
     };
     addAndMakeVisible (controller);
     addAndMakeVisible (inputs);
     addAndMakeVisible (outputs);
 
     hostToggle.setTooltip (
-        "A host keeps the ports for itself as a rule. Turn this on to play Platterdex directly.");
+        tr ("A host keeps the ports for itself as a rule. Turn this on to play Platterdex directly."));
     hostToggle.setToggleState (midi.opensPorts(), juce::dontSendNotification);
     hostToggle.onClick = [this] { midi.setOpensPorts (hostToggle.getToggleState()); };
     addChildComponent (hostToggle);
     hostToggle.setVisible (midi.isInHost());
 
-    mappingButton.setTooltip ("Links the controls of a controller with commands.");
+    mappingButton.setTooltip (tr ("Links the controls of a controller with commands."));
     mappingButton.onClick = std::move (openMapping);
     addAndMakeVisible (mappingButton);
     setSize (width, height);
@@ -47,9 +48,9 @@ void MidiPortsPage::refresh()
 void MidiPortsPage::paint (juce::Graphics& g)
 {
     g.fillAll (palette::panel);
-    PanelPaint::label (g, "Remote Controller", controllerLabel, juce::Justification::centredLeft);
-    PanelPaint::label (g, "MIDI Inputs", inputLabel, juce::Justification::centredLeft);
-    PanelPaint::label (g, "MIDI Outputs", outputLabel, juce::Justification::centredLeft);
+    PanelPaint::label (g, tr ("Remote Controller"), controllerLabel, juce::Justification::centredLeft);
+    PanelPaint::label (g, tr ("MIDI Inputs"), inputLabel, juce::Justification::centredLeft);
+    PanelPaint::label (g, tr ("MIDI Outputs"), outputLabel, juce::Justification::centredLeft);
 }
 
 void MidiPortsPage::resized()

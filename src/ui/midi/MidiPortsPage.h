@@ -1,6 +1,7 @@
 #pragma once
 
 #include "midi/system/MidiSystem.h"
+#include "support/language/Translate.h"
 #include "ui/midi/ControllerChoice.h"
 #include "ui/midi/PortListComponent.h"
 #include "ui/widgets/PXTextButton.h"
@@ -22,7 +23,7 @@ private:
     MidiSystem& midi;
     ControllerChoice controller { midi };
     PortListComponent inputs, outputs;
-    juce::ToggleButton hostToggle { "Open MIDI ports inside this host" };
-    PXTextButton mappingButton { "Open MIDI Mapping Editor" };
+    juce::ToggleButton hostToggle { tr ("Open MIDI ports inside this host") };
+    PXTextButton mappingButton { tr ("Open MIDI Mapping Editor") };
     juce::Rectangle<int> controllerLabel, inputLabel, outputLabel;
 };

@@ -1,6 +1,7 @@
 #include "ui/midi/MidiScriptingPage.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 
 namespace
@@ -31,10 +32,10 @@ MidiScriptingPage::MidiScriptingPage (MidiSystem& m)
 {
     list.setRowHeight (scriptRowHeight);
     addAndMakeVisible (list);
-    addButton (addScriptButton, "Adds a script to the list and starts it.", [this] { add(); });
-    addButton (removeButton, "Ends the selected script and takes it off the list; its file stays.",
+    addButton (addScriptButton, tr ("Adds a script to the list and starts it."), [this] { add(); });
+    addButton (removeButton, tr ("Ends the selected script and takes it off the list; its file stays."),
                [this] { remove(); });
-    addButton (reloadButton, "Builds the selected script anew from its file, and starts it.",
+    addButton (reloadButton, tr ("Builds the selected script anew from its file, and starts it."),
                [this] { reload(); });
     inputs.onChange = outputs.onChange = [this] { keep(); };
     addAndMakeVisible (inputs);
@@ -44,7 +45,7 @@ MidiScriptingPage::MidiScriptingPage (MidiSystem& m)
     setSize (width, height);
 }
 
-void MidiScriptingPage::addButton (PXTextButton& button, const char* tip, std::function<void()> click)
+void MidiScriptingPage::addButton (PXTextButton& button, const juce::String& tip, std::function<void()> click)
 {
     button.setTooltip (tip);
     button.onClick = std::move (click);
@@ -68,7 +69,7 @@ void MidiScriptingPage::add()
     if (midi.engine.environment.prompts == nullptr)
         return;
     midi.engine.environment.prompts->askFile (
-        { .title = "Select a MIDI script file", .start = midi.scripts.folder(), .pattern = "*.c" },
+        { .title = tr ("Select a MIDI script file"), .start = midi.scripts.folder(), .pattern = "*.c" },
         [here = SafePointer (this)] (const juce::File& file)
         {
             if (here == nullptr || file == juce::File())
@@ -99,7 +100,7 @@ void MidiScriptingPage::keep()
     refresh();
     if (!midi.saveScriptSetup() && midi.engine.environment.prompts != nullptr)
         midi.engine.environment.prompts->notify (
-            "MIDI", "The list of scripts could not be kept: its folder can't be written to.");
+            tr ("MIDI"), tr ("The list of scripts could not be kept: its folder can't be written to."));
 }
 
 void MidiScriptingPage::pollMoving()
@@ -111,7 +112,8 @@ void MidiScriptingPage::pollMoving()
         list.repaint();
         enableButtons();
     }
-    if (const auto text = "MIDI Monitor: " + hexText (midi.scripts.lastMessage()); text != _midiMonitorLabel)
+    if (const auto text = tr ("MIDI Monitor: %1", hexText (midi.scripts.lastMessage()));
+        text != _midiMonitorLabel)
     {
         _midiMonitorLabel = text;
         repaint (monitorArea);
@@ -124,15 +126,15 @@ juce::String MidiScriptingPage::stateText (const MidiScriptEngine::Row& row)
     switch (row.state)
     {
     case State::running:
-        return row.hasHung ? "hangs" : "running";
+        return row.hasHung ? tr ("hangs") : tr ("running");
     case State::loading:
-        return "loading";
+        return tr ("loading");
     case State::failed:
-        return "has errors";
+        return tr ("has errors");
     case State::none:
         break;
     }
-    return "not running";
+    return tr ("not running");
 }
 
 void MidiScriptingPage::paintListBoxItem (int row, juce::Graphics& g, int rowWidth, int rowHeight,
@@ -164,12 +166,12 @@ juce::String MidiScriptingPage::getTooltipForRow (int row)
 void MidiScriptingPage::paint (juce::Graphics& g)
 {
     g.fillAll (palette::panel);
-    const auto label = [&g] (const char* text, juce::Rectangle<int> area)
+    const auto label = [&g] (const juce::String& text, juce::Rectangle<int> area)
     { PanelPaint::label (g, text, area, juce::Justification::centredLeft); };
-    label ("Midi Script File:", scriptsLabel);
-    label ("MIDI Inputs", inputsLabel);
-    label ("MIDI Outputs", outputsLabel);
-    label ("Log", logLabel);
+    label (tr ("Midi Script File:"), scriptsLabel);
+    label (tr ("MIDI Inputs"), inputsLabel);
+    label (tr ("MIDI Outputs"), outputsLabel);
+    label (tr ("Log"), logLabel);
     PanelPaint::value (g, _midiMonitorLabel, monitorArea, juce::Justification::centredLeft);
 }
 

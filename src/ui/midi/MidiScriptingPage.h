@@ -1,6 +1,7 @@
 #pragma once
 
 #include "midi/system/MidiSystem.h"
+#include "support/language/Translate.h"
 #include "ui/midi/PortListComponent.h"
 #include "ui/midi/ScriptMessagesView.h"
 #include "ui/widgets/PXTextButton.h"
@@ -27,7 +28,7 @@ private:
     void selectedRowsChanged (int) override { enableButtons(); }
     void deleteKeyPressed (int) override { remove(); }
     juce::String getTooltipForRow (int row) override;
-    void addButton (PXTextButton&, const char* tip, std::function<void()>);
+    void addButton (PXTextButton&, const juce::String& tip, std::function<void()>);
     void enableButtons();
     void add();
     void remove();
@@ -40,7 +41,8 @@ private:
     MidiSystem& midi;
     std::vector<MidiScriptEngine::Row> rows;
     juce::ListBox list { {}, this };
-    PXTextButton addScriptButton { "Add..." }, removeButton { "Remove" }, reloadButton { "Reload" };
+    PXTextButton addScriptButton { tr ("Add...") }, removeButton { tr ("Remove") },
+        reloadButton { tr ("Reload") };
     PortListComponent inputs, outputs;
     ScriptMessagesView log;
     juce::String _midiMonitorLabel;

@@ -1,6 +1,7 @@
 #include "ui/midi/MidiWindows.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/midi/MidiMappingComponent.h"
 #include "ui/midi/MidiPortsPage.h"
 #include "ui/midi/MidiScriptingPage.h"
@@ -14,7 +15,7 @@ constexpr int newsPeriodMs = 200;
 class MidiWindows::Window : public juce::DocumentWindow
 {
 public:
-    Window (const char* title, std::unique_ptr<juce::Component> content, std::function<void()> c)
+    Window (const juce::String& title, std::unique_ptr<juce::Component> content, std::function<void()> c)
         : DocumentWindow (title, palette::panel, closeButton),
           close (std::move (c))
     {
@@ -47,7 +48,7 @@ MidiWindows::MidiWindows (MidiSystem& m) : midi (m) {}
 
 MidiWindows::~MidiWindows() = default;
 
-void MidiWindows::show (std::unique_ptr<Window>& window, const char* title,
+void MidiWindows::show (std::unique_ptr<Window>& window, const juce::String& title,
                         std::function<std::unique_ptr<juce::Component>()> make)
 {
     if (!look)
@@ -60,9 +61,9 @@ void MidiWindows::show (std::unique_ptr<Window>& window, const char* title,
 std::vector<EditorPage> MidiWindows::pages()
 {
     startTimer (newsPeriodMs);
-    return { { "Remote MIDI Control", [this] { showPorts(); }, [this] { return makePorts(); } },
-             { "MIDI mapping", [this] { showMapping(); } },
-             { "MIDI Scripting", [this] { showScripts(); },
+    return { { N_ ("Remote MIDI Control"), [this] { showPorts(); }, [this] { return makePorts(); } },
+             { N_ ("MIDI mapping"), [this] { showMapping(); } },
+             { N_ ("MIDI Scripting"), [this] { showScripts(); },
                [this] { return std::make_unique<MidiScriptingPage> (midi); } } };
 }
 
@@ -73,12 +74,12 @@ std::unique_ptr<juce::Component> MidiWindows::makePorts()
 
 void MidiWindows::showPorts()
 {
-    show (ports, "MIDI Ports", [this] { return makePorts(); });
+    show (ports, tr ("MIDI Ports"), [this] { return makePorts(); });
 }
 
 void MidiWindows::showMapping()
 {
-    show (mapping, "MIDI Mapping Editor",
+    show (mapping, tr ("MIDI Mapping Editor"),
           [this]
           {
               auto made = std::make_unique<MidiMappingComponent> (midi);
@@ -94,7 +95,7 @@ void MidiWindows::showMapping()
 
 void MidiWindows::showScripts()
 {
-    show (scripts, "MIDI Scripting", [this] { return std::make_unique<MidiScriptingPage> (midi); });
+    show (scripts, tr ("MIDI Scripting"), [this] { return std::make_unique<MidiScriptingPage> (midi); });
 }
 
 void MidiWindows::timerCallback()
@@ -103,15 +104,15 @@ void MidiWindows::timerCallback()
     const auto newest = midi.scripts.journal().newest();
     if (newest == toldNumber)
         return;
-    tellNews (scriptMessages, "Midi Scripting Message", Shown::messages);
+    tellNews (scriptMessages, tr ("Midi Scripting Message"), Shown::messages);
     // The page shows the log anyhow.
     if (scripts == nullptr)
-        tellNews (scriptLog, "Midi Scripting Log Message", Shown::log);
+        tellNews (scriptLog, tr ("Midi Scripting Log Message"), Shown::log);
     toldNumber = newest;
 }
 
 /** Opens the window of new messages; one that is open shows them by itself. */
-void MidiWindows::tellNews (std::unique_ptr<Window>& window, const char* title,
+void MidiWindows::tellNews (std::unique_ptr<Window>& window, const juce::String& title,
                             ScriptMessagesView::Shown shown)
 {
     const auto& journal = midi.scripts.journal();

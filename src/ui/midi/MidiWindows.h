@@ -28,12 +28,12 @@ public:
 private:
     class Window;
 
-    void show (std::unique_ptr<Window>&, const char* title,
+    void show (std::unique_ptr<Window>&, const juce::String& title,
                std::function<std::unique_ptr<juce::Component>()> make);
 
     std::unique_ptr<juce::Component> makePorts();
     void timerCallback() override;
-    void tellNews (std::unique_ptr<Window>&, const char* title, ScriptMessagesView::Shown);
+    void tellNews (std::unique_ptr<Window>&, const juce::String& title, ScriptMessagesView::Shown);
 
     MidiSystem& midi;
     uint64_t toldNumber = 0;                                      ///< of the scripts' journal

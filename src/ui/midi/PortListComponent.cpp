@@ -1,6 +1,7 @@
 #include "ui/midi/PortListComponent.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/look/SMLookAndFeel.h"
 #include "ui/panel/PanelPaint.h"
 
@@ -36,10 +37,9 @@ void PortListComponent::makeToggles()
     toggles.clear();
     for (const auto& row : rows)
     {
-        const auto text = row.title()
-                          + (row.index < 0                 ? " - not connected"
-                             : row.isWanted && !row.isOpen ? " - can't be opened"
-                                                           : "");
+        const auto text = row.index < 0                 ? tr ("%1 - not connected", row.title())
+                          : row.isWanted && !row.isOpen ? tr ("%1 - can't be opened", row.title())
+                                                        : row.title();
         auto toggle = std::make_unique<juce::ToggleButton> (text);
         toggle->setToggleState (row.isWanted, juce::dontSendNotification);
         toggle->setAlpha (row.isWanted && !row.isOpen ? 0.6f : 1.0f);
@@ -60,7 +60,7 @@ void PortListComponent::paint (juce::Graphics& g)
     g.setColour (palette::ground);
     g.fillRect (getLocalBounds());
     if (rows.empty())
-        PanelPaint::label (g, "(No MIDI I/O available)", getLocalBounds());
+        PanelPaint::label (g, tr ("(No MIDI I/O available)"), getLocalBounds());
 }
 
 void PortListComponent::resized()

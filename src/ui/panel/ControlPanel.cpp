@@ -2,6 +2,8 @@
 
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
+#include "engine/CommandTitle.h"
+#include "support/language/Translate.h"
 #include "ui/look/ButtonSkin.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/poll/DeckWatch.h"
@@ -74,9 +76,7 @@ juce::Component* ControlPanel::addControl (const ControlSpec& spec, int deck, ju
     if (CommandTable::isUnbuilt (number))
         return nullptr;
 
-    auto tip = juce::String (spec.tooltip);
-    if (tip.isEmpty())
-        tip = CommandTable::name (number);
+    const auto tip = *spec.tooltip != 0 ? tr (spec.tooltip) : commandTitle (number);
 
     const auto dress = [&] (auto& control)
     {
@@ -95,7 +95,7 @@ juce::Component* ControlPanel::addControl (const ControlSpec& spec, int deck, ju
 
     if (spec.kind == Kind::text)
     {
-        auto& button = own (std::make_unique<PXTextButton> (spec.face));
+        auto& button = own (std::make_unique<PXTextButton> (tr (spec.face)));
         button.setComponentID (spec.name);
         button.setHue (hueOf (spec.lit, deck));
         if (spec.lit == ControlSpec::Lit::absent)
@@ -115,10 +115,10 @@ juce::Component* ControlPanel::addControl (const ControlSpec& spec, int deck, ju
         return dressButton (button);
     }
     if (spec.kind == Kind::knob && *spec.face != 0)
-        addLabel (spec.face, area.removeFromBottom (knobLabelHeight).expanded (knobLabelReach, 0));
-    tip << ". Double click to reset.";
+        addLabel (tr (spec.face), area.removeFromBottom (knobLabelHeight).expanded (knobLabelReach, 0));
     auto& slider = own (makeSlider (spec, area.getWidth()));
     dress (slider);
+    slider.setTooltip (tr ("%1. Double click to reset.", tip));
     if (spec.words == ControlSpec::Words::decibels)
         slider.setWords (ValueWords::decibels());
     else if (spec.words == ControlSpec::Words::semitones)

@@ -9,7 +9,11 @@ void label (juce::Graphics& g, const juce::String& text, juce::Rectangle<int> ar
 {
     g.setFont (SMLookAndFeel::labelFont());
     g.setColour (palette::label);
-    g.drawText (text, area, where, false);
+    // A word of another language may be longer.
+    if (text.length() > 4)
+        g.drawFittedText (text, area, where, 1, 0.75f);
+    else
+        g.drawText (text, area, where, false);
 }
 
 void value (juce::Graphics& g, const juce::String& text, juce::Rectangle<int> area, juce::Justification where,

@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/look/FolderQuestion.h"
 #include "ui/look/SMLookAndFeel.h"
 #include "ui/panel/PanelPaint.h"
@@ -9,7 +10,7 @@
 namespace
 {
 constexpr const char* hangingText =
-    "Some plugin appears to be not responding.. Press Skip Button to skip this plugin!";
+    N_ ("Some plugin appears to be not responding.. Press Skip Button to skip this plugin!");
 constexpr int margin = 8, row = 24, gap = 4, panelHeight = 96, panelWidth = 520;
 
 /** The folders in which Linux keeps plug-ins, as far as they are there. */
@@ -28,7 +29,7 @@ juce::FileSearchPath systemFolders()
 HangingPluginComponent::HangingPluginComponent()
 {
     skipButton.setComponentID ("_skipButton");
-    skipButton.setTooltip ("Gives this plug-in up and goes on with the next.");
+    skipButton.setTooltip (tr ("Gives this plug-in up and goes on with the next."));
     skipButton.onClick = [this] { onSkip(); };
     addAndMakeVisible (skipButton);
 }
@@ -38,7 +39,7 @@ void HangingPluginComponent::paint (juce::Graphics& g)
     g.fillAll (palette::line);
     g.setColour (palette::selected);
     g.drawRect (getLocalBounds());
-    PanelPaint::value (g, hangingText, getLocalBounds().withTrimmedBottom (row + 2 * margin));
+    PanelPaint::value (g, tr (hangingText), getLocalBounds().withTrimmedBottom (row + 2 * margin));
 }
 
 void HangingPluginComponent::resized()
@@ -50,13 +51,14 @@ void HangingPluginComponent::resized()
 PluginScannerComponent::PluginScannerComponent (VstSlots& s) : slots (s), table (s.known)
 {
     scanButton.setComponentID ("_scanButton");
-    scanButton.setTooltip ("Loads every plug-in once in a process of its own and lists what it is.");
+    scanButton.setTooltip (tr ("Loads every plug-in once in a process of its own and lists what it is."));
     scanButton.onClick = [this] { startOrCancel(); };
-    folderButton.setTooltip ("Chooses the folder of your plug-ins.");
+    folderButton.setTooltip (tr ("Chooses the folder of your plug-ins."));
     folderButton.onClick = [this] { chooseFolder (false); };
-    popupsButton.setTooltip ("Keeps plug-ins from showing windows while they are scanned.");
+    popupsButton.setTooltip (tr ("Keeps plug-ins from showing windows while they are scanned."));
     popupsButton.setToggleState (true, juce::dontSendNotification);
-    systemButton.setTooltip ("Scans ~/.vst, ~/.vst3, ~/.lv2 and the folders of the same names below /usr.");
+    systemButton.setTooltip (
+        tr ("Scans ~/.vst, ~/.vst3, ~/.lv2 and the folders of the same names below /usr."));
     systemButton.setToggleState (true, juce::dontSendNotification);
     folderLabel.setText (slots.engine.settings.vstFolder.get(), juce::dontSendNotification);
     folderLabel.setMinimumHorizontalScale (0.5f);
@@ -93,7 +95,7 @@ void PluginScannerComponent::chooseFolder (bool thenStart)
         juce::File::getSpecialLocation (juce::File::userHomeDirectory).getChildFile ("vstplugins");
     const juce::File chosen (engine.settings.vstFolder.get());
     engine.environment.prompts->askFile (
-        FolderQuestion::make ("Choose plugin dir!", chosen.isDirectory() && !thenStart ? chosen : home),
+        FolderQuestion::make (tr ("Choose plugin dir!"), chosen.isDirectory() && !thenStart ? chosen : home),
         [here = SafePointer (this), thenStart] (const juce::File& folder)
         {
             auto* const self = here.getComponent();
@@ -123,7 +125,7 @@ void PluginScannerComponent::start()
     options.scanner.log = folders.setup().getChildFile ("plugin_scan.log");
     progress = 0.0;
     bar.setVisible (true);
-    scanButton.setButtonText ("Cancel");
+    scanButton.setButtonText (tr ("Cancel"));
     scan = std::make_unique<ScanThread> (slots.known, options,
                                          [here = SafePointer (this)] (const ScanMessage& news)
                                          {
@@ -143,14 +145,14 @@ void PluginScannerComponent::show (const ScanMessage& news)
     switch (news.kind)
     {
     case Kind::started:
-        message.setText ("scanning " + news.file.getFileName(), juce::dontSendNotification);
+        message.setText (tr ("scanning %1", news.file.getFileName()), juce::dontSendNotification);
         break;
     case Kind::hanging:
         hangingPanel.setVisible (news.flag);
         hangingPanel.toFront (false);
         break;
     case Kind::allDone:
-        message.setText (news.flag ? "canceled" : "", juce::dontSendNotification);
+        message.setText (news.flag ? tr ("canceled") : juce::String(), juce::dontSendNotification);
         end();
         break;
     case Kind::ended:
@@ -164,7 +166,7 @@ void PluginScannerComponent::end()
     scan.reset();
     hangingPanel.setVisible (false);
     bar.setVisible (false);
-    scanButton.setButtonText ("Scan & Verify");
+    scanButton.setButtonText (tr ("Scan & Verify"));
 }
 
 void PluginScannerComponent::paint (juce::Graphics& g)

@@ -2,6 +2,7 @@
 
 #include "plugins/scan/ScanThread.h"
 #include "plugins/slot/VstSlots.h"
+#include "support/language/Translate.h"
 #include "ui/plugins/PluginsTable.h"
 #include "ui/widgets/PXTextButton.h"
 
@@ -17,7 +18,7 @@ public:
     void resized() override;
 
 private:
-    PXTextButton skipButton { "Skip" };
+    PXTextButton skipButton { tr ("Skip") };
 };
 
 /** The dialog of scans: folders, start and end, progress, the list of what is known. Closing it breaks a scan off. */
@@ -40,8 +41,9 @@ private:
     void end();
 
     VstSlots& slots;
-    PXTextButton scanButton { "Scan & Verify" }, folderButton { "Folder..." };
-    juce::ToggleButton popupsButton { "Disable plugin popups" }, systemButton { "The system's folders too" };
+    PXTextButton scanButton { tr ("Scan & Verify") }, folderButton { tr ("Folder...") };
+    juce::ToggleButton popupsButton { tr ("Disable plugin popups") },
+        systemButton { tr ("The system's folders too") };
     double progress = 0.0;
     juce::ProgressBar bar { progress };
     juce::Label message, folderLabel;

@@ -1,6 +1,7 @@
 #include "ui/plugins/PluginsTable.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/look/SMLookAndFeel.h"
 #include "ui/panel/PanelPaint.h"
 
@@ -18,14 +19,14 @@ struct ColumnSpec
 };
 
 constexpr ColumnSpec columns[] {
-    { "Name", PluginsTable::name, 170 },
-    { "Format", PluginsTable::format, 56 },
-    { "Verified", PluginsTable::verified, 70 },
-    { "Directory", PluginsTable::directory, 150 },
-    { "Manufacturer", PluginsTable::manufacturer, 110 },
-    { "Instrument/FX", PluginsTable::kind, 92 },
-    { "Inputs/Outputs", PluginsTable::channels, 96 },
-    { "Latency", PluginsTable::latency, 60 },
+    { N_ ("Name"), PluginsTable::name, 170 },
+    { N_ ("Format"), PluginsTable::format, 56 },
+    { N_ ("Verified"), PluginsTable::verified, 70 },
+    { N_ ("Directory"), PluginsTable::directory, 150 },
+    { N_ ("Manufacturer"), PluginsTable::manufacturer, 110 },
+    { N_ ("Instrument/FX"), PluginsTable::kind, 92 },
+    { N_ ("Inputs/Outputs"), PluginsTable::channels, 96 },
+    { N_ ("Latency"), PluginsTable::latency, 60 },
 };
 }
 
@@ -36,12 +37,12 @@ PluginsTable::PluginsTable (std::shared_ptr<KnownPlugins> k)
 {
     table.setColour (juce::ListBox::backgroundColourId, palette::ground);
     table.setRowHeight (rowHeight);
-    table.setTitle ("Plug-ins");
+    table.setTitle (tr ("Plug-ins"));
     auto& header = table.getHeader();
     constexpr auto flags = juce::TableHeaderComponent::visible | juce::TableHeaderComponent::resizable
                            | juce::TableHeaderComponent::sortable;
     for (const auto& column : columns)
-        header.addColumn (column.title, column.id, column.width, 40, -1, flags);
+        header.addColumn (tr (column.title), column.id, column.width, 40, -1, flags);
     header.setPopupMenuActive (false);
     header.setStretchToFitActive (true);
     header.setSortColumnId (name, true);
@@ -71,7 +72,7 @@ juce::String PluginsTable::textOf (const KnownPluginEntry& entry, int column)
     case manufacturer:
         return plugin.manufacturerName;
     case kind:
-        return !entry.isUsable() ? "" : plugin.isInstrument ? "Instrument" : "FX";
+        return !entry.isUsable() ? juce::String() : plugin.isInstrument ? tr ("Instrument") : tr ("FX");
     case channels:
         return !entry.isUsable()
                    ? juce::String()
@@ -148,15 +149,14 @@ juce::String PluginsTable::note() const
     {
         const auto& entry = rows[static_cast<size_t> (row)];
         return entry.isUsable() ? entry.file
-                                : entry.description.name + ": " + entry.reason
-                                      + " It is left out of scans until you press Delete.";
+                                : tr ("%1: %2 It is left out of scans until you press Delete.",
+                                      entry.description.name, tr (entry.reason));
     }
     const auto failed = std::count_if (rows.begin(), rows.end(),
                                        [] (const KnownPluginEntry& entry) { return !entry.isUsable(); });
     if (failed == 0)
         return {};
-    return juce::String (failed) + " of " + juce::String (rows.size())
-           + " can't be played: click one to read why.";
+    return tr ("%1 of %2 can't be played: click one to read why.", failed, rows.size());
 }
 
 void PluginsTable::paint (juce::Graphics& g)

@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 
 namespace
@@ -19,8 +20,8 @@ VstPluginsPreferencesPage::VstPluginsPreferencesPage (VstSlots& s)
     for (int deck = 0; deck < deckCount; ++deck)
     {
         auto& button = masterButtons[static_cast<size_t> (deck)];
-        button.setButtonText ("Apply VST slot " + PanelPaint::letterOf (deck) + " to master output");
-        button.setTooltip ("The slot's plug-in hears all that is played, in place of its deck.");
+        button.setButtonText (tr ("Apply VST slot %1 to master output", PanelPaint::letterOf (deck)));
+        button.setTooltip (tr ("The slot's plug-in hears all that is played, in place of its deck."));
         button.onClick = [this, deck, pressed = &button]
         {
             slots.engine.settings.deckSetup[static_cast<size_t> (deck)].vstOnMaster =
@@ -46,7 +47,7 @@ void VstPluginsPreferencesPage::resized()
 
 void VstPluginsPreferencesPage::open (ToolWindows& windows, juce::Component& opener, VstSlots& slots)
 {
-    windows.open ("VST Plugins", opener,
+    windows.open (tr ("VST Plugins"), opener,
                   [&slots] (const auto&) { return std::make_unique<VstPluginsPreferencesPage> (slots); });
 }
 
@@ -61,8 +62,8 @@ void VstPluginsPreferencesPage::pollCalm()
 void VstPluginsPreferencesPage::paint (juce::Graphics& g)
 {
     g.fillAll (palette::panel);
-    PanelPaint::value (g, "VST Plugins", { margin, margin - 4, width, title },
+    PanelPaint::value (g, tr ("VST Plugins"), { margin, margin - 4, width, title },
                        juce::Justification::centredLeft);
-    PanelPaint::value (g, "Advanced VST Audio Routing", routingArea.withHeight (title),
+    PanelPaint::value (g, tr ("Advanced VST Audio Routing"), routingArea.withHeight (title),
                        juce::Justification::centredLeft);
 }

@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/plugins/VstPluginsPreferencesPage.h"
 
@@ -16,10 +17,10 @@ constexpr const char* routing = "VST_INSERT_SEND_SIGNAL_ROUTING_SLOT_";
 
 // clang-format off
 constexpr PlacedControl table[] {
-    { { Kind::sign, "_enableButton", "VST_ON_SLOT_",      "power_24", "Turns on/off the VST plugin." }, { 4, 36, 24, 24 } },
-    { { Kind::knob, "_dryWetSlider", "VST_DRY_WET_SLOT_", "",   "Sets balance between the original sound and VST plugin." }, { 102, 34, 28, 28 } },
-    { { Kind::knob, "_param1Slider", "VST_PARAM_1_SLOT_", "",   "Sets parameter value of the VST plugin." }, { 136, 62, 28, 28 } },
-    { { Kind::knob, "_param2Slider", "VST_PARAM_2_SLOT_", "",   "Sets parameter value of the VST plugin." }, { 136, 90, 28, 28 } },
+    { { Kind::sign, "_enableButton", "VST_ON_SLOT_",      "power_24", N_ ("Turns on/off the VST plugin.") }, { 4, 36, 24, 24 } },
+    { { Kind::knob, "_dryWetSlider", "VST_DRY_WET_SLOT_", "",   N_ ("Sets balance between the original sound and VST plugin.") }, { 102, 34, 28, 28 } },
+    { { Kind::knob, "_param1Slider", "VST_PARAM_1_SLOT_", "",   N_ ("Sets parameter value of the VST plugin.") }, { 136, 62, 28, 28 } },
+    { { Kind::knob, "_param2Slider", "VST_PARAM_2_SLOT_", "",   N_ ("Sets parameter value of the VST plugin.") }, { 136, 90, 28, 28 } },
 };
 // clang-format on
 
@@ -60,25 +61,25 @@ VstSlotComponent::VstSlotComponent (CPlatterdex& e, int d)
     badge.setTopLeftPosition (badgePlace);
     addAndMakeVisible (badge);
     addControls (table, deck);
-    addLabel ("WET", dryWetWord, juce::Justification::centredLeft);
-    routingButton =
-        dynamic_cast<juce::Button*> (addControl ({ Kind::text, "_routingButton", routing, "SEND",
-                                                   "Set VST audio routing mode (send/insert).", Lit::plain },
-                                                 deck, routingArea));
+    addLabel (tr ("WET"), dryWetWord, juce::Justification::centredLeft);
+    routingButton = dynamic_cast<juce::Button*> (
+        addControl ({ Kind::text, "_routingButton", routing, N_ ("SEND"),
+                      N_ ("Set VST audio routing mode (send/insert)."), Lit::plain },
+                    deck, routingArea));
 
     pluginButton.setComponentID ("_pluginComboBox");
-    pluginButton.setTooltip ("Select VST plugin from the drop down menu.");
+    pluginButton.setTooltip (tr ("Select VST plugin from the drop down menu."));
     pluginButton.setBounds (pluginArea);
     pluginButton.onFillMenu = [this] (juce::PopupMenu& menu) { fillPluginMenu (menu); };
     pluginButton.onMenuChoice = [this] (int item) { choosePlugin (item); };
     editorButton.setComponentID ("_editorButton");
-    editorButton.setTooltip ("Shows the VST plugin editor.");
+    editorButton.setTooltip (tr ("Shows the VST plugin editor."));
     editorButton.setBounds (editorArea);
     editorButton.onClick = [this] { showWindow (PluginWindow::Content::own); };
     for (auto* each : std::initializer_list<juce::Component*> { &pluginButton, &editorButton, &formerButton,
                                                                 &laterButton })
         addAndMakeVisible (*each);
-    const auto makeStep = [this] (PXImageButton& button, const char* strip, const char* tip, int step,
+    const auto makeStep = [this] (PXImageButton& button, const char* strip, const juce::String& tip, int step,
                                   juce::Rectangle<int> area)
     {
         button.setStrip (strip);
@@ -86,13 +87,13 @@ VstSlotComponent::VstSlotComponent (CPlatterdex& e, int d)
         button.setBounds (area);
         button.onClick = [this, step] { stepPreset (step); };
     };
-    makeStep (formerButton, "left_20", "Former preset of the plug-in", -1, formerArea);
-    makeStep (laterButton, "right_20", "Next preset of the plug-in", 1, laterArea);
+    makeStep (formerButton, "left_20", tr ("Former preset of the plug-in"), -1, formerArea);
+    makeStep (laterButton, "right_20", tr ("Next preset of the plug-in"), 1, laterArea);
     for (int which = 0; which < VstSlots::paramsPerSlot; ++which)
     {
         auto& button = parameterButtons[static_cast<size_t> (which)];
         button.setComponentID ("_param" + juce::String (which + 1) + "ComboBox");
-        button.setTooltip ("Select VST parameter from the drop down menu.");
+        button.setTooltip (tr ("Select VST parameter from the drop down menu."));
         button.setBounds (parameterArea (which));
         button.onFillMenu = [this, which] (juce::PopupMenu& menu) { fillParameterMenu (menu, which); };
         button.onMenuChoice = [this, which] (int item)
@@ -125,7 +126,7 @@ void VstSlotComponent::pluginLeaves (int leftDeck)
 void VstSlotComponent::fillPluginMenu (juce::PopupMenu& menu) const
 {
     const auto current = slots->name (deck);
-    menu.addItem (emptyItem, "Empty", true, slots->plugin (deck) == nullptr);
+    menu.addItem (emptyItem, tr ("Empty"), true, slots->plugin (deck) == nullptr);
     menu.addSeparator();
     // By format and maker: a machine has hundreds.
     std::map<juce::String, std::map<juce::String, juce::PopupMenu>> groups;
@@ -133,8 +134,7 @@ void VstSlotComponent::fillPluginMenu (juce::PopupMenu& menu) const
     for (int i = 0; i < static_cast<int> (all.size()); ++i)
     {
         const auto& plugin = all[static_cast<size_t> (i)].description;
-        const auto maker =
-            plugin.manufacturerName.isEmpty() ? juce::String ("Others") : plugin.manufacturerName;
+        const auto maker = plugin.manufacturerName.isEmpty() ? tr ("Others") : plugin.manufacturerName;
         groups[plugin.pluginFormatName][maker].addItem (VstSlots::emptyMenuEntries + i, plugin.name, true,
                                                         plugin.name == current);
     }
@@ -145,7 +145,7 @@ void VstSlotComponent::fillPluginMenu (juce::PopupMenu& menu) const
             menu.addSubMenu (maker, plugins);
     }
     if (all.empty())
-        menu.addItem (-1, "No plug-ins are known yet", false);
+        menu.addItem (-1, tr ("No plug-ins are known yet"), false);
     menu.addSeparator();
     if (auto* const plugin = slots->plugin (deck))
     {
@@ -154,12 +154,12 @@ void VstSlotComponent::fillPluginMenu (juce::PopupMenu& menu) const
             presets.addItem (firstPresetItem + i, plugin->getProgramName (i), true,
                              i == plugin->getCurrentProgram());
         if (presets.getNumItems() > 1)
-            menu.addSubMenu ("Presets of the plug-in", presets);
-        menu.addItem (parametersItem, "All parameters...");
+            menu.addSubMenu (tr ("Presets of the plug-in"), presets);
+        menu.addItem (parametersItem, tr ("All parameters..."));
     }
-    menu.addItem (onMasterItem, "Apply VST slot " + PanelPaint::letterOf (deck) + " to master output", true,
+    menu.addItem (onMasterItem, tr ("Apply VST slot %1 to master output", PanelPaint::letterOf (deck)), true,
                   engine.settings.deckSetup[static_cast<size_t> (deck)].vstOnMaster != 0);
-    menu.addItem (scanItem, "Scan for plug-ins...");
+    menu.addItem (scanItem, tr ("Scan for plug-ins..."));
 }
 
 void VstSlotComponent::choosePlugin (int item)
@@ -198,7 +198,7 @@ void VstSlotComponent::stepPreset (int step)
 void VstSlotComponent::fillParameterMenu (juce::PopupMenu& menu, int which) const
 {
     const auto current = slots->paramIndex (deck, which);
-    menu.addItem (1, "Not Assigned", true, current < 0);
+    menu.addItem (1, tr ("Not Assigned"), true, current < 0);
     if (auto* const plugin = slots->plugin (deck))
         for (const auto* parameter : plugin->getParameters())
             menu.addItem (parameter->getParameterIndex() + 2, parameter->getName (longestName), true,
@@ -212,7 +212,7 @@ void VstSlotComponent::showWindow (PluginWindow::Content content)
         return;
     window.reset();
     window = std::make_unique<PluginWindow> (
-        *plugin, slots->name (deck) + " - Deck " + PanelPaint::letterOf (deck), content,
+        *plugin, tr ("%1 - Deck %2", slots->name (deck), PanelPaint::letterOf (deck)), content,
         // Deleted when its own click has ended.
         [here = SafePointer (this)]
         {
@@ -234,8 +234,8 @@ void VstSlotComponent::showWindow (PluginWindow::Content content)
 juce::String VstSlotComponent::pluginText() const
 {
     if (slots == nullptr)
-        return "Empty";
-    return slots->isLoading (deck) ? juce::String ("Loading...") : slots->name (deck);
+        return tr ("Empty");
+    return slots->isLoading (deck) ? tr ("Loading...") : slots->name (deck);
 }
 
 juce::String VstSlotComponent::parameterName (int which) const
@@ -243,7 +243,7 @@ juce::String VstSlotComponent::parameterName (int which) const
     const auto* const plugin = slots != nullptr ? slots->plugin (deck) : nullptr;
     const auto* const parameter =
         plugin != nullptr ? plugin->getParameters()[slots->paramIndex (deck, which)] : nullptr;
-    return parameter != nullptr ? parameter->getName (longestName) : juce::String ("Not Assigned");
+    return parameter != nullptr ? parameter->getName (longestName) : tr ("Not Assigned");
 }
 
 juce::String VstSlotComponent::parameterText (int which) const
@@ -267,7 +267,8 @@ juce::String VstSlotComponent::latencyText() const
     if (frames == 0)
         return {};
     const auto ms = 1000.0 * frames / engine.decks.engineRate;
-    return (VstSlots::isCompensated (frames) ? "" : "LATE ") + juce::String (ms, ms < 10.0 ? 1 : 0) + " ms";
+    const auto text = juce::String (ms, ms < 10.0 ? 1 : 0) + " ms";
+    return VstSlots::isCompensated (frames) ? text : tr ("LATE %1", text);
 }
 
 void VstSlotComponent::pollMoving()
@@ -280,8 +281,8 @@ void VstSlotComponent::pollMoving()
             repaint (valueArea (which));
         }
     if (routingButton != nullptr)
-        routingButton->setButtonText (engine.vstSlots[static_cast<size_t> (deck)].isInsert != 0 ? "INSERT"
-                                                                                                : "SEND");
+        routingButton->setButtonText (
+            engine.vstSlots[static_cast<size_t> (deck)].isInsert != 0 ? "INSERT" : tr ("SEND"));
 }
 
 void VstSlotComponent::pollCalm()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plugins/slot/VstSlots.h"
+#include "support/language/Translate.h"
 #include "ui/panel/ControlPanel.h"
 #include "ui/panel/DeckBadge.h"
 #include "ui/plugins/PluginWindow.h"
@@ -40,7 +41,7 @@ private:
     VstSlots* const slots; ///< null where there are none: the controls stay, with nothing to choose
     DeckBadge badge;
     MenuButton pluginButton;
-    PXTextButton editorButton { "Editor" };
+    PXTextButton editorButton { tr ("Editor") };
     PXImageButton formerButton { "_formerPresetButton" }, laterButton { "_laterPresetButton" };
     std::array<MenuButton, VstSlots::paramsPerSlot> parameterButtons;
     juce::Button* routingButton = nullptr;

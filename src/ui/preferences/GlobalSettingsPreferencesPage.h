@@ -8,4 +8,7 @@ class GlobalSettingsPreferencesPage : public SettingsPage
 {
 public:
     GlobalSettingsPreferencesPage (CPlatterdex&, const HeaderActions&);
+
+private:
+    void addSimilarSongs (Session&);
 };

@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/plugins/VstPluginsPreferencesPage.h"
 #include "ui/preferences/AboutPreferencesPage.h"
 #include "ui/preferences/FileManagementPreferencesPage.h"
@@ -14,7 +15,7 @@
 
 namespace
 {
-constexpr const char* title = "Preferences";
+constexpr const char* title = N_ ("Preferences");
 constexpr int margin = 8, fieldHeight = 26, buttonHeight = 24, buttonWidth = 130;
 constexpr float frameCorner = 3.0f, frameWidth = 2.0f;
 }
@@ -22,37 +23,40 @@ constexpr float frameCorner = 3.0f, frameWidth = 2.0f;
 Preferences::Preferences (CPlatterdex& e, const HeaderActions& actions, std::function<void()> close)
     : engine (e)
 {
-    const auto add = [this] (const char* text, std::function<std::unique_ptr<juce::Component>()> make) {
+    const auto add = [this] (const juce::String& text, std::function<std::unique_ptr<juce::Component>()> make)
+    {
         pages.push_back ({ text, std::move (make), nullptr });
     };
-    add ("- Global Settings",
+    add (tr ("- Global Settings"),
          [this, actions] { return std::make_unique<GlobalSettingsPreferencesPage> (engine, actions); });
-    add ("- Layout", [this, actions] { return std::make_unique<LayoutPreferencesPage> (engine, actions); });
-    add ("- File Management", [this] { return std::make_unique<FileManagementPreferencesPage> (engine); });
-    add ("- Timecode", [this] { return std::make_unique<TimecodePreferencesPage> (engine, 1); });
-    add ("- Control CD Generator",
+    add (tr ("- Layout"),
+         [this, actions] { return std::make_unique<LayoutPreferencesPage> (engine, actions); });
+    add (tr ("- File Management"),
+         [this] { return std::make_unique<FileManagementPreferencesPage> (engine); });
+    add (tr ("- Timecode"), [this] { return std::make_unique<TimecodePreferencesPage> (engine, 1); });
+    add (tr ("- Control CD Generator"),
          [this] { return std::make_unique<CDControlGeneratorPreferencesPage> (engine); });
     if (auto* const slots = VstSlots::of (engine))
-        add ("- VST Plugins", [slots] { return std::make_unique<VstPluginsPreferencesPage> (*slots); });
+        add (tr ("- VST Plugins"), [slots] { return std::make_unique<VstPluginsPreferencesPage> (*slots); });
     for (const auto& page : actions.pages)
         if (page.make != nullptr)
-            pages.push_back ({ "- " + page.title, page.make, nullptr });
-    add ("- About", [] { return std::make_unique<AboutPreferencesPage>(); });
-    add ("- Help", [] { return std::make_unique<HelpPreferencesPage>(); });
+            pages.push_back ({ "- " + tr (page.title), page.make, nullptr });
+    add (tr ("- About"), [] { return std::make_unique<AboutPreferencesPage>(); });
+    add (tr ("- Help"), [] { return std::make_unique<HelpPreferencesPage>(); });
 
     searchField.setComponentID ("_searchField");
-    searchField.setTextToShowWhenEmpty ("Search", palette::label);
-    searchField.setTitle ("Search in the preferences");
-    searchField.setTooltip ("Finds the pages and controls that have all of the words.");
+    searchField.setTextToShowWhenEmpty (tr ("Search"), palette::label);
+    searchField.setTitle (tr ("Search in the preferences"));
+    searchField.setTooltip (tr ("Finds the pages and controls that have all of the words."));
     searchField.setIndents (6, 5);
     searchField.onTextChange = [this] { search (searchField.getText()); };
     searchField.onReturnKey = [this] { list.grabKeyboardFocus(); };
     list.onSelect = [this] (int page) { showPage (page); };
     defaults.setComponentID ("_defaultSettingsButton");
-    defaults.setTooltip ("Puts the settings of this page back as they were at first.");
+    defaults.setTooltip (tr ("Puts the settings of this page back as they were at first."));
     defaults.onClick = [this] { restoreDefaults(); };
     closeButton.setComponentID ("_closeButton");
-    closeButton.setTooltip ("Closes the preferences. Every change acts at once.");
+    closeButton.setTooltip (tr ("Closes the preferences. Every change acts at once."));
     closeButton.onClick = std::move (close);
     viewport.setScrollBarsShown (true, false);
     for (auto* each :
@@ -73,7 +77,7 @@ Preferences::~Preferences()
 void Preferences::open (ToolWindows& windows, juce::Component& opener, CPlatterdex& engine,
                         const HeaderActions& actions)
 {
-    windows.open (title, opener,
+    windows.open (tr (title), opener,
                   [&engine, &actions] (const std::function<void()>& close)
                   { return std::make_unique<Preferences> (engine, actions, close); });
 }
@@ -134,8 +138,8 @@ void Preferences::restoreDefaults()
     if (engine.environment.prompts == nullptr)
         return;
     engine.environment.prompts->askYesNo (
-        "Confirm Restore",
-        "Are you sure you want to restore default settings for the selected preferences page?",
+        tr ("Confirm Restore"),
+        tr ("Are you sure you want to restore default settings for the selected preferences page?"),
         [here = SafePointer (this), page = shown] (bool yes)
         {
             if (!yes || here == nullptr)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/language/Translate.h"
 #include "ui/header/HeaderActions.h"
 #include "ui/preferences/PreferencesList.h"
 #include "ui/widgets/PXTextButton.h"
@@ -27,6 +28,8 @@ public:
 
     /** Shows a page. @param page   0 to the number of pages less 1 */
     void showPage (int page);
+
+    int shownPage() const noexcept { return shown; }
 
     /** A page, made if it hasn't been seen yet. */
     juce::Component& pageAt (int page);
@@ -57,5 +60,5 @@ private:
     juce::TextEditor searchField;
     PreferencesList list;
     juce::Viewport viewport;
-    PXTextButton defaults { "Default Settings" }, closeButton { "Close" };
+    PXTextButton defaults { tr ("Default Settings") }, closeButton { tr ("Close") };
 };

@@ -1,6 +1,7 @@
 #include "ui/preferences/PreferencesList.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 
 namespace
@@ -11,7 +12,7 @@ constexpr int rowHeight = 26, inset = 10;
 PreferencesList::PreferencesList()
 {
     list.setRowHeight (rowHeight);
-    list.setTitle ("Pages of the preferences");
+    list.setTitle (tr ("Pages of the preferences"));
     addAndMakeVisible (list);
 }
 

@@ -1,5 +1,7 @@
 #include "ui/preferences/SettingRow.h"
 
+#include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 
 #include <utility>
@@ -113,7 +115,7 @@ public:
         hold (field, field, tip);
         field.setSelectAllWhenFocused (true);
         field.onReturnKey = field.onFocusLost = [this] { keep(); };
-        hold (browseButton, browseButton, "Chooses the place.");
+        hold (browseButton, browseButton, tr ("Chooses the place."));
         browseButton.onClick = [this]
         {
             value.browse (
@@ -149,7 +151,7 @@ private:
 
     const SettingRows::PathValue value;
     juce::TextEditor field;
-    PXTextButton browseButton { "Browse..." };
+    PXTextButton browseButton { tr ("Browse...") };
 };
 
 class ButtonRow : public SettingRow
@@ -184,8 +186,10 @@ void SettingRow::hold (juce::Component& control, juce::SettableTooltipClient& ti
 
 void SettingRow::paint (juce::Graphics& g)
 {
-    PanelPaint::value (g, text, getLocalBounds().removeFromLeft (captionWidth),
-                       juce::Justification::centredLeft);
+    g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
+    g.setColour (palette::value);
+    g.drawFittedText (text, getLocalBounds().removeFromLeft (captionWidth - gap),
+                      juce::Justification::centredLeft, 1, 0.8f);
 }
 
 void SettingRow::resized()

@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "engine/SettingChange.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/look/FolderQuestion.h"
 #include "ui/panel/PanelPaint.h"
 
@@ -12,7 +13,7 @@ constexpr int margin = 12, titleHeight = 26, groupGap = 12, inset = 12, footHeig
 
 juce::String tipOf (const SettingName& row)
 {
-    const juce::String meaning (row.meaning.data(), row.meaning.size());
+    const juce::String meaning = tr (juce::String (row.meaning.data(), row.meaning.size()));
     return meaning.substring (0, 1).toUpperCase() + meaning.substring (1) + ".";
 }
 }
@@ -58,7 +59,7 @@ void SettingsPage::addRow (const SettingControl& control, int deck)
 std::unique_ptr<SettingRow> SettingsPage::makeRow (const SettingControl& control, NamedSetting setting)
 {
     using Kind = SettingControl::Kind;
-    const juce::String text (control.text);
+    const auto text = tr (control.text);
     const auto tip = tipOf (*setting.row);
     if (setting.row->isText())
     {
@@ -66,8 +67,8 @@ std::unique_ptr<SettingRow> SettingsPage::makeRow (const SettingControl& control
         {
             const juce::File now (setting.valueIn (engine.settings));
             if (control.kind == Kind::folder)
-                return FolderQuestion::make ("Choose a directory...", now);
-            return Prompts::FileQuestion { control.entries[1], now, control.entries[0],
+                return FolderQuestion::make (tr ("Choose a directory..."), now);
+            return Prompts::FileQuestion { tr (control.entries[1]), now, control.entries[0],
                                            control.setting == std::string_view ("recordFile") };
         };
         return SettingRows::path (text, tip,
@@ -99,7 +100,7 @@ std::unique_ptr<SettingRow> SettingsPage::makeRow (const SettingControl& control
     {
         juce::StringArray entries;
         for (const auto* entry : control.entries)
-            entries.add (entry);
+            entries.add (tr (entry));
         return SettingRows::choice (text, tip, std::move (value), entries, control.first);
     }
     case Kind::seconds:

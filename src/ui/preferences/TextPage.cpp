@@ -1,6 +1,7 @@
 #include "ui/preferences/TextPage.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 
 namespace
@@ -20,7 +21,7 @@ juce::String TextPage::text() const
 {
     juce::String all;
     for (const auto& section : sections)
-        all << section.title << "\n" << section.text << "\n";
+        all << tr (section.title) << "\n" << tr (section.text) << "\n";
     return all;
 }
 
@@ -31,7 +32,7 @@ void TextPage::resized()
     const auto textWidth = getWidth() - 2 * margin;
     for (const auto& section : sections)
     {
-        juce::AttributedString text (juce::String::fromUTF8 (section.text));
+        juce::AttributedString text (tr (section.text));
         text.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
         text.setColour (palette::value);
         text.setWordWrap (juce::AttributedString::byWord);
@@ -51,8 +52,8 @@ void TextPage::paint (juce::Graphics& g)
     for (size_t i = 0; i < blocks.size(); ++i)
     {
         const auto& block = blocks[i];
-        PanelPaint::value (g, juce::String::fromUTF8 (sections[i].title), block.title,
-                           juce::Justification::centredLeft, SMLookAndFeel::titleSize);
+        PanelPaint::value (g, tr (sections[i].title), block.title, juce::Justification::centredLeft,
+                           SMLookAndFeel::titleSize);
         block.layout.draw (g, block.body.toFloat());
     }
 }

@@ -1,6 +1,7 @@
 #include "ui/sampler/SamplerPad.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/sampler/SamplerDrag.h"
 #include "ui/sampler/SamplerPadMenu.h"
@@ -10,14 +11,14 @@
 namespace
 {
 constexpr int margin = 3, dragDistance = 8;
-constexpr const char* menuTooltip = "Open popup menu with extended options for this pad";
-constexpr const char* modeTexts[samplePlayModeCount] { "", "TRIG", "RETR", "LOOP" };
+constexpr const char* menuTooltip = N_ ("Open popup menu with extended options for this pad");
+constexpr const char* modeTexts[samplePlayModeCount] { "", N_ ("TRIG"), N_ ("RETR"), N_ ("LOOP") };
 }
 
 SamplerPad::SamplerPad (CPlatterdex& e, int p) : engine (e), pad (p), slot (*e.sampler.desk.find (p))
 {
     setName ("_samplerPad" + juce::String (pad + 1));
-    setTooltip (menuTooltip);
+    setTooltip (tr (menuTooltip));
     shown = faceNow();
 }
 
@@ -26,11 +27,11 @@ juce::String SamplerPad::lengthText (double beats)
     if (!(beats > 0.0))
         return {};
     if (beats == 1.0)
-        return "1 beat";
+        return tr ("1 beat");
     if (beats < 1.0)
-        return "1/" + juce::String (juce::roundToInt (1.0 / beats)) + " beats";
-    return (beats == std::floor (beats) ? juce::String (juce::roundToInt (beats)) : juce::String (beats, 1))
-           + " beats";
+        return tr ("1/%1 beats", juce::roundToInt (1.0 / beats));
+    return tr ("%1 beats", beats == std::floor (beats) ? juce::String (juce::roundToInt (beats))
+                                                       : juce::String (beats, 1));
 }
 
 SamplerPad::Face SamplerPad::faceNow() const
@@ -44,13 +45,13 @@ SamplerPad::Face SamplerPad::faceNow() const
     now.name = now.isFilled || now.isFaulty ? texts.name : juce::String();
     if (now.isFilled)
     {
-        now.length = now.fault.isEmpty() ? lengthText (slot.musicalBeats()) : "NO FILE";
-        now.mode = modeTexts[juce::jlimit (0, samplePlayModeCount - 1, slot.playMode.get())];
+        now.length = now.fault.isEmpty() ? lengthText (slot.musicalBeats()) : tr ("NO FILE");
+        now.mode = tr (modeTexts[juce::jlimit (0, samplePlayModeCount - 1, slot.playMode.get())]);
     }
     else if (now.isFaulty)
-        now.length = "FAILED";
+        now.length = tr ("FAILED");
     else if (slot.isLoading != 0)
-        now.length = "LOADING";
+        now.length = tr ("LOADING");
     if (now.isPlaying)
         now.progress = static_cast<int> (slot.position / slot.lengthFrames * (getWidth() - 2));
     return now;
@@ -62,7 +63,7 @@ void SamplerPad::poll()
     if (now == shown)
         return;
     if (now.fault != shown.fault)
-        setTooltip (now.fault.isNotEmpty() ? now.fault : juce::String (menuTooltip));
+        setTooltip (now.fault.isNotEmpty() ? now.fault : tr (menuTooltip));
     shown = std::move (now);
     repaint();
 }

@@ -1,5 +1,6 @@
 #include "ui/sampler/SamplerPadMenu.h"
 
+#include "support/language/Translate.h"
 #include "ui/look/OpenMenu.h"
 
 namespace
@@ -28,7 +29,7 @@ juce::File startFolder (CPlatterdex& engine)
 
 void load (CPlatterdex& engine, int pad)
 {
-    engine.environment.prompts->askFile ({ "Select a sample file", startFolder (engine), sampleFiles },
+    engine.environment.prompts->askFile ({ tr ("Select a sample file"), startFolder (engine), sampleFiles },
                                          [&engine, pad] (const juce::File& file)
                                          {
                                              if (file != juce::File())
@@ -40,30 +41,32 @@ void save (CPlatterdex& engine, int pad)
 {
     const auto name = juce::File::createLegalFileName (engine.sampler.desk.find (pad)->texts().name);
     engine.environment.prompts->askFile (
-        { "Save the sample file as...", startFolder (engine).getChildFile (name + ".wav"), "*.wav", true },
+        { tr ("Save the sample file as..."), startFolder (engine).getChildFile (name + ".wav"), "*.wav",
+          true },
         [&engine, pad] (const juce::File& file)
         {
             if (file == juce::File())
                 return;
             const auto target =
                 file.hasFileExtension ("wav") ? file : juce::File (file.getFullPathName() + ".wav");
-            engine.sampler.saveSample (pad, target,
-                                       [prompts = engine.environment.prompts, target] (bool isWritten)
-                                       {
-                                           if (!isWritten)
-                                               juce::MessageManager::callAsync (
-                                                   [prompts, target] {
-                                                       prompts->notify ("Save Sample",
-                                                                        "The sample can't be written to "
-                                                                            + target.getFullPathName() + ".");
-                                                   });
-                                       });
+            engine.sampler.saveSample (
+                pad, target,
+                [prompts = engine.environment.prompts, target] (bool isWritten)
+                {
+                    if (!isWritten)
+                        juce::MessageManager::callAsync (
+                            [prompts, target]
+                            {
+                                prompts->notify (tr ("Save Sample"), tr ("The sample can't be written to %1.",
+                                                                         target.getFullPathName()));
+                            });
+                });
         });
 }
 
 void rename (CPlatterdex& engine, int pad)
 {
-    engine.environment.prompts->askText ("Enter Sample Name", "Please enter name for the sample.",
+    engine.environment.prompts->askText (tr ("Enter Sample Name"), tr ("Please enter name for the sample."),
                                          engine.sampler.desk.find (pad)->texts().name,
                                          [&engine, pad] (const std::optional<juce::String>& name)
                                          {
@@ -101,18 +104,19 @@ void openSamplerPadMenu (CPlatterdex& engine, int pad, juce::Component& owner)
     const auto& slot = *engine.sampler.desk.find (pad);
     const auto filled = !slot.isEmpty(), asks = engine.environment.prompts != nullptr;
     juce::PopupMenu menu;
-    menu.addItem (loadItem, "Load Sample", asks);
-    menu.addItem (saveItem, "Save Sample", filled && asks);
-    menu.addItem (renameItem, "Rename", filled && asks);
-    menu.addItem (clearItem, "Clear", filled || slot.texts().filePath.isNotEmpty());
+    menu.addItem (loadItem, tr ("Load Sample"), asks);
+    menu.addItem (saveItem, tr ("Save Sample"), filled && asks);
+    menu.addItem (renameItem, tr ("Rename"), filled && asks);
+    menu.addItem (clearItem, tr ("Clear"), filled || slot.texts().filePath.isNotEmpty());
     menu.addSeparator();
-    menu.addSectionHeader ("Play Mode:");
-    constexpr const char* modes[samplePlayModeCount] { "One Shot", "Trigger", "ReTrigger", "Loop" };
+    menu.addSectionHeader (tr ("Play Mode:"));
+    constexpr const char* modes[samplePlayModeCount] { N_ ("One Shot"), N_ ("Trigger"), N_ ("ReTrigger"),
+                                                       N_ ("Loop") };
     for (int mode = 0; mode < samplePlayModeCount; ++mode)
-        menu.addItem (firstMode + mode, modes[mode], true, slot.playMode == mode);
+        menu.addItem (firstMode + mode, tr (modes[mode]), true, slot.playMode == mode);
     menu.addSeparator();
-    menu.addItem (syncItem, "Sync", true, slot.sync != 0);
-    menu.addItem (velocityItem, "Velocity Sets Level", true, slot.followsVelocity != 0);
+    menu.addItem (syncItem, tr ("Sync"), true, slot.sync != 0);
+    menu.addItem (velocityItem, tr ("Velocity Sets Level"), true, slot.followsVelocity != 0);
     openMenu (menu, owner, juce::PopupMenu::Options().withTargetComponent (owner),
               [&engine, pad] (int item) { choose (engine, pad, item); });
 }

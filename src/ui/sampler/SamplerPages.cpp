@@ -1,6 +1,7 @@
 #include "ui/sampler/SamplerPages.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/sampler/OfferLoops.h"
 
@@ -12,16 +13,17 @@ using Lit = ControlSpec::Lit;
 constexpr ControlSpec recordControl { Kind::text,
                                       "_recButton",
                                       "SAMPLER_RECORD_LOOP",
-                                      "REC",
-                                      "Record a loop sample of size X beats from the selected deck.",
+                                      N_ ("REC"),
+                                      N_ ("Record a loop sample of size X beats from the selected deck."),
                                       Lit::danger },
-    playControl { Kind::text, "_playButton", "SAMPLER_PREVIEW_PLAY_STOP", "PLAY",
-                  "Play/Stop the loop sample in the recorder preview window." },
-    pflControl { Kind::sign, "_pflButton", "SAMPLER_PFL", "pfl_24", "Send loop sampler to monitor bus." },
-    syncControl { Kind::text, "_syncButton", "SAMPLER_SYNC", "SYNC",
-                  "Play loop samples in sync with selected deck." },
+    playControl { Kind::text, "_playButton", "SAMPLER_PREVIEW_PLAY_STOP", N_ ("PLAY"),
+                  N_ ("Play/Stop the loop sample in the recorder preview window.") },
+    pflControl { Kind::sign, "_pflButton", "SAMPLER_PFL", "pfl_24",
+                 N_ ("Send loop sampler to monitor bus.") },
+    syncControl { Kind::text, "_syncButton", "SAMPLER_SYNC", N_ ("SYNC"),
+                  N_ ("Play loop samples in sync with selected deck.") },
     volumeControl { Kind::level, "_masterVolumeSlider", "SAMPLER_MASTER_VOLUME", "crossfader_96",
-                    "Loop sampler volume level. Double click to reset." };
+                    N_ ("Loop sampler volume level. Double click to reset.") };
 
 constexpr int margin = 4, gap = 4, row = 20, waveHeight = 32, padGap = 2, padsAcross = 4;
 
@@ -36,7 +38,7 @@ juce::StringArray deckNames (int decks)
 {
     juce::StringArray names;
     for (int deck = 0; deck < decks; ++deck)
-        names.add ("Deck " + PanelPaint::letterOf (deck));
+        names.add (tr ("Deck %1", PanelPaint::letterOf (deck)));
     return names;
 }
 
@@ -59,17 +61,17 @@ SamplerPage::SamplerPage (CPlatterdex& e, int d) : ControlPanel (e), decks (d), 
     bankLabel.setMinimumHorizontalScale (1.0f);
     bankLabel.setInterceptsMouseClicks (false, false);
     addAndMakeVisible (bankLabel);
-    bankButton.setTooltip ("Load / Save Sample Bank");
+    bankButton.setTooltip (tr ("Load / Save Sample Bank"));
     bankButton.onFillMenu = [this] (auto& menu) { fillBankMenu (menu); };
     bankButton.onMenuChoice = [this] (int item) { chooseFromBankMenu (item); };
     addAndMakeVisible (bankButton);
 
-    makeCombo (deckBox, "Select the deck source for the real time loop sample recording function.",
+    makeCombo (deckBox, tr ("Select the deck source for the real time loop sample recording function."),
                deckNames (decks),
                [this] (int deck) { engine.sampler.ghostDeck = static_cast<int8_t> (deck); });
     makeCombo (
         lengthBox,
-        "Select the lenght of audio to be recorder from the selected deck, measured in number of beats.",
+        tr ("Select the lenght of audio to be recorder from the selected deck, measured in number of beats."),
         lengthNames(), [this] (int length) { engine.sampler.ghostLength = static_cast<int8_t> (length); });
     addAndMakeVisible (waveform);
 
@@ -86,8 +88,8 @@ SamplerPage::SamplerPage (CPlatterdex& e, int d) : ControlPanel (e), decks (d), 
     }
 }
 
-void SamplerPage::makeCombo (juce::ComboBox& box, const char* tooltip, const juce::StringArray& entries,
-                             std::function<void (int)> choose)
+void SamplerPage::makeCombo (juce::ComboBox& box, const juce::String& tooltip,
+                             const juce::StringArray& entries, std::function<void (int)> choose)
 {
     box.setTooltip (tooltip);
     box.addItemList (entries, 1);
@@ -173,18 +175,18 @@ void SamplerPage::pollMoving()
 void SamplerPage::fillBankMenu (juce::PopupMenu& menu)
 {
     const auto asks = engine.environment.prompts != nullptr;
-    menu.addItem (loadItem, "Load Bank", asks);
-    menu.addItem (saveItem, "Save Bank", asks);
+    menu.addItem (loadItem, tr ("Load Bank"), asks);
+    menu.addItem (saveItem, tr ("Save Bank"), asks);
     userBanks = engine.sampler.folders.samples().findChildFiles (juce::File::findFiles, false, "*.xml");
     userBanks.sort();
     if (userBanks.isEmpty())
         return;
     menu.addSeparator();
-    menu.addSectionHeader ("Presets:");
+    menu.addSectionHeader (tr ("Presets:"));
     juce::PopupMenu banks;
     for (int i = 0; i < userBanks.size(); ++i)
         banks.addItem (firstUserBank + i, userBanks[i].getFileNameWithoutExtension());
-    menu.addSubMenu ("User Banks", banks);
+    menu.addSubMenu (tr ("User Banks"), banks);
 }
 
 void SamplerPage::chooseFromBankMenu (int item)
@@ -194,7 +196,7 @@ void SamplerPage::chooseFromBankMenu (int item)
     if (item >= firstUserBank)
         return loadBank (userBanks[item - firstUserBank]);
     engine.environment.prompts->askFile (
-        { "Select a bank file", engine.sampler.folders.samples(), "*.xml" },
+        { tr ("Select a bank file"), engine.sampler.folders.samples(), "*.xml" },
         [safe = juce::Component::SafePointer<SamplerPage> (this)] (const auto& file)
         {
             if (safe != nullptr && file != juce::File())
@@ -208,7 +210,7 @@ void SamplerPage::loadBank (const juce::File& file)
     {
         if (const auto fault = engine.sampler.loadBank (file);
             fault.isNotEmpty() && engine.environment.prompts != nullptr)
-            engine.environment.prompts->notify ("Load Bank", fault);
+            engine.environment.prompts->notify (tr ("Load Bank"), fault);
     };
     offerRecordedLoops (engine, load); // which the bank takes off their pads
 }
@@ -216,8 +218,8 @@ void SamplerPage::loadBank (const juce::File& file)
 void SamplerPage::saveBank()
 {
     engine.environment.prompts->askFile (
-        { "Save the bank file as...", engine.sampler.folders.samples().getChildFile ("userSampleBank.xml"),
-          "*.xml", true },
+        { tr ("Save the bank file as..."),
+          engine.sampler.folders.samples().getChildFile ("userSampleBank.xml"), "*.xml", true },
         [this, safe = juce::Component::SafePointer<SamplerPage> (this)] (const juce::File& file)
         {
             if (safe == nullptr || file == juce::File())
@@ -225,6 +227,6 @@ void SamplerPage::saveBank()
             const auto target =
                 file.hasFileExtension ("xml") ? file : juce::File (file.getFullPathName() + ".xml");
             if (const auto fault = engine.sampler.saveBank (target); fault.isNotEmpty())
-                engine.environment.prompts->notify ("Save Bank", fault);
+                engine.environment.prompts->notify (tr ("Save Bank"), fault);
         });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/language/Translate.h"
 #include "ui/panel/ControlPanel.h"
 #include "ui/sampler/SamplerPad.h"
 #include "ui/sampler/SamplerWaveform.h"
@@ -24,12 +25,12 @@ private:
     void chooseFromBankMenu (int item);
     void loadBank (const juce::File&);
     void saveBank();
-    void makeCombo (juce::ComboBox&, const char* tooltip, const juce::StringArray& entries,
+    void makeCombo (juce::ComboBox&, const juce::String& tooltip, const juce::StringArray& entries,
                     std::function<void (int)> choose);
 
     const int decks;
     juce::Label bankLabel;
-    MenuButton bankButton { "BANK" };
+    MenuButton bankButton { tr ("BANK") };
     juce::ComboBox deckBox { "_ghostComboBox" }, lengthBox { "_ghostComboBox" };
     SamplerWaveform waveform;
     std::array<std::unique_ptr<SamplerPad>, Sampler::padCount> pads;

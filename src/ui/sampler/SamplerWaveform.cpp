@@ -1,6 +1,7 @@
 #include "ui/sampler/SamplerWaveform.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/sampler/SamplerDrag.h"
 
@@ -15,7 +16,7 @@ const SamplerSlot& previewOf (const CPlatterdex& engine)
 SamplerWaveform::SamplerWaveform (CPlatterdex& e) : engine (e)
 {
     setName ("_samplerWaveform");
-    setTooltip ("Click and drag the loop sample into the pads.");
+    setTooltip (tr ("Click and drag the loop sample into the pads."));
 }
 
 int SamplerWaveform::playColumn() const
@@ -50,7 +51,8 @@ void SamplerWaveform::paint (juce::Graphics& g)
 
     const auto& slot = previewOf (engine);
     if (slot.isEmpty())
-        return PanelPaint::label (g, slot.isLoading != 0 ? "RECORDING..." : "NO LOOP RECORDED", area);
+        return PanelPaint::label (g, slot.isLoading != 0 ? tr ("RECORDING...") : tr ("NO LOOP RECORDED"),
+                                  area);
 
     const auto inside = area.reduced (1).toFloat();
     const auto half = inside.getHeight() / 2.0f, step = inside.getWidth() / SampleOutline::columns;

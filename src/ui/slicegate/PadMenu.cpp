@@ -1,11 +1,12 @@
 #include "ui/slicegate/PadMenu.h"
 
 #include "engine/CPlatterdex.h"
+#include "support/language/Translate.h"
 #include "ui/slicegate/SlicegateEditorComponent.h"
 
 namespace
 {
-constexpr std::array playModes { "One Shot", "Re-Trigger", "Loop" };
+constexpr std::array playModes { N_ ("One Shot"), N_ ("Re-Trigger"), N_ ("Loop") };
 }
 
 PadMenu::PadMenu (CPlatterdex& e, int d, int p) : engine (e), deck (d), pad (p), userFiles (files (e)) {}
@@ -17,7 +18,7 @@ SlicegateDeckState& PadMenu::state() const
 
 PresetFiles PadMenu::files (CPlatterdex& engine)
 {
-    return { { "Slicegate", "Select a slicegate preset file...", "Save the slicegate preset..." },
+    return { { "Slicegate", tr ("Select a slicegate preset file..."), tr ("Save the slicegate preset...") },
              engine.environment.folders.slicegateFiles(),
              engine.environment.prompts.get() };
 }
@@ -25,12 +26,12 @@ PresetFiles PadMenu::files (CPlatterdex& engine)
 juce::String PadMenu::nameOf (CPlatterdex& engine, int deck, int pad)
 {
     const auto name = engine.slicegates[static_cast<size_t> (deck)].padName (pad);
-    return name.empty() ? juce::String ("Empty") : juce::String::fromUTF8 (name.c_str());
+    return name.empty() ? tr ("Empty") : juce::String::fromUTF8 (name.c_str());
 }
 
 void PadMenu::fill (juce::PopupMenu& menu)
 {
-    menu.addSectionHeader ("Presets:");
+    menu.addSectionHeader (tr ("Presets:"));
     for (const auto* group : FactoryPresets::menu())
     {
         juce::PopupMenu presets;
@@ -38,20 +39,20 @@ void PadMenu::fill (juce::PopupMenu& menu)
             presets.addItem (entry.id, juce::String (std::string (entry.name)));
         menu.addSubMenu (juce::String (std::string (group->name)), presets);
     }
-    menu.addSubMenu ("User files", userFiles.menu());
+    menu.addSubMenu (tr ("User files"), userFiles.menu());
     menu.addSeparator();
-    menu.addItem (load, "Load", userFiles.canAsk());
-    menu.addItem (save, "Save", userFiles.canAsk());
-    menu.addItem (rename, "Rename", userFiles.canAsk());
-    menu.addItem (clear, "Clear");
+    menu.addItem (load, tr ("Load"), userFiles.canAsk());
+    menu.addItem (save, tr ("Save"), userFiles.canAsk());
+    menu.addItem (rename, tr ("Rename"), userFiles.canAsk());
+    menu.addItem (clear, tr ("Clear"));
     menu.addSeparator();
-    menu.addItem (edit, "Show Editor");
-    menu.addSectionHeader ("Play Mode:");
+    menu.addItem (edit, tr ("Show Editor"));
+    menu.addSectionHeader (tr ("Play Mode:"));
     for (size_t mode = 0; mode < playModes.size(); ++mode)
-        menu.addItem (firstMode + static_cast<int> (mode), playModes[mode], true,
+        menu.addItem (firstMode + static_cast<int> (mode), tr (playModes[mode]), true,
                       static_cast<size_t> (state().playMode (pad)) == mode);
-    menu.addSectionHeader ("Advance Mode:");
-    menu.addItem (rolling, "Rolling / March", true, state().advanceMode (pad));
+    menu.addSectionHeader (tr ("Advance Mode:"));
+    menu.addItem (rolling, tr ("Rolling / March"), true, state().advanceMode (pad));
 }
 
 void PadMenu::choose (int id, juce::Component& opener)
@@ -66,13 +67,14 @@ void PadMenu::choose (int id, juce::Component& opener)
         return userFiles.askToSave (nameOf (engine, deck, pad), [&s, p = pad] (const juce::File& file)
                                     { return s.exportPreset (file, p); });
     case rename:
-        return engine.environment.prompts->askText (
-            "Enter Preset Name", "Please enter preset name for the pad.", nameOf (engine, deck, pad),
-            [&s, p = pad] (const std::optional<juce::String>& name)
-            {
-                if (name)
-                    s.setPadName (p, name->trim().toStdString());
-            });
+        return engine.environment.prompts->askText (tr ("Enter Preset Name"),
+                                                    tr ("Please enter preset name for the pad."),
+                                                    nameOf (engine, deck, pad),
+                                                    [&s, p = pad] (const std::optional<juce::String>& name)
+                                                    {
+                                                        if (name)
+                                                            s.setPadName (p, name->trim().toStdString());
+                                                    });
     case clear:
         return s.loadFactoryPreset (FactoryPresets::emptyPreset, pad);
     case edit:

@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "instruments/contents/SlicegateBank.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/look/ShortText.h"
 #include "ui/panel/PanelPaint.h"
 
@@ -17,7 +18,7 @@ SlicegateComponent::SlicegateComponent (CPlatterdex& e, int d)
     : ControlPanel (e),
       deck (d),
       badge (e, d),
-      bankFiles ({ "Slicegate", "Select a bank of pads...", "Save the bank of pads..." },
+      bankFiles ({ "Slicegate", tr ("Select a bank of pads..."), tr ("Save the bank of pads...") },
                  e.environment.folders.slicegateFiles().getChildFile ("banks"), e.environment.prompts.get())
 {
     badge.setTopLeftPosition (badgePlace);
@@ -29,16 +30,16 @@ SlicegateComponent::SlicegateComponent (CPlatterdex& e, int d)
                                  firstRow + i / columns * SlicegatePad::height);
         pads[static_cast<size_t> (i)] = &made;
     }
-    auto& bank = own (std::make_unique<MenuButton> ("BANK"));
+    auto& bank = own (std::make_unique<MenuButton> (tr ("BANK")));
     bank.setComponentID ("_slicegateBankButton");
-    bank.setTooltip ("Loads, saves or clears all eight pads of the deck");
+    bank.setTooltip (tr ("Loads, saves or clears all eight pads of the deck"));
     bank.setBounds (bankArea);
     bank.onFillMenu = [this] (juce::PopupMenu& menu)
     {
-        menu.addItem (loadAll, "Load all pads...", bankFiles.canAsk());
-        menu.addItem (saveAll, "Save all pads...", bankFiles.canAsk());
+        menu.addItem (loadAll, tr ("Load all pads..."), bankFiles.canAsk());
+        menu.addItem (saveAll, tr ("Save all pads..."), bankFiles.canAsk());
         menu.addSeparator();
-        menu.addItem (clearAll, "Clear all pads");
+        menu.addItem (clearAll, tr ("Clear all pads"));
     };
     bank.onMenuChoice = [this] (int id) { chooseBank (id); };
 }
@@ -54,7 +55,7 @@ void SlicegateComponent::chooseBank (int item)
                              {
                                  if (const auto made = file.getParentDirectory().createDirectory();
                                      made.failed())
-                                     return std::string ("The folder of the banks can't be made.");
+                                     return tr ("The folder of the banks can't be made.").toStdString();
                                  return saveBank (state, file);
                              });
     else if (item == clearAll)

@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/slicegate/PadMenu.h"
 #include "ui/window/ToolWindows.h"
@@ -19,8 +20,8 @@ juce::String beatsBack (double level)
 
 EnvLanes lanesOf (SlicegateDeckState& state, int pad)
 {
-    return { { &state.timeCurves(), pad, "Time", palette::padTime, beatsBack },
-             { &state.volumeCurves(), pad, "Volume", palette::padVolume,
+    return { { &state.timeCurves(), pad, tr ("Time"), palette::padTime, beatsBack },
+             { &state.volumeCurves(), pad, tr ("Volume"), palette::padVolume,
                [] (double level) { return juce::String (juce::roundToInt (100.0 * level)) + " %"; } } };
 }
 
@@ -51,7 +52,7 @@ SlicegateEditorComponent::SlicegateEditorComponent (CPlatterdex& engine, int dec
 
 juce::String SlicegateEditorComponent::title (int deck, int pad)
 {
-    return "Slicegate Editor for pad " + PanelPaint::letterOf (deck) + "." + juce::String (pad + 1);
+    return tr ("Slicegate Editor for pad %1.%2", PanelPaint::letterOf (deck), pad + 1);
 }
 
 void SlicegateEditorComponent::open (CPlatterdex& engine, int deck, int pad, juce::Component& opener)

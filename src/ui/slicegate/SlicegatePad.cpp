@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/envelope/EnvGeometry.h"
 #include "ui/look/OpenMenu.h"
 #include "ui/look/SMLookAndFeel.h"
@@ -56,8 +57,8 @@ void SlicegatePad::readContents()
 {
     const auto full = PadMenu::nameOf (engine, deck, pad);
     name = shortText (full, SMLookAndFeel::labelFont(), nameArea.getWidth());
-    setTooltip ("Pad " + PanelPaint::letterOf (deck) + "." + juce::String (pad + 1) + ": " + full
-                + "\nRight click: Open popup menu with extended options for this pad.");
+    setTooltip (tr ("Pad %1.%2: %3\nRight click: Open popup menu with extended options for this pad.",
+                    PanelPaint::letterOf (deck), pad + 1, full));
 
     const EnvGeometry place (curveArea, {}, 0.0f);
     volume.clear();
@@ -109,7 +110,7 @@ void SlicegatePad::paint (juce::Graphics& g)
     if (shown.state == PadState::queued)
     {
         g.setColour (palette::accent);
-        g.drawText ("> Next", curveArea.toNearestInt(), juce::Justification::centred, false);
+        g.drawText (tr ("> Next"), curveArea.toNearestInt(), juce::Justification::centred, false);
     }
     g.setColour (dark);
     g.fillRect (barArea.withWidth (shown.barWidth));

@@ -1,6 +1,7 @@
 #include "ui/smartknob/DeckSmartKnobPanel.h"
 
 #include "engine/CPlatterdex.h"
+#include "support/language/Translate.h"
 #include "ui/look/SMLookAndFeel.h"
 #include "ui/look/ShortText.h"
 #include "ui/smartknob/SmartKnobEditorComponent.h"
@@ -26,16 +27,16 @@ DeckSmartKnobPanel::DeckSmartKnobPanel (CPlatterdex& e, int d)
         const auto number = std::to_string (knob + 1);
         const juce::Point<int> place (0, static_cast<int> (knob) * height);
         const auto value = "SMARTKNOB_" + number + "_", on = "SMARTKNOB_" + number + "_ON_";
-        const auto tip = "SmartKnob " + number + ": moves all the parameters of its preset";
+        const auto tip = tr ("SmartKnob %1: moves all the parameters of its preset", number);
         sliders[knob] = dynamic_cast<PXImageRotarySlider*> (addControl (
-            { Kind::knob, "_smartKnobSlider", value.c_str(), "", tip.c_str() }, deck, knobArea + place));
-        addControl ({ Kind::text, "_smartKnobOnButton", on.c_str(), "ON",
-                      "Switches the knob on; off again, it puts everything back as it was", Lit::deck },
+            { Kind::knob, "_smartKnobSlider", value.c_str(), "", tip.toRawUTF8() }, deck, knobArea + place));
+        addControl ({ Kind::text, "_smartKnobOnButton", on.c_str(), N_ ("ON"),
+                      N_ ("Switches the knob on; off again, it puts everything back as it was"), Lit::deck },
                     deck, onArea + place);
 
-        auto& edit = own (std::make_unique<PXTextButton> ("EDIT"));
+        auto& edit = own (std::make_unique<PXTextButton> (tr ("EDIT")));
         edit.setComponentID ("_smartKnobEditButton");
-        edit.setTooltip ("Opens the editor of the knob's curves");
+        edit.setTooltip (tr ("Opens the editor of the knob's curves"));
         edit.onClick = [this, knob]
         { SmartKnobEditorComponent::open (engine, deck, static_cast<int> (knob), *this); };
         edit.setBounds (editArea + place);
@@ -70,7 +71,7 @@ void DeckSmartKnobPanel::pollCalm()
     for (size_t knob = 0; knob < knobs; ++knob)
     {
         const auto full = SmartKnobMenu::nameOf (engine, deck, static_cast<int> (knob));
-        names[knob]->setTooltip ("SmartKnob preset: " + full + ". Opens presets, files and the editor");
+        names[knob]->setTooltip (tr ("SmartKnob preset: %1. Opens presets, files and the editor", full));
         if (std::exchange (shownNames[knob], full) != full)
             names[knob]->setButtonText (shortText (full, SMLookAndFeel::buttonFont (nameArea.getHeight()),
                                                    names[knob]->textArea().getWidth()));

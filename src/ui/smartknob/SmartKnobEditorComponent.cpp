@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "instruments/presets/SmartKnobLibrary.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/smartknob/SmartKnobMenu.h"
 #include "ui/window/ToolWindows.h"
@@ -42,9 +43,9 @@ std::function<juce::String (double)> wordsOf (int row)
     case fx1On:
     case fx2On:
     case fx3On:
-        return [] (double level) { return juce::String (level > 0.5 ? "ON" : "OFF"); };
+        return [] (double level) { return juce::String (level > 0.5 ? tr ("ON") : tr ("OFF")); };
     case pluginOn:
-        return [] (double level) { return juce::String (level < 0.5 ? "ON" : "OFF"); };
+        return [] (double level) { return juce::String (level < 0.5 ? tr ("ON") : tr ("OFF")); };
     default:
         return percent;
     }
@@ -87,7 +88,7 @@ SmartKnobEditorComponent::SmartKnobEditorComponent (CPlatterdex& engine, int dec
 
 juce::String SmartKnobEditorComponent::title (int deck, int knob)
 {
-    return "Deck " + PanelPaint::letterOf (deck) + " SmartKnob #" + juce::String (knob + 1) + " Editor";
+    return tr ("Deck %1 SmartKnob #%2 Editor", PanelPaint::letterOf (deck), knob + 1);
 }
 
 void SmartKnobEditorComponent::open (CPlatterdex& engine, int deck, int knob, juce::Component& opener)

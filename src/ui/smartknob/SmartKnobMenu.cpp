@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "instruments/presets/SmartKnobLibrary.h"
+#include "support/language/Translate.h"
 #include "ui/smartknob/SmartKnobEditorComponent.h"
 
 SmartKnobMenu::SmartKnobMenu (CPlatterdex& e, int d, int k)
@@ -14,7 +15,7 @@ SmartKnobMenu::SmartKnobMenu (CPlatterdex& e, int d, int k)
 
 PresetFiles SmartKnobMenu::files (CPlatterdex& engine)
 {
-    return { { "SmartKnob", "Select a smart knob preset file...", "Save the smart knob preset..." },
+    return { { "SmartKnob", tr ("Select a smart knob preset file..."), tr ("Save the smart knob preset...") },
              engine.environment.folders.smartknobFiles(),
              engine.environment.prompts.get() };
 }
@@ -22,12 +23,12 @@ PresetFiles SmartKnobMenu::files (CPlatterdex& engine)
 juce::String SmartKnobMenu::nameOf (CPlatterdex& engine, int deck, int knob)
 {
     const auto name = engine.smartKnobs.name (deck, knob);
-    return name.empty() ? juce::String ("Empty") : juce::String::fromUTF8 (name.c_str());
+    return name.empty() ? tr ("Empty") : juce::String::fromUTF8 (name.c_str());
 }
 
 void SmartKnobMenu::fill (juce::PopupMenu& menu)
 {
-    menu.addSectionHeader ("Presets:");
+    menu.addSectionHeader (tr ("Presets:"));
     for (const auto& group : SmartKnobLibrary::groups())
     {
         juce::PopupMenu presets;
@@ -35,12 +36,12 @@ void SmartKnobMenu::fill (juce::PopupMenu& menu)
             presets.addItem (entry.id, juce::String (std::string (entry.name)));
         menu.addSubMenu (juce::String (std::string (group.name)), presets);
     }
-    menu.addSubMenu ("User files", userFiles.menu());
+    menu.addSubMenu (tr ("User files"), userFiles.menu());
     menu.addSeparator();
-    menu.addItem (load, "Load", userFiles.canAsk());
-    menu.addItem (save, "Save", userFiles.canAsk());
-    menu.addItem (clear, "Clear");
-    menu.addItem (edit, "Show Editor");
+    menu.addItem (load, tr ("Load"), userFiles.canAsk());
+    menu.addItem (save, tr ("Save"), userFiles.canAsk());
+    menu.addItem (clear, tr ("Clear"));
+    menu.addItem (edit, tr ("Show Editor"));
 }
 
 void SmartKnobMenu::choose (int id, juce::Component& opener)

@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "timecode/ControlDisc.h"
 #include "timecode/ControlDiscFile.h"
 #include "ui/look/SMLookAndFeel.h"
@@ -9,10 +10,10 @@
 
 namespace
 {
-constexpr const char* title = "CD Control Generator";
+constexpr const char* title = N_ ("CD Control Generator");
 constexpr const char* hint =
-    "Click [Start] to generate the Control Cd File (26 min.). Press [Cancel] if you want to generate a "
-    "shorter file. After generation just burn the file to CDR.";
+    N_ ("Click [Start] to generate the Control Cd File (26 min.). Press [Cancel] if you want to generate a "
+        "shorter file. After generation just burn the file to CDR.");
 constexpr int width = 560, height = 196, margin = 12, row = 24, periodMs = 40;
 const juce::Rectangle<int> hintArea { margin, 40 + row + 8, width - 2 * margin, 32 };
 
@@ -24,19 +25,19 @@ double secondsOf (int frames)
 
 CDControlGeneratorPreferencesPage::CDControlGeneratorPreferencesPage (CPlatterdex& e) : engine (e)
 {
-    _cdControlFileLabel.setText ("Control CD file:", juce::dontSendNotification);
+    _cdControlFileLabel.setText (tr ("Control CD file:"), juce::dontSendNotification);
     _cdControlFileLabel.setBounds (margin, 12, 200, row);
     _cdControlTextEditor.setText (engine.settings.controlCdFile.get(), false);
-    _cdControlTextEditor.setTooltip ("The file that is written, 282 MB for the whole disc.");
+    _cdControlTextEditor.setTooltip (tr ("The file that is written, 282 MB for the whole disc."));
     _cdControlTextEditor.setBounds (margin, 40, width - 2 * margin - 92, row);
     _cdControlTextEditor.onFocusLost = _cdControlTextEditor.onReturnKey = [this] { keepFile(); };
-    _cdControlBrowseButton.setTooltip ("Chooses the place of the file.");
+    _cdControlBrowseButton.setTooltip (tr ("Chooses the place of the file."));
     _cdControlBrowseButton.setBounds (width - margin - 84, 40, 84, row);
     _cdControlBrowseButton.onClick = [this] { browse(); };
-    startButton.setTooltip ("Writes the control disc into the file.");
+    startButton.setTooltip (tr ("Writes the control disc into the file."));
     startButton.setBounds (margin, height - margin - row, 84, row);
     startButton.onClick = [this] { start(); };
-    cancelButton.setTooltip ("Ends the file here: it stays, shorter and whole.");
+    cancelButton.setTooltip (tr ("Ends the file here: it stays, shorter and whole."));
     cancelButton.setBounds (margin + 92, height - margin - row, 84, row);
     cancelButton.onClick = [this] { cancel(); };
     cancelButton.setEnabled (false);
@@ -52,7 +53,7 @@ CDControlGeneratorPreferencesPage::CDControlGeneratorPreferencesPage (CPlatterde
 void CDControlGeneratorPreferencesPage::open (ToolWindows& windows, juce::Component& opener,
                                               CPlatterdex& engine)
 {
-    windows.open (title, opener,
+    windows.open (tr (title), opener,
                   [&engine] (const auto&)
                   { return std::make_unique<CDControlGeneratorPreferencesPage> (engine); });
 }
@@ -73,7 +74,7 @@ void CDControlGeneratorPreferencesPage::browse()
 {
     if (engine.environment.prompts == nullptr)
         return;
-    engine.environment.prompts->askFile ({ .title = "Save the control cd as...",
+    engine.environment.prompts->askFile ({ .title = tr ("Save the control cd as..."),
                                            .start = juce::File (engine.settings.controlCdFile.get()),
                                            .pattern = "*.wav",
                                            .isForWriting = true },
@@ -92,7 +93,7 @@ void CDControlGeneratorPreferencesPage::start()
     keepFile();
     const auto path = _cdControlTextEditor.getText();
     if (!juce::File::isAbsolutePath (path))
-        return status.setText ("The file needs a whole path.", juce::dontSendNotification);
+        return status.setText (tr ("The file needs a whole path."), juce::dontSendNotification);
     cancelled = false;
     framesDone = 0;
     fault = {};
@@ -123,12 +124,12 @@ void CDControlGeneratorPreferencesPage::timerCallback()
     const auto isBusy = isWriting();
     progress = static_cast<double> (framesDone) / controlDisc::frameCount;
     const auto time = timeText (secondsOf (framesDone));
-    auto text = "Generating: " + _cdControlTextEditor.getText() + " Time -> " + time;
+    auto text = tr ("Generating: %1 Time -> %2", _cdControlTextEditor.getText(), time);
     if (!isBusy)
     {
         stopTimer();
         const std::scoped_lock lock (faultLock);
-        text = fault.isNotEmpty() ? fault : "Wrote " + time + " of the control disc.";
+        text = fault.isNotEmpty() ? fault : tr ("Wrote %1 of the control disc.", time);
         startButton.setEnabled (true);
         cancelButton.setEnabled (false);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/Worker.h"
+#include "support/language/Translate.h"
 #include "ui/widgets/PXTextButton.h"
 #include "ui/window/RestorablePage.h"
 #include "ui/window/ToolWindows.h"
@@ -33,7 +34,8 @@ private:
     CPlatterdex& engine;
     juce::Label _cdControlFileLabel;
     juce::TextEditor _cdControlTextEditor;
-    PXTextButton _cdControlBrowseButton { "Browse..." }, startButton { "Start" }, cancelButton { "Cancel" };
+    PXTextButton _cdControlBrowseButton { tr ("Browse...") }, startButton { tr ("Start") },
+        cancelButton { tr ("Cancel") };
     double progress = 0;
     juce::ProgressBar bar { progress };
     juce::Label status;

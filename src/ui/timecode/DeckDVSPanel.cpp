@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/look/ShortText.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/timecode/TimecodePreferencesPage.h"
@@ -14,13 +15,13 @@ using Lit = ControlSpec::Lit;
 
 constexpr int margin = 4, width = 92, half = 44, right = 52;
 constexpr const char* internalTip =
-    "In internal tracking mode the Vinyl/CDJ external timecode control is disabled.";
+    N_ ("In internal tracking mode the Vinyl/CDJ external timecode control is disabled.");
 
 // clang-format off
 constexpr PlacedControl table[] {
-    { { Kind::text, "_absoluteButton", "DVS_ABSOLUTE_MODE_", "Absolute", "The record moves the deck, and the needle's place is the track's place.", Lit::deck }, { margin,  0, width, 24 } },
-    { { Kind::text, "_relativeButton", "DVS_RELATIVE_MODE_", "Relative", "The record moves the deck, wherever the needle lies.", Lit::deck }, { margin, 26, width, 24 } },
-    { { Kind::text, "_internalButton", "DVS_INTERNAL_MODE_", "Internal", internalTip, Lit::deck }, { margin, 52, width, 24 } },
+    { { Kind::text, "_absoluteButton", "DVS_ABSOLUTE_MODE_", N_ ("Absolute"), N_ ("The record moves the deck, and the needle's place is the track's place."), Lit::deck }, { margin,  0, width, 24 } },
+    { { Kind::text, "_relativeButton", "DVS_RELATIVE_MODE_", N_ ("Relative"), N_ ("The record moves the deck, wherever the needle lies."), Lit::deck }, { margin, 26, width, 24 } },
+    { { Kind::text, "_internalButton", "DVS_INTERNAL_MODE_", N_ ("Internal"), internalTip, Lit::deck }, { margin, 52, width, 24 } },
 };
 // clang-format on
 
@@ -32,15 +33,16 @@ const juce::Rectangle<int> thruArea { margin, 78, half, 24 }, pageArea { right, 
 DeckDVSPanel::DeckDVSPanel (CPlatterdex& e, int d)
     : ControlPanel (e),
       deck (d),
-      thru (own (std::make_unique<PXTextButton> ("Thru"))),
-      page (own (std::make_unique<PXTextButton> ("Setup"))),
-      found (own (std::make_unique<PXTextButton> ("Found")))
+      thru (own (std::make_unique<PXTextButton> (tr ("Thru")))),
+      page (own (std::make_unique<PXTextButton> (tr ("Setup")))),
+      found (own (std::make_unique<PXTextButton> (tr ("Found"))))
 {
     addControls (table, deck);
     auto& timecode = engine.timecodes[static_cast<size_t> (deck)];
     timecode.addWatcher();
     thru.setComponentID ("_thruButton");
-    thru.setTooltip ("Plays the input itself through the deck's channel: for a real record in the same set.");
+    thru.setTooltip (
+        tr ("Plays the input itself through the deck's channel: for a real record in the same set."));
     thru.setDeckHue (deck);
     thru.setTriggeredOnMouseDown (true);
     thru.onClick = [this, &timecode]
@@ -50,11 +52,11 @@ DeckDVSPanel::DeckDVSPanel (CPlatterdex& e, int d)
     };
     thru.setBounds (thruArea);
     page.setComponentID ("_timecodeSetupButton");
-    page.setTooltip ("Opens the page of timecode: inputs, records, gain and the picture of the signal.");
+    page.setTooltip (tr ("Opens the page of timecode: inputs, records, gain and the picture of the signal."));
     page.onClick = [this] { openPage(); };
     page.setBounds (pageArea);
     found.setComponentID ("_foundButton");
-    found.setTooltip ("Follows the record that was recognised.");
+    found.setTooltip (tr ("Follows the record that was recognised."));
     found.onClick = [this, &timecode]
     {
         if (foundBrand >= 0)
@@ -103,7 +105,7 @@ void DeckDVSPanel::pollMoving()
 void DeckDVSPanel::paint (juce::Graphics& g)
 {
     ControlPanel::paint (g);
-    PanelPaint::label (g, "QUALITY", qualityArea, juce::Justification::centredLeft);
+    PanelPaint::label (g, tr ("QUALITY"), qualityArea, juce::Justification::centredLeft);
     PanelPaint::value (g, quality, qualityArea, juce::Justification::centredRight);
     if (foundBrand >= 0)
         return;

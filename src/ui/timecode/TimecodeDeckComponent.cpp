@@ -1,6 +1,7 @@
 #include "ui/timecode/TimecodeDeckComponent.h"
 
 #include "engine/CPlatterdex.h"
+#include "support/language/Translate.h"
 #include "timecode/deckmode/TimecodeBrand.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/timecode/TimecodeWords.h"
@@ -19,12 +20,12 @@ const juce::Rectangle<int> titleArea { margin, 4, letter, letter }, nameArea { m
     latencyArea { knobLeft, 4, 124, 22 }, latencyTextArea { boxLeft - 40, 4, knobLeft - boxLeft + 32, 22 },
     learnArea { column, 116, 60, 24 }, invertArea { column + 64, 116, 100, 24 };
 
-constexpr const char* learnTip =
+constexpr const char* learnTip = N_ (
     "Calibrate Platterdex to the nominal speed of a timecoded vinyl / cd (unpitched). To reset calibration "
-    "value to factory default press the learn button with the turntable/cd off.";
+    "value to factory default press the learn button with the turntable/cd off.");
 constexpr const char* modeTip =
-    "Absolute: the needle's place is the track's place. Relative: only its movement counts. Internal: "
-    "In internal tracking mode the Vinyl/CDJ external timecode control is disabled.";
+    N_ ("Absolute: the needle's place is the track's place. Relative: only its movement counts. Internal: "
+        "In internal tracking mode the Vinyl/CDJ external timecode control is disabled.");
 }
 
 TimecodeDeckComponent::TimecodeDeckComponent (CPlatterdex& e, int d) : ControlPanel (e), deck (d)
@@ -32,23 +33,23 @@ TimecodeDeckComponent::TimecodeDeckComponent (CPlatterdex& e, int d) : ControlPa
     setComponentID (juce::String ("_deck") + PanelPaint::letterOf (deck) + "TimecodeGroup");
     addAndMakeVisible (scope);
     scope.setBounds (scopeArea);
-    scope.setTooltip ("The phase of the input: a good signal draws a closed ellipse.");
+    scope.setTooltip (tr ("The phase of the input: a good signal draws a closed ellipse."));
 
-    addLabel ("Input:", { column, 32, 44, 24 }, juce::Justification::centredLeft);
-    addLabel ("Mode:", { column, 60, 44, 24 }, juce::Justification::centredLeft);
+    addLabel (tr ("Input:"), { column, 32, 44, 24 }, juce::Justification::centredLeft);
+    addLabel (tr ("Mode:"), { column, 60, 44, 24 }, juce::Justification::centredLeft);
     addBox (input, "_inputComboBox",
-            "Assign timecode control signal from the soundcard input stereo pair to this deck.",
+            tr ("Assign timecode control signal from the soundcard input stereo pair to this deck."),
             { boxLeft, 32, boxWidth, 24 });
     for (int pair = 0; pair < deckCount; ++pair)
-        input.addItem (juce::String ("Input ") + PanelPaint::letterOf (pair), pair + 1);
+        input.addItem (tr ("Input %1", PanelPaint::letterOf (pair)), pair + 1);
     input.onChange = [this] { setup().inputPair = static_cast<int8_t> (input.getSelectedId() - 1); };
 
-    addBox (mode, "_dvsModeComboBox", modeTip, { boxLeft, 60, boxWidth, 24 });
-    mode.addItemList ({ "Internal", "Relative", "Absolute" }, 1);
+    addBox (mode, "_dvsModeComboBox", tr (modeTip), { boxLeft, 60, boxWidth, 24 });
+    mode.addItemList ({ tr ("Internal"), tr ("Relative"), tr ("Absolute") }, 1);
     mode.onChange = [this]
     { timecode().setMode (static_cast<TimecodeDeck::Mode> (mode.getSelectedId() - 1)); };
 
-    addBox (brand, "_dvsGeneration", "Select timecode brand from the drop down menu.",
+    addBox (brand, "_dvsGeneration", tr ("Select timecode brand from the drop down menu."),
             { column, 88, boxLeft + boxWidth - column, 24 });
     auto id = 0;
     for (const auto& each : timecodeBrands())
@@ -56,35 +57,36 @@ TimecodeDeckComponent::TimecodeDeckComponent (CPlatterdex& e, int d) : ControlPa
     brand.onChange = [this] { timecode().setBrand (brand.getSelectedId() - 1); };
 
     addKnob (
-        "_gainSlider", "Control input gain. Double click to reset gain to +0.0 dB.", 0, { -24.0, 48.0 }, 0.0,
-        [this] { return static_cast<double> (setup().timecodeGain); },
+        "_gainSlider", tr ("Control input gain. Double click to reset gain to +0.0 dB."), 0, { -24.0, 48.0 },
+        0.0, [this] { return static_cast<double> (setup().timecodeGain); },
         [this] (double db) { setup().timecodeGain = static_cast<float> (db); },
         [] (double db) { return juce::String::formatted ("%+.1f dB", db); });
     addKnob (
         "_rumbleSlider",
-        "Ignores input audio signals below the threshold level. Double click to reset to -32.0 dB.", 1,
+        tr ("Ignores input audio signals below the threshold level. Double click to reset to -32.0 dB."), 1,
         { -100.0, 0.0 }, rumbleRest,
         [this] { return -100.0 * static_cast<double> (setup().timecodeThreshold); },
         [this] (double db) { setup().timecodeThreshold = static_cast<float> (-0.01 * db); },
         [] (double db) { return juce::String::formatted ("%.1f dB", db); });
     addKnob (
         "_leadinSlider",
-        "Set a lead-in time for timecode records. Use double click to reset lead-in time to 2 seconds.", 2,
-        { 0.0, longestLeadIn }, leadInRest, [this] { return static_cast<double> (setup().timecodeLeadIn); },
+        tr ("Set a lead-in time for timecode records. Use double click to reset lead-in time to 2 seconds."),
+        2, { 0.0, longestLeadIn }, leadInRest,
+        [this] { return static_cast<double> (setup().timecodeLeadIn); },
         [this] (double seconds) { setup().timecodeLeadIn = static_cast<float> (seconds); },
         [] (double seconds) { return juce::String::formatted ("%.1f s", seconds); });
     for (const auto& [word, at] :
-         { std::pair { "GAIN", 0 }, std::pair { "RUMBLE", 1 }, std::pair { "LEAD IN", 2 } })
+         { std::pair { tr ("GAIN"), 0 }, std::pair { tr ("RUMBLE"), 1 }, std::pair { tr ("LEAD IN"), 2 } })
         addLabel (word, { knobLeft - 4 + at * knobStep, 74, knobSize + 8, 14 });
 
     learn.setComponentID ("_learnButton");
-    learn.setTooltip (learnTip);
+    learn.setTooltip (tr (learnTip));
     learn.onClick = [this] { timecode().learn(); };
     learn.setBounds (learnArea);
     addAndMakeVisible (learn);
     invert.setComponentID ("_invertPhaseButton");
     invert.setTooltip (
-        "Inverts the phase of the input signal. Try this button if absolute mode does not work.");
+        tr ("Inverts the phase of the input signal. Try this button if absolute mode does not work."));
     invert.setBounds (invertArea);
     invert.onClick = [this]
     {
@@ -94,7 +96,7 @@ TimecodeDeckComponent::TimecodeDeckComponent (CPlatterdex& e, int d) : ControlPa
     };
     addAndMakeVisible (invert);
     found.setComponentID ("_foundButton");
-    found.setTooltip ("Follows the record that was recognised.");
+    found.setTooltip (tr ("Follows the record that was recognised."));
     found.setBounds (foundArea);
     found.onClick = [this]
     {
@@ -105,8 +107,8 @@ TimecodeDeckComponent::TimecodeDeckComponent (CPlatterdex& e, int d) : ControlPa
     addChildComponent (found);
     latency.setComponentID ("_latencyButton");
     latency.setTooltip (
-        "Sends a click to the master output and waits for it at this deck's input: lay a cable from the "
-        "one to the other, and turn the speakers down.");
+        tr ("Sends a click to the master output and waits for it at this deck's input: lay a cable from the "
+            "one to the other, and turn the speakers down."));
     latency.setBounds (latencyArea);
     latency.onClick = [this] { engine.latencyProbe.start (setup().inputPair); };
     addAndMakeVisible (latency);
@@ -129,7 +131,7 @@ DeckSetup& TimecodeDeckComponent::setup() const
     return engine.settings.deckSetup[static_cast<size_t> (deck)];
 }
 
-void TimecodeDeckComponent::addBox (juce::ComboBox& box, const char* name, const char* tip,
+void TimecodeDeckComponent::addBox (juce::ComboBox& box, const char* name, const juce::String& tip,
                                     juce::Rectangle<int> area)
 {
     box.setComponentID (name);
@@ -138,8 +140,8 @@ void TimecodeDeckComponent::addBox (juce::ComboBox& box, const char* name, const
     addAndMakeVisible (box);
 }
 
-void TimecodeDeckComponent::addKnob (const char* name, const char* tip, int at, juce::Range<double> range,
-                                     double rest, std::function<double()> read,
+void TimecodeDeckComponent::addKnob (const char* name, const juce::String& tip, int at,
+                                     juce::Range<double> range, double rest, std::function<double()> read,
                                      std::function<void (double)> write,
                                      std::function<juce::String (double)> text)
 {
@@ -221,9 +223,9 @@ void TimecodeDeckComponent::paint (juce::Graphics& g)
 {
     ControlPanel::paint (g);
     PanelPaint::badge (g, titleArea, deck, true);
-    PanelPaint::value (g, juce::String ("Deck ") + PanelPaint::letterOf (deck), nameArea,
+    PanelPaint::value (g, tr ("Deck %1", PanelPaint::letterOf (deck)), nameArea,
                        juce::Justification::centredLeft, SMLookAndFeel::titleSize);
-    PanelPaint::label (g, "QUALITY", qualityArea, juce::Justification::centredLeft);
+    PanelPaint::label (g, tr ("QUALITY"), qualityArea, juce::Justification::centredLeft);
     PanelPaint::value (g, shown.quality, qualityArea, juce::Justification::centredRight);
     for (const auto& knob : knobs)
         PanelPaint::value (g, knob.shown, knob.valueArea, juce::Justification::centred,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/language/Translate.h"
 #include "timecode/deckmode/TimecodeDeck.h"
 #include "ui/panel/ControlPanel.h"
 #include "ui/timecode/TimecodeCalibrationScope.h"
@@ -35,8 +36,8 @@ private:
 
     void pollMoving() override;
     void pollCalm() override;
-    void addBox (juce::ComboBox&, const char* name, const char* tip, juce::Rectangle<int>);
-    void addKnob (const char* name, const char* tip, int column, juce::Range<double>, double rest,
+    void addBox (juce::ComboBox&, const char* name, const juce::String& tip, juce::Rectangle<int>);
+    void addKnob (const char* name, const juce::String& tip, int column, juce::Range<double>, double rest,
                   std::function<double()> read, std::function<void (double)> write,
                   std::function<juce::String (double)> text);
     TimecodeDeck& timecode() const;
@@ -44,8 +45,8 @@ private:
 
     const int deck;
     juce::ComboBox input, mode, brand;
-    PXTextButton learn { "Learn" }, invert { "Invert Phase" }, found { "Found" },
-        latency { "Measure latency" };
+    PXTextButton learn { tr ("Learn") }, invert { tr ("Invert Phase") }, found { tr ("Found") },
+        latency { tr ("Measure latency") };
     TimecodeCalibrationScope scope;
     std::vector<Knob> knobs;
     int foundBrand = -1;

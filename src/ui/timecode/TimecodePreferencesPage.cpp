@@ -2,10 +2,11 @@
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 
 namespace
 {
-constexpr const char* title = "Timecode";
+constexpr const char* title = N_ ("Timecode");
 constexpr int gap = 8;
 }
 
@@ -31,7 +32,7 @@ void TimecodePreferencesPage::restoreDefaults()
 
 void TimecodePreferencesPage::open (ToolWindows& windows, juce::Component& opener, CPlatterdex& engine)
 {
-    windows.open (title, opener,
+    windows.open (tr (title), opener,
                   [&engine] (const auto&) { return std::make_unique<TimecodePreferencesPage> (engine); });
 }
 

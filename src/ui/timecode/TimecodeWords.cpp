@@ -1,5 +1,6 @@
 #include "ui/timecode/TimecodeWords.h"
 
+#include "support/language/Translate.h"
 #include "timecode/deckmode/TimecodeBrand.h"
 #include "ui/look/TimeText.h"
 #include "ui/panel/PanelPaint.h"
@@ -14,12 +15,12 @@ juce::String TimecodeWords::quality (const TimecodeDeck::Status& status, const I
 juce::String TimecodeWords::diagnosis (const TimecodeDeck::Status& status,
                                        const InputDiagnosis::Report& input)
 {
-    return status.isInControlZone ? "end of the record: the deck plays by itself" : inputWords (input);
+    return status.isInControlZone ? tr ("end of the record: the deck plays by itself") : inputWords (input);
 }
 
 juce::String TimecodeWords::found (int brand)
 {
-    return "found: " + juce::String (timecodeBrand (brand).name);
+    return tr ("found: %1", juce::String (timecodeBrand (brand).name));
 }
 
 juce::String TimecodeWords::latency (const LatencyProbe::Result& result, int inputPair)
@@ -28,9 +29,9 @@ juce::String TimecodeWords::latency (const LatencyProbe::Result& result, int inp
     if (result.inputPair != inputPair || result.state == State::idle)
         return {};
     if (result.state == State::running)
-        return "listening...";
+        return tr ("listening...");
     return result.state == State::measured ? juce::String (result.milliseconds, 1) + " ms"
-                                           : "no click came back";
+                                           : tr ("no click came back");
 }
 
 juce::String TimecodeWords::motion (const TimecodeDeck::Status& status)

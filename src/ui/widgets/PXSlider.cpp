@@ -1,5 +1,6 @@
 #include "ui/widgets/PXSlider.h"
 
+#include "support/language/Translate.h"
 #include "ui/look/OpenMenu.h"
 
 #include <cmath>
@@ -34,7 +35,7 @@ void PXSlider::bound()
     setDefault (command().restValue());
     textFromValueFunction = [this] (double) { return command().text(); };
     if (getTooltip() == command().name())
-        setTooltip (command().name() + ". Double click to reset.");
+        setTooltip (tr ("%1. Double click to reset.", command().name()));
 }
 
 void PXSlider::poll()
@@ -155,8 +156,8 @@ void PXSlider::Moment::timerCallback()
 void PXSlider::showMenu()
 {
     juce::PopupMenu menu;
-    menu.addItem (resetItem, juce::translate ("Reset"));
-    menu.addItem (enterItem, juce::translate ("Enter value..."));
+    menu.addItem (resetItem, tr ("Reset"));
+    menu.addItem (enterItem, tr ("Enter value..."));
     if (onFillMenu)
     {
         menu.addSeparator();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/language/Translate.h"
+
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include <functional>
@@ -33,7 +35,8 @@ public:
             if (entered (shown->getText()))
                 return shown->close();
             shown->clear();
-            shown->setTextToShowWhenEmpty ("a number", shown->findColour (textColourId).withAlpha (0.6f));
+            shown->setTextToShowWhenEmpty (tr ("a number"),
+                                           shown->findColour (textColourId).withAlpha (0.6f));
         };
         window->addAndMakeVisible (*entry);
         entry->selectAll();

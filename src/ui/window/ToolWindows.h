@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 /** A window of its own for one tool, at the interface's scale. */
@@ -48,6 +49,19 @@ public:
 
     /** The window of a title, or null. */
     ToolWindow* find (const juce::String& title) const;
+
+    /** The tool of a class that is open, or null. */
+    template <typename Tool>
+    Tool* tool() const
+    {
+        for (const auto& window : windows)
+            if (auto* const found = dynamic_cast<Tool*> (&window->tool()))
+                return found;
+        return nullptr;
+    }
+
+    /** Closes all of them; not from within one. */
+    void closeAll() { std::exchange (windows, {}).clear(); }
 
     /** The windows of the editor that a component belongs to; null outside of one. */
     static ToolWindows* of (juce::Component&);

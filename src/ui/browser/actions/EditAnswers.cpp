@@ -1,6 +1,7 @@
 #include "ui/browser/actions/EditAnswers.h"
 
 #include "session/browse/LibraryFaults.h"
+#include "support/language/Translate.h"
 
 LibraryEdits::Done EditAnswers::say (const BrowserWorld& world, juce::Component& asker)
 {
@@ -23,7 +24,7 @@ void EditAnswers::addUndo (juce::PopupMenu& menu, const BrowserWorld& world, juc
     if (edit.isEmpty())
         return;
     menu.addSeparator();
-    menu.addItem ("Undo: " + edit,
+    menu.addItem (tr ("Undo: %1", edit),
                   [&world, alive = juce::Component::SafePointer<juce::Component> (&asker)]
                   {
                       if (alive != nullptr)

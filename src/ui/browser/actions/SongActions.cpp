@@ -1,6 +1,7 @@
 #include "ui/browser/actions/SongActions.h"
 
 #include "session/SimilarRoom.h"
+#include "support/language/Translate.h"
 #include "ui/browser/actions/EditAnswers.h"
 #include "ui/decks/TrackLoad.h"
 
@@ -39,8 +40,9 @@ void SongActions::loadToFreeDeck (const juce::String& path)
     if (deck >= 0)
         return load (path, deck);
     if (path.isNotEmpty() && world.prompts() != nullptr)
-        world.prompts()->notify ("No free deck",
-                                 "All decks are playing. Stop one, or load onto one with its menu or key.");
+        world.prompts()->notify (
+            tr ("No free deck"),
+            tr ("All decks are playing. Stop one, or load onto one with its menu or key."));
 }
 
 void SongActions::append (const SelectedSongs& songs, ListRef list)
@@ -65,7 +67,7 @@ juce::PopupMenu SongActions::playlistMenu (const SelectedSongs& songs)
                       });
     if (menu.getNumItems() > 0)
         menu.addSeparator();
-    menu.addItem ("Create Playlist", createPlaylist != nullptr, false,
+    menu.addItem (tr ("Create Playlist"), createPlaylist != nullptr, false,
                   [this, ids = songs.songIds] { createPlaylist (ids); });
     return menu;
 }
@@ -152,11 +154,11 @@ SongActions::Question SongActions::removalQuestion (const SelectedSongs& songs)
 {
     const auto count = static_cast<int> (songs.songIds.size());
     const auto isList = songs.source.isList();
-    return { count == 1 ? "REMOVE ITEM" : "REMOVE ITEMS",
-             "Are you sure you want to remove "
-                 + (count == 1 ? juce::String ("the selected song from ")
-                               : juce::String (count) + " songs from ")
-                 + (isList ? "the list?" : "your library?") };
+    return { trPlural ("REMOVE ITEM", "REMOVE ITEMS", count),
+             isList ? trPlural ("Are you sure you want to remove the selected song from the list?",
+                                "Are you sure you want to remove %1 songs from the list?", count)
+                    : trPlural ("Are you sure you want to remove the selected song from your library?",
+                                "Are you sure you want to remove %1 songs from your library?", count) };
 }
 
 void SongActions::remove (const SelectedSongs& songs)

@@ -2,6 +2,7 @@
 
 #include "session/SimilarRoom.h"
 #include "session/browse/LibraryFaults.h"
+#include "support/language/Translate.h"
 #include "ui/browser/actions/EditAnswers.h"
 #include "ui/browser/smart/SmartPlaylistEditor.h"
 #include "ui/look/FolderQuestion.h"
@@ -114,7 +115,7 @@ void SourceActions::askFile (const Prompts::FileQuestion& question,
 
 void SourceActions::importFolder()
 {
-    askFile (FolderQuestion::make (ImportTexts::folderChooserTitle, musicFolder (world)),
+    askFile (FolderQuestion::make (tr (ImportTexts::folderChooserTitle), musicFolder (world)),
              [this] (const juce::File& folder)
              { world.room->jobs.importPaths ({ folder.getFullPathName() }); });
 }
@@ -122,14 +123,14 @@ void SourceActions::importFolder()
 void SourceActions::backUp()
 {
     const auto name = "px_music_library_" + juce::Time::getCurrentTime().formatted (backupTime) + ".sqlite";
-    askFile ({ "Save Backup Collection File As", documentsFolder().getChildFile (name), "*.sqlite", true },
-             [this] (const juce::File& file)
-             { world.room->jobs.backup (file.withFileExtension ("sqlite")); });
+    askFile (
+        { tr ("Save Backup Collection File As"), documentsFolder().getChildFile (name), "*.sqlite", true },
+        [this] (const juce::File& file) { world.room->jobs.backup (file.withFileExtension ("sqlite")); });
 }
 
 void SourceActions::clearLibrary()
 {
-    ask ("Confirm delete", "Are you sure you want to clear the Library?",
+    ask (tr ("Confirm delete"), tr ("Are you sure you want to clear the Library?"),
          [this] { world.room->edits.clearLibrary (done()); });
 }
 
@@ -141,7 +142,7 @@ void SourceActions::lookAtFolders()
 
 void SourceActions::relocate()
 {
-    askFile (FolderQuestion::make ("Please select the folder that holds the missing files...",
+    askFile (FolderQuestion::make (tr ("Please select the folder that holds the missing files..."),
                                    musicFolder (world)),
              [this] (const juce::File& folder) { world.room->jobs.relocate (folder); });
 }
@@ -151,7 +152,7 @@ void SourceActions::createPlaylist (std::vector<int32_t> songIds)
     if (world.room == nullptr || world.prompts() == nullptr)
         return;
     world.prompts()->askText (
-        "Enter Playlist Name", "Please enter name of new playlist.", "Playlist",
+        tr ("Enter Playlist Name"), tr ("Please enter name of new playlist."), tr ("Playlist"),
         [this, songIds = std::move (songIds),
          alive = juce::Component::SafePointer<juce::Component> (&asker)] (std::optional<juce::String> name)
         {
@@ -163,11 +164,11 @@ void SourceActions::createPlaylist (std::vector<int32_t> songIds)
 
 void SourceActions::importPlaylist()
 {
-    askFile ({ "Select a playlist file", playlistFolder (world), "*.m3u;*.xml" },
+    askFile ({ tr ("Select a playlist file"), playlistFolder (world), "*.m3u;*.xml" },
              [this] (const juce::File& file)
              {
                  world.prompts()->askText (
-                     "Enter Playlist Name", "Please enter name of new playlist.",
+                     tr ("Enter Playlist Name"), tr ("Please enter name of new playlist."),
                      file.getFileNameWithoutExtension(),
                      [this, file, alive = juce::Component::SafePointer<juce::Component> (&asker)] (
                          std::optional<juce::String> name)
@@ -183,7 +184,8 @@ void SourceActions::createSmartPlaylist()
     if (world.room == nullptr || world.prompts() == nullptr)
         return;
     world.prompts()->askText (
-        "Enter smart playlist name", "Please enter name of new smart playlist.", "Smart Playlist",
+        tr ("Enter smart playlist name"), tr ("Please enter name of new smart playlist."),
+        tr ("Smart Playlist"),
         [this,
          alive = juce::Component::SafePointer<juce::Component> (&asker)] (std::optional<juce::String> given)
         {
@@ -225,7 +227,7 @@ void SourceActions::editRules (const Source& source)
                     world.room->edits.setSmart (id, sql, xml, done());
             };
             windows->open (
-                "Edit Smart Playlist: " + source.name, asker,
+                tr ("Edit Smart Playlist: %1", source.name), asker,
                 [playlist, save] (std::function<void()> close)
                 { return std::make_unique<SmartPlaylistEditor> (playlist, save, std::move (close)); });
         });
@@ -239,19 +241,21 @@ void SourceActions::addUndo (juce::PopupMenu& menu)
 void SourceActions::showMissing()
 {
     if (showSource != nullptr)
-        showSource ({ SongListKind::missing, -1, "Missing Files" });
+        showSource ({ SongListKind::missing, -1, tr ("Missing Files") });
 }
 
 void SourceActions::remove (const Source& source)
 {
-    const auto what = source.kind == SongListKind::history ? "the history '" : "the playlist '";
-    ask ("Confirm delete", "Are you sure you want to delete " + juce::String (what) + source.name + "'?",
+    const auto question = source.kind == SongListKind::history
+                              ? tr ("Are you sure you want to delete the history '%1'?", source.name)
+                              : tr ("Are you sure you want to delete the playlist '%1'?", source.name);
+    ask (tr ("Confirm delete"), question,
          [this, source]
          {
              if (source.kind != SongListKind::history)
                  return world.room->edits.deleteList ({ source.kind, source.id }, done());
              if (!world.room->history.remove (source.id))
-                 world.say ("The history of this session can't be deleted.");
+                 world.say (tr ("The history of this session can't be deleted."));
          });
 }
 
@@ -270,9 +274,9 @@ void SourceActions::move (const Source& source, int by)
 void SourceActions::clear (const Source& source)
 {
     const auto isAutomix = source.kind == SongListKind::automix;
-    ask ("Confirm clear",
-         isAutomix ? "Are you sure you want to clear the automix playlist?"
-                   : "Are you sure you want to clear the recommendation list?",
+    ask (tr ("Confirm clear"),
+         isAutomix ? tr ("Are you sure you want to clear the automix playlist?")
+                   : tr ("Are you sure you want to clear the recommendation list?"),
          [this, source] { world.room->edits.clear (source.list(), done()); });
 }
 
@@ -305,9 +309,9 @@ void SourceActions::exportTo (const Source& source, Format format)
     const juce::String extension (isM3u ? "m3u" : format == Format::html ? "html" : "txt");
     const auto start =
         playlistFolder (world).getChildFile (juce::File::createLegalFileName (source.name) + "." + extension);
-    const auto* title = isM3u                    ? "Save the playlist..."
-                        : format == Format::html ? "Save the webpage..."
-                                                 : "Save the text...";
+    const auto title = isM3u                    ? tr ("Save the playlist...")
+                       : format == Format::html ? tr ("Save the webpage...")
+                                                : tr ("Save the text...");
     askFile ({ title, start, "*." + extension, true },
              [this, source, extension] (const juce::File& chosen)
              {

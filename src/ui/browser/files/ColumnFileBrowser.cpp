@@ -2,6 +2,7 @@
 
 #include "skin/Palette.h"
 #include "support/files/AudioFileTypes.h"
+#include "support/language/Translate.h"
 #include "ui/browser/model/MenuKey.h"
 #include "ui/look/OpenMenu.h"
 
@@ -23,7 +24,7 @@ void ColumnFileBrowserContents::paint (juce::Graphics& g)
 ColumnFileBrowser::ColumnFileBrowser (BrowserWorld& w, SongActions& a) : world (w), actions (a)
 {
     setLookAndFeel (&look);
-    setTitle ("Files");
+    setTitle (tr ("Files"));
     viewport.setViewedComponent (&contents, false);
     viewport.setScrollBarsShown (false, true);
     viewport.setWantsKeyboardFocus (false);
@@ -193,13 +194,13 @@ void ColumnFileBrowser::openMenu (const juce::File& file, juce::PopupMenu::Optio
     if (!file.isDirectory())
     {
         for (int deck = 0; deck < world.decks(); ++deck)
-            menu.addItem ("Load to Deck " + juce::String (deck + 1),
+            menu.addItem (tr ("Load to Deck %1", deck + 1),
                           [this, path, deck] { actions.load (path, deck); });
-        menu.addItem ("Preview", [this, path] { actions.preview (path); });
+        menu.addItem (tr ("Preview"), [this, path] { actions.preview (path); });
     }
-    menu.addItem ("Import into the Library", onImport != nullptr && world.room != nullptr, false,
+    menu.addItem (tr ("Import into the Library"), onImport != nullptr && world.room != nullptr, false,
                   [this, paths = current().list().draggedFiles()] { onImport (paths); });
-    menu.addItem ("Show in Explorer", [this, path] { actions.showInFolder (path); });
+    menu.addItem (tr ("Show in Explorer"), [this, path] { actions.showInFolder (path); });
     ::openMenu (menu, *this, options);
 }
 

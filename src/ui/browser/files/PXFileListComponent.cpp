@@ -1,12 +1,13 @@
 #include "ui/browser/files/PXFileListComponent.h"
 
+#include "support/language/Translate.h"
 #include "ui/drag/DragImage.h"
 
 PXFileListComponent::PXFileListComponent (juce::DirectoryContentsList& contents)
     : DirectoryContentsDisplayComponent (contents)
 {
     setModel (this); // once it is there
-    setTitle ("Files");
+    setTitle (tr ("Files"));
     setMultipleSelectionEnabled (true);
     directoryContentsList.addChangeListener (this);
 }
@@ -92,7 +93,7 @@ juce::ScaledImage PXFileListComponent::createSnapshotOfRows (const juce::SparseS
                                                              int& y)
 {
     const auto text =
-        dragged.size() == 1 ? getNameForRow (dragged[0]) : juce::String (dragged.size()) + " files";
+        dragged.size() == 1 ? getNameForRow (dragged[0]) : trPlural ("%1 file", "%1 files", dragged.size());
     return DragImage::make (*this, text, x, y);
 }
 

@@ -1,6 +1,7 @@
 #include "ui/browser/jobs/JobLine.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/window/ToolWindows.h"
 
@@ -12,8 +13,8 @@ constexpr int buttonWidth = 64, gap = 4, margin = 8, barHeight = 2;
 juce::String timeLeft (int seconds)
 {
     if (seconds < 60)
-        return "about " + juce::String (std::max (1, seconds)) + " s";
-    return "about " + juce::String ((seconds + 30) / 60) + " min";
+        return tr ("about %1 s", std::max (1, seconds));
+    return tr ("about %1 min", (seconds + 30) / 60);
 }
 
 /** Lists what failed. */
@@ -41,7 +42,7 @@ private:
 JobLine::JobLine (BrowserWorld& w) : PollingView (Pace::calm), world (w)
 {
     button.setComponentID ("_jobButton");
-    button.setTooltip ("Ends the task, or shows what failed in one that has ended.");
+    button.setTooltip (tr ("Ends the task, or shows what failed in one that has ended."));
     button.onClick = [this] { press(); };
     addChildComponent (button);
 }
@@ -88,7 +89,9 @@ void JobLine::pollCalm()
     shownText = text;
     setTooltip (isBusy ? juce::String() : text); // which may be longer than the line
     shownPart = part;
-    button.setButtonText (part >= 0.0 ? "CANCEL" : job && !job->failures.isEmpty() ? "DETAILS" : "OK");
+    button.setButtonText (part >= 0.0                       ? tr ("CANCEL")
+                          : job && !job->failures.isEmpty() ? tr ("DETAILS")
+                                                            : tr ("OK"));
     button.setVisible (text.isNotEmpty());
     repaint();
 }

@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "session/Session.h"
 #include "session/browse/LibraryRoom.h"
+#include "support/language/Translate.h"
 
 #include <juce_core/juce_core.h>
 
@@ -34,6 +35,6 @@ struct BrowserWorld
     void say (const juce::String& sentence) const
     {
         if (sentence.isNotEmpty() && prompts() != nullptr)
-            prompts()->notify ("Library", sentence);
+            prompts()->notify (tr ("Library"), sentence);
     }
 };

@@ -1,12 +1,13 @@
 #include "ui/browser/preview/CoverArtPreview.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 
 CoverArtPreview::CoverArtPreview (BrowserWorld& w) : world (w)
 {
     setOpaque (true);
-    setTitle ("Cover");
+    setTitle (tr ("Cover"));
 }
 
 void CoverArtPreview::show (const juce::String& wanted)
@@ -42,5 +43,5 @@ void CoverArtPreview::paint (juce::Graphics& g)
     g.fillAll (palette::ground);
     if (picture.isValid())
         return g.drawImageWithin (picture, 0, 0, getWidth(), getHeight(), juce::RectanglePlacement::centred);
-    PanelPaint::label (g, "No Album Art", getLocalBounds());
+    PanelPaint::label (g, tr ("No Album Art"), getLocalBounds());
 }

@@ -1,6 +1,7 @@
 #include "ui/browser/preview/PreviewPlayerComponent.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 
 namespace
@@ -18,11 +19,11 @@ PreviewPlayerComponent::PreviewPlayerComponent (FileStreamPlayer& player, SongPr
     : PollingView (Pace::calm),
       preview (p),
       wave (player),
-      playButton ("PREVIEW")
+      playButton (tr ("PREVIEW"))
 {
-    setTitle ("Preview");
+    setTitle (tr ("Preview"));
     playButton.setComponentID ("_previewButton");
-    playButton.setTooltip ("Plays or stops the preview on the headphones.");
+    playButton.setTooltip (tr ("Plays or stops the preview on the headphones."));
     playButton.onClick = [this] { preview.playOrPause(); };
     playButton.setEnabled (false);
     addAndMakeVisible (playButton);
@@ -95,7 +96,7 @@ void PreviewPlayerComponent::paint (juce::Graphics& g)
     const auto words = getLocalBounds().withTrimmedLeft (buttonWidth + gap).withRight (area.getX() - gap);
     PanelPaint::label (g,
                        shown.hasFailed
-                           ? juce::String ("This file can't be played.")
+                           ? tr ("This file can't be played.")
                            : juce::File::createFileWithoutCheckingPath (path).getFileNameWithoutExtension(),
                        words, juce::Justification::centredLeft);
     PanelPaint::label (g, shown.seconds >= 0 ? minutes (shown.seconds) : juce::String(),

@@ -1,6 +1,7 @@
 #include "ui/browser/search/SearchEditor.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/browser/search/SearchFields.h"
 #include "ui/look/SMLookAndFeel.h"
 #include "ui/look/SkinPicture.h"
@@ -16,7 +17,7 @@ constexpr std::array spans { 2.0, 4.0, 6.0, 8.0, 12.0, 16.0 };
 
 SearchEditor::SearchEditor()
 {
-    field.setTitle ("Search");
+    field.setTitle (tr ("Search"));
     field.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
     field.setSelectAllWhenFocused (true);
     field.onTextChange = [this] { startTimer (typingPauseMs); };
@@ -40,17 +41,17 @@ SearchEditor::SearchEditor()
 
     cancelButton.setButtonText (juce::String::charToString (0x00d7));
     cancelButton.setComponentID ("_cancelSearchButton");
-    cancelButton.setTooltip ("Cancel search.");
+    cancelButton.setTooltip (tr ("Cancel search."));
     cancelButton.onClick = [this] { cancel(); };
     addAndMakeVisible (cancelButton);
 
     fieldsButton.setComponentID ("_searchFieldsButton");
-    fieldsButton.setTooltip ("Selects the fields that are searched.");
+    fieldsButton.setTooltip (tr ("Selects the fields that are searched."));
     fieldsButton.onFillMenu = [this] (juce::PopupMenu& menu) { fillFields (menu); };
     addAndMakeVisible (fieldsButton);
 
     fitButton.setComponentID ("_fitsMasterButton");
-    fitButton.setTooltip ("Shows only songs whose tempo, half or double fits the master's.");
+    fitButton.setTooltip (tr ("Shows only songs whose tempo, half or double fits the master's."));
     fitButton.onFillMenu = [this] (juce::PopupMenu& menu) { fillFits (menu); };
     addAndMakeVisible (fitButton);
 
@@ -99,11 +100,11 @@ void SearchEditor::askNow()
 
 void SearchEditor::fillFields (juce::PopupMenu& menu)
 {
-    menu.addSectionHeader ("Search in:");
+    menu.addSectionHeader (tr ("Search in:"));
     for (const auto& choice : SearchFields::choices)
     {
         const auto found = std::find (chosen.begin(), chosen.end(), choice.field);
-        menu.addItem (choice.text, true, found != chosen.end(),
+        menu.addItem (tr (choice.text), true, found != chosen.end(),
                       [this, wanted = choice.field]
                       {
                           if (std::erase (chosen, wanted) == 0)
@@ -125,10 +126,9 @@ void SearchEditor::fillFits (juce::PopupMenu& menu)
             askNow();
         };
     };
-    menu.addItem ("All tempos", true, !fit, choose ({}));
+    menu.addItem (tr ("All tempos"), true, !fit, choose ({}));
     for (const auto percent : spans)
-        menu.addItem ("Within " + juce::String (juce::roundToInt (percent)) + " %", true, fit == percent,
-                      choose (percent));
+        menu.addItem (tr ("Within %1 %", juce::roundToInt (percent)), true, fit == percent, choose (percent));
 }
 
 bool SearchEditor::keyPressed (const juce::KeyPress& key)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/songs/SongField.h"
+#include "support/language/Translate.h"
 #include "ui/widgets/MenuButton.h"
 #include "ui/widgets/PXImageButton.h"
 
@@ -52,8 +53,8 @@ private:
 
     juce::TextEditor field { "_searchEditor" };
     PXTextButton cancelButton;
-    MenuButton fieldsButton { "SEARCH IN" };
-    MenuButton fitButton { "FITS MASTER" };
+    MenuButton fieldsButton { tr ("SEARCH IN") };
+    MenuButton fitButton { tr ("FITS MASTER") };
     std::vector<SongField> chosen;
     std::optional<double> fit;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/songs/SongField.h"
+#include "support/language/Translate.h"
 
 #include <juce_core/juce_core.h>
 
@@ -17,10 +18,10 @@ struct Choice
 };
 
 inline constexpr std::array choices {
-    Choice { SongField::title, "Title" },     Choice { SongField::artist, "Artist" },
-    Choice { SongField::album, "Album" },     Choice { SongField::genre, "Genre" },
-    Choice { SongField::comment, "Comment" }, Choice { SongField::grouping, "Grouping" },
-    Choice { SongField::year, "Year" },       Choice { SongField::filename, "Filename" },
+    Choice { SongField::title, N_ ("Title") },     Choice { SongField::artist, N_ ("Artist") },
+    Choice { SongField::album, N_ ("Album") },     Choice { SongField::genre, N_ ("Genre") },
+    Choice { SongField::comment, N_ ("Comment") }, Choice { SongField::grouping, N_ ("Grouping") },
+    Choice { SongField::year, N_ ("Year") },       Choice { SongField::filename, N_ ("Filename") },
 };
 
 /** The fields that are searched at first. */

@@ -1,6 +1,7 @@
 #include "ui/browser/smart/SmartPlaylistEditor.h"
 
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 
 #include <algorithm>
 
@@ -20,12 +21,12 @@ SmartPlaylistEditor::SmartPlaylistEditor (
     : onSave (std::move (saved)),
       onClose (std::move (close))
 {
-    matchBox.addItem ("all rules", all);
-    matchBox.addItem ("any rule", any);
+    matchBox.addItem (tr ("all rules"), all);
+    matchBox.addItem (tr ("any rule"), any);
     matchBox.setSelectedId (playlist.matchAll ? all : any, juce::dontSendNotification);
     int order = 0;
     for (const auto& each : smartOrders)
-        orderBox.addItem (each.text, ++order);
+        orderBox.addItem (tr (each.text), ++order);
     orderBox.setSelectedItemIndex (
         static_cast<int> (orderIndexOf (playlist.orderField.toStdString(), playlist.ascending)),
         juce::dontSendNotification);
@@ -33,11 +34,11 @@ SmartPlaylistEditor::SmartPlaylistEditor (
     limitBox.onClick = [this] { resized(); };
     limit.setInputRestrictions (6, "0123456789");
     limit.setText (juce::String (playlist.limit > 0 ? playlist.limit : 25), false);
-    addButton.setTooltip ("Adds a rule.");
+    addButton.setTooltip (tr ("Adds a rule."));
     addButton.onClick = [this] { add ({ static_cast<int32_t> (SongField::artist), 0, {}, {} }); };
-    saveButton.setTooltip ("Stores the rules.");
+    saveButton.setTooltip (tr ("Stores the rules."));
     saveButton.onClick = [this] { save(); };
-    cancelButton.setTooltip ("Leaves the rules as they were.");
+    cancelButton.setTooltip (tr ("Leaves the rules as they were."));
     cancelButton.onClick = [this] { onClose(); };
     for (auto* part : std::initializer_list<juce::Component*> { &matchLabel, &matchBox, &limitBox, &limit,
                                                                 &selectedBy, &orderBox, &addButton,
@@ -49,7 +50,7 @@ SmartPlaylistEditor::SmartPlaylistEditor (
     for (const auto& rule : playlist.rules)
         add (rule);
     hint.setColour (juce::Label::textColourId, palette::label);
-    hint.setText ("Without rules and limit there is nothing to save.", juce::dontSendNotification);
+    hint.setText (tr ("Without rules and limit there is nothing to save."), juce::dontSendNotification);
     setSize (width, height);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/smart/SmartPlaylist.h"
+#include "support/language/Translate.h"
 #include "ui/browser/smart/SmartRuleRow.h"
 
 #include <memory>
@@ -28,10 +29,11 @@ private:
     void save();
 
     juce::ComboBox matchBox, orderBox;
-    juce::ToggleButton limitBox { "Limit results to:" };
+    juce::ToggleButton limitBox { tr ("Limit results to:") };
     juce::TextEditor limit;
-    juce::Label matchLabel { {}, "Songs that match" }, selectedBy { {}, "items, selected by" }, hint;
-    PXTextButton addButton { "ADD RULE" }, saveButton { "SAVE" }, cancelButton { "CANCEL" };
+    juce::Label matchLabel { {}, tr ("Songs that match") }, selectedBy { {}, tr ("items, selected by") },
+        hint;
+    PXTextButton addButton { tr ("ADD RULE") }, saveButton { tr ("SAVE") }, cancelButton { tr ("CANCEL") };
     juce::Viewport viewport;
     juce::Component rows;
     std::vector<std::unique_ptr<SmartRuleRow>> rules;

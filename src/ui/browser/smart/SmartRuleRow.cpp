@@ -1,5 +1,7 @@
 #include "ui/browser/smart/SmartRuleRow.h"
 
+#include "support/language/Translate.h"
+
 namespace
 {
 constexpr int gap = 4, boxHeight = 24, fieldWidth = 132, operatorWidth = 140, valueWidth = 96, unitWidth = 96,
@@ -10,14 +12,14 @@ constexpr int mostUnits = 2;
 SmartRuleRow::SmartRuleRow (const SmartRule& rule) : removeButton (juce::String::charToString (0x00d7))
 {
     for (int field = 0; field < songFieldCount; ++field)
-        fieldBox.addItem (editorNameOf (static_cast<SongField> (field)), field + 1);
+        fieldBox.addItem (tr (editorNameOf (static_cast<SongField> (field))), field + 1);
     int unit = 0;
-    for (const auto* text : { "days", "weeks", "months" })
+    for (const auto& text : { tr ("days"), tr ("weeks"), tr ("months") })
         unitBox.addItem (text, ++unit);
-    fieldBox.setTooltip ("Selects the field that is compared.");
-    operatorBox.setTooltip ("Selects how it is compared.");
-    unitBox.setTooltip ("Selects the unit of the time.");
-    removeButton.setTooltip ("Removes the rule.");
+    fieldBox.setTooltip (tr ("Selects the field that is compared."));
+    operatorBox.setTooltip (tr ("Selects how it is compared."));
+    unitBox.setTooltip (tr ("Selects the unit of the time."));
+    removeButton.setTooltip (tr ("Removes the rule."));
     value1.setName ("_textEdit1");
     value2.setName ("_numEditRange2");
     fieldBox.onChange = [this] { fieldChosen(); };
@@ -71,7 +73,7 @@ void SmartRuleRow::fieldChosen()
     const auto before = operatorBox.getSelectedId();
     operatorBox.clear (juce::dontSendNotification);
     for (const auto each : RuleValues::operatorsOf (type()))
-        operatorBox.addItem (operatorNames[static_cast<size_t> (each)], static_cast<int> (each) + 1);
+        operatorBox.addItem (tr (operatorNames[static_cast<size_t> (each)]), static_cast<int> (each) + 1);
     operatorBox.setSelectedId (before, juce::dontSendNotification);
     if (operatorBox.getSelectedId() == 0)
         operatorBox.setSelectedItemIndex (0, juce::dontSendNotification);

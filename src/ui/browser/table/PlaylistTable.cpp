@@ -2,6 +2,7 @@
 
 #include "session/browse/LibraryFaults.h"
 #include "skin/Palette.h"
+#include "support/language/Translate.h"
 #include "ui/browser/rating/PlaylistTableItemRating.h"
 #include "ui/browser/table/CellEditor.h"
 #include "ui/browser/table/TableColumn.h"
@@ -31,7 +32,7 @@ PlaylistTable::PlaylistTable (BrowserWorld& w, SongActions& a, const SongStatus&
     setModel (this);
     setMultipleSelectionEnabled (true);
     setHeaderHeight (headerHeight);
-    setTitle ("Songs");
+    setTitle (tr ("Songs"));
     getHeader().setPopupMenuActive (true);
     makeColumns();
     setFontSize (world.engine.settings.editor[EditorPreference::listFontSize]);
@@ -60,7 +61,7 @@ void PlaylistTable::makeColumns()
         auto flags = Header::visible | Header::resizable | Header::draggable | Header::appearsOnColumnMenu;
         if (TableColumn::fieldOf (column.id))
             flags |= Header::sortable;
-        header.addColumn (column.text, column.id, column.width, TableColumn::leastWidth,
+        header.addColumn (tr (column.text), column.id, column.width, TableColumn::leastWidth,
                           TableColumn::mostWidth, flags);
     }
 }
@@ -403,19 +404,19 @@ juce::String PlaylistTable::emptyText() const
     if (world.room == nullptr)
     {
         const auto fault = world.session != nullptr ? world.session->libraryFault() : juce::String();
-        return fault.isEmpty() && world.session != nullptr ? "Opening the library..." : fault;
+        return fault.isEmpty() && world.session != nullptr ? tr ("Opening the library...") : fault;
     }
     if (query.isFiltered())
-        return "No songs found.";
+        return tr ("No songs found.");
     if (shown.isEditable())
-        return "Drag songs or files here.";
+        return tr ("Drag songs or files here.");
     if (shown.kind == SongListKind::missing)
-        return "No file is missing.";
+        return tr ("No file is missing.");
     if (shown.kind == SongListKind::recommendation)
-        return "No recommendations.";
+        return tr ("No recommendations.");
     return shown.kind == SongListKind::library
-               ? "Drag music folders here, or import them by the menu of the Library."
-               : "No songs.";
+               ? tr ("Drag music folders here, or import them by the menu of the Library.")
+               : tr ("No songs.");
 }
 
 void PlaylistTable::paintRowBackground (juce::Graphics& g, int row, int width, int height, bool selected)

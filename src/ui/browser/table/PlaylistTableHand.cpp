@@ -3,6 +3,7 @@
 #include "session/browse/LibraryFaults.h"
 #include "skin/Palette.h"
 #include "support/files/AudioFileTypes.h"
+#include "support/language/Translate.h"
 #include "ui/browser/model/MenuKey.h"
 #include "ui/browser/table/CellEditor.h"
 #include "ui/browser/table/PlaylistTable.h"
@@ -79,24 +80,25 @@ juce::PopupMenu PlaylistTable::rowMenu (int row, int column)
     const auto isForeignList = isForeign (shown.kind);
     const auto isRemovable = !isForeignList && shown.kind != SongListKind::history; // which is what was
     juce::PopupMenu menu;
-    menu.addItem ("Edit", !isForeignList, false, [this, row, column] { editCell (row, column); });
+    menu.addItem (tr ("Edit"), !isForeignList, false, [this, row, column] { editCell (row, column); });
     for (int deck = 0; deck < world.decks(); ++deck)
-        menu.addItem ("Load to Deck " + juce::String (deck + 1), path.isNotEmpty(), false,
+        menu.addItem (tr ("Load to Deck %1", deck + 1), path.isNotEmpty(), false,
                       [this, path, deck] { actions.load (path, deck); });
-    menu.addItem ("Append To Automix List", !isForeignList, false,
+    menu.addItem (tr ("Append To Automix List"), !isForeignList, false,
                   [this, songs] { actions.appendToAutomix (songs); });
-    menu.addItem ("Preview", path.isNotEmpty(), false, [this, path] { actions.preview (path); });
-    menu.addItem ("Reset Played Status", [this, songs] { actions.resetPlayedStatus (songs); });
-    menu.addItem ("Reset Played Statistics", !isForeignList, false,
+    menu.addItem (tr ("Preview"), path.isNotEmpty(), false, [this, path] { actions.preview (path); });
+    menu.addItem (tr ("Reset Played Status"), [this, songs] { actions.resetPlayedStatus (songs); });
+    menu.addItem (tr ("Reset Played Statistics"), !isForeignList, false,
                   [this, songs] { actions.resetPlayedStatistics (songs); });
-    menu.addItem ("Reload Tags", !isForeignList, false, [this, songs] { actions.reloadTags (songs); });
-    menu.addItem ("Show in Explorer", path.isNotEmpty(), false,
+    menu.addItem (tr ("Reload Tags"), !isForeignList, false, [this, songs] { actions.reloadTags (songs); });
+    menu.addItem (tr ("Show in Explorer"), path.isNotEmpty(), false,
                   [this, path] { actions.showInFolder (path); });
-    menu.addItem ("Analyze", path.isNotEmpty(), false, [this, songs] { actions.analyse (songs); });
-    menu.addItem ("Find Similar Songs", path.isNotEmpty(), false, [this, path] { actions.recommend (path); });
-    menu.addItem ("Remove", isRemovable, false, [this, songs] { actions.remove (songs); });
+    menu.addItem (tr ("Analyze"), path.isNotEmpty(), false, [this, songs] { actions.analyse (songs); });
+    menu.addItem (tr ("Find Similar Songs"), path.isNotEmpty(), false,
+                  [this, path] { actions.recommend (path); });
+    menu.addItem (tr ("Remove"), isRemovable, false, [this, songs] { actions.remove (songs); });
     menu.addSeparator();
-    menu.addSubMenu ("Add To Playlist", actions.playlistMenu (songs), !isForeignList);
+    menu.addSubMenu (tr ("Add To Playlist"), actions.playlistMenu (songs), !isForeignList);
     actions.addUndo (menu);
     return menu;
 }
@@ -162,10 +164,10 @@ juce::String PlaylistTable::getCellTooltip (int row, int column)
     if (column != TableColumn::status || shownRow.song == nullptr)
         return {};
     if (shownRow.isMissing)
-        return "The file is not there: " + (*shownRow.song)[SongColumn::filename];
+        return tr ("The file is not there: %1", (*shownRow.song)[SongColumn::filename]);
     if (const auto deck = shownRow.status.deck())
-        return "On deck " + juce::String::charToString (static_cast<juce::juce_wchar> ('A' + *deck));
-    return shownRow.status.wasPlayed ? "Played in this session" : "";
+        return tr ("On deck %1", juce::String::charToString (static_cast<juce::juce_wchar> ('A' + *deck)));
+    return shownRow.status.wasPlayed ? tr ("Played in this session") : juce::String();
 }
 
 juce::var PlaylistTable::getDragSourceDescription (const juce::SparseSet<int>&)
@@ -176,7 +178,8 @@ juce::var PlaylistTable::getDragSourceDescription (const juce::SparseSet<int>&)
 juce::ScaledImage PlaylistTable::createSnapshotOfRows (const juce::SparseSet<int>& dragged, int& x, int& y)
 {
     const auto* song = dragged.size() == 1 && rows != nullptr ? rows->row (dragged[0]) : nullptr;
-    const auto text = song != nullptr ? (*song)[SongColumn::title] : juce::String (dragged.size()) + " songs";
+    const auto text =
+        song != nullptr ? (*song)[SongColumn::title] : trPlural ("%1 song", "%1 songs", dragged.size());
     return DragImage::make (*this, text, x, y);
 }
 

@@ -1,5 +1,6 @@
 #include "ui/browser/tree/SourcesTree.h"
 
+#include "support/language/Translate.h"
 #include "ui/browser/model/MenuKey.h"
 #include "ui/browser/table/PlaylistTable.h"
 #include "ui/drag/FileDragSource.h"
@@ -21,7 +22,7 @@ Role valueRole (Role node)
 
 SourcesTree::SourcesTree (BrowserWorld& w, SourceActions& a) : world (w), actions (a)
 {
-    setTitle ("Sources");
+    setTitle (tr ("Sources"));
     setRootItemVisible (false);
     setDefaultOpenness (false);
     setIndentSize (indent);
@@ -91,28 +92,28 @@ void SourcesTree::fill()
 
     static const SourceTree nothing;
     const auto& lists = sources != nullptr ? sources->tree() : nothing;
-    auto& library = add (*root, Role::library, "Library");
-    const auto addValues = [&] (Role role, const char* text, const juce::StringArray& values)
+    auto& library = add (*root, Role::library, tr ("Library"));
+    const auto addValues = [&] (Role role, const juce::String& text, const juce::StringArray& values)
     {
         auto& node = add (library, role, text);
         for (const auto& value : values)
             if (value.isNotEmpty())
                 add (node, valueRole (role), value);
     };
-    addValues (Role::albums, "Albums", lists.albums);
-    addValues (Role::artists, "Artists", lists.artists);
-    addValues (Role::genres, "Genres", lists.genres);
+    addValues (Role::albums, tr ("Albums"), lists.albums);
+    addValues (Role::artists, tr ("Artists"), lists.artists);
+    addValues (Role::genres, tr ("Genres"), lists.genres);
 
-    auto& playlists = add (*root, Role::playlists, "Playlists");
-    add (playlists, Role::createPlaylist, "Create Playlist");
+    auto& playlists = add (*root, Role::playlists, tr ("Playlists"));
+    add (playlists, Role::createPlaylist, tr ("Create Playlist"));
     addAll (playlists, Role::playlist, lists.playlists);
-    auto& smart = add (*root, Role::smartPlaylists, "Smart Playlists");
-    add (smart, Role::createSmartPlaylist, "Create Smart Playlist");
+    auto& smart = add (*root, Role::smartPlaylists, tr ("Smart Playlists"));
+    add (smart, Role::createSmartPlaylist, tr ("Create Smart Playlist"));
     addAll (smart, Role::smartPlaylist, lists.smartPlaylists);
-    add (*root, Role::automix, "Automix List");
-    add (*root, Role::recommendations, "Recommendation List");
+    add (*root, Role::automix, tr ("Automix List"));
+    add (*root, Role::recommendations, tr ("Recommendation List"));
     if (!lists.history.empty())
-        addAll (add (*root, Role::history, "History"), Role::session, lists.history);
+        addAll (add (*root, Role::history, tr ("History")), Role::session, lists.history);
     if (!lists.foreignPlaylists.empty() && world.engine.settings.editor[EditorPreference::showItunes] != 0)
         addAll (add (*root, Role::foreign, "iTunes"), Role::foreignPlaylist, lists.foreignPlaylists);
 
@@ -221,8 +222,10 @@ std::optional<Source> SourcesTree::selectedSource() const
 
 std::optional<Source> SourcesTree::named (const juce::String& name) const
 {
-    const auto* item =
-        find ([&name] (const TreeNode& node) { return node.source() && node.text.equalsIgnoreCase (name); });
+    // Sets name the rows of the program in English.
+    const auto* item = find (
+        [&name, own = tr (name)] (const TreeNode& node)
+        { return node.source() && (node.text.equalsIgnoreCase (name) || node.text.equalsIgnoreCase (own)); });
     return item != nullptr ? item->node.source() : std::nullopt;
 }
 

@@ -86,7 +86,11 @@ const char* TreeNode::dragName() const
 juce::String TreeNode::uniqueName() const
 {
     const auto number = juce::String (static_cast<int> (role));
-    return id >= 0 ? number + ":" + juce::String (id) : number + ":" + text;
+    if (id >= 0)
+        return number + ":" + juce::String (id);
+    // The other rows are there once, under a name in the language in use.
+    const auto isValue = role == Role::album || role == Role::artist || role == Role::genre;
+    return isValue ? number + ":" + text : number;
 }
 
 bool TreeNode::isHeading() const

@@ -1,6 +1,7 @@
 // The menus of the tree's rows.
 
 #include "session/similar/SimilarSongs.h"
+#include "support/language/Translate.h"
 #include "ui/browser/tree/SourcesTree.h"
 #include "ui/look/OpenMenu.h"
 
@@ -11,7 +12,7 @@ void addPriorityItems (juce::PopupMenu& menu, SourceActions& actions)
 {
     menu.addSeparator();
     for (const auto& priority : SimilarSongs::priorities)
-        menu.addItem (priority.text, true, actions.similarPriority() == priority.value,
+        menu.addItem (tr (priority.text), true, actions.similarPriority() == priority.value,
                       [&actions, value = priority.value] { actions.setSimilarPriority (value); });
 }
 
@@ -21,22 +22,22 @@ using Format = SourceActions::Format;
 juce::PopupMenu exportMenu (SourceActions& actions, const Source& source)
 {
     juce::PopupMenu menu;
-    menu.addItem ("To M3U", [&actions, source] { actions.exportTo (source, Format::m3u); });
-    menu.addItem ("To HTML", [&actions, source] { actions.exportTo (source, Format::html); });
+    menu.addItem (tr ("To M3U"), [&actions, source] { actions.exportTo (source, Format::m3u); });
+    menu.addItem (tr ("To HTML"), [&actions, source] { actions.exportTo (source, Format::html); });
     return menu;
 }
 
 void addLibraryItems (juce::PopupMenu& menu, SourceActions& actions)
 {
-    menu.addItem ("Import Music Folders", [&actions] { actions.importFolder(); });
-    menu.addItem ("Create Backup", [&actions] { actions.backUp(); });
-    menu.addItem ("Clear Collection", [&actions] { actions.clearLibrary(); });
+    menu.addItem (tr ("Import Music Folders"), [&actions] { actions.importFolder(); });
+    menu.addItem (tr ("Create Backup"), [&actions] { actions.backUp(); });
+    menu.addItem (tr ("Clear Collection"), [&actions] { actions.clearLibrary(); });
     menu.addSeparator();
-    menu.addItem ("Show Missing Files", [&actions] { actions.showMissing(); });
-    menu.addItem ("Look For New Files", [&actions] { actions.lookAtFolders(); });
-    menu.addItem ("Relocate Missing Files", [&actions] { actions.relocate(); });
+    menu.addItem (tr ("Show Missing Files"), [&actions] { actions.showMissing(); });
+    menu.addItem (tr ("Look For New Files"), [&actions] { actions.lookAtFolders(); });
+    menu.addItem (tr ("Relocate Missing Files"), [&actions] { actions.relocate(); });
     menu.addSeparator();
-    menu.addItem ("Write Keys as 8A", true, actions.writesKeysByWheel(),
+    menu.addItem (tr ("Write Keys as 8A"), true, actions.writesKeysByWheel(),
                   [&actions] { actions.setWritesKeysByWheel (!actions.writesKeysByWheel()); });
 }
 
@@ -45,15 +46,15 @@ void addPlaylistItems (juce::PopupMenu& menu, SourceActions& actions, const Sour
 {
     const auto isSmart = source.kind == SongListKind::smartPlaylist;
     if (isSmart)
-        menu.addItem ("Edit Smart Playlist", [&actions, source] { actions.editRules (source); });
-    menu.addItem ("Delete", [&actions, source] { actions.remove (source); });
-    menu.addItem ("Rename", rename);
-    menu.addItem ("Move Up", [&actions, source] { actions.move (source, -1); });
-    menu.addItem ("Move Down", [&actions, source] { actions.move (source, 1); });
-    menu.addItem ("Append to Automix List", [&actions, source] { actions.appendToAutomix (source); });
-    menu.addSubMenu ("Export", exportMenu (actions, source));
+        menu.addItem (tr ("Edit Smart Playlist"), [&actions, source] { actions.editRules (source); });
+    menu.addItem (tr ("Delete"), [&actions, source] { actions.remove (source); });
+    menu.addItem (tr ("Rename"), rename);
+    menu.addItem (tr ("Move Up"), [&actions, source] { actions.move (source, -1); });
+    menu.addItem (tr ("Move Down"), [&actions, source] { actions.move (source, 1); });
+    menu.addItem (tr ("Append to Automix List"), [&actions, source] { actions.appendToAutomix (source); });
+    menu.addSubMenu (tr ("Export"), exportMenu (actions, source));
     if (!isSmart)
-        menu.addItem ("Copy To Play Order", actions.copyToPlayOrder != nullptr, false,
+        menu.addItem (tr ("Copy To Play Order"), actions.copyToPlayOrder != nullptr, false,
                       [&actions, source] { actions.copyToPlayOrder (source); });
 }
 }
@@ -79,11 +80,11 @@ juce::PopupMenu SourcesTree::menuOf (const TreeNode& node)
         addLibraryItems (menu, actions);
         break;
     case Role::playlists:
-        menu.addItem ("Create Playlist", [this] { actions.createPlaylist(); });
-        menu.addItem ("Import Playlist", [this] { actions.importPlaylist(); });
+        menu.addItem (tr ("Create Playlist"), [this] { actions.createPlaylist(); });
+        menu.addItem (tr ("Import Playlist"), [this] { actions.importPlaylist(); });
         break;
     case Role::smartPlaylists:
-        menu.addItem ("Create Smart Playlist", [this] { actions.createSmartPlaylist(); });
+        menu.addItem (tr ("Create Smart Playlist"), [this] { actions.createSmartPlaylist(); });
         break;
     case Role::playlist:
     case Role::smartPlaylist:
@@ -98,23 +99,23 @@ juce::PopupMenu SourcesTree::menuOf (const TreeNode& node)
         break;
     case Role::recommendations:
     case Role::automix:
-        menu.addItem ("Clear List", [this, source] { actions.clear (source); });
-        menu.addSubMenu ("Export", exportMenu (actions, source));
+        menu.addItem (tr ("Clear List"), [this, source] { actions.clear (source); });
+        menu.addSubMenu (tr ("Export"), exportMenu (actions, source));
         if (node.role == Role::recommendations)
             addPriorityItems (menu, actions);
         else
-            menu.addItem ("Continue with Similar Songs", true, actions.continuesAutomix(),
+            menu.addItem (tr ("Continue with Similar Songs"), true, actions.continuesAutomix(),
                           [this] { actions.setContinuesAutomix (!actions.continuesAutomix()); });
         break;
     case Role::foreignPlaylist:
-        menu.addSubMenu ("Export", exportMenu (actions, source));
+        menu.addSubMenu (tr ("Export"), exportMenu (actions, source));
         break;
     case Role::session:
     {
         auto exports = exportMenu (actions, source);
-        exports.addItem ("To Text", [this, source] { actions.exportTo (source, Format::text); });
-        menu.addSubMenu ("Export", exports);
-        menu.addItem ("Delete", [this, source] { actions.remove (source); });
+        exports.addItem (tr ("To Text"), [this, source] { actions.exportTo (source, Format::text); });
+        menu.addSubMenu (tr ("Export"), exports);
+        menu.addItem (tr ("Delete"), [this, source] { actions.remove (source); });
         break;
     }
     default:
