@@ -70,8 +70,8 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* shared,
     keyboard.onDeck = [this] (int deck) { touch (deck); };
     content.setOpaque (true);
     content.addMouseListener (this, true);
-    addAndMakeVisible (content);
     build();
+    addAndMakeVisible (content); // which looks at its parts at once
     content.addChildComponent (noticeBar);
     addAndMakeVisible (corner); // not scaled, so that it keeps to the hand
 
