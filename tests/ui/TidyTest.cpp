@@ -81,7 +81,7 @@ void expectTidy (juce::Component& parent)
     }
 }
 
-/** How far a text may be squeezed where it is painted, and still be read. */
+/** Limits of squeezing a text where it is painted, so that it can still be read. */
 struct Squeeze
 {
     float label = 1.0f, button = 1.0f;

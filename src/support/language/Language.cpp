@@ -1,6 +1,5 @@
 #include "support/language/Language.h"
 
-#include "support/AudioThread.h"
 #include "support/language/MessageCatalogue.h"
 #include "support/language/Translate.h"
 
@@ -62,7 +61,6 @@ juce::String fromUtf8 (const char* text)
 
 std::vector<Language> Language::all (const std::vector<juce::File>& folders)
 {
-    assertMayBlock();
     std::vector<Language> found;
     for (const auto& own : ownLanguages)
         for (const auto& folder : folders)
@@ -112,7 +110,6 @@ juce::String Language::nearest (const std::vector<Language>& languages, const ju
 
 bool LanguageInUse::set (const Language& language)
 {
-    assertMayBlock();
     auto& process = state();
     const auto key = language.file.getFullPathName()
                      + juce::String (language.file.getLastModificationTime().toMilliseconds());
