@@ -194,7 +194,7 @@ TEST_F (LibraryVerbs, RefuseInOneSentence)
              Case { { "remove", "elsewhere" }, "has no song" },
              Case { { "playlist", "add", "Set" }, "takes NAME PATH..." },
              Case { { "playlist", "list", "Set" }, "takes no argument" },
-             Case { { "playlist", "create", "Set" }, "a playlist \"Set\" already" },
+             Case { { "playlist", "create", "Set" }, "a list \"Set\" already" },
              Case { { "playlist", "create", " " }, "needs a name" },
              Case { { "playlist", "remove", "Set", "1" }, "not \"1\"" },
              Case { { "playlist", "rename", "Set", "Set" }, "already" },
