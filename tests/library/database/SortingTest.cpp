@@ -1,4 +1,5 @@
 #include "LibraryFixture.h"
+#include "support/music/KeyName.h"
 
 namespace
 {
@@ -44,11 +45,14 @@ struct Sorting : LibraryFixture
                             : database.readField (field, id, value);
     }
 
-    /** Compares numbers by value, text by its upper case. */
+    /** Compares numbers by value, text by its upper case, keys around the circle of fifths. */
     bool isBefore (int32_t a, int32_t b, SongField field, bool foreignSongs)
     {
         juce::String first, second;
         EXPECT_EQ (readField (a, field, first, foreignSongs) + readField (b, field, second, foreignSongs), 0);
+        if (field == SongField::key)
+            return KeyName::sortText (first.toUpperCase().toStdString())
+                   < KeyName::sortText (second.toUpperCase().toStdString());
         return infoOf (columnOf (field)).type == SongColumnType::text
                    ? first.toUpperCase() < second.toUpperCase()
                    : first.getDoubleValue() < second.getDoubleValue();
