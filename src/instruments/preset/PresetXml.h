@@ -54,6 +54,6 @@ std::string write (const Curve&, int indent);
 /** The first line of a file. */
 std::string header();
 
-/** Puts a fault into the words for a user: "Nothing was loaded from rain.xml: its curve is cut off." */
+/** Puts a fault into the words for a user: "Nothing was loaded from rain.xml. Its curve is cut off." */
 std::string sentence (std::string_view fileName, std::string_view fault);
 }

@@ -75,10 +75,11 @@ TEST (SmartKnobPreset, ABadOneIsRefusedInASentenceAndChangesNothing)
         const auto file = folder.file ("knob.xml");
         file.replaceWithData (text.data(), text.size());
         const auto sentence = SmartKnobLibrary::loadFile (desk.knobs, 0, 0, file);
-        EXPECT_TRUE (sentence.starts_with ("Nothing was loaded from knob.xml: i") && sentence.ends_with ("."))
+        EXPECT_TRUE (sentence.starts_with ("Nothing was loaded from knob.xml. It")
+                     && sentence.ends_with ("."))
             << what << ": " << sentence;
-        EXPECT_EQ (std::count (sentence.begin(), sentence.end(), '.'), 2)
-            << sentence; // that of the file's name and the last
+        EXPECT_EQ (std::count (sentence.begin(), sentence.end(), '.'), 3)
+            << sentence; // that of the file's name and the ends of both sentences
     }
     EXPECT_NE (SmartKnobLibrary::loadFile (desk.knobs, 0, 0, folder.file ("none.xml")), "");
     EXPECT_TRUE (isSame (desk.knobs.preset (0, 0), before));
