@@ -141,7 +141,7 @@ TEST (SkinStrip, PiecesFillAnyTargetWithoutSeams)
             skin::strip ("deck_strip", g).drawWide (g, { 0, 260, width, 239 }, 0, 50);
             for (int x = skin::scaled (3, scale); x < skin::scaled (3 + width, scale) && x < 800; ++x)
             {
-                EXPECT_EQ (canvas.getPixelAt (x, skin::scaled (16, scale)), palette::accent)
+                EXPECT_EQ (canvas.getPixelAt (x, skin::scaled (16, scale)), palette::quiet)
                     << scale << " " << x;
                 EXPECT_EQ (canvas.getPixelAt (x, skin::scaled (141, scale)), palette::panel)
                     << scale << " " << x;
