@@ -8,7 +8,7 @@
 
 namespace
 {
-EngineWorld world (const juce::File& root, const juce::uint32& now)
+EngineWorld world (const juce::File& root, const juce::uint32& now, std::shared_ptr<Prompts> prompts)
 {
     EngineWorld w;
     w.folders.root = root;
@@ -16,6 +16,7 @@ EngineWorld world (const juce::File& root, const juce::uint32& now)
     w.pacing = Pacing::Mode::offline;
     w.seed = 1;
     w.clock = [&now] { return now; };
+    w.prompts = std::move (prompts);
     return w;
 }
 
@@ -28,8 +29,8 @@ std::shared_ptr<Session> sessionIn (const juce::File& root)
 }
 }
 
-UiBench::UiBench()
-    : engine (world (folder, now)),
+UiBench::UiBench (std::shared_ptr<Prompts> prompts)
+    : engine (world (folder, now, std::move (prompts))),
       session (sessionIn (folder)),
       editor (std::make_unique<CPlatterdexVstEditor> (engine, session.get()))
 {

@@ -15,7 +15,7 @@ std::vector<juce::Component*> descendants (juce::Component&);
 class UiBench
 {
 public:
-    UiBench();
+    explicit UiBench (std::shared_ptr<Prompts> = {});
 
     /** A stereo WAV at 44.1 kHz: a loud tone for the first half, nothing for the second. */
     juce::File halfLoudTrack (double seconds = 4.0) const;

@@ -89,8 +89,8 @@ struct BrowserBench
         return juce::File (bench.engine.decks.deck (deck)->texts().filePath).getFileNameWithoutExtension();
     }
 
-    UiBench bench;
     std::shared_ptr<ScriptedPrompts> prompts = std::make_shared<ScriptedPrompts>();
+    UiBench bench { prompts };
     std::shared_ptr<Session> session;
     std::unique_ptr<SongManager> browser;
 };
@@ -296,11 +296,13 @@ TEST (Browser, APlayingDeckAsksBeforeItLosesItsTrack)
         b.press ('1', juce::ModifierKeys::ctrlModifier);
         return b.onDeck (0);
     };
-    EXPECT_EQ (loaded(), "Half Loud") << "nobody can be asked";
+    EXPECT_EQ (loaded(), "Half Loud") << "the answer is no";
+    b.prompts->yes = true;
     b.bench.engine.settings.lockLoadedDecks = 1;
     EXPECT_EQ (loaded(), "Half Loud") << "locked";
-    b.bench.engine.setParameter (CommandTable::numberOf ("PLAY_PAUSE_A"), 1.0f);
-    EXPECT_EQ (loaded(), "Zulu") << "it stands still";
+    EXPECT_EQ (b.prompts->asked.size(), 1) << "a locked deck doesn't ask";
+    b.bench.engine.settings.lockLoadedDecks = 0;
+    EXPECT_EQ (loaded(), "Zulu") << "the answer is yes";
 }
 
 TEST (Browser, RulesComeBackOutOfTheirEditorAsTheyWentIn)
