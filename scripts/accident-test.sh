@@ -21,8 +21,7 @@ export JACK_NO_AUDIO_RESERVATION=1 JACK_DEFAULT_SERVER=platterdex-none-$$
 "$program" "$work"/deck{0,1,2,3}.wav --root "$work/root" --report >"$work/app.log" 2>&1 &
 process=$!
 started+=($process)
-until_true "no window" xdotool search --onlyvisible --name '^Platterdex$'
-window=$(xdotool search --onlyvisible --name '^Platterdex$' | tail -1)
+window=$(window_of '^Platterdex$')
 find_window "$window"
 
 deck_width=$(((WIDTH - 230) / 2))
@@ -30,17 +29,13 @@ deck_x=("$((left + 5))" "$((left + deck_width + 225))" "$((left + 5))" "$((left 
 deck_y=("$((top + 55))" "$((top + 55))" "$((top + 296))" "$((top + 296))")
 hue=(56b4e9 e69f00 2fbf8f d985b5)
 
-colour_at() {
-    ffmpeg -loglevel error -f x11grab -video_size 8x8 -i "$DISPLAY+$1,$2" -frames:v 1 -pix_fmt rgb24 -f rawvideo - |
-        od -An -v -tx1 -N3 | tr -d ' \n'
-}
 lamp_is_lit() { [ "$(colour_at $((deck_x[$1] + 5)) $((deck_y[$1] + 8)))" = "${hue[$1]}" ]; }
 # The overview of a deck without its playhead: another track, or none, looks different.
 title_of() {
     ffmpeg -loglevel error -f x11grab -video_size 150x14 -i "$DISPLAY+$((deck_x[$1] + 8)),$((deck_y[$1] + 194))" \
         -frames:v 1 -pix_fmt rgb24 -f rawvideo - | md5sum
 }
-has_asked() { xdotool search --onlyvisible --name ' is playing$'; }
+has_asked() { is_shown ' is playing$'; }
 all_play() {
     local deck
     for deck in 0 1 2 3; do
@@ -58,11 +53,7 @@ for deck in 0 1 2 3; do
 done
 picture playing
 
-"$drag_source" "$work/deck4.wav" >"$work/source.log" 2>&1 &
-source_process=$!
-started+=($source_process)
-until_true "no window to drag from" xdotool search --onlyvisible --name '^Drag source$'
-sleep 0.5
+start_drag_source "$drag_source" "$work/deck4.wav"
 
 # drop_on DECK: a file out of another program's window; it must ask, and Return says no.
 drop_on() {
@@ -86,14 +77,13 @@ drop_on() {
     has_asked >/dev/null || fail "deck $1 takes a file without a question"
     sleep 0.3
     xdotool key Return
-    until_true "the question stays" has_not_asked
+    until_true "the question stays" is_gone ' is playing$'
 }
-has_not_asked() { ! has_asked; }
 # A key that comes before the dialog has the keyboard is lost, so it is pressed again.
 escaped() {
     xdotool key Escape
     sleep 0.5
-    ! xdotool search --onlyvisible --name "^Load a track"
+    is_gone "^Load a track"
 }
 
 for deck in 0 1 2 3; do
@@ -119,7 +109,7 @@ picture slipped
 # The keys of the dialogs: each opens, Escape closes it, and the music goes on.
 for key in F1 F2 F3 F4; do
     xdotool windowfocus --sync "$window" key $key
-    until_true "$key opens no dialog" xdotool search --onlyvisible --name '^Load a track'
+    until_true "$key opens no dialog" is_shown '^Load a track'
     until_true "the dialog of $key stays" escaped
 done
 xdotool windowfocus --sync "$window" key n

@@ -10,9 +10,6 @@ fi
 program=$(realpath "$1")
 . "$(dirname "$0")/window-helpers.sh"
 keep_pictures "${2:-$work/pictures}"
-window_of() { xdotool search --onlyvisible --name "$1" | tail -1; }
-has_window() { [ -n "$(window_of "$1")" ]; }
-has_no_window() { [ -z "$(window_of "$1")" ]; }
 # The curves of an editor's window as they are seen, the pointer away from them.
 curves() {
     xdotool mousemove $((left + 40)) $((top + HEIGHT - 20))
@@ -66,7 +63,6 @@ edit() {
 track=$(find "$work/tracks" -name '*.flac' | sort | head -1)
 "$program" "$track" --root "$work/root" >"$work/run.log" 2>&1 &
 started+=($!)
-until_true "no window" has_window '^Platterdex$'
 window=$(window_of '^Platterdex$')
 find_window "$window"
 deck=$(((WIDTH - 230) / 2))
@@ -82,13 +78,14 @@ xdotool click 3
 sleep 0.8
 picture pad-popup
 xdotool key Up Up Up Up Up Return
-until_true "the pad's editor does not open" has_window '^Slicegate Editor for pad A.1$'
+until_true "the pad's editor does not open" is_shown '^Slicegate Editor for pad A.1$'
 editor=$(window_of '^Slicegate Editor for pad A.1$')
 plot=224
 find_window "$editor"
 edit pad
-xdotool windowactivate "$editor" key Escape
-until_true "Escape does not close the pad's editor" has_no_window '^Slicegate Editor for pad A.1$'
+xdotool windowactivate --sync "$editor"
+xdotool key Escape # by itself: the window may be gone before the key comes up
+until_true "Escape does not close the pad's editor" is_gone '^Slicegate Editor for pad A.1$'
 
 # The menu beside the deck's letter saves its eight pads, clears them and loads them again.
 bank() { # bank KEYS...: chooses a line of the menu
@@ -98,7 +95,7 @@ bank() { # bank KEYS...: chooses a line of the menu
     sleep 0.7
 }
 name_file() { # name_file TITLE: types the bank's path into the dialog
-    until_true "no dialog \"$1\"" has_window "^$1"
+    until_true "no dialog \"$1\"" is_shown "^$1"
     sleep 0.5
     xdotool key ctrl+a
     xdotool type --delay 20 "$work/bank.xml"
@@ -130,13 +127,13 @@ picture knob-popup
 xdotool key Escape
 sleep 0.3
 xdotool mousemove $((left + 5 + 49 + 74)) $((top + 55 + 24 + 64)) click 1
-until_true "the knob's editor does not open" has_window '^Deck A SmartKnob #1 Editor$'
+until_true "the knob's editor does not open" is_shown '^Deck A SmartKnob #1 Editor$'
 editor=$(window_of '^Deck A SmartKnob #1 Editor$')
 plot=280
 find_window "$editor"
 edit knob
 xdotool mousemove $((left + WIDTH - 48)) $((top + HEIGHT - 20)) click 1
-until_true "CLOSE does not close the knob's editor" has_no_window '^Deck A SmartKnob #1 Editor$'
+until_true "CLOSE does not close the knob's editor" is_gone '^Deck A SmartKnob #1 Editor$'
 
 # Edits reach the disk within seconds, so a kill takes none of them.
 kept() { grep -q '<Env' "$work/root/setup/$1"; }

@@ -67,8 +67,7 @@ export JACK_NO_AUDIO_RESERVATION=1 JACK_DEFAULT_SERVER=platterdex-none-$$
 "$program" "${tracks[1]}" --root "$root" >"$work/app.log" 2>&1 &
 process=$!
 started+=($process)
-until_true "no window" xdotool search --onlyvisible --name '^Platterdex$'
-window=$(xdotool search --onlyvisible --name '^Platterdex$' | tail -1)
+window=$(window_of '^Platterdex$')
 find_window "$window"
 middle=$(((WIDTH - 230) / 2 + 115)) # of the block between the decks
 sleep 3 # the track loads
@@ -79,11 +78,7 @@ show_page() {
 show_page
 picture page
 
-"$drag_source" "$work/Outside.wav" >"$work/source.log" 2>&1 &
-source_process=$!
-started+=($source_process)
-until_true "no window to drag from" xdotool search --onlyvisible --name '^Drag source$'
-sleep 0.5
+start_drag_source "$drag_source" "$work/Outside.wav"
 prepare=show_page
 drag_until "a file out of another program does not come" 20 20 "$(pad_x 1)" "$(pad_y 1)" \
     holds 1 filepath "$work/Outside.wav"
@@ -107,8 +102,8 @@ picture filled
 
 # The loop is offered when the window is closed, and saved.
 recording=$(pad 11 filepath)
-xdotool windowfocus --sync "$window" key --clearmodifiers alt+F4
-until_true "the loop is not offered" xdotool search --onlyvisible --name '^Recorded loops$'
+close_window '^Platterdex$'
+until_true "the loop is not offered" is_shown '^Recorded loops$'
 until_true "the offer lies behind the window" is_on_top "Recorded loops"
 sleep 0.5
 picture offer

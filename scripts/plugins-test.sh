@@ -21,8 +21,7 @@ echo '<vstSlots><slot deck="A" plugin="gain" on="1" insert="0" dryWet="0.5" para
     >"$root/setup/vst_slots.xml"
 "$program" --root "$root" >"$work/app.log" 2>&1 &
 started+=($!)
-until_true "no window" xdotool search --onlyvisible --name '^Platterdex$'
-find_window "$(xdotool search --onlyvisible --name '^Platterdex$' | head -1)"
+find_window "$(window_of '^Platterdex$')"
 middle=$((left + (WIDTH - 220) / 2)) # the block between the decks begins here
 until_true "the slot is not restored" grep -q 'param1="0".*>.\+</slot>' "$root/setup/vst_slots.xml"
 xdotool mousemove $((middle + 170)) $((top + 34)) click 1
@@ -31,10 +30,10 @@ picture slot
 
 # The plug-in's window by its button: one without an editor of its own shows the list of its parameters.
 xdotool mousemove $((middle + 190)) $((top + 64)) click 1
-until_true "no window of the plug-in" xdotool search --onlyvisible --name '^gain - Deck A$'
+window_of '^gain - Deck A$' >/dev/null
 sleep 3
 picture editor
-xdotool search --onlyvisible --name '^gain - Deck A$' windowfocus key alt+F4
+close_window '^gain - Deck A$'
 
 # The page by the last line of the slot's menu.
 page_opens() {
@@ -43,10 +42,10 @@ page_opens() {
     picture menu
     xdotool key Up Return
     sleep 2
-    xdotool search --onlyvisible --name '^VST Plugins$' || { xdotool key Escape && false; }
+    is_shown '^VST Plugins$' || { xdotool key Escape && false; }
 }
 until_true "no page" page_opens
-find_window "$(xdotool search --onlyvisible --name '^VST Plugins$' | head -1)"
+find_window "$(window_of '^VST Plugins$')"
 xdotool mousemove $((left + 314)) $((top + 72)) click 1 # not the system's folders
 xdotool mousemove $((left + 68)) $((top + 72)) click 1
 sleep 2
@@ -58,7 +57,7 @@ picture hanging
 until_true "the late plug-in does not come in" is_in_list hang_20 'verified=""'
 sleep 12
 picture hanging-on
-find_window "$(xdotool search --onlyvisible --name '^VST Plugins$' | head -1)"
+find_window "$(window_of '^VST Plugins$')"
 xdotool mousemove $((left + 440)) $((top + 328)) click 1
 until_true "the button skips nothing" is_in_list hang_200 FAILED
 until_true "the plug-in that crashes is not marked" is_in_list crash_scan CRASHED

@@ -29,6 +29,25 @@ until_true() {
     done
 }
 
+# is_shown NAME: there is a window of this name, a regular expression.
+is_shown() { xdotool search --onlyvisible --name "$1"; }
+is_gone() { [ -z "$(is_shown "$1" 2>&1)" ]; }
+# window_of NAME: prints the number of the window of this name as soon as there is one. A search fails when any window goes
+# while it looks, so it is one of several.
+window_of() {
+    local found deadline=$((SECONDS + 60))
+    until found=$(is_shown "$1" 2>/dev/null | tail -1) && [ -n "$found" ]; do
+        [ $SECONDS -lt $deadline ] || fail "no window is named $1"
+        sleep 0.1
+    done
+    echo "$found"
+}
+# close_window NAME: as its frame would. The keys go to what has the keyboard, as the window may be gone before they come up.
+close_window() {
+    xdotool windowfocus --sync "$(window_of "$1")"
+    xdotool key --clearmodifiers alt+F4
+}
+
 # The window on top of all others has this name.
 is_on_top() {
     [ "$(xdotool getwindowname "$(xprop -root _NET_CLIENT_LIST_STACKING | sed 's/.*[ #]//')")" = "$1" ]
@@ -45,6 +64,22 @@ find_window() {
     # The window's place as the pointer finds it; its geometry counts the frame twice.
     eval "$(xdotool mousemove --window "$1" 0 0 getmouselocation --shell)"
     left=$X top=$Y
+}
+
+# colour_at X Y: the colour of a point of the screen as six hexadecimal digits.
+colour_at() {
+    ffmpeg -loglevel error -f x11grab -video_size 8x8 -i "$DISPLAY+$1,$2" -frames:v 1 -pix_fmt rgb24 -f rawvideo - |
+        od -An -v -tx1 -N3 | tr -d ' \n'
+}
+
+# start_drag_source PROGRAM FILE: shows a window whose upper left corner can be dragged as this file; its process is
+# `source_process`.
+start_drag_source() {
+    "$1" "$2" >"$work/source.log" 2>&1 &
+    source_process=$!
+    started+=($source_process)
+    window_of '^Drag source$' >/dev/null
+    sleep 0.5
 }
 
 # keep_pictures FOLDER: gives picture() its folder, and failures their picture.

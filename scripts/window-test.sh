@@ -11,11 +11,6 @@ program=$(realpath "$1")
 . "$(dirname "$0")/window-helpers.sh"
 keep_pictures "${2:-$work/pictures}"
 
-# The colour of a point of the screen as six hexadecimal digits.
-colour_at() {
-    ffmpeg -loglevel error -f x11grab -video_size 8x8 -i "$DISPLAY+$1,$2" -frames:v 1 -pix_fmt rgb24 -f rawvideo - |
-        od -An -v -tx1 -N3 | tr -d ' \n'
-}
 has_colour() { [ "$(colour_at "$1" "$2")" = "$3" ]; }
 lacks_colour() { ! has_colour "$@"; }
 # The colours of points in a row of the screen: left end, row, length.
@@ -32,15 +27,14 @@ load_by_typing() {
     "$program" "${tracks[0]}" --root "$work/root-typed" >"$work/typed.log" 2>&1 &
     local process=$! window
     started+=($process)
-    until_true "no window to type in" xdotool search --onlyvisible --name '^Platterdex$'
-    window=$(xdotool search --onlyvisible --name '^Platterdex$' | tail -1)
+    window=$(window_of '^Platterdex$')
     find_window "$window"
     local wave="$((left + 300)) $((top + 55 + 120)) 110" before
     sleep 2
     # shellcheck disable=SC2086 # three numbers
     before=$(row_at $wave)
     xdotool windowfocus --sync "$window" key F1
-    until_true "F1 opens no dialog" xdotool search --onlyvisible --name '^Load a track into deck A$'
+    until_true "F1 opens no dialog" is_shown '^Load a track into deck A$'
     until_true "the dialog lies behind the window" is_on_top "Load a track into deck A"
     sleep 0.5
     xdotool type --delay 20 "${tracks[3]}"
@@ -50,7 +44,7 @@ load_by_typing() {
     kill -TERM $process
     wait $process || fail "it does not end after a typed path"
 }
-lacks_row() { [ "$1" != "$(row_at "$2" "$3" "$4")" ] && ! xdotool search --onlyvisible --name '^Load a track'; }
+lacks_row() { [ "$1" != "$(row_at "$2" "$3" "$4")" ] && is_gone '^Load a track'; }
 
 # open_and_close: the window goes while its tracks still load, by itself and by its frame.
 open_and_close() {
@@ -59,8 +53,7 @@ open_and_close() {
     "$program" "${tracks[@]}" --root "$work/root-quick" >"$work/quick.log" 2>&1 &
     local process=$! status=0
     started+=($process)
-    until_true "no window to close" xdotool search --onlyvisible --name '^Platterdex$' windowfocus
-    xdotool key --clearmodifiers alt+F4
+    close_window '^Platterdex$'
     until_true "the window's frame does not close it" has_ended $process
     wait $process || status=$?
     [ $status -eq 0 ] || fail "closing the window ended it with $status"
@@ -74,9 +67,8 @@ run() {
     local process=$!
     started+=($process)
 
-    until_true "$name: no window" xdotool search --onlyvisible --name '^Platterdex$'
     local window
-    window=$(xdotool search --onlyvisible --name '^Platterdex$' | tail -1)
+    window=$(window_of '^Platterdex$')
     find_window "$window"
     # Four tracks bring up four decks; the larger views of two are what follows.
     until_true "$name: deck C was given a track and is not shown" has_colour "$((left + 10))" "$((top + 296 + 8))" 2b2e32
@@ -215,7 +207,7 @@ run() {
     sleep 0.5
     picture "$name-menu"
     xdotool key Down Return
-    until_true "$name: no audio dialog" xdotool search --onlyvisible --name '^Audio settings$'
+    until_true "$name: no audio dialog" is_shown '^Audio settings$'
     xdotool mousemove 5 5
     picture "$name-audio"
     kill -0 $process || fail "$name: the application is gone"

@@ -21,11 +21,10 @@ start() {
     started+=($!)
 }
 start "$work/track.wav"
-until_true "no window" xdotool search --onlyvisible --name '^Platterdex$'
-window=$(xdotool search --onlyvisible --name '^Platterdex$' | head -1)
+window=$(window_of '^Platterdex$')
 
 start
-until_true "the second copy does not say that it is one" xdotool search --onlyvisible --name '^Platterdex runs twice$'
+until_true "the second copy does not say that it is one" is_shown '^Platterdex runs twice$'
 until_true "what the second copy says lies behind its window" is_on_top "Platterdex runs twice"
 kill -9 "${started[1]}"
 until_true "the window does not come back to the front" xdotool windowfocus --sync "$window"

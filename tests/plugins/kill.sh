@@ -39,8 +39,7 @@ echo '<vstSlots><slot deck="A" plugin="gain" on="1" insert="0" dryWet="0.5" para
 start() {
     "$program" --root "$work/root" >>"$work/app.log" 2>&1 &
     started=($!)
-    until_true "no window" xdotool search --onlyvisible --name '^Platterdex$'
-    find_window "$(xdotool search --onlyvisible --name '^Platterdex$' | head -1)"
+    find_window "$(window_of '^Platterdex$')"
     until_true "the slot is not restored" test ! -e "$work/root/setup/vst_loading.txt" -a -s "$slots"
 }
 slot() { grep -o '<slot deck="A".*</slot>' "$slots"; }
@@ -56,6 +55,7 @@ xdotool mousemove $((middle + 66)) $((top + 94)) click 1                        
 xdotool mousemove $((middle + 152)) $((top + 122)) mousedown 1 mousemove_relative 0 -40 mouseup 1 # the parameter
 sleep 2.2 # the promise
 kill -9 "${started[0]}"
+until_true "the window of a killed program stays" is_gone '^Platterdex$'
 slot | grep -q 'on="0" insert="1"' || fail "choices are lost: $(slot)"
 [ "$(slot | sed 's/.*>\(.*\)<.*/\1/')" != "$state" ] || fail "the plug-in's state is lost: $(slot)"
 
