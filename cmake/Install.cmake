@@ -1,15 +1,16 @@
 # Rules of `cmake --install`, and of the Debian package that CPack makes; scripts/package.sh does both.
 #
-# The program, its decoder, similarity library, scanner and languages lie in one folder, where each looks for the others beside
+# The program, its decoder, similarity library, scanner, languages and manual lie in one folder, where each looks for the others beside
 # itself. Plug-ins hold links to those, so that a host that searches for plug-ins meets each once.
 
 include (GNUInstallDirs)
 
 set (home lib/platterdex/bin) # one folder deeper than the loader looks
-set (companions adec.so AudioGenSDK.so languages platterdex-scanner)
+set (companions adec.so AudioGenSDK.so languages manual platterdex-scanner)
 
 install (TARGETS platterdex px_scanner adec similarity RUNTIME DESTINATION "${home}" LIBRARY DESTINATION "${home}")
 install (DIRECTORY "${PX_LANGUAGES_DIR}/" DESTINATION "${home}/languages")
+install (DIRECTORY "${PROJECT_SOURCE_DIR}/docs/manual/" DESTINATION "${home}/manual")
 
 # px_install_link (TARGET LINK): LINK leads to TARGET, both from the prefix on.
 function (px_install_link target link)

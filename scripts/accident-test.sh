@@ -107,7 +107,7 @@ done
 picture slipped
 
 # The keys of the dialogs: each opens, Escape closes it, and the music goes on.
-for key in F1 F2 F3 F4; do
+for key in shift+F1 shift+F2 shift+F3 shift+F4; do
     xdotool windowfocus --sync "$window" key $key
     until_true "$key opens no dialog" is_shown '^Load a track'
     until_true "the dialog of $key stays" escaped

@@ -22,7 +22,7 @@ resized_to() { xdotool getwindowgeometry "$1" | grep -q "Geometry: $2x"; }
 "$program" demo-tracks "$work/tracks" >"$work/tracks.log" || fail "the demo tracks can't be written"
 mapfile -t tracks < <(find "$work/tracks" -name '*.flac' | sort | head -4)
 
-# load_by_typing: a path that is typed into the dialog of F1, which has the keyboard, is loaded by one Return.
+# load_by_typing: a path that is typed into the dialog of Shift+F1, which has the keyboard, is loaded by one Return.
 load_by_typing() {
     "$program" "${tracks[0]}" --root "$work/root-typed" >"$work/typed.log" 2>&1 &
     local process=$! window
@@ -33,8 +33,8 @@ load_by_typing() {
     sleep 2
     # shellcheck disable=SC2086 # three numbers
     before=$(row_at $wave)
-    xdotool windowfocus --sync "$window" key F1
-    until_true "F1 opens no dialog" is_shown '^Load a track into deck A$'
+    xdotool windowfocus --sync "$window" key shift+F1
+    until_true "Shift+F1 opens no dialog" is_shown '^Load a track into deck A$'
     until_true "the dialog lies behind the window" is_on_top "Load a track into deck A"
     sleep 0.5
     xdotool type --delay 20 "${tracks[3]}"

@@ -5,8 +5,10 @@
 #include "skin/Palette.h"
 #include "support/language/Translate.h"
 #include "text/FallbackFonts.h"
+#include "ui/HelpTopics.h"
 #include "ui/KeyCard.h"
 #include "ui/KeyRepeat.h"
+#include "ui/manual/ManualReader.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/plugins/VstPluginsPreferencesPage.h"
 #include "ui/preferences/Preferences.h"
@@ -68,6 +70,7 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* shared,
     setWantsKeyboardFocus (true);
     keyboard.onAction = [this] (KeyAction action, int deck) { act (action, deck); };
     keyboard.onDeck = [this] (int deck) { touch (deck); };
+    tools.onHelp = [this] { helpWithWhatIsMeant(); };
     content.setOpaque (true);
     content.addMouseListener (this, true);
     build();
@@ -158,6 +161,8 @@ HeaderActions CPlatterdexVstEditor::actions (std::function<void()> audioSettings
     if (auto* const slots = VstSlots::of (engine))
         made.pages.push_back ({ N_ ("VST Plugins"), [this, slots]
                                 { VstPluginsPreferencesPage::open (toolWindows(), *this, *slots); } });
+    made.manual = [this] { showHelp (nullptr); };
+    made.pages.push_back ({ N_ ("Manual"), made.manual });
     made.pages.push_back ({ keysTitle, [this]
                             {
                                 tools.open (tr (keysTitle), *this,
@@ -434,12 +439,29 @@ void CPlatterdexVstEditor::act (KeyAction action, int deck)
     case KeyAction::songs:
         browser->takeKeyboard();
         break;
+    case KeyAction::help:
+        helpWithWhatIsMeant();
+        break;
     case KeyAction::search:
         browser->takeKeyboardToSearch();
         break;
     case KeyAction::none:
         break;
     }
+}
+
+void CPlatterdexVstEditor::showHelp (const juce::Component* component)
+{
+    ManualReader::open (tools, *this, HelpTopics::of (component));
+}
+
+/** A control that the keyboard was taken to is meant, else what the mouse is over, in whichever window. */
+void CPlatterdexVstEditor::helpWithWhatIsMeant()
+{
+    const auto* const focused = getCurrentlyFocusedComponent();
+    const auto isControl = dynamic_cast<const CommandWidget*> (focused) != nullptr;
+    showHelp (isControl ? focused
+                        : juce::Desktop::getInstance().getMainMouseSource().getComponentUnderMouse());
 }
 
 void CPlatterdexVstEditor::mouseDown (const juce::MouseEvent& event)

@@ -63,6 +63,9 @@ public:
     void showBrowserInWindow (bool);
     bool isBrowserInWindow() const { return browserWindow != nullptr; }
 
+    /** Opens the manual at the page of a component, or at its first page. @param component   may be null */
+    void showHelp (const juce::Component*);
+
     /** @param percent   100 to 200; the window grows or shrinks with it as far as the screen has room */
     void setScale (int percent);
 
@@ -136,6 +139,7 @@ private:
     void limitSize();
     void snapHeight();
     void act (KeyAction, int deck);
+    void helpWithWhatIsMeant();
     void touch (int deck);
     void keepZoom();
 

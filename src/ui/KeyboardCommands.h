@@ -18,7 +18,8 @@ enum class KeyAction
     search, ///< or to its search field
     undo,   ///< the last edit of cues or grid on the deck that was touched last
     redo,
-    loadFree ///< the song that is selected in the browser, onto a deck that is free
+    loadFree, ///< the song that is selected in the browser, onto a deck that is free
+    help      ///< the manual, at the page of what is under the mouse
 };
 
 /** A key of the computer's keyboard and what it does. */
@@ -69,7 +70,7 @@ public:
     void releaseAll();
 
 private:
-    static constexpr size_t maxBindings = 64;
+    static constexpr size_t maxBindings = 72;
 
     void press (size_t binding);
     void keyReleased (size_t binding);

@@ -10,6 +10,7 @@
 #include "text/ZRRenderer.h"
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/browser/table/TableColumn.h"
+#include "ui/manual/ManualReader.h"
 #include "ui/midi/MidiMappingComponent.h"
 #include "ui/midi/MidiPortsPage.h"
 #include "ui/midi/MidiScriptingPage.h"
@@ -42,12 +43,13 @@ constexpr std::array options {
             "own: "
             "midi-mapping, midi-ports, midi-scripts, timecode, control-cd, plugins, plugin-hangs, pad-editor "
             "or "
-            "knob-editor (of deck A's first), or preferences, or preferences-PAGE by a word of its name") },
+            "knob-editor (of deck A's first), or preferences, or preferences-PAGE by a word of its name; or "
+            "manual, or manual-PAGE") },
     VerbOption { "--root", "DIR", N_ ("where the engine keeps its settings (a folder removed at the end)") },
     VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
-constexpr const char* pagePrefix = "preferences-";
+constexpr const char *pagePrefix = "preferences-", *manualPrefix = "manual-";
 
 constexpr const char* usage =
     "snapshot --out FILE.png [--size WxH] [--scale FACTOR] [--four] [--after SET.txt] [--in FILE]\n"
@@ -66,10 +68,10 @@ struct Request
 /** The parts of the window, and the windows of its own, that can be painted alone. */
 juce::StringArray views()
 {
-    return { "header",      "decka",        "deckb",      "deckc",       "deckd",
-             "global",      "ghost",        "browser",    "parameters",  "midi-mapping",
-             "midi-ports",  "midi-scripts", "pad-editor", "knob-editor", "timecode",
-             "preferences", "control-cd",   "plugins",    "plugin-hangs" };
+    return { "header",      "decka",        "deckb",      "deckc",        "deckd",
+             "global",      "ghost",        "browser",    "parameters",   "midi-mapping",
+             "midi-ports",  "midi-scripts", "pad-editor", "knob-editor",  "timecode",
+             "preferences", "control-cd",   "plugins",    "plugin-hangs", "manual" };
 }
 
 bool isWholeNumber (const juce::String& text)
@@ -110,7 +112,8 @@ Request readRequest (const VerbOptions& given)
     if (given.has ("--view"))
     {
         request.view = given.valueOf ("--view").toLowerCase();
-        if (!views().contains (request.view) && !request.view.startsWith (pagePrefix))
+        if (!views().contains (request.view) && !request.view.startsWith (pagePrefix)
+            && !request.view.startsWith (manualPrefix))
             request.fault = tr ("There is no view \"%1\"; --view takes %2.", given.valueOf ("--view"),
                                 views().joinIntoString (", "));
     }
@@ -191,6 +194,7 @@ juce::Image paintPreferences (CPlatterdex& engine, const Request& request)
     MidiWindows windows (midi);
     HeaderActions actions;
     actions.audioSettings = [] {};
+    actions.manual = [] {};
     actions.layoutChanged = [] {};
     actions.setScale = [] (int) {};
     actions.scale = [&request] { return juce::roundToInt (100.0f * request.scale); };
@@ -232,6 +236,17 @@ juce::Image paintWindow (CPlatterdex& engine, const Request& request)
     view->setVisible (true);
     refreshAll (*view);
     return paintView (*view, request.scale);
+}
+
+juce::Image paintManual (const Request& request)
+{
+    const juce::SharedResourcePointer<DefaultLook> look;
+    ManualReader reader;
+    if (const auto page = request.view.fromFirstOccurrenceOf (manualPrefix, false, false).toStdString();
+        !page.empty())
+        reader.show ({ page });
+    reader.setVisible (true);
+    return paintView (reader, request.scale);
 }
 
 /** A session whose library lies below the engine's own folder. */
@@ -279,6 +294,8 @@ juce::Image paintEditor (CPlatterdex& engine, const Request& request, const SetS
 {
     if (request.view == "preferences" || request.view.startsWith (pagePrefix))
         return paintPreferences (engine, request);
+    if (request.view.startsWith ("manual"))
+        return paintManual (request);
     if (request.view.startsWith ("midi-"))
         return paintMidi (engine, request);
     if (request.view.endsWith ("-editor") || request.view.startsWith ("plugin") || request.view == "timecode"

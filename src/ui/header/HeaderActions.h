@@ -23,6 +23,7 @@ struct HeaderActions
 {
     std::function<void()> preferences;
     std::function<void()> audioSettings;
+    std::function<void()> manual; ///< opens it at its first page
     std::vector<EditorPage> pages;
     std::function<void (bool)> setFullScreen;
     std::function<bool()> isFullScreen;

@@ -2,15 +2,18 @@
 
 #include "midi/system/MidiSystem.h"
 #include "support/language/Translate.h"
+#include "ui/manual/HelpTopic.h"
 #include "ui/midi/MidiMappingTableComponent.h"
 #include "ui/widgets/PXTextButton.h"
 
 /** The mapping editor: links the controls of a controller with commands. It writes the default mapping when it goes, and
     calls off a learning. Message thread. */
-class MidiMappingComponent : public PollingView
+class MidiMappingComponent : public PollingView, public HelpTopicOwner
 {
 public:
     static constexpr int width = 726, height = 575;
+
+    HelpTopic helpTopic() const override { return { "controller", "map-a-control" }; }
 
     explicit MidiMappingComponent (MidiSystem&);
     ~MidiMappingComponent() override;

@@ -2,16 +2,19 @@
 
 #include "midi/system/MidiSystem.h"
 #include "support/language/Translate.h"
+#include "ui/manual/HelpTopic.h"
 #include "ui/midi/PortListComponent.h"
 #include "ui/midi/ScriptMessagesView.h"
 #include "ui/widgets/PXTextButton.h"
 
 /** The page of the scripts: their list, their ports, what came in last and what they have to say. Changes are kept at once.
     Message thread. */
-class MidiScriptingPage : public PollingView, private juce::ListBoxModel
+class MidiScriptingPage : public PollingView, public HelpTopicOwner, private juce::ListBoxModel
 {
 public:
     static constexpr int width = 640, height = 560;
+
+    HelpTopic helpTopic() const override { return { "controller", "scripts" }; }
 
     explicit MidiScriptingPage (MidiSystem&);
 

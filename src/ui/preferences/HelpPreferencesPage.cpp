@@ -4,6 +4,8 @@
 
 namespace
 {
+constexpr int buttonWidth = 130;
+
 constexpr TextSection helpTexts[] {
     { N_ ("The first mix"),
       N_ ("Drop a track on deck A, or pick one in the browser and press Return. Press Play. Load a second "
@@ -53,4 +55,21 @@ constexpr TextSection helpTexts[] {
 };
 }
 
-HelpPreferencesPage::HelpPreferencesPage() : TextPage (helpTexts) {}
+HelpPreferencesPage::HelpPreferencesPage (std::function<void()> openManual)
+    : TextPage (helpTexts),
+      manualButton (tr ("Manual"))
+{
+    manualButton.setComponentID ("_manualButton");
+    manualButton.setTooltip (
+        tr ("Opens the manual: a page for each task. F1 opens it at the control under the mouse."));
+    manualButton.onClick = std::move (openManual);
+    addChildComponent (manualButton);
+    manualButton.setVisible (manualButton.onClick != nullptr);
+    HelpPreferencesPage::resized();
+}
+
+void HelpPreferencesPage::resized()
+{
+    TextPage::resized();
+    manualButton.setBounds (getWidth() - margin - buttonWidth, margin, buttonWidth, titleHeight);
+}

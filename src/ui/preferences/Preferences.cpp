@@ -42,7 +42,7 @@ Preferences::Preferences (CPlatterdex& e, const HeaderActions& actions, std::fun
         if (page.make != nullptr)
             pages.push_back ({ "- " + tr (page.title), page.make, nullptr });
     add (tr ("- About"), [] { return std::make_unique<AboutPreferencesPage>(); });
-    add (tr ("- Help"), [] { return std::make_unique<HelpPreferencesPage>(); });
+    add (tr ("- Help"), [actions] { return std::make_unique<HelpPreferencesPage> (actions.manual); });
 
     searchField.setComponentID ("_searchField");
     searchField.setTextToShowWhenEmpty (tr ("Search"), palette::label);

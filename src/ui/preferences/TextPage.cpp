@@ -6,7 +6,7 @@
 
 namespace
 {
-constexpr int margin = 16, titleHeight = 24, gap = 10;
+constexpr int gap = 10;
 }
 
 TextPage::TextPage (std::span<const TextSection> s) : sections (s)

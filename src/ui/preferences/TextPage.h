@@ -14,7 +14,7 @@ struct TextSection
 class TextPage : public juce::Component
 {
 public:
-    static constexpr int width = 640;
+    static constexpr int width = 640, margin = 16, titleHeight = 24;
 
     explicit TextPage (std::span<const TextSection>);
 

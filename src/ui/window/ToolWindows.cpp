@@ -49,6 +49,8 @@ bool ToolWindow::keyPressed (const juce::KeyPress& key)
 {
     if (key == juce::KeyPress (juce::KeyPress::escapeKey))
         return closeButtonPressed(), true;
+    if (key == juce::KeyPress (juce::KeyPress::F1Key) && onHelp != nullptr)
+        return onHelp(), true;
     return content->keyPressed (key);
 }
 
@@ -90,6 +92,7 @@ void ToolWindows::open (const juce::String& title, juce::Component& opener, cons
     windows.push_back (std::make_unique<ToolWindow> (title, make (closeLater), scale));
     auto& window = *windows.back();
     window.onClose = closeLater;
+    window.onHelp = onHelp;
     if (hasDisplay())
     {
         window.centreAroundComponent (opener.getTopLevelComponent(), window.getWidth(), window.getHeight());

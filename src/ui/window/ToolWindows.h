@@ -17,7 +17,7 @@ public:
 
     juce::Component& tool() noexcept { return *content; }
 
-    std::function<void()> onClose;
+    std::function<void()> onClose, onHelp;
 
     void closeButtonPressed() override;
     bool keyPressed (const juce::KeyPress&) override;
@@ -46,6 +46,9 @@ public:
     /** Opens a window in the middle of its opener's window, or brings it to the front if it is open.
         @param make   the content, which may call `close` */
     void open (const juce::String& title, juce::Component& opener, const Make& make);
+
+    /** Called by F1 in any of the windows. */
+    std::function<void()> onHelp;
 
     /** The window of a title, or null. */
     ToolWindow* find (const juce::String& title) const;

@@ -3,12 +3,13 @@
 #include "library/smart/SmartPlaylist.h"
 #include "support/language/Translate.h"
 #include "ui/browser/smart/SmartRuleRow.h"
+#include "ui/manual/HelpTopic.h"
 
 #include <memory>
 #include <vector>
 
 /** Edits the rules of a smart playlist. Message thread. */
-class SmartPlaylistEditor : public juce::Component
+class SmartPlaylistEditor : public juce::Component, public HelpTopicOwner
 {
 public:
     /** @param saved   takes the query that is made of the rules, and the document that fills this editor again
@@ -16,6 +17,8 @@ public:
     SmartPlaylistEditor (const SmartPlaylist&,
                          std::function<void (const juce::String& sql, const juce::String& rules)> saved,
                          std::function<void()> close);
+
+    HelpTopic helpTopic() const override { return { "library", "playlists" }; }
 
     /** The rules as they stand. */
     SmartPlaylist playlist() const;
