@@ -1,6 +1,7 @@
 #include "UiBench.h"
 
 #include "shared/ScriptedPrompts.h"
+#include "ui/preferences/AboutPreferencesPage.h"
 #include "ui/preferences/Preferences.h"
 #include "ui/preferences/SettingsPage.h"
 
@@ -176,4 +177,72 @@ TEST (Preferences, TheSearchLeavesThePagesThatHaveAllWords)
     EXPECT_EQ (rows(), "");
     desk.dialog.search ("");
     EXPECT_EQ (list.getModel()->getNumRows(), desk.dialog.pageTexts().size());
+}
+
+TEST (Preferences, AboutNamesEveryPackageThatTheProgramIsBuiltOf)
+{
+    struct Named
+    {
+        const char *package, *words; ///< on the page; empty for what only builds
+    };
+    constexpr Named table[] {
+        { "build-essential", "" },
+        { "cmake", "" },
+        { "ninja-build", "" },
+        { "pkg-config", "" },
+        { "gettext", "" },
+        { "ccache", "" },
+        { "lld", "" },
+        { "juce-modules-source", "JUCE 7 (GPL 3)" },
+        { "fst-dev", "FST's plug-in header (GPL 3)" },
+        { "lv2-dev", "LV2 (ISC)" },
+        { "libasound2-dev", "ALSA (LGPL 2.1)" },
+        { "libjack-jackd2-dev", "JACK (LGPL 2.1)" },
+        { "libdbus-1-dev", "D-Bus (GPL 2 or AFL 2.1)" },
+        { "libx11-dev", "X11 (MIT)" },
+        { "libxext-dev", "X11 (MIT)" },
+        { "libxinerama-dev", "X11 (MIT)" },
+        { "libxrandr-dev", "X11 (MIT)" },
+        { "libxcursor-dev", "X11 (MIT)" },
+        { "libxcomposite-dev", "X11 (MIT)" },
+        { "libfreetype-dev", "FreeType (FreeType licence)" },
+        { "fonts-dejavu-core", "DejaVu (" },
+        { "fonts-roboto-unhinted", "Roboto (Apache 2.0)" },
+        { "libpng-dev", "libpng (libpng licence)" },
+        { "libjpeg-dev", "libjpeg-turbo (BSD)" },
+        { "zlib1g-dev", "zlib (zlib licence)" },
+        { "libflac-dev", "FLAC, Vorbis and Ogg (BSD)" },
+        { "libvorbis-dev", "FLAC, Vorbis and Ogg (BSD)" },
+        { "libogg-dev", "FLAC, Vorbis and Ogg (BSD)" },
+        { "libavformat-dev", "FFmpeg (LGPL 2.1 or GPL 2)" },
+        { "libavcodec-dev", "FFmpeg (LGPL 2.1 or GPL 2)" },
+        { "libavutil-dev", "FFmpeg (LGPL 2.1 or GPL 2)" },
+        { "libfftw3-dev", "FFTW 3 (GPL 2)" },
+        { "libsqlite3-dev", "SQLite (public domain)" },
+        { "libtag1-dev", "TagLib (LGPL 2.1)" },
+        { "angelscript-dev", "AngelScript (zlib)" },
+    };
+    const juce::SharedResourcePointer<DefaultLook> look;
+    const auto page = AboutPreferencesPage().text();
+    EXPECT_TRUE (page.contains ("GNU General Public License, version 3")) << page;
+
+    juce::StringArray lines;
+    juce::File (PX_PACKAGES).readLines (lines);
+    auto isBuild = false;
+    auto packages = 0;
+    for (const auto& line : lines)
+    {
+        if (line.startsWith ("["))
+            isBuild = line == "[build]";
+        else if (isBuild && line.isNotEmpty() && !line.startsWith ("#"))
+        {
+            const auto* const row =
+                std::find_if (std::begin (table), std::end (table),
+                              [&line] (const auto& each) { return line == each.package; });
+            ASSERT_NE (row, std::end (table)) << line << ": name it on the page, and in this table";
+            EXPECT_TRUE (page.contains (row->words)) << line;
+            ++packages;
+        }
+    }
+    EXPECT_EQ (packages, static_cast<int> (std::size (table)));
 }

@@ -23,7 +23,8 @@ juce::File Manual::usualFolder()
 
 int Manual::find (const juce::String& name) const
 {
-    const auto found = std::find_if (all.begin(), all.end(), [&] (const auto& page) { return page.name == name; });
+    const auto found =
+        std::find_if (all.begin(), all.end(), [&] (const auto& page) { return page.name == name; });
     return found != all.end() ? static_cast<int> (found - all.begin()) : -1;
 }
 

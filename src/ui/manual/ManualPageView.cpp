@@ -12,7 +12,8 @@ using Kind = ManualBlock::Kind;
 using Style = ManualSpan::Style;
 
 constexpr int margin = 20, indent = 22, gap = 9, rowGap = 5, aboveHeading = 10;
-constexpr int pictureScale = 2; // pixels of a picture for one of the page, so that it is sharp at any size of the interface
+constexpr int pictureScale =
+    2; // pixels of a picture for one of the page, so that it is sharp at any size of the interface
 constexpr float bodySize = 14.0f, lineSpacing = 3.0f;
 
 bool isHeading (Kind kind)
@@ -27,7 +28,9 @@ bool isOfList (Kind kind)
 
 float sizeOf (Kind kind)
 {
-    return kind == Kind::title ? SMLookAndFeel::figureSize : kind == Kind::heading ? SMLookAndFeel::titleSize : bodySize;
+    return kind == Kind::title     ? SMLookAndFeel::figureSize
+           : kind == Kind::heading ? SMLookAndFeel::titleSize
+                                   : bodySize;
 }
 
 juce::AttributedString wordsOf (const ManualBlock& block)
@@ -37,7 +40,8 @@ juce::AttributedString wordsOf (const ManualBlock& block)
     words.setLineSpacing (lineSpacing);
     for (const auto& span : block.spans)
     {
-        const auto usual = isHeading (block.kind) || span.style == Style::strong ? palette::value : palette::label;
+        const auto usual =
+            isHeading (block.kind) || span.style == Style::strong ? palette::value : palette::label;
         words.append (span.text, SMLookAndFeel::font (sizeOf (block.kind)),
                       span.style == Style::link ? palette::accent : usual);
     }
@@ -131,8 +135,8 @@ void ManualPageView::addLinks (const ManualBlock& block, const Row& row)
                     continue;
                 const auto along = run->getRunBoundsX() + line.lineOrigin.x;
                 const auto across = line.getLineBoundsY();
-                links.push_back ({ juce::Rectangle<float> (along.getStart(), across.getStart(), along.getLength(),
-                                                           across.getLength())
+                links.push_back ({ juce::Rectangle<float> (along.getStart(), across.getStart(),
+                                                           along.getLength(), across.getLength())
                                            .getSmallestIntegerContainer()
                                        + row.area.getPosition(),
                                    span.target });
@@ -181,7 +185,7 @@ void ManualPageView::paint (juce::Graphics& g)
 void ManualPageView::mouseMove (const juce::MouseEvent& event)
 {
     setMouseCursor (linkAt (event.getPosition()).isNotEmpty() ? juce::MouseCursor::PointingHandCursor
-                                                             : juce::MouseCursor::NormalCursor);
+                                                              : juce::MouseCursor::NormalCursor);
 }
 
 void ManualPageView::mouseUp (const juce::MouseEvent& event)

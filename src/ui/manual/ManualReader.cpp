@@ -62,7 +62,8 @@ void ManualReader::show (const HelpTopic& topic)
 
 void ManualReader::follow (const juce::String& target)
 {
-    const auto name = target.upToFirstOccurrenceOf ("#", false, false).upToFirstOccurrenceOf (".md", false, false);
+    const auto name =
+        target.upToFirstOccurrenceOf ("#", false, false).upToFirstOccurrenceOf (".md", false, false);
     const auto anchor = target.fromFirstOccurrenceOf ("#", false, false);
     const auto page = name.isEmpty() ? shown : pages.find (name);
     if (page >= 0)

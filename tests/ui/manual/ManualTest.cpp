@@ -1,6 +1,6 @@
 #include "../UiBench.h"
-#include "ui/command/CommandWidget.h"
 #include "ui/HelpTopics.h"
+#include "ui/command/CommandWidget.h"
 #include "ui/manual/ManualReader.h"
 #include "ui/preferences/Preferences.h"
 
@@ -16,8 +16,7 @@ const juce::File manualFolder { PX_MANUAL_DIR };
 bool hasHeading (const Manual::Page& page, const juce::String& anchor)
 {
     return std::any_of (page.blocks.begin(), page.blocks.end(),
-                        [&] (const auto& block)
-                        {
+                        [&] (const auto& block) {
                             return block.kind == ManualBlock::Kind::heading
                                    && ManualText::anchorOf (block.text()) == anchor;
                         });
@@ -45,7 +44,8 @@ juce::String shape (const std::vector<ManualBlock>& blocks)
     juce::String all;
     for (const auto& block : blocks)
     {
-        all << kinds[static_cast<size_t> (block.kind)] << (block.number > 0 ? juce::String (block.number) : "") << ":";
+        all << kinds[static_cast<size_t> (block.kind)]
+            << (block.number > 0 ? juce::String (block.number) : "") << ":";
         for (const auto& span : block.spans)
             all << marks[static_cast<size_t> (span.style)] << "(" << span.text << ")" << span.target;
         all << block.file << ";";
@@ -166,7 +166,8 @@ TEST (ManualReader, GoesToAHeadingAndFollowsLinks)
 {
     const juce::SharedResourcePointer<DefaultLook> look;
     ManualReader reader (manualFolder);
-    const auto nameOf = [&] { return reader.manual().pages()[static_cast<size_t> (reader.shownPage())].name; };
+    const auto nameOf = [&]
+    { return reader.manual().pages()[static_cast<size_t> (reader.shownPage())].name; };
     EXPECT_EQ (nameOf(), "index");
     reader.show ({ "beat-matching", "put-the-grid-right" });
     EXPECT_EQ (nameOf(), "beat-matching");
