@@ -7,6 +7,9 @@ local first = tonumber (os.getenv ("FIRST"))
 local s = create_session (os.getenv ("SESSION"), "platterdex", 48000)
 local track = s:new_audio_track (10, 14, nil, 1, "Decks", ARDOUR.PresentationInfo.max_order,
                                  ARDOUR.TrackMode.Normal, true, true):front ()
+-- Ardour's thread "autoconnect" reads the ports of a new track without a lock, to sum latencies; a processor that adds ports in
+-- that moment ends the host, whoever made it. Nothing tells when the thread is through.
+ARDOUR.LuaAPI.usleep (500000)
 local processor = ARDOUR.LuaAPI.new_plugin (s, "Platterdex", ARDOUR.PluginType[os.getenv ("FORMAT")], "")
 if processor:isnil () then
     print ("no plug-in")
