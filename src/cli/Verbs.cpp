@@ -33,6 +33,8 @@ constexpr std::array verbs {
     Verb { "commands", N_ ("prints the table of commands"), runCommands },
     Verb { "settings", N_ ("lists the settings, their values and their meaning"), runSettings },
     Verb { "presets", N_ ("prints the presets of pads and SmartKnobs"), runPresets },
+    Verb { "backup", N_ ("puts settings, presets, analysis and the library into one file"), runBackup },
+    Verb { "restore", N_ ("puts what such a file holds back in its place"), runRestore },
     Verb { "demo-tracks", N_ ("writes the demo tracks into a folder"), runDemoTracks },
 };
 }

@@ -20,6 +20,7 @@ std::span<const Verb> allVerbs();
 
 int runAnalyse (const juce::StringArray& arguments);
 int runAutomix (const juce::StringArray& arguments);
+int runBackup (const juce::StringArray& arguments);
 int runCommands (const juce::StringArray& arguments);
 int runControlCd (const juce::StringArray& arguments);
 int runDemoTracks (const juce::StringArray& arguments);
@@ -36,6 +37,7 @@ int runPlugins (const juce::StringArray& arguments);
 int runPresets (const juce::StringArray& arguments);
 int runRelocate (const juce::StringArray& arguments);
 int runRemove (const juce::StringArray& arguments);
+int runRestore (const juce::StringArray& arguments);
 int runScript (const juce::StringArray& arguments);
 int runSettings (const juce::StringArray& arguments);
 int runSimilar (const juce::StringArray& arguments);

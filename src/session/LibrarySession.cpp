@@ -31,7 +31,7 @@ juce::String LibrarySession::open (const LibraryPlace& place, Use use, const Off
     auto prepared =
         library->prepare (use == Use::read ? LibraryFile::Purpose::reading : LibraryFile::Purpose::writing);
     if (prepared.backup != juce::File() && offer != nullptr && offer (prepared.message))
-        prepared.message = library->putBack (prepared.backup);
+        prepared.message = library->putBack (prepared.backup).sentence;
     const auto isInMemory = prepared.storage == SongDatabase::Storage::memory;
     if (isInMemory && use != Use::read && use != Use::show)
         return prepared.message; // what only this process would remember is as good as not done

@@ -225,15 +225,17 @@ void LibraryFile::beginAnew (Session& session)
                               session.backup.getFullPathName());
 }
 
-juce::String LibraryFile::putBack (const juce::File& backup)
+LibraryFile::Replacement LibraryFile::putBack (const juce::File& backup)
 {
     assertMayBlock();
-    if (DatabaseFile::isLocked (library) && library.getSize() > 0)
-        return tr ("Another program has the library open; it stays as it is.");
+    const auto isAlone = lock.takeAlone (besideBackups (sessions));
+    const juce::ScopeGuard shareAgain { [this] { lock.share(); } };
+    if (!isAlone || (DatabaseFile::isLocked (library) && library.getSize() > 0))
+        return { false, tr ("Another program has the library open; it stays as it is.") };
     const auto aside = moveAside ("_replaced_");
     if (aside == juce::File() || DatabaseFile::copy (backup, library) != LibraryCode::ok)
-        return tr ("The backup %1 can't be put in the library's place.", backup.getFileName());
-    return tr ("The backup %1 has taken the library's place.", backup.getFileName());
+        return { false, tr ("The backup %1 can't be put in the library's place.", backup.getFileName()) };
+    return { true, tr ("The backup %1 has taken the library's place.", backup.getFileName()) };
 }
 
 void LibraryFile::lookAfter (Purpose purpose, bool isAlone, Session& session)

@@ -37,6 +37,13 @@ public:
         juce::File backup {};
     };
 
+    /** The outcome of putBack(). */
+    struct Replacement
+    {
+        bool isDone;
+        juce::String sentence; ///< for the user
+    };
+
     /** The user's library.
         @param folder   "SongManager", which need not exist */
     explicit LibraryFile (const juce::File& folder, WallClock = systemClock);
@@ -55,8 +62,8 @@ public:
 
     /** Puts a backup in the library's place; what is there is kept beside it under another name. Only between prepare() and
         the opening, or after the closing.
-        @returns a sentence for the user */
-    juce::String putBack (const juce::File& backup);
+        Refused while another session is on the library. */
+    Replacement putBack (const juce::File& backup);
 
     /** Notes that the file was closed in good order, so that the next start need not read all of it. Only after the
         database was closed; does nothing after a session in memory or on a file that could not be checked. */

@@ -113,7 +113,7 @@ TEST_F (LibraryFiles, DamageIsMovedAsideAndTheNewestGoodCopyTakesItsPlace)
         EXPECT_EQ (held, "/new");
         EXPECT_EQ (session(), "") << "once";
 
-        EXPECT_EQ (library.putBack (offered),
+        EXPECT_EQ (library.putBack (offered).sentence,
                    "The backup px_music_library_2026-01-03.sqlite has taken the library's place.");
         EXPECT_EQ (session(), "");
         EXPECT_EQ (held, "/1/2");
