@@ -39,6 +39,20 @@ constexpr SettingName ofDeck (std::string_view name, std::string_view meaning, d
              .isOfDeck = true };
 }
 
+/** The utility panel of one seat of a deck. */
+template <auto seats, size_t index>
+constexpr SettingName ofSeat (std::string_view name, std::string_view meaning)
+{
+    return { .name = name,
+             .meaning = meaning,
+             .highest = 7,
+             .read = [] (const EngineSettings& s, int deck)
+             { return static_cast<double> ((s.deckSetup[static_cast<size_t> (deck)].*seats)[index].get()); },
+             .write = [] (EngineSettings& s, int deck, double value)
+             { store ((s.deckSetup[static_cast<size_t> (deck)].*seats)[index], value); },
+             .isOfDeck = true };
+}
+
 template <EditorPreference which>
 constexpr SettingName ofEditor (std::string_view name, std::string_view meaning, double lowest = 0.0,
                                 double highest = 1.0)
@@ -63,6 +77,9 @@ constexpr SettingName text (std::string_view name, std::string_view meaning)
 using S = EngineSettings;
 using D = DeckSetup;
 using E = EditorPreference;
+
+constexpr std::string_view panelMeaning =
+    N_ ("panel in this seat: 0 loop, 1 cue, 2 grid, 3 DVS, 4 key, 5 SmartKnob, 6 tempo, 7 none");
 
 // clang-format off
 constexpr SettingName rows[] {
@@ -123,6 +140,14 @@ constexpr SettingName rows[] {
     ofDeck<&D::pfl> ("pfl", N_ ("1 sends the deck to the headphones")),
     ofDeck<&D::crossfaderSide> ("crossfaderSide", N_ ("side of the crossfader: 0 left, 1 right")),
     ofDeck<&D::vstOnMaster> ("vstOnMaster", N_ ("1 puts the deck's plug-in on the master output")),
+    ofSeat<&D::panelsLeft, 0> ("panelLeft1", panelMeaning),
+    ofSeat<&D::panelsLeft, 1> ("panelLeft2", panelMeaning),
+    ofSeat<&D::panelsLeft, 2> ("panelLeft3", panelMeaning),
+    ofSeat<&D::panelsLeft, 3> ("panelLeft4", panelMeaning),
+    ofSeat<&D::panelsRight, 0> ("panelRight1", panelMeaning),
+    ofSeat<&D::panelsRight, 1> ("panelRight2", panelMeaning),
+    ofSeat<&D::panelsRight, 2> ("panelRight3", panelMeaning),
+    ofSeat<&D::panelsRight, 3> ("panelRight4", panelMeaning),
 };
 // clang-format on
 }

@@ -72,8 +72,8 @@ int restore (const VerbOptions& given)
         return ExitCode::badInput;
     RootLock lock (folders->setup());
     if (!lock.take())
-        return failWith (
-            tr ("Another program has the folder %1 in use; close it first.", folders->root.getFullPathName()));
+        return failWith (tr ("Another program has the folder %1 in use; close it first.",
+                             folders->root.getFullPathName()));
     auto library = RootFolder::library (given).file();
     library.prepare (LibraryFile::Purpose::reading);
     DataArchive::Outcome outcome;
@@ -87,7 +87,8 @@ int restore (const VerbOptions& given)
     if (outcome.former != juce::File())
         printLine (tr ("What they replaced is kept in %1.", outcome.former.getFullPathName()));
     if (outcome.hasLibrary)
-        printLine (tr ("The library is %1; the former one is kept beside it.", library.file().getFullPathName()));
+        printLine (
+            tr ("The library is %1; the former one is kept beside it.", library.file().getFullPathName()));
     return ExitCode::success;
 }
 
@@ -106,16 +107,18 @@ int run (const juce::StringArray& arguments, std::span<const VerbOption> options
 
 int runBackup (const juce::StringArray& arguments)
 {
-    return run (arguments, backupOptions, "backup FILE.tar.gz [--audio] [--root DIR] [--library FILE]",
-                N_ ("Puts settings, mappings, presets, samples, playlists, analysis and the library with its history "
-                    "into one file.\nThe program may run meanwhile. The songs themselves stay where they are."),
-                backUp);
+    return run (
+        arguments, backupOptions, "backup FILE.tar.gz [--audio] [--root DIR] [--library FILE]",
+        N_ ("Puts settings, mappings, presets, samples, playlists, analysis and the library with its history "
+            "into one file.\nThe program may run meanwhile. The songs themselves stay where they are."),
+        backUp);
 }
 
 int runRestore (const juce::StringArray& arguments)
 {
     return run (arguments, restoreOptions, "restore FILE.tar.gz [--root DIR] [--library FILE]",
-                N_ ("Puts what a backup holds in its place. What was there before is kept beside it.\nThe program must "
+                N_ ("Puts what a backup holds in its place. What was there before is kept beside it.\nThe "
+                    "program must "
                     "not run meanwhile. A damaged file changes nothing."),
                 restore);
 }

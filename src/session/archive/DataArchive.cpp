@@ -29,10 +29,17 @@ constexpr const char* formerName = "before-restore";
 /** The similarity library's own file lies in a folder that it names itself. */
 std::vector<juce::File> foldersOf (const Folders& folders, DataArchive::Audio audio)
 {
-    std::vector<juce::File> all { folders.setup(),           folders.scriptFiles(),  folders.beatmarks(),
-                                  folders.languages(),       folders.samples(),      folders.midiFiles(),
-                                  folders.vstPlugins(),      folders.playlists(),    folders.slicegateFiles(),
-                                  folders.smartknobFiles(), folders.root.getChildFile ("mufin") };
+    std::vector<juce::File> all { folders.setup(),
+                                  folders.scriptFiles(),
+                                  folders.beatmarks(),
+                                  folders.languages(),
+                                  folders.samples(),
+                                  folders.midiFiles(),
+                                  folders.vstPlugins(),
+                                  folders.playlists(),
+                                  folders.slicegateFiles(),
+                                  folders.smartknobFiles(),
+                                  folders.root.getChildFile ("mufin") };
     if (audio == DataArchive::Audio::included)
         for (const auto& folder : { folders.audio(), folders.diskRecorder(), folders.controlCd() })
             all.push_back (folder);
@@ -53,15 +60,18 @@ struct Entry
 
 void addFolder (std::vector<Entry>& entries, const juce::String& begin, const juce::File& folder)
 {
-    for (const auto& file : folder.findChildFiles (juce::File::findFiles, true, "*", juce::File::FollowSymlinks::no))
+    for (const auto& file :
+         folder.findChildFiles (juce::File::findFiles, true, "*", juce::File::FollowSymlinks::no))
         if (!isLockFile (file))
-            entries.push_back ({ begin + folder.getFileName() + "/" + file.getRelativePathFrom (folder), file });
+            entries.push_back (
+                { begin + folder.getFileName() + "/" + file.getRelativePathFrom (folder), file });
 }
 
 juce::String manifestOf (const juce::String& version, size_t files)
 {
     juce::String text;
-    text << "format=" << DataArchive::format << "\nversion=" << version << "\nfiles=" << juce::String (files) << "\n";
+    text << "format=" << DataArchive::format << "\nversion=" << version << "\nfiles=" << juce::String (files)
+         << "\n";
     return text;
 }
 
@@ -98,12 +108,14 @@ bool isSafe (const juce::String& name)
     const auto parts = juce::StringArray::fromTokens (name, "/", {});
     return (name.startsWith (ofRoot) || name.startsWith (ofLibrary)) && parts.size() >= 2
            && !name.containsAnyOf ("\\\n\r")
-           && std::none_of (parts.begin(), parts.end(), [] (const juce::String& part)
+           && std::none_of (parts.begin(), parts.end(),
+                            [] (const juce::String& part)
                             { return part.isEmpty() || part == "." || part == ".."; });
 }
 
 /** @returns one sentence, or nothing once all files lie below the folder */
-juce::String unpack (const juce::File& archive, const juce::File& folder, int& files, ImportProgress& progress)
+juce::String unpack (const juce::File& archive, const juce::File& folder, int& files,
+                     ImportProgress& progress)
 {
     const auto name = archive.getFileName();
     TarReader tar (archive);
@@ -228,7 +240,8 @@ DataArchive::Outcome DataArchive::write (const Folders& folders, const LibraryFi
         if (isGood)
             ++outcome.files;
         else
-            outcome.fault = tr ("%1 can't be put into the backup, so none was made.", entries[i].file.getFullPathName());
+            outcome.fault =
+                tr ("%1 can't be put into the backup, so none was made.", entries[i].file.getFullPathName());
     }
     isGood = isGood && tar.add (endName, endOf (outcome.files, tar.sum()));
     isGood = tar.close() && isGood;
@@ -237,8 +250,8 @@ DataArchive::Outcome DataArchive::write (const Folders& folders, const LibraryFi
     return outcome;
 }
 
-DataArchive::Outcome DataArchive::restore (const juce::File& archive, const Folders& folders, LibraryFile& library,
-                                           ImportProgress& progress)
+DataArchive::Outcome DataArchive::restore (const juce::File& archive, const Folders& folders,
+                                           LibraryFile& library, ImportProgress& progress)
 {
     assertMayBlock();
     Outcome outcome;
@@ -246,7 +259,8 @@ DataArchive::Outcome DataArchive::restore (const juce::File& archive, const Fold
     const auto unpacked = folders.root.getNonexistentChildFile ("restoring", {}, false);
     outcome.fault = unpack (archive, unpacked, outcome.files, progress);
     const auto songs = unpacked.getChildFile (ofLibrary).getChildFile (songsName);
-    if (outcome.fault.isEmpty() && songs.existsAsFile() && DatabaseFile::check (songs) != DatabaseFile::Health::sound)
+    if (outcome.fault.isEmpty() && songs.existsAsFile()
+        && DatabaseFile::check (songs) != DatabaseFile::Health::sound)
         outcome.fault = tr ("%1 is damaged; nothing was changed.", archive.getFileName().quoted());
 
     const auto now = juce::Time::getCurrentTime().formatted ("%Y-%m-%d_(%Hh%Mm%Ss)");

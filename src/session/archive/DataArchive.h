@@ -37,8 +37,8 @@ public:
 
     /** The file takes its name when it is complete. Programs may be at work in the folders: each file is taken as it stands.
         @param version   of the program, for people who look into the archive */
-    static Outcome write (const Folders&, const LibraryFile&, const juce::File& archive, Audio, const juce::String& version,
-                          ImportProgress&);
+    static Outcome write (const Folders&, const LibraryFile&, const juce::File& archive, Audio,
+                          const juce::String& version, ImportProgress&);
 
     /** Puts an archive's files in the place of those that are there, which are kept in a folder beside them. Nothing is touched
         before the whole archive is unpacked and looked through; where a file can't take its place all go back. No program may

@@ -91,9 +91,10 @@ bool TarWriter::close()
 
 TarReader::TarReader (const juce::File& file) : tar (archive_read_new())
 {
-    isGood = archive_read_support_filter_all (tar) >= ARCHIVE_WARN
-             && archive_read_support_format_tar (tar) == ARCHIVE_OK
-             && archive_read_open_filename (tar, file.getFullPathName().toRawUTF8(), bytesAtOnce) == ARCHIVE_OK;
+    isGood =
+        archive_read_support_filter_all (tar) >= ARCHIVE_WARN
+        && archive_read_support_format_tar (tar) == ARCHIVE_OK
+        && archive_read_open_filename (tar, file.getFullPathName().toRawUTF8(), bytesAtOnce) == ARCHIVE_OK;
 }
 
 TarReader::~TarReader()

@@ -18,6 +18,7 @@ constexpr TextSection aboutTexts[] {
           "FFTW 3 (GPL 2): Fourier transforms\n"
           "SQLite (public domain): the library's file\n"
           "TagLib (LGPL 2.1): tags and covers\n"
+          "libarchive (BSD): backups\n"
           "AngelScript (zlib): scripts of controllers\n"
           "FreeType (FreeType licence), libpng (libpng licence), libjpeg-turbo (BSD) and zlib (zlib "
           "licence): text and pictures\n"

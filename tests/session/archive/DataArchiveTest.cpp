@@ -1,6 +1,6 @@
 #include "session/archive/DataArchive.h"
-#include "session/archive/TarFile.h"
 #include "library/database/SongDatabase.h"
+#include "session/archive/TarFile.h"
 #include "shared/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -73,8 +73,9 @@ struct DataArchives : testing::Test
     void SetUp() override
     {
         old.put ("setup/platterdex.set", "settings");
-        old.put (juce::String::fromUTF8 ("samples/Bank/\xc3\xa4 \xe3\x81\x82 with a name that is longer than the hundred bytes "
-                                         "which the oldest kind of tar file can give to one.wav"),
+        old.put (juce::String::fromUTF8 (
+                     "samples/Bank/\xc3\xa4 \xe3\x81\x82 with a name that is longer than the hundred bytes "
+                     "which the oldest kind of tar file can give to one.wav"),
                  "sample");
         old.put ("beatmarks/empty.xml", "");
         old.put ("mufin/px_mufin.ses", juce::String::repeatedString ("sounds ", 40));
@@ -126,7 +127,9 @@ TEST_F (DataArchives, KeepWhatTheyReplace)
     EXPECT_EQ (fresh.texts()["script_files/mine.c"], "not in the archive");
     EXPECT_EQ (restored.former.getChildFile ("setup/platterdex.set").loadFileAsString(), "mine");
     EXPECT_EQ (fresh.songs(), "/one");
-    EXPECT_EQ (fresh.library.file().getParentDirectory().getNumberOfChildFiles (juce::File::findFiles, "*_replaced_*.sqlite"), 1);
+    EXPECT_EQ (fresh.library.file().getParentDirectory().getNumberOfChildFiles (juce::File::findFiles,
+                                                                                "*_replaced_*.sqlite"),
+               1);
 }
 
 TEST_F (DataArchives, ChangeNothingWhereTheyAreDamagedOrOfOthers)
@@ -148,7 +151,8 @@ TEST_F (DataArchives, ChangeNothingWhereTheyAreDamagedOrOfOthers)
 
     for (const auto part : { 0.3, 0.6, 0.9, 0.999 })
     {
-        archive.replaceWithData (whole.getData(), static_cast<size_t> (part * static_cast<double> (whole.getSize())));
+        archive.replaceWithData (whole.getData(),
+                                 static_cast<size_t> (part * static_cast<double> (whole.getSize())));
         EXPECT_NE (restore().fault, "") << part;
         EXPECT_EQ (fresh.texts(), texts) << part;
     }
@@ -174,10 +178,12 @@ TEST_F (DataArchives, ChangeNothingWhereTheyAreDamagedOrOfOthers)
     make ({ { "other.txt", "format=1\n" } });
     expectUntouched (foreign, "another tar file");
     make ({ { "platterdex-data.txt", "format=2\nversion=3.1\nfiles=0\n" } });
-    expectUntouched ("\"data.tar.gz\" was made by a newer version of Platterdex (3.1), which can restore it.", "newer");
+    expectUntouched ("\"data.tar.gz\" was made by a newer version of Platterdex (3.1), which can restore it.",
+                     "newer");
     make ({ { "platterdex-data.txt", "format=1\nfiles=0\n" } });
     expectUntouched (damaged, "without its end");
-    for (const auto* name : { "root/../../out", "/tmp/out", "root//setup", "root/./x", "elsewhere/x", "root", "root/a\\b" })
+    for (const auto* name :
+         { "root/../../out", "/tmp/out", "root//setup", "root/./x", "elsewhere/x", "root", "root/a\\b" })
     {
         make ({ { "platterdex-data.txt", "format=1\nfiles=1\n" }, { name, "x" } });
         expectUntouched (damaged, name);
