@@ -2,7 +2,7 @@
 
 #include "midi/system/MidiSystem.h"
 #include "offline/OfflineHost.h"
-#include "offline/SetScript.h"
+#include "offline/set/SetScript.h"
 
 #include <optional>
 

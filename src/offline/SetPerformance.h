@@ -1,7 +1,7 @@
 #pragma once
 
 #include "offline/OfflineHost.h"
-#include "offline/SetScript.h"
+#include "offline/set/SetScript.h"
 #include "plugins/scan/ScannerProcess.h"
 
 /** The folder of a set's files, and the receivers of its words. */

@@ -1,4 +1,4 @@
-#include "offline/SetScript.h"
+#include "offline/set/SetScript.h"
 
 #include "support/RandGeneratorLCG.h"
 

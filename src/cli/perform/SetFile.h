@@ -2,7 +2,7 @@
 
 #include "cli/perform/RunRoot.h"
 #include "offline/OfflineHost.h"
-#include "offline/SetScript.h"
+#include "offline/set/SetScript.h"
 
 #include <functional>
 #include <optional>

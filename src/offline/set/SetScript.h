@@ -149,13 +149,14 @@ struct SetScript
     {
     };
 
+    using Action = std::variant<End, Load, Sample, Command, Setting, Reverse, Host, Preset, Timecode, Print,
+                                Midi, PrintMidi, Browse, Script, Plugin>;
+
     struct Event
     {
         int line = 0; ///< from 1
         double seconds = 0.0;
-        std::variant<End, Load, Sample, Command, Setting, Reverse, Host, Preset, Timecode, Print, Midi,
-                     PrintMidi, Browse, Script, Plugin>
-            action;
+        Action action;
     };
 
     std::vector<Event> events; ///< times never go back
