@@ -113,6 +113,41 @@ TEST (VstSlots, KeepPluginsStatesAndChoices)
     EXPECT_EQ (bench.slots->name (1), "Empty");
 }
 
+/** A plug-in that has no state of its own but programs: they can only be read by going through all of them, aloud. */
+TEST (VstSlots, KeepAPresetWithoutGoingThroughTheOthers)
+{
+    SlotsBench bench;
+    auto& fixture = bench.fixture;
+    fixture.loadNoise (0);
+    ASSERT_EQ (bench.slots->loadNow (0, pluginPath ("programs")), "");
+    fixture.set ("VST_INSERT_SEND_SIGNAL_ROUTING_SLOT_A");
+    fixture.set ("VST_DRY_WET_SLOT_A", 1.0f);
+    fixture.render (8192);
+    bench.slots->choosePreset (0, 2);
+    fixture.render (8192);
+    for (int second = 0; second < 3; ++second)
+    {
+        bench.slots->plugin (0)->getParameters()[1]->setValue (0.5f + 0.1f * static_cast<float> (second));
+        bench.slots->save();
+        EXPECT_EQ (fixture.render (512).getMagnitude (4, 0, 512), 0.0f) << "it is heard being kept";
+    }
+    bench.makeSlots();
+    ASSERT_EQ (bench.slots->name (0), "programs");
+    EXPECT_EQ (bench.slots->plugin (0)->getCurrentProgram(), 2);
+    EXPECT_EQ (bench.slots->plugin (0)->getParameters()[0]->getValue(), 0.75f);
+    EXPECT_EQ (bench.slots->plugin (0)->getParameters()[1]->getValue(), 0.7f);
+
+    // A preset is kept though the plug-in says nothing of it.
+    bench.slots->choosePreset (0, 1);
+    for (int look = 0; look < 30; ++look)
+        bench.slots->serve();
+    const auto file = fixture.engine->environment.folders.setup().getChildFile ("vst_slots.xml");
+    const auto isKept = [&file] { return file.loadFileAsString().contains ("program=\"1\""); };
+    for (int ms = 0; ms < 10000 && !isKept(); ms += 5)
+        juce::Thread::sleep (5);
+    EXPECT_TRUE (isKept());
+}
+
 TEST (VstSlots, BlameThePluginOfWhichTheProgramDied)
 {
     SlotsBench bench;
@@ -136,12 +171,12 @@ TEST (SlotsFile, TakesAnyBytes)
 {
     SavedSlots slots;
     slots[2].plugin = "VST-\"<&-1";
-    slots[2].state.append ("\0\x01\xff", 3);
+    slots[2].state.bytes.append ("\0\x01\xff", 3);
     const auto bytes = SlotsFile::write (slots);
     const auto read = SlotsFile::read (bytes);
     ASSERT_TRUE (read);
     EXPECT_EQ ((*read)[2].plugin, slots[2].plugin);
-    EXPECT_EQ ((*read)[2].state, slots[2].state);
+    EXPECT_EQ ((*read)[2].state.bytes, slots[2].state.bytes);
     for (size_t length = 0; length < bytes.size(); length += 7)
     {
         const auto cut = SlotsFile::read (bytes.substr (0, length));

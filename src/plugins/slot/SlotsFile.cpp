@@ -27,6 +27,8 @@ SavedSlot slotIn (const XmlPullParser& parser)
     SavedSlot slot;
     slot.plugin = textOf (parser, "plugin");
     slot.name = textOf (parser, "name");
+    if (const auto program = textOf (parser, "program"); program.isNotEmpty())
+        slot.state.program = juce::jmax (PluginState::noProgram, program.getIntValue());
     slot.isOn = flagOf (parser, "on", slot.isOn);
     slot.isInsert = flagOf (parser, "insert", slot.isInsert);
     if (const auto wetness = textOf (parser, "dryWet"); wetness.isNotEmpty())
@@ -63,7 +65,7 @@ std::optional<SavedSlots> SlotsFile::read (std::string_view bytes)
             state += parser.text();
         if (event == Event::end && open != nullptr && parser.depth() == 1)
         {
-            juce::MemoryOutputStream decoded (open->state, false);
+            juce::MemoryOutputStream decoded (open->state.bytes, false);
             if (!juce::Base64::convertFromBase64 (decoded, juce::String (state).removeCharacters (" \r\n\t")))
                 decoded.reset();
             open = nullptr;
@@ -102,8 +104,9 @@ std::string SlotsFile::write (const SavedSlots& slots)
         append (text, "dryWet", juce::String (slot.dryWet, 6));
         for (size_t which = 0; which < indexNames.size(); ++which)
             append (text, indexNames[which], juce::String (slot.paramIndices[which]));
+        append (text, "program", juce::String (slot.state.program));
         text += '>';
-        text += juce::Base64::toBase64 (slot.state.getData(), slot.state.getSize()).toStdString();
+        text += juce::Base64::toBase64 (slot.state.bytes.getData(), slot.state.bytes.getSize()).toStdString();
         text += "</slot>\n";
     }
     text += "</vstSlots>\n";

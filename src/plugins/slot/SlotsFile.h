@@ -1,6 +1,6 @@
 #pragma once
 
-#include <juce_core/juce_core.h>
+#include "plugins/formats/PluginState.h"
 
 #include <array>
 #include <optional>
@@ -12,7 +12,7 @@ struct SavedSlot
 {
     juce::String plugin; ///< JUCE's identifier of a known plug-in; empty for none
     juce::String name;   ///< to be shown when the plug-in is missing
-    juce::MemoryBlock state;
+    PluginState state;
     bool isOn = true, isInsert = false;
     double dryWet = 0.5;                        ///< 0 to 1
     std::array<int, 2> paramIndices { -1, -1 }; ///< -1 not assigned

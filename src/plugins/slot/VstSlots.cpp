@@ -32,13 +32,6 @@ VstSlots::Options allowed (VstSlots::Options options)
     options.keepsSlots = options.keepsSlots && std::getenv ("PLATTERDEX_SCANNER") == nullptr;
     return options;
 }
-
-juce::MemoryBlock stateOf (juce::AudioProcessor& processor)
-{
-    juce::MemoryBlock state;
-    processor.getStateInformation (state);
-    return state;
-}
 }
 
 VstSlots::VstSlots (CPlatterdex& e, Options o)
@@ -109,7 +102,7 @@ void VstSlots::loadVstPlugin (int deck, const KnownPluginEntry& entry)
 
 PluginTrial::Request VstSlots::requestOf (const Load& load) const
 {
-    return { load.entry, engine.decks.engineRate, engine.hostBlockSize, load.state };
+    return { load.entry, engine.decks.engineRate, engine.hostBlockSize, load.state.bytes };
 }
 
 void VstSlots::begin (int deck, Load load)
@@ -204,9 +197,7 @@ juce::String VstSlots::install (int deck, const Load& load)
         marker.set (deck, {});
         return made.fault.isNotEmpty() ? made.fault : tr ("It could not be loaded.");
     }
-    if (!load.state.isEmpty())
-        plugin->processor->setStateInformation (load.state.getData(),
-                                                static_cast<int> (load.state.getSize()));
+    load.state.giveTo (*plugin->processor);
 
     auto& own = at (deck);
     own.entry = load.entry;
@@ -288,6 +279,15 @@ void VstSlots::setParamIndex (int deck, int which, int index)
     ++at (deck).revision;
 }
 
+void VstSlots::choosePreset (int deck, int index)
+{
+    auto* const processor = plugin (deck);
+    if (processor == nullptr || index < 0 || index >= processor->getNumPrograms())
+        return;
+    processor->setCurrentProgram (index);
+    at (deck).changes.set(); // plug-ins need not say that it has become another
+}
+
 void VstSlots::assign (int deck, int which, int index)
 {
     auto& own = at (deck);
@@ -329,7 +329,7 @@ void VstSlots::followPlugin (int deck)
         marker.set (deck, {});
     if (own.plugin->sampleRate() != engine.decks.engineRate && !own.isLoading)
         // Prepared anew, which a plug-in that plays can't be: another one takes its state and place.
-        return begin (deck, { own.entry, stateOf (processor), own.paramIndices, true });
+        return begin (deck, { own.entry, PluginState::of (processor), own.paramIndices, true });
     own.plugin->updateLatency();
     for (size_t i = 0; i < own.paramIndices.size(); ++i)
         if (auto* const parameter = processor.getParameters()[own.paramIndices[i]])
@@ -360,7 +360,7 @@ bool VstSlots::updateKept (int deck)
     {
         saved.plugin.clear();
         saved.name.clear();
-        saved.state.reset();
+        saved.state = {};
     }
     else
     {
@@ -370,7 +370,7 @@ bool VstSlots::updateKept (int deck)
     saved.paramIndices = own.paramIndices;
     if (own.plugin == nullptr || !own.changes.take())
         return choices() != before;
-    saved.state = stateOf (*own.plugin->processor);
+    saved.state = PluginState::of (*own.plugin->processor);
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "engine/CPlatterdex.h"
 #include "plugins/catalogue/KnownPlugins.h"
 #include "plugins/formats/PluginFormats.h"
+#include "plugins/formats/PluginState.h"
 #include "plugins/slot/ChangeNote.h"
 #include "plugins/slot/LoadingMarker.h"
 #include "plugins/slot/PluginTrial.h"
@@ -77,6 +78,9 @@ public:
     int paramIndex (int deck, int which) const;
     void setParamIndex (int deck, int which, int index);
 
+    /** Has the plug-in take one of its presets, which is kept as every change is. @param index   of its programs */
+    void choosePreset (int deck, int index);
+
     /** Grows whenever a slot's plug-in or its choices become others. */
     uint32_t revision (int deck) const { return at (deck).revision; }
 
@@ -124,7 +128,7 @@ private:
     struct Load
     {
         KnownPluginEntry entry;
-        juce::MemoryBlock state {};
+        PluginState state {};
         std::array<int, paramsPerSlot> paramIndices { -1, -1 };
         bool isReturn = false; ///< of what was in the slot before, not chosen by a hand
     };

@@ -151,8 +151,11 @@ void VstSlotComponent::fillPluginMenu (juce::PopupMenu& menu) const
     {
         juce::PopupMenu presets;
         for (int i = 0; i < plugin->getNumPrograms(); ++i)
-            presets.addItem (firstPresetItem + i, plugin->getProgramName (i), true,
+        {
+            const auto preset = plugin->getProgramName (i).trim(); // some name only the one that they play
+            presets.addItem (firstPresetItem + i, preset.isNotEmpty() ? preset : juce::String (i + 1), true,
                              i == plugin->getCurrentProgram());
+        }
         if (presets.getNumItems() > 1)
             menu.addSubMenu (tr ("Presets of the plug-in"), presets);
         menu.addItem (parametersItem, tr ("All parameters..."));
@@ -192,7 +195,7 @@ void VstSlotComponent::stepPreset (int step)
     if (plugin == nullptr || plugin->getNumPrograms() < 2)
         return;
     const auto count = plugin->getNumPrograms();
-    plugin->setCurrentProgram ((plugin->getCurrentProgram() + step + count) % count);
+    slots->choosePreset (deck, (plugin->getCurrentProgram() + step + count) % count);
 }
 
 void VstSlotComponent::fillParameterMenu (juce::PopupMenu& menu, int which) const

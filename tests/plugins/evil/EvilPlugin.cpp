@@ -43,7 +43,7 @@ bool is (std::string_view name)
     return behaviour == name;
 }
 
-constexpr int delayFrames = 100, manyChannels = 40, parameters = 2;
+constexpr int delayFrames = 100, manyChannels = 40, parameters = 2, programs = 3;
 
 struct Plugin
 {
@@ -52,6 +52,11 @@ struct Plugin
     std::array<std::array<float, delayFrames>, 2> line {};
     int place = 0, blocks = 0;
     std::vector<char> state;
+    int program = 0;
+    std::array<std::array<float, parameters>, programs> kept {
+        { { 0.5f, 0.1f }, { 0.25f, 0.2f }, { 0.75f, 0.3f } }
+    };
+    std::atomic<bool> clicks { false }; ///< for a block after its program has changed
 };
 
 Plugin& of (AEffect* effect)
@@ -74,7 +79,7 @@ float processed (Plugin& plugin, size_t channel, float in)
         return 1e-40f;
     if (is ("delay"))
         return std::exchange (plugin.line[channel][static_cast<size_t> (plugin.place)], in);
-    return in * 2.0f * plugin.values[0]; // 0.5 is unity
+    return in * 2.0f * plugin.values[0] + (plugin.clicks ? 0.5f : 0.0f); // 0.5 is unity
 }
 
 void process (AEffect* effect, float** in, float** out, int frames)
@@ -91,6 +96,18 @@ void process (AEffect* effect, float** in, float** out, int frames)
                                                 : 0.25f;
         plugin.place = (plugin.place + 1) % delayFrames;
     }
+    plugin.clicks = false;
+}
+
+void changeProgram (Plugin& plugin, int next)
+{
+    for (size_t i = 0; i < parameters; ++i)
+    {
+        plugin.kept[static_cast<size_t> (plugin.program)][i] = plugin.values[i];
+        plugin.values[i] = plugin.kept[static_cast<size_t> (next)][i];
+    }
+    plugin.program = next;
+    plugin.clicks = plugin.blocks > 0;
 }
 
 void say (void* target, const char* text)
@@ -125,6 +142,15 @@ t_fstPtrInt dispatch (AEffect* effect, int opcode, int index, t_fstPtrInt value,
         return 1;
     case effGetPlugCategory:
         return kPlugCategEffect;
+    case effSetProgram:
+        if (is ("programs"))
+            changeProgram (plugin, static_cast<int> (value));
+        return 0;
+    case effGetProgram:
+        return plugin.program;
+    case effGetProgramName:
+        say (data, ("Sound " + std::to_string (plugin.program)).c_str());
+        return 0;
     case effGetVstVersion:
         return kVstVersion;
     case effGetChunk:
@@ -189,7 +215,8 @@ extern "C" __attribute__ ((visibility ("default"))) AEffect* VSTPluginMain (audi
                         : is ("many")           ? manyChannels
                         : is ("one_in_six_out") ? 6
                                                 : 2;
-    record.flags = effFlagsCanReplacing | effFlagsProgramChunks;
+    record.numPrograms = is ("programs") ? programs : 0;
+    record.flags = effFlagsCanReplacing | (is ("programs") ? 0 : effFlagsProgramChunks);
     record.initialDelay = is ("delay") ? delayFrames : 0;
     uint32_t hash = 0; // goes round, as a hash does
     for (const auto c : behaviour)

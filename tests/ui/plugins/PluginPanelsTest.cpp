@@ -45,6 +45,38 @@ TEST (VstSlotPanel, LoadsThePluginThatAnItemOfItsMenuNames)
     EXPECT_EQ (bench.slots->name (2), "Empty");
 }
 
+TEST (VstSlotPanel, OffersThePresetsOfItsPlugin)
+{
+    PanelBench bench;
+    auto& slots = *bench.slots;
+    VstSlotComponent panel (*bench.fixture.engine, 0);
+    ASSERT_EQ (slots.loadNow (0, juce::String (PX_EVIL_PLUGINS) + "/programs.so"), "");
+    const auto offered = [&panel] (juce::Array<int>& ids)
+    {
+        juce::PopupMenu menu;
+        panel.fillPluginMenu (menu);
+        juce::StringArray presets;
+        ids.clear();
+        for (juce::PopupMenu::MenuItemIterator item (menu, true); item.next();)
+            if (const auto& each = item.getItem(); each.itemID >= 100'000 && each.itemID < 200'000)
+            {
+                presets.add (each.text + (each.isTicked ? "*" : ""));
+                ids.add (each.itemID);
+            }
+        return presets.joinIntoString (", ");
+    };
+    juce::Array<int> ids;
+    EXPECT_EQ (offered (ids), "Sound 0*, 2, 3") << "one without a name has its number";
+    ASSERT_EQ (ids.size(), 3);
+    panel.choosePlugin (ids[2]);
+    EXPECT_EQ (slots.plugin (0)->getCurrentProgram(), 2);
+    EXPECT_EQ (offered (ids), "1, 2, Sound 2*");
+    for (auto* child : panel.getChildren())
+        if (child->getName() == "_laterPresetButton")
+            dynamic_cast<PXImageButton&> (*child).onClick();
+    EXPECT_EQ (slots.plugin (0)->getCurrentProgram(), 0) << "the last is followed by the first";
+}
+
 TEST (VstSlotPanel, TiesItsKnobsToParametersByTheirMenus)
 {
     PanelBench bench;
