@@ -85,12 +85,11 @@ VstSlots* VstSlots::of (const CPlatterdex& e)
 //======================================================================================================================
 // Loading
 
-void VstSlots::loadVstPlugin (int deck, int menuIndex)
+void VstSlots::loadVstPlugin (int deck, int menuIndex, const std::vector<KnownPluginEntry>& menu)
 {
-    const auto all = known->usable();
     const auto index = menuIndex - emptyMenuEntries;
-    if (index >= 0 && index < static_cast<int> (all.size()))
-        loadVstPlugin (deck, all[static_cast<size_t> (index)]);
+    if (index >= 0 && index < static_cast<int> (menu.size()))
+        loadVstPlugin (deck, menu[static_cast<size_t> (index)]);
     else
         unload (deck);
 }

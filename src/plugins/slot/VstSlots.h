@@ -48,8 +48,9 @@ public:
     //==================================================================================================================
     // Loading
 
-    /** Loads a plug-in of usable(), or empties the slot. @param menuIndex   0 and 1 empty it, 2 is the first plug-in */
-    void loadVstPlugin (int deck, int menuIndex);
+    /** Loads a plug-in of a menu, or empties the slot. @param menuIndex   0 and 1 empty it, 2 is the first plug-in
+        @param menu   the plug-ins that the menu was made of: those that are known may have become others since */
+    void loadVstPlugin (int deck, int menuIndex, const std::vector<KnownPluginEntry>& menu);
     void loadVstPlugin (int deck, const KnownPluginEntry&);
     void unload (int deck);
 

@@ -123,17 +123,17 @@ void VstSlotComponent::pluginLeaves (int leftDeck)
 //======================================================================================================================
 // Menus
 
-void VstSlotComponent::fillPluginMenu (juce::PopupMenu& menu) const
+void VstSlotComponent::fillPluginMenu (juce::PopupMenu& menu)
 {
     const auto current = slots->name (deck);
     menu.addItem (emptyItem, tr ("Empty"), true, slots->plugin (deck) == nullptr);
     menu.addSeparator();
     // By format and maker: a machine has hundreds.
     std::map<juce::String, std::map<juce::String, juce::PopupMenu>> groups;
-    const auto all = slots->known->usable();
-    for (int i = 0; i < static_cast<int> (all.size()); ++i)
+    offered = slots->known->usable();
+    for (int i = 0; i < static_cast<int> (offered.size()); ++i)
     {
-        const auto& plugin = all[static_cast<size_t> (i)].description;
+        const auto& plugin = offered[static_cast<size_t> (i)].description;
         const auto maker = plugin.manufacturerName.isEmpty() ? tr ("Others") : plugin.manufacturerName;
         groups[plugin.pluginFormatName][maker].addItem (VstSlots::emptyMenuEntries + i, plugin.name, true,
                                                         plugin.name == current);
@@ -144,7 +144,7 @@ void VstSlotComponent::fillPluginMenu (juce::PopupMenu& menu) const
         for (auto& [maker, plugins] : makers)
             menu.addSubMenu (maker, plugins);
     }
-    if (all.empty())
+    if (offered.empty())
         menu.addItem (-1, tr ("No plug-ins are known yet"), false);
     menu.addSeparator();
     if (auto* const plugin = slots->plugin (deck))
@@ -180,12 +180,9 @@ void VstSlotComponent::choosePlugin (int item)
         flag = static_cast<int8_t> (flag == 0);
     }
     else if (item >= firstPresetItem)
-    {
-        if (auto* const plugin = slots->plugin (deck))
-            plugin->setCurrentProgram (item - firstPresetItem);
-    }
+        slots->choosePreset (deck, item - firstPresetItem);
     else
-        slots->loadVstPlugin (deck, item);
+        slots->loadVstPlugin (deck, item, offered);
     refresh();
 }
 

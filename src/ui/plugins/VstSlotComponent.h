@@ -22,7 +22,7 @@ public:
     void paint (juce::Graphics&) override;
 
     /** The two menus; public for tests. */
-    void fillPluginMenu (juce::PopupMenu&) const;
+    void fillPluginMenu (juce::PopupMenu&);
     void choosePlugin (int item);
     void fillParameterMenu (juce::PopupMenu&, int which) const;
 
@@ -41,6 +41,7 @@ private:
     VstSlots* const slots; ///< null where there are none: the controls stay, with nothing to choose
     DeckBadge badge;
     MenuButton pluginButton;
+    std::vector<KnownPluginEntry> offered; ///< the plug-ins of the menu that was opened last
     PXTextButton editorButton { tr ("Editor") };
     PXImageButton formerButton { "_formerPresetButton" }, laterButton { "_laterPresetButton" };
     std::array<MenuButton, VstSlots::paramsPerSlot> parameterButtons;

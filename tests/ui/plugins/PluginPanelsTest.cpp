@@ -39,6 +39,13 @@ TEST (VstSlotPanel, LoadsThePluginThatAnItemOfItsMenuNames)
             EXPECT_EQ (bench.slots->name (2), item.getItem().text);
             loaded.add (bench.slots->name (2));
         }
+    // A scan that goes on while the menu is open moves no item to another plug-in.
+    auto first = bench.slots->known->entries().front();
+    first.description.name = "a";
+    first.file = "/a.so";
+    bench.slots->known->put (first.file, { first });
+    panel.choosePlugin (VstSlots::emptyMenuEntries);
+    EXPECT_EQ (bench.slots->name (2), loaded[0]);
     loaded.sort (false);
     EXPECT_EQ (loaded.joinIntoString (" "), "delay gain mono") << "what has crashed is not offered";
     panel.choosePlugin (1);
