@@ -17,11 +17,10 @@ constexpr int margin = 8, row = 24, gap = 4, panelHeight = 96, panelWidth = 520;
 juce::FileSearchPath systemFolders()
 {
     juce::FileSearchPath path;
-    for (const auto* folder :
-         { "~/.vst", "~/.vst3", "~/.lv2", "/usr/lib/vst", "/usr/lib/vst3", "/usr/lib/lv2",
-           "/usr/local/lib/vst", "/usr/local/lib/vst3", "/usr/local/lib/lv2" })
-        if (const juce::File file (folder); file.isDirectory())
-            path.addIfNotAlreadyThere (file);
+    for (const auto* folder : { "~/.", "/usr/lib/", "/usr/local/lib/" })
+        for (const auto* name : { "vst", "lxvst", "vst3", "lv2" })
+            if (const juce::File file (juce::String (folder) + name); file.isDirectory())
+                path.addIfNotAlreadyThere (file);
     return path;
 }
 }
@@ -58,7 +57,7 @@ PluginScannerComponent::PluginScannerComponent (VstSlots& s) : slots (s), table 
     popupsButton.setTooltip (tr ("Keeps plug-ins from showing windows while they are scanned."));
     popupsButton.setToggleState (true, juce::dontSendNotification);
     systemButton.setTooltip (
-        tr ("Scans ~/.vst, ~/.vst3, ~/.lv2 and the folders of the same names below /usr."));
+        tr ("Scans ~/.vst, ~/.lxvst, ~/.vst3, ~/.lv2 and the folders of the same names below /usr."));
     systemButton.setToggleState (true, juce::dontSendNotification);
     folderLabel.setText (slots.engine.settings.vstFolder.get(), juce::dontSendNotification);
     folderLabel.setMinimumHorizontalScale (0.5f);
