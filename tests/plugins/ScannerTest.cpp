@@ -117,6 +117,14 @@ TEST (Scanner, FindsWhatPluginsAreAndMarksWhatTheyDo)
     EXPECT_TRUE (log.contains ("Killing process failed (probably it was already dead)!"));
 }
 
+TEST (Scanner, BlamesNoPluginForAScannerThatIsNotThere)
+{
+    Scan scan (evil.getChildFile ("no scanner"));
+    EXPECT_EQ (scan ("gain"), Outcome::failed);
+    EXPECT_EQ (scan.entry ("gain").reason, "The scanner could not be started.");
+    EXPECT_FALSE (scan.known.isUpToDate (evil.getChildFile ("gain.so"))) << "it would never be scanned again";
+}
+
 TEST (Scanner, OffersToSkipAPluginThatHangs)
 {
     Scan scan;

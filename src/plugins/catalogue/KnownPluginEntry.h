@@ -18,10 +18,12 @@ struct KnownPluginEntry
 {
     juce::PluginDescription description;
     VerifiedState state = VerifiedState::verified;
-    int latency = 0;          ///< in samples, as it reports it when it is loaded
-    juce::String file;        ///< the file or bundle that was scanned
-    juce::int64 fileTime = 0; ///< of its last change, in ms
-    juce::String reason;      ///< of a failure, one sentence
+    int latency = 0;     ///< in samples, as it reports it when it is loaded
+    juce::String file;   ///< the file or bundle that was scanned
+    juce::String reason; ///< of a failure, one sentence
+
+    static constexpr juce::int64 notScanned = 0;
+    juce::int64 fileTime = notScanned; ///< of its last change, in ms; without one it is scanned again
 
     bool isUsable() const noexcept { return state == VerifiedState::verified; }
 

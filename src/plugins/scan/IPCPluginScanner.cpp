@@ -8,6 +8,17 @@
 
 #include <algorithm>
 
+namespace
+{
+/** The entry of a file that no scanner has looked at: the next scan does. */
+KnownPluginEntry unscanned (const juce::File& file, const juce::String& reason)
+{
+    auto entry = PluginProbe::unusable (file, VerifiedState::failed, reason);
+    entry.fileTime = KnownPluginEntry::notScanned;
+    return entry;
+}
+}
+
 IPCPluginScanner::IPCPluginScanner (KnownPlugins& k, Listener& l, Options options)
     : known (k),
       listener (l),
@@ -39,11 +50,12 @@ IPCPluginScanner::Outcome IPCPluginScanner::scanFile (const juce::File& file)
     case End::notStarted:
         return listener.shouldExit()
                    ? Outcome::cancelled
-                   : enterFailure (file, VerifiedState::failed, N_ ("The scanner could not be started."));
+                   : enterFailure (unscanned (file, N_ ("The scanner could not be started.")));
     case End::notTaken:
-        return enterFailure (file, VerifiedState::failed, N_ ("The scanner did not answer."));
+        return enterFailure (unscanned (file, N_ ("The scanner did not answer.")));
     case End::skipped:
-        return enterFailure (file, VerifiedState::failed, N_ ("It was skipped, since it did not respond."));
+        return enterFailure (PluginProbe::unusable (file, VerifiedState::failed,
+                                                    N_ ("It was skipped, since it did not respond.")));
     case End::cancelled:
         return Outcome::cancelled;
     case End::died:
@@ -52,14 +64,16 @@ IPCPluginScanner::Outcome IPCPluginScanner::scanFile (const juce::File& file)
     write ("PROCESS DEAD? : " + file.getFullPathName());
     write (answer.wasSilent ? "Killing process succeeded!"
                             : "Killing process failed (probably it was already dead)!");
-    return enterFailure (file, VerifiedState::crashed, N_ ("The scanner died of it."));
+    return enterFailure (
+        PluginProbe::unusable (file, VerifiedState::crashed, N_ ("The scanner died of it.")));
 }
 
 IPCPluginScanner::Outcome IPCPluginScanner::enterResult (const juce::File& file, const std::string& xml)
 {
     auto entries = PluginListFile::read (xml);
     if (!entries || entries->empty())
-        return enterFailure (file, VerifiedState::failed, N_ ("The scanner's answer can't be read."));
+        return enterFailure (
+            PluginProbe::unusable (file, VerifiedState::failed, N_ ("The scanner's answer can't be read.")));
     const auto path = file.getFullPathName();
     for (auto& entry : *entries)
         entry.file = path; // nothing that a plug-in says of itself puts another one in the list
@@ -72,15 +86,13 @@ IPCPluginScanner::Outcome IPCPluginScanner::enterResult (const juce::File& file,
     return isFound ? Outcome::found : Outcome::failed;
 }
 
-IPCPluginScanner::Outcome IPCPluginScanner::enterFailure (const juce::File& file, VerifiedState state,
-                                                          const juce::String& reason)
+IPCPluginScanner::Outcome IPCPluginScanner::enterFailure (const KnownPluginEntry& entry)
 {
-    if (state == VerifiedState::failed)
-        write ("FAILED : " + file.getFullPathName() + " : " + reason);
-    const std::vector entries { PluginProbe::unusable (file, state, reason) };
-    known.put (file.getFullPathName(), entries);
-    listener.scanFinished (PluginListFile::write (entries));
-    return state == VerifiedState::crashed ? Outcome::crashed : Outcome::failed;
+    if (entry.state == VerifiedState::failed)
+        write ("FAILED : " + entry.file + " : " + entry.reason);
+    known.put (entry.file, { entry });
+    listener.scanFinished (PluginListFile::write ({ entry }));
+    return entry.state == VerifiedState::crashed ? Outcome::crashed : Outcome::failed;
 }
 
 IPCPluginScanner::Outcome IPCPluginScanner::scanInProcess (const juce::File& file)

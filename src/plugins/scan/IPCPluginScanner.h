@@ -55,7 +55,7 @@ public:
 
 private:
     Outcome enterResult (const juce::File&, const std::string& xml);
-    Outcome enterFailure (const juce::File&, VerifiedState, const juce::String& reason);
+    Outcome enterFailure (const KnownPluginEntry&);
     Outcome scanInProcess (const juce::File&);
     void write (const juce::String& line) const;
 

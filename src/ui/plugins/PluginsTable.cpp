@@ -148,6 +148,8 @@ juce::String PluginsTable::note() const
     if (const auto row = table.getSelectedRow(); row >= 0 && row < static_cast<int> (rows.size()))
     {
         const auto& entry = rows[static_cast<size_t> (row)];
+        if (!entry.isUsable() && entry.fileTime == KnownPluginEntry::notScanned)
+            return entry.description.name + ": " + tr (entry.reason);
         return entry.isUsable() ? entry.file
                                 : tr ("%1: %2 It is left out of scans until you press Delete.",
                                       entry.description.name, tr (entry.reason));
