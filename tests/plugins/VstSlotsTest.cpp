@@ -1,6 +1,7 @@
 #include "SlotsBench.h"
 
 #include "shared/Signals.h"
+#include "shared/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -152,6 +153,7 @@ TEST (VstSlots, BlameThePluginOfWhichTheProgramDied)
 {
     SlotsBench bench;
     ASSERT_EQ (bench.slots->loadNow (3, pluginPath ("gain")), "");
+    bench.slots->plugin (3)->getParameters()[1]->setValue (0.125f);
     const auto setup = bench.fixture.engine->environment.folders.setup();
     const auto marker = setup.getChildFile ("vst_loading.txt");
     ASSERT_TRUE (marker.existsAsFile());
@@ -164,7 +166,31 @@ TEST (VstSlots, BlameThePluginOfWhichTheProgramDied)
     EXPECT_TRUE (bench.messages.all.joinIntoString ("\n").contains (
         "3 *** Plug-in left out ***|The program ended while gain"));
     bench.makeSlots();
+    EXPECT_EQ (bench.slots->name (3), "Empty") << "nobody has chosen it since";
     EXPECT_EQ (bench.messages.all.size(), 1) << "it is said once";
+
+    // It may have been the power: a hand brings it back as it was.
+    ASSERT_EQ (bench.slots->loadNow (3, "gain"), "");
+    EXPECT_EQ (bench.slots->plugin (3)->getParameters()[1]->getValue(), 0.125f);
+    bench.makeSlots();
+    EXPECT_EQ (bench.slots->name (3), "gain");
+}
+
+/** A program that was killed may take seconds to die, and has its folder meanwhile. */
+TEST (LoadingMarker, BlamesWhileTheProgramThatDiedIsDying)
+{
+    const TemporaryFolder folder;
+    const auto file = folder.file ("marker.txt");
+    LoadingMarker died (file, [] { return true; });
+    died.set (1, "delay");
+    auto isDying = true;
+    LoadingMarker marker (file, [&isDying] { return !isDying; });
+    EXPECT_EQ (marker.takeBlamed()[1], "delay");
+    marker.set (2, "gain");
+    EXPECT_EQ (file.loadFileAsString(), "B delay\n") << "another may be at work";
+    isDying = false;
+    marker.set (1, {});
+    EXPECT_FALSE (file.existsAsFile());
 }
 
 TEST (SlotsFile, TakesAnyBytes)

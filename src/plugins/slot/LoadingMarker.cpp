@@ -4,29 +4,32 @@
 
 #include <algorithm>
 
-LoadingMarker::LoadingMarker (juce::File f) : file (std::move (f)) {}
+LoadingMarker::LoadingMarker (juce::File f, std::function<bool()> may)
+    : file (std::move (f)),
+      mayWrite (std::move (may))
+{
+}
 
 std::array<juce::String, LoadingMarker::slots> LoadingMarker::takeBlamed()
 {
-    std::array<juce::String, slots> blamed;
     if (file == juce::File() || !file.existsAsFile())
-        return blamed;
+        return {};
     // A line a slot: its letter, a blank, the name.
     for (const auto& line : juce::StringArray::fromLines (file.loadFileAsString()))
         if (const auto slot = static_cast<int> (line[0]) - 'A'; slot >= 0 && slot < slots)
-            blamed[static_cast<size_t> (slot)] = line.substring (2);
-    file.deleteFile();
+            names[static_cast<size_t> (slot)] = line.substring (2);
+    const auto blamed = names;
+    for (int slot = 0; slot < slots; ++slot)
+        set (slot, {});
     return blamed;
 }
 
 void LoadingMarker::set (int slot, const juce::String& name)
 {
     auto& own = names[static_cast<size_t> (slot)];
-    if (own == name)
+    if (own == name || file == juce::File() || !mayWrite())
         return;
     own = name;
-    if (file == juce::File())
-        return;
     juce::String text;
     for (int i = 0; i < slots; ++i)
         if (const auto& each = names[static_cast<size_t> (i)]; each.isNotEmpty())

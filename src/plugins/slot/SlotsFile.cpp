@@ -29,6 +29,7 @@ SavedSlot slotIn (const XmlPullParser& parser)
     slot.name = textOf (parser, "name");
     if (const auto program = textOf (parser, "program"); program.isNotEmpty())
         slot.state.program = juce::jmax (PluginState::noProgram, program.getIntValue());
+    slot.isLeftOut = flagOf (parser, "leftOut", slot.isLeftOut);
     slot.isOn = flagOf (parser, "on", slot.isOn);
     slot.isInsert = flagOf (parser, "insert", slot.isInsert);
     if (const auto wetness = textOf (parser, "dryWet"); wetness.isNotEmpty())
@@ -99,6 +100,7 @@ std::string SlotsFile::write (const SavedSlots& slots)
         append (text, "deck", juce::String::charToString (static_cast<juce::juce_wchar> ('A' + i)));
         append (text, "plugin", slot.plugin);
         append (text, "name", slot.name);
+        append (text, "leftOut", slot.isLeftOut ? "1" : "0");
         append (text, "on", slot.isOn ? "1" : "0");
         append (text, "insert", slot.isInsert ? "1" : "0");
         append (text, "dryWet", juce::String (slot.dryWet, 6));

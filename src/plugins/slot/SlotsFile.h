@@ -13,6 +13,7 @@ struct SavedSlot
     juce::String plugin; ///< JUCE's identifier of a known plug-in; empty for none
     juce::String name;   ///< to be shown when the plug-in is missing
     PluginState state;
+    bool isLeftOut = false; ///< it is not loaded at the start, since the program once died of loading
     bool isOn = true, isInsert = false;
     double dryWet = 0.5;                        ///< 0 to 1
     std::array<int, 2> paramIndices { -1, -1 }; ///< -1 not assigned

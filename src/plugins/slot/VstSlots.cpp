@@ -39,7 +39,8 @@ VstSlots::VstSlots (CPlatterdex& e, Options o)
       engine (e),
       options (allowed (std::move (o))),
       marker (options.keepsSlots ? engine.environment.folders.setup().getChildFile ("vst_loading.txt")
-                                 : juce::File()),
+                                 : juce::File(),
+              [this] { return mayKeep(); }),
       trial (options.scanner),
       keeper (options.keepsSlots ? engine.environment.folders.setup().getChildFile ("vst_slots.xml")
                                  : juce::File())
@@ -96,7 +97,16 @@ void VstSlots::loadVstPlugin (int deck, int menuIndex, const std::vector<KnownPl
 
 void VstSlots::loadVstPlugin (int deck, const KnownPluginEntry& entry)
 {
-    begin (deck, { entry });
+    begin (deck, byHand (deck, entry));
+}
+
+/** A plug-in that was left out at the start comes back with all that was kept of it. */
+VstSlots::Load VstSlots::byHand (int deck, const KnownPluginEntry& entry) const
+{
+    const auto& saved = kept[static_cast<size_t> (deck)];
+    if (at (deck).isAwaited && entry.description.matchesIdentifierString (saved.plugin))
+        return { entry, saved.state, saved.paramIndices, true };
+    return { entry };
 }
 
 PluginTrial::Request VstSlots::requestOf (const Load& load) const
@@ -169,7 +179,7 @@ juce::String VstSlots::loadNow (int deck, const juce::String& pathOrName)
         return tr ("The plug-in %1 is not known; platterdex plugins list shows those that are.",
                    pathOrName.quoted());
     }
-    const Load load { *entry };
+    const auto load = byHand (deck, *entry);
     auto fault = trial.run (requestOf (load), [] { return false; });
     if (fault.isEmpty())
         fault = install (deck, load);
@@ -366,6 +376,7 @@ bool VstSlots::updateKept (int deck)
         saved.plugin = own.entry.description.createIdentifierString();
         saved.name = own.name;
     }
+    saved.isLeftOut = false;
     saved.paramIndices = own.paramIndices;
     if (own.plugin == nullptr || !own.changes.take())
         return choices() != before;
@@ -373,10 +384,15 @@ bool VstSlots::updateKept (int deck)
     return true;
 }
 
+bool VstSlots::mayKeep() const
+{
+    return options.keepsSlots
+           && (engine.environment.mayKeepSettings == nullptr || engine.environment.mayKeepSettings());
+}
+
 void VstSlots::keepChanges()
 {
-    if (!options.keepsSlots
-        || (engine.environment.mayKeepSettings != nullptr && !engine.environment.mayKeepSettings()))
+    if (!mayKeep())
         return;
     auto hasChanged = false;
     for (int deck = 0; deck < deckCount; ++deck)
@@ -398,20 +414,25 @@ void VstSlots::restore()
     kept = keeper.read();
     for (int deck = 0; deck < deckCount; ++deck)
         restoreSlot (deck, kept[static_cast<size_t> (deck)], blamed[static_cast<size_t> (deck)]);
+    if (blamed != std::array<juce::String, LoadingMarker::slots> {} && mayKeep())
+        keeper.write (kept); // the next start leaves them out too
 }
 
-void VstSlots::restoreSlot (int deck, const SavedSlot& saved, const juce::String& blamed)
+void VstSlots::restoreSlot (int deck, SavedSlot& saved, const juce::String& blamed)
 {
     slot (deck).dryWet = saved.dryWet;
     slot (deck).isInsert = saved.isInsert ? 1 : 0;
     slot (deck).setOn (saved.isOn);
+    auto& own = at (deck);
+    saved.isLeftOut |= blamed.isNotEmpty();
+    own.isAwaited = saved.isLeftOut;
     if (blamed.isNotEmpty())
         return engine.listeners.postText (
             tr ("*** Plug-in left out ***|The program ended while %1|was being loaded", blamed), deck);
-    if (saved.plugin.isEmpty())
+    if (saved.plugin.isEmpty() || own.isAwaited)
         return;
     if (const auto entry = known->find (saved.plugin))
         return begin (deck, { *entry, saved.state, saved.paramIndices, true });
-    at (deck).isAwaited = true;
+    own.isAwaited = true;
     tellOfFailure (deck, saved.name, tr ("It is not in the list of plug-ins."));
 }

@@ -134,14 +134,16 @@ private:
         bool isReturn = false; ///< of what was in the slot before, not chosen by a hand
     };
 
+    Load byHand (int deck, const KnownPluginEntry&) const;
     void begin (int deck, Load);
     juce::String install (int deck, const Load&);
     void takeOut (int deck);
     void fail (int deck, const Load&, const juce::String& reason);
     void tellOfFailure (int deck, const juce::String& pluginName, const juce::String& reason);
     void restore();
-    void restoreSlot (int deck, const SavedSlot&, const juce::String& blamed);
+    void restoreSlot (int deck, SavedSlot&, const juce::String& blamed);
     void followPlugin (int deck);
+    bool mayKeep() const;
     bool updateKept (int deck);
     void keepChanges();
     void assign (int deck, int which, int index);
