@@ -15,12 +15,14 @@ using Lit = ControlSpec::Lit;
 
 constexpr const char* routing = "VST_INSERT_SEND_SIGNAL_ROUTING_SLOT_";
 
+constexpr const char* knobNames[] { "_param1Slider", "_param2Slider" };
+
 // clang-format off
 constexpr PlacedControl table[] {
     { { Kind::sign, "_enableButton", "VST_ON_SLOT_",      "power_24", N_ ("Turns on/off the VST plugin.") }, { 4, 36, 24, 24 } },
     { { Kind::knob, "_dryWetSlider", "VST_DRY_WET_SLOT_", "",   N_ ("Sets balance between the original sound and VST plugin.") }, { 102, 34, 28, 28 } },
-    { { Kind::knob, "_param1Slider", "VST_PARAM_1_SLOT_", "",   N_ ("Sets parameter value of the VST plugin.") }, { 136, 62, 28, 28 } },
-    { { Kind::knob, "_param2Slider", "VST_PARAM_2_SLOT_", "",   N_ ("Sets parameter value of the VST plugin.") }, { 136, 90, 28, 28 } },
+    { { Kind::knob, knobNames[0], "VST_PARAM_1_SLOT_", "",   N_ ("Sets parameter value of the VST plugin.") }, { 136, 62, 28, 28 } },
+    { { Kind::knob, knobNames[1], "VST_PARAM_2_SLOT_", "",   N_ ("Sets parameter value of the VST plugin.") }, { 136, 90, 28, 28 } },
 };
 // clang-format on
 
@@ -291,6 +293,10 @@ void VstSlotComponent::pollCalm()
     pluginButton.setEnabled (slots != nullptr);
     pluginButton.setButtonText (pluginText());
     editorButton.setEnabled (hasPlugin);
+    for (auto* child : getChildren())
+        for (int which = 0; which < VstSlots::paramsPerSlot; ++which)
+            if (child->getName() == knobNames[which])
+                child->setEnabled (hasPlugin && slots->paramIndex (deck, which) >= 0);
     const auto hasPresets = hasPlugin && slots->plugin (deck)->getNumPrograms() > 1;
     formerButton.setEnabled (hasPresets);
     laterButton.setEnabled (hasPresets);
