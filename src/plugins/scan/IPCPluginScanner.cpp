@@ -74,7 +74,7 @@ IPCPluginScanner::Outcome IPCPluginScanner::enterResult (const juce::File& file,
     if (!entries || entries->empty())
         return enterFailure (
             PluginProbe::unusable (file, VerifiedState::failed, N_ ("The scanner's answer can't be read.")));
-    const auto path = file.getFullPathName();
+    const auto& path = file.getFullPathName();
     for (auto& entry : *entries)
         entry.file = path; // nothing that a plug-in says of itself puts another one in the list
     const auto isFound = std::any_of (entries->begin(), entries->end(),
