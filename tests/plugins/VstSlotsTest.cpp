@@ -176,6 +176,26 @@ TEST (VstSlots, BlameThePluginOfWhichTheProgramDied)
     EXPECT_EQ (bench.slots->name (3), "gain");
 }
 
+TEST (VstSlots, SayOnceThatTheyCantBeKept)
+{
+    SlotsBench bench;
+    const auto file = bench.fixture.engine->environment.folders.setup().getChildFile ("vst_slots.xml");
+    ASSERT_TRUE (file.getChildFile ("in").createDirectory().wasOk()); // which no file can replace
+    ASSERT_EQ (bench.slots->loadNow (0, pluginPath ("gain")), "");
+    const auto isSaid = [&bench]
+    {
+        bench.slots->serve();
+        bench.fixture.engine->deliverMessages();
+        return bench.messages.all.joinIntoString ("\n").contains ("vst_slots.xml can't be written.");
+    };
+    for (int ms = 0; ms < 10000 && !isSaid(); ms += 5)
+        juce::Thread::sleep (5);
+    for (int look = 0; look < 100; ++look)
+        bench.slots->serve();
+    EXPECT_TRUE (isSaid());
+    EXPECT_EQ (bench.messages.all.size(), 1);
+}
+
 /** A program that was killed may take seconds to die, and has its folder meanwhile. */
 TEST (LoadingMarker, BlamesWhileTheProgramThatDiedIsDying)
 {

@@ -34,9 +34,9 @@ void ScanThread::run()
     for (int i = 0; i < folders && !threadShouldExit(); ++i)
         scanFolder (options.searchPaths[i], static_cast<double> (i) / folders, 1.0 / folders);
     known->removeMissing();
-    juce::ignoreUnused (known->save()); // it is scanned again at the next time
-    scanner.shutdown();
     ScanMessage end;
+    end.isKept = known->save();
+    scanner.shutdown();
     end.flag = threadShouldExit();
     end.progress = 1.0;
     report (end);

@@ -20,6 +20,7 @@ struct ScanMessage
     IPCPluginScanner::Outcome outcome = IPCPluginScanner::Outcome::refused; ///< of `ended`
     bool flag = false;     ///< hanging begins or ends; of `allDone` the scan was broken off
     double progress = 0.0; ///< 0 to 1
+    bool isKept = true;    ///< of `allDone`: the list is in its file
 };
 
 /** Scans all plug-ins of some folders in the background. Files that are known and have not changed are left out. Ending the

@@ -30,7 +30,11 @@ void SlotsKeeper::write (SavedSlots slots)
     worker.post (newestSlots, { [this, slots = std::move (slots)] (const std::stop_token&)
                                 {
                                     auto bytes = SlotsFile::write (slots);
-                                    if (bytes != written && replaceFile (file, bytes.data(), bytes.size()))
+                                    if (bytes == written)
+                                        return;
+                                    if (replaceFile (file, bytes.data(), bytes.size()))
                                         written = std::move (bytes);
+                                    else
+                                        hasFailed = true;
                                 } });
 }

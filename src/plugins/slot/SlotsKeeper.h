@@ -3,7 +3,9 @@
 #include "plugins/slot/SlotsFile.h"
 #include "support/Worker.h"
 
+#include <atomic>
 #include <string>
+#include <utility>
 
 /** Reads the file of the slots, and writes it on a thread of its own: states of plug-ins may have megabytes. */
 class SlotsKeeper
@@ -21,8 +23,14 @@ public:
     /** Has the slots written, unless the file has them already. A failure is tried again at the next change. */
     void write (SavedSlots);
 
-private:
+    /** True once: after the first writing that has failed. */
+    bool takeFailure() noexcept { return hasFailed && !std::exchange (isFailureTold, true); }
+
     const juce::File file;
+
+private:
     std::string written; ///< the bytes of the file; the worker's
+    std::atomic<bool> hasFailed { false };
+    bool isFailureTold = false;
     Worker worker { "PluginSlots" };
 };

@@ -321,6 +321,10 @@ void VstSlots::serve()
     {
         looksUntilKept = looksToKeep;
         keepChanges();
+        if (keeper.takeFailure())
+            engine.listeners.postText ("*** " + tr ("VST Plugins") + " ***|"
+                                           + tr ("%1 can't be written.", keeper.file.getFileName()),
+                                       0);
     }
 }
 
@@ -334,7 +338,9 @@ void VstSlots::followPlugin (int deck)
         return;
     }
     auto& processor = *own.plugin->processor;
-    if (own.looksUntilProved > 0 && --own.looksUntilProved == 0)
+    if (own.looksUntilProved > 0)
+        --own.looksUntilProved;
+    else
         marker.set (deck, {});
     if (own.plugin->sampleRate() != engine.decks.engineRate && !own.isLoading)
         // Prepared anew, which a plug-in that plays can't be: another one takes its state and place.

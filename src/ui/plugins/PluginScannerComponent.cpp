@@ -151,7 +151,10 @@ void PluginScannerComponent::show (const ScanMessage& news)
         hangingPanel.toFront (false);
         break;
     case Kind::allDone:
-        message.setText (news.flag ? tr ("canceled") : juce::String(), juce::dontSendNotification);
+        message.setText (!news.isKept ? tr ("The list of plug-ins could not be written.")
+                         : news.flag  ? tr ("canceled")
+                                      : juce::String(),
+                         juce::dontSendNotification);
         end();
         break;
     case Kind::ended:
