@@ -132,6 +132,7 @@ void SamplerVoice::begin (const Block& block, Mode next, double frame) noexcept
     if (block.sampleRate == block.engineRate)
         frame = wrapped (block.sample, std::round (frame));
     mode = next;
+    goesRound = block.sample.loops;
     sounding = true;
     jumpPending = false;
     place = { frame, false };
@@ -178,6 +179,23 @@ void SamplerVoice::jump (const Block& block, Mode next, double frame) noexcept
     if (sounding)
         keepTail (block);
     begin (block, next, frame);
+}
+
+SamplerVoice::Block SamplerVoice::asBegun (const Block& block) const noexcept
+{
+    auto begun = block;
+    begun.sample.loops = goesRound;
+    return begun;
+}
+
+void SamplerVoice::goOn (const Block& block, Mode next) noexcept
+{
+    const auto begun = asBegun (block);
+    const auto frame = wrapped (block.sample, wrapped (begun.sample, heardNow (begun)));
+    keepTail (begun);
+    begin (block, next, frame);
+    // The two courses are one sound: the new one comes in as the old one goes, wherever it is.
+    fadeLength = fadeFramesAt (block.engineRate, longestTail);
 }
 
 double SamplerVoice::correction (const Block& block, double offset) noexcept
@@ -285,7 +303,7 @@ void SamplerVoice::addTail (float* left, float* right, int frames) noexcept
 void SamplerVoice::leave (const Block& block) noexcept
 {
     if (sounding)
-        keepTail (block);
+        keepTail (asBegun (block));
     sounding = startPending = waiting = false;
     heard = 0.0;
 }
@@ -329,34 +347,35 @@ bool SamplerVoice::render (const Block& block, bool isOn, float* left, float* ri
     if (isOn && (startPending || !sounding))
     {
         if (sounding)
-            keepTail (block);
+            keepTail (asBegun (block));
         mode = wanted;
         const auto joins = isLocked (block) && !waiting && block.sample.loops;
         begin (block, wanted, joins ? frameFor (block, block.clock.phaseAt (0)) : startFrame);
         startPending = false;
     }
-    else if (sounding && wanted != mode)
+    else if (sounding && (wanted != mode || block.sample.loops != goesRound))
     {
-        jump (block, wanted, wrapped (block.sample, heardNow (block)));
+        goOn (block, wanted);
     }
 
+    const auto begun = asBegun (block);
     auto isEnded = false;
     auto done = 0;
     while (sounding && done < frames)
     {
         const auto rest = frames - done;
-        const auto piece = isLocked (block) ? followReference (block, done, rest) : rest;
-        make (block, done, left + done, right + done, piece);
+        const auto piece = isLocked (begun) ? followReference (begun, done, rest) : rest;
+        make (begun, done, left + done, right + done, piece);
         addTail (left + done, right + done, piece); // of a jump, from there on
         done += piece;
-        isEnded = !block.sample.loops && heardNow (block) >= block.sample.frames;
+        isEnded = !goesRound && heardNow (begun) >= begun.sample.frames;
         if (isEnded && mode == Mode::stretched)
-            keepTail (block); // a vocoder's end is not as sharp as the sample's
+            keepTail (begun); // a vocoder's end is not as sharp as the sample's
         if (isEnded)
             sounding = false;
     }
     if (sounding)
-        heard = wrapped (block.sample, heardNow (block));
+        heard = wrapped (begun.sample, heardNow (begun));
     addTail (left + done, right + done, frames - done);
     return isOn && !isEnded;
 }

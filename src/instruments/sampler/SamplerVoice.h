@@ -98,6 +98,13 @@ private:
     /** Gives the stretcher what goes before a frame that is no sample's begin, so that it is in time from there on. */
     PX_AUDIO_THREAD void leadIn (const Block&, double frame) noexcept;
     PX_AUDIO_THREAD void jump (const Block&, Mode, double frame) noexcept;
+
+    /** The block as what is heard was begun: whether it goes round or to the sample's end, whose last frames fade out, holds
+        to the end of its tail, whatever the pad is to do by now. */
+    PX_AUDIO_THREAD Block asBegun (const Block&) const noexcept;
+
+    /** Goes on at the frame that is heard, in the mode and to the end that the block wants now. */
+    PX_AUDIO_THREAD void goOn (const Block&, Mode) noexcept;
     PX_AUDIO_THREAD void make (const Block&, int offset, float* left, float* right, int frames) noexcept;
     PX_AUDIO_THREAD void stretchOn (const Block&, double offset) noexcept;
     PX_AUDIO_THREAD double edgeFrames (const Block&) const noexcept;
@@ -115,8 +122,9 @@ private:
     bool sounding = false, startPending = false, waiting = false, jumpPending = false;
     double startFrame = 0.0;
     Mode mode = Mode::straight;
-    SamplePlace place;  ///< that is read next
-    float level = 1.0f; ///< of the press that sounds
+    bool goesRound = false; ///< what is heard is a loop
+    SamplePlace place;      ///< that is read next
+    float level = 1.0f;     ///< of the press that sounds
     double heard = 0.0, lastSpeed = 1.0;
 
     // Since the stretcher began

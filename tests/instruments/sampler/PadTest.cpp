@@ -79,6 +79,53 @@ TEST (SamplerPad, MakesNoClickWhateverItsPressesDo)
     }
 }
 
+TEST (SamplerPad, ChangesItsModeInMidSoundWithoutAClick)
+{
+    // The last two places lie in the fades of the end and of the seam.
+    for (const double seconds : { 0.05, 0.1, 0.1985, 0.201 })
+        for (const bool isSynced : { false, true })
+            for (const auto& [before, after] : { std::pair { oneShotMode, loopMode },
+                                                 { retriggerMode, triggerMode },
+                                                 { loopMode, oneShotMode },
+                                                 { loopMode, triggerMode } })
+            {
+                SamplerRun run (16);
+                const auto signal = toneFrom (std::numbers::pi / 2, 0.2, 60.0);
+                SampleFacts facts;
+                facts.beatStart = 2000; // what plays to its end goes further than a loop
+                facts.beatEnd = before == oneShotMode ? 4000 : 8820;
+                facts.bpm = 119.0;
+                putSample (run.sampler(), 0, signal, facts);
+                run.sampler().setPlayMode (0, before);
+                run.sampler().setPadSync (0, isSynced);
+                run.sampler().padPress (0, 127);
+                run.render (seconds);
+                const auto wasPlaying = run.plays (0);
+                run.sampler().setPlayMode (0, after);
+                run.render (0.25);
+                const auto goesRound = after == loopMode || after == triggerMode;
+                EXPECT_EQ (run.plays (0), wasPlaying && goesRound);
+                EXPECT_LT (roughness (run.taken()), roughness (signal) + 0.006)
+                    << before << " to " << after << " at " << seconds << (isSynced ? " synced" : "");
+            }
+}
+
+TEST (SamplerPad, IsHeardToTheBitWhereItsModeChangesFarFromAnyEdge)
+{
+    SamplerRun run;
+    const auto signal = toneFrom (0.3, 0.5);
+    putSample (run.sampler(), 0, signal);
+    run.sampler().padPress (0, 127);
+    for (const auto mode : { oneShotMode, loopMode, retriggerMode, triggerMode })
+    {
+        run.sampler().setPlayMode (0, mode);
+        run.render (0.1);
+    }
+    const auto heard = run.taken();
+    for (size_t i = 300; i < heard.size(); ++i)
+        ASSERT_NEAR (heard[i], signal[i], 1.0e-6) << i;
+}
+
 TEST (SamplerPad, KeepsAnAttackThatItsSampleBeginsWith)
 {
     SamplerRun run;
