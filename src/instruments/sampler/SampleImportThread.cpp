@@ -316,8 +316,7 @@ void SampleImportThread::renewStretchers()
                            if (slot.isEmpty() || slot.voice.hasStretcherFor (rate) || stop.stop_requested())
                                continue;
                            auto stretcher = desk.makeStretcher();
-                           const CallbackLock lock (desk.world.callbackLock, "sampler stretcher");
-                           stretcher = slot.voice.changeStretcher (std::move (stretcher), rate);
+                           desk.changeStretcher (slot, stretcher);
                        }
                    } });
 }

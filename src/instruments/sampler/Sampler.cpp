@@ -64,21 +64,38 @@ void Sampler::loadSample (int index, const juce::File& file)
 
 void Sampler::saveSample (int index, const juce::File& file, std::function<void (bool isWritten)> done)
 {
+    auto* const slot = find (index);
+    if (slot == nullptr)
+        return;
+    const auto number = slot->sampleNumber.get();
     import.save (index, file, SampleFile::usualRate,
-                 [this, index, file, done = std::move (done)] (bool isWritten)
+                 [this, slot, number, file, done = std::move (done)] (bool isWritten)
                  {
-                     if (auto* slot = find (index); slot != nullptr && isWritten && slot->isUnsaved != 0)
-                         giveFile (*slot, file);
+                     if (isWritten)
+                         giveFile (*slot, number, file);
     done (isWritten);
 });
 waitOffline();
 }
 
-void Sampler::giveFile (SamplerSlot& slot, const juce::File& file)
+void Sampler::giveFile (SamplerSlot& slot, uint32_t sampleNumber, const juce::File& file)
 {
-    const juce::File recording (slot.texts().recording);
-    slot.isUnsaved = 0;
-    slot.changeTexts ([&] (auto& texts) { texts = { file.getFullPathName(), texts.name }; });
+    {
+        const CallbackLock lock (desk.world.callbackLock, "loop has a file");
+        if (slot.sampleNumber != sampleNumber || slot.isUnsaved == 0)
+            return;
+        slot.isUnsaved = 0;
+    }
+    juce::File recording;
+    slot.changeTexts (
+        [&] (auto& texts)
+        {
+            // Texts of another sample are written after its number has risen.
+            if (slot.sampleNumber != sampleNumber)
+                return;
+            recording = juce::File (texts.recording);
+            texts = { file.getFullPathName(), texts.name };
+        });
     if (recording != juce::File() && recording != file)
         recording.deleteFile();
     askToKeep();
@@ -253,13 +270,14 @@ bool Sampler::keepUnsavedLoops()
             continue;
         const auto texts = slot.texts();
         const auto target = SampleFile::nameFor (folders.samples(), texts.name, wallClock());
+        const auto number = slot.sampleNumber.get();
         // Written anew and not moved: a move to another disk, which may be full, is a copy that nobody checks.
         auto isKept = false;
         const auto note = [&isKept] (bool isWritten) { isKept = isWritten; };
         import.save (index, target, 0.0, note);
         import.wait();
         if (isKept)
-            giveFile (slot, target);
+            giveFile (slot, number, target);
         areKept = areKept && isKept;
     }
     return areKept;

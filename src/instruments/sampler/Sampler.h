@@ -121,8 +121,9 @@ private:
     void apply (const SamplerBank&);
     void takeLoop (int slot, const GhostTake&);
 
-    /** Lets a recorded loop lie in a file of the user's from now on; the system's own goes. Any thread that may block. */
-    void giveFile (SamplerSlot&, const juce::File&);
+    /** Lets a recorded loop lie in a file of the user's from now on; the system's own goes. Nothing happens if another sample
+        has come to its slot since. Any thread that may block. @param sampleNumber   of the loop */
+    void giveFile (SamplerSlot&, uint32_t sampleNumber, const juce::File&);
     juce::File padsFile() const { return folders.setup().getChildFile ("sampler.xml"); }
     juce::File recordings() const { return folders.samples().getChildFile ("recorded"); }
     void waitOffline() const;

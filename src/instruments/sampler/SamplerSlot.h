@@ -46,7 +46,8 @@ struct SamplerSlot
     Relaxed<int8_t> sync;    ///< play in time with the master deck
     Relaxed<int8_t> monitor; ///< send to the monitor bus
 
-    Relaxed<int8_t> isLoading; ///< from the request to the end of the load
+    Relaxed<uint32_t> sampleNumber; ///< rises with each sample that goes
+    Relaxed<int8_t> isLoading;      ///< from the request to the end of the load
 
     SampleBuffer buffer;
     SampleOutline outline; ///< of the buffer

@@ -54,6 +54,7 @@ void SamplerSlots::clear (SamplerSlot& slot)
     slot.beatStart = slot.beatEnd = 0;
     slot.playMode = oneShotMode;
     slot.followsVelocity = slot.isUnsaved = 0;
+    slot.sampleNumber += 1;
 }
 
 SampleFacts SamplerSlots::factsOf (const SamplerSlot& slot) const
@@ -70,13 +71,18 @@ std::unique_ptr<CElastiqueProIf> SamplerSlots::makeStretcher() const
     return std::unique_ptr<CElastiqueProIf> (made);
 }
 
+void SamplerSlots::changeStretcher (SamplerSlot& slot, std::unique_ptr<CElastiqueProIf>& next)
+{
+    const CallbackLock lock (world.callbackLock, "sampler stretcher");
+    slot.voice.changeStretcher (blockOf (slot, {}), next, static_cast<float> (stretchRate.get()));
+}
+
 void SamplerSlots::publish (SamplerSlot& slot, const SampleFacts& facts,
                             std::unique_ptr<CElastiqueProIf>& stretcher)
 {
     auto view = SampleView::of (slot.buffer.left(), slot.buffer.right(), facts);
     SampleReading::inspectSeam (view);
     slot.outline.take (slot.buffer.left(), slot.buffer.right(), facts.lengthFrames);
-    const auto rate = static_cast<float> (stretchRate.get());
 
     const CallbackLock lock (world.callbackLock, "publish sample");
     slot.view = view;
@@ -87,7 +93,6 @@ void SamplerSlots::publish (SamplerSlot& slot, const SampleFacts& facts,
     slot.bitsPerSample = facts.bitsPerSample;
     slot.beatStart = facts.beatStart;
     slot.beatEnd = facts.beatEnd;
-    if (stretcher != nullptr)
-        stretcher = slot.voice.changeStretcher (std::move (stretcher), rate);
+    changeStretcher (slot, stretcher);
     slot.lengthFrames = facts.lengthFrames;
 }

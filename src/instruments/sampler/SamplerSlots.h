@@ -27,6 +27,9 @@ public:
     /** Publishes a sample whose frames are in the buffer: from now on it can be played. Import thread. */
     void publish (SamplerSlot&, const SampleFacts&, std::unique_ptr<CElastiqueProIf>& stretcher);
 
+    /** Takes a stretcher of makeStretcher() in exchange for the slot's own; null changes nothing. Import thread. */
+    void changeStretcher (SamplerSlot&, std::unique_ptr<CElastiqueProIf>& next);
+
     /** The numbers of a slot's sample, all of one moment. Any thread that may block. */
     SampleFacts factsOf (const SamplerSlot&) const;
 

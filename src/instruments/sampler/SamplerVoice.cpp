@@ -60,15 +60,21 @@ double wrapped (const SampleView& view, double frame) noexcept
 }
 }
 
-std::unique_ptr<CElastiqueProIf> SamplerVoice::changeStretcher (std::unique_ptr<CElastiqueProIf> next,
-                                                                float rate) noexcept
+void SamplerVoice::changeStretcher (const Block& block, std::unique_ptr<CElastiqueProIf>& next,
+                                    float rate) noexcept
 {
+    if (next == nullptr)
+        return;
+    // A voice that sounds through the old one, whose end fades out, goes on with the new one where it is heard.
+    if (sounding && mode == Mode::stretched)
+    {
+        const auto frame = startPending ? startFrame : heard;
+        const auto waits = waiting;
+        leave (block);
+        startFrom (frame, waits);
+    }
     stretcher.swap (next);
     stretcherRate = rate;
-    // A voice that sounds through the old one goes on with the new one where it is heard.
-    if (sounding && mode == Mode::stretched)
-        startFrom (heard, false);
-    return next;
 }
 
 void SamplerVoice::startFrom (double frame, bool waitsForBeat) noexcept
@@ -353,8 +359,9 @@ bool SamplerVoice::render (const Block& block, bool isOn, float* left, float* ri
         begin (block, wanted, joins ? frameFor (block, block.clock.phaseAt (0)) : startFrame);
         startPending = false;
     }
-    else if (sounding && (wanted != mode || block.sample.loops != goesRound))
+    else if (sounding && (wanted != mode || block.sample.loops != goesRound) && block.jumpsLeft > 0)
     {
+        --block.jumpsLeft; // All pads are synced, or are not, by one switch.
         goOn (block, wanted);
     }
 

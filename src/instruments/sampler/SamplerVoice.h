@@ -53,8 +53,8 @@ public:
     /** The tempo of the last block over the sample's own. */
     double speed() const noexcept { return lastSpeed; }
 
-    /** Takes a stretcher for an engine's rate in exchange for the one before. @returns the one before */
-    std::unique_ptr<CElastiqueProIf> changeStretcher (std::unique_ptr<CElastiqueProIf>, float rate) noexcept;
+    /** Takes a stretcher for an engine's rate in exchange for the one before, which `next` gets. Null changes nothing. */
+    void changeStretcher (const Block&, std::unique_ptr<CElastiqueProIf>& next, float rate) noexcept;
     bool hasStretcherFor (float rate) const noexcept { return stretcher != nullptr && stretcherRate == rate; }
 
     /** Ratios of tempos between which a sample is synced. Beyond, it is no loop that belongs to the tempo, such as a hit, and

@@ -1,9 +1,12 @@
 #include "SamplerFixture.h"
 #include "engine/ClickDecks.h"
+#include "engine/EngineFixture.h"
 #include "instruments/sampler/sample/SampleFile.h"
 #include "instruments/sampler/sample/SampleTempo.h"
 
 #include <sys/stat.h>
+
+#include <thread>
 
 TEST (SampleTempo, OfALoopIsToldByItsLength)
 {
@@ -237,6 +240,32 @@ TEST (Ghost, ALoopThatIsSavedLiesInTheUsersFileFromThenOn)
     EXPECT_EQ (juce::File (textsOf (4).filePath).getParentDirectory(), sampler.folders.samples());
     EXPECT_TRUE (juce::File (textsOf (4).filePath).existsAsFile());
     EXPECT_EQ (textsOf (4).fault, "");
+}
+
+TEST (Ghost, ALoopThatComesWhileTheOneBeforeIsSavedStaysUnsaved)
+{
+    EngineFixture fixture (Pacing::Mode::live);
+    auto& sampler = fixture.engine->sampler;
+    fixture.loadNoise (0, 20);
+    fixture.deck().marks.bpm = 60.0;
+    sampler.ghostRecordToPad (0, 4, 9);
+    sampler.waitUntilIdle();
+    ASSERT_EQ (sampler.unsavedLoops(), 1);
+
+    const auto folder = fixture.folder.file ("mine");
+    ASSERT_TRUE (folder.createDirectory());
+    const auto saved = folder.getChildFile ("mine.wav");
+    sampler.saveSample (4, saved);
+    while (folder.getNumberOfChildFiles (juce::File::findFiles) == 0) // being written: 16 seconds
+        std::this_thread::yield();
+    sampler.ghostRecordToPad (0, 4, 5);
+    sampler.waitUntilIdle();
+
+    EXPECT_TRUE (saved.existsAsFile());
+    EXPECT_EQ (sampler.unsavedLoops(), 1);
+    const auto texts = sampler.desk.find (4)->texts();
+    EXPECT_NE (texts.filePath, saved.getFullPathName());
+    EXPECT_TRUE (juce::File (texts.recording).existsAsFile());
 }
 
 TEST (SamplerBank, ReadsWhatItWritesAndSkipsPadsThatThereAreNot)

@@ -129,6 +129,46 @@ TEST (SamplerSync, PadsThatAJumpOfTheMasterPullsDoNotClick)
     EXPECT_LT (roughness (bus), 15.0 * (roughness (tone) + 0.006));
 }
 
+TEST (SamplerSync, ASwitchOfAllPadsIsHeardOverSomeBlocksWithoutAClick)
+{
+    constexpr int pads = Sampler::padCount;
+    SamplerRun run (128);
+    SampleFacts facts;
+    facts.bpm = 150.0;
+    const auto tone = toneFrom (1.0, 2.0, 110.0);
+    for (int pad = 0; pad < pads; ++pad)
+    {
+        putSample (run.sampler(), pad, tone, facts);
+        run.sampler().setPlayMode (pad, loopMode);
+        run.sampler().padPress (pad, 127);
+    }
+    run.render (0.5);
+    const auto& slots = run.sampler().desk.slots;
+    const auto follow = [&]
+    {
+        return static_cast<int> (std::count_if (slots.begin(), slots.begin() + pads,
+                                                [] (const auto& slot) { return slot.speed != 1.0; }));
+    };
+    // To begin a stretcher costs as much as thirty blocks of it.
+    run.sampler().setSync (true);
+    for (int before = 0; before < pads;)
+    {
+        run.render (128 / run.rate);
+        const auto now = follow();
+        ASSERT_GT (now, before);
+        ASSERT_LE (now, before + 2);
+        before = now;
+    }
+    run.render (0.3);
+    run.sampler().renewStretchers (48000.0);
+    run.sampler().waitUntilIdle();
+    run.render (0.3);
+    run.sampler().setSync (false);
+    run.render (0.5);
+    EXPECT_EQ (follow(), 0);
+    EXPECT_LT (roughness (run.taken()), pads * (roughness (tone) + 0.006));
+}
+
 TEST (SamplerSync, FollowsAMasterThatJumpsLoopsNudgesAndReverses)
 {
     for (const int block : { 128, 1024 })
