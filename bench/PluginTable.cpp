@@ -17,6 +17,9 @@ namespace
 {
 constexpr int blockFrames = 512, childMs = 120'000;
 constexpr double engineRate = 44100.0;
+constexpr int mostChoices = 32; ///< of a parameter that goes by them
+constexpr float aTenth =
+    0.1f; ///< of the other parameters' ranges: at their ends gains add up to more than +60 dB
 constexpr const char* oneWord = "--one";
 
 juce::String inCell (const juce::String& text)
@@ -100,11 +103,15 @@ std::vector<float> valuesOf (juce::AudioProcessor& plugin)
 juce::String restored (Bench& bench)
 {
     auto* plugin = bench.slots->plugin (0);
-    auto moved = valuesOf (*plugin);
-    for (auto& value : moved)
-        value = value < 0.5f ? 1.0f : 0.0f; // which a switch and a choice have too
-    for (size_t i = 0; i < moved.size(); ++i)
-        plugin->getParameters()[static_cast<int> (i)]->setValueNotifyingHost (moved[i]);
+    const auto before = valuesOf (*plugin);
+    for (auto* parameter : plugin->getParameters())
+    {
+        const auto steps = parameter->getNumSteps();
+        const auto isChoice = steps > 1 && steps <= mostChoices;
+        const auto move = isChoice ? 1.0f / static_cast<float> (steps - 1) : aTenth;
+        const auto value = parameter->getValue();
+        parameter->setValueNotifyingHost (value + (value < 0.5f ? move : -move));
+    }
     bench.play (0.2);
     const auto kept = valuesOf (*plugin);
     bench.play (0.2);
@@ -121,8 +128,8 @@ juce::String restored (Bench& bench)
     const auto now = valuesOf (*plugin);
     int counted = 0, same = 0;
     for (size_t i = 0; i < std::min (kept.size(), now.size()); ++i)
-        // A parameter that did not take the value and a meter that moves by itself tell nothing.
-        if (std::abs (kept[i] - moved[i]) < 0.01f && kept[i] == later[i])
+        // A parameter that did not move and a meter that moves by itself tell nothing.
+        if (std::abs (kept[i] - before[i]) > 0.01f && kept[i] == later[i])
         {
             ++counted;
             same += std::abs (now[i] - kept[i]) < 1.0e-3f ? 1 : 0;
@@ -199,7 +206,7 @@ int main (int argc, char** argv)
     std::puts ("| plug-in | format | maker | scanned | in/out | latency | loaded | heard | parameters "
                "restored | reason |");
     std::puts ("|---|---|---|---|---|---|---|---|---|---|");
-    int count = 0, played = 0, kept = 0;
+    int count = 0, scanned = 0, loaded = 0, played = 0, kept = 0;
     for (const auto& entry : known->entries())
     {
         const auto result =
@@ -211,10 +218,13 @@ int main (int argc, char** argv)
                      plugin.numOutputChannels, entry.latency, result.trimEnd().toRawUTF8());
         std::fflush (stdout);
         ++count;
+        scanned += entry.isUsable() ? 1 : 0;
+        loaded += result.startsWith ("yes") ? 1 : 0;
         played += result.startsWith ("yes") && !result.contains ("bypassed") ? 1 : 0;
         kept += result.contains ("| all ") || result.contains ("nothing to keep") ? 1 : 0;
     }
-    std::printf ("\n%d plug-ins, %d played, %d came back with all that they were given.\n", count, played,
-                 kept);
+    std::printf ("\n%d plug-ins, %d scanned, %d loaded, %d played, "
+                 "%d came back with all that they were given.\n",
+                 count, scanned, loaded, played, kept);
     return 0;
 }
