@@ -59,12 +59,16 @@ void ChartFixture::prepare (const ChartRow& row)
 {
     held.clear();
     control().selectController (engine->settings.controllerPreset);
+    prepareEngine (row);
+}
+
+void ChartFixture::prepareEngine (const ChartRow& row)
+{
+    if (const auto automix = CommandTable::numberOf ("AUTOMIX_ON_OFF"); engine->getParameter (automix) > 0.0f)
+        engine->setParameter (automix, 1.0f);
     for (auto& record : engine->timecodes)
         record.setMode (TimecodeDeck::Mode::internal); // which centres the pitch
-    for (int number = 1; number <= CommandTable::commandCount; ++number)
-        if (CommandTable::find (number)->kind == CommandKind::value
-            && CommandTable::find (number)->shape != MappingShape::jog)
-            engine->setParameter (number, 0.4f);
+    setPlaces (0.4f);
     for (int d = 0; d < 4; ++d)
     {
         auto& player = deck (d);
@@ -98,7 +102,7 @@ void ChartFixture::prepare (const ChartRow& row)
 
 void ChartFixture::stopAtCues()
 {
-    prepare ({});
+    prepareEngine ({});
     for (int d = 0; d < 4; ++d)
     {
         engine->transport.cue (d, true);
@@ -107,9 +111,46 @@ void ChartFixture::stopAtCues()
     }
 }
 
+void ChartFixture::loopByMarks()
+{
+    prepareEngine ({});
+    for (int d = 0; d < 4; ++d)
+    {
+        engine->loops.setSize (d, (deck (d).loopSizes.loop + 1) % 11);
+        engine->loops.reloop (d);
+    }
+}
+
+void ChartFixture::slice (int pad)
+{
+    prepareEngine ({});
+    for (auto& gates : engine->slicegates)
+        gates.trigger (pad);
+    for (int d = 0; d < 4; ++d)
+        engine->transport.playPause (d);
+    const auto runs = [pad] (const auto& gates) { return gates.padState (pad) == PadState::running; };
+    constexpr int mostBlocks = 100; // more than a window, in which the pad before goes on
+    for (int block = 0; block < mostBlocks && !std::ranges::all_of (engine->slicegates, runs); ++block)
+        render (1024);
+}
+
+void ChartFixture::setPlaces (float share)
+{
+    for (int number = 1; number <= CommandTable::commandCount; ++number)
+        if (CommandTable::find (number)->kind == CommandKind::value
+            && CommandTable::find (number)->shape != MappingShape::jog)
+            engine->setParameter (number, share);
+}
+
+void ChartFixture::sweep (float share)
+{
+    setPlaces (share);
+    render (512);
+}
+
 void ChartFixture::soundAll()
 {
-    prepare ({});
+    prepareEngine ({});
     for (int d = 0; d < 4; ++d)
     {
         for (const auto* silencer : { "EQ_HIGH_KILL_", "EQ_MID_KILL_", "EQ_LOW_KILL_", "CUT_" })
@@ -117,7 +158,11 @@ void ChartFixture::soundAll()
                 engine->getParameter (number) > 0.0f)
                 engine->setParameter (number,
                                       CommandTable::find (number)->kind == CommandKind::state ? 0.0f : 1.0f);
-        engine->setParameter (CommandTable::numberOf ("VOLUME_", d), 1.0f);
+        for (const auto& [constant, value] :
+             { std::pair { "VOLUME_", 1.0f }, std::pair { "GAIN_", 1.0f }, std::pair { "EQ_HIGH_", 0.5f },
+               std::pair { "EQ_MID_", 0.5f }, std::pair { "EQ_LOW_", 0.5f }, std::pair { "FILTER_", 0.5f },
+               std::pair { "BALANCE_", 0.5f }, std::pair { "FX_DRY_WET_GROUP_", 0.0f } })
+            engine->setParameter (CommandTable::numberOf (constant, d), value);
         engine->transport.playPause (d);
     }
     render (4096);

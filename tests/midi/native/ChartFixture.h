@@ -42,17 +42,27 @@ public:
     /** Loads a track into each deck, and samples into the pads. */
     void loadTracks();
 
-    /** Sets the state in which a row has something to change. */
+    /** Sets the state in which a row has something to change, the layers of the surface those of the start. */
     void prepare (const ChartRow&);
+
+    /** The same, leaving the surface alone. */
+    void prepareEngine (const ChartRow&);
 
     using Message = std::array<int, 3>;
 
     /** The messages of a row's control when a hand uses it. */
     static std::vector<Message> messagesOf (const ChartRow&);
 
-    /** States for lamps that no control of the surface lights: all decks stopped at a cue and synced for once, then all
-        decks loud. */
+    /** States for lamps that no control of the surface lights: all decks stopped at a cue and synced for once, in a loop of
+        two marks, loud. */
     void stopAtCues();
+    void loopByMarks();
+
+    /** Runs a pad of each deck's Slicegate. @param pad   0 to 7 */
+    void slice (int pad);
+
+    /** Sets every command that has a place to it, while the decks sound. @param share   0 to 1 */
+    void sweep (float share);
     void soundAll();
 
     /** Plays a row's control as a hand would, and lets it go. */
@@ -81,6 +91,7 @@ private:
     }
 
     void send (int status, int data, int value);
+    void setPlaces (float share);
 
     std::unique_ptr<JackDevice::Plugged> jack; ///< null if messages go directly
     BrowserLog browser;

@@ -34,6 +34,15 @@ bool showsSomethingElse (const ChartRow& lamp)
     return isSlicegatePad || others.contains (lamp.function()) || lamp.control.contains ("blink");
 }
 
+/** The reason why a lamp that is served never changes; null if there is none. */
+const char* reasonForSteadiness (const ChartRow& lamp)
+{
+    const auto name = lamp.function();
+    return lamp.form == "ownBlink" && !name.startsWith ("play") && !name.startsWith ("sync")
+               ? "kept dark: the light that blinks by itself, of a function that is steady here"
+               : nullptr;
+}
+
 /** The readings of a name that differ between two worlds, by their decks; -1 of those without one. */
 std::set<int> decksThatChanged (const std::vector<ChartReading>& before,
                                 const std::vector<ChartReading>& after,
@@ -53,7 +62,8 @@ std::set<int> decksThatChanged (const std::vector<ChartReading>& before,
 struct Totals
 {
     int inputs = 0, unusedInputs = 0, inputsByName = 0;
-    int outputs = 0, unusedOutputs = 0, outputsByName = 0, outputsByControl = 0, outputsLitAndDark = 0;
+    int outputs = 0, unusedOutputs = 0, outputsByName = 0, outputsByControl = 0, outputsLitAndDark = 0,
+        steadyOutputs = 0;
     std::map<juce::String, int> reasons;
 
     Totals& operator+= (const Totals& other)
@@ -66,6 +76,7 @@ struct Totals
         outputsByName += other.outputsByName;
         outputsByControl += other.outputsByControl;
         outputsLitAndDark += other.outputsLitAndDark;
+        steadyOutputs += other.steadyOutputs;
         for (const auto& [reason, rows] : other.reasons)
             reasons[reason] += rows;
         return *this;
@@ -75,9 +86,9 @@ struct Totals
     {
         std::printf (
             "%-29s inputs %4d acted, %4d as their names say, %3d not served; outputs %4d seen, %4d true by "
-            "their names, %4d by their controls, %3d lit and dark, %3d not served\n",
+            "their names, %4d by their controls, %3d lit and dark, %2d steady, %3d not served\n",
             title.toRawUTF8(), inputs, inputsByName, unusedInputs, outputs, outputsByName, outputsByControl,
-            outputsLitAndDark, unusedOutputs);
+            outputsLitAndDark, steadyOutputs, unusedOutputs);
     }
 };
 
@@ -107,10 +118,11 @@ public:
                : row.unused.isEmpty() ? totals.outputs
                                       : totals.unusedOutputs);
         }
-        fixture.stopAtCues();
-        stateLamps ({});
-        fixture.soundAll();
-        stateLamps ({});
+        showStates();
+        for (const auto& row : chart)
+            if (changesLayers (row) && row.unused.isEmpty())
+                sweep (&row);
+        sweep (nullptr);
         for (const auto& row : chart)
             if (!row.isInput && row.unused.isEmpty())
                 judge (row);
@@ -118,6 +130,42 @@ public:
     }
 
 private:
+    /** Brings states that no control of the surface may reach. */
+    void showStates()
+    {
+        fixture.prepare ({});
+        const auto show = [this] (auto bring)
+        {
+            bring();
+            stateLamps ({});
+        };
+        show ([this] { fixture.stopAtCues(); });
+        show ([this] { fixture.loopByMarks(); });
+        for (int pad = 0; pad < 8; ++pad)
+            show ([this, pad] { fixture.slice (pad); });
+        fixture.soundAll();
+        constexpr int blocks = 60, frames = 64; // a meter shows the last sample of a block
+        for (int block = 0; block < blocks; ++block)
+            show ([this] { fixture.render (frames); });
+    }
+
+    /** Moves all that has a place from end to end. @param layer   the control that selects the layer to do it in; may be null */
+    void sweep (const ChartRow* layer)
+    {
+        constexpr int steps = 24;
+        fixture.prepare ({});
+        if (layer != nullptr)
+            fixture.play (*layer);
+        fixture.soundAll();
+        for (int step = 0; step <= steps; ++step)
+        {
+            fixture.sweep (static_cast<float> (step) / steps);
+            stateLamps (layer != nullptr ? *layer : ChartRow {});
+        }
+        if (layer != nullptr)
+            fixture.release (*layer);
+    }
+
     void playRow (const ChartRow& row)
     {
         fixture.prepare (row);
@@ -228,8 +276,13 @@ private:
             ++totals.outputsByControl;
         else if (values[lamp.title()].size() > 1)
             ++totals.outputsLitAndDark;
+        else if (const auto* reason = reasonForSteadiness (lamp))
+        {
+            ++totals.steadyOutputs;
+            ++totals.reasons[reason];
+        }
         else
-            std::printf ("  always the same: %s\n", lamp.title().toRawUTF8());
+            ADD_FAILURE() << "always the same: " << lamp.title();
     }
 
     ChartFixture fixture;
