@@ -138,8 +138,11 @@ TEST (HandToEar, ALampFollowsTheSoundWithin60Ms)
         }
 }
 
-TEST (HandToEar, AStoppedWheelIsSilent)
+TEST (HandToEar, AStoppedWheelStopsTheSound)
 {
+    // A wheel that is held still sends nothing: the record runs down by the jog's constant of a tenth of a second, and stands at a
+    // hundredth of its speed, after half a second. The sound falls with the speed.
+    constexpr double constantMs = 100.0, stepMs = blockFrames * 1000.0 / rate;
     NativeFixture fixture (cmdXx1);
     fixture.loadNoise (0, 3);
     fixture.deck().head.position = 30000.0;
@@ -152,8 +155,31 @@ TEST (HandToEar, AStoppedWheelIsSilent)
         fixture.handle (controllers, wheel, 67); // about the speed of playing
         EXPECT_GT (peakOf (fixture.render (512)), 0.01f);
     }
-    fixture.render (22050); // half a second, five times the constant of the jog's decay
-    EXPECT_LT (peakOf (fixture.render (8192)), 1e-4f);
+    const auto fastest = fixture.deck().head.rate;
+    const auto loudest = peakOf (fixture.render (blockFrames));
+    double ms = stepMs, halfMs = 0.0, tenthMs = 0.0, quietMs = 0.0, silentMs = 0.0;
+    const auto notesFirst = [&ms] (double& first, bool holds)
+    {
+        if (holds && first <= 0.0)
+            first = ms;
+    };
+    while (silentMs <= 0.0 && ms < 1000.0)
+    {
+        const auto peak = peakOf (fixture.render (blockFrames));
+        ms += stepMs;
+        const auto speed = fixture.deck().head.rate / fastest;
+        notesFirst (halfMs, speed < 0.5);
+        notesFirst (tenthMs, speed < 0.1);
+        notesFirst (quietMs, peak < 0.1f * loudest);
+        notesFirst (silentMs, peak < 1e-4f);
+    }
+    std::printf ("a wheel held still: half the speed after %.0f ms, a tenth after %.0f, 20 dB down after "
+                 "%.0f, silent after %.0f\n",
+                 halfMs, tenthMs, quietMs, silentMs);
+    EXPECT_NEAR (halfMs, constantMs * std::log (2.0), 15.0);
+    EXPECT_NEAR (tenthMs, constantMs * std::log (10.0), 20.0);
+    EXPECT_LT (silentMs, 5.0 * constantMs);
+    EXPECT_LT (peakOf (fixture.render (8192)), 1e-4f) << "and stays so";
     EXPECT_EQ (fixture.get ("JOG_SCRATCH_ON_A"), 1.0f) << "the hand is still on";
 }
 
