@@ -3,8 +3,8 @@
 #include "cli/VerbOptions.h"
 #include "cli/Verbs.h"
 #include "midi/mapping/MidiMappingFile.h"
-#include "midi/mapping/MidiScriptGenerator.h"
 #include "midi/native/ModelMapping.h"
+#include "midi/native/ModelScript.h"
 #include "midi/native/table/ModelList.h"
 #include "midi/native/table/ModelPage.h"
 #include "support/language/Translate.h"
@@ -16,10 +16,11 @@ namespace
 constexpr std::array options {
     VerbOption { "--list", nullptr, N_ ("prints all models, and how each is served") },
     VerbOption { "--show", "MODEL", N_ ("prints the page of a model: its controls, functions and lamps") },
-    VerbOption { "--pages", "FOLDER", N_ ("writes the pages of all models with tables") },
+    VerbOption { "--pages", "FOLDER", N_ ("writes the page of each of the 50 models into FOLDER") },
     VerbOption { "--mapping", "MODEL",
-                 N_ ("writes a model's table as a mapping into FILE, to be changed and loaded") },
-    VerbOption { "--script", "MODEL", N_ ("writes it as a script") },
+                 N_ ("writes the controls that a mapping can have into FILE, to be changed and loaded") },
+    VerbOption { "--script", "MODEL",
+                 N_ ("writes all controls and lamps as a script into FILE, to be changed and loaded") },
     VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
@@ -57,7 +58,7 @@ int writeTable (int model, const juce::File& file, bool asScript)
         return failWith (tr ("%1 has no table to write.", ModelList::entry (model).name));
     MidiMapping mapping;
     fillMapping (*table, mapping);
-    if (!(asScript ? generateMidiScript (mapping, file) : saveMidiMapping (mapping, file)))
+    if (!(asScript ? writeModelScript (*table, file) : saveMidiMapping (mapping, file)))
         return failWith (tr ("%1 can't be written.", file.getFullPathName()));
     return ExitCode::success;
 }

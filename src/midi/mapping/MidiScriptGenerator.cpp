@@ -130,9 +130,5 @@ juce::StringArray midiScriptLines (const MidiMapping& mapping)
 
 bool generateMidiScript (const MidiMapping& mapping, const juce::File& file)
 {
-    ScriptLogger script (file);
-    const auto lines = midiScriptLines (mapping);
-    for (const auto& line : lines)
-        script.logMessage (line);
-    return file.loadFileAsString().endsWith (lines[lines.size() - 1] + "\r\n");
+    return writeScript (midiScriptLines (mapping), file);
 }

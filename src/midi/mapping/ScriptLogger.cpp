@@ -9,3 +9,11 @@ ScriptLogger::ScriptLogger (const juce::File& file, const juce::Time& now) : Fil
     logMessage ("// MIDI script created: " + now.toString (true, true));
     logMessage (rule);
 }
+
+bool writeScript (const juce::StringArray& lines, const juce::File& file)
+{
+    ScriptLogger script (file);
+    for (const auto& line : lines)
+        script.logMessage (line);
+    return file.loadFileAsString().endsWith (lines[lines.size() - 1] + "\r\n");
+}

@@ -9,3 +9,6 @@ class ScriptLogger : public juce::FileLogger
 public:
     explicit ScriptLogger (const juce::File&, const juce::Time& now = juce::Time::getCurrentTime());
 };
+
+/** Writes a script of these lines. @returns false if the file can't be written */
+bool writeScript (const juce::StringArray& lines, const juce::File&);

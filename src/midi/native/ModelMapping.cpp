@@ -75,6 +75,8 @@ std::optional<Kind> kindFor (const Control& control, const CommandRow& command) 
     case MappingShape::pitch: // an endless knob turns the written value, which falls as the tempo rises
         if (isRelative (control.form))
             kind->type = turned (kind->type);
+        else // no jump of the tempo
+            kind->features = kind->features | MidiControlFeature::takeover;
         return kind;
     default:
         return kind;
@@ -109,4 +111,35 @@ void fillMapping (const Model& model, MidiMapping& mapping)
                                           .controlType = static_cast<int32_t> (kind->type),
                                           .features = kind->features });
         }
+}
+
+const char* mappingLackOf (const Model& model, const Control& control, size_t place,
+                           const MidiMapping& mapping)
+{
+    const SurfaceState start;
+    const auto deck = start.deckAt (control.decks, place);
+    const auto& address = control.at[place];
+    if (!start.isIn (control.layer, deck))
+        return "belongs to another layer";
+    const auto number = numberFor (control, deck);
+    if (number == 0)
+        return "is more than a command, or a state of the surface";
+    const auto row = mapping.row (number);
+    const auto command = CommandTable::find (number);
+    if (!kindFor (control, *command.row))
+        return "its form of values is none of a mapping's";
+    if (row.status != address.status || row.data != address.data)
+        return "its command has another control";
+    if (rowOf (control.function.id).act == Act::jog)
+        return "a mapping's wheel has constants of its own";
+    if (isRelative (control.form))
+        return "a mapping makes one step of a message";
+    if (command->shape == MappingShape::pitch)
+        return "a mapping picks sliders up by a rule of its own";
+    if (control.form == Form::centre64 || control.form == Form::centre63
+        || control.form == Form::centreInverted)
+        return "a mapping's middle is half a step beside the fader's";
+    if (rowOf (control.function.id).act == Act::touch && model.jog.touchNeedsScratchMode)
+        return "a mapping has no scratch mode";
+    return nullptr;
 }

@@ -23,7 +23,7 @@ bool install (const juce::File& folder)
     {
         const auto file = folder.getChildFile (juce::String (shipped.name.data(), shipped.name.size()));
         const auto isStale =
-            shipped.name == commandsHeader && file.loadFileAsString().toStdString() != shipped.text;
+            shipped.name.ends_with (headerEnding) && file.loadFileAsString().toStdString() != shipped.text;
         if (isStale || !file.exists())
             isDone = replaceFile (file, shipped.text.data(), shipped.text.size()) && isDone;
     }

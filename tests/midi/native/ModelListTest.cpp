@@ -46,7 +46,7 @@ TEST (ModelList, ATableIsWrittenOutAsAMapping)
     const auto row = [&] (const char* constant) { return mapping.row (CommandTable::numberOf (constant)); };
     EXPECT_EQ (row ("PLAY_PAUSE_C"), (MidiMappingRow { 0x92, 35 }));
     EXPECT_EQ (row ("CROSSFADER"), (MidiMappingRow { 0xb4, 64 }));
-    EXPECT_EQ (row ("PITCH_A").features, MidiControlFeature::fine);
+    EXPECT_EQ (row ("PITCH_A").features, MidiControlFeature::fine | MidiControlFeature::takeover);
     EXPECT_EQ (row ("FX_DRY_WET_GROUP_B").type(), MidiControlType::encoder);
     EXPECT_FALSE (row ("FILE_BROWSER_SELECT").isAssigned()) << "it belongs to another layer";
 }

@@ -32,11 +32,6 @@ SurfaceHand::SurfaceHand (MidiControl& c, const Model& m, SurfaceState& s,
 {
 }
 
-void SurfaceHand::send (const Message& message)
-{
-    Surface::send (control, { &message, 1 });
-}
-
 void SurfaceHand::act (const Function& function, int deck, Decks side, const ControlValue& value)
 {
     const auto act = rowOf (function.id).act;
@@ -164,8 +159,8 @@ void SurfaceHand::change (const Function& function, int deck, Decks side)
     default:
         break;
     }
-    if (model.layerChanged != nullptr)
-        model.layerChanged (*this);
+    if (const auto layers = model.layerMessages; !layers.empty())
+        Surface::send (control, layers.subspan (std::min<size_t> (whole, layers.size() - 1), 1));
 }
 
 void SurfaceHand::command (const Function& function, int deck, const ControlValue& value)

@@ -16,17 +16,6 @@ public:
     /** @param side   of the surface, for the functions that select its deck */
     void act (const Function&, int deck, Decks side, const ControlValue&);
 
-    /** The layer of the whole surface. */
-    size_t layer() const noexcept { return state.mode[SurfaceState::wholeSurface]; }
-
-    /** Sends a message as it stands. */
-    void send (const Message&);
-
-    MidiControl& control;
-    CPlatterdex& engine;
-    const Model& model;
-    SurfaceState& state;
-
 private:
     void command (const Function&, int deck, const ControlValue&);
     void moveValue (int number, int deck, const ControlValue&);
@@ -38,5 +27,9 @@ private:
     void turnJog (Act, int deck, double steps);
     bool ownsPitch (int deck) const;
 
+    MidiControl& control;
+    CPlatterdex& engine;
+    const Model& model;
+    SurfaceState& state;
     std::array<PitchPickup, 4>& pickups;
 };

@@ -22,27 +22,6 @@ juce::String addressText (const Address& address)
     }
 }
 
-juce::String functionText (const Function& function)
-{
-    const auto& row = rowOf (function.id);
-    juce::String text (std::string (row.label));
-    const auto isNumbered = row.constant.find ("{n}") != std::string_view::npos
-                            || function.id == FunctionId::deckMode || function.id == FunctionId::surfaceMode;
-    if (isNumbered)
-        text << " " << function.which + 1;
-    else if (function.id == FunctionId::selectDeck)
-        text << " " << juce::String::charToString (static_cast<juce::juce_wchar> ('A' + function.which));
-    else if (function.id == FunctionId::loopBeats || function.id == FunctionId::rollBeats)
-    {
-        constexpr int beatIndex = 5; // of a loop of one beat
-        const int n = function.which;
-        text << " "
-             << (n >= beatIndex ? juce::String (1 << (n - beatIndex))
-                                : "1/" + juce::String (1 << (beatIndex - n)));
-    }
-    return text;
-}
-
 juce::String layerText (const Layer& layer)
 {
     juce::StringArray words;
@@ -141,6 +120,27 @@ juce::String nameTable (int model)
         rows << "| " << juce::String (std::string (each.name)) << " | " << addressText (each.at) << " |\n";
     return rows.isEmpty() ? juce::String() : "\n| Control | Sends |\n|---|---|\n" + rows;
 }
+}
+
+juce::String functionText (const Function& function)
+{
+    const auto& row = rowOf (function.id);
+    juce::String text (std::string (row.label));
+    const auto isNumbered = row.constant.find ("{n}") != std::string_view::npos
+                            || function.id == FunctionId::deckMode || function.id == FunctionId::surfaceMode;
+    if (isNumbered)
+        text << " " << function.which + 1;
+    else if (function.id == FunctionId::selectDeck)
+        text << " " << juce::String::charToString (static_cast<juce::juce_wchar> ('A' + function.which));
+    else if (function.id == FunctionId::loopBeats || function.id == FunctionId::rollBeats)
+    {
+        constexpr int beatIndex = 5; // of a loop of one beat
+        const int n = function.which;
+        text << " "
+             << (n >= beatIndex ? juce::String (1 << (n - beatIndex))
+                                : "1/" + juce::String (1 << (beatIndex - n)));
+    }
+    return text;
 }
 
 juce::String supportText (int model)

@@ -13,7 +13,7 @@
 //   Message   bytes that wake a device up or put it to sleep
 //   TextField a place of a display
 //
-// One engine (Surface) reads them. A device that needs more says so by a hook of its Model.
+// One engine (Surface) reads them; px_surface.h does the same for a table that is written out as a script.
 
 /** The way in which a control sends its values. */
 enum class Form : uint8_t
@@ -116,6 +116,8 @@ struct LampForm
     uint8_t part = 0, parts = 0;
 
     static constexpr uint8_t byTurns = 255;
+
+    constexpr bool operator== (const LampForm&) const noexcept = default;
 };
 
 inline constexpr LampForm light {}, light100 { .on = 100 }, light1 { .on = 1 }, steady { .blink = 0 },
@@ -218,8 +220,6 @@ struct NamedControl
     std::string_view name;
 };
 
-class SurfaceHand;
-
 /** A model's table. */
 struct Model
 {
@@ -233,8 +233,9 @@ struct Model
     std::span<const uint8_t> textHead {}; ///< precedes the number of a text field
     std::span<const TextField> texts {};
 
-    /** Called after a layer has changed, for devices that have to be told. InMidiThread. */
-    void (*layerChanged) (SurfaceHand&) = nullptr;
+    /** For a device that has to be told the layer of the whole surface: what is sent after a control has changed a state of the
+        surface, by layer; the last one for all layers above. */
+    std::span<const Message> layerMessages {};
 
     bool isDoubtful = false;    ///< the numbers come from a sister device, and nobody has tried them
     std::string_view remark {}; ///< for the model's page

@@ -218,14 +218,15 @@ static_assert (areSound (lamps));
 constexpr Message wake[] { message (0xf0, 0x00, 0x01, 0x60, 0x10, 0x00, 0xf7), message (0xb0, 123, 0),
                            message (0xf0, 0x00, 0x01, 0x60, 0x01, 0, 0xf7) };
 
-/** Gives the touch surface the shape of the layer: a circle, sliders or buttons. */
-void shapeSurface (SurfaceHand& hand)
+constexpr Message shapeOf (int shape) noexcept
 {
-    constexpr int circle = 0, sliders = 3, buttons = 4;
-    constexpr std::array shapes { circle, sliders, buttons, sliders, buttons };
-    const auto layer = std::min<size_t> (hand.layer(), shapes.size() - 1);
-    hand.send (message (0xf0, 0x00, 0x01, 0x60, 0x01, shapes[layer], 0xf7));
+    return message (0xf0, 0x00, 0x01, 0x60, 0x01, shape, 0xf7);
 }
+
+/** Give the touch surface the shape of each layer. */
+constexpr int circle = 0, sliders = 3, buttons = 4;
+constexpr Message shapes[] { shapeOf (circle), shapeOf (sliders), shapeOf (buttons), shapeOf (sliders),
+                             shapeOf (buttons) };
 
 }
 
@@ -237,7 +238,7 @@ const Model stantonScs3d {
     .jog = { .bend = 0.006, .scratch = 0.2 },
     .wake = wake,
     .clearsCache = true,
-    .layerChanged = shapeSurface,
+    .layerMessages = shapes,
     .remark = "Stanton SCS.3D: one deck, A or B after \"deck\", and a touch surface whose shape its mode "
               "buttons change: the wheel in vinyl mode, three sliders for effects and for the equaliser, "
               "eight buttons for loops and hot cues.",
