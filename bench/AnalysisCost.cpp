@@ -2,6 +2,7 @@
 #include "measure/DecodedFile.h"
 #include "measure/Machine.h"
 #include "measure/MusicLike.h"
+#include "measure/NamedFiles.h"
 #include "measure/Timing.h"
 
 #include "analysis/track/TrackAnalyser.h"
@@ -121,10 +122,7 @@ int main (int argc, char** argv)
 {
     Machine::print();
     const TemporaryFolder folder;
-    std::vector<juce::File> files;
-    for (int i = 1; i < argc; ++i)
-        files.push_back (
-            juce::File::getCurrentWorkingDirectory().getChildFile (juce::CharPointer_UTF8 (argv[i])));
+    auto files = namedFiles (argc, argv);
     const auto make = [&folder] (const char* name, double minutes) {
         return EncodedFiles::writeWav (MusicLike::make (60.0 * minutes, 44100.0), 44100.0,
                                        folder.file (name));

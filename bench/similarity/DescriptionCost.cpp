@@ -1,6 +1,7 @@
 #include "adec/BuiltDecoder.h"
 #include "measure/Machine.h"
 #include "measure/MusicLike.h"
+#include "measure/NamedFiles.h"
 #include "measure/Timing.h"
 
 #include "shared/EncodedFiles.h"
@@ -35,10 +36,7 @@ int main (int argc, char** argv)
 {
     Machine::print();
     const TemporaryFolder folder;
-    std::vector<juce::File> files;
-    for (int i = 1; i < argc; ++i)
-        files.push_back (
-            juce::File::getCurrentWorkingDirectory().getChildFile (juce::CharPointer_UTF8 (argv[i])));
+    auto files = namedFiles (argc, argv);
     if (files.empty())
     {
         files.push_back (EncodedFiles::writeWav (MusicLike::make (180.0, 44100.0), 44100.0,

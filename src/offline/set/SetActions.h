@@ -1,7 +1,7 @@
 #pragma once
 
-#include "offline/set/SetScript.h"
 #include "offline/set/SetLine.h"
+#include "offline/set/SetScript.h"
 
 #include <span>
 

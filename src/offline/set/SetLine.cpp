@@ -115,7 +115,7 @@ int SetLine::byte (const std::string& what, int lowest, int highest)
     const auto [stopped, error] = std::from_chars (begin, end, value, isHex ? 16 : 10);
     if (error != std::errc {} || stopped != end || value < lowest || value > highest)
         fail (what + " lies between " + std::to_string (lowest) + " and " + std::to_string (highest)
-                   + ", decimal or as 0x90; it is not " + quoted (text) + ".");
+              + ", decimal or as 0x90; it is not " + quoted (text) + ".");
     return value;
 }
 
@@ -153,7 +153,7 @@ int SetLine::command (bool metersToo)
         for (int each = 1; each <= CommandTable::commandCount; ++each)
             constants.add (CommandTable::constant (each));
         fail ("There is no command " + quoted (text) + "."
-                   + didYouMean (juce::String (std::string (text)), constants).toStdString());
+              + didYouMean (juce::String (std::string (text)), constants).toStdString());
     }
     return number;
 }
