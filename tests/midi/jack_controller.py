@@ -54,7 +54,7 @@ def until(what, condition, seconds=30.0):
 
 
 def run(*command):
-    return subprocess.run(command, check=True, capture_output=True, text=True, timeout=60).stdout
+    return subprocess.run(command, check=True, capture_output=True, text=True, timeout=300).stdout
 
 
 def start_server(names=tuple(f"px-{number}" for number in range(8))):
