@@ -1,4 +1,6 @@
 #include "UiBench.h"
+#include "library/exchange/ListSummary.h"
+#include "library/songs/SongList.h"
 #include "skin/Skin.h"
 #include "support/language/Language.h"
 #include "ui/decks/UtilityPanels.h"
@@ -13,6 +15,12 @@
 
 namespace
 {
+/** Puts English back in use after a test. */
+struct English
+{
+    ~English() { LanguageInUse::set (Language::all ({})[0]); }
+};
+
 std::string nameOf (const juce::Component& c)
 {
     return (juce::String (typeid (c).name()) + " " + c.getComponentID() + c.getName()).toStdString();
@@ -187,12 +195,27 @@ TEST (Tidy, EveryControlHasATooltipAndACommandThatWorks)
     }
 }
 
+TEST (Tidy, SongsAreCountedInTheLanguageInUseAndInFilesInEnglish)
+{
+    const English afterwards;
+    const SongList none;
+    EXPECT_EQ (listSummary (none), "0 songs, 0:00, 0.00 B");
+    for (const auto& language : Language::all ({ juce::File (PX_LANGUAGES_DIR) }))
+    {
+        ASSERT_TRUE (LanguageInUse::set (language)) << language.code;
+        EXPECT_EQ (listSummaryOfFile (none), "0 songs, 0:00, 0.00 B") << language.code;
+        EXPECT_EQ (listSummary (none).upToFirstOccurrenceOf (",", false, false),
+                   trPlural ("%1 song", "%1 songs", 0))
+            << language.code;
+        if (language.code == "fr")
+        {
+            EXPECT_EQ (listSummary (none), "0 morceau, 0:00, 0.00 B");
+        }
+    }
+}
+
 TEST (Tidy, EveryTextFitsItsPlaceInEveryLanguage)
 {
-    struct English
-    {
-        ~English() { LanguageInUse::set (Language::all ({})[0]); }
-    };
     const English afterwards;
     // Squeezed by a fifth a word is still read with ease; below that it is cut off.
     constexpr Squeeze byAFifth { 0.75f, 0.8f };

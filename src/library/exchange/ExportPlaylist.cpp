@@ -46,7 +46,7 @@ ExportPlaylist::Result ExportPlaylist::run (ImportProgress& progress)
 
     const auto isM3u = M3u::isExtensionOf (path);
     auto isGood =
-        write (stream, isM3u ? M3u::header() : PlaylistPage::header (list.name, listSummary (list)));
+        write (stream, isM3u ? M3u::header() : PlaylistPage::header (list.name, listSummaryOfFile (list)));
     std::vector<SongRecord> records;
     for (int row = 0; isGood && row < list.size(); ++row)
     {
