@@ -25,6 +25,9 @@ TEST (AnalyseVerb, PrintsInTheOrderOfTheNamesAndKeepsWhatItFinds)
                                 music.getChildFile (juce::String (21 - seconds) + ".wav"));
     music.getChildFile ("5.mp3").replaceWithText ("no audio");
     music.getChildFile ("notes.txt").replaceWithText ("no track");
+    // Neither what other systems keep of a file's attributes nor a copy that a killed program was writing tags to.
+    for (const auto* name : { "._1.wav", ".platterdex-0f.wav" })
+        ASSERT_TRUE (music.getChildFile ("1.wav").copyFileTo (music.getChildFile (name)));
 
     const juce::StringArray command { "analyse", "music", "missing.wav", "--root", "root" };
     const auto with = [&command] (const juce::StringArray& more)

@@ -3,16 +3,9 @@
 #include "library/import/FolderWalk.h"
 #include "support/files/AudioFileTypes.h"
 
-namespace
-{
-/** Begins the names of files in which some systems keep the attributes of a file with the rest of the name. */
-constexpr const char* attributesOfAnother = "._";
-}
-
 ImportRun::ImportRun (SongDatabase& database, ImportProgress& p, SongBatch::Judge judge)
     : batch (database, std::move (judge)),
-      progress (p),
-      filter (AudioFileTypes::wildcard, {}, {})
+      progress (p)
 {
 }
 
@@ -31,8 +24,7 @@ bool ImportRun::importFile (const juce::String& path, double part)
     result.isCancelled = progress.shouldExit();
     if (result.isCancelled)
         return false;
-    const auto file = juce::File::createFileWithoutCheckingPath (path);
-    if (filter.isFileSuitable (file) && !file.getFileName().startsWith (attributesOfAnother))
+    if (AudioFileTypes::matches (juce::File::createFileWithoutCheckingPath (path)))
     {
         progress.setStatusText (path);
         const auto refused = batch.unplayable().size();

@@ -50,6 +50,5 @@ public:
 private:
     SongBatch batch;
     ImportProgress& progress;
-    const juce::WildcardFileFilter filter;
     ImportResult result;
 };

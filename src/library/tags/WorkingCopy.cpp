@@ -1,5 +1,7 @@
 #include "library/tags/WorkingCopy.h"
 
+#include "support/files/AudioFileTypes.h"
+
 #include <sys/stat.h>
 #include <sys/xattr.h>
 
@@ -62,7 +64,8 @@ bool writeAll (int target, int source)
 WorkingCopy::WorkingCopy (const fs::path& file)
     : original (file),
       copy (file.parent_path()
-            / (".platterdex-" + juce::Uuid().toString().toStdString() + file.extension().string()))
+            / (AudioFileTypes::workingCopyPrefix + juce::Uuid().toString().toStdString()
+               + file.extension().string()))
 {
     std::error_code error;
     made = fs::copy_file (original, copy, error) && !error;

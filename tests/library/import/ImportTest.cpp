@@ -205,10 +205,11 @@ TEST_F (Import, ReportsWhatAFullDiskLetItStore)
     }
 }
 
-TEST_F (Import, AttributeFilesOfOtherSystemsAreNoSongs)
+TEST_F (Import, AttributeFilesAndWorkingCopiesAreNoSongs)
 {
     add ("._B side.mp3");
     add ("sub/._9.wav");
+    add ("sub/.platterdex-9.wav"); // the copy in which a killed program was writing tags
     Watching watch, single;
     EXPECT_EQ (ImportDirectory (&database, music).run (watch).accepted, 3);
     EXPECT_EQ (ImportFiles (&database, { path ("._B side.mp3") }, {}).run (single).accepted, 0);
