@@ -105,8 +105,6 @@ FileAnalysis::Result FileAnalysis::run (const Request& request, const AdecShared
         result.fault = faultOfTrack (request.track, decoder);
         return result;
     }
-    AdecTrack track (decoder, request.track);
-    result.sampleRate = track.sampleRate();
     if (auto old = request.isAgain ? std::nullopt : AnalysisFile::read (stored); old && old->beatMarks)
     {
         result.analysis = std::move (*old);
@@ -119,6 +117,8 @@ FileAnalysis::Result FileAnalysis::run (const Request& request, const AdecShared
             return result;
         }
     }
+    AdecTrack track (decoder, request.track);
+    result.sampleRate = track.sampleRate();
     if (!track.isPlayable())
     {
         if (result.wasStored)

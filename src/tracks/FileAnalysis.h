@@ -27,7 +27,7 @@ struct Result
     bool isCancelled = false; ///< the same, with nobody to blame
     bool wasStored = false;   ///< it was read and not made
     bool isWritten = false;   ///< it stands in its file
-    double sampleRate = 0.0;  ///< of the track, in Hz
+    double sampleRate = 0.0;  ///< of the track, in Hz; 0 if it was read
     double seconds = 0.0;     ///< analysed; 0 if it was read
     TrackAnalysis analysis;
 };

@@ -99,6 +99,8 @@ Finding analyse (const FileAnalysis::Request& request, const AdecSharedLibrary& 
         SongRecord record;
         readTags (request.track.getFullPathName(), record);
         finding.seconds = record[SongColumn::duration].getDoubleValue();
+        if (finding.result.sampleRate == 0.0)
+            finding.result.sampleRate = record[SongColumn::samplerate].getDoubleValue();
     }
     return finding;
 }
