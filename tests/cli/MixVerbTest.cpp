@@ -62,6 +62,7 @@ TEST (MixVerb, MixesAFolderInPhaseWithoutAGap)
     writeTrack (tracks.getChildFile ("4 middle.wav"), 123.0, 35.0, 98.0f);
     writeTrack (tracks.getChildFile ("5 last.wav"), 120.0, 33.0, 131.0f);
 
+    ASSERT_EQ (runProgram ({ "import", "tracks/1 slow.wav", "--root", "root" }, folder).exitCode, 0);
     const auto run = runProgram ({ "mix", "tracks", "--out", "mix.wav", "--fade", "6", "--report", "mix.csv",
                                    "--order", "tempo", "--root", "root" },
                                  juce::File (folder));
@@ -70,6 +71,9 @@ TEST (MixVerb, MixesAFolderInPhaseWithoutAGap)
     EXPECT_TRUE (run.err[0].contains ("2 bad.wav was skipped: ")) << run.err[0];
     EXPECT_TRUE (run.err[1].contains ("1 track is missing")) << run.err[1];
 
+    const auto songs = runProgram ({ "list", "--columns", "bpm", "--root", "root" }, folder).out;
+    ASSERT_EQ (songs.size(), 2) << "what is mixed is not imported";
+    EXPECT_NEAR (songs[1].getDoubleValue(), 118.0, 0.1) << "the library learns the tempo";
     const auto report = linesOf (juce::File (folder.file ("mix.csv")).loadFileAsString());
     ASSERT_EQ (report.size(), 5);
     const char* const order[] { "1 slow", "5 last", "4 middle", "3 fast" };

@@ -2,6 +2,7 @@
 
 #include "cli/RootFolder.h"
 #include "cli/TerminalOutput.h"
+#include "cli/TerminalPrompts.h"
 #include "cli/mix/MixReport.h"
 #include "cli/mix/MixTempo.h"
 #include "cli/mix/MixTracks.h"
@@ -67,6 +68,20 @@ struct Options
     int fadeSeconds = 15;
     bool isSynced = true, swapsBass = false, isByTempo = false;
 };
+
+/** Tells the user's library the tempos of its songs. */
+void noteTempos (const std::vector<MixTracks::Track>& tracks, const VerbOptions& given,
+                 const Folders& folders)
+{
+    Session::Options wanted;
+    wanted.folders = folders;
+    wanted.library = RootFolder::library (given);
+    wanted.prompts = std::make_shared<TerminalPrompts>();
+    Session session (std::move (wanted));
+    for (const auto& track : tracks)
+        if (track.tempo > 0.0)
+            session.noteTempo (track.file.getFullPathName(), track.tempo);
+}
 
 /** Puts the tracks into a library of this run and into its automix list. The user's own automix list stays.
     @returns the number of those that were skipped */
@@ -156,6 +171,7 @@ int mix (const VerbOptions& given, const Options& wanted, const Folders& folders
                                      skipped);
         if (progress.shouldExit())
             return failWith (tr ("The mix was interrupted; nothing was written."));
+        noteTempos (tracks, given, folders);
         if (wanted.isByTempo)
             MixTracks::sortByTempo (tracks);
         skipped += fillAutomixList (database, tracks, progress);
