@@ -238,3 +238,16 @@ TEST (DeckMode, ThruPlaysTheInputAndLetsTheRecordGo)
     deck.timecode().setMode (Mode::relative);
     EXPECT_FALSE (deck.timecode().isThru());
 }
+
+TEST (DeckMode, ThruInTheEndZoneLetsTheRecordGoForGood)
+{
+    RecordedDeck deck (disc(), Mode::relative);
+    const auto zone = static_cast<double> (disc().safeLength) / disc().carrierHz;
+    deck.feed (play (disc(), zone - 0.5, 1.5, steady (1)));
+    ASSERT_TRUE (deck.timecode().status().isInControlZone);
+    deck.timecode().setThru (true);
+    EXPECT_EQ (deck.deck().play.on, 0);
+    deck.feed (play (disc(), 20, 1, steady (1)));
+    EXPECT_EQ (deck.timecode().mode(), Mode::internal) << "the record came back and took the deck";
+    EXPECT_TRUE (deck.timecode().isThru());
+}

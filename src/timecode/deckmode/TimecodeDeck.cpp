@@ -89,7 +89,7 @@ void TimecodeDeck::setThru (bool on)
     const CallbackLock lock (world.callbackLock, "thru");
     auto& setup = world.setup (*player);
     setup.lineThrough = on;
-    if (!on || setup.timecodeOn == 0)
+    if (!on || (setup.timecodeOn == 0 && controlZone == 0))
         return;
     leaveRecord (*player);
     player->play.on = 0;
