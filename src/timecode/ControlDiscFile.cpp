@@ -1,5 +1,6 @@
 #include "timecode/ControlDiscFile.h"
 
+#include "support/language/Translate.h"
 #include "timecode/ControlDisc.h"
 
 #include <juce_audio_formats/juce_audio_formats.h>
@@ -13,7 +14,7 @@ juce::String writeControlDisc (const juce::File& file, int frames, const std::fu
 {
     constexpr auto framesAtOnce = controlDisc::sampleRate / controlDisc::samplesPerFrame;
     constexpr auto samplesAtOnce = static_cast<std::size_t> (framesAtOnce * controlDisc::samplesPerFrame);
-    const auto fault = "The control disc can't be written to " + file.getFullPathName() + ".";
+    const auto fault = tr ("The control disc can't be written to %1.", file.getFullPathName());
 
     auto stream = std::make_unique<juce::FileOutputStream> (file);
     if (stream->failedToOpen() || !stream->setPosition (0) || stream->truncate().failed())

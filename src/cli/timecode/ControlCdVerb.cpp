@@ -38,7 +38,7 @@ int runControlCd (const juce::StringArray& arguments)
     if (!given.has ("--out") || !given.positional.isEmpty())
         return failWith (tr ("control-cd needs --out FILE.wav."));
     const auto file = given.fileOf ("--out");
-    if (!requireEnding (file, ".wav"))
+    if (!requireEnding (file, "wav"))
         return ExitCode::badInput;
 
     const auto frames =

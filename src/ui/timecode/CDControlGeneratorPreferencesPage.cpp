@@ -141,5 +141,5 @@ void CDControlGeneratorPreferencesPage::paint (juce::Graphics& g)
     g.fillAll (palette::panel);
     g.setColour (palette::label);
     g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
-    g.drawFittedText (hint, hintArea, juce::Justification::topLeft, 2, 1.0f);
+    g.drawFittedText (tr (hint), hintArea, juce::Justification::topLeft, 2, 1.0f);
 }
