@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace
@@ -183,4 +184,24 @@ TEST (TimecodeListener, SaysTheCarrierOfARecordThatNobodyKnows)
     listenTo (deck, signal);
     EXPECT_EQ (inputWords (deck.engine->timecodeListener.picture (0).input),
                "a carrier of 1200 Hz, no code known");
+}
+
+TEST (ScopeImage, PlotsWhatLiesInItsFrameAndNothingElse)
+{
+    // The compiler evaluates it, which refuses numbers that no pixel can have.
+    constexpr auto litBy = [] (float left, float right)
+    {
+        ScopeImage image;
+        image.plot (left, right);
+        int lit = 0;
+        for (int i = 0; i < ScopeImage::side * ScopeImage::side; ++i)
+            lit += image.at (i % ScopeImage::side, i / ScopeImage::side) != 0 ? 1 : 0;
+        return lit;
+    };
+    using Limits = std::numeric_limits<float>;
+    static_assert (litBy (0.0f, 0.0f) == 1 && litBy (1.0f, -1.0f) == 1 && litBy (-1.0f, 1.0f) == 1);
+    static_assert (litBy (1.1f, 0.0f) == 0 && litBy (0.0f, -1.1f) == 0);
+    static_assert (litBy (Limits::quiet_NaN(), 0.0f) == 0 && litBy (0.0f, Limits::quiet_NaN()) == 0);
+    static_assert (litBy (Limits::infinity(), 0.0f) == 0 && litBy (0.0f, -Limits::infinity()) == 0);
+    static_assert (litBy (1.0e30f, 0.0f) == 0 && litBy (0.0f, -1.0e30f) == 0);
 }
