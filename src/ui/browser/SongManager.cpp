@@ -99,7 +99,7 @@ SongManager::SongManager (CPlatterdex& e, Session* session)
     sourceActions.showSource = [this] (const Source& source) { showSource (source); };
     sourceActions.copyToPlayOrder = [this] (const Source& source)
     {
-        if (world.room != nullptr && table.source() == source)
+        if (world.room != nullptr && table.rowsSource() == source)
             world.room->edits.reorder (source.list(), table.entryIds(), {});
     };
 

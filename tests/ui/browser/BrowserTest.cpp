@@ -236,6 +236,25 @@ TEST (Browser, ControllersMoveLoadAndKeepTheirOrder)
     BrowserBench b;
     auto& table = b.browser->songs();
     table.selectRow (0);
+TEST (Browser, RowsBelongToTheirListUntilThoseOfTheNextOneAreThere)
+{
+    BrowserBench b;
+    const auto id = b.makePlaylist ("Warm Up", { 1, 2, 3, 4 });
+    ASSERT_GT (id, 0);
+    ASSERT_TRUE (b.browser->showSourceNamed ("Library"));
+    auto& table = b.browser->songs();
+    table.selectRow (0);
+    table.setSource ({ SongListKind::playlist, id, "Warm Up" });
+    ASSERT_EQ (table.getSelectedRow(), 0) << "the old rows are still there";
+    b.prompts->yes = true;
+    b.press (Key::deleteKey);
+    EXPECT_EQ (b.prompts->asked[0],
+               "REMOVE ITEM|Are you sure you want to remove the selected song from your library?");
+    EXPECT_EQ (b.titles().size(), 3);
+    ASSERT_TRUE (b.browser->showSourceNamed ("Library"));
+    EXPECT_EQ (b.titles().size(), 3);
+}
+
     b.bench.engine.setParameter (CommandTable::numberOf ("PLAYLIST_SELECT"), CommandCall::stepUp);
     b.bench.engine.setParameter (CommandTable::numberOf ("PLAYLIST_DOWN"), 1.0f);
     b.bench.engine.setParameter (CommandTable::numberOf ("PLAYLIST_LOAD_B"), 1.0f);

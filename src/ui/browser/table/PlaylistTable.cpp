@@ -196,6 +196,7 @@ void PlaylistTable::rowsCame (int code)
     }
     else if (!selectMade())
         selectMarked();
+        inPlace = shown;
     noteSelection();
     if (followsSelection && getSelectedRow() >= 0)
         scrollToEnsureRowIsOnscreen (getSelectedRow());
@@ -347,7 +348,7 @@ juce::String PlaylistTable::selectedPath() const
 SelectedSongs PlaylistTable::selection() const
 {
     SelectedSongs made;
-    made.source = shown;
+    made.source = inPlace;
     const auto selected = getSelectedRows();
     const auto& songs = list();
     // The song under the hand comes first among the paths: a deck takes that one.
@@ -442,7 +443,7 @@ juce::Component* PlaylistTable::refreshComponentForCell (int row, int column, bo
         stars = new PlaylistTableItemRating();
         stars->onRate = [this] (int rated, int count)
         {
-            if (rated < list().size() && list()[rated].songId >= 0 && !isForeign (shown.kind))
+            if (rated < list().size() && list()[rated].songId >= 0 && !isForeign (inPlace.kind))
                 actions.rate (list()[rated].songId, count);
         };
     }
@@ -494,5 +495,6 @@ void PlaylistTable::selectSomething()
 
 bool PlaylistTable::isInOwnOrder() const
 {
-    return shown.isEditable() && query.sort == SongField::listOrder && query.ascending && !query.isFiltered();
+    return inPlace == shown && shown.isEditable() && query.sort == SongField::listOrder && query.ascending
+           && !query.isFiltered();
 }

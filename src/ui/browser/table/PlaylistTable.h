@@ -32,6 +32,9 @@ public:
     void setSource (const Source&);
     const Source& source() const noexcept { return shown; }
 
+    /** The source whose rows are in place: the one before, until the new rows are there. */
+    const Source& rowsSource() const noexcept { return inPlace; }
+
     /** Narrows the source. @param fields   in which words are looked for */
     void setSearch (const juce::String& text, std::vector<SongField> fields);
 
@@ -155,7 +158,7 @@ private:
     std::unique_ptr<RowSource> rows;
     RowPainter painter;
 
-    Source shown;
+    Source shown, inPlace; ///< asked for; that of the rows
     SongQuery query;
     bool isLaidOut = false;   ///< the header is that of the source
     bool takesLayout = false; ///< the next rows come with the layout below

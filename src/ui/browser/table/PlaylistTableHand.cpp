@@ -26,7 +26,7 @@ bool PlaylistTable::keyPressed (const juce::KeyPress& key)
     const auto row = getSelectedRow();
     if (row >= 0 && MenuKey::opensMenu (key))
         return openMenuAtRow (rowMenu (row, TableColumn::of (SongField::title)), row), true;
-    if (row >= 0 && MenuKey::opensPlaylists (key) && !isForeign (shown.kind))
+    if (row >= 0 && MenuKey::opensPlaylists (key) && !isForeign (inPlace.kind))
         return openMenuAtRow (actions.playlistMenu (selection()), row), true;
     if (TableListBox::keyPressed (key))
         return true;
@@ -77,8 +77,8 @@ juce::PopupMenu PlaylistTable::rowMenu (int row, int column)
 {
     const auto songs = selection();
     const auto path = pathOf (row);
-    const auto isForeignList = isForeign (shown.kind);
-    const auto isRemovable = !isForeignList && shown.kind != SongListKind::history; // which is what was
+    const auto isForeignList = isForeign (inPlace.kind);
+    const auto isRemovable = !isForeignList && inPlace.kind != SongListKind::history; // which is what was
     juce::PopupMenu menu;
     menu.addItem (tr ("Edit"), !isForeignList, false, [this, row, column] { editCell (row, column); });
     for (int deck = 0; deck < world.decks(); ++deck)
@@ -115,7 +115,7 @@ void PlaylistTable::openMenuAtRow (juce::PopupMenu menu, int row)
 void PlaylistTable::editCell (int row, int column)
 {
     const auto* song = rows != nullptr ? rows->row (row) : nullptr;
-    if (song == nullptr || song->id < 0 || isForeign (shown.kind))
+    if (song == nullptr || song->id < 0 || isForeign (inPlace.kind))
         return;
     if (!TableColumn::isEditable (column) || !getHeader().isColumnVisible (column))
         column = TableColumn::of (SongField::title);

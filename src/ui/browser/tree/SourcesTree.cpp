@@ -393,7 +393,7 @@ bool SourcesTree::takes (const SourcesTreeItem& item,
     if (name == DragSourceName::table)
     {
         const auto* table = dynamic_cast<const PlaylistTable*> (details.sourceComponent.get());
-        return table != nullptr && !isForeign (table->source().kind);
+        return table != nullptr && !isForeign (table->rowsSource().kind);
     }
     return details.sourceComponent == this && name.startsWith ("SourcesItem");
 }
