@@ -4,6 +4,7 @@
 #include "support/files/AudioFileTypes.h"
 #include "support/language/Translate.h"
 #include "ui/browser/model/MenuKey.h"
+#include "ui/browser/model/PointerMenu.h"
 #include "ui/look/OpenMenu.h"
 
 #include <algorithm>
@@ -86,8 +87,7 @@ void ColumnFileBrowser::add (const juce::File& wanted)
     list.setRowHeight (rowHeight);
     list.onSelection = [this, &column] { selectionChanged (column); };
     list.onOpen = [this] (const juce::File& file) { open (file); };
-    list.onMenu = [this] (const juce::File& file)
-    { openMenu (file, juce::PopupMenu::Options().withMousePosition()); };
+    list.onMenu = [this] (const juce::File& file) { openMenu (file, PointerMenu::options()); };
     list.onKey = [this] (const juce::KeyPress& key) { return handleKey (key); };
 }
 

@@ -5,6 +5,7 @@
 #include "support/files/AudioFileTypes.h"
 #include "support/language/Translate.h"
 #include "ui/browser/model/MenuKey.h"
+#include "ui/browser/model/PointerMenu.h"
 #include "ui/browser/table/CellEditor.h"
 #include "ui/browser/table/PlaylistTable.h"
 #include "ui/browser/table/TableColumn.h"
@@ -63,7 +64,7 @@ void PlaylistTable::cellClicked (int row, int column, const juce::MouseEvent& ev
     if (!event.mods.isPopupMenu())
         return;
     auto menu = rowMenu (row, column);
-    openMenu (menu, *this, juce::PopupMenu::Options().withMousePosition());
+    openMenu (menu, *this, PointerMenu::options());
 }
 
 void PlaylistTable::cellDoubleClicked (int row, int, const juce::MouseEvent& event)

@@ -2,6 +2,7 @@
 
 #include "session/similar/SimilarSongs.h"
 #include "support/language/Translate.h"
+#include "ui/browser/model/PointerMenu.h"
 #include "ui/browser/tree/SourcesTree.h"
 #include "ui/look/OpenMenu.h"
 
@@ -64,10 +65,10 @@ void SourcesTree::openMenu (SourcesTreeItem& item, bool isByKey)
     auto menu = menuOf (item.node);
     if (world.room == nullptr || menu.getNumItems() == 0)
         return;
-    const auto options = juce::PopupMenu::Options();
     ::openMenu (menu, *this,
-                isByKey ? options.withTargetScreenArea (localAreaToGlobal (item.getItemPosition (true)))
-                        : options.withMousePosition());
+                isByKey ? juce::PopupMenu::Options().withTargetScreenArea (
+                    localAreaToGlobal (item.getItemPosition (true)))
+                        : PointerMenu::options());
 }
 
 juce::PopupMenu SourcesTree::menuOf (const TreeNode& node)
