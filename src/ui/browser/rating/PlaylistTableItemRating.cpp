@@ -7,6 +7,8 @@
 namespace
 {
 constexpr int margin = 4, pitch = 16, starSize = 12;
+constexpr float offAlpha =
+    0.5f; ///< of the dots in place of stars that are out, seen on the ground of a selected row too
 
 /** The number of stars up to a place: none left of the middle of the first. */
 int starsAt (float x)
@@ -44,7 +46,8 @@ void PlaylistTableItemRating::paintStars (juce::Graphics& g, juce::Rectangle<int
         const auto x = static_cast<float> (area.getX() + margin + i * pitch + pitch / 2);
         if (x + starSize / 2 > static_cast<float> (area.getRight()))
             return;
-        g.setColour (i < shown ? (hover >= 0 ? palette::accent : palette::value) : palette::line);
+        g.setColour (i < shown ? (hover >= 0 ? palette::accent : palette::value)
+                               : palette::label.withMultipliedAlpha (offAlpha));
         g.fillPath (star, juce::AffineTransform::scale (i < shown ? 6.0f : 2.5f).translated (x, y));
     }
 }
