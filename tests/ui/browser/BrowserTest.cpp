@@ -159,6 +159,29 @@ TEST (Browser, SourcesKeepLayoutAndSelection)
     EXPECT_EQ (table.getSelectedRow(), 2);
 }
 
+TEST (Browser, AColumnGetsTheWidthOfItsTexts)
+{
+    BrowserBench b;
+    auto& table = b.browser->songs();
+    const auto title = TableColumn::of (SongField::title), artist = TableColumn::of (SongField::artist);
+    const auto width = [&table] (int column) { return table.getHeader().getColumnWidth (column); };
+    for (const auto before : { 30, 600 })
+    {
+        table.getHeader().setColumnWidth (title, before);
+        table.getHeader().setColumnWidth (artist, before);
+        table.autoSizeColumn (title);
+        EXPECT_EQ (width (artist), before);
+        table.autoSizeAllColumns();
+        EXPECT_GT (width (title), width (artist)) << "of long texts, from " << before;
+        EXPECT_LT (width (title), 200) << "from " << before;
+        EXPECT_GT (width (artist), 30) << "its name is longer than its texts";
+    }
+    table.setFontSize (22);
+    const auto small = width (title);
+    table.autoSizeColumn (title);
+    EXPECT_GT (width (title), small);
+}
+
 TEST (Browser, MenusHaveTheirWordsInTheirOrder)
 {
     BrowserBench b;
@@ -213,6 +236,25 @@ TEST (Browser, RemovingAsksAndGoesByTheSource)
     EXPECT_EQ (table.list().size(), 2);
 }
 
+TEST (Browser, RowsBelongToTheirListUntilThoseOfTheNextOneAreThere)
+{
+    BrowserBench b;
+    const auto id = b.makePlaylist ("Warm Up", { 1, 2, 3, 4 });
+    ASSERT_GT (id, 0);
+    ASSERT_TRUE (b.browser->showSourceNamed ("Library"));
+    auto& table = b.browser->songs();
+    table.selectRow (0);
+    table.setSource ({ SongListKind::playlist, id, "Warm Up" });
+    ASSERT_EQ (table.getSelectedRow(), 0) << "the old rows are still there";
+    b.prompts->yes = true;
+    b.press (Key::deleteKey);
+    EXPECT_EQ (b.prompts->asked[0],
+               "REMOVE ITEM|Are you sure you want to remove the selected song from your library?");
+    EXPECT_EQ (b.titles().size(), 3);
+    ASSERT_TRUE (b.browser->showSourceNamed ("Library"));
+    EXPECT_EQ (b.titles().size(), 3);
+}
+
 TEST (Browser, ReturnLoadsTheFirstFreeDeckAndKeysLoadTheirs)
 {
     BrowserBench b;
@@ -236,25 +278,6 @@ TEST (Browser, ControllersMoveLoadAndKeepTheirOrder)
     BrowserBench b;
     auto& table = b.browser->songs();
     table.selectRow (0);
-TEST (Browser, RowsBelongToTheirListUntilThoseOfTheNextOneAreThere)
-{
-    BrowserBench b;
-    const auto id = b.makePlaylist ("Warm Up", { 1, 2, 3, 4 });
-    ASSERT_GT (id, 0);
-    ASSERT_TRUE (b.browser->showSourceNamed ("Library"));
-    auto& table = b.browser->songs();
-    table.selectRow (0);
-    table.setSource ({ SongListKind::playlist, id, "Warm Up" });
-    ASSERT_EQ (table.getSelectedRow(), 0) << "the old rows are still there";
-    b.prompts->yes = true;
-    b.press (Key::deleteKey);
-    EXPECT_EQ (b.prompts->asked[0],
-               "REMOVE ITEM|Are you sure you want to remove the selected song from your library?");
-    EXPECT_EQ (b.titles().size(), 3);
-    ASSERT_TRUE (b.browser->showSourceNamed ("Library"));
-    EXPECT_EQ (b.titles().size(), 3);
-}
-
     b.bench.engine.setParameter (CommandTable::numberOf ("PLAYLIST_SELECT"), CommandCall::stepUp);
     b.bench.engine.setParameter (CommandTable::numberOf ("PLAYLIST_DOWN"), 1.0f);
     b.bench.engine.setParameter (CommandTable::numberOf ("PLAYLIST_LOAD_B"), 1.0f);

@@ -5,6 +5,7 @@
 #include "support/language/Translate.h"
 #include "ui/browser/rating/PlaylistTableItemRating.h"
 #include "ui/browser/table/CellEditor.h"
+#include "ui/browser/table/SongsHeader.h"
 #include "ui/browser/table/TableColumn.h"
 #include "ui/look/SMLookAndFeel.h"
 
@@ -13,7 +14,8 @@
 
 namespace
 {
-constexpr int headerHeight = 24;
+constexpr int headerHeight = 24,
+              headerAir = 24; ///< beside a column's name, for margins and the arrow of its order
 constexpr const char* historyLayoutName = "browser history layout";
 constexpr int mostMarked = 20000; ///< selected rows that are found again after other rows have come
 
@@ -30,6 +32,7 @@ PlaylistTable::PlaylistTable (BrowserWorld& w, SongActions& a, const SongStatus&
       status (s)
 {
     setModel (this);
+    setHeader (std::make_unique<SongsHeader> (*this));
     setMultipleSelectionEnabled (true);
     setHeaderHeight (headerHeight);
     setTitle (tr ("Songs"));
@@ -193,10 +196,10 @@ void PlaylistTable::rowsCame (int code)
                          juce::dontSendNotification);
         takesLayout = false;
         isLaidOut = followsSelection = true;
+        inPlace = shown;
     }
     else if (!selectMade())
         selectMarked();
-        inPlace = shown;
     noteSelection();
     if (followsSelection && getSelectedRow() >= 0)
         scrollToEnsureRowIsOnscreen (getSelectedRow());
@@ -428,6 +431,16 @@ void PlaylistTable::paintRowBackground (juce::Graphics& g, int row, int width, i
 void PlaylistTable::paintCell (juce::Graphics& g, int row, int column, int width, int height, bool selected)
 {
     painter.paintCell (g, { width, height }, rowAt (row, selected), column);
+}
+
+/** @returns the width that the column's name and its texts on screen need, in pixels */
+int PlaylistTable::getColumnAutoSizeWidth (int column)
+{
+    auto width = SMLookAndFeel::labelFont().getStringWidth (getHeader().getColumnName (column)) + headerAir;
+    const auto first = getViewport()->getViewPositionY() / getRowHeight();
+    for (auto row = first; row < std::min (getNumRows(), first + getNumRowsOnScreen() + 1); ++row)
+        width = std::max (width, painter.cellWidth (rowAt (row, false), column));
+    return juce::jlimit (TableColumn::leastWidth, TableColumn::mostWidth, width);
 }
 
 juce::Component* PlaylistTable::refreshComponentForCell (int row, int column, bool, juce::Component* there)

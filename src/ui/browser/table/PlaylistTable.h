@@ -120,6 +120,7 @@ private:
     void paintRowBackground (juce::Graphics&, int row, int width, int height, bool selected) override;
     void paintCell (juce::Graphics&, int row, int column, int width, int height, bool selected) override;
     juce::Component* refreshComponentForCell (int row, int column, bool selected, juce::Component*) override;
+    int getColumnAutoSizeWidth (int column) override;
     void cellClicked (int row, int column, const juce::MouseEvent&) override;
     void cellDoubleClicked (int row, int column, const juce::MouseEvent&) override;
     void sortOrderChanged (int column, bool forwards) override;

@@ -12,12 +12,27 @@ namespace
 constexpr float leastNumberWidth = 0.6f;
 constexpr int margin = 4, hueWidth = 4, badgeGap = 2, airAboveText = 8;
 
-bool isRightAligned (int columnId)
+TableColumn::Row columnOf (int columnId)
 {
     const auto columns = TableColumn::all();
     const auto found = std::find_if (columns.begin(), columns.end(),
                                      [columnId] (const auto& c) { return c.id == columnId; });
-    return found != columns.end() && found->isRightAligned;
+    return found != columns.end() ? *found : TableColumn::Row {};
+}
+
+/** Gives the words of a cell; none of one that paints signs. */
+juce::String textOf (const RowPainter::Row& row, int columnId)
+{
+    if (columnId == TableColumn::playedAt && row.played != nullptr)
+        return row.played->time.formatted ("%H:%M:%S");
+    if (columnId == TableColumn::match)
+        return row.match;
+    if (columnId == TableColumn::order)
+        return juce::String (row.index + 1);
+    const auto field = TableColumn::fieldOf (columnId);
+    return field && columnId != TableColumn::rating && row.song != nullptr
+               ? SongDatabase::fieldText (*row.song, *field)
+               : juce::String();
 }
 
 /** The side of a badge or sign in a row. */
@@ -56,26 +71,28 @@ void RowPainter::paintGround (juce::Graphics& g, juce::Rectangle<int> area, cons
     }
 }
 
+int RowPainter::cellWidth (const Row& row, int columnId) const
+{
+    const auto hasSigns = columnId == TableColumn::status || columnId == TableColumn::rating
+                          || columnId == TableColumn::playedOn;
+    return hasSigns ? columnOf (columnId).width
+                    : textFont.getStringWidth (textOf (row, columnId)) + 2 * margin + 1;
+}
+
 void RowPainter::paintCell (juce::Graphics& g, juce::Rectangle<int> area, const Row& row, int columnId) const
 {
     if (columnId == TableColumn::status)
         return paintStatus (g, area, row);
-    if (columnId == TableColumn::playedAt || columnId == TableColumn::playedOn)
-        return paintPlayed (g, area, row, columnId);
-    if (columnId == TableColumn::match)
-        return paintText (g, area.reduced (margin, 0), row, row.match);
-    const auto field = TableColumn::fieldOf (columnId);
-    if (!field || columnId == TableColumn::rating)
-        return;
-    const auto where =
-        isRightAligned (columnId) ? juce::Justification::centredRight : juce::Justification::centredLeft;
-    const auto text = columnId == TableColumn::order ? juce::String (row.index + 1)
-                      : row.song != nullptr          ? SongDatabase::fieldText (*row.song, *field)
-                                                     : juce::String();
+    area.reduce (margin, 0);
+    if (columnId == TableColumn::playedOn)
+        return paintDeck (g, area, row);
+    const auto text = textOf (row, columnId);
     if (text.isEmpty())
         return;
-    area.reduce (margin, 0);
-    if (!terms.words.empty() || !terms.choices.empty())
+    const auto where = columnOf (columnId).isRightAligned ? juce::Justification::centredRight
+                                                          : juce::Justification::centredLeft;
+    if (const auto field = TableColumn::fieldOf (columnId);
+        field && (!terms.words.empty() || !terms.choices.empty()))
         paintMarks (g, area, text, *field, where);
     g.setFont (textFont);
     g.setColour (textColour (row));
@@ -84,26 +101,13 @@ void RowPainter::paintCell (juce::Graphics& g, juce::Rectangle<int> area, const 
     g.drawText (text, area, where, true);
 }
 
-/** The time at which the song was played, or the deck, in its hue. */
-void RowPainter::paintPlayed (juce::Graphics& g, juce::Rectangle<int> area, const Row& row,
-                              int columnId) const
+/** The deck on which the song was played, in its hue. */
+void RowPainter::paintDeck (juce::Graphics& g, juce::Rectangle<int> area, const Row& row)
 {
-    if (row.played == nullptr)
-        return;
-    area.reduce (margin, 0);
-    if (columnId == TableColumn::playedOn)
-        return PanelPaint::badge (
+    if (row.played != nullptr)
+        PanelPaint::badge (
             g, area.removeFromLeft (signSide (area)).withSizeKeepingCentre (signSide (area), signSide (area)),
             row.played->deck, false);
-    paintText (g, area, row, row.played->time.formatted ("%H:%M:%S"));
-}
-
-void RowPainter::paintText (juce::Graphics& g, juce::Rectangle<int> area, const Row& row,
-                            const juce::String& text) const
-{
-    g.setFont (textFont);
-    g.setColour (textColour (row));
-    g.drawText (text, area, juce::Justification::centredLeft, true);
 }
 
 void RowPainter::paintStatus (juce::Graphics& g, juce::Rectangle<int> area, const Row& row) const

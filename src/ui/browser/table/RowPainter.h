@@ -38,10 +38,12 @@ public:
     /** @param columnId   of TableColumn; the rating is a component's */
     void paintCell (juce::Graphics&, juce::Rectangle<int>, const Row&, int columnId) const;
 
+    /** The width that a cell needs for all of its text, or its signs, in pixels. */
+    int cellWidth (const Row&, int columnId) const;
+
 private:
-    void paintPlayed (juce::Graphics&, juce::Rectangle<int>, const Row&, int columnId) const;
+    static void paintDeck (juce::Graphics&, juce::Rectangle<int>, const Row&);
     void paintStatus (juce::Graphics&, juce::Rectangle<int>, const Row&) const;
-    void paintText (juce::Graphics&, juce::Rectangle<int>, const Row&, const juce::String&) const;
     void paintMarks (juce::Graphics&, juce::Rectangle<int>, const juce::String&, SongField,
                      juce::Justification) const;
 
