@@ -1,6 +1,6 @@
 """The browser as a hand uses it, in a real window: lists made, filled, moved, renamed, exported and deleted by menus, keys and
-drags; stars by the mouse; a song edited in its cell; imports with a damaged file and a list of what failed; the foreign library.
-The library's file tells what was done.
+drags; stars by the mouse; a song edited in its cell; imports with a damaged file and a list of what failed, and one that is
+ended by its button; the foreign library. The library's file tells what was done.
 
 usage: browser_window.py PROGRAM DRAG_SOURCE [FOLDER]    pictures of the window are left in FOLDER"""
 
@@ -27,12 +27,14 @@ FOREIGN = """<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><dict><k
 <key>Playlist Items</key><array><dict><key>Track ID</key><integer>7</integer></dict></array></dict></array></dict></plist>"""
 
 # Of the browser's own window, in its pixels.
-TREE_X, TREE_TOP, ROW = 60, 37, 24
+ARROW_X, TREE_X, TREE_TOP, ROW = 8, 60, 37, 24
 TABLE_X, HEADER, TABLE_TOP = 420, 65, 90
-MENU_TOP = 14
-RATING_ENTRY = 15.3  # of the header's menu, behind a line that parts it
-SECOND_STAR = 966
+MENU_TOP, MENU_LINE = 14, 9
+COLUMNS = ["Status", "#", "Title", "Artist", "Album", "Time", "BPM", "Key", "Genre", "Comments", "Grouping", "Track Number",
+           "Year", "Rating"]  # of the header's menu, behind the two entries on widths and a line
+SECOND_STAR = 866  # while there is no column of albums
 JOB_BUTTON = 818, 868
+MANY = 6000  # files, an import of which lasts longer than a click
 
 
 def run(*command):
@@ -111,12 +113,13 @@ class Browser:
     # The hand
 
     def move(self, x, y, window=None):
-        run("xdotool", "mousemove", "--window", window or self.window, str(round(x)), str(round(y)))
+        run("xdotool", "mousemove", "--window", window or self.window, "--", str(round(x)), str(round(y)))
 
-    def click(self, x, y, button=1, times=1, window=None):
+    def click(self, x, y, button=1, times=1, window=None, hold=0.06):
         self.move(x, y, window)
         time.sleep(0.25)
-        run("xdotool", "click", "--repeat", str(times), "--delay", "90", str(button))
+        for _ in range(times):
+            run("xdotool", "mousedown", str(button), "sleep", str(hold), "mouseup", str(button))
         time.sleep(0.4)
 
     def drag(self, what, start, end, done):
@@ -149,12 +152,12 @@ class Browser:
     def song(self, row, x=TABLE_X):
         return x, TABLE_TOP + ROW * row
 
-    def choose(self, place, entry, *then, name=None):
+    def choose(self, place, entry, *then, name=None, hold=0.4):
         """Opens a menu by the right button, and presses an entry; `then` are further ones in the menus of entries. From 1 on,
         in front of the first line that parts them."""
         known = []
         for attempt in range(3):  # a busy machine misses a click
-            self.click(*place, button=3)
+            self.click(*place, button=3, hold=hold)  # a slow hand chooses nothing by it
             if comes(lambda: windows("menu"), 3.0):
                 break
         if name:
@@ -165,6 +168,8 @@ class Browser:
                 self.until(f"the menu of {name or place}", lambda: False, 0.1)
             known.append(opened[-1])
             self.click(40, MENU_TOP + ROW * (number - 1), window=opened[-1])
+        if not comes(lambda: opened[-1] not in windows("menu"), 4.0):
+            self.click(45, MENU_TOP + ROW * (number - 1), window=opened[-1])
 
     def answer(self, title, text=None):
         """Types into a dialog, or takes its Yes."""
@@ -212,7 +217,9 @@ def fill_lists(browser):
     browser.drag("all songs in Alpha by a drag", browser.song(1), browser.source("Alpha"),
                  lambda: count(browser, "Alpha") == len(FORMATS))
     browser.click(*browser.song(1))
-    keys("ctrl+p", "Down", "Down", "Return")
+    keys("ctrl+p")
+    browser.until("the menu of playlists by keys", lambda: windows("menu"))
+    keys("Down", "Down", "Return")
     browser.until("a song in Beta by keys", lambda: count(browser, "Beta") == 1)
     browser.drag("a list in a list by a drag", browser.source("Alpha"), browser.source("Beta"),
                  lambda: count(browser, "Beta") == 1 + len(FORMATS))
@@ -273,7 +280,7 @@ def automix(browser):
         return browser.value("SELECT COUNT(*) FROM automix_songs")
 
     browser.click(*browser.song(0))
-    browser.choose(browser.song(0), 4, name="row")
+    browser.choose(browser.song(0), 4, name="row", hold=0.06)
     browser.until("a song in the automix list by its menu", lambda: songs() == 1)
     browser.choose(browser.source("Gamma"), 5)
     browser.until("a list in the automix list", lambda: songs() == 2 + len(FORMATS))
@@ -285,17 +292,19 @@ def automix(browser):
 def rate(browser):
     browser.click(*browser.source("Library"))
     time.sleep(0.5)
-    browser.choose((TABLE_X, HEADER), RATING_ENTRY, name="columns")
-    time.sleep(0.5)
+    for column in ("Album", "Rating"):  # that of the stars takes the place
+        browser.choose((TABLE_X, HEADER), 3 + COLUMNS.index(column) + MENU_LINE / ROW, name="columns")
+        time.sleep(0.5)
     browser.picture("rating")
     browser.click(*browser.song(0, SECOND_STAR))
     browser.until("two stars by the mouse", lambda: browser.value("SELECT COUNT(*) FROM songs WHERE rating = 2") == 1)
 
 
 def foreign(browser, folder):
-    tree = browser.tree()
+    heading = TREE_TOP + ROW * len(browser.tree())
+    browser.click(ARROW_X, heading)  # opens it
     file = folder / "abroad.m3u"
-    browser.choose((TREE_X, TREE_TOP + ROW * (len(tree) + 1)), 1, 1, name="foreign")
+    browser.choose((TREE_X, heading + ROW), 1, 1, name="foreign")
     browser.answer("Save the playlist[.][.][.]", str(file))
     browser.until("the export of a foreign list", lambda: file.exists() and "/0.mp3" in file.read_text())
 
@@ -328,6 +337,31 @@ def imports(browser, folder):
     if windows("Importing Music Files"):
         run("xdotool", "windowactivate", windows("Importing Music Files")[-1])
         keys("alt+F4")
+
+
+def cancel(browser, song, folder):
+    """Ends an import by its button: what it has read by then stays."""
+    folder.mkdir()
+    for number in range(MANY):
+        os.link(song, folder / f"{number}{song.suffix}")
+
+    def read():
+        return browser.value("SELECT COUNT(*) FROM songs WHERE filename LIKE '%/many/%'")
+
+    def rests():
+        before = read()
+        time.sleep(1.0)
+        return read() == before
+
+    browser.choose(browser.source("Library"), 1)
+    browser.answer("Please select a song directory[.][.][.]", str(folder))
+    browser.until("an import at work", read)
+    browser.picture("import-at-work")
+    browser.click(*JOB_BUTTON)
+    browser.until("its end by the button", rests)
+    browser.picture("import-ended")
+    if read() == MANY:
+        raise SystemExit("FAILED: the import went on")
 
 
 def outside(browser, source, file):
@@ -389,6 +423,7 @@ def main():
             smart_lists(browser)
             imports(browser, work / "more")
             outside(browser, drag_source, str(outside_song))
+            cancel(browser, root / "audio" / "4.wav", work / "many")
             delete(browser)
             if browser.process.poll() is not None:
                 raise SystemExit("FAILED: the program is gone")
