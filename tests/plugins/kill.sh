@@ -53,7 +53,7 @@ sleep 0.5
 xdotool mousemove $((middle + 18)) $((top + 94)) click 1                                   # off
 xdotool mousemove $((middle + 66)) $((top + 94)) click 1                                   # insert
 xdotool mousemove $((middle + 152)) $((top + 122)) mousedown 1 mousemove_relative 0 -40 mouseup 1 # the parameter
-sleep 2.2 # the promise
+sleep "${KEPT_WITHIN:-2.2}" # the promise
 kill -9 "${started[0]}"
 until_true "the window of a killed program stays" is_gone '^Platterdex$'
 slot | grep -q 'on="0" insert="1"' || fail "choices are lost: $(slot)"
