@@ -31,7 +31,7 @@ struct EngineFixture
         world.seed = 1;
         world.prompts = prompts;
         engine = std::make_unique<CPlatterdex> (std::move (world));
-        engine->setPlayConfigDetails (CPlatterdex::inputChannels, CPlatterdex::outputChannels, rate, 512);
+        engine->setRateAndBufferSizeDetails (rate, 512);
         if (standalone)
             engine->setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
     }

@@ -92,7 +92,7 @@ TEST (ProcessBlock, EffectsKeepTheirDecksTempoAtAnyRate)
     setup.inputPair = 0;
     for (const auto& [rate, bpm] : { std::pair { 44100.0, 128.0 }, { 96000.0, 100.0 }, { 44100.0, 100.0 } })
     {
-        fixture.engine->setPlayConfigDetails (10, 14, rate, 512);
+        fixture.engine->setRateAndBufferSizeDetails (rate, 512);
         fixture.deck (1).marks.bpm = bpm;
         juce::AudioBuffer<float> out (14, 512);
         int64_t loudest = 0, frame = -51'200;

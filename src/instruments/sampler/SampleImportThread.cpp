@@ -84,6 +84,12 @@ void findTempo (SampleFacts& facts, const juce::File& file, const SampleBuffer& 
     byAnalysis (facts, samples, tempoRangeIndex, stop);
 }
 
+/** True until the frames before `end` are there, or are known not to come. Analysis begins behind the last one. */
+bool isStillDecoding (const DeckPlayer& deck, int64_t end)
+{
+    return deck.isLoading != 0 && deck.analysisProgress == 0 && deck.track.loadedFrames < end;
+}
+
 void sanitise (float* samples, int frames) noexcept
 {
     for (int i = 0; i < frames; ++i)
@@ -128,7 +134,7 @@ void SampleImportThread::publish (SamplerSlot& slot, SampleFacts facts, const st
     if (stop.stop_requested())
         return;
     const auto rate = static_cast<float> (desk.stretchRate.get());
-    auto stretcher = slot.voice.hasStretcherFor (rate) ? nullptr : desk.makeStretcher();
+    auto stretcher = slot.voice.hasStretcherFor (rate) ? SamplerVoice::Stretcher() : desk.makeStretcher();
     desk.publish (slot, facts, stretcher);
 }
 
@@ -188,6 +194,8 @@ bool SampleImportThread::copyTrack (SamplerSlot& slot, const GhostTake& take, co
 {
     const auto* deck = desk.world.deck (take.deck);
     const auto goesOn = [&] { return !stop.stop_requested() && deck->texts().filePath == path; };
+    while (goesOn() && isStillDecoding (*deck, take.start + take.frames))
+        juce::Thread::sleep (1);
     for (int32_t done = 0; done < take.frames; done += framesPerHolding)
     {
         if (!goesOn())

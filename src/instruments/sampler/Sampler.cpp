@@ -39,7 +39,7 @@ Sampler::Sampler (DeckWorld& world, const SongPosition& hostPosition, const Fold
       folders (f),
       host (hostPosition),
       wallClock (std::move (clock)),
-      import (desk, decoderLibrary)
+      importThread (desk, decoderLibrary)
 {
 }
 
@@ -47,7 +47,7 @@ void Sampler::waitOffline() const
 {
     // A run faster than real time has a sample from the moment at which it was asked for.
     if (!desk.world.pacing.isLive())
-        import.wait();
+        importThread.wait();
 }
 
 void Sampler::loadSample (int index, const juce::File& file)
@@ -57,7 +57,7 @@ void Sampler::loadSample (int index, const juce::File& file)
         return;
     desk.clear (*slot);
     slot->changeTexts ([&] (auto& texts) { texts = { file.getFullPathName(), nameOf (file) }; });
-    import.load (index, file);
+    importThread.load (index, file);
     waitOffline();
     askToKeep();
 }
@@ -68,14 +68,14 @@ void Sampler::saveSample (int index, const juce::File& file, std::function<void 
     if (slot == nullptr)
         return;
     const auto number = slot->sampleNumber.get();
-    import.save (index, file, SampleFile::usualRate,
-                 [this, slot, number, file, done = std::move (done)] (bool isWritten)
-                 {
-                     if (isWritten)
-                         giveFile (*slot, number, file);
-    done (isWritten);
-});
-waitOffline();
+    importThread.save (index, file, SampleFile::usualRate,
+                       [this, slot, number, file, done = std::move (done)] (bool isWritten)
+                       {
+                           if (isWritten)
+                               giveFile (*slot, number, file);
+                           done (isWritten);
+                       });
+    waitOffline();
 }
 
 void Sampler::giveFile (SamplerSlot& slot, uint32_t sampleNumber, const juce::File& file)
@@ -110,7 +110,7 @@ void Sampler::clearSlot (int index)
         juce::File (recording).deleteFile();
     desk.clear (*slot);
     slot->changeTexts ([] (auto& texts) { texts = {}; });
-    import.release (index);
+    importThread.release (index);
     askToKeep();
 }
 
@@ -125,7 +125,7 @@ void Sampler::copySlot (int from, int to)
     target->playMode = mode;
     target->followsVelocity = velocity;
     target->changeTexts ([from = source->texts()] (auto& texts) { texts = { from.filePath, from.name }; });
-    import.copy (from, to, recordings());
+    importThread.copy (from, to, recordings());
     waitOffline();
     askToKeep();
 }
@@ -177,7 +177,7 @@ void Sampler::takeLoop (int index, const GhostTake& take)
             texts = { track.filePath,
                       track.title.isNotEmpty() ? track.title : nameOf (juce::File (track.filePath)) };
         });
-    import.take (index, take, recordings());
+    importThread.take (index, take, recordings());
     waitOffline();
     if (index != preview)
         askToKeep();
@@ -220,7 +220,7 @@ void Sampler::apply (const SamplerBank& read)
     {
         desk.clear (*find (index));
         find (index)->changeTexts ([] (auto& texts) { texts = {}; });
-        import.release (index);
+        importThread.release (index);
     }
     for (const auto& sample : read.samples)
     {
@@ -235,15 +235,16 @@ void Sampler::apply (const SamplerBank& read)
                 if (sample.isUnsaved)
                     texts.recording = sample.filePath;
             });
-        import.load (sample.slot, juce::File::isAbsolutePath (sample.filePath) ? juce::File (sample.filePath)
-                                                                               : juce::File());
+        importThread.load (sample.slot, juce::File::isAbsolutePath (sample.filePath)
+                                            ? juce::File (sample.filePath)
+                                            : juce::File());
     }
     waitOffline();
 }
 
 juce::String Sampler::saveBank (const juce::File& file)
 {
-    import.wait();
+    importThread.wait();
     if (!keepUnsavedLoops())
         return tr ("A recorded loop can't be written to %1.", folders.samples().getFullPathName());
     auto all = bank();
@@ -274,8 +275,8 @@ bool Sampler::keepUnsavedLoops()
         // Written anew and not moved: a move to another disk, which may be full, is a copy that nobody checks.
         auto isKept = false;
         const auto note = [&isKept] (bool isWritten) { isKept = isWritten; };
-        import.save (index, target, 0.0, note);
-        import.wait();
+        importThread.save (index, target, 0.0, note);
+        importThread.wait();
         if (isKept)
             giveFile (slot, number, target);
         areKept = areKept && isKept;

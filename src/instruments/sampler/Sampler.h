@@ -76,13 +76,13 @@ public:
     void renewStretchers (double rate)
     {
         desk.stretchRate = rate;
-        import.renewStretchers();
+        importThread.renewStretchers();
     }
 
     /** Waits until all that was asked for is done. */
-    void waitUntilIdle() const { import.wait(); }
-    bool isBusy() const { return import.isBusy(); }
-    void stop() { import.stop(); }
+    void waitUntilIdle() const { importThread.wait(); }
+    bool isBusy() const { return importThread.isBusy(); }
+    void stop() { importThread.stop(); }
 
     //==================================================================================================================
     // Banks. Message thread, or whichever thread drives an engine without one.
@@ -134,5 +134,5 @@ private:
     juce::String currentBank;
     std::optional<GhostTake> pendingLoop; ///< under the callback lock
     juce::AudioBuffer<float> piece { 2, 1024 };
-    SampleImportThread import; ///< last: its jobs use all of the above
+    SampleImportThread importThread; ///< last: its jobs use all of the above
 };

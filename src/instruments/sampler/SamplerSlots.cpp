@@ -64,21 +64,21 @@ SampleFacts SamplerSlots::factsOf (const SamplerSlot& slot) const
              slot.beats,        slot.bpm,        slot.beatStart, slot.beatEnd };
 }
 
-std::unique_ptr<CElastiqueProIf> SamplerSlots::makeStretcher() const
+SamplerVoice::Stretcher SamplerSlots::makeStretcher() const
 {
+    const auto rate = static_cast<float> (stretchRate.get());
     CElastiqueProIf* made = nullptr;
-    CElastiqueProIf::CreateInstance (made, stretchBlock, 2, static_cast<float> (stretchRate.get()), 2);
-    return std::unique_ptr<CElastiqueProIf> (made);
+    CElastiqueProIf::CreateInstance (made, stretchBlock, 2, rate, 2);
+    return { std::unique_ptr<CElastiqueProIf> (made), rate };
 }
 
-void SamplerSlots::changeStretcher (SamplerSlot& slot, std::unique_ptr<CElastiqueProIf>& next)
+void SamplerSlots::changeStretcher (SamplerSlot& slot, SamplerVoice::Stretcher& next)
 {
     const CallbackLock lock (world.callbackLock, "sampler stretcher");
-    slot.voice.changeStretcher (blockOf (slot, {}), next, static_cast<float> (stretchRate.get()));
+    slot.voice.changeStretcher (blockOf (slot, {}), next);
 }
 
-void SamplerSlots::publish (SamplerSlot& slot, const SampleFacts& facts,
-                            std::unique_ptr<CElastiqueProIf>& stretcher)
+void SamplerSlots::publish (SamplerSlot& slot, const SampleFacts& facts, SamplerVoice::Stretcher& stretcher)
 {
     auto view = SampleView::of (slot.buffer.left(), slot.buffer.right(), facts);
     SampleReading::inspectSeam (view);
@@ -93,6 +93,6 @@ void SamplerSlots::publish (SamplerSlot& slot, const SampleFacts& facts,
     slot.bitsPerSample = facts.bitsPerSample;
     slot.beatStart = facts.beatStart;
     slot.beatEnd = facts.beatEnd;
-    changeStretcher (slot, stretcher);
+    slot.voice.changeStretcher (blockOf (slot, {}), stretcher);
     slot.lengthFrames = facts.lengthFrames;
 }

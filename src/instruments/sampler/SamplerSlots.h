@@ -25,10 +25,10 @@ public:
     void silence (SamplerSlot&);
 
     /** Publishes a sample whose frames are in the buffer: from now on it can be played. Import thread. */
-    void publish (SamplerSlot&, const SampleFacts&, std::unique_ptr<CElastiqueProIf>& stretcher);
+    void publish (SamplerSlot&, const SampleFacts&, SamplerVoice::Stretcher&);
 
-    /** Takes a stretcher of makeStretcher() in exchange for the slot's own; null changes nothing. Import thread. */
-    void changeStretcher (SamplerSlot&, std::unique_ptr<CElastiqueProIf>& next);
+    /** Takes a stretcher of makeStretcher() in exchange for the slot's own; none changes nothing. Import thread. */
+    void changeStretcher (SamplerSlot&, SamplerVoice::Stretcher& next);
 
     /** The numbers of a slot's sample, all of one moment. Any thread that may block. */
     SampleFacts factsOf (const SamplerSlot&) const;
@@ -36,8 +36,8 @@ public:
     /** The slot as its voice sees it in a block. */
     SamplerVoice::Block blockOf (SamplerSlot&, const SamplerClock&) noexcept;
 
-    /** A stretcher for stretchRate, null without memory. Any thread that may block. */
-    std::unique_ptr<CElastiqueProIf> makeStretcher() const;
+    /** A stretcher for the engine's rate, none without memory. Any thread that may block. */
+    SamplerVoice::Stretcher makeStretcher() const;
 
     DeckWorld& world;
     Relaxed<double> stretchRate { 44100.0 }; ///< Hz, that the engine was prepared for

@@ -60,10 +60,9 @@ double wrapped (const SampleView& view, double frame) noexcept
 }
 }
 
-void SamplerVoice::changeStretcher (const Block& block, std::unique_ptr<CElastiqueProIf>& next,
-                                    float rate) noexcept
+void SamplerVoice::changeStretcher (const Block& block, Stretcher& next) noexcept
 {
-    if (next == nullptr)
+    if (next.unit == nullptr)
         return;
     // A voice that sounds through the old one, whose end fades out, goes on with the new one where it is heard.
     if (sounding && mode == Mode::stretched)
@@ -73,8 +72,7 @@ void SamplerVoice::changeStretcher (const Block& block, std::unique_ptr<CElastiq
         leave (block);
         startFrom (frame, waits);
     }
-    stretcher.swap (next);
-    stretcherRate = rate;
+    std::swap (stretcher, next);
 }
 
 void SamplerVoice::startFrom (double frame, bool waitsForBeat) noexcept
@@ -91,7 +89,7 @@ SamplerVoice::Mode SamplerVoice::modeFor (const Block& block) const noexcept
     const auto ratio = block.clock.bpm / block.bpm;
     if (!(ratio >= slowestSync - tolerance && ratio <= fastestSync + tolerance))
         return Mode::straight;
-    return block.stretched && stretcher != nullptr ? Mode::stretched : Mode::varispeed;
+    return block.stretched && stretcher.unit != nullptr ? Mode::stretched : Mode::varispeed;
 }
 
 bool SamplerVoice::isLocked (const Block& block) const noexcept
@@ -119,7 +117,7 @@ double SamplerVoice::heardNow (const Block&) const noexcept
 {
     if (mode != Mode::stretched)
         return place.frame;
-    const auto next = stretcher->getIdealInputPositionOfOutput();
+    const auto next = stretcher.unit->getIdealInputPositionOfOutput();
     const auto ahead = static_cast<double> (stretchBlock - madeNext) / stretchBlock;
     return origin + (next - ahead * (next - madeBegin)) * inputStep;
 }
@@ -156,14 +154,14 @@ void SamplerVoice::begin (const Block& block, Mode next, double frame) noexcept
     inputStep = block.sampleRate / block.engineRate;
     madeNext = stretchBlock;
     madeBegin = 0.0;
-    stretcher->reset();
+    stretcher.unit->reset();
     if (leads)
         leadIn (block, frame);
 }
 
 void SamplerVoice::leadIn (const Block& block, double frame) noexcept
 {
-    const auto count = std::min (stretcher->getLeadFrames(), block.work.input.getNumSamples());
+    const auto count = std::min (stretcher.unit->getLeadFrames(), block.work.input.getNumSamples());
     auto* const* in = block.work.input.getArrayOfWritePointers();
     SamplePlace from { frame - count * inputStep, false };
     auto silent = 0;
@@ -177,7 +175,7 @@ void SamplerVoice::leadIn (const Block& block, double frame) noexcept
     std::fill_n (in[1], silent, 0.0f);
     SampleReading::read (block.sample, from, inputStep, edgeFrames (block), in[0] + silent, in[1] + silent,
                          count - silent);
-    stretcher->startInside (in);
+    stretcher.unit->startInside (in);
 }
 
 void SamplerVoice::jump (const Block& block, Mode next, double frame) noexcept
@@ -219,16 +217,16 @@ void SamplerVoice::stretchOn (const Block& block, double offset) noexcept
     const auto away = correction (block, offset);
     lastSpeed = tempoRatio (block) * block.bend;
     auto pitch = 1.0f;
-    stretcher->setStretchAndPitch (static_cast<float> ((1.0 + away) / lastSpeed), &pitch, 0);
+    stretcher.unit->setStretchAndPitch (static_cast<float> ((1.0 + away) / lastSpeed), &pitch, 0);
 
     auto* const* in = block.work.input.getArrayOfWritePointers();
-    const auto count = std::clamp (stretcher->getFramesNeeded(), 0, block.work.input.getNumSamples());
+    const auto count = std::clamp (stretcher.unit->getFramesNeeded(), 0, block.work.input.getNumSamples());
     SampleReading::read (block.sample, place, inputStep, edgeFrames (block), in[0], in[1], count);
-    madeBegin = stretcher->getIdealInputPositionOfOutput();
+    madeBegin = stretcher.unit->getIdealInputPositionOfOutput();
 
     const float* const inputs[] { in[0], in[1] };
     float* const outputs[] { madeLeft.data(), madeRight.data() };
-    if (stretcher->process (inputs, count, outputs) != 0)
+    if (stretcher.unit->process (inputs, count, outputs) != 0)
     {
         madeLeft.fill (0.0f);
         madeRight.fill (0.0f);

@@ -33,6 +33,12 @@ public:
         int& jumpsLeft; ///< of all voices in this block: to begin anew costs as much as thirty blocks
     };
 
+    struct Stretcher
+    {
+        std::unique_ptr<CElastiqueProIf> unit;
+        float rate = 0.0f; ///< Hz, of the engine that it was made for
+    };
+
     /** Asks for a begin with the next block, at a frame of the sample; a synced voice whose reference runs begins in phase.
         @param waitsForBeat   joins the reference at its next beat only */
     PX_AUDIO_THREAD void startFrom (double frame, bool waitsForBeat) noexcept;
@@ -53,9 +59,12 @@ public:
     /** The tempo of the last block over the sample's own. */
     double speed() const noexcept { return lastSpeed; }
 
-    /** Takes a stretcher for an engine's rate in exchange for the one before, which `next` gets. Null changes nothing. */
-    void changeStretcher (const Block&, std::unique_ptr<CElastiqueProIf>& next, float rate) noexcept;
-    bool hasStretcherFor (float rate) const noexcept { return stretcher != nullptr && stretcherRate == rate; }
+    /** Takes a stretcher in exchange for the one before, which `next` gets. None changes nothing. */
+    void changeStretcher (const Block&, Stretcher& next) noexcept;
+    bool hasStretcherFor (float rate) const noexcept
+    {
+        return stretcher.unit != nullptr && stretcher.rate == rate;
+    }
 
     /** Ratios of tempos between which a sample is synced. Beyond, it is no loop that belongs to the tempo, such as a hit, and
         plays as it is. */
@@ -116,8 +125,7 @@ private:
     PX_AUDIO_THREAD void keepTail (const Block&) noexcept;
     PX_AUDIO_THREAD void addTail (float* left, float* right, int frames) noexcept;
 
-    std::unique_ptr<CElastiqueProIf> stretcher;
-    float stretcherRate = 0.0f;
+    Stretcher stretcher;
 
     bool sounding = false, startPending = false, waiting = false, jumpPending = false;
     double startFrame = 0.0;

@@ -212,6 +212,26 @@ TEST (Ghost, BeginsAtTheLoopAndNeedsATrack)
     EXPECT_EQ (sampler.loadBank (desk.folder.file ("bank.xml")), "");
 }
 
+TEST (Ghost, ALoopOfATrackThatIsStillDecodedIsWhole)
+{
+    EngineFixture fixture (Pacing::Mode::live);
+    auto& sampler = fixture.engine->sampler;
+    auto& deck = fixture.deck();
+    fixture.loadNoise (0, 20);
+    deck.marks.bpm = 60.0;
+    const auto frames = deck.track.loadedFrames.get();
+    deck.track.loadedFrames = 1000;
+    deck.isLoading = 1;
+    sampler.ghostRecordToPad (0, 4, 9);
+    deck.track.loadedFrames = frames;
+    deck.isLoading = 0;
+    sampler.waitUntilIdle();
+    const auto& slot = *sampler.desk.find (4);
+    ASSERT_GT (slot.lengthFrames, 44100);
+    const auto* last = slot.buffer.left() + slot.lengthFrames - 1000;
+    EXPECT_TRUE (std::any_of (last, last + 1000, [] (float sample) { return sample != 0.0f; }));
+}
+
 TEST (Ghost, ALoopThatIsSavedLiesInTheUsersFileFromThenOn)
 {
     ClickDecks desk;
