@@ -180,6 +180,7 @@ TEST (DeckAnalysis, ALoadThatIsBrokenOffWritesNoHalfAnalysis)
     decks.load (fresh);
     EXPECT_EQ (decks.deck().marks.cues[7], 1000.0);
     EXPECT_GT (decks.deck().track.numBeats, 300);
+    EXPECT_NE (decks.deck().track.autogain, 1.0) << "what was not measured yet is not kept as a gain";
 }
 
 TEST (DeckAnalysis, TheTempoIsMeasuredAnewNearTheSeedAndTheGridStays)

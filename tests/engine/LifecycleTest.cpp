@@ -212,6 +212,20 @@ TEST (Lifecycle, AnEngineEndsInTheMiddleOfEverything)
     }
 }
 
+TEST (Lifecycle, AutomationOfTheRecorderTouchesTheDiskOnTheMessageThread)
+{
+    EngineFixture fixture;
+    fixture.engine->settings.recordFile.set (fixture.folder.file ("r.wav").getFullPathName());
+    fixture.render (512);
+    const auto recordings = [&]
+    { return juce::File (fixture.folder).getNumberOfChildFiles (juce::File::findFiles, "r_*.wav"); };
+    fixture.engine->setParameter (CommandTable::numberOf ("DISK_RECORDER"), 1.0f);
+    fixture.render (512);
+    EXPECT_EQ (recordings(), 0) << "this is the host's audio thread";
+    fixture.engine->deliverMessages();
+    EXPECT_EQ (recordings(), 1);
+}
+
 TEST (Lifecycle, ARootThatCannotBeWrittenStillGivesAWorkingSession)
 {
     const TemporaryFolder folder;

@@ -7,6 +7,7 @@
 #include "library/tags/ReadTags.h"
 #include "support/files/AudioFileTypes.h"
 #include "support/language/Translate.h"
+#include "tracks/StatedLength.h"
 #include "tracks/TrackFault.h"
 #include "tracks/TrackMeasure.h"
 #include "tracks/similar/SoundSession.h"
@@ -26,12 +27,6 @@ juce::String clockText (double seconds)
 {
     const auto whole = static_cast<int> (seconds);
     return juce::String (whole / 60) + ":" + juce::String (whole % 60).paddedLeft ('0', 2);
-}
-
-/** @returns the length in seconds that the file's header states, where a header does so exactly; else 0 */
-double statedSeconds (const juce::File& file, const SongRecord& tags)
-{
-    return file.hasFileExtension ("wav;aif;aiff;flac") ? tags[SongColumn::duration].getDoubleValue() : 0.0;
 }
 }
 
@@ -162,7 +157,7 @@ void DeckLoader::run (const juce::File& file, const std::stop_token& stop)
     isPartial = false;
     deck().track.peak = deck().overview->peak.get();
     world.listeners.post (EngineEvent::trackLoaded, index);
-    tellShortened (file, statedSeconds (file, load.tags));
+    tellShortened (file, statedSeconds (file, load.tags[SongColumn::duration].getDoubleValue()));
     if (!load.isStored)
         analyse (stop);
     else
