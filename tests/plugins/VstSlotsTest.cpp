@@ -112,6 +112,16 @@ TEST (VstSlots, KeepPluginsStatesAndChoices)
     bench.slots->unload (1); // by a hand: for good
     bench.makeSlots();
     EXPECT_EQ (bench.slots->name (1), "Empty");
+
+    // A damaged file is kept beside.
+    bench.slots.reset();
+    const auto file = bench.fixture.engine->environment.folders.setup().getChildFile ("vst_slots.xml");
+    ASSERT_TRUE (file.replaceWithText ("<vstSlots><slot deck=\"C\""));
+    bench.makeSlots();
+    EXPECT_EQ (bench.slots->name (2), "Empty");
+    EXPECT_TRUE (
+        bench.messages.all.joinIntoString ("\n").contains ("|vst_slots.xml is damaged and begins anew"));
+    EXPECT_EQ (file.getSiblingFile ("vst_slots.xml.bad").loadFileAsString(), "<vstSlots><slot deck=\"C\"");
 }
 
 /** A plug-in that has no state of its own but programs: they can only be read by going through all of them, aloud. */
@@ -220,17 +230,18 @@ TEST (SlotsFile, TakesAnyBytes)
     slots[2].state.bytes.append ("\0\x01\xff", 3);
     const auto bytes = SlotsFile::write (slots);
     const auto read = SlotsFile::read (bytes);
-    ASSERT_TRUE (read);
-    EXPECT_EQ ((*read)[2].plugin, slots[2].plugin);
-    EXPECT_EQ ((*read)[2].state.bytes, slots[2].state.bytes);
-    for (size_t length = 0; length < bytes.size(); length += 7)
+    EXPECT_FALSE (read.isDamaged);
+    EXPECT_EQ (read.slots[2].plugin, slots[2].plugin);
+    EXPECT_EQ (read.slots[2].state.bytes, slots[2].state.bytes);
+    for (size_t length = 0; length < bytes.size() - 1; length += 7)
     {
         const auto cut = SlotsFile::read (bytes.substr (0, length));
-        EXPECT_TRUE (!cut || (*cut)[0].dryWet == 0.5);
+        EXPECT_TRUE (cut.isDamaged) << length;
+        EXPECT_EQ (cut.slots[0].dryWet, 0.5);
     }
     const auto odd = SlotsFile::read (
         "<vstSlots><slot deck='AB'/><slot deck='A' dryWet='nan' param1='-9'>!!</slot></vstSlots>");
-    ASSERT_TRUE (odd);
-    EXPECT_EQ ((*odd)[0].dryWet, 0.5);
-    EXPECT_EQ ((*odd)[0].paramIndices[0], -1);
+    EXPECT_FALSE (odd.isDamaged);
+    EXPECT_EQ (odd.slots[0].dryWet, 0.5);
+    EXPECT_EQ (odd.slots[0].paramIndices[0], -1);
 }

@@ -51,7 +51,7 @@ void append (std::string& text, const char* name, const juce::String& value)
 }
 }
 
-std::optional<SavedSlots> SlotsFile::read (std::string_view bytes)
+SlotsFile::Read SlotsFile::read (std::string_view bytes)
 {
     using Event = XmlPullParser::Event;
     XmlPullParser parser (std::make_unique<juce::MemoryInputStream> (bytes.data(), bytes.size(), false));
@@ -59,8 +59,8 @@ std::optional<SavedSlots> SlotsFile::read (std::string_view bytes)
     SavedSlot* open = nullptr;
     std::string state;
     auto hasRoot = false;
-    for (auto event = parser.next(); event != Event::finished && event != Event::failed;
-         event = parser.next())
+    auto event = parser.next();
+    for (; event != Event::finished && event != Event::failed; event = parser.next())
     {
         if (event == Event::text && open != nullptr)
             state += parser.text();
@@ -74,7 +74,7 @@ std::optional<SavedSlots> SlotsFile::read (std::string_view bytes)
         if (event != Event::start)
             continue;
         if (!hasRoot && parser.name() != "vstSlots")
-            return {};
+            break;
         hasRoot = true;
         const auto deck = textOf (parser, "deck");
         const auto index = static_cast<int> (deck[0]) - 'A';
@@ -85,9 +85,7 @@ std::optional<SavedSlots> SlotsFile::read (std::string_view bytes)
         *open = slotIn (parser);
         state.clear();
     }
-    if (!hasRoot)
-        return {};
-    return slots;
+    return { std::move (slots), !hasRoot || event == Event::failed };
 }
 
 std::string SlotsFile::write (const SavedSlots& slots)

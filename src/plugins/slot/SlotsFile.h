@@ -3,7 +3,6 @@
 #include "plugins/formats/PluginState.h"
 
 #include <array>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -24,9 +23,14 @@ using SavedSlots = std::array<SavedSlot, 4>;
 /** The file "vst_slots.xml". */
 namespace SlotsFile
 {
-/** Reads the slots. Takes any bytes; what is missing or out of its range has its default.
-    @returns nothing if the root is another one */
-std::optional<SavedSlots> read (std::string_view bytes);
+struct Read
+{
+    SavedSlots slots;
+    bool isDamaged = false; ///< the root is another one, or the file breaks off
+};
+
+/** Reads the slots. Takes any bytes; what is missing or out of its range has its default. */
+Read read (std::string_view bytes);
 
 std::string write (const SavedSlots&);
 }

@@ -14,13 +14,16 @@ SlotsKeeper::~SlotsKeeper()
     worker.wait();
 }
 
-SavedSlots SlotsKeeper::read() const
+SlotsFile::Read SlotsKeeper::read() const
 {
     juce::MemoryBlock bytes;
     if (!file.existsAsFile() || !file.loadFileAsData (bytes))
-        bytes.reset();
-    return SlotsFile::read ({ static_cast<const char*> (bytes.getData()), bytes.getSize() })
-        .value_or (SavedSlots {});
+        return {};
+    auto found = SlotsFile::read ({ static_cast<const char*> (bytes.getData()), bytes.getSize() });
+    if (found.isDamaged)
+        juce::ignoreUnused (
+            file.copyFileTo (damagedFile())); // where it can't be copied it stays until the next change
+    return found;
 }
 
 void SlotsKeeper::write (SavedSlots slots)

@@ -17,8 +17,10 @@ public:
     /** Waits for what is being written. */
     ~SlotsKeeper();
 
-    /** The slots as the last run left them; empty ones if there is no such file. */
-    SavedSlots read() const;
+    /** The slots as the last run left them; empty ones if there is no such file. A damaged one is kept beside, as ".bad". */
+    SlotsFile::Read read() const;
+
+    juce::File damagedFile() const { return file.getSiblingFile (file.getFileName() + ".bad"); }
 
     /** Has the slots written, unless the file has them already. A failure is tried again at the next change. */
     void write (SavedSlots);

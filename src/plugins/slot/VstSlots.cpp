@@ -322,10 +322,13 @@ void VstSlots::serve()
         looksUntilKept = looksToKeep;
         keepChanges();
         if (keeper.takeFailure())
-            engine.listeners.postText ("*** " + tr ("VST Plugins") + " ***|"
-                                           + tr ("%1 can't be written.", keeper.file.getFileName()),
-                                       0);
+            tell (tr ("%1 can't be written.", keeper.file.getFileName()));
     }
+}
+
+void VstSlots::tell (const juce::String& sentence)
+{
+    engine.listeners.postText ("*** " + tr ("VST Plugins") + " ***|" + sentence, 0);
 }
 
 void VstSlots::followPlugin (int deck)
@@ -417,7 +420,11 @@ void VstSlots::save()
 void VstSlots::restore()
 {
     const auto blamed = marker.takeBlamed();
-    kept = keeper.read();
+    auto found = keeper.read();
+    if (found.isDamaged)
+        tell (tr ("%1 is damaged and begins anew; the old file is kept as %2.", keeper.file.getFileName(),
+                  keeper.damagedFile().getFileName()));
+    kept = std::move (found.slots);
     for (int deck = 0; deck < deckCount; ++deck)
         restoreSlot (deck, kept[static_cast<size_t> (deck)], blamed[static_cast<size_t> (deck)]);
     if (blamed != std::array<juce::String, LoadingMarker::slots> {} && mayKeep())

@@ -139,6 +139,7 @@ private:
     juce::String install (int deck, const Load&);
     void takeOut (int deck);
     void fail (int deck, const Load&, const juce::String& reason);
+    void tell (const juce::String& sentence); ///< of all slots
     void tellOfFailure (int deck, const juce::String& pluginName, const juce::String& reason);
     void restore();
     void restoreSlot (int deck, SavedSlot&, const juce::String& blamed);
