@@ -73,7 +73,8 @@ void DeckPlayer::placeLimited (double frame) noexcept
 BeatGrid DeckPlayer::grid() const noexcept
 {
     return { beats.data(),         track.numBeats,   marks.downbeatIndex, marks.downbeatPosition,
-             marks.fixedGrid != 0, track.sampleRate, marks.bpm,           track.loadedFrames };
+             marks.fixedGrid != 0, track.sampleRate, marks.bpm,           track.loadedFrames,
+             marks.tableStep,      marks.tableOffset };
 }
 
 ReadSource DeckPlayer::readSource() const noexcept

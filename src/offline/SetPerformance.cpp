@@ -111,6 +111,12 @@ public:
         host.engine().transport.setReverse (line.deck, line.on);
     }
 
+    void operator() (const SetScript::Grid& line)
+    {
+        if (!host.engine().grids.read (line.deck, *line.reading))
+            reportFault (line.deck, "The grid can't be read so.", {});
+    }
+
     void operator() (const SetScript::Host& line)
     {
         auto& transport = host.transport();

@@ -6,12 +6,46 @@
 namespace
 {
 constexpr double reachFrames = 100'000.0;
+
+/** Places of the table that differ by less are one. */
+constexpr double tolerance = 1.0e-6;
+}
+
+int32_t BeatGrid::tableCount() const noexcept
+{
+    if (beats == nullptr || numBeats < 1)
+        return 0;
+    return static_cast<int32_t> (std::floor ((numBeats - 1 - tableOffset) / tableStep + tolerance)) + 1;
+}
+
+double BeatGrid::tableAt (int32_t index) const noexcept
+{
+    if (index < 0 || index >= tableCount())
+        return 0.0;
+    const auto place = tableOffset + index * tableStep;
+    const auto entry = std::min (static_cast<int32_t> (place + tolerance), numBeats - 1);
+    const auto next = std::min (entry + 1, numBeats - 1);
+    const auto part = std::max (0.0, place - entry);
+    return beats[entry].pos + part * (beats[next].pos - beats[entry].pos);
+}
+
+std::vector<BeatMark> BeatGrid::readTable() const
+{
+    std::vector<BeatMark> read (static_cast<size_t> (tableCount()));
+    for (size_t i = 0; i < read.size(); ++i)
+    {
+        const auto index = static_cast<int32_t> (i);
+        const auto entry = static_cast<int32_t> (tableOffset + index * tableStep + tolerance);
+        read[i] = { static_cast<int32_t> (std::lround (tableAt (index))),
+                    beats[std::min (entry, numBeats - 1)].bpm / tableStep };
+    }
+    return read;
 }
 
 int32_t BeatGrid::beatCount() const noexcept
 {
     if (!fixedGrid)
-        return beats != nullptr ? numBeats : 0;
+        return tableCount();
     return period() > 0.0 ? static_cast<int32_t> (loadedFrames / period()) : 0;
 }
 
@@ -27,7 +61,7 @@ int32_t BeatGrid::downbeatEntry() const noexcept
 double BeatGrid::beatAt (int32_t index) const noexcept
 {
     if (!fixedGrid)
-        return beats != nullptr && index >= 0 && index < numBeats ? beats[index].pos : 0.0;
+        return tableAt (index);
     if (period() <= 0.0)
         return 0.0;
     const auto phase = downbeatPosition / period();

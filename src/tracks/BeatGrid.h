@@ -20,6 +20,14 @@ struct BeatGrid
     double bpm = 120.0;
     int32_t loadedFrames = 0;
 
+    /** A grid of the table may be read in another ratio than the table's: its entry i lies at the place
+        tableOffset + i * tableStep of the table, between whole ones on the straight line. */
+    double tableStep = 1.0, tableOffset = 0.0;
+    bool isReadAnew() const noexcept { return tableStep != 1.0 || tableOffset != 0.0; }
+
+    /** The table as it is read, with the tempo of each entry. Not on the audio thread. */
+    std::vector<BeatMark> readTable() const;
+
     /** Half a beat in frames; 0 if there is no tempo. */
     double period() const noexcept { return bpm > 0.0 ? sampleRate * 30.0 / bpm : 0.0; }
 
@@ -42,6 +50,9 @@ struct BeatGrid
     int32_t firstEntryBeyond (double frame) const noexcept { return countUpTo (frame, 0, 1); }
 
 private:
+    int32_t tableCount() const noexcept;
+    double tableAt (int32_t index) const noexcept;
+
     /** Counts those of the entries first, first + stride and so on that lie at or before a position. */
     int32_t countUpTo (double frame, int32_t first, int32_t stride) const noexcept;
     std::optional<int32_t> nearestOf (double frame, int32_t first, int32_t stride) const noexcept;

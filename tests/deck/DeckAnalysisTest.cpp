@@ -127,6 +127,15 @@ TEST (DeckAnalysis, WhatAHandHasSetIsSavedWhenTheTrackLeaves)
     decks.loaders->saveSoon (0);
     decks.loaders->waitUntilIdle (0);
     EXPECT_EQ (decks.stored (track)->cues->cuePos[1], 55.0);
+
+    // A grid that is read anew lies in the file as it is read.
+    ASSERT_TRUE (decks.grids.read (0, *GridReading::find ("4/3")));
+    const auto read = decks.deck().grid().readTable();
+    decks.load (writeDrums (decks.folder.file ("c.wav"), 5.0, 100.0));
+    decks.load (track);
+    EXPECT_EQ (decks.deck().beats, read);
+    EXPECT_FALSE (decks.deck().grid().isReadAnew());
+    EXPECT_NEAR (decks.deck().marks.bpm, 160.0, 1.0);
 }
 
 TEST (DeckAnalysis, AFileWithoutAGridIsMadeWholeAndItsCuesStay)

@@ -68,9 +68,9 @@ const auto fieldsOfSync = [] (auto& part, const auto& each)
 };
 const auto fieldsOfMarks = [] (auto& part, const auto& each)
 {
-    auto& [cues, startPoint, startPointOn, bpm, average, index, place, fixed] = part;
+    auto& [cues, startPoint, startPointOn, bpm, average, index, place, fixed, step, offset] = part;
     each (cues);
-    for (auto* field : { &startPoint, &bpm, &average })
+    for (auto* field : { &startPoint, &bpm, &average, &step, &offset })
         each (*field);
     for (auto* field : { &index, &place })
         each (*field);

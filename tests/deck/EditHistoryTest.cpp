@@ -33,6 +33,7 @@ TEST (EditHistory, TakesBackAndDoesAgainTheLast32Edits)
         [] (EditedDeck& d, int any) { d.grids.setTempo (0, 60.0 + any % 120); },
         [] (EditedDeck& d, int any) { d.grids.moveGrid (0, any % 2 == 0 ? 1 : -1); },
         [] (EditedDeck& d, int) { d.grids.toggleGridMode (0); },
+        [] (EditedDeck& d, int any) { d.grids.read (0, GridReading::all()[any % GridReading::count]); },
     };
     EditedDeck decks;
     auto& deck = decks.deck();
@@ -171,4 +172,75 @@ TEST (GridCommands, KeepTempoDownbeatAndGridWithinTheirLimits)
         decks.loops.toggleLoop (none);
         EXPECT_FALSE (decks.grids.undo (none));
     }
+}
+
+TEST (GridCommands, ReadTheGridAnew)
+{
+    const auto read = [] (EditedDeck& decks, const char* name)
+    { return decks.grids.read (0, *GridReading::find (name)); };
+    const auto places = [] (EditedDeck& decks)
+    {
+        std::vector<double> all;
+        const auto grid = decks.deck().grid();
+        for (int32_t i = 0; i < grid.beatCount(); ++i)
+            all.push_back (grid.beatAt (i));
+        return all;
+    };
+    for (const auto* name : { "3/2", "2/3", "4/3", "3/4" })
+    {
+        // In time that drifts the ratio is kept at every place, and the downbeat is where it was.
+        EditedDeck decks;
+        auto& deck = decks.deck();
+        for (size_t i = 0; i < deck.beats.size(); ++i)
+            deck.beats[i].pos = static_cast<int32_t> (i * 11'000 + i * i * 20);
+        deck.marks.downbeatIndex = 5;
+        const auto before = places (decks);
+        const auto& reading = *GridReading::find (name);
+        ASSERT_TRUE (read (decks, name));
+        EXPECT_NEAR (deck.marks.bpm, 120.0 * reading.beats / reading.per, 1.0e-9) << name;
+        const auto after = places (decks);
+        EXPECT_NEAR (after[static_cast<size_t> (deck.marks.downbeatIndex)], before[5], 0.01) << name;
+        EXPECT_LT (after.front(), before[2]) << name;
+        EXPECT_GT (after.back(), before[before.size() - 3]) << name;
+        for (int bar = 0; bar < 4; ++bar)
+            EXPECT_NEAR (after[static_cast<size_t> (deck.marks.downbeatIndex + bar * reading.beats)],
+                         before[static_cast<size_t> (5 + bar * reading.per)], 0.01)
+                << name << bar;
+
+        // What undoes it does so to the frame, by the opposite as by undo; a second reading goes on from the first.
+        const auto* opposite = reading.beats == 3 && reading.per == 2 ? "2/3"
+                               : reading.beats == 2                   ? "3/2"
+                               : reading.beats == 4                   ? "3/4"
+                                                                      : "4/3";
+        ASSERT_TRUE (read (decks, opposite));
+        EXPECT_EQ (places (decks), before) << name;
+        decks.grids.undo (0);
+        EXPECT_EQ (places (decks), after) << name;
+        decks.grids.undo (0);
+        EXPECT_EQ (places (decks), before) << name;
+        EXPECT_EQ (deck.marks.downbeatIndex, 5);
+        EXPECT_EQ (deck.marks.bpm, 120.0);
+    }
+
+    EditedDeck decks;
+    auto& marks = decks.deck().marks;
+    ASSERT_TRUE (read (decks, "half") && read (decks, "beat"));
+    EXPECT_EQ (marks.downbeatIndex, 3);
+    EXPECT_EQ (marks.downbeatPosition, 33'075);
+    marks.fixedGrid = 1;
+    ASSERT_TRUE (read (decks, "half"));
+    EXPECT_EQ (marks.downbeatPosition, 44'100);
+    EXPECT_EQ (marks.downbeatIndex, 3);
+
+    // Neither tempo nor downbeat leaves its range, and a deck without beats has nothing to read.
+    marks.bpm = 200.0;
+    EXPECT_FALSE (read (decks, "3/2"));
+    marks.downbeatPosition = 499'999;
+    EXPECT_FALSE (read (decks, "beat"));
+    marks.fixedGrid = 0;
+    marks.downbeatIndex = decks.deck().track.numBeats - 1;
+    EXPECT_FALSE (read (decks, "half"));
+    decks.deck().track.numBeats = 0;
+    EXPECT_FALSE (read (decks, "2/3"));
+    EXPECT_EQ (marks.bpm, 200.0);
 }

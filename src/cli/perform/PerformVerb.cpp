@@ -41,6 +41,7 @@ constexpr const char* description = "Plays a set faster than real time. Its line
                                     "  SECONDS set COMMAND VALUE [ARG1 ARG2]    COMMAND is a number or "
                                     "constant of platterdex commands\n"
                                     "  SECONDS reverse DECK on|off              plays backwards\n"
+                                    "  SECONDS grid DECK half|beat|3/2|2/3|4/3|3/4  reads the grid anew\n"
                                     "  SECONDS host play|stop|bpm X|seek S      runs inside a host with this "
                                     "transport\n"
                                     "  SECONDS midi PORT STATUS DATA VALUE      plays a controller; bytes "

@@ -9,6 +9,71 @@ namespace
 constexpr double slowestBpm = 30.0, fastestBpm = 250.0;
 constexpr double slowestByNumber = 32.0, fastestByNumber = 256.0;
 constexpr int gridStep = 512;
+
+/** Steps and places of the table that differ by less are one: two ratios may undo each other. */
+constexpr double same = 1.0e-9;
+
+bool isPlayable (double bpm)
+{
+    return bpm >= slowestBpm && bpm <= fastestBpm;
+}
+
+/** Has so many beats read where `per` were, around the downbeat. */
+bool changeTempo (TrackMarks& marks, const GridReading& reading)
+{
+    const auto ratio = static_cast<double> (reading.beats) / reading.per;
+    if (!isPlayable (marks.bpm * ratio))
+        return false;
+    const auto downbeat = marks.tableOffset + marks.downbeatIndex * marks.tableStep;
+    auto step = marks.tableStep / ratio;
+    if (std::abs (step - 1.0) < same)
+        step = 1.0;
+    const auto index = std::floor (downbeat / step + same);
+    const auto offset = downbeat - index * step;
+    marks.tableStep = step;
+    marks.tableOffset = offset < same ? 0.0 : offset;
+    marks.downbeatIndex = static_cast<int32_t> (index);
+    marks.bpm = marks.bpm * ratio;
+    return true;
+}
+
+bool moveDownbeat (TrackMarks& marks, const BeatGrid& grid, int halfBeats)
+{
+    if (grid.fixedGrid)
+    {
+        const auto moved =
+            marks.downbeatPosition + static_cast<int32_t> (std::lround (halfBeats * grid.period()));
+        if (moved > grid.loadedFrames)
+            return false;
+        marks.downbeatPosition = moved;
+        return true;
+    }
+    const auto moved = marks.downbeatIndex + halfBeats;
+    if (moved >= grid.beatCount())
+        return false;
+    marks.downbeatIndex = moved;
+    marks.downbeatPosition = static_cast<int32_t> (std::lround (grid.beatAt (moved)));
+    return true;
+}
+}
+
+bool GridCommands::read (int deckIndex, const GridReading& reading)
+{
+    auto* deck = world.deck (deckIndex);
+    if (deck == nullptr)
+        return false;
+    {
+        const CallbackLock lock (world.callbackLock, "read the grid");
+        const auto grid = deck->grid();
+        if (grid.beatCount() < 1)
+            return false;
+        const MarkEdit edit (deck->marks, deck->edits, world.clock());
+        if (!(reading.changesTempo() ? changeTempo (deck->marks, reading)
+                                     : moveDownbeat (deck->marks, grid, reading.halfBeatsOn)))
+            return false;
+    }
+    world.requestSave (*deck);
+    return true;
 }
 
 void GridCommands::setDownbeat (int deckIndex)
@@ -38,8 +103,7 @@ void GridCommands::scaleTempo (int deckIndex, double factor)
         return;
     const CallbackLock lock (world.callbackLock, "scaleTempo");
     const auto bpm = deck->marks.bpm * factor;
-    if (bpm < slowestBpm || bpm > fastestBpm || bpm < deck->marks.bpmAverage * 0.5
-        || bpm > deck->marks.bpmAverage * 2.0)
+    if (!isPlayable (bpm) || bpm < deck->marks.bpmAverage * 0.5 || bpm > deck->marks.bpmAverage * 2.0)
         return;
     const MarkEdit edit (deck->marks, deck->edits, world.clock());
     deck->marks.bpm = bpm;

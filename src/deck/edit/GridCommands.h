@@ -1,6 +1,7 @@
 #pragma once
 
 #include "deck/DeckWorld.h"
+#include "deck/edit/GridReading.h"
 
 /** The commands of a track's tempo and beat grid, and the way back: the last 32 edits of cues, start point, tempo and
     grid can be taken back and done again.
@@ -25,6 +26,10 @@ public:
 
     /** Moves a fixed grid by 512 frames of the file: back (-1) or on (+1). The beats of a table stay. */
     void moveGrid (int deck, int direction);
+
+    /** Has the grid read in another way. The table itself stays until the track's analysis is saved, so that the way back is exact.
+        @returns false without a beat, and where tempo or downbeat would leave their range; nothing changes then */
+    bool read (int deck, const GridReading&);
 
     /** Between the table of a tracked grid and a grid of tempo and downbeat alone. */
     void toggleGridMode (int deck);

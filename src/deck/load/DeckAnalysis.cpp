@@ -41,6 +41,8 @@ void applyAnalysis (DeckWorld& world, DeckPlayer& deck, TrackAnalysis analysis)
     deck.beats.swap (marks);
     deck.untouched = analysis.untouched;
     deck.track.numBeats = static_cast<int32_t> (deck.beats.size());
+    deck.marks.tableStep = 1.0;
+    deck.marks.tableOffset = 0.0;
     deck.marks.downbeatIndex = analysis.downbeatId;
     deck.marks.downbeatPosition = analysis.downbeatPos;
     deck.marks.bpm = analysis.tempoTracker;
@@ -81,24 +83,29 @@ TrackAnalysis analysisOf (DeckWorld& world, DeckPlayer& deck)
     assertMayBlock();
     TrackAnalysis analysis;
     auto& cues = analysis.cues.emplace();
+    BeatGrid grid;
     const std::lock_guard table (deck.beatsLock);
     analysis.beatMarks = deck.beats;
     analysis.untouched = deck.untouched;
-
-    // From here on nothing is allocated: what a loader resets meanwhile is reset as a whole.
-    const CallbackLock lock (world.callbackLock, "what is saved of a deck");
-    if (deck.track.isAnalysed == 0)
-        analysis.beatMarks.reset();
-    analysis.tempoTracker = deck.marks.bpm;
-    analysis.tempoAverage = deck.marks.bpmAverage;
-    analysis.downbeatId = deck.marks.downbeatIndex;
-    analysis.downbeatPos = deck.marks.downbeatPosition;
-    analysis.gridMode = deck.marks.fixedGrid.get();
-    analysis.autogain = deck.track.autogain.get();
-    std::copy (deck.marks.cues.begin(), deck.marks.cues.end(), cues.cuePos.begin());
-    cues.phaseStart = deck.marks.startPoint;
-    cues.transportCueSel = deck.play.currentCue.get();
-    cues.transportStart = deck.marks.startPointOn.get();
+    {
+        // Nothing is allocated: what a loader resets meanwhile is reset as a whole.
+        const CallbackLock lock (world.callbackLock, "what is saved of a deck");
+        if (deck.track.isAnalysed == 0)
+            analysis.beatMarks.reset();
+        grid = deck.grid();
+        analysis.tempoTracker = deck.marks.bpm;
+        analysis.tempoAverage = deck.marks.bpmAverage;
+        analysis.downbeatId = deck.marks.downbeatIndex;
+        analysis.downbeatPos = deck.marks.downbeatPosition;
+        analysis.gridMode = deck.marks.fixedGrid.get();
+        analysis.autogain = deck.track.autogain.get();
+        std::copy (deck.marks.cues.begin(), deck.marks.cues.end(), cues.cuePos.begin());
+        cues.phaseStart = deck.marks.startPoint;
+        cues.transportCueSel = deck.play.currentCue.get();
+        cues.transportStart = deck.marks.startPointOn.get();
+    }
+    if (analysis.beatMarks && grid.isReadAnew())
+        analysis.beatMarks = grid.readTable();
     return analysis;
 }
 

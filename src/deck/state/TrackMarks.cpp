@@ -7,11 +7,11 @@ namespace
 /** The fields of marks, each alone. The binding fails to compile where it names fewer than there are. */
 auto fieldsOf (auto& marks) noexcept
 {
-    auto& [cues, startPoint, startPointOn, bpm, bpmAverage, downbeatIndex, downbeatPosition, fixedGrid] =
-        marks;
-    return std::tuple_cat (
-        std::apply ([] (auto&... slot) { return std::tie (slot...); }, cues),
-        std::tie (startPoint, startPointOn, bpm, bpmAverage, downbeatIndex, downbeatPosition, fixedGrid));
+    auto& [cues, startPoint, startPointOn, bpm, bpmAverage, downbeatIndex, downbeatPosition, fixedGrid,
+           tableStep, tableOffset] = marks;
+    return std::tuple_cat (std::apply ([] (auto&... slot) { return std::tie (slot...); }, cues),
+                           std::tie (startPoint, startPointOn, bpm, bpmAverage, downbeatIndex,
+                                     downbeatPosition, fixedGrid, tableStep, tableOffset));
 }
 }
 

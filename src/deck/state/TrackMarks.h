@@ -14,10 +14,11 @@ struct TrackMarks
     Relaxed<double> startPoint; ///< play never goes below it while startPointOn
     Relaxed<int8_t> startPointOn;
     Relaxed<double> bpm { 120.0 };
-    Relaxed<double> bpmAverage { 120.0 }; ///< of the analysis
-    Relaxed<int32_t> downbeatIndex;       ///< entry of the beat table
-    Relaxed<int32_t> downbeatPosition;    ///< anchor of a fixed grid
-    Relaxed<int8_t> fixedGrid;            ///< the grid is tempo and downbeat alone, not the table
+    Relaxed<double> bpmAverage { 120.0 };           ///< of the analysis
+    Relaxed<int32_t> downbeatIndex;                 ///< entry of the beat table, as it is read
+    Relaxed<int32_t> downbeatPosition;              ///< anchor of a fixed grid
+    Relaxed<int8_t> fixedGrid;                      ///< the grid is tempo and downbeat alone, not the table
+    Relaxed<double> tableStep { 1.0 }, tableOffset; ///< how the beat table is read, see BeatGrid
 
     bool operator== (const TrackMarks&) const noexcept = default;
 

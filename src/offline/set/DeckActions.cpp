@@ -86,6 +86,23 @@ SetScript::Action readReverse (SetLine& line)
     return reverse;
 }
 
+SetScript::Action readGrid (SetLine& line)
+{
+    SetScript::Grid grid;
+    grid.deck = line.deck ("A grid");
+    const auto name = line.word();
+    grid.reading = GridReading::find (name);
+    if (grid.reading == nullptr)
+    {
+        std::string known;
+        for (const auto& each : GridReading::all())
+            known += (known.empty() ? "" : ", ") + std::string (each.name);
+        line.fail ("A grid is read anew as one of " + known + ", not " + SetLine::quoted (name) + ".");
+    }
+    line.expectEnd();
+    return grid;
+}
+
 SetScript::Action readTimecode (SetLine& line)
 {
     using Mode = SetScript::Timecode::Mode;

@@ -10,6 +10,7 @@ constexpr std::array actions {
     SetAction { "set", readSet },
     SetAction { "setting", readSetting },
     SetAction { "reverse", readReverse },
+    SetAction { "grid", readGrid },
     SetAction { "host", readHost },
     SetAction { "midi", readMidi },
     SetAction { "script", readScript },

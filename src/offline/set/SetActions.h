@@ -20,6 +20,7 @@ struct SetAction
 // Readers of what happens on a deck and what it is filled with.
 SetScript::Action readLoad (SetLine&);
 SetScript::Action readReverse (SetLine&);
+SetScript::Action readGrid (SetLine&);
 SetScript::Action readTimecode (SetLine&);
 SetScript::Action readPlugin (SetLine&);
 SetScript::Action readSlicegate (SetLine&);

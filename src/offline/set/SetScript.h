@@ -1,5 +1,7 @@
 #pragma once
 
+#include "deck/edit/GridReading.h"
+
 #include <string>
 #include <string_view>
 #include <variant>
@@ -51,6 +53,12 @@ struct SetScript
     {
         int deck = 0; ///< 0 to 3
         bool on = false;
+    };
+
+    struct Grid
+    {
+        int deck = 0; ///< 0 to 3
+        const GridReading* reading = nullptr;
     };
 
     struct Host
@@ -149,8 +157,8 @@ struct SetScript
     {
     };
 
-    using Action = std::variant<End, Load, Sample, Command, Setting, Reverse, Host, Preset, Timecode, Print,
-                                Midi, PrintMidi, Browse, Script, Plugin>;
+    using Action = std::variant<End, Load, Sample, Command, Setting, Reverse, Grid, Host, Preset, Timecode,
+                                Print, Midi, PrintMidi, Browse, Script, Plugin>;
 
     struct Event
     {

@@ -13,6 +13,11 @@ void addTo (juce::PopupMenu& menu, CPlatterdex& engine, const DeckWatch& watch)
     menu.addItem (tr ("Undo (Ctrl+Z)"), watch->canUndo, false, [&engine, deck] { engine.grids.undo (deck); });
     menu.addItem (tr ("Redo (Ctrl+Shift+Z)"), watch->canRedo, false,
                   [&engine, deck] { engine.grids.redo (deck); });
+    juce::PopupMenu readings;
+    for (const auto& reading : GridReading::all())
+        readings.addItem (tr (reading.label), watch->grid.isKnown(), false,
+                          [&engine, deck, &reading] { engine.grids.read (deck, reading); });
+    menu.addSubMenu (tr ("Read the Grid Anew"), readings, watch->loadedFrames > 0 && watch->grid.isKnown());
 }
 
 void show (CPlatterdex& engine, const DeckWatch& watch, juce::Component& owner)

@@ -41,6 +41,7 @@ struct GridNumbers
     double bpm = 120.0;          ///< of the track at its own speed
     int32_t framesOfFixed = 0;   ///< that a fixed grid covers so far
     double sampleRate = 44100.0; ///< of the file
+    double tableStep = 1.0;      ///< in which the table is read
     bool operator== (const GridNumbers&) const = default;
 
     /** True if anybody knows how fast the music is. */

@@ -43,7 +43,8 @@ GridNumbers gridOf (const DeckPlayer& deck)
              fixed,
              deck.marks.bpm,
              fixed ? deck.track.loadedFrames.get() : 0,
-             deck.track.sampleRate };
+             deck.track.sampleRate,
+             deck.marks.tableStep };
 }
 
 DeckView viewOf (const DeckPlayer& deck, double pitchRange)
