@@ -207,7 +207,7 @@ TEST (GridCommands, ReadTheGridAnew)
                          before[static_cast<size_t> (5 + bar * reading.per)], 0.01)
                 << name << bar;
 
-        // What undoes it does so to the frame, by the opposite as by undo; a second reading goes on from the first.
+        // Opposite and undo lead back to the frame.
         const auto* opposite = reading.beats == 3 && reading.per == 2 ? "2/3"
                                : reading.beats == 2                   ? "3/2"
                                : reading.beats == 4                   ? "3/4"

@@ -9,9 +9,9 @@
     half a beat or by a beat of the bar, or at a tempo in the ratio of small numbers to the music's. */
 struct GridReading
 {
-    std::string_view name; ///< in sets
-    const char* label;     ///< in menus
-    int halfBeatsOn = 0;   ///< by which the downbeat moves
+    std::string_view name;  ///< in sets
+    const char* label;      ///< in menus
+    int halfBeatsOn = 0;    ///< by which the downbeat moves
     int beats = 1, per = 1; ///< so many beats where `per` were; the downbeat stays
 
     bool changesTempo() const noexcept { return beats != per; }

@@ -7,9 +7,9 @@
 #include "library/tags/ReadTags.h"
 #include "support/files/AudioFileTypes.h"
 #include "support/language/Translate.h"
-#include "tracks/StatedLength.h"
 #include "tracks/TrackFault.h"
 #include "tracks/TrackMeasure.h"
+#include "tracks/formats/StatedLength.h"
 #include "tracks/similar/SoundSession.h"
 
 #include <chrono>

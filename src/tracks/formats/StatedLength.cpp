@@ -1,4 +1,4 @@
-#include "tracks/StatedLength.h"
+#include "tracks/formats/StatedLength.h"
 
 #include <juce_audio_formats/juce_audio_formats.h>
 
