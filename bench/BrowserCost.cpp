@@ -2,6 +2,7 @@
 #include "measure/MadeUpSongs.h"
 #include "measure/Timing.h"
 
+#include "library/import/SongBatch.h"
 #include "session/browse/LibraryRoom.h"
 #include "session/browse/rows/RowSource.h"
 #include "shared/TemporaryFolder.h"
@@ -99,12 +100,11 @@ void measure (int songs, bool withImport)
         [&]
         {
             MadeUpSongs more { songs };
+            SongBatch batch (database);
             for (auto i = songs; withImport && !ends; i += 256)
             {
-                auto transaction = database.beginTransaction();
                 for (auto k = 0; k < 256; ++k)
-                    juce::ignoreUnused (database.insertSong (more.song (i + k)));
-                juce::ignoreUnused (transaction.commit());
+                    juce::ignoreUnused (batch.add (more.song (i + k)));
                 room.watch.look();
                 std::this_thread::sleep_for (std::chrono::milliseconds (20));
             }

@@ -3,6 +3,7 @@
 #include "measure/PlayingDecks.h"
 #include "measure/Timing.h"
 
+#include "library/import/SongBatch.h"
 #include "shared/TemporaryFolder.h"
 #include "text/ZRRenderer.h"
 #include "ui/browser/SongManager.h"
@@ -98,13 +99,19 @@ public:
         measure (what, question, [this] { browser->songs().settleRows(); });
     }
 
-    /** From an edit until the table shows it, with all that other hands do to the library meanwhile. */
+    /** From an edit until its row can be painted with it, whatever else is done to the library meanwhile. */
     void edit (const char* what, const std::function<void (int)>& change)
     {
-        measure (what, change, [this] { browser->songs().settle(); });
+        measure (what, change,
+                 [this]
+                 {
+                     room().edits.settle();
+                     room().watch.settle();
+                     browser->songs().settleRows();
+                 });
     }
 
-    /** Writes songs into the library until it goes, in portions as an import does. */
+    /** Imports songs whose tags are read until it goes, and looks at the library far more often than a window does. */
     class Import
     {
     public:
@@ -113,14 +120,11 @@ public:
                 [&room, songs] (const std::stop_token& stop)
                 {
                     MadeUpSongs more { songs };
+                    SongBatch batch (room.database);
                     for (auto i = songs; !stop.stop_requested(); i += portion)
                     {
-                        {
-                            auto transaction = room.database.beginTransaction();
-                            for (auto k = 0; k < portion; ++k)
-                                juce::ignoreUnused (room.database.insertSong (more.song (i + k)));
-                            juce::ignoreUnused (transaction.commit());
-                        }
+                        for (auto k = 0; k < portion; ++k)
+                            juce::ignoreUnused (batch.add (more.song (i + k)));
                         room.watch.look();
                         std::this_thread::sleep_for (std::chrono::milliseconds (20));
                     }

@@ -168,6 +168,10 @@ public:
     /** Adds a song, under the record's id or, where that is -1, a new one. What the record does not say of size, times,
         drive and volume is asked of the file. The columns that begin at 0 are written as 0, whatever the record holds. */
     int insertSong (const SongRecord&);
+
+    /** Fills in what the record leaves open and the file system knows, once: before a transaction, in which a slow drive would
+        keep others waiting. insertSong() does it by itself. May block. */
+    static void completeFromFile (SongRecord&);
     int insertForeignSong (const SongRecord&);
 
     /** Writes all columns. An id of -1 gives -8. */

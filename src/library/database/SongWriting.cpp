@@ -4,6 +4,7 @@
 #include "library/sql/StoredText.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -56,10 +57,16 @@ std::string updateSongs (const std::string& assignments, int32_t id)
 }
 }
 
+void SongDatabase::completeFromFile (SongRecord& record)
+{
+    if (!std::exchange (record.hasFileFacts, true))
+        completeFrom (FileFacts::of (record[SongColumn::filename]), record);
+}
+
 int SongDatabase::insertInto (const char* table, const SongRecord& source)
 {
     auto record = source;
-    completeFrom (FileFacts::of (record[SongColumn::filename]), record);
+    completeFromFile (record);
 
     // An import inserts thousands: the statement is compiled once, and the values are bound to it.
     auto sql = std::string (" INSERT INTO ") + table + (record.id == -1 ? " VALUES (NULL" : " VALUES (?");

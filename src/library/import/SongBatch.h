@@ -3,10 +3,11 @@
 #include "library/songs/SongRecord.h"
 
 #include <functional>
+#include <span>
 #include <vector>
 
-/** Songs on their way into the library. Tags are read while nothing is locked, and the songs stored in portions, each a
-    transaction of some milliseconds: other tasks and programs read and write in between, and what is stored stays,
+/** Songs on their way into the library. Tags and files are looked at while nothing is locked, and the songs stored in portions,
+    each a transaction of some milliseconds: other tasks and programs read and write in between, and what is stored stays,
     whatever comes later. Any thread but the audio thread, one at a time. */
 class SongBatch
 {
@@ -20,6 +21,9 @@ public:
     /** Takes a file in, with what its tags tell, unless the library knows its path.
         @returns false once the library can't store any more; see code() */
     bool take (const juce::String& path);
+
+    /** Takes a song in whose tags are read already, and whose path is new. @returns as take() */
+    bool add (SongRecord);
 
     /** The files that were not taken because no deck could load them, each with the reason: "PATH: sentence". */
     const juce::StringArray& unplayable() const { return notPlayable; }
@@ -36,6 +40,7 @@ public:
 
 private:
     juce::String faultOf (const juce::String& path, const SongRecord&) const;
+    std::span<const SongRecord> storeSome (std::span<const SongRecord>, int& done);
 
     SongDatabase& database;
     const Judge judge;

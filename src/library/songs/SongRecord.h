@@ -21,6 +21,9 @@ struct SongRecord
     /** True if the file was there, and no folder, when the record was read. */
     bool present = false;
 
+    /** True once the columns have what the file system knows, too; see SongDatabase::completeFromFile(). */
+    bool hasFileFacts = false;
+
     std::array<juce::String, songColumnCount> columns;
 
     juce::String& operator[] (SongColumn column) { return columns[static_cast<size_t> (column)]; }
