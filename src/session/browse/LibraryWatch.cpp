@@ -1,6 +1,7 @@
 #include "session/browse/LibraryWatch.h"
 
 #include <algorithm>
+#include <future>
 
 namespace
 {
@@ -99,7 +100,14 @@ void LibraryWatch::tell (const LibraryChange& change)
 
 void LibraryWatch::settle()
 {
-    worker.post ({ [this] (const std::stop_token&) { lookOnWorker (false); } });
-    worker.wait();
+    // Not for the worker's end: one that imports posts the next look before the last one is done.
+    std::promise<void> looked;
+    worker.post ({ [this, &looked] (const std::stop_token&)
+                   {
+                       lookOnWorker (false);
+                       looked.set_value();
+                   },
+                   [&looked] (const char*) { looked.set_value(); } });
+    looked.get_future().wait();
     calls.deliver();
 }

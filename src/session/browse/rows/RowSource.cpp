@@ -15,6 +15,10 @@ constexpr Worker::Key newest = 0;
 constexpr int readAhead = 120, readBehind = 40;
 
 constexpr size_t mostCached = 3000, leastCached = 1500;
+
+/** Asking again by itself waits for so many times what the last answer took, 1 s at most: beside an import, which changes the
+    library all the time, a million songs must not be put in order without a pause. */
+constexpr juce::uint32 restAfterAnswer = 4, mostRestMs = 1000;
 }
 
 RowSource::RowSource (LibraryRoom& r) : room (r)
@@ -24,6 +28,7 @@ RowSource::RowSource (LibraryRoom& r) : room (r)
 
 RowSource::~RowSource()
 {
+    stopTimer();
     room.removeListener (*this);
 }
 
@@ -36,6 +41,8 @@ void RowSource::open (const SongQuery& query)
 void RowSource::reopen()
 {
     asksAgain = false;
+    stopTimer();
+    askedAtMs = juce::Time::getMillisecondCounter();
     const auto answerTo = [this] (uint64_t question, Answer answer)
     {
         const auto shared = std::make_shared<Answer> (std::move (answer));
@@ -74,8 +81,9 @@ void RowSource::take (uint64_t question, Answer answer)
         played = std::move (answer.played.songs);
         takeRecords (answer.played.strangers);
     }
+    answeredAtMs = juce::Time::getMillisecondCounter();
     if (asksAgain)
-        reopen();
+        askAgain();
     onOpened (answer.code);
 }
 
@@ -261,20 +269,48 @@ void RowSource::libraryChanged (const LibraryChange& change)
             if (change.songIds.empty()
                 || std::binary_search (change.songIds.begin(), change.songIds.end(), id))
                 cached.isStale = true;
+    // An edit shows as soon as its row is read: other rows may take their time, as they do beside an import.
+    if (change.songs)
+        want (wantedFirst, wantedLast);
+    if (asked > 0)
+        askAgain();
+}
+
+/** Asks the same again, once the last question is answered and a while has passed. */
+void RowSource::askAgain()
+{
+    asksAgain = true;
     if (isOpening())
-        asksAgain = true;
-    else if (asked > 0)
+        return;
+    const auto rest = std::min (restAfterAnswer * (answeredAtMs - askedAtMs), mostRestMs);
+    const auto rested = juce::Time::getMillisecondCounter() - answeredAtMs;
+    if (rested >= rest)
         reopen();
+    else if (juce::MessageManager::getInstanceWithoutCreating() != nullptr)
+        startTimer (static_cast<int> (rest - rested));
+}
+
+void RowSource::timerCallback()
+{
+    reopen();
 }
 
 void RowSource::settleRows()
 {
-    do
+    const auto settleOnce = [this]
     {
-        opener.wait();
-        reader.wait();
-        calls.deliver();
-    } while (opener.isBusy() || reader.isBusy());
+        do
+        {
+            opener.wait();
+            reader.wait();
+            calls.deliver();
+        } while (opener.isBusy() || reader.isBusy());
+    };
+    settleOnce();
+    if (!asksAgain)
+        return;
+    reopen();
+    settleOnce();
 }
 
 void RowSource::settle()

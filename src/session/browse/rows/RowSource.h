@@ -18,9 +18,10 @@ class LibraryRoom;
 
     Nothing here waits: a query is answered on a worker and broken off by the next one, fields are read ahead on another,
     and files are looked for on a third, as a drive that sleeps answers after seconds. The old rows stay until the new ones
-    are there. When the library changes, the same query is asked again by itself; one that is under way is answered first, so
-    that an import, which changes the library all the time, keeps no rows away. Message thread. */
-class RowSource : private LibraryListener
+    are there. When the library changes, the rows on screen are read again at once, and the same query is asked again by
+    itself; one that is under way is answered first, so that an import, which changes the library all the time, keeps no rows
+    away. Message thread. */
+class RowSource : private LibraryListener, private juce::Timer
 {
 public:
     enum class Presence : uint8_t
@@ -98,6 +99,8 @@ private:
     };
 
     void libraryChanged (const LibraryChange&) override;
+    void timerCallback() override;
+    void askAgain();
     void take (uint64_t question, Answer);
     void takeRecords (const std::vector<std::shared_ptr<const SongRecord>>&);
     void takePresence (const std::vector<std::pair<int32_t, bool>>&);
@@ -111,7 +114,8 @@ private:
     std::shared_ptr<const SongList> rows = std::make_shared<SongList>();
     std::vector<PlayedSong> played;
     uint64_t asked = 0, answered = 0; ///< questions are counted
-    bool asksAgain = false;           ///< the library has changed while the last question is under way
+    bool asksAgain = false;           ///< the library has changed since the last question
+    juce::uint32 askedAtMs = 0, answeredAtMs = 0;
     bool isForeignCached = false;
     mutable uint64_t useCount = 0;
     int wantedFirst = 0, wantedLast = 0;
