@@ -49,20 +49,28 @@ std::optional<juce::File> LibraryAutomix::nextTrack()
     return juce::File (path);
 }
 
+bool LibraryAutomix::isEmpty() const
+{
+    auto* database = library();
+    return database != nullptr && database->countAutomix() == 0;
+}
+
 namespace
 {
 /** Key of the worker's job that reads: one question at a time, behind a begin() that is still being carried out. */
 constexpr Worker::Key question = 0;
 }
 
-AutomixReader::AutomixReader (std::function<SongDatabase*()> l)
+AutomixReader::AutomixReader (std::function<SongDatabase*()> l, std::function<void()> onEmpty)
     : library (std::move (l)),
+      foundEmpty (std::move (onEmpty)),
       list ([this] { return open.load(); })
 {
 }
 
 void AutomixReader::begin()
 {
+    open = library();
     worker.post ({ [this] (const std::stop_token&)
                    {
                        list.begin();
@@ -70,6 +78,11 @@ void AutomixReader::begin()
                        const std::scoped_lock scope (lock);
                        if (answer == juce::File())
                            answer.reset();
+                   } });
+    worker.post ({ [this] (const std::stop_token&)
+                   {
+                       if (list.isEmpty())
+                           foundEmpty();
                    } });
 }
 

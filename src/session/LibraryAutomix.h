@@ -22,6 +22,9 @@ public:
     /** The last question found the list played to its end. */
     bool isAtEnd() const noexcept { return atEnd; }
 
+    /** True if the list is known to hold no song at all. */
+    bool isEmpty() const;
+
 private:
     int placeOfNext (const SongList&) const;
 
@@ -36,7 +39,9 @@ private:
 class AutomixReader : public AutomixSource
 {
 public:
-    explicit AutomixReader (std::function<SongDatabase*()> library);
+    /** @param onEmpty   called on the list's thread when automix is switched on and has no song to play */
+    explicit AutomixReader (
+        std::function<SongDatabase*()> library, std::function<void()> onEmpty = [] {});
 
     void begin() override;
     std::optional<juce::File> nextTrack() override;
@@ -46,6 +51,7 @@ public:
 
 private:
     const std::function<SongDatabase*()> library;
+    const std::function<void()> foundEmpty;
     std::atomic<SongDatabase*> open { nullptr }; ///< as the message thread found it
     LibraryAutomix list;                         ///< the worker's
     std::mutex lock;                             ///< of the answer

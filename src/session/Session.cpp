@@ -205,7 +205,9 @@ EngineWorld Session::world()
     made.prompts = prompts;
     made.hasMessageLoop = true;
     made.automixSource = std::make_shared<AutomixByFit> (
-        std::make_shared<AutomixReader> ([session = shared_from_this()] { return session->library(); }),
+        std::make_shared<AutomixReader> (
+            [session = shared_from_this()] { return session->library(); }, [this]
+            { say (tr ("Message Info"), tr ("Warning: To enable automix, the list shouldn't be empty!")); }),
         *this, similar);
     made.mayKeepSettings = [this] { return mayKeepSettings(); };
     return made;

@@ -125,3 +125,20 @@ TEST_F (LibraryNotes, AutomixOnAStageAsksAndIsAnsweredLater)
     EXPECT_EQ (automix.nextTrack()->getFullPathName(), paths[0])
         << "switched off and on before it was fetched";
 }
+
+TEST_F (LibraryNotes, AutomixWithoutASongIsSaid)
+{
+    auto said = 0;
+    AutomixReader automix ([this] { return &songs; }, [&said] { ++said; });
+    automix.begin();
+    automix.wait();
+    EXPECT_EQ (said, 1);
+    ASSERT_EQ (songs.addFilesToAutomix ({ paths[0] }), 0);
+    automix.begin();
+    automix.wait();
+    EXPECT_EQ (said, 1) << "the list has a song";
+    AutomixReader without ([] { return nullptr; }, [&said] { ++said; });
+    without.begin();
+    without.wait();
+    EXPECT_EQ (said, 1) << "no library can be asked";
+}
