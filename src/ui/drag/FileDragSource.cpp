@@ -1,5 +1,10 @@
 #include "ui/drag/FileDragSource.h"
 
+juce::var DragSourceName::ofPress (const char* name)
+{
+    return juce::ModifierKeys::currentModifiers.isPopupMenu() ? juce::var() : juce::var (name);
+}
+
 juce::StringArray DragSourceName::filesOf (const juce::DragAndDropTarget::SourceDetails& details)
 {
     const auto name = details.description.toString();

@@ -21,6 +21,9 @@ inline constexpr const char *table = "PlaylistTableDragSource", *files = "Column
                             *smartPlaylist = "SourcesItemSmartPlaylistDragSource",
                             *foreignPlaylist = "SourcesItemItunesPlaylistDragSource";
 
+/** The name, or nothing while the right button is down, which opens a menu and drags nothing. Message thread. */
+juce::var ofPress (const char* name);
+
 /** The files of a drag from the table of songs or from the file browser; none of any other. */
 juce::StringArray filesOf (const juce::DragAndDropTarget::SourceDetails&);
 }

@@ -97,10 +97,9 @@ juce::ScaledImage PXFileListComponent::createSnapshotOfRows (const juce::SparseS
     return DragImage::make (*this, text, x, y);
 }
 
-void PXFileListComponent::listBoxItemClicked (int row, const juce::MouseEvent& event)
+juce::var PXFileListComponent::getDragSourceDescription (const juce::SparseSet<int>&)
 {
-    if (event.mods.isPopupMenu() && onMenu != nullptr)
-        onMenu (directoryContentsList.getFile (row));
+    return DragSourceName::ofPress (DragSourceName::files);
 }
 
 void PXFileListComponent::listBoxItemDoubleClicked (int row, const juce::MouseEvent&)

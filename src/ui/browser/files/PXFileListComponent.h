@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/browser/files/BasicFileBrowser.h"
+#include "ui/browser/model/RowMenuPress.h"
 #include "ui/browser/model/TypeAhead.h"
 #include "ui/drag/FileDragSource.h"
 
@@ -48,14 +49,10 @@ public:
 private:
     int getNumRows() override { return count(); }
     void paintListBoxItem (int row, juce::Graphics&, int width, int height, bool selected) override;
-    void listBoxItemClicked (int row, const juce::MouseEvent&) override;
     void listBoxItemDoubleClicked (int row, const juce::MouseEvent&) override;
     void returnKeyPressed (int row) override;
     void selectedRowsChanged (int) override;
-    juce::var getDragSourceDescription (const juce::SparseSet<int>&) override
-    {
-        return DragSourceName::files;
-    }
+    juce::var getDragSourceDescription (const juce::SparseSet<int>&) override;
     juce::ScaledImage createSnapshotOfRows (const juce::SparseSet<int>&, int& x, int& y) override;
     juce::String getNameForRow (int row) override
     {
@@ -69,4 +66,9 @@ private:
     juce::File waitingToBeSelected;
     juce::Array<juce::File> kept; ///< that were selected before the folder was read again
     std::atomic<bool> rereads { false };
+    RowMenuPress menuPress { *this, [this] (int row, juce::Point<int>)
+                             {
+                                 if (onMenu != nullptr)
+                                     onMenu (directoryContentsList.getFile (row));
+                             } };
 };

@@ -72,9 +72,8 @@ void PlaylistTableItemRating::mouseMove (const juce::MouseEvent& event)
 
 void PlaylistTableItemRating::mouseDown (const juce::MouseEvent& event)
 {
-    if (event.mods.isPopupMenu() && getParentComponent() != nullptr)
-        return getParentComponent()->mouseDown (event.getEventRelativeTo (getParentComponent()));
-    setHover (starsAt (event.position.x));
+    if (!event.mods.isPopupMenu()) // which opens the row's menu
+        setHover (starsAt (event.position.x));
 }
 
 void PlaylistTableItemRating::mouseUp (const juce::MouseEvent& event)

@@ -2,6 +2,7 @@
 
 #include "session/browse/rows/RowSource.h"
 #include "ui/browser/actions/SongActions.h"
+#include "ui/browser/model/RowMenuPress.h"
 #include "ui/browser/model/TypeAhead.h"
 #include "ui/browser/table/RowPainter.h"
 #include "ui/browser/table/TableLayout.h"
@@ -144,6 +145,7 @@ private:
     RowPainter::Row rowAt (int row, bool selected) const;
     juce::String pathOf (int row) const;
     void paintEmptyText (juce::Graphics&);
+    void openRowMenu (int row, juce::Point<int> place);
     void openMenuAtRow (juce::PopupMenu, int row);
     void editCell (int row, int column);
     void placeEditor();
@@ -179,4 +181,5 @@ private:
     TypeAhead typed;
     int dropPlace = -1;
     int handRow = -1; ///< the one that was clicked last
+    RowMenuPress menuPress { *this, [this] (int row, juce::Point<int> place) { openRowMenu (row, place); } };
 };

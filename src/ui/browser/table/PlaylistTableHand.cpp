@@ -58,12 +58,16 @@ void PlaylistTable::returnKeyPressed (int row)
     actions.loadToFreeDeck (pathOf (row));
 }
 
-void PlaylistTable::cellClicked (int row, int column, const juce::MouseEvent& event)
+void PlaylistTable::cellClicked (int row, int, const juce::MouseEvent&)
 {
     handRow = row;
-    if (!event.mods.isPopupMenu())
-        return;
-    auto menu = rowMenu (row, column);
+}
+
+void PlaylistTable::openRowMenu (int row, juce::Point<int> place)
+{
+    handRow = row;
+    const auto contents = getViewport()->getViewedComponent()->getPosition() + getViewport()->getPosition();
+    auto menu = rowMenu (row, getHeader().getColumnIdAtX (place.x - contents.x));
     openMenu (menu, *this, PointerMenu::options());
 }
 
@@ -173,7 +177,7 @@ juce::String PlaylistTable::getCellTooltip (int row, int column)
 
 juce::var PlaylistTable::getDragSourceDescription (const juce::SparseSet<int>&)
 {
-    return DragSourceName::table;
+    return DragSourceName::ofPress (DragSourceName::table);
 }
 
 juce::ScaledImage PlaylistTable::createSnapshotOfRows (const juce::SparseSet<int>& dragged, int& x, int& y)
