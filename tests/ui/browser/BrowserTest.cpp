@@ -407,3 +407,23 @@ TEST (Browser, AHistoryHasColumnsOfItsOwnAndTakesNothingOutOfTheLibrary)
     EXPECT_EQ (table.list().size(), 4);
     EXPECT_FALSE (table.getHeader().isColumnVisible (TableColumn::playedAt));
 }
+
+TEST (Browser, SaysOfATaskWhatIsDoneLeftAndBrokenOff)
+{
+    using State = LibraryJob::State;
+    LibraryJob job;
+    job.title = "Analyzing";
+    job.state = State::running;
+    job.item = "/music/a b.mp3";
+    job.done = 3;
+    job.total = 12;
+    EXPECT_EQ (JobLine::textOf (job), "Analyzing [3/12] : a b.mp3");
+    job.secondsLeft = 9;
+    EXPECT_EQ (JobLine::textOf (job), "Analyzing [3/12] : a b.mp3   about 9 s");
+    job.state = State::cancelled;
+    EXPECT_EQ (JobLine::textOf (job), "Analyzing: cancelled.") << "before it began";
+    job.summary = "3 songs analysed.";
+    EXPECT_EQ (JobLine::textOf (job), "Analyzing: cancelled. 3 songs analysed.");
+    job.state = State::ended;
+    EXPECT_EQ (JobLine::textOf (job), "3 songs analysed.");
+}

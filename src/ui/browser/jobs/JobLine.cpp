@@ -49,18 +49,20 @@ JobLine::JobLine (BrowserWorld& w) : PollingView (Pace::calm), world (w)
 
 juce::String JobLine::textOf (const LibraryJob& job)
 {
+    if (job.state == LibraryJob::State::cancelled)
+        return tr ("%1: cancelled. %2", job.title, job.summary).trim();
     if (!job.isActive())
         return job.summary;
-    juce::StringArray parts { job.title };
+    auto text = job.title;
     if (job.total > 0)
-        parts.add (juce::String (job.done) + " / " + juce::String (job.total));
+        text << " [" << job.done << "/" << job.total << "]";
     else if (job.done > 0)
-        parts.add (juce::String (job.done));
-    if (job.secondsLeft)
-        parts.add (timeLeft (*job.secondsLeft));
+        text << " [" << job.done << "]";
     if (job.item.isNotEmpty())
-        parts.add (juce::File::createFileWithoutCheckingPath (job.item).getFileName());
-    return parts.joinIntoString ("   ");
+        text << " : " << juce::File::createFileWithoutCheckingPath (job.item).getFileName();
+    if (job.secondsLeft)
+        text << "   " << timeLeft (*job.secondsLeft);
+    return text;
 }
 
 void JobLine::pollCalm()

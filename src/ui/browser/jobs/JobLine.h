@@ -16,7 +16,7 @@ public:
     /** The sentence as it stands. */
     juce::String text() const { return shownText; }
 
-    /** The sentence on a job: "Importing Music Files  120 / 900  about 2 min  song.mp3". */
+    /** The sentence on a job: "Importing Music Files [120/900] : song.mp3   about 2 min". */
     static juce::String textOf (const LibraryJob&);
 
     void paint (juce::Graphics&) override;
