@@ -146,7 +146,7 @@ void DeckComponent::updateNotice()
 void DeckComponent::updateTexts()
 {
     const Texts next { watch->title.isEmpty() ? PanelPaint::dash() : watch->title, watch->artist,
-                       tempoText() };
+                       watch->album, tempoText() };
     if (next == shown)
         return;
     shown = next;
@@ -227,7 +227,9 @@ void DeckComponent::paintTexts (juce::Graphics& g) const
                        hasTempoPanel() ? SMLookAndFeel::valueSize : SMLookAndFeel::titleSize);
     g.setColour (palette::label);
     g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
-    g.drawText (shown.artist, areas.artist, left, true);
+    juce::StringArray credits { shown.artist, shown.album };
+    credits.removeEmptyStrings();
+    g.drawText (credits.joinIntoString ("  -  "), areas.artist, left, true);
 }
 
 void DeckComponent::paintOverChildren (juce::Graphics& g)

@@ -37,7 +37,7 @@ public:
         the one that is heard first. */
     struct Texts
     {
-        juce::String title, artist, tempo;
+        juce::String title, artist, album, tempo;
         bool operator== (const Texts&) const = default;
     };
 

@@ -52,7 +52,7 @@ struct GridNumbers
 struct DeckView
 {
     // The track
-    juce::String title, artist, filePath;
+    juce::String title, artist, album, filePath;
     int32_t loadedFrames = 0; ///< decoded so far; 0 without a track
     bool loading = false;
     GridNumbers grid;

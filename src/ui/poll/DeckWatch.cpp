@@ -53,6 +53,7 @@ DeckView viewOf (const DeckPlayer& deck, double pitchRange)
     auto texts = deck.texts();
     view.title = std::move (texts.title);
     view.artist = std::move (texts.artist);
+    view.album = std::move (texts.album);
     view.filePath = std::move (texts.filePath);
     view.loadedFrames = deck.track.loadedFrames;
     view.loading = deck.isLoading != 0;
