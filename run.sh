@@ -2,7 +2,7 @@
 # Builds the application and starts it. Where there is no display and nothing else is asked for, it performs the demo
 # set into demo.wav instead.
 # usage: ./run.sh [ARGUMENT...]    what the program takes; see ./run.sh --help
-#        ./run.sh --mix [DIR...] [OPTION...]    mixes folders, or the demo tracks, into mix.wav; the verb "mix" has the options
+#        ./run.sh --mix [DIR]           mixes a folder, or the demo tracks, into mix.wav; with more arguments it is the verb "mix"
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 build=$here/build/run
@@ -23,13 +23,13 @@ fi
 tracks=$build/demo-tracks
 if [ "${1:-}" = --mix ]; then
     shift
-    if [[ "${1:-}" != --help && ("${1:-}" = "" || "$1" = -*) ]]; then
-        echo "No tracks were named first: mixing the demo tracks." >&2
+    [[ $# -lt 2 && "${1:-}" != -* ]] || exec "$program" mix "$@"
+    if [ $# -eq 0 ]; then
+        echo "No folder was named: mixing the demo tracks." >&2
         "$program" demo-tracks "$tracks" >/dev/null
-        set -- "$tracks" "$@"
+        set -- "$tracks"
     fi
-    [[ " $*" != *" --out"* && " $*" != *" --help"* ]] || exec "$program" mix "$@"
-    "$program" mix --out "$here/mix.wav" --report "$here/mix.csv" "$@"
+    "$program" mix "$1" --out "$here/mix.wav" --report "$here/mix.csv"
     echo "The mix is in $here/mix.wav, what was played when in $here/mix.csv."
     exit
 fi
