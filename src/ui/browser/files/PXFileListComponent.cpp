@@ -2,6 +2,12 @@
 
 #include "support/language/Translate.h"
 #include "ui/drag/DragImage.h"
+#include "ui/panel/PanelPaint.h"
+
+namespace
+{
+constexpr int margin = 8;
+}
 
 PXFileListComponent::PXFileListComponent (juce::DirectoryContentsList& contents)
     : DirectoryContentsDisplayComponent (contents)
@@ -87,6 +93,15 @@ void PXFileListComponent::paintListBoxItem (int row, juce::Graphics& g, int widt
         g, width, height, directoryContentsList.getDirectory().getChildFile (info.filename), info.filename,
         nullptr, juce::File::descriptionOfSizeInBytes (info.fileSize),
         info.modificationTime.formatted ("%d %b '%y %H:%M"), info.isDirectory, selected, row, *this);
+}
+
+/** Says of an empty folder that it is one: where there is room for one column it would be a dark one. */
+void PXFileListComponent::paintOverChildren (juce::Graphics& g)
+{
+    ListBox::paintOverChildren (g);
+    if (count() == 0 && !directoryContentsList.isStillLoading())
+        PanelPaint::label (g, tr ("No songs or folders."),
+                           getLocalBounds().withHeight (2 * getRowHeight()).reduced (margin, 0));
 }
 
 juce::ScaledImage PXFileListComponent::createSnapshotOfRows (const juce::SparseSet<int>& dragged, int& x,

@@ -44,6 +44,7 @@ public:
     void contentsCame();
 
     juce::StringArray draggedFiles() const override;
+    void paintOverChildren (juce::Graphics&) override;
     bool keyPressed (const juce::KeyPress&) override;
 
 private:
