@@ -20,7 +20,8 @@ function (px_install_link target link)
         set (link \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${link}\")
         get_filename_component (folder \"\${link}\" DIRECTORY)
         file (MAKE_DIRECTORY \"\${folder}\")
-        file (CREATE_LINK \"${target}\" \"\${link}\" SYMBOLIC)")
+        file (CREATE_LINK \"${target}\" \"\${link}\" SYMBOLIC)
+        list (APPEND CMAKE_INSTALL_MANIFEST_FILES \"\${link}\")")
 endfunction ()
 
 px_install_link ("${home}/platterdex" "${CMAKE_INSTALL_BINDIR}/platterdex")
@@ -31,8 +32,8 @@ set (bundles "vst3/Platterdex.vst3/Contents/${JUCE_TARGET_ARCHITECTURE}-linux")
 install (FILES "${CMAKE_BINARY_DIR}/plugins/Platterdex.vst3/Contents/${JUCE_TARGET_ARCHITECTURE}-linux/Platterdex.so"
     DESTINATION "lib/${bundles}")
 if (TARGET Platterdex_LV2)
-    install (DIRECTORY "${CMAKE_BINARY_DIR}/plugins/Platterdex.lv2" DESTINATION lib/lv2
-        FILES_MATCHING PATTERN "*.ttl" PATTERN "Platterdex.so" PATTERN "libPlatterdex.so")
+    # The linker's own folder, which holds the bundle and nothing else: the one in plugins has copies of the companions.
+    install (DIRECTORY "$<TARGET_FILE_DIR:Platterdex_LV2>" DESTINATION lib/lv2 USE_SOURCE_PERMISSIONS)
     list (APPEND bundles lv2/Platterdex.lv2)
 endif ()
 foreach (folder vst/platterdex ${bundles})
@@ -94,7 +95,9 @@ set (CPACK_STRIP_FILES ON)
 set (CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set (CPACK_DEBIAN_PACKAGE_SECTION sound)
 set (CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set (CPACK_DEBIAN_PACKAGE_DEPENDS fonts-dejavu-core)
+# Besides what is linked: a font for foreign letters, and what JUCE opens by name.
+set (CPACK_DEBIAN_PACKAGE_DEPENDS
+    "fonts-dejavu-core, libx11-6, libxcursor1, libxext6, libxinerama1, libxrandr2")
 set (CPACK_DEBIAN_PACKAGE_RECOMMENDS "jackd2 | pipewire-jack")
 set (CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set (CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS

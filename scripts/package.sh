@@ -19,5 +19,5 @@ package=$(ls "$build"/*.deb)
 
 desktop-file-validate resources/desktop/platterdex.desktop
 appstreamcli validate --no-net resources/desktop/net.tonal_yard.platterdex.metainfo.xml >&2
-lintian --fail-on error "$package" >&2
+lintian --fail-on error,warning "$package" >&2
 echo "The package is $package; apt install ./$(basename "$package") installs it."
