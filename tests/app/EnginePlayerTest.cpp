@@ -185,6 +185,28 @@ TEST (EnginePlayer, ABlockThatTakesLongerThanItLastsIsLate)
     EXPECT_TRUE (bench.player.times.line().startsWith ("3 blocks, 1 late, ")) << bench.player.times.line();
 }
 
+TEST (BlockTimes, TellOfTheLastLateBlocksWithTheirEnds)
+{
+    BlockTimes times;
+    times.add (0, 900'000, 1'000'000);
+    EXPECT_EQ (times.lateLine(), "");
+
+    const auto begin = BlockTimes::now();
+    times.add (0, 2'500'000, 1'000'000);
+    const auto first = times.lateLine();
+    EXPECT_TRUE (first.startsWith ("Late: ") && first.endsWith (" s 2.500 ms.")) << first;
+    const auto end = first.substring (6).getDoubleValue() * 1e9;
+    EXPECT_GE (end, static_cast<double> (begin) - 1e5);
+    EXPECT_LE (end, static_cast<double> (BlockTimes::now()) + 1e5);
+
+    for (size_t i = 0; i < BlockTimes::keptLate; ++i)
+        times.add (0, 3'000'000 + static_cast<int64_t> (i) * 1'000'000, 1'000'000);
+    const auto full = juce::StringArray::fromTokens (times.lateLine(), ",", "");
+    EXPECT_EQ (static_cast<size_t> (full.size()), BlockTimes::keptLate);
+    EXPECT_TRUE (full[0].endsWith (" 3.000 ms")) << full[0];
+    EXPECT_TRUE (full[full.size() - 1].endsWith (" 66.000 ms.")) << full[full.size() - 1];
+}
+
 TEST (EnginePlayer, TakesUpADeviceThatComesBackWithAnotherRate)
 {
     const TemporaryFolder folder;

@@ -231,7 +231,9 @@ juce::String AudioDevices::report() const
     if (const auto gaps = device != nullptr ? device->getXRunCount() : -1; gaps >= 0)
         line << ", gaps counted by the device " << gaps;
     line << ", scheduling " << RealTimePriority::describe (player.thread);
-    return line + ".";
+    line << ".";
+    const auto late = player.times.lateLine();
+    return late.isEmpty() ? line : line + "\n" + late;
 }
 
 void AudioDevices::showSettings (juce::Component& centredOn)

@@ -5,6 +5,7 @@
 
 #include <juce_core/juce_core.h>
 
+#include <array>
 #include <cstdint>
 
 /** Durations of an audio device's blocks and of their waits for the engine's lock, which the window and the
@@ -23,6 +24,20 @@ public:
     /** The figures in one line, times in milliseconds. */
     juce::String line() const;
 
+    /** The last late blocks in one line, the oldest first, each with its end on the clock of now() in seconds, as the kernel's log
+        has it, and its duration; nothing if none was late. A block that comes late during the call may be told of half. */
+    juce::String lateLine() const;
+
+    /** How many late blocks lateLine() tells of. */
+    static constexpr size_t keptLate = 64;
+
     Relaxed<uint32_t> blocks, late;
     Relaxed<int64_t> longest, longestWait; ///< ns
+
+private:
+    struct LateBlock
+    {
+        Relaxed<int64_t> end, took; ///< ns
+    };
+    std::array<LateBlock, keptLate> lateBlocks; ///< goes round: the n-th lies at n modulo its size
 };
