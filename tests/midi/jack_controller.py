@@ -57,11 +57,12 @@ def run(*command):
     return subprocess.run(command, check=True, capture_output=True, text=True, timeout=300).stdout
 
 
-def start_server(names=tuple(f"px-{number}" for number in range(8))):
-    """Starts a JACK server. JACK remembers eight names, also of servers that were killed: one of a few names is taken again."""
+def start_server(names=tuple(f"px-{number}" for number in range(8)), scheduling=("-r",)):
+    """Starts a JACK server, without real time if not told otherwise. JACK remembers eight names, also of servers that were killed:
+    one of a few names is taken again."""
     for name in names:
         os.environ["JACK_DEFAULT_SERVER"] = name
-        server = subprocess.Popen(["jackd", "-n", name, "-r", "-d", "dummy", "-r", "48000", "-p", "256", "-C", "10", "-P", "14"],
+        server = subprocess.Popen(["jackd", "-n", name, *scheduling, "-d", "dummy", "-r", "48000", "-p", "256", "-C", "10", "-P", "14"],
                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         if comes(lambda: server.poll() is not None, 1.0):
             continue  # another server has the name
