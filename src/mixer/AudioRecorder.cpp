@@ -13,7 +13,8 @@ constexpr double flushSeconds = 2.0;
 /** Far above any device, and low enough for the header's 32 bits and for frame counts of a few seconds. */
 constexpr double maximumRate = 1e8;
 
-std::unique_ptr<juce::AudioFormatWriter> createWavWriter (const juce::File& file, double sampleRate)
+std::unique_ptr<juce::AudioFormatWriter> createWavWriter (const juce::File& file, double sampleRate,
+                                                          std::atomic<bool>& failed)
 {
     if (file.isDirectory() || file.getParentDirectory().createDirectory().failed())
         return {};
@@ -27,7 +28,7 @@ std::unique_ptr<juce::AudioFormatWriter> createWavWriter (const juce::File& file
     if (writer == nullptr)
         return {};
     juce::ignoreUnused (stream.release()); // the writer owns it now
-    return std::make_unique<DitheredWriter> (std::move (writer));
+    return std::make_unique<DitheredWriter> (std::move (writer), &failed);
 }
 }
 
@@ -65,13 +66,17 @@ bool AudioRecorder::startRecording (const juce::File& file, double sampleRate)
     stopRecording();
     recordedFrames = 0;
     droppedFrames = 0;
+    failed = false;
     // Written so that a NaN is refused.
     if (!(sampleRate > 0.0 && sampleRate <= maximumRate))
         return false;
 
-    auto writer = createWavWriter (file, sampleRate);
+    auto writer = createWavWriter (file, sampleRate, failed);
     if (writer == nullptr)
+    {
+        failed = true;
         return false;
+    }
     writerHolder = std::make_unique<ThreadedWriter> (writer.release(), thread, ringFrames);
     writerHolder->setFlushInterval (std::max (1, static_cast<int> (flushSeconds * sampleRate)));
 
@@ -93,7 +98,7 @@ void AudioRecorder::stopRecording()
 
 void AudioRecorder::write (const float* const* channels, int frames) noexcept
 {
-    if (activeWriter.load() == nullptr || frames <= 0)
+    if (!isRecording() || frames <= 0)
         return;
 
     // The lock inherits priority and is only ever held elsewhere for the change of a pointer; handing a block over

@@ -28,7 +28,7 @@ public:
     ~AudioRecorder();
 
     /** Command 465: ends the recording that runs, or starts one into `recordFile` with a time stamp in its name. A path
-        that is not absolute starts nothing.
+        that is not absolute starts nothing. After a failure the next one starts anew.
         @param sampleRate   the engine's rate in Hz. Any thread but the audio thread. */
     void toggle (const juce::String& recordFile, double sampleRate,
                  juce::Time now = juce::Time::getCurrentTime());
@@ -42,7 +42,11 @@ public:
     void stopRecording();
 
     /** Any thread. */
-    bool isRecording() const noexcept { return activeWriter.load() != nullptr; }
+    bool isRecording() const noexcept { return activeWriter.load() != nullptr && !hasFailed(); }
+
+    /** True from when the file could not be begun or written further, the disk being full for instance, until the next is
+        started. What was written until then can be played. Any thread. */
+    bool hasFailed() const noexcept { return failed.load (std::memory_order_relaxed); }
 
     /** Records the first two channels if a recording runs. Values beyond +-1 are limited. Audio thread. */
     PX_AUDIO_THREAD void write (const float* const* channels, int frames) noexcept;
@@ -65,6 +69,7 @@ private:
     juce::CriticalSection commandLock; ///< one command at a time; never taken by the audio thread
     std::unique_ptr<ThreadedWriter> writerHolder;
 
-    juce::CriticalSection writerLock; ///< held for a pointer's change, or for one block into the ring
+    std::atomic<bool> failed { false }; ///< set by the thread that writes, too
+    juce::CriticalSection writerLock;   ///< held for a pointer's change, or for one block into the ring
     std::atomic<ThreadedWriter*> activeWriter { nullptr };
 };

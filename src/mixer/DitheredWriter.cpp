@@ -4,11 +4,12 @@
 #include <array>
 #include <limits>
 
-DitheredWriter::DitheredWriter (std::unique_ptr<juce::AudioFormatWriter> t)
+DitheredWriter::DitheredWriter (std::unique_ptr<juce::AudioFormatWriter> t, std::atomic<bool>* f)
     : AudioFormatWriter (nullptr, t->getFormatName(), t->getSampleRate(),
                          static_cast<unsigned int> (t->getNumChannels()),
                          static_cast<unsigned int> (t->getBitsPerSample())),
-      target (std::move (t))
+      target (std::move (t)),
+      failed (f)
 {
     usesFloatingPointData = false;
     for (int channel = 0; channel < getNumChannels(); ++channel)
@@ -40,5 +41,12 @@ bool DitheredWriter::write (const int** channels, int frames)
         }
         pointers[channel] = out;
     }
-    return target->write (pointers, frames);
+    return seen (target->write (pointers, frames));
+}
+
+bool DitheredWriter::seen (bool isWritten)
+{
+    if (!isWritten && failed != nullptr)
+        *failed = true;
+    return isWritten;
 }

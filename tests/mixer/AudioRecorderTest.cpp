@@ -9,6 +9,9 @@
 #include <random>
 #include <thread>
 
+#include <csignal>
+#include <sys/resource.h>
+
 namespace
 {
 using Channel = std::vector<float>;
@@ -63,6 +66,15 @@ float largestError (const Wav& wav, const Channel& left, const Channel& right)
             largest = std::max (largest, std::abs (wav.audio.getSample (channel, i) - expected));
         }
     return largest;
+}
+
+/** A channel over and over, up to so many frames. */
+Channel repeated (const Channel& channel, int frames)
+{
+    Channel out (static_cast<size_t> (frames));
+    for (size_t i = 0; i < out.size(); ++i)
+        out[i] = channel[i % channel.size()];
+    return out;
 }
 
 constexpr float oneStep = 1.0f / 32768.0f;
@@ -147,8 +159,10 @@ TEST (AudioRecorder, StaysIdleWhereItCannotRecord)
          { 0.0, -44100.0, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity() })
         EXPECT_FALSE (recorder.startRecording (folder.file ("rate.wav"), rate)) << rate;
     EXPECT_FALSE (folder.file ("rate.wav").exists());
+    EXPECT_FALSE (recorder.hasFailed());
     EXPECT_FALSE (recorder.startRecording (folder.file ("file/take.wav"), 44100.0));
     EXPECT_FALSE (recorder.startRecording (juce::File ("/proc/take.wav"), 44100.0));
+    EXPECT_TRUE (recorder.hasFailed());
     EXPECT_FALSE (recorder.startRecording (folder.file ("folder.wav"), 44100.0));
     EXPECT_TRUE (folder.file ("folder.wav").isDirectory());
     for (const auto* path : { "", "record.wav", "./record.wav" })
@@ -175,6 +189,52 @@ TEST (AudioRecorder, LiveABlockThatDoesNotFitIsDroppedAndCounted)
     write (recorder, silence, silence, 0, 100);
     recorder.stopRecording();
     EXPECT_EQ (Wav (folder.file ("take.wav")).frames(), 100);
+}
+
+TEST (AudioRecorder, AFullDiskEndsTheRecordingAndIsTold)
+{
+    const TemporaryFolder folder;
+    constexpr rlim_t most = 1'000'000;
+    const auto before = ::signal (SIGXFSZ, SIG_IGN);
+    rlimit limit {};
+    ASSERT_EQ (::getrlimit (RLIMIT_FSIZE, &limit), 0);
+    const rlimit full { most, limit.rlim_max };
+    ASSERT_EQ (::setrlimit (RLIMIT_FSIZE, &full), 0); // no file grows beyond it, as on a full disk
+
+    AudioRecorder recorder (Pacing::Mode::offline);
+    const Channel sound = noise (44100, 7, 0.5f);
+    ASSERT_TRUE (recorder.startRecording (folder.file ("take.wav"), 44100.0));
+    EXPECT_FALSE (recorder.hasFailed());
+    for (int i = 0; i < 30; ++i)
+        write (recorder, sound, sound, 0, sound.size());
+    const auto deadline = juce::Time::getMillisecondCounter() + 10'000;
+    while (!recorder.hasFailed() && juce::Time::getMillisecondCounter() < deadline)
+        juce::Thread::sleep (5);
+    EXPECT_TRUE (recorder.hasFailed());
+    EXPECT_FALSE (recorder.isRecording());
+    const int64_t shown = recorder.recordedFrames;
+    write (recorder, sound, sound, 0, sound.size());
+    EXPECT_EQ (recorder.recordedFrames, shown);
+    recorder.stopRecording();
+    EXPECT_TRUE (recorder.hasFailed());
+
+    EXPECT_EQ (::setrlimit (RLIMIT_FSIZE, &limit), 0);
+    ::signal (SIGXFSZ, before);
+    // The header may tell of frames that were in a buffer still, and lie behind the file's end.
+    constexpr int headerBytes = 200, bufferedFrames = 32768 / 4;
+    const auto file = folder.file ("take.wav");
+    Wav kept (file);
+    const auto whole = (static_cast<int> (file.getSize()) - headerBytes) / 4;
+    EXPECT_GT (whole, static_cast<int> (most) / 4 - 44100);
+    EXPECT_LE (std::abs (kept.frames() - whole), bufferedFrames);
+    kept.audio.setSize (2, std::min (kept.frames(), whole), true);
+    const auto played = repeated (sound, kept.frames());
+    EXPECT_LE (largestError (kept, played, played), mostError);
+
+    // There is room again: the next press records.
+    recorder.toggle (folder.file ("mix.wav").getFullPathName(), 44100.0, newYear);
+    EXPECT_TRUE (recorder.isRecording());
+    EXPECT_FALSE (recorder.hasFailed());
 }
 
 TEST (AudioRecorder, OfflineNothingIsLostAndTheFileCanBePlayedWhileItGrows)

@@ -35,6 +35,8 @@ void HeaderNews::tell (const juce::String& sentence)
 juce::String HeaderNews::readDanger() const
 {
     const auto& recorder = engine.recorder;
+    if (recorder.hasFailed())
+        return tr ("THE RECORDING CAN'T BE WRITTEN: DISK FULL OR FOLDER LOCKED");
     if (recorder.isRecording())
     {
         if (recorder.droppedFrames > 0)
