@@ -11,6 +11,7 @@
 #include "session/LibraryAutomix.h"
 #include "session/Session.h"
 #include "settings/SettingsFile.h"
+#include "support/files/PrivateFolder.h"
 #include "support/language/Translate.h"
 
 #include <juce_events/juce_events.h>
@@ -49,18 +50,6 @@ constexpr const char* description = N_ (
     "distance of its beats from those of the track before: the median while both are heard.");
 
 constexpr int blockFrames = 512;
-
-/** A folder that goes with the run. */
-struct PassingFolder
-{
-    PassingFolder() { folder.createDirectory(); }
-    ~PassingFolder() { folder.deleteRecursively(); }
-    PassingFolder (const PassingFolder&) = delete;
-    PassingFolder& operator= (const PassingFolder&) = delete;
-
-    const juce::File folder = juce::File::getSpecialLocation (juce::File::tempDirectory)
-                                  .getChildFile ("platterdex-" + juce::Uuid().toString());
-};
 
 struct Options
 {
@@ -149,7 +138,8 @@ juce::String render (OfflineHost& host, const LibraryAutomix& list, const juce::
                               / static_cast<double> (trackCount + 1));
     }
     engine.recorder.stopRecording();
-    if (begin >= 0 && out.getSize() < bytesPerFrame * engine.recorder.recordedFrames)
+    if (engine.recorder.hasFailed()
+        || (begin >= 0 && out.getSize() < bytesPerFrame * engine.recorder.recordedFrames))
         return tr ("The mix can't be written: the disk is full or failing.");
     return begin < 0 ? tr ("None of the tracks can be played.") : juce::String();
 }
@@ -160,10 +150,10 @@ int mix (const VerbOptions& given, const Options& wanted, const Folders& folders
     EngineSettings userSettings;
     loadSettings (userSettings, folders.setup(), folders);
 
-    const PassingFolder run;
+    const PrivateFolder run;
     std::vector<MixTracks::Track> tracks;
     auto skipped = 0;
-    SongDatabase database (run.folder.getChildFile ("library"), SongDatabase::Storage::memory);
+    SongDatabase database (run.file ("library"), SongDatabase::Storage::memory);
     {
         TerminalProgress progress;
         tracks = MixTracks::analyse (MixTracks::find (given.positional, skipped), folders.beatmarks(),

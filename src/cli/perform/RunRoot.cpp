@@ -4,11 +4,11 @@
 #include "settings/Folders.h"
 #include "support/language/Translate.h"
 
-RunRoot::RunRoot (const VerbOptions& given) : isTemporary (!given.has ("--root"))
+RunRoot::RunRoot (const VerbOptions& given)
+    : isTemporary (!given.has ("--root")),
+      temporary (isTemporary ? std::make_unique<PrivateFolder>() : nullptr)
 {
-    folder = isTemporary ? juce::File::getSpecialLocation (juce::File::tempDirectory)
-                               .getChildFile ("platterdex-" + juce::Uuid().toString())
-                         : given.fileOf ("--root");
+    folder = isTemporary ? temporary->folder : given.fileOf ("--root");
     if (folder.createDirectory().failed() || !folder.hasWriteAccess())
         fault = tr ("The folder %1 can't be made or written.", folder.getFullPathName());
     if (isTemporary || fault.isNotEmpty())
@@ -19,12 +19,6 @@ RunRoot::RunRoot (const VerbOptions& given) : isTemporary (!given.has ("--root")
                     + tr ("Another program has the folder %1 in use; settings, pads and SmartKnobs of this "
                           "run are not kept.",
                           folder.getFullPathName()));
-}
-
-RunRoot::~RunRoot()
-{
-    if (isTemporary)
-        folder.deleteRecursively();
 }
 
 void RunRoot::warnOfLostRecordings() const

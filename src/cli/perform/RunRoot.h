@@ -2,7 +2,9 @@
 
 #include "cli/VerbOptions.h"
 #include "session/RootLock.h"
+#include "support/files/PrivateFolder.h"
 
+#include <memory>
 #include <optional>
 
 /** The engine's folder for a verb's run: the one of --root, or one that goes with the run. */
@@ -10,8 +12,6 @@ class RunRoot
 {
 public:
     explicit RunRoot (const VerbOptions&);
-    ~RunRoot();
-
     RunRoot (const RunRoot&) = delete;
     RunRoot& operator= (const RunRoot&) = delete;
 
@@ -26,6 +26,7 @@ public:
     juce::String fault; ///< one sentence, or empty
 
 private:
+    const std::unique_ptr<PrivateFolder> temporary;
     std::optional<RootLock> lock;
     bool isHeld = false;
 };

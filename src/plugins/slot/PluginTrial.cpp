@@ -2,6 +2,7 @@
 
 #include "plugins/catalogue/PluginListFile.h"
 #include "plugins/ipc/ScannerProtocol.h"
+#include "support/files/PrivateFolder.h"
 #include "support/language/Translate.h"
 
 namespace
@@ -50,15 +51,16 @@ juce::String PluginTrial::run (const Request& request, const std::function<bool(
 {
     if (passed.contains (keyOf (request)))
         return {};
-    const juce::TemporaryFile state;
+    const PrivateFolder place;
+    const auto state = place.file ("state");
     ScannerProtocol::TrialOrder order {
         request.rate, request.block, PluginListFile::write ({ request.entry }), {}
     };
     if (!request.state.isEmpty())
     {
-        if (!state.getFile().replaceWithData (request.state.getData(), request.state.getSize()))
+        if (!state.replaceWithData (request.state.getData(), request.state.getSize()))
             return tr ("Its state could not be written to try it.");
-        order.stateFile = state.getFile().getFullPathName().toStdString();
+        order.stateFile = state.getFullPathName().toStdString();
     }
     ScannerExchange::Watcher watcher;
     watcher.shouldExit = shouldExit;

@@ -3,6 +3,7 @@
 #include "library/sql/DatabaseFile.h"
 #include "session/archive/TarFile.h"
 #include "support/AudioThread.h"
+#include "support/files/PrivateFolder.h"
 #include "support/language/Translate.h"
 
 #include <algorithm>
@@ -209,15 +210,16 @@ DataArchive::Outcome DataArchive::write (const Folders& folders, const LibraryFi
     for (const auto& folder : foldersOf (folders, audio))
         addFolder (entries, ofRoot, folder);
     // Another program may be writing to the library: what goes in is a copy that stands still.
-    const juce::TemporaryFile songs (songsName);
+    const PrivateFolder place;
+    const auto songs = place.file (songsName);
     if (library.file().existsAsFile())
     {
-        if (DatabaseFile::copy (library.file(), songs.getFile()) != LibraryCode::ok)
+        if (DatabaseFile::copy (library.file(), songs) != LibraryCode::ok)
         {
             outcome.fault = tr ("The library can't be read, so no backup was made.");
             return outcome;
         }
-        entries.push_back ({ juce::String (ofLibrary) + songsName, songs.getFile() });
+        entries.push_back ({ juce::String (ofLibrary) + songsName, songs });
         addFolder (entries, ofLibrary, library.file().getSiblingFile (historyFolder));
     }
 
