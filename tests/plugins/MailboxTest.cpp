@@ -57,6 +57,8 @@ TEST (Mailbox, LiesInMemoryAtItsOffsetsForThisUserAlone)
     EXPECT_EQ (box.scanner->receive(), "to");
     EXPECT_EQ (box.wordAt (0), 0u);
     EXPECT_EQ (box.scanner->receive(), "");
+    ASSERT_EQ (::fchmod (box.descriptor, 0660), 0);
+    EXPECT_EQ (Connection::open (box.master->name(), Connection::Side::scanner), nullptr);
 }
 
 TEST (Mailbox, RefusesWhatDoesNotFitAndWhatIsNotTaken)

@@ -85,8 +85,8 @@ std::unique_ptr<Connection> Connection::open (const std::string& name, Side side
     if (descriptor < 0)
         return nullptr;
     struct stat status = {};
-    const auto fits =
-        ::fstat (descriptor, &status) == 0 && status.st_size == static_cast<off_t> (sharedBytes);
+    const auto fits = ::fstat (descriptor, &status) == 0 && status.st_uid == ::geteuid()
+                      && (status.st_mode & 077) == 0 && status.st_size == static_cast<off_t> (sharedBytes);
     auto* const memory = fits ? mapped (descriptor) : nullptr;
     ::close (descriptor);
     if (memory == nullptr)
