@@ -46,7 +46,7 @@ private:
     TarSum bytesSum;
 };
 
-/** Reads a tar file of any compression, entry by entry. Not thread-safe; may block. */
+/** Reads a tar file, plain or compressed by gzip, entry by entry. Not thread-safe; may block. */
 class TarReader
 {
 public:
