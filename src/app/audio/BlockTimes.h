@@ -28,7 +28,7 @@ public:
         has it, and its duration; nothing if none was late. A block that comes late during the call may be told of half. */
     juce::String lateLine() const;
 
-    /** How many late blocks lateLine() tells of. */
+    /** The most blocks that lateLine() tells of. */
     static constexpr size_t keptLate = 64;
 
     Relaxed<uint32_t> blocks, late;
