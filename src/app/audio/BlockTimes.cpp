@@ -39,7 +39,8 @@ juce::String BlockTimes::lateLine() const
     for (auto n = count - std::min<uint32_t> (count, keptLate); n < count; ++n)
     {
         const auto& block = lateBlocks[n % keptLate];
-        each.add (juce::String (static_cast<double> (block.end) / 1e9, 4) + " s " + milliseconds (block.took));
+        each.add (juce::String (static_cast<double> (block.end) / 1e9, 4) + " s "
+                  + milliseconds (block.took));
     }
     return each.isEmpty() ? juce::String() : "Late: " + each.joinIntoString (", ") + ".";
 }
