@@ -2,7 +2,7 @@
 # usage: faults-table.sh BUILD. Every row of docs/faults.md names tests, and CTest knows each of them.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
-tests=$(ctest --test-dir "$1" -N | sed -n 's/^ *Test *#[0-9]*: //p')
+tests=$(ctest --test-dir "$1" -N | sed -n 's/^ *Test *#[0-9]*: //; s/  *#.*//; /\./p')
 rows=0 failed=0
 while read -r row; do
     rows=$((rows + 1))
