@@ -371,7 +371,12 @@ def rate(browser):
 
 def foreign(browser, folder):
     heading = TREE_TOP + ROW * len(browser.tree())
-    browser.click(ARROW_X, heading)  # opens it
+    for _ in range(3):  # there is nothing to open while the foreign library is being read
+        browser.click(ARROW_X, heading)
+        browser.click(TREE_X, heading + ROW, button=3, hold=0.4)
+        if comes(lambda: windows("menu")):
+            keys("Escape")
+            break
     file = folder / "abroad.m3u"
     browser.choose((TREE_X, heading + ROW), 1, 1, name="foreign")
     browser.answer("Save the playlist[.][.][.]", str(file))
