@@ -70,6 +70,7 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* shared,
     setWantsKeyboardFocus (true);
     keyboard.onAction = [this] (KeyAction action, int deck) { act (action, deck); };
     keyboard.onDeck = [this] (int deck) { touch (deck); };
+    walk.onStop = [this] (juce::Component* control) { tooltip.showOf (control); };
     tools.onHelp = [this] { helpWithWhatIsMeant(); };
     content.setOpaque (true);
     content.addMouseListener (this, true);
@@ -122,6 +123,7 @@ void CPlatterdexVstEditor::buildAnew()
     const auto page = dialog != nullptr ? dialog->shownPage() : -1;
     const auto tab = global->getCurrentTabIndex();
     tools.closeAll();
+    walk.leave();
     parameters.reset();
     build();
     global->setCurrentTabIndex (tab);
@@ -458,10 +460,9 @@ void CPlatterdexVstEditor::showHelp (const juce::Component* component)
 /** A control that the keyboard was taken to is meant, else what the mouse is over, in whichever window. */
 void CPlatterdexVstEditor::helpWithWhatIsMeant()
 {
-    const auto* const focused = getCurrentlyFocusedComponent();
-    const auto isControl = dynamic_cast<const CommandWidget*> (focused) != nullptr;
-    showHelp (isControl ? focused
-                        : juce::Desktop::getInstance().getMainMouseSource().getComponentUnderMouse());
+    const auto* const walked = walk.current();
+    showHelp (walked != nullptr ? walked
+                                : juce::Desktop::getInstance().getMainMouseSource().getComponentUnderMouse());
 }
 
 void CPlatterdexVstEditor::mouseDown (const juce::MouseEvent& event)
@@ -472,6 +473,11 @@ void CPlatterdexVstEditor::mouseDown (const juce::MouseEvent& event)
     if (strip != nullptr)
         touch (strip->deck());
     // A click on the decks takes the keyboard back to them.
+    if (walk.current() != nullptr)
+    {
+        walk.leave();
+        grabKeyboardFocus();
+    }
     if (browser->hasKeyboardFocus (true) && event.eventComponent != &*browser
         && !browser->isParentOf (event.eventComponent))
         grabKeyboardFocus();
@@ -503,8 +509,29 @@ void CPlatterdexVstEditor::touch (int index)
         strip->setTouched (strip->deck() == index);
 }
 
+/** Shift+Tab takes the keyboard from the decks to the controls, as Tab alone takes it to the songs; there both keys go on and back,
+    and Escape gives it back to the decks. */
+bool CPlatterdexVstEditor::walkByKey (const juce::KeyPress& key)
+{
+    using Key = juce::KeyPress;
+    const auto isWalking = walk.current() != nullptr;
+    const auto isBack = key == Key (Key::tabKey, juce::ModifierKeys::shiftModifier, 0);
+    if (isBack || (isWalking && key == Key (Key::tabKey)))
+    {
+        walk.go (isBack && isWalking ? -1 : 1);
+        return true;
+    }
+    if (!isWalking || key != Key (Key::escapeKey))
+        return false;
+    walk.leave();
+    grabKeyboardFocus();
+    return true;
+}
+
 bool CPlatterdexVstEditor::keyPressed (const juce::KeyPress& key)
 {
+    if (walkByKey (key))
+        return true;
     if (key == juce::KeyPress (juce::KeyPress::escapeKey) && (parametersShown || isFullScreen()))
     {
         parametersShown ? showParameters (false) : setFullScreen (false);

@@ -15,6 +15,7 @@
 #include "ui/header/HeaderComponent.h"
 #include "ui/layout/EditorLayout.h"
 #include "ui/look/DefaultLook.h"
+#include "ui/walk/ControlWalk.h"
 #include "ui/widgets/PXTooltipComponent.h"
 #include "ui/window/ToolWindows.h"
 
@@ -85,6 +86,7 @@ public:
     GhostMixerComponent& ghostStrip() noexcept { return *ghostMixer; }
     SongManager& browserView() noexcept { return *browser; }
     ToolWindows& toolWindows() override { return tools; }
+    ControlWalk& controlWalk() noexcept { return walk; }
 
     // Answers a drag that is let go over nothing that takes it.
     bool isInterestedInFileDrag (const juce::StringArray&) override { return true; }
@@ -140,6 +142,7 @@ private:
     void snapHeight();
     void act (KeyAction, int deck);
     void helpWithWhatIsMeant();
+    bool walkByKey (const juce::KeyPress&);
     void touch (int deck);
     void keepZoom();
 
@@ -163,6 +166,7 @@ private:
     juce::ResizableCornerComponent corner;
     std::unique_ptr<ParameterList> parameters;
     PXTooltipComponent tooltip;
+    ControlWalk walk { content }; ///< before the keyboard commands
     KeyboardCommands keyboard;
     BrowserWindowContent* browserWindow = nullptr; ///< the tool window's, while there is one
     int heightWithBrowser = 0;                     ///< before that window took it

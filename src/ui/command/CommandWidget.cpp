@@ -6,6 +6,8 @@ void CommandWidget::bind (CPlatterdex& engine, int number)
     if (auto* hinted = dynamic_cast<juce::SettableTooltipClient*> (this);
         hinted != nullptr && hinted->getTooltip().isEmpty())
         hinted->setTooltip (binding.name());
+    if (auto* component = dynamic_cast<juce::Component*> (this))
+        component->setTitle (binding.name());
     bound();
     poll();
 }

@@ -10,7 +10,8 @@ class CommandWidget
 public:
     virtual ~CommandWidget() = default;
 
-    /** Takes the command on. A widget without a tooltip gets the command's name as its own. */
+    /** Takes the command on. Its title for screen readers is the command's name, and so is its tooltip if it
+        has none. */
     void bind (CPlatterdex&, int number);
 
     /** Looks at the engine, and repaints if there is something else to show. Does nothing while it is not bound. */

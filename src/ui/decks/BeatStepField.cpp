@@ -3,6 +3,7 @@
 #include "skin/Palette.h"
 #include "ui/look/OpenMenu.h"
 #include "ui/panel/PanelPaint.h"
+#include "ui/walk/WalkStop.h"
 
 BeatStepField::BeatStepField (const juce::String& name)
 {
@@ -32,7 +33,7 @@ void BeatStepField::chooseStep (int wanted)
     poll();
 }
 
-void BeatStepField::mouseDown (const juce::MouseEvent&)
+void BeatStepField::openList()
 {
     juce::PopupMenu menu;
     for (int step = 0; step < steps; ++step)
@@ -43,7 +44,34 @@ void BeatStepField::mouseDown (const juce::MouseEvent&)
 void BeatStepField::mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails& wheel)
 {
     if (wheel.deltaY != 0.0f)
-        chooseStep (juce::jlimit (0, steps - 1, current() + (wheel.deltaY > 0.0f ? 1 : -1)));
+        stepBy (wheel.deltaY > 0.0f ? 1 : -1);
+}
+
+void BeatStepField::stepBy (int direction)
+{
+    chooseStep (juce::jlimit (0, steps - 1, current() + direction));
+}
+
+bool BeatStepField::keyPressed (const juce::KeyPress& key)
+{
+    using Key = juce::KeyPress;
+    if (key == Key (Key::upKey) || key == Key (Key::rightKey))
+        stepBy (1);
+    else if (key == Key (Key::downKey) || key == Key (Key::leftKey))
+        stepBy (-1);
+    else if (KeyFinger::isPress (key))
+        openList();
+    else
+        return false;
+    return true;
+}
+
+std::unique_ptr<juce::AccessibilityHandler> BeatStepField::createAccessibilityHandler()
+{
+    return std::make_unique<juce::AccessibilityHandler> (
+        *this, juce::AccessibilityRole::comboBox,
+        juce::AccessibilityActions().addAction (juce::AccessibilityActionType::press,
+                                                [this] { openList(); }));
 }
 
 void BeatStepField::paint (juce::Graphics& g)

@@ -21,13 +21,17 @@ public:
 
     void poll() override;
     void paint (juce::Graphics&) override;
-    void mouseDown (const juce::MouseEvent&) override;
+    void mouseDown (const juce::MouseEvent&) override { openList(); }
+    bool keyPressed (const juce::KeyPress&) override;
+    std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
     void mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails&) override;
 
 private:
     void bound() override { poll(); }
     int current() const { return juce::roundToInt (command().value()); }
     void chooseStep (int);
+    void stepBy (int);
+    void openList();
 
     juce::String shown;
 };

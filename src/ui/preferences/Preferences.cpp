@@ -62,6 +62,10 @@ Preferences::Preferences (CPlatterdex& e, const HeaderActions& actions, std::fun
     for (auto* each :
          std::initializer_list<juce::Component*> { &searchField, &list, &viewport, &defaults, &closeButton })
         addAndMakeVisible (*each);
+    // The keyboard goes from the list to the page that it shows.
+    searchField.setExplicitFocusOrder (1);
+    list.setExplicitFocusOrder (2);
+    viewport.setExplicitFocusOrder (3);
     setOpaque (true);
     setWantsKeyboardFocus (true);
     setSize (width, height);
@@ -107,6 +111,7 @@ void Preferences::showPage (int page)
     viewport.setViewedComponent (&component, false);
     component.setVisible (true);
     viewport.setViewPosition ({});
+    viewport.setTitle (pages[static_cast<size_t> (page)].text);
     defaults.setEnabled (dynamic_cast<RestorablePage*> (&component) != nullptr);
     list.select (page);
     fitPage();

@@ -1,5 +1,6 @@
 #include "ui/sampler/SamplerPad.h"
 
+#include "engine/CommandTitle.h"
 #include "skin/Palette.h"
 #include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
@@ -19,6 +20,7 @@ SamplerPad::SamplerPad (CPlatterdex& e, int p) : engine (e), pad (p), slot (*e.s
 {
     setName ("_samplerPad" + juce::String (pad + 1));
     setTooltip (tr (menuTooltip));
+    setTitle (commandTitle (command()));
     shown = faceNow();
 }
 
@@ -113,8 +115,48 @@ void SamplerPad::mouseDown (const juce::MouseEvent& event)
 {
     if (event.mods.isPopupMenu())
         return openSamplerPadMenu (engine, pad, *this);
-    if (!event.mods.isLeftButtonDown())
-        return;
+    if (event.mods.isLeftButtonDown())
+        press();
+}
+
+bool SamplerPad::keyPressed (const juce::KeyPress& key)
+{
+    if (KeyFinger::isMenu (key))
+        return openSamplerPadMenu (engine, pad, *this), true;
+    if (!KeyFinger::isPress (key))
+        return false;
+    if (finger.goesDown (key))
+        press();
+    return true;
+}
+
+bool SamplerPad::keyStateChanged (bool)
+{
+    if (finger.comesUp())
+        release();
+    return false;
+}
+
+void SamplerPad::focusLost (FocusChangeType)
+{
+    finger = {};
+    release();
+}
+
+std::unique_ptr<juce::AccessibilityHandler> SamplerPad::createAccessibilityHandler()
+{
+    const auto click = [this]
+    {
+        press();
+        release();
+    };
+    return std::make_unique<juce::AccessibilityHandler> (
+        *this, juce::AccessibilityRole::button,
+        juce::AccessibilityActions().addAction (juce::AccessibilityActionType::press, click));
+}
+
+void SamplerPad::press()
+{
     isPressed = true;
     engine.edit (command(), 1.0f);
     repaint();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/CPlatterdex.h"
+#include "ui/walk/WalkStop.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
@@ -9,7 +10,8 @@
 class SamplerPad : public juce::Component,
                    public juce::SettableTooltipClient,
                    public juce::DragAndDropTarget,
-                   public juce::FileDragAndDropTarget
+                   public juce::FileDragAndDropTarget,
+                   public WalkStop
 {
 public:
     /** @param pad   0 to 15 */
@@ -38,6 +40,10 @@ public:
     void mouseDown (const juce::MouseEvent&) override;
     void mouseDrag (const juce::MouseEvent&) override;
     void mouseUp (const juce::MouseEvent&) override;
+    bool keyPressed (const juce::KeyPress&) override;
+    bool keyStateChanged (bool) override;
+    void focusLost (FocusChangeType) override;
+    std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
     bool isInterestedInDragSource (const SourceDetails&) override;
     void itemDragEnter (const SourceDetails&) override { setDropTarget (true); }
@@ -53,6 +59,7 @@ private:
     Face faceNow() const;
     int command() const noexcept { return firstCommand + pad; }
     void setDropTarget (bool);
+    void press();
     void release();
 
     static constexpr int firstCommand = 361;
@@ -62,4 +69,5 @@ private:
     SamplerSlot& slot;
     Face shown;
     bool isPressed = false, isDropTarget = false;
+    KeyFinger finger;
 };

@@ -92,6 +92,7 @@ void SamplerPage::makeCombo (juce::ComboBox& box, const juce::String& tooltip,
                              const juce::StringArray& entries, std::function<void (int)> choose)
 {
     box.setTooltip (tooltip);
+    box.setTitle (tooltip);
     box.addItemList (entries, 1);
     box.onChange = [&box, choose = std::move (choose)] { choose (box.getSelectedItemIndex()); };
     addAndMakeVisible (box);

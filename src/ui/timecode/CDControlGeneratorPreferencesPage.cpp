@@ -29,6 +29,7 @@ CDControlGeneratorPreferencesPage::CDControlGeneratorPreferencesPage (CPlatterde
     _cdControlFileLabel.setBounds (margin, 12, 200, row);
     _cdControlTextEditor.setText (engine.settings.controlCdFile.get(), false);
     _cdControlTextEditor.setTooltip (tr ("The file that is written, 282 MB for the whole disc."));
+    _cdControlTextEditor.setTitle (_cdControlTextEditor.getTooltip());
     _cdControlTextEditor.setBounds (margin, 40, width - 2 * margin - 92, row);
     _cdControlTextEditor.onFocusLost = _cdControlTextEditor.onReturnKey = [this] { keepFile(); };
     _cdControlBrowseButton.setTooltip (tr ("Chooses the place of the file."));

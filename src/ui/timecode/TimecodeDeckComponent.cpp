@@ -136,6 +136,7 @@ void TimecodeDeckComponent::addBox (juce::ComboBox& box, const char* name, const
 {
     box.setComponentID (name);
     box.setTooltip (tip);
+    box.setTitle (tip);
     box.setBounds (area);
     addAndMakeVisible (box);
 }
@@ -150,6 +151,7 @@ void TimecodeDeckComponent::addKnob (const char* name, const juce::String& tip, 
     slider.setRange (range, 0.1);
     slider.setDefault (rest);
     slider.setTooltip (tip);
+    slider.setTitle (tip);
     slider.setBounds (knobLeft + at * knobStep, 32, knobSize, knobSize);
     slider.setWords ({ text, [] (const juce::String& typed)
                        { return std::optional (typed.replaceCharacter (',', '.').getDoubleValue()); } });

@@ -107,7 +107,11 @@ void PXImageButton::mouseDown (const juce::MouseEvent& event)
         return;
     if (!event.mods.isPopupMenu())
         return setDown (true);
+    pressRight();
+}
 
+void PXImageButton::pressRight()
+{
     const juce::Component::BailOutChecker gone (this);
     if (alternative.isBound())
         alternative.press();
@@ -123,11 +127,54 @@ void PXImageButton::mouseDrag (const juce::MouseEvent& event)
 
 void PXImageButton::mouseUp (const juce::MouseEvent& event)
 {
+    release (hitTest (event.x, event.y));
+}
+
+bool PXImageButton::keyPressed (const juce::KeyPress& key)
+{
+    if (KeyFinger::isMenu (key))
+        return pressRight(), true;
+    if (!KeyFinger::isPress (key))
+        return false;
+    if (finger.goesDown (key) && isEnabled())
+        setDown (true);
+    return true;
+}
+
+bool PXImageButton::keyStateChanged (bool)
+{
+    if (finger.comesUp())
+        release (true);
+    return false;
+}
+
+void PXImageButton::focusLost (FocusChangeType)
+{
+    finger = {};
+    setDown (false);
+}
+
+std::unique_ptr<juce::AccessibilityHandler> PXImageButton::createAccessibilityHandler()
+{
+    const auto click = [this]
+    {
+        setDown (true);
+        release (true);
+    };
+    if (getTitle().isEmpty())
+        setTitle (getTooltip());
+    return std::make_unique<juce::AccessibilityHandler> (
+        *this, juce::AccessibilityRole::button,
+        juce::AccessibilityActions().addAction (juce::AccessibilityActionType::press, click));
+}
+
+void PXImageButton::release (bool isInside)
+{
     if (!isDown())
         return;
     const juce::Component::BailOutChecker gone (this);
     setDown (false);
-    if (gone.shouldBailOut() || !hitTest (event.x, event.y))
+    if (gone.shouldBailOut() || !isInside)
         return;
     listeners.callChecked (gone, [this] (PXImageButtonListener& l) { l.clicked (*this); });
     if (!gone.shouldBailOut() && onClick)

@@ -3,6 +3,7 @@
 #include "ui/command/CommandPress.h"
 #include "ui/command/CommandWidget.h"
 #include "ui/look/SkinPicture.h"
+#include "ui/walk/WalkStop.h"
 
 #include <array>
 #include <functional>
@@ -66,6 +67,10 @@ public:
     void mouseDown (const juce::MouseEvent&) override;
     void mouseDrag (const juce::MouseEvent&) override;
     void mouseUp (const juce::MouseEvent&) override;
+    bool keyPressed (const juce::KeyPress&) override;
+    bool keyStateChanged (bool) override;
+    void focusLost (FocusChangeType) override;
+    std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
 protected:
     void bound() override;
@@ -73,6 +78,8 @@ protected:
     void visibilityChanged() override;
 
 private:
+    void pressRight();
+    void release (bool isInside);
     void setDown (bool);
     void setOver (bool);
 
@@ -85,6 +92,7 @@ private:
     std::array<Shown, 6> pictures;
     juce::ListenerList<PXImageButtonListener> listeners;
     CommandPress press;
+    KeyFinger finger;
     CommandBinding alternative;
     int painted = -1;
 };

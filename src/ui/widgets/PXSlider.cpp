@@ -2,6 +2,7 @@
 
 #include "support/language/Translate.h"
 #include "ui/look/OpenMenu.h"
+#include "ui/walk/WalkStop.h"
 
 #include <cmath>
 
@@ -130,13 +131,38 @@ void PXSlider::mouseWheelMove (const juce::MouseEvent& event, const juce::MouseW
     if (dragging != nullptr || juce::approximatelyEqual (turned, 0.0f))
         return;
     const auto clicks = wheel.isSmooth ? turned / wheelClick : (turned > 0.0f ? 1.0f : -1.0f);
-    const auto isFine = event.mods.isShiftDown();
+    turn (static_cast<double> (clicks), event.mods.isShiftDown());
+}
+
+bool PXSlider::keyPressed (const juce::KeyPress& key)
+{
+    using Key = juce::KeyPress;
+    const auto code = key.getKeyCode();
+    const auto isUp = code == Key::upKey || code == Key::rightKey;
+    if (!isEnabled() || dragging != nullptr)
+        return false;
+    if (isUp || code == Key::downKey || code == Key::leftKey)
+        turn (isUp ? 1.0 : -1.0, key.getModifiers().isShiftDown());
+    else if (code == Key::deleteKey || code == Key::backspaceKey)
+        resetToDefault();
+    else if (code == Key::returnKey)
+        enterValue();
+    else if (KeyFinger::isMenu (key))
+        showMenu();
+    else
+        return false;
+    return true;
+}
+
+/** One or more clicks of the wheel, or of an arrow. */
+void PXSlider::turn (double clicks, bool isFine)
+{
     const auto step =
         juce::jmax (wheelStepOf != nullptr ? wheelStepOf (isFine) : wheelStep * (isFine ? fine : 1.0),
                     getInterval() / (getMaximum() - getMinimum()));
     const ScopedDragNotification drag (*this);
     wheelMoment.startTimer (wheelMomentMs);
-    moveTo (proportion() + step * static_cast<double> (clicks));
+    moveTo (proportion() + step * clicks);
     repaint();
 }
 

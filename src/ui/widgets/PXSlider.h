@@ -53,6 +53,7 @@ public:
     void mouseUp (const juce::MouseEvent&) override;
     void mouseDoubleClick (const juce::MouseEvent&) override;
     void mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails&) override;
+    bool keyPressed (const juce::KeyPress&) override;
 
 protected:
     void bound() override;
@@ -88,6 +89,7 @@ private:
     };
 
     void moveTo (double newProportion);
+    void turn (double clicks, bool isFine);
     void showMenu();
 
     std::unique_ptr<ScopedDragNotification> dragging;

@@ -7,4 +7,6 @@ class PXTabBarButton : public juce::TabBarButton
 {
 public:
     PXTabBarButton (const juce::String& name, juce::TabbedButtonBar&);
+
+    bool keyPressed (const juce::KeyPress&) override;
 };

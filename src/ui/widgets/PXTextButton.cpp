@@ -90,14 +90,47 @@ void PXTextButton::clicked()
         command().press();
 }
 
+void PXTextButton::pressRight()
+{
+    if (isEnabled() && alternative.isBound())
+        alternative.press();
+    if (isEnabled() && onRightClick)
+        onRightClick();
+}
+
+bool PXTextButton::keyPressed (const juce::KeyPress& key)
+{
+    if (KeyFinger::isMenu (key))
+        return pressRight(), true;
+    if (!KeyFinger::isPress (key))
+        return false;
+    if (finger.goesDown (key) && isEnabled())
+    {
+        press.setDown (true);
+        triggerClick();
+    }
+    return true;
+}
+
+bool PXTextButton::keyStateChanged (bool isKeyDown)
+{
+    if (finger.comesUp())
+        press.setDown (false);
+    return TextButton::keyStateChanged (isKeyDown);
+}
+
+void PXTextButton::focusLost (FocusChangeType cause)
+{
+    finger = {};
+    press.setDown (false);
+    TextButton::focusLost (cause);
+}
+
 void PXTextButton::mouseDown (const juce::MouseEvent& event)
 {
     if (event.mods.isPopupMenu())
     {
-        if (isEnabled() && alternative.isBound())
-            alternative.press();
-        if (isEnabled() && onRightClick)
-            onRightClick();
+        pressRight();
         return;
     }
     press.setDown (isEnabled());

@@ -4,6 +4,7 @@
 #include "ui/command/CommandPress.h"
 #include "ui/command/CommandWidget.h"
 #include "ui/look/SkinPicture.h"
+#include "ui/walk/WalkStop.h"
 
 #include <functional>
 
@@ -42,6 +43,9 @@ public:
     void mouseDown (const juce::MouseEvent&) override;
     void mouseDrag (const juce::MouseEvent&) override;
     void mouseUp (const juce::MouseEvent&) override;
+    bool keyPressed (const juce::KeyPress&) override;
+    bool keyStateChanged (bool) override;
+    void focusLost (FocusChangeType) override;
     void resized() override;
 
     /** The place of the text. */
@@ -54,11 +58,13 @@ protected:
 
 private:
     void choosePicture();
+    void pressRight();
 
     SkinPicture picture;
     bool hasOwnPicture = false;
     skin::Hue hue = skin::Hue::neutral;
     bool litWhenOff = false;
     CommandPress press;
+    KeyFinger finger;
     CommandBinding alternative;
 };

@@ -83,6 +83,14 @@ void PXTooltipComponent::show (const juce::String& text, juce::Point<int> positi
     setVisible (true);
 }
 
+void PXTooltipComponent::showOf (const juce::Component* control)
+{
+    const auto tip = control != nullptr && isWanted() ? tipOf (control, parent) : juce::String();
+    if (tip.isEmpty())
+        return hide();
+    show (tip, parent.getLocalArea (control, control->getLocalBounds()).getBottomLeft());
+}
+
 void PXTooltipComponent::hide()
 {
     stopTimer();

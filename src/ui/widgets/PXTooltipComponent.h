@@ -24,6 +24,9 @@ public:
         @param now        in ms, of any clock that runs on */
     void follow (juce::Component* under, juce::Point<int> position, bool pressed, juce::uint32 now);
 
+    /** Shows the tooltip of a control that the keyboard was taken to, at once and below it. @param control   null puts it away */
+    void showOf (const juce::Component* control);
+
     const juce::String& text() const noexcept { return shown; }
 
     void paint (juce::Graphics&) override;

@@ -51,6 +51,9 @@ bool ToolWindow::keyPressed (const juce::KeyPress& key)
         return closeButtonPressed(), true;
     if (key == juce::KeyPress (juce::KeyPress::F1Key) && onHelp != nullptr)
         return onHelp(), true;
+    const auto isBack = key == juce::KeyPress (juce::KeyPress::tabKey, juce::ModifierKeys::shiftModifier, 0);
+    if ((isBack || key == juce::KeyPress (juce::KeyPress::tabKey)) && walk.go (isBack ? -1 : 1))
+        return true;
     return content->keyPressed (key);
 }
 

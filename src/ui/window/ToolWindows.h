@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/walk/ControlWalk.h"
+
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include <functional>
@@ -35,6 +37,7 @@ private:
 
     const std::unique_ptr<juce::Component> content;
     Scaled scaled;
+    ControlWalk walk { *content };
 };
 
 /** The open tool windows of an editor, one for each title. They close with the editor. Message thread. */
