@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Uses the preferences of a real window by keys alone: walks to their button, opens them, turns a page, ticks a box there, finds
-# another by the search field, closes them, and plays a deck. What it changes must stand in the settings file.
+# another by the search field, chooses a language, closes them, opens the manual, and plays a deck. What it changes must stand in
+# the files of the root.
 # usage: scripts/preferences-test.sh PROGRAM [FOLDER]    pictures of the window are left in FOLDER
 set -euo pipefail
 if [ -z "${PREFERENCES_TEST_DISPLAY:-}" ]; then
@@ -91,9 +92,35 @@ is_set bypassStretcher 0 || fail "the box is ticked already"
 xdotool key space
 until_true "Space does not tick the box that was found" is_set bypassStretcher 1
 
+# Another language, by the last control of its page: the window has it at once, and the dialog is there again.
+is_preferred() { grep -qx "$1=$2" "$work/root/setup/preferences.txt"; }
+xdotool key shift+Tab
+sleep 0.3
+xdotool key shift+Tab
+sleep 0.3
+xdotool key --clearmodifiers ctrl+a
+xdotool type --delay 50 "select language"
+sleep 0.3
+xdotool key shift+Tab shift+Tab shift+Tab
+sleep 0.3
+picture language-box
+xdotool key Down
+until_true "Down on the box chooses no other language" is_preferred language fr
+until_true "the dialog is not there in French" is_shown '^Préférences$'
+until_true "the French dialog has no keyboard" has_keyboard Préférences
+picture french
 xdotool key Escape
-until_true "Escape does not close the preferences" is_gone '^Preferences$'
+until_true "Escape does not close the preferences" is_gone '^Préférences$'
 plays || fail "the preferences stop the deck"
+
+# The manual, at the page of what the mouse is over, opens over the decks.
+xdotool mousemove $((left + 24)) $((top + 160))
+xdotool windowfocus --sync "$window" key F1
+until_true "F1 opens no manual" is_shown '^Manuel$'
+sleep 0.5
+picture manual
+xdotool windowfocus --sync "$(window_of '^Manuel$')" key Escape
+until_true "Escape does not close the manual" is_gone '^Manuel$'
 
 # The next walk goes on where this one ended, and Escape gives the keys back to the decks.
 xdotool windowfocus --sync "$window" key shift+Tab

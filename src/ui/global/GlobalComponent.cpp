@@ -27,6 +27,9 @@ void GlobalComponent::setMode (Mode next)
     mode = next;
     const juce::ScopedValueSetter<bool> quiet (isMaking, true);
     const auto shown = juce::jmax (0, getCurrentTabIndex());
+    // A page that comes to the front takes the keyboard if it shows, even from another window.
+    const auto wasVisible = isVisible();
+    setVisible (false);
     clearTabs();
     const auto add = [this] (auto* page)
     { addTab (tr (names[static_cast<size_t> (getNumTabs())]), palette::ground, page, true); };
@@ -50,6 +53,7 @@ void GlobalComponent::setMode (Mode next)
         add (new Slicegate2DecksComponent (engine));
     }
     setCurrentTabIndex (shown);
+    setVisible (wasVisible);
 }
 
 void GlobalComponent::currentTabChanged (int, const juce::String&)
