@@ -2,9 +2,13 @@
 
 #include "library/songs/SongColumn.h"
 #include "library/sql/StoredText.h"
+#include "support/language/Translate.h"
 
 namespace
 {
+constexpr const char* smartNames[] { N_ ("Recently Played"), N_ ("Recently Added"), N_ ("Top 25 Rated"),
+                                     N_ ("Top 25 Most Played") };
+
 const char* sqlTypeOf (SongColumnType type)
 {
     switch (type)
@@ -110,18 +114,23 @@ const std::vector<std::string>& Schema::defaultSmartPlaylists()
 {
     const juce::String random ("apply=\"no\" direction=\"ascending\">RANDOM()");
     static const std::vector<std::string> all {
-        smartPlaylist (1, "Recently Played",
+        smartPlaylist (1, smartNames[0],
                        " (lastplayed BETWEEN strftime('%s','now') - 5184000 AND strftime('%s','now')); ",
                        "field=\"lastplayed\" operator=\"is in the last\" value1=\"2\" value2=\"1\"", random),
-        smartPlaylist (2, "Recently Added",
+        smartPlaylist (2, smartNames[1],
                        " (dateadded BETWEEN strftime('%s','now') - 5184000 AND strftime('%s','now')); ",
                        "field=\"dateadded\" operator=\"is in the last\" value1=\"2\" value2=\"1\"", random),
-        smartPlaylist (3, "Top 25 Rated", " (rating > 3) ORDER BY rating DESC LIMIT 25; ",
+        smartPlaylist (3, smartNames[2], " (rating > 3) ORDER BY rating DESC LIMIT 25; ",
                        "field=\"rating\" operator=\"is greater than\" value1=\"3\" value2=\"5\"",
                        "apply=\"yes\" direction=\"descending\">rating"),
-        smartPlaylist (4, "Top 25 Most Played", " (playcount > 0) ORDER BY playcount DESC LIMIT 25; ",
+        smartPlaylist (4, smartNames[3], " (playcount > 0) ORDER BY playcount DESC LIMIT 25; ",
                        "field=\"playcount\" operator=\"is greater than\" value1=\"0\" value2=\"0\"",
                        "apply=\"yes\" direction=\"descending\">playcount"),
     };
     return all;
+}
+
+std::span<const char* const> Schema::defaultSmartNames()
+{
+    return smartNames;
 }

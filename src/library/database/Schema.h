@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -24,4 +25,7 @@ const std::vector<Table>& tables();
 
 /** The rows of the four smart playlists that a new library has. */
 const std::vector<std::string>& defaultSmartPlaylists();
+
+/** The names of those, in English as the file has them. */
+std::span<const char* const> defaultSmartNames();
 }

@@ -1,5 +1,6 @@
 #include "ui/browser/tree/SourcesTree.h"
 
+#include "library/database/Schema.h"
 #include "support/language/Translate.h"
 #include "ui/browser/model/MenuKey.h"
 #include "ui/browser/table/PlaylistTable.h"
@@ -17,6 +18,13 @@ constexpr int indent = 14, airAboveText = 8;
 Role valueRole (Role node)
 {
     return node == Role::albums ? Role::album : node == Role::artists ? Role::artist : Role::genre;
+}
+
+/** Lists that come with the program are called in the language in use, until a hand gives them another name. */
+juce::String shownSmartName (const juce::String& name)
+{
+    const auto own = Schema::defaultSmartNames();
+    return std::find (own.begin(), own.end(), name) != own.end() ? tr (name) : name;
 }
 }
 
@@ -77,7 +85,7 @@ SourcesTreeItem& SourcesTree::add (juce::TreeViewItem& parent, Role role, const 
 void SourcesTree::addAll (juce::TreeViewItem& parent, Role role, const std::vector<SourceItem>& items)
 {
     for (const auto& item : items)
-        add (parent, role, item.name, item.id);
+        add (parent, role, role == Role::smartPlaylist ? shownSmartName (item.name) : item.name, item.id);
 }
 
 /** Builds all rows anew; what is open stays open, and what is selected stays selected. */
