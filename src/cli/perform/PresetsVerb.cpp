@@ -5,7 +5,8 @@
 #include "cli/VerbOptions.h"
 #include "instruments/presets/SmartKnobLibrary.h"
 #include "instruments/slicegate/FactoryPresets.h"
-#include "settings/Folders.h"
+#include "settings/SettingsFile.h"
+#include "settings/SettingsFolder.h"
 #include "support/language/Translate.h"
 
 #include <array>
@@ -33,16 +34,18 @@ void addFiles (std::vector<juce::StringArray>& rows, const char* instrument, con
 
 std::vector<juce::StringArray> makeRows (const Folders& folders)
 {
+    EngineSettings settings;
+    loadSettings (settings, folders.setup(), folders); // defaults where there is no file
     std::vector<juce::StringArray> rows { { "instrument", "id", "group", "name" } };
     for (const auto& group : FactoryPresets::groups())
         for (const auto& entry : group.presets)
             rows.push_back (
                 { "slicegate", juce::String (entry.id), textOf (group.name), textOf (entry.name) });
-    addFiles (rows, "slicegate", folders.slicegateFiles());
+    addFiles (rows, "slicegate", folderOf (settings.slicegateFolder, folders.slicegateFiles()));
     for (const auto& group : SmartKnobLibrary::groups())
         for (const auto& entry : group.entries)
             rows.push_back ({ "smartknob", juce::String (entry.id), group.name, entry.name });
-    addFiles (rows, "smartknob", folders.smartknobFiles());
+    addFiles (rows, "smartknob", folderOf (settings.smartknobFolder, folders.smartknobFiles()));
     return rows;
 }
 }

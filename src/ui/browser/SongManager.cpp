@@ -65,7 +65,6 @@ SongManager::SongManager (CPlatterdex& e, Session* session)
     setTitle (tr ("Browser"));
     setFocusContainerType (FocusContainerType::keyboardFocusContainer);
 
-    search.setHint (tr (e.settings.searchText.get()));
     search.setFields (SearchFields::fromText (world.preference (fieldsName, SearchFields::byDefault)));
     search.onSearch = [this]
     {
@@ -145,13 +144,7 @@ bool SongManager::openLibrary (LibraryRoom* room)
     table.openLibrary();
     table.repaint();
     showSource (sourceOf (world.preference (sourceName)));
-    const juce::File named (world.engine.settings.itunesLibrary.get());
-    const auto foreign = named.existsAsFile()
-                             ? named
-                             : juce::File::getSpecialLocation (juce::File::userMusicDirectory)
-                                   .getChildFile ("iTunes/iTunes Music Library.xml");
-    if (world.engine.settings.editor[EditorPreference::showItunes] != 0 && foreign.existsAsFile())
-        world.room->jobs.importForeign (foreign);
+    followForeign();
     return true;
 }
 
@@ -255,6 +248,32 @@ void SongManager::followSettings()
         shownCover = isShown;
         resized();
     }
+    if (const auto hint = tr (world.engine.settings.searchText.get()); hint != shownHint)
+    {
+        shownHint = hint;
+        search.setHint (hint);
+    }
+    followForeign();
+}
+
+/** Reads the foreign library once it is to be shown, and again when another one is named. */
+void SongManager::followForeign()
+{
+    if (world.room == nullptr)
+        return;
+    const int isShown = world.engine.settings.editor[EditorPreference::showItunes];
+    const auto named = world.engine.settings.itunesLibrary.get();
+    if (isShown == shownForeign && named == namedForeign)
+        return;
+    if (std::exchange (shownForeign, isShown) >= 0)
+        tree.rebuild();
+    namedForeign = named;
+    const auto file = juce::File::isAbsolutePath (named) && juce::File (named).existsAsFile()
+                          ? juce::File (named)
+                          : juce::File::getSpecialLocation (juce::File::userMusicDirectory)
+                                .getChildFile ("iTunes/iTunes Music Library.xml");
+    if (isShown != 0 && file.existsAsFile())
+        world.room->jobs.importForeign (file);
 }
 
 /** Keeps the filter of tempos at the master's. */

@@ -79,6 +79,7 @@ private:
     bool openLibrary (LibraryRoom*);
     void followLibrary();
     void followSettings();
+    void followForeign();
     void followMaster();
     void carryOut (BrowserRequest, int deck) override;
     void restorePanes();
@@ -106,7 +107,8 @@ private:
     juce::Rectangle<int> summaryArea;
     juce::String summary;
     juce::Component* lit = nullptr; ///< the pane that has the keyboard
-    int fontSize = 0, shownCover = -1;
+    int fontSize = 0, shownCover = -1, shownForeign = -1;
+    juce::String shownHint, namedForeign;
     int turnsUntilLibrary = 0;
     bool isAsking = false; ///< rows were on their way at the last look
 };

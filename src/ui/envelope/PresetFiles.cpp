@@ -3,7 +3,7 @@
 #include "instruments/preset/PresetFile.h"
 #include "support/language/Translate.h"
 
-PresetFiles::PresetFiles (Words w, juce::File f, Prompts* p)
+PresetFiles::PresetFiles (Words w, Folder f, Prompts* p)
     : words (std::move (w)),
       folder (std::move (f)),
       prompts (p)
@@ -13,13 +13,13 @@ PresetFiles::PresetFiles (Words w, juce::File f, Prompts* p)
 juce::PopupMenu PresetFiles::menu()
 {
     juce::PopupMenu made;
-    files = folder.findChildFiles (juce::File::findFiles, false, words.pattern);
+    files = folder().findChildFiles (juce::File::findFiles, false, words.pattern);
     files.removeIf ([] (const juce::File& file) { return !PresetFile::isReadable (file); });
     files.sort();
     for (int i = 0; i < files.size(); ++i)
         made.addItem (firstId + i, files[i].getFileNameWithoutExtension());
     if (files.isEmpty())
-        made.addItem (-1, tr ("(none in %1)", folder.getFileName()), false);
+        made.addItem (-1, tr ("(none in %1)", folder().getFileName()), false);
     return made;
 }
 
@@ -42,7 +42,7 @@ void PresetFiles::load (const juce::File& file, const Act& act) const
 void PresetFiles::askToLoad (Act act) const
 {
     if (prompts != nullptr)
-        prompts->askFile ({ words.loadTitle, folder, words.pattern, false },
+        prompts->askFile ({ words.loadTitle, folder(), words.pattern, false },
                           [copy = *this, act = std::move (act)] (const juce::File& file)
                           {
                               if (file != juce::File())
@@ -58,7 +58,7 @@ void PresetFiles::askToSave (const juce::String& name, Act act) const
     auto proposed = juce::File::createLegalFileName (name);
     if (proposed.isEmpty())
         proposed = "Preset";
-    prompts->askFile ({ words.saveTitle, folder.getChildFile (proposed + ending), words.pattern, true },
+    prompts->askFile ({ words.saveTitle, folder().getChildFile (proposed + ending), words.pattern, true },
                       [copy = *this, ending, act = std::move (act)] (const juce::File& file)
                       {
                           if (file != juce::File())

@@ -17,8 +17,11 @@ public:
         juce::String pattern = "*.xml";
     };
 
-    /** @param prompts   may be null: then no dialog opens and no sentence is told. Outlive this */
-    PresetFiles (Words, juce::File folder, Prompts* prompts);
+    using Folder = std::function<juce::File()>;
+
+    /** @param folder    asked at each use
+        @param prompts   may be null: then no dialog opens and no sentence is told. Outlive this */
+    PresetFiles (Words, Folder folder, Prompts* prompts);
 
     /** Fills a submenu with the files of the folder, and keeps them for fileOf(). */
     juce::PopupMenu menu();
@@ -41,7 +44,7 @@ private:
     void tell (const juce::String& sentence) const;
 
     const Words words;
-    const juce::File folder;
+    const Folder folder;
     Prompts* const prompts;
     juce::Array<juce::File> files;
 };

@@ -4,6 +4,7 @@
 #include "engine/CommandTitle.h"
 #include "midi/mapping/MidiMappingFile.h"
 #include "midi/mapping/MidiScriptGenerator.h"
+#include "settings/SettingsFolder.h"
 #include "skin/Palette.h"
 #include "support/language/Translate.h"
 #include "ui/midi/MappingAreas.h"
@@ -135,13 +136,22 @@ void MidiMappingComponent::clearAll()
                          });
 }
 
+/** The proposal of a file: in the folder of the settings once a hand has chosen one, else beside the mapping in use. */
+juce::File MidiMappingComponent::proposal() const
+{
+    const auto& engine = midi.engine;
+    const auto setup = engine.environment.folders.setup();
+    const auto chosen = folderOf (engine.settings.midiFolder, setup);
+    return (chosen == engine.environment.folders.midiFiles() ? setup : chosen)
+        .getChildFile ("default_midi_mapping.xml");
+}
+
 void MidiMappingComponent::load()
 {
     auto* asked = prompts();
     if (asked == nullptr)
         return;
-    const auto start = midi.engine.environment.folders.setup().getChildFile ("default_midi_mapping.xml");
-    asked->askFile ({ tr ("Load a MIDI mapping..."), start, "*.xml" },
+    asked->askFile ({ tr ("Load a MIDI mapping..."), proposal(), "*.xml" },
                     [here = SafePointer (this)] (const juce::File& file)
                     {
                         if (here == nullptr || file == juce::File())
@@ -158,8 +168,7 @@ void MidiMappingComponent::save()
     auto* asked = prompts();
     if (asked == nullptr)
         return;
-    const auto start = midi.engine.environment.folders.setup().getChildFile ("default_midi_mapping.xml");
-    asked->askFile ({ tr ("Save the MIDI mapping..."), start, "*.xml", true },
+    asked->askFile ({ tr ("Save the MIDI mapping..."), proposal(), "*.xml", true },
                     [here = SafePointer (this)] (const juce::File& file)
                     {
                         if (here == nullptr || file == juce::File())

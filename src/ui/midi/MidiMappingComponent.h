@@ -37,6 +37,7 @@ private:
     bool hasOpenInput() const;
     void forget();
     void clearAll();
+    juce::File proposal() const;
     void load();
     void save();
     void exportScript();

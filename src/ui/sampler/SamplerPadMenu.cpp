@@ -1,5 +1,6 @@
 #include "ui/sampler/SamplerPadMenu.h"
 
+#include "settings/SettingsFolder.h"
 #include "support/language/Translate.h"
 #include "ui/look/OpenMenu.h"
 
@@ -21,10 +22,7 @@ enum Item
 /** A folder that a dialog begins in: the one of the settings if it is there. */
 juce::File startFolder (CPlatterdex& engine)
 {
-    const juce::String path = engine.settings.samplesFolder.get();
-    return juce::File::isAbsolutePath (path) && juce::File (path).isDirectory()
-               ? juce::File (path)
-               : engine.sampler.folders.samples();
+    return folderOf (engine.settings.samplesFolder, engine.sampler.folders.samples());
 }
 
 void load (CPlatterdex& engine, int pad)

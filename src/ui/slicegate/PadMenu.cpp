@@ -1,6 +1,7 @@
 #include "ui/slicegate/PadMenu.h"
 
 #include "engine/CPlatterdex.h"
+#include "settings/SettingsFolder.h"
 #include "support/language/Translate.h"
 #include "ui/slicegate/SlicegateEditorComponent.h"
 
@@ -19,7 +20,10 @@ SlicegateDeckState& PadMenu::state() const
 PresetFiles PadMenu::files (CPlatterdex& engine)
 {
     return { { "Slicegate", tr ("Select a slicegate preset file..."), tr ("Save the slicegate preset...") },
-             engine.environment.folders.slicegateFiles(),
+             [&engine] {
+                 return folderOf (engine.settings.slicegateFolder,
+                                  engine.environment.folders.slicegateFiles());
+             },
              engine.environment.prompts.get() };
 }
 

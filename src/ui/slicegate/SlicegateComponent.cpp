@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "instruments/contents/SlicegateBank.h"
+#include "settings/SettingsFolder.h"
 #include "skin/Palette.h"
 #include "support/language/Translate.h"
 #include "ui/look/ShortText.h"
@@ -18,8 +19,14 @@ SlicegateComponent::SlicegateComponent (CPlatterdex& e, int d)
     : ControlPanel (e),
       deck (d),
       badge (e, d),
-      bankFiles ({ "Slicegate", tr ("Select a bank of pads..."), tr ("Save the bank of pads...") },
-                 e.environment.folders.slicegateFiles().getChildFile ("banks"), e.environment.prompts.get())
+      bankFiles (
+          { "Slicegate", tr ("Select a bank of pads..."), tr ("Save the bank of pads...") },
+          [&e]
+          {
+              return folderOf (e.settings.slicegateFolder, e.environment.folders.slicegateFiles())
+                  .getChildFile ("banks");
+          },
+          e.environment.prompts.get())
 {
     badge.setTopLeftPosition (badgePlace);
     addAndMakeVisible (badge);

@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "instruments/presets/SmartKnobLibrary.h"
+#include "settings/SettingsFolder.h"
 #include "support/language/Translate.h"
 #include "ui/smartknob/SmartKnobEditorComponent.h"
 
@@ -16,7 +17,10 @@ SmartKnobMenu::SmartKnobMenu (CPlatterdex& e, int d, int k)
 PresetFiles SmartKnobMenu::files (CPlatterdex& engine)
 {
     return { { "SmartKnob", tr ("Select a smart knob preset file..."), tr ("Save the smart knob preset...") },
-             engine.environment.folders.smartknobFiles(),
+             [&engine] {
+                 return folderOf (engine.settings.smartknobFolder,
+                                  engine.environment.folders.smartknobFiles());
+             },
              engine.environment.prompts.get() };
 }
 

@@ -2,6 +2,7 @@
 
 #include "session/SimilarRoom.h"
 #include "session/browse/LibraryFaults.h"
+#include "settings/SettingsFolder.h"
 #include "support/language/Translate.h"
 #include "ui/browser/actions/EditAnswers.h"
 #include "ui/browser/smart/SmartPlaylistEditor.h"
@@ -33,8 +34,7 @@ juce::File documentsFolder()
 
 juce::File playlistFolder (const BrowserWorld& world)
 {
-    const juce::File kept (world.engine.settings.playlistFolder.get());
-    return kept.isDirectory() ? kept : documentsFolder();
+    return folderOf (world.engine.settings.playlistFolder, documentsFolder());
 }
 }
 
