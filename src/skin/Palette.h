@@ -55,8 +55,10 @@ inline const std::array<juce::Colour, 8> cues { juce::Colour { 0xffff7a5c }, juc
 /** Laid over a selected row, and over a control that waits to be learnt. */
 inline const juce::Colour selectedRow { 0x33ffffff }, learningRow { 0x4dafc81c };
 
-/** Disabled controls are drawn at this alpha. */
-constexpr float disabledAlpha = 0.4f;
+/** Disabled controls: the face that carries a text is drawn at the first alpha, signs and knobs at the second, and the text
+    in a colour of its own. So each still stands out enough to be read. */
+constexpr float disabledAlpha = 0.4f, disabledSign = 0.7f;
+inline const juce::Colour disabledText { 0xff96989a };
 
 /** The colour of text and signs on a filled ground: ink on what is light, else nearly white; at least 4.5 to 1 on
     every colour above that something is filled with. */

@@ -48,6 +48,7 @@ public:
                       bool ticked, bool enabled, bool over, bool down) override;
     void changeToggleButtonWidthToFitText (juce::ToggleButton&) override;
     juce::Font getLabelFont (juce::Label&) override;
+    void drawLabel (juce::Graphics&, juce::Label&) override;
     void fillTextEditorBackground (juce::Graphics&, int width, int height, juce::TextEditor&) override;
     void drawTextEditorOutline (juce::Graphics&, int width, int height, juce::TextEditor&) override;
     void drawLinearSlider (juce::Graphics&, int x, int y, int width, int height, float sliderPos,

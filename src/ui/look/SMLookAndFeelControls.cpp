@@ -6,9 +6,19 @@
 
 namespace
 {
-float alphaOf (const juce::Component& component)
+float faceAlphaOf (const juce::Component& component)
 {
     return component.isEnabled() ? 1.0f : palette::disabledAlpha;
+}
+
+float signAlphaOf (const juce::Component& component)
+{
+    return component.isEnabled() ? 1.0f : palette::disabledSign;
+}
+
+juce::Colour textOf (const juce::Component& component, int colourId)
+{
+    return component.isEnabled() ? component.findColour (colourId) : palette::disabledText;
 }
 
 constexpr int tickWidth = 20, gap = 4, buttonMargin = 4;
@@ -25,7 +35,8 @@ void SMLookAndFeel::drawButtonBackground (juce::Graphics& g, juce::Button& butto
 {
     buttonPicture (button.getHeight(), skin::Hue::accent)
         .drawWide (g, button.getLocalBounds(),
-                   buttonFrame (button.getToggleState(), over, down, button.isEnabled()), alphaOf (button));
+                   buttonFrame (button.getToggleState(), over, down, button.isEnabled()),
+                   faceAlphaOf (button));
     if (button.hasKeyboardFocus (false))
     {
         g.setColour (palette::accent);
@@ -37,7 +48,7 @@ void SMLookAndFeel::drawButtonText (juce::Graphics& g, juce::TextButton& button,
 {
     const auto id =
         button.getToggleState() ? juce::TextButton::textColourOnId : juce::TextButton::textColourOffId;
-    g.setColour (button.findColour (id).withMultipliedAlpha (alphaOf (button)));
+    g.setColour (textOf (button, id));
     g.setFont (getTextButtonFont (button, button.getHeight()));
     g.drawFittedText (button.getButtonText(), button.getLocalBounds().reduced (buttonMargin, 0),
                       juce::Justification::centred, 1, 0.8f);
@@ -49,7 +60,7 @@ void SMLookAndFeel::drawToggleButton (juce::Graphics& g, juce::ToggleButton& but
     const auto box = area.removeFromLeft (tickWidth).toFloat();
     drawTickBox (g, button, box.getX(), box.getY(), box.getWidth(), box.getHeight(), button.getToggleState(),
                  button.isEnabled(), over, down);
-    g.setColour (button.findColour (juce::ToggleButton::textColourId).withMultipliedAlpha (alphaOf (button)));
+    g.setColour (textOf (button, juce::ToggleButton::textColourId));
     g.setFont (font (valueSize));
     g.drawFittedText (button.getButtonText(), area.withTrimmedLeft (gap), juce::Justification::centredLeft,
                       2);
@@ -60,13 +71,31 @@ void SMLookAndFeel::drawTickBox (juce::Graphics& g, juce::Component& owner, floa
 {
     SkinPicture ("tickbox").draw (g,
                                   juce::Rectangle<float> (x, y, width, height).getSmallestIntegerContainer(),
-                                  buttonFrame (ticked, over, down, enabled), alphaOf (owner));
+                                  buttonFrame (ticked, over, down, enabled), signAlphaOf (owner));
 }
 
 void SMLookAndFeel::changeToggleButtonWidthToFitText (juce::ToggleButton& button)
 {
     const auto text = font (valueSize).getStringWidth (button.getButtonText());
     button.setSize (tickWidth + gap + text + gap, button.getHeight());
+}
+
+void SMLookAndFeel::drawLabel (juce::Graphics& g, juce::Label& label)
+{
+    g.fillAll (label.findColour (juce::Label::backgroundColourId));
+    if (!label.isBeingEdited())
+    {
+        const auto area = getLabelBorderSize (label).subtractedFrom (label.getLocalBounds());
+        const auto type = getLabelFont (label);
+        const auto lines =
+            std::max (1, static_cast<int> (static_cast<float> (area.getHeight()) / type.getHeight()));
+        g.setColour (textOf (label, juce::Label::textColourId));
+        g.setFont (type);
+        g.drawFittedText (label.getText(), area, label.getJustificationType(), lines,
+                          label.getMinimumHorizontalScale());
+    }
+    g.setColour (label.findColour (juce::Label::outlineColourId));
+    g.drawRect (label.getLocalBounds());
 }
 
 juce::Font SMLookAndFeel::getLabelFont (juce::Label& label)
@@ -94,7 +123,7 @@ void SMLookAndFeel::drawLinearSlider (juce::Graphics& g, int x, int y, int width
 {
     const juce::Rectangle<int> area (x, y, width, height);
     const auto at = juce::roundToInt (sliderPos);
-    const auto alpha = alphaOf (slider);
+    const auto alpha = signAlphaOf (slider);
     if (slider.isBar())
     {
         g.setColour (slider.findColour (juce::Slider::trackColourId).withMultipliedAlpha (alpha));
@@ -125,7 +154,7 @@ void SMLookAndFeel::drawRotarySlider (juce::Graphics& g, int x, int y, int width
     const auto changing = slider.isMouseButtonDown() && slider.isEnabled();
     const SkinPicture film ("knob_" + std::to_string (size) + (changing ? "_accent" : ""));
     const auto frame = knobFrame (static_cast<double> (sliderPos), film.frames());
-    film.draw (g, { x, y, width, height }, frame, alphaOf (slider));
+    film.draw (g, { x, y, width, height }, frame, signAlphaOf (slider));
 }
 
 void SMLookAndFeel::drawProgressBar (juce::Graphics& g, juce::ProgressBar& bar, int width, int height,
@@ -157,7 +186,7 @@ void SMLookAndFeel::drawGroupComponentOutline (juce::Graphics& g, int width, int
     const auto type = labelFont();
     auto title = juce::Rectangle<int> (width, juce::roundToInt (type.getHeight()) + gap);
     g.setFont (type);
-    g.setColour (group.findColour (juce::GroupComponent::textColourId).withMultipliedAlpha (alphaOf (group)));
+    g.setColour (textOf (group, juce::GroupComponent::textColourId));
     const auto capitals = text.toUpperCase();
     g.drawText (capitals, title.removeFromLeft (type.getStringWidth (capitals) + 2 * gap),
                 juce::Justification::centredLeft);

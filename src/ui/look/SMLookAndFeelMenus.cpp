@@ -34,7 +34,7 @@ void SMLookAndFeel::drawComboBox (juce::Graphics& g, int width, int height, bool
     }
     drawArrow (g, area.withTrimmedLeft (width - arrowArea),
                (box.isMouseOver (true) ? palette::value : box.findColour (juce::ComboBox::arrowColourId))
-                   .withMultipliedAlpha (alpha));
+                   .withMultipliedAlpha (box.isEnabled() ? 1.0f : palette::disabledSign));
 }
 
 juce::Font SMLookAndFeel::getComboBoxFont (juce::ComboBox& box)
@@ -54,7 +54,7 @@ void SMLookAndFeel::drawComboBoxTextWhenNothingSelected (juce::Graphics& g, juce
 {
     if (isGhost (box))
         return;
-    g.setColour (palette::label.withMultipliedAlpha (box.isEnabled() ? 1.0f : palette::disabledAlpha));
+    g.setColour (box.isEnabled() ? palette::label : palette::disabledText);
     g.setFont (getComboBoxFont (box));
     g.drawFittedText (box.getTextWhenNothingSelected(),
                       getLabelBorderSize (label).subtractedFrom (label.getLocalBounds()),
@@ -90,7 +90,7 @@ void SMLookAndFeel::drawPopupMenuItem (juce::Graphics& g, const juce::Rectangle<
         g.fillRect (area.reduced (1, 0));
     }
 
-    const auto alpha = active ? 1.0f : palette::disabledAlpha;
+    const auto alpha = active ? 1.0f : palette::disabledSign;
     auto row = area.reduced (margin, 0);
     const auto sign = row.removeFromLeft (markColumn);
     if (icon != nullptr)
@@ -109,12 +109,13 @@ void SMLookAndFeel::drawPopupMenuItem (juce::Graphics& g, const juce::Rectangle<
     g.setFont (getPopupMenuFont());
     if (shortcut.isNotEmpty())
     {
-        g.setColour (palette::label.withMultipliedAlpha (alpha));
+        g.setColour (active ? palette::label : palette::disabledText);
         g.drawText (shortcut, row, juce::Justification::centredRight);
         row.removeFromRight (getPopupMenuFont().getStringWidth (shortcut) + margin);
     }
-    g.setColour ((textColour != nullptr ? *textColour : findColour (juce::PopupMenu::textColourId))
-                     .withMultipliedAlpha (alpha));
+    g.setColour (!active                 ? palette::disabledText
+                 : textColour != nullptr ? *textColour
+                                         : findColour (juce::PopupMenu::textColourId));
     g.drawFittedText (text, row, juce::Justification::centredLeft, 1, 0.8f);
 }
 

@@ -21,7 +21,7 @@ public:
     void paintButton (juce::Graphics& g, bool over, bool down) override
     {
         picture.draw (g, getLocalBounds(), down ? 2 : (over ? 1 : 0),
-                      isEnabled() ? 1.0f : palette::disabledAlpha);
+                      isEnabled() ? 1.0f : palette::disabledSign);
     }
 
 private:

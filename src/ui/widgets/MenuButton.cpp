@@ -35,6 +35,7 @@ void MenuButton::paintButton (juce::Graphics& g, bool over, bool down)
 {
     PXTextButton::paintButton (g, over, down);
     SMLookAndFeel::drawArrow (g, getLocalBounds().reduced (4, 0).removeFromRight (arrowWidth),
-                              (getToggleState() ? palette::ink : palette::label)
-                                  .withAlpha (isEnabled() ? 1.0f : palette::disabledAlpha));
+                              !isEnabled()       ? palette::disabledText
+                              : getToggleState() ? palette::ink
+                                                 : palette::label);
 }

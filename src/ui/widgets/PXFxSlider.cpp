@@ -63,18 +63,19 @@ void PXFxSlider::paint (juce::Graphics& g)
     PXImageRotarySlider::paint (g);
     auto area = getLocalBounds();
     const auto knob = knobBounds();
-    const auto alpha = isEnabled() ? 1.0f : palette::disabledAlpha;
     if (knob.getY() > 0)
     {
         g.setFont (SMLookAndFeel::labelFont());
-        g.setColour (palette::label.withAlpha (alpha));
+        g.setColour (isEnabled() ? palette::label : palette::disabledText);
         g.drawFittedText (shownName.toUpperCase(), area.removeFromTop (knob.getY()),
                           juce::Justification::centred, 1, 0.7f);
     }
     if (knob.getBottom() < getHeight())
     {
         g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
-        g.setColour ((isBeingChanged() ? palette::accent : palette::value).withAlpha (alpha));
+        g.setColour (!isEnabled()       ? palette::disabledText
+                     : isBeingChanged() ? palette::accent
+                                        : palette::value);
         g.drawFittedText (shownText, area.withTop (knob.getBottom()), juce::Justification::centred, 1, 0.7f);
     }
 }

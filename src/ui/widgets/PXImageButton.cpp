@@ -79,7 +79,7 @@ void PXImageButton::paint (juce::Graphics& g)
 {
     painted = shownPicture();
     const auto& shown = pictures[static_cast<size_t> (painted)];
-    shown.picture.draw (g, getLocalBounds(), shown.frame, isEnabled() ? 1.0f : palette::disabledAlpha);
+    shown.picture.draw (g, getLocalBounds(), shown.frame, isEnabled() ? 1.0f : palette::disabledSign);
 }
 
 bool PXImageButton::hitTest (int x, int y)

@@ -55,7 +55,7 @@ double PXImageLinearSlider::proportionAt (juce::Point<float> place) const
 
 void PXImageLinearSlider::paint (juce::Graphics& g)
 {
-    const auto alpha = isEnabled() ? 1.0f : palette::disabledAlpha;
+    const auto alpha = isEnabled() ? 1.0f : palette::disabledSign;
     if (trackKind == Track::asItIs)
         background.draw (g, getLocalBounds(), 0, alpha);
     else if (isVertical())

@@ -41,7 +41,7 @@ juce::Rectangle<int> PXImageRotarySlider::knobBounds() const
 void PXImageRotarySlider::paint (juce::Graphics& g)
 {
     const auto& strip = isBeingChanged() && !changing.isEmpty() ? changing : film;
-    strip.draw (g, knobBounds(), shownFrame(), isEnabled() ? 1.0f : palette::disabledAlpha);
+    strip.draw (g, knobBounds(), shownFrame(), isEnabled() ? 1.0f : palette::disabledSign);
 }
 
 int PXImageRotarySlider::shownFrame() const

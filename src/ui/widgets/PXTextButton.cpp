@@ -76,10 +76,10 @@ juce::Rectangle<int> PXTextButton::textArea() const
 
 void PXTextButton::paintButton (juce::Graphics& g, bool, bool)
 {
-    const auto alpha = isEnabled() ? 1.0f : palette::disabledAlpha;
-    picture.drawWide (g, getLocalBounds(), shownFrame(), alpha);
-    g.setColour (
-        (getToggleState() ? palette::textOn (skin::fillOf (hue)) : palette::value).withAlpha (alpha));
+    picture.drawWide (g, getLocalBounds(), shownFrame(), isEnabled() ? 1.0f : palette::disabledAlpha);
+    g.setColour (!isEnabled()       ? palette::disabledText
+                 : getToggleState() ? palette::textOn (skin::fillOf (hue))
+                                    : palette::value);
     g.setFont (SMLookAndFeel::buttonFont (getHeight()));
     g.drawFittedText (juce::translate (getButtonText()), textArea(), juce::Justification::centred, 1, 0.8f);
 }

@@ -1,5 +1,6 @@
 #include "ui/browser/smart/SmartRuleRow.h"
 
+#include "skin/Palette.h"
 #include "support/language/Translate.h"
 
 namespace
@@ -94,7 +95,7 @@ void SmartRuleRow::operatorChosen()
     for (auto* value : { &value1, &value2 })
     {
         value->setInputRestrictions (0, allowed);
-        value->setTextToShowWhenEmpty (hint, findColour (juce::Label::textColourId).withAlpha (0.4f));
+        value->setTextToShowWhenEmpty (hint, palette::disabledText);
     }
     value1.setVisible (shape != Form::stars);
     value2.setVisible (shape != Form::stars && isRange());

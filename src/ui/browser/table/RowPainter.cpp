@@ -44,7 +44,7 @@ int signSide (juce::Rectangle<int> row)
 juce::Colour textColour (const RowPainter::Row& row)
 {
     if (row.isMissing)
-        return palette::tableText.withAlpha (palette::disabledAlpha);
+        return row.isSelected ? palette::anchorNumber : palette::disabledText;
     return row.isSelected ? palette::value : palette::tableText;
 }
 }
