@@ -13,6 +13,15 @@ namespace
 /** Below the audio thread's: a block never waits for a controller. */
 constexpr int midiPriority = 35;
 
+/** With what versions before kept in files of their own. */
+PreferencesFile& preferencesOf (Session& session)
+{
+    auto& preferences = session.preferences();
+    preferences.takeIn ("audioDevice", session.folders.setup().getChildFile ("audio_device.xml"));
+    preferences.takeIn ("window", session.folders.setup().getChildFile ("window.txt"));
+    return preferences;
+}
+
 MidiSystem::Options midiOptions()
 {
     return { .askForRealTime = [] (pid_t thread) { RealTimePriority::request (thread, midiPriority); } };
@@ -23,7 +32,7 @@ ApplicationRun::ApplicationRun (Session::Options options, const juce::Array<juce
     : session (std::make_shared<Session> (std::move (options))),
       engine (makeWorld()),
       midi (engine, midiOptions()),
-      audio (engine, session->preferences(), session->folders.setup().getChildFile ("audio_device.xml")),
+      audio (engine, preferencesOf (*session)),
       signals ([] { juce::JUCEApplicationBase::quit(); })
 {
     engine.setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
@@ -31,10 +40,11 @@ ApplicationRun::ApplicationRun (Session::Options options, const juce::Array<juce
     if (tracks.size() > 2)
         engine.settings.editor[EditorPreference::fourDeckMode] = 1; // what is loaded there shall be seen
     std::unique_ptr<juce::AudioProcessorEditor> content (engine.createEditorIfNeeded());
-    window = std::make_unique<MainWindow> (
-        std::move (content), session->folders.setup().getChildFile ("window.txt"), [this] { askToQuit(); });
+    window =
+        std::make_unique<MainWindow> (std::move (content), session->preferences(), [this] { askToQuit(); });
 
     audio.onChange = [this] { tellOfDevice(); };
+    audio.showPage = [this] { showAudioPage(); };
     tellOfDevice();
 
     for (int deck = 0; deck < tracks.size(); ++deck)
@@ -61,12 +71,20 @@ EngineWorld ApplicationRun::makeWorld()
     auto made = session->world();
     made.createEditor = [this] (CPlatterdex& e) -> juce::AudioProcessorEditor*
     {
+        auto pages = midiWindows.pages();
+        pages.push_back ({ AudioDevices::pageTitle, {}, [this] { return audio.makePage(); } });
         auto opened = std::make_unique<CPlatterdexVstEditor> (
-            e, session.get(), [this] { audio.showSettings (*window); }, midiWindows.pages());
+            e, session.get(), [this] { showAudioPage(); }, std::move (pages));
         editor = opened.get();
         return opened.release();
     };
     return made;
+}
+
+void ApplicationRun::showAudioPage()
+{
+    if (editor != nullptr)
+        editor->showPreferences (AudioDevices::pageTitle);
 }
 
 void ApplicationRun::tellOfDevice()

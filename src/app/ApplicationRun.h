@@ -33,6 +33,7 @@ private:
 
     /** Writes the first bank and lays it on the pads, unless something lies there. */
     void offerFirstBank();
+    void showAudioPage();
     void tellOfDevice();
     bool isPerforming() const;
     void offerDemoTracks();

@@ -7,13 +7,13 @@
 namespace
 {
 constexpr int smallestWidth = 512, smallestHeight = 296;
+constexpr const char* placeName = "window";
 constexpr int startWidth = 1280, startHeight = 800;
 }
 
-MainWindow::MainWindow (std::unique_ptr<juce::Component> content, const juce::File& file,
-                        std::function<void()> c)
+MainWindow::MainWindow (std::unique_ptr<juce::Component> content, PreferencesFile& p, std::function<void()> c)
     : DocumentWindow ("Platterdex", palette::ground, allButtons),
-      placeFile (file),
+      preferences (p),
       close (std::move (c))
 {
     setUsingNativeTitleBar (true);
@@ -29,7 +29,8 @@ MainWindow::MainWindow (std::unique_ptr<juce::Component> content, const juce::Fi
 
 MainWindow::~MainWindow()
 {
-    placeFile.replaceWithText (getWindowStateAsString());
+    // Unwritten, the next start takes the last place that was.
+    juce::ignoreUnused (preferences.set (placeName, getWindowStateAsString()));
 }
 
 void MainWindow::restorePlace()
@@ -41,6 +42,6 @@ void MainWindow::restorePlace()
                           : juce::Rectangle<int> (startWidth, startHeight);
     setBounds (room.withSizeKeepingCentre (std::min (startWidth, room.getWidth()),
                                            std::min (startHeight, room.getHeight())));
-    if (const auto place = placeFile.loadFileAsString(); place.isNotEmpty())
+    if (const auto place = preferences.get (placeName); place.isNotEmpty())
         restoreWindowStateFromString (place);
 }

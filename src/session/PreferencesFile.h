@@ -18,7 +18,13 @@ public:
         @returns false if the file can't be written, which leaves it as it was; the value holds until the end */
     bool set (const juce::String& name, const juce::String& value);
 
+    /** Takes in what was kept in a file of its own before, as one line, and deletes that file. */
+    void takeIn (const juce::String& name, const juce::File& former);
+
 private:
+    void read();
+
     const juce::File file;
+    bool isWritten = true; ///< what is in the values
     juce::StringPairArray values { false };
 };

@@ -139,6 +139,13 @@ void CPlatterdexVstEditor::buildAnew()
         opened->showPage (page);
 }
 
+void CPlatterdexVstEditor::showPreferences (const char* title)
+{
+    headerActions.preferences();
+    if (auto* const opened = tools.tool<Preferences>())
+        opened->showPageNamed (title);
+}
+
 void CPlatterdexVstEditor::languageChanged()
 {
     // The choice comes from a control of a part that goes.

@@ -4,10 +4,10 @@
 #include "support/EngineListener.h"
 #include "support/language/Language.h"
 #include "ui/EditorScale.h"
-#include "ui/KeyboardCommands.h"
 #include "ui/NoticeBar.h"
 #include "ui/ParameterList.h"
 #include "ui/browser/SongManager.h"
+#include "ui/command/KeyboardCommands.h"
 #include "ui/decks/DeckComponent.h"
 #include "ui/deckviews/WaveformZoom.h"
 #include "ui/global/GhostMixerComponent.h"
@@ -18,6 +18,7 @@
 #include "ui/walk/ControlWalk.h"
 #include "ui/widgets/PXTooltipComponent.h"
 #include "ui/window/ToolWindows.h"
+#include "ui/window/ToolkitTexts.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
@@ -41,7 +42,7 @@ class CPlatterdexVstEditor : public juce::AudioProcessorEditor,
 {
 public:
     /** @param session         keeps the preferences; outlives the editor. Without one they end with the editor
-        @param audioSettings   opens the dialog of the audio device; empty inside a host, which has its own
+        @param audioSettings   opens the page of the audio device; empty inside a host, which has its own
         @param pages           further windows for the menu of the preferences */
     explicit CPlatterdexVstEditor (CPlatterdex&, Session* session = nullptr,
                                    std::function<void()> audioSettings = {},
@@ -63,6 +64,9 @@ public:
     /** Moves the browser into a window of its own, or back. */
     void showBrowserInWindow (bool);
     bool isBrowserInWindow() const { return browserWindow != nullptr; }
+
+    /** Opens the preferences at a page. @param title   in English */
+    void showPreferences (const char* title);
 
     /** Opens the manual at the page of a component, or at its first page. @param component   may be null */
     void showHelp (const juce::Component*);
@@ -150,7 +154,8 @@ private:
     Session* const session;
     const juce::SharedResourcePointer<PollClock> clock;
     const juce::SharedResourcePointer<DefaultLook> look; ///< before every control that draws with it
-    PreferencesFile passing { juce::File() };            ///< of an editor without a session
+    const juce::SharedResourcePointer<ToolkitTexts> toolkitTexts;
+    PreferencesFile passing { juce::File() }; ///< of an editor without a session
     PreferencesFile& preferences;
     EditorScale scale;
     const juce::SharedResourcePointer<WaveformZoom> zoom;

@@ -2,7 +2,7 @@
 
 #include "skin/Palette.h"
 #include "support/language/Translate.h"
-#include "ui/KeyboardCommands.h"
+#include "ui/command/KeyboardCommands.h"
 #include "ui/panel/PanelPaint.h"
 
 #include <algorithm>

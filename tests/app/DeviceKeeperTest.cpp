@@ -1,8 +1,6 @@
 #include "app/audio/DeviceKeeper.h"
 #include "app/audio/SilentDevice.h"
 
-#include "shared/TemporaryFolder.h"
-
 #include <gtest/gtest.h>
 #include <juce_events/juce_events.h>
 
@@ -91,9 +89,11 @@ private:
 /** A program's life with its devices. */
 struct Life
 {
-    Life (Sockets& s, const TemporaryFolder& folder)
+    Life (Sockets& s, juce::String& kept)
         : manager (s),
-          keeper (manager, folder.file ("choice.xml"), 10, 14)
+          keeper (manager,
+                  { [&kept] { return kept; }, [&kept] (const juce::String& choice) { kept = choice; } }, 10,
+                  14)
     {
         keeper.start();
     }
@@ -123,14 +123,14 @@ struct Life
 struct Devices : testing::Test
 {
     const juce::ScopedJuceInitialiser_GUI juceScope;
-    const TemporaryFolder folder;
+    juce::String kept;
     Sockets sockets { { "one", "two" } };
 };
 }
 
 TEST_F (Devices, AChosenCardThatWasLostIsTakenUpAgain)
 {
-    Life life (sockets, folder);
+    Life life (sockets, kept);
     life.keeper.use ({ "Cards", "two" });
     EXPECT_EQ (life.after (1), "two");
     sockets.cards = { "one" };
@@ -147,23 +147,23 @@ TEST_F (Devices, AChosenCardThatWasLostIsTakenUpAgain)
 TEST_F (Devices, TheChoiceOutlastsALifeWithoutTheCard)
 {
     {
-        Life life (sockets, folder);
+        Life life (sockets, kept);
         life.keeper.use ({ "Cards", "two" });
     }
     sockets.cards = {};
     {
-        Life life (sockets, folder);
+        Life life (sockets, kept);
         EXPECT_EQ (life.after (5), "Silent");
     }
     sockets.cards = { "one", "two" };
-    Life life (sockets, folder);
+    Life life (sockets, kept);
     EXPECT_EQ (life.after (1), "two");
 }
 
 TEST_F (Devices, WithoutAChoiceTheFirstCardThatComesIsTaken)
 {
     sockets.cards = {};
-    Life life (sockets, folder);
+    Life life (sockets, kept);
     EXPECT_EQ (life.now(), "Silent");
     sockets.cards = { "one" };
     EXPECT_EQ (life.after (5), "one");
@@ -175,7 +175,7 @@ TEST_F (Devices, WithoutAChoiceTheFirstCardThatComesIsTaken)
 
 TEST_F (Devices, CardsAreToldByTheirOutputs)
 {
-    Life life (sockets, folder);
+    Life life (sockets, kept);
     EXPECT_EQ (life.keeper.cardsWithOutputs (4), (std::vector<DeviceKeeper::Card> { { "Cards", "one" } }));
     EXPECT_EQ (life.keeper.cardsWithOutputs (2).size(), 2u);
 }

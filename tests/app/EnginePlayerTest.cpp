@@ -140,6 +140,73 @@ TEST (EnginePlayer, TwoOutputsCarryTheSplitMonitorWhereThatIsWanted)
     }
 }
 
+TEST (EnginePlayer, AnyPairOfOutputsCarriesWhatIsChosenAndFadesOver)
+{
+    PlayerBench bench;
+    auto& pairs = bench.player.pairs;
+    pairs.setSource (0, 6);
+    pairs.setSource (1, 0);
+    pairs.setSource (2, 0); // one source on two pairs, for a booth
+    pairs.setSource (3, OutputPairs::silent);
+    const auto faded = bench.play (0, 14, 600);
+    const auto after = bench.play (0, 14, 10);
+    const std::array<int, 7> carried { 6, 0, 0, -1, 4, 5, 6 };
+    for (size_t channel = 0; channel < after.size(); ++channel)
+    {
+        const auto source = carried[channel / 2];
+        const auto wanted =
+            source < 0 ? 0.0f : static_cast<float> (100 * (2 * source + static_cast<int> (channel % 2) + 1));
+        EXPECT_EQ (after[channel][0], wanted) << channel;
+    }
+    for (const auto channel : { 0u, 2u, 6u })
+        for (size_t i = 0; i + 1 < 600; ++i)
+            if (i % 100 != 99) // the numbers themselves step at 100
+                ASSERT_LE (std::abs (faded[channel][i + 1] - faded[channel][i]), 16.0f)
+                    << channel << " " << i;
+    pairs.setSource (3, 3);
+    EXPECT_EQ (bench.play (0, 14, 600)[6][599], 799.0f) << "out of silence again";
+
+    PlayerBench mono;
+    mono.player.pairs.setSource (0, 1);
+    EXPECT_EQ (mono.play (0, 1, 600)[0][599], 449.0f) << "the mean of the chosen pair";
+    PlayerBench two;
+    two.player.maySplit = two.split = 1;
+    two.player.pairs.setSource (0, 6);
+    EXPECT_EQ (two.play (0, 2, 600)[1][599], 1499.0f) << "only the master is split";
+}
+
+TEST (EnginePlayer, TheTonePlaysOnItsPairAloneFirstLeftThenRight)
+{
+    PlayerBench bench;
+    for (int pair = 0; pair < OutputPairs::count; ++pair)
+        bench.player.pairs.setSource (pair, OutputPairs::silent);
+    bench.play (0, 14, 600);
+    bench.player.pairs.playTone (2);
+    constexpr int frames = 48000 * 13 / 10, side = 48000 * 6 / 10;
+    const auto out = bench.play (0, 14, frames);
+    const auto peak = [&out] (size_t channel, int from, int to)
+    {
+        auto largest = 0.0f;
+        for (int i = from; i < to; ++i)
+            largest = std::max (largest, std::abs (out[channel][static_cast<size_t> (i)]));
+        return largest;
+    };
+    for (size_t channel = 0; channel < out.size(); ++channel)
+        if (channel != 4 && channel != 5)
+            EXPECT_EQ (peak (channel, 0, frames), 0.0f) << channel;
+    EXPECT_NEAR (peak (4, 0, side), 0.1f, 0.001f);
+    EXPECT_EQ (peak (5, 0, side), 0.0f);
+    EXPECT_EQ (peak (4, side, frames), 0.0f);
+    EXPECT_NEAR (peak (5, side, 2 * side), 0.1f, 0.001f);
+    EXPECT_EQ (peak (5, 2 * side, frames), 0.0f) << "it ends";
+    auto crossings = 0;
+    for (size_t i = 1; i < side; ++i)
+        crossings += (out[4][i - 1] < 0.0f) != (out[4][i] < 0.0f) ? 1 : 0;
+    EXPECT_NEAR (crossings, 2 * 440 * 0.6, 2);
+    for (size_t i = 1; i < frames; ++i)
+        ASSERT_LE (std::abs (out[4][i] - out[4][i - 1]), 0.1 * 2 * 3.15 * 440 / 48000) << "clicks at " << i;
+}
+
 TEST (EnginePlayer, InputsArriveInOrderAndMissingOnesAreSilent)
 {
     for (const auto count : { 0, 1, 2, 10, 16 })

@@ -99,6 +99,34 @@ TEST (Session, ShowsTheLibraryWhereNothingCanBeStored)
     EXPECT_EQ (Session (optionsFor (folder)).browser()->database.countSongs(), 1);
 }
 
+TEST (PreferencesFile, TwoCopiesOfTheProgramKeepEachOthersValues)
+{
+    const TemporaryFolder folder;
+    const auto file = folder.file ("preferences.txt");
+    PreferencesFile one (file), other (file);
+    EXPECT_TRUE (one.set ("size", "150"));
+    EXPECT_TRUE (other.set ("window", "0 0 800 600"));
+    EXPECT_EQ (PreferencesFile (file).get ("size"), "150");
+}
+
+TEST (PreferencesFile, FilesOfFormerVersionsAreTakenInOnce)
+{
+    const TemporaryFolder folder;
+    const auto former = folder.file ("audio_device.xml");
+    former.replaceWithText ("<DEVICESETUP\n deviceType=\"ALSA\"/>\n");
+    PreferencesFile preferences (folder.file ("preferences.txt"));
+    preferences.takeIn ("audio device", former);
+    EXPECT_FALSE (former.exists());
+    const auto text = PreferencesFile (folder.file ("preferences.txt")).get ("audio device");
+    const auto xml = juce::parseXML (text);
+    ASSERT_NE (xml, nullptr) << text;
+    EXPECT_EQ (xml->getStringAttribute ("deviceType"), "ALSA");
+
+    former.replaceWithText ("older");
+    preferences.takeIn ("audio device", former);
+    EXPECT_EQ (preferences.get ("audio device"), text) << "what is there counts";
+}
+
 TEST (PreferencesFile, KeepWhatOthersWroteAndSurviveAnyLine)
 {
     const TemporaryFolder folder;
@@ -115,5 +143,6 @@ TEST (PreferencesFile, KeepWhatOthersWroteAndSurviveAnyLine)
 
     PreferencesFile blocked (file.getChildFile ("below a file"));
     EXPECT_FALSE (blocked.set ("size", "200"));
+    EXPECT_FALSE (blocked.set ("other", "1"));
     EXPECT_EQ (blocked.get ("size"), "200");
 }

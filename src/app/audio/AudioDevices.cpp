@@ -1,10 +1,10 @@
 #include "app/audio/AudioDevices.h"
 
+#include "app/audio/AudioPage.h"
 #include "app/audio/RealTimePriority.h"
 #include "app/audio/SilentDevice.h"
 #include "cli/TerminalOutput.h"
 #include "engine/CPlatterdex.h"
-#include "skin/Palette.h"
 #include "support/CallbackLock.h"
 #include "support/language/Translate.h"
 #include "ui/look/OpenMenu.h"
@@ -20,6 +20,7 @@ constexpr int outputsWithMonitor = 4;
 
 /** The preference that lets two outputs be split, and its value. */
 constexpr const char *twoOutputs = "two outputs", *asSplit = "split";
+constexpr const char *choiceName = "audioDevice", *pairsName = "audioOutputs";
 
 /** Above the threads of other programs that ask, below those of the kernel that serve the card. */
 constexpr int audioPriority = 40;
@@ -38,42 +39,12 @@ void quietLibraries (juce::DynamicLibrary& jack)
             set ([] (const char*) {});
 }
 
-/** JUCE's selector, and in a line below it the names of the outputs in their order. */
-class SettingsPage : public juce::Component
+/** The words of the preferences for the sources of a pair of outputs, from OutputPairs::silent on. */
+const juce::StringArray& sourceNames()
 {
-public:
-    explicit SettingsPage (juce::AudioDeviceManager& devices)
-        : selector (devices, 0, CPlatterdex::inputChannels, 0, CPlatterdex::outputChannels, false, false,
-                    true, false)
-    {
-        names.setText (tr ("Pairs of outputs in their order: Master, Headphones, decks A to D, sampler."),
-                       juce::dontSendNotification);
-        names.setJustificationType (juce::Justification::centred);
-        addAndMakeVisible (selector);
-        addAndMakeVisible (names);
-        setSize (560, 550);
-    }
-
-    void resized() override
-    {
-        auto area = getLocalBounds();
-        names.setBounds (area.removeFromBottom (30));
-        selector.setBounds (area);
-    }
-
-private:
-    juce::AudioDeviceSelectorComponent selector;
-    juce::Label names;
-};
-
-class SettingsDialog : public juce::DialogWindow
-{
-public:
-    SettingsDialog() : DialogWindow (tr ("Audio settings"), palette::panel, true) {}
-
-private:
-    void closeButtonPressed() override { setVisible (false); }
-};
+    static const juce::StringArray names { "none", "master", "headphones", "A", "B", "C", "D", "sampler" };
+    return names;
+}
 }
 
 void AudioDevices::Devices::createAudioDeviceTypes (juce::OwnedArray<juce::AudioIODeviceType>& types)
@@ -85,13 +56,19 @@ void AudioDevices::Devices::createAudioDeviceTypes (juce::OwnedArray<juce::Audio
     types.add (new SilentDeviceType());
 }
 
-AudioDevices::AudioDevices (CPlatterdex& e, PreferencesFile& p, const juce::File& file)
+const char* const AudioDevices::pageTitle = N_ ("Audio");
+
+AudioDevices::AudioDevices (CPlatterdex& e, PreferencesFile& p)
     : engine (e),
       preferences (p),
       player (engine, &engine.settings.monitorSplit),
-      keeper (devices, file, CPlatterdex::inputChannels, CPlatterdex::outputChannels)
+      keeper (devices,
+              { [this] { return preferences.get (choiceName); },
+                [this] (const juce::String& choice) { preferences.set (choiceName, choice); } },
+              CPlatterdex::inputChannels, CPlatterdex::outputChannels)
 {
     quietLibraries (jack);
+    readPairs();
     player.maySplit = preferences.get (twoOutputs) == asSplit ? 1 : 0;
     devices.addAudioCallback (&player);
     keeper.start();
@@ -103,7 +80,6 @@ AudioDevices::AudioDevices (CPlatterdex& e, PreferencesFile& p, const juce::File
 AudioDevices::~AudioDevices()
 {
     stopTimer();
-    dialog.reset();
     devices.removeChangeListener (this);
     keeper.saveChoice();
     devices.removeAudioCallback (&player);
@@ -201,7 +177,7 @@ juce::String AudioDevices::notice() const
 void AudioDevices::offerHelp (juce::Component& window)
 {
     if (outputs() != 2)
-        return showSettings (window);
+        return showPage();
     juce::PopupMenu menu;
     menu.addItem (tr ("Split: cue left, master right"), true, isSplit(), [this] { split (!isSplit()); });
     for (const auto& card : keeper.cardsWithOutputs (outputsWithMonitor))
@@ -212,12 +188,7 @@ void AudioDevices::offerHelp (juce::Component& window)
                           announce();
                       });
     menu.addSeparator();
-    menu.addItem (tr ("Audio settings..."),
-                  [this, shown = juce::Component::SafePointer (&window)]
-                  {
-                      if (shown != nullptr)
-                          showSettings (*shown);
-                  });
+    menu.addItem (tr ("Audio settings..."), [this] { showPage(); });
     openMenu (menu, window, juce::PopupMenu::Options().withMousePosition());
 }
 
@@ -236,15 +207,27 @@ juce::String AudioDevices::report() const
     return late.isEmpty() ? line : line + "\n" + late;
 }
 
-void AudioDevices::showSettings (juce::Component& centredOn)
+std::unique_ptr<juce::Component> AudioDevices::makePage()
 {
-    if (dialog == nullptr)
-    {
-        dialog = std::make_unique<SettingsDialog>();
-        dialog->setUsingNativeTitleBar (true);
-        dialog->setContentOwned (new SettingsPage (devices), true);
-        dialog->centreAroundComponent (&centredOn, dialog->getWidth(), dialog->getHeight());
-    }
-    dialog->setVisible (true);
-    dialog->toFront (true);
+    return std::make_unique<AudioPage> (
+        devices, keeper, player.pairs, [this] { keepPairs(); }, engine.environment.prompts);
+}
+
+/** A word that is unknown leaves its pair as it is. */
+void AudioDevices::readPairs()
+{
+    const auto words = juce::StringArray::fromTokens (preferences.get (pairsName), false);
+    for (int pair = 0; pair < std::min (words.size(), OutputPairs::count); ++pair)
+        if (const auto index = sourceNames().indexOf (words[pair]); index >= 0)
+            player.pairs.setSource (pair, index + OutputPairs::silent);
+}
+
+void AudioDevices::keepPairs()
+{
+    juce::StringArray words;
+    for (int pair = 0; pair < OutputPairs::count; ++pair)
+        words.add (sourceNames()[player.pairs.source (pair) - OutputPairs::silent]);
+    // Unwritten, they hold until the program ends.
+    juce::ignoreUnused (preferences.set (pairsName, words.joinIntoString (" ")));
+    onChange();
 }

@@ -4,7 +4,7 @@
 #include "app/audio/EnginePlayer.h"
 #include "session/PreferencesFile.h"
 
-#include <juce_audio_utils/juce_audio_utils.h>
+#include <juce_audio_devices/juce_audio_devices.h>
 
 #include <functional>
 #include <memory>
@@ -13,7 +13,7 @@ class CPlatterdex;
 
 /** The application's audio device: JACK, else ALSA, else silence, or what the user has chosen.
 
-    The choice is kept in a file. A device that dies is followed by the next one that opens, at the latest the silent
+    The choice is kept in the preferences, and so is what each pair of outputs carries. A device that dies is followed by the next one that opens, at the latest the silent
     one: the engine never stands still. The chosen one is taken up again once it is back. Each device that is taken up is
     named in one line on the standard output.
 
@@ -22,9 +22,8 @@ class CPlatterdex;
 class AudioDevices : private juce::Timer, private juce::ChangeListener
 {
 public:
-    /** @param engine       outlives this, as do the preferences, which say whether two outputs may be split
-        @param choiceFile   where the user's choice is kept */
-    AudioDevices (CPlatterdex& engine, PreferencesFile&, const juce::File& choiceFile);
+    /** @param engine   outlives this, as do the preferences, which say whether two outputs may be split */
+    AudioDevices (CPlatterdex& engine, PreferencesFile&);
     ~AudioDevices() override;
 
     /** One line on all blocks so far: how many came late, the longest, the lock, and how the kernel schedules them. */
@@ -36,11 +35,16 @@ public:
     /** Called when the notice may be another. */
     std::function<void()> onChange = [] {};
 
-    /** Offers what helps against the notice: the split and cards with more outputs, or the dialog at once. */
-    void offerHelp (juce::Component& window);
+    /** Opens the page of the preferences on the device. */
+    std::function<void()> showPage = [] {};
 
-    /** Opens the dialog in which the device is chosen. */
-    void showSettings (juce::Component& centredOn);
+    static const char* const pageTitle;
+
+    /** The page, which this outlives. */
+    std::unique_ptr<juce::Component> makePage();
+
+    /** Offers what helps against the notice: the split and cards with more outputs, or the page at once. */
+    void offerHelp (juce::Component& window);
 
 private:
     class Devices : public juce::AudioDeviceManager
@@ -55,6 +59,8 @@ private:
     int outputs() const;
     bool isSplit() const;
     void split (bool wanted);
+    void readPairs();
+    void keepPairs();
 
     CPlatterdex& engine;
     PreferencesFile& preferences;
@@ -64,5 +70,4 @@ private:
     DeviceKeeper keeper;
     juce::String announced, noticed;
     int askedFor = 0; ///< the thread that real time was last asked for
-    std::unique_ptr<juce::DialogWindow> dialog;
 };

@@ -7,9 +7,9 @@ namespace
 constexpr int mostStalledLooks = 3;
 }
 
-DeviceKeeper::DeviceKeeper (juce::AudioDeviceManager& manager, const juce::File& file, int in, int out)
+DeviceKeeper::DeviceKeeper (juce::AudioDeviceManager& manager, Place p, int in, int out)
     : devices (manager),
-      choiceFile (file),
+      place (std::move (p)),
       inputs (in),
       outputs (out)
 {
@@ -17,7 +17,7 @@ DeviceKeeper::DeviceKeeper (juce::AudioDeviceManager& manager, const juce::File&
 
 void DeviceKeeper::start()
 {
-    const auto choice = juce::parseXML (choiceFile);
+    const auto choice = juce::parseXML (place.read());
     devices.initialise (inputs, outputs, choice.get(), true);
     if (!isRunning())
         openFirstThatRuns();
@@ -56,7 +56,7 @@ void DeviceKeeper::saveChoice()
 {
     // The manager knows of choices only, not of what was taken up instead.
     if (const auto choice = devices.createStateXml())
-        choice->writeTo (choiceFile);
+        place.write (choice->toString (juce::XmlElement::TextFormat().singleLine().withoutHeader()));
 }
 
 std::vector<DeviceKeeper::Card> DeviceKeeper::cardsWithOutputs (int least)

@@ -2,6 +2,7 @@
 
 #include <juce_audio_devices/juce_audio_devices.h>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -9,15 +10,21 @@
     manager's types, which must be one that always does. A chosen device that was lost, or is not there at the start, is
     taken up again when it is back.
 
-    A choice is what a hand has chosen in the manager's dialog or by use(), and is kept in a file; without one it is the
-    first device that sounds. Message thread. */
+    A choice is what a hand has chosen in the manager's dialog or by use(), and is kept; without one it is the first device
+    that sounds. Message thread. */
 class DeviceKeeper
 {
 public:
-    /** @param manager      outlives this. Its last type is the silent one
-        @param choiceFile   where the choice is kept
+    /** The place of the choice: XML in one line, empty before the first. */
+    struct Place
+    {
+        std::function<juce::String()> read;
+        std::function<void (const juce::String&)> write;
+    };
+
+    /** @param manager   outlives this. Its last type is the silent one
         @param inputs, outputs   that are asked of a device */
-    DeviceKeeper (juce::AudioDeviceManager& manager, const juce::File& choiceFile, int inputs, int outputs);
+    DeviceKeeper (juce::AudioDeviceManager& manager, Place, int inputs, int outputs);
 
     /** Opens the first device. */
     void start();
@@ -58,7 +65,7 @@ private:
     bool takeUpChosen();
 
     juce::AudioDeviceManager& devices;
-    const juce::File choiceFile;
+    const Place place;
     const int inputs, outputs;
     Card firstThatSounded;
     uint32_t blocksSeen = 0;

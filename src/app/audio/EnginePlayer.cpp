@@ -23,6 +23,7 @@ void EnginePlayer::audioDeviceAboutToStart (juce::AudioIODevice* device)
     buffer.setSize (channels, capacity);
     rate = device->getCurrentSampleRate();
     splitShare.setSampleRate (rate);
+    pairs.prepare (rate);
     engine.setRateAndBufferSizeDetails (rate, device->getCurrentBufferSizeSamples());
     engine.prepareToPlay (rate, device->getCurrentBufferSizeSamples());
 }
@@ -65,24 +66,26 @@ void EnginePlayer::playPart (const float* const* inputs, int inputCount, float* 
         engine.processBlock (block, midi);
 
     const auto out = [&] (int i) { return outputs[i] != nullptr ? outputs[i] + firstFrame : nullptr; };
-    if (outputCount == 1 && channels > 1)
+    pairs.begin();
+    const auto usedPairs = std::min (OutputPairs::count, channels / 2);
+    for (int i = 0; i < outputCount; i += 2)
     {
-        if (auto* mono = out (0))
+        auto* const left = out (i);
+        auto* const right = i + 1 < outputCount ? out (i + 1) : nullptr;
+        const auto pair = i / 2;
+        if (pair >= usedPairs)
         {
-            juce::FloatVectorOperations::add (mono, block.getReadPointer (0), block.getReadPointer (1),
-                                              frames);
-            juce::FloatVectorOperations::multiply (mono, 0.5f, frames);
+            for (auto* target : { left, right })
+                if (target != nullptr)
+                    juce::FloatVectorOperations::clear (target, frames);
+            continue;
         }
-        return;
-    }
-    if (outputCount == 2 && channels > 3 && split != nullptr && out (0) != nullptr && out (1) != nullptr)
-        return playTwo (out (0), out (1), frames);
-    for (int i = 0; i < outputCount; ++i)
-    {
-        if (auto* target = out (i); target != nullptr && i < channels)
-            juce::FloatVectorOperations::copy (target, block.getReadPointer (i), frames);
-        else if (target != nullptr)
-            juce::FloatVectorOperations::clear (target, frames);
+        if (outputCount == 2 && split != nullptr && left != nullptr && right != nullptr
+            && pairs.carriesOnly (0, 0))
+            playTwo (left, right, frames);
+        else
+            pairs.write (pair, block, left, right, outputCount == 1);
+        pairs.addTone (pair, left, right, frames);
     }
 }
 

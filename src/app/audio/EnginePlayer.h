@@ -4,14 +4,16 @@
 #include <juce_audio_processors/juce_audio_processors.h>
 
 #include "app/audio/BlockTimes.h"
+#include "app/audio/OutputPairs.h"
 #include "support/GainRamp.h"
 
 /** Drives the engine from an audio device, as a host does.
 
-    The device's channels are the engine's first ones in order: so two outputs carry the master, four the master and the
-    monitor, fourteen everything; a single output carries the master in mono.
-    Two outputs may be split: they carry the monitor, whose left side is the cue and whose right side is the master. What the device has beyond the engine's
-    channels is silent, and inputs that it lacks are silence to the engine. */
+    The device's pairs of outputs are the engine's first ones in order unless chosen otherwise: so two outputs carry the
+    master, four the master and the monitor, fourteen everything; a single output carries the first pair in mono.
+    Two outputs that carry the master may be split: they carry the monitor, whose left side is the cue and whose right side is
+    the master. What the device has beyond the engine's channels is silent, and inputs that it lacks are silence to the
+    engine. */
 class EnginePlayer : public juce::AudioIODeviceCallback
 {
 public:
@@ -21,6 +23,9 @@ public:
 
     /** Lets two outputs carry the monitor while that is split. Any thread. */
     Relaxed<int8_t> maySplit { 0 };
+
+    /** The sources of the outputs. */
+    OutputPairs pairs;
 
     /** Of the blocks since the start. Their count also tells a device that has died from one that plays. */
     BlockTimes times;

@@ -5,6 +5,7 @@
 #include "skin/Skin.h"
 #include "support/files/AudioFileTypes.h"
 #include "support/language/Translate.h"
+#include "ui/command/KeyboardCommands.h"
 #include "ui/decks/EditMenu.h"
 #include "ui/decks/UtilityPanels.h"
 #include "ui/drag/FileDragSource.h"
@@ -136,7 +137,7 @@ void DeckComponent::updateNotice()
 {
     auto next = message;
     if (next.isEmpty() && watch->loadedFrames == 0 && !watch->loading)
-        next = { tr ("Drop a track here,"), tr ("or press F%1 to load", deck() + 1) };
+        next = { tr ("Drop a track here,"), tr ("or press %1 to load", keyNameOf (KeyAction::load, deck())) };
     if (next == shownNotice)
         return;
     shownNotice = next;

@@ -11,8 +11,8 @@ class Session;
 /** A window of its own that the menu of the preferences opens. */
 struct EditorPage
 {
-    juce::String title; ///< in English, translated where it is shown
-    std::function<void()> open;
+    juce::String title;         ///< in English, translated where it is shown
+    std::function<void()> open; ///< empty for a page of the preferences alone
     std::function<std::unique_ptr<juce::Component>()> make =
         nullptr; ///< as a page of the preferences; empty for none
 };

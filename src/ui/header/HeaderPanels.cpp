@@ -93,7 +93,8 @@ juce::PopupMenu HeaderButtons::preferencesMenu()
     if (actions.audioSettings != nullptr)
         menu.addItem (tr ("Audio settings..."), actions.audioSettings);
     for (const auto& page : actions.pages)
-        menu.addItem (tr (page.title) + "...", page.open);
+        if (page.open != nullptr)
+            menu.addItem (tr (page.title) + "...", page.open);
     if (actions.showParameters != nullptr)
         menu.addItem (tr ("All parameters"), true, actions.showsParameters(),
                       [this] { actions.showParameters (!actions.showsParameters()); });

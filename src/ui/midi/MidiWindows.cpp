@@ -6,6 +6,8 @@
 #include "ui/midi/MidiPortsPage.h"
 #include "ui/midi/MidiScriptingPage.h"
 
+#include <utility>
+
 namespace
 {
 constexpr int newsPeriodMs = 200;
@@ -44,9 +46,15 @@ private:
     juce::TooltipWindow tips { this };
 };
 
-MidiWindows::MidiWindows (MidiSystem& m) : midi (m) {}
+MidiWindows::MidiWindows (MidiSystem& m) : midi (m)
+{
+    LanguageInUse::addListener (*this);
+}
 
-MidiWindows::~MidiWindows() = default;
+MidiWindows::~MidiWindows()
+{
+    LanguageInUse::removeListener (*this);
+}
 
 void MidiWindows::show (std::unique_ptr<Window>& window, const juce::String& title,
                         std::function<std::unique_ptr<juce::Component>()> make)
@@ -104,19 +112,40 @@ void MidiWindows::timerCallback()
     const auto newest = midi.scripts.journal().newest();
     if (newest == toldNumber)
         return;
-    tellNews (scriptMessages, tr ("Midi Scripting Message"), Shown::messages);
+    tellNews (scriptMessages, Shown::messages);
     // The page shows the log anyhow.
     if (scripts == nullptr)
-        tellNews (scriptLog, tr ("Midi Scripting Log Message"), Shown::log);
+        tellNews (scriptLog, Shown::log);
     toldNumber = newest;
 }
 
 /** Opens the window of new messages; one that is open shows them by itself. */
-void MidiWindows::tellNews (std::unique_ptr<Window>& window, const juce::String& title,
-                            ScriptMessagesView::Shown shown)
+void MidiWindows::tellNews (std::unique_ptr<Window>& window, ScriptMessagesView::Shown shown)
 {
-    const auto& journal = midi.scripts.journal();
-    if (window == nullptr && ScriptMessagesView::hasNews (journal, shown, toldNumber))
-        show (window, title,
-              [&] { return std::make_unique<ScriptMessagesView> (journal, shown, toldNumber); });
+    if (window == nullptr && ScriptMessagesView::hasNews (midi.scripts.journal(), shown, toldNumber))
+        showMessages (window, shown, toldNumber);
+}
+
+void MidiWindows::showMessages (std::unique_ptr<Window>& window, ScriptMessagesView::Shown shown,
+                                uint64_t since)
+{
+    show (window,
+          shown == ScriptMessagesView::Shown::messages ? tr ("Midi Scripting Message")
+                                                       : tr ("Midi Scripting Log Message"),
+          [&] { return std::make_unique<ScriptMessagesView> (midi.scripts.journal(), shown, since); });
+}
+
+void MidiWindows::languageChanged()
+{
+    const auto openAnew = [] (std::unique_ptr<Window>& window, const std::function<void()>& show)
+    {
+        if (std::exchange (window, nullptr) != nullptr)
+            show();
+    };
+    using Shown = ScriptMessagesView::Shown;
+    openAnew (ports, [this] { showPorts(); });
+    openAnew (mapping, [this] { showMapping(); });
+    openAnew (scripts, [this] { showScripts(); });
+    openAnew (scriptMessages, [this] { showMessages (scriptMessages, Shown::messages, 0); });
+    openAnew (scriptLog, [this] { showMessages (scriptLog, Shown::log, 0); });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "midi/system/MidiSystem.h"
+#include "support/language/Language.h"
 #include "ui/header/HeaderActions.h"
 #include "ui/look/DefaultLook.h"
 #include "ui/midi/ScriptMessagesView.h"
@@ -8,8 +9,8 @@
 #include <optional>
 
 /** The windows of MIDI beside the editor's: the ports, the mapping editor, the scripts, and what these have to say, which
-    opens by itself. Each is open once; closing it ends it. Message thread. */
-class MidiWindows : private juce::Timer
+    opens by itself. Each is open once; closing it ends it. In another language they open anew. Message thread. */
+class MidiWindows : private juce::Timer, private LanguageListener
 {
 public:
     explicit MidiWindows (MidiSystem&);
@@ -33,7 +34,9 @@ private:
 
     std::unique_ptr<juce::Component> makePorts();
     void timerCallback() override;
-    void tellNews (std::unique_ptr<Window>&, const juce::String& title, ScriptMessagesView::Shown);
+    void languageChanged() override;
+    void showMessages (std::unique_ptr<Window>&, ScriptMessagesView::Shown, uint64_t since);
+    void tellNews (std::unique_ptr<Window>&, ScriptMessagesView::Shown);
 
     MidiSystem& midi;
     uint64_t toldNumber = 0;                                      ///< of the scripts' journal

@@ -55,15 +55,6 @@ GlobalSettingsPreferencesPage::GlobalSettingsPreferencesPage (CPlatterdex& e, co
     addGroup (tr ("Mixer Settings"), mixer);
     if (actions.session != nullptr)
         addSimilarSongs (*actions.session);
-    if (actions.audioSettings != nullptr)
-    {
-        addGroup (tr ("Audio Device"));
-        addRow (SettingRows::button (
-            tr ("Card, rate and block size:"),
-            tr ("Opens the settings of the audio device: card, sample rate, block size and "
-                "a test tone."),
-            tr ("Audio settings..."), actions.audioSettings));
-    }
     for (int deck = 0; deck < deckCount; ++deck)
         addGroup (tr ("Deck %1", PanelPaint::letterOf (deck)), deckTable, deck);
     finish();

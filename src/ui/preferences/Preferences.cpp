@@ -118,6 +118,15 @@ void Preferences::showPage (int page)
     repaint();
 }
 
+void Preferences::showPageNamed (const char* pageTitle)
+{
+    if (const auto page = pageTexts().indexOf ("- " + tr (pageTitle)); page >= 0)
+    {
+        searchField.clear();
+        showPage (page);
+    }
+}
+
 void Preferences::search (const juce::String& words)
 {
     std::vector<int> found;

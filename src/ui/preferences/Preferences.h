@@ -29,6 +29,9 @@ public:
     /** Shows a page. @param page   0 to the number of pages less 1 */
     void showPage (int page);
 
+    /** Shows the page of a title in English, if there is one. */
+    void showPageNamed (const char* title);
+
     int shownPage() const noexcept { return shown; }
 
     /** A page, made if it hasn't been seen yet. */

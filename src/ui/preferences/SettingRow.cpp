@@ -8,8 +8,8 @@
 
 namespace
 {
-constexpr int controlHeight = 24, gap = 8, browseWidth = 84, buttonWidth = 180, boxWidth = 180,
-              sliderWidth = 300, sliderTextWidth = 76;
+constexpr int controlHeight = 24, gap = 8, browseWidth = 84, boxWidth = 300, sliderWidth = 300,
+              sliderTextWidth = 76;
 
 class ToggleRow : public SettingRow
 {
@@ -154,24 +154,25 @@ private:
     PXTextButton browseButton { tr ("Browse...") };
 };
 
-class ButtonRow : public SettingRow
+class TextRow : public SettingRow
 {
 public:
-    ButtonRow (const juce::String& caption, const juce::String& tip, const juce::String& text,
-               std::function<void()> press)
+    TextRow (const juce::String& caption, std::function<juce::String()> r)
         : SettingRow (caption),
-          button (text)
+          read (std::move (r))
     {
-        hold (button, button, tip);
-        button.onClick = std::move (press);
+        hold (label, label, {});
+        label.setBorderSize ({});
+        label.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
     }
 
-    void refresh() override {}
+    void refresh() override { label.setText (read(), juce::dontSendNotification); }
 
 private:
-    void place (juce::Rectangle<int> area) override { button.setBounds (area.withWidth (buttonWidth)); }
+    void place (juce::Rectangle<int> area) override { label.setBounds (area); }
 
-    PXTextButton button;
+    const std::function<juce::String()> read;
+    juce::Label label;
 };
 }
 
@@ -226,9 +227,8 @@ std::unique_ptr<SettingRow> path (const juce::String& caption, const juce::Strin
     return std::make_unique<PathRow> (caption, tip, std::move (value));
 }
 
-std::unique_ptr<SettingRow> button (const juce::String& caption, const juce::String& tip,
-                                    const juce::String& text, std::function<void()> press)
+std::unique_ptr<SettingRow> text (const juce::String& caption, std::function<juce::String()> read)
 {
-    return std::make_unique<ButtonRow> (caption, tip, text, std::move (press));
+    return std::make_unique<TextRow> (caption, std::move (read));
 }
 }

@@ -70,7 +70,6 @@ struct PathValue
 };
 std::unique_ptr<SettingRow> path (const juce::String& caption, const juce::String& tip, PathValue);
 
-/** A button that opens something. */
-std::unique_ptr<SettingRow> button (const juce::String& caption, const juce::String& tip,
-                                    const juce::String& text, std::function<void()> press);
+/** A text that tells something. */
+std::unique_ptr<SettingRow> text (const juce::String& caption, std::function<juce::String()> read);
 }

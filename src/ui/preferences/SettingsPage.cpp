@@ -2,15 +2,11 @@
 
 #include "engine/CPlatterdex.h"
 #include "engine/SettingChange.h"
-#include "skin/Palette.h"
 #include "support/language/Translate.h"
 #include "ui/look/FolderQuestion.h"
-#include "ui/panel/PanelPaint.h"
 
 namespace
 {
-constexpr int margin = 12, titleHeight = 26, groupGap = 12, inset = 12, footHeight = 6;
-
 juce::String tipOf (const SettingName& row)
 {
     const juce::String meaning = tr (juce::String (row.meaning.data(), row.meaning.size()));
@@ -18,29 +14,13 @@ juce::String tipOf (const SettingName& row)
 }
 }
 
-SettingsPage::SettingsPage (CPlatterdex& e, std::function<void()> c)
-    : PollingView (Pace::calm),
-      engine (e),
-      changed (std::move (c))
-{
-}
-
-void SettingsPage::addGroup (const juce::String& title)
-{
-    groups.push_back ({ title, {}, {} });
-}
+SettingsPage::SettingsPage (CPlatterdex& e, std::function<void()> c) : engine (e), changed (std::move (c)) {}
 
 void SettingsPage::addGroup (const juce::String& title, std::span<const SettingControl> controls, int deck)
 {
     addGroup (title);
     for (const auto& control : controls)
         addRow (control, deck);
-}
-
-void SettingsPage::addRow (std::unique_ptr<SettingRow> row)
-{
-    addAndMakeVisible (*row);
-    groups.back().rows.push_back (std::move (row));
 }
 
 void SettingsPage::addRow (const SettingControl& control, int deck)
@@ -116,53 +96,10 @@ std::unique_ptr<SettingRow> SettingsPage::makeRow (const SettingControl& control
     return SettingRows::toggle (text, tip, std::move (value), control.kind == Kind::inverted);
 }
 
-void SettingsPage::finish()
-{
-    auto rows = 0;
-    for (const auto& group : groups)
-        rows += static_cast<int> (group.rows.size());
-    const auto count = static_cast<int> (groups.size());
-    setSize (width, 2 * margin + rows * SettingRow::height + count * (titleHeight + footHeight + groupGap)
-                        - groupGap);
-}
-
 void SettingsPage::restoreDefaults()
 {
     for (const auto& setting : bound)
         restoreSetting (engine, setting);
     changed();
     refresh();
-}
-
-void SettingsPage::pollCalm()
-{
-    for (auto& group : groups)
-        for (auto& row : group.rows)
-            row->refresh();
-}
-
-void SettingsPage::paint (juce::Graphics& g)
-{
-    g.fillAll (palette::ground);
-    for (const auto& group : groups)
-    {
-        SMLookAndFeel::fillRaised (g, group.area, palette::panel);
-        PanelPaint::value (g, group.title, group.area.withHeight (titleHeight).withTrimmedLeft (inset),
-                           juce::Justification::centredLeft, SMLookAndFeel::titleSize);
-    }
-}
-
-void SettingsPage::resized()
-{
-    auto area = getLocalBounds().reduced (margin);
-    for (auto& group : groups)
-    {
-        const auto height =
-            titleHeight + static_cast<int> (group.rows.size()) * SettingRow::height + footHeight;
-        group.area = area.removeFromTop (height);
-        area.removeFromTop (groupGap);
-        auto inner = group.area.withTrimmedTop (titleHeight).reduced (inset, 0);
-        for (auto& row : group.rows)
-            row->setBounds (inner.removeFromTop (SettingRow::height));
-    }
 }

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "settings/SettingNames.h"
-#include "ui/poll/PollingView.h"
-#include "ui/preferences/SettingRow.h"
+#include "ui/preferences/RowGroupsPage.h"
 #include "ui/window/RestorablePage.h"
 
 class CPlatterdex;
@@ -28,12 +27,10 @@ struct SettingControl
     double first = 0.0; ///< of a choice: the value of its first entry, each next one adds 1
 };
 
-/** A page of groups of rows, made from tables. Each change acts at once. Message thread. */
-class SettingsPage : public PollingView, public RestorablePage
+/** A page of settings, made from tables. Each change acts at once. Message thread. */
+class SettingsPage : public RowGroupsPage, public RestorablePage
 {
 public:
-    static constexpr int width = 640;
-
     /** @param changed   called after each change; the layout may depend on it */
     SettingsPage (CPlatterdex&, std::function<void()> changed);
 
@@ -42,37 +39,19 @@ public:
     /** The settings that have a control here. */
     const std::vector<NamedSetting>& settings() const noexcept { return bound; }
 
-    void paint (juce::Graphics&) override;
-    void resized() override;
-
 protected:
-    /** Begins a group of rows. */
-    void addGroup (const juce::String& title);
+    using RowGroupsPage::addGroup;
+    using RowGroupsPage::addRow;
 
     /** Begins a group with the rows of a table. @param deck   0 to 3, for a table of deck's settings */
     void addGroup (const juce::String& title, std::span<const SettingControl>, int deck = -1);
 
-    /** Adds a row to the last group. */
-    void addRow (std::unique_ptr<SettingRow>);
-
-    /** Gives the page its height. */
-    void finish();
-
     CPlatterdex& engine;
 
 private:
-    struct Group
-    {
-        juce::String title;
-        std::vector<std::unique_ptr<SettingRow>> rows;
-        juce::Rectangle<int> area;
-    };
-
-    void pollCalm() override;
     void addRow (const SettingControl&, int deck);
     std::unique_ptr<SettingRow> makeRow (const SettingControl&, NamedSetting);
 
     const std::function<void()> changed;
-    std::vector<Group> groups;
     std::vector<NamedSetting> bound;
 };

@@ -1,4 +1,4 @@
-#include "ui/KeyboardCommands.h"
+#include "ui/command/KeyboardCommands.h"
 
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
@@ -110,6 +110,14 @@ std::span<const KeyBinding> keyBindings()
 {
     static const auto bindings = builtBindings();
     return bindings;
+}
+
+juce::String keyNameOf (KeyAction action, int deck)
+{
+    for (const auto& binding : table)
+        if (binding.action == action && binding.actionDeck == deck)
+            return binding.keyName;
+    return {};
 }
 
 KeyboardCommands::KeyboardCommands (CPlatterdex& e, std::function<bool (int)> keyDown)

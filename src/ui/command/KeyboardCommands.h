@@ -41,6 +41,9 @@ struct KeyBinding
 /** All keys that play and whose function exists. */
 std::span<const KeyBinding> keyBindings();
 
+/** The name of the key of an action, empty without one. @param deck   0 to 3, or -1 for what concerns none */
+juce::String keyNameOf (KeyAction, int deck = -1);
+
 /** Plays the engine from the computer's keyboard.
 
     A key acts once as it goes down, however long the system repeats it; keys of held commands act again as they come
