@@ -10,6 +10,8 @@ void changeSetting (CPlatterdex& engine, NamedSetting setting, double value)
     row.write (engine.settings, setting.deck, std::clamp (value, row.lowest, row.highest));
     if (row.name == "pitchRangeIndex")
         engine.decks.setPitchRange (engine.settings.pitchRangeIndex);
+    if (row.name == "crossfader")
+        engine.handCrossfader = engine.settings.crossfader.get(); // the place that is kept
 }
 
 void changeSetting (CPlatterdex& engine, NamedSetting setting, const juce::String& text)

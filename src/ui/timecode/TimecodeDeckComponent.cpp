@@ -45,7 +45,9 @@ TimecodeDeckComponent::TimecodeDeckComponent (CPlatterdex& e, int d) : ControlPa
     input.onChange = [this] { setup().inputPair = static_cast<int8_t> (input.getSelectedId() - 1); };
 
     addBox (mode, "_dvsModeComboBox", tr (modeTip), { boxLeft, 60, boxWidth, 24 });
-    mode.addItemList ({ tr ("Internal"), tr ("Relative"), tr ("Absolute") }, 1);
+    for (const auto& [id, text] : { std::pair { 3, tr ("Absolute") }, std::pair { 2, tr ("Relative") },
+                                    std::pair { 1, tr ("Internal") } })
+        mode.addItem (text, id); // the mode's number is one less
     mode.onChange = [this]
     { timecode().setMode (static_cast<TimecodeDeck::Mode> (mode.getSelectedId() - 1)); };
 
