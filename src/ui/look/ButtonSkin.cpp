@@ -34,3 +34,8 @@ int knobFrame (double proportion, int frames) noexcept
 {
     return static_cast<int> (juce::jlimit (0.0, 1.0, proportion) * juce::jmax (0, frames - 1) + 0.5);
 }
+
+juce::Colour textOfDisabled (bool isLit) noexcept
+{
+    return isLit ? juce::Colours::white : palette::disabledText;
+}

@@ -14,3 +14,6 @@ int knobFrame (double proportion, int frames) noexcept;
 
 /** The frame of a button's strip of six. Disabled it is the one at rest. */
 int buttonFrame (bool isOn, bool over, bool down, bool enabled = true) noexcept;
+
+/** The colour of a text on a disabled button, whose face may be lit all the same. */
+juce::Colour textOfDisabled (bool isLit) noexcept;

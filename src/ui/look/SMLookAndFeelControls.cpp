@@ -48,7 +48,7 @@ void SMLookAndFeel::drawButtonText (juce::Graphics& g, juce::TextButton& button,
 {
     const auto id =
         button.getToggleState() ? juce::TextButton::textColourOnId : juce::TextButton::textColourOffId;
-    g.setColour (textOf (button, id));
+    g.setColour (button.isEnabled() ? button.findColour (id) : textOfDisabled (button.getToggleState()));
     g.setFont (getTextButtonFont (button, button.getHeight()));
     g.drawFittedText (button.getButtonText(), button.getLocalBounds().reduced (buttonMargin, 0),
                       juce::Justification::centred, 1, 0.8f);

@@ -1,6 +1,7 @@
 #include "ui/widgets/MenuButton.h"
 
 #include "skin/Palette.h"
+#include "ui/look/ButtonSkin.h"
 #include "ui/look/OpenMenu.h"
 #include "ui/look/SMLookAndFeel.h"
 
@@ -35,7 +36,7 @@ void MenuButton::paintButton (juce::Graphics& g, bool over, bool down)
 {
     PXTextButton::paintButton (g, over, down);
     SMLookAndFeel::drawArrow (g, getLocalBounds().reduced (4, 0).removeFromRight (arrowWidth),
-                              !isEnabled()       ? palette::disabledText
+                              !isEnabled()       ? textOfDisabled (getToggleState())
                               : getToggleState() ? palette::ink
                                                  : palette::label);
 }

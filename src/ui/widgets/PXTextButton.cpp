@@ -77,7 +77,7 @@ juce::Rectangle<int> PXTextButton::textArea() const
 void PXTextButton::paintButton (juce::Graphics& g, bool, bool)
 {
     picture.drawWide (g, getLocalBounds(), shownFrame(), isEnabled() ? 1.0f : palette::disabledAlpha);
-    g.setColour (!isEnabled()       ? palette::disabledText
+    g.setColour (!isEnabled()       ? textOfDisabled (getToggleState())
                  : getToggleState() ? palette::textOn (skin::fillOf (hue))
                                     : palette::value);
     g.setFont (SMLookAndFeel::buttonFont (getHeight()));
