@@ -1,9 +1,14 @@
 #include "UiBench.h"
 
+#include "engine/SettingChange.h"
 #include "shared/ScriptedPrompts.h"
 #include "ui/preferences/AboutPreferencesPage.h"
 #include "ui/preferences/Preferences.h"
 #include "ui/preferences/SettingsPage.h"
+#include "ui/slicegate/PadMenu.h"
+#include "ui/smartknob/SmartKnobMenu.h"
+#include "ui/timecode/CDControlGeneratorPreferencesPage.h"
+#include "ui/timecode/TimecodePreferencesPage.h"
 
 #include <gtest/gtest.h>
 
@@ -26,7 +31,8 @@ struct PreferencesBench
     {
         for (auto* component : descendants (root))
             if (auto* found = dynamic_cast<Type*> (component);
-                found != nullptr && (id.isEmpty() || component->getComponentID() == id))
+                found != nullptr
+                && (id.isEmpty() || component->getComponentID() == id || component->getName() == id))
                 return *found;
         throw std::runtime_error (("there is no " + id).toStdString());
     }
@@ -141,6 +147,115 @@ TEST (Preferences, EverySettingHasAControlSomewhere)
         const auto isSeat =
             name.startsWith ("panelLeft") || name.startsWith ("panelRight"); // in each deck's strip
         EXPECT_NE (found.contains (name), isSeat || elsewhere.contains (name)) << name;
+    }
+}
+
+TEST (Preferences, EverySettingIsKeptOverARestart)
+{
+    const TemporaryFolder folder;
+    EngineWorld world;
+    world.folders.root = folder;
+    world.pacing = Pacing::Mode::offline;
+    const auto atFirst = defaultSettings (world.folders);
+    const auto otherThan = [] (const SettingName& row, double value)
+    { return value + 1.0 <= row.highest ? value + 1.0 : row.lowest + (row.highest - row.lowest) / 4.0; };
+    const auto eachSetting = [] (const auto& act)
+    {
+        for (const auto& row : SettingName::all())
+            for (int deck = 0; deck < (row.isOfDeck ? 4 : 1); ++deck)
+                act (NamedSetting { &row, deck });
+    };
+    std::map<juce::String, juce::String> changed;
+    {
+        CPlatterdex engine (world);
+        eachSetting (
+            [&] (NamedSetting setting)
+            {
+                if (setting.row->isText())
+                    changeSetting (engine, setting, "/elsewhere/" + setting.fullName());
+                else
+                    changeSetting (
+                        engine, setting,
+                        otherThan (*setting.row, setting.row->read (engine.settings, setting.deck)));
+                changed[setting.fullName()] = setting.valueIn (engine.settings);
+                EXPECT_NE (changed[setting.fullName()], setting.valueIn (atFirst)) << setting.fullName();
+            });
+    }
+    const CPlatterdex engine (world);
+    eachSetting (
+        [&] (NamedSetting setting) {
+            EXPECT_EQ (setting.valueIn (engine.settings), changed[setting.fullName()]) << setting.fullName();
+        });
+    EXPECT_GT (changed.size(), 100u);
+}
+
+TEST (Preferences, TheControlsOfRecordsAndPlugInsActAtOnceAndComeBackByTheirPagesDefault)
+{
+    PreferencesBench desk;
+    auto& setup = desk.engine.settings.deckSetup[1];
+    const auto atFirst = defaultSettings (desk.engine.environment.folders).deckSetup[1];
+    TimecodePreferencesPage page (desk.engine);
+    auto& deck = desk.find<juce::Component> (page, "_deckBTimecodeGroup");
+    const auto choose = [&] (const char* id, int item)
+    { desk.find<juce::ComboBox> (deck, id).setSelectedId (item, juce::sendNotificationSync); };
+    const auto turn = [&] (const char* id, double value)
+    { desk.find<juce::Slider> (deck, id).setValue (value, juce::sendNotificationSync); };
+    choose ("_inputComboBox", 4);
+    EXPECT_EQ (setup.inputPair, 3);
+    choose ("_dvsModeComboBox", 3);
+    EXPECT_EQ (setup.timecodeOn, 1);
+    EXPECT_EQ (setup.timecodeAbsolute, 1);
+    choose ("_dvsGeneration", 3);
+    EXPECT_EQ (setup.timecodeType, 2);
+    turn ("_gainSlider", 6.0);
+    EXPECT_FLOAT_EQ (setup.timecodeGain, 6.0f);
+    turn ("_rumbleSlider", -50.0);
+    EXPECT_FLOAT_EQ (setup.timecodeThreshold, 0.5f);
+    turn ("_leadinSlider", 4.0);
+    EXPECT_FLOAT_EQ (setup.timecodeLeadIn, 4.0f);
+    desk.find<juce::Button> (deck, "_invertPhaseButton").onClick();
+    EXPECT_EQ (setup.timecodeInvert, 1);
+    setup.timecodeCalibration = 1.2;
+
+    page.restoreDefaults();
+    EXPECT_EQ (setup.inputPair, atFirst.inputPair);
+    EXPECT_EQ (setup.timecodeOn, atFirst.timecodeOn);
+    EXPECT_EQ (setup.timecodeAbsolute, atFirst.timecodeAbsolute);
+    EXPECT_EQ (setup.timecodeType, atFirst.timecodeType);
+    EXPECT_FLOAT_EQ (setup.timecodeGain, atFirst.timecodeGain);
+    EXPECT_FLOAT_EQ (setup.timecodeThreshold, atFirst.timecodeThreshold);
+    EXPECT_FLOAT_EQ (setup.timecodeLeadIn, atFirst.timecodeLeadIn);
+    EXPECT_EQ (setup.timecodeInvert, atFirst.timecodeInvert);
+    EXPECT_DOUBLE_EQ (setup.timecodeCalibration, atFirst.timecodeCalibration);
+
+    CDControlGeneratorPreferencesPage disc (desk.engine);
+    auto& field = desk.find<juce::TextEditor> (disc);
+    field.setText ("/discs/mine.wav");
+    field.onReturnKey();
+    EXPECT_EQ (desk.engine.settings.controlCdFile.get(), "/discs/mine.wav");
+    disc.restoreDefaults();
+    EXPECT_EQ (desk.engine.settings.controlCdFile.get(),
+               defaultSettings (desk.engine.environment.folders).controlCdFile.get());
+}
+
+TEST (Preferences, PresetsLieInTheFoldersThatTheSettingsName)
+{
+    PreferencesBench desk;
+    for (const auto& [setting, files, name] :
+         { std::tuple { &desk.engine.settings.slicegateFolder, PadMenu::files (desk.engine), "my pad" },
+           std::tuple { &desk.engine.settings.smartknobFolder, SmartKnobMenu::files (desk.engine),
+                        "my knob" } })
+    {
+        const auto folder = desk.folder.file (name);
+        folder.createDirectory();
+        folder.getChildFile (juce::String (name) + ".xml").replaceWithText ("<preset/>");
+        auto listed = files;
+        setting->set (folder.getFullPathName());
+        listed.menu();
+        EXPECT_EQ (listed.fileOf (PresetFiles::firstId).getParentDirectory(), folder);
+        setting->set ("/no/such/folder");
+        listed.menu();
+        EXPECT_EQ (listed.fileOf (PresetFiles::firstId), juce::File()) << "the root's own folder is empty";
     }
 }
 

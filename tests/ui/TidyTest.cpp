@@ -125,6 +125,17 @@ void expectWordsFit (juce::Component& root, const Squeeze& squeeze = {})
         if (auto* toggle = dynamic_cast<juce::ToggleButton*> (component))
             expectFits (toggle->getButtonText(), SMLookAndFeel::font (SMLookAndFeel::valueSize),
                         toggle->getWidth() - 28, *toggle, squeeze.button);
+        if (auto* box = dynamic_cast<juce::ComboBox*> (component))
+            for (int item = 0; item < box->getNumItems(); ++item)
+                expectFits (box->getItemText (item), SMLookAndFeel::buttonFont (box->getHeight()),
+                            box->getWidth() - 26, *box, squeeze.button);
+        if (auto* label = dynamic_cast<juce::Label*> (component);
+            label != nullptr && dynamic_cast<juce::ComboBox*> (label->getParentComponent()) == nullptr)
+            expectFits (label->getText(), label->getFont(),
+                        label->getWidth()
+                            * std::max (1, static_cast<int> (static_cast<float> (label->getHeight())
+                                                             / label->getFont().getHeight())),
+                        *label, squeeze.button);
         if (auto* row = dynamic_cast<SettingRow*> (component); row != nullptr && row->caption().isNotEmpty())
             expectFits (row->caption(), SMLookAndFeel::font (SMLookAndFeel::valueSize),
                         SettingRow::captionWidth - 8, *row, squeeze.button);
@@ -245,12 +256,19 @@ TEST (Tidy, EveryTextFitsItsPlaceInEveryLanguage)
                 expectWordsFit (bench.editor->deck (0), byAFifth);
             }
         }
-        const HeaderActions actions;
+        HeaderActions actions;
+        actions.session = bench.session.get();
+        actions.manual = [] {};
+        actions.layoutChanged = [] {};
+        actions.setScale = [] (int) {};
+        actions.scale = [] { return 100; };
         Preferences preferences (bench.engine, actions, [] {});
         for (int page = 0; page < preferences.pageTexts().size(); ++page)
         {
             SCOPED_TRACE (preferences.pageTexts()[page]);
             preferences.showPage (page);
+            if (auto* view = dynamic_cast<PollingView*> (&preferences.pageAt (page)))
+                view->refresh();
             expectWordsFit (preferences, byAFifth);
             UiBench::picture (preferences, "preferences-" + language.code + "-" + juce::String (page));
         }
