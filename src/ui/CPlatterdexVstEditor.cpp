@@ -161,20 +161,20 @@ HeaderActions CPlatterdexVstEditor::actions (std::function<void()> audioSettings
                                              std::vector<EditorPage> pages)
 {
     HeaderActions made;
-    made.preferences = [this] { Preferences::open (tools, *this, engine, headerActions); };
+    made.preferences = [this] { Preferences::open (tools, content, engine, headerActions); };
     made.pages = std::move (pages);
     made.pages.push_back (
-        { N_ ("Timecode"), [this] { TimecodePreferencesPage::open (toolWindows(), *this, engine); } });
+        { N_ ("Timecode"), [this] { TimecodePreferencesPage::open (toolWindows(), content, engine); } });
     made.pages.push_back ({ N_ ("Control CD generator"), [this]
-                            { CDControlGeneratorPreferencesPage::open (toolWindows(), *this, engine); } });
+                            { CDControlGeneratorPreferencesPage::open (toolWindows(), content, engine); } });
     if (auto* const slots = VstSlots::of (engine))
         made.pages.push_back ({ N_ ("VST Plugins"), [this, slots]
-                                { VstPluginsPreferencesPage::open (toolWindows(), *this, *slots); } });
+                                { VstPluginsPreferencesPage::open (toolWindows(), content, *slots); } });
     made.manual = [this] { showHelp (nullptr); };
     made.pages.push_back ({ N_ ("Manual"), made.manual });
     made.pages.push_back ({ keysTitle, [this]
                             {
-                                tools.open (tr (keysTitle), *this,
+                                tools.open (tr (keysTitle), content,
                                             [] (const std::function<void()>&)
                                             { return std::make_unique<KeyCard>(); });
                             } });
@@ -317,7 +317,7 @@ void CPlatterdexVstEditor::showBrowserInWindow (bool inWindow)
         return;
     if (!inWindow)
         return tools.find (tr (browserTitle))->closeButtonPressed();
-    tools.open (tr (browserTitle), *this,
+    tools.open (tr (browserTitle), content,
                 [this] (const std::function<void()>&)
                 {
                     auto made = std::make_unique<BrowserWindowContent> (*this);
@@ -461,7 +461,7 @@ void CPlatterdexVstEditor::act (KeyAction action, int deck)
 
 void CPlatterdexVstEditor::showHelp (const juce::Component* component)
 {
-    ManualReader::open (tools, *this, HelpTopics::of (component));
+    ManualReader::open (tools, content, HelpTopics::of (component));
 }
 
 /** A control that the keyboard was taken to is meant, else what the mouse is over, in whichever window. */

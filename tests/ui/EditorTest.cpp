@@ -4,6 +4,7 @@
 #include "ui/decks/BeatStepField.h"
 #include "ui/header/HeaderPanels.h"
 #include "ui/panel/PanelPaint.h"
+#include "ui/preferences/Preferences.h"
 #include "ui/widgets/PXImageButton.h"
 #include "ui/widgets/PXSlider.h"
 
@@ -246,6 +247,9 @@ TEST (Editor, TheScaleKeepsTheLayoutAndIsRemembered)
     bench.reopen();
     EXPECT_EQ (bench.editor->getWidth(), 2560);
     EXPECT_EQ (bench.editor->deck (0).getWidth(), deckWidth);
+    bench.editor->showPreferences ("Layout");
+    EXPECT_EQ (bench.editor->toolWindows().find ("Preferences")->tool().getWidth(), Preferences::width);
+    EXPECT_GE (bench.editor->toolWindows().find ("Preferences")->getWidth(), 2 * Preferences::width);
     bench.editor->setBounds (0, 0, 1024, 800);
     EXPECT_EQ (bench.editor->deck (0).getWidth(), 397) << "too small a window shows everything, smaller";
 }
