@@ -164,7 +164,7 @@ void DeckPeakScope::paint (juce::Graphics& g)
     g.addTransform (juce::AffineTransform::scale (static_cast<float> (1.0 / scale)));
     g.setImageResamplingQuality (juce::Graphics::lowResamplingQuality);
     g.setOpacity (1.0f);
-    g.drawImageAt (image.image(), 0, 0);
+    image.paint (g, 0, 0, { 0, height });
     if (loadedFrames > 0)
     {
         paintBeats (g, centre, height);

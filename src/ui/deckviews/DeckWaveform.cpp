@@ -375,8 +375,8 @@ void DeckWaveform::paintPicture (juce::Graphics& g)
         // Only the rows where a column can be.
         const auto reach = track.length (ColumnPainter::reach);
         const auto first = track.length (ColumnPainter::centreLine) - reach;
-        g.drawImageAt (image.image().getClippedImage ({ 0, first, width, 2 * reach }), 0, top + first);
-        const juce::Range<int> rows (top, top + image.image().getHeight());
+        image.paint (g, 0, top, { first, std::min (first + 2 * reach, image.height()) });
+        const juce::Range<int> rows (top, top + image.height());
         if (layout.unreachable > 0)
             marks.paintUnreachable (g, layout.unreachable, rows);
         if (layout.loop.has_value())

@@ -31,25 +31,49 @@ int ScrollingImage::moveTo (int64_t left, const Draw& draw)
 
     const auto formerLeft = leftColumn;
     const auto formerEnd = std::clamp (validEnd, formerLeft, formerLeft + width);
-    if (shift != 0)
-        picture.moveImageSection (static_cast<int> (std::max<int64_t> (0, -shift)), 0,
-                                  static_cast<int> (std::max<int64_t> (0, shift)), 0,
-                                  static_cast<int> (width - std::abs (shift)), picture.getHeight());
     leftColumn = left;
     validEnd = right;
     return drawBetween (left, std::min (formerLeft, right), draw)
            + drawBetween (std::max (formerEnd, left), right, draw);
 }
 
+/** The place of a column in the ring. */
+int ScrollingImage::placeOf (int64_t column) const noexcept
+{
+    const int64_t width = picture.getWidth();
+    return static_cast<int> (((column % width) + width) % width);
+}
+
 int ScrollingImage::drawBetween (int64_t begin, int64_t end, const Draw& draw)
 {
-    if (begin >= end)
-        return 0;
-    const juce::Rectangle<int> strip (static_cast<int> (begin - leftColumn), 0,
-                                      static_cast<int> (end - begin), picture.getHeight());
-    picture.clear (strip, ground);
-    juce::Image::BitmapData bitmap (picture, strip.getX(), 0, strip.getWidth(), strip.getHeight(),
-                                    juce::Image::BitmapData::readWrite);
-    draw (bitmap, begin);
-    return strip.getWidth();
+    auto drawn = 0;
+    while (begin < end)
+    {
+        // As far as the ring's end.
+        const auto place = placeOf (begin);
+        const auto width = static_cast<int> (std::min<int64_t> (end - begin, picture.getWidth() - place));
+        const juce::Rectangle<int> strip (place, 0, width, picture.getHeight());
+        picture.clear (strip, ground);
+        juce::Image::BitmapData bitmap (picture, place, 0, width, picture.getHeight(),
+                                        juce::Image::BitmapData::readWrite);
+        draw (bitmap, begin);
+        begin += width;
+        drawn += width;
+    }
+    return drawn;
+}
+
+void ScrollingImage::paint (juce::Graphics& g, int x, int y, juce::Range<int> rows) const
+{
+    if (!picture.isValid())
+        return;
+    const auto place = placeOf (leftColumn), width = picture.getWidth();
+    const auto part = [&] (int from, int to)
+    {
+        if (to > from)
+            g.drawImageAt (picture.getClippedImage ({ from, rows.getStart(), to - from, rows.getLength() }),
+                           x + (from >= place ? from - place : from + width - place), y + rows.getStart());
+    };
+    part (place, width);
+    part (0, place);
 }

@@ -6,12 +6,12 @@
 #include <cstdint>
 #include <functional>
 
-/** A window of physical pixels on an endless picture that slides sideways below it. What stays in the window when it
-    moves is moved, not drawn; only what comes into it is. Message thread. */
+/** A window of physical pixels on an endless picture that slides sideways below it. A column stays in the place that it has in a
+    ring as long as it is in the window, so a move costs no more than the columns that come into it. Message thread. */
 class ScrollingImage
 {
 public:
-    /** Draws columns of the endless picture. The bitmap holds them alone, in RGB, and is filled with the ground.
+    /** Draws columns of the endless picture, side by side. The bitmap holds them alone, in RGB, and is filled with the ground.
         @param first   the leftmost of them, its coordinate in the endless picture */
     using Draw = std::function<void (juce::Image::BitmapData&, int64_t first)>;
 
@@ -31,10 +31,14 @@ public:
         @returns columns that were drawn */
     int moveTo (int64_t left, const Draw&);
 
-    const juce::Image& image() const noexcept { return picture; }
+    /** Lays some rows of the window down in physical pixels. @param x   of the window's left edge @param y   of its top */
+    void paint (juce::Graphics&, int x, int y, juce::Range<int> rows) const;
+
+    int height() const noexcept { return picture.getHeight(); }
 
 private:
     int drawBetween (int64_t begin, int64_t end, const Draw&);
+    int placeOf (int64_t column) const noexcept;
 
     const juce::Colour ground;
     juce::Image picture;
