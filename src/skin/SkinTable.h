@@ -63,6 +63,7 @@ enum class Sign : std::uint8_t
     record,
     snap,
     decks,
+    waves,
     gear,
     fullScreen,
     power,
@@ -113,8 +114,8 @@ enum ButtonFrame : int
     buttonFrames
 };
 
-/** The scales for which there is a set of pictures: 100, 125, 150 and 200 percent. */
-constexpr std::array<float, 4> scales { 1.0f, 1.25f, 1.5f, 2.0f };
+/** The scales for which there is a set of pictures: 100 to 200 percent, each that the preferences offer. */
+constexpr std::array<float, 5> scales { 1.0f, 1.25f, 1.5f, 1.75f, 2.0f };
 
 /** The angle of a knob's ends from its top, in radians, clockwise. */
 constexpr float knobSweep = 2.3562f;
@@ -182,6 +183,7 @@ constexpr Family families[] {
     { "rec_32", 32, 32, buttonFrames, Material::signButton, onlyRed, Sign::record },
     { "snap_32", 32, 32, buttonFrames, Material::signButton, quiet, Sign::snap },
     { "decks_32", 32, 32, buttonFrames, Material::signButton, quiet, Sign::decks },
+    { "waves_32", 32, 32, buttonFrames, Material::signButton, quiet, Sign::waves },
     { "preferences_32", 32, 32, buttonFrames, Material::signButton, quiet, Sign::gear },
     { "fullscreen_32", 32, 32, buttonFrames, Material::signButton, quiet, Sign::fullScreen },
     { "power_24", 24, 24, buttonFrames, Material::signButton, onlyLime, Sign::power },

@@ -1,5 +1,6 @@
 #include "ui/EditorScale.h"
 
+#include "skin/SkinTable.h"
 #include "ui/layout/EditorLayout.h"
 
 #include <algorithm>
@@ -26,5 +27,15 @@ float EditorScale::factorFor (int width, int height) const noexcept
     const auto across = static_cast<float> (width), down = static_cast<float> (height);
     const auto largest = std::min (across / EditorLayout::minimumWidth, down / EditorLayout::minimumHeight);
     const auto smallest = std::max (across, down) / EditorLayout::maximum;
-    return std::max (0.01f, std::min (std::max (static_cast<float> (value) / 100.0f, smallest), largest));
+    const auto wanted = static_cast<float> (value) / 100.0f;
+    const auto nearest = std::max (0.01f, std::min (std::max (wanted, smallest), largest));
+    if (nearest == wanted)
+        return wanted;
+    // Sharp pictures rather than the last pixel of room: up for a window that is too large, else down.
+    auto sharp = nearest;
+    for (const auto scale : skin::scales)
+        if (scale >= smallest && scale <= largest
+            && (smallest > wanted ? sharp == nearest : scale <= nearest))
+            sharp = scale;
+    return sharp;
 }

@@ -16,7 +16,8 @@ public:
     /** Takes the value, limited to its range, and keeps it. */
     void set (int percent);
 
-    /** The factor to draw with, so that the content keeps within its own limits whatever the window's size.
+    /** The factor to draw with, so that the content keeps within its own limits whatever the window's size. Where the window
+        and not the user decides, it is one that there are pictures for, if that keeps within the limits.
         @param width, height   of the window */
     float factorFor (int width, int height) const noexcept;
 

@@ -208,6 +208,18 @@ Path bars (std::initializer_list<float> tops)
     return path;
 }
 
+/** Two waves, one below the other, round one playhead. */
+Path waves()
+{
+    Path path;
+    constexpr std::array heights { 2.0f, 5.0f, 3.0f, 6.0f, 3.0f, 5.0f, 2.0f };
+    for (const float middle : { 4.0f, 12.0f })
+        for (size_t bar = 0; bar < heights.size(); ++bar)
+            path.addRectangle (1.1f + 2.0f * static_cast<float> (bar), middle - heights[bar] / 2, 1.4f,
+                               heights[bar]);
+    return path;
+}
+
 Path drawn (Sign sign, bool on)
 {
     Path path;
@@ -228,6 +240,8 @@ Path drawn (Sign sign, bool on)
         return magnet();
     case Sign::decks:
         return decks (on);
+    case Sign::waves:
+        return waves();
     case Sign::gear:
         return gear();
     case Sign::fullScreen:
