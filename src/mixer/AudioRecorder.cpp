@@ -78,6 +78,7 @@ bool AudioRecorder::startRecording (const juce::File& file, double sampleRate)
         return false;
     }
     writerHolder = std::make_unique<ThreadedWriter> (writer.release(), thread, ringFrames);
+    written = file;
     writerHolder->setFlushInterval (std::max (1, static_cast<int> (flushSeconds * sampleRate)));
 
     const juce::ScopedLock sl (writerLock);
@@ -94,6 +95,12 @@ void AudioRecorder::stopRecording()
         activeWriter = nullptr;
     }
     writerHolder.reset();
+}
+
+juce::File AudioRecorder::file() const
+{
+    const juce::ScopedLock command (commandLock);
+    return written;
 }
 
 void AudioRecorder::write (const float* const* channels, int frames) noexcept

@@ -48,6 +48,9 @@ public:
         started. What was written until then can be played. Any thread. */
     bool hasFailed() const noexcept { return failed.load (std::memory_order_relaxed); }
 
+    /** The file of this recording, or of the last one; File() before the first. Any thread but the audio thread. */
+    juce::File file() const;
+
     /** Records the first two channels if a recording runs. Values beyond +-1 are limited. Audio thread. */
     PX_AUDIO_THREAD void write (const float* const* channels, int frames) noexcept;
 
@@ -66,8 +69,9 @@ private:
     const Pacing::Mode mode;
     juce::TimeSliceThread thread { "Audio Recorder Thread" };
 
-    juce::CriticalSection commandLock; ///< one command at a time; never taken by the audio thread
+    mutable juce::CriticalSection commandLock; ///< one command at a time; never taken by the audio thread
     std::unique_ptr<ThreadedWriter> writerHolder;
+    juce::File written;
 
     std::atomic<bool> failed { false }; ///< set by the thread that writes, too
     juce::CriticalSection writerLock;   ///< held for a pointer's change, or for one block into the ring
