@@ -106,6 +106,14 @@ int KeyBinding::deck() const
     return command && command->numbers.decks > 1 ? command.deck : -1;
 }
 
+juce::String keyOfCommand (int command)
+{
+    for (const auto& binding : keyBindings())
+        if (binding.constant != nullptr && CommandTable::numberOf (binding.constant) == command)
+            return tr (binding.keyName);
+    return {};
+}
+
 std::span<const KeyBinding> keyBindings()
 {
     static const auto bindings = builtBindings();

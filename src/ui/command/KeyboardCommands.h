@@ -44,6 +44,10 @@ std::span<const KeyBinding> keyBindings();
 /** The name of the key of an action, empty without one. @param deck   0 to 3, or -1 for what concerns none */
 juce::String keyNameOf (KeyAction, int deck = -1);
 
+/** The key of a command as the documentation says it, in the language in use; empty for a command without one.
+    @param command   1 to 465 */
+juce::String keyOfCommand (int command);
+
 /** Plays the engine from the computer's keyboard.
 
     A key acts once as it goes down, however long the system repeats it; keys of held commands act again as they come

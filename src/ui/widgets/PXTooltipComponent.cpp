@@ -1,16 +1,51 @@
 #include "ui/widgets/PXTooltipComponent.h"
 
-namespace
+#include "ui/command/CommandWidget.h"
+
+#include <algorithm>
+#include <limits>
+
+juce::Rectangle<int> PXTooltipComponent::placeBeside (juce::Rectangle<int> wanted,
+                                                      const juce::Array<juce::Rectangle<int>>& keptFree,
+                                                      juce::Rectangle<int> room)
 {
-/** The tooltip of what is under the mouse, or of what that is a part of. */
-juce::String tipOf (const juce::Component* under, const juce::Component& end)
-{
-    for (auto* c = under; c != nullptr && c != &end; c = c->getParentComponent())
-        if (auto* client = dynamic_cast<juce::TooltipClient*> (const_cast<juce::Component*> (c)))
-            if (const auto tip = client->getTooltip(); tip.isNotEmpty())
-                return juce::translate (tip);
-    return {};
+    const auto isFree = [&] (juce::Rectangle<int> place)
+    {
+        return room.contains (place)
+               && std::none_of (keptFree.begin(), keptFree.end(),
+                                [&] (const auto& area) { return area.intersects (place); });
+    };
+    if (isFree (wanted))
+        return wanted;
+    juce::Rectangle<int> best;
+    auto nearest = std::numeric_limits<int>::max();
+    for (const auto& area : keptFree)
+        for (const auto& place :
+             { wanted.withY (area.getY() - wanted.getHeight()), wanted.withY (area.getBottom()),
+               wanted.withX (area.getX() - wanted.getWidth()), wanted.withX (area.getRight()) })
+            if (const auto way = place.getPosition().getDistanceFrom (wanted.getPosition());
+                way < nearest && isFree (place))
+            {
+                nearest = way;
+                best = place;
+            }
+    return best;
 }
+
+/** The tooltip of what is under the mouse, or of what that is a part of, and what is said of its command. */
+juce::String PXTooltipComponent::tipUnder (juce::Component* under) const
+{
+    for (auto* c = under; c != nullptr && c != &parent; c = c->getParentComponent())
+        if (auto* client = dynamic_cast<juce::TooltipClient*> (c))
+            if (const auto tip = client->getTooltip(); tip.isNotEmpty())
+            {
+                const auto* widget = dynamic_cast<const CommandWidget*> (c);
+                const auto words = widget != nullptr && widget->commandNumber() > 0 && wordsOf != nullptr
+                                       ? wordsOf (widget->commandNumber())
+                                       : juce::String();
+                return juce::translate (tip) + (words.isEmpty() ? words : "\n" + words);
+            }
+    return {};
 }
 
 PXTooltipComponent::PXTooltipComponent (juce::Component& p, std::function<bool()> wanted)
@@ -54,7 +89,8 @@ void PXTooltipComponent::timerCallback()
 void PXTooltipComponent::follow (juce::Component* under, juce::Point<int> position, bool pressed,
                                  juce::uint32 now)
 {
-    const auto tip = isWanted() ? tipOf (under, parent) : juce::String();
+    const auto isCovered = juce::Component::getNumCurrentlyModalComponents() > 0; // by a menu
+    const auto tip = isWanted() && !isCovered ? tipUnder (under) : juce::String();
     const auto isNew = tip != resting;
     if (isNew || position.getDistanceFrom (lastPosition) > quickMove)
         restingSince = now;
@@ -79,8 +115,12 @@ void PXTooltipComponent::show (const juce::String& text, juce::Point<int> positi
         shown = text;
         repaint();
     }
-    setBounds (getLookAndFeel().getTooltipBounds (shown, position, parent.getLocalBounds()));
-    setVisible (true);
+    const auto room = parent.getLocalBounds();
+    const auto place =
+        placeBeside (getLookAndFeel().getTooltipBounds (shown, position, room),
+                     keptFree != nullptr ? keptFree() : juce::Array<juce::Rectangle<int>>(), room);
+    setBounds (place);
+    setVisible (!place.isEmpty());
 }
 
 void PXTooltipComponent::showOf (const juce::Component* control)

@@ -7,13 +7,26 @@
 /** The tooltip: shown after the mouse has rested, it follows it until the mouse finds something else or a button is
     pressed.
 
-    It is a child of the editor's, never a window, so it stands in a host's window as well. Texts are translated. */
+    It is a child of the editor's, never a window, so it stands in a host's window as well. It never lies over an area that the
+    editor keeps free, and is not there while a menu or a dialog is open. Texts are translated. */
 class PXTooltipComponent : public juce::Component, private juce::Timer
 {
 public:
     /** @param isWanted   the preference "Show Tooltips", asked each time */
     PXTooltipComponent (juce::Component& parent, std::function<bool()> isWanted);
     ~PXTooltipComponent() override;
+
+    /** Areas of the parent that no tooltip covers, as waveforms that run. */
+    std::function<juce::Array<juce::Rectangle<int>>()> keptFree;
+
+    /** The words after the tooltip of a command, as its key. @param command   1 to 465 */
+    std::function<juce::String (int command)> wordsOf;
+
+    /** The place of a tooltip: the wanted one, or else the nearest above, below or beside an area that it would cover.
+        @returns an empty rectangle where there is none */
+    static juce::Rectangle<int> placeBeside (juce::Rectangle<int> wanted,
+                                             const juce::Array<juce::Rectangle<int>>& keptFree,
+                                             juce::Rectangle<int> room);
 
     static constexpr int delayMs = 700; ///< as JUCE's own
 
@@ -48,6 +61,7 @@ private:
     void followEvent (const juce::MouseEvent&, bool pressed);
     void show (const juce::String&, juce::Point<int> position);
     void hide();
+    juce::String tipUnder (juce::Component*) const;
 
     juce::Component& parent;
     SafePointer<juce::Component> hovered;

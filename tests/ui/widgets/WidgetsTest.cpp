@@ -118,6 +118,26 @@ TEST (CommandBinding, StepsGoEachWayAndThePitchIsTurnedRound)
     EXPECT_FALSE (unbound.isHeld());
 }
 
+TEST (PXTooltipComponent, LiesBesideWhatIsKeptFree)
+{
+    using Area = juce::Rectangle<int>;
+    const Area room (800, 600);
+    const juce::Array<Area> waves { Area (200, 100, 400, 140), Area (200, 300, 400, 140) };
+    struct Case
+    {
+        Area wanted, place;
+    };
+    const Case cases[] {
+        { { 10, 10, 100, 40 }, { 10, 10, 100, 40 } },     // touches nothing
+        { { 300, 110, 100, 40 }, { 300, 60, 100, 40 } },  // above it
+        { { 300, 220, 100, 40 }, { 300, 240, 100, 40 } }, // below it
+        { { 190, 200, 100, 70 }, { 100, 200, 100, 70 } }, // not between the two, where it has no room
+        { { 550, 160, 100, 70 }, { 600, 160, 100, 70 } }, { { 0, 120, 700, 500 }, {} },
+    };
+    for (const auto& [wanted, place] : cases)
+        EXPECT_EQ (PXTooltipComponent::placeBeside (wanted, waves, room), place) << wanted.toString();
+}
+
 TEST (PXTooltipComponent, ComesAfterARestFollowsTheMouseAndGoesWithAPress)
 {
     const DarkLook dark;
