@@ -4,9 +4,9 @@
 
 #include "demo/DemoTracks.h"
 #include "skin/Palette.h"
-#include "ui/deckviews/DeckPeakScope.h"
 #include "ui/deckviews/DeckWaveform.h"
 #include "ui/deckviews/DeckWaveformThumbnail.h"
+#include "ui/deckviews/scope/DeckPeakScope.h"
 
 #include <cstdio>
 

@@ -1,6 +1,6 @@
 #include "ui/global/DeckStackPage.h"
 
-#include "ui/deckviews/DeckPeakScope.h"
+#include "ui/deckviews/scope/DeckPeakScope.h"
 #include "ui/global/Fx1DeckComponent.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/plugins/VstSlotComponent.h"

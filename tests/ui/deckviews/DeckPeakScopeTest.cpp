@@ -1,7 +1,7 @@
 #include "ViewBench.h"
 
-#include "ui/deckviews/DeckPeakScope.h"
-#include "ui/deckviews/PeakColumns.h"
+#include "ui/deckviews/scope/DeckPeakScope.h"
+#include "ui/deckviews/scope/PeakColumns.h"
 
 #include <numeric>
 

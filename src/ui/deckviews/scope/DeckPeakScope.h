@@ -2,9 +2,9 @@
 
 #include "support/EngineListener.h"
 #include "ui/deckviews/BeatWindow.h"
-#include "ui/deckviews/DragSteps.h"
 #include "ui/deckviews/ScrollingImage.h"
 #include "ui/deckviews/WaveformZoom.h"
+#include "ui/deckviews/scope/DragSteps.h"
 #include "ui/poll/DeckWatch.h"
 #include "ui/poll/PollingView.h"
 

@@ -1,9 +1,9 @@
-#include "ui/deckviews/DeckPeakScope.h"
+#include "ui/deckviews/scope/DeckPeakScope.h"
 
 #include "engine/CPlatterdex.h"
 #include "skin/Palette.h"
 #include "tracks/PXAudioSampleBuffer.h"
-#include "ui/deckviews/PeakColumns.h"
+#include "ui/deckviews/scope/PeakColumns.h"
 
 #include <bit>
 

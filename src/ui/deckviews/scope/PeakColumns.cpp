@@ -1,4 +1,4 @@
-#include "ui/deckviews/PeakColumns.h"
+#include "ui/deckviews/scope/PeakColumns.h"
 
 #include <algorithm>
 #include <cmath>
