@@ -77,29 +77,30 @@ void refreshAll (juce::Component& parent)
         refreshAll (*parent.getChildComponent (i));
 }
 
-std::unique_ptr<CPlatterdexVstEditor> open (BenchEngine& engine, int tab)
+std::unique_ptr<CPlatterdexVstEditor> open (BenchEngine& engine, int tab, bool waves)
 {
     auto editor = std::make_unique<CPlatterdexVstEditor> (*engine);
     editor->globalBlock().setCurrentTabIndex (tab);
+    editor->showWaves (waves);
     editor->setVisible (true);
     editor->setSize (width, height);
     return editor;
 }
 
-void measure (BenchEngine& engine, int tab, double scale)
+void measure (BenchEngine& engine, int tab, double scale, bool waves)
 {
     Screen screen (scale);
     Timing::Durations opening (openings), whole (fullPaints), tick (ticks);
     for (int i = 0; i < openings; ++i)
     {
         const auto before = Timing::nanoseconds();
-        const auto editor = open (engine, tab);
+        const auto editor = open (engine, tab, waves);
         refreshAll (*editor);
         screen.paint (*editor, editor->getLocalBounds());
         opening.add (Timing::nanoseconds() - before);
     }
 
-    const auto editor = open (engine, tab);
+    const auto editor = open (engine, tab, waves);
     refreshAll (*editor);
     screen.paint (*editor, editor->getLocalBounds());
     for (int i = 0; i < fullPaints; ++i)
@@ -121,9 +122,10 @@ void measure (BenchEngine& engine, int tab, double scale)
         screen.paint (*editor, dirt->areas);
         tick.add (Timing::nanoseconds() - before);
     }
-    std::printf ("%-8s %5.2fx %9.2f ms %9.2f ms %9.2f ms %9.1f ms\n",
-                 GlobalComponent::names[static_cast<size_t> (tab)], scale, tick.quantile (0.5) / 1e6,
-                 tick.quantile (0.99) / 1e6, whole.quantile (0.5) / 1e6, opening.quantile (0.5) / 1e6);
+    std::printf ("%-8s %-6s %5.2fx %9.2f ms %9.2f ms %9.2f ms %9.1f ms\n",
+                 GlobalComponent::names[static_cast<size_t> (tab)], waves ? "waves" : "", scale,
+                 tick.quantile (0.5) / 1e6, tick.quantile (0.99) / 1e6, whole.quantile (0.5) / 1e6,
+                 opening.quantile (0.5) / 1e6);
 }
 }
 
@@ -145,8 +147,10 @@ int main()
     engine->settings.editor[EditorPreference::fourDeckMode] = 1;
 
     Machine::print();
-    std::printf ("%-8s %6s %12s %12s %12s %12s\n", "page", "scale", "tick", "99 %", "whole", "opening");
+    std::printf ("%-8s %-6s %6s %12s %12s %12s %12s\n", "page", "", "scale", "tick", "99 %", "whole",
+                 "opening");
     for (const auto tab : { GlobalComponent::mixer, GlobalComponent::fx })
         for (const auto scale : { 1.0, 2.0 })
-            measure (engine, tab, scale);
+            for (const auto waves : { false, true })
+                measure (engine, tab, scale, waves);
 }

@@ -198,6 +198,15 @@ run() {
     xdotool windowsize "$window" 1100 760
     until_true "$name: the window keeps its size" resized_to "$window" 1100
     find_window "$window"
+    # Full screen has no frame, and Escape gives the window back.
+    xdotool mousemove "$((left + 5 + 159 + 128))" "$((top + 5 + 24))" click 1
+    until_true "$name: it does not fill the screen" resized_to "$window" 1400
+    find_window "$window"
+    [ "$left,$top" = 0,0 ] || fail "$name: full screen keeps a frame"
+    picture "$name-full"
+    xdotool key Escape
+    until_true "$name: Escape does not leave the full screen" resized_to "$window" 1100
+    find_window "$window"
     picture "$name-small"
     xdotool mousemove "$((left + 5 + 159 + 20))" "$((top + 5 + 24))" click 1
     until_true "$name: deck C does not go" lacks_colour "$((left + 10))" "$((top + 296 + 8))" $unlit

@@ -4,6 +4,7 @@
 #include "demo/DemoTracks.h"
 #include "demo/FirstBank.h"
 #include "support/language/Translate.h"
+#include "ui/decks/UtilityPanels.h"
 #include "ui/sampler/OfferLoops.h"
 
 #include <memory>
@@ -123,6 +124,7 @@ void ApplicationRun::offerDemoTracks()
     const juce::File folder (engine.settings.audioFolder.get());
     if (!engine.isFirstRun)
         return;
+    UtilityPanels::layOutForNewUser (engine.settings);
     offerFirstBank();
     if (!DemoTrackWriter::isWanted (folder))
         return;

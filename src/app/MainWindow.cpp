@@ -1,6 +1,7 @@
 #include "app/MainWindow.h"
 
 #include "skin/Palette.h"
+#include "ui/window/FullScreen.h"
 
 #include <algorithm>
 
@@ -29,8 +30,9 @@ MainWindow::MainWindow (std::unique_ptr<juce::Component> content, PreferencesFil
 
 MainWindow::~MainWindow()
 {
-    // Unwritten, the next start takes the last place that was.
-    juce::ignoreUnused (preferences.set (placeName, getWindowStateAsString()));
+    // Unwritten, the next start takes the last place that was. A window that fills the screen has its place still.
+    if (!FullScreen::covers (*this))
+        juce::ignoreUnused (preferences.set (placeName, getWindowStateAsString()));
 }
 
 void MainWindow::restorePlace()

@@ -285,31 +285,16 @@ void CPlatterdex::loadNextTrack (int deck)
         while (file && *file != juce::File() && !AudioFileTypes::matches (*file));
     if (!file)
         return;
-    if (*file != juce::File())
-    {
-        automixHasTrack = true;
-        return loadTrack (*file, deck);
-    }
-    loaders.unload (deck);
-    // Once it has had a track it waits for the next one, whatever a user does meanwhile.
-    automixHasTrack = automixHasTrack || holdsTrack (0) || holdsTrack (1);
-    if (automixHasTrack)
-        return;
-    automix.stop();
-    listeners.postText ("*** " + tr ("Automix is off") + " ***|" + tr ("Its list holds no track."), 0);
-}
-
-bool CPlatterdex::holdsTrack (int deck)
-{
-    const auto* player = decks.deck (deck);
-    return !player->isEmpty() || player->isLoading != 0;
+    if (*file == juce::File())
+        loaders.unload (deck);
+    else
+        loadTrack (*file, deck);
 }
 
 void CPlatterdex::toggleAutomix()
 {
     if (settings.automixOn != 0)
         return automix.stop();
-    automixHasTrack = holdsTrack (0) || holdsTrack (1);
     if (environment.automixSource != nullptr)
         environment.automixSource->begin();
     automix.start();

@@ -197,14 +197,12 @@ private:
     CommandParameter* parameterOf (int number) const;
     void serveRequests();
     void toggleAutomix();
-    bool holdsTrack (int deck);
     void askToStopAutomix();
     void tellOfDamagedContents();
     void loadNextTrack (int deck);
     void keepPads();
     void timerCallback() override { deliverMessages(); }
 
-    bool automixHasTrack = false; ///< or has had one since it was switched on
     std::vector<std::string> damagedContents; ///< sentences that are yet to be told
 
     /** An answer to a prompt may come when the engine has gone: it looks here whether it has. */

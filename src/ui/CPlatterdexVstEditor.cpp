@@ -1,6 +1,7 @@
 #include "ui/CPlatterdexVstEditor.h"
 
 #include "engine/CPlatterdex.h"
+#include "engine/CommandTitle.h"
 #include "session/Session.h"
 #include "skin/Palette.h"
 #include "support/language/Translate.h"
@@ -8,18 +9,23 @@
 #include "ui/HelpTopics.h"
 #include "ui/KeyCard.h"
 #include "ui/KeyRepeat.h"
+#include "ui/ParameterList.h"
+#include "ui/look/TimeText.h"
 #include "ui/manual/ManualReader.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/plugins/VstPluginsPreferencesPage.h"
 #include "ui/preferences/Preferences.h"
 #include "ui/timecode/CDControlGeneratorPreferencesPage.h"
 #include "ui/timecode/TimecodePreferencesPage.h"
+#include "ui/window/FullScreen.h"
 
 namespace
 {
 constexpr int startWidth = 1280, startHeight = 800, browserHeight = 332; ///< of a browser that comes back
-constexpr const char *browserTitle = N_ ("Song Manager"), *keysTitle = N_ ("Keys");
-constexpr const char* zoomName = "waveform_zoom";
+constexpr const char *browserTitle = N_ ("Song Manager"), *keysTitle = N_ ("Keys"),
+                     *parametersTitle = N_ ("All parameters");
+constexpr juce::uint32 newsMs = 15000;
+constexpr const char *zoomName = "waveform_zoom", *wavesName = "stacked_waves";
 
 int scaled (int length, int percent)
 {
@@ -61,6 +67,7 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* shared,
       session (shared),
       preferences (session != nullptr ? session->preferences() : passing),
       scale (preferences),
+      loader (e, preferences),
       headerActions (actions (std::move (audioSettings), std::move (pages))),
       corner (this, getConstrainer()),
       tooltip (content, [&e] { return e.settings.editor[EditorPreference::showTooltips] != 0; }),
@@ -71,7 +78,19 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* shared,
     keyboard.onAction = [this] (KeyAction action, int deck) { act (action, deck); };
     keyboard.onDeck = [this] (int deck) { touch (deck); };
     walk.onStop = [this] (juce::Component* control) { tooltip.showOf (control); };
+    loader.onLeft = [this] (int count)
+    {
+        header->newsLine().tell (
+            trPlural ("%1 TRACK FOUND NO STOPPED DECK", "%1 TRACKS FOUND NO STOPPED DECK", count));
+    };
+    tooltip.keptFree = [this] { return runningWaves(); };
+    tooltip.wordsOf = [] (int command)
+    {
+        const auto key = keyOfCommand (command);
+        return commandTitle (command) + (key.isEmpty() ? key : "  [" + key + "]");
+    };
     tools.onHelp = [this] { helpWithWhatIsMeant(); };
+    wavesShown = preferences.get (wavesName) == "1";
     content.setOpaque (true);
     content.addMouseListener (this, true);
     build();
@@ -102,11 +121,14 @@ CPlatterdexVstEditor::~CPlatterdexVstEditor()
 /** Makes the parts, with their texts in the language in use; those that are there go. */
 void CPlatterdexVstEditor::build()
 {
+    content.addChildComponent (waves.emplace (engine));
     content.addAndMakeVisible (header.emplace (engine, headerActions));
+    header->newsLine().onRecorded = [this] (const juce::File& file, double seconds)
+    { tellOfRecording (file, seconds); };
     for (int deck = 0; deck < deckCount; ++deck)
     {
         auto& strip = decks[static_cast<size_t> (deck)];
-        strip = std::make_unique<DeckComponent> (engine, deck);
+        strip = std::make_unique<DeckComponent> (engine, deck, loader);
         content.addAndMakeVisible (*strip);
     }
     content.addAndMakeVisible (global.emplace (engine));
@@ -124,11 +146,9 @@ void CPlatterdexVstEditor::buildAnew()
     const auto tab = global->getCurrentTabIndex();
     tools.closeAll();
     walk.leave();
-    parameters.reset();
     build();
     global->setCurrentTabIndex (tab);
     noticeBar.toFront (false);
-    showParameters (parametersShown);
     isArranged = false; // by the new parts
     followArrangement();
     touch (touchedDeck);
@@ -186,16 +206,19 @@ HeaderActions CPlatterdexVstEditor::actions (std::function<void()> audioSettings
         made.isFullScreen = [this] { return isFullScreen(); };
     }
     made.audioSettings = std::move (audioSettings);
-    made.showParameters = [this] (bool shown) { showParameters (shown); };
-    made.showsParameters = [this] { return parametersShown; };
+    made.showParameters = [this] { showParameters(); };
     made.setScale = [this] (int percent) { setScale (percent); };
     made.scale = [this] { return scale.percent(); };
     made.showBrowser = [this] (bool shown) { showBrowser (shown); };
     made.showsBrowser = [this] { return browserShown; };
+    made.showWaves = [this] (bool shown) { showWaves (shown); };
+    made.showsWaves = [this] { return wavesShown; };
     made.layoutChanged = [this]
     {
         followArrangement();
         refreshDecks();
+        if (decks[0]->lacksRoomForPanels())
+            header->newsLine().tell (tr ("NO ROOM FOR ALL PANELS: A WIDER WINDOW SHOWS THEM"));
     };
     return made;
 }
@@ -222,6 +245,8 @@ CPlatterdexVstEditor::Arrangement CPlatterdexVstEditor::arrangement() const
     Arrangement made;
     made.mode.fourDecks = preferences[EditorPreference::fourDeckMode] != 0;
     made.mode.ghostMixer = preferences[EditorPreference::showGhostMixer] != 0 && !global->showsMixer();
+    made.mode.waves = wavesShown;
+    made.mode.browser = browserShown && !isBrowserInWindow();
     made.orderABCD = preferences[EditorPreference::mixerOrderABCD] != 0;
     return made;
 }
@@ -245,21 +270,25 @@ void CPlatterdexVstEditor::arrange()
 {
     if (!isArranged)
         return;
+    arranged.mode.waves = wavesShown;
+    arranged.mode.browser = browserShown && !isBrowserInWindow();
     EditorLayout layout (content.getWidth(), content.getHeight(), arranged.mode);
-    const auto desk = !parametersShown;
     const auto place = [] (juce::Component& view, juce::Rectangle<int> area, bool shown)
     {
         view.setBounds (area);
         view.setVisible (shown && !area.isEmpty());
     };
+    place (*waves, layout.waves, true);
     place (*header, layout.header, true);
     if (layout.decks[0].getWidth() >= 1)
         for (size_t deck = 0; deck < decks.size(); ++deck)
-            place (*decks[deck], layout.decks[deck], desk);
-    place (*global, layout.global, desk);
-    place (*ghostMixer, layout.ghostMixer, desk);
+            place (*decks[deck], layout.decks[deck], true);
+    for (const auto& strip : decks)
+        strip->waveformView().setHalfPace (waves->isVisible());
+    place (*global, layout.global, true);
+    place (*ghostMixer, layout.ghostMixer, true);
     // The notice takes the browser's first row; without a browser it lies over the last one of what is left.
-    const auto hasBrowser = desk && browserShown && !isBrowserInWindow();
+    const auto hasBrowser = browserShown && !isBrowserInWindow();
     auto notice = juce::Rectangle<int> (content.getWidth(), NoticeBar::height);
     if (hasBrowser && layout.browser.getHeight() > NoticeBar::height)
         notice.setY (layout.browser.getY());
@@ -273,9 +302,6 @@ void CPlatterdexVstEditor::arrange()
         place (*browser, layout.browser, hasBrowser);
     corner.setBounds (layout.resizer.withPosition (getWidth() - layout.resizer.getWidth(),
                                                    getHeight() - layout.resizer.getHeight()));
-    if (parameters != nullptr)
-        place (*parameters, content.getLocalBounds().withTrimmedTop (layout.header.getBottom() + 2),
-               parametersShown);
 }
 
 void CPlatterdexVstEditor::setNotice (const juce::String& sentence, std::function<void()> help)
@@ -284,31 +310,65 @@ void CPlatterdexVstEditor::setNotice (const juce::String& sentence, std::functio
     arrange();
 }
 
-void CPlatterdexVstEditor::showParameters (bool shown)
+/** The waveforms of decks that play, which nothing may cover. */
+juce::Array<juce::Rectangle<int>> CPlatterdexVstEditor::runningWaves() const
 {
-    if (shown && parameters == nullptr)
+    juce::Array<juce::Rectangle<int>> areas;
+    const auto add = [&] (const juce::Component& view)
     {
-        parameters = std::make_unique<ParameterList> (engine);
-        content.addChildComponent (*parameters);
-    }
-    parametersShown = shown;
+        if (view.isShowing())
+            areas.add (content.getLocalArea (&view, view.getLocalBounds()));
+    };
+    for (int deck = 0; deck < deckCount; ++deck)
+        if (decks[static_cast<size_t> (deck)]->isPlaying())
+        {
+            add (decks[static_cast<size_t> (deck)]->waveformView());
+            add (waves->row (deck));
+        }
+    return areas;
+}
+
+void CPlatterdexVstEditor::expireNotice()
+{
+    if (noticeBar.expire (engine.environment.clock()))
+        arrange();
+}
+
+void CPlatterdexVstEditor::tellOfRecording (const juce::File& file, double seconds)
+{
+    noticeBar.tell (tr ("Recorded %1 to %2", timeText (seconds), file.getFullPathName()),
+                    engine.environment.clock() + newsMs, [file] { file.revealToUser(); });
     arrange();
-    if (!shown && isShowing())
-        grabKeyboardFocus();
+}
+
+void CPlatterdexVstEditor::showParameters()
+{
+    tools.open (tr (parametersTitle), *this,
+                [this] (const std::function<void()>& close)
+                { return std::make_unique<ParameterList> (engine, close); });
 }
 
 void CPlatterdexVstEditor::showBrowser (bool shown)
 {
     if (shown == browserShown)
         return;
+    if (!shown)
+        keepHeight();
     browserShown = shown;
-    if (!shown)
-        heightWithBrowser = getHeight();
     arrange();
-    if (!shown)
+    shown ? giveHeightBack() : snapHeight();
+}
+
+void CPlatterdexVstEditor::showWaves (bool shown)
+{
+    if (std::exchange (wavesShown, shown) == shown)
+        return;
+    preferences.set (wavesName, shown ? "1" : "0");
+    arrange();
+    if (!browserShown || isBrowserInWindow())
         snapHeight();
-    else if (heightWithBrowser > getHeight() && !isFullScreen())
-        setSize (getWidth(), heightWithBrowser);
+    if (shown && !waves->isVisible())
+        header->newsLine().tell (tr ("THE WAVES NEED A TALLER WINDOW"));
 }
 
 void CPlatterdexVstEditor::showBrowserInWindow (bool inWindow)
@@ -324,7 +384,7 @@ void CPlatterdexVstEditor::showBrowserInWindow (bool inWindow)
                     browserWindow = made.get();
                     return made;
                 });
-    heightWithBrowser = getHeight();
+    keepHeight();
     arrange();
     snapHeight();
 }
@@ -335,20 +395,39 @@ void CPlatterdexVstEditor::browserWindowClosed()
     if (!isArranged)
         return;
     content.addChildComponent (*browser);
-    // Room for it again, if its window had taken it.
-    if (wantedSize.y > 0.0
-        && content.getHeight() <= EditorLayout::heightWithoutBrowser (arranged.mode.fourDecks))
-        setSize (getWidth(),
-                 std::max (heightWithBrowser, getHeight() + scaled (browserHeight, scale.percent())));
+    giveHeightBack();
     arrange();
+}
+
+/** The height of a window without a browser, unscaled. */
+int CPlatterdexVstEditor::bareHeight() const
+{
+    const auto four = arranged.mode.fourDecks;
+    const auto bare = EditorLayout::heightWithoutBrowser (four);
+    return wavesShown ? std::max (bare, EditorLayout::heightWithWaves (four)) : bare;
+}
+
+/** Remembers the height that the browser will get back. */
+void CPlatterdexVstEditor::keepHeight()
+{
+    if (!isFullScreen())
+        heightWithBrowser = getHeight() * 100.0 / scale.percent();
+}
+
+/** Makes room for a browser that comes back, unless a hand has made some. */
+void CPlatterdexVstEditor::giveHeightBack()
+{
+    if (isFullScreen() || getHeight() > scaled (bareHeight(), scale.percent()))
+        return;
+    const auto height =
+        heightWithBrowser > 0.0 ? juce::roundToInt (heightWithBrowser) : bareHeight() + browserHeight;
+    setSize (getWidth(), scaled (height, scale.percent()));
 }
 
 void CPlatterdexVstEditor::snapHeight()
 {
-    if (isFullScreen())
-        return;
-    setSize (getWidth(),
-             scaled (EditorLayout::heightWithoutBrowser (arranged.mode.fourDecks), scale.percent()));
+    if (!isFullScreen())
+        setSize (getWidth(), scaled (bareHeight(), scale.percent()));
 }
 
 /** The room for the editor on its screen, less the frame of its window; empty without a screen. */
@@ -405,13 +484,14 @@ void CPlatterdexVstEditor::setScale (int percent)
 void CPlatterdexVstEditor::setFullScreen (bool full)
 {
     if (auto* window = findParentComponentOfClass<juce::ResizableWindow>())
-        window->setFullScreen (full);
+        if (!FullScreen::ask (*window, full))
+            window->setFullScreen (full);
 }
 
 bool CPlatterdexVstEditor::isFullScreen() const
 {
     const auto* window = findParentComponentOfClass<juce::ResizableWindow>();
-    return window != nullptr && window->isFullScreen();
+    return window != nullptr && (window->isFullScreen() || FullScreen::covers (*window));
 }
 
 void CPlatterdexVstEditor::refreshDecks()
@@ -426,7 +506,7 @@ void CPlatterdexVstEditor::act (KeyAction action, int deck)
     {
     case KeyAction::load:
         if (deck >= 0 && deck < deckCount)
-            decks[static_cast<size_t> (deck)]->chooseFile();
+            loader.open (deck, *decks[static_cast<size_t> (deck)]);
         break;
     case KeyAction::spectralWaveform:
     {
@@ -539,9 +619,9 @@ bool CPlatterdexVstEditor::keyPressed (const juce::KeyPress& key)
 {
     if (walkByKey (key))
         return true;
-    if (key == juce::KeyPress (juce::KeyPress::escapeKey) && (parametersShown || isFullScreen()))
+    if (key == juce::KeyPress (juce::KeyPress::escapeKey) && isFullScreen())
     {
-        parametersShown ? showParameters (false) : setFullScreen (false);
+        setFullScreen (false);
         return true;
     }
     const auto isOurs = keyboard.keyPressed (key);

@@ -5,10 +5,10 @@
 #include "support/language/Language.h"
 #include "ui/EditorScale.h"
 #include "ui/NoticeBar.h"
-#include "ui/ParameterList.h"
 #include "ui/browser/SongManager.h"
 #include "ui/command/KeyboardCommands.h"
 #include "ui/decks/DeckComponent.h"
+#include "ui/deckviews/StackedWaves.h"
 #include "ui/deckviews/WaveformZoom.h"
 #include "ui/global/GhostMixerComponent.h"
 #include "ui/global/GlobalComponent.h"
@@ -55,11 +55,15 @@ public:
     /** A sentence that stays in sight until an empty one takes it away. @param help   called by a click on it */
     void setNotice (const juce::String& sentence, std::function<void()> help = {});
 
-    /** Shows the list of all commands in place of the decks. */
-    void showParameters (bool);
+    /** Opens the list of all commands in a window of its own. */
+    void showParameters();
 
     /** Shows or hides the browser. Without one the window snaps to the height of what is left. */
     void showBrowser (bool);
+
+    /** Shows the stacked waves on top of a window that has room for them. The preferences keep it. */
+    void showWaves (bool);
+    StackedWaves& stackedWaves() noexcept { return *waves; }
 
     /** Moves the browser into a window of its own, or back. */
     void showBrowserInWindow (bool);
@@ -91,6 +95,7 @@ public:
     SongManager& browserView() noexcept { return *browser; }
     ToolWindows& toolWindows() override { return tools; }
     ControlWalk& controlWalk() noexcept { return walk; }
+    LoadDialog& loadDialog() noexcept { return loader; }
 
     // Answers a drag that is let go over nothing that takes it.
     bool isInterestedInFileDrag (const juce::StringArray&) override { return true; }
@@ -124,6 +129,7 @@ private:
         {
             editor.followArrangement();
             editor.keepZoom();
+            editor.expireNotice();
         }
         void paint (juce::Graphics&) override;
         CPlatterdexVstEditor& editor;
@@ -143,12 +149,18 @@ private:
     void arrange();
     juce::Rectangle<int> screenRoom() const;
     void limitSize();
+    int bareHeight() const;
+    void keepHeight();
+    void giveHeightBack();
     void snapHeight();
+    juce::Array<juce::Rectangle<int>> runningWaves() const;
     void act (KeyAction, int deck);
     void helpWithWhatIsMeant();
     bool walkByKey (const juce::KeyPress&);
     void touch (int deck);
     void keepZoom();
+    void expireNotice();
+    void tellOfRecording (const juce::File&, double seconds);
 
     CPlatterdex& engine;
     Session* const session;
@@ -160,8 +172,10 @@ private:
     EditorScale scale;
     const juce::SharedResourcePointer<WaveformZoom> zoom;
     int keptZoom = WaveformZoom::usualStep; ///< as it stands in the preferences
+    LoadDialog loader;                      ///< before the decks, which load by it
     Content content { *this };
     const HeaderActions headerActions;
+    std::optional<StackedWaves> waves;
     std::optional<HeaderComponent> header; ///< it and those below have their texts in the language in use
     std::array<std::unique_ptr<DeckComponent>, deckCount> decks;
     std::optional<GlobalComponent> global;
@@ -169,16 +183,15 @@ private:
     std::optional<SongManager> browser;
     NoticeBar noticeBar;
     juce::ResizableCornerComponent corner;
-    std::unique_ptr<ParameterList> parameters;
     PXTooltipComponent tooltip;
     ControlWalk walk { content }; ///< before the keyboard commands
     KeyboardCommands keyboard;
     BrowserWindowContent* browserWindow = nullptr; ///< the tool window's, while there is one
-    int heightWithBrowser = 0;                     ///< before that window took it
+    double heightWithBrowser = 0.0;                ///< unscaled, before it went; 0 for none yet
     ToolWindows tools;
 
     Arrangement arranged;
     int touchedDeck = 0;            ///< by mouse or key, the last time
     juce::Point<double> wantedSize; ///< unscaled, as the hand or the host chose it
-    bool isScaling = false, isArranged = false, parametersShown = false, browserShown = true;
+    bool isScaling = false, isArranged = false, browserShown = true, wavesShown = false;
 };

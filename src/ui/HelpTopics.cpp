@@ -12,9 +12,10 @@
 #include "ui/decks/DeckComponent.h"
 #include "ui/decks/DeckPanels.h"
 #include "ui/decks/DeckTempoPanel.h"
-#include "ui/deckviews/DeckPeakScope.h"
 #include "ui/deckviews/DeckWaveform.h"
 #include "ui/deckviews/DeckWaveformThumbnail.h"
+#include "ui/deckviews/StackedWave.h"
+#include "ui/deckviews/scope/DeckPeakScope.h"
 #include "ui/envelope/EnvEditor.h"
 #include "ui/global/DeckStackPage.h"
 #include "ui/global/GhostMixerComponent.h"
@@ -99,6 +100,7 @@ bool isKind (const juce::Component& component)
 const KindTopic kindTopics[] {
     { isKind<DeckWaveform>, { "cues-and-loops", "move-through-the-track" } },
     { isKind<DeckWaveformThumbnail>, { "cues-and-loops", "move-through-the-track" } },
+    { isKind<StackedWave>, { "beat-matching", "by-hand" } },
     { isKind<DeckPeakScope>, { "beat-matching", "by-hand" } },
     { isKind<DeckTempoPanel>, { "beat-matching", "by-hand" } },
     { isKind<DeckGridPanel>, { "beat-matching", "put-the-grid-right" } },

@@ -13,23 +13,32 @@
 namespace
 {
 constexpr int rowHeight = 28, margin = 8, searchHeight = 24, searchWidth = 280;
+constexpr int startWidth = 640, startHeight = 560;
 }
 
-ParameterList::ParameterList (CPlatterdex& e) : engine (e), list ({}, this)
+ParameterList::ParameterList (CPlatterdex& e, std::function<void()> c)
+    : engine (e),
+      close (std::move (c)),
+      list ({}, this)
 {
+    setWantsKeyboardFocus (true); // and goes on to the field
     searchField.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
     searchField.setJustification (juce::Justification::centredLeft);
     searchField.setTextToShowWhenEmpty (tr ("Search"), palette::label);
-    searchField.onEscapeKey = searchField.onReturnKey = [this]
+    searchField.onEscapeKey = [this]
     {
-        if (auto* parent = getParentComponent())
-            parent->grabKeyboardFocus();
+        if (!searchField.isEmpty())
+            searchField.clear();
+        else if (close != nullptr)
+            close();
     };
+    searchField.onReturnKey = [this] { list.grabKeyboardFocus(); };
     searchField.onTextChange = [this] { search (searchField.getText()); };
     list.setRowHeight (rowHeight);
     addAndMakeVisible (searchField);
     addAndMakeVisible (list);
     search ({});
+    setSize (startWidth, startHeight);
 }
 
 void ParameterList::search (const juce::String& text)

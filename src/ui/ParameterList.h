@@ -2,6 +2,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <functional>
 #include <vector>
 
 class CPlatterdex;
@@ -10,7 +11,8 @@ class CPlatterdex;
 class ParameterList : public juce::Component, private juce::ListBoxModel
 {
 public:
-    explicit ParameterList (CPlatterdex&);
+    /** @param close   called by Escape in an empty field of search; may be empty */
+    explicit ParameterList (CPlatterdex&, std::function<void()> close = {});
 
     /** Shows only commands whose name holds each word of the text; all for an empty one. */
     void search (const juce::String& text);
@@ -19,12 +21,14 @@ public:
 
     void paint (juce::Graphics&) override;
     void resized() override;
+    void focusGained (FocusChangeType) override { searchField.grabKeyboardFocus(); }
 
 private:
     void paintListBoxItem (int row, juce::Graphics&, int width, int height, bool selected) override;
     juce::Component* refreshComponentForRow (int row, bool selected, juce::Component* existing) override;
 
     CPlatterdex& engine;
+    const std::function<void()> close;
     juce::TextEditor searchField;
     juce::ListBox list;
     std::vector<int> found; ///< command numbers

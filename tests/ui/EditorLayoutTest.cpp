@@ -66,3 +66,35 @@ TEST (DeckLayout, PartsTileTheStripAndPanelsGiveWayToTheWaveform)
                               || layout.title.intersects (layout.tempo));
             }
 }
+
+TEST (EditorLayout, WavesTakeOnlyWhatTheRestDoesNotNeed)
+{
+    struct Case
+    {
+        int height;
+        bool four, browser;
+        int waves; ///< rows
+    };
+    const Case cases[] { { 800, false, true, 240 },  { 640, false, true, 0 },    { 670, false, true, 133 },
+                         { 800, true, true, 0 },     { 1080, true, true, 302 },  { 1440, true, true, 320 },
+                         { 468, false, false, 131 }, { 577, false, false, 240 }, { 728, true, false, 0 },
+                         { 898, true, false, 320 } };
+    for (const auto& [height, four, browser, waves] : cases)
+    {
+        SCOPED_TRACE (testing::Message() << height << (four ? " four" : " two") << browser);
+        const EditorLayout plain (1280, height, { four, true, false, browser });
+        const EditorLayout layout (1280, height, { four, true, true, browser });
+        EXPECT_EQ (layout.waves.getHeight(), waves);
+        EXPECT_EQ (layout.header, plain.header.translated (0, waves));
+        EXPECT_EQ (layout.global, plain.global.translated (0, waves));
+        EXPECT_EQ (layout.ghostMixer, plain.ghostMixer.translated (0, waves));
+        for (size_t deck = 0; deck < layout.decks.size(); ++deck)
+            EXPECT_EQ (layout.decks[deck],
+                       plain.decks[deck].isEmpty() ? Area() : plain.decks[deck].translated (0, waves));
+        EXPECT_EQ (layout.browser.getY(), plain.browser.getY() + waves);
+        EXPECT_EQ (layout.browser.getBottom(), height);
+        EXPECT_EQ (EditorLayout (1280, EditorLayout::heightWithWaves (four), { four, true, true, false })
+                       .waves.getHeight(),
+                   four ? 320 : 240);
+    }
+}

@@ -1,7 +1,10 @@
 #include "UiBench.h"
 
+#include "ui/ParameterList.h"
 #include "ui/ParameterRow.h"
 #include "ui/decks/BeatStepField.h"
+#include "ui/decks/DeckPanels.h"
+#include "ui/decks/UtilityPanels.h"
 #include "ui/header/HeaderPanels.h"
 #include "ui/panel/PanelPaint.h"
 #include "ui/preferences/Preferences.h"
@@ -88,6 +91,181 @@ TEST (Editor, ANoticeStaysInSightWithAndWithoutABrowser)
     EXPECT_EQ (clicks, 2);
 }
 
+TEST (Editor, ARecordingSaysWhereItLiesAndTheNewsLeave)
+{
+    UiBench bench;
+    auto& bar = bench.find<NoticeBar> (*bench.editor);
+    auto& news = bench.editor->headerStrip().newsLine();
+    bench.engine.settings.recordFile.set (bench.folder.file ("mix.wav").getFullPathName());
+    bench.render(); // the recorder takes the engine's rate
+    bench.engine.toggleRecorder();
+    bench.refresh();
+    const auto file = bench.engine.recorder.file();
+    EXPECT_TRUE (news.shown().sentence.contains (file.getFileName())) << news.shown().sentence;
+    EXPECT_FALSE (isShown (bar));
+    bench.render (96000);
+    bench.engine.toggleRecorder();
+    bench.refresh();
+    ASSERT_TRUE (isShown (bar));
+    EXPECT_TRUE (file.existsAsFile());
+    EXPECT_EQ (bar.sentence(), "Recorded 00:02.0 to " + file.getFullPathName());
+    bench.editor->setNotice ("No audio device.");
+    EXPECT_EQ (bar.sentence(), "No audio device.") << "trouble covers good news";
+    bench.editor->setNotice ({});
+    bench.now += 16000;
+    bench.refresh();
+    EXPECT_FALSE (isShown (bar));
+}
+
+TEST (Editor, AutomixWithNothingToPlaySaysSo)
+{
+    UiBench bench;
+    bench.engine.setParameter (CommandTable::numberOf ("AUTOMIX_ON_OFF"), 1.0f);
+    bench.engine.deliverMessages();
+    bench.render();
+    bench.refresh();
+    EXPECT_EQ (bench.editor->headerStrip().newsLine().shown().sentence, "AUTO: THE LIST HOLDS NO TRACK");
+}
+
+TEST (Editor, AutomixSaysWhatItIsAboutToDo)
+{
+    UiBench bench;
+    auto& news = bench.editor->headerStrip().newsLine();
+    bench.engine.settings.automixFadeSeconds = 5.0;
+    for (int deck : { 0, 1 })
+        bench.load (bench.halfLoudTrack (70.0), deck);
+    bench.engine.setParameter (CommandTable::numberOf ("AUTOMIX_ON_OFF"), 1.0f);
+    bench.engine.deliverMessages();
+    bench.render();
+    bench.refresh();
+    EXPECT_EQ (news.shown().sentence, "AUTO: TO DECK B IN 01:04");
+}
+
+TEST (Editor, ALoopBesideTheBeatOffersSnapOnceAndAClickTakesIt)
+{
+    UiBench bench;
+    bench.load (bench.halfLoudTrack (20.0), 0);
+    auto& player = *bench.engine.decks.deck (0);
+    player.marks.bpm = 120.0;
+    player.marks.fixedGrid = 1;
+    player.marks.downbeatPosition = 0;
+    player.track.numBeats = 1;
+    auto& news = bench.editor->headerStrip().newsLine();
+    const auto loopAt = [&] (double seconds)
+    {
+        player.place (seconds * 44100.0);
+        player.loops.mode = 0;
+        bench.refresh();
+        bench.engine.loops.toggleLoop (0);
+        bench.refresh();
+        return news.shown().sentence;
+    };
+    EXPECT_EQ (loopAt (2.0), "") << "on the beat";
+    EXPECT_TRUE (loopAt (4.2).contains ("BESIDE THE BEAT"));
+    release (news);
+    EXPECT_EQ (bench.engine.settings.deckSetup[0].snap, 1);
+    bench.engine.settings.deckSetup[0].snap = 0;
+    EXPECT_EQ (loopAt (6.2), "") << "once is enough";
+}
+
+TEST (Editor, TheBrowsersHeightComesBack)
+{
+    struct Case
+    {
+        bool four, waves;
+        int height, bare;
+    };
+    for (const auto& [four, waves, height, bare] : { Case { false, false, 800, 468 },
+                                                     { true, false, 1000, 728 },
+                                                     { false, true, 900, 577 },
+                                                     { true, true, 1200, 898 } })
+        for (const auto percent : { 100, 150 })
+        {
+            SCOPED_TRACE (testing::Message() << height << " at " << percent);
+            UiBench bench;
+            auto& editor = *bench.editor;
+            bench.engine.settings.editor[EditorPreference::fourDeckMode] = four ? 1 : 0;
+            editor.setScale (percent);
+            editor.showWaves (waves);
+            bench.refresh();
+            editor.setSize (1600, height * percent / 100);
+            editor.showBrowser (false);
+            EXPECT_EQ (editor.getHeight(), juce::roundToInt (bare * percent / 100.0));
+            EXPECT_EQ (editor.stackedWaves().isVisible(), waves);
+            editor.showBrowser (true);
+            EXPECT_EQ (editor.getHeight(), height * percent / 100);
+            editor.showBrowserInWindow (true);
+            EXPECT_EQ (editor.getHeight(), juce::roundToInt (bare * percent / 100.0));
+            editor.showBrowserInWindow (false);
+            juce::MessageManager::getInstance()->runDispatchLoopUntil (50);
+            EXPECT_EQ (editor.getHeight(), height * percent / 100);
+            editor.showBrowser (false);
+            editor.setSize (1600, 2000);
+            editor.showBrowser (true);
+            EXPECT_EQ (editor.getHeight(), 2000) << "a hand had made room";
+        }
+}
+
+TEST (Editor, StackedWavesShowTheLoadedDecksOfTheModeAndAreKept)
+{
+    UiBench bench;
+    bench.editor->setSize (1280, 1300);
+    const auto shown = [&]
+    {
+        bench.refresh();
+        juce::String letters;
+        for (int deck = 0; deck < deckCount; ++deck)
+            if (isShown (bench.editor->stackedWaves().row (deck)))
+                letters << PanelPaint::letterOf (deck);
+        return letters;
+    };
+    for (int deck : { 0, 2 })
+        bench.load (bench.halfLoudTrack(), deck);
+    EXPECT_EQ (shown(), "") << "not before they are wanted";
+    auto& button = bench.find<PXImageButton> (bench.editor->headerStrip(), "_wavesButton");
+    press (button);
+    release (button);
+    EXPECT_EQ (shown(), "A");
+    bench.engine.settings.editor[EditorPreference::fourDeckMode] = 1;
+    EXPECT_EQ (shown(), "AC");
+    bench.load (bench.halfLoudTrack(), 3);
+    EXPECT_EQ (shown(), "ACD");
+    bench.reopen();
+    bench.editor->setSize (1280, 1300);
+    EXPECT_EQ (shown(), "ACD") << "as it was left";
+    bench.editor->setSize (1280, 700);
+    EXPECT_EQ (shown(), "") << "no room";
+    bench.editor->setSize (1280, 1300);
+    bench.editor->showWaves (false);
+    EXPECT_EQ (shown(), "");
+}
+
+TEST (Editor, AWindowBeyondTheLimitsIsDrawnFromPicturesOfItsOwnSize)
+{
+    PreferencesFile passing { juce::File() };
+    struct Case
+    {
+        int percent, width, height;
+        float factor;
+    };
+    for (const auto& [percent, width, height, factor] : { Case { 100, 1280, 800, 1.0f },
+                                                          { 100, 2560, 1440, 1.0f },
+                                                          { 100, 3440, 1440, 1.5f },
+                                                          { 100, 2700, 1200, 1.25f },
+                                                          { 100, 5120, 2160, 2.0f },
+                                                          { 175, 2560, 1440, 1.75f },
+                                                          { 200, 1920, 1080, 1.75f },
+                                                          { 150, 1400, 800, 1.25f },
+                                                          { 200, 1100, 800, 1.0f },
+                                                          { 100, 800, 600, 0.78125f },
+                                                          { 100, 3440, 320, 1.0810811f } })
+    {
+        EditorScale scale (passing);
+        scale.set (percent);
+        EXPECT_NEAR (scale.factorFor (width, height), factor, 1e-5) << percent << " " << width;
+    }
+}
+
 TEST (Editor, OnlyWhatIsSeenPolls)
 {
     UiBench bench;
@@ -107,9 +285,6 @@ TEST (Editor, OnlyWhatIsSeenPolls)
     EXPECT_GT (check(), 10);
     bench.editor->globalBlock().setCurrentTabIndex (GlobalComponent::wav);
     check();
-    bench.editor->showParameters (true);
-    check();
-    bench.editor->showParameters (false);
     bench.editor->setVisible (false);
     EXPECT_EQ (check(), 0);
 }
@@ -170,7 +345,7 @@ TEST (Editor, ADeckSaysWhatItKnowsAndWhatWentWrong)
     UiBench bench;
     bench.refresh();
     auto& strip = bench.editor->deck (1);
-    EXPECT_EQ (strip.texts(), (DeckComponent::Texts { PanelPaint::dash(), "", PanelPaint::dash() }));
+    EXPECT_EQ (strip.texts(), (DeckComponent::Texts { PanelPaint::dash(), "", "", PanelPaint::dash() }));
     EXPECT_EQ (strip.notice()[0], "Drop a track here,");
 
     const auto broken = bench.folder.file ("broken.mp3");
@@ -234,6 +409,37 @@ TEST (Editor, PanelsAreChosenCountedAndRemembered)
         bench.engine.settings.editor[EditorPreference::deckPanelsRight] = static_cast<int8_t> (right);
         bench.refresh();
         EXPECT_EQ (seats(), left + right);
+    }
+}
+
+TEST (Editor, ANewUserSeesHotCuesAndWhereThereIsRoomTheGrid)
+{
+    UiBench bench;
+    UtilityPanels::layOutForNewUser (bench.engine.settings);
+    struct Case
+    {
+        int width;
+        bool cue, grid;
+    };
+    for (const auto& [width, cue, grid] :
+         { Case { 1024, false, false }, { 1280, true, false }, { 1920, true, true } })
+    {
+        bench.editor->setSize (width, 800);
+        bench.refresh();
+        auto& deck = bench.editor->deck (0);
+        const auto isThere = [&] (auto* kind)
+        {
+            const auto all = descendants (deck);
+            return std::any_of (all.begin(), all.end(),
+                                [&] (auto* each) { return dynamic_cast<decltype (kind)> (each) != nullptr; });
+        };
+        DeckCuePanel* cues = nullptr;
+        DeckGridPanel* grids = nullptr;
+        DeckLoopPanel* loops = nullptr;
+        EXPECT_EQ (isThere (cues), cue) << width;
+        EXPECT_EQ (isThere (grids), grid) << width;
+        EXPECT_TRUE (isThere (loops)) << width;
+        EXPECT_EQ (deck.lacksRoomForPanels(), !grid) << width;
     }
 }
 

@@ -78,6 +78,8 @@ TEST (SkinUse, EveryStripIsShownOrWaitsForAPanel)
         bench.engine.smartKnobs.setSmartKnobOn (deck, 0, true);
     }
     HeaderActions actions;
+    actions.showWaves = [] (bool) {};
+    actions.showsWaves = [] { return false; };
     actions.setFullScreen = [] (bool) {};
     actions.isFullScreen = [] { return false; };
     Makers views {
@@ -95,7 +97,8 @@ TEST (SkinUse, EveryStripIsShownOrWaitsForAPanel)
     for (int deck = 0; deck < deckCount; ++deck)
     {
         const auto letter = std::string (1, static_cast<char> ('A' + deck));
-        views["deck " + letter] = [&, deck] { return std::make_unique<DeckComponent> (bench.engine, deck); };
+        views["deck " + letter] = [&, deck]
+        { return std::make_unique<DeckComponent> (bench.engine, deck, bench.editor->loadDialog()); };
         for (int panel = 0; panel < UtilityPanels::count; ++panel)
             if (UtilityPanels::isOffered (panel) && panel != UtilityPanels::empty)
                 views[std::string (UtilityPanels::names[static_cast<size_t> (panel)]) + " " + letter] =

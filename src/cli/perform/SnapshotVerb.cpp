@@ -9,6 +9,7 @@
 #include "support/language/Translate.h"
 #include "text/ZRRenderer.h"
 #include "ui/CPlatterdexVstEditor.h"
+#include "ui/ParameterList.h"
 #include "ui/browser/table/TableColumn.h"
 #include "ui/manual/ManualReader.h"
 #include "ui/midi/MidiMappingComponent.h"
@@ -31,16 +32,17 @@ constexpr std::array options {
     VerbOption { "--out", "FILE.png", N_ ("the picture") },
     VerbOption { "--size", "WxH", N_ ("of the window, 1024x296 to 2560x2560 (1280x800)") },
     VerbOption { "--scale", "FACTOR",
-                 N_ ("1, 1.25, 1.5 or 2: pixels of the picture for one of the window (1)") },
+                 N_ ("1, 1.25, 1.5, 1.75 or 2: pixels of the picture for one of the window (1)") },
     VerbOption { "--four", nullptr, N_ ("four decks instead of two") },
+    VerbOption { "--waves", nullptr, N_ ("the stacked waves on top") },
     VerbOption { "--after", "SET.txt", N_ ("paints what stands there when this set has been performed") },
     VerbOption { "--in", "FILE", N_ ("a WAV file of up to 10 channels for the inputs of the set") },
     VerbOption { "--tab", "NAME",
                  N_ ("the page of the block between the decks: mixer, fx, sampler, wav, vst or env") },
     VerbOption {
         "--view", "NAME",
-        N_ ("only a part: header, decka to deckd, global, ghost, browser or parameters; or a window of its "
-            "own: "
+        N_ ("only a part: header, decka to deckd, global, ghost or browser; or a window of its "
+            "own: parameters, "
             "midi-mapping, midi-ports, midi-scripts, timecode, control-cd, plugins, plugin-hangs, pad-editor "
             "or "
             "knob-editor (of deck A's first), or preferences, or preferences-PAGE by a word of its name; or "
@@ -52,8 +54,8 @@ constexpr std::array options {
 constexpr const char *pagePrefix = "preferences-", *manualPrefix = "manual-";
 
 constexpr const char* usage =
-    "snapshot --out FILE.png [--size WxH] [--scale FACTOR] [--four] [--after SET.txt] [--in FILE]\n"
-    "                           [--tab NAME] [--view NAME] [--root DIR]";
+    "snapshot --out FILE.png [--size WxH] [--scale FACTOR] [--four] [--waves] [--after SET.txt]\n"
+    "                           [--in FILE] [--tab NAME] [--view NAME] [--root DIR]";
 
 /** The picture that is asked for. */
 struct Request
@@ -61,6 +63,7 @@ struct Request
     juce::Point<int> size { 1280, 800 };
     float scale = 1.0f;
     int tab = GlobalComponent::mixer;
+    bool waves = false;
     juce::String view;
     juce::String fault;
 };
@@ -96,11 +99,13 @@ Request readRequest (const VerbOptions& given)
     }
     if (given.has ("--scale"))
     {
-        const juce::StringArray known { "1", "1.25", "1.5", "2" };
+        const juce::StringArray known { "1", "1.25", "1.5", "1.75", "2" };
         request.scale = given.valueOf ("--scale").getFloatValue();
         if (!known.contains (given.valueOf ("--scale")))
-            request.fault = tr ("--scale takes 1, 1.25, 1.5 or 2, not \"%1\".", given.valueOf ("--scale"));
+            request.fault =
+                tr ("--scale takes 1, 1.25, 1.5, 1.75 or 2, not \"%1\".", given.valueOf ("--scale"));
     }
+    request.waves = given.has ("--waves");
     if (given.has ("--tab"))
     {
         const juce::StringArray tabs (GlobalComponent::names.data(), GlobalComponent::tabs);
@@ -229,6 +234,8 @@ juce::Image paintWindow (CPlatterdex& engine, const Request& request)
             page->scanner().show ({ ScanMessage::Kind::hanging, {}, {}, true, 0.5 });
         view = std::move (page);
     }
+    else if (request.view == "parameters")
+        view = std::make_unique<ParameterList> (engine);
     else if (request.view == "control-cd")
         view = std::make_unique<CDControlGeneratorPreferencesPage> (engine);
     else
@@ -299,14 +306,14 @@ juce::Image paintEditor (CPlatterdex& engine, const Request& request, const SetS
     if (request.view.startsWith ("midi-"))
         return paintMidi (engine, request);
     if (request.view.endsWith ("-editor") || request.view.startsWith ("plugin") || request.view == "timecode"
-        || request.view == "control-cd")
+        || request.view == "control-cd" || request.view == "parameters")
         return paintWindow (engine, request);
     const auto session = sessionOf (engine);
     CPlatterdexVstEditor editor (engine, session.get());
     editor.setVisible (true);
     editor.globalBlock().setCurrentTabIndex (request.tab);
     editor.setSize (request.size.x, request.size.y);
-    editor.showParameters (request.view == "parameters");
+    editor.showWaves (request.waves);
     if (const auto fault = browse (editor.browserView(), script); fault.isNotEmpty())
         reportLine ("platterdex: " + fault);
     refreshAll (editor);

@@ -39,8 +39,9 @@ constexpr PlacedControl table[] {
 // clang-format on
 }
 
-DeckComponent::DeckComponent (CPlatterdex& e, int deck)
+DeckComponent::DeckComponent (CPlatterdex& e, int deck, LoadDialog& l)
     : ControlPanel (e),
+      loader (l),
       watch (e, deck),
       lamp (e, deck),
       loadButton (own (std::make_unique<PXImageButton> ("_loadButton"))),
@@ -56,7 +57,7 @@ DeckComponent::DeckComponent (CPlatterdex& e, int deck)
     loadButton.setStrip ("load_18");
     loadButton.setTooltip (
         tr ("Loads a track into deck %1. Right click for more.", PanelPaint::letterOf (deck)));
-    loadButton.onClick = [this] { chooseFile(); };
+    loadButton.onClick = [this] { loader.open (watch.deck(), *this); };
     loadButton.onRightClick = [this] { openMenu(); };
     loadButton.setBounds (loadArea);
 
@@ -80,6 +81,13 @@ void DeckComponent::makePanels()
     seatsLeft = left;
     seatsRight = right;
     resized();
+}
+
+bool DeckComponent::lacksRoomForPanels() const
+{
+    const auto areas = layout();
+    return static_cast<int> (areas.leftPanels.size()) < seatsLeft
+           || static_cast<int> (areas.rightPanels.size()) < seatsRight;
 }
 
 void DeckComponent::resized()
@@ -278,34 +286,34 @@ bool DeckComponent::isInterestedInFileDrag (const juce::StringArray& files)
 void DeckComponent::filesDropped (const juce::StringArray& files, int, int)
 {
     followDrop (false);
+    juce::Array<juce::File> tracks;
     for (const auto& path : files)
-        if (const juce::File file (path); AudioFileTypes::matches (file))
-            return TrackLoad::onto (engine, watch, file, *this, isShiftHeld());
+        tracks.add (juce::File (path));
+    loader.load (tracks, deck(), *this, isShiftHeld());
 }
 
-juce::File DeckComponent::trackOf (const SourceDetails& details) const
+juce::Array<juce::File> DeckComponent::tracksOf (const SourceDetails& details) const
 {
+    juce::Array<juce::File> tracks;
     for (const auto& path : DragSourceName::filesOf (details))
         if (const juce::File file (path); AudioFileTypes::matches (file))
-            return file;
-    if (details.description.toString() != DeckWaveform::dragDescription || details.sourceComponent == nullptr)
-        return {};
-    const auto* source = details.sourceComponent->findParentComponentOfClass<DeckComponent>();
-    if (source == nullptr || source == this)
-        return {};
-    return juce::File (source->watch->filePath);
+            tracks.add (file);
+    if (details.description.toString() == DeckWaveform::dragDescription && details.sourceComponent != nullptr)
+        if (const auto* source = details.sourceComponent->findParentComponentOfClass<DeckComponent>();
+            source != nullptr && source != this && source->watch->loadedFrames > 0)
+            tracks.add (juce::File (source->watch->filePath));
+    return tracks;
 }
 
 bool DeckComponent::isInterestedInDragSource (const SourceDetails& details)
 {
-    return trackOf (details) != juce::File();
+    return !tracksOf (details).isEmpty();
 }
 
 void DeckComponent::itemDropped (const SourceDetails& details)
 {
     followDrop (false);
-    if (const auto track = trackOf (details); track != juce::File())
-        TrackLoad::onto (engine, watch, track, *this, isShiftHeld());
+    loader.load (tracksOf (details), deck(), *this, isShiftHeld());
 }
 
 void DeckComponent::followDrop (bool isOver)
@@ -321,26 +329,11 @@ void DeckComponent::openMenu()
 {
     juce::PopupMenu menu;
     const auto hasTrack = watch->loadedFrames > 0;
-    menu.addItem (tr ("Load a track..."), [this] { chooseFile(); });
+    menu.addItem (tr ("Load a track..."), [this] { loader.open (deck(), *this); });
     menu.addItem (tr ("Return to the start"), hasTrack, false, [this] { engine.transport.rewind (deck()); });
     menu.addItem (tr ("Play in reverse"), hasTrack, watch->reverse,
                   [this] { engine.transport.setReverse (deck(), !watch.look().reverse); });
     menu.addSeparator();
     EditMenu::addTo (menu, engine, watch);
     ::openMenu (menu, *this, juce::PopupMenu::Options().withTargetComponent (loadButton));
-}
-
-void DeckComponent::chooseFile()
-{
-    const juce::File current (watch->filePath);
-    const auto folder = current.existsAsFile() ? current.getParentDirectory()
-                                               : juce::File (engine.settings.audioFolder.get());
-    chooser = std::make_unique<FileDialog> (
-        Prompts::FileQuestion { tr ("Load a track into deck %1", PanelPaint::letterOf (deck())), folder,
-                                AudioFileTypes::wildcard },
-        [this] (const juce::File& file)
-        {
-            if (file != juce::File())
-                TrackLoad::onto (engine, watch, file, *this);
-        });
 }

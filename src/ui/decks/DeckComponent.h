@@ -1,11 +1,11 @@
 #pragma once
 
 #include "ui/decks/DeckContainerPanel.h"
+#include "ui/decks/LoadDialog.h"
 #include "ui/decks/TrackLoad.h"
 #include "ui/deckviews/DeckWaveform.h"
 #include "ui/deckviews/DeckWaveformThumbnail.h"
 #include "ui/layout/DeckLayout.h"
-#include "ui/look/FileDialog.h"
 #include "ui/panel/ControlPanel.h"
 #include "ui/panel/DeckBadge.h"
 #include "ui/poll/DeckWatch.h"
@@ -20,8 +20,8 @@
 class DeckComponent : public ControlPanel, public juce::FileDragAndDropTarget, public juce::DragAndDropTarget
 {
 public:
-    /** @param deck   0 to 3 */
-    DeckComponent (CPlatterdex&, int deck);
+    /** @param deck   0 to 3 @param loader   takes the files that are let go over the deck; outlives it */
+    DeckComponent (CPlatterdex&, int deck, LoadDialog& loader);
 
     int deck() const noexcept { return watch.deck(); }
 
@@ -43,8 +43,11 @@ public:
 
     const Texts& texts() const noexcept { return shown; }
 
-    /** Opens the dialog that chooses a file for this deck. */
-    void chooseFile();
+    bool isPlaying() const noexcept { return watch->playing; }
+    DeckWaveform& waveformView() noexcept { return waveform; }
+
+    /** True if fewer panels stand in the strip than the preferences want. */
+    bool lacksRoomForPanels() const;
 
     /** Marks the deck as the one that the keys of undo mean. */
     void setTouched (bool);
@@ -83,15 +86,15 @@ private:
     void paintTexts (juce::Graphics&) const;
     void followDrop (bool isOver);
     void openMenu();
-    juce::File trackOf (const SourceDetails&) const;
+    juce::Array<juce::File> tracksOf (const SourceDetails&) const;
 
+    LoadDialog& loader;
     const DeckWatch watch;
     DeckBadge lamp;
     PXImageButton& loadButton;
     DeckWaveform waveform;
     DeckWaveformThumbnail thumbnail;
     std::vector<std::unique_ptr<DeckContainerPanel>> leftPanels, rightPanels;
-    std::unique_ptr<FileDialog> chooser;
 
     juce::Image ground; ///< of the strip, in the pixels of the last paint
     Texts shown;

@@ -1,6 +1,7 @@
 #include "ui/decks/TrackLoad.h"
 
 #include "engine/CPlatterdex.h"
+#include "support/files/AudioFileTypes.h"
 #include "support/language/Translate.h"
 #include "ui/panel/PanelPaint.h"
 
@@ -36,6 +37,31 @@ void TrackLoad::onto (CPlatterdex& engine, const DeckWatch& watch, const juce::F
             if (yes && alive != nullptr)
                 engine.loadTrack (file, deck);
         });
+}
+
+int TrackLoad::inOrder (CPlatterdex& engine, std::span<const DeckWatch> decks,
+                        const juce::Array<juce::File>& files, int first, juce::Component& asker, bool isHeld)
+{
+    auto next = 0, left = 0;
+    const auto count = static_cast<int> (decks.size());
+    for (const auto& file : files)
+    {
+        if (!AudioFileTypes::matches (file))
+            continue;
+        const auto isFirst = next == 0;
+        const auto at = [&]() -> const DeckWatch&
+        { return decks[static_cast<size_t> ((first + next) % count)]; };
+        while (next > 0 && next < count && (at().look().playing || at().now().loading))
+            ++next;
+        if (next >= count)
+        {
+            ++left;
+            continue;
+        }
+        onto (engine, at(), file, asker, isFirst && isHeld);
+        ++next;
+    }
+    return left;
 }
 
 int TrackLoad::freeDeck (std::span<const DeckWatch> decks)

@@ -25,6 +25,13 @@ Consent consentOf (const CPlatterdex&, const DeckWatch&, bool isHeld = false);
     @param isHeld   as for consentOf() */
 void onto (CPlatterdex&, const DeckWatch&, const juce::File&, juce::Component& asker, bool isHeld = false);
 
+/** Loads tracks onto decks in their order: the first one onto a deck by its consent, each further one onto the next deck that
+    stands still, round from that one on. Files that are no tracks are passed over.
+    @param first   0 to 3 @param isHeld   for the first
+    @returns how many tracks found no deck */
+int inOrder (CPlatterdex&, std::span<const DeckWatch> decks, const juce::Array<juce::File>&, int first,
+             juce::Component& asker, bool isHeld = false);
+
 /** The deck that is free for a track: the first empty one, else the first that stands still. @returns -1 if all play */
 int freeDeck (std::span<const DeckWatch> decks);
 }

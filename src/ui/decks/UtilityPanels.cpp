@@ -1,6 +1,7 @@
 #include "ui/decks/UtilityPanels.h"
 
 #include "engine/CommandTable.h"
+#include "settings/EngineSettings.h"
 #include "ui/decks/DeckPanels.h"
 #include "ui/decks/DeckTempoPanel.h"
 #include "ui/smartknob/DeckSmartKnobPanel.h"
@@ -24,6 +25,19 @@ bool isOffered (int index)
         return true;
     default:
         return false;
+    }
+}
+
+void layOutForNewUser (EngineSettings& settings)
+{
+    settings.editor[EditorPreference::deckPanelsLeft] = settings.editor[EditorPreference::deckPanelsRight] =
+        2;
+    for (auto& setup : settings.deckSetup)
+    {
+        setup.panelsLeft[0] = loop;
+        setup.panelsLeft[1] = grid;
+        setup.panelsRight[0] = tempo;
+        setup.panelsRight[1] = cue;
     }
 }
 

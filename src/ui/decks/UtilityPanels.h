@@ -8,6 +8,7 @@
 #include <memory>
 
 class CPlatterdex;
+struct EngineSettings;
 
 /** The advanced panels that a seat beside the waveform can show; the numbers stand in the settings. */
 namespace UtilityPanels
@@ -31,6 +32,9 @@ inline constexpr std::array<const char*, count> names { N_ ("Loop"),  N_ ("Cue")
 
 /** True if a panel's function exists: only such panels are offered. */
 bool isOffered (int index);
+
+/** Gives a new user's decks two seats a side: loops and tempo outside, then hot cues, and the grid where there is room. */
+void layOutForNewUser (EngineSettings&);
 
 /** @returns null for the empty panel and for one that isn't offered */
 std::unique_ptr<juce::Component> make (int index, CPlatterdex&, int deck);

@@ -69,9 +69,9 @@ void ColumnPainter::paint (juce::Image::BitmapData& bitmap, int64_t firstColumn)
 {
     const auto entries = std::min<int64_t> (
         (loadedFrames + framesPerOverviewEntry - 1) / framesPerOverviewEntry, TrackOverview::entries);
-    const auto middle = track.length (centreLine);
+    const auto middle = track.length (half);
     const auto heightOf = [this] (int value)
-    { return track.length (std::clamp (value * gain, -double { reach }, double { reach })); };
+    { return track.length (std::clamp (value * gain, -double (half), double (half))); };
     for (int x = 0; x < bitmap.width; ++x)
     {
         const auto last = track.entryAt (firstColumn + x);

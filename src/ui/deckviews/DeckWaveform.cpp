@@ -112,6 +112,8 @@ void DeckWaveform::pollMoving()
 {
     if (scratching)
         steer();
+    else if (halfPace && std::exchange (restsNow, !restsNow))
+        return;
 
     const auto entry = static_cast<int64_t> (watch->position) / framesPerOverviewEntry;
     auto changed = std::exchange (shown.entry, entry) != entry;

@@ -29,6 +29,9 @@ public:
 
     int deck() const noexcept { return watch.deck(); }
 
+    /** Moves at every second tick only, unless a hand scratches: the same wave is shown larger elsewhere. */
+    void setHalfPace (bool half) noexcept { halfPace = half; }
+
     /** Lines that stand in the middle of the picture until an empty array takes them away. */
     void setNotice (const juce::StringArray& lines);
 
@@ -136,6 +139,7 @@ private:
     double shownZoom = 1.0, shownGain = 1.0;
 
     bool scratching = false, dragStarted = false;
+    bool halfPace = false, restsNow = false;
     float handX = 0.0f;     ///< the hand on the record, pixels from where it was pressed
     double heldFrame = 0.0; ///< the place that it was pressed at
     juce::int64 steeredMs = 0;

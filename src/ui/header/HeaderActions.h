@@ -27,12 +27,13 @@ struct HeaderActions
     std::vector<EditorPage> pages;
     std::function<void (bool)> setFullScreen;
     std::function<bool()> isFullScreen;
-    std::function<void (bool)> showParameters;
-    std::function<bool()> showsParameters;
+    std::function<void()> showParameters;
     std::function<void (int percent)> setScale;
     std::function<int()> scale;
     std::function<void (bool)> showBrowser;
     std::function<bool()> showsBrowser;
-    Session* session = nullptr;          ///< of preferences that are no settings of the engine; may be null
-    std::function<void()> layoutChanged; ///< a preference that the layout depends on has another value
+    std::function<void (bool)> showWaves; ///< the stacked ones
+    std::function<bool()> showsWaves;     ///< or would, in a taller window
+    Session* session = nullptr;           ///< of preferences that are no settings of the engine; may be null
+    std::function<void()> layoutChanged;  ///< a preference that the layout depends on has another value
 };

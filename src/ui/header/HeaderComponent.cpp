@@ -4,6 +4,8 @@
 #include "skin/Skin.h"
 #include "ui/layout/EditorLayout.h"
 
+#include <algorithm>
+
 namespace
 {
 constexpr int leftPart = 159, rightPart = 241;
@@ -24,10 +26,11 @@ HeaderComponent::HeaderComponent (CPlatterdex& engine, HeaderActions actions)
 void HeaderComponent::resized()
 {
     auto area = getLocalBounds();
-    buttons.setBounds (area.withTrimmedLeft (leftPart).withWidth (HeaderButtons::width));
     levels.setBounds (area.removeFromRight (HeaderLevels::width));
     news.setBounds (
         getLocalBounds().withSizeKeepingCentre (EditorLayout::globalWidth, getHeight()).withHeight (freeTop));
+    buttons.setBounds (
+        area.withTrimmedLeft (leftPart).withWidth (std::min (HeaderButtons::width, news.getX() - leftPart)));
 }
 
 void HeaderComponent::paint (juce::Graphics& g)

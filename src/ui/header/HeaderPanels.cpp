@@ -17,8 +17,8 @@ namespace
 using Kind = ControlSpec::Kind;
 using Lit = ControlSpec::Lit;
 
-constexpr int firstButton = 4, buttonTop = 8, buttonSize = 32, buttonStep = 36;
-constexpr std::array scales { 100, 125, 150, 200 };
+constexpr int firstButton = 4, buttonTop = 8, buttonSize = 32, buttonStep = 36, timeWidth = 52;
+constexpr std::array scales { 100, 125, 150, 175, 200 };
 
 // clang-format off
 constexpr PlacedControl buttonTable[] {
@@ -28,8 +28,8 @@ constexpr PlacedControl buttonTable[] {
 
 constexpr PlacedControl levelTable[] {
     { { Kind::text, "_automixButton",       "AUTOMIX_ON_OFF",      N_ ("AUTO"), N_ ("Automix: plays the list in the browser, mixing each track into the next") }, {   0, 12, 44, 24 } },
-    { { Kind::text, "_monitorSplitButton",  "MONITOR_PHONE_SPLIT", N_ ("SPLIT"), N_ ("Headphones split: cue on the left, master on the right") }, {  48, 12, 48, 24 } },
-    { { Kind::text, "_monitorDriveButton",  "MONITOR_OVERDRIVE",   N_ ("DRIVE"), N_ ("Headphones boost: louder, softly limited") }, { 100, 12, 48, 24 } },
+    { { Kind::text, "_monitorSplitButton",  "MONITOR_PHONE_SPLIT", N_ ("SPLIT"), N_ ("Headphones split: cue on the left, master on the right") }, {  56, 12, 48, 24 } },
+    { { Kind::text, "_monitorDriveButton",  "MONITOR_OVERDRIVE",   N_ ("DRIVE"), N_ ("Headphones boost: louder, softly limited") }, { 108, 12, 48, 24 } },
     { { Kind::knob, "_monitorVolumeSlider", "MONITOR_VOLUME",      N_ ("PHONES"), N_ ("Monitor volume level") }, { 164,  4, 28, 40 } },
     { { Kind::knob, "_monitorMixSlider",    "MONITOR_MIX",         N_ ("MIX"), N_ ("An independent monitor fader that blends between Main and PFL on the phones") }, { 208,  4, 28, 40 } },
     { { Kind::knob, "_masterVolumeSlider",  "MASTER_VOLUME",       N_ ("MASTER"), N_ ("Master volume level") }, { 252,  4, 28, 40 } },
@@ -58,6 +58,15 @@ HeaderButtons::HeaderButtons (CPlatterdex& e, HeaderActions a)
     };
     preferences.onRightClick = [this] { openMenuOfPreferences(); };
     auto next = firstButton + 2 * buttonStep;
+    if (actions.showWaves != nullptr)
+    {
+        waves =
+            &addButton ("_wavesButton", "waves_32", next,
+                        tr ("Stacked waves: the loaded decks, large and one below the other in time, in a "
+                            "window with room for them. The wheel zooms."));
+        waves->onClick = [this] { actions.showWaves (!actions.showsWaves()); };
+        next += buttonStep;
+    }
     if (actions.setFullScreen != nullptr)
     {
         fullscreen = &addButton ("_fullscreenButton", "fullscreen_32", next,
@@ -66,7 +75,7 @@ HeaderButtons::HeaderButtons (CPlatterdex& e, HeaderActions a)
         next += buttonStep;
     }
     addControls (buttonTable, -1, { next, 0 });
-    timeArea = { next + 2 * buttonStep, buttonTop + 4, 52, 24 };
+    timeArea = { next + 2 * buttonStep, buttonTop + 4, timeWidth, 24 };
 }
 
 PXImageButton& HeaderButtons::addButton (const char* name, const char* strip, int x, const juce::String& tip)
@@ -96,8 +105,7 @@ juce::PopupMenu HeaderButtons::preferencesMenu()
         if (page.open != nullptr)
             menu.addItem (tr (page.title) + "...", page.open);
     if (actions.showParameters != nullptr)
-        menu.addItem (tr ("All parameters"), true, actions.showsParameters(),
-                      [this] { actions.showParameters (!actions.showsParameters()); });
+        menu.addItem (tr ("All parameters") + "...", actions.showParameters);
     menu.addSeparator();
 
     if (actions.setScale != nullptr)
@@ -145,6 +153,8 @@ void HeaderButtons::pollMoving()
 {
     pollControls();
     decks.setToggleState (engine.settings.editor[EditorPreference::fourDeckMode] != 0);
+    if (waves != nullptr)
+        waves->setToggleState (actions.showsWaves());
     if (fullscreen != nullptr)
         fullscreen->setToggleState (actions.isFullScreen());
 
@@ -161,7 +171,8 @@ void HeaderButtons::pollMoving()
 void HeaderButtons::paint (juce::Graphics& g)
 {
     ControlPanel::paint (g);
-    PanelPaint::value (g, shownTime, timeArea, juce::Justification::centredLeft);
+    if (getLocalBounds().contains (timeArea)) // else it stands in the line of news alone
+        PanelPaint::value (g, shownTime, timeArea, juce::Justification::centredLeft);
 }
 
 HeaderLevels::HeaderLevels (CPlatterdex& e) : ControlPanel (e)

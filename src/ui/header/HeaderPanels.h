@@ -7,11 +7,11 @@
 
 #include <array>
 
-/** The header's buttons: decks, preferences, full screen, recorder and snap. */
+/** The header's buttons: decks, preferences, stacked waves, full screen, recorder and snap. */
 class HeaderButtons : public ControlPanel
 {
 public:
-    static constexpr int width = 236;
+    static constexpr int width = 272; ///< less where the block in the middle needs it, down to 220
 
     HeaderButtons (CPlatterdex&, HeaderActions);
 
@@ -31,7 +31,7 @@ private:
 
     const HeaderActions actions;
     PXImageButton &decks, &preferences;
-    PXImageButton* fullscreen = nullptr; ///< only where the window is ours
+    PXImageButton *waves = nullptr, *fullscreen = nullptr; ///< the latter only where the window is ours
     juce::Rectangle<int> timeArea;
     juce::String shownTime;
 };

@@ -13,9 +13,16 @@ constexpr int globalTop = 22, resizerSize = 16, ghostHeight = 43, ghostPush = 31
 struct Rows
 {
     int globalHeight, ghostTop, browserTop;
+    int leastWaves, mostWaves;
 };
 
-constexpr Rows twoDecks { 275, 294, 306 }, fourDecks { 516, 535, 547 };
+constexpr Rows twoDecks { 275, 294, 306, 112, 240 }, fourDecks { 516, 535, 547, 208, 320 };
+}
+
+int EditorLayout::heightWithWaves (bool isFour)
+{
+    const auto& rows = isFour ? fourDecks : twoDecks;
+    return rows.browserTop + ghostPush + rows.mostWaves;
 }
 
 EditorLayout::EditorLayout (int width, int height, Mode mode)
@@ -37,5 +44,14 @@ EditorLayout::EditorLayout (int width, int height, Mode mode)
         ghostMixer = { 0, rows.ghostTop, width, ghostHeight };
     const auto top = rows.browserTop + (mode.ghostMixer ? ghostPush : 0);
     browser = { 0, top, width, std::max (0, height - top) };
+    if (const auto room = browser.getHeight() - (mode.browser ? leastBrowser : 0);
+        mode.waves && room >= rows.leastWaves)
+    {
+        waves = { 0, 0, width, std::min (room, rows.mostWaves) };
+        for (auto* part : { &header, &global, &ghostMixer, &decks[0], &decks[1], &decks[2], &decks[3] })
+            if (!part->isEmpty())
+                part->translate (0, waves.getHeight());
+        browser.setTop (top + waves.getHeight());
+    }
     resizer = { width - resizerSize, height - resizerSize, resizerSize, resizerSize };
 }

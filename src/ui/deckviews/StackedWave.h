@@ -1,0 +1,63 @@
+#pragma once
+
+#include "support/EngineListener.h"
+#include "ui/deckviews/BeatWindow.h"
+#include "ui/deckviews/MarkLayout.h"
+#include "ui/deckviews/ScrollingImage.h"
+#include "ui/deckviews/WaveformZoom.h"
+#include "ui/poll/PollingView.h"
+
+class CPlatterdex;
+
+/** A deck's waveform in a row of its own, on a line of time that all such rows share: a second is as long in each of them,
+    whatever its tempo, and what is heard now stands in the middle. Beats that sound together stand below each other.
+
+    The wheel zooms the waveforms of all decks. Message thread. */
+class StackedWave : public PollingView, private EngineListener
+{
+public:
+    /** @param deck   0 to 3 */
+    StackedWave (CPlatterdex&, int deck);
+    ~StackedWave() override;
+
+    int deck() const noexcept { return watch.deck(); }
+    bool hasTrack() const noexcept { return watch->loadedFrames > 0; }
+
+    /** The marks of the last paint, physical pixels from the left edge. */
+    const MarkLayout& marks() const noexcept { return layout; }
+
+    /** Waveform columns drawn by the last paint, physical pixels. */
+    int columnsDrawn() const noexcept { return lastColumnsDrawn; }
+
+    void paint (juce::Graphics&) override;
+    void resized() override;
+    void mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails&) override;
+
+private:
+    void pollMoving() override;
+    void engineEvent (EngineEvent, int index) override;
+    void engineMessage (const juce::String&, int) override {}
+
+    void redrawAll();
+    double wantedZoom() const;
+    bool followZoom();
+    bool followLoading();
+    void paintBeats (juce::Graphics&) const;
+    void paintLoop (juce::Graphics&) const;
+    void paintFlags (juce::Graphics&) const;
+    void paintPole (juce::Graphics&, int x, juce::Colour, int width = 1) const;
+    void paintLetter (juce::Graphics&) const;
+
+    CPlatterdex& engine;
+    const DeckWatch watch;
+    const juce::SharedResourcePointer<WaveformZoom> zoom;
+    ScrollingImage image;
+    TrackScale track; ///< of the last paint; its zoom follows the tempo
+    BeatWindow beats;
+    MarkLayout layout;
+    TrackPlaces places;
+    int64_t column = 0; ///< at the playhead, of the last poll
+    int32_t loadedFrames = 0;
+    bool spectral = true;
+    int lastColumnsDrawn = 0;
+};
