@@ -33,10 +33,10 @@ juce::Rectangle<int> PXTooltipComponent::placeBeside (juce::Rectangle<int> wante
 }
 
 /** The tooltip of what is under the mouse, or of what that is a part of, and what is said of its command. */
-juce::String PXTooltipComponent::tipUnder (juce::Component* under) const
+juce::String PXTooltipComponent::tipUnder (const juce::Component* under) const
 {
     for (auto* c = under; c != nullptr && c != &parent; c = c->getParentComponent())
-        if (auto* client = dynamic_cast<juce::TooltipClient*> (c))
+        if (auto* client = dynamic_cast<juce::TooltipClient*> (const_cast<juce::Component*> (c)))
             if (const auto tip = client->getTooltip(); tip.isNotEmpty())
             {
                 const auto* widget = dynamic_cast<const CommandWidget*> (c);
@@ -125,7 +125,7 @@ void PXTooltipComponent::show (const juce::String& text, juce::Point<int> positi
 
 void PXTooltipComponent::showOf (const juce::Component* control)
 {
-    const auto tip = control != nullptr && isWanted() ? tipOf (control, parent) : juce::String();
+    const auto tip = control != nullptr && isWanted() ? tipUnder (control) : juce::String();
     if (tip.isEmpty())
         return hide();
     show (tip, parent.getLocalArea (control, control->getLocalBounds()).getBottomLeft());

@@ -61,7 +61,7 @@ private:
     void followEvent (const juce::MouseEvent&, bool pressed);
     void show (const juce::String&, juce::Point<int> position);
     void hide();
-    juce::String tipUnder (juce::Component*) const;
+    juce::String tipUnder (const juce::Component*) const;
 
     juce::Component& parent;
     SafePointer<juce::Component> hovered;
