@@ -11,7 +11,7 @@ constexpr double localSeconds = 4.0;
 /** A flux that never moves by more than this fraction of a decibel is silence's, not music's. */
 constexpr double leastSpread = 0.05;
 
-/** Means over a window around each value, of what lies in it: less at both ends. */
+/** Means over a window around each value; beyond its ends the function counts as 0. */
 void localMeans (const std::vector<double>& in, int half, std::vector<double>& out)
 {
     const auto size = static_cast<int> (in.size());
@@ -25,8 +25,7 @@ void localMeans (const std::vector<double>& in, int half, std::vector<double>& o
             sum += in[static_cast<size_t> (i + half)];
         if (i - half - 1 >= 0)
             sum -= in[static_cast<size_t> (i - half - 1)];
-        const auto count = std::min (size, i + half + 1) - std::max (0, i - half);
-        out[static_cast<size_t> (i)] = sum / count;
+        out[static_cast<size_t> (i)] = sum / (2 * half + 1);
     }
 }
 }
