@@ -216,7 +216,7 @@ run() {
     sleep 0.5
     picture "$name-menu"
     xdotool key Down Return
-    until_true "$name: no audio dialog" is_shown '^Audio settings$'
+    until_true "$name: no audio settings" is_shown '^Preferences$'
     xdotool mousemove 5 5
     picture "$name-audio"
     kill -0 $process || fail "$name: the application is gone"

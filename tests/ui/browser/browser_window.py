@@ -136,7 +136,7 @@ class Browser:
         self.picture("in-the-window")
         main = windows("Platterdex")[-1]
         width, _ = geometry(main)
-        places = [y for _ in range(4) for y in range(310, 360, 8)]  # the button above the table, below what is told there
+        places = [342, 334, 350] * 8  # the button above the table, below the notice of the missing device
         while places and not windows("Song Manager"):
             self.click(0.77 * width - 15, places.pop(0), window=main)
         self.until("the browser in a window of its own", lambda: windows("Song Manager"))
