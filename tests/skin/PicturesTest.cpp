@@ -114,8 +114,12 @@ TEST (SkinStrip, CopiesPixelsAtAMatchingScaleWhereverItStands)
 
 TEST (SkinStrip, AnotherScaleTakesTheNextLargerSet)
 {
-    for (const auto& [asked, given] :
-         { std::pair (0.5f, 1.0f), { 1.1f, 1.25f }, { 1.3f, 1.5f }, { 1.6f, 1.75f }, { 1.8f, 2.0f }, { 3.0f, 2.0f } })
+    for (const auto& [asked, given] : { std::pair (0.5f, 1.0f),
+                                        { 1.1f, 1.25f },
+                                        { 1.3f, 1.5f },
+                                        { 1.6f, 1.75f },
+                                        { 1.8f, 2.0f },
+                                        { 3.0f, 2.0f } })
     {
         EXPECT_EQ (skin::strip ("fader_cap", asked).scale, given);
         juce::Image canvas (juce::Image::ARGB, 200, 200, true, juce::SoftwareImageType());
