@@ -44,11 +44,17 @@ all_play() {
     done
 }
 
+# A key that comes before the window has the keyboard, or the deck its track, is lost, so it is pressed again.
+play_keys=(space Return F5 F9)
+plays() {
+    lamp_is_lit "$1" && return
+    xdotool windowfocus --sync "$window" key "${play_keys[$1]}"
+    sleep 2
+    lamp_is_lit "$1"
+}
 sleep 4
-xdotool windowfocus --sync "$window"
-for key in space Return F5 F9; do xdotool key $key; done
 for deck in 0 1 2 3; do
-    until_true "deck $deck does not play" lamp_is_lit $deck
+    until_true "deck $deck does not play" plays $deck
     titles[$deck]=$(title_of $deck)
 done
 picture playing
