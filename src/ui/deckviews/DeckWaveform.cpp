@@ -32,16 +32,20 @@ DeckWaveform::DeckWaveform (CPlatterdex& e, int deck)
     : PollingView (Pace::moving),
       engine (e),
       watch (e, deck),
-      image (palette::ground)
+      image (palette::ground),
+      news (e, deck,
+            [this] (EngineEvent)
+            {
+                beats.forget();
+                redrawAll();
+            })
 {
     addAndMakeVisible (picture);
-    engine.listeners.add (*this);
     setRepaintsOnMouseActivity (false);
 }
 
 DeckWaveform::~DeckWaveform()
 {
-    engine.listeners.remove (*this);
     if (scratching)
         engine.transport.setScratch (deck(), false, false);
 }
@@ -62,17 +66,6 @@ void DeckWaveform::resized()
     picture.setBounds (0, MarkPainter::numberTop, getWidth(), pictureBottom - MarkPainter::numberTop);
     redrawAll();
     refresh();
-}
-
-void DeckWaveform::engineEvent (EngineEvent event, int index)
-{
-    using enum EngineEvent;
-    if (index != deck())
-        return;
-    beats.forget();
-    if (event == loadBegan || event == trackLeft || event == waveformReady || event == trackLoaded
-        || event == loadFailed)
-        redrawAll();
 }
 
 void DeckWaveform::redrawAll()

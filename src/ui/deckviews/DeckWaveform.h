@@ -1,10 +1,10 @@
 #pragma once
 
-#include "support/EngineListener.h"
 #include "ui/deckviews/BeatWindow.h"
 #include "ui/deckviews/MarkPainter.h"
 #include "ui/deckviews/ScrollingImage.h"
 #include "ui/deckviews/WaveformZoom.h"
+#include "ui/poll/DeckNews.h"
 #include "ui/poll/PollingView.h"
 
 class CPlatterdex;
@@ -14,7 +14,7 @@ class CPlatterdex;
 
     Its top is the strip's top, and what it draws lies at fixed heights from there. Above the picture it draws the time
     alone; the picture is opaque and covers the strip's ground, which looks the same everywhere along the strip. */
-class DeckWaveform : public PollingView, private EngineListener
+class DeckWaveform : public PollingView
 {
 public:
     /** Logical pixels from the strip's top. */
@@ -104,8 +104,6 @@ private:
 
     void pollMoving() override;
     void pollCalm() override;
-    void engineEvent (EngineEvent, int index) override;
-    void engineMessage (const juce::String&, int) override {}
 
     void redrawAll();
     void repaintPicture();
@@ -143,4 +141,6 @@ private:
     float handX = 0.0f;     ///< the hand on the record, pixels from where it was pressed
     double heldFrame = 0.0; ///< the place that it was pressed at
     juce::int64 steeredMs = 0;
+
+    const DeckNews news; ///< last: its call uses all of the above
 };

@@ -22,16 +22,11 @@ constexpr float leastMinuteWidth = 24.0f; ///< below it the minutes are ticks wi
 DeckWaveformThumbnail::DeckWaveformThumbnail (CPlatterdex& e, int deck)
     : PollingView (Pace::moving),
       engine (e),
-      watch (e, deck)
+      watch (e, deck),
+      news (e, deck, [this] (EngineEvent event) { hear (event); })
 {
     setOpaque (true);
     setRepaintsOnMouseActivity (false);
-    engine.listeners.add (*this);
-}
-
-DeckWaveformThumbnail::~DeckWaveformThumbnail()
-{
-    engine.listeners.remove (*this);
 }
 
 void DeckWaveformThumbnail::rebuildLater()
@@ -46,10 +41,10 @@ void DeckWaveformThumbnail::resized()
     refresh();
 }
 
-void DeckWaveformThumbnail::engineEvent (EngineEvent event, int index)
+void DeckWaveformThumbnail::hear (EngineEvent event)
 {
     using enum EngineEvent;
-    if (index == deck() && (event == trackLeft || event == trackLoaded || event == loadFailed))
+    if (event == trackLeft || event == trackLoaded || event == loadFailed)
         rebuildLater();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/EngineListener.h"
+#include "ui/poll/DeckNews.h"
 #include "ui/poll/DeckWatch.h"
 #include "ui/poll/PollingView.h"
 
@@ -8,12 +8,11 @@ class CPlatterdex;
 
 /** A deck's whole track: what has been played is dim, cues, loop and minutes are marked. A click seeks as it
     is let go, a drag with Shift scrubs. Any other drag does nothing: a slip of the hand leaves a playing deck alone. */
-class DeckWaveformThumbnail : public PollingView, private EngineListener
+class DeckWaveformThumbnail : public PollingView
 {
 public:
     /** @param deck   0 to 3 */
     DeckWaveformThumbnail (CPlatterdex&, int deck);
-    ~DeckWaveformThumbnail() override;
 
     int deck() const noexcept { return watch.deck(); }
 
@@ -29,8 +28,7 @@ public:
 private:
     void pollMoving() override;
     void pollCalm() override;
-    void engineEvent (EngineEvent, int index) override;
-    void engineMessage (const juce::String&, int) override {}
+    void hear (EngineEvent);
 
     void rebuildLater();
     void build (double scale);
@@ -54,4 +52,6 @@ private:
     float soughtX = -1.0f; ///< of the drag's last seek
     bool warns = false;    ///< the end is near, and the warning is on
     bool scrubs = false;   ///< the press came with Shift
+
+    const DeckNews news; ///< last: its call uses all of the above
 };

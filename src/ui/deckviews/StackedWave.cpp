@@ -31,16 +31,16 @@ StackedWave::StackedWave (CPlatterdex& e, int deck)
     : PollingView (Pace::moving),
       engine (e),
       watch (e, deck),
-      image (palette::ground)
+      image (palette::ground),
+      news (e, deck,
+            [this] (EngineEvent)
+            {
+                beats.forget();
+                redrawAll();
+            })
 {
     setOpaque (true);
     setRepaintsOnMouseActivity (false);
-    engine.listeners.add (*this);
-}
-
-StackedWave::~StackedWave()
-{
-    engine.listeners.remove (*this);
 }
 
 void StackedWave::redrawAll()
@@ -53,17 +53,6 @@ void StackedWave::resized()
 {
     redrawAll();
     refresh();
-}
-
-void StackedWave::engineEvent (EngineEvent event, int index)
-{
-    using enum EngineEvent;
-    if (index != deck())
-        return;
-    beats.forget();
-    if (event == loadBegan || event == trackLeft || event == waveformReady || event == trackLoaded
-        || event == loadFailed)
-        redrawAll();
 }
 
 /** Logical pixels for an entry, so that a second of what is heard is as long in every row. */

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "support/EngineListener.h"
 #include "ui/deckviews/BeatWindow.h"
 #include "ui/deckviews/MarkLayout.h"
 #include "ui/deckviews/ScrollingImage.h"
 #include "ui/deckviews/WaveformZoom.h"
+#include "ui/poll/DeckNews.h"
 #include "ui/poll/PollingView.h"
 
 class CPlatterdex;
@@ -13,12 +13,11 @@ class CPlatterdex;
     whatever its tempo, and what is heard now stands in the middle. Beats that sound together stand below each other.
 
     The wheel zooms the waveforms of all decks. Message thread. */
-class StackedWave : public PollingView, private EngineListener
+class StackedWave : public PollingView
 {
 public:
     /** @param deck   0 to 3 */
     StackedWave (CPlatterdex&, int deck);
-    ~StackedWave() override;
 
     int deck() const noexcept { return watch.deck(); }
     bool hasTrack() const noexcept { return watch->loadedFrames > 0; }
@@ -35,8 +34,6 @@ public:
 
 private:
     void pollMoving() override;
-    void engineEvent (EngineEvent, int index) override;
-    void engineMessage (const juce::String&, int) override {}
 
     void redrawAll();
     double wantedZoom() const;
@@ -60,4 +57,6 @@ private:
     int32_t loadedFrames = 0;
     bool spectral = true;
     int lastColumnsDrawn = 0;
+
+    const DeckNews news; ///< last: its call uses all of the above
 };

@@ -20,16 +20,11 @@ DeckPeakScope::DeckPeakScope (CPlatterdex& e, int deck)
       putPointer ([] (juce::Point<float> place) { juce::Desktop::setMousePosition (place.roundToInt()); }),
       engine (e),
       watch (e, deck),
-      image (palette::ground)
+      image (palette::ground),
+      news (e, deck, [this] (EngineEvent event) { hear (event); })
 {
     setOpaque (true);
     setRepaintsOnMouseActivity (false);
-    engine.listeners.add (*this);
-}
-
-DeckPeakScope::~DeckPeakScope()
-{
-    engine.listeners.remove (*this);
 }
 
 void DeckPeakScope::redrawAll()
@@ -57,12 +52,11 @@ void DeckPeakScope::resized()
     refresh();
 }
 
-void DeckPeakScope::engineEvent (EngineEvent event, int index)
+void DeckPeakScope::hear (EngineEvent event)
 {
+    beats.forget();
     using enum EngineEvent;
-    if (index == deck())
-        beats.forget();
-    if (index == deck() && (event == trackLeft || event == trackLoaded || event == loadFailed))
+    if (event == trackLeft || event == trackLoaded || event == loadFailed)
         redrawAll();
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "support/EngineListener.h"
 #include "ui/deckviews/BeatWindow.h"
 #include "ui/deckviews/ScrollingImage.h"
 #include "ui/deckviews/WaveformZoom.h"
 #include "ui/deckviews/scope/DragSteps.h"
+#include "ui/poll/DeckNews.h"
 #include "ui/poll/DeckWatch.h"
 #include "ui/poll/PollingView.h"
 
@@ -14,14 +14,13 @@ class CPlatterdex;
 
 /** The samples around the playing position, magnified, in the deck's hue and with its beats. The wheel zooms the scopes of all
     decks, a drag scrubs. */
-class DeckPeakScope : public PollingView, private EngineListener
+class DeckPeakScope : public PollingView
 {
 public:
     static constexpr int leastSamplesPerPixel = 1, mostSamplesPerPixel = 512;
 
     /** @param deck   0 to 3 */
     DeckPeakScope (CPlatterdex&, int deck);
-    ~DeckPeakScope() override;
 
     int deck() const noexcept { return watch.deck(); }
 
@@ -42,8 +41,7 @@ public:
 
 private:
     void pollMoving() override;
-    void engineEvent (EngineEvent, int index) override;
-    void engineMessage (const juce::String&, int) override {}
+    void hear (EngineEvent);
 
     void redrawAll();
     void step (std::optional<double> move);
@@ -64,4 +62,6 @@ private:
     int32_t loadedFrames = 0; ///< as shown
     float lastMouseX = 0.0f;
     DragSteps steps;
+
+    const DeckNews news; ///< last: its call uses all of the above
 };
