@@ -91,13 +91,15 @@ bool DeckWaveform::followLoading (int32_t loadedFrames)
     }
     const auto from = before / framesPerOverviewEntry;
     image.invalidateFrom (track.columnOf (from));
-    return from <= shown.entry + static_cast<int64_t> (getWidth() / 2 / track.zoom) + 1;
+    const auto middle = getWidth() / 2;
+    return from <= shown.entry + static_cast<int64_t> (middle / track.zoom) + 1;
 }
 
 bool DeckWaveform::followBeats()
 {
     const auto middle = static_cast<double> (shown.entry * framesPerOverviewEntry);
-    const auto reach = (getWidth() / 2 + 1.0) * framesPerOverviewEntry / zoom->zoom();
+    const auto half = getWidth() / 2;
+    const auto reach = (half + 1.0) * framesPerOverviewEntry / zoom->zoom();
     return beats.update (watch, middle - reach, middle + reach);
 }
 
@@ -346,7 +348,8 @@ void DeckWaveform::paintPicture (juce::Graphics& g)
         TrackScale::ofScreen (g.getInternalContext().getPhysicalPixelScaleFactor(), zoom->zoom());
     if (std::exchange (track, now) != now)
         image.invalidate();
-    const auto width = track.length (getWidth()), centre = track.length (getWidth() / 2);
+    const auto middle = getWidth() / 2;
+    const auto width = track.length (getWidth()), centre = track.length (middle);
     const auto left = track.columnOf (shown.entry) - centre;
     const ColumnPainter columns { *watch->overview,
                                   shown.loadedFrames,

@@ -94,7 +94,8 @@ void StackedWave::pollMoving()
     changed |= followLoading();
     const auto next = track.columnAt (watch->position);
     changed |= std::exchange (column, next) != next;
-    const auto reach = (getWidth() / 2 + 1.0) * framesPerOverviewEntry / track.zoom;
+    const auto middle = getWidth() / 2;
+    const auto reach = (middle + 1.0) * framesPerOverviewEntry / track.zoom;
     changed |= beats.update (watch, watch->position - reach, watch->position + reach);
     const auto inColours = engine.settings.editor[EditorPreference::spectralWaveform] != 0;
     if (std::exchange (spectral, inColours) != inColours)
@@ -129,7 +130,8 @@ void StackedWave::paint (juce::Graphics& g)
     }
     const auto width = track.length (getWidth()), height = track.length (getHeight());
     const auto half = getHeight() / 2;
-    const auto left = column - track.length (getWidth() / 2);
+    const auto middle = getWidth() / 2;
+    const auto left = column - track.length (middle);
     const ColumnPainter columns { *watch->overview,
                                   loadedFrames,
                                   spectral,
@@ -150,7 +152,7 @@ void StackedWave::paint (juce::Graphics& g)
     paintLoop (g);
     paintBeats (g);
     paintFlags (g);
-    paintPole (g, track.length (getWidth() / 2), palette::decks[static_cast<size_t> (deck())].brighter (0.6f),
+    paintPole (g, track.length (middle), palette::decks[static_cast<size_t> (deck())].brighter (0.6f),
                playheadWidth);
     paintLetter (g);
     g.setColour (palette::line);

@@ -64,7 +64,8 @@ void DeckPeakScope::pollMoving()
 {
     step (steps.due (juce::Time::getCurrentTime()));
     followZoom();
-    const auto reach = (getWidth() / 2 + 1.0) * zoom;
+    const auto middle = getWidth() / 2;
+    const auto reach = (middle + 1.0) * zoom;
     if (beats.update (watch, watch->position - reach, watch->position + reach))
         repaint();
     const auto loaded = watch->loadedFrames;
@@ -150,7 +151,8 @@ void DeckPeakScope::paint (juce::Graphics& g)
     if (std::exchange (scale, now) != now)
         image.invalidate();
     const auto width = juce::roundToInt (getWidth() * scale), height = juce::roundToInt (getHeight() * scale);
-    const auto centre = juce::roundToInt (getWidth() / 2 * scale);
+    const auto middle = getWidth() / 2;
+    const auto centre = juce::roundToInt (middle * scale);
     image.setSize (width, height);
     image.moveTo (PeakColumns { zoom / scale }.columnAt (static_cast<double> (shownPixel * zoom)) - centre,
                   [this] (auto& bitmap, int64_t first) { paintColumns (bitmap, first); });
