@@ -211,6 +211,18 @@ class Application:
         own = sum(int(number) for number in re.findall(r"^Private_(?:Clean|Dirty): +(\d+)", rollup, re.M))
         return own, len(list(Path(f"{pid}/fd").iterdir())), len(list(Path(f"{pid}/task").iterdir()))
 
+    def kinds(self):
+        """Kilobytes of its own by what holds them: the heap, mappings without a name by their size, files."""
+        held, kind = {}, ""
+        for line in Path(f"/proc/{self.process.pid}/smaps").read_text().splitlines():
+            if mapping := re.match(r"([0-9a-f]+)-([0-9a-f]+) \S+ \S+ \S+ \S+ *(.*)", line):
+                begin, end = int(mapping[1], 16), int(mapping[2], 16)
+                size = "small" if end - begin < 1 << 20 else "arena" if begin % (64 << 20) == 0 else "large"
+                kind = Path(mapping[3]).name or f"nameless, {size}"
+            elif found := re.match(r"Private_(?:Clean|Dirty): +(\d+)", line):
+                held[kind] = held.get(kind, 0) + int(found[1])
+        return held
+
     def disk_faults(self):
         """How often each thread has waited for a page of memory from the disk, by the thread's name."""
         faults = {}
@@ -232,22 +244,21 @@ class Application:
 
 
 def late_blocks(log, pauses):
-    """All late blocks that the application counts, those that it tells of, and of these the ones that no pause explains."""
+    """All late blocks that the application counts, those that it tells of, and of these the ones that no pause explains.
+    A block runs on one processor: what is taken out is the time for which the one was away that was away longest."""
     counted = re.search(r"(\d+) blocks, (\d+) late, longest ([\d.]+) ms", log)
     told = [(float(end), float(took) / 1e3) for end, took in re.findall(r"(\d+\.\d+) s (\d+\.\d+) ms", log)]
     ours = []
     for end, took in told:
-        away = sum(max(0.0, min(end, stop) - max(end - took, start)) for start, stop in pauses)
+        away = max(sum(max(0.0, min(end, stop) - max(end - took, start)) for start, stop in of_one) for of_one in pauses)
         if took - away > BLOCK / RATE:
             ours.append((end, took, away))
     return counted, told, ours
 
 
 def read_pauses(files):
-    pauses = []
-    for file in files:
-        pauses += [tuple(map(float, line.split())) for line in file.read_text().splitlines() if line.count(" ") == 1]
-    return sorted(pauses)
+    """Begins and ends in seconds, a list for each processor."""
+    return [[tuple(map(float, line.split())) for line in file.read_text().splitlines() if line.count(" ") == 1] for file in files]
 
 
 class Verdict:
@@ -293,15 +304,17 @@ def judge(measured, seconds, log, pauses, recordings, folder, code):
 
 
 def play(application, surface, recordings, actions, seconds):
-    """Carries the plan out. Returns what was measured: seconds, kilobytes, files, threads."""
+    """Carries the plan out. Returns what was measured: seconds, kilobytes, files, threads; what held the memory, now and then."""
     screen = Screen(application)
     screen.start()
-    begin, next_measure, measured = time.monotonic(), 0.0, []
+    begin, next_measure, measured, kinds = time.monotonic(), 0.0, [], []
     pending = list(reversed(actions))
     while not application.has_ended():
         now = time.monotonic() - begin
         if now >= next_measure:
             measured.append((now, *application.measure()))
+            if len(kinds) <= now / WINDOW:
+                kinds.append(application.kinds())
             next_measure += MEASURE_EVERY
         if now >= seconds:
             break
@@ -312,7 +325,13 @@ def play(application, surface, recordings, actions, seconds):
     screen.wanted.put(None)
     recordings.want(False)
     screen.join(60)
-    return measured, screen
+    return measured, kinds, screen
+
+
+def grown(kinds):
+    """Of samples at every window: kilobytes at the end of the warm-up and at the end, for what has grown by more than 100."""
+    first = kinds[min(len(kinds) - 1, round(WARM_UP / WINDOW))]
+    return {kind: (first.get(kind, 0), held) for kind, held in kinds[-1].items() if held > first.get(kind, 0) + 100}
 
 
 def carry_out(action, surface, recordings, screen):
@@ -364,7 +383,7 @@ def main():
         until("the controller's port", lambda: surface.output.number_of_connections > 0, 60.0)
         recordings = Recordings(surface)
         print(f"{len(actions)} actions, seed {given.seed}, {'with' if application.plugin else 'WITHOUT'} a plug-in", flush=True)
-        measured, screen = play(application, surface, recordings, actions, seconds)
+        measured, kinds, screen = play(application, surface, recordings, actions, seconds)
         faults = application.disk_faults()
         code = application.end()
         log = (work / "app.log").read_text(errors="replace")
@@ -372,11 +391,12 @@ def main():
         (out / "measured.csv").write_text("seconds,kilobytes,files,threads\n" + "".join(
             f"{at:.1f},{own},{files},{threads}\n" for at, own, files, threads in measured))
         pauses = read_pauses(pause_files)
+        lengths = [stop - start for of_one in pauses for start, stop in of_one]
         verdict, ours = judge(measured, seconds, log, pauses, recordings, application.root / "disk_recorder", code)
         opened = ", ".join(f"{name} {count}" for name, count in sorted(screen.opened.items()))
         print(f"{measured[-1][0]:.0f} s played; keys and windows: {screen.done} done, {len(screen.failed)} failed; opened: {opened}; "
-              f"{application.brought} imports; pauses of the machine: {len(pauses)}, "
-              f"longest {max((stop - start for start, stop in pauses), default=0.0) * 1e3:.1f} ms")
+              f"{application.brought} imports; pauses of the machine: {len(lengths)}, longest {max(lengths, default=0.0) * 1e3:.1f} ms")
+        print("kilobytes that grew since the warm-up, by what holds them:", grown(kinds) or "none")
         print(f"pages waited for from the disk, by thread: {faults}")
         for line in screen.failed[:10]:
             print("  failed:", line)
