@@ -242,31 +242,37 @@ void Session::makeUpForNotes()
         note();
 }
 
-void Session::noteTempo (const juce::String& path, double bpm)
+void Session::noteGrid (const FoundGrid& grid)
 {
-    if (isPutOff ([this, path, bpm] { noteTempo (path, bpm); }))
+    if (isPutOff ([this, grid] { noteGrid (grid); }))
         return;
     if (auto* const songs = library())
-        notes.post (
-            { [this, songs, path, bpm] (const std::stop_token&) { storeTempo (*songs, path, bpm); } });
+        notes.post ({ [this, songs, grid] (const std::stop_token&) { storeGrid (*songs, grid); } });
 }
 
-void Session::storeTempo (SongDatabase& songs, const juce::String& path, double bpm)
+void Session::storeGrid (SongDatabase& songs, const FoundGrid& grid)
 {
-    const auto id = songs.idOfFilename (path);
+    const auto id = songs.idOfFilename (grid.path);
     if (id < 0)
     {
         // A track that decks load comes into the library a moment later.
-        if (temposToCome.size() < mostDue)
-            temposToCome[path] = bpm;
+        if (gridsToCome.size() < mostDue)
+            gridsToCome[grid.path] = grid;
         return;
     }
-    juce::String known;
-    // Unread, it is taken for unknown.
-    juce::ignoreUnused (songs.readField (SongField::bpm, id, known));
-    if (!isOctaveOf (bpm, known.getDoubleValue()))
-        // A file that stays busy keeps the old tempo until the next load.
-        juce::ignoreUnused (songs.setBpm (id, bpm));
+    // Unread, a field is taken for unknown; a file that stays busy keeps what it has until the next load.
+    const auto numberOf = [&] (SongField field)
+    {
+        juce::String known;
+        juce::ignoreUnused (songs.readField (field, id, known));
+        return known.getDoubleValue();
+    };
+    if (grid.bpm > 0.0 && !isOctaveOf (grid.bpm, numberOf (SongField::bpm)))
+        juce::ignoreUnused (songs.setBpm (id, grid.bpm));
+    // 0 means that nobody has analysed the song.
+    if (const auto confidence = std::max (1, grid.confidence);
+        grid.confidence >= 0 && confidence != juce::roundToInt (numberOf (SongField::analyzed)))
+        juce::ignoreUnused (songs.setIntField (SongField::analyzed, id, confidence));
 }
 
 void Session::noteLoad (const juce::String& path)
@@ -278,8 +284,8 @@ void Session::noteLoad (const juce::String& path)
                       if (!AudioFileTypes::matches (juce::File (path))
                           || !importSong (opened->database, path))
                           return;
-                      if (const auto tempo = temposToCome.extract (path))
-                          storeTempo (opened->database, path, tempo.mapped());
+                      if (const auto grid = gridsToCome.extract (path))
+                          storeGrid (opened->database, grid.mapped());
                       room->watch.look();
                   } });
 }

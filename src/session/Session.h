@@ -67,12 +67,12 @@ public:
     /** The preview of an engine that a SessionEngine ties to this. */
     SongPreview* previewOf (const CPlatterdex&);
 
-    /** Notes the tempo of a song in the library, on a thread of its own: another program may be at work in the file. What
-        its tag tells is not replaced by its half or double; a track that is no song of the library is left alone.
-        @param bpm   above 0 */
-    void noteTempo (const juce::String& path, double bpm);
+    /** Notes tempo and confidence of a song's grid in the library, on a thread of its own: another program may be at work in
+        the file. A tempo that its tag tells is not replaced by its half or double; a track that is no song of the library is
+        left alone. */
+    void noteGrid (const FoundGrid&);
 
-    /** Waits until all tempos and plays are noted. Any thread that may block. */
+    /** Waits until all grids and plays are noted. Any thread that may block. */
     void waitForNotes() const { notes.wait(); }
 
     /** The world of an engine with a message loop. It keeps this session alive. */
@@ -102,7 +102,7 @@ private:
     void engineEvent (EngineEvent, int) override {}
     void engineMessage (const juce::String&, int) override {}
 
-    void tempoFound (const juce::String& path, double bpm) override { noteTempo (path, bpm); }
+    void gridFound (const FoundGrid& grid) override { noteGrid (grid); }
     void noteLoad (const juce::String& path);
     void notePlay (const PlayedSong&);
 
@@ -111,7 +111,7 @@ private:
     void makeRoom();
     bool isPutOff (std::function<void()> note);
     void makeUpForNotes();
-    void storeTempo (SongDatabase&, const juce::String& path, double bpm);
+    void storeGrid (SongDatabase&, const FoundGrid&);
     void say (const juce::String& title, const juce::String& sentence);
     bool mayKeepSettings();
 
@@ -120,8 +120,8 @@ private:
     mutable std::mutex openingMutex;        ///< of the next one
     std::optional<Opened> justOpened;       ///< by the worker, until it is taken
     std::vector<std::function<void()>> due; ///< notes that wait for the library
-    std::map<juce::String, double>
-        temposToCome;   ///< of songs that the library lacks yet; of the notes' worker
+    std::map<juce::String, FoundGrid>
+        gridsToCome;    ///< of songs that the library lacks yet; of the notes' worker
     juce::Time refused; ///< the library's file as it was when it could not be opened
     juce::String fault;
     std::map<const CPlatterdex*, std::unique_ptr<SongPreview>> previews;

@@ -12,6 +12,14 @@ enum class EngineEvent
     loadFailed,    ///< index: the deck
 };
 
+/** The outcome of an analysis, or of a hand's work on a grid. */
+struct FoundGrid
+{
+    juce::String path;   ///< of the track
+    double bpm = 0.0;    ///< 30 to 250 if it was measured; what a hand has made of it may be beyond
+    int confidence = -1; ///< in the grid, 0 to 100; -1 if nobody knows
+};
+
 /** Hears the engine's news. Called on the message thread, or on whichever thread pumps an engine that has no
     message loop; never on the audio thread. */
 class EngineListener
@@ -25,8 +33,6 @@ public:
         @param deck   0 to 3 */
     virtual void engineMessage (const juce::String& text, int deck) = 0;
 
-    /** The tempo of a track became known: it was loaded or analysed, in a deck or without one.
-        @param path   of the track
-        @param bpm    30 to 250 if it was measured; what a hand has made of it may be beyond */
-    virtual void tempoFound (const juce::String& path, double bpm) { juce::ignoreUnused (path, bpm); }
+    /** The grid of a track became known or was changed by a hand, in a deck or without one. */
+    virtual void gridFound (const FoundGrid& grid) { juce::ignoreUnused (grid); }
 };

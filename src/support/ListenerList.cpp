@@ -43,11 +43,11 @@ void ListenerList::postText (const juce::String& text, int deck)
         juce::ignoreUnused (owned.release()); // the queue has it now
 }
 
-void ListenerList::postTempo (const juce::String& path, double bpm)
+void ListenerList::postGrid (const FoundGrid& grid)
 {
     assertMayBlock();
-    const juce::ScopedLock sl (tempoLock);
-    tempos.push_back ({ path, bpm });
+    const juce::ScopedLock sl (gridLock);
+    grids.push_back (grid);
 }
 
 void ListenerList::call (const std::function<void (EngineListener&)>& tell)
@@ -85,11 +85,11 @@ void ListenerList::deliver()
             });
     }
 
-    std::vector<Tempo> found;
+    std::vector<FoundGrid> found;
     {
-        const juce::ScopedLock sl (tempoLock);
-        found.swap (tempos);
+        const juce::ScopedLock sl (gridLock);
+        found.swap (grids);
     }
-    for (const auto& tempo : found)
-        call ([&tempo] (EngineListener& listener) { listener.tempoFound (tempo.path, tempo.bpm); });
+    for (const auto& grid : found)
+        call ([&grid] (EngineListener& listener) { listener.gridFound (grid); });
 }

@@ -30,8 +30,8 @@ public:
     /** The same for a text that was made, in order with the events. Any thread that may block. */
     void postText (const juce::String& text, int deck);
 
-    /** Tells the tempo of a track. Any thread that may block; nothing is dropped. */
-    void postTempo (const juce::String& path, double bpm);
+    /** Tells the grid of a track. Any thread that may block; nothing is dropped. */
+    void postGrid (const FoundGrid&);
 
     /** Hands everything posted so far to the listeners. One thread at a time, the message thread if there is one. */
     void deliver();
@@ -45,17 +45,11 @@ private:
         int index = 0;
     };
 
-    struct Tempo
-    {
-        juce::String path;
-        double bpm = 0.0;
-    };
-
     void call (const std::function<void (EngineListener&)>&);
 
     PostQueue<Entry, 1024> queue;
-    juce::CriticalSection tempoLock;
-    std::vector<Tempo> tempos;
+    juce::CriticalSection gridLock;
+    std::vector<FoundGrid> grids;
     juce::CriticalSection listenerLock;
     std::vector<EngineListener*> listeners;
 };

@@ -112,5 +112,6 @@ void BatchAnalysis::analyse (const juce::File& file, bool isAgain, const Batch& 
         batch.tell (file, result.fault);
     const auto& marks = result.analysis.beatMarks;
     if (result.fault.isEmpty() && !result.isCancelled && marks && !marks->empty())
-        listeners.postTempo (file.getFullPathName(), result.analysis.tempoTracker);
+        listeners.postGrid ({ file.getFullPathName(), result.analysis.tempoTracker,
+                              confidenceOf (result.analysis).value_or (-1) });
 }

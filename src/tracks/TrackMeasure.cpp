@@ -43,7 +43,8 @@ TrackAnalysis TrackMeasure::finish (int tempoRangeIndex, TrackAnalysis found)
     analyser->finish (tempoRangeIndex, found);
     if (const auto gain = loudness.gainDb())
         found.autogain = Autogain::factorFor (*gain);
-    found.untouched = { found.tempoTracker, found.downbeatPos, analyser->confidence() };
+    found.untouched = { found.tempoTracker, found.downbeatPos };
+    found.confidence = analyser->confidence();
     return found;
 }
 

@@ -23,7 +23,11 @@ struct StoringDecks : DeckFixture, EngineListener
 
     void engineEvent (EngineEvent, int) override {}
     void engineMessage (const juce::String&, int) override {}
-    void tempoFound (const juce::String& path, double bpm) override { tempos.emplace_back (path, bpm); }
+    void gridFound (const FoundGrid& grid) override
+    {
+        tempos.emplace_back (grid.path, grid.bpm);
+        confidence = grid.confidence;
+    }
 
     void load (const juce::File& file, int index = 0)
     {
@@ -52,6 +56,7 @@ struct StoringDecks : DeckFixture, EngineListener
 
     const TemporaryFolder folder;
     std::vector<std::pair<juce::String, double>> tempos;
+    int confidence = -1; ///< told last
 };
 
 using Tempos = std::vector<std::pair<juce::String, double>>;
@@ -136,6 +141,36 @@ TEST (DeckAnalysis, WhatAHandHasSetIsSavedWhenTheTrackLeaves)
     EXPECT_EQ (decks.deck().beats, read);
     EXPECT_FALSE (decks.deck().grid().isReadAnew());
     EXPECT_NEAR (decks.deck().marks.bpm, 160.0, 1.0);
+}
+
+TEST (DeckAnalysis, AGridThatAHandTrustsIsToldAndStaysUntilTheHandTakesItBack)
+{
+    StoringDecks decks;
+    const auto track = writeDrums (decks.folder.file ("a.wav"), 5.0, 120.0);
+    decks.load (track);
+    const auto found = decks.deck().marks.confidence.get();
+    EXPECT_EQ (decks.confidence, found);
+    EXPECT_LT (found, TrackAnalysis::sureByHand);
+    const auto saved = [&]
+    {
+        decks.loaders->saveSoon (0);
+        decks.loaders->waitUntilIdle (0);
+        decks.listeners.deliver();
+        return decks.stored (track)->confidence;
+    };
+    for (const auto* name : { "right", "half" })
+    {
+        ASSERT_TRUE (decks.grids.read (0, *GridReading::find (name)));
+        EXPECT_EQ (saved(), TrackAnalysis::sureByHand) << name;
+        EXPECT_EQ (decks.confidence, TrackAnalysis::sureByHand) << name;
+        auto fresh = *decks.stored (track);
+        fresh.beatMarks = std::vector<BeatMark> { { 0, 100.0 } };
+        fresh.confidence = 20;
+        EXPECT_EQ (mergeFresh (*decks.stored (track), fresh), *decks.stored (track)) << name;
+        decks.grids.undo (0);
+        EXPECT_EQ (saved(), found) << name;
+        EXPECT_EQ (decks.confidence, found) << name;
+    }
 }
 
 TEST (DeckAnalysis, AFileWithoutAGridIsMadeWholeAndItsCuesStay)

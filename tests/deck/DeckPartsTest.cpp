@@ -68,13 +68,14 @@ const auto fieldsOfSync = [] (auto& part, const auto& each)
 };
 const auto fieldsOfMarks = [] (auto& part, const auto& each)
 {
-    auto& [cues, startPoint, startPointOn, bpm, average, index, place, fixed, step, offset] = part;
+    auto& [cues, startPoint, startPointOn, bpm, average, index, place, fixed, step, offset, confidence] =
+        part;
     each (cues);
     for (auto* field : { &startPoint, &bpm, &average, &step, &offset })
         each (*field);
     for (auto* field : { &index, &place })
         each (*field);
-    for (auto* field : { &startPointOn, &fixed })
+    for (auto* field : { &startPointOn, &fixed, &confidence })
         each (*field);
 };
 const auto fieldsOfFacts = [] (auto& part, const auto& each)

@@ -157,7 +157,7 @@ TEST (SetScript, RefusesEachFaultWithItsLineAndSentence)
         { "0 load E x.wav", 1, "There is no deck \"E\"" },
         { "0 reverse", 1, "A reverse needs a deck, A to D." },
         { "0 reverse A backwards", 1, "A reverse is on or off, not \"backwards\"." },
-        { "0 grid A 5/4", 1, "as one of half, beat, 3/2, 2/3, 4/3, 3/4, not \"5/4\"." },
+        { "0 grid A 5/4", 1, "as one of right, half, beat, 3/2, 2/3, 4/3, 3/4, not \"5/4\"." },
         { "0 load A", 1, "needs the path" },
         { "0 load A \"x.wav", 1, "no closing quote" },
         { "0 load A \"\"", 1, "path is empty" },

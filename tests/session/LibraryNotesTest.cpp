@@ -51,13 +51,26 @@ TEST_F (LibraryNotes, ATempoReplacesWhatWasKnownButNotByItsHalfOrDouble)
          })
     {
         ASSERT_EQ (songs.setBpm (id, known), 0);
-        session.noteTempo (paths[0], found);
+        session.noteGrid ({ paths[0], found });
         session.waitForNotes();
         juce::String text;
         ASSERT_EQ (songs.readField (SongField::bpm, id, text), 0);
         EXPECT_NEAR (text.getDoubleValue(), kept, 0.01) << known << ", then " << found;
     }
-    session.noteTempo ("/music/none.mp3", 100.0);
+    // Without a confidence the known one stays; 0 is kept for songs that nobody has analysed.
+    const auto confidence = [&]
+    {
+        juce::String text;
+        EXPECT_EQ (songs.readField (SongField::analyzed, id, text), 0);
+        return text.getIntValue();
+    };
+    for (const auto& [told, kept] : { std::pair { -1, 0 }, { 0, 1 }, { -1, 1 }, { 100, 100 }, { 43, 43 } })
+    {
+        session.noteGrid ({ paths[0], 120.0, told });
+        session.waitForNotes();
+        EXPECT_EQ (confidence(), kept) << told;
+    }
+    session.noteGrid ({ "/music/none.mp3", 100.0 });
     session.waitForNotes();
     EXPECT_EQ (songs.countSongs(), 3);
 }
@@ -75,7 +88,7 @@ TEST (LibraryOpening, WaitsForNobodyAndKeepsWhatWasNotedMeanwhile)
     Session session (std::move (options));
     EXPECT_EQ (session.browserWhenOpen(), nullptr) << "a worker opens it";
     EXPECT_TRUE (session.isOpeningLibrary());
-    session.noteTempo ("/music/a.mp3", 99.0);
+    session.noteGrid ({ "/music/a.mp3", 99.0 });
     while (session.browserWhenOpen() == nullptr)
         std::this_thread::yield();
     EXPECT_FALSE (session.isOpeningLibrary());

@@ -52,9 +52,10 @@ TEST (FileAnalysis, ABatchGoesThroughItsListAndTellsTempos)
     {
         void engineEvent (EngineEvent, int) override {}
         void engineMessage (const juce::String&, int) override {}
-        void tempoFound (const juce::String& path, double bpm) override
+        void gridFound (const FoundGrid& grid) override
         {
-            heard << juce::File (path).getFileNameWithoutExtension() << " " << juce::roundToInt (bpm) << ",";
+            heard << juce::File (grid.path).getFileNameWithoutExtension() << " "
+                  << juce::roundToInt (grid.bpm) << ",";
         }
         juce::String heard;
         ListenerList listeners;

@@ -14,6 +14,9 @@ constexpr double bias = -8.5;
 
 /** Beyond these a sign tells no more. */
 constexpr double mostPhase = 1.0, leastSlip = 0.005;
+
+/** Only a hand is surer. */
+constexpr int most = 99;
 }
 
 int GridSigns::confidence() const
@@ -21,5 +24,5 @@ int GridSigns::confidence() const
     const auto slip = std::log (std::max (0.0, 1.0 - constancy) + leastSlip);
     const auto logit = fitWeight * tempoFit + marginWeight * tempoMargin
                        + phaseWeight * std::min (phaseMargin, mostPhase) + slipWeight * slip + bias;
-    return static_cast<int> (std::lround (100.0 / (1.0 + std::exp (-logit))));
+    return std::min (most, static_cast<int> (std::lround (100.0 / (1.0 + std::exp (-logit)))));
 }

@@ -8,7 +8,7 @@ struct GridSigns
     double phaseMargin = 0.0; ///< BarPhase::margin
     double constancy = 0.0;   ///< steadyShape of the onsets along the grid
 
-    /** The confidence that the beats stand where a hand would put them: 0 to 100. A grid below 50
+    /** The confidence that the beats stand where a hand would put them: 0 to 99. A grid below 50
         should be listened to before it is trusted. */
     int confidence() const;
 };

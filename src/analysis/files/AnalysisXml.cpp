@@ -141,6 +141,7 @@ private:
         {
             hasTempo = true;
             takeUntouched();
+            take<int32_t> (gridConfidence, value.confidence);
         }
         if (holder == Holder::grid && !value.beatMarks)
             value.beatMarks.emplace();
@@ -206,7 +207,6 @@ private:
         if (!tempo || !downbeat)
             return;
         value.untouched = { *tempo, *downbeat };
-        take<int32_t> (gridConfidence, value.untouched->confidence);
     }
 
     void takeMark()
@@ -278,9 +278,9 @@ std::string AnalysisXml::write (const TrackAnalysis& analysis)
     {
         tempo.setAttribute (untouchedTempo, fractionText (analysis.untouched->tempo));
         tempo.setAttribute (untouchedDownbeat, analysis.untouched->downbeatPos);
-        if (analysis.untouched->confidence >= 0)
-            tempo.setAttribute (gridConfidence, analysis.untouched->confidence);
     }
+    if (analysis.confidence >= 0)
+        tempo.setAttribute (gridConfidence, analysis.confidence);
     if (analysis.beatMarks)
         addGrid (*root.createNewChildElement ("beatgrid"), *analysis.beatMarks);
     if (analysis.cues)

@@ -83,8 +83,7 @@ void repair (TrackAnalysis& analysis)
         repair (*analysis.cues);
     if (analysis.untouched && (!isTempo (analysis.untouched->tempo) || analysis.untouched->downbeatPos < 0))
         analysis.untouched.reset();
-    if (analysis.untouched)
-        analysis.untouched->confidence = std::clamp (analysis.untouched->confidence, -1, 100);
+    analysis.confidence = std::clamp (analysis.confidence, -1, TrackAnalysis::sureByHand);
     if (const auto gain = analysis.autogain.value_or (1.0); !(gain > 0.0 && gain <= highestGain))
         analysis.autogain.reset();
 }
@@ -107,6 +106,7 @@ bool isHandMoved (const TrackAnalysis& analysis)
     const auto& marks = *analysis.beatMarks;
     const auto downbeat = static_cast<size_t> (analysis.downbeatId);
     return analysis.gridMode.value_or (0) != 0 || isTempoByHand (analysis)
+           || analysis.confidence == TrackAnalysis::sureByHand
            || (downbeat < marks.size() && marks[downbeat].pos != analysis.downbeatPos);
 }
 
@@ -115,9 +115,8 @@ std::optional<int> confidenceOf (const TrackAnalysis& analysis)
     if (!analysis.beatMarks || analysis.beatMarks->empty())
         return std::nullopt;
     if (isHandMoved (analysis))
-        return 100;
-    const auto noted = analysis.untouched ? analysis.untouched->confidence : -1;
-    return noted >= 0 ? std::optional (noted) : std::nullopt;
+        return TrackAnalysis::sureByHand;
+    return analysis.confidence >= 0 ? std::optional (analysis.confidence) : std::nullopt;
 }
 
 namespace
@@ -149,6 +148,7 @@ TrackAnalysis mergeFields (const TrackAnalysis& base, const TrackAnalysis& mine,
     take (base.gridMode, mine.gridMode, merged.gridMode);
     take (base.autogain, mine.autogain, merged.autogain);
     take (base.untouched, mine.untouched, merged.untouched);
+    take (base.confidence, mine.confidence, merged.confidence);
     if (mine.beatMarks != base.beatMarks || mine.downbeatPos != base.downbeatPos
         || mine.downbeatId != base.downbeatId)
     {

@@ -35,7 +35,6 @@ struct TrackAnalysis
 
         double tempo = defaultTempo; ///< BPM
         int32_t downbeatPos = 0;     ///< frames of the file
-        int32_t confidence = -1;     ///< of the analysis in its grid, 0 to 100; -1 if nobody noted it
     };
 
     bool operator== (const TrackAnalysis&) const = default;
@@ -46,6 +45,11 @@ struct TrackAnalysis
     /** The grid, in ascending order; empty for a track without beats. Nothing if the beats have not been looked for:
         the track is then still to be analysed. */
     std::optional<std::vector<BeatMark>> beatMarks;
+
+    /** In the grid: 0 to 99 by the analysis, sureByHand once a hand has chosen how it is to be read; -1 if nobody noted it. */
+    int32_t confidence = -1;
+
+    static constexpr int32_t sureByHand = 100;
 
     int32_t downbeatId = 0;          ///< index of the mark that is the downbeat
     int32_t downbeatPos = 0;         ///< its position, or where a hand has moved it to, in frames of the file
@@ -65,7 +69,7 @@ void repair (TrackAnalysis&);
 bool isTempoByHand (const TrackAnalysis&);
 
 /** True if a hand has moved the grid of a file that a deck has written: it follows tempo and downbeat only, its downbeat
-    stands off its mark, or its tempo is by hand. */
+    stands off its mark, its tempo is by hand, or a hand has chosen how it is read. */
 bool isHandMoved (const TrackAnalysis&);
 
 /** The confidence that the grid stands on the beats, 0 to 100: what the analysis said, and 100 for a grid that a hand has

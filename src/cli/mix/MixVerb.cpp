@@ -69,7 +69,7 @@ void noteTempos (const std::vector<MixTracks::Track>& tracks, const VerbOptions&
     Session session (std::move (wanted));
     for (const auto& track : tracks)
         if (track.tempo > 0.0)
-            session.noteTempo (track.file.getFullPathName(), track.tempo);
+            session.noteGrid ({ track.file.getFullPathName(), track.tempo });
 }
 
 /** Puts the tracks into a library of this run and into its automix list. The user's own automix list stays.

@@ -183,7 +183,7 @@ int analyseAll (const juce::StringArray& tracks, Session& session, const VerbOpt
             print (tracks[i], finding, given.has ("--beats"));
             if (const auto& found = finding.result.analysis;
                 !found.beatMarks->empty() && found.tempoTracker > 0.0)
-                session.noteTempo (tracks[i], found.tempoTracker);
+                session.noteGrid ({ tracks[i], found.tempoTracker, confidenceOf (found).value_or (-1) });
             if (!finding.result.isWritten)
                 exitCode = failWith (tr ("%1: The analysis can't be written below %2.", oneLine (tracks[i]),
                                          folders.beatmarks().getFullPathName()));

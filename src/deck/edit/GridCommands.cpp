@@ -71,6 +71,7 @@ bool GridCommands::read (int deckIndex, const GridReading& reading)
         if (!(reading.changesTempo() ? changeTempo (deck->marks, reading)
                                      : moveDownbeat (deck->marks, grid, reading.halfBeatsOn)))
             return false;
+        deck->marks.confidence = TrackAnalysis::sureByHand;
     }
     world.requestSave (*deck);
     return true;

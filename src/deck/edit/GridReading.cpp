@@ -5,6 +5,7 @@
 const std::array<GridReading, GridReading::count>& GridReading::all() noexcept
 {
     static constexpr std::array<GridReading, count> readings { {
+        { "right", N_ ("It Is Right As It Stands") },
         { "half", N_ ("Half a Beat On"), 1 },
         { "beat", N_ ("Bar One Beat On"), 2 },
         { "3/2", N_ ("Tempo x 3/2"), 0, 3, 2 },

@@ -5,8 +5,8 @@
 #include <array>
 #include <string_view>
 
-/** Another way to hear the beats of a track, for a grid that is wrong in one of the ways in which grids are wrong: moved by
-    half a beat or by a beat of the bar, or at a tempo in the ratio of small numbers to the music's. */
+/** A way to hear the beats of a track: as they stand or, for a grid that is wrong in one of the ways in which grids are wrong,
+    moved by half a beat or by a beat of the bar, or at a tempo in the ratio of small numbers to the music's. */
 struct GridReading
 {
     std::string_view name;  ///< in sets
@@ -16,7 +16,7 @@ struct GridReading
 
     bool changesTempo() const noexcept { return beats != per; }
 
-    static constexpr size_t count = 6;
+    static constexpr size_t count = 7;
     static const std::array<GridReading, count>& all() noexcept;
 
     /** @returns null for a name of none */

@@ -47,6 +47,7 @@ void applyAnalysis (DeckWorld& world, DeckPlayer& deck, TrackAnalysis analysis)
     deck.marks.downbeatPosition = analysis.downbeatPos;
     deck.marks.bpm = analysis.tempoTracker;
     deck.marks.bpmAverage = analysis.tempoAverage;
+    deck.marks.confidence = static_cast<int8_t> (analysis.confidence);
     if (analysis.gridMode)
         deck.marks.fixedGrid = *analysis.gridMode != 0 ? 1 : 0;
     if (analysis.autogain)
@@ -95,6 +96,7 @@ TrackAnalysis analysisOf (DeckWorld& world, DeckPlayer& deck)
         grid = deck.grid();
         analysis.tempoTracker = deck.marks.bpm;
         analysis.tempoAverage = deck.marks.bpmAverage;
+        analysis.confidence = deck.marks.confidence;
         analysis.downbeatId = deck.marks.downbeatIndex;
         analysis.downbeatPos = deck.marks.downbeatPosition;
         analysis.gridMode = deck.marks.fixedGrid.get();
@@ -183,4 +185,12 @@ bool saveAnalysis (DeckWorld& world, DeckPlayer& deck)
             setStored (deck, std::move (mine));
             return merged;
         });
+}
+
+void tellGrid (DeckWorld& world, DeckPlayer& deck)
+{
+    const auto analysis = analysisOf (world, deck);
+    if (const auto path = deck.texts().filePath;
+        path.isNotEmpty() && analysis.beatMarks && !analysis.beatMarks->empty())
+        world.listeners.postGrid ({ path, analysis.tempoTracker, confidenceOf (analysis).value_or (-1) });
 }

@@ -19,6 +19,10 @@ bool loadAnalysis (DeckWorld&, DeckPlayer&);
     @returns false if the file could not be written */
 bool saveAnalysis (DeckWorld&, DeckPlayer&);
 
+/** Tells the listeners of the engine the grid of the deck's track, if it has beats. Any thread that may block, without the
+    callback lock. */
+void tellGrid (DeckWorld&, DeckPlayer&);
+
 /** The values of an analysis that are a deck's; its marks replace the deck's table as a whole. Any thread that may block,
     without the callback lock: the audio thread sees the old grid or the new one. */
 void applyAnalysis (DeckWorld&, DeckPlayer&, TrackAnalysis);

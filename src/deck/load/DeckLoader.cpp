@@ -165,8 +165,7 @@ void DeckLoader::run (const juce::File& file, const std::stop_token& stop)
     deck().analysisProgress = 0;
     if (stop.stop_requested())
         return;
-    if (deck().track.numBeats > 0)
-        world.listeners.postTempo (file.getFullPathName(), deck().marks.bpm);
+    tellGrid (world, deck());
     if (!load.isStored)
         saveAnalysis (world, deck());
 }
@@ -273,7 +272,7 @@ void DeckLoader::measure (double nearBpm, const std::stop_token& stop)
         const CallbackLock lock (world.callbackLock, "tempo of an analysis");
         target.marks.bpm = target.marks.bpmAverage = tempo;
     }
-    world.listeners.postTempo (target.texts().filePath, target.marks.bpm);
+    tellGrid (world, target);
 }
 
 DeckLoaders::DeckLoaders (DeckWorld& w, const juce::File& decoderLibrary)
@@ -330,6 +329,7 @@ void DeckLoaders::saveSoon (int deckIndex)
     saver.post (deckIndex, { [this, deck] (const std::stop_token&)
                              {
                                  saveAnalysis (world, *deck);
+                                 tellGrid (world, *deck);
                                  restOrEnd();
                              } });
 }

@@ -8,10 +8,10 @@ namespace
 auto fieldsOf (auto& marks) noexcept
 {
     auto& [cues, startPoint, startPointOn, bpm, bpmAverage, downbeatIndex, downbeatPosition, fixedGrid,
-           tableStep, tableOffset] = marks;
+           tableStep, tableOffset, confidence] = marks;
     return std::tuple_cat (std::apply ([] (auto&... slot) { return std::tie (slot...); }, cues),
                            std::tie (startPoint, startPointOn, bpm, bpmAverage, downbeatIndex,
-                                     downbeatPosition, fixedGrid, tableStep, tableOffset));
+                                     downbeatPosition, fixedGrid, tableStep, tableOffset, confidence));
 }
 }
 

@@ -19,6 +19,7 @@ struct TrackMarks
     Relaxed<int32_t> downbeatPosition;              ///< anchor of a fixed grid
     Relaxed<int8_t> fixedGrid;                      ///< the grid is tempo and downbeat alone, not the table
     Relaxed<double> tableStep { 1.0 }, tableOffset; ///< how the beat table is read, see BeatGrid
+    Relaxed<int8_t> confidence { -1 };              ///< in the grid, see TrackAnalysis
 
     bool operator== (const TrackMarks&) const noexcept = default;
 

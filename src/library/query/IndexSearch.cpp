@@ -65,6 +65,8 @@ int SongIndex::maskOf (SongDatabase& database, const SongQuery& query, const std
         keepRange (range, mask);
     for (const auto& choice : terms.choices)
         keepChoice (choice, mask);
+    if (query.confidenceBelow > 0)
+        keepRange ({ SongField::analyzed, 1.0, query.confidenceBelow - 1.0 }, mask);
     if (query.fitBpm > 0.0)
         keepTempo (query.fitBpm, query.fitPercent, mask);
     return stop.stop_requested() ? LibraryCode::interrupted : LibraryCode::ok;
@@ -117,7 +119,7 @@ int SongIndex::keepWord (SongDatabase& database, const QueryTerms::Word& word,
 void SongIndex::keepRange (const QueryTerms::Range& range, Mask& mask) const
 {
     const auto isWithin = [&range] (auto value) { return value >= range.least && value <= range.most; };
-    // An open end asks for nothing; an unknown tempo or year is in no range.
+    // An open end asks for nothing; an unknown tempo, year or confidence is in no range.
     if (std::isinf (range.least) && std::isinf (range.most))
         return;
     const auto isKnownWithin = [&] (auto value) { return value > 0 && isWithin (value); };
@@ -125,6 +127,8 @@ void SongIndex::keepRange (const QueryTerms::Range& range, Mask& mask) const
         keepWhere (songs.bpm, mask, isKnownWithin);
     else if (range.field == SongField::year)
         keepWhere (songs.year, mask, isKnownWithin);
+    else if (range.field == SongField::analyzed)
+        keepWhere (songs.confidence, mask, isKnownWithin);
     else
         keepWhere (songs.rating, mask, isWithin);
 }
@@ -201,11 +205,12 @@ int SongIndex::rankNumbers (SongDatabase& database, SongField field, std::vector
                 return code;
         return take (stored);
     };
-    const auto code = field == SongField::bpm      ? take (songs.bpm)
-                      : field == SongField::year   ? take (songs.year)
-                      : field == SongField::rating ? take (songs.rating)
-                      : field == SongField::time   ? take (songs.durations)
-                                                   : read();
+    const auto code = field == SongField::bpm        ? take (songs.bpm)
+                      : field == SongField::year     ? take (songs.year)
+                      : field == SongField::rating   ? take (songs.rating)
+                      : field == SongField::time     ? take (songs.durations)
+                      : field == SongField::analyzed ? take (songs.confidence)
+                                                     : read();
     if (code != LibraryCode::ok)
         return code;
     std::sort (keys.begin(), keys.end());

@@ -28,6 +28,7 @@ constexpr std::array prefixes {
     Prefix { "bpm", SongField::bpm, Meaning::number },
     Prefix { "year", SongField::year, Meaning::number },
     Prefix { "rating", SongField::rating, Meaning::number },
+    Prefix { "grid", SongField::analyzed, Meaning::number },
     Prefix { "key", SongField::key, Meaning::choice },
     Prefix { "artist", SongField::artist, Meaning::word },
     Prefix { "title", SongField::title, Meaning::word },

@@ -14,6 +14,7 @@
         deep "night drive"        words in any order, each in any chosen field; a phrase keeps its blanks
         bpm:120-126  bpm:128      a tempo: a range, either end first, or what is shown as that number
         year:1990-  rating:>3     from, up to, above, below: 1990-  -1999  >3  <3  >=3  <=3
+        grid:<50                  the confidence in its grid, 1 to 100
         key:8A,9A                 whole values, any of them
         artist:moby  genre:"deep house"   a word in that field, whichever are chosen
 
@@ -35,7 +36,7 @@ struct QueryTerms
     /** A number that has to be within limits, both included. */
     struct Range
     {
-        SongField field = SongField::bpm; ///< bpm, year or rating
+        SongField field = SongField::bpm; ///< bpm, year, rating or analyzed
         double least = 0.0, most = 0.0;
     };
 

@@ -8,7 +8,7 @@
 
 namespace
 {
-constexpr auto numberFields = std::to_array ({ SongField::bpm, SongField::rating });
+constexpr auto numberFields = std::to_array ({ SongField::bpm, SongField::rating, SongField::analyzed });
 
 /** Columns of a scan: id, duration, size, the texts, the numbers. */
 constexpr int firstText = 3, firstNumber = firstText + static_cast<int> (SongIndex::textFields.size());
@@ -43,7 +43,10 @@ void SongIndex::Song::read (const SqlRow& row)
             year = static_cast<int16_t> (std::clamp (row.int32 (column), -32768, 32767));
     }
     bpm = row.real (firstNumber);
-    rating = static_cast<uint8_t> (std::clamp (row.int32 (firstNumber + 1), 0, 255));
+    const auto byteOf = [&row] (int column)
+    { return static_cast<uint8_t> (std::clamp (row.int32 (column), 0, 255)); };
+    rating = byteOf (firstNumber + 1);
+    confidence = byteOf (firstNumber + 2);
 }
 
 void SongIndex::Table::put (const Song& song, size_t position)
@@ -54,6 +57,7 @@ void SongIndex::Table::put (const Song& song, size_t position)
     bpm[position] = song.bpm;
     year[position] = song.year;
     rating[position] = song.rating;
+    confidence[position] = song.confidence;
     for (size_t i = 0; i < columns.size(); ++i)
         columns[i].values[position] = columns[i].texts.add (song.texts[i]);
     there[position] = 1;
@@ -69,6 +73,7 @@ void SongIndex::Table::append (const Song& song)
     bpm.push_back (0.0);
     year.push_back (0);
     rating.push_back (0);
+    confidence.push_back (0);
     there.push_back (1);
     for (auto& column : columns)
         column.values.push_back (0);

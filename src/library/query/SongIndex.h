@@ -71,7 +71,7 @@ private:
         uint32_t duration = 0, size = 0;
         double bpm = 0.0;
         int16_t year = 0;
-        uint8_t rating = 0;
+        uint8_t rating = 0, confidence = 0;
         std::array<std::string, textFields.size()> texts;
 
         void read (const SqlRow&);
@@ -83,8 +83,8 @@ private:
         std::vector<uint32_t> durations, sizes;
         std::vector<double> bpm;
         std::vector<int16_t> year;
-        std::vector<uint8_t> rating;
-        std::vector<uint8_t> there; ///< 0 for a song that was deleted
+        std::vector<uint8_t> rating, confidence; ///< the latter in the grid; 0 where nobody knows it
+        std::vector<uint8_t> there;              ///< 0 for a song that was deleted
         std::array<Column, textFields.size()> columns;
         uint32_t deleted = 0;
 

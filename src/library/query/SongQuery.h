@@ -31,6 +31,9 @@ struct SongQuery
     /** Only songs whose tempo, half or double is within so many percent of this one, in BPM; 0 for all. */
     double fitBpm = 0.0, fitPercent = 0.0;
 
-    bool isFiltered() const { return search.trim().isNotEmpty() || fitBpm > 0.0; }
+    /** Only songs whose grid is known, with less confidence than this, 1 to 100; 0 for all. */
+    int confidenceBelow = 0;
+
+    bool isFiltered() const { return search.trim().isNotEmpty() || fitBpm > 0.0 || confidenceBelow > 0; }
     bool operator== (const SongQuery&) const = default;
 };

@@ -69,6 +69,7 @@ SongManager::SongManager (CPlatterdex& e, Session* session)
     search.onSearch = [this]
     {
         table.setSearch (search.text(), search.fields());
+        table.setGridsToCheck (search.wantsGridsToCheck());
         followMaster();
     };
     search.onFields = [this] { world.setPreference (fieldsName, SearchFields::toText (search.fields())); };

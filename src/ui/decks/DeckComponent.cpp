@@ -63,6 +63,12 @@ DeckComponent::DeckComponent (CPlatterdex& e, int deck, LoadDialog& l)
 
     addAndMakeVisible (waveform);
     addAndMakeVisible (thumbnail);
+    gridSign.setComponentID ("_gridSign");
+    gridSign.setTooltip (
+        tr ("The analysis is not sure of the beats. Listen, then choose how they are to be counted"));
+    gridSign.setToggleState (true, juce::dontSendNotification);
+    gridSign.onFillMenu = [this] (juce::PopupMenu& menu) { EditMenu::addReadingsTo (menu, engine, watch); };
+    addChildComponent (gridSign);
     makePanels();
 }
 
@@ -111,6 +117,7 @@ void DeckComponent::resized()
     fill (rightPanels, areas.rightPanels, DeckContainerPanel::Side::right);
     waveform.setBounds (areas.waveform);
     thumbnail.setBounds (areas.thumbnail);
+    gridSign.setBounds (areas.gridSign);
 }
 
 void DeckComponent::pollMoving()
@@ -122,6 +129,7 @@ void DeckComponent::pollMoving()
 void DeckComponent::pollCalm()
 {
     makePanels();
+    gridSign.setVisible (watch->grid.isDoubtful());
     if (messageEnds.has_value() && engine.environment.clock() >= *messageEnds && watch->loadedFrames > 0)
         clearMessage();
     updateNotice();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/language/Translate.h"
 #include "ui/decks/DeckContainerPanel.h"
 #include "ui/decks/LoadDialog.h"
 #include "ui/decks/TrackLoad.h"
@@ -9,6 +10,7 @@
 #include "ui/panel/ControlPanel.h"
 #include "ui/panel/DeckBadge.h"
 #include "ui/poll/DeckWatch.h"
+#include "ui/widgets/MenuButton.h"
 #include "ui/widgets/PXImageButton.h"
 
 #include <memory>
@@ -94,6 +96,7 @@ private:
     PXImageButton& loadButton;
     DeckWaveform waveform;
     DeckWaveformThumbnail thumbnail;
+    MenuButton gridSign { tr ("GRID ?") };
     std::vector<std::unique_ptr<DeckContainerPanel>> leftPanels, rightPanels;
 
     juce::Image ground; ///< of the strip, in the pixels of the last paint

@@ -14,10 +14,15 @@ void addTo (juce::PopupMenu& menu, CPlatterdex& engine, const DeckWatch& watch)
     menu.addItem (tr ("Redo (Ctrl+Shift+Z)"), watch->canRedo, false,
                   [&engine, deck] { engine.grids.redo (deck); });
     juce::PopupMenu readings;
-    for (const auto& reading : GridReading::all())
-        readings.addItem (tr (reading.label), watch->grid.isKnown(), false,
-                          [&engine, deck, &reading] { engine.grids.read (deck, reading); });
+    addReadingsTo (readings, engine, watch);
     menu.addSubMenu (tr ("Read the Grid Anew"), readings, watch->loadedFrames > 0 && watch->grid.isKnown());
+}
+
+void addReadingsTo (juce::PopupMenu& menu, CPlatterdex& engine, const DeckWatch& watch)
+{
+    for (const auto& reading : GridReading::all())
+        menu.addItem (tr (reading.label), watch->grid.isKnown(), false,
+                      [&engine, deck = watch.deck(), &reading] { engine.grids.read (deck, reading); });
 }
 
 void show (CPlatterdex& engine, const DeckWatch& watch, juce::Component& owner)

@@ -5,7 +5,7 @@
 namespace
 {
 constexpr int margin = 4, gap = 3, textMargin = 8;
-constexpr int lineHeight = 16, tempoWidth = 112;
+constexpr int lineHeight = 16, tempoWidth = 112, gridSignWidth = 64;
 constexpr int headHeight = 44, timeTop = 12, timeHeight = 28,
               timeHalfWidth = 68; // the time stands in the middle
 }
@@ -32,6 +32,7 @@ DeckLayout::DeckLayout (int width, int height, int left, int right)
     {
         title = thumbnail.removeFromTop (lineHeight).withTrimmedLeft (margin);
         tempo = title.removeFromRight (tempoWidth);
+        gridSign = title.withTrimmedLeft (title.getWidth() - gridSignWidth);
         return;
     }
     auto before = waveform.withHeight (headHeight).reduced (textMargin, 0);
@@ -39,6 +40,7 @@ DeckLayout::DeckLayout (int width, int height, int left, int right)
     before.removeFromRight (timeHalfWidth);
     after.removeFromLeft (timeHalfWidth);
     tempo = after.withTrimmedTop (timeTop).withHeight (timeHeight);
+    gridSign = after.withTrimmedLeft (after.getWidth() - gridSignWidth).withHeight (lineHeight);
     title = before.withTrimmedTop (4).removeFromTop (20);
     artist = before.withTrimmedTop (24).removeFromTop (16);
 }

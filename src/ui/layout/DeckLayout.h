@@ -26,4 +26,7 @@ struct DeckLayout
     /** The track's texts: beside the time above a wide waveform; in one line above the thumbnail, without an area for the
         artist, where the waveform is narrow. */
     juce::Rectangle<int> title, artist, tempo;
+
+    /** The sign of a doubtful grid: above the tempo, or on the end of the title. */
+    juce::Rectangle<int> gridSign;
 };

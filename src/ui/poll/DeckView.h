@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/files/TrackAnalysis.h"
 #include "deck/state/DeckNumbers.h"
 
 #include <juce_core/juce_core.h>
@@ -42,10 +43,17 @@ struct GridNumbers
     int32_t framesOfFixed = 0;   ///< that a fixed grid covers so far
     double sampleRate = 44100.0; ///< of the file
     double tableStep = 1.0;      ///< in which the table is read
+    int confidence = -1;         ///< 0 to 100; -1 if nobody knows
     bool operator== (const GridNumbers&) const = default;
 
     /** True if anybody knows how fast the music is. */
     bool isKnown() const noexcept { return beats > 0 || fixed; }
+
+    /** True for found beats that should be listened to before they are trusted. */
+    bool isDoubtful() const noexcept
+    {
+        return beats > 0 && !fixed && confidence >= 0 && confidence < doubtfulBelow;
+    }
 };
 
 /** The state of a deck that views show, as it stood at one look: a plain value to compare with the one before. */

@@ -44,7 +44,8 @@ GridNumbers gridOf (const DeckPlayer& deck)
              deck.marks.bpm,
              fixed ? deck.track.loadedFrames.get() : 0,
              deck.track.sampleRate,
-             deck.marks.tableStep };
+             deck.marks.tableStep,
+             deck.marks.confidence };
 }
 
 DeckView viewOf (const DeckPlayer& deck, double pitchRange)

@@ -124,7 +124,8 @@ TEST (AnalysisForms, WhatIsWrittenReadsBackTheSame)
     inExactNumbers.autogain = 1.0 / 3.0;
     withoutBeats.gridMode = 0;
     auto sure = example();
-    sure.untouched = { 127.0, 11537, 83 };
+    sure.untouched = { 127.0, 11537 };
+    sure.confidence = 83;
     EXPECT_EQ (confidenceOf (sure), 100) << "moved by hand";
     sure.gridMode = 0;
     sure.tempoTracker = 127.0;

@@ -56,6 +56,8 @@ TEST_F (Queries, FindWordsInAnyOrderAcrossTheChosenFieldsAndConditions)
               { { SongColumn::bpm, "63.5" }, { SongColumn::rating, "3" }, { SongColumn::genre, "House" } });
     const auto drive = song ("Drive 50%_off", "The Night",
                              { { SongColumn::year, "2001" }, { SongColumn::genre, "Deep House" } });
+    ASSERT_EQ (database.setIntField (SongField::analyzed, sun, 49), 0);
+    ASSERT_EQ (database.setIntField (SongField::analyzed, moon, 50), 0);
     ASSERT_EQ (index.build (database), 0);
 
     const struct
@@ -81,6 +83,8 @@ TEST_F (Queries, FindWordsInAnyOrderAcrossTheChosenFieldsAndConditions)
         { "bpm:-100", { night } },
         { "rating:>3", { moon } },
         { "rating:>=3 sun", { moon } },
+        { "grid:<50", { sun } },
+        { "grid:1-", { sun, moon } },
         { "key:8a,9a", { sun, moon } },
         { "key:8", {} },
         { "year:1990-1999", { sun } },
@@ -93,6 +97,10 @@ TEST_F (Queries, FindWordsInAnyOrderAcrossTheChosenFieldsAndConditions)
         EXPECT_THAT (find (juce::CharPointer_UTF8 (each.text)), ElementsAreArray (each.found)) << each.text;
     EXPECT_THAT (find ("sun", {}), ElementsAre()) << "no toggles";
     EXPECT_THAT (find ("rating:4", {}), ElementsAre (moon)) << "a condition names its field";
+    EXPECT_THAT (run ({ .confidenceBelow = 50 }), ElementsAre (sun)) << "unknown is not doubtful";
+    ASSERT_EQ (database.setIntField (SongField::analyzed, night, 1), 0);
+    ASSERT_TRUE (index.update (database, { night }));
+    EXPECT_THAT (run ({ .confidenceBelow = 50 }), ElementsAre (sun, night));
     EXPECT_THAT (run ({ .fitBpm = 127.0, .fitPercent = 1.0 }), UnorderedElementsAre (moon, night));
     EXPECT_THAT (run ({ .fitBpm = 60.0, .fitPercent = 1.0 }), ElementsAre (sun)) << "half of 120.4";
 }

@@ -11,7 +11,7 @@
 namespace
 {
 constexpr int height = 24, gap = 4, signWidth = 24, cancelWidth = 24, menuWidth = 100, fitWidth = 112,
-              leastFieldWidth = 120;
+              checkWidth = 116, leastFieldWidth = 120;
 constexpr std::array spans { 2.0, 4.0, 6.0, 8.0, 12.0, 16.0 };
 }
 
@@ -54,6 +54,14 @@ SearchEditor::SearchEditor()
     fitButton.setTooltip (tr ("Shows only songs whose tempo, half or double fits the master's."));
     fitButton.onFillMenu = [this] (juce::PopupMenu& menu) { fillFits (menu); };
     addAndMakeVisible (fitButton);
+
+    checkButton.setButtonText (tr ("GRIDS TO CHECK"));
+    checkButton.setComponentID ("_gridsToCheckButton");
+    checkButton.setTooltip (tr (
+        "Shows only songs of whose beats the analysis is not sure: listen before you trust their grids."));
+    checkButton.setClickingTogglesState (true);
+    checkButton.onClick = [this] { askNow(); };
+    addAndMakeVisible (checkButton);
 
     setFields (SearchFields::fromText (SearchFields::byDefault));
 }
@@ -150,6 +158,8 @@ void SearchEditor::resized()
 {
     auto area = getLocalBounds().withSizeKeepingCentre (getWidth(), height);
     area.removeFromLeft (signWidth);
+    checkButton.setBounds (area.removeFromRight (checkWidth));
+    area.removeFromRight (gap);
     fitButton.setBounds (area.removeFromRight (fitWidth));
     area.removeFromRight (gap);
     fieldsButton.setBounds (area.removeFromRight (menuWidth));

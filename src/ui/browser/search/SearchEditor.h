@@ -9,8 +9,8 @@
 #include <optional>
 #include <vector>
 
-/** The search field with its cancel button, the menu of the fields that are searched, and the filter of tempos that fit the
-    master's. A pause in typing, Return or a choice in a menu asks. Message thread. */
+/** The search field with its cancel button, the menu of the fields that are searched, and the filters of tempos that fit the
+    master's and of grids that are to be checked. A pause in typing, Return or a choice in a menu asks. Message thread. */
 class SearchEditor : public juce::Component, private juce::Timer
 {
 public:
@@ -36,6 +36,9 @@ public:
     std::optional<double> fitPercent() const noexcept { return fit; }
     void setFitPercent (std::optional<double>);
 
+    /** True while only songs are to be shown whose grid is doubtful. */
+    bool wantsGridsToCheck() const { return checkButton.getToggleState(); }
+
     /** Puts the keyboard into the field. */
     void takeKeyboard() { field.grabKeyboardFocus(); }
     bool hasKeyboard() const { return field.hasKeyboardFocus (true); }
@@ -55,6 +58,7 @@ private:
     PXTextButton cancelButton;
     MenuButton fieldsButton { tr ("SEARCH IN") };
     MenuButton fitButton { tr ("FITS MASTER") };
+    PXTextButton checkButton;
     std::vector<SongField> chosen;
     std::optional<double> fit;
 };

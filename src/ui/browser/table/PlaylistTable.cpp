@@ -1,5 +1,6 @@
 #include "ui/browser/table/PlaylistTable.h"
 
+#include "analysis/files/TrackAnalysis.h"
 #include "session/browse/LibraryFaults.h"
 #include "skin/Palette.h"
 #include "support/language/Translate.h"
@@ -105,6 +106,7 @@ void PlaylistTable::setSource (const Source& source)
     query.fields = search.fields;
     query.fitBpm = search.fitBpm;
     query.fitPercent = search.fitPercent;
+    query.confidenceBelow = search.confidenceBelow;
     takesLayout = isLaidOut = false;
     madeEntries.clear();
     if (source.kind == SongListKind::history)
@@ -160,6 +162,13 @@ void PlaylistTable::setFit (double bpm, double percent)
     query.fitBpm = bpm;
     query.fitPercent = percent;
     ask();
+}
+
+void PlaylistTable::setGridsToCheck (bool isWanted)
+{
+    if (const auto below = isWanted ? doubtfulBelow : 0;
+        std::exchange (query.confidenceBelow, below) != below)
+        ask();
 }
 
 /** Asks for the rows of the query as it stands. */

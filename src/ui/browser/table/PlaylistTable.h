@@ -45,6 +45,9 @@ public:
     /** Leaves the songs whose tempo fits. @param bpm   0 for all songs */
     void setFit (double bpm, double percent);
 
+    /** Leaves the songs whose grid is doubtful, or all. */
+    void setGridsToCheck (bool);
+
     /** The tempo and the span that are in use. */
     std::pair<double, double> fit() const { return { query.fitBpm, query.fitPercent }; }
 
