@@ -35,12 +35,14 @@ title_of() {
     ffmpeg -loglevel error -f x11grab -video_size 150x14 -i "$DISPLAY+$((deck_x[$1] + 8)),$((deck_y[$1] + 194))" \
         -frames:v 1 -pix_fmt rgb24 -f rawvideo - | md5sum
 }
+has_title() { [ "$(title_of "$1")" = "${titles[$1]}" ]; }
 has_asked() { is_shown ' is playing$'; }
 all_play() {
+    at_rest
     local deck
     for deck in 0 1 2 3; do
-        lamp_is_lit $deck || fail "$1: deck $deck does not play"
-        [ "$(title_of $deck)" = "${titles[$deck]}" ] || fail "$1: deck $deck has another track"
+        until_true "$1: deck $deck does not play" lamp_is_lit $deck
+        until_true "$1: deck $deck has another track" has_title $deck
     done
 }
 
@@ -49,12 +51,13 @@ play_keys=(space Return F5 F9)
 plays() {
     lamp_is_lit "$1" && return
     xdotool windowfocus --sync "$window" key "${play_keys[$1]}"
-    sleep 2
-    lamp_is_lit "$1"
+    at_rest
+    comes lamp_is_lit "$1"
 }
-sleep 4
+at_rest --whole # the tracks load
 for deck in 0 1 2 3; do
     until_true "deck $deck does not play" plays $deck
+    at_rest
     titles[$deck]=$(title_of $deck)
 done
 picture playing
@@ -66,30 +69,27 @@ drop_on() {
     local x=$((deck_x[$1] + deck_width / 2)) y=$((deck_y[$1] + 120)) attempt step
     for attempt in 1 2 3; do
         xdotool mousemove 20 20
-        sleep 0.3
+        at_rest
         xdotool mousedown 1
         for step in $(seq 1 12); do
-            sleep 0.08
             xdotool mousemove $((20 + (x - 20) * step / 12)) $((20 + (y - 20) * step / 12))
+            at_rest
         done
-        sleep 0.4
         picture "over-deck-$1"
         xdotool mouseup 1
-        for _ in $(seq 1 50); do
-            has_asked >/dev/null && break 2
-            sleep 0.1
-        done
+        at_rest
+        comes has_asked && break
     done
-    has_asked >/dev/null || fail "deck $1 takes a file without a question"
-    sleep 0.3
+    until_true "deck $1 takes a file without a question" has_asked
+    await_keyboard ' is playing$' # Return would stop a deck
     xdotool key Return
     until_true "the question stays" is_gone ' is playing$'
 }
 # A key that comes before the dialog has the keyboard is lost, so it is pressed again.
 escaped() {
     xdotool key Escape
-    sleep 0.5
-    is_gone "^Load a track"
+    at_rest
+    comes is_gone "^Load a track"
 }
 
 for deck in 0 1 2 3; do
@@ -102,12 +102,11 @@ for deck in 0 1 2 3; do
     # A drag over the overview, and a click on the lamp.
     xdotool mousemove $((deck_x[$deck] + 60)) $((deck_y[$deck] + 222)) mousedown 1
     for step in 1 2 3 4 5 6; do
-        sleep 0.05
+        at_rest
         xdotool mousemove $((deck_x[$deck] + 60 + 40 * step)) $((deck_y[$deck] + 222))
     done
     xdotool mouseup 1
     xdotool mousemove $((deck_x[$deck] + 12)) $((deck_y[$deck] + 18)) click 1
-    sleep 0.3
     all_play "after a drag over the overview of deck $deck and a click on its lamp"
 done
 picture slipped
@@ -119,9 +118,9 @@ for key in shift+F1 shift+F2 shift+F3 shift+F4; do
     until_true "the dialog of $key stays" escaped
 done
 xdotool windowfocus --sync "$window" key n
-sleep 1
+at_rest
 xdotool key Escape
-sleep 0.5
+at_rest
 
 lamp_is_lit 0 || fail "the keys stop deck 0"
 kill -TERM $process

@@ -13,7 +13,7 @@ keep_pictures "${2:-$work/pictures}"
 # The curves of an editor's window as they are seen, the pointer away from them.
 curves() {
     xdotool mousemove $((left + 40)) $((top + HEIGHT - 20))
-    sleep 0.4
+    at_rest
     ffmpeg -loglevel error -f x11grab -draw_mouse 0 -video_size $((WIDTH - plot - 20))x$((HEIGHT - 140)) \
         -i "$DISPLAY+$((left + plot)),$((top + 62))" -frames:v 1 -pix_fmt rgb24 -f rawvideo - | md5sum
 }
@@ -29,14 +29,14 @@ differs() { [ "$(curves)" != "$1" ]; }
 # drag X Y TO_X TO_Y [BUTTON]: in pixels of the window.
 drag() {
     xdotool mousemove $((left + $1)) $((top + $2))
-    sleep 0.2
+    at_rest
     xdotool mousedown "${5:-1}"
     for step in 1 2 3 4; do
         xdotool mousemove $((left + $1 + ($3 - $1) * step / 4)) $((top + $2 + ($4 - $2) * step / 4))
-        sleep 0.05
+        at_rest
     done
     xdotool mouseup "${5:-1}"
-    sleep 0.2
+    at_rest
 }
 
 # edit NAME: adds and drags a point in the window that is placed, takes it back and does it again.
@@ -70,36 +70,35 @@ main_left=$left main_top=$top
 
 # The page ENV is the last tab; the popup of the first pad opens its editor by its fifth line from below.
 xdotool mousemove $((left + deck + 7 + 198)) $((top + 22 + 12)) click 1
-sleep 0.7
+at_rest
 pad_x=$((left + deck + 7 + 30)) pad_y=$((top + 22 + 24 + 50))
-xdotool mousemove $pad_x $pad_y
-sleep 0.3
-xdotool click 3
-sleep 0.8
+open_menu $pad_x $pad_y 3
 picture pad-popup
-xdotool key Up Up Up Up Up Return
+choose Up Up Up Up Up Return
 until_true "the pad's editor does not open" is_shown '^Slicegate Editor for pad A.1$'
 editor=$(window_of '^Slicegate Editor for pad A.1$')
 plot=224
 find_window "$editor"
 edit pad
 xdotool windowactivate --sync "$editor"
+await_keyboard '^Slicegate Editor for pad A.1$'
 xdotool key Escape # by itself: the window may be gone before the key comes up
 until_true "Escape does not close the pad's editor" is_gone '^Slicegate Editor for pad A.1$'
 
 # The menu beside the deck's letter saves its eight pads, clears them and loads them again.
 bank() { # bank KEYS...: chooses a line of the menu
-    xdotool windowactivate "$window" mousemove $((main_left + deck + 7 + 178)) $((main_top + 22 + 24 + 14)) click 1
-    sleep 0.7
-    xdotool key "$@" Return
-    sleep 0.7
+    xdotool windowactivate --sync "$window"
+    open_menu $((main_left + deck + 7 + 178)) $((main_top + 22 + 24 + 14))
+    choose "$@" Return
 }
 name_file() { # name_file TITLE: types the bank's path into the dialog
     until_true "no dialog \"$1\"" is_shown "^$1"
-    sleep 0.5
+    await_keyboard "^$1"
     xdotool key ctrl+a
     xdotool type --delay 20 "$work/bank.xml"
     xdotool key Return
+    until_true "the dialog \"$1\" stays" is_gone "^$1"
+    at_rest
 }
 pads_of() { grep -c '<sliceGatePreset' "$1"; }
 pads_kept() { [ "$(grep -c 'name="Empty"' "$work/root/setup/slicegate_A.xml")" = "$1" ]; }
@@ -115,17 +114,13 @@ until_true "the bank is not loaded" pads_kept 0
 
 # The first panel left of the waveform becomes the SmartKnobs; EDIT opens the first knob's editor.
 left=$main_left top=$main_top
-xdotool windowactivate "$window"
-xdotool mousemove $((left + 5 + 49 + 50)) $((top + 55 + 12)) click 1
-sleep 0.7
-xdotool key Up Up Up Return # Empty, Tempo, SmartKnob
-sleep 0.7
+xdotool windowactivate --sync "$window"
+open_menu $((left + 5 + 49 + 50)) $((top + 55 + 12))
+choose Up Up Up Return # Empty, Tempo, SmartKnob
 picture knob-panel
-xdotool mousemove $((left + 5 + 49 + 50)) $((top + 55 + 24 + 10)) click 1
-sleep 0.8
+open_menu $((left + 5 + 49 + 50)) $((top + 55 + 24 + 10))
 picture knob-popup
-xdotool key Escape
-sleep 0.3
+choose Escape
 xdotool mousemove $((left + 5 + 49 + 74)) $((top + 55 + 24 + 64)) click 1
 until_true "the knob's editor does not open" is_shown '^Deck A SmartKnob #1 Editor$'
 editor=$(window_of '^Deck A SmartKnob #1 Editor$')

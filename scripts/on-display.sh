@@ -20,6 +20,7 @@ read -r number <"$display/number"
 export DISPLAY=:$number
 openbox --sm-disable >"$display/openbox.log" 2>&1 &
 started+=($!)
+export WINDOW_MANAGER=$!
 # A window that opens before its manager is there is moved when that comes.
 deadline=$((SECONDS + 60))
 until xdotool get_num_desktops >/dev/null 2>&1; do

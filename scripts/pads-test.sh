@@ -29,26 +29,22 @@ pad_y() { echo $((top + 150 + ($1 - 1) / 4 * 33)); }
 # again.
 prepare=true
 drag_until() {
-    local what=$1 x=$2 y=$3 to_x=$4 to_y=$5 attempt step deadline
+    local what=$1 x=$2 y=$3 to_x=$4 to_y=$5 attempt step
     shift 5
     for attempt in 1 2 3; do
         $prepare
         xdotool mousemove "$x" "$y"
-        sleep 0.3
+        at_rest
         xdotool mousedown 1
         for step in $(seq 1 12); do
-            sleep 0.08
+            at_rest
             xdotool mousemove $((x + (to_x - x) * step / 12)) $((y + (to_y - y) * step / 12))
         done
-        sleep 0.4
+        at_rest
         [ $attempt -gt 1 ] || picture "drag-$((++drags))"
         xdotool mouseup 1
-        deadline=$((SECONDS + 8))
-        until "$@"; do
-            [ $SECONDS -lt $deadline ] || continue 2
-            sleep 0.1
-        done
-        return 0
+        at_rest
+        comes "$@" && return 0
     done
     fail "$what"
 }
@@ -70,10 +66,10 @@ started+=($process)
 window=$(window_of '^Platterdex$')
 find_window "$window"
 middle=$(((WIDTH - 230) / 2 + 115)) # of the block between the decks
-sleep 3 # the track loads
+at_rest --whole # the track loads
 show_page() {
     xdotool mousemove $((left + middle - 17)) $((top + 34)) click 1
-    sleep 1
+    at_rest
 }
 show_page
 picture page
@@ -90,7 +86,8 @@ drag_until "a song of the table does not come" $((left + 400)) $((top + 426)) "$
 
 record_loop() {
     xdotool mousemove $((left + middle + 39)) $((top + 84)) click 1
-    sleep 2
+    sleep 2 # of music
+    at_rest
 }
 prepare=record_loop
 drag_until "a recorded loop does not come" $((left + middle)) $((top + 113)) "$(pad_x 11)" "$(pad_y 11)" \
@@ -105,10 +102,10 @@ recording=$(pad 11 filepath)
 close_window '^Platterdex$'
 until_true "the loop is not offered" is_shown '^Recorded loops$'
 until_true "the offer lies behind the window" is_on_top "Recorded loops"
-sleep 0.5
+await_keyboard '^Recorded loops$'
 picture offer
 xdotool key --clearmodifiers Tab
-sleep 0.2
+at_rest
 xdotool key --clearmodifiers Return
 has_ended() { ! kill -0 $process; }
 until_true "it does not end after the answer" has_ended

@@ -24,46 +24,51 @@ started+=($!)
 find_window "$(window_of '^Platterdex$')"
 middle=$((left + (WIDTH - 220) / 2)) # the block between the decks begins here
 until_true "the slot is not restored" grep -q 'param1="0".*>.\+</slot>' "$root/setup/vst_slots.xml"
+at_rest
 xdotool mousemove $((middle + 170)) $((top + 34)) click 1
-sleep 2
+at_rest
 picture slot
 
 # The plug-in's window by its button: one without an editor of its own shows the list of its parameters.
 xdotool mousemove $((middle + 190)) $((top + 64)) click 1
 window_of '^gain - Deck A$' >/dev/null
-sleep 3
+at_rest
 picture editor
 close_window '^gain - Deck A$'
+until_true "the plug-in's window stays" is_gone '^gain - Deck A$'
 
 # The page by the last line of the slot's menu.
 page_opens() {
-    xdotool mousemove $((middle + 80)) $((top + 64)) click 1
-    sleep 2
+    open_menu $((middle + 80)) $((top + 64))
     picture menu
-    xdotool key Up Return
-    sleep 2
-    is_shown '^VST Plugins$' || { xdotool key Escape && false; }
+    choose Up Return
+    comes is_shown '^VST Plugins$'
 }
 until_true "no page" page_opens
 find_window "$(window_of '^VST Plugins$')"
 xdotool mousemove $((left + 314)) $((top + 72)) click 1 # not the system's folders
+at_rest
 xdotool mousemove $((left + 68)) $((top + 72)) click 1
-sleep 2
+at_rest
 picture scanning
 is_in_list() { grep -q "<PLUGIN[^>]*name=\"$1\"[^>]*$2" "$list"; }
 sleep 12
 picture hanging
 # The offer is not taken: the answer comes after all.
 until_true "the late plug-in does not come in" is_in_list hang_20 'verified=""'
-sleep 12
-picture hanging-on
 find_window "$(window_of '^VST Plugins$')"
-xdotool mousemove $((left + 440)) $((top + 328)) click 1
-until_true "the button skips nothing" is_in_list hang_200 FAILED
+# The button comes with the offer, after ten seconds without an answer.
+is_skipped() {
+    sleep 6
+    picture hanging-on
+    xdotool mousemove $((left + 440)) $((top + 328)) click 1
+    comes is_in_list hang_200 FAILED
+}
+until_true "the button skips nothing" is_skipped
 until_true "the plug-in that crashes is not marked" is_in_list crash_scan CRASHED
-sleep 1
+at_rest
 xdotool mousemove $((left + 40)) $((top + 178)) click 1
-sleep 1
+at_rest
 picture scanned
 kill -0 "${started[0]}" || fail "the application is gone"
 kill -TERM "${started[0]}"

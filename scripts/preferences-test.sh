@@ -25,7 +25,6 @@ find_window "$window"
 is_set() {
     "$program" settings --tsv --root "$work/root" | awk -F '\t' -v name="$1" '$1 == name { print $2 }' | grep -qx "$2"
 }
-has_keyboard() { [ "$(xdotool getwindowfocus getwindowname)" = "$1" ]; }
 # The lamp of deck A in its colour.
 plays() { [ "$(colour_at $((left + 10)) $((top + 63)))" = 56b4e9 ]; }
 stands() { ! plays; }
@@ -43,8 +42,8 @@ ends() { ! kill -0 $process; }
 # A key that comes before the window has the keyboard, or its first track, is lost, so it is pressed again.
 begins_to_play() {
     xdotool windowfocus --sync "$window" key space
-    sleep 0.5
-    plays
+    at_rest
+    comes plays
 }
 until_true "Space does not play" begins_to_play
 has_no_ring_above || fail "there is a ring before Shift+Tab"
@@ -57,36 +56,36 @@ xdotool key Tab
 picture preferences-button
 xdotool key space
 until_true "Space on the button opens no preferences" is_shown '^Preferences$'
-until_true "the preferences have no keyboard" has_keyboard Preferences
+until_true "the preferences have no keyboard" has_keyboard '^Preferences$'
 until_true "Space on a framed button stops the deck" plays
 
 # The list of pages has the keyboard, and Tab goes on to the first box of the page.
-sleep 0.5
+at_rest
 xdotool key Down
-sleep 0.3
+at_rest
 xdotool key Tab
-sleep 0.3
+at_rest
 picture layout-page
 is_set fourDeckMode 0 || fail "four decks are shown already"
 xdotool key space
 until_true "Space does not tick the box" is_set fourDeckMode 1
-until_true "the preferences lose the keyboard" has_keyboard Preferences
+until_true "the preferences lose the keyboard" has_keyboard '^Preferences$'
 picture ticked
 xdotool key space
 until_true "Space does not clear the box" is_set fourDeckMode 0
 
 # Back through the list to the search field, and by Return to the page that has the words.
 xdotool key shift+Tab
-sleep 0.3
+at_rest
 xdotool key shift+Tab
-sleep 0.3
+at_rest
 xdotool type --delay 50 "key lock engine"
-sleep 0.3
+at_rest
 picture found
 xdotool key Return
-sleep 0.3
+at_rest
 xdotool key Tab
-sleep 0.3
+at_rest
 picture found-box
 is_set bypassStretcher 0 || fail "the box is ticked already"
 xdotool key space
@@ -95,19 +94,19 @@ until_true "Space does not tick the box that was found" is_set bypassStretcher 1
 # Another language, by the last control of its page: the window has it at once, and the dialog is there again.
 is_preferred() { grep -qx "$1=$2" "$work/root/setup/preferences.txt"; }
 xdotool key shift+Tab
-sleep 0.3
+at_rest
 xdotool key shift+Tab
-sleep 0.3
+at_rest
 xdotool key --clearmodifiers ctrl+a
 xdotool type --delay 50 "select language"
-sleep 0.3
+at_rest
 xdotool key shift+Tab shift+Tab shift+Tab
-sleep 0.3
+at_rest
 picture language-box
 xdotool key Down
 until_true "Down on the box chooses no other language" is_preferred language fr
 until_true "the dialog is not there in French" is_shown '^Préférences$'
-until_true "the French dialog has no keyboard" has_keyboard Préférences
+until_true "the French dialog has no keyboard" has_keyboard '^Préférences$'
 picture french
 xdotool key Escape
 until_true "Escape does not close the preferences" is_gone '^Préférences$'
@@ -117,7 +116,7 @@ until_true "the preferences stop the deck" plays
 xdotool mousemove $((left + 24)) $((top + 160))
 xdotool windowfocus --sync "$window" key F1
 until_true "F1 opens no manual" is_shown '^Manuel$'
-sleep 0.5
+at_rest
 picture manual
 xdotool windowfocus --sync "$(window_of '^Manuel$')" key Escape
 until_true "Escape does not close the manual" is_gone '^Manuel$'

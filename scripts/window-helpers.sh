@@ -1,5 +1,7 @@
 # Functions for tests that open windows, read by them. They run on a display of their own (scripts/on-display.sh); what is
-# started goes into `started` and ends with the test, and with it the folder "$work".
+# started goes into `started` and ends with the test, and with it the folder "$work". The rule of all waiting: for a state that is
+# seen, with a long patience; and before the next turn of the hand until the program has taken the last one (at_rest). A busy
+# machine takes seconds for what a quiet one does at once.
 work=$(mktemp -d)
 started=()
 
@@ -19,9 +21,22 @@ fail() {
     exit 1
 }
 
-# until_true SENTENCE COMMAND...: waits until the command succeeds, up to 60 seconds.
+# at_rest: waits until the programs that were started have taken what was done; with --whole also until they load nothing.
+window_rest=$(dirname "$(realpath "${BASH_SOURCE[0]}")")/window_rest.py
+at_rest() { python3 "$window_rest" "$@" "${started[@]}"; }
+
+# comes COMMAND...: waits until the command succeeds, up to 10 seconds, for what is tried again.
+comes() {
+    local deadline=$((SECONDS + 10))
+    until "$@" >/dev/null 2>&1; do
+        [ $SECONDS -lt $deadline ] || return 1
+        sleep 0.1
+    done
+}
+
+# until_true SENTENCE COMMAND...: waits until the command succeeds, up to 120 seconds.
 until_true() {
-    local what=$1 deadline=$((SECONDS + 60))
+    local what=$1 deadline=$((SECONDS + 120))
     shift
     until "$@" >/dev/null 2>&1; do
         [ $SECONDS -lt $deadline ] || fail "$what"
@@ -35,7 +50,7 @@ is_gone() { [ -z "$(is_shown "$1" 2>&1)" ]; }
 # window_of NAME: prints the number of the window of this name as soon as there is one. A search fails when any window goes
 # while it looks, so it is one of several.
 window_of() {
-    local found deadline=$((SECONDS + 60))
+    local found deadline=$((SECONDS + 120))
     until found=$(is_shown "$1" 2>/dev/null | tail -1) && [ -n "$found" ]; do
         [ $SECONDS -lt $deadline ] || fail "no window is named $1"
         sleep 0.1
@@ -46,6 +61,37 @@ window_of() {
 close_window() {
     xdotool windowfocus --sync "$(window_of "$1")"
     xdotool key --clearmodifiers alt+F4
+}
+
+# has_keyboard NAME: what is typed goes to the window of this name, a regular expression.
+has_keyboard() { [[ "$(xdotool getwindowfocus getwindowname)" =~ $1 ]]; }
+# await_keyboard NAME: waits for that.
+await_keyboard() {
+    until_true "$1 has no keyboard" has_keyboard "$1"
+    at_rest
+}
+
+# open_menu X Y [BUTTON]: clicks where a menu opens, and waits for it; again if a change of the focus has closed it.
+open_menu() {
+    menu_place=("$@")
+    until_true "another menu stays" is_gone '^menu$'
+    local attempt
+    for attempt in 1 2 3; do
+        xdotool mousemove "$1" "$2"
+        at_rest
+        xdotool click "${3:-1}"
+        at_rest
+        comes is_shown '^menu$' && break
+    done
+    until_true "no menu opens at $1, $2" is_shown '^menu$'
+    at_rest
+}
+# choose KEYS...: keys for the menu, the last of which closes it.
+choose() {
+    is_shown '^menu$' >/dev/null || open_menu "${menu_place[@]}"
+    xdotool key "$@"
+    until_true "the menu stays after $*" is_gone '^menu$'
+    at_rest
 }
 
 # The window on top of all others has this name.
@@ -59,6 +105,7 @@ find_window() {
     until [ "$last" = "$(xdotool getwindowgeometry "$1")" ]; do # it may still be on its way to its place
         last=$(xdotool getwindowgeometry "$1")
         sleep 0.5
+        at_rest
     done
     eval "$(xdotool getwindowgeometry --shell "$1")"
     # The window's place as the pointer finds it; its geometry counts the frame twice.
@@ -79,7 +126,7 @@ start_drag_source() {
     source_process=$!
     started+=($source_process)
     window_of '^Drag source$' >/dev/null
-    sleep 0.5
+    at_rest
 }
 
 # keep_pictures FOLDER: gives picture() its folder, and failures their picture.

@@ -30,8 +30,9 @@ kill -9 "${started[1]}"
 until_true "the window does not come back to the front" xdotool windowfocus --sync "$window"
 
 # Hot cue 2 at the track's beginning, and the crossfader one step to the left.
-sleep 1 # the track is short, and loaded by then
+at_rest --whole # the track loads
 xdotool key 2 key comma
+at_rest
 sleep 2.2 # the promise
 kill -9 "${started[0]}"
 

@@ -4,4 +4,4 @@ source "$(dirname "$0")/hosts.sh"
 
 need Xvfb
 need xdotool
-"$(dirname "$0")/../../scripts/on-display.sh" 1400x900 timeout 120 "$2" "$plugins/Platterdex.so" 10
+"$(dirname "$0")/../../scripts/on-display.sh" 1400x900 timeout 250 "$2" "$plugins/Platterdex.so" 10

@@ -17,7 +17,7 @@ done
 
 "$host" "$plugins/Platterdex.so" > "$work/log" &
 started+=($!)
-deadline=$((SECONDS + 60))
+deadline=$((SECONDS + 120))
 in_time() { kill -0 "${started[0]}" 2> /dev/null && [ $SECONDS -lt $deadline ]; }
 while in_time && ! grep -q "^ASKED" "$work/log"; do sleep 0.1; done
 while in_time && ! box=$(xdotool search --onlyvisible --name "^Play Locked"); do sleep 0.1; done

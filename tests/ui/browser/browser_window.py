@@ -4,7 +4,8 @@ lists   made, filled, moved, renamed, exported and deleted by menus, keys and dr
 songs   edited in a cell, stars by the mouse, the automix list, a foreign library, rules
 files   imports with a damaged file and a list of what failed, one that is ended by its button, a drop from another program
 
-The library's file tells what was done. After each turn of the hand the test waits until the picture stands still.
+The library's file tells what was done. After each turn of the hand the test waits until the program sleeps and the picture stands
+still.
 
 usage: browser_window.py PROGRAM DRAG_SOURCE PART [FOLDER]    pictures of the window are left in FOLDER"""
 
@@ -17,6 +18,10 @@ import tempfile
 import time
 import zlib
 from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[3] / "scripts"))
+
+from window_rest import wait_for_rest  # noqa: E402
 
 FORMATS = {
     "mp3": ["-c:a", "libmp3lame"],
@@ -41,7 +46,6 @@ COLUMNS = ["Status", "#", "Title", "Artist", "Album", "Time", "BPM", "Key", "Gen
 SECOND_STAR = 866  # while there is no column of albums
 JOB_BUTTON = 818, 868
 MANY = 6000  # files, an import of which lasts longer than a click
-STILL = 4  # looks at the screen in a row that see the same
 DOUBLE_CLICK = 0.42  # seconds; a second press of a button within them is the other half of a double click
 
 
@@ -77,15 +81,6 @@ class Screen:
         self.x.XFree(image)
         return found
 
-    def still(self, seconds=5.0):
-        """Waits until nothing has changed for a while; what blinks ends it too."""
-        end = time.monotonic() + seconds
-        last, same = self.sum(), 0
-        while same < STILL and time.monotonic() < end:
-            time.sleep(0.04)
-            now = self.sum()
-            last, same = now, same + 1 if now == last else 0
-
 
 def windows(name):
     """The windows of a name, a regular expression. A search fails when any window goes while it looks, so it is one of several."""
@@ -96,7 +91,7 @@ def windows(name):
     return found.stdout.split()
 
 
-def comes(condition, seconds=8.0):
+def comes(condition, seconds=20.0):
     end = time.monotonic() + seconds
     while not (value := condition()) and time.monotonic() < end:
         time.sleep(0.1)
@@ -132,24 +127,29 @@ class Browser:
         self.screen = Screen()
         self.pressed = 0.0
         self.until("the program's window", lambda: windows("Platterdex"), 60.0)
-        self.screen.still()
+        self.rest()
         self.picture("in-the-window")
         main = windows("Platterdex")[-1]
         width, _ = geometry(main)
         places = [342, 334, 350] * 8  # the button above the table, below the notice of the missing device
-        while places and not windows("Song Manager"):
+        while places and not comes(lambda: windows("Song Manager"), 1.0):
             self.click(0.77 * width - 15, places.pop(0), window=main)
         self.until("the browser in a window of its own", lambda: windows("Song Manager"))
         self.window = windows("Song Manager")[-1]
         run("xdotool", "windowmove", self.window, "100", "10", "windowsize", self.window, "1290", "880")
         self.until("the window's place", lambda: geometry(self.window) == (1290, 880))
-        self.screen.still()
+        self.rest()
 
-    def until(self, what, condition, seconds=20.0):
+    def rest(self, seconds=2.0):
+        """Waits until the program has taken all that was done, and nothing moves; not for long, as a caret blinks."""
+        wait_for_rest([self.process.pid], self.screen.sum, seconds)
+
+    def until(self, what, condition, seconds=60.0):
         if not comes(condition, seconds):
             self.picture("failed")
             raise SystemExit(f"FAILED: {what}: not seen within {seconds} s")
         print(f"{what}: seen", flush=True)
+        self.rest()  # the library's file has it before the window
 
     def picture(self, name):
         if self.pictures:
@@ -158,8 +158,15 @@ class Browser:
                 "-frames:v", "1", f"{self.pictures}/{name}.png")
 
     def ask(self, sql):
-        with sqlite3.connect(f"file:{self.library}?mode=ro", uri=True) as library:
-            return library.execute(sql).fetchall()
+        end = time.monotonic() + 60.0
+        while True:
+            try:
+                with sqlite3.connect(f"file:{self.library}?mode=ro", uri=True) as library:
+                    return library.execute(sql).fetchall()
+            except sqlite3.OperationalError:  # the program is just opening it
+                if time.monotonic() > end:
+                    raise
+                time.sleep(0.1)
 
     def value(self, sql):
         return self.ask(sql)[0][0]
@@ -174,7 +181,7 @@ class Browser:
         time.sleep(max(0.0, self.pressed + DOUBLE_CLICK - time.monotonic()))
         run("xdotool", "mousedown", str(button), "sleep", str(hold), "mouseup", str(button))
         self.pressed = time.monotonic()
-        self.screen.still()
+        self.rest()
 
     def show(self, source):
         """Opens a source, and gives its rows time to come."""
@@ -186,7 +193,8 @@ class Browser:
             if attempt:
                 print(f"{what}: tried again", flush=True)
             act()
-            if comes(done):
+            self.rest()
+            if comes(done, 8.0):
                 break
         self.until(what, done)
 
@@ -197,10 +205,10 @@ class Browser:
             run("xdotool", "mousedown", "1")
             for step in range(1, 13):
                 self.move(start[0] + (end[0] - start[0]) * step / 12, start[1] + (end[1] - start[1]) * step / 12)
-            self.screen.still()
+            self.rest()
             run("xdotool", "mouseup", "1")
             self.pressed = time.monotonic()
-            self.screen.still()
+            self.rest()
 
         self.again(what, act, done)
 
@@ -217,39 +225,74 @@ class Browser:
     def song(self, row, x=TABLE_X):
         return x, TABLE_TOP + ROW * row
 
-    def choose(self, place, entry, *then, name=None, hold=0.4):
+    def choose(self, place, entry, *then, done, name=None):
         """Opens a menu by the right button, and presses an entry; `then` are further ones in the menus of entries. From 1 on,
-        in front of the first line that parts them."""
-        known = []
-        for attempt in range(3):  # a busy machine misses a click
-            self.click(*place, button=3, hold=hold)  # a slow hand chooses nothing by it
-            if comes(lambda: windows("menu")):
+        in front of the first line that parts them. Again if it is not done: a change of the focus closes menus."""
+        what = name or f"the menu at {place}"
+        for attempt in range(4):
+            if attempt:
+                print(f"{what}: tried again", flush=True)
+            self.until(f"{what}: no other menu", lambda: not windows("menu"))
+            self.click(*place, button=3, hold=0.4)  # a slow hand chooses nothing by it
+            if name and comes(lambda: windows("menu"), 8.0):
+                self.picture(f"menu-{name}")
+            if self.press_entries([entry, *then]) and comes(done, 8.0):
                 break
-        if name:
-            self.picture(f"menu-{name}")
-        for number in (entry, *then):
-            opened = comes(lambda: [each for each in windows("menu") if each not in known], 20.0)
+        self.until(f"{what}: done", done)
+
+    def press_entries(self, numbers):
+        """False if a menu does not come, or goes before it is pressed."""
+        known = []
+        for number in numbers:
+            opened = comes(lambda: [each for each in windows("menu") if each not in known], 8.0)
             if not opened:
-                self.until(f"the menu of {name or place}", lambda: False, 0.1)
+                return False
             known.append(opened[-1])
-            self.click(40, MENU_TOP + ROW * (number - 1), window=opened[-1])
-        if not comes(lambda: opened[-1] not in windows("menu"), 4.0):
-            self.click(45, MENU_TOP + ROW * (number - 1), window=opened[-1])
+            self.press_entry(opened[-1], number)
+        for _ in range(3):  # a menu takes no press that comes just with it
+            if comes(lambda: known[-1] not in windows("menu"), 4.0):
+                break
+            self.press_entry(known[-1], numbers[-1])
+        self.until("the end of the menu", lambda: not windows("menu"))
+        return True
+
+    def press_entry(self, menu, number):
+        try:
+            self.click(40, MENU_TOP + ROW * (number - 1), window=menu)
+        except subprocess.CalledProcessError:
+            if menu in windows("menu"):
+                raise  # else it has just gone
+
+    def choose_and_answer(self, place, *entries, title, text=None, name=None):
+        """Chooses what asks in a dialog, and answers that."""
+        self.choose(place, *entries, done=lambda: windows(title), name=name)
+        self.answer(title, text)
 
     def answer(self, title, text=None):
         """Types into a dialog, or takes its Yes."""
         self.until(f"the dialog {title}", lambda: windows(title))
-        if not comes(lambda: focused() in windows(title), 3.0):
-            run("xdotool", "windowfocus", "--sync", windows(title)[-1])
-        self.screen.still(1.0)  # its caret blinks
+        self.take_keyboard(title)
         self.picture("dialog-" + "".join(c for c in title.lower() if c.isalnum()))
-        if text is None:
-            keys("y")
-        else:
-            keys("ctrl+a")
-            type_text(text)
-            keys("Return")
-        self.until(f"the end of {title}", lambda: not windows(title))
+
+        def act():
+            if not windows(title):
+                return
+            self.take_keyboard(title)
+            if text is None:
+                keys("y")
+            else:
+                keys("ctrl+a")
+                type_text(text)
+                keys("Return")
+
+        self.again(f"the end of {title}", act, lambda: not windows(title))
+
+    def take_keyboard(self, title):
+        """Waits until a window has the keyboard, which its manager gives it."""
+        self.rest()
+        if not comes(lambda: focused() in windows(title), 8.0) and windows(title):
+            subprocess.run(["xdotool", "windowfocus", windows(title)[-1]], timeout=60)
+        self.until(f"the keyboard in {title}", lambda: focused() in windows(title) or not windows(title))
 
 
 def make_songs(folder):
@@ -263,10 +306,10 @@ def make_songs(folder):
 
 
 def make_lists(browser):
-    browser.choose(browser.source("Playlists"), 1, name="playlists")
-    browser.answer("Enter Playlist Name", "Alpha")
+    browser.choose_and_answer(browser.source("Playlists"), 1, title="Enter Playlist Name", text="Alpha", name="playlists")
     browser.until("a playlist made by the menu", lambda: "Alpha" in browser.tree())
-    browser.click(*browser.source("Create Playlist"))
+    browser.again("the question for a name", lambda: browser.click(*browser.source("Create Playlist")),
+                  lambda: windows("Enter Playlist Name"))
     browser.answer("Enter Playlist Name", "Beta")
     browser.until("a playlist made by a click", lambda: "Beta" in browser.tree())
 
@@ -304,14 +347,14 @@ def fill_lists(browser):
 
 
 def rearrange_lists(browser):
-    browser.choose(browser.source("Beta"), 3, name="playlist")
-    browser.until("Beta moved up", lambda: browser.tree().index("Beta") < browser.tree().index("Alpha"))
-    browser.choose(browser.source("Beta"), 4)
-    browser.until("Beta moved down", lambda: browser.tree().index("Beta") > browser.tree().index("Alpha"))
+    browser.choose(browser.source("Beta"), 3, name="playlist",  # up
+                   done=lambda: browser.tree().index("Beta") < browser.tree().index("Alpha"))
+    browser.choose(browser.source("Beta"), 4, name="playlist-up",  # down
+                   done=lambda: browser.tree().index("Beta") > browser.tree().index("Alpha"))
 
     def rename():
-        browser.choose(browser.source("Beta"), 2)
-        browser.screen.still(1.0)
+        before = browser.screen.sum()
+        browser.choose(browser.source("Beta"), 2, done=lambda: browser.screen.sum() != before)
         keys("ctrl+a")
         type_text("Gamma")
         keys("Return")
@@ -322,13 +365,11 @@ def rearrange_lists(browser):
 def export(browser, folder):
     for entry, kind, title, mark in ((1, "m3u", "Save the playlist...", "#EXTM3U"),
                                      (2, "html", "Save the webpage...", "<td>")):
-        browser.choose(browser.source("Alpha"), 6, entry)
         file = folder / f"out.{kind}"
-        browser.answer(title.replace(".", "[.]"), str(file))
+        browser.choose_and_answer(browser.source("Alpha"), 6, entry, title=title.replace(".", "[.]"), text=str(file))
         browser.until(f"the export {file.name}", lambda: file.exists() and mark in file.read_text())
-    browser.choose(browser.source("Library"), 2, name="library")
     copy = folder / "copy.sqlite"
-    browser.answer("Save Backup Collection File As", str(copy))
+    browser.choose_and_answer(browser.source("Library"), 2, title="Save Backup Collection File As", text=str(copy), name="library")
     browser.until("the backup", lambda: copy.exists() and copy.stat().st_size > 0)
 
 
@@ -336,7 +377,9 @@ def edit_songs(browser):
     def rename():
         browser.show("Library")
         browser.click(*browser.song(0))
-        keys("F2", "ctrl+a")
+        keys("F2")
+        browser.rest()
+        keys("ctrl+a")
         type_text("Renamed")
         browser.picture("cell")
         keys("Return")
@@ -351,22 +394,21 @@ def automix(browser):
 
     browser.show("Library")
     browser.click(*browser.song(0))
-    browser.choose(browser.song(0), 4, name="row")  # of a song that is selected
-    browser.until("a song in the automix list by its menu", lambda: songs() == 1)
-    browser.choose(browser.source("Alpha"), 5)
-    browser.until("a list in the automix list", lambda: songs() == 1 + len(FORMATS))
-    browser.choose(browser.source("Automix List"), 1, name="automix")
-    browser.answer("Confirm clear")
+    browser.choose(browser.song(0), 4, name="row", done=lambda: songs() == 1)  # of a song that is selected
+    browser.choose(browser.source("Alpha"), 5, name="list", done=lambda: songs() == 1 + len(FORMATS))
+    browser.choose_and_answer(browser.source("Automix List"), 1, title="Confirm clear", name="automix")
     browser.until("an empty automix list", lambda: songs() == 0)
 
 
 def rate(browser):
     browser.show("Library")
     for column in ("Album", "Rating"):  # that of the stars takes the place
-        browser.choose((TABLE_X, HEADER), 3 + COLUMNS.index(column) + MENU_LINE / ROW, name="columns")
+        before = browser.screen.sum()
+        browser.choose((TABLE_X, HEADER), 3 + COLUMNS.index(column) + MENU_LINE / ROW, name="columns",
+                       done=lambda: browser.screen.sum() != before)
     browser.picture("rating")
-    browser.click(*browser.song(0, SECOND_STAR))
-    browser.until("two stars by the mouse", lambda: browser.value("SELECT COUNT(*) FROM songs WHERE rating = 2") == 1)
+    browser.again("two stars by the mouse", lambda: browser.click(*browser.song(0, SECOND_STAR)),
+                  lambda: browser.value("SELECT COUNT(*) FROM songs WHERE rating = 2") == 1)
 
 
 def foreign(browser, folder):
@@ -376,22 +418,23 @@ def foreign(browser, folder):
         browser.click(TREE_X, heading + ROW, button=3, hold=0.4)
         if comes(lambda: windows("menu")):
             keys("Escape")
+            browser.until("the end of the first menu", lambda: not windows("menu"))
             break
     file = folder / "abroad.m3u"
-    browser.choose((TREE_X, heading + ROW), 1, 1, name="foreign")
-    browser.answer("Save the playlist[.][.][.]", str(file))
+    browser.choose_and_answer((TREE_X, heading + ROW), 1, 1, title="Save the playlist[.][.][.]", text=str(file), name="foreign")
     browser.until("the export of a foreign list", lambda: file.exists() and "/0.mp3" in file.read_text())
 
 
 def smart_lists(browser):
-    browser.choose(browser.source("Smart Playlists"), 1)
-    browser.answer("Enter smart playlist name", "Best")
-    browser.until("the editor of rules", lambda: windows("Edit Smart Playlist: Best"))
+    browser.choose_and_answer(browser.source("Smart Playlists"), 1, title="Enter smart playlist name", text="Best")
+    rules = "Edit Smart Playlist: Best"
+    browser.until("the editor of rules", lambda: windows(rules))
+    browser.take_keyboard(rules)
     browser.picture("rules")
     keys("Return")
+    browser.until("the end of the editor", lambda: not windows(rules))
     browser.until("a smart playlist", lambda: "Best" in browser.tree())
-    browser.choose(browser.source("Best"), 2)
-    browser.answer("Confirm delete")
+    browser.choose_and_answer(browser.source("Best"), 2, title="Confirm delete")
     browser.until("the smart playlist deleted", lambda: "Best" not in browser.tree())
 
 
@@ -399,17 +442,17 @@ def imports(browser, folder):
     folder.mkdir()
     run("ffmpeg", "-loglevel", "error", "-f", "lavfi", "-i", "sine=duration=2", f"{folder}/good.mp3")
     (folder / "damaged.mp3").write_bytes(b"no sound at all")
-    browser.choose(browser.source("Library"), 1)
-    browser.answer("Please select a song directory[.][.][.]", str(folder))
+    browser.choose_and_answer(browser.source("Library"), 1, title="Please select a song directory[.][.][.]", text=str(folder))
     browser.until("the song of a folder", lambda: browser.value("SELECT COUNT(*) FROM songs WHERE filename LIKE '%good.mp3'"))
-    browser.screen.still()
     browser.picture("failures-line")
     browser.again("the list of what failed", lambda: browser.click(*JOB_BUTTON), lambda: windows("Importing Music Files"))
     browser.picture("failures")
-    keys("Escape")
-    if windows("Importing Music Files"):
-        run("xdotool", "windowactivate", windows("Importing Music Files")[-1])
-        keys("alt+F4")
+
+    def close():
+        browser.take_keyboard("Importing Music Files")
+        keys("Escape")
+
+    browser.again("the end of that list", close, lambda: not windows("Importing Music Files"))
 
 
 def cancel(browser, song, folder):
@@ -426,8 +469,7 @@ def cancel(browser, song, folder):
         time.sleep(1.0)
         return read() == before
 
-    browser.choose(browser.source("Library"), 1)
-    browser.answer("Please select a song directory[.][.][.]", str(folder))
+    browser.choose_and_answer(browser.source("Library"), 1, title="Please select a song directory[.][.][.]", text=str(folder))
     browser.until("an import at work", read)
     browser.picture("import-at-work")
     browser.click(*JOB_BUTTON)
@@ -452,7 +494,7 @@ def outside(browser, work):
                 run("xdotool", "mousemove", str(45 + 2 * step), str(45 + step))
             for step in range(8):  # each is an answer of the window below to the program that drags
                 browser.move(x + step, y + step)
-                browser.screen.still()
+                browser.rest()
             run("xdotool", "mouseup", "1")
 
         browser.again("a file dropped from another program", drop,
@@ -462,18 +504,19 @@ def outside(browser, work):
 
 
 def delete(browser):
-    browser.show("Gamma")
-    keys("Delete")
+    def press():
+        browser.show("Gamma")
+        keys("Delete")
+
+    browser.again("the question before a playlist goes", press, lambda: windows("Confirm delete"))
     browser.answer("Confirm delete")
     browser.until("a playlist deleted by its key", lambda: "Gamma" not in browser.tree())
-    browser.choose(browser.source("Alpha"), 1)
-    browser.answer("Confirm delete")
+    browser.choose_and_answer(browser.source("Alpha"), 1, title="Confirm delete")
     browser.until("a playlist deleted by its menu", lambda: "Alpha" not in browser.tree())
 
 
 def clear_library(browser):
-    browser.choose(browser.source("Library"), 3)
-    browser.answer("Confirm delete")
+    browser.choose_and_answer(browser.source("Library"), 3, title="Confirm delete")
     browser.until("an empty library", lambda: browser.value("SELECT COUNT(*) FROM songs") == 0)
 
 
@@ -513,7 +556,8 @@ def main():
         run(program, "import", str(root / "audio"), "--root", str(root))
         if part == "songs":
             run(program, "playlist", "create", "Alpha", str(root / "audio"), "--root", str(root))
-        browser = Browser(program, root, pictures, {**os.environ, "HOME": str(work)})
+        browser = Browser(program, root, pictures, {**os.environ, "HOME": str(work), "JACK_NO_START_SERVER": "1",
+                                                    "JACK_DEFAULT_SERVER": f"platterdex-none-{os.getpid()}"})
         browser.drag_source = drag_source
         try:
             {"lists": lists, "songs": songs, "files": files}[part](browser, work)
@@ -521,7 +565,7 @@ def main():
                 raise SystemExit("FAILED: the program is gone")
         finally:
             browser.process.terminate()
-            browser.process.wait(20)
+            browser.process.wait(120)
 
 
 main()
