@@ -45,7 +45,7 @@ COLUMNS = ["Status", "#", "Title", "Artist", "Album", "Time", "BPM", "Key", "Gen
            "Year", "Rating"]  # of the header's menu, behind the two entries on widths and a line
 SECOND_STAR = 866  # while there is no column of albums
 JOB_BUTTON = 818, 868
-MANY = 6000  # files, an import of which lasts longer than a click
+MANY = 30000  # files, an import of which lasts longer than a click
 DOUBLE_CLICK = 0.42  # seconds; a second press of a button within them is the other half of a double click
 
 
@@ -469,10 +469,16 @@ def cancel(browser, song, folder):
         time.sleep(1.0)
         return read() == before
 
-    browser.choose_and_answer(browser.source("Library"), 1, title="Please select a song directory[.][.][.]", text=str(folder))
-    browser.until("an import at work", read)
-    browser.picture("import-at-work")
-    browser.click(*JOB_BUTTON)
+    title = "Please select a song directory[.][.][.]"
+    browser.choose(browser.source("Library"), 1, done=lambda: windows(title))
+    browser.take_keyboard(title)
+    keys("ctrl+a")
+    type_text(str(folder))
+    browser.move(*JOB_BUTTON)  # where a press ends the import, which does not wait
+    keys("Return")
+    if not comes(read, 60.0):
+        browser.until("an import at work", read, 0.1)
+    run("xdotool", "mousedown", "1", "sleep", "0.06", "mouseup", "1")
     browser.until("its end by the button", rests, 60.0)
     browser.picture("import-ended")
     if read() == MANY:
