@@ -106,11 +106,12 @@ void JobLine::press()
         world.engine.batchAnalysis.stop();
     else if (job && world.room != nullptr)
     {
-        if (!job->failures.isEmpty())
-            showFailures (*job);
+        const auto ended = *job;
+        if (!ended.failures.isEmpty())
+            showFailures (ended);
         // Those that ended well before it have nothing to say any more.
         for (const auto& each : world.room->jobs.jobs())
-            if (each.id == job->id || (each.state == LibraryJob::State::ended && each.failures.isEmpty()))
+            if (each.id == ended.id || (each.state == LibraryJob::State::ended && each.failures.isEmpty()))
                 world.room->jobs.dismiss (each.id);
     }
     refresh();

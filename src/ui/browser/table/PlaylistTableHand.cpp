@@ -124,9 +124,10 @@ void PlaylistTable::editCell (int row, int column)
         return;
     if (!TableColumn::isEditable (column) || !getHeader().isColumnVisible (column))
         column = TableColumn::of (SongField::title);
-    if (!getHeader().isColumnVisible (column))
+    const auto shownField = TableColumn::fieldOf (column);
+    if (!shownField || !getHeader().isColumnVisible (column))
         return;
-    const auto field = *TableColumn::fieldOf (column);
+    const auto field = *shownField;
     scrollToEnsureRowIsOnscreen (row);
     scrollToEnsureColumnIsOnscreen (column);
     editor =
