@@ -1,17 +1,36 @@
 #include "cli/library/SongTable.h"
 
 #include "cli/TerminalOutput.h"
+#include "library/sql/StoredText.h"
 #include "support/Suggestion.h"
 #include "support/language/Translate.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <string>
 
 namespace
 {
 constexpr const char* usualColumns = "artist,title,album,genre,bpm,key,duration,rating,playcount,filename";
 
-/** Records in memory at a time. */
-constexpr int rowsAtOnce = 1000;
+/** Lines in memory at a time. */
+constexpr int rowsAtOnce = 5000;
+
+/** Adds what the row has in a column to a line, as oneLine() leaves it. */
+void addCell (std::string& line, const SqlRow& row, int at, SongColumn column)
+{
+    if (infoOf (column).type == SongColumnType::real)
+    {
+        line += StoredText::withTwoDecimals (row.real (at)).toRawUTF8();
+        return;
+    }
+    // Most cells need no look at their letters one by one.
+    const auto bytes = row.bytes (at);
+    if (std::all_of (bytes.begin(), bytes.end(), [] (char c) { return c >= ' ' && c <= '~'; }))
+        line += bytes;
+    else
+        line += oneLine (row.text (at)).toRawUTF8();
+}
 
 std::optional<SongColumn> columnNamed (const juce::String& name)
 {
@@ -62,21 +81,31 @@ int SongTable::print (SongDatabase& database, const SongList& list) const
         cells.add (nameOf (column));
     printLine (cells.joinIntoString ("\t"));
 
-    std::vector<SongRecord> songs;
     for (int first = 0; first < list.size(); first += rowsAtOnce)
     {
-        songs.clear();
-        if (const auto code =
-                database.readSongs (&list, first, first + rowsAtOnce, songs, SongDatabase::Presence::skipped);
-            code != 0)
+        // Of a song that is gone meanwhile.
+        const std::string nothing (std::max<size_t> (columns.size(), 1) - 1, '\t');
+        std::vector<std::string> lines (static_cast<size_t> (std::min (rowsAtOnce, list.size() - first)),
+                                        nothing);
+        const auto code =
+            database.scanEntries (list, first, first + rowsAtOnce, columns,
+                                  [&] (int place, const SqlRow& row)
+                                  {
+                                      auto& line = lines[static_cast<size_t> (place - first)];
+                                      line.clear();
+                                      for (int i = 0; i < static_cast<int> (columns.size()); ++i)
+                                      {
+                                          if (i > 0)
+                                              line += '\t';
+                                          addCell (line, row, i, columns[static_cast<size_t> (i)]);
+                                      }
+                                  });
+        if (code != LibraryCode::ok)
             return unreadable (code);
-        for (const auto& song : songs)
-        {
-            cells.clearQuick();
-            for (const auto column : columns)
-                cells.add (oneLine (song[column]));
-            printLine (cells.joinIntoString ("\t"));
-        }
+        std::string text;
+        for (const auto& line : lines)
+            text += line + '\n';
+        std::fwrite (text.data(), 1, text.size(), stdout);
     }
     return ExitCode::success;
 }

@@ -88,6 +88,39 @@ int SongDatabase::readSongs (const SongList* list, int first, int last, std::vec
     return transaction.commitIf (code);
 }
 
+int SongDatabase::scanEntries (const SongList& list, int first, int last, std::span<const SongColumn> columns,
+                               const std::function<void (int place, const SqlRow&)>& row)
+{
+    first = std::clamp (first, 0, list.size());
+    last = std::clamp (last, first, list.size());
+    std::vector<std::pair<int32_t, int>> places; // by id; a playlist may hold a song more than once
+    std::vector<int32_t> ids;
+    for (auto i = first; i < last; ++i)
+    {
+        places.emplace_back (list[i].songId, i);
+        ids.push_back (list[i].songId);
+    }
+    std::sort (places.begin(), places.end());
+
+    const auto foreign = isForeign (list.kind);
+    std::string sql ("SELECT ");
+    for (const auto column : columns)
+        sql += std::string (nameOf (column)) + ",";
+    sql += std::string ("id FROM ") + (foreign ? "itunes_songs" : "songs") + " WHERE id IN ("
+           + StoredText::joined (ids) + ") ORDER BY id";
+    const auto loan = foreign ? ReadConnections::Loan (connection) : reading();
+    auto next = places.begin();
+    return loan->query (sql,
+                        [&, idColumn = static_cast<int> (columns.size())] (const SqlRow& found)
+                        {
+                            const auto id = found.int32 (idColumn);
+                            while (next != places.end() && next->first < id)
+                                ++next;
+                            for (; next != places.end() && next->first == id; ++next)
+                                row (next->second, found);
+                        });
+}
+
 int SongDatabase::scanSongs (std::span<const SongField> fields, const std::vector<int32_t>* only,
                              const SqlConnection::RowFunction& row)
 {

@@ -144,6 +144,28 @@ TEST_F (SongDatabaseSongs, CountsAndFindings)
     EXPECT_TRUE (records.empty());
 }
 
+TEST_F (SongDatabaseSongs, ColumnsOfEntriesComeByIdWithTheirPlaces)
+{
+    for (const auto* title : { "one", "two", "three" })
+        add (juce::String ("/") + title, { { SongColumn::title, title }, { SongColumn::year, "1999" } });
+    // One song twice, one that there isn't.
+    const auto list = listOf (SongListKind::playlist, 1, { 3, 99, 1, 3, 2 });
+    constexpr std::array columns { SongColumn::year, SongColumn::title };
+    const auto read = [&] (int first, int last)
+    {
+        juce::StringArray found;
+        EXPECT_EQ (database.scanEntries (list, first, last, columns,
+                                         [&] (int place, const SqlRow& row)
+                                         { found.add (juce::String (place) + row.text (1) + row.text (0)); }),
+                   0);
+        return found.joinIntoString (" ");
+    };
+    EXPECT_EQ (read (-7, 99), "2one1999 4two1999 0three1999 3three1999");
+    EXPECT_EQ (read (1, 3), "2one1999");
+    EXPECT_EQ (read (1, 2), "");
+    EXPECT_EQ (read (4, 4), "");
+}
+
 TEST_F (SongDatabaseSongs, FieldsWithoutAColumnAreRefused)
 {
     SongList list = listOf (SongListKind::library, -1, { add ("/a.mp3") });
