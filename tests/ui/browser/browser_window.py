@@ -43,6 +43,7 @@ TABLE_X, HEADER, TABLE_TOP = 420, 65, 90
 MENU_TOP, MENU_LINE = 14, 9
 COLUMNS = ["Status", "#", "Title", "Artist", "Album", "Time", "BPM", "Key", "Genre", "Comments", "Grouping", "Track Number",
            "Year", "Rating"]  # of the header's menu, behind the two entries on widths and a line
+NEXT_COLUMNS = 700, 66, 380, 16  # of the header, on the screen, where the menu does not lie
 SECOND_STAR = 866  # while there is no column of albums
 JOB_BUTTON = 818, 868
 MANY = 30000  # files, an import of which lasts longer than a click
@@ -73,9 +74,10 @@ class Screen:
         self.root = self.x.XDefaultRootWindow(self.display)
         self.size = [int(word) for word in run("xdotool", "getdisplaygeometry").split()]
 
-    def sum(self):
+    def sum(self, x=0, y=0, width=None, height=None):
         z_pixmap, all_planes = 2, (1 << 64) - 1
-        image = self.x.XGetImage(self.display, self.root, 0, 0, *self.size, all_planes, z_pixmap)
+        size = [width or self.size[0], height or self.size[1]]
+        image = self.x.XGetImage(self.display, self.root, x, y, *size, all_planes, z_pixmap)
         found = zlib.crc32(ctypes.string_at(image.contents.data, image.contents.bytes_per_line * image.contents.height))
         self.x.XFree(image.contents.data)
         self.x.XFree(image)
@@ -403,9 +405,9 @@ def automix(browser):
 def rate(browser):
     browser.show("Library")
     for column in ("Album", "Rating"):  # that of the stars takes the place
-        before = browser.screen.sum()
+        before = browser.screen.sum(*NEXT_COLUMNS)
         browser.choose((TABLE_X, HEADER), 3 + COLUMNS.index(column) + MENU_LINE / ROW, name="columns",
-                       done=lambda: browser.screen.sum() != before)
+                       done=lambda: browser.screen.sum(*NEXT_COLUMNS) != before)
     browser.picture("rating")
     browser.again("two stars by the mouse", lambda: browser.click(*browser.song(0, SECOND_STAR)),
                   lambda: browser.value("SELECT COUNT(*) FROM songs WHERE rating = 2") == 1)
