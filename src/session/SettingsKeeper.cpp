@@ -4,10 +4,23 @@
 #include "support/CallbackLock.h"
 #include "support/language/Translate.h"
 
+#include <atomic>
+
 namespace
 {
 constexpr int lookMs = 1000;
 constexpr Worker::Key newestState = 0;
+
+/** Says once in a run that settings are not kept. On the writer's thread. */
+void tellOfFault (CPlatterdex& engine)
+{
+    static std::atomic<bool> wasSaid { false };
+    if (!wasSaid.exchange (true))
+        engine.listeners.postText (
+            "*** " + tr ("Preferences") + " ***|"
+                + tr ("%1 can't be written.", engine.environment.folders.setup().getFullPathName()),
+            0);
+}
 }
 
 SettingsKeeper::SettingsKeeper (std::function<bool()> m) : mayWrite (std::move (m)) {}
@@ -66,9 +79,11 @@ void SettingsKeeper::saveSettingsOf (Kept& kept)
         return;
     kept.written = std::move (bytes);
     // A failure is tried again at the next change.
-    writer.post (newestState,
-                 { [bytes = kept.written, folder = kept.engine->environment.folders.setup()] (
-                       const std::stop_token&) { juce::ignoreUnused (saveSettings (bytes, folder)); } });
+    writer.post (newestState, { [bytes = kept.written, engine = kept.engine] (const std::stop_token&)
+                                {
+                                    if (!saveSettings (bytes, engine->environment.folders.setup()))
+                                        tellOfFault (*engine);
+                                } });
 }
 
 void SettingsKeeper::saveContentsOf (Kept& kept)

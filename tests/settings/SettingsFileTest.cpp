@@ -237,7 +237,7 @@ TEST_F (SettingsFile, WhateverAFileHoldsTheAudioNumbersAreUsable)
     }
 }
 
-TEST_F (SettingsFile, AnUnwritableFolderIsSilentAndKeepsTheOldFile)
+TEST_F (SettingsFile, AnUnwritableFolderKeepsTheOldFile)
 {
     EXPECT_FALSE (saveSettings (settings, juce::File ("/proc/platterdex/setup")));
 
