@@ -4,6 +4,7 @@
 #include "cli/RootFolder.h"
 #include "cli/TerminalOutput.h"
 #include "cli/VerbOptions.h"
+#include "session/report/NoticeLog.h"
 #include "support/language/Translate.h"
 #include "ui/WindowPrompts.h"
 
@@ -17,7 +18,7 @@ constexpr int longestRun = 1'000'000;
 constexpr std::array options {
     RootFolder::option,
     VerbOption { "--quit-after", "SECONDS", N_ ("ends by itself") },
-    VerbOption { "--report", nullptr, N_ ("says at the end how many audio blocks came late") },
+    VerbOption { "--report", nullptr, N_ ("writes a report on the run at its end") },
     VerbOption { "--help", nullptr, N_ ("this text") },
 };
 
@@ -89,16 +90,17 @@ int runApplication (const juce::StringArray& arguments)
     juce::JUCEApplicationBase::createInstance = []() -> juce::JUCEApplicationBase* { return new Identity(); };
     const juce::ScopedJuceInitialiser_GUI juceScope;
     const std::unique_ptr<juce::JUCEApplicationBase> identity (juce::JUCEApplicationBase::createInstance());
+    const auto notices = std::make_shared<NoticeLog>();
     Session::Options options;
     options.folders = *folders;
     options.library = RootFolder::library (given);
-    options.prompts = std::make_shared<WindowPrompts>();
-    ApplicationRun run (std::move (options), tracks);
+    options.prompts = std::make_shared<LoggedPrompts> (std::make_shared<WindowPrompts>(), notices);
+    ApplicationRun run (std::move (options), notices, tracks);
     if (*seconds > 0)
         juce::Timer::callAfterDelay (static_cast<int> (*seconds) * 1000,
                                      [] { juce::JUCEApplicationBase::quit(); });
     juce::MessageManager::getInstance()->runDispatchLoop();
     if (given.has ("--report"))
-        printLine (run.audioReport());
+        printLine (run.report().text (false));
     return ExitCode::success;
 }

@@ -3,6 +3,7 @@
 #include "app/audio/RealTimePriority.h"
 #include "demo/DemoTracks.h"
 #include "demo/FirstBank.h"
+#include "support/files/ReplaceFile.h"
 #include "support/language/Translate.h"
 #include "ui/decks/UtilityPanels.h"
 #include "ui/sampler/OfferLoops.h"
@@ -13,6 +14,8 @@ namespace
 {
 /** Below the audio thread's: a block never waits for a controller. */
 constexpr int midiPriority = 35;
+
+constexpr const char* reportTitle = N_ ("Save a report");
 
 /** With what versions before kept in files of their own. */
 PreferencesFile& preferencesOf (Session& session)
@@ -29,14 +32,17 @@ MidiSystem::Options midiOptions()
 }
 }
 
-ApplicationRun::ApplicationRun (Session::Options options, const juce::Array<juce::File>& tracks)
-    : session (std::make_shared<Session> (std::move (options))),
+ApplicationRun::ApplicationRun (Session::Options options, std::shared_ptr<NoticeLog> n,
+                                const juce::Array<juce::File>& tracks)
+    : notices (std::move (n)),
+      session (std::make_shared<Session> (std::move (options))),
       engine (makeWorld()),
       midi (engine, midiOptions()),
       audio (engine, preferencesOf (*session)),
       signals ([] { juce::JUCEApplicationBase::quit(); })
 {
     engine.setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
+    engine.addAnalysisListener (*notices);
 
     if (tracks.size() > 2)
         engine.settings.editor[EditorPreference::fourDeckMode] = 1; // what is loaded there shall be seen
@@ -47,6 +53,7 @@ ApplicationRun::ApplicationRun (Session::Options options, const juce::Array<juce
     audio.onChange = [this] { tellOfDevice(); };
     audio.showPage = [this] { showAudioPage(); };
     tellOfDevice();
+    tellOfEarlierRun();
 
     for (int deck = 0; deck < tracks.size(); ++deck)
         engine.loadTrack (tracks[deck], deck);
@@ -57,14 +64,67 @@ ApplicationRun::~ApplicationRun()
 {
     demoTracks.reset();
     window.reset();
+    engine.removeAnalysisListener (*notices);
 }
 
-juce::String ApplicationRun::audioReport() const
+SystemReport ApplicationRun::report() const
 {
-    const int64_t lost = engine.recorder.droppedFrames;
-    return audio.report()
-           + (lost > 0 ? "\n" + tr ("Recorder: %1 frames lost, the disk is too slow.", lost)
-                       : juce::String());
+    SystemReport made;
+    made.version = PX_VERSION;
+    made.audio.add (audio.deviceLine());
+    made.audio.addLines (audio.report());
+    made.lostFrames = engine.recorder.droppedFrames;
+    for (const auto& port : midi.ports.ports (MidiDirection::input))
+        made.midiInputs.add (port.name);
+    for (const auto& port : midi.ports.ports (MidiDirection::output))
+        made.midiOutputs.add (port.name);
+    made.settings = changedSettings (engine.settings, session->folders);
+    made.notices = notices->lines();
+    return made;
+}
+
+void ApplicationRun::askToSaveReport()
+{
+    const auto place = juce::File::getSpecialLocation (juce::File::userDocumentsDirectory)
+                           .getChildFile ("platterdex-report.txt");
+    session->prompts->askFile ({ tr (reportTitle), place, "*.txt", true },
+                               [this] (const juce::File& file)
+                               {
+                                   if (file != juce::File())
+                                       session->prompts->askYesNo (
+                                           tr (reportTitle), tr ("Shall the report name the music files?"),
+                                           [this, file] (bool yes) { saveReport (file, yes); });
+                               });
+}
+
+void ApplicationRun::saveReport (const juce::File& file, bool withPaths)
+{
+    const auto text = report().text (withPaths).toStdString();
+    if (!replaceFile (file, text.data(), text.size()))
+        session->prompts->notify (tr (reportTitle), tr ("%1 can't be written.", file.getFullPathName()));
+}
+
+void ApplicationRun::tellOfEarlierRun()
+{
+    const auto& left = runReport.leftByEarlierRun();
+    if (left)
+        tell (tr ("The last run ended by a fault. A report and the set so far lie in %1.",
+                  left->getFullPathName()),
+              [folder = *left] { folder.revealToUser(); });
+}
+
+void ApplicationRun::tellOfLostLibrary()
+{
+    tell (tr ("%1 is gone: nothing that is done to the library is kept.",
+              session->libraryPlace.file().file().getFullPathName()),
+          {});
+}
+
+void ApplicationRun::tell (const juce::String& sentence, std::function<void()> help)
+{
+    notices->add (sentence);
+    if (editor != nullptr)
+        editor->headerStrip().newsLine().tell (sentence, std::move (help));
 }
 
 EngineWorld ApplicationRun::makeWorld()
@@ -74,6 +134,7 @@ EngineWorld ApplicationRun::makeWorld()
     {
         auto pages = midiWindows.pages();
         pages.push_back ({ AudioDevices::pageTitle, {}, [this] { return audio.makePage(); } });
+        pages.push_back ({ reportTitle, [this] { askToSaveReport(); } });
         auto opened = std::make_unique<CPlatterdexVstEditor> (
             e, session.get(), [this] { showAudioPage(); }, std::move (pages));
         editor = opened.get();
@@ -90,6 +151,7 @@ void ApplicationRun::showAudioPage()
 
 void ApplicationRun::tellOfDevice()
 {
+    notices->add (audio.notice());
     if (editor != nullptr)
         editor->setNotice (audio.notice(), [this] { audio.offerHelp (*editor); });
 }

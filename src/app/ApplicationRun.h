@@ -8,7 +8,10 @@
 #include "midi/detect/ControllerWatch.h"
 #include "midi/system/MidiSystem.h"
 #include "plugins/slot/VstSlots.h"
+#include "session/LibraryPresence.h"
 #include "session/Session.h"
+#include "session/report/NoticeLog.h"
+#include "session/report/RunReport.h"
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/look/DefaultLook.h"
 #include "ui/midi/MidiWindows.h"
@@ -17,12 +20,14 @@
 class ApplicationRun
 {
 public:
-    /** @param tracks   for the decks from A on */
-    ApplicationRun (Session::Options, const juce::Array<juce::File>& tracks);
+    /** @param notices   gets what the decks and the devices say
+        @param tracks    for the decks from A on */
+    ApplicationRun (Session::Options, std::shared_ptr<NoticeLog> notices,
+                    const juce::Array<juce::File>& tracks);
     ~ApplicationRun();
 
-    /** The course of the audio so far, a line on the blocks and one on a recording that lost frames. */
-    juce::String audioReport() const;
+    /** The state of the run, and of the machine below it. */
+    SystemReport report() const;
 
 private:
     EngineWorld makeWorld();
@@ -36,15 +41,28 @@ private:
     void showAudioPage();
     void tellOfDevice();
     bool isPerforming() const;
+
+    /** Asks where a report shall lie, and whether it may name files. */
+    void askToSaveReport();
+    void saveReport (const juce::File&, bool withPaths);
+    void tellOfEarlierRun();
+    void tellOfLostLibrary();
+
+    /** Shows a sentence for some seconds. @param help   called by a click on it; may be empty */
+    void tell (const juce::String& sentence, std::function<void()> help);
     void offerDemoTracks();
 
     /** The first two onto decks A and B, as far as these are empty. */
     void loadDemoTracks();
 
     const juce::SharedResourcePointer<DefaultLook> look; ///< also of the windows that aren't the editor's
+    const std::shared_ptr<NoticeLog> notices;
     const std::shared_ptr<Session> session;
+    HandLog hands;
     CPlatterdex engine;
     SessionEngine tie { *session, engine };
+    RunReport runReport { engine, hands,
+                          [this] { return report(); } }; ///< so that an end that fails leaves one
     MidiSystem midi;
     VstSlots slots { engine, {} };
     ControllerWatch controllerWatch { midi };
@@ -54,4 +72,5 @@ private:
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<DemoTrackWriter> demoTracks;
     TerminationSignals signals;
+    LibraryPresence libraryPresence { session->libraryPlace.file().file(), [this] { tellOfLostLibrary(); } };
 };

@@ -3,6 +3,7 @@
 #include "deck/load/DeckAnalysis.h"
 #include "engine/CommandParameter.h"
 #include "engine/CommandTable.h"
+#include "engine/HandLog.h"
 #include "instruments/contents/InstrumentContents.h"
 #include "mixer/AutoCrossfader.h"
 #include "settings/SettingsFile.h"
@@ -147,6 +148,8 @@ void CPlatterdex::dispatch (int number, float value, float arg1, float arg2)
         return;
     if (command->numbers.decks > 1 && decks.deck (command.deck) == nullptr)
         return;
+    if (auto* const hands = HandLog::of (*this))
+        hands->command (number, value, arg1, arg2);
     command->write (*this, { command.deck, command.which, value, arg1, arg2 });
 }
 
@@ -218,6 +221,8 @@ int CPlatterdex::getNumParameters()
 
 void CPlatterdex::loadTrack (const juce::File& file, int deck)
 {
+    if (auto* const hands = HandLog::of (*this))
+        hands->load (file.getFullPathName(), deck);
     loaders.load (file, deck);
 }
 

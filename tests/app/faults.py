@@ -23,7 +23,7 @@ MAPPING = """<midiMapping version="2000" name="" lamps="1"><controls>
 <value id="277" status="176" data="7" res0="0" res1="0"/>
 </controls></midiMapping>"""
 DEVICES = """<midiList version="2000" name=""><MIDIINPUT name="Stage:out"/><MIDIOUTPUT name="Stage:in"/></midiList>"""
-FAULTS = ("disk", "library", "clock", "kill", "display", "server")
+FAULTS = ("disk", "library", "clock", "kill", "crash", "display", "server")
 LOST, SERVERS = [], []  # clients whose server has died; servers started later
 KEPT = 2.2  # seconds: the promise, and a bit
 
@@ -116,6 +116,54 @@ def playable_seconds(folder):
     return float(run("ffprobe", "-v", "error", "-show_entries", "stream=duration", "-of", "csv=p=0", str(files[0])))
 
 
+def left_behind(stage, reason):
+    """What a run leaves that ended by a fault: a report with the reason and without a path of music, and the set so far as lines
+    that are performed to the same end. Returns nothing; the set needs no root."""
+    left = stage.root / "reports" / "running"
+    played = (left / "set.txt").read_text()
+    last = float(re.findall(r"^(\d+\.\d+) ", played, re.M)[-1])
+    questions = stage.work / "again.txt"
+    questions.write_text(f"{played}{last + 1} print HOT_CUE_2_A\n{last + 1} print CROSSFADER\n")
+    answers = re.findall(r"^\d\S* +\S+ +(\S+)", run(stage.program, "perform", str(questions), "--out", str(stage.work / "again.wav")), re.M)
+    if len(answers) != 2 or float(answers[0]) != 1.0 or abs(float(answers[1]) - 13 / 127) > 0.01:
+        raise SystemExit(f"FAILED: the set so far does not end as it did: {answers}\n{played}")
+    loudest = subprocess.run(["ffmpeg", "-hide_banner", "-nostats", "-i", str(stage.work / "again.wav"), "-af", "volumedetect", "-f", "null", "-"],
+                             check=True, capture_output=True, text=True).stderr
+    if float(re.search(r"max_volume: (\S+) dB", loudest)[1]) < -40.0:
+        raise SystemExit("FAILED: the set so far is silent")
+
+    again = Stage(stage.program, stage.work, stage.track)
+    try:
+        reports = list((stage.root / "reports").glob("20*/report.txt"))
+        if len(reports) != 1 or (left / "end.txt").exists():
+            raise SystemExit(f"FAILED: {len(reports)} reports were put aside")
+        report = reports[0].read_text()
+        for sign in ("Platterdex ", "[Audio]\nAudio device: JACK", "[MIDI inputs]\n", "[Last notices]\n", f"[End]\n{reason}"):
+            if sign not in report:
+                raise SystemExit(f"FAILED: the report lacks {sign!r}\n{report}")
+        if str(stage.work) in report:
+            raise SystemExit(f"FAILED: the report names a path\n{report}")
+    finally:
+        again.end()
+    if not again.says("The last run ended by a fault") or again.says("runs twice"):
+        raise SystemExit(f"FAILED: the next start does not say what was left\n{again.log.read_text()}")
+    if (stage.root / "reports" / "running").exists():
+        raise SystemExit("FAILED: an end as it should be leaves a report")
+
+
+def crashes(stage_of):
+    """The program crashes: it leaves a report and the set so far, and the next start says so."""
+    stage = stage_of()
+    stage.touch()
+    time.sleep(KEPT)
+    stage.process.send_signal(signal.SIGSEGV)
+    if (code := stage.process.wait()) != -signal.SIGSEGV:
+        raise SystemExit(f"FAILED: a crash ends the program with {code}")
+    stage.end()
+    stage.has_kept("a crash")
+    left_behind(stage, "SIGSEGV in the thread")
+
+
 def disk_full(stage_of):
     """The disk of the recording is full: its lamp goes dark, what was written can be played, the deck plays on."""
     most = 3_000_000
@@ -153,14 +201,26 @@ def server_dies(stage_of, server):
 
 
 def library_goes(stage_of):
-    """The library is deleted under the running application, and its folder with it: the deck plays on, hands are kept."""
+    """The library is deleted under the running application, and its folder with it, and then the settings can't be written: the
+    deck plays on, hands are kept as long as there is a place, each loss is told once."""
     stage = stage_of()
+    until("the library", lambda: list((stage.root / "SongManager").glob("*.sqlite")))
+    time.sleep(5.0)  # two looks at it
     run("rm", "-r", str(stage.root / "SongManager"))
     stage.touch()
     time.sleep(KEPT)
     stage.still_plays("without its library")
-    stage.end()
     stage.has_kept("a deleted library")
+    (stage.root / "setup").rename(stage.root / "moved")
+    (stage.root / "setup").write_text("in the way of a folder")
+    for place in (40, 60, 80):
+        stage.controller.send(*CROSSFADER, place)
+        time.sleep(KEPT)
+    stage.still_plays("without its settings")
+    stage.end()
+    for told in ("is gone: nothing that is done to the library is kept", r"\*\*\* Preferences \*\*\*"):
+        if len(re.findall(told, stage.log.read_text())) != 1:
+            raise SystemExit(f"FAILED: this is not told once: {told}\n{stage.log.read_text()}")
 
 
 def clock_goes_back(stage_of, shift):
@@ -200,6 +260,7 @@ def killed_while_recording(stage_of):
     stage.process.wait()
     stage.end()
     stage.has_kept("a killed program")
+    left_behind(stage, "killed, or the machine went down")
     seconds = playable_seconds(stage.root / "disk_recorder")
     if seconds < recorded - 3.0:
         raise SystemExit(f"FAILED: {seconds} s of {recorded:.1f} are left of the recording")
@@ -249,7 +310,7 @@ def bring_about(program, shift, name):
                 return stages[-1]
 
             faults = {"disk": disk_full, "library": library_goes, "clock": lambda make: clock_goes_back(make, shift),
-                      "kill": killed_while_recording, "display": display_goes, "server": lambda make: server_dies(make, server)}
+                      "kill": killed_while_recording, "crash": crashes, "display": display_goes, "server": lambda make: server_dies(make, server)}
             faults[name](stage_of)
     finally:
         for process in [*(stage.process for stage in stages), server, *SERVERS]:

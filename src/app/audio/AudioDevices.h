@@ -29,6 +29,9 @@ public:
     /** One line on all blocks so far: how many came late, the longest, the lock, and how the kernel schedules them. */
     juce::String report() const;
 
+    /** The line on the device in use. */
+    const juce::String& deviceLine() const noexcept { return announced; }
+
     /** One sentence on what can't be heard through the device; empty if all can. */
     juce::String notice() const;
 
