@@ -2,6 +2,7 @@
 
 #include "engine/CPlatterdex.h"
 #include "engine/CommandTable.h"
+#include "mixer/AutoCrossfader.h"
 #include "skin/Palette.h"
 #include "support/language/Translate.h"
 #include "ui/look/TimeText.h"
@@ -121,14 +122,14 @@ juce::String HeaderNews::readAutomix() const
         return tr ("AUTO: LOADS A TRACK");
     if (next->loading)
         return tr ("AUTO: LOADS THE NEXT TRACK");
+    if (next->playing && engine.settings.autoFadeState != AutoCrossfader::idle)
+        return tr ("AUTO: MIXES INTO DECK %1", letter (now));
     if (next->loadedFrames == 0 || next->position >= next->loadedFrames)
         return tr ("AUTO: NO TRACK FOLLOWS");
     const auto speed = std::max (0.01, now->tempo);
     const auto left = (now->loadedFrames - now->position) / (now->grid.sampleRate * speed)
                       - engine.settings.automixFadeSeconds;
-    if (engine.settings.autoFadeState != 0 || left <= 0.0)
-        return tr ("AUTO: MIXES INTO DECK %1", letter (now));
-    return tr ("AUTO: TO DECK %1 IN %2", letter (next), timeOf (left));
+    return tr ("AUTO: TO DECK %1 IN %2", letter (next), timeOf (std::max (0.0, left)));
 }
 
 juce::String HeaderNews::readWork() const
