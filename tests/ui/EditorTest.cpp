@@ -1,5 +1,6 @@
 #include "UiBench.h"
 
+#include "mixer/AutoCrossfader.h"
 #include "ui/ParameterList.h"
 #include "ui/ParameterRow.h"
 #include "ui/decks/BeatStepField.h"
@@ -139,6 +140,40 @@ TEST (Editor, AutomixSaysWhatItIsAboutToDo)
     bench.render();
     bench.refresh();
     EXPECT_EQ (news.shown().sentence, "AUTO: TO DECK B IN 01:04");
+    bench.engine.settings.autoFadeState = AutoCrossfader::idle;
+    bench.refresh();
+    EXPECT_EQ (news.shown().sentence, "AUTO: TO DECK B IN 01:04") << "the fader has come to rest";
+
+    // Near the end B begins, and is on air from then on.
+    bench.engine.transport.seekFrames (0, 67.0 * 44100.0);
+    bench.render();
+    bench.render();
+    bench.refresh();
+    EXPECT_EQ (news.shown().sentence, "AUTO: MIXES INTO DECK B");
+}
+
+TEST (Editor, AfterTheFirstSessionAClickSwitchesTheTooltipsOff)
+{
+    UiBench bench;
+    auto& shown = bench.engine.settings.editor[EditorPreference::showTooltips];
+    const auto isOffered = [&]
+    {
+        bench.reopen();
+        bench.refresh();
+        return bench.editor->headerStrip().newsLine().shown().sentence == "TOOLTIPS ARE ON. CLICK: OFF";
+    };
+    ASSERT_EQ (shown, 1);
+    EXPECT_FALSE (isOffered()) << "in the first session";
+    bench.session->preferences().set ("tooltips_since", "1000"); // long ago
+    shown = 0;
+    EXPECT_FALSE (isOffered()) << "to who has none";
+    shown = 1;
+    ASSERT_TRUE (isOffered());
+    auto& news = bench.editor->headerStrip().newsLine();
+    news.mouseUp (mouseAt (news, news.getLocalBounds().getCentre().toFloat()));
+    EXPECT_EQ (shown, 0);
+    shown = 1;
+    EXPECT_FALSE (isOffered()) << "a second time";
 }
 
 TEST (Editor, ALoopBesideTheBeatOffersSnapOnceAndAClickTakesIt)
