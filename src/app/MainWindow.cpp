@@ -8,7 +8,7 @@
 namespace
 {
 constexpr int smallestWidth = 512, smallestHeight = 296;
-constexpr const char* placeName = "window";
+constexpr const char *placeName = "window", *fullScreenName = "full_screen";
 constexpr int startWidth = 1280, startHeight = 800;
 }
 
@@ -26,12 +26,16 @@ MainWindow::MainWindow (std::unique_ptr<juce::Component> content, PreferencesFil
     setWantsKeyboardFocus (false);
     setVisible (true);
     grabKeyboardFocus();
+    if (preferences.get (fullScreenName) == "1")
+        FullScreen::ask (*this, true); // after the place, which the window gets back with it
 }
 
 MainWindow::~MainWindow()
 {
     // Unwritten, the next start takes the last place that was. A window that fills the screen has its place still.
-    if (!FullScreen::covers (*this))
+    const auto fills = FullScreen::covers (*this);
+    juce::ignoreUnused (preferences.set (fullScreenName, fills ? "1" : "0"));
+    if (!fills)
         juce::ignoreUnused (preferences.set (placeName, getWindowStateAsString()));
 }
 
