@@ -8,6 +8,7 @@
 #include "session/Session.h"
 #include "support/language/Translate.h"
 #include "text/ZRRenderer.h"
+#include "text/ZRRendererLookAndFeel.h"
 #include "ui/CPlatterdexVstEditor.h"
 #include "ui/ParameterList.h"
 #include "ui/browser/table/TableColumn.h"
@@ -156,6 +157,9 @@ juce::Image paintView (juce::Component& view, float scale)
     const auto area = juce::Rectangle<int> (juce::roundToInt (static_cast<float> (view.getWidth()) * scale),
                                             juce::roundToInt (static_cast<float> (view.getHeight()) * scale));
     const juce::Image image (juce::Image::RGB, area.getWidth(), area.getHeight(), true);
+    // Views that keep pictures of their own ask the look.
+    if (auto* const look = dynamic_cast<ZRRendererLookAndFeel*> (&view.getLookAndFeel()))
+        look->setTextPixels (GlyphBlend::Pixels::grey);
     const auto context = createTextContext (image, {}, area, GlyphBlend::Pixels::grey);
     juce::Graphics g (*context);
     g.addTransform (juce::AffineTransform::scale (scale));

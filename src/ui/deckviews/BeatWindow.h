@@ -17,6 +17,9 @@ public:
         @returns true if the beats are others than before */
     bool update (const DeckWatch&, double first, double last);
 
+    /** True if the last change only added beats to those that stay, and took some away beyond them. */
+    bool hasSlid() const noexcept { return slid; }
+
     /** Another table may stand behind the same numbers. */
     void forget() noexcept { heldTo = heldFrom - 1.0; }
 
@@ -27,4 +30,5 @@ private:
     std::vector<GridBeat> held, fresh;
     GridNumbers grid; ///< of the copied one
     double heldFrom = 0.0, heldTo = -1.0;
+    bool slid = false;
 };

@@ -65,8 +65,9 @@ juce::Colour bandColour (const TrackOverview& overview, size_t entry)
 }
 }
 
-void ColumnPainter::paint (juce::Image::BitmapData& bitmap, int64_t firstColumn) const
+void ColumnPainter::paint (juce::Image& image, int64_t firstColumn) const
 {
+    juce::Image::BitmapData bitmap (image, juce::Image::BitmapData::readWrite);
     const auto entries = std::min<int64_t> (
         (loadedFrames + framesPerOverviewEntry - 1) / framesPerOverviewEntry, TrackOverview::entries);
     const auto middle = track.length (half);

@@ -18,9 +18,9 @@ struct ColumnPainter
     juce::Colour plain;
     TrackScale track;
     double gain = 1.0; ///< logical pixels for a step of the data; what goes beyond the reach is cut
-    int half = reach;  ///< logical pixels from the bitmap's top to the centre line: the reach
+    int half = reach;  ///< logical pixels from the image's top to the centre line: the reach
 
-    /** Draws into an RGB bitmap whose left edge is a physical column of the track, and whose height is twice the half, times the
+    /** Draws into an RGB image whose left edge is a physical column of the track, and whose height is twice the half, times the
         scale. */
-    void paint (juce::Image::BitmapData&, int64_t firstColumn) const;
+    void paint (juce::Image&, int64_t firstColumn) const;
 };

@@ -359,7 +359,7 @@ void DeckWaveform::paintPicture (juce::Graphics& g)
                                   shownGain };
     image.setSize (width, track.length (ColumnPainter::imageHeight));
     lastColumnsDrawn =
-        image.moveTo (left, [&columns] (auto& bitmap, int64_t first) { columns.paint (bitmap, first); });
+        image.moveTo (left, [&columns] (auto& strip, int64_t first) { columns.paint (strip, first); });
 
     const auto layout = MarkLayout::of (beats.beats(), shown.places, track, left, width);
     marks.prepare (track, deck());

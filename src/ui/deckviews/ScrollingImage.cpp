@@ -54,9 +54,8 @@ int ScrollingImage::drawBetween (int64_t begin, int64_t end, const Draw& draw)
         const auto width = static_cast<int> (std::min<int64_t> (end - begin, picture.getWidth() - place));
         const juce::Rectangle<int> strip (place, 0, width, picture.getHeight());
         picture.clear (strip, ground);
-        juce::Image::BitmapData bitmap (picture, place, 0, width, picture.getHeight(),
-                                        juce::Image::BitmapData::readWrite);
-        draw (bitmap, begin);
+        auto columns = picture.getClippedImage (strip);
+        draw (columns, begin);
         begin += width;
         drawn += width;
     }

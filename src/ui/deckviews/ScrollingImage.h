@@ -11,9 +11,9 @@
 class ScrollingImage
 {
 public:
-    /** Draws columns of the endless picture, side by side. The bitmap holds them alone, in RGB, and is filled with the ground.
+    /** Draws columns of the endless picture, side by side. The image holds them alone, in RGB, and is filled with the ground.
         @param first   the leftmost of them, its coordinate in the endless picture */
-    using Draw = std::function<void (juce::Image::BitmapData&, int64_t first)>;
+    using Draw = std::function<void (juce::Image& columns, int64_t first)>;
 
     /** The image is opaque: to lay it down is a copy. */
     explicit ScrollingImage (juce::Colour c) : ground (c) {}

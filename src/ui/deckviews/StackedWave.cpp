@@ -23,6 +23,7 @@ constexpr double numberedZoom = 2.0; ///< from here on each bar has its number
 constexpr int playheadWidth = 2;
 constexpr float chipAlpha = 0.75f;
 constexpr int letterSize = 16, letterMargin = 4;
+constexpr int markReach = 64; ///< logical pixels that a mark's number or cloth reaches to a side, at most
 constexpr float beatAlpha = 0.7f, barAlpha = 0.4f, phraseAlpha = 0.8f;
 constexpr float runningFill = 0.22f, waitingFill = 0.12f;
 }
@@ -95,20 +96,18 @@ void StackedWave::pollMoving()
     const auto next = track.columnAt (watch->position);
     changed |= std::exchange (column, next) != next;
     const auto middle = getWidth() / 2;
-    const auto reach = (middle + 1.0) * framesPerOverviewEntry / track.zoom;
-    changed |= beats.update (watch, watch->position - reach, watch->position + reach);
+    const auto reach = (middle + markReach) * framesPerOverviewEntry / track.zoom;
+    auto redrawn = beats.update (watch, watch->position - reach, watch->position + reach) && !beats.hasSlid();
     const auto inColours = engine.settings.editor[EditorPreference::spectralWaveform] != 0;
-    if (std::exchange (spectral, inColours) != inColours)
-    {
-        image.invalidate();
-        changed = true;
-    }
+    redrawn |= std::exchange (spectral, inColours) != inColours;
     if (watch->places != places)
     {
         places = watch->places;
-        changed = true;
+        redrawn = true;
     }
-    if (changed)
+    if (redrawn)
+        image.invalidate();
+    if (changed || redrawn || letterLit != watch->playing)
         repaint();
 }
 
@@ -129,9 +128,31 @@ void StackedWave::paint (juce::Graphics& g)
         column = track.columnAt (watch->position);
     }
     const auto width = track.length (getWidth()), height = track.length (getHeight());
-    const auto half = getHeight() / 2;
     const auto middle = getWidth() / 2;
-    const auto left = column - track.length (middle);
+    leftColumn = column - track.length (middle);
+    image.setSize (width, height);
+    lastColumnsDrawn =
+        image.moveTo (leftColumn, [this] (auto& strip, int64_t first) { drawStrip (strip, first); });
+
+    // In the screen's own pixels, so that nothing is blurred.
+    g.addTransform (juce::AffineTransform::scale (static_cast<float> (1.0 / scale)));
+    g.setImageResamplingQuality (juce::Graphics::lowResamplingQuality);
+    g.setOpacity (1.0f);
+    image.paint (g, 0, 0, { 0, height });
+    paintPole (g, track.length (middle), palette::decks[static_cast<size_t> (deck())].brighter (0.6f),
+               playheadWidth);
+    paintLetter (g);
+}
+
+MarkLayout StackedWave::marksOf (int64_t left, int width) const
+{
+    return MarkLayout::of (beats.beats(), places, track, left, width);
+}
+
+/** Draws the columns that came into view with all that stands still in the picture, so that a tick only moves it. */
+void StackedWave::drawStrip (juce::Image& strip, int64_t first) const
+{
+    const auto half = getHeight() / 2;
     const ColumnPainter columns { *watch->overview,
                                   loadedFrames,
                                   spectral,
@@ -139,41 +160,33 @@ void StackedWave::paint (juce::Graphics& g)
                                   track,
                                   static_cast<double> (half) / ColumnPainter::fullScale,
                                   half };
-    image.setSize (width, height);
-    lastColumnsDrawn =
-        image.moveTo (left, [&columns] (auto& bitmap, int64_t first) { columns.paint (bitmap, first); });
-    layout = MarkLayout::of (beats.beats(), places, track, left, width);
-
-    // In the screen's own pixels, so that nothing is blurred.
-    g.addTransform (juce::AffineTransform::scale (static_cast<float> (1.0 / scale)));
-    g.setImageResamplingQuality (juce::Graphics::lowResamplingQuality);
-    g.setOpacity (1.0f);
-    image.paint (g, 0, 0, { 0, height });
-    paintLoop (g);
-    paintBeats (g);
-    paintFlags (g);
-    paintPole (g, track.length (middle), palette::decks[static_cast<size_t> (deck())].brighter (0.6f),
-               playheadWidth);
-    paintLetter (g);
+    columns.paint (strip, first);
+    // Marks reach over the edges of the strip that they stand in.
+    const auto reach = track.length (markReach);
+    const auto marks = marksOf (first - reach, strip.getWidth() + 2 * reach);
+    const auto context = getLookAndFeel().createGraphicsContext (strip, { -reach, 0 }, strip.getBounds());
+    juce::Graphics g (*context);
+    if (marks.loop.has_value())
+        paintLoop (g, *marks.loop);
+    paintBeats (g, marks.beats);
+    paintFlags (g, marks.flags);
     g.setColour (palette::line);
-    g.fillRect (0, height - track.length (1), width, track.length (1));
+    g.fillRect (reach, strip.getHeight() - track.length (1), strip.getWidth(), track.length (1));
 }
 
-void StackedWave::paintLoop (juce::Graphics& g) const
+void StackedWave::paintLoop (juce::Graphics& g, const MarkLayout::Region& loop) const
 {
-    if (!layout.loop.has_value())
-        return;
-    g.setColour (layout.loop->running ? palette::selected.withAlpha (runningFill)
-                                      : palette::value.withAlpha (waitingFill));
-    g.fillRect (layout.loop->left, 0, layout.loop->right - layout.loop->left, track.length (getHeight()));
+    g.setColour (loop.running ? palette::selected.withAlpha (runningFill)
+                              : palette::value.withAlpha (waitingFill));
+    g.fillRect (loop.left, 0, loop.right - loop.left, track.length (getHeight()));
 }
 
 /** Beats are ticks at both edges, where they meet those of the neighbours; bars go through, phrases have their numbers. */
-void StackedWave::paintBeats (juce::Graphics& g) const
+void StackedWave::paintBeats (juce::Graphics& g, const std::vector<Mark>& marks) const
 {
     const auto height = track.length (getHeight()), tick = track.length (beatTick), line = track.length (1);
     g.setFont (SMLookAndFeel::font (static_cast<float> (SMLookAndFeel::labelSize * track.scale)));
-    for (const auto& beat : layout.beats)
+    for (const auto& beat : marks)
     {
         g.setColour (palette::value.withAlpha (beatAlpha));
         g.fillRect (beat.x, 0, line, tick);
@@ -206,10 +219,10 @@ void StackedWave::paintPole (juce::Graphics& g, int x, juce::Colour colour, int 
     g.fillRect (x, 0, width * line, height);
 }
 
-void StackedWave::paintFlags (juce::Graphics& g) const
+void StackedWave::paintFlags (juce::Graphics& g, const std::vector<Mark>& marks) const
 {
     const auto line = track.length (1), height = track.length (getHeight());
-    for (const auto& flag : layout.flags)
+    for (const auto& flag : marks)
     {
         const auto isHotCue = flag.kind == MarkKind::hotCue;
         if (flag.kind == MarkKind::cuePoint)
@@ -241,16 +254,28 @@ void StackedWave::paintFlags (juce::Graphics& g) const
     }
 }
 
-void StackedWave::paintLetter (juce::Graphics& g) const
+/** A picture of its own: a text costs as much as the row's wave. */
+void StackedWave::paintLetter (juce::Graphics& g)
 {
-    const auto hue = palette::decks[static_cast<size_t> (deck())];
-    const juce::Rectangle<int> chip (track.length (letterMargin), track.length (letterMargin),
-                                     track.length (letterSize), track.length (letterSize));
-    g.setColour (palette::ink);
-    g.fillRect (chip.expanded (track.length (1)));
-    g.setColour (watch->playing ? hue : palette::label);
+    const auto size = track.length (letterSize) + 2 * track.length (1);
+    if (std::exchange (letterLit, watch->playing) != watch->playing || letter.getWidth() != size)
+        letter = drawLetter();
+    const auto place = track.length (letterMargin) - track.length (1);
+    g.drawImageAt (letter, place, place);
+}
+
+juce::Image StackedWave::drawLetter() const
+{
+    const auto edge = track.length (1), size = track.length (letterSize);
+    juce::Image made (juce::Image::RGB, size + 2 * edge, size + 2 * edge, false, juce::SoftwareImageType());
+    const auto context = getLookAndFeel().createGraphicsContext (made, {}, made.getBounds());
+    juce::Graphics g (*context);
+    g.fillAll (palette::ink);
+    const auto chip = made.getBounds().reduced (edge);
+    g.setColour (letterLit ? palette::decks[static_cast<size_t> (deck())] : palette::label);
     g.fillRect (chip);
     g.setColour (palette::ink);
     g.setFont (SMLookAndFeel::font (static_cast<float> (SMLookAndFeel::valueSize * track.scale)));
     g.drawText (PanelPaint::letterOf (deck()), chip, juce::Justification::centred, false);
+    return made;
 }

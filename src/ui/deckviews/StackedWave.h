@@ -23,7 +23,7 @@ public:
     bool hasTrack() const noexcept { return watch->loadedFrames > 0; }
 
     /** The marks of the last paint, physical pixels from the left edge. */
-    const MarkLayout& marks() const noexcept { return layout; }
+    MarkLayout marks() const { return marksOf (leftColumn, track.length (getWidth())); }
 
     /** Waveform columns drawn by the last paint, physical pixels. */
     int columnsDrawn() const noexcept { return lastColumnsDrawn; }
@@ -39,21 +39,26 @@ private:
     double wantedZoom() const;
     bool followZoom();
     bool followLoading();
-    void paintBeats (juce::Graphics&) const;
-    void paintLoop (juce::Graphics&) const;
-    void paintFlags (juce::Graphics&) const;
+    MarkLayout marksOf (int64_t left, int width) const;
+    void drawStrip (juce::Image&, int64_t first) const;
+    void paintLoop (juce::Graphics&, const MarkLayout::Region&) const;
+    void paintBeats (juce::Graphics&, const std::vector<Mark>&) const;
+    void paintFlags (juce::Graphics&, const std::vector<Mark>&) const;
     void paintPole (juce::Graphics&, int x, juce::Colour, int width = 1) const;
-    void paintLetter (juce::Graphics&) const;
+    void paintLetter (juce::Graphics&);
+    juce::Image drawLetter() const;
 
     CPlatterdex& engine;
     const DeckWatch watch;
     const juce::SharedResourcePointer<WaveformZoom> zoom;
-    ScrollingImage image;
-    TrackScale track; ///< of the last paint; its zoom follows the tempo
+    ScrollingImage image; ///< the wave with its marks
+    TrackScale track;     ///< of the last paint; its zoom follows the tempo
     BeatWindow beats;
-    MarkLayout layout;
     TrackPlaces places;
-    int64_t column = 0; ///< at the playhead, of the last poll
+    int64_t column = 0;     ///< at the playhead, of the last poll
+    int64_t leftColumn = 0; ///< at the left edge, of the last paint
+    juce::Image letter;     ///< of the deck, as it was painted last
+    bool letterLit = false;
     int32_t loadedFrames = 0;
     bool spectral = true;
     int lastColumnsDrawn = 0;

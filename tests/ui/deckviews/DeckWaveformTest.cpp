@@ -119,11 +119,8 @@ TEST (ColumnPainter, DrawsTheBodyInsideTheEnvelope)
             constexpr int height = ColumnPainter::imageHeight, middle = ColumnPainter::centreLine;
             juce::Image image (juce::Image::RGB, 4 * scale, height * scale, false, juce::SoftwareImageType());
             image.clear (image.getBounds(), ground);
-            {
-                juce::Image::BitmapData bitmap (image, juce::Image::BitmapData::readWrite);
-                const ColumnPainter painter { *overview, 1024, spectral, hue, { 1.0 * scale } };
-                painter.paint (bitmap, -scale); // entries -1 to 2, of which 0 and 1 are in the track
-            }
+            const ColumnPainter painter { *overview, 1024, spectral, hue, { 1.0 * scale } };
+            painter.paint (image, -scale); // entries -1 to 2, of which 0 and 1 are in the track
             const auto at = [&] (int entry, int y)
             { return image.getPixelAt ((entry + 2) * scale - 1, y * scale + scale / 2); };
             for (int y = 0; y < height; ++y)
@@ -173,10 +170,7 @@ TEST (ColumnPainter, ZoomAndGainShowEveryEntryWithinTheReach)
             juce::Image image (juce::Image::RGB, 160, ColumnPainter::imageHeight, false,
                                juce::SoftwareImageType());
             image.clear (image.getBounds(), ground);
-            {
-                juce::Image::BitmapData bitmap (image, juce::Image::BitmapData::readWrite);
-                ColumnPainter { *overview, 40 * 512, false, {}, { 1.0, zoom }, gain }.paint (bitmap, 0);
-            }
+            ColumnPainter { *overview, 40 * 512, false, {}, { 1.0, zoom }, gain }.paint (image, 0);
             const auto isSet = [&] (int x, int up)
             { return image.getPixelAt (x, ColumnPainter::centreLine - up) != ground; };
             for (int x = 0; x < 160; ++x)

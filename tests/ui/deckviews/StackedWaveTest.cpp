@@ -22,7 +22,8 @@ struct View : StackedWave
         refresh();
         ViewBench::picture (*this, scale);
         std::vector<int> xs;
-        for (const auto& mark : marks().beats)
+        const auto shown = marks();
+        for (const auto& mark : shown.beats)
             xs.push_back (mark.x);
         return xs;
     }

@@ -119,8 +119,9 @@ void DeckPeakScope::step (std::optional<double> move)
         engine.transport.dragJog (deck(), *move, scrubGain);
 }
 
-void DeckPeakScope::paintColumns (juce::Image::BitmapData& bitmap, int64_t first) const
+void DeckPeakScope::paintColumns (juce::Image& strip, int64_t first) const
 {
+    juce::Image::BitmapData bitmap (strip, juce::Image::BitmapData::readWrite);
     const PeakColumns columns { zoom / scale };
     const auto hue = palette::decks[static_cast<size_t> (deck())];
     const auto middle = bitmap.height / 2, line = std::max (1, juce::roundToInt (scale));
@@ -155,7 +156,7 @@ void DeckPeakScope::paint (juce::Graphics& g)
     const auto centre = juce::roundToInt (middle * scale);
     image.setSize (width, height);
     image.moveTo (PeakColumns { zoom / scale }.columnAt (static_cast<double> (shownPixel * zoom)) - centre,
-                  [this] (auto& bitmap, int64_t first) { paintColumns (bitmap, first); });
+                  [this] (auto& strip, int64_t first) { paintColumns (strip, first); });
 
     g.addTransform (juce::AffineTransform::scale (static_cast<float> (1.0 / scale)));
     g.setImageResamplingQuality (juce::Graphics::lowResamplingQuality);

@@ -46,7 +46,7 @@ private:
     void redrawAll();
     void step (std::optional<double> move);
     void followZoom();
-    void paintColumns (juce::Image::BitmapData&, int64_t first) const;
+    void paintColumns (juce::Image&, int64_t first) const;
     void paintBeats (juce::Graphics&, int centre, int height) const;
 
     CPlatterdex& engine;
