@@ -64,6 +64,7 @@ TEST (AnalyseVerb, PrintsInTheOrderOfTheNamesAndKeepsWhatItFinds)
     told->downbeatId = 1;
     told->downbeatPos = 22050;
     told->untouched = { 77.25, 22050 };
+    told->confidence = -1;
     told->cues.emplace().cuePos[6] = 600.0;
     ASSERT_TRUE (AnalysisFile::write (file, *told));
     ASSERT_EQ (runProgram ({ "import", "music/12.wav", "--root", "root" }, folder).exitCode, 0);
