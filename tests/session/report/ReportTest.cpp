@@ -42,7 +42,17 @@ juce::String noteOfDeath (void (*die)(), int& status)
     return file.loadFileAsString();
 }
 
-void readNowhere()
+/** True for an end by this signal. A sanitizer handles signals before all others, and ends the process by itself. */
+bool isEndBy (int signal, int status)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    if (WIFEXITED (status))
+        return WEXITSTATUS (status) != 0;
+#endif
+    return WIFSIGNALED (status) && WTERMSIG (status) == signal;
+}
+
+void writeNowhere()
 {
     auto* volatile nowhere = reinterpret_cast<volatile int*> (0x10);
     *nowhere = 1;
@@ -191,7 +201,7 @@ TEST (CrashNote, NamesTheReasonAndLetsTheProcessEndByIt)
         const char* said;
     };
     for (const auto& [die, signal, said] : {
-             Case { readNowhere, SIGSEGV, "SIGSEGV in the thread \"" },
+             Case { writeNowhere, SIGSEGV, "SIGSEGV in the thread \"" },
              Case { sendSignal, SIGSEGV, "SIGSEGV in the thread \"" },
              Case { abortByCheck, SIGABRT, "SIGABRT in the thread \"" },
              Case { throwUncaught, SIGABRT, "An exception that nobody caught: no bananas\nSIGABRT" },
@@ -200,6 +210,6 @@ TEST (CrashNote, NamesTheReasonAndLetsTheProcessEndByIt)
         int status = 0;
         const auto note = noteOfDeath (die, status);
         EXPECT_TRUE (note.startsWith (said)) << note;
-        EXPECT_TRUE (WIFSIGNALED (status) && WTERMSIG (status) == signal) << said << ": " << status;
+        EXPECT_TRUE (isEndBy (signal, status)) << said << ": " << status;
     }
 }
