@@ -51,8 +51,18 @@ TEST (VstSlotsStress, PluginsComeAndGoWhileFourDecksPlay)
     fixture.render (100 * 512);
     const auto undisturbed = largestStep ([] (int64_t n) { return n < 200; });
     std::atomic<bool> done { false };
+    std::atomic<int64_t> blocks { 0 };
     auto largest = 0.0f;
-    std::thread audioThread ([&] { largest = largestStep ([&done] (int64_t) { return !done; }); });
+    std::thread audioThread (
+        [&]
+        {
+            largest = largestStep (
+                [&] (int64_t n)
+                {
+                    blocks = n;
+                    return !done;
+                });
+        });
     std::mt19937 random (4);
     for (int i = 0; i < 250; ++i)
     {
@@ -64,6 +74,9 @@ TEST (VstSlotsStress, PluginsComeAndGoWhileFourDecksPlay)
             static_cast<int8_t> (random() % 2u);
         bench.slots->setParamIndex (deck, 0, 0);
         bench.slots->serve();
+        // No hand chooses twice within a fade of 5 ms; a starved audio thread would hear all choices at once.
+        for (const auto before = blocks.load(); blocks < before + 2;)
+            std::this_thread::yield();
     }
     done = true;
     audioThread.join();
