@@ -10,6 +10,7 @@
 #include "ui/KeyCard.h"
 #include "ui/KeyRepeat.h"
 #include "ui/ParameterList.h"
+#include "ui/header/TooltipOffer.h"
 #include "ui/look/TimeText.h"
 #include "ui/manual/ManualReader.h"
 #include "ui/panel/PanelPaint.h"
@@ -26,27 +27,10 @@ constexpr const char *browserTitle = N_ ("Song Manager"), *keysTitle = N_ ("Keys
                      *parametersTitle = N_ ("All parameters");
 constexpr juce::uint32 newsMs = 15000;
 constexpr const char *zoomName = "waveform_zoom", *wavesName = "stacked_waves";
-constexpr const char *tooltipsName = "tooltips_since", *tooltipsOffered = "offered";
-constexpr juce::int64 sessionMs = 6 * 3'600'000; ///< as long as a night
 
 int scaled (int length, int percent)
 {
     return juce::roundToInt (length * percent / 100.0);
-}
-
-/** Asks once, a session or more after the first window was opened, whether the tooltips are still wanted. */
-void offerNoTooltips (CPlatterdex& engine, PreferencesFile& preferences, HeaderNews& news)
-{
-    const auto since = preferences.get (tooltipsName);
-    const auto now = engine.environment.wallClock().toMilliseconds();
-    if (since.isEmpty())
-        preferences.set (tooltipsName, juce::String (now));
-    auto& shown = engine.settings.editor[EditorPreference::showTooltips];
-    if (since.isEmpty() || since == tooltipsOffered || shown == 0
-        || now - since.getLargeIntValue() < sessionMs)
-        return;
-    preferences.set (tooltipsName, tooltipsOffered);
-    news.tell (tr ("TOOLTIPS ARE ON. CLICK: OFF"), [&shown] { shown = 0; });
 }
 }
 
@@ -125,7 +109,7 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* shared,
     if (const auto kept = preferences.get (zoomName); kept.isNotEmpty())
         zoom->set (kept.getIntValue());
     keptZoom = zoom->step;
-    offerNoTooltips (engine, preferences, header->newsLine());
+    TooltipOffer::make (engine, preferences, header->newsLine());
 }
 
 CPlatterdexVstEditor::~CPlatterdexVstEditor()
