@@ -27,7 +27,8 @@ public:
     /** Moves a fixed grid by 512 frames of the file: back (-1) or on (+1). The beats of a table stay. */
     void moveGrid (int deck, int direction);
 
-    /** Has the grid read in another way, or as it stands, and trusts it from then on. The table itself stays until the track's analysis is saved, so that the way back is exact.
+    /** Has the grid read in another way, or as it stands, and trusts it from then on. The table itself stays until the
+        track's analysis is saved, so that the way back is exact.
         @returns false without a beat, and where tempo or downbeat would leave their range; nothing changes then */
     bool read (int deck, const GridReading&);
 

@@ -1,5 +1,6 @@
 #include "session/report/CrashNote.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <charconv>
@@ -124,6 +125,7 @@ void onSignal (int number, siginfo_t* info, void* context)
     }
     catch (...)
     {
+        line << " of a type of its own";
     }
     line.write();
     if (formerTerminate != nullptr)
