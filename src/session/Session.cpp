@@ -151,10 +151,10 @@ void Session::makeRoom()
         return;
     LibraryRoom::Places places;
     places.history = historyFolder();
-    places.folders = libraryPlace.file().file().getSiblingFile ("music_folders.txt");
+    places.folders = MusicFolders::beside (libraryPlace.file().file());
     places.judge = importJudge (decoderLibrary);
     room = std::make_unique<LibraryRoom> (opened->database, places);
-    if (!room->jobs.folders().isEmpty())
+    if (!room->jobs.folders.all().isEmpty())
         room->jobs.lookAtFolders();
     makeUpForNotes();
 }

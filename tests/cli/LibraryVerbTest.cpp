@@ -105,6 +105,9 @@ TEST_F (LibraryVerbs, BuildAndShowALibrary)
                  "name\tsongs|Recently Played\t0|Recently Added\t3|Top 25 Rated\t0|Top 25 Most Played\t0" },
          })
         EXPECT_EQ (outOf (words), out) << words.joinIntoString (" ");
+    EXPECT_EQ (library.getSiblingFile ("music_folders.txt").loadFileAsString(),
+               music.getFullPathName() + "\n")
+        << "windows look there for new files";
     outOf ({ "export", "Set", "set.m3u" });
     EXPECT_EQ (outOf ({ "export", "--kind", "library", "all.html" }),
                "Wrote 3 songs to " + folder.file ("all.html").getFullPathName() + ".");

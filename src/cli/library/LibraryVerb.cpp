@@ -6,6 +6,7 @@
 #include "cli/TerminalPrompts.h"
 #include "cli/library/LibrarySource.h"
 #include "cli/library/SongTable.h"
+#include "library/import/MusicFolders.h"
 #include "support/Suggestion.h"
 #include "support/files/AudioFileTypes.h"
 #include "support/language/Translate.h"
@@ -241,6 +242,8 @@ int LibraryVerb::importPaths (SongDatabase& database, const juce::StringArray& p
                      .run (progress);
     }
     const auto count = [] (int files) { return trPlural ("%1 audio file", "%1 audio files", files); };
+    if (result.code == LibraryCode::ok && !result.isCancelled)
+        MusicFolders (MusicFolders::beside (database.file())).note (paths);
     if (result.isLocked() && result.added == 0)
         return failWith (tr ("The import ended: another program is writing to the library."));
     for (const auto& refused : result.unplayable)

@@ -80,7 +80,10 @@ int SongDatabase::open (const juce::File& file, Storage storage, const Notice& n
     connection.watchRows ("songs");
     juce::ignoreUnused (connection.haveOthersWritten()); // from now on
     if (storage == Storage::file)
+    {
+        storedIn = file;
         readers.open (file.getFullPathName(), [this] (SqlConnection& reader) { prepare (reader); });
+    }
     return LibraryCode::ok;
 }
 
@@ -96,6 +99,7 @@ void SongDatabase::close()
 {
     readers.close();
     connection.close();
+    storedIn = juce::File();
 }
 
 void SongDatabase::setPatience (int milliseconds)

@@ -67,6 +67,9 @@ public:
     void close();
     bool isOpen() const;
 
+    /** The file that holds what is stored; none while closed, and for a session in memory. */
+    const juce::File& file() const noexcept { return storedIn; }
+
     /** Sets how long an operation waits for other programs, at first 5 s. */
     void setPatience (int milliseconds);
 
@@ -326,6 +329,7 @@ private:
     int readLayout (const SongList*, const char* what, juce::String& xml);
     int listSources (SqlConnection&, const char* table, SongListKind, std::vector<SourceItem>&);
 
+    juce::File storedIn;
     SqlConnection connection; ///< writes, and holds the temporary tables
     ReadConnections readers;
     std::atomic<int> patience = SqlConnection::defaultPatience;

@@ -55,7 +55,7 @@ int fillTarget (SongDatabase& database, SongList& list)
 }
 }
 
-LibraryJobs::LibraryJobs (LibraryRoom& r) : room (r) {}
+LibraryJobs::LibraryJobs (LibraryRoom& r) : folders (r.places.folders), room (r) {}
 
 LibraryJobs::~LibraryJobs()
 {
@@ -99,7 +99,7 @@ int LibraryJobs::importPaths (const juce::StringArray& paths, ListRef target, in
                                                       room.places.judge)
                                              .run (task);
                      if (result.code == LibraryCode::ok && !result.isCancelled)
-                         rememberFolders (paths);
+                         folders.note (paths);
                      for (const auto& refused : result.unplayable)
                          task.addFailure (refused);
                      task.end (foundText (result), LibraryFaults::sentence (result.code));
@@ -191,42 +191,6 @@ int LibraryJobs::analyse (BatchAnalysis& analysis, const juce::StringArray& path
     return task->id;
 }
 
-juce::StringArray LibraryJobs::folders() const
-{
-    const std::scoped_lock scope (folderLock);
-    auto lines = juce::StringArray::fromLines (room.places.folders.loadFileAsString());
-    lines.removeEmptyStrings();
-    return lines;
-}
-
-void LibraryJobs::rememberFolders (const juce::StringArray& paths)
-{
-    auto known = folders();
-    const auto before = known.size();
-    for (const auto& path : paths)
-    {
-        const auto isBelowKnown = std::any_of (known.begin(), known.end(),
-                                               [&] (const juce::String& folder)
-                                               { return path == folder || path.startsWith (folder + "/"); });
-        if (!isBelowKnown && juce::File (path).isDirectory() && !path.containsAnyOf ("\r\n"))
-            known.add (path);
-    }
-    const std::scoped_lock scope (folderLock);
-    if (known.size() != before)
-        // Unwritten, the folder is only not looked at again.
-        juce::ignoreUnused (
-            room.places.folders.replaceWithText (known.joinIntoString ("\n") + "\n", false, false, "\n"));
-}
-
-void LibraryJobs::forgetFolder (const juce::String& path)
-{
-    auto known = folders();
-    known.removeString (path);
-    const std::scoped_lock scope (folderLock);
-    juce::ignoreUnused (
-        room.places.folders.replaceWithText (known.joinIntoString ("\n") + "\n", false, false, "\n"));
-}
-
 void LibraryJobs::relocateIn (const juce::StringArray& below, Task& task)
 {
     const auto result = relocateSongs (room.database, below, task);
@@ -249,7 +213,9 @@ int LibraryJobs::lookAtFolders()
         [this] (Task& task)
         {
             juce::StringArray there;
-            for (const auto& folder : folders())
+            if (folders.all().isEmpty())
+                return task.end ({}, tr ("No music folder was imported yet."));
+            for (const auto& folder : folders.all())
                 if (juce::File (folder).isDirectory())
                     there.add (folder);
                 else

@@ -2,6 +2,7 @@
 
 #include "library/database/ListContent.h"
 #include "library/import/ImportProgress.h"
+#include "library/import/MusicFolders.h"
 #include "library/import/SongBatch.h"
 #include "library/query/SongQuery.h"
 #include "support/Worker.h"
@@ -83,10 +84,6 @@ public:
     /** Looks for the files of missing songs below a folder. */
     int relocate (const juce::File& folder);
 
-    /** The folders that were imported and are looked at again: one a line in the file of LibraryRoom::Places. */
-    juce::StringArray folders() const;
-    void forgetFolder (const juce::String& path);
-
     /** The jobs that are at work, and those that have ended and were not dismissed, the oldest first. */
     std::vector<LibraryJob> jobs() const;
 
@@ -102,17 +99,18 @@ public:
     /** Waits for all jobs but analyses. For programs without a message loop. */
     void settle();
 
+    /** The folders that are looked at again. */
+    MusicFolders folders;
+
 private:
     class Task;
 
     std::shared_ptr<Task> add (const juce::String& title);
-    void rememberFolders (const juce::StringArray& paths);
     void relocateIn (const juce::StringArray& folders, Task&);
     int post (const juce::String& title, std::function<void (Task&)> run);
 
     LibraryRoom& room;
-    mutable std::mutex folderLock; ///< of the file of folders
-    mutable std::mutex lock;       ///< of the two below
+    mutable std::mutex lock; ///< of the two below
     std::vector<std::shared_ptr<Task>> tasks;
     int lastId = 0;
     std::shared_ptr<std::atomic<uint64_t>> changeCount = std::make_shared<std::atomic<uint64_t>> (0);

@@ -31,13 +31,14 @@ struct Jobs : BrowseFixture
 
 TEST_F (Jobs, CountWhatTheyDoAndEndAsTheySay)
 {
+    EXPECT_EQ (ended (room.jobs.lookAtFolders()).summary, "No music folder was imported yet.");
     song ("a.wav");
     song ("b.wav");
     const auto made = ended (room.jobs.importPaths ({ music.getFullPathName() }, { SongListKind::automix }));
     EXPECT_EQ (made.state, LibraryJob::State::ended);
     EXPECT_EQ (made.summary, "2 songs found, 2 new.");
     EXPECT_EQ (songsOf ({ SongListKind::automix }).size(), 2u);
-    EXPECT_EQ (room.jobs.folders(), juce::StringArray (music.getFullPathName()));
+    EXPECT_EQ (room.jobs.folders.all(), juce::StringArray (music.getFullPathName()));
 
     const auto copied = ended (room.jobs.backup (folder.file ("copy.sqlite")));
     EXPECT_EQ (copied.state, LibraryJob::State::ended);
@@ -51,7 +52,7 @@ TEST_F (Jobs, CountWhatTheyDoAndEndAsTheySay)
     EXPECT_NE (ended (waiting).state, LibraryJob::State::failed);
     const auto changes = room.jobs.changes();
     room.jobs.dismiss (waiting);
-    EXPECT_EQ (room.jobs.jobs().size(), 3u);
+    EXPECT_EQ (room.jobs.jobs().size(), 4u);
     EXPECT_NE (room.jobs.changes(), changes);
 }
 
