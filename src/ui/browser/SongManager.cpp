@@ -16,8 +16,8 @@ constexpr int searchHeight = 28, lineHeight = 24, barWidth = 4, margin = 8, gap 
 constexpr int leastTree = 120, leastTable = 400, leastFiles = 0;
 constexpr int leastCover = 80, mostCover = 240;
 constexpr int windowButtonWidth = 24, previewWidth = 420;
-constexpr int libraryRetryTurns = 10; ///< calm ones, of 200 ms
-constexpr double tempoStep = 0.005;   ///< a smaller change of the master's tempo asks for no other rows
+constexpr int libraryRetryTurns = 10, fileTurns = 10; ///< calm ones, of 200 ms
+constexpr double tempoStep = 0.005; ///< a smaller change of the master's tempo asks for no other rows
 constexpr const char *panesName = "browser panes", *fieldsName = "browser search fields",
                      *treeName = "browser tree", *sourceName = "browser source",
                      *folderName = "browser folder";
@@ -210,6 +210,8 @@ void SongManager::pollCalm()
 {
     followLibrary();
     tree.catchUp();
+    if (++turns % fileTurns == 0)
+        table.lookForFiles();
     if (status.look())
         table.repaint();
     followSettings();

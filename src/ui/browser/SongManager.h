@@ -109,6 +109,6 @@ private:
     juce::Component* lit = nullptr; ///< the pane that has the keyboard
     int fontSize = 0, shownCover = -1, shownForeign = -1;
     juce::String shownHint, namedForeign;
-    int turnsUntilLibrary = 0;
+    int turnsUntilLibrary = 0, turns = 0;
     bool isAsking = false; ///< rows were on their way at the last look
 };

@@ -55,6 +55,32 @@ TEST_F (Rows, ComeWithTheirFieldsAndFiles)
     EXPECT_EQ (rows.row (2), nullptr);
 }
 
+TEST_F (Rows, FollowFilesThatGoAndComeBack)
+{
+    const auto disk = folder.file ("b.mp3");
+    add (database, "/gone/a.mp3", "a");
+    add (database, disk.getFullPathName(), "b");
+    room.watch.settle();
+    auto told = 0;
+    for (const auto isThere : { true, true, false, false, true })
+    {
+        ASSERT_TRUE (isThere ? disk.create().wasOk() : disk.deleteFile());
+        if (rows.size() == 0)
+            show ({ .sort = SongField::title });
+        rows.onRows = [&told] (int first, int last)
+        {
+            EXPECT_EQ (first, 1);
+            EXPECT_EQ (last, 2);
+            ++told;
+        };
+        rows.lookForFiles();
+        rows.settle();
+        EXPECT_EQ (rows.presence (1), isThere ? RowSource::Presence::present : RowSource::Presence::missing);
+        EXPECT_EQ (rows.presence (0), RowSource::Presence::missing);
+    }
+    EXPECT_EQ (told, 2) << "only what looks different is painted again";
+}
+
 TEST_F (Rows, OfTheNewestQuestionAloneAreShown)
 {
     addSongs (100);

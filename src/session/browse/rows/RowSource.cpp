@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace
 {
@@ -183,6 +184,17 @@ void RowSource::takeRecords (const std::vector<std::shared_ptr<const SongRecord>
     tellRows (ids);
 }
 
+void RowSource::lookForFiles()
+{
+    if (files.isBusy())
+        return;
+    std::vector<std::pair<int32_t, juce::String>> paths;
+    for (auto i = std::max (0, wantedFirst); i < std::min (wantedLast, rows->size()); ++i)
+        if (const auto* const cached = cachedOf (i); cached != nullptr && cached->record != nullptr)
+            paths.emplace_back ((*rows)[i].songId, (*cached->record)[SongColumn::filename]);
+    lookForFiles (std::move (paths));
+}
+
 void RowSource::lookForFiles (std::vector<std::pair<int32_t, juce::String>> paths)
 {
     if (paths.empty())
@@ -201,11 +213,15 @@ void RowSource::takePresence (const std::vector<std::pair<int32_t, bool>>& found
 {
     std::vector<int32_t> ids;
     for (const auto& [id, isPresent] : found)
-        if (const auto cached = cache.find (id); cached != cache.end())
-        {
-            cached->second.presence = isPresent ? Presence::present : Presence::missing;
+    {
+        const auto cached = cache.find (id);
+        if (cached == cache.end())
+            continue;
+        const auto before =
+            std::exchange (cached->second.presence, isPresent ? Presence::present : Presence::missing);
+        if (isPresent == (before == Presence::missing)) // a row that was not looked at is shown as present
             ids.push_back (id);
-        }
+    }
     tellRows (ids);
 }
 

@@ -37,7 +37,7 @@ public:
     /** New rows are in place; or, with a code other than 0, the old ones stayed. */
     std::function<void (int code)> onOpened = [] (int) {};
 
-    /** Fields or presence of rows from `first` to `last` - 1 are known now. */
+    /** Fields of rows from `first` to `last` - 1 are known now, or their files came or went. */
     std::function<void (int first, int last)> onRows = [] (int, int) {};
 
     /** Asks for other rows; an older question is broken off. */
@@ -63,11 +63,14 @@ public:
     /** The time and the deck of a row of a history; null in other sources. */
     const PlayedSong* playedSong (int index) const;
 
-    /** A row's file, looked for when the fields were read. */
+    /** A row's file, looked for when the fields were read and by lookForFiles(). */
     Presence presence (int index) const;
 
     /** Says which rows are on screen, `first` to `last` - 1: they are read if need be, and some ahead of the scrolling. */
     void want (int first, int last);
+
+    /** Looks again for the files of the rows on screen, unless such a look is under way, as on a drive that sleeps. */
+    void lookForFiles();
 
     /** The first row with this song, or -1. */
     int indexOfSong (int32_t songId) const;

@@ -188,6 +188,12 @@ void PlaylistTable::refresh()
         rows->reopen();
 }
 
+void PlaylistTable::lookForFiles()
+{
+    if (rows != nullptr)
+        rows->lookForFiles();
+}
+
 void PlaylistTable::rowsCame (int code)
 {
     if (std::exchange (saidCode, code) != code)

@@ -60,6 +60,9 @@ public:
     /** Reads the rows again. */
     void refresh();
 
+    /** Looks again for the files of the rows on screen. */
+    void lookForFiles();
+
     /** True while rows are asked for and have not come. */
     bool isOpening() const { return rows != nullptr && rows->isOpening(); }
 
