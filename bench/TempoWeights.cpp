@@ -29,8 +29,9 @@ struct Weight
 constexpr Weight weights[] { { "division", &TempoWeights::division },
                              { "beat", &TempoWeights::beat },
                              { "bar", &TempoWeights::bar },
-                             { "rival", &TempoWeights::rival },
-                             { "compound", &TempoWeights::compound },
+                             { "contrast", &TempoWeights::contrast },
+                             { "compoundContrast", &TempoWeights::compoundContrast },
+                             { "halves", &TempoWeights::halves },
                              { "centreBpm", &TempoWeights::centreBpm },
                              { "compoundCentreBpm", &TempoWeights::compoundCentreBpm },
                              { "spreadOctaves", &TempoWeights::spreadOctaves } };

@@ -16,8 +16,8 @@ namespace
 constexpr double lowestBpm = 56.0, lowestSimpleBpm = 60.0, highestBpm = 185.0;
 constexpr int numTempos = 800;
 
-/** By this much a beat in three parts has to repeat better than its parts: even clicks have no such beat. */
-constexpr double leastAccent = 0.1;
+/** Groups of two or three parts of a beat stand out from each other by less than this by chance; even clicks have none. */
+constexpr double leastContrast = 0.02;
 
 /** Tempos this close are one tempo, halved, doubled or not. */
 constexpr double sameOctaves = 0.06;
@@ -70,28 +70,37 @@ double Periodicity::at (double seconds) const
     return (1.0 - part) * correlation[i] + part * correlation[i + 1];
 }
 
+double Periodicity::groupsOfThree (double seconds) const
+{
+    const auto lag = [&] (int pulses) { return at (pulses * seconds); };
+    // Both sets of lags lie evenly around six, where both groupings meet: a tempo that drifts lets the correlation fall with
+    // the lag, and that must not tell.
+    return (lag (3) + lag (9)) / 2.0 - (lag (2) + lag (4) + lag (8) + lag (10)) / 4.0;
+}
+
 double Periodicity::score (double bpm, bool isCompound, const TempoWeights& weights) const
 {
     const auto lag = [&] (double beats) { return at (beats * 60.0 / bpm); };
-    const auto beat = lag (1.0), half = lag (0.5);
+    const auto half = lag (0.5), third = lag (1.0 / 3.0), thirds = lag (2.0 / 3.0);
     // Two beats don't count: what repeats there may as well be a beat of half the tempo.
-    const auto bar = std::max (2.0 * lag (4) + lag (8), 2.0 * lag (3) + lag (6)) / 3.0;
-    auto rivals = 0.0;
-    for (const auto other : { 2.0 / 3.0, 3.0 / 4.0, 4.0 / 3.0, 3.0 / 2.0 })
-        rivals += std::max (0.0, lag (other) - beat);
-    auto division = (lag (0.25) + 2.0 * half) / 3.0;
+    auto bar = (2.0 * lag (4) + lag (8)) / 3.0;
+    auto division = 0.0, against = 0.0;
     if (isCompound)
     {
-        const auto third = lag (1.0 / 3.0), thirds = lag (2.0 / 3.0);
         division = (third + thirds) / 2.0;
-        rivals += std::max (0.0, half - third) + std::max (0.0, half - thirds);
-        rivals += std::max (0.0, leastAccent - (beat - std::max (third, thirds)));
+        against = weights.compoundContrast * std::max (0.0, leastContrast - groupsOfThree (20.0 / bpm))
+                  + weights.halves * (std::max (0.0, half - third) + std::max (0.0, half - thirds));
     }
-    const auto fit =
-        (weights.division * division + weights.beat * beat + weights.bar * bar - weights.rival * rivals)
-        / (weights.division + weights.beat + weights.bar);
-    return isCompound ? fit * weights.compound * bell (bpm, weights.compoundCentreBpm, weights.spreadOctaves)
-                      : fit * bell (bpm, weights.centreBpm, weights.spreadOctaves);
+    else
+    {
+        bar = std::max (bar, (2.0 * lag (3) + lag (6)) / 3.0);
+        division = (lag (0.25) + 2.0 * half) / 3.0;
+        against = weights.contrast * std::max (0.0, leastContrast + groupsOfThree (30.0 / bpm));
+    }
+    const auto fit = (weights.division * division + weights.beat * lag (1.0) + weights.bar * bar - against)
+                     / (weights.division + weights.beat + weights.bar);
+    return fit
+           * bell (bpm, isCompound ? weights.compoundCentreBpm : weights.centreBpm, weights.spreadOctaves);
 }
 
 Periodicity::Tempo Periodicity::tempo (const TempoWeights& weights) const

@@ -6,15 +6,16 @@
 /** The weights of Periodicity::tempo. docs/accuracy.md tells what half and one and a half of each changes. */
 struct TempoWeights
 {
-    double division = 0.75; ///< of the halves and quarters of a beat, or its thirds
-    double beat = 1.5;
-    double bar = 2.5;       ///< of four and eight beats, or three and six
-    double rival = 2.5;     ///< of what repeats better at 2/3, 3/4, 4/3 or 3/2 of the beat than at the beat
-    double compound = 0.92; ///< of a beat in three parts beside one in two: the rarer
+    double division = 0.9; ///< of the halves and quarters of a beat, or its thirds
+    double beat = 1.3;
+    double bar = 2.65;              ///< of four and eight beats, or three and six
+    double contrast = 8.0;          ///< of halves that stand in threes, against a beat in two parts
+    double compoundContrast = 16.0; ///< of thirds that don't stand in threes, against a beat in three parts
+    double halves = 0.8; ///< of what repeats better at half the beat than at its thirds, against three parts
 
     /** The tempos that people tap to: a bell over the logarithm of the tempo (van Noorden and Moelants, Resonance in the
         perception of musical pulse, 1999), and where it stands for a beat in three parts, whose parts count with it. */
-    double centreBpm = 120.0, compoundCentreBpm = 80.0, spreadOctaves = 1.0;
+    double centreBpm = 115.0, compoundCentreBpm = 93.0, spreadOctaves = 1.0;
 };
 
 /** The autocorrelation of an onset function. */
@@ -45,6 +46,9 @@ public:
     double score (double bpm, bool isCompound, const TempoWeights& = {}) const;
 
 private:
+    /** By how much a pulse repeats better in groups of three than in groups of two; about -1 to 1, 0 for even clicks. */
+    double groupsOfThree (double seconds) const;
+
     double rate = 0.0;
     std::vector<float> correlation;
 };
