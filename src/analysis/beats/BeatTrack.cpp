@@ -12,9 +12,20 @@
 namespace
 {
 /** Following always sharpens the picture of a beat a little, by what chance offers: on music that keeps still by up to a
-    seventh. It is taken where it gains clearly more than that, where what it gives is the picture of a beat, and where
-    the onsets repeat themselves along the way as noise and stray clicks do not. */
-constexpr double leastGain = 1.3, leastSharpness = 2.5, leastAgreement = 0.25;
+    seventh. It is taken where it gains clearly more than that, or something and keeps the onsets in their places through the
+    song as the even pulse does not (one change of tempo leaves most of a song alone); where what it gives is the picture of a
+    beat; and where the onsets repeat themselves along the way as noise and stray clicks do not. */
+constexpr double clearGain = 1.3, leastGain = 1.1, steadierBy = 0.08, leastSharpness = 2.5,
+                 leastAgreement = 0.25;
+
+bool isBetter (const OnsetFunction& onsets, const TempoFollower::Result& followed, const Pulse& even)
+{
+    const auto sharpness = BeatFold (onsets, followed.pulse).sharpness();
+    const auto gain = sharpness / BeatFold (onsets, even).sharpness();
+    if (followed.agreement < leastAgreement || sharpness < leastSharpness || gain < leastGain)
+        return false;
+    return gain > clearGain || steadyShape (onsets, followed.pulse) > steadyShape (onsets, even) + steadierBy;
+}
 
 /** The greatest distance of the attacks from the beat of the onset functions, in frames: that much is certain of an onset
     function's frame; at low rates a frame is long. */
@@ -29,12 +40,8 @@ Pulse pulseOf (const OnsetFunction& onsets, double bpm, int sampleRate)
     const auto exact = comb.best();
     const Pulse even (onsets.origin, 60.0 * sampleRate / exact);
     if (const auto followed = TempoFollower::follow (onsets, exact))
-    {
-        const auto sharpness = BeatFold (onsets, followed->pulse).sharpness();
-        if (followed->agreement > leastAgreement && sharpness > leastSharpness
-            && sharpness > leastGain * BeatFold (onsets, even).sharpness())
+        if (isBetter (onsets, *followed, even))
             return followed->pulse;
-    }
     return even;
 }
 }
