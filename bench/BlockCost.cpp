@@ -1,11 +1,11 @@
 #include "measure/BenchEngine.h"
 #include "measure/Machine.h"
 #include "measure/MusicLike.h"
+#include "measure/Performer.h"
 #include "measure/Timing.h"
 
 #include <juce_events/juce_events.h>
 
-#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -32,13 +32,8 @@ enum Command
     seek = 209,
     eqHigh = 221,
     eqMid = 233,
-    eqLow = 245,
-    filter = 257,
-    effectParam = 314,
-    effectOn = 317,
-    effectSelect = 320
+    eqLow = 245
 };
-constexpr int slotsPerDeck = 3, rackStride = 9;
 
 struct Row
 {
@@ -77,7 +72,7 @@ public:
             if (row.scratching)
                 engine->setParameter (jogScratch + deck, 1.0f);
             if (row.effects)
-                turnEffectsOn (deck);
+                Performer::turnEffectsOn (engine, deck);
         }
     }
 
@@ -114,22 +109,6 @@ public:
     }
 
 private:
-    /** The three kinds of effect that cost most, behind the filter. */
-    void turnEffectsOn (int deck)
-    {
-        engine->setParameter (filter + deck, 0.3f);
-        static constexpr std::array kinds { FxType::lowPass, FxType::distortion, FxType::reverb };
-        static_assert (kinds.size() == slotsPerDeck);
-        for (int slot = 0; slot < slotsPerDeck; ++slot)
-        {
-            const auto member = slot + rackStride * deck;
-            const auto kind = kinds[static_cast<size_t> (slot)];
-            engine->setParameter (effectSelect + member, static_cast<float> (FxType::selectorValue (kind)));
-            engine->setParameter (effectParam + member, 0.4f);
-            engine->setParameter (effectOn + member, 1.0f);
-        }
-    }
-
     BenchEngine& engine;
     const Row row;
     double time = 0.0;

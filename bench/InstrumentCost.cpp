@@ -1,14 +1,11 @@
-#include "instruments/presets/SmartKnobLibrary.h"
 #include "measure/BenchEngine.h"
 #include "measure/Machine.h"
 #include "measure/MusicLike.h"
+#include "measure/Performer.h"
 #include "measure/Timing.h"
-#include "mixer/ChannelParameters.h"
 
 #include <juce_events/juce_events.h>
 
-#include <array>
-#include <cmath>
 #include <cstdio>
 
 // bench_instruments: what pads and SmartKnobs add to a block of four playing decks, as a share of its duration on one core.
@@ -23,30 +20,6 @@ namespace
 constexpr double rate = 44100.0;
 constexpr int frames = 128, warmUpBlocks = 500, blocks = 40'000;
 constexpr double blockNanoseconds = frames / rate * 1e9;
-
-/** Twenty rows that leave the sound as it is wherever the knob stands, or move all it can reach. */
-SmartKnobPreset allRows (bool moving)
-{
-    auto preset = SmartKnobPreset::empty();
-    for (int row = 0; row < SmartKnobRows::count; ++row)
-    {
-        auto& curve = preset.rows[static_cast<size_t> (row)];
-        const auto& parameter = SmartKnobRows::row (row).parameter;
-        const auto rest = parameter ? static_cast<float> (ChannelParameters::row (*parameter).rest) : 0.0f;
-        // Five smooth points, as a hand draws them.
-        std::array<EnvelopePoint, 5> points;
-        for (size_t i = 0; i < points.size(); ++i)
-        {
-            points[i].delta = i == 0 ? 0.0 : 1.0;
-            points[i].value = moving ? 0.2f + 0.15f * static_cast<float> (i) : rest;
-            points[i].tension = 0.0f;
-            points[i].type = static_cast<std::uint8_t> (SegmentShape::smooth);
-        }
-        curve.envelope.setPoints (points);
-        curve.enabled = true;
-    }
-    return preset;
-}
 
 class Desk
 {
@@ -71,34 +44,15 @@ public:
         return engine.processBlock();
     }
 
-    void holdKnobs (bool moving)
-    {
-        for (int deck = 0; deck < deckCount; ++deck)
-            for (int knob = 0; knob < SmartKnobs::knobsPerDeck; ++knob)
-            {
-                engine->smartKnobs.loadSmartKnobPreset (deck, knob, allRows (moving));
-                engine->smartKnobs.setSmartKnobOn (deck, knob, true);
-            }
-    }
+    void holdKnobs (bool moving) { Performer::holdKnobs (engine, moving); }
 
-    void turnKnobs (int block)
-    {
-        for (int deck = 0; deck < deckCount; ++deck)
-            for (int knob = 0; knob < SmartKnobs::knobsPerDeck; ++knob)
-                engine->smartKnobs.setSmartKnobValue (deck, knob,
-                                                      0.5 + 0.5 * std::sin (0.01 * block + deck + knob));
-    }
+    void turnKnobs (int block) { Performer::turnKnobs (engine, block); }
 
     /** A pad that loops on each deck. @param id   of its preset */
     void runPads (int id)
     {
         for (int deck = 0; deck < deckCount; ++deck)
-        {
-            auto& pads = engine->slicegates[static_cast<size_t> (deck)];
-            pads.loadFactoryPreset (id, 0);
-            pads.setPlayMode (0, PlayMode::loop);
-            pads.trigger (0);
-        }
+            Performer::runPad (engine, deck, id);
     }
 
     BenchEngine engine;

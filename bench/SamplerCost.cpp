@@ -1,6 +1,7 @@
 #include "measure/BenchEngine.h"
 #include "measure/Machine.h"
 #include "measure/MusicLike.h"
+#include "measure/Performer.h"
 #include "measure/Timing.h"
 
 #include <juce_events/juce_events.h>
@@ -30,24 +31,6 @@ struct Row
     bool masterJumps = false; ///< each second
 };
 
-/** Lays four beats of music at 120 BPM onto every pad, as the import thread does. */
-void fill (Sampler& sampler, int pads)
-{
-    static const auto music = MusicLike::make (2.0, rate);
-    for (int pad = 0; pad < pads; ++pad)
-    {
-        auto& slot = *sampler.desk.find (pad);
-        std::copy_n (music.getReadPointer (0), music.getNumSamples(), slot.buffer.left());
-        std::copy_n (music.getReadPointer (1), music.getNumSamples(), slot.buffer.right());
-        SampleFacts facts;
-        facts.lengthFrames = music.getNumSamples();
-        facts.beats = 8.0;
-        auto stretcher = sampler.desk.makeStretcher();
-        sampler.desk.publish (slot, facts, stretcher);
-        sampler.setPlayMode (pad, loopMode);
-    }
-}
-
 /** Plays a row once and keeps each block's least duration so far. @returns the level that was heard last */
 float play (const Row& row, std::vector<int64_t>& least)
 {
@@ -60,7 +43,7 @@ float play (const Row& row, std::vector<int64_t>& least)
     engine->setParameter (CPlatterdex::standaloneCall, CPlatterdex::standaloneValue);
     if (row.deckPlays)
         engine->setParameter (1, 1.0f);
-    fill (engine->sampler, row.pads);
+    Performer::fillSampler (engine->sampler, rate, row.pads);
     engine->sampler.setSync (row.synced);
     for (int pad = 0; pad < row.pads; ++pad)
     {
@@ -116,7 +99,7 @@ void measureMemory()
                                        engine->environment.decoderLibrary, [] { return juce::Time(); }));
     tell ("an empty sampler");
     for (auto& sampler : samplers)
-        fill (*sampler, 1);
+        Performer::fillSampler (*sampler, rate, 1);
     tell ("two seconds on a pad, and its stretcher");
     for (auto& sampler : samplers)
     {
@@ -125,7 +108,7 @@ void measureMemory()
     }
     tell ("the pad cleared");
     for (auto& sampler : samplers)
-        fill (*sampler, 1);
+        Performer::fillSampler (*sampler, rate, 1);
     tell ("two seconds on a pad that has a stretcher");
 }
 }

@@ -1,15 +1,13 @@
 #include "measure/BenchEngine.h"
 #include "measure/Machine.h"
+#include "measure/Performer.h"
 #include "measure/Timing.h"
 
 #include "timecode/ControlDisc.h"
 #include "timecode/TimecodeDecoder.h"
 #include "timecode/deckmode/TimecodeBrand.h"
 
-#include <cmath>
 #include <cstdio>
-#include <numbers>
-#include <vector>
 
 // bench_timecode: what following control records costs: the decoder of a deck alone, and the decks' whole way from input to
 // speed, as a share of the block's own duration on one core.
@@ -18,32 +16,6 @@ namespace
 {
 constexpr double rate = 44100;
 constexpr int frames = 128, seconds = 20, blocks = static_cast<int> (seconds * rate / frames);
-
-struct Signal
-{
-    std::vector<float> left, right;
-};
-
-/** A steady second after second of a medium from its beginning. */
-Signal signalOf (const ControlMedium& medium)
-{
-    Signal made;
-    const auto code = codeOf (medium);
-    for (int i = 0; i < blocks * frames; ++i)
-    {
-        const auto cycles = i * medium.carrierHz / rate;
-        const auto angle = 2 * std::numbers::pi * cycles;
-        const auto bits = code->bitsAt (static_cast<std::int64_t> (cycles));
-        const auto slot = static_cast<int> ((cycles - std::floor (cycles)) * 6);
-        const auto height = medium.isOwnDisc() || bits != 0 ? 0.5 : 0.5 - (1 - std::cos (angle)) / 8;
-        const auto burst = medium.isOwnDisc() && (bits >> slot & 1u) != 0 ? 0.25 * std::sin (3 * angle) : 0.0;
-        const auto primary = static_cast<float> (height * std::sin (angle) + burst),
-                   secondary = static_cast<float> ((medium.isOwnDisc() ? -0.25 : -height) * std::cos (angle));
-        made.left.push_back (medium.primaryIsLeft ? primary : secondary);
-        made.right.push_back (medium.primaryIsLeft ? secondary : primary);
-    }
-    return made;
-}
 
 void print (const char* what, Timing::Durations& durations)
 {
@@ -54,7 +26,7 @@ void print (const char* what, Timing::Durations& durations)
 
 void decoderAlone (const char* what, const ControlMedium& medium)
 {
-    const auto signal = signalOf (medium);
+    const SteadyRecord signal (medium, rate, blocks * frames);
     const auto decoder = std::make_unique<TimecodeDecoder>();
     decoder->prepare (medium, codeOf (medium), rate);
     Timing::Durations durations (blocks);
@@ -71,7 +43,7 @@ void decoderAlone (const char* what, const ControlMedium& medium)
 /** The stage of all four decks, by what stands in their input buffers. */
 void fourDecks (const char* what, const ControlMedium& medium)
 {
-    const auto signal = signalOf (medium);
+    const SteadyRecord signal (medium, rate, blocks * frames);
     BenchEngine engine (true, rate, frames);
     for (int deck = 0; deck < deckCount; ++deck)
     {
