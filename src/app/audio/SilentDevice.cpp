@@ -74,7 +74,8 @@ void SilentDevice::start (juce::AudioIODeviceCallback* next)
     next->audioDeviceAboutToStart (this);
     callback = next;
     clock.start (now(), block / rate);
-    startTimer (std::max (1, static_cast<int> (500.0 * block / rate)));
+    // Once a block: what comes late is caught up with, and nobody hears it. Each look wakes a processor.
+    startTimer (std::max (1, static_cast<int> (1000.0 * block / rate)));
 }
 
 void SilentDevice::stop()
