@@ -1,5 +1,7 @@
 #include "adec/AdecFile.h"
 
+#include "adec/PackedTag.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <string>
@@ -35,7 +37,7 @@ std::unique_ptr<AdecFile> AdecFile::open (const char* utf8Path)
     file->timings = adec::readMp4Timing (adec::readMp4Movie (utf8Path));
 
     AVDictionary* options = nullptr;
-    av_dict_set (&options, "protocol_whitelist", "file", 0);
+    av_dict_set (&options, "protocol_whitelist", "file,subfile", 0);
     av_dict_set (&options, "format_whitelist", containers, 0);
     // The cut is ours, to the frame, if the tables could be read; then the demuxer gives every packet.
     if (!file->timings.empty())
@@ -43,8 +45,10 @@ std::unique_ptr<AdecFile> AdecFile::open (const char* utf8Path)
 
     AVFormatContext* format = nullptr;
     // The prefix keeps a name with a colon from being taken for a URL.
-    const auto result =
-        avformat_open_input (&format, ("file:" + std::string (utf8Path)).c_str(), nullptr, &options);
+    auto url = "file:" + std::string (utf8Path);
+    if (const auto tagEnd = adec::packedTagEnd (utf8Path); tagEnd > 0)
+        url = "subfile,,start," + std::to_string (tagEnd) + ",end,0,,:" + url;
+    const auto result = avformat_open_input (&format, url.c_str(), nullptr, &options);
     const adec::AvPointer<AVDictionary> leftOver (options);
     if (result < 0)
         return nullptr;

@@ -1,5 +1,6 @@
 #include "library/tags/TagFile.h"
 
+#include "library/tags/TagBounds.h"
 #include "support/AudioThread.h"
 #include "support/files/RegularFile.h"
 
@@ -10,6 +11,6 @@ TagFile::TagFile (const juce::String& path, bool withAudio, Access access)
         return;
     const auto* name = path.toRawUTF8();
     stream = std::make_unique<TagLib::FileStream> (name, access == Access::read);
-    if (stream->isOpen())
+    if (stream->isOpen() && TagBounds::hold (*stream))
         ref.emplace (stream.get(), withAudio);
 }

@@ -23,7 +23,8 @@ public:
                            wait for its other end. */
     TagFile (const juce::String& path, bool withAudio, Access access = Access::read);
 
-    /** True if TagLib knows the file, found it sound, and has a tag to read or fill. */
+    /** True if TagLib knows the file, found it sound, and has a tag to read or fill. A file beyond the bounds of TagBounds is
+        not shown to TagLib. */
     bool isUsable() const { return ref && !ref->isNull() && ref->file()->isValid() && ref->tag() != nullptr; }
 
     TagLib::Tag& tag() const { return *ref->tag(); }
