@@ -3,6 +3,7 @@
 lists   made, filled, moved, renamed, exported and deleted by menus, keys and drags
 songs   edited in a cell, stars by the mouse, the automix list, a foreign library, rules
 files   imports with a damaged file and a list of what failed, one that is ended by its button, a drop from another program
+entries every other entry of the menus, by keys, with what each changes
 
 The library's file tells what was done. After each turn of the hand the test waits until the program sleeps and the picture stands
 still.
@@ -46,6 +47,9 @@ COLUMNS = ["Status", "#", "Title", "Artist", "Album", "Time", "BPM", "Key", "Gen
 NEXT_COLUMNS = 700, 66, 380, 16  # of the header, on the screen, where the menu does not lie
 SECOND_STAR = 866  # while there is no column of albums
 JOB_BUTTON = 818, 868
+# Of the screen, each with its width and height.
+SEARCH, CANCEL, SEARCH_IN, FITS, GRIDS, FILES_X = 37, 606, 670, 770, 900, 1180
+ROWS, PREVIEW = (320, 92, 600, 400), (970, 866, 400, 20)
 MANY = 30000  # files, an import of which lasts longer than a click
 DOUBLE_CLICK = 0.42  # seconds; a second press of a button within them is the other half of a double click
 
@@ -264,6 +268,33 @@ class Browser:
         except subprocess.CalledProcessError:
             if menu in windows("menu"):
                 raise  # else it has just gone
+
+    def pick(self, what, place, *steps, done):
+        """Opens a menu by the right button and chooses by keys: so many entries down, then on in the menu of that entry."""
+        def act():
+            self.until(f"{what}: no other menu", lambda: not windows("menu"))
+            self.click(*place, button=3, hold=0.4)
+            if not comes(lambda: windows("menu"), 8.0):
+                return
+            self.picture("pick-" + what.replace(" ", "-"))
+            keys(*["Down"] * steps[0])
+            for step in steps[1:]:
+                keys("Right", *["Down"] * (step - 1))
+            self.rest()
+            self.picture("picked-" + what.replace(" ", "-"))
+            keys("Return")
+
+        self.again(what, act, done)
+
+    def changes(self, place):
+        """A condition: this part of the screen is not as it is now."""
+        before = self.screen.sum(*place)
+        return lambda: self.screen.sum(*place) != before
+
+    def tell(self, sql):
+        """Writes to the library as another program does."""
+        with sqlite3.connect(self.library, timeout=60.0) as library:
+            library.execute(sql)
 
     def choose_and_answer(self, place, *entries, title, text=None, name=None):
         """Chooses what asks in a dialog, and answers that."""
@@ -528,6 +559,140 @@ def clear_library(browser):
     browser.until("an empty library", lambda: browser.value("SELECT COUNT(*) FROM songs") == 0)
 
 
+def song_entries(browser, work):
+    root, row = work / "root", browser.song(0)
+    one, shown = "FROM songs WHERE filename LIKE '%/0.mp3'", work / "shown"
+    plays = lambda: sum(each.read_text().count("/0.mp3") for each in root.rglob("history/*"))
+    browser.show("Alpha")
+    browser.click(*row)
+
+    def edit():
+        browser.pick("edit", row, 1, done=lambda: True)
+        keys("ctrl+a")
+        type_text("By Menu")
+        keys("Return")
+
+    browser.again("a title edited by the menu", edit, lambda: browser.value(f"SELECT title {one}") == "By Menu")
+    for deck, key in enumerate(("space", "Return")):
+        browser.pick(f"load to deck {deck + 1}", row, 2 + deck, done=browser.changes(ROWS))
+        subprocess.run(["xdotool", "windowfocus", "--sync", windows("Platterdex")[-1]], timeout=60)
+        browser.again(f"deck {deck + 1} plays it", lambda key=key: keys(key), lambda deck=deck: plays() == deck + 1)
+        subprocess.run(["xdotool", "windowfocus", "--sync", browser.window], timeout=60)
+    browser.pick("preview", row, 5, done=browser.changes(PREVIEW))
+    browser.pick("reset played status", row, 6, done=browser.changes(ROWS))
+    browser.tell(f"UPDATE songs SET playcount = 9, title = 'Wrong' WHERE id IN (SELECT id {one})")
+    browser.pick("reset played statistics", row, 7, done=lambda: browser.value(f"SELECT playcount {one}") == 0)
+    browser.pick("reload tags", row, 8, done=lambda: browser.value(f"SELECT title {one}") == "By Menu")
+    browser.pick("show in explorer", row, 9, done=lambda: shown.exists() and str(root / "audio") in shown.read_text())
+    browser.tell(f"UPDATE songs SET analyzed = 0 WHERE id IN (SELECT id {one})")
+    browser.pick("analyze", row, 10, done=lambda: browser.value(f"SELECT analyzed {one}"))
+    browser.pick("find similar songs", row, 11, done=browser.changes(ROWS))
+    browser.show("Alpha")
+    browser.pick("remove", row, 12, done=lambda: windows("REMOVE ITEM"))
+    browser.answer("REMOVE ITEM")
+    browser.until("a song taken out by the menu", lambda: count(browser, "Alpha") == len(FORMATS) - 1)
+    browser.pick("add to a playlist", row, 13, 1, done=lambda: count(browser, "Alpha") == len(FORMATS))
+    browser.pick("add to a new playlist", row, 13, 2, done=lambda: windows("Enter Playlist Name"))
+    browser.answer("Enter Playlist Name", "New")
+    browser.until("a playlist of a song", lambda: count(browser, "New") == 1)
+    browser.pick("undo", row, 14, done=lambda: "New" not in browser.tree())
+
+
+def source_entries(browser, work):
+    audio, source = work / "root" / "audio", browser.source
+    preferences = work / "root" / "setup" / "preferences.txt"
+    kept = lambda line: lambda: line in preferences.read_text().split("\n")
+    order = lambda table: browser.value(f"SELECT group_concat(name) FROM (SELECT name FROM {table} ORDER BY sort_order)")
+    listed = "SELECT group_concat(song_id) FROM (SELECT song_id FROM playlists_songs ORDER BY id)"
+    name = "Select a playlist file"
+
+    browser.show("Library")
+    dim = browser.changes(ROWS)
+    (work / "moved").mkdir()
+    os.rename(audio / "4.wav", work / "moved" / "4.wav")
+    browser.until("a song whose file has gone grows dim", dim)
+    (audio / "new.mp3").write_bytes((audio / "0.mp3").read_bytes())
+    missing = "Please select the folder that holds the missing files[.][.][.]"
+    for what, place, steps, done, title, text in (
+            ("show missing files", source("Library"), [4], browser.changes(ROWS), None, None),
+            ("relocate missing files", source("Library"), [6], lambda: windows(missing), missing, str(work / "moved")),
+            ("look for new files", source("Library"), [5],
+             lambda: browser.value("SELECT COUNT(*) FROM songs WHERE filename LIKE '%/new.mp3'"), None, None),
+            ("write keys as 8A", source("Library"), [7], kept("keyNotation=wheel"), None, None),
+            ("automix export", source("Automix List"), [2, 1], lambda: windows("Save the playlist[.][.][.]"),
+             "Save the playlist[.][.][.]", str(work / "automix.m3u")),
+            ("automix goes on", source("Automix List"), [3], kept("automixByFit=yes"), None, None),
+            ("recommendations export", source("Recommendation List"), [2, 2], lambda: windows("Save the webpage[.][.][.]"),
+             "Save the webpage[.][.][.]", str(work / "similar.html")),
+            ("recommendations by tempo", source("Recommendation List"), [5], lambda: "similarBy=" in preferences.read_text(),
+             None, None),
+            ("clear recommendations", source("Recommendation List"), [1], lambda: windows("Confirm clear"), "Confirm clear",
+             None)):
+        browser.pick(what, place, *steps, done=done)
+        if title:
+            browser.answer(title, text)
+    browser.until("a song found again", lambda: browser.value("SELECT COUNT(*) FROM songs WHERE filename LIKE '%/moved/4.wav'"))
+    browser.until("exports of the lists", lambda: (work / "automix.m3u").exists() and (work / "similar.html").exists())
+
+    (work / "back.m3u").write_text(f"{audio}/1.flac\n{audio}/2.ogg\n")
+    browser.pick("import a playlist", source("Playlists"), 2, done=lambda: windows(name))
+    browser.answer(name, str(work / "back.m3u"))
+    browser.answer("Enter Playlist Name", "Back")
+    browser.until("a playlist out of a file", lambda: count(browser, "Back") == 2)
+    browser.show("Back")
+    browser.again("songs sorted by a click on the header", lambda: browser.click(TABLE_X + 60, HEADER), browser.changes(ROWS))
+    browser.again("songs sorted backwards", lambda: browser.click(TABLE_X + 60, HEADER), browser.changes(ROWS))
+    before = browser.value(listed)
+    browser.pick("copy to play order", source("Back"), 7, done=lambda: browser.value(listed) != before)
+    browser.pick("fit a column", (TABLE_X + 60, HEADER), 1, done=browser.changes(ROWS))
+    browser.pick("fit all columns", (TABLE_X + 60, HEADER), 2, done=browser.changes(ROWS))
+
+    smart, editor = "Recently Added", "Edit Smart Playlist: Recently Added"
+    browser.pick("edit rules", source(smart), 1, done=lambda: windows(editor))
+    browser.take_keyboard(editor)
+    keys("Return")
+    browser.until("the end of the rules", lambda: not windows(editor))
+    before = order("smart_playlists")
+    browser.pick("smart list up", source(smart), 4, done=lambda: order("smart_playlists") != before)
+    browser.pick("smart list down", source(smart), 5, done=lambda: order("smart_playlists") == before)
+    browser.pick("smart list to automix", source(smart), 6,
+                 done=lambda: browser.value("SELECT COUNT(*) FROM automix_songs") == len(FORMATS) + 1)
+    browser.pick("smart list export", source(smart), 7, 1, done=lambda: windows("Save the playlist[.][.][.]"))
+    browser.answer("Save the playlist[.][.][.]", str(work / "smart.m3u"))
+    browser.until("the export of a smart list", lambda: (work / "smart.m3u").exists())
+
+
+def search_entries(browser, work):
+    preferences = work / "root" / "setup" / "preferences.txt"
+    browser.show("Library")
+    chosen = lambda: "fields=artist,album" in preferences.read_text()
+    for what, x, steps, done in (("a field of the search", SEARCH_IN, 1, chosen), ("a span of tempos", FITS, 3, lambda: True),
+                                 ("all tempos", FITS, 1, lambda: True)):
+        browser.again(f"the menu of {what}", lambda x=x: browser.click(x, SEARCH), lambda: windows("menu"))
+        browser.picture("menu-" + what.replace(" ", "-"))
+        keys(*["Down"] * steps, "Return")
+        browser.until(what, lambda done=done: done() and not windows("menu"))
+    keys("ctrl+f")
+    browser.rest()
+    none = browser.changes(ROWS)
+    type_text("nothing of this kind")
+    browser.until("a search that finds nothing", none)
+    browser.rest()
+    browser.again("all songs after a press on cancel", lambda: browser.click(CANCEL, SEARCH), browser.changes(ROWS))
+    browser.again("songs of doubtful grids", lambda: browser.click(GRIDS, SEARCH), browser.changes(ROWS))
+    browser.again("all songs again", lambda: browser.click(GRIDS, SEARCH), browser.changes(ROWS))
+
+
+def file_entries(browser, work):
+    """Of the column browser, where the songs' folder is the second one in sight."""
+    row, shown, one = (FILES_X, TREE_TOP), work / "shown", "FROM songs WHERE filename LIKE '%/0.mp3'"
+    shown.unlink(missing_ok=True)
+    browser.pick("file preview", row, 3, done=browser.changes(PREVIEW))
+    browser.tell(f"DELETE {one}")
+    browser.pick("file import", row, 4, done=lambda: browser.value(f"SELECT COUNT(*) {one}") == 1)
+    browser.pick("file in explorer", row, 5, done=shown.exists)
+
+
 def lists(browser, work):
     make_lists(browser)
     fill_lists(browser)
@@ -551,6 +716,13 @@ def files(browser, work):
     clear_library(browser)
 
 
+def entries(browser, work):
+    song_entries(browser, work)
+    source_entries(browser, work)
+    search_entries(browser, work)
+    file_entries(browser, work)
+
+
 def main():
     program, drag_source, part, pictures = sys.argv[1], sys.argv[2], sys.argv[3], (sys.argv[4] if len(sys.argv) > 4 else None)
     if pictures:
@@ -562,13 +734,17 @@ def main():
         (work / "Music" / "iTunes").mkdir(parents=True)
         (work / "Music" / "iTunes" / "iTunes Music Library.xml").write_text(FOREIGN.format(root / "audio" / "0.mp3"))
         run(program, "import", str(root / "audio"), "--root", str(root))
-        if part == "songs":
+        if part in ("songs", "entries"):
             run(program, "playlist", "create", "Alpha", str(root / "audio"), "--root", str(root))
-        browser = Browser(program, root, pictures, {**os.environ, "HOME": str(work), "JACK_NO_START_SERVER": "1",
-                                                    "JACK_DEFAULT_SERVER": f"platterdex-none-{os.getpid()}"})
+        opener = work / "bin" / "xdg-open"  # takes the place of the desktop's
+        opener.parent.mkdir()
+        opener.write_text(f'#!/bin/sh\necho "$@" >>{work}/shown\n')
+        opener.chmod(0o755)
+        browser = Browser(program, root, pictures, {**os.environ, "HOME": str(work), "PATH": f"{opener.parent}:{os.environ['PATH']}",
+                                                    "JACK_NO_START_SERVER": "1", "JACK_DEFAULT_SERVER": f"platterdex-none-{os.getpid()}"})
         browser.drag_source = drag_source
         try:
-            {"lists": lists, "songs": songs, "files": files}[part](browser, work)
+            {"lists": lists, "songs": songs, "files": files, "entries": entries}[part](browser, work)
             if browser.process.poll() is not None:
                 raise SystemExit("FAILED: the program is gone")
         finally:
