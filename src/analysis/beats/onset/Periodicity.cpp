@@ -16,8 +16,9 @@ namespace
 constexpr double lowestBpm = 56.0, lowestSimpleBpm = 60.0, highestBpm = 185.0;
 constexpr int numTempos = 800;
 
-/** Groups of two or three parts of a beat stand out from each other by less than this by chance; even clicks have none. */
-constexpr double leastContrast = 0.02;
+/** Groups of two or three parts of a beat stand out from each other by less than this by chance; even clicks have none. Of a
+    beat in three parts, the rarer, more is asked. */
+constexpr double leastContrast = 0.02, leastCompoundContrast = 0.03;
 
 /** Tempos this close are one tempo, halved, doubled or not. */
 constexpr double sameOctaves = 0.06;
@@ -88,8 +89,9 @@ double Periodicity::score (double bpm, bool isCompound, const TempoWeights& weig
     if (isCompound)
     {
         division = (third + thirds) / 2.0;
-        against = weights.compoundContrast * std::max (0.0, leastContrast - groupsOfThree (20.0 / bpm))
-                  + weights.halves * (std::max (0.0, half - third) + std::max (0.0, half - thirds));
+        against =
+            weights.compoundContrast * std::max (0.0, leastCompoundContrast - groupsOfThree (20.0 / bpm))
+            + weights.halves * (std::max (0.0, half - third) + std::max (0.0, half - thirds));
     }
     else
     {
