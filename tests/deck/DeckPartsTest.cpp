@@ -80,13 +80,14 @@ const auto fieldsOfMarks = [] (auto& part, const auto& each)
 };
 const auto fieldsOfFacts = [] (auto& part, const auto& each)
 {
-    auto& [rate, frames, beats, isAnalysed, gain, peak] = part;
+    auto& [rate, frames, beats, isAnalysed, gain, peak, stated] = part;
     each (rate);
     each (frames);
     each (beats);
     each (isAnalysed);
     each (gain);
     each (peak);
+    each (stated);
 };
 
 /** Changes one field after the other: each must show in the comparison, go into a copy and be gone after a reset. */

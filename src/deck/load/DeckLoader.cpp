@@ -12,6 +12,7 @@
 #include "tracks/formats/StatedLength.h"
 #include "tracks/similar/SoundSession.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 
@@ -141,7 +142,7 @@ void DeckLoader::run (const juce::File& file, const std::stop_token& stop)
     readTags (file.getFullPathName(), load.tags);
     const auto hasBegun = decodeTrack (file, decoder, deck().trackTarget(),
                                        { world.pacing, [&] { return !stop.stop_requested(); },
-                                         [&] (double) { replaceTrack (file, load); },
+                                         [&] (double rate) { replaceTrack (file, rate, load); },
                                          [&] { world.listeners.post (EngineEvent::waveformReady, index); } });
     if (stop.stop_requested())
     {
@@ -156,6 +157,7 @@ void DeckLoader::run (const juce::File& file, const std::stop_token& stop)
     }
     isPartial = false;
     deck().track.peak = deck().overview->peak.get();
+    deck().track.statedFrames = 0;
     world.listeners.post (EngineEvent::trackLoaded, index);
     tellShortened (file, statedSeconds (file, load.tags[SongColumn::duration].getDoubleValue()));
     if (!load.isStored)
@@ -175,6 +177,9 @@ void DeckLoader::replaceTrack (const juce::File& file, Load& load)
     dropTrack();
     isPartial = true;
     auto& target = deck();
+    target.track.statedFrames =
+        static_cast<int32_t> (std::clamp (load.tags[SongColumn::duration].getDoubleValue() * sampleRate, 0.0,
+                                          static_cast<double> (PXAudioSampleBuffer::maxFrames)));
     const auto stored =
         world.beatmarks == juce::File() ? file : AnalysisFile::forTrack (world.beatmarks, file);
     target.setTexts ({ file.getFullPathName(), load.tags[SongColumn::title], load.tags[SongColumn::artist],

@@ -42,7 +42,7 @@ private:
     DeckPlayer& deck() const { return *world.deck (index); }
     void post (Worker::Job);
     void run (const juce::File&, const std::stop_token&);
-    void replaceTrack (const juce::File&, Load&);
+    void replaceTrack (const juce::File&, double sampleRate, Load&);
     void dropTrack();
     void analyse (const std::stop_token&);
     void measure (double nearBpm, const std::stop_token&);

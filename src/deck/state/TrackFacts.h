@@ -12,7 +12,8 @@ struct TrackFacts
     Relaxed<int32_t> numBeats;                ///< of the beat table
     Relaxed<int8_t> isAnalysed;               ///< the grid is that of the track, even if it is empty
     Relaxed<double> autogain { 1.0 };
-    Relaxed<float> peak { 1.0f }; ///< its greatest magnitude, of full scale; 1 until all of it is decoded
+    Relaxed<float> peak { 1.0f };  ///< its greatest magnitude, of full scale; 1 until all of it is decoded
+    Relaxed<int32_t> statedFrames; ///< that it is said to have, while it is decoded; 0 if nothing is said
 
     bool operator== (const TrackFacts&) const noexcept = default;
 };

@@ -158,7 +158,7 @@ double DeckWaveform::secondsLeft() const
 {
     const auto rate = watch->grid.sampleRate;
     const auto speed = watch->playing && !watch->scratching ? watch->tempo : 1.0 + watch->pitchShare;
-    return std::max (0.0, (watch->loadedFrames - watch->position) / rate) / (speed > 0.01 ? speed : 1.0);
+    return std::max (0.0, (watch->trackFrames - watch->position) / rate) / (speed > 0.01 ? speed : 1.0);
 }
 
 juce::String DeckWaveform::readNextCue() const

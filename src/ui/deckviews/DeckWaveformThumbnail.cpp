@@ -50,7 +50,7 @@ void DeckWaveformThumbnail::hear (EngineEvent event)
 
 float DeckWaveformThumbnail::xOf (double frame) const
 {
-    return loadedFrames > 0 ? static_cast<float> (frame / loadedFrames * getWidth()) : 0.0f;
+    return trackFrames > 0 ? static_cast<float> (frame / trackFrames * getWidth()) : 0.0f;
 }
 
 int DeckWaveformThumbnail::playheadAt() const
@@ -82,9 +82,10 @@ void DeckWaveformThumbnail::pollCalm()
 {
     if (const auto next = isEndNear(); std::exchange (warns, next) != next)
         repaint();
-    if (const auto loaded = watch->loadedFrames; loaded != loadedFrames)
+    if (watch->loadedFrames != loadedFrames || watch->trackFrames != trackFrames)
     {
-        loadedFrames = loaded;
+        loadedFrames = watch->loadedFrames;
+        trackFrames = watch->trackFrames;
         playheadX = playheadAt();
         rebuildLater();
     }
@@ -120,8 +121,12 @@ void DeckWaveformThumbnail::seekTo (const juce::MouseEvent& event)
     const auto x = juce::jlimit (0.0f, static_cast<float> (getWidth()), event.position.x);
     if (x == soughtX || getWidth() < 1)
         return;
+    const auto& now = watch.look();
+    const auto frame = static_cast<double> (x) / getWidth() * now.trackFrames;
+    if (frame > now.loadedFrames)
+        return; // is still to come
     soughtX = x;
-    engine.transport.seekNormalised (deck(), static_cast<double> (x) / getWidth());
+    engine.transport.seekFrames (deck(), frame);
     refresh();
 }
 
@@ -137,12 +142,19 @@ void DeckWaveformThumbnail::build (double scale)
     picture.clear (picture.getBounds(), palette::ground);
     if (loadedFrames < 1)
         return;
-    const auto columns = ThumbnailColumns::of (*watch->overview, loadedFrames, width);
+    const auto columns = ThumbnailColumns::of (*watch->overview, loadedFrames, trackFrames, width);
+    const auto loadedWidth = static_cast<int> (
+        std::min<int64_t> (width, static_cast<int64_t> (loadedFrames) * width / trackFrames + 1));
     juce::Image::BitmapData bitmap (picture, juce::Image::BitmapData::readWrite);
     const auto hue = palette::decks[static_cast<size_t> (deck())].withMultipliedBrightness (waveBrightness);
     const auto rowOf = [height] (int sample) { return (fullScale - sample) * height / (2 * fullScale); };
     for (int x = 0; x < width; ++x)
     {
+        if (x >= loadedWidth)
+        {
+            bitmap.setPixelColour (x, height / 2, palette::line); // is still to come
+            continue;
+        }
         const auto top = rowOf (columns.most[static_cast<size_t> (x)]);
         const auto bottom = rowOf (columns.least[static_cast<size_t> (x)]);
         for (int y = std::min (top, height - 1); y < std::max (bottom, top + 1) && y < height; ++y)

@@ -47,6 +47,7 @@ private:
     int buildCount = 0;
 
     int32_t loadedFrames = 0; ///< as shown
+    int32_t trackFrames = 0;  ///< of the whole width
     int playheadX = -1;       ///< -1 without a track
     TrackPlaces places;
     float soughtX = -1.0f; ///< of the drag's last seek

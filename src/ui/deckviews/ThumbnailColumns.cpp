@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-ThumbnailColumns ThumbnailColumns::of (const TrackOverview& overview, int32_t frames, int width)
+ThumbnailColumns ThumbnailColumns::of (const TrackOverview& overview, int32_t frames, int32_t trackFrames,
+                                       int width)
 {
     width = std::max (1, width);
     ThumbnailColumns columns;
@@ -13,11 +14,10 @@ ThumbnailColumns ThumbnailColumns::of (const TrackOverview& overview, int32_t fr
     if (entries < 1)
         return columns;
 
-    const auto entryAt = [&] (int64_t column) {
-        return std::min (static_cast<int32_t> (column * frames / width / framesPerOverviewEntry),
-                         entries - 1);
-    };
-    for (int64_t x = 0; x <= width; ++x)
+    const auto frameAt = [&] (int64_t column) { return column * trackFrames / width; };
+    const auto entryAt = [&] (int64_t column)
+    { return std::min (static_cast<int32_t> (frameAt (column) / framesPerOverviewEntry), entries - 1); };
+    for (int64_t x = 0; x <= width && (x == 0 || frameAt (x) <= frames); ++x)
     {
         const auto first = entryAt (x), end = std::max (first + 1, entryAt (x + 1));
         int8_t most = 0, least = 0;

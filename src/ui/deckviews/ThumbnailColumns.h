@@ -11,7 +11,8 @@ struct ThumbnailColumns
     std::vector<int8_t> most, least;
 
     /** Each column takes the extremes of the entries that it covers, at least one.
-        @param frames   loaded so far
-        @param width    columns, at least 1 */
-    static ThumbnailColumns of (const TrackOverview&, int32_t frames, int width);
+        @param frames        loaded so far; columns beyond them are 0
+        @param trackFrames   that all columns cover, at least `frames`
+        @param width         columns, at least 1 */
+    static ThumbnailColumns of (const TrackOverview&, int32_t frames, int32_t trackFrames, int width);
 };

@@ -62,6 +62,7 @@ struct DeckView
     // The track
     juce::String title, artist, album, filePath;
     int32_t loadedFrames = 0; ///< decoded so far; 0 without a track
+    int32_t trackFrames = 0; ///< that the track has, or is said to have while it loads: at least loadedFrames
     bool loading = false;
     GridNumbers grid;
     bool canUndo = false, canRedo = false; ///< an edit of cues or grid

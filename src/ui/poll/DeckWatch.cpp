@@ -58,6 +58,9 @@ DeckView viewOf (const DeckPlayer& deck, double pitchRange)
     view.filePath = std::move (texts.filePath);
     view.loadedFrames = deck.track.loadedFrames;
     view.loading = deck.isLoading != 0;
+    view.trackFrames = view.loading && view.loadedFrames > 0
+                           ? std::max (view.loadedFrames, deck.track.statedFrames.get())
+                           : view.loadedFrames;
     view.grid = gridOf (deck);
     view.canUndo = deck.edits.undoCount() > 0;
     view.canRedo = deck.edits.redoCount() > 0;

@@ -26,7 +26,7 @@ TEST (ThumbnailColumns, HoldTheExtremesOfWhatTheyCover)
     for (const auto& [frames, width] :
          { std::pair (5000 * 512, 300), { 5000 * 512 - 77, 1265 }, { 9000, 400 }, { 1, 7 } })
     {
-        const auto columns = ThumbnailColumns::of (*overview, frames, width);
+        const auto columns = ThumbnailColumns::of (*overview, frames, frames, width);
         ASSERT_EQ (columns.most.size(), static_cast<size_t> (width) + 1);
         for (int x = 0; x < width; ++x)
         {
@@ -96,6 +96,34 @@ TEST (Thumbnail, AClickSeeksToItsShareOfTheTrackAndADragOnlyWithShift)
     view.mouseDown (ViewBench::event (view, from, from, 0, juce::ModifierKeys::rightButtonModifier));
     view.mouseUp (ViewBench::event (view, from, from, 0, juce::ModifierKeys::rightButtonModifier));
     EXPECT_NEAR (share(), 0.5, 1e-6);
+}
+
+TEST (Thumbnail, ATrackThatLoadsIsLaidOutByItsStatedLength)
+{
+    ViewBench bench;
+    bench.putTrack (std::vector<int16_t> (200'000, 20'000));
+    bench.deck().isLoading = 1;
+    bench.deck().track.statedFrames = 400'000;
+    View view (bench);
+    const auto brightnessAt = [&] (int x)
+    { return ViewBench::picture (view).getPixelAt (x, 15).getPerceivedBrightness(); };
+    EXPECT_GT (brightnessAt (198), 0.3f);
+    EXPECT_LT (brightnessAt (203), 0.2f) << "is still to come";
+
+    const auto seek = [&] (float x)
+    {
+        view.mouseDown (ViewBench::event (view, { x, 20.0f }, { x, 20.0f }));
+        view.mouseUp (ViewBench::event (view, { x, 20.0f }, { x, 20.0f }));
+        return bench.deck().head.position;
+    };
+    EXPECT_NEAR (seek (100.0f), 100'000.0, 1.0);
+    EXPECT_NEAR (seek (300.0f), 100'000.0, 1.0) << "nothing is there yet";
+
+    // The header was wrong: the track's own length counts in the end.
+    bench.deck().isLoading = 0;
+    view.refresh();
+    EXPECT_GT (brightnessAt (390), 0.3f);
+    EXPECT_NEAR (seek (300.0f), 150'000.0, 1.0);
 }
 
 TEST (Thumbnail, WhatHasBeenPlayedIsDim)
