@@ -89,9 +89,7 @@ void SimilarRoom::setContinuesAutomix (bool continues)
 
 KeyText::Notation SimilarRoom::keyNotation() const
 {
-    return session.preferences().get (KeyText::preference) == KeyText::wheelValue
-               ? KeyText::Notation::wheel
-               : KeyText::Notation::letters;
+    return KeyText::notationOf (session.preferences().get (KeyText::preference));
 }
 
 void SimilarRoom::setKeyNotation (KeyText::Notation notation)

@@ -130,7 +130,7 @@ void CPlatterdexVstEditor::build()
     for (int deck = 0; deck < deckCount; ++deck)
     {
         auto& strip = decks[static_cast<size_t> (deck)];
-        strip = std::make_unique<DeckComponent> (engine, deck, loader);
+        strip = std::make_unique<DeckComponent> (engine, deck, loader, preferences);
         content.addAndMakeVisible (*strip);
     }
     content.addAndMakeVisible (global.emplace (engine));

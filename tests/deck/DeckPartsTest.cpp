@@ -80,7 +80,7 @@ const auto fieldsOfMarks = [] (auto& part, const auto& each)
 };
 const auto fieldsOfFacts = [] (auto& part, const auto& each)
 {
-    auto& [rate, frames, beats, isAnalysed, gain, peak, stated] = part;
+    auto& [rate, frames, beats, isAnalysed, gain, peak, stated, key] = part;
     each (rate);
     each (frames);
     each (beats);
@@ -88,6 +88,7 @@ const auto fieldsOfFacts = [] (auto& part, const auto& each)
     each (gain);
     each (peak);
     each (stated);
+    each (key);
 };
 
 /** Changes one field after the other: each must show in the comparison, go into a copy and be gone after a reset. */

@@ -118,6 +118,24 @@ TEST (Editor, ARecordingSaysWhereItLiesAndTheNewsLeave)
     EXPECT_FALSE (isShown (bar));
 }
 
+TEST (Editor, ADeckNamesTheKeyOfItsTrackInTheNotationThatIsPreferred)
+{
+    UiBench bench;
+    bench.load (bench.halfLoudTrack(), 0);
+    auto& track = bench.engine.decks.deck (0)->track;
+    const auto shown = [&]
+    {
+        bench.refresh();
+        bench.refresh(); // the notation is looked at after the texts
+        return bench.editor->deck (0).texts().key;
+    };
+    EXPECT_EQ (shown(), juce::String()) << "nobody knows it";
+    track.key = 21;
+    EXPECT_EQ (shown(), "Am");
+    bench.session->preferences().set (KeyText::preference, KeyText::wheelValue);
+    EXPECT_EQ (shown(), "8A");
+}
+
 TEST (Editor, AutomixWithNothingToPlaySaysSo)
 {
     UiBench bench;
@@ -380,7 +398,7 @@ TEST (Editor, ADeckSaysWhatItKnowsAndWhatWentWrong)
     UiBench bench;
     bench.refresh();
     auto& strip = bench.editor->deck (1);
-    EXPECT_EQ (strip.texts(), (DeckComponent::Texts { PanelPaint::dash(), "", "", PanelPaint::dash() }));
+    EXPECT_EQ (strip.texts(), (DeckComponent::Texts { PanelPaint::dash(), "", "", PanelPaint::dash(), "" }));
     EXPECT_EQ (strip.notice()[0], "Drop a track here,");
 
     const auto broken = bench.folder.file ("broken.mp3");

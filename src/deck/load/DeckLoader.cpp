@@ -159,6 +159,7 @@ void DeckLoader::run (const juce::File& file, const std::stop_token& stop)
     deck().track.peak = deck().overview->peak.get();
     deck().track.statedFrames = 0;
     world.listeners.post (EngineEvent::trackLoaded, index);
+    takeKey();
     tellShortened (file, statedSeconds (file, load.tags[SongColumn::duration].getDoubleValue()));
     if (!load.isStored)
         analyse (stop);
@@ -167,12 +168,21 @@ void DeckLoader::run (const juce::File& file, const std::stop_token& stop)
     deck().analysisProgress = 0;
     if (stop.stop_requested())
         return;
+    takeKey();
     tellGrid (world, deck());
     if (!load.isStored)
         saveAnalysis (world, deck());
 }
 
-void DeckLoader::replaceTrack (const juce::File& file, Load& load)
+/** Lets the deck know the key of its track, if anything has heard it. */
+void DeckLoader::takeKey()
+{
+    if (const auto session = SoundSession::ofProcess(); session != nullptr)
+        if (const auto facts = session->facts (deck().texts().filePath))
+            deck().track.key = facts->key;
+}
+
+void DeckLoader::replaceTrack (const juce::File& file, double sampleRate, Load& load)
 {
     dropTrack();
     isPartial = true;

@@ -46,6 +46,7 @@ private:
     void dropTrack();
     void analyse (const std::stop_token&);
     void measure (double nearBpm, const std::stop_token&);
+    void takeKey();
     void fail (const juce::File&, const juce::String& reason);
     void tellShortened (const juce::File&, double statedSeconds);
 

@@ -14,6 +14,7 @@ struct TrackFacts
     Relaxed<double> autogain { 1.0 };
     Relaxed<float> peak { 1.0f };  ///< its greatest magnitude, of full scale; 1 until all of it is decoded
     Relaxed<int32_t> statedFrames; ///< that it is said to have, while it is decoded; 0 if nothing is said
+    Relaxed<int32_t> key { -1 };   ///< as the similarity library heard it: SoundFacts::key; -1 if unknown
 
     bool operator== (const TrackFacts&) const noexcept = default;
 };

@@ -8,6 +8,11 @@
 
 namespace KeyText
 {
+Notation notationOf (const juce::String& value)
+{
+    return value == wheelValue ? Notation::wheel : Notation::letters;
+}
+
 juce::String of (int key, Notation notation)
 {
     if (!Fit::isKey (key))

@@ -14,6 +14,9 @@ enum class Notation
 /** The name of the preference that says how keys are written, and the value for the wheel. */
 inline constexpr const char *preference = "keyNotation", *wheelValue = "wheel";
 
+/** The notation that a value of the preference means. */
+Notation notationOf (const juce::String& value);
+
 /** @returns nothing for no key */
 juce::String of (int key, Notation);
 

@@ -19,7 +19,7 @@ using Lit = ControlSpec::Lit;
 
 constexpr juce::uint32 messageMs = 5000;
 const juce::Rectangle<int> lampArea { 4, 4, 18, 24 }, loadArea { 24, 4, 22, 24 }, touchedArea { 0, 4, 2, 24 };
-constexpr int dropTextHeight = 24;
+constexpr int dropTextHeight = 24, keyWidth = 36, keyGap = 4;
 
 /** Shift lets a track go onto a deck that plays. */
 bool isShiftHeld()
@@ -39,9 +39,10 @@ constexpr PlacedControl table[] {
 // clang-format on
 }
 
-DeckComponent::DeckComponent (CPlatterdex& e, int deck, LoadDialog& l)
+DeckComponent::DeckComponent (CPlatterdex& e, int deck, LoadDialog& l, const PreferencesFile& p)
     : ControlPanel (e),
       loader (l),
+      preferences (p),
       watch (e, deck),
       lamp (e, deck),
       loadButton (own (std::make_unique<PXImageButton> ("_loadButton"))),
@@ -129,7 +130,12 @@ void DeckComponent::pollMoving()
 void DeckComponent::pollCalm()
 {
     makePanels();
-    gridSign.setVisible (watch->grid.isDoubtful());
+    notation = KeyText::notationOf (preferences.get (KeyText::preference));
+    if (const auto isDoubtful = watch->grid.isDoubtful(); isDoubtful != gridSign.isVisible())
+    {
+        gridSign.setVisible (isDoubtful);
+        repaint (layout().title); // which gives way to it
+    }
     if (messageEnds.has_value() && engine.environment.clock() >= *messageEnds && watch->loadedFrames > 0)
         clearMessage();
     updateNotice();
@@ -163,7 +169,7 @@ void DeckComponent::updateNotice()
 void DeckComponent::updateTexts()
 {
     const Texts next { watch->title.isEmpty() ? PanelPaint::dash() : watch->title, watch->artist,
-                       watch->album, tempoText() };
+                       watch->album, tempoText(), KeyText::of (watch->key, notation) };
     if (next == shown)
         return;
     shown = next;
@@ -230,8 +236,17 @@ void DeckComponent::paint (juce::Graphics& g)
 
 void DeckComponent::paintTexts (juce::Graphics& g) const
 {
-    const auto areas = layout();
+    auto areas = layout();
     const auto left = juce::Justification::centredLeft, right = juce::Justification::centredRight;
+    // The key stands at the end of the line that it shares.
+    auto& line = areas.artist.isEmpty() ? areas.title : areas.artist;
+    if (areas.artist.isEmpty() && gridSign.isVisible())
+        line.setRight (std::min (line.getRight(), areas.gridSign.getX()));
+    if (shown.key.isNotEmpty())
+    {
+        PanelPaint::value (g, shown.key, line.removeFromRight (keyWidth), right);
+        line.removeFromRight (keyGap);
+    }
     if (areas.artist.isEmpty())
     {
         const auto both = shown.artist.isEmpty() ? shown.title : shown.title + "  -  " + shown.artist;

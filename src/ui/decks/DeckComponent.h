@@ -1,5 +1,7 @@
 #pragma once
 
+#include "session/PreferencesFile.h"
+#include "session/similar/KeyText.h"
 #include "support/language/Translate.h"
 #include "ui/decks/DeckContainerPanel.h"
 #include "ui/decks/LoadDialog.h"
@@ -22,8 +24,10 @@
 class DeckComponent : public ControlPanel, public juce::FileDragAndDropTarget, public juce::DragAndDropTarget
 {
 public:
-    /** @param deck   0 to 3 @param loader   takes the files that are let go over the deck; outlives it */
-    DeckComponent (CPlatterdex&, int deck, LoadDialog& loader);
+    /** @param deck   0 to 3
+        @param loader        takes the files that are let go over the deck; outlives it
+        @param preferences   say how keys are written; outlive it */
+    DeckComponent (CPlatterdex&, int deck, LoadDialog& loader, const PreferencesFile& preferences);
 
     int deck() const noexcept { return watch.deck(); }
 
@@ -36,10 +40,10 @@ public:
     const juce::StringArray& notice() const noexcept { return shownNotice; }
 
     /** The track's words in the strip. The tempo is the track's own where a tempo panel says the one that is heard; else both,
-        the one that is heard first. */
+        the one that is heard first. The key is that of the file; empty if nobody knows it. */
     struct Texts
     {
-        juce::String title, artist, album, tempo;
+        juce::String title, artist, album, tempo, key;
         bool operator== (const Texts&) const = default;
     };
 
@@ -91,6 +95,8 @@ private:
     juce::Array<juce::File> tracksOf (const SourceDetails&) const;
 
     LoadDialog& loader;
+    const PreferencesFile& preferences;
+    KeyText::Notation notation = KeyText::Notation::letters;
     const DeckWatch watch;
     DeckBadge lamp;
     PXImageButton& loadButton;

@@ -63,6 +63,7 @@ struct DeckView
     juce::String title, artist, album, filePath;
     int32_t loadedFrames = 0; ///< decoded so far; 0 without a track
     int32_t trackFrames = 0; ///< that the track has, or is said to have while it loads: at least loadedFrames
+    int key = -1;            ///< 0 to 11: C to B major, 12 to 23: C to B minor; -1 if nobody knows
     bool loading = false;
     GridNumbers grid;
     bool canUndo = false, canRedo = false; ///< an edit of cues or grid

@@ -61,6 +61,7 @@ DeckView viewOf (const DeckPlayer& deck, double pitchRange)
     view.trackFrames = view.loading && view.loadedFrames > 0
                            ? std::max (view.loadedFrames, deck.track.statedFrames.get())
                            : view.loadedFrames;
+    view.key = deck.track.key;
     view.grid = gridOf (deck);
     view.canUndo = deck.edits.undoCount() > 0;
     view.canRedo = deck.edits.redoCount() > 0;
