@@ -29,6 +29,9 @@ public:
     /** 0 or 1: the deck on air. */
     Relaxed<int32_t> automixDeck;
 
+    /** Counts how often it went off since there was nothing to begin with. Message thread. */
+    int timesWithoutTrack = 0;
+
 private:
     DeckPlayer& deck (int index) noexcept { return *world.decks[static_cast<size_t> (index)]; }
     bool isOn() const noexcept { return world.settings.automixOn != 0; }

@@ -12,8 +12,10 @@
 #include "support/language/Translate.h"
 #include "tracks/formats/AdecAudioFormat.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -290,10 +292,34 @@ void CPlatterdex::loadNextTrack (int deck)
         while (file && *file != juce::File() && !AudioFileTypes::matches (*file));
     if (!file)
         return;
-    if (*file == juce::File())
-        loaders.unload (deck);
-    else
-        loadTrack (*file, deck);
+    automixFoundNoTrack = *file == juce::File();
+    if (automixFoundNoTrack)
+        return loaders.unload (deck);
+    automixHasBegun = true;
+    loadTrack (*file, deck);
+}
+
+/** True if one of automix's decks has a track, or gets one. */
+bool CPlatterdex::holdsAutomixTrack() const
+{
+    return std::any_of (decks.decks.begin(), decks.decks.begin() + 2,
+                        [] (const auto& deck) { return !deck->isEmpty() || deck->isLoading != 0; });
+}
+
+/** Without a first track there is nothing to mix. Later it waits for what comes into the list. */
+void CPlatterdex::stopAutomixWithoutTracks()
+{
+    automixHasBegun |= holdsAutomixTrack();
+    if (!std::exchange (automixFoundNoTrack, false) || automixHasBegun || settings.automixOn == 0)
+        return;
+    automix.stop();
+    {
+        // An empty deck that was started would play whatever is loaded next.
+        const CallbackLock lock (getCallbackLock(), "automix without a track");
+        for (size_t deck : { 0u, 1u })
+            decks.decks[deck]->play.on = 0;
+    }
+    ++automix.timesWithoutTrack;
 }
 
 void CPlatterdex::toggleAutomix()
@@ -302,6 +328,7 @@ void CPlatterdex::toggleAutomix()
         return automix.stop();
     if (environment.automixSource != nullptr)
         environment.automixSource->begin();
+    automixHasBegun = false;
     automix.start();
 }
 
@@ -344,6 +371,7 @@ void CPlatterdex::serveRequests()
     if (requests.take (Request::toggleRecorder) != 0)
         toggleRecorder();
     forEachDeck (Request::loadNextTrack, [this] (int deck) { loadNextTrack (deck); });
+    stopAutomixWithoutTracks();
     if (requests.take (Request::recordLoop) != 0)
         sampler.serveLoop();
     forEachDeck (Request::makeTimecodeDecoder,

@@ -200,10 +200,14 @@ private:
     void askToStopAutomix();
     void tellOfDamagedContents();
     void loadNextTrack (int deck);
+    void stopAutomixWithoutTracks();
+    bool holdsAutomixTrack() const;
     void keepPads();
     void timerCallback() override { deliverMessages(); }
 
     std::vector<std::string> damagedContents; ///< sentences that are yet to be told
+    bool automixHasBegun = false;             ///< with a track, since it was switched on
+    bool automixFoundNoTrack = false;         ///< to begin with
 
     /** An answer to a prompt may come when the engine has gone: it looks here whether it has. */
     const std::shared_ptr<const int> lifetime = std::make_shared<const int> (0);

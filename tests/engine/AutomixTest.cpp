@@ -128,6 +128,21 @@ TEST (Automix, BeginsWithWhatTheDecksHold)
     }
 }
 
+TEST (Automix, GoesOffWhereThereIsNothingToBeginWith)
+{
+    for (const auto held : { empty, loaded })
+    {
+        AutomixDecks decks;
+        decks.hold (1, held);
+        decks.start();
+        decks.render (0.2);
+        decks.engine.deliverMessages();
+        EXPECT_EQ (decks.settings.automixOn, held != empty);
+        EXPECT_EQ (decks.engine.automix.timesWithoutTrack, held == empty);
+        EXPECT_FALSE (decks.plays (0)) << "would play what is loaded next";
+    }
+}
+
 TEST (Automix, HandsOnNearTheEndAndAsksForTheNext)
 {
     AutomixDecks decks;

@@ -142,8 +142,10 @@ TEST (Editor, AutomixWithNothingToPlaySaysSo)
     bench.engine.setParameter (CommandTable::numberOf ("AUTOMIX_ON_OFF"), 1.0f);
     bench.engine.deliverMessages();
     bench.render();
+    bench.engine.deliverMessages();
     bench.refresh();
-    EXPECT_EQ (bench.editor->headerStrip().newsLine().shown().sentence, "AUTO: THE LIST HOLDS NO TRACK");
+    EXPECT_EQ (bench.editor->headerStrip().newsLine().shown().sentence,
+               "AUTO IS OFF: THE LIST HOLDS NO TRACK");
 }
 
 TEST (Editor, AutomixSaysWhatItIsAboutToDo)

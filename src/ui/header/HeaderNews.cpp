@@ -27,7 +27,10 @@ constexpr double offBeat = 0.03;                    ///< of a beat: 14 ms at 128
 constexpr juce::int64 leastFreeBytes = 200'000'000; ///< 20 minutes of a recording in 16 bits
 }
 
-HeaderNews::HeaderNews (CPlatterdex& e) : PollingView (Pace::calm), engine (e)
+HeaderNews::HeaderNews (CPlatterdex& e)
+    : PollingView (Pace::calm),
+      engine (e),
+      automixStops (e.automix.timesWithoutTrack)
 {
     setInterceptsMouseClicks (false, false);
     for (int deck = 0; deck < deckCount; ++deck)
@@ -173,9 +176,17 @@ void HeaderNews::followRecorder()
         onRecorded (recorder.file(), static_cast<double> (recorder.recordedFrames) / engine.decks.engineRate);
 }
 
+void HeaderNews::followAutomix()
+{
+    const auto times = engine.automix.timesWithoutTrack;
+    if (std::exchange (automixStops, times) != times)
+        tell (tr ("AUTO IS OFF: THE LIST HOLDS NO TRACK"));
+}
+
 void HeaderNews::pollCalm()
 {
     followRecorder();
+    followAutomix();
     followLoops();
     auto next = read();
     if (next == news)

@@ -52,6 +52,7 @@ private:
     juce::String readWork() const;
     juce::String readAutomix() const;
     void followRecorder();
+    void followAutomix();
     void followLoops();
     bool missesTheBeat (const DeckWatch&);
 
@@ -65,4 +66,5 @@ private:
     std::array<std::optional<TrackPlaces::Loop>, deckCount> loops; ///< that run
     std::vector<GridBeat> beats;
     bool hasOfferedSnap = false;
+    int automixStops = 0; ///< Automix::timesWithoutTrack that was told
 };
