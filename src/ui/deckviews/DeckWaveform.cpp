@@ -81,18 +81,12 @@ void DeckWaveform::repaintPicture()
 
 bool DeckWaveform::followLoading (int32_t loadedFrames)
 {
-    const auto before = std::exchange (shown.loadedFrames, loadedFrames);
-    if (loadedFrames == before)
+    const auto before = shown.loadedFrames, from = before / framesPerOverviewEntry;
+    if (!image.followLoading (shown.loadedFrames, loadedFrames, track.columnOf (from)))
         return false;
-    if (loadedFrames < before)
-    {
-        image.invalidate();
-        return true;
-    }
-    const auto from = before / framesPerOverviewEntry;
-    image.invalidateFrom (track.columnOf (from));
+    // Columns beyond the right edge are not seen.
     const auto middle = getWidth() / 2;
-    return from <= shown.entry + static_cast<int64_t> (middle / track.zoom) + 1;
+    return loadedFrames < before || from <= shown.entry + static_cast<int64_t> (middle / track.zoom) + 1;
 }
 
 bool DeckWaveform::followBeats()

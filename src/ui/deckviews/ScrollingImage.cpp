@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 void ScrollingImage::setSize (int width, int height)
 {
@@ -11,6 +12,16 @@ void ScrollingImage::setSize (int width, int height)
         return;
     picture = juce::Image (juce::Image::RGB, width, height, false, juce::SoftwareImageType());
     valid = false;
+}
+
+bool ScrollingImage::followLoading (int32_t& shown, int32_t loaded, int64_t columnShown) noexcept
+{
+    const auto before = std::exchange (shown, loaded);
+    if (loaded < before)
+        invalidate();
+    else if (loaded > before)
+        invalidateFrom (columnShown);
+    return loaded != before;
 }
 
 int ScrollingImage::moveTo (int64_t left, const Draw& draw)

@@ -27,6 +27,12 @@ public:
     /** Columns from this one on are drawn at the next moveTo(). */
     void invalidateFrom (int64_t column) noexcept { validEnd = std::min (validEnd, column); }
 
+    /** Follows a track that loads, or another one: what the image shows of it otherwise is drawn at the next moveTo().
+        @param shown         frames that were loaded the last time; takes those that are now
+        @param columnShown   the column up to which nothing changes when more is loaded
+        @returns false if nothing has changed */
+    bool followLoading (int32_t& shown, int32_t loaded, int64_t columnShown) noexcept;
+
     /** Moves the window and draws what it lacks. @param left   the column at its left edge
         @returns columns that were drawn */
     int moveTo (int64_t left, const Draw&);

@@ -77,22 +77,11 @@ bool StackedWave::followZoom()
     return true;
 }
 
-bool StackedWave::followLoading()
-{
-    const auto before = std::exchange (loadedFrames, watch->loadedFrames);
-    if (loadedFrames == before)
-        return false;
-    if (loadedFrames < before)
-        image.invalidate();
-    else
-        image.invalidateFrom (track.columnOf (before / framesPerOverviewEntry) - 1);
-    return true;
-}
-
 void StackedWave::pollMoving()
 {
     auto changed = followZoom();
-    changed |= followLoading();
+    changed |= image.followLoading (loadedFrames, watch->loadedFrames,
+                                    track.columnOf (loadedFrames / framesPerOverviewEntry) - 1);
     const auto next = track.columnAt (watch->position);
     changed |= std::exchange (column, next) != next;
     const auto middle = getWidth() / 2;

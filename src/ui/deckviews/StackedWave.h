@@ -38,7 +38,6 @@ private:
     void redrawAll();
     double wantedZoom() const;
     bool followZoom();
-    bool followLoading();
     MarkLayout marksOf (int64_t left, int width) const;
     void drawStrip (juce::Image&, int64_t first) const;
     void paintLoop (juce::Graphics&, const MarkLayout::Region&) const;

@@ -68,18 +68,13 @@ void DeckPeakScope::pollMoving()
     const auto reach = (middle + 1.0) * zoom;
     if (beats.update (watch, watch->position - reach, watch->position + reach))
         repaint();
-    const auto loaded = watch->loadedFrames;
     const auto pixel = static_cast<int64_t> (watch->position) / zoom;
-    if (loaded != loadedFrames)
-    {
-        if (loaded < loadedFrames)
-            image.invalidate();
-        else
-            image.invalidateFrom (PeakColumns { zoom / scale }.columnAt (loadedFrames) - 1);
-        const auto shownEnd = (pixel + getWidth() / 2 + 1) * zoom;
-        if (std::exchange (loadedFrames, loaded) <= shownEnd || loaded == 0)
-            repaint();
-    }
+    const auto before = loadedFrames;
+    const auto shownEnd = (pixel + getWidth() / 2 + 1) * zoom;
+    if (image.followLoading (loadedFrames, watch->loadedFrames,
+                             PeakColumns { zoom / scale }.columnAt (before) - 1)
+        && (before <= shownEnd || loadedFrames < before))
+        repaint();
     if (std::exchange (shownPixel, pixel) != pixel)
         repaint();
 }
