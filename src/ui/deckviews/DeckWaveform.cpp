@@ -298,10 +298,11 @@ void DeckWaveform::paint (juce::Graphics& g)
     const auto& times = shown.times;
     auto area = timeArea (getWidth());
     auto small = area.withY (smallTop).withHeight (smallHeight);
+    const auto ofTime = times.nextCue.isEmpty() ? small : small.removeFromLeft (small.getWidth() / 2);
     if (times.end == End::near)
     {
         g.setColour (palette::danger);
-        g.fillRect (remainingTimeShown ? area.withBottom (smallTop) : small.withWidth (small.getWidth() / 2));
+        g.fillRect (remainingTimeShown ? area.withBottom (smallTop) : ofTime);
     }
     const auto isKnown = shown.loadedFrames > 0;
     const auto colourOf = [&] (bool isRemaining)
@@ -315,7 +316,7 @@ void DeckWaveform::paint (juce::Graphics& g)
     drawFigures (g, times.large, area.withBottom (smallTop));
     g.setColour (colourOf (!remainingTimeShown));
     g.setFont (SMLookAndFeel::font (SMLookAndFeel::valueSize));
-    drawFigures (g, times.small, small.removeFromLeft (small.getWidth() / 2));
+    drawFigures (g, times.small, ofTime);
     g.setColour (palette::label);
     g.setFont (SMLookAndFeel::labelFont());
     g.drawText (times.nextCue, small, juce::Justification::centredRight, false);

@@ -30,9 +30,9 @@ constexpr PlacedControl levelTable[] {
     { { Kind::text, "_automixButton",       "AUTOMIX_ON_OFF",      N_ ("AUTO"), N_ ("Automix: plays the list in the browser, mixing each track into the next") }, {   0, 12, 44, 24 } },
     { { Kind::text, "_monitorSplitButton",  "MONITOR_PHONE_SPLIT", N_ ("SPLIT"), N_ ("Headphones split: cue on the left, master on the right") }, {  56, 12, 48, 24 } },
     { { Kind::text, "_monitorDriveButton",  "MONITOR_OVERDRIVE",   N_ ("DRIVE"), N_ ("Headphones boost: louder, softly limited") }, { 108, 12, 48, 24 } },
-    { { Kind::knob, "_monitorVolumeSlider", "MONITOR_VOLUME",      N_ ("PHONES"), N_ ("Monitor volume level") }, { 164,  4, 28, 40 } },
-    { { Kind::knob, "_monitorMixSlider",    "MONITOR_MIX",         N_ ("MIX"), N_ ("An independent monitor fader that blends between Main and PFL on the phones") }, { 208,  4, 28, 40 } },
-    { { Kind::knob, "_masterVolumeSlider",  "MASTER_VOLUME",       N_ ("MASTER"), N_ ("Master volume level") }, { 252,  4, 28, 40 } },
+    { { Kind::knob, "_monitorVolumeSlider", "MONITOR_VOLUME",      N_ ("PHONES"), N_ ("Monitor volume level") }, { 168,  4, 28, 40 } },
+    { { Kind::knob, "_monitorMixSlider",    "MONITOR_MIX",         N_ ("MIX"), N_ ("An independent monitor fader that blends between Main and PFL on the phones") }, { 212,  4, 28, 40 } },
+    { { Kind::knob, "_masterVolumeSlider",  "MASTER_VOLUME",       N_ ("MASTER"), N_ ("Master volume level") }, { 256,  4, 28, 40 } },
 };
 // clang-format on
 
