@@ -6,59 +6,25 @@
 #include "skin/Palette.h"
 #include "support/language/Translate.h"
 #include "text/FallbackFonts.h"
-#include "ui/HelpTopics.h"
 #include "ui/KeyCard.h"
 #include "ui/KeyRepeat.h"
 #include "ui/ParameterList.h"
 #include "ui/header/TooltipOffer.h"
 #include "ui/look/TimeText.h"
-#include "ui/manual/ManualReader.h"
-#include "ui/panel/PanelPaint.h"
 #include "ui/plugins/VstPluginsPreferencesPage.h"
 #include "ui/preferences/Preferences.h"
 #include "ui/timecode/CDControlGeneratorPreferencesPage.h"
 #include "ui/timecode/TimecodePreferencesPage.h"
-#include "ui/window/FullScreen.h"
+
+// The editor's parts and their places; its size is in CPlatterdexVstEditorSize.cpp, keys and mouse in CPlatterdexVstEditorHand.cpp.
 
 namespace
 {
-constexpr int startWidth = 1280, startHeight = 800, browserHeight = 332; ///< of a browser that comes back
-constexpr const char *browserTitle = N_ ("Song Manager"), *keysTitle = N_ ("Keys"),
-                     *parametersTitle = N_ ("All parameters");
+constexpr int startWidth = 1280, startHeight = 800;
+constexpr const char *keysTitle = N_ ("Keys"), *parametersTitle = N_ ("All parameters");
 constexpr juce::uint32 newsMs = 15000;
-constexpr const char *zoomName = "waveform_zoom", *wavesName = "stacked_waves";
-
-int scaled (int length, int percent)
-{
-    return juce::roundToInt (length * percent / 100.0);
+constexpr const char* zoomName = "waveform_zoom";
 }
-}
-
-/** Holds the browser while it stands in a window of its own. Drags begin and keys end there as in the editor. */
-class CPlatterdexVstEditor::BrowserWindowContent : public juce::Component,
-                                                   public juce::DragAndDropContainer,
-                                                   public ToolWindowOwner
-{
-public:
-    explicit BrowserWindowContent (CPlatterdexVstEditor& e) : editor (e)
-    {
-        setSize (std::max (800, editor.browser->getWidth()), std::max (500, editor.browser->getHeight()));
-        addAndMakeVisible (*editor.browser);
-    }
-
-    ~BrowserWindowContent() override
-    {
-        removeChildComponent (&*editor.browser);
-        editor.browserWindowClosed();
-    }
-
-    ToolWindows& toolWindows() override { return editor.tools; }
-    void resized() override { editor.browser->setBounds (getLocalBounds()); }
-    bool keyPressed (const juce::KeyPress& key) override { return editor.keyPressed (key); }
-
-private:
-    CPlatterdexVstEditor& editor;
-};
 
 CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* shared,
                                             std::function<void()> audioSettings,
@@ -70,6 +36,12 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* shared,
       scale (preferences),
       loader (e, preferences),
       headerActions (actions (std::move (audioSettings), std::move (pages))),
+      waves ([&e] { return std::make_unique<StackedWaves> (e); }),
+      header ([this] { return std::make_unique<HeaderComponent> (engine, headerActions); }),
+      decks { makeDeck (0), makeDeck (1), makeDeck (2), makeDeck (3) },
+      global ([&e] { return std::make_unique<GlobalComponent> (e); }),
+      ghostMixer ([&e] { return std::make_unique<GhostMixerComponent> (e); }),
+      browser ([this] { return std::make_unique<SongManager> (engine, session); }),
       corner (this, getConstrainer()),
       tooltip (content, [&e] { return e.settings.editor[EditorPreference::showTooltips] != 0; }),
       keyboard (e)
@@ -94,7 +66,7 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* shared,
     wavesShown = preferences.get (wavesName) == "1";
     content.setOpaque (true);
     content.addMouseListener (this, true);
-    build();
+    adopt();
     addAndMakeVisible (content); // which looks at its parts at once
     content.addChildComponent (noticeBar);
     addAndMakeVisible (corner); // not scaled, so that it keeps to the hand
@@ -103,7 +75,7 @@ CPlatterdexVstEditor::CPlatterdexVstEditor (CPlatterdex& e, Session* shared,
     LanguageInUse::addListener (*this);
     setResizable (true, false);
     limitSize();
-    setSize (scaled (startWidth, scale.percent()), scaled (startHeight, scale.percent()));
+    setSize (scale.scaled (startWidth), scale.scaled (startHeight));
     followArrangement();
     touch (0);
     if (const auto kept = preferences.get (zoomName); kept.isNotEmpty())
@@ -120,23 +92,25 @@ CPlatterdexVstEditor::~CPlatterdexVstEditor()
     engine.editorBeingDeleted (this);
 }
 
-/** Makes the parts, with their texts in the language in use; those that are there go. */
-void CPlatterdexVstEditor::build()
+RemadePart<DeckComponent> CPlatterdexVstEditor::makeDeck (int deck)
 {
-    content.addChildComponent (waves.emplace (engine));
-    content.addAndMakeVisible (header.emplace (engine, headerActions));
+    return RemadePart<DeckComponent> (
+        [this, deck] { return std::make_unique<DeckComponent> (engine, deck, loader, preferences); });
+}
+
+/** Puts the parts that have been made into the window. */
+void CPlatterdexVstEditor::adopt()
+{
+    content.addChildComponent (*waves);
+    content.addAndMakeVisible (*header);
     header->newsLine().onRecorded = [this] (const juce::File& file, double seconds)
     { tellOfRecording (file, seconds); };
-    for (int deck = 0; deck < deckCount; ++deck)
-    {
-        auto& strip = decks[static_cast<size_t> (deck)];
-        strip = std::make_unique<DeckComponent> (engine, deck, loader, preferences);
+    for (const auto& strip : decks)
         content.addAndMakeVisible (*strip);
-    }
-    content.addAndMakeVisible (global.emplace (engine));
+    content.addAndMakeVisible (*global);
     global->onTabChange = [this] { followArrangement(); };
-    content.addAndMakeVisible (ghostMixer.emplace (engine));
-    content.addAndMakeVisible (browser.emplace (engine, session));
+    content.addAndMakeVisible (*ghostMixer);
+    content.addAndMakeVisible (*browser);
     browser->onEscape = [this] { grabKeyboardFocus(); };
     browser->onOpenInWindow = [this] { showBrowserInWindow (!isBrowserInWindow()); };
 }
@@ -148,7 +122,14 @@ void CPlatterdexVstEditor::buildAnew()
     const auto tab = global->getCurrentTabIndex();
     tools.closeAll();
     walk.leave();
-    build();
+    waves.remake();
+    header.remake();
+    for (auto& strip : decks)
+        strip.remake();
+    global.remake();
+    ghostMixer.remake();
+    browser.remake();
+    adopt();
     global->setCurrentTabIndex (tab);
     noticeBar.toFront (false);
     isArranged = false; // by the new parts
@@ -350,293 +331,16 @@ void CPlatterdexVstEditor::showParameters()
                 { return std::make_unique<ParameterList> (engine, close); });
 }
 
-void CPlatterdexVstEditor::showBrowser (bool shown)
-{
-    if (shown == browserShown)
-        return;
-    if (!shown)
-        keepHeight();
-    browserShown = shown;
-    arrange();
-    shown ? giveHeightBack() : snapHeight();
-}
-
-void CPlatterdexVstEditor::showWaves (bool shown)
-{
-    if (std::exchange (wavesShown, shown) == shown)
-        return;
-    preferences.set (wavesName, shown ? "1" : "0");
-    arrange();
-    if (!browserShown || isBrowserInWindow())
-        snapHeight();
-    if (shown && !waves->isVisible())
-        header->newsLine().tell (tr ("THE WAVES NEED A TALLER WINDOW"));
-}
-
-void CPlatterdexVstEditor::showBrowserInWindow (bool inWindow)
-{
-    if (inWindow == isBrowserInWindow())
-        return;
-    if (!inWindow)
-        return tools.find (tr (browserTitle))->closeButtonPressed();
-    tools.open (tr (browserTitle), content,
-                [this] (const std::function<void()>&)
-                {
-                    auto made = std::make_unique<BrowserWindowContent> (*this);
-                    browserWindow = made.get();
-                    return made;
-                });
-    keepHeight();
-    arrange();
-    snapHeight();
-}
-
-void CPlatterdexVstEditor::browserWindowClosed()
-{
-    browserWindow = nullptr;
-    if (!isArranged)
-        return;
-    content.addChildComponent (*browser);
-    giveHeightBack();
-    arrange();
-}
-
-/** The height of a window without a browser, unscaled. */
-int CPlatterdexVstEditor::bareHeight() const
-{
-    const auto four = arranged.mode.fourDecks;
-    const auto bare = EditorLayout::heightWithoutBrowser (four);
-    return wavesShown ? std::max (bare, EditorLayout::heightWithWaves (four)) : bare;
-}
-
-/** Remembers the height that the browser will get back. */
-void CPlatterdexVstEditor::keepHeight()
-{
-    if (!isFullScreen())
-        heightWithBrowser = getHeight() * 100.0 / scale.percent();
-}
-
-/** Makes room for a browser that comes back, unless a hand has made some. */
-void CPlatterdexVstEditor::giveHeightBack()
-{
-    if (isFullScreen() || getHeight() > scaled (bareHeight(), scale.percent()))
-        return;
-    const auto height =
-        heightWithBrowser > 0.0 ? juce::roundToInt (heightWithBrowser) : bareHeight() + browserHeight;
-    setSize (getWidth(), scaled (height, scale.percent()));
-}
-
-void CPlatterdexVstEditor::snapHeight()
-{
-    if (!isFullScreen())
-        setSize (getWidth(), scaled (bareHeight(), scale.percent()));
-}
-
-/** The room for the editor on its screen, less the frame of its window; empty without a screen. */
-juce::Rectangle<int> CPlatterdexVstEditor::screenRoom() const
-{
-    if (!isShowing())
-        return {};
-    const auto* display = juce::Desktop::getInstance().getDisplays().getDisplayForRect (getScreenBounds());
-    auto* window = getTopLevelComponent();
-    if (display == nullptr || window->getPeer() == nullptr)
-        return {};
-    juce::BorderSize<int> frame;
-    if (const auto known = window->getPeer()->getFrameSizeIfPresent())
-        frame = *known;
-    const auto inside = getScreenBounds(), outside = window->getScreenBounds();
-    frame.setTop (frame.getTop() + inside.getY() - outside.getY());
-    frame.setLeft (frame.getLeft() + inside.getX() - outside.getX());
-    frame.setBottom (frame.getBottom() + outside.getBottom() - inside.getBottom());
-    frame.setRight (frame.getRight() + outside.getRight() - inside.getRight());
-    return frame.subtractedFrom (display->userArea);
-}
-
-void CPlatterdexVstEditor::limitSize()
-{
-    const auto percent = scale.percent();
-    auto least = juce::Point<int> (scaled (EditorLayout::minimumWidth, percent),
-                                   scaled (EditorLayout::minimumHeight, percent));
-    if (const auto room = screenRoom(); !room.isEmpty())
-        least = { std::min (least.x, room.getWidth()), std::min (least.y, room.getHeight()) };
-    setResizeLimits (least.x, least.y, scaled (EditorLayout::maximum, percent),
-                     scaled (EditorLayout::maximum, percent));
-}
-
-void CPlatterdexVstEditor::setScale (int percent)
-{
-    scale.set (percent);
-    const juce::ScopedValueSetter<bool> own (isScaling, true);
-    limitSize();
-    auto size = (wantedSize * (scale.percent() / 100.0)).roundToInt();
-    const auto room = screenRoom();
-    if (!room.isEmpty())
-        size = { std::min (size.x, room.getWidth()), std::min (size.y, room.getHeight()) };
-    if (isFullScreen() || (size.x == getWidth() && size.y == getHeight()))
-        return resized();
-    setSize (size.x, size.y);
-    // A window of ours that has grown over an edge of the screen moves in.
-    if (auto* window = findParentComponentOfClass<juce::ResizableWindow>();
-        window != nullptr && !room.isEmpty())
-        window->setTopLeftPosition (window->getPosition()
-                                    + getScreenBounds().constrainedWithin (room).getPosition()
-                                    - getScreenBounds().getPosition());
-}
-
-void CPlatterdexVstEditor::setFullScreen (bool full)
-{
-    if (auto* window = findParentComponentOfClass<juce::ResizableWindow>())
-        if (!FullScreen::ask (*window, full))
-            window->setFullScreen (full);
-}
-
-bool CPlatterdexVstEditor::isFullScreen() const
-{
-    const auto* window = findParentComponentOfClass<juce::ResizableWindow>();
-    return window != nullptr && (window->isFullScreen() || FullScreen::covers (*window));
-}
-
 void CPlatterdexVstEditor::refreshDecks()
 {
     for (auto& strip : decks)
         strip->refresh();
 }
 
-void CPlatterdexVstEditor::act (KeyAction action, int deck)
-{
-    switch (action)
-    {
-    case KeyAction::load:
-        if (deck >= 0 && deck < deckCount)
-            loader.open (deck, *decks[static_cast<size_t> (deck)]);
-        break;
-    case KeyAction::spectralWaveform:
-    {
-        auto& flag = engine.settings.editor[EditorPreference::spectralWaveform];
-        flag = flag == 0 ? 1 : 0;
-        break;
-    }
-    case KeyAction::undo:
-        engine.grids.undo (touchedDeck);
-        header->newsLine().tell (tr ("Undo on deck %1", PanelPaint::letterOf (touchedDeck)));
-        break;
-    case KeyAction::redo:
-        engine.grids.redo (touchedDeck);
-        header->newsLine().tell (tr ("Redo on deck %1", PanelPaint::letterOf (touchedDeck)));
-        break;
-    case KeyAction::loadFree:
-        browser->loadToFreeDeck();
-        break;
-    case KeyAction::songs:
-        browser->takeKeyboard();
-        break;
-    case KeyAction::help:
-        helpWithWhatIsMeant();
-        break;
-    case KeyAction::search:
-        browser->takeKeyboardToSearch();
-        break;
-    case KeyAction::none:
-        break;
-    }
-}
-
-void CPlatterdexVstEditor::showHelp (const juce::Component* component)
-{
-    ManualReader::open (tools, content, HelpTopics::of (component));
-}
-
-/** A control that the keyboard was taken to is meant, else what the mouse is over, in whichever window. */
-void CPlatterdexVstEditor::helpWithWhatIsMeant()
-{
-    const auto* const walked = walk.current();
-    showHelp (walked != nullptr ? walked
-                                : juce::Desktop::getInstance().getMainMouseSource().getComponentUnderMouse());
-}
-
-void CPlatterdexVstEditor::mouseDown (const juce::MouseEvent& event)
-{
-    auto* strip = dynamic_cast<DeckComponent*> (event.eventComponent);
-    if (strip == nullptr && event.eventComponent != nullptr)
-        strip = event.eventComponent->findParentComponentOfClass<DeckComponent>();
-    if (strip != nullptr)
-        touch (strip->deck());
-    // A click on the decks takes the keyboard back to them.
-    if (walk.current() != nullptr)
-    {
-        walk.leave();
-        grabKeyboardFocus();
-    }
-    if (browser->hasKeyboardFocus (true) && event.eventComponent != &*browser
-        && !browser->isParentOf (event.eventComponent))
-        grabKeyboardFocus();
-    clock->hurry();
-}
-
 void CPlatterdexVstEditor::keepZoom()
 {
     if (std::exchange (keptZoom, zoom->step) != zoom->step)
         preferences.set (zoomName, juce::String (keptZoom));
-}
-
-void CPlatterdexVstEditor::filesDropped (const juce::StringArray& files, int, int)
-{
-    const auto isFolder = files.size() == 1 && juce::File (files[0]).isDirectory();
-    header->newsLine().tell (isFolder ? tr ("LET A FOLDER GO OVER THE BROWSER")
-                                      : tr ("LET A TRACK GO OVER A DECK OR THE BROWSER"));
-}
-
-void CPlatterdexVstEditor::textDropped (const juce::String&, int, int)
-{
-    header->newsLine().tell (tr ("A TEXT IS NO TRACK: DRAG ITS FILE"));
-}
-
-void CPlatterdexVstEditor::touch (int index)
-{
-    touchedDeck = index;
-    for (const auto& strip : decks)
-        strip->setTouched (strip->deck() == index);
-}
-
-/** Shift+Tab takes the keyboard from the decks to the controls, as Tab alone takes it to the songs; there both keys go on and back,
-    and Escape gives it back to the decks. */
-bool CPlatterdexVstEditor::walkByKey (const juce::KeyPress& key)
-{
-    using Key = juce::KeyPress;
-    const auto isWalking = walk.current() != nullptr;
-    const auto isBack = key == Key (Key::tabKey, juce::ModifierKeys::shiftModifier, 0);
-    if (isBack || (isWalking && key == Key (Key::tabKey)))
-    {
-        walk.go (isBack && isWalking ? -1 : 1);
-        return true;
-    }
-    if (!isWalking || key != Key (Key::escapeKey))
-        return false;
-    walk.leave();
-    grabKeyboardFocus();
-    return true;
-}
-
-bool CPlatterdexVstEditor::keyPressed (const juce::KeyPress& key)
-{
-    if (walkByKey (key))
-        return true;
-    if (key == juce::KeyPress (juce::KeyPress::escapeKey) && isFullScreen())
-    {
-        setFullScreen (false);
-        return true;
-    }
-    const auto isOurs = keyboard.keyPressed (key);
-    if (isOurs)
-        clock->hurry(); // the lamps follow the hand
-    return isOurs;
-}
-
-bool CPlatterdexVstEditor::keyStateChanged (bool)
-{
-    if (keyboard.keyStateChanged())
-        clock->hurry();
-    return false;
 }
 
 void CPlatterdexVstEditor::parentHierarchyChanged()
@@ -656,12 +360,6 @@ void CPlatterdexVstEditor::parentHierarchyChanged()
                         desktop.getComponent (i)->repaint();
                 });
         });
-}
-
-void CPlatterdexVstEditor::focusOfChildComponentChanged (FocusChangeType)
-{
-    if (!hasKeyboardFocus (true))
-        keyboard.releaseAll();
 }
 
 void CPlatterdexVstEditor::engineEvent (EngineEvent event, int index)

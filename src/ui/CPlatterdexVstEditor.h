@@ -17,6 +17,7 @@
 #include "ui/look/DefaultLook.h"
 #include "ui/walk/ControlWalk.h"
 #include "ui/widgets/PXTooltipComponent.h"
+#include "ui/window/RemadePart.h"
 #include "ui/window/ToolWindows.h"
 #include "ui/window/ToolkitTexts.h"
 
@@ -25,8 +26,8 @@
 #include <array>
 #include <functional>
 #include <memory>
-#include <optional>
 
+class BrowserWindow;
 class CPlatterdex;
 class Session;
 
@@ -135,9 +136,10 @@ private:
         CPlatterdexVstEditor& editor;
     };
 
-    class BrowserWindowContent;
+    static constexpr const char* wavesName = "stacked_waves"; ///< in the preferences
 
-    void build();
+    RemadePart<DeckComponent> makeDeck (int deck);
+    void adopt();
     void buildAnew();
     void languageChanged() override;
     void browserWindowClosed();
@@ -147,7 +149,6 @@ private:
     Arrangement arrangement() const;
     void followArrangement();
     void arrange();
-    juce::Rectangle<int> screenRoom() const;
     void limitSize();
     int bareHeight() const;
     void keepHeight();
@@ -175,23 +176,22 @@ private:
     LoadDialog loader;                      ///< before the decks, which load by it
     Content content { *this };
     const HeaderActions headerActions;
-    std::optional<StackedWaves> waves;
-    std::optional<HeaderComponent> header; ///< it and those below have their texts in the language in use
-    std::array<std::unique_ptr<DeckComponent>, deckCount> decks;
-    std::optional<GlobalComponent> global;
-    std::optional<GhostMixerComponent> ghostMixer;
-    std::optional<SongManager> browser;
+    Arrangement arranged;
+    int touchedDeck = 0;            ///< by mouse or key, the last time
+    juce::Point<double> wantedSize; ///< unscaled, as the hand or the host chose it
+    bool isScaling = false, isArranged = false, browserShown = true, wavesShown = false;
+    RemadePart<StackedWaves> waves; ///< it and those below have their texts in the language in use
+    RemadePart<HeaderComponent> header;
+    std::array<RemadePart<DeckComponent>, deckCount> decks;
+    RemadePart<GlobalComponent> global;
+    RemadePart<GhostMixerComponent> ghostMixer;
+    RemadePart<SongManager> browser;
     NoticeBar noticeBar;
     juce::ResizableCornerComponent corner;
     PXTooltipComponent tooltip;
     ControlWalk walk { content }; ///< before the keyboard commands
     KeyboardCommands keyboard;
-    BrowserWindowContent* browserWindow = nullptr; ///< the tool window's, while there is one
-    double heightWithBrowser = 0.0;                ///< unscaled, before it went; 0 for none yet
+    BrowserWindow* browserWindow = nullptr; ///< the tool window's, while there is one
+    double heightWithBrowser = 0.0;         ///< unscaled, before it went; 0 for none yet
     ToolWindows tools;
-
-    Arrangement arranged;
-    int touchedDeck = 0;            ///< by mouse or key, the last time
-    juce::Point<double> wantedSize; ///< unscaled, as the hand or the host chose it
-    bool isScaling = false, isArranged = false, browserShown = true, wavesShown = false;
 };

@@ -13,6 +13,9 @@ public:
 
     int percent() const noexcept { return value; }
 
+    /** A length of the unscaled window, as it stands on the screen. */
+    int scaled (int length) const noexcept { return juce::roundToInt (length * value / 100.0); }
+
     /** Takes the value, limited to its range, and keeps it. */
     void set (int percent);
 
