@@ -155,7 +155,7 @@ void Session::makeRoom()
     places.judge = importJudge (decoderLibrary);
     room = std::make_unique<LibraryRoom> (opened->database, places);
     if (!room->jobs.folders.all().isEmpty())
-        room->jobs.lookAtFolders();
+        room->jobs.lookAtFolders (LibraryJobs::Told::news);
     makeUpForNotes();
 }
 

@@ -191,13 +191,14 @@ int LibraryJobs::analyse (BatchAnalysis& analysis, const juce::StringArray& path
     return task->id;
 }
 
-void LibraryJobs::relocateIn (const juce::StringArray& below, Task& task)
+int LibraryJobs::relocateIn (const juce::StringArray& below, Task& task)
 {
     const auto result = relocateSongs (room.database, below, task);
     for (const auto& doubtful : result.doubtful)
         task.addFailure (doubtful);
     task.end (tr ("%1 missing, %2 found again.", result.missing, result.found),
               LibraryFaults::sentence (result.code));
+    return result.found;
 }
 
 int LibraryJobs::relocate (const juce::File& folder)
@@ -206,11 +207,11 @@ int LibraryJobs::relocate (const juce::File& folder)
                  [this, folder] (Task& task) { relocateIn ({ folder.getFullPathName() }, task); });
 }
 
-int LibraryJobs::lookAtFolders()
+int LibraryJobs::lookAtFolders (Told told)
 {
     return post (
         tr ("Looking at music folders"),
-        [this] (Task& task)
+        [this, told] (Task& task)
         {
             juce::StringArray there;
             if (folders.all().isEmpty())
@@ -220,7 +221,9 @@ int LibraryJobs::lookAtFolders()
                     there.add (folder);
                 else
                     task.addFailure (folder + ": " + tr ("The folder is not there now."));
-            relocateIn (there, task);
+            const auto found = relocateIn (there, task);
+            if (there.isEmpty() && told == Told::news)
+                dismiss (task.id);
             if (there.isEmpty() || task.shouldExit() || task.job().state == LibraryJob::State::failed)
                 return;
             const auto moved = task.job().summary;
@@ -229,6 +232,8 @@ int LibraryJobs::lookAtFolders()
             for (const auto& refused : result.unplayable)
                 task.addFailure (refused);
             task.end (moved + " " + foundText (result), LibraryFaults::sentence (result.code));
+            if (told == Told::news && result.code == LibraryCode::ok && found == 0 && result.added == 0)
+                dismiss (task.id);
         });
 }
 

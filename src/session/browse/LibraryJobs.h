@@ -78,8 +78,15 @@ public:
     /** Analyses songs by an engine; what is analysed already is only read, unless `isAgain`. Ends with the engine. */
     int analyse (BatchAnalysis&, const juce::StringArray& paths, bool isAgain = false);
 
+    /** How much of a look at the folders is left to read at its end. */
+    enum class Told
+    {
+        all, ///< what was seen, also if that is nothing: somebody asked
+        news ///< nothing, unless a song came or was found again, or the look failed
+    };
+
     /** Looks at the folders that were imported: moved files are found again, then new ones come in. */
-    int lookAtFolders();
+    int lookAtFolders (Told = Told::all);
 
     /** Looks for the files of missing songs below a folder. */
     int relocate (const juce::File& folder);
@@ -106,7 +113,7 @@ private:
     class Task;
 
     std::shared_ptr<Task> add (const juce::String& title);
-    void relocateIn (const juce::StringArray& folders, Task&);
+    int relocateIn (const juce::StringArray& folders, Task&);
     int post (const juce::String& title, std::function<void (Task&)> run);
 
     LibraryRoom& room;

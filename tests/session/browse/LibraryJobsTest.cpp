@@ -84,9 +84,16 @@ TEST_F (Jobs, FindMovedFilesAgainAndTakeNewOnesIn)
     EXPECT_THAT (songsOf ({ SongListKind::automix }), ElementsAre (namedId));
     EXPECT_EQ (database.countSongs(), 7) << "four, both copies of the doubtful one, and the new one";
     EXPECT_EQ (job.summary, "3 missing, 2 found again. 6 songs found, 3 new.");
+    const auto told = room.jobs.jobs().size();
+    room.jobs.lookAtFolders (LibraryJobs::Told::news);
+    room.settle();
+    EXPECT_EQ (room.jobs.jobs().size(), told) << "nothing is new";
+    song ("three/newer.wav");
+    EXPECT_TRUE (ended (room.jobs.lookAtFolders (LibraryJobs::Told::news)).summary.contains ("1 new."));
+    ASSERT_TRUE (music.getChildFile ("three/newer.wav").deleteFile());
 
     ASSERT_TRUE (music.moveFileTo (folder.file ("elsewhere")));
     const auto gone = ended (room.jobs.lookAtFolders());
     EXPECT_EQ (gone.failures.size(), 1) << "the drive is away";
-    EXPECT_EQ (database.countSongs(), 7);
+    EXPECT_EQ (database.countSongs(), 8);
 }
