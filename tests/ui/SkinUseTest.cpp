@@ -98,7 +98,10 @@ TEST (SkinUse, EveryStripIsShownOrWaitsForAPanel)
     {
         const auto letter = std::string (1, static_cast<char> ('A' + deck));
         views["deck " + letter] = [&, deck]
-        { return std::make_unique<DeckComponent> (bench.engine, deck, bench.editor->loadDialog()); };
+        {
+            return std::make_unique<DeckComponent> (bench.engine, deck, bench.editor->loadDialog(),
+                                                    bench.session->preferences());
+        };
         for (int panel = 0; panel < UtilityPanels::count; ++panel)
             if (UtilityPanels::isOffered (panel) && panel != UtilityPanels::empty)
                 views[std::string (UtilityPanels::names[static_cast<size_t> (panel)]) + " " + letter] =
