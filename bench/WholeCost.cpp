@@ -21,7 +21,8 @@ namespace
 {
 constexpr double rate = 44100.0, tempo = 1.04;
 constexpr int frames = 128, warmUp = 1500, blocks = 40'000, samples = 8, padPreset = 107, recordDecks = 2;
-constexpr size_t quietBlocks = 96; // in a row: every phase of a stretcher's frames, but hardly an interruption
+constexpr size_t quietBlocks =
+    96; // in a row: every phase of a stretcher's frames, but hardly an interruption
 
 enum Command
 {
@@ -198,8 +199,9 @@ int main (int count, char** arguments)
         return std::puts ("usage: bench_whole PLUGIN..., one to four"), 2;
     const juce::ScopedJuceInitialiser_GUI toolkit;
     Machine::print();
-    std::printf ("Blocks of %d frames at %.0f Hz, shares of a block on one core; each row adds to those above.\n",
-                 frames, rate);
+    std::printf (
+        "Blocks of %d frames at %.0f Hz, shares of a block on one core; each row adds to those above.\n",
+        frames, rate);
     std::printf ("%-44s %10s %10s %10s %10s\n", "", "mean", "quietest", "99.99 %", "maximum");
     measure ("four decks, key lock, +4 %", Part::decks, plugins);
     measure ("equalisers, filter and three effects a deck", Part::racks, plugins);

@@ -23,7 +23,8 @@ void MusicFolders::note (const juce::StringArray& paths)
     juce::String added;
     for (const auto& path : paths)
     {
-        const auto isKnown = std::any_of (known.begin(), known.end(), [&path] (const juce::String& folder)
+        const auto isKnown = std::any_of (known.begin(), known.end(),
+                                          [&path] (const juce::String& folder)
                                           { return path == folder || path.startsWith (folder + "/"); });
         if (isKnown || !juce::File (path).isDirectory() || path.containsAnyOf ("\r\n"))
             continue;

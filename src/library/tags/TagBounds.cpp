@@ -130,7 +130,8 @@ public:
             return true;
         version = header[3];
         const auto flags = static_cast<unsigned char> (header[5]);
-        const auto size = std::min (tagNumber (std::string_view (header).substr (6)), file.size() - at - headerBytes);
+        const auto size =
+            std::min (tagNumber (std::string_view (header).substr (6)), file.size() - at - headerBytes);
         if (size > TagBounds::mostTagBytes)
             return false;
         if (version < 3) // nothing is packed, nothing lies in another
@@ -139,7 +140,8 @@ public:
         if (version == 3 && (flags & unsynchronised) != 0)
         {
             const auto tag = synchronised (file.at (at, static_cast<size_t> (size)));
-            return holdWithin (std::string_view (tag).substr (std::min (tag.size(), extensionOf (flags, tag))), 0);
+            return holdWithin (
+                std::string_view (tag).substr (std::min (tag.size(), extensionOf (flags, tag))), 0);
         }
         auto place = at + static_cast<long> (extensionOf (flags, file.at (at, 4)));
         while (place + headerBytes < at + size)
@@ -151,7 +153,8 @@ public:
             if (body < 0 || body > at + size - place - headerBytes || ++count > TagBounds::mostParts)
                 return count <= TagBounds::mostParts;
             if (isLookedInto (frame)
-                && !holdsFrame (frame, std::string (file.at (place + headerBytes, static_cast<size_t> (body))), 0))
+                && !holdsFrame (frame,
+                                std::string (file.at (place + headerBytes, static_cast<size_t> (body))), 0))
                 return false;
             place += headerBytes + body;
         }
@@ -165,8 +168,11 @@ private:
     static bool isFrame (std::string_view header)
     {
         return header.size() >= 4
-               && std::all_of (header.begin(), header.begin() + 4, [] (char letter)
-                               { return (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9'); });
+               && std::all_of (header.begin(), header.begin() + 4,
+                               [] (char letter) {
+                                   return (letter >= 'A' && letter <= 'Z')
+                                          || (letter >= '0' && letter <= '9');
+                               });
     }
 
     static std::string synchronised (std::string_view bytes)
@@ -183,8 +189,9 @@ private:
 
     static size_t extensionOf (unsigned flags, std::string_view bytes)
     {
-        return (flags & extended) != 0 && bytes.size() >= 4 ? static_cast<size_t> (tagNumber (bytes.substr (0, 4)))
-                                                            : 0;
+        return (flags & extended) != 0 && bytes.size() >= 4
+                   ? static_cast<size_t> (tagNumber (bytes.substr (0, 4)))
+                   : 0;
     }
 
     /** @param idAt   gives the four bytes so far behind the frame's beginning */
@@ -226,7 +233,8 @@ private:
             inside += 1 + 16;
         else
         {
-            const auto children = inside + 2 < body.size() ? static_cast<unsigned char> (body[inside + 2]) : 0u;
+            const auto children =
+                inside + 2 < body.size() ? static_cast<unsigned char> (body[inside + 2]) : 0u;
             inside += 3;
             for (unsigned i = 0; i < children && inside < body.size(); ++i)
                 inside = std::min (body.size(), body.find ('\0', inside)) + 1;
@@ -241,14 +249,16 @@ private:
         while (frames.size() > headerBytes && isFrame (frames))
         {
             const auto header = frames.substr (0, headerBytes);
-            const auto body = bodySize (header, [&] (long further)
-                                        { return frames.substr (std::min (frames.size(), static_cast<size_t> (further)), 4); });
+            const auto body = bodySize (
+                header, [&] (long further)
+                { return frames.substr (std::min (frames.size(), static_cast<size_t> (further)), 4); });
             frames.remove_prefix (headerBytes);
             if (body < 0 || static_cast<size_t> (body) > frames.size())
                 return true;
             if (++count > TagBounds::mostParts)
                 return false;
-            if (isLookedInto (header) && !holdsFrame (header, std::string (frames.substr (0, static_cast<size_t> (body))), depth))
+            if (isLookedInto (header)
+                && !holdsFrame (header, std::string (frames.substr (0, static_cast<size_t> (body))), depth))
                 return false;
             frames.remove_prefix (static_cast<size_t> (body));
         }
@@ -309,7 +319,8 @@ long findId3 (FileWindow& file, bool mayBeLate)
         const auto bytes = file.at (place, 3);
         if (bytes == "ID3")
             return place;
-        if (bytes[0] == '\xff' && (static_cast<unsigned char> (bytes[1]) & 0xe0u) == 0xe0u && bytes[1] != '\xff')
+        if (bytes[0] == '\xff' && (static_cast<unsigned char> (bytes[1]) & 0xe0u) == 0xe0u
+            && bytes[1] != '\xff')
             return -1;
     }
     return -1;

@@ -165,6 +165,17 @@ void ChartFixture::soundAll()
             engine->setParameter (CommandTable::numberOf (constant, d), value);
         engine->transport.playPause (d);
     }
+    // A pad that still runs may close its gate for longer than the lamps are looked at.
+    const auto rests = [] (const auto& gates)
+    {
+        for (int pad = 0; pad < 8; ++pad)
+            if (gates.padState (pad) == PadState::running)
+                return false;
+        return true;
+    };
+    constexpr int mostBlocks = 100;
+    for (int block = 0; block < mostBlocks && !std::ranges::all_of (engine->slicegates, rests); ++block)
+        render (1024);
     render (4096);
 }
 
