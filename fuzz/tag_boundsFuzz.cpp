@@ -20,7 +20,7 @@ private:
 };
 }
 
-/** What lies within the bounds is read by TagLib in the memory and on the stack that a thread has. */
+/** Files within the bounds are read by TagLib in the memory and on the stack that a thread has. */
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
     const TagLib::ByteVector bytes (reinterpret_cast<const char*> (data), static_cast<unsigned> (size));

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-/** What hands do to an engine, for benchmarks that measure the same things apart and together. Message thread. */
+/** Moves of hands on an engine, for benchmarks that measure the same things apart and together. Message thread. */
 namespace Performer
 {
 /** Turns a deck's filter and the three effects that cost most on. */

@@ -311,7 +311,7 @@ bool chunksHold (FileWindow& file, bool isLittleEndian)
     return true;
 }
 
-/** Where a tag of ID3v2 begins, or -1. @param mayBeLate   it is looked for behind what is neither tag nor sound, too */
+/** The beginning of a tag of ID3v2, or -1. @param mayBeLate   it is looked for behind what is neither tag nor sound, too */
 long findId3 (FileWindow& file, bool mayBeLate)
 {
     for (long place = 0; place + 3 <= file.size() && (place == 0 || mayBeLate); ++place)

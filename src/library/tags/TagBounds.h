@@ -2,7 +2,8 @@
 
 #include <tiostream.h>
 
-/** What a file's tags may make of little: TagLib reads boxes within boxes by calls within calls, and unpacks whatever is packed. */
+/** Limits of what a small file can make a reader of tags do: TagLib reads boxes within boxes by calls within calls, and unpacks
+    whatever is packed. */
 namespace TagBounds
 {
 constexpr int deepestBox = 32, deepestFrame = 8; ///< within each other; real files have 8 and 2

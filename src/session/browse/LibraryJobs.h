@@ -78,7 +78,7 @@ public:
     /** Analyses songs by an engine; what is analysed already is only read, unless `isAgain`. Ends with the engine. */
     int analyse (BatchAnalysis&, const juce::StringArray& paths, bool isAgain = false);
 
-    /** How much of a look at the folders is left to read at its end. */
+    /** The part of a look at the folders that is left to read at its end. */
     enum class Told
     {
         all, ///< what was seen, also if that is nothing: somebody asked

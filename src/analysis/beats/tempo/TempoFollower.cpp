@@ -25,7 +25,7 @@ constexpr auto mostGradual = static_cast<int> (highestPrice / pricePerTempo);
 /** The price of a beat that comes early or late, in units of the onset function's spread. */
 constexpr double tightness = 100.0;
 
-/** What an onset of its own and the likeness of all around it to the song's beat count for a beat. */
+/** Shares of an onset of its own, and of the likeness of all around it to the song's beat, in the strength of a beat. */
 constexpr double ownShare = 0.3, likenessShare = 1.0;
 
 double tempoAt (int index, double bpm)
@@ -260,7 +260,7 @@ BeatPicture::Bins usualBeat (const BeatPicture& picture, const std::vector<int>&
     return mean;
 }
 
-/** How well the bands around each value look like the song's usual beat: a chain that follows single strong onsets slips to
+/** Likeness of the bands around each value to the song's usual beat: a chain that follows single strong onsets slips to
     another place in the beat where these fall silent, and goes on there; the picture of the beat tells. */
 std::vector<double> likenessToBeat (const BeatPicture& picture, const std::vector<int>& beats, int size)
 {
