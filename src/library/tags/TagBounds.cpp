@@ -128,7 +128,7 @@ public:
         const std::string header (file.at (at, headerBytes));
         if (header.size() < headerBytes)
             return true;
-        version = header[3];
+        version = static_cast<unsigned char> (header[3]);
         const auto flags = static_cast<unsigned char> (header[5]);
         const auto size =
             std::min (tagNumber (std::string_view (header).substr (6)), file.size() - at - headerBytes);
