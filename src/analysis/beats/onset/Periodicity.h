@@ -15,7 +15,7 @@ struct TempoWeights
 
     /** The tempos that people tap to: a bell over the logarithm of the tempo (van Noorden and Moelants, Resonance in the
         perception of musical pulse, 1999), and where it stands for a beat in three parts, whose parts count with it. */
-    double centreBpm = 115.0, compoundCentreBpm = 93.0, spreadOctaves = 1.0;
+    double centreBpm = 120.0, compoundCentreBpm = 93.0, spreadOctaves = 1.0;
 };
 
 /** The autocorrelation of an onset function. */
