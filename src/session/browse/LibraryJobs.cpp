@@ -222,10 +222,14 @@ int LibraryJobs::lookAtFolders (Told told)
                 else
                     task.addFailure (folder + ": " + tr ("The folder is not there now."));
             const auto found = relocateIn (there, task);
-            if (there.isEmpty() && told == Told::news)
-                dismiss (task.id);
-            if (there.isEmpty() || task.shouldExit() || task.job().state == LibraryJob::State::failed)
+            if (task.shouldExit() || task.job().state == LibraryJob::State::failed)
                 return;
+            if (there.isEmpty())
+            {
+                if (told == Told::news)
+                    dismiss (task.id);
+                return;
+            }
             const auto moved = task.job().summary;
             task.begin();
             const auto result = ImportFiles (&room.database, there, {}, room.places.judge).run (task);
